@@ -1,0 +1,24 @@
+# What every target of this project is built with.
+function(scrivalen_target target)
+  target_compile_features(${target} PUBLIC cxx_std_20)
+  set_target_properties(${target} PROPERTIES
+    CXX_EXTENSIONS OFF
+    C_VISIBILITY_PRESET hidden
+    CXX_VISIBILITY_PRESET hidden
+    VISIBILITY_INLINES_HIDDEN ON
+    POSITION_INDEPENDENT_CODE ON)
+  if(MSVC)
+    target_compile_options(${target} PRIVATE /utf-8 /permissive-)
+    if(SCRIVALEN_DEVELOPER_WARNINGS)
+      target_compile_options(${target} PRIVATE /W4 /WX)
+    endif()
+  elseif(SCRIVALEN_DEVELOPER_WARNINGS)
+    target_compile_options(${target} PRIVATE
+      -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast> -Werror)
+  endif()
+  if(SCRIVALEN_SANITIZE)
+    target_compile_options(${target} PRIVATE
+      -fsanitize=${SCRIVALEN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(${target} PRIVATE -fsanitize=${SCRIVALEN_SANITIZE})
+  endif()
+endfunction()

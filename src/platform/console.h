@@ -1,0 +1,25 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::platform {
+
+/// The program's arguments as UTF-8, its own name first.
+std::vector<std::string> programArguments(int argc, char** argv);
+
+/// An environment variable as UTF-8; nothing when it is not set.
+std::optional<std::string> environmentVariable(const char* name);
+
+/// Reads up to @p size bytes of standard input as they are; 0 at the end, nothing on an error.
+std::optional<std::size_t> readStandardInput(void* data, std::size_t size);
+
+/// Writes UTF-8 text; a terminal shows it as such.
+void writeStandardOutput(std::string_view text);
+void writeStandardError(std::string_view text);
+bool isStandardErrorTerminal();
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,80 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::platform {
+
+/// A file of the operating system: a HANDLE, or a file descriptor carried in the pointer; null is no file.
+using NativeFile = void*;
+
+#ifdef _WIN32
+inline constexpr wchar_t kPathSeparator = L'\\';
+inline constexpr std::wstring_view kPathSeparators = L"\\/";
+#else
+inline constexpr wchar_t kPathSeparator = L'/';
+inline constexpr std::wstring_view kPathSeparators = L"/";
+#endif
+
+// Paths are wide everywhere and UTF-8 on Linux. A call that fails leaves its reason in lastSystemError.
+
+/// Creates or truncates a file for writing that nobody else holds open for writing; one that is held is not touched.
+NativeFile openExclusive(const std::wstring& path);
+
+/// Creates a file that does not exist yet, for writing.
+NativeFile createNew(const std::wstring& path);
+
+/// Opens a file for reading, denying others to write where the system can.
+NativeFile openForReading(const std::wstring& path);
+
+/// Writes all bytes, however many calls of the system that takes.
+bool writeAll(NativeFile file, const void* data, std::size_t size);
+
+/// Reads up to @p size bytes; 0 at the end, nothing on an error.
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size);
+
+/// @return false when the system reports that bytes were lost
+bool closeFile(NativeFile file);
+
+/// Whether there is a file or folder of this path.
+bool pathExists(const std::wstring& path);
+bool isFolder(const std::wstring& path);
+/// Whether both paths lead to one existing file.
+bool isSameFile(const std::wstring& a, const std::wstring& b);
+
+bool deleteFile(const std::wstring& path);
+
+/// Moves a file over another, which it replaces, also from one volume to another; the target is whole or untouched.
+bool moveReplacing(const std::wstring& from, const std::wstring& to);
+
+/// The names of a folder's files that end in @p suffix, in any ASCII case, in the order of the file system.
+std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix);
+
+/// Creates a folder of a new name for this user alone, in the system's folder for temporary files.
+/// @return its path without a separator at the end; nothing on an error
+std::optional<std::wstring> createPrivateFolder();
+bool deleteFolder(const std::wstring& path);
+
+/// Creates an empty file of a new, hidden name in the folder of @p path.
+/// @return its path; nothing on an error
+std::optional<std::wstring> createFileBeside(const std::wstring& path);
+
+/// The file that a path leads to: links are followed where there are any.
+std::wstring resolvedPath(const std::wstring& path);
+
+/// Whether the path is a device or a pipe, which can be written to but not replaced.
+bool isSpecialFile(const std::wstring& path);
+
+/// Twelve letters and digits by chance.
+std::wstring randomName();
+
+/// The path up to its last separator, that one included; empty without one.
+std::wstring_view folderOf(std::wstring_view path);
+/// The path behind its last separator.
+std::wstring_view fileNameOf(std::wstring_view path);
+
+}  // namespace scrivalen::platform

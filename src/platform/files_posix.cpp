@@ -1,0 +1,253 @@
+#include "platform/files.h"
+
+#include "platform/utf.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace scrivalen::platform {
+namespace {
+
+std::string native(const std::wstring& path) {
+  std::string utf8;
+  appendUtf8(utf8, path);
+  return utf8;
+}
+
+std::wstring wide(const char* path) {
+  std::wstring result;
+  appendWide(result, path);
+  return result;
+}
+
+int descriptor(NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
+
+void closeKeepingError(int fd) {
+  const int error = errno;
+  ::close(fd);
+  errno = error;
+}
+
+// A descriptor of 3 or above: 0 would read as no file, and a host that has closed its standard streams must not find a
+// report in their place.
+int openDescriptor(const std::wstring& path, int flags) {
+  int fd = -1;
+  do {
+    fd = ::open(native(path).c_str(), flags | O_CLOEXEC, 0666);
+  } while (fd < 0 && errno == EINTR);
+  if (fd < 0 || fd > STDERR_FILENO) {
+    return fd;
+  }
+  const int moved = ::fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  closeKeepingError(fd);
+  return moved;
+}
+
+NativeFile toNative(int fd) {
+  return fd < 0 ? nullptr : reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(fd));
+}
+
+bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(native(path).c_str(), &status) == 0; }
+
+// Locks before truncating, so that a file another report holds stays as it is.
+bool takeOver(int fd) {
+  struct stat status {};
+  if (::fstat(fd, &status) != 0) {
+    return false;
+  }
+  if (!S_ISREG(status.st_mode)) {
+    return true;
+  }
+  if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
+    if (errno == EWOULDBLOCK) {
+      errno = EBUSY;
+      return false;
+    }
+    // A file system without locks: the file is opened as any program would open it.
+  }
+  return ::ftruncate(fd, 0) == 0;
+}
+
+bool copyContents(NativeFile from, NativeFile to) {
+  const auto buffer = std::make_unique<char[]>(65536);
+  for (;;) {
+    const auto size = readSome(from, buffer.get(), 65536);
+    if (!size) {
+      return false;
+    }
+    if (*size == 0) {
+      return true;
+    }
+    if (!writeAll(to, buffer.get(), *size)) {
+      return false;
+    }
+  }
+}
+
+bool copyFile(const std::wstring& from, const std::wstring& to) {
+  const NativeFile source = openForReading(from);
+  if (!source) {
+    return false;
+  }
+  const NativeFile target = openExclusive(to);
+  const bool copied = target && copyContents(source, target);
+  const int error = errno;
+  const bool closed = target && closeFile(target);
+  closeKeepingError(descriptor(source));
+  if (!copied) {
+    errno = error;
+  }
+  return copied && closed;
+}
+
+bool renamePath(const std::wstring& from, const std::wstring& to) {
+  return ::rename(native(from).c_str(), native(to).c_str()) == 0;
+}
+
+// Through a file beside the target, so that the target is never half written.
+bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
+  const auto beside = createFileBeside(to);
+  if (!beside) {
+    return false;
+  }
+  if (!copyFile(from, *beside) || !renamePath(*beside, to)) {
+    const int error = errno;
+    deleteFile(*beside);
+    errno = error;
+    return false;
+  }
+  return deleteFile(from);
+}
+
+}  // namespace
+
+NativeFile openExclusive(const std::wstring& path) {
+  const int fd = openDescriptor(path, O_WRONLY | O_CREAT);
+  if (fd >= 0 && !takeOver(fd)) {
+    closeKeepingError(fd);
+    return nullptr;
+  }
+  return toNative(fd);
+}
+
+NativeFile createNew(const std::wstring& path) { return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL)); }
+
+NativeFile openForReading(const std::wstring& path) {
+  const int fd = openDescriptor(path, O_RDONLY);
+  if (fd < 0) {
+    return nullptr;
+  }
+  struct stat status {};
+  if (::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) {
+    ::close(fd);
+    errno = EISDIR;
+    return nullptr;
+  }
+  if (S_ISREG(status.st_mode) && ::flock(fd, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    ::close(fd);
+    errno = EBUSY;
+    return nullptr;
+  }
+  return toNative(fd);
+}
+
+bool writeAll(NativeFile file, const void* data, std::size_t size) {
+  const char* at = static_cast<const char*>(data);
+  while (size > 0) {
+    const ssize_t written = ::write(descriptor(file), at, size);
+    if (written < 0) {
+      if (errno == EINTR) {
+        continue;
+      }
+      return false;
+    }
+    at += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) {
+  for (;;) {
+    const ssize_t count = ::read(descriptor(file), data, size);
+    if (count >= 0) {
+      return static_cast<std::size_t>(count);
+    }
+    if (errno != EINTR) {
+      return std::nullopt;
+    }
+  }
+}
+
+bool closeFile(NativeFile file) { return ::close(descriptor(file)) == 0; }
+
+bool pathExists(const std::wstring& path) {
+  struct stat status {};
+  return statusOf(path, status);
+}
+
+bool isFolder(const std::wstring& path) {
+  struct stat status {};
+  return statusOf(path, status) && S_ISDIR(status.st_mode);
+}
+
+bool isSpecialFile(const std::wstring& path) {
+  struct stat status {};
+  return statusOf(path, status) && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+bool isSameFile(const std::wstring& a, const std::wstring& b) {
+  struct stat first {};
+  struct stat second {};
+  return statusOf(a, first) && statusOf(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool deleteFile(const std::wstring& path) { return ::unlink(native(path).c_str()) == 0; }
+
+bool moveReplacing(const std::wstring& from, const std::wstring& to) {
+  if (renamePath(from, to)) {
+    return true;
+  }
+  return errno == EXDEV && moveAcrossVolumes(from, to);
+}
+
+std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+  std::vector<std::wstring> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(native(folder).c_str()), &::closedir);
+  if (!entries) {
+    return names;
+  }
+  while (const dirent* entry = ::readdir(entries.get())) {
+    std::wstring name = wide(entry->d_name);
+    if (endsWithIgnoringCase(name, suffix) && !isFolder(folder + kPathSeparator + name)) {
+      names.push_back(std::move(name));
+    }
+  }
+  return names;
+}
+
+std::optional<std::wstring> createPrivateFolder() {
+  const char* root = std::getenv("TMPDIR");
+  std::string path = root && *root ? root : "/tmp";
+  path += "/scrivalen-XXXXXX";
+  if (!::mkdtemp(path.data())) {
+    return std::nullopt;
+  }
+  return wide(path.c_str());
+}
+
+bool deleteFolder(const std::wstring& path) { return ::rmdir(native(path).c_str()) == 0; }
+
+std::wstring resolvedPath(const std::wstring& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(native(path).c_str(), nullptr), &std::free);
+  return real ? wide(real.get()) : path;
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,167 @@
+#include "platform/files.h"
+
+#include "platform/utf.h"
+#include "platform/windows_api.h"
+
+#include <algorithm>
+
+namespace scrivalen::platform {
+namespace {
+
+constexpr DWORD kNoSharing = 0;
+
+NativeFile openFile(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
+  const HANDLE file = CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+  return file == INVALID_HANDLE_VALUE ? nullptr : file;
+}
+
+void closeKeepingError(HANDLE file) {
+  const DWORD error = GetLastError();
+  CloseHandle(file);
+  SetLastError(error);
+}
+
+bool isFileOnDisk(HANDLE file) { return GetFileType(file) == FILE_TYPE_DISK; }
+
+// The identity of a file, for which opening it for nothing is enough.
+bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) {
+  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  const bool known = GetFileInformationByHandle(file, &identity) != 0;
+  closeKeepingError(file);
+  return known;
+}
+
+}  // namespace
+
+// An existing file is opened and then cut, which keeps its attributes and works on a hidden file too.
+NativeFile openExclusive(const std::wstring& path) {
+  const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
+  if (file && isFileOnDisk(file) && !SetEndOfFile(file)) {
+    closeKeepingError(file);
+    return nullptr;
+  }
+  return file;
+}
+
+NativeFile createNew(const std::wstring& path) { return openFile(path, GENERIC_WRITE, kNoSharing, CREATE_NEW); }
+
+NativeFile openForReading(const std::wstring& path) {
+  return openFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
+}
+
+bool writeAll(NativeFile file, const void* data, std::size_t size) {
+  constexpr std::size_t kMost = 1u << 30;
+  const char* at = static_cast<const char*>(data);
+  while (size > 0) {
+    DWORD written = 0;
+    if (!WriteFile(file, at, static_cast<DWORD>(std::min(size, kMost)), &written, nullptr)) {
+      return false;
+    }
+    if (written == 0) {
+      SetLastError(ERROR_DISK_FULL);
+      return false;
+    }
+    at += written;
+    size -= written;
+  }
+  return true;
+}
+
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) {
+  constexpr std::size_t kMost = 1u << 30;
+  DWORD count = 0;
+  if (!ReadFile(file, data, static_cast<DWORD>(std::min(size, kMost)), &count, nullptr)) {
+    return GetLastError() == ERROR_BROKEN_PIPE ? std::optional<std::size_t>(0) : std::nullopt;
+  }
+  return count;
+}
+
+bool closeFile(NativeFile file) { return CloseHandle(file) != 0; }
+
+bool pathExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+bool isFolder(const std::wstring& path) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool isSpecialFile(const std::wstring& path) {
+  if (isFolder(path) || !pathExists(path)) {
+    return false;
+  }
+  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return false;
+  }
+  const bool special = !isFileOnDisk(file);
+  CloseHandle(file);
+  return special;
+}
+
+bool isSameFile(const std::wstring& a, const std::wstring& b) {
+  BY_HANDLE_FILE_INFORMATION first{};
+  BY_HANDLE_FILE_INFORMATION second{};
+  return identityOf(a, first) && identityOf(b, second) && first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
+         first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
+}
+
+bool deleteFile(const std::wstring& path) { return DeleteFileW(path.c_str()) != 0; }
+
+bool moveReplacing(const std::wstring& from, const std::wstring& to) {
+  return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED) != 0;
+}
+
+std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+  std::vector<std::wstring> names;
+  WIN32_FIND_DATAW entry{};
+  const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) {
+    return names;
+  }
+  do {
+    // The system's own patterns match short names too, so that "*.htm" would find "page.html".
+    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && endsWithIgnoringCase(entry.cFileName, suffix)) {
+      names.emplace_back(entry.cFileName);
+    }
+  } while (FindNextFileW(search, &entry));
+  FindClose(search);
+  return names;
+}
+
+std::optional<std::wstring> createPrivateFolder() {
+  wchar_t root[MAX_PATH + 2];
+  const DWORD length = GetTempPathW(static_cast<DWORD>(std::size(root)), root);
+  if (length == 0 || length >= std::size(root)) {
+    return std::nullopt;
+  }
+  // The temporary folder is the user's own, and a new folder takes over its access rights.
+  std::wstring path = std::wstring(root, length) + L"scrivalen-" + randomName();
+  if (!CreateDirectoryW(path.c_str(), nullptr)) {
+    return std::nullopt;
+  }
+  return path;
+}
+
+bool deleteFolder(const std::wstring& path) { return RemoveDirectoryW(path.c_str()) != 0; }
+
+std::wstring resolvedPath(const std::wstring& path) {
+  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return path;
+  }
+  std::wstring resolved(32768, L'\0');
+  const DWORD length = GetFinalPathNameByHandleW(file, resolved.data(), static_cast<DWORD>(resolved.size()), 0);
+  CloseHandle(file);
+  if (length == 0 || length >= resolved.size()) {
+    return path;
+  }
+  resolved.resize(length);
+  return resolved;
+}
+
+}  // namespace scrivalen::platform

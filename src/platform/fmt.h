@@ -1,0 +1,51 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::platform {
+
+/// One value for FMT::Format.
+struct FormatValue {
+  enum class Kind { Text, Signed, Unsigned };
+
+  FormatValue(const wchar_t* value) : kind(Kind::Text), text(value ? value : L"") {}
+  FormatValue(std::wstring_view value) : kind(Kind::Text), text(value) {}
+  FormatValue(const std::wstring& value) : kind(Kind::Text), text(value) {}
+  template <std::signed_integral T>
+  FormatValue(T value) : kind(Kind::Signed), number(static_cast<std::uint64_t>(static_cast<std::int64_t>(value))) {}
+  template <std::unsigned_integral T>
+  FormatValue(T value) : kind(Kind::Unsigned), number(value) {}
+  FormatValue(char32_t value) : kind(Kind::Unsigned), number(value) {}
+
+  Kind kind;
+  std::wstring_view text;
+  std::uint64_t number = 0;
+};
+
+/// printf-style formatting into wide text, the same on every platform and in every locale: %s and %c take wide text.
+///
+/// Known are %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision; size modifiers (h, l,
+/// ll, I64) are passed over. What is not known, or has no value, is written as it stands. A null text is empty.
+struct FMT {
+  template <typename... Values>
+  static std::wstring Format(std::wstring_view format, const Values&... values) {
+    if constexpr (sizeof...(Values) == 0) {
+      return format_(format, {});
+    } else {
+      const FormatValue list[] = {FormatValue(values)...};
+      return format_(format, list);
+    }
+  }
+
+ private:
+  static std::wstring format_(std::wstring_view format, std::span<const FormatValue> values);
+};
+
+}  // namespace scrivalen::platform
+
+using scrivalen::platform::FMT;

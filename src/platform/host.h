@@ -1,0 +1,13 @@
+#pragma once
+
+#include <cstdint>
+
+namespace scrivalen::platform {
+
+// Each goes to the host's handler, or to the default where the host has set none.
+void sendToLog(const wchar_t* line);
+void showErrorBox(const wchar_t* title, const wchar_t* text);
+/// Seconds since 1970-01-01 UTC.
+std::int64_t currentTime();
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+namespace scrivalen::platform {
+
+/// Counts the characters that an output could not hold as they were given.
+class LossCounter {
+ public:
+  void note(char32_t character) {
+    if (count_++ == 0) {
+      first_ = character;
+    }
+  }
+  void reset() { count_ = 0; }
+  std::uint64_t count() const { return count_; }
+  char32_t first() const { return first_; }
+
+ private:
+  std::uint64_t count_ = 0;
+  char32_t first_ = 0;
+};
+
+/// Logs one line that tells how many characters of a report were lost and which the first was; nothing without a loss.
+void logLoss(std::wstring_view file, const LossCounter& loss);
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace scrivalen::platform {
+
+/// Shows an error the system's own way: a modal box on Windows, a line of the log where there is none.
+void showSystemMessageBox(const wchar_t* title, const wchar_t* text);
+
+}  // namespace scrivalen::platform

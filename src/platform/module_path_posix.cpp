@@ -1,0 +1,30 @@
+#include "platform/module_path.h"
+
+#include "platform/files.h"
+#include "platform/utf.h"
+
+#include <dlfcn.h>
+
+namespace scrivalen::platform {
+namespace {
+
+std::wstring findModule() {
+  static const char anchor = 0;
+  Dl_info info{};
+  if (!::dladdr(&anchor, &info) || !info.dli_fname) {
+    return {};
+  }
+  std::wstring path;
+  appendWide(path, info.dli_fname);
+  // A program linked with the library's objects is known by the name it was called by, which need not be a path.
+  return resolvedPath(folderOf(path).empty() ? L"/proc/self/exe" : path);
+}
+
+// Asked while the library is being loaded: its name may be relative to a folder that the host leaves later.
+const std::wstring loadedFrom = findModule();
+
+}  // namespace
+
+std::wstring modulePath() { return loadedFrom; }
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+namespace scrivalen::platform {
+
+/// Takes the bytes of a full buffer.
+class ByteSink {
+ public:
+  virtual ~ByteSink() = default;
+  /// @return false when the bytes, or some of them, are lost
+  virtual bool take(const char* data, std::size_t size) = 0;
+};
+
+/// 64 KiB in front of a sink. Writers put their bytes in place, so that a byte costs a store and not a call. Once the
+/// sink has lost bytes, nothing more is handed to it until the next reset.
+class OutputBuffer {
+ public:
+  static constexpr std::size_t kCapacity = 65536;
+
+  /// @param sink  not owned; must outlive the buffer
+  explicit OutputBuffer(ByteSink& sink) : sink_(&sink) {}
+
+  /// Room for up to kCapacity bytes, to be written in place and told with advance.
+  char* room(std::size_t size) {
+    if (static_cast<std::size_t>(end_ - at_) < size) {
+      makeRoom();
+    }
+    return at_;
+  }
+  void advance(char* to) { at_ = to; }
+
+  void put(char c) {
+    char* at = room(1);
+    *at = c;
+    advance(at + 1);
+  }
+
+  void write(const void* data, std::size_t size) {
+    if (size <= static_cast<std::size_t>(end_ - at_)) {
+      if (size > 0) {
+        std::memcpy(at_, data, size);
+        at_ += size;
+      }
+    } else {
+      writeThrough(static_cast<const char*>(data), size);
+    }
+  }
+
+  /// Hands over what is there. @return false when bytes were lost since the last reset
+  bool flush();
+
+  /// Empties the buffer for a new document.
+  void reset();
+
+  /// How many bytes were written since the last reset.
+  std::uint64_t position() const { return taken_ + static_cast<std::uint64_t>(at_ - bytes_.get()); }
+
+ private:
+  void makeRoom();
+  void writeThrough(const char* data, std::size_t size);
+  void hand(const char* data, std::size_t size);
+
+  ByteSink* sink_;
+  std::unique_ptr<char[]> bytes_;
+  char* at_ = nullptr;
+  char* end_ = nullptr;
+  std::uint64_t taken_ = 0;
+  bool lost_ = false;
+};
+
+}  // namespace scrivalen::platform

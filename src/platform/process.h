@@ -1,0 +1,20 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace scrivalen::platform {
+
+struct ProcessResult {
+  bool started = false;
+  std::uint32_t error = 0;  ///< the system's number when it was not started
+  int exitStatus = 0;       ///< when it was started; -1 when a signal ended it
+  std::wstring commandLine; ///< what was run, each argument in double quotes
+};
+
+/// Starts a program, without a window and without a shell, and waits for its end.
+/// @param arguments  the program first: a path, or a name that is looked for on the search path
+ProcessResult runProgram(const std::vector<std::wstring>& arguments);
+
+}  // namespace scrivalen::platform

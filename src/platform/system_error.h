@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace scrivalen::platform {
+
+/// The system's number for the last call of the platform layer that failed: errno, or GetLastError.
+std::uint32_t lastSystemError();
+
+/// The system's text for such a number, without the line end that some systems put behind it.
+std::wstring systemErrorText(std::uint32_t error);
+
+}  // namespace scrivalen::platform

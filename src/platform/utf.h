@@ -1,0 +1,70 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::platform {
+
+inline constexpr char32_t kReplacement = 0xFFFD;
+
+constexpr bool isSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+constexpr bool isHighSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
+constexpr bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
+
+/// The character at @p at of wide text, which it moves past it: a surrogate pair is one character, also where wide
+/// characters have 32 bits; a lone surrogate and a number above 0x10FFFF are answered as they stand.
+inline char32_t nextCharacter(const wchar_t*& at, const wchar_t* end) {
+  const auto c = static_cast<char32_t>(*at++);
+  if (isHighSurrogate(c) && at != end && isLowSurrogate(static_cast<char32_t>(*at))) {
+    return 0x10000 + ((c - 0xD800) << 10) + (static_cast<char32_t>(*at++) - 0xDC00);
+  }
+  return c;
+}
+
+/// Writes one character as UTF-8; a surrogate or a number above 0x10FFFF becomes U+FFFD.
+/// @param out  room for 4 bytes
+/// @return how many bytes were written
+inline std::size_t putUtf8(char32_t c, char* out) {
+  const auto byte = [](char32_t value) { return static_cast<char>(static_cast<unsigned char>(value)); };
+  if (c < 0x80) {
+    out[0] = byte(c);
+    return 1;
+  }
+  if (c < 0x800) {
+    out[0] = byte(0xC0 | (c >> 6));
+    out[1] = byte(0x80 | (c & 0x3F));
+    return 2;
+  }
+  if (isSurrogate(c) || c > 0x10FFFF) {
+    c = kReplacement;
+  }
+  if (c < 0x10000) {
+    out[0] = byte(0xE0 | (c >> 12));
+    out[1] = byte(0x80 | ((c >> 6) & 0x3F));
+    out[2] = byte(0x80 | (c & 0x3F));
+    return 3;
+  }
+  out[0] = byte(0xF0 | (c >> 18));
+  out[1] = byte(0x80 | ((c >> 12) & 0x3F));
+  out[2] = byte(0x80 | ((c >> 6) & 0x3F));
+  out[3] = byte(0x80 | (c & 0x3F));
+  return 4;
+}
+
+/// Appends UTF-8 to wide text; every maximal ill-formed sequence becomes one U+FFFD.
+/// @return how many sequences were replaced
+std::size_t appendWide(std::wstring& wide, std::string_view utf8);
+
+/// Appends wide text to UTF-8; lone surrogates become U+FFFD.
+void appendUtf8(std::string& utf8, std::wstring_view wide);
+
+/// Appends one character to wide text, as two surrogates where wide characters have 16 bits.
+void appendCharacter(std::wstring& wide, char32_t c);
+
+/// Compares without regard to the case of the letters A to Z.
+bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
+bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix);
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,10 @@
+#pragma once
+
+// The Windows headers without their macros that collide with ordinary names.
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>

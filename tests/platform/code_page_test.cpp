@@ -1,0 +1,61 @@
+#include "platform/code_page.h"
+
+#include <gtest/gtest.h>
+
+using namespace scrivalen::platform;
+
+namespace {
+
+struct Converted {
+  std::optional<std::string> bytes;
+  LossCounter loss;
+};
+
+Converted convert(std::wstring_view text, std::size_t capacity = 64) {
+  char out[64];
+  Converted result;
+  if (const auto size = toCodePage(text, out, capacity, result.loss)) {
+    result.bytes = std::string(out, *size);
+  }
+  return result;
+}
+
+std::wstring unit(unsigned value) { return std::wstring(1, static_cast<wchar_t>(value)); }
+
+}  // namespace
+
+TEST(CodePage, HoldsLatinLettersAndTypographicSigns) {
+  EXPECT_EQ(convert(L"Az \u00E9\u00FF \u20AC\u201E\u201C\u2122\u0178").bytes, "Az \xE9\xFF \x80\x84\x93\x99\x9F");
+}
+
+TEST(CodePage, LetsItsFiveUnusedBytesStandForThemselves) {
+  EXPECT_EQ(convert(L"\u0081\u008D\u008F\u0090\u009D").bytes, "\x81\x8D\x8F\x90\x9D");
+}
+
+TEST(CodePage, WritesAQuestionMarkForWhatItLacks) {
+  const Converted converted = convert(L"a\u0141\u4E2Db");
+  EXPECT_EQ(converted.bytes, "a??b");
+  EXPECT_EQ(converted.loss.count(), 2u);
+  EXPECT_EQ(converted.loss.first(), 0x141u);
+}
+
+TEST(CodePage, TakesNoLookAlikeLetters) { EXPECT_EQ(convert(L"\u0100\uFF21\u221E").bytes, "???"); }
+
+TEST(CodePage, WritesTwoQuestionMarksForASurrogatePair) {
+  EXPECT_EQ(convert(unit(0xD83D) + unit(0xDE00)).bytes, "??");
+  EXPECT_EQ(convert(unit(0xD83D) + unit(0xDE00)).loss.count(), 1u);
+  EXPECT_EQ(convert(unit(0xD83D)).bytes, "?");
+}
+
+TEST(CodePage, FillsTheRoomAndNoMore) {
+  EXPECT_EQ(convert(L"abcd", 4).bytes, "abcd");
+  EXPECT_EQ(convert(L"abcde", 4).bytes, std::nullopt);
+  EXPECT_EQ(convert(L"abc" + unit(0xD83D) + unit(0xDE00), 4).bytes, std::nullopt);
+  EXPECT_EQ(convert(L"", 0).bytes, "");
+}
+
+TEST(CodePage, TellsWhetherItHoldsAText) {
+  EXPECT_TRUE(isInCodePage(L"caf\u00E9 \u20AC"));
+  EXPECT_FALSE(isInCodePage(L"\u0141"));
+  EXPECT_FALSE(isInCodePage(unit(0xD83D) + unit(0xDE00)));
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace scrivalen::test {
+
+/// Takes over the log while it lives. One at a time.
+class CapturedLog {
+ public:
+  CapturedLog();
+  CapturedLog(const CapturedLog&) = delete;
+  CapturedLog& operator=(const CapturedLog&) = delete;
+  ~CapturedLog();
+
+  const std::vector<std::wstring>& lines() const;
+};
+
+/// Lets the clock stand still at a time while it lives: seconds since 1970-01-01 UTC. One at a time.
+class FixedClock {
+ public:
+  explicit FixedClock(std::int64_t seconds);
+  FixedClock(const FixedClock&) = delete;
+  FixedClock& operator=(const FixedClock&) = delete;
+  ~FixedClock();
+};
+
+}  // namespace scrivalen::test

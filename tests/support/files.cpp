@@ -1,0 +1,55 @@
+#include "support/files.h"
+
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace scrivalen::platform;
+
+namespace scrivalen::test {
+
+TemporaryFolder::TemporaryFolder() {
+  const auto folder = createPrivateFolder();
+  EXPECT_TRUE(folder.has_value());
+  path_ = folder.value_or(L"");
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(std::filesystem::path(path_), ignored);
+}
+
+std::wstring TemporaryFolder::operator/(std::wstring_view name) const {
+  return path_ + kPathSeparator + std::wstring(name);
+}
+
+std::string bytesOf(const std::wstring& path) {
+  std::string bytes;
+  const NativeFile file = openForReading(path);
+  EXPECT_NE(file, nullptr);
+  char chunk[4096];
+  for (;;) {
+    const auto size = file ? readSome(file, chunk, sizeof chunk) : 0;
+    if (!size || *size == 0) {
+      break;
+    }
+    bytes.append(chunk, *size);
+  }
+  if (file) {
+    closeFile(file);
+  }
+  return bytes;
+}
+
+void writeBytes(const std::wstring& path, std::string_view bytes) {
+  const NativeFile file = openExclusive(path);
+  ASSERT_NE(file, nullptr);
+  EXPECT_TRUE(writeAll(file, bytes.data(), bytes.size()));
+  EXPECT_TRUE(closeFile(file));
+}
+
+bool exists(const std::wstring& path) { return pathExists(path); }
+
+}  // namespace scrivalen::test

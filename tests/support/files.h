@@ -1,0 +1,29 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace scrivalen::test {
+
+/// A folder of its own for one test, removed with all files in it at the end.
+class TemporaryFolder {
+ public:
+  TemporaryFolder();
+  TemporaryFolder(const TemporaryFolder&) = delete;
+  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+  ~TemporaryFolder();
+
+  /// The path of a file in the folder.
+  std::wstring operator/(std::wstring_view name) const;
+  const std::wstring& path() const { return path_; }
+
+ private:
+  std::wstring path_;
+};
+
+/// The bytes of a file; fails the test when it cannot be read.
+std::string bytesOf(const std::wstring& path);
+void writeBytes(const std::wstring& path, std::string_view bytes);
+bool exists(const std::wstring& path);
+
+}  // namespace scrivalen::test
