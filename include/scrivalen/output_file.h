@@ -41,7 +41,7 @@ class SCRIVALEN_API ReportFile : public OutputFile {
   /// Creates or truncates a file for writing, with exclusive sharing: a file that anyone holds open for writing
   /// through this library is refused and stays untouched.
   /// @param name  the file's path; null is an empty path
-  /// @return true when the file is open; false with the reason in Error, or when this object has a file open already
+  /// @return true when the file is open; false with the reason in Error, or when this object has a file open already, which stays open
   bool Open(const wchar_t* name);
 
   /// Appends bytes; without an open file it does nothing.
@@ -55,7 +55,7 @@ class SCRIVALEN_API ReportFile : public OutputFile {
   bool Flush();
 
   /// Flushes and closes the file; harmless without an open file.
-  /// @return false when bytes written since Open did not all reach the file; Error says why
+  /// @return false when bytes written since Open did not all reach the file; WriteError says why
   bool Close();
 
   bool IsOpen() const;
@@ -67,9 +67,11 @@ class SCRIVALEN_API ReportFile : public OutputFile {
   /// The path that was given to Open last; never null.
   const wchar_t* Name() const;
 
-  /// The system's text for the last failed opening or the first failed write since; empty when there was none.
-  /// Valid until the next call of this object.
+  /// Why the last opening failed; empty when it did not. Valid until the next opening.
   const wchar_t* Error() const;
+
+  /// The system's text for the first failed write since Open; empty when there was none. Valid until the next opening.
+  const wchar_t* WriteError() const;
 
  private:
   /// The library's own writers put their bytes into the buffer instead of handing them over.

@@ -20,8 +20,7 @@ struct Conversion {
 
 Conversion convert(const wchar_t* text, int length, char* out, int capacity) {
   BOOL replaced = FALSE;
-  const int size =
-      WideCharToMultiByte(codePage(), WC_NO_BEST_FIT_CHARS, text, length, out, capacity, "?", &replaced);
+  const int size = WideCharToMultiByte(codePage(), WC_NO_BEST_FIT_CHARS, text, length, out, capacity, "?", &replaced);
   return {size, !replaced};
 }
 

@@ -14,12 +14,13 @@ std::vector<std::string> programArguments(int argc, char** argv);
 /// An environment variable as UTF-8; nothing when it is not set.
 std::optional<std::string> environmentVariable(const char* name);
 
-/// Reads up to @p size bytes of standard input as they are; 0 at the end, nothing on an error.
+/// Reads up to @p size bytes of standard input as they are; 0 at the end, nothing on an error or an interrupt.
 std::optional<std::size_t> readStandardInput(void* data, std::size_t size);
 
 /// Writes UTF-8 text; a terminal shows it as such.
 void writeStandardOutput(std::string_view text);
 void writeStandardError(std::string_view text);
+/// Whether standard error is a terminal that understands control sequences.
 bool isStandardErrorTerminal();
 
 }  // namespace scrivalen::platform

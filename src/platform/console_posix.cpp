@@ -1,7 +1,8 @@
 #include "platform/console.h"
 
-#include "platform/files.h"
+#include "platform/interrupt.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 
@@ -17,7 +18,15 @@ std::optional<std::string> environmentVariable(const char* name) {
 }
 
 std::optional<std::size_t> readStandardInput(void* data, std::size_t size) {
-  return readSome(nullptr, data, size);  // a null handle carries descriptor 0
+  for (;;) {
+    const ssize_t count = ::read(STDIN_FILENO, data, size);
+    if (count >= 0) {
+      return static_cast<std::size_t>(count);
+    }
+    if (errno != EINTR || wasInterrupted()) {
+      return std::nullopt;
+    }
+  }
 }
 
 void writeStandardOutput(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }

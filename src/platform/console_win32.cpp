@@ -66,6 +66,11 @@ void writeStandardOutput(std::string_view text) { writeStream(STD_OUTPUT_HANDLE,
 
 void writeStandardError(std::string_view text) { writeStream(STD_ERROR_HANDLE, text); }
 
-bool isStandardErrorTerminal() { return isTerminal(GetStdHandle(STD_ERROR_HANDLE)); }
+// A terminal that does not understand control sequences would show them: it is not treated as one.
+bool isStandardErrorTerminal() {
+  const HANDLE stream = GetStdHandle(STD_ERROR_HANDLE);
+  DWORD mode = 0;
+  return GetConsoleMode(stream, &mode) && SetConsoleMode(stream, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+}
 
 }  // namespace scrivalen::platform

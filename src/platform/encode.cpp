@@ -5,15 +5,15 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstdint>
 #include <cstring>
 
 namespace scrivalen::platform {
 namespace {
 
-constexpr std::size_t kBlock = 16;
-constexpr std::size_t kChunk = 4096;       // characters that are written between two looks at the buffer's room
-constexpr std::size_t kLongest = 6;        // bytes of the longest escape, which is longer than any UTF-8 sequence
-constexpr std::size_t kUnitsPerCharacter = 2;
+constexpr std::size_t kBlock = 8;
+constexpr std::size_t kChunk = 4096;  // characters that are written between two looks at the buffer's room
+constexpr std::size_t kLongest = 6;   // bytes of the longest escape, which is longer than any UTF-8 sequence
 
 // What a character below 0x80 becomes; an empty text is the character itself, a blank one is forbidden by XML 1.0.
 constexpr std::string_view kForbidden = " ";
@@ -39,40 +39,68 @@ constexpr bool isForbiddenByXml(char32_t c) {
 
 unsigned value(wchar_t c) { return static_cast<unsigned>(c); }
 
-struct PlainUtf8 {
-  static unsigned needsCare(unsigned c) { return c >= 0x80u; }
+// What an output takes as it stands: characters below a power of two, in units of its own.
+template <typename OutputUnit, unsigned kLimit>
+struct PlainBelow {
+  using Unit = OutputUnit;
+  static constexpr unsigned kEnd = kLimit;
+  static bool isPlain(unsigned c) { return c < kEnd; }
+  /// Whether nothing among eight bytes needs care; asked when all of them are below kEnd.
+  static bool arePlain(std::uint64_t) { return true; }
 };
+
+using PlainUtf8 = PlainBelow<char, 0x80>;
+using PlainLowByte = PlainBelow<char, 0x100>;
+using PlainUtf16 = PlainBelow<char16_t, 0x10000>;
+
+constexpr std::uint64_t eightTimes(std::uint64_t byte) { return byte * 0x0101010101010101; }
 
 // Quotes are looked at in content too: they are rare there, and one test serves both.
-struct PlainMarkup {
-  static unsigned needsCare(unsigned c) {
-    return static_cast<unsigned>(c - 0x20u >= 0x60u) | static_cast<unsigned>(c == '&') |
-           static_cast<unsigned>(c == '<') | static_cast<unsigned>(c == '>') | static_cast<unsigned>(c == '"');
+struct PlainMarkup : PlainBelow<char, 0x80> {
+  static bool isPlain(unsigned c) { return c >= 0x20 && c < kEnd && c != '&' && c != '<' && c != '>' && c != '"'; }
+
+  // Bytes below 0x80 do not carry into each other, so in each of the sums a byte's top bit tells about that byte: it is
+  // no control character, it is not '<' or '>', which differ in one bit, it is not '"' or '&', which do so too.
+  static bool arePlain(std::uint64_t bytes) {
+    const std::uint64_t printable = bytes + eightTimes(0x80 - 0x20);
+    const std::uint64_t noAngle = ((bytes | eightTimes('<' ^ '>')) ^ eightTimes('<' | '>')) + eightTimes(0x7F);
+    const std::uint64_t noQuote = ((bytes | eightTimes('"' ^ '&')) ^ eightTimes('"' | '&')) + eightTimes(0x7F);
+    return (printable & noAngle & noQuote & eightTimes(0x80)) == eightTimes(0x80);
   }
 };
 
-struct PlainUtf16 {
-  static unsigned needsCare(unsigned c) { return c >= 0x10000u; }
-};
-
-struct PlainLowByte {
-  static unsigned needsCare(unsigned c) { return c >= 0x100u; }
-};
-
-template <typename Plain>
-bool isPlainBlock(const wchar_t* at) {
-  unsigned care = 0;
-  for (std::size_t i = 0; i < kBlock; ++i) {
-    care |= Plain::needsCare(value(at[i]));
+// The unit as the file has it, little-endian.
+template <typename Unit>
+Unit stored(unsigned c) {
+  if constexpr (sizeof(Unit) == 2 && std::endian::native == std::endian::big) {
+    return static_cast<Unit>((c & 0xFF) << 8 | c >> 8);
+  } else {
+    return static_cast<Unit>(c);
   }
-  return care == 0;
 }
 
-char* copyBytes(const wchar_t* from, std::size_t count, char* out) {
-  for (std::size_t i = 0; i < count; ++i) {
-    out[i] = static_cast<char>(from[i]);
+// Writes a block as it stands. Answers false when something in it was not plain; what was written is then to be written
+// over. The array keeps the compiler free to use wide moves: `out` alone could be anywhere, in `from` too.
+template <typename Plain>
+bool copyBlock(const wchar_t* from, char* out) {
+  using Unit = typename Plain::Unit;
+  Unit units[kBlock];
+  unsigned all = 0;
+  for (std::size_t i = 0; i < kBlock; ++i) {
+    all |= value(from[i]);
+    units[i] = stored<Unit>(value(from[i]));
   }
-  return out + count;
+  std::memcpy(out, units, sizeof units);
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, units, sizeof bytes);
+  return all < Plain::kEnd && Plain::arePlain(bytes);
+}
+
+template <typename Unit>
+char* putUnit(unsigned c, char* out) {
+  const Unit unit = stored<Unit>(c);
+  std::memcpy(out, &unit, sizeof unit);
+  return out + sizeof unit;
 }
 
 char* copyText(std::string_view text, char* out) {
@@ -85,28 +113,49 @@ char* putReplacement(char32_t lost, char* out, LossCounter& loss) {
   return out + putUtf8(kReplacement, out);
 }
 
-// Calls `careful(at, end, out)` for each character of a block that is not plain; it moves `at` past the character and
-// answers where the next byte goes.
+// The letters of many alphabets: two bytes in UTF-8, and never in need of care.
+template <typename Plain>
+constexpr bool isTwoByteUtf8(unsigned c) {
+  return Plain::kEnd == 0x80 && c >= 0x80 && c < 0x800;
+}
+
+// Writes characters one by one and moves `at` past them. Those that need care go to `careful(at, end, out)`, which also
+// moves past what it takes; of a surrogate pair at the block's end it takes both.
 template <typename Plain, typename Careful>
-void putBytes(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
+char* putOneByOne(const wchar_t*& at, const wchar_t* blockEnd, const wchar_t* end, char* out, Careful careful) {
+  while (at < blockEnd) {
+    const unsigned c = value(*at);
+    if (Plain::isPlain(c)) {
+      out = putUnit<typename Plain::Unit>(c, out);
+      ++at;
+    } else if (isTwoByteUtf8<Plain>(c)) {
+      out += putUtf8(c, out);
+      ++at;
+    } else {
+      out = careful(at, end, out);
+    }
+  }
+  return out;
+}
+
+// What is left behind the last plain block goes with a block that begins inside that one.
+template <typename Plain, typename Careful>
+void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
   const wchar_t* at = text.data();
   const wchar_t* const end = at + text.size();
   while (at < end) {
     const wchar_t* const stop = at + std::min(kChunk, static_cast<std::size_t>(end - at));
     char* out = buffer.room(static_cast<std::size_t>(stop - at) * kLongest);
+    bool plainBefore = false;
     while (at < stop) {
-      if (static_cast<std::size_t>(stop - at) >= kBlock && isPlainBlock<Plain>(at)) {
-        out = copyBytes(at, kBlock, out);
-        at += kBlock;
-        continue;
-      }
-      const wchar_t* const blockEnd = at + std::min(kBlock, static_cast<std::size_t>(stop - at));
-      while (at < blockEnd) {
-        if (Plain::needsCare(value(*at)) == 0) {
-          *out++ = static_cast<char>(*at++);
-        } else {
-          out = careful(at, end, out);
-        }
+      const auto left = static_cast<std::size_t>(stop - at);
+      const std::size_t again = plainBefore && left < kBlock ? kBlock - left : 0;
+      plainBefore = left + again >= kBlock && copyBlock<Plain>(at - again, out - again * sizeof(typename Plain::Unit));
+      if (plainBefore) {
+        at += kBlock - again;
+        out += (kBlock - again) * sizeof(typename Plain::Unit);
+      } else {
+        out = putOneByOne<Plain>(at, at + std::min(left, kBlock), end, out, careful);
       }
     }
     buffer.advance(out);
@@ -154,14 +203,14 @@ bool isReference(const wchar_t* at, const wchar_t* end) {
 }  // namespace
 
 void putUtf8Text(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
-  putBytes<PlainUtf8>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+  putText<PlainUtf8>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
     const char32_t c = nextCharacter(at, end);
     return isSurrogate(c) || c > 0x10FFFF ? putReplacement(c, out, loss) : out + putUtf8(c, out);
   });
 }
 
 void putQuoted(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
-  putBytes<PlainMarkup>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+  putText<PlainMarkup>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
     const char32_t c = nextCharacter(at, end);
     if (isForbiddenByXml(c)) {
       return putReplacement(c, out, loss);
@@ -172,7 +221,7 @@ void putQuoted(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) 
 
 void putElementContent(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
   const wchar_t* const begin = text.data();
-  putBytes<PlainMarkup>(buffer, text, [&loss, begin](const wchar_t*& at, const wchar_t* end, char* out) {
+  putText<PlainMarkup>(buffer, text, [&loss, begin](const wchar_t*& at, const wchar_t* end, char* out) {
     const wchar_t* const start = at;
     const char32_t c = nextCharacter(at, end);
     if (isForbiddenByXml(c)) {
@@ -185,71 +234,29 @@ void putElementContent(OutputBuffer& buffer, std::wstring_view text, LossCounter
 }
 
 void putLowBytes(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
-  putBytes<PlainLowByte>(buffer, text, [&loss](const wchar_t*& at, const wchar_t*, char* out) {
-    const auto c = static_cast<char32_t>(*at++);
+  putText<PlainLowByte>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+    const char32_t c = asCharacter(nextCharacter(at, end));
     loss.note(c);
     if (c > 0xFFFF) {
-      *out++ = static_cast<char>((0xD800 + ((c - 0x10000) >> 10)) & 0xFF);
+      *out++ = static_cast<char>(highSurrogate(c) & 0xFF);
+      return putUnit<char>(lowSurrogate(c) & 0xFF, out);
     }
-    *out++ = static_cast<char>(c & 0xFF);
-    return out;
+    return putUnit<char>(c & 0xFF, out);
   });
 }
 
-namespace {
-
-char* putUnit(unsigned unit, char* out) {
-  out[0] = static_cast<char>(unit & 0xFF);
-  out[1] = static_cast<char>((unit >> 8) & 0xFF);
-  return out + 2;
-}
-
-// Where the machine's own order is the file's, whole units are stored, which the compiler turns into wide moves.
-char* copyUnits(const wchar_t* from, std::size_t count, char* out) {
-  if constexpr (std::endian::native == std::endian::little) {
-    char16_t units[kBlock];
-    for (std::size_t i = 0; i < count; ++i) {
-      units[i] = static_cast<char16_t>(from[i]);
-    }
-    std::memcpy(out, units, count * sizeof(char16_t));
-    return out + count * sizeof(char16_t);
-  } else {
-    for (std::size_t i = 0; i < count; ++i) {
-      out = putUnit(value(from[i]), out);
-    }
-    return out;
-  }
-}
-
-char* putCharacterAsUtf16(unsigned c, char* out) {
-  if (c < 0x10000) {
-    return putUnit(c, out);
-  }
-  out = putUnit(0xD800 + ((c - 0x10000) >> 10), out);
-  return putUnit(0xDC00 + ((c - 0x10000) & 0x3FF), out);
-}
-
-}  // namespace
-
 void putUtf16(OutputBuffer& buffer, std::wstring_view text) {
-  const wchar_t* at = text.data();
-  const wchar_t* const end = at + text.size();
-  while (at < end) {
-    const wchar_t* const stop = at + std::min(kChunk, static_cast<std::size_t>(end - at));
-    char* out = buffer.room(static_cast<std::size_t>(stop - at) * kUnitsPerCharacter * sizeof(char16_t));
-    while (at < stop) {
-      if (static_cast<std::size_t>(stop - at) >= kBlock && isPlainBlock<PlainUtf16>(at)) {
-        out = copyUnits(at, kBlock, out);
-        at += kBlock;
-      } else {
-        out = putCharacterAsUtf16(value(*at++), out);
-      }
+  putText<PlainUtf16>(buffer, text, [](const wchar_t*& at, const wchar_t*, char* out) {
+    const char32_t c = asCharacter(static_cast<char32_t>(*at++));
+    if (c < 0x10000) {
+      return putUnit<char16_t>(c, out);
     }
-    buffer.advance(out);
-  }
+    out = putUnit<char16_t>(highSurrogate(c), out);
+    return putUnit<char16_t>(lowSurrogate(c), out);
+  });
 }
 
-std::wstring quotedText(std::wstring_view text) {
+std::wstring quotedText(std::wstring_view text, LossCounter& loss) {
   std::wstring result;
   result.reserve(text.size());
   const wchar_t* at = text.data();
@@ -258,6 +265,7 @@ std::wstring quotedText(std::wstring_view text) {
     const wchar_t* const start = at;
     const char32_t c = nextCharacter(at, end);
     if (isForbiddenByXml(c)) {
+      loss.note(c);
       result += static_cast<wchar_t>(kReplacement);
     } else if (c < 0x80 && !kQuoteEscapes[c].empty()) {
       result.append(kQuoteEscapes[c].begin(), kQuoteEscapes[c].end());

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-// Wide text straight into an output buffer. Sixteen characters at a time are looked at and copied as long as nothing in
+// Wide text straight into an output buffer. Eight characters at a time are copied and looked at as long as nothing in
 // them needs care, which makes escaping and encoding cost little more than the copy.
 namespace scrivalen::platform {
 
@@ -27,6 +27,6 @@ void putUtf16(OutputBuffer& out, std::wstring_view text);
 void putLowBytes(OutputBuffer& out, std::wstring_view text, LossCounter& loss);
 
 /// The text as putQuoted writes it, still wide.
-std::wstring quotedText(std::wstring_view text);
+std::wstring quotedText(std::wstring_view text, LossCounter& loss);
 
 }  // namespace scrivalen::platform

@@ -50,9 +50,7 @@ int openDescriptor(const std::wstring& path, int flags) {
   return moved;
 }
 
-NativeFile toNative(int fd) {
-  return fd < 0 ? nullptr : reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(fd));
-}
+NativeFile toNative(int fd) { return fd < 0 ? nullptr : reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(fd)); }
 
 bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(native(path).c_str(), &status) == 0; }
 

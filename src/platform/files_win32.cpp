@@ -93,7 +93,8 @@ bool isSpecialFile(const std::wstring& path) {
   if (isFolder(path) || !pathExists(path)) {
     return false;
   }
-  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+  const HANDLE file =
+      CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return false;
   }
@@ -117,8 +118,9 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
 
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
   std::vector<std::wstring> names;
+  const bool isSeparated = !folder.empty() && kPathSeparators.find(folder.back()) != std::wstring_view::npos;
   WIN32_FIND_DATAW entry{};
-  const HANDLE search = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+  const HANDLE search = FindFirstFileW((folder + (isSeparated ? L"*" : L"\\*")).c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) {
     return names;
   }

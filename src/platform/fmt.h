@@ -29,8 +29,8 @@ struct FormatValue {
 
 /// printf-style formatting into wide text, the same on every platform and in every locale: %s and %c take wide text.
 ///
-/// Known are %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision; size modifiers (h, l,
-/// ll, I64) are passed over. What is not known, or has no value, is written as it stands. A null text is empty.
+/// Known are %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision; size modifiers (h,
+/// l, ll, I64) are passed over. What is not known, or has no value, is written as it stands. A null text is empty.
 struct FMT {
   template <typename... Values>
   static std::wstring Format(std::wstring_view format, const Values&... values) {

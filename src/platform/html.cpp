@@ -60,19 +60,19 @@ void HTML::Open(ReportFile& file) {
   Flush();
   host_.reset();
   out_ = bufferOf(file);
-  loss_.reset();
 }
 
 void HTML::Open(OutputFile& file) {
   Flush();
   host_ = std::make_shared<HostOutput>(file);
   out_ = &host_->buffer;
-  loss_.reset();
+  out_->room(1);  // so that no write has to ask for memory
 }
 
 void HTML::Unbind() {
   out_ = nullptr;
   host_.reset();
+  loss_.reset();
 }
 
 void HTML::Head(const wchar_t* title, const wchar_t*, int) {
@@ -93,12 +93,6 @@ void HTML::Text(std::wstring_view text) {
   }
 }
 
-void HTML::Literal(std::string_view ascii) {
-  if (out_) {
-    out_->write(ascii.data(), ascii.size());
-  }
-}
-
 void HTML::Number(int number) {
   char digits[16];
   Literal({digits, std::to_chars(digits, digits + sizeof digits, number).ptr});
@@ -110,9 +104,32 @@ void HTML::QuotedText(const wchar_t* text) {
   }
 }
 
+void HTML::Content(const wchar_t* text) {
+  if (out_ && text) {
+    putElementContent(*out_, text, loss_);
+  }
+}
+
+// Names are short and ASCII nearly always: such a one is written while its end is looked for.
+void HTML::writeName(const wchar_t* name) {
+  constexpr std::size_t kUsual = 64;
+  if (!out_ || !name) {
+    return;
+  }
+  char* at = out_->room(kUsual);
+  const char* const limit = at + kUsual;
+  while (*name > 0 && *name < 0x80 && at < limit) {
+    *at++ = static_cast<char>(*name++);
+  }
+  out_->advance(at);
+  if (*name) {
+    Text(name);
+  }
+}
+
 void HTML::OpenTag(const wchar_t* name, const wchar_t* attribute, const wchar_t* value) {
   Literal("<");
-  Text(name);
+  writeName(name);
   if (attribute) {
     Literal(" ");
     Text(attribute);
@@ -125,15 +142,13 @@ void HTML::OpenTag(const wchar_t* name, const wchar_t* attribute, const wchar_t*
 
 void HTML::CloseTag(const wchar_t* name) {
   Literal("</");
-  Text(name);
+  writeName(name);
   Literal(">");
 }
 
 void HTML::Tag(const wchar_t* name, const wchar_t* content, const wchar_t*, const wchar_t*) {
   OpenTag(name, nullptr, nullptr);
-  if (out_ && content) {
-    putElementContent(*out_, content, loss_);
-  }
+  Content(content);
   CloseTag(name);
 }
 
@@ -150,7 +165,12 @@ void HTML::Table(short open, short, const wchar_t* attributes) {
   Literal(">");
 }
 
-std::wstring HTML::Quoting(const std::wstring& text, int) { return quotedText(text); }
+std::wstring HTML::Quoting(const std::wstring& text, int) {
+  LossCounter ignored;
+  return quotedText(text, ignored);
+}
+
+std::wstring HTML::CountedQuoting(const std::wstring& text) { return quotedText(text, loss_); }
 
 bool HTML::Flush() { return !out_ || out_->flush(); }
 

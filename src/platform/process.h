@@ -8,9 +8,9 @@ namespace scrivalen::platform {
 
 struct ProcessResult {
   bool started = false;
-  std::uint32_t error = 0;  ///< the system's number when it was not started
-  int exitStatus = 0;       ///< when it was started; -1 when a signal ended it
-  std::wstring commandLine; ///< what was run, each argument in double quotes
+  std::uint32_t error = 0;   ///< the system's number when it was not started
+  int exitStatus = 0;        ///< when it was started; -1 when a signal ended it
+  std::wstring commandLine;  ///< what was run, each argument in double quotes
 };
 
 /// Starts a program, without a window and without a shell, and waits for its end.

@@ -25,13 +25,14 @@ struct ReportFile::State : ByteSink {
   }
 
   void rememberLoss() {
-    CLog::FormatLastError(error);
-    CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, error));
+    CLog::FormatLastError(writeError);
+    CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError));
   }
 
   NativeFile file = nullptr;
   std::wstring name;
-  std::wstring error;
+  std::wstring openError;
+  std::wstring writeError;
   OutputBuffer buffer;
 };
 
@@ -41,16 +42,17 @@ ReportFile::~ReportFile() { Close(); }
 
 bool ReportFile::Open(const wchar_t* name) {
   if (IsOpen()) {
-    state_->error = L"The report is still open.";
+    state_->openError = L"The report is still open.";
     return false;
   }
   state_->name = name ? name : L"";
-  state_->error.clear();
+  state_->openError.clear();
+  state_->writeError.clear();
   state_->buffer.reset();
   state_->buffer.room(1);  // so that no write has to ask for memory
   state_->file = openExclusive(state_->name);
   if (!IsOpen()) {
-    CLog::FormatLastError(state_->error);
+    CLog::FormatLastError(state_->openError);
   }
   return IsOpen();
 }
@@ -84,8 +86,8 @@ void* ReportFile::Handle() const { return state_->file; }
 
 const wchar_t* ReportFile::Name() const { return state_->name.c_str(); }
 
-const wchar_t* ReportFile::Error() const { return state_->error.c_str(); }
+const wchar_t* ReportFile::Error() const { return state_->openError.c_str(); }
 
-OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file) {
-  return file.IsOpen() ? &file.state_->buffer : nullptr;
-}
+const wchar_t* ReportFile::WriteError() const { return state_->writeError.c_str(); }
+
+OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file) { return file.IsOpen() ? &file.state_->buffer : nullptr; }

@@ -83,7 +83,9 @@ std::size_t appendWide(std::wstring& wide, std::string_view utf8) {
     while (at != end && static_cast<unsigned char>(*at) < 0x80) {
       ++at;
     }
-    wide.append(start, at);
+    const std::size_t before = wide.size();
+    wide.resize(before + static_cast<std::size_t>(at - start));
+    std::copy(start, at, wide.begin() + static_cast<std::ptrdiff_t>(before));
     if (at == end) {
       break;
     }

@@ -13,6 +13,13 @@ constexpr bool isSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
 constexpr bool isHighSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
+/// The two code units of a character above U+FFFF.
+constexpr char32_t highSurrogate(char32_t c) { return 0xD800 + ((c - 0x10000) >> 10); }
+constexpr char32_t lowSurrogate(char32_t c) { return 0xDC00 + ((c - 0x10000) & 0x3FF); }
+
+/// What a wide character stands for: U+FFFD where its number is no character's.
+constexpr char32_t asCharacter(char32_t c) { return c > 0x10FFFF ? kReplacement : c; }
+
 /// The character at @p at of wide text, which it moves past it: a surrogate pair is one character, also where wide
 /// characters have 32 bits; a lone surrogate and a number above 0x10FFFF are answered as they stand.
 inline char32_t nextCharacter(const wchar_t*& at, const wchar_t* end) {

@@ -51,6 +51,5 @@ TEST(LossLine, TellsHowManyAndTheFirst) {
   scrivalen::platform::logLoss(L"out.txt", loss);
   ASSERT_EQ(log.lines().size(), 2u);
   EXPECT_EQ(log.lines()[0], L"'out.txt': 1 character could not be written as it was given: U+0141.");
-  EXPECT_EQ(log.lines()[1],
-            L"'out.txt': 2 characters could not be written as they were given, the first is U+0141.");
+  EXPECT_EQ(log.lines()[1], L"'out.txt': 2 characters could not be written as they were given, the first is U+0141.");
 }

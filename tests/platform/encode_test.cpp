@@ -51,7 +51,9 @@ TEST(PutUtf8Text, WritesTextAsItStands) {
 
 TEST(PutUtf8Text, CountsALoneSurrogateAsLost) {
   const Written written = put(putUtf8Text, L"a" + unit(0xD83D) + L"b" + grin());
-  EXPECT_EQ(written.bytes, "a\xEF\xBF\xBD" "b\xF0\x9F\x98\x80");
+  EXPECT_EQ(written.bytes,
+            "a\xEF\xBF\xBD"
+            "b\xF0\x9F\x98\x80");
   EXPECT_EQ(written.loss.count(), 1u);
   EXPECT_EQ(written.loss.first(), 0xD83Du);
 }
@@ -64,7 +66,9 @@ TEST(PutQuoted, EscapesWhatIsQuotedAlreadyOnceMore) { EXPECT_EQ(put(putQuoted, L
 
 TEST(PutQuoted, ReplacesWhatXmlForbids) {
   const Written written = put(putQuoted, L"a" + unit(1) + L"\t\r\n" + unit(0xFFFE) + unit(0xDC00) + L"b");
-  EXPECT_EQ(written.bytes, "a\xEF\xBF\xBD\t\r\n\xEF\xBF\xBD\xEF\xBF\xBD" "b");
+  EXPECT_EQ(written.bytes,
+            "a\xEF\xBF\xBD\t\r\n\xEF\xBF\xBD\xEF\xBF\xBD"
+            "b");
   EXPECT_EQ(written.loss.count(), 3u);
   EXPECT_EQ(written.loss.first(), 1u);
 }
@@ -114,9 +118,7 @@ TEST(PutElementContent, SeesBracketsInFrontOfABlock) {
   EXPECT_EQ(put(putElementContent, std::wstring(14, L'x') + L"]]>").bytes, std::string(14, 'x') + "]]&gt;");
 }
 
-TEST(PutUtf16, WritesLittleEndianUnits) {
-  EXPECT_EQ(utf16(L"A\u20AC"), std::string("A\0\xAC\x20", 4));
-}
+TEST(PutUtf16, WritesLittleEndianUnits) { EXPECT_EQ(utf16(L"A\u20AC"), std::string("A\0\xAC\x20", 4)); }
 
 TEST(PutUtf16, WritesACharacterAboveFFFFAsTwoSurrogates) {
   EXPECT_EQ(utf16(grin()), "\x3D\xD8" + std::string("\x00\xDE", 2));
@@ -146,9 +148,19 @@ TEST(PutLowBytes, CountsEachCharacterAboveFF) {
   EXPECT_EQ(written.loss.first(), 0x141u);
 }
 
+TEST(PutLowBytes, CountsASurrogatePairAsOneCharacter) {
+  const Written written = put(putLowBytes, unit(0xD83D) + unit(0xDE00));
+  EXPECT_EQ(written.bytes, std::string("\x3D\x00", 2));
+  EXPECT_EQ(written.loss.count(), 1u);
+  EXPECT_EQ(written.loss.first(), 0x1F600u);
+}
+
 TEST(QuotedText, GivesTheWideTextThatPutQuotedWrites) {
-  EXPECT_EQ(quotedText(L"a<b & \"c\"" + unit(2) + grin() + unit(0xD800)),
+  LossCounter loss;
+  EXPECT_EQ(quotedText(L"a<b & \"c\"" + unit(2) + grin() + unit(0xD800), loss),
             L"a&lt;b &amp; &quot;c&quot;\uFFFD" + grin() + L"\uFFFD");
+  EXPECT_EQ(loss.count(), 2u);
+  EXPECT_EQ(loss.first(), 2u);
 }
 
 TEST(OutputBuffer, HandsOverInOrderWhateverTheSizes) {

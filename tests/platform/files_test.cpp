@@ -42,6 +42,17 @@ TEST(Files, OpenExclusiveRefusesAFileThatIsBeingRead) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
+TEST(Files, OpenForReadingLetsOtherReadersIn) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "x");
+  const NativeFile first = openForReading(folder / L"a");
+  const NativeFile second = openForReading(folder / L"a");
+  EXPECT_NE(first, nullptr);
+  EXPECT_NE(second, nullptr);
+  EXPECT_TRUE(closeFile(first));
+  EXPECT_TRUE(closeFile(second));
+}
+
 TEST(Files, AFolderIsNoFile) {
   const TemporaryFolder folder;
   EXPECT_EQ(openExclusive(folder.path()), nullptr);
@@ -103,6 +114,7 @@ TEST(Files, ListsByEndingInAnyCaseAndNoFolders) {
   std::vector<std::wstring> names = filesEndingWith(folder.path(), L".htm");
   std::sort(names.begin(), names.end());
   EXPECT_EQ(names, (std::vector<std::wstring>{L"B.HTM", L"a.htm"}));
+  EXPECT_EQ(filesEndingWith(folder.path() + kPathSeparator, L".htmx"), std::vector<std::wstring>{L"d.htmx"});
   EXPECT_TRUE(filesEndingWith(folder / L"missing", L".htm").empty());
 }
 

@@ -2,9 +2,7 @@
 
 #include <gtest/gtest.h>
 
-TEST(Fmt, FillsTextsAndNumbers) {
-  EXPECT_EQ(FMT::Format(L"<h%d %s>", 3, L"id=\"x\""), L"<h3 id=\"x\">");
-}
+TEST(Fmt, FillsTextsAndNumbers) { EXPECT_EQ(FMT::Format(L"<h%d %s>", 3, L"id=\"x\""), L"<h3 id=\"x\">"); }
 
 TEST(Fmt, TakesWideTextForSmallS) { EXPECT_EQ(FMT::Format(L"%s", L"\u0416\u20AC"), L"\u0416\u20AC"); }
 

@@ -13,7 +13,8 @@ using namespace scrivalen::platform;
 
 TEST(HostHandlers, TheErrorBoxShowsTitleAndText) {
   static std::wstring shown;
-  scrivalen::SetErrorBoxHandler([](const wchar_t* title, const wchar_t* text) { shown = std::wstring(title) + L"|" + text; });
+  scrivalen::SetErrorBoxHandler(
+      [](const wchar_t* title, const wchar_t* text) { shown = std::wstring(title) + L"|" + text; });
   showErrorBox(L"Title", L"Text");
   scrivalen::SetErrorBoxHandler(nullptr);
   EXPECT_EQ(shown, L"Title|Text");

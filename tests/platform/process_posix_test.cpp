@@ -10,8 +10,7 @@ using namespace scrivalen::test;
 TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
   const TemporaryFolder folder;
   const std::wstring odd = L"a b;$(touch x) \"q\" 'r' \u20AC";
-  const ProcessResult result =
-      runProgram({L"sh", L"-c", L"printf %s \"$1\" > \"$2\"", L"sh", odd, folder / L"out"});
+  const ProcessResult result = runProgram({L"sh", L"-c", L"printf %s \"$1\" > \"$2\"", L"sh", odd, folder / L"out"});
   EXPECT_TRUE(result.started);
   EXPECT_EQ(result.exitStatus, 0);
   EXPECT_EQ(bytesOf(folder / L"out"), "a b;$(touch x) \"q\" 'r' \xE2\x82\xAC");

@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <fcntl.h>
 #include <unistd.h>
+#include <cstdint>
 
 using scrivalen::test::CapturedLog;
 
@@ -19,7 +19,7 @@ TEST(ReportFileOnAFullDisk, RemembersTheFirstFailureAndLogsItOnce) {
   file.Write("def", 3);
   EXPECT_FALSE(file.Flush());
   EXPECT_FALSE(file.Close());
-  EXPECT_STREQ(file.Error(), L"No space left on device");
+  EXPECT_STREQ(file.WriteError(), L"No space left on device");
   ASSERT_EQ(log.lines().size(), 1u);
   EXPECT_EQ(log.lines()[0], L"File write error for '/dev/full'. No space left on device");
 }
@@ -31,7 +31,7 @@ TEST(ReportFileOnAFullDisk, ForgetsTheFailureWhenItIsOpenedAgain) {
   file.Write("abc", 3);
   EXPECT_FALSE(file.Close());
   ASSERT_TRUE(file.Open(L"/dev/null"));
-  EXPECT_STREQ(file.Error(), L"");
+  EXPECT_STREQ(file.WriteError(), L"");
   file.Write("abc", 3);
   EXPECT_TRUE(file.Close());
 }

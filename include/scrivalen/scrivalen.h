@@ -1,0 +1,13 @@
+#pragma once
+
+/// @file
+/// The whole interface of the library.
+
+#include <scrivalen/export.h>
+#include <scrivalen/host.h>
+#include <scrivalen/html_report.h>
+#include <scrivalen/multi_report.h>
+#include <scrivalen/output_file.h>
+#include <scrivalen/report.h>
+#include <scrivalen/text.h>
+#include <scrivalen/version.h>

@@ -1,0 +1,97 @@
+#include "formats/text_report.h"
+#include "formats/xml_report.h"
+#include "scrivalen/html_report.h"
+#include "support/captured_log.h"
+#include "support/files.h"
+#include "support/open_errors.h"
+
+#include "platform/files.h"
+
+#include <gtest/gtest.h>
+
+using namespace scrivalen::test;
+namespace platform = scrivalen::platform;
+
+namespace {
+
+template <typename Report>
+struct OpenFailure : testing::Test {
+  // Opens by the output name and by an argument; both are refused with the reason, and what follows is harmless.
+  static void expectRefused(const std::wstring& path) {
+    const CapturedLog log;
+    Report report;
+    report.SetOutputFileName(path.c_str());
+    EXPECT_EQ(report.Open(), REPORT_FILE_ERROR);
+    EXPECT_EQ(report.GetError(), openingError(path));
+    Report another;
+    EXPECT_EQ(another.Open(path.c_str()), REPORT_FILE_ERROR);
+    EXPECT_EQ(another.GetError(), openingError(path));
+    another.Row2(L"a", L"b", 0, nullptr, nullptr);
+    EXPECT_EQ(another.Close(), REPORT_OK);
+    EXPECT_TRUE(log.lines().empty());
+  }
+};
+
+using Formats = testing::Types<TextReport, HtmlReport, XmlReport>;
+
+struct FormatName {
+  template <typename Report>
+  static std::string GetName(int) {
+    return std::is_same_v<Report, TextReport> ? "Text" : std::is_same_v<Report, HtmlReport> ? "Html" : "Xml";
+  }
+};
+
+TYPED_TEST_SUITE(OpenFailure, Formats, FormatName);
+
+}  // namespace
+
+TYPED_TEST(OpenFailure, OfAPathInAMissingFolder) {
+  const TemporaryFolder folder;
+  this->expectRefused(folder / L"missing/a");
+  EXPECT_FALSE(exists(folder / L"missing"));
+}
+
+TYPED_TEST(OpenFailure, OfAFolder) {
+  const TemporaryFolder folder;
+  this->expectRefused(folder.path());
+}
+
+TYPED_TEST(OpenFailure, OfAPathUnderAFile) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"file", "kept");
+  this->expectRefused(folder / L"file/a");
+  EXPECT_EQ(bytesOf(folder / L"file"), "kept");
+}
+
+TYPED_TEST(OpenFailure, OfAnEmptyPath) { this->expectRefused(L""); }
+
+TYPED_TEST(OpenFailure, OfAFileThatAnotherReportHolds) {
+  const TemporaryFolder folder;
+  TextReport holder;
+  holder.SetReportOption(OPTION_SINGLE_BYTE_TEXT, 1);
+  EXPECT_EQ(holder.Open((folder / L"a").c_str()), REPORT_OK);
+  holder.Text(L"kept", PARAGRAPH_NONE, L"", 0);
+  this->expectRefused(folder / L"a");
+  holder.Text(L" whole", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(holder.Close(), REPORT_OK);
+  EXPECT_EQ(bytesOf(folder / L"a"), "kept whole");
+}
+
+TYPED_TEST(OpenFailure, OfAFileThatIsBeingRead) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "kept");
+  const platform::NativeFile reader = platform::openForReading(folder / L"a");
+  ASSERT_NE(reader, nullptr);
+  this->expectRefused(folder / L"a");
+  EXPECT_TRUE(platform::closeFile(reader));
+  EXPECT_EQ(bytesOf(folder / L"a"), "kept");
+}
+
+TYPED_TEST(OpenFailure, IsNotForAPathWithAnyLetters) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"r\u00E9sum\u00E9 \u4E2D\u6587 & 'x' 100%s.out";
+  TypeParam report;
+  EXPECT_EQ(report.Open(path.c_str()), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(exists(path));
+}

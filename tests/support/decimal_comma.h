@@ -1,0 +1,22 @@
+#pragma once
+
+#include <locale>
+#include <string>
+
+namespace scrivalen::test {
+
+/// While it lives, numbers have a decimal comma and grouped digits: in the C library's locale where the system has such
+/// a one, else its own default, and in the C++ library's always.
+class DecimalComma {
+ public:
+  DecimalComma();
+  DecimalComma(const DecimalComma&) = delete;
+  DecimalComma& operator=(const DecimalComma&) = delete;
+  ~DecimalComma();
+
+ private:
+  std::string before_;
+  std::locale beforeInCpp_;
+};
+
+}  // namespace scrivalen::test

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace scrivalen::test {
+
+/// The bytes of an expected document.
+/// @param path  below the folder of all of them, with slashes
+std::string golden(std::string_view path);
+
+}  // namespace scrivalen::test

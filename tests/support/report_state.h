@@ -1,0 +1,13 @@
+#pragma once
+
+#include "scrivalen/report.h"
+
+namespace scrivalen::test {
+
+/// Looks at what a report keeps for its formats and shows nobody else.
+struct ReportState : AReport {
+  static std::int32_t openFlag(const AReport& report) { return report.*(&ReportState::openFlag_); }
+  static const std::wstring& styles(const AReport& report) { return report.*(&ReportState::styles_); }
+};
+
+}  // namespace scrivalen::test

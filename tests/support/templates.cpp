@@ -1,0 +1,35 @@
+#include "support/templates.h"
+
+#include "platform/files.h"
+#include "platform/module_path.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+using namespace scrivalen::platform;
+
+namespace scrivalen::test {
+
+std::wstring templateFolder() {
+  const std::wstring module = modulePath();
+  return std::wstring(folderOf(module)) + L"tmpl";
+}
+
+TemporaryTemplate::TemporaryTemplate() : name_(L"test-" + randomName() + L".htm") {}
+
+TemporaryTemplate::TemporaryTemplate(std::string_view bytes) : TemporaryTemplate() { writeBytes(path(), bytes); }
+
+TemporaryTemplate::~TemporaryTemplate() {
+  std::error_code ignored;
+  std::filesystem::remove(std::filesystem::path(path()), ignored);
+}
+
+TemporaryTemplate::TemporaryTemplate(Unreadable) : TemporaryTemplate() {
+  EXPECT_TRUE(std::filesystem::create_directory(std::filesystem::path(path())));
+}
+
+std::wstring TemporaryTemplate::path() const { return templateFolder() + kPathSeparator + name_; }
+
+}  // namespace scrivalen::test
