@@ -1,0 +1,200 @@
+#include "command.h"
+
+#include "csv_reader.h"
+#include "distributor.h"
+#include "errors.h"
+#include "fixed_clock.h"
+#include "library_log.h"
+#include "markdown_reader.h"
+#include "messages.h"
+#include "options.h"
+#include "platform/files.h"
+#include "text_input.h"
+#include "texts.h"
+
+#include <algorithm>
+#include <new>
+
+namespace scrivalen::command {
+namespace {
+
+constexpr int kDone = 0;
+constexpr int kFailed = 1;
+constexpr int kWrongUsage = 2;
+
+std::wstring titleFromName(const std::string& input) {
+  if (input == "-") {
+    return L"Report";
+  }
+  std::wstring name(platform::fileNameOf(wide(input)));
+  const std::size_t dot = name.rfind(L'.');
+  if (dot != std::wstring::npos && dot > 0) {
+    name.resize(dot);
+  }
+  return name;
+}
+
+std::string wholeFile(const Host& host, const std::string& name) { return TextInput(host, name).rest(); }
+
+DocumentSettings documentSettings(const Options& options, const Host& host) {
+  DocumentSettings settings;
+  settings.title = options.title ? wide(*options.title) : titleFromName(options.input);
+  for (const auto& [name, value] : options.properties) {
+    settings.properties.emplace_back(wide(name), wide(value));
+  }
+  settings.templateFile = options.templateFile;
+  if (!options.stylesFile.empty()) {
+    settings.styles = wide(wholeFile(host, options.stylesFile));
+  }
+  settings.columnSeparator = wide(options.separator);
+  settings.landscape = options.landscape;
+  settings.singleByte = options.singleByte;
+  settings.conforming = !options.classic;
+  return settings;
+}
+
+void read(TextInput& input, InputFormat format, EventSink& sink) {
+  switch (format) {
+    case InputFormat::Markdown: return readMarkdown(input.rest(), sink);
+    case InputFormat::Csv: return readCsv(input, ',', sink);
+    case InputFormat::Tsv: return readCsv(input, '\t', sink);
+  }
+}
+
+/// One conversion, from its options to its exit status.
+class Conversion {
+ public:
+  Conversion(const Options& options, const Host& host, Messages& messages)
+      : options_(options), host_(host), messages_(messages) {}
+
+  int run();
+
+ private:
+  Distributor::Plan plan();
+  void showProgress(std::size_t blocks);
+  void readInput();
+  void deliver();
+  void tellReplaced(std::size_t count);
+  void tellLog();
+  std::string inPersonsWords(const std::wstring& line) const;
+
+  const Options& options_;
+  const Host& host_;
+  Messages& messages_;
+  LibraryLog log_;
+  Outputs outputs_;
+};
+
+int Conversion::run() {
+  for (const OutputRequest& request : options_.outputs) {
+    outputs_.push_back(std::make_unique<Output>(*request.format, request.name));
+  }
+  try {
+    readInput();
+  } catch (const NoOutputLeft&) {
+    // Each of them says why below.
+  }
+  deliver();
+  tellLog();
+  const auto failed = [](const auto& output) { return output->failed(); };
+  return std::any_of(outputs_.begin(), outputs_.end(), failed) ? kFailed : kDone;
+}
+
+Distributor::Plan Conversion::plan() {
+  Distributor::Plan plan;
+  plan.settings = documentSettings(options_, host_);
+  plan.titleFromHeading = !options_.title && options_.inputFormat == InputFormat::Markdown;
+  plan.contents = options_.contents && options_.inputFormat == InputFormat::Markdown;
+  plan.progress = [this](std::size_t blocks) { showProgress(blocks); };
+  return plan;
+}
+
+void Conversion::showProgress(std::size_t blocks) {
+  if (host_.wasInterrupted()) {
+    throw Interrupted();
+  }
+  messages_.progress(std::to_string(blocks) + (options_.inputFormat == InputFormat::Markdown ? " blocks" : " rows"));
+}
+
+void Conversion::readInput() {
+  TextInput input(host_, options_.input);
+  Distributor distributor(outputs_, plan());
+  read(input, options_.inputFormat, distributor);
+  distributor.finish();
+  tellReplaced(input.replaced());
+}
+
+// What is not delivered is removed.
+void Conversion::deliver() {
+  if (host_.wasInterrupted()) {
+    throw Interrupted();
+  }
+  for (const auto& output : outputs_) {
+    output->deliver();
+    if (output->failed()) {
+      messages_.error(output->error());
+    }
+  }
+}
+
+void Conversion::tellReplaced(std::size_t count) {
+  if (count > 0) {
+    messages_.warning("'" + options_.input + "': replaced " + std::to_string(count) +
+                      (count == 1 ? " place that is" : " places that are") + " no valid text by U+FFFD");
+  }
+}
+
+// The library logs what it also answers as an error; a person is told once.
+void Conversion::tellLog() {
+  for (const std::wstring& line : log_.lines()) {
+    const std::string text = inPersonsWords(line);
+    const auto saysSo = [&](const auto& output) { return output->error() == text; };
+    if (std::none_of(outputs_.begin(), outputs_.end(), saysSo)) {
+      messages_.warning(text);
+    }
+  }
+}
+
+std::string Conversion::inPersonsWords(const std::wstring& line) const {
+  for (const auto& output : outputs_) {
+    std::string text = output->inPersonsWords(line);
+    if (text != utf8(line)) {
+      return text;
+    }
+  }
+  return utf8(line);
+}
+
+int runOrThrow(const std::vector<std::string>& arguments, const Host& host, Messages& messages) {
+  const CommandLine commandLine = parseCommandLine(arguments);
+  if (commandLine.answer) {
+    host.writeOutput(*commandLine.answer);
+    return kDone;
+  }
+  if (commandLine.options.quiet) {
+    messages.beQuiet();
+  }
+  const FixedClock clock(host);
+  return Conversion(commandLine.options, host, messages).run();
+}
+
+}  // namespace
+
+int runCommand(const std::vector<std::string>& arguments, const Host& host) {
+  Messages messages(host);
+  try {
+    return runOrThrow(arguments, host, messages);
+  } catch (const UsageError& error) {
+    messages.error(error.what());
+    return kWrongUsage;
+  } catch (const Interrupted&) {
+    messages.error("interrupted");
+  } catch (const std::bad_alloc&) {
+    messages.error("there is not enough memory");
+  } catch (const std::exception& error) {
+    messages.error(error.what());
+  }
+  return kFailed;
+}
+
+}  // namespace scrivalen::command

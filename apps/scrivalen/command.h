@@ -1,0 +1,15 @@
+#pragma once
+
+#include "host.h"
+
+#include <string>
+#include <vector>
+
+namespace scrivalen::command {
+
+/// Runs the command.
+/// @param arguments  UTF-8, without the program's name
+/// @return 0 done, 1 an input or an output failed, 2 wrong usage
+int runCommand(const std::vector<std::string>& arguments, const Host& host);
+
+}  // namespace scrivalen::command

@@ -1,0 +1,60 @@
+#include "formats.h"
+
+#include "texts.h"
+#include "writers/writers.h"
+
+#include <algorithm>
+
+namespace scrivalen::command {
+namespace {
+
+constexpr Format kFormats[] = {
+    {"text", "txt", &createTextWriter},
+    {"html", "html htm", &createHtmlWriter},
+    {"xml", "xml", &createXmlWriter},
+    {"rtf", "rtf", nullptr},
+    {"pdf", "pdf", nullptr},
+    {"xlsx", "xlsx", nullptr},
+    {"chm", "chm", nullptr},
+};
+
+// Calls a function with each extension of a list until it answers true.
+template <class Call>
+bool anyExtension(std::string_view extensions, Call call) {
+  while (!extensions.empty()) {
+    const std::size_t end = std::min(extensions.find(' '), extensions.size());
+    if (call(extensions.substr(0, end))) {
+      return true;
+    }
+    extensions.remove_prefix(std::min(end + 1, extensions.size()));
+  }
+  return false;
+}
+
+}  // namespace
+
+const Format* findFormat(std::string_view nameOrExtension) {
+  const std::string wanted = asciiLower(nameOrExtension);
+  const auto isWanted = [&](std::string_view extension) { return extension == wanted; };
+  for (const Format& format : kFormats) {
+    if (format.name == wanted || anyExtension(format.extensions, isWanted)) {
+      return &format;
+    }
+  }
+  return nullptr;
+}
+
+std::string writableExtensions() {
+  std::string list;
+  for (const Format& format : kFormats) {
+    if (format.createWriter) {
+      anyExtension(format.extensions, [&](std::string_view extension) {
+        list.append(list.empty() ? "." : " .").append(extension);
+        return false;
+      });
+    }
+  }
+  return list;
+}
+
+}  // namespace scrivalen::command

@@ -1,0 +1,237 @@
+#include "options.h"
+
+#include "errors.h"
+#include "platform/files.h"
+#include "templates.h"
+#include "texts.h"
+
+#include <scrivalen/version.h>
+
+#include <CLI/CLI.hpp>
+
+#include <algorithm>
+#include <iterator>
+
+namespace scrivalen::command {
+namespace {
+
+constexpr const char* kDescription = "Turns a Markdown or CSV file into a report, in several formats at once.\n";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  scrivalen notes.md -o notes.html\n"
+    "  scrivalen notes.md --toc -o notes.html -o notes.txt\n"
+    "  scrivalen sales.csv --title \"Sales 2024\" -o sales.html -o sales.xml\n"
+    "  scrivalen sales.csv --separator \";\" -o text:sales.dat\n"
+    "  sort rows.tsv | scrivalen - --from tsv -o sorted.html\n"
+    "\n"
+    "An output replaces the file of its name once it is complete; a failed one\n"
+    "leaves that file as it was.\n"
+    "Exit status: 0 done, 1 an input or an output failed, 2 wrong usage.";
+
+// The options as they were typed.
+struct Raw {
+  Options options;
+  std::vector<std::string> outputs;
+  std::vector<std::string> properties;
+  std::string from;
+  std::string templateName;
+  std::string separator = "\\t";
+  bool listTemplates = false;
+};
+
+void describe(CLI::App& app, Raw& raw) {
+  Options& options = raw.options;
+  app.add_option("INPUT", options.input, "The file to read; \"-\" is standard input")->type_name("");
+  app.add_option("-o,--output", raw.outputs,
+                 "A file to write, its format told by its extension\n(" + writableExtensions() +
+                     "), or by a name in front\nof it (text: html: xml:). May be given several times")
+      ->type_name("FILE")
+      ->allow_extra_args(false);
+  app.add_option("--from", raw.from,
+                 "What the input is: markdown, csv or tsv\n(default: by its extension, else markdown)")
+      ->type_name("FORMAT");
+  app.add_option("--title", options.title, "The title (default: the first heading,\nelse the input's name)")
+      ->type_name("TEXT");
+  app.add_option("--property", raw.properties,
+                 "Fills the placeholder %NAME% of a template.\nMay be given several times")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  app.add_option("--template", raw.templateName, "The template of HTML pages (default: default)")->type_name("NAME");
+  app.add_flag("--list-templates", raw.listTemplates, "Print the names of the templates and exit");
+  app.add_option("--styles", options.stylesFile, "A style sheet for spreadsheets")->type_name("FILE");
+  app.add_flag("--landscape", options.landscape, "Lay the paper on its side");
+  app.add_flag("--single-byte", options.singleByte, "Write text with one byte a character, not UTF-16");
+  app.add_option("--separator", raw.separator, "What stands between two cells of a row in text\n(default: \\t, a tab)")
+      ->type_name("TEXT");
+  app.add_flag("--toc", options.contents, "Begin with a table of contents, in formats with links");
+  app.add_flag("--classic", options.classic, "Keep each format's classic bytes instead of following\nits standard");
+  app.add_flag("--quiet", options.quiet, "Print errors only");
+}
+
+void refuseLeftovers(std::vector<std::string> leftovers) {
+  std::erase(leftovers, "--");
+  for (const std::string& argument : leftovers) {
+    if (argument.starts_with('-')) {
+      throw UsageError("there is no option '" + argument + "'; scrivalen --help lists them");
+    }
+  }
+  if (!leftovers.empty()) {
+    throw UsageError("one input at a time: '" + leftovers.front() + "' is too many");
+  }
+}
+
+// "C:\x.html" is a file on a drive, "html:x" a format and its file, "a:b.html" a file with a colon in its name.
+OutputRequest outputRequest(const std::string& argument) {
+  OutputRequest request{nullptr, argument};
+  const std::size_t colon = argument.find(':');
+  if (colon != std::string::npos && colon > 1) {
+    request.format = findFormat(std::string_view(argument).substr(0, colon));
+  }
+  if (request.format) {
+    request.name = argument.substr(colon + 1);
+  } else {
+    const std::size_t dot = argument.find_last_of("./\\");
+    const bool hasExtension = dot != std::string::npos && argument[dot] == '.';
+    request.format = hasExtension ? findFormat(std::string_view(argument).substr(dot + 1)) : nullptr;
+  }
+  if (request.name.empty()) {
+    throw UsageError("the output '" + argument + "' has no file name");
+  }
+  if (!request.format) {
+    throw UsageError("the format of '" + argument + "' is unknown; there are " + writableExtensions() +
+                     ", and FORMAT:FILE");
+  }
+  if (!request.format->createWriter) {
+    throw UsageError("'" + argument + "': the format " + std::string(request.format->name) + " is not built yet");
+  }
+  return request;
+}
+
+InputFormat inputFormat(const std::string& from, const std::string& input) {
+  struct Name {
+    std::string_view name;
+    InputFormat format;
+  };
+  static constexpr Name kNames[] = {{"markdown", InputFormat::Markdown},
+                                    {"md", InputFormat::Markdown},
+                                    {"csv", InputFormat::Csv},
+                                    {"tsv", InputFormat::Tsv},
+                                    {"tab", InputFormat::Tsv}};
+  const std::size_t dot = input.rfind('.');
+  const std::string wanted = asciiLower(!from.empty() ? from : dot == std::string::npos ? "" : input.substr(dot + 1));
+  for (const Name& name : kNames) {
+    if (name.name == wanted) {
+      return name.format;
+    }
+  }
+  if (!from.empty()) {
+    throw UsageError("--from knows markdown, csv and tsv, not '" + from + "'");
+  }
+  return InputFormat::Markdown;
+}
+
+std::pair<std::string, std::string> property(const std::string& argument) {
+  const std::size_t equals = argument.find('=');
+  if (equals == 0 || equals == std::string::npos) {
+    throw UsageError("--property takes NAME=VALUE, not '" + argument + "'");
+  }
+  std::string name = argument.substr(0, equals);
+  if (name.find('%') == std::string::npos) {
+    name = '%' + name + '%';
+  }
+  if (name == "%TITLE%" || name == "%BODY%") {
+    throw UsageError("--property cannot set " + name + (name == "%TITLE%" ? "; --title does" : ""));
+  }
+  return {name, argument.substr(equals + 1)};
+}
+
+std::wstring chosenTemplate(const std::string& name) {
+  const auto file = templateFile(wide(name));
+  if (!file) {
+    throw UsageError("there is no template '" + name + "'; scrivalen --list-templates prints the names");
+  }
+  return *file;
+}
+
+std::string templateList() {
+  std::string list;
+  for (const std::wstring& name : templateNames()) {
+    list.append(utf8(name)).append("\n");
+  }
+  return list;
+}
+
+// Whether two names lead to one file, also to one that does not exist yet.
+bool isSameTarget(const std::string& a, const std::string& b) {
+  const std::wstring first = wide(a);
+  const std::wstring second = wide(b);
+  const auto folder = [](const std::wstring& path) {
+    const auto name = platform::folderOf(path);
+    return name.empty() ? std::wstring(L".") : std::wstring(name);
+  };
+  return platform::isSameFile(first, second) || (platform::fileNameOf(first) == platform::fileNameOf(second) &&
+                                                 platform::isSameFile(folder(first), folder(second)));
+}
+
+void requireDifferentFiles(const Options& options) {
+  for (auto output = options.outputs.begin(); output != options.outputs.end(); ++output) {
+    if (options.input != "-" && isSameTarget(options.input, output->name)) {
+      throw UsageError("the output '" + output->name + "' is the input");
+    }
+    const auto same = [&](const OutputRequest& other) {
+      return other.name == output->name || isSameTarget(other.name, output->name);
+    };
+    if (std::any_of(options.outputs.begin(), output, same)) {
+      throw UsageError("two outputs have the name '" + output->name + "'");
+    }
+  }
+}
+
+Options interpreted(Raw raw) {
+  Options options = std::move(raw.options);
+  if (options.input.empty()) {
+    throw UsageError("there is no input; scrivalen --help tells more");
+  }
+  if (raw.outputs.empty()) {
+    throw UsageError("there is no output (-o FILE); scrivalen --help tells more");
+  }
+  options.inputFormat = inputFormat(raw.from, options.input);
+  std::transform(raw.outputs.begin(), raw.outputs.end(), std::back_inserter(options.outputs), outputRequest);
+  std::transform(raw.properties.begin(), raw.properties.end(), std::back_inserter(options.properties), property);
+  if (!raw.templateName.empty()) {
+    options.templateFile = chosenTemplate(raw.templateName);
+  }
+  options.separator = replaceAll(raw.separator, "\\t", "\t");
+  requireDifferentFiles(options);
+  return options;
+}
+
+}  // namespace
+
+CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
+  CLI::App app(kDescription, "scrivalen");
+  app.footer(kExamples);
+  app.allow_windows_style_options(false);
+  app.allow_extras();
+  app.get_formatter()->column_width(25);
+  app.set_version_flag("--version", "scrivalen " SCRIVALEN_VERSION);
+  Raw raw;
+  describe(app, raw);
+  try {
+    app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
+  } catch (const CLI::CallForHelp&) {
+    return {{}, app.help()};
+  } catch (const CLI::CallForVersion& version) {
+    return {{}, std::string(version.what()) + "\n"};
+  } catch (const CLI::ParseError& error) {
+    throw UsageError(error.what());
+  }
+  refuseLeftovers(app.remaining());
+  if (raw.listTemplates) {
+    return {{}, templateList()};
+  }
+  return {interpreted(std::move(raw)), std::nullopt};
+}
+
+}  // namespace scrivalen::command

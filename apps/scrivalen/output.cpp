@@ -1,0 +1,109 @@
+#include "output.h"
+
+#include "platform/files.h"
+#include "texts.h"
+
+#include <filesystem>
+
+namespace scrivalen::command {
+namespace {
+
+using std::filesystem::perms;
+
+perms permissionsOf(const std::wstring& path) {
+  std::error_code error;
+  return std::filesystem::status(path, error).permissions();
+}
+
+// A file can be replaced although it is write-protected; whoever protected it did not want that.
+bool isReadOnly(const std::wstring& path) {
+  return (permissionsOf(path) & (perms::owner_write | perms::group_write | perms::others_write)) == perms::none;
+}
+
+// "/dev/stdout" and its like lead to a file when the shell has redirected them, and that file may hold more than what
+// is written now, which replacing it would lose.
+bool isRedirectedStream(const std::wstring& path) { return path.starts_with(L"/dev/") && platform::pathExists(path); }
+
+// Whoever could not read the file that is replaced must not be able to read the new one.
+void copyPermissions(const std::wstring& from, const std::wstring& to) {
+  std::error_code ignored;
+  std::filesystem::permissions(to, permissionsOf(from), ignored);
+}
+
+}  // namespace
+
+Output::Output(const Format& format, std::string name) : name_(std::move(name)), writer_(format.createWriter()) {}
+
+// The writer goes first: some systems do not remove a file that is open.
+Output::~Output() {
+  writer_.reset();
+  removeTemporary();
+}
+
+void Output::open(const DocumentSettings& settings) {
+  if (prepareFile() && !writer_->open(file_, settings)) {
+    fail(inPersonsWords(writer_->error()));
+  }
+}
+
+bool Output::prepareFile() {
+  const std::wstring path = wide(name_);
+  if (platform::isSpecialFile(path)) {
+    file_ = path;
+    return true;
+  }
+  if (platform::isFolder(path)) {
+    fail("cannot write '" + name_ + "': it is a folder");
+    return false;
+  }
+  if (isRedirectedStream(path)) {
+    fail("cannot write '" + name_ + "': it leads to a file; give that file's name");
+    return false;
+  }
+  const bool exists = platform::pathExists(path);
+  if (exists && isReadOnly(path)) {
+    fail("cannot write '" + name_ + "': it is read-only");
+    return false;
+  }
+  target_ = exists ? platform::resolvedPath(path) : path;
+  const auto temporary = platform::createFileBeside(target_);
+  if (!temporary) {
+    fail("cannot write '" + name_ + "': " + lastErrorText());
+    return false;
+  }
+  file_ = *temporary;
+  if (exists) {
+    copyPermissions(target_, file_);
+  }
+  return true;
+}
+
+void Output::deliver() {
+  if (failed()) {
+    return;
+  }
+  if (!writer_->close()) {
+    return fail(inPersonsWords(writer_->error()));
+  }
+  if (target_.empty()) {
+    return;
+  }
+  if (!platform::moveReplacing(file_, target_)) {
+    return fail("cannot write '" + name_ + "': " + lastErrorText());
+  }
+  target_.clear();
+}
+
+std::string Output::inPersonsWords(const std::wstring& message) const {
+  return replaceAll(utf8(message), utf8(file_), name_);
+}
+
+void Output::fail(const std::string& error) { error_ = error.empty() ? "cannot write '" + name_ + "'" : error; }
+
+void Output::removeTemporary() {
+  if (!target_.empty() && !file_.empty()) {
+    platform::deleteFile(file_);
+  }
+}
+
+}  // namespace scrivalen::command

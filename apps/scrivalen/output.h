@@ -1,0 +1,49 @@
+#pragma once
+
+#include "document.h"
+#include "formats.h"
+
+#include <memory>
+#include <string>
+
+namespace scrivalen::command {
+
+/// One output of a run. It is written beside its target and moved over it at the end, so that the target is whole or
+/// untouched; only a device or a pipe is written to directly. Once something failed, nothing more happens to it.
+class Output {
+ public:
+  /// @param name  as the person gave it
+  Output(const Format& format, std::string name);
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+  /// What was not delivered is removed.
+  ~Output();
+
+  void open(const DocumentSettings& settings);
+  void write(const Event& event) {
+    if (!failed()) {
+      writer_->write(event);
+    }
+  }
+  /// Finishes the document and moves it over its target.
+  void deliver();
+
+  bool failed() const { return !error_.empty(); }
+  const std::string& error() const { return error_; }
+
+  /// A message of the library with the name that the person knows.
+  std::string inPersonsWords(const std::wstring& message) const;
+
+ private:
+  bool prepareFile();
+  void fail(const std::string& error);
+  void removeTemporary();
+
+  std::string name_;
+  std::unique_ptr<DocumentWriter> writer_;
+  std::wstring file_;    // what is written to
+  std::wstring target_;  // what it becomes; empty for a device
+  std::string error_;
+};
+
+}  // namespace scrivalen::command

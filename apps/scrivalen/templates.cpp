@@ -1,0 +1,42 @@
+#include "templates.h"
+
+#include "platform/files.h"
+#include "platform/utf.h"
+
+#include <scrivalen/html_report.h>
+
+#include <algorithm>
+
+namespace scrivalen::command {
+namespace {
+
+constexpr std::wstring_view kSuffix = L".htm";
+
+std::vector<std::wstring> templateFiles() {
+  std::wstring folder;
+  HtmlReport().MakeTemplateName(folder, L"");
+  auto files = platform::filesEndingWith(folder, kSuffix);
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+std::wstring withoutSuffix(const std::wstring& file) { return file.substr(0, file.size() - kSuffix.size()); }
+
+}  // namespace
+
+std::vector<std::wstring> templateNames() {
+  auto names = templateFiles();
+  std::transform(names.begin(), names.end(), names.begin(), withoutSuffix);
+  return names;
+}
+
+std::optional<std::wstring> templateFile(std::wstring_view name) {
+  for (const std::wstring& file : templateFiles()) {
+    if (platform::equalIgnoringCase(file, name) || platform::equalIgnoringCase(withoutSuffix(file), name)) {
+      return file;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace scrivalen::command

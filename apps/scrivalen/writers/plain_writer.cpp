@@ -1,0 +1,144 @@
+#include "writers/plain_writer.h"
+
+#include "markup_text.h"
+
+namespace scrivalen::command {
+namespace {
+
+void trimEnd(std::wstring& text) { text.erase(text.find_last_not_of(L" \n") + 1); }
+
+std::wstring_view taskMarker(Task task) {
+  switch (task) {
+    case Task::Open: return L"[ ] ";
+    case Task::Done: return L"[x] ";
+    case Task::None: break;
+  }
+  return L"";
+}
+
+// Whether a link's text tells its address already, as that of <https://example.org> and <me@example.org> does.
+bool tellsAddress(std::wstring_view text, std::wstring_view address) {
+  for (const std::wstring_view silent : {L"", L"mailto:", L"http://", L"https://"}) {
+    if (address.size() == silent.size() + text.size() && address.starts_with(silent) && address.ends_with(text)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+bool PlainWriter::open(const std::wstring& file, const DocumentSettings& settings) {
+  return report_.open(file, settings);
+}
+
+void PlainWriter::write(const Event& event) {
+  switch (groupOf(event.kind)) {
+    case EventGroup::Block: return writeBlock(event);
+    case EventGroup::Table: return writeTable(event);
+    case EventGroup::Inline: return writeInline(event);
+    case EventGroup::Contents: return;
+  }
+}
+
+void PlainWriter::writeBlock(const Event& event) {
+  switch (event.kind) {
+    case EventKind::EndHeading: return endHeading(event.number);
+    case EventKind::EndCodeBlock:
+      if (text_.ends_with(L'\n')) {
+        text_.pop_back();
+      }
+      codeBlock(text_);
+      return text_.clear();
+    default: break;
+  }
+  endParagraph();
+  switch (event.kind) {
+    case EventKind::BeginQuote: return beginQuote();
+    case EventKind::EndQuote: return endQuote();
+    case EventKind::BeginList: return enterList(event);
+    case EventKind::EndList: return leaveList();
+    case EventKind::BeginItem: return enterItem(event.task);
+    case EventKind::EndItem: return endItem();
+    case EventKind::Rule: return rule();
+    case EventKind::MarkupBlock: appendTextOfMarkupBlock(text_, event.text); return endParagraph();
+    default: return;
+  }
+}
+
+void PlainWriter::writeTable(const Event& event) {
+  switch (event.kind) {
+    case EventKind::BeginTable: endParagraph(); return beginTable();
+    case EventKind::EndTable: return endTable();
+    case EventKind::BeginRow: return beginRow(event.header, event.number);
+    case EventKind::EndRow: return endRow(event.header);
+    case EventKind::EndCell: cell(text_); return text_.clear();
+    default: return;
+  }
+}
+
+void PlainWriter::writeInline(const Event& event) {
+  switch (event.kind) {
+    case EventKind::Text:
+    case EventKind::Image: text_ += event.text; return;
+    case EventKind::LineBreak: text_ += L'\n'; return;
+    case EventKind::Markup: return appendTextOfInlineMarkup(text_, event.text);
+    case EventKind::BeginDeleted:
+    case EventKind::EndDeleted: text_ += L"~~"; return;
+    case EventKind::BeginLink:
+      linkStart_ = text_.size();
+      linkAddress_ = event.address;
+      return;
+    case EventKind::EndLink: return endLink();
+    default: return;
+  }
+}
+
+void PlainWriter::endHeading(int level) {
+  trimEnd(text_);
+  if (!text_.empty()) {
+    heading(level, text_);
+    text_.clear();
+  }
+}
+
+// Also ends the text of an item in a tight list, which is no paragraph of its own.
+void PlainWriter::endParagraph() {
+  trimEnd(text_);
+  if (!text_.empty()) {
+    paragraph(text_);
+    text_.clear();
+  }
+}
+
+void PlainWriter::enterList(const Event& event) {
+  lists_.push_back({event.ordered, static_cast<unsigned>(event.number)});
+  beginList(event.tight);
+}
+
+void PlainWriter::leaveList() {
+  lists_.pop_back();
+  endList();
+}
+
+void PlainWriter::enterItem(Task task) {
+  List& list = lists_.back();
+  std::wstring marker = list.ordered ? std::to_wstring(list.next++) + L". " : L"- ";
+  marker += taskMarker(task);
+  beginItem(marker);
+}
+
+// A link to an anchor says nothing where there are no anchors.
+void PlainWriter::endLink() {
+  const std::wstring_view shown = std::wstring_view(text_).substr(linkStart_);
+  if (linkAddress_.empty() || linkAddress_.starts_with(L'#') || tellsAddress(shown, linkAddress_)) {
+    return;
+  }
+  if (shown.empty()) {
+    text_ += linkAddress_;
+  } else {
+    text_.append(L" (").append(linkAddress_).append(L")");
+  }
+}
+
+}  // namespace scrivalen::command

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "document.h"
+
+#include <memory>
+
+/// The writers there are, one for each format.
+namespace scrivalen::command {
+
+std::unique_ptr<DocumentWriter> createHtmlWriter();
+std::unique_ptr<DocumentWriter> createTextWriter();
+std::unique_ptr<DocumentWriter> createXmlWriter();
+
+}  // namespace scrivalen::command

@@ -1,0 +1,147 @@
+#include "command_support.h"
+
+#include "command.h"
+#include "texts.h"
+
+#include <scrivalen/html_report.h>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <filesystem>
+
+namespace scrivalen::command::test {
+namespace {
+
+constexpr std::string_view kTitle = "%TITLE%";
+constexpr std::string_view kBody = "%BODY%";
+
+std::string fromUtf16(std::string_view bytes) {
+  EXPECT_TRUE(bytes.starts_with("\xFF\xFE"));
+  std::wstring text;
+  for (std::size_t at = 2; at + 1 < bytes.size(); at += 2) {
+    const auto low = static_cast<unsigned char>(bytes[at]);
+    const auto high = static_cast<unsigned char>(bytes[at + 1]);
+    text += static_cast<wchar_t>(low | high << 8);
+  }
+  return utf8(text);
+}
+
+std::string withoutNewlinesAround(std::string_view text) {
+  while (text.starts_with('\n')) {
+    text.remove_prefix(1);
+  }
+  while (text.ends_with('\n')) {
+    text.remove_suffix(1);
+  }
+  return std::string(text);
+}
+
+// What the default template has between the title and the body, and behind the body.
+struct Frame {
+  std::string before;
+  std::string behind;
+};
+
+Frame defaultFrame() {
+  std::wstring path;
+  HtmlReport().MakeTemplateName(path, L"default.htm");
+  const std::string page = scrivalen::test::bytesOf(path);
+  const std::size_t title = page.find(kTitle);
+  const std::size_t body = page.find(kBody);
+  if (title == std::string::npos || body == std::string::npos) {
+    ADD_FAILURE() << "the default template lacks a placeholder: " << page;
+    return {};
+  }
+  const std::size_t start = title + kTitle.size();
+  return {page.substr(start, body - start), page.substr(body + kBody.size())};
+}
+
+std::string outputOf(std::string_view markdown, const std::string& output, CommandRun& run) {
+  const Result result = run.with("in.md", markdown).run({"@/in.md", "-o", "@/" + output});
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(result.status, 0);
+  return output;
+}
+
+}  // namespace
+
+TestHost::TestHost() {
+  host_.readInput = [this](void* data, std::size_t size) {
+    const std::size_t count = std::min(size, input.size());
+    std::memcpy(data, input.data(), count);
+    input.erase(0, count);
+    return std::optional<std::size_t>(count);
+  };
+  host_.writeOutput = [this](std::string_view text) { output += text; };
+  host_.writeError = [this](std::string_view text) { error += text; };
+  host_.variable = [this](const char* name) {
+    const auto found = variables.find(name);
+    return found == variables.end() ? std::nullopt : std::optional<std::string>(found->second);
+  };
+  host_.wasInterrupted = [] { return false; };
+}
+
+CommandRun& CommandRun::with(std::string_view name, std::string_view bytes) {
+  scrivalen::test::writeBytes(widePath(name), bytes);
+  return *this;
+}
+
+Result CommandRun::run(const std::vector<std::string>& arguments) {
+  std::vector<std::string> real;
+  for (const std::string& argument : arguments) {
+    real.push_back(replaceAll(argument, "@/", path("")));
+  }
+  host.output.clear();
+  host.error.clear();
+  Result result;
+  result.status = runCommand(real, host.host());
+  result.output = host.output;
+  result.error = replaceAll(host.error, path(""), "@/");
+  return result;
+}
+
+std::string CommandRun::path(std::string_view name) const { return utf8(widePath(name)); }
+
+std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / wide(name); }
+
+std::string CommandRun::text(std::string_view name) const { return replaceAll(fromUtf16(bytes(name)), "\r\n", "\n"); }
+
+std::string CommandRun::body(std::string_view name) const {
+  const std::string page = bytes(name);
+  const Frame frame = defaultFrame();
+  const std::size_t begin = page.find(frame.before);
+  if (begin == std::string::npos || !page.ends_with(frame.behind)) {
+    ADD_FAILURE() << "a page of another template: " << page;
+    return page;
+  }
+  const std::size_t start = begin + frame.before.size();
+  return withoutNewlinesAround(std::string_view(page).substr(start, page.size() - frame.behind.size() - start));
+}
+
+std::vector<std::string> CommandRun::names() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
+    names.push_back(utf8(entry.path().filename().wstring()));
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+std::string htmlOf(std::string_view markdown) {
+  CommandRun run;
+  return run.body(outputOf(markdown, "out.html", run));
+}
+
+std::string textOf(std::string_view markdown) {
+  CommandRun run;
+  return run.text(outputOf(markdown, "out.txt", run));
+}
+
+std::string xmlOf(std::string_view markdown) {
+  CommandRun run;
+  return replaceAll(run.bytes(outputOf(markdown, "out.xml", run)), "\r\n", "\n");
+}
+
+}  // namespace scrivalen::command::test

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "host.h"
+#include "support/files.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::command::test {
+
+/// A host that lives in memory.
+class TestHost {
+ public:
+  TestHost();
+  TestHost(const TestHost&) = delete;
+  TestHost& operator=(const TestHost&) = delete;
+
+  const Host& host() const { return host_; }
+  Host& host() { return host_; }
+
+  std::string input;  ///< what standard input still holds
+  std::string output;
+  std::string error;
+  std::map<std::string, std::string> variables;
+
+ private:
+  Host host_;
+};
+
+struct Result {
+  int status = 0;
+  std::string output;
+  std::string error;
+};
+
+/// Runs the command as a person would who stands in a folder with nothing in it but what the test puts there.
+class CommandRun {
+ public:
+  /// Writes a file; names in the arguments that begin with "@/" mean files of the folder.
+  CommandRun& with(std::string_view name, std::string_view bytes);
+  Result run(const std::vector<std::string>& arguments);
+
+  std::string path(std::string_view name) const;
+  std::wstring widePath(std::string_view name) const;
+  bool has(std::string_view name) const { return scrivalen::test::exists(widePath(name)); }
+  std::string bytes(std::string_view name) const { return scrivalen::test::bytesOf(widePath(name)); }
+  /// A text output, whose bytes must be UTF-16LE with a mark, with its line ends as \n.
+  std::string text(std::string_view name) const;
+  /// What an HTML output has put into the default template, without line ends around it.
+  std::string body(std::string_view name) const;
+  /// The names of all files of the folder, sorted.
+  std::vector<std::string> names() const;
+
+  TestHost host;
+
+ private:
+  scrivalen::test::TemporaryFolder folder_;
+};
+
+/// What one Markdown text becomes in one format.
+std::string htmlOf(std::string_view markdown);
+std::string textOf(std::string_view markdown);
+std::string xmlOf(std::string_view markdown);
+
+}  // namespace scrivalen::command::test

@@ -1,0 +1,204 @@
+#include "command.h"
+
+#include "command_support.h"
+#include "platform/files.h"
+#include "texts.h"
+
+#include <scrivalen/html_report.h>
+
+#include <gtest/gtest.h>
+
+namespace scrivalen::command::test {
+namespace {
+
+std::string titleOf(const std::string& page) {
+  const std::size_t begin = page.find("<title>");
+  const std::size_t end = page.find("</title>");
+  return begin == std::string::npos ? "none" : page.substr(begin + 7, end - begin - 7);
+}
+
+std::string titleAfter(CommandRun& run, std::vector<std::string> arguments) {
+  arguments.insert(arguments.end(), {"-o", "@/out.html"});
+  const Result result = run.run(arguments);
+  EXPECT_EQ(result.status, 0) << result.error;
+  return titleOf(run.bytes("out.html"));
+}
+
+TEST(Command, WritesEveryOutputInOneRun) {
+  CommandRun run;
+  const Result result =
+      run.with("in.md", "# T\n\nx").run({"@/in.md", "-o", "@/a.html", "-o", "@/b.txt", "-o", "xml:@/c"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "");
+  EXPECT_EQ(result.error, "");
+  EXPECT_EQ(run.body("a.html"), "<h1 id=\"t\">T</h1>\n<p>x</p>");
+  EXPECT_EQ(run.text("b.txt"), "T\n=\n\nx\n");
+  EXPECT_NE(run.bytes("c").find("<text>T</text>"), std::string::npos);
+}
+
+TEST(Command, ReadsStandardInput) {
+  CommandRun run;
+  run.host.input = "a,b\n1,2\n";
+  EXPECT_EQ(run.run({"-", "--from", "csv", "-o", "@/a.txt"}).status, 0);
+  EXPECT_EQ(run.text("a.txt"), "a\tb\n1\t2\n");
+}
+
+TEST(Command, ReadsAnEmptyInput) {
+  CommandRun run;
+  EXPECT_EQ(run.with("in.md", "").run({"@/in.md", "-o", "@/a.html", "-o", "@/a.txt"}).status, 0);
+  EXPECT_EQ(run.body("a.html"), "");
+  EXPECT_EQ(run.text("a.txt"), "");
+  EXPECT_EQ(run.with("in.csv", "").run({"@/in.csv", "-o", "@/b.html"}).status, 0);
+  EXPECT_EQ(run.body("b.html"), "");
+}
+
+TEST(Command, FindsATitle) {
+  CommandRun run;
+  run.with("in.md", "# From *heading*").with("plain.notes.md", "text").with("t.csv", "a\n1\n");
+  EXPECT_EQ(titleAfter(run, {"@/in.md"}), "From heading");
+  EXPECT_EQ(titleAfter(run, {"@/in.md", "--title", "Given"}), "Given");
+  EXPECT_EQ(titleAfter(run, {"@/plain.notes.md"}), "plain.notes");
+  EXPECT_EQ(titleAfter(run, {"@/t.csv"}), "t");
+  EXPECT_EQ(titleAfter(run, {"-"}), "Report");
+}
+
+TEST(Command, TakesATitleThatHoldsAnything) {
+  CommandRun run;
+  run.with("in.md", "x");
+  EXPECT_EQ(titleAfter(run, {"@/in.md", "--title", "<a> & \"b\" %BODY% €"}),
+            "&lt;a&gt; &amp; &quot;b&quot; &#37;BODY&#37; €");
+  EXPECT_EQ(run.body("out.html"), "<p>x</p>");
+}
+
+TEST(Command, BeginsWithATableOfContentsWhenAsked) {
+  CommandRun run;
+  run.with("in.md", "# T\n\n## A & <b>B</b>\n\n## C").run({"@/in.md", "--toc", "-o", "@/a.html", "-o", "@/a.txt"});
+  EXPECT_EQ(run.body("a.html"),
+            "<h1 id=\"t\">T</h1>\n"
+            "<ul><li><a href=\"#a--b\">A &amp; B</a></li><li><a href=\"#c\">C</a></li></ul>\n"
+            "<h2 id=\"a--b\">A &amp; <b>B</b></h2>\n<h2 id=\"c\">C</h2>");
+  EXPECT_EQ(run.text("a.txt"), "T\n=\n\nA & B\n-----\n\nC\n-\n");
+}
+
+TEST(Command, TellsOnceHowManyPlacesWereNoText) {
+  CommandRun run;
+  run.with("in.md",
+           "a\xFF"
+           "b\xFE [x]: # c\n\n[l]: \xC3\n");
+  const Result result = run.run({"@/in.md", "-o", "@/a.html", "-o", "@/a.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': replaced 3 places that are no valid text by U+FFFD\n");
+}
+
+TEST(Command, IsSilentWhenQuiet) {
+  CommandRun run;
+  const Result result = run.with("in.md", "a\xFF").run({"@/in.md", "--quiet", "--single-byte", "-o", "@/a.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+}
+
+TEST(Command, ReadsWhatASpreadsheetExports) {
+  CommandRun run;
+  using namespace std::string_literals;
+  run.with("in.tsv", "\xFF\xFE"s + "a\0\t\0b\0\r\0\n\0\"\0x\0\n\0y\0\"\0\t\0\xAC\x20\r\0\n\0"s);
+  EXPECT_EQ(run.run({"@/in.tsv", "-o", "@/a.txt"}).status, 0);
+  EXPECT_EQ(run.text("a.txt"), "a\tb\nx y\t€\n");
+}
+
+TEST(Command, EndsWithStatusTwoAndOneLineOnWrongUsage) {
+  CommandRun run;
+  const Result result = run.with("in.md", "x").run({"@/in.md"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: there is no output (-o FILE); scrivalen --help tells more\n");
+  EXPECT_EQ(result.output, "");
+}
+
+TEST(Command, PrintsItsVersionAndItsHelpOnStandardOutput) {
+  CommandRun run;
+  const Result version = run.run({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_EQ(version.output, "scrivalen 1.0.0\n");
+  const Result help = run.run({"--help"});
+  EXPECT_EQ(help.status, 0);
+  EXPECT_EQ(help.error, "");
+  EXPECT_NE(help.output.find("scrivalen notes.md -o notes.html"), std::string::npos);
+}
+
+TEST(Command, EndsWithStatusOneWhenTheInputCannotBeRead) {
+  CommandRun run;
+  const Result result = run.run({"@/missing.md", "-o", "@/a.html"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(result.error.starts_with("scrivalen: cannot read '@/missing.md': ")) << result.error;
+  EXPECT_EQ(run.names(), std::vector<std::string>());
+}
+
+TEST(Command, EndsWithStatusOneWhenTheStyleSheetCannotBeRead) {
+  CommandRun run;
+  const Result result = run.with("in.md", "x").run({"@/in.md", "--styles", "@/no.css", "-o", "@/a.html"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(result.error.starts_with("scrivalen: cannot read '@/no.css': ")) << result.error;
+}
+
+TEST(Command, NamesTheLineOfABadTableAndDeliversNothing) {
+  CommandRun run;
+  const Result result = run.with("in.csv", "a\n\"b\n").run({"@/in.csv", "-o", "@/a.html", "-o", "@/a.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: '@/in.csv', line 2: a quoted cell begins here and does not end\n");
+  EXPECT_EQ(run.names(), std::vector<std::string>{"in.csv"});
+}
+
+TEST(Command, RefusesATimeThatIsNone) {
+  CommandRun run;
+  run.host.variables["SOURCE_DATE_EPOCH"] = "yesterday";
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: SOURCE_DATE_EPOCH is no number of seconds: 'yesterday'\n");
+}
+
+TEST(Command, WritesTheSameBytesTwice) {
+  CommandRun run;
+  run.host.variables["SOURCE_DATE_EPOCH"] = "86400";
+  run.with("in.md", "# T\n\n- a");
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.html", "-o", "@/b.html"}).status, 0);
+  EXPECT_EQ(run.bytes("a.html"), run.bytes("b.html"));
+}
+
+// A template of the template folder while it lives. Tests run side by side, so each has a name of its own.
+class TestTemplate {
+ public:
+  explicit TestTemplate(std::string_view bytes) : name_("test-" + utf8(platform::randomName())) {
+    HtmlReport().MakeTemplateName(path_, L"");
+    path_ += wide(name_) + L".htm";
+    scrivalen::test::writeBytes(path_, bytes);
+  }
+  TestTemplate(const TestTemplate&) = delete;
+  TestTemplate& operator=(const TestTemplate&) = delete;
+  ~TestTemplate() { platform::deleteFile(path_); }
+
+  const std::string& name() const { return name_; }
+
+ private:
+  std::string name_;
+  std::wstring path_;
+};
+
+TEST(Command, FillsATemplateWithPropertiesThatHoldAnything) {
+  const TestTemplate page("<t>%TITLE% %AUTHOR% %X%</t><body>%BODY%</body>\xE2\x82\xAC");
+  CommandRun run;
+  const Result result = run.with("in.md", "a")
+                            .run({"@/in.md", "--template", page.name(), "--title", "%AUTHOR%", "--property",
+                                  "AUTHOR=<Ä> %X% %BODY%", "--property", "%X%=\\ & €", "-o", "@/a.html"});
+  EXPECT_EQ(result.status, 0) << result.error;
+  EXPECT_EQ(run.bytes("a.html"),
+            "<t>&#37;AUTHOR&#37; &lt;Ä&gt; &#37;X&#37; &#37;BODY&#37; \\ &amp; €</t><body><p>a</p>\n</body>€");
+}
+
+TEST(Command, ListsTheTemplates) {
+  const TestTemplate page("x");
+  const std::string list = CommandRun().run({"--list-templates"}).output;
+  EXPECT_NE(list.find(page.name() + "\n"), std::string::npos) << list;
+  EXPECT_NE(list.find("default\n"), std::string::npos) << list;
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

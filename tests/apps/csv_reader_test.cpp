@@ -1,0 +1,136 @@
+#include "csv_reader.h"
+
+#include "command_support.h"
+#include "errors.h"
+#include "recorded_events.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace scrivalen::command::test {
+namespace {
+
+Lines eventsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 20) {
+  TestHost host;
+  host.input = std::move(text);
+  const auto whole = host.host().readInput;
+  host.host().readInput = [=](void* data, std::size_t size) { return whole(data, std::min(pieces, size)); };
+  TextInput input(host.host(), "-");
+  RecordedEvents events;
+  readCsv(input, separator, events);
+  return events.lines();
+}
+
+// Rows as one line each, cells between bars.
+Lines rowsOf(const std::string& text, char separator = ',', std::size_t pieces = 1 << 20) {
+  Lines rows;
+  for (const std::string& event : eventsOf(text, separator, pieces)) {
+    if (event.starts_with("BeginRow")) {
+      rows.push_back("|");
+    } else if (event.starts_with("Text ")) {
+      rows.back() += event.substr(6, event.size() - 7);
+    } else if (event == "LineBreak") {
+      rows.back() += "/";
+    } else if (event.starts_with("EndCell")) {
+      rows.back() += "|";
+    }
+  }
+  return rows;
+}
+
+std::string errorOf(const std::string& text, std::size_t pieces = 1 << 20) {
+  try {
+    eventsOf(text, ',', pieces);
+    return "";
+  } catch (const InputError& error) {
+    return error.what();
+  }
+}
+
+TEST(CsvReader, TellsATableWhoseFirstRowIsItsHeader) {
+  EXPECT_EQ(eventsOf("a,b\r\n1,2\r\n"),
+            (Lines{"BeginTable", "BeginRow header 2", "BeginCell header", "Text 'a'", "EndCell header",
+                   "BeginCell header", "Text 'b'", "EndCell header", "EndRow header", "BeginRow 2", "BeginCell",
+                   "Text '1'", "EndCell", "BeginCell", "Text '2'", "EndCell", "EndRow", "EndTable"}));
+}
+
+TEST(CsvReader, TellsNothingOfAnEmptyFile) {
+  EXPECT_EQ(eventsOf(""), Lines());
+  EXPECT_EQ(eventsOf("\r\n\r\n"), Lines());
+}
+
+TEST(CsvReader, NeedsNoLineEndAtTheEnd) { EXPECT_EQ(rowsOf("a,b\n1,2"), (Lines{"|a|b|", "|1|2|"})); }
+
+TEST(CsvReader, KnowsTheLineEndsOfEverySystem) {
+  EXPECT_EQ(rowsOf("a\r\nb\nc\n"), (Lines{"|a|", "|b|", "|c|"}));
+  EXPECT_EQ(rowsOf("a\rb\rc"), (Lines{"|a|", "|b|", "|c|"}));
+}
+
+TEST(CsvReader, TakesQuotesOff) {
+  EXPECT_EQ(rowsOf("\"a,b\",\"say \"\"hi\"\"\",\"\"\n"), (Lines{"|a,b|say \"hi\"||"}));
+}
+
+TEST(CsvReader, BreaksTheLineWhereACellHasALineEnd) {
+  EXPECT_EQ(rowsOf("\"one\r\ntwo\nthree\rfour\n\",x\n"), (Lines{"|one/two/three/four/|x|"}));
+}
+
+TEST(CsvReader, TakesAQuoteInACellThatIsNotQuotedAsItIs) {
+  EXPECT_EQ(rowsOf("size\n3.5\" disk\n5\" and 3\"\n"), (Lines{"|size|", "|3.5\" disk|", "|5\" and 3\"|"}));
+}
+
+TEST(CsvReader, DropsBlanksAroundACell) { EXPECT_EQ(rowsOf(" a , \"b, c\" , d e \n"), (Lines{"|a|b, c|d e|"})); }
+
+TEST(CsvReader, FillsShortRowsUpAndKeepsLongOnesLong) {
+  EXPECT_EQ(rowsOf("a,b,c\n1\n1,2,3,4\n,,\n"), (Lines{"|a|b|c|", "|1|||", "|1|2|3|4|", "||||"}));
+  const Lines events = eventsOf("a,b\n1,2,3\n");
+  EXPECT_EQ(std::count(events.begin(), events.end(), "BeginRow 3"), 1);
+}
+
+TEST(CsvReader, SkipsEmptyLines) { EXPECT_EQ(rowsOf("a,b\n\n1,2\n\n\n"), (Lines{"|a|b|", "|1|2|"})); }
+
+TEST(CsvReader, SeparatesByTabsWhenItIsTold) {
+  EXPECT_EQ(rowsOf("a,b\tc\n\"x\ty\"\t \n", '\t'), (Lines{"|a,b|c|", "|x\ty||"}));
+}
+
+TEST(CsvReader, ReadsTheSameInWhateverPiecesTheInputComes) {
+  const std::string table = "\xEF\xBB\xBFn,\"text\"\r\n1,\"a \"\"q\"\" €,\r\n\r\nb\"\r\n2,5\" x\r\n\r\n3,é\r\n";
+  const Lines whole = eventsOf(table);
+  for (std::size_t pieces = 1; pieces < 20; ++pieces) {
+    EXPECT_EQ(eventsOf(table, ',', pieces), whole) << pieces;
+  }
+}
+
+TEST(CsvReader, NamesTheLineOfTextBehindAQuote) {
+  EXPECT_EQ(errorOf("a,b\n1,2\n\"x\"y,3\n"), "'-', line 3: text behind the closing quote of a cell");
+  EXPECT_EQ(errorOf("a,b\n\"one\ntwo\" three,\n"), "'-', line 3: text behind the closing quote of a cell");
+}
+
+TEST(CsvReader, NamesTheLineWhereAQuoteBeginsThatDoesNotEnd) {
+  const std::string reason = ": a quoted cell begins here and does not end";
+  EXPECT_EQ(errorOf("a,b\n1,2\n3,\"open\n4,5\n6,7\n"), "'-', line 3" + reason);
+  EXPECT_EQ(errorOf("\"open"), "'-', line 1" + reason);
+  EXPECT_EQ(errorOf("a,b\n\n\n\"open\n"), "'-', line 4" + reason);
+  EXPECT_EQ(errorOf("\"a\nb\",\"open\n\n\n"), "'-', line 2" + reason);
+  EXPECT_EQ(errorOf("a\r\"open\rb\r"), "'-', line 2" + reason);
+}
+
+TEST(CsvReader, NamesTheSameLineInWhateverPiecesTheInputComes) {
+  const std::string table = "a,b\n\"x\ny\",1\n\n2,\"open, \"\"\nc\n";
+  for (std::size_t pieces = 1; pieces < 20; ++pieces) {
+    EXPECT_EQ(errorOf(table, pieces), "'-', line 5: a quoted cell begins here and does not end") << pieces;
+  }
+}
+
+TEST(CsvReader, LetsWhatItsListenerRaisesThrough) {
+  struct Raising : EventSink {
+    void write(const Event&) override { throw std::runtime_error("enough"); }
+  } sink;
+  TestHost host;
+  host.input = "a\nb\nc\n";
+  TextInput input(host.host(), "-");
+  EXPECT_THROW(readCsv(input, ',', sink), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

@@ -1,0 +1,102 @@
+#include "command_support.h"
+#include "texts.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+namespace scrivalen::command::test {
+namespace {
+
+using Names = std::vector<std::string>;
+
+TEST(Delivery, ReplacesAnEarlierFileAndLeavesNothingElse) {
+  CommandRun run;
+  EXPECT_EQ(run.with("in.md", "new").with("a.txt", "old").run({"@/in.md", "-o", "@/a.txt"}).status, 0);
+  EXPECT_EQ(run.text("a.txt"), "new\n");
+  EXPECT_EQ(run.names(), (Names{"a.txt", "in.md"}));
+}
+
+TEST(Delivery, SaysWhichOutputFailedAndWhyAndDeliversTheOthers) {
+  CommandRun run;
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/no/a.html", "-o", "@/b.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_TRUE(result.error.starts_with("scrivalen: cannot write '@/no/a.html': ")) << result.error;
+  EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1);
+  EXPECT_EQ(run.text("b.txt"), "x\n");
+  EXPECT_EQ(run.names(), (Names{"b.txt", "in.md"}));
+}
+
+TEST(Delivery, RefusesAFolder) {
+  CommandRun run;
+  std::filesystem::create_directory(run.widePath("d.html"));
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/d.html"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: cannot write '@/d.html': it is a folder\n");
+}
+
+TEST(Delivery, RefusesAReadOnlyFile) {
+  CommandRun run;
+  run.with("in.md", "x").with("a.txt", "old");
+  using std::filesystem::perms;
+  std::filesystem::permissions(run.widePath("a.txt"), perms::owner_read | perms::group_read | perms::others_read);
+  const Result result = run.run({"@/in.md", "-o", "@/a.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: cannot write '@/a.txt': it is read-only\n");
+  EXPECT_EQ(run.bytes("a.txt"), "old");
+  EXPECT_EQ(run.names(), (Names{"a.txt", "in.md"}));
+  std::filesystem::permissions(run.widePath("a.txt"), perms::owner_all);
+}
+
+TEST(Delivery, LeavesAnInputAloneThatIsAlsoAnOutput) {
+  CommandRun run;
+  const Result result = run.with("in.txt", "# x").run({"@/in.txt", "-o", "@/in.txt"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: the output '@/in.txt' is the input\n");
+  EXPECT_EQ(run.bytes("in.txt"), "# x");
+}
+
+TEST(Delivery, KnowsTheInputByEveryNameItHas) {
+  CommandRun run;
+  run.with("in.md", "# x");
+  std::filesystem::create_hard_link(run.widePath("in.md"), run.widePath("same.html"));
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/same.html"}).status, 2);
+  EXPECT_EQ(run.bytes("in.md"), "# x");
+}
+
+TEST(Delivery, LeavesNothingBehindWhenItIsInterrupted) {
+  CommandRun run;
+  std::string table = "a,b\n";
+  for (int i = 0; i < 2000; ++i) {
+    table += "1,2\n";
+  }
+  int looks = 0;
+  run.host.host().wasInterrupted = [&] { return ++looks > 2; };
+  const Result result = run.with("in.csv", table)
+                            .with("a.html", "old")
+                            .run({"@/in.csv", "-o", "@/a.html", "-o", "@/b.txt", "-o", "@/c.xml"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: interrupted\n");
+  EXPECT_EQ(run.bytes("a.html"), "old");
+  EXPECT_EQ(run.names(), (Names{"a.html", "in.csv"}));
+}
+
+TEST(Delivery, IsInterruptedUntilTheLastMoment) {
+  CommandRun run;
+  run.host.host().wasInterrupted = [] { return true; };
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(run.names(), Names{"in.md"});
+}
+
+TEST(Delivery, TakesAnyFileName) {
+  CommandRun run;
+  run.with("-ein 'Bär'.md", "x");
+  for (const std::string name : {"-a.txt", "ä ö € 日本.txt", "it's.txt", "a;b&c%PATH%.txt"}) {
+    EXPECT_EQ(run.run({"@/-ein 'Bär'.md", "-o", "@/" + name}).status, 0) << name;
+    EXPECT_EQ(run.text(name), "x\n");
+  }
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

@@ -1,0 +1,51 @@
+#include "command_support.h"
+#include "platform/process.h"
+#include "texts.h"
+
+#include <gtest/gtest.h>
+
+namespace scrivalen::command::test {
+namespace {
+
+// The program itself, with nothing of the test in its process.
+int execute(const CommandRun& folder, const std::vector<std::string>& arguments) {
+  std::vector<std::wstring> all = {wide(SCRIVALEN_COMMAND)};
+  for (const std::string& argument : arguments) {
+    all.push_back(wide(replaceAll(argument, "@/", folder.path(""))));
+  }
+  const platform::ProcessResult result = platform::runProgram(all);
+  EXPECT_TRUE(result.started) << utf8(result.commandLine) << ": error " << result.error;
+  return result.exitStatus;
+}
+
+TEST(Executable, TurnsAMarkdownFileIntoEveryFormat) {
+  CommandRun folder;
+  folder.with("Größe.md", "# Größe 😀\n\n- a & b\n");
+  EXPECT_EQ(execute(folder, {"@/Größe.md", "-o", "@/ä b.html", "-o", "@/c.txt", "-o", "@/d.xml"}), 0);
+  EXPECT_EQ(folder.body("ä b.html"), "<h1 id=\"größe-\">Größe 😀</h1>\n<ul>\n<li>a &amp; b</li>\n</ul>");
+  EXPECT_EQ(folder.text("c.txt"), "Größe 😀\n=======\n\n- a & b\n");
+  EXPECT_NE(folder.bytes("d.xml").find("<paragraph>- a &amp; b</paragraph>"), std::string::npos);
+}
+
+TEST(Executable, TurnsATableIntoAPageWithTheDefaultTemplate) {
+  CommandRun folder;
+  folder.with("t.csv", "a,b\n1,\"x\ny\"\n");
+  EXPECT_EQ(execute(folder, {"@/t.csv", "-o", "@/t.html", "--title", "A <table>"}), 0);
+  EXPECT_EQ(folder.body("t.html"),
+            "<table class=\"table table-hover table-bordered\">\n<thead>\n<tr><th>a</th><th>b</th></tr>\n</thead>\n"
+            "<tbody>\n<tr><td>1</td><td>x<br>y</td></tr>\n</tbody>\n</table>");
+  EXPECT_NE(folder.bytes("t.html").find("<title>A &lt;table&gt;</title>"), std::string::npos);
+}
+
+TEST(Executable, EndsWithTheStatusThatSaysWhatHappened) {
+  CommandRun folder;
+  folder.with("in.md", "x");
+  EXPECT_EQ(execute(folder, {"@/in.md", "-o", "@/a.html"}), 0);
+  EXPECT_EQ(execute(folder, {"@/in.md", "-o", "@/missing/a.html"}), 1);
+  EXPECT_EQ(execute(folder, {"@/missing.md", "-o", "@/b.html"}), 1);
+  EXPECT_EQ(execute(folder, {"@/in.md"}), 2);
+  EXPECT_EQ(folder.names(), (std::vector<std::string>{"a.html", "in.md"}));
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

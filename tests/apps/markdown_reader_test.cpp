@@ -1,0 +1,132 @@
+#include "markdown_reader.h"
+
+#include "recorded_events.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+
+namespace scrivalen::command::test {
+namespace {
+
+Lines eventsOf(std::string_view markdown) {
+  RecordedEvents events;
+  readMarkdown(markdown, events);
+  return events.lines();
+}
+
+TEST(MarkdownReader, TellsNothingOfAnEmptyText) { EXPECT_EQ(eventsOf(""), Lines()); }
+
+TEST(MarkdownReader, MakesOneTextOfARunWithSoftBreaksEscapesAndReferences) {
+  EXPECT_EQ(eventsOf("one\ntwo \\* &amp; &euro; &nosuch; 5 < 6"),
+            (Lines{"BeginParagraph", "Text 'one two * & € &nosuch; 5 < 6'", "EndParagraph"}));
+}
+
+TEST(MarkdownReader, TellsAHeadingsTextAndAnchorNameWithItsBeginning) {
+  EXPECT_EQ(eventsOf("## The *big* `one`"),
+            (Lines{"BeginHeading 2 'The big one' @the-big-one", "Text 'The '", "BeginEmphasis", "Text 'big'",
+                   "EndEmphasis", "Text ' '", "BeginCode", "Text 'one'", "EndCode", "EndHeading 2"}));
+}
+
+TEST(MarkdownReader, CountsAnImagesTextToItsHeading) {
+  EXPECT_EQ(eventsOf("# A ![logo](l.png)")[0], "BeginHeading 1 'A logo' @a-logo");
+}
+
+TEST(MarkdownReader, GivesHeadingsDifferentAnchorNames) {
+  const Lines events = eventsOf("# A\n\n# A");
+  EXPECT_EQ(events[0], "BeginHeading 1 'A' @a");
+  EXPECT_EQ(events[3], "BeginHeading 1 'A' @a-1");
+}
+
+TEST(MarkdownReader, TellsSpans) {
+  EXPECT_EQ(eventsOf("***a*** ~~b~~ `c`"),
+            (Lines{"BeginParagraph", "BeginEmphasis", "BeginStrong", "Text 'a'", "EndStrong", "EndEmphasis", "Text ' '",
+                   "BeginDeleted", "Text 'b'", "EndDeleted", "Text ' '", "BeginCode", "Text 'c'", "EndCode",
+                   "EndParagraph"}));
+}
+
+TEST(MarkdownReader, TellsLinksWithAddressAndTitle) {
+  EXPECT_EQ(eventsOf("[a *b*](x?y=1&amp;z \"T &quot;1&quot;\")"),
+            (Lines{"BeginParagraph", "BeginLink @x?y=1&z title 'T \"1\"'", "Text 'a '", "BeginEmphasis", "Text 'b'",
+                   "EndEmphasis", "EndLink", "EndParagraph"}));
+}
+
+TEST(MarkdownReader, TakesBareAddressesForLinks) {
+  EXPECT_EQ(eventsOf("see https://example.org/a."),
+            (Lines{"BeginParagraph", "Text 'see '", "BeginLink @https://example.org/a", "Text 'https://example.org/a'",
+                   "EndLink", "Text '.'", "EndParagraph"}));
+}
+
+TEST(MarkdownReader, MakesOneEventOfAnImage) {
+  EXPECT_EQ(eventsOf("a ![the *old* `cat` ![in](x) <b>one</b>](cat.png \"Cat\") b"),
+            (Lines{"BeginParagraph", "Text 'a '", "Image 'the old cat in one' @cat.png title 'Cat'", "Text ' b'",
+                   "EndParagraph"}));
+}
+
+TEST(MarkdownReader, TellsHardBreaksAndTagsInTheirPlace) {
+  EXPECT_EQ(eventsOf("a  \nb <kbd>x</kbd><br>\nc"),
+            (Lines{"BeginParagraph", "Text 'a'", "LineBreak", "Text 'b '", "Markup '<kbd>'", "Text 'x'",
+                   "Markup '</kbd><br>'", "Text ' c'", "EndParagraph"}));
+}
+
+TEST(MarkdownReader, TellsATightListWithoutParagraphs) {
+  EXPECT_EQ(eventsOf("- a\n- b\n  1. c"), (Lines{"BeginList tight", "BeginItem", "Text 'a'", "EndItem", "BeginItem",
+                                                 "Text 'b'", "BeginList ordered tight 1", "BeginItem", "Text 'c'",
+                                                 "EndItem", "EndList ordered", "EndItem", "EndList"}));
+}
+
+TEST(MarkdownReader, TellsALooseListWithParagraphsAndWhereItStarts) {
+  EXPECT_EQ(eventsOf("7. a\n\n8. b"),
+            (Lines{"BeginList ordered 7", "BeginItem", "BeginParagraph", "Text 'a'", "EndParagraph", "EndItem",
+                   "BeginItem", "BeginParagraph", "Text 'b'", "EndParagraph", "EndItem", "EndList ordered"}));
+}
+
+TEST(MarkdownReader, TellsTasks) {
+  EXPECT_EQ(eventsOf("- [ ] a\n- [x] b"), (Lines{"BeginList tight", "BeginItem open", "Text 'a'", "EndItem",
+                                                 "BeginItem done", "Text 'b'", "EndItem", "EndList"}));
+}
+
+TEST(MarkdownReader, KeepsLineBreaksAndIndentationOfCode) {
+  EXPECT_EQ(eventsOf("```c++ more\nif (a < b)\n  &amp;\n\n  x\n```"),
+            (Lines{"BeginCodeBlock 'c++'", "Text 'if (a < b)\\n  &amp;\\n\\n  x\\n'", "EndCodeBlock"}));
+  EXPECT_EQ(eventsOf("    a\n\n      b"), (Lines{"BeginCodeBlock", "Text 'a\\n\\n  b\\n'", "EndCodeBlock"}));
+}
+
+TEST(MarkdownReader, MakesOneEventOfAnHtmlBlock) {
+  EXPECT_EQ(eventsOf("<div>\n*a* &amp;\n</div>"), (Lines{"MarkupBlock '<div>\\n*a* &amp;\\n</div>\\n'"}));
+}
+
+TEST(MarkdownReader, TellsQuotesAndRules) {
+  EXPECT_EQ(eventsOf("> a\n\n---"),
+            (Lines{"BeginQuote", "BeginParagraph", "Text 'a'", "EndParagraph", "EndQuote", "Rule"}));
+}
+
+TEST(MarkdownReader, TellsTablesWithHeaderAlignmentAndEveryCell) {
+  EXPECT_EQ(eventsOf("| a | b |\n|:-:|--:|\n| c |"),
+            (Lines{"BeginTable", "BeginRow header 2", "BeginCell header center", "Text 'a'", "EndCell header",
+                   "BeginCell header right", "Text 'b'", "EndCell header", "EndRow header", "BeginRow 2",
+                   "BeginCell center", "Text 'c'", "EndCell", "BeginCell right", "EndCell", "EndRow", "EndTable"}));
+}
+
+TEST(MarkdownReader, HandsALongTextOnInParts) {
+  const std::string code = "```\n" + std::string(50000, 'x') + "\n" + std::string(50000, 'y') + "\n```";
+  const Lines events = eventsOf(code);
+  EXPECT_GT(events.size(), 3u);
+  std::string text;
+  for (const std::string& event : events) {
+    if (event.starts_with("Text '")) {
+      text += event.substr(6, event.size() - 7);
+    }
+  }
+  EXPECT_TRUE(text == std::string(50000, 'x') + "\\n" + std::string(50000, 'y') + "\\n");
+}
+
+TEST(MarkdownReader, LetsWhatItsListenerRaisesThrough) {
+  struct Raising : EventSink {
+    void write(const Event&) override { throw std::runtime_error("enough"); }
+  } sink;
+  EXPECT_THROW(readMarkdown("text", sink), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

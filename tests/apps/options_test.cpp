@@ -1,0 +1,171 @@
+#include "options.h"
+
+#include "errors.h"
+
+#include <gtest/gtest.h>
+
+namespace scrivalen::command {
+namespace {
+
+Options parsed(const std::vector<std::string>& arguments) { return parseCommandLine(arguments).options; }
+
+std::string complaint(const std::vector<std::string>& arguments) {
+  try {
+    parseCommandLine(arguments);
+    return "";
+  } catch (const UsageError& error) {
+    return error.what();
+  }
+}
+
+std::string formatOf(const std::string& output) {
+  const Options options = parsed({"in", "-o", output});
+  return std::string(options.outputs[0].format->name) + " " + options.outputs[0].name;
+}
+
+TEST(Options, TakeAnInputAndOutputsInAnyOrder) {
+  const Options options = parsed({"-o", "a.html", "in.md", "--output", "b.txt", "--output=c.xml"});
+  EXPECT_EQ(options.input, "in.md");
+  ASSERT_EQ(options.outputs.size(), 3u);
+  EXPECT_EQ(options.outputs[0].name, "a.html");
+  EXPECT_EQ(options.outputs[1].name, "b.txt");
+  EXPECT_EQ(options.outputs[2].name, "c.xml");
+}
+
+TEST(Options, TellAFormatByItsExtensionInAnyCase) {
+  EXPECT_EQ(formatOf("a.html"), "html a.html");
+  EXPECT_EQ(formatOf("a.HTM"), "html a.HTM");
+  EXPECT_EQ(formatOf("dir.txt/a.b.xml"), "xml dir.txt/a.b.xml");
+  EXPECT_EQ(formatOf("a.txt"), "text a.txt");
+}
+
+TEST(Options, TakeAFormatsNameOrExtensionInFrontOfAFile) {
+  EXPECT_EQ(formatOf("html:page"), "html page");
+  EXPECT_EQ(formatOf("TEXT:a.html"), "text a.html");
+  EXPECT_EQ(formatOf("txt:a:b"), "text a:b");
+}
+
+TEST(Options, TakeALetterBeforeAColonForADrive) {
+  EXPECT_EQ(formatOf("C:\\x.html"), "html C:\\x.html");
+  EXPECT_EQ(formatOf("x:y.xml"), "xml x:y.xml");
+  EXPECT_EQ(formatOf("html:C:\\x"), "html C:\\x");
+}
+
+TEST(Options, TakeWhatIsNoFormatBeforeAColonForAName) { EXPECT_EQ(formatOf("12:30.html"), "html 12:30.html"); }
+
+TEST(Options, RefuseAFormatThatNobodyKnows) {
+  EXPECT_EQ(complaint({"in", "-o", "a.doc"}),
+            "the format of 'a.doc' is unknown; there are .txt .html .htm .xml, and FORMAT:FILE");
+  EXPECT_NE(complaint({"in", "-o", "html"}), "");
+  EXPECT_NE(complaint({"in", "-o", "a.html/b"}), "");
+  EXPECT_NE(complaint({"in", "-o", "-"}), "");
+}
+
+TEST(Options, RefuseAFormatThatCannotBeWrittenYet) {
+  EXPECT_EQ(complaint({"in", "-o", "a.chm"}), "'a.chm': the format chm is not built yet");
+}
+
+TEST(Options, RefuseAnOutputWithoutAName) {
+  EXPECT_EQ(complaint({"in", "-o", "html:"}), "the output 'html:' has no file name");
+}
+
+TEST(Options, RefuseToWorkWithoutInputOrOutput) {
+  EXPECT_EQ(complaint({}), "there is no input; scrivalen --help tells more");
+  EXPECT_EQ(complaint({"in.md"}), "there is no output (-o FILE); scrivalen --help tells more");
+}
+
+TEST(Options, RefuseWhatTheyDoNotKnow) {
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "--titel", "x"}),
+            "there is no option '--titel'; scrivalen --help lists them");
+  EXPECT_EQ(complaint({"in", "in2", "-o", "a.txt"}), "one input at a time: 'in2' is too many");
+}
+
+TEST(Options, RefuseTwoOutputsOfOneName) {
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "b.txt", "-o", "a.txt"}), "two outputs have the name 'a.txt'");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "./a.txt"}), "two outputs have the name './a.txt'");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "html:a.txt"}), "two outputs have the name 'a.txt'");
+}
+
+TEST(Options, RefuseAnOutputThatIsTheInput) {
+  EXPECT_EQ(complaint({"a.txt", "-o", "./a.txt"}), "the output './a.txt' is the input");
+}
+
+TEST(Options, TellTheInputsFormatByItsExtension) {
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
+  EXPECT_EQ(parsed({"a.CSV", "-o", "a.txt"}).inputFormat, InputFormat::Csv);
+  EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).inputFormat, InputFormat::Tsv);
+  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
+  EXPECT_EQ(parsed({"-", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
+}
+
+TEST(Options, BelieveFromMoreThanTheExtension) {
+  EXPECT_EQ(parsed({"a.md", "--from", "tsv", "-o", "a.txt"}).inputFormat, InputFormat::Tsv);
+  EXPECT_EQ(complaint({"a.md", "--from", "doc", "-o", "a.txt"}), "--from knows markdown, csv and tsv, not 'doc'");
+}
+
+TEST(Options, GivePropertiesThePercentSignsOfTemplates) {
+  const Options options =
+      parsed({"a.md", "-o", "a.txt", "--property", "AUTHOR=A=B", "--property", "%X%=", "--property", "Y=1"});
+  ASSERT_EQ(options.properties.size(), 3u);
+  EXPECT_EQ(options.properties[0], (std::pair<std::string, std::string>("%AUTHOR%", "A=B")));
+  EXPECT_EQ(options.properties[1], (std::pair<std::string, std::string>("%X%", "")));
+  EXPECT_EQ(options.properties[2], (std::pair<std::string, std::string>("%Y%", "1")));
+}
+
+TEST(Options, RefusePropertiesThatAreNone) {
+  EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "x"}), "--property takes NAME=VALUE, not 'x'");
+  EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "=x"}), "--property takes NAME=VALUE, not '=x'");
+  EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "TITLE=x"}), "--property cannot set %TITLE%; --title does");
+  EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "%BODY%=x"}), "--property cannot set %BODY%");
+}
+
+TEST(Options, TakeValuesThatBeginWithADash) {
+  const Options options = parsed({"--title", "-5", "-o", "-a.html", "--", "-in.md"});
+  EXPECT_EQ(options.title, "-5");
+  EXPECT_EQ(options.outputs[0].name, "-a.html");
+  EXPECT_EQ(options.input, "-in.md");
+}
+
+TEST(Options, KnowAnEmptyTitleFromNone) {
+  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).title, std::nullopt);
+  EXPECT_EQ(parsed({"a", "-o", "a.txt", "--title", ""}).title, "");
+}
+
+TEST(Options, TakeATabAsTheSeparatorThatIsTyped) {
+  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).separator, "\t");
+  EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", "\\t|"}).separator, "\t|");
+  EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", ";"}).separator, ";");
+}
+
+TEST(Options, TakeFlags) {
+  const Options none = parsed({"a", "-o", "a.txt"});
+  EXPECT_FALSE(none.landscape || none.singleByte || none.contents || none.classic || none.quiet);
+  const Options all =
+      parsed({"a", "-o", "a.txt", "--landscape", "--single-byte", "--toc", "--classic", "--quiet", "--styles", "s"});
+  EXPECT_TRUE(all.landscape && all.singleByte && all.contents && all.classic && all.quiet);
+  EXPECT_EQ(all.stylesFile, "s");
+}
+
+TEST(Options, FindATemplateInAnyCaseWithOrWithoutItsExtension) {
+  EXPECT_EQ(parsed({"a", "-o", "a.html", "--template", "Default"}).templateFile, L"default.htm");
+  EXPECT_EQ(parsed({"a", "-o", "a.html", "--template", "default.HTM"}).templateFile, L"default.htm");
+}
+
+TEST(Options, RefuseATemplateThatIsNotThere) {
+  EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "../tmpl/default"}),
+            "there is no template '../tmpl/default'; scrivalen --list-templates prints the names");
+}
+
+TEST(Options, AnswerQuestionsWithoutAnInput) {
+  EXPECT_TRUE(parseCommandLine({"--list-templates"}).answer.has_value());
+  EXPECT_EQ(parseCommandLine({"--version"}).answer, "scrivalen 1.0.0\n");
+  const std::string help = parseCommandLine({"--help"}).answer.value_or("");
+  for (const char* word : {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates",
+                           "--styles", "--landscape", "--single-byte", "--separator", "--toc", "--classic", "--quiet",
+                           "--version", "--help", "Examples:"}) {
+    EXPECT_NE(help.find(word), std::string::npos) << word;
+  }
+}
+
+}  // namespace
+}  // namespace scrivalen::command

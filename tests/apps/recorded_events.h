@@ -1,0 +1,22 @@
+#pragma once
+
+#include "document.h"
+
+#include <string>
+#include <vector>
+
+namespace scrivalen::command::test {
+
+using Lines = std::vector<std::string>;
+
+/// Writes down what it is told, an event a line: its kind, then those of its fields that are set.
+class RecordedEvents : public EventSink {
+ public:
+  void write(const Event& event) override;
+  const Lines& lines() const { return lines_; }
+
+ private:
+  Lines lines_;
+};
+
+}  // namespace scrivalen::command::test
