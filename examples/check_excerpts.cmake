@@ -1,0 +1,37 @@
+# Looks at the C++ excerpts of the documents: each must stand in one of the examples as it is, so that it compiles.
+#
+#   DOCUMENTS, EXAMPLES   the files, a comma between two
+string(REPLACE "," ";" documents "${DOCUMENTS}")
+string(REPLACE "," ";" examples "${EXAMPLES}")
+
+set(code "")
+foreach(example IN LISTS examples)
+  file(READ "${example}" text)
+  string(APPEND code "${text}")
+endforeach()
+
+set(fence "```cpp\n")
+set(count 0)
+foreach(document IN LISTS documents)
+  file(READ "${document}" rest)
+  string(FIND "${rest}" "${fence}" begin)
+  while(NOT begin EQUAL -1)
+    string(LENGTH "${fence}" fence_length)
+    math(EXPR begin "${begin} + ${fence_length}")
+    string(SUBSTRING "${rest}" ${begin} -1 rest)
+    string(FIND "${rest}" "```" end)
+    string(SUBSTRING "${rest}" 0 ${end} excerpt)
+    string(FIND "${code}" "${excerpt}" at)
+    if(at EQUAL -1)
+      message(FATAL_ERROR "This excerpt of ${document} stands in no example:\n${excerpt}")
+    endif()
+    math(EXPR count "${count} + 1")
+    string(SUBSTRING "${rest}" ${end} -1 rest)
+    string(FIND "${rest}" "${fence}" begin)
+  endwhile()
+endforeach()
+
+if(count EQUAL 0)
+  message(FATAL_ERROR "There is no excerpt in ${DOCUMENTS}.")
+endif()
+message("${count} excerpts stand in the examples.")
