@@ -1,0 +1,169 @@
+#!/usr/bin/env bash
+# Installs what is missing on a Debian 12 machine. It is quick when everything is there, and may run as often as wanted.
+#
+#   scripts/setup.sh demo    what scripts/demo.sh needs
+#   scripts/setup.sh test    what scripts/test.sh needs: also the cross-compiler, Wine and the validators
+set -euo pipefail
+
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+sources="$root/build/sources"
+incoming=""
+missing=()
+
+fail() {
+  printf 'setup: %s\n' "$*" >&2
+  exit 1
+}
+
+as_root() {
+  if [ "$(id -u)" -eq 0 ]; then
+    "$@"
+  elif command -v sudo >/dev/null; then
+    sudo "$@"
+  else
+    fail "this needs root, and there is no sudo: $*"
+  fi
+}
+
+is_installed() {
+  [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]
+}
+
+need_packages() {
+  local package
+  for package in "$@"; do
+    is_installed "$package" || missing+=("$package")
+  done
+}
+
+# need_command COMMAND PACKAGE...: for programs that may well have come from elsewhere, where the package of the same
+# program could even conflict.
+need_command() {
+  local command=$1
+  shift
+  command -v "$command" >/dev/null || need_packages "$@"
+}
+
+need_build() {
+  need_command g++ g++
+  need_command cmake cmake
+  need_command ninja ninja-build
+  need_packages libmd4c-dev libcsv-dev libcli11-dev libgtest-dev libbenchmark-dev
+}
+
+need_test() {
+  need_command x86_64-w64-mingw32-g++-posix g++-mingw-w64-x86-64-posix
+  need_command wine wine wine64
+  need_command git git
+  need_command pkg-config pkgconf
+  need_command unshare util-linux
+  need_command mount mount
+  need_command cmark cmark
+  need_command xmllint libxml2-utils
+  need_command chromium chromium
+  need_command java default-jre-headless
+  need_command node nodejs
+  need_command npm npm
+  need_packages binutils time
+}
+
+install_missing() {
+  [ "${#missing[@]}" -gt 0 ] || return 0
+  printf 'setup: installing %s\n' "${missing[*]}"
+  as_root apt-get -q update
+  as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -o DPkg::Lock::Timeout=120 install -y --no-install-recommends \
+    "${missing[@]}"
+}
+
+# Every Debian archive that this machine's apt knows, one a line: address, release, component.
+debian_archives() {
+  # shellcheck disable=SC2016  # apt expands these, not the shell
+  apt-get indextargets --format '$(ORIGIN)|$(REPO_URI)|$(RELEASE)|$(COMPONENT)' 'Created-By: Packages' |
+    awk -F'|' '$1 == "Debian" && $4 == "main" {print $2, $3, $4}' | sort -u
+}
+
+# The machine's own archives again, this time for source packages.
+write_source_entries() {
+  local file=$1 keyring=/usr/share/keyrings/debian-archive-keyring.gpg archives uri release component
+  archives="$(debian_archives)"
+  if [ -z "$archives" ]; then
+    as_root apt-get -q update
+    archives="$(debian_archives)"
+  fi
+  [ -n "$archives" ] || fail "apt knows no Debian archive to take source packages from"
+  while read -r uri release component; do
+    printf 'Types: deb-src\nURIs: %s\nSuites: %s\nComponents: %s\n' "$uri" "$release" "$component"
+    [ ! -f "$keyring" ] || printf 'Signed-By: %s\n' "$keyring"
+    printf '\n'
+  done <<<"$archives" >"$file"
+}
+
+# apt with lists of its own, so that the machine's sources stay as they are. It verifies signatures as always.
+private_apt() {
+  local sandbox=()
+  [ "$(id -u)" -ne 0 ] || sandbox=(-o APT::Sandbox::User=root)
+  apt-get -q "${sandbox[@]}" -o Dir::Etc::sourcelist="$incoming/archives.sources" -o Dir::Etc::sourceparts=/dev/null \
+    -o Dir::State::lists="$incoming/lists" -o Dir::Cache="$incoming/cache" "$@"
+}
+
+# Unpacks the makers' own tarballs, which are all that a cross-build needs of a source package, into
+# build/sources/NAME-VERSION/. A folder there is always a whole one.
+fetch_sources() {
+  local package wanted=()
+  for package in "$@"; do
+    compgen -G "$sources/$package-[0-9]*/" >/dev/null || wanted+=("$package")
+  done
+  [ "${#wanted[@]}" -gt 0 ] || return 0
+  printf 'setup: fetching the sources of %s\n' "${wanted[*]}"
+  mkdir -p "$sources"
+  incoming="$(mktemp -d "$sources/.incoming.XXXXXX")"
+  mkdir -p "$incoming/lists/partial" "$incoming/cache"
+  write_source_entries "$incoming/archives.sources"
+  private_apt update
+  (cd "$incoming" && private_apt source --tar-only "${wanted[@]}")
+  for package in "${wanted[@]}"; do
+    unpack_source "$package"
+  done
+}
+
+unpack_source() {
+  local package=$1 tarballs version folder
+  mapfile -t tarballs < <(compgen -G "$incoming/${package}_*.orig.tar.*")
+  [ "${#tarballs[@]}" -eq 1 ] || fail "no single tarball came for the source package $package"
+  version="${tarballs[0]##*/"${package}"_}"
+  folder="$package-${version%.orig.tar.*}"
+  mkdir "$incoming/$folder"
+  tar --no-same-owner -xf "${tarballs[0]}" -C "$incoming/$folder" --strip-components=1
+  mv "$incoming/$folder" "$sources/"
+}
+
+remove_incoming() {
+  [ -z "$incoming" ] || rm -rf "$incoming"
+}
+
+install_node_modules() {
+  local installed="$root/node_modules/.package-lock.json"
+  if [ ! "$installed" -nt "$root/package-lock.json" ] || [ ! "$installed" -nt "$root/package.json" ]; then
+    (cd "$root" && npm ci --ignore-scripts --no-audit --no-fund)
+  fi
+}
+
+[ "$#" -eq 1 ] || fail "say what for: demo or test"
+command -v apt-get >/dev/null || fail "this script knows Debian only: there is no apt-get"
+trap remove_incoming EXIT
+case "$1" in
+  demo)
+    need_build
+    install_missing
+    ;;
+  test)
+    need_build
+    need_test
+    install_missing
+    fetch_sources md4c libcsv
+    install_node_modules
+    ;;
+  *)
+    fail "unknown purpose '$1': demo or test"
+    ;;
+esac

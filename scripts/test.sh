@@ -1,0 +1,83 @@
+#!/usr/bin/env bash
+# Builds everything and runs every test: on Linux, on Linux with sanitizers, and cross-built for Windows under Wine.
+# The last line of a good run is "N passed, 0 failed", counted over the three.
+set -euo pipefail
+
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+root="$PWD"
+presets=(linux linux-asan windows)
+seconds_a_test=600
+
+# The same surroundings for everyone: no display, no one to ask, one time zone, a Windows of our own.
+exec </dev/null
+unset DISPLAY WAYLAND_DISPLAY
+export LC_ALL=C.UTF-8 TZ=UTC WINEDEBUG=-all WINEPREFIX="$root/build/wine" WINEDLLOVERRIDES="mscoree,mshtml="
+
+total_passed=0
+total_failed=0
+summary=()
+
+heading() {
+  printf '\n== %s ==\n' "$*"
+}
+
+# One server for all tests: each would start and end its own, which takes longer than the test.
+prepare_wine() {
+  if [ ! -f "$WINEPREFIX/system.reg" ]; then
+    heading "Wine: first start"
+    mkdir -p "$WINEPREFIX"
+    wineboot -i
+    wineserver -w
+  fi
+  wineserver -p
+  trap 'wineserver -k' EXIT
+}
+
+# conclude PRESET PASSED FAILED [REMARK]
+conclude() {
+  total_passed=$((total_passed + $2))
+  total_failed=$((total_failed + $3))
+  summary+=("$(printf '%-12s %s passed, %s failed%s' "$1" "$2" "$3" "${4:+ ($4)}")")
+}
+
+# run_tests PRESET RESULTS: counts whatever did not run to a good end as failed, the skipped and the disabled too.
+run_tests() {
+  local preset=$1 results=$2 status=0 tests passed failed
+  ctest --preset "$preset" -j "$(nproc)" --no-tests=error --timeout "$seconds_a_test" --output-junit "$results" ||
+    status=$?
+  if [ ! -s "$results" ]; then
+    conclude "$preset" 0 1 "ctest gave no results"
+    return
+  fi
+  tests="$(xmllint --xpath 'count(//testcase)' "$results")"
+  passed="$(xmllint --xpath 'count(//testcase[@status="run"])' "$results")"
+  failed=$((tests - passed))
+  if [ "$failed" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$tests" -eq 0 ]; }; then
+    conclude "$preset" "$passed" 1 "ctest ended with status $status"
+  else
+    conclude "$preset" "$passed" "$failed"
+  fi
+}
+
+run_preset() {
+  local preset=$1 results="$root/build/$1/test-results.xml"
+  rm -f "$results"
+  heading "$preset: build"
+  if ! cmake --preset "$preset" || ! cmake --build --preset "$preset" -j "$(nproc)"; then
+    conclude "$preset" 0 1 "it did not build"
+    return
+  fi
+  heading "$preset: tests"
+  run_tests "$preset" "$results"
+}
+
+heading "Setup"
+scripts/setup.sh test
+prepare_wine
+for preset in "${presets[@]}"; do
+  run_preset "$preset"
+done
+
+heading "Summary"
+printf '%s\n' "${summary[@]}" "$total_passed passed, $total_failed failed"
+[ "$total_failed" -eq 0 ]

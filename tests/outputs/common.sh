@@ -1,0 +1,44 @@
+# What the checks of outputs share, to be sourced. It makes a folder $work where the check is started, which goes away
+# at its end.
+# shellcheck shell=bash
+set -euo pipefail
+
+export LC_ALL=C.UTF-8
+# shellcheck disable=SC2034  # for those who source this
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
+work="$(mktemp -d "$PWD/work.XXXXXX")"
+trap 'rm -rf "$work"' EXIT
+
+fail() {
+  printf '%s: %s\n' "$(basename "$0")" "$*" >&2
+  exit 1
+}
+
+expect_equal() {
+  [ "$2" = "$3" ] || fail "$1: expected $2, found $3"
+}
+
+# make_table ROWS: a table of six columns and a header, with what tends to break a format in it.
+make_table() {
+  awk -v rows="$1" 'BEGIN {
+    print "Number,Customer,Remark,Price,Paid,City"
+    for (row = 1; row <= rows; row++) {
+      printf "%d,\"Smith, %d & Sons\",\"says \"\"a<b>\"\" \\\\{%d}\",%d.%02d €,%s,Köln\n",
+        row, row % 977, row % 89, row % 1000, row % 100, row % 2 ? "yes" : ""
+    }
+  }'
+}
+
+# Rows are counted piece by piece, for outputs that no one wants in memory.
+text_rows() {
+  iconv -f UTF-16 -t UTF-8 "$1" | wc -l
+}
+
+html_rows() {
+  tr '<' '\n' <"$1" | grep -c '^tr[ >]'
+}
+
+# The header is an element of another name.
+xml_rows() {
+  tr '<' '\n' <"$1" | grep -c '^row>'
+}

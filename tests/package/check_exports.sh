@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Compares what a built library exports with the list of what the public headers mark, and shows the difference.
+#
+#   check_exports.sh linux LIBRARY NM
+#   check_exports.sh windows LIBRARY OBJDUMP
+set -euo pipefail
+
+system=$1
+library=$2
+tool=$3
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+export LC_ALL=C
+
+mangled_names() {
+  case "$system" in
+    linux) "$tool" -D --defined-only "$library" | awk '{print $NF}' ;;
+    windows) "$tool" -p "$library" | sed -n '/Name Pointer. Table$/,/^$/s/^[[:space:]]*\[ *[0-9]*\] //p' ;;
+    *) printf 'check_exports: unknown system %s\n' "$system" >&2 && return 1 ;;
+  esac
+}
+
+# One line for each name: a constructor or destructor has several symbols of the same name.
+readable_names() {
+  c++filt | sed -E \
+    -e 's/std::__cxx11::basic_string<wchar_t, std::char_traits<wchar_t>, std::allocator<wchar_t> ?>/std::wstring/g' \
+    -e 's/std::__cxx11::basic_string<char, std::char_traits<char>, std::allocator<char> ?>/std::string/g' \
+    -e 's/std::basic_string_view<wchar_t, std::char_traits<wchar_t> ?>/std::wstring_view/g' \
+    -e 's/std::basic_string_view<char, std::char_traits<char> ?>/std::string_view/g' \
+    -e 's/, std::allocator<std::wstring ?> ?>/>/g' |
+    sort -u
+}
+
+names="$(mangled_names | readable_names)"
+diff -u --label "expected exports" --label "exports of $(basename "$library")" "$here/exports_$system.txt" - \
+  <<<"$names"

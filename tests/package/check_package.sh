@@ -1,0 +1,108 @@
+#!/usr/bin/env bash
+# Installs a build into a new folder, moves that folder elsewhere, and builds and runs a host application there: a
+# package must not remember where it was installed.
+#
+#   check_package.sh linux|windows CMAKE BUILD_FOLDER COMPILER [TOOLCHAIN_FILE]
+set -euo pipefail
+
+system=$1
+cmake=$2
+build=$3
+compiler=$4
+toolchain=${5:-}
+consumer="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/consumer"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+prefix="$work/moved to a folder with blanks"
+
+fail() {
+  printf 'check_package: %s\n' "$*" >&2
+  exit 1
+}
+
+quietly() {
+  "$@" >"$work/log" 2>&1 || {
+    cat "$work/log" >&2
+    fail "failed: $*"
+  }
+}
+
+expect_link() {
+  local answer
+  answer="$(readlink "$prefix/lib/$1")" || fail "lib/$1 is no link"
+  [ "$answer" = "$2" ] || fail "lib/$1 leads to $answer instead of $2"
+}
+
+expect_file() {
+  [ -f "$prefix/$1" ] || fail "$1 is not installed"
+}
+
+install_and_move() {
+  quietly "$cmake" --install "$build" --prefix "$work/first"
+  mv "$work/first" "$prefix"
+  if grep -rIl --exclude-dir=doc -e "$work/first" -e "$build" "$prefix"; then
+    fail "the files above remember folders of the build"
+  fi
+  expect_file include/scrivalen/version.h
+  expect_file lib/cmake/scrivalen/scrivalenConfig.cmake
+  expect_file share/doc/scrivalen/LICENSE
+  expect_file share/doc/scrivalen/THIRD_PARTY_NOTICES.md
+}
+
+build_with_cmake() {
+  quietly "$cmake" -Werror=dev -S "$consumer" -B "$work/consumer" -D CMAKE_BUILD_TYPE=Release \
+    -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_PREFIX_PATH="$prefix" ${toolchain:+--toolchain "$toolchain"}
+  quietly "$cmake" --build "$work/consumer"
+}
+
+# Blanks in paths are beyond pkg-config, hence the link.
+build_with_pkg_config() {
+  ln -s "$prefix" "$work/prefix"
+  local flags
+  export PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig"
+  flags="$(pkg-config --cflags --libs scrivalen)"
+  # shellcheck disable=SC2086  # several flags
+  quietly "$compiler" -std=c++20 "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" \
+    "$consumer/main.cpp" -o "$work/with_pkg_config" $flags
+}
+
+# A fresh folder each, so that nobody reads the files of another.
+run_consumer() {
+  local folder
+  folder="$(mktemp -d "$work/run.XXXXXX")"
+  (cd "$folder" && "$@") || fail "failed: $*"
+}
+
+run_command() {
+  [ -e "$1" ] || return 0
+  shift
+  [[ "$("$@" --version)" == *[0-9].[0-9]* ]] || fail "the installed command does not tell its version"
+  [[ "$("$@" --list-templates)" == *[Dd]efault* ]] || fail "the installed command does not find the templates"
+}
+
+install_and_move
+case "$system" in
+  linux)
+    version="$(sed -n 's/^#define SCRIVALEN_VERSION "\(.*\)"$/\1/p' "$prefix/include/scrivalen/version.h")"
+    expect_link libscrivalen.so "libscrivalen.so.${version%%.*}"
+    expect_link "libscrivalen.so.${version%%.*}" "scrivalen/libscrivalen.so.$version"
+    expect_file lib/scrivalen/tmpl/default.htm
+    build_with_cmake
+    run_consumer "$work/consumer/consumer"
+    build_with_pkg_config
+    run_consumer env LD_LIBRARY_PATH="$prefix/lib" "$work/with_pkg_config"
+    run_command "$prefix/bin/scrivalen" "$prefix/bin/scrivalen"
+    ;;
+  windows)
+    expect_file bin/tmpl/default.htm
+    expect_file lib/libScrivalen.dll.a
+    build_with_cmake
+    # The library is found on the search path, so that its templates are not beside the program by chance.
+    run_consumer env WINEPATH="$(winepath -w "$prefix/bin")" wine "$work/consumer/consumer.exe"
+    [ ! -e "$prefix/bin/scrivalen.exe" ] || expect_file share/doc/scrivalen/LGPL-2.1.txt
+    run_command "$prefix/bin/scrivalen.exe" wine "$prefix/bin/scrivalen.exe"
+    ;;
+  *)
+    fail "unknown system '$system'"
+    ;;
+esac
