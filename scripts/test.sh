@@ -21,7 +21,8 @@ heading() {
   printf '\n== %s ==\n' "$*"
 }
 
-# One server for all tests: each would start and end its own, which takes longer than the test.
+# A program that only waits keeps Wine's own services running from one test to the next. Each test would start its own
+# otherwise, which takes longer than the test; and they would hold its output open, for which its caller then waits.
 prepare_wine() {
   if [ ! -f "$WINEPREFIX/system.reg" ]; then
     heading "Wine: first start"
@@ -29,8 +30,9 @@ prepare_wine() {
     wineboot -i
     wineserver -w
   fi
-  wineserver -p
+  exec 9> >(exec wine cmd.exe >/dev/null 2>&1)
   trap 'wineserver -k' EXIT
+  wine cmd.exe /c exit >/dev/null 2>&1
 }
 
 # conclude PRESET PASSED FAILED [REMARK]
