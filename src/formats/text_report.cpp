@@ -24,7 +24,7 @@ REPORT_ERRORS TextReport::Close() {
 }
 
 void TextReport::SetColumnSeparator(const std::wstring& separator) {
-  contained([&] { separator_ = separator; });
+  contained([&] { separator_ = separator.c_str(); });  // up to its NUL, as every text
 }
 
 void TextReport::SetReportOption(REPORT_OPTION option, int value) {
@@ -61,7 +61,7 @@ void TextReport::EndRow(const wchar_t*) { EndOfLine(); }
 
 void TextReport::BeginCell(const wchar_t*, int, const wchar_t*) {
   if (!firstCell_) {
-    write(separator_.c_str());  // up to its NUL, as every text
+    write(separator_);
   }
   firstCell_ = false;
 }

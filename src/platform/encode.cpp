@@ -25,7 +25,7 @@ constexpr std::array<std::string_view, 128> makeEscapes(std::string_view escaped
   }
   table['\t'] = table['\n'] = table['\r'] = {};
   for (const char c : escaped) {
-    table[static_cast<std::size_t>(c)] = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "&quot;";
+    table[static_cast<unsigned char>(c)] = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "&quot;";
   }
   return table;
 }

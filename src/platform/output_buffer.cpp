@@ -1,5 +1,7 @@
 #include "platform/output_buffer.h"
 
+#include <algorithm>
+
 namespace scrivalen::platform {
 
 void OutputBuffer::hand(const char* data, std::size_t size) {
@@ -21,25 +23,29 @@ void OutputBuffer::reset() {
   lost_ = false;
 }
 
+// A block that is not full yet stays: behind its end there is room for as much again.
 void OutputBuffer::makeRoom() {
   if (!bytes_) {
     bytes_ = std::make_unique_for_overwrite<char[]>(kCapacity);
     at_ = bytes_.get();
-    end_ = at_ + kCapacity;
-    return;
+    end_ = at_ + kBlock;
+  } else if (at_ >= end_) {
+    const auto rest = static_cast<std::size_t>(at_ - end_);
+    hand(bytes_.get(), kBlock);
+    std::memcpy(bytes_.get(), end_, rest);
+    at_ = bytes_.get() + rest;
   }
-  flush();
 }
 
-// What does not fit goes to the sink in whole buffers, the rest of it stays in the buffer.
 void OutputBuffer::writeThrough(const char* data, std::size_t size) {
-  makeRoom();
-  if (size >= kCapacity) {
-    hand(data, size);
-    return;
+  while (size > 0) {
+    makeRoom();
+    const std::size_t part = std::min(size, static_cast<std::size_t>(end_ - at_));
+    std::memcpy(at_, data, part);
+    at_ += part;
+    data += part;
+    size -= part;
   }
-  std::memcpy(at_, data, size);
-  at_ += size;
 }
 
 }  // namespace scrivalen::platform

@@ -1,0 +1,209 @@
+#!/usr/bin/env bash
+# Compares whole processes in turn, so that a machine that gets slower or faster meanwhile does so for both, and prints
+# medians beside the limits. Ends with 1 when a limit is passed.
+#
+#   bench/compare.sh             both of what follows; Markdown only where cmark and the command are there
+#   bench/compare.sh ledger      the library against writers by hand, scaling, memory
+#   bench/compare.sh markdown    the command against cmark
+#
+# BUILD is the build folder (build/linux), RUNS how often each side runs (11), TMPDIR where the files go.
+# shellcheck disable=SC2317  # the functions that are measured are called by name
+set -euo pipefail
+shopt -s inherit_errexit
+export LC_ALL=C
+
+root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
+build="${BUILD:-$root/build/linux}"
+runs="${RUNS:-11}"
+ledger="$build/bin/scrivalen_ledger"
+command="$build/bin/scrivalen"
+work="$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")"
+trap 'rm -rf "$work"' EXIT
+over=0
+seconds=0
+other=0
+ratio=0
+
+fail() {
+  printf 'compare: %s\n' "$*" >&2
+  exit 1
+}
+
+# The median of each column, each column of the input sorted by itself.
+medians() {
+  local columns column file="$work/columns"
+  cat >"$file"
+  columns="$(awk 'NR == 1 {print NF}' "$file")"
+  for ((column = 1; column <= columns; ++column)); do
+    awk -v column="$column" '{print $column}' "$file" | sort -g |
+      awk '{value[NR] = $1} END {print (value[int((NR + 1) / 2)] + value[int(NR / 2) + 1]) / 2}'
+  done | paste -s -d ' '
+}
+
+head_line() {
+  printf '\n%-36s %12s %12s %8s %8s\n' "$@"
+}
+
+# verdict LABEL A B RATIO LIMIT
+verdict() {
+  local word=ok
+  awk -v ratio="$4" -v limit="$5" 'BEGIN {exit !(ratio <= limit)}' || word=OVER
+  [ "$word" = ok ] || over=1
+  printf '%-36s %12s %12s %8.3f %8s  %s\n' "$1" "$2" "$3" "$4" "$5" "$word"
+}
+
+# cpu FORMAT WRITER ROWS: the cpu seconds of a process that writes the ledger. The files are new ones each time, so that
+# no process pays for the end of another's.
+cpu() {
+  run_ledger "$@" | cut -d ' ' -f 1
+}
+
+run_ledger() {
+  rm -f "$work"/ledger*
+  "$ledger" "$@" "$work/ledger"
+}
+
+require_same_bytes() {
+  local format=$1
+  "$ledger" "$format" library 1000 "$work/a" >/dev/null
+  "$ledger" "$format" handwritten 1000 "$work/b" >/dev/null
+  cmp "$work/a" "$work/b" >&2 || fail "$format: the two writers write different bytes, so there is nothing to compare"
+}
+
+# pairs A B: runs two functions that print seconds in turn. The medians of both and of their ratio are then in seconds,
+# other and ratio.
+pairs() {
+  local run a b
+  for ((run = 0; run < runs; ++run)); do
+    a="$($1)"
+    b="$($2)"
+    awk -v a="$a" -v b="$b" 'BEGIN {printf "%.6f %.6f %.6f\n", a, b, a / b}'
+  done >"$work/pairs"
+  read -r seconds other ratio < <(medians <"$work/pairs")
+}
+
+against_handwritten() {
+  local format=$1 limit=$2
+  require_same_bytes "$format"
+  pairs "cpu $format library 100000" "cpu $format handwritten 100000"
+  verdict "$format" "$seconds" "$other" "$ratio" "$limit"
+}
+
+three_passes() {
+  local text html xml
+  text="$(cpu text common 100000)"
+  html="$(cpu html common 100000)"
+  xml="$(cpu xml common 100000)"
+  awk -v text="$text" -v html="$html" -v xml="$xml" 'BEGIN {print text + html + xml}'
+}
+
+at_once() {
+  pairs "cpu all common 100000" three_passes
+  verdict "three formats" "$seconds" "$other" "$ratio" 0.80
+}
+
+# The cpu microseconds of a row, whatever their number.
+row_cost() {
+  cpu "$1" library "$2" | awk -v rows="$2" '{printf "%.6f\n", $1 / rows * 1e6}'
+}
+
+scaling() {
+  local format=$1
+  pairs "row_cost $format 1000000" "row_cost $format 100000"
+  verdict "$format" "$seconds" "$other" "$ratio" 1.05
+}
+
+# A process starts with the peak of the one that started it: it is a small shell's, below what is measured here.
+peak() {
+  local run
+  for ((run = 0; run < 5; ++run)); do
+    run_ledger "$1" "$2" "$3" | cut -d ' ' -f 2
+  done | medians
+}
+
+memory() {
+  local format=$1 writer=$2 large small more
+  large="$(peak "$format" "$writer" 1000000)"
+  small="$(peak "$format" "$writer" 1000)"
+  more="$(awk -v large="$large" -v small="$small" 'BEGIN {print (large - small) / 1024}')"
+  verdict "$format" "$large" "$small" "$more" 1
+}
+
+compare_ledger() {
+  [ -x "$ledger" ] || fail "there is no $ledger; build the benchmarks first"
+  head_line "cpu seconds, 100,000 rows" library handwritten ratio limit
+  against_handwritten text 0.90
+  against_handwritten html 0.75
+  against_handwritten xml 0.75
+  head_line "cpu seconds, 100,000 rows" "one pass" "three passes" ratio limit
+  at_once
+  head_line "cpu microseconds a row" "1,000,000" "100,000" ratio limit
+  scaling text
+  scaling html
+  scaling xml
+  head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
+  memory text library
+  memory html library
+  memory xml library
+  memory all common
+}
+
+# make_markdown BYTES: what both programs know, so CommonMark without tables and without markup of its own.
+make_markdown() {
+  awk -v wanted="$1" 'BEGIN {
+    for (section = 1; size < wanted; ++section) {
+      text = sprintf("## Section %d: goods & services\n\n" \
+        "In week %d the *northern* branch sold **%d boxes** of paper; see [the list](https://example.org/list/%d)\n" \
+        "and the note on `order_%d` for what is < 5 kg. Nothing \"urgent\" is left open,\n" \
+        "so the account was closed on the %dth day.\n\n" \
+        "- first item of section %d\n- second item, with *stress*\n  - an inner item\n- third item\n\n" \
+        "1. count\n2. check\n3. sign\n\n" \
+        "> A quotation of two lines\n> in section %d.\n\n" \
+        "    indented code = %d * 2;\n\n```\nfenced code, a < b && b > c\n```\n\n---\n\n",
+        section, section % 52, section % 977, section, section % 31, section % 28, section, section, section)
+      printf "%s", text
+      size += length(text)
+    }
+  }'
+}
+
+# The user and system seconds of a command, as the shell counts them.
+seconds_of() {
+  local TIMEFORMAT='%U %S'
+  { time "$@" >/dev/null 2>"$work/errors"; } 2>&1 | awk '{print $1 + $2}'
+}
+
+run_command() {
+  rm -f "$work/command.html"
+  seconds_of "$command" --quiet "$work/input.md" -o "$work/command.html"
+}
+
+run_cmark() {
+  rm -f "$work/cmark.html"
+  # shellcheck disable=SC2016  # the inner shell expands these
+  seconds_of bash -c 'exec cmark "$1" >"$2"' cmark "$work/input.md" "$work/cmark.html"
+}
+
+compare_markdown() {
+  [ -x "$command" ] || fail "there is no $command; build the command first"
+  [ -n "$(type -P cmark)" ] || fail "there is no cmark on the path"
+  make_markdown 10000000 >"$work/input.md"
+  "$command" --quiet "$work/input.md" -o "$work/command.html" || fail "the command failed"
+  cmark "$work/input.md" >"$work/cmark.html" || fail "cmark failed"
+  head_line "cpu seconds, 10 MB Markdown to HTML" scrivalen cmark ratio limit
+  pairs run_command run_cmark
+  verdict "html" "$seconds" "$other" "$ratio" 0.75
+}
+
+case "${1:-}" in
+  ledger) compare_ledger ;;
+  markdown) compare_markdown ;;
+  "")
+    compare_ledger
+    if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
+      compare_markdown
+    fi
+    ;;
+  *) fail "unknown comparison '$1': ledger, markdown, or none for both" ;;
+esac
+exit "$over"

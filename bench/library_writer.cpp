@@ -1,0 +1,79 @@
+#include "ledger.h"
+#include "writers.h"
+
+#include <scrivalen/scrivalen.h>
+
+namespace scrivalen::bench {
+namespace {
+
+constexpr REPORT_FORMAT reportFormat(Format format) {
+  return format == Format::Text ? FORMAT_TEXT : format == Format::Html ? FORMAT_HTML : FORMAT_XML;
+}
+
+void writeWholeCell(AReport& report, const wchar_t* text) { report.Cell(text, 0, nullptr); }
+
+// An HTML cell that is written whole takes markup; this way its text is escaped, in every format.
+void writeCellInParts(AReport& report, const wchar_t* text) {
+  report.BeginCell(L"cell", 0, nullptr);
+  report.Text(text, PARAGRAPH_NONE, nullptr, 0);
+  report.EndCell(L"cell", 0);
+}
+
+using WriteCell = void (*)(AReport& report, const wchar_t* text);
+
+void writeContent(AReport& report, long rows, WriteCell writeCell) {
+  report.Text(kTitle, PARAGRAPH_HEADING1, nullptr, 0);
+  report.BeginTable(L"ledger", nullptr);
+  Ledger ledger;
+  for (long i = 0; i < rows; ++i) {
+    report.BeginRow(L"row", nullptr, static_cast<int>(kColumns));
+    for (const wchar_t* text : ledger.next()) {
+      writeCell(report, text);
+    }
+    report.EndRow(L"row");
+  }
+  report.EndTable(L"ledger");
+}
+
+std::string failure(const AReport& report) { return ToUtf8(report.GetError()); }
+
+std::string closed(MultiReport& report) {
+  const bool whole = report.Close() == REPORT_OK;
+  report.Clear();
+  return whole ? std::string() : failure(report);
+}
+
+std::string writeOneFormat(Format format, long rows, const std::string& file, WriteCell writeCell) {
+  const std::wstring name = FromUtf8(file);
+  MultiReport report;
+  report.AddReport(reportFormat(format), name.c_str(), nullptr);
+  if (report.Open(name.c_str()) != REPORT_OK) {
+    return "cannot open " + file;
+  }
+  writeContent(report, rows, writeCell);
+  return closed(report);
+}
+
+}  // namespace
+
+std::string writeWithLibrary(Format format, long rows, const std::string& file) {
+  return writeOneFormat(format, rows, file, format == Format::Html ? writeCellInParts : writeWholeCell);
+}
+
+std::string writeWithCommonCalls(Format format, long rows, const std::string& file) {
+  return writeOneFormat(format, rows, file, writeCellInParts);
+}
+
+std::string writeAllWithCommonCalls(long rows, const std::string& file) {
+  MultiReport report;
+  report.AddReport(FORMAT_TEXT, FromUtf8(file + ".txt").c_str(), nullptr);
+  report.AddReport(FORMAT_HTML, FromUtf8(file + ".html").c_str(), nullptr);
+  report.AddReport(FORMAT_XML, FromUtf8(file + ".xml").c_str(), nullptr);
+  if (report.Open() != REPORT_OK) {
+    return failure(report);
+  }
+  writeContent(report, rows, writeCellInParts);
+  return closed(report);
+}
+
+}  // namespace scrivalen::bench

@@ -1,0 +1,159 @@
+// Measures the ledger through the library, in turn with what it is compared with: a handwritten writer of the same
+// bytes and, for all formats at once, one pass for each.
+#include "process_usage.h"
+#include "same_bytes.h"
+#include "writers.h"
+
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+using namespace scrivalen::bench;
+
+namespace {
+
+struct NamedFormat {
+  const char* name;
+  Format format;
+};
+
+constexpr NamedFormat kFormats[] = {{"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml}};
+
+/// A folder for the files of one run, which goes away with them.
+class WorkFolder {
+ public:
+  WorkFolder() : path_((std::filesystem::temp_directory_path() / "scrivalen_bench.XXXXXX").string()) {
+    if (!mkdtemp(path_.data())) {
+      throw std::runtime_error("cannot make the folder " + path_);
+    }
+  }
+  WorkFolder(const WorkFolder&) = delete;
+  WorkFolder& operator=(const WorkFolder&) = delete;
+  ~WorkFolder() {
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+  }
+
+  std::string file(const char* name) const { return path_ + "/" + name; }
+
+ private:
+  std::string path_;
+};
+
+/// The cpu seconds of a call that answers why it failed.
+template <typename Write>
+double cpuSecondsOf(Write write) {
+  const double start = processUsage().cpuSeconds;
+  const std::string failure = write();
+  const double seconds = processUsage().cpuSeconds - start;
+  if (!failure.empty()) {
+    throw std::runtime_error(failure);
+  }
+  return seconds;
+}
+
+double median(std::vector<double>& values) {
+  const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+  std::nth_element(values.begin(), middle, values.end());
+  return *middle;
+}
+
+/// Times one call and, in turn with it, outside the benchmark's time, what it is compared with.
+template <typename Write, typename Other>
+void compare(benchmark::State& state, const char* counter, Write write, Other other) {
+  std::vector<double> ratios;
+  for (auto _ : state) {
+    const double seconds = cpuSecondsOf(write);
+    state.PauseTiming();
+    ratios.push_back(seconds / cpuSecondsOf(other));
+    state.ResumeTiming();
+  }
+  state.SetItemsProcessed(state.iterations() * state.range(0));
+  state.counters[counter] = median(ratios);
+}
+
+void compareWithHandwritten(benchmark::State& state, Format format, const WorkFolder& folder) {
+  const long rows = static_cast<long>(state.range(0));
+  const std::string file = folder.file("library");
+  const std::string other = folder.file("handwritten");
+  compare(
+      state, "ratio_to_handwritten", [&] { return writeWithLibrary(format, rows, file); },
+      [&] { return writeByHand(format, rows, other); });
+}
+
+std::string writeOneByOne(long rows, const std::string& file) {
+  std::string failure;
+  for (const NamedFormat& format : kFormats) {
+    failure += writeWithCommonCalls(format.format, rows, file + "." + format.name);
+  }
+  return failure;
+}
+
+void compareWithThreePasses(benchmark::State& state, const WorkFolder& folder) {
+  const long rows = static_cast<long>(state.range(0));
+  const std::string file = folder.file("all");
+  const std::string other = folder.file("one");
+  compare(
+      state, "ratio_to_three_passes", [&] { return writeAllWithCommonCalls(rows, file); },
+      [&] { return writeOneByOne(rows, other); });
+}
+
+/// A comparison means nothing unless both sides write the same.
+void requireSameBytes(const WorkFolder& folder) {
+  constexpr long kRows = 1000;
+  for (const NamedFormat& format : kFormats) {
+    const std::string file = folder.file("library");
+    const std::string other = folder.file("handwritten");
+    cpuSecondsOf([&] { return writeWithLibrary(format.format, kRows, file); });
+    cpuSecondsOf([&] { return writeByHand(format.format, kRows, other); });
+    const std::string found = difference(file, other);
+    if (!found.empty()) {
+      throw std::runtime_error(std::string(format.name) + ": " + found);
+    }
+  }
+}
+
+void registerBenchmarks(const WorkFolder& folder) {
+  for (const NamedFormat& format : kFormats) {
+    benchmark::RegisterBenchmark(
+        (std::string("ledger/") + format.name).c_str(),
+        [&folder, format](benchmark::State& state) { compareWithHandwritten(state, format.format, folder); })
+        ->RangeMultiplier(10)
+        ->Range(1000, 1000000)
+        ->Unit(benchmark::kMillisecond)
+        ->MeasureProcessCPUTime();
+  }
+  // A million rows in all formats are half a gigabyte, with which the system's disk cache would be measured.
+  benchmark::RegisterBenchmark("ledger/all",
+                               [&folder](benchmark::State& state) { compareWithThreePasses(state, folder); })
+      ->RangeMultiplier(10)
+      ->Range(1000, 100000)
+      ->Unit(benchmark::kMillisecond)
+      ->MeasureProcessCPUTime();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+    return 2;
+  }
+  try {
+    const WorkFolder folder;
+    requireSameBytes(folder);
+    registerBenchmarks(folder);
+    benchmark::RunSpecifiedBenchmarks();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "scrivalen_bench: %s\n", failure.what());
+    return 1;
+  }
+  benchmark::Shutdown();
+  return 0;
+}

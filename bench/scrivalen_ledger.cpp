@@ -1,0 +1,87 @@
+// Writes the ledger once and tells what the whole process cost until then: cpu seconds and peak memory in KiB.
+#include "process_usage.h"
+#include "writers.h"
+
+#include <charconv>
+#include <cstdio>
+#include <optional>
+#include <string>
+#include <string_view>
+
+using namespace scrivalen::bench;
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: scrivalen_ledger FORMAT WRITER ROWS FILE\n"
+    "  FORMAT  text, html, xml; all (writer common only): the three at once, into FILE.txt, FILE.html and FILE.xml\n"
+    "  WRITER  library: the library, with the calls that suit the format\n"
+    "          common: the library, with the calls that serve every format\n"
+    "          handwritten: buffered stdio\n"
+    "Prints the cpu seconds and the peak memory in KiB of the whole process.\n";
+
+struct NamedFormat {
+  std::string_view name;
+  Format format;
+};
+
+constexpr NamedFormat kFormats[] = {{"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml}};
+
+std::optional<Format> formatOf(std::string_view name) {
+  for (const NamedFormat& candidate : kFormats) {
+    if (candidate.name == name) {
+      return candidate.format;
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<long> rowsOf(std::string_view text) {
+  long rows = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), rows);
+  if (error != std::errc() || end != text.data() + text.size() || rows < 0) {
+    return std::nullopt;
+  }
+  return rows;
+}
+
+int wrongUsage() {
+  std::fputs(kUsage, stderr);
+  return 2;
+}
+
+using Write = std::string (*)(Format format, long rows, const std::string& file);
+
+Write writerOf(std::string_view name) {
+  if (name == "library") return writeWithLibrary;
+  if (name == "common") return writeWithCommonCalls;
+  if (name == "handwritten") return writeByHand;
+  return nullptr;
+}
+
+int report(const std::string& failure) {
+  if (!failure.empty()) {
+    std::fprintf(stderr, "scrivalen_ledger: %s\n", failure.c_str());
+    return 1;
+  }
+  const ProcessUsage usage = processUsage();
+  std::printf("%.6f %ld\n", usage.cpuSeconds, usage.peakMemoryKiB);
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 5) {
+    return wrongUsage();
+  }
+  const std::string_view formatName = argv[1];
+  const std::string_view writerName = argv[2];
+  const auto format = formatOf(formatName);
+  const Write write = writerOf(writerName);
+  const auto rows = rowsOf(argv[3]);
+  if (rows && formatName == "all" && writerName == "common") {
+    return report(writeAllWithCommonCalls(*rows, argv[4]));
+  }
+  return rows && format && write ? report(write(*format, *rows, argv[4])) : wrongUsage();
+}
