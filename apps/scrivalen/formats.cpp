@@ -12,7 +12,7 @@ constexpr Format kFormats[] = {
     {"text", "txt", &createTextWriter},
     {"html", "html htm", &createHtmlWriter},
     {"xml", "xml", &createXmlWriter},
-    {"rtf", "rtf", nullptr},
+    {"rtf", "rtf", &createRtfWriter},
     {"pdf", "pdf", nullptr},
     {"xlsx", "xlsx", nullptr},
     {"chm", "chm", nullptr},

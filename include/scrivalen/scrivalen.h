@@ -9,5 +9,6 @@
 #include <scrivalen/multi_report.h>
 #include <scrivalen/output_file.h>
 #include <scrivalen/report.h>
+#include <scrivalen/rtf_doc.h>
 #include <scrivalen/text.h>
 #include <scrivalen/version.h>

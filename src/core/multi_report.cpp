@@ -6,6 +6,7 @@
 #include "platform/clog.h"
 #include "platform/contain.h"
 #include "platform/fmt.h"
+#include "rtf/rtf_report.h"
 #include "scrivalen/html_report.h"
 
 #include <algorithm>
@@ -35,6 +36,7 @@ std::shared_ptr<AReport> create() {
 }
 
 constexpr FormatRow kFormats[] = {
+    {FORMAT_RTF, &create<RTFReport>},
     {FORMAT_HTML, &create<HtmlReport>},
     {FORMAT_XML, &create<XmlReport>},
     {FORMAT_TEXT, &create<TextReport>},

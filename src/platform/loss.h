@@ -8,6 +8,9 @@ namespace scrivalen::platform {
 /// Counts the characters that an output could not hold as they were given.
 class LossCounter {
  public:
+  LossCounter() = default;
+  LossCounter(std::uint64_t count, char32_t first) : count_(count), first_(first) {}
+
   void note(char32_t character) {
     if (count_++ == 0) {
       first_ = character;

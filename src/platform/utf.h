@@ -17,6 +17,9 @@ constexpr bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 constexpr char32_t highSurrogate(char32_t c) { return 0xD800 + ((c - 0x10000) >> 10); }
 constexpr char32_t lowSurrogate(char32_t c) { return 0xDC00 + ((c - 0x10000) & 0x3FF); }
 
+/// How many UTF-16 code units a character has.
+constexpr std::size_t unitsOf(char32_t c) { return c > 0xFFFF ? 2 : 1; }
+
 /// What a wide character stands for: U+FFFD where its number is no character's.
 constexpr char32_t asCharacter(char32_t c) { return c > 0x10FFFF ? kReplacement : c; }
 

@@ -7,25 +7,6 @@ namespace {
 
 void trimEnd(std::wstring& text) { text.erase(text.find_last_not_of(L" \n") + 1); }
 
-std::wstring_view taskMarker(Task task) {
-  switch (task) {
-    case Task::Open: return L"[ ] ";
-    case Task::Done: return L"[x] ";
-    case Task::None: break;
-  }
-  return L"";
-}
-
-// Whether a link's text tells its address already, as that of <https://example.org> and <me@example.org> does.
-bool tellsAddress(std::wstring_view text, std::wstring_view address) {
-  for (const std::wstring_view silent : {L"", L"mailto:", L"http://", L"https://"}) {
-    if (address.size() == silent.size() + text.size() && address.starts_with(silent) && address.ends_with(text)) {
-      return true;
-    }
-  }
-  return false;
-}
-
 }  // namespace
 
 bool PlainWriter::open(const std::wstring& file, const DocumentSettings& settings) {
@@ -58,7 +39,7 @@ void PlainWriter::writeBlock(const Event& event) {
     case EventKind::EndQuote: return endQuote();
     case EventKind::BeginList: return enterList(event);
     case EventKind::EndList: return leaveList();
-    case EventKind::BeginItem: return enterItem(event.task);
+    case EventKind::BeginItem: return beginItem(markers_.next(event.task, L"- ", L". "));
     case EventKind::EndItem: return endItem();
     case EventKind::Rule: return rule();
     case EventKind::MarkupBlock: appendTextOfMarkupBlock(text_, event.text); return endParagraph();
@@ -112,33 +93,19 @@ void PlainWriter::endParagraph() {
 }
 
 void PlainWriter::enterList(const Event& event) {
-  lists_.push_back({event.ordered, static_cast<unsigned>(event.number)});
+  markers_.enter(event);
   beginList(event.tight);
 }
 
 void PlainWriter::leaveList() {
-  lists_.pop_back();
+  markers_.leave();
   endList();
 }
 
-void PlainWriter::enterItem(Task task) {
-  List& list = lists_.back();
-  std::wstring marker = list.ordered ? std::to_wstring(list.next++) + L". " : L"- ";
-  marker += taskMarker(task);
-  beginItem(marker);
-}
-
-// A link to an anchor says nothing where there are no anchors.
 void PlainWriter::endLink() {
-  const std::wstring_view shown = std::wstring_view(text_).substr(linkStart_);
-  if (linkAddress_.empty() || linkAddress_.starts_with(L'#') || tellsAddress(shown, linkAddress_)) {
-    return;
-  }
-  if (shown.empty()) {
-    text_ += linkAddress_;
-  } else {
-    text_.append(L" (").append(linkAddress_).append(L")");
-  }
+  const std::wstring shown = text_.substr(linkStart_);
+  text_.resize(linkStart_);
+  text_ += withAddress(shown, linkAddress_);
 }
 
 }  // namespace scrivalen::command

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "document.h"
+#include "writers/plain_text.h"
 #include "writers/single_report.h"
 
 #include <string>
-#include <vector>
 
 namespace scrivalen::command {
 
@@ -41,11 +41,6 @@ class PlainWriter : public DocumentWriter {
   SingleReport report_;
 
  private:
-  struct List {
-    bool ordered;
-    unsigned next;
-  };
-
   void writeBlock(const Event& event);
   void writeTable(const Event& event);
   void writeInline(const Event& event);
@@ -53,11 +48,10 @@ class PlainWriter : public DocumentWriter {
   void endParagraph();
   void enterList(const Event& event);
   void leaveList();
-  void enterItem(Task task);
   void endLink();
 
   std::wstring text_;  // of the block that is being read
-  std::vector<List> lists_;
+  ListMarkers markers_;
   std::size_t linkStart_ = 0;
   std::wstring linkAddress_;
 };

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "document.h"
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// What writers share that tell lists and links in words.
+namespace scrivalen::command {
+
+/// Counts the items of lists within lists.
+class ListMarkers {
+ public:
+  void enter(const Event& list) { lists_.push_back({list.ordered, static_cast<unsigned>(list.number)}); }
+  void leave() { lists_.pop_back(); }
+  /// What stands before the next item of the innermost list, such as "3. " or "- [x] ".
+  /// @param bullet  before an item without a number
+  /// @param behind  what follows the number of one that has it
+  std::wstring next(Task task, std::wstring_view bullet, std::wstring_view behind);
+
+ private:
+  struct List {
+    bool ordered;
+    unsigned next;
+  };
+
+  std::vector<List> lists_;
+};
+
+/// A link's text with the address behind it in parentheses, unless the text tells the address already or the address is
+/// an anchor of the document.
+std::wstring withAddress(std::wstring_view text, std::wstring_view address);
+
+/// Whether an address begins with a scheme (RFC 3986, 3.1), so that it leads somewhere wherever the document lies.
+bool hasScheme(std::wstring_view address);
+
+}  // namespace scrivalen::command
