@@ -50,7 +50,7 @@ install_and_move() {
 }
 
 build_with_cmake() {
-  quietly "$cmake" -Werror=dev -S "$consumer" -B "$work/consumer" -D CMAKE_BUILD_TYPE=Release \
+  quietly "$cmake" -G Ninja -Werror=dev -S "$consumer" -B "$work/consumer" -D CMAKE_BUILD_TYPE=Release \
     -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_PREFIX_PATH="$prefix" ${toolchain:+--toolchain "$toolchain"}
   quietly "$cmake" --build "$work/consumer"
 }
