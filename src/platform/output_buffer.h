@@ -17,8 +17,8 @@ class ByteSink {
 
 /// 64 KiB in front of a sink. Writers put their bytes in place, so that a byte costs a store and not a call. Between
 /// flushes the sink gets blocks of half that size exactly. A file that grows by aligned blocks costs the system less:
-/// Linux caches each in one piece of memory, and keeps pieces of up to this size at hand. Once the sink has lost bytes,
-/// nothing more is handed to it until the next reset.
+/// Linux can cache each in one piece of memory, and keeps pieces of up to this size at hand. Once the sink has lost
+/// bytes, nothing more is handed to it until the next reset.
 class OutputBuffer {
  public:
   static constexpr std::size_t kCapacity = 65536;
