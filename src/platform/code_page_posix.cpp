@@ -1,55 +1,60 @@
 #include "platform/code_page.h"
 
+#include "platform/plain_text.h"
 #include "platform/utf.h"
+#include "platform/windows_1252.h"
 
 #include <algorithm>
-#include <array>
 
 namespace scrivalen::platform {
 namespace {
 
-// Windows-1252, bytes 0x80 to 0x9F (Unicode Consortium, CP1252.TXT, best fit included for the unused five).
-constexpr std::array<char16_t, 32> kUpperControls = {0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                                     0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+using PlainAscii = PlainBelow<char, 0x80>;
 
-std::optional<unsigned char> toByte(char32_t c) {
-  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) {
-    return static_cast<unsigned char>(c);
+// Writes the character at `at`, which it moves past it, and answers the end of its bytes; null when they do not fit.
+char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, const char* limit, LossCounter& loss) {
+  const char32_t c = nextCharacter(at, end);
+  const std::size_t width = unitsOf(c);
+  if (limit - out < static_cast<std::ptrdiff_t>(width)) {
+    return nullptr;
   }
-  const auto found = std::find(kUpperControls.begin(), kUpperControls.end(), c);
-  if (found == kUpperControls.end()) {
-    return std::nullopt;
+  const auto byte = toWindows1252(c);
+  if (!byte) {
+    loss.note(c);
   }
-  return static_cast<unsigned char>(0x80 + (found - kUpperControls.begin()));
+  return std::fill_n(out, width, static_cast<char>(byte.value_or('?')));
+}
+
+// Answers the end of the bytes; null when they do not fit.
+char* putText(std::wstring_view text, char* out, const char* limit, LossCounter& loss) {
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    const std::size_t plain =
+        copyPlainBlocks<PlainAscii>(at, static_cast<std::size_t>(std::min(end - at, limit - out)), out);
+    at += plain;
+    out += plain;
+    const wchar_t* const stop = at + std::min(kPlainBlock, static_cast<std::size_t>(end - at));
+    while (at < stop) {
+      if (out != limit && PlainAscii::isPlain(characterValue(*at))) {
+        *out++ = static_cast<char>(*at++);
+      } else if (out = putCharacter(at, end, out, limit, loss); !out) {
+        return nullptr;
+      }
+    }
+  }
+  return out;
 }
 
 }  // namespace
 
 std::optional<std::size_t> toCodePage(std::wstring_view text, char* out, std::size_t capacity, LossCounter& loss) {
-  std::size_t size = 0;
-  const wchar_t* at = text.data();
-  const wchar_t* const end = at + text.size();
-  while (at != end) {
-    const char32_t c = nextCharacter(at, end);
-    const std::size_t width = c > 0xFFFF ? 2 : 1;
-    if (capacity - size < width) {
-      return std::nullopt;
-    }
-    const auto byte = toByte(c);
-    if (!byte) {
-      loss.note(c);
-    }
-    for (std::size_t i = 0; i < width; ++i) {
-      out[size++] = static_cast<char>(byte.value_or('?'));
-    }
-  }
-  return size;
+  char* const end = putText(text, out, out + capacity, loss);
+  return end ? std::optional<std::size_t>(end - out) : std::nullopt;
 }
 
 bool isInCodePage(std::wstring_view text) {
-  return std::all_of(text.begin(), text.end(), [](wchar_t c) { return toByte(static_cast<char32_t>(c)).has_value(); });
+  return std::all_of(text.begin(), text.end(), [](wchar_t c) { return toWindows1252(static_cast<char32_t>(c)).has_value(); });
 }
 
 }  // namespace scrivalen::platform

@@ -1,17 +1,16 @@
 #include "platform/encode.h"
 
+#include "platform/plain_text.h"
 #include "platform/utf.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cstdint>
 #include <cstring>
 
 namespace scrivalen::platform {
 namespace {
 
-constexpr std::size_t kBlock = 8;
 constexpr std::size_t kChunk = 4096;  // characters that are written between two looks at the buffer's room
 constexpr std::size_t kLongest = 6;   // bytes of the longest escape, which is longer than any UTF-8 sequence
 
@@ -37,68 +36,24 @@ constexpr bool isForbiddenByXml(char32_t c) {
   return c < 0x20 ? c != '\t' && c != '\n' && c != '\r' : isSurrogate(c) || c == 0xFFFE || c == 0xFFFF || c > 0x10FFFF;
 }
 
-unsigned value(wchar_t c) { return static_cast<unsigned>(c); }
-
-// What an output takes as it stands: characters below a power of two, in units of its own.
-template <typename OutputUnit, unsigned kLimit>
-struct PlainBelow {
-  using Unit = OutputUnit;
-  static constexpr unsigned kEnd = kLimit;
-  static bool isPlain(unsigned c) { return c < kEnd; }
-  /// Whether nothing among eight bytes needs care; asked when all of them are below kEnd.
-  static bool arePlain(std::uint64_t) { return true; }
-};
-
 using PlainUtf8 = PlainBelow<char, 0x80>;
 using PlainLowByte = PlainBelow<char, 0x100>;
 using PlainUtf16 = PlainBelow<char16_t, 0x10000>;
-
-constexpr std::uint64_t eightTimes(std::uint64_t byte) { return byte * 0x0101010101010101; }
 
 // Quotes are looked at in content too: they are rare there, and one test serves both.
 struct PlainMarkup : PlainBelow<char, 0x80> {
   static bool isPlain(unsigned c) { return c >= 0x20 && c < kEnd && c != '&' && c != '<' && c != '>' && c != '"'; }
 
-  // Bytes below 0x80 do not carry into each other, so in each of the sums a byte's top bit tells about that byte: it is
-  // no control character, it is not '<' or '>', which differ in one bit, it is not '"' or '&', which do so too.
+  // '<' and '>' differ in one bit, '"' and '&' do so too.
   static bool arePlain(std::uint64_t bytes) {
     const std::uint64_t printable = bytes + eightTimes(0x80 - 0x20);
-    const std::uint64_t noAngle = ((bytes | eightTimes('<' ^ '>')) ^ eightTimes('<' | '>')) + eightTimes(0x7F);
-    const std::uint64_t noQuote = ((bytes | eightTimes('"' ^ '&')) ^ eightTimes('"' | '&')) + eightTimes(0x7F);
-    return (printable & noAngle & noQuote & eightTimes(0x80)) == eightTimes(0x80);
+    return allMarked(printable & differFrom(bytes, '<', '<' ^ '>') & differFrom(bytes, '"', '"' ^ '&'));
   }
 };
 
-// The unit as the file has it, little-endian.
-template <typename Unit>
-Unit stored(unsigned c) {
-  if constexpr (sizeof(Unit) == 2 && std::endian::native == std::endian::big) {
-    return static_cast<Unit>((c & 0xFF) << 8 | c >> 8);
-  } else {
-    return static_cast<Unit>(c);
-  }
-}
-
-// Writes a block as it stands. Answers false when something in it was not plain; what was written is then to be written
-// over. The array keeps the compiler free to use wide moves: `out` alone could be anywhere, in `from` too.
-template <typename Plain>
-bool copyBlock(const wchar_t* from, char* out) {
-  using Unit = typename Plain::Unit;
-  Unit units[kBlock];
-  unsigned all = 0;
-  for (std::size_t i = 0; i < kBlock; ++i) {
-    all |= value(from[i]);
-    units[i] = stored<Unit>(value(from[i]));
-  }
-  std::memcpy(out, units, sizeof units);
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, units, sizeof bytes);
-  return all < Plain::kEnd && Plain::arePlain(bytes);
-}
-
 template <typename Unit>
 char* putUnit(unsigned c, char* out) {
-  const Unit unit = stored<Unit>(c);
+  const Unit unit = storedUnit<Unit>(c);
   std::memcpy(out, &unit, sizeof unit);
   return out + sizeof unit;
 }
@@ -124,7 +79,7 @@ constexpr bool isTwoByteUtf8(unsigned c) {
 template <typename Plain, typename Careful>
 char* putOneByOne(const wchar_t*& at, const wchar_t* blockEnd, const wchar_t* end, char* out, Careful careful) {
   while (at < blockEnd) {
-    const unsigned c = value(*at);
+    const unsigned c = characterValue(*at);
     if (Plain::isPlain(c)) {
       out = putUnit<typename Plain::Unit>(c, out);
       ++at;
@@ -138,7 +93,6 @@ char* putOneByOne(const wchar_t*& at, const wchar_t* blockEnd, const wchar_t* en
   return out;
 }
 
-// What is left behind the last plain block goes with a block that begins inside that one.
 template <typename Plain, typename Careful>
 void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
   const wchar_t* at = text.data();
@@ -146,17 +100,12 @@ void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
   while (at < end) {
     const wchar_t* const stop = at + std::min(kChunk, static_cast<std::size_t>(end - at));
     char* out = buffer.room(static_cast<std::size_t>(stop - at) * kLongest);
-    bool plainBefore = false;
     while (at < stop) {
-      const auto left = static_cast<std::size_t>(stop - at);
-      const std::size_t again = plainBefore && left < kBlock ? kBlock - left : 0;
-      plainBefore = left + again >= kBlock && copyBlock<Plain>(at - again, out - again * sizeof(typename Plain::Unit));
-      if (plainBefore) {
-        at += kBlock - again;
-        out += (kBlock - again) * sizeof(typename Plain::Unit);
-      } else {
-        out = putOneByOne<Plain>(at, at + std::min(left, kBlock), end, out, careful);
-      }
+      const std::size_t plain = copyPlainBlocks<Plain>(at, static_cast<std::size_t>(stop - at), out);
+      at += plain;
+      out += plain * sizeof(typename Plain::Unit);
+      const std::size_t block = std::min(kPlainBlock, static_cast<std::size_t>(stop - at));
+      out = putOneByOne<Plain>(at, at + block, end, out, careful);
     }
     buffer.advance(out);
   }
