@@ -13,27 +13,34 @@ void OutputBuffer::hand(const char* data, std::size_t size) {
 
 bool OutputBuffer::flush() {
   hand(bytes_.get(), static_cast<std::size_t>(at_ - bytes_.get()));
-  at_ = bytes_.get();
+  begin();
   return !lost_;
 }
 
 void OutputBuffer::reset() {
-  at_ = bytes_.get();
   taken_ = 0;
   lost_ = false;
+  begin();
+}
+
+// The block behind a flush is shorter, so that the next one is aligned again.
+void OutputBuffer::begin() {
+  at_ = bytes_.get();
+  end_ = bytes_ ? at_ + (kBlock - taken_ % kBlock) : nullptr;
 }
 
 // A block that is not full yet stays: behind its end there is room for as much again.
 void OutputBuffer::makeRoom() {
   if (!bytes_) {
     bytes_ = std::make_unique_for_overwrite<char[]>(kCapacity);
-    at_ = bytes_.get();
-    end_ = at_ + kBlock;
+    begin();
   } else if (at_ >= end_) {
     const auto rest = static_cast<std::size_t>(at_ - end_);
-    hand(bytes_.get(), kBlock);
-    std::memcpy(bytes_.get(), end_, rest);
-    at_ = bytes_.get() + rest;
+    const char* const behind = end_;
+    hand(bytes_.get(), static_cast<std::size_t>(end_ - bytes_.get()));
+    begin();
+    std::memmove(bytes_.get(), behind, rest);
+    at_ += rest;
   }
 }
 

@@ -15,13 +15,13 @@ class ByteSink {
   virtual bool take(const char* data, std::size_t size) = 0;
 };
 
-/// 64 KiB in front of a sink. Writers put their bytes in place, so that a byte costs a store and not a call. Between
-/// flushes the sink gets blocks of half that size exactly. A file that grows by aligned blocks costs the system less:
-/// Linux can cache each in one piece of memory, and keeps pieces of up to this size at hand. Once the sink has lost
-/// bytes, nothing more is handed to it until the next reset.
+/// 64 KiB in front of a sink, and as much behind them. Writers put their bytes in place, so that a byte costs a store
+/// and not a call. The sink gets blocks of 64 KiB exactly; the one behind a flush is shorter, so that the next one ends
+/// on a multiple of them again. A file that grows by aligned blocks costs the system less: Linux can cache each in one
+/// piece of memory. Once the sink has lost bytes, nothing more is handed to it until the next reset.
 class OutputBuffer {
  public:
-  static constexpr std::size_t kCapacity = 65536;
+  static constexpr std::size_t kCapacity = 131072;
   static constexpr std::size_t kBlock = kCapacity / 2;
 
   /// @param sink  not owned; must outlive the buffer
@@ -63,6 +63,7 @@ class OutputBuffer {
   std::uint64_t position() const { return taken_ + static_cast<std::uint64_t>(at_ - bytes_.get()); }
 
  private:
+  void begin();
   void makeRoom();
   void writeThrough(const char* data, std::size_t size);
   void hand(const char* data, std::size_t size);

@@ -178,6 +178,34 @@ TEST(OutputBuffer, HandsOverInOrderWhateverTheSizes) {
   EXPECT_EQ(memory.bytes, expected + "!");
 }
 
+struct Sizes : ByteSink {
+  bool take(const char*, std::size_t size) override { return sizes.push_back(size), true; }
+  std::vector<std::size_t> sizes;
+};
+
+void writeSome(OutputBuffer& buffer, std::size_t size) {
+  const std::string bytes(size, 'x');
+  buffer.write(bytes.data(), bytes.size());
+}
+
+TEST(OutputBuffer, HandsOverWholeBlocksOnlyUntilAFlush) {
+  Sizes sink;
+  OutputBuffer buffer(sink);
+  for (std::size_t size : {1u, 80000u, 140000u}) {
+    writeSome(buffer, size);
+  }
+  EXPECT_EQ(sink.sizes, (std::vector<std::size_t>{65536, 65536, 65536}));
+}
+
+TEST(OutputBuffer, IsAtAMultipleOfABlockAgainBehindAFlush) {
+  Sizes sink;
+  OutputBuffer buffer(sink);
+  writeSome(buffer, 1000);
+  buffer.flush();
+  writeSome(buffer, 200000);
+  EXPECT_EQ(sink.sizes, (std::vector<std::size_t>{1000, 64536, 65536, 65536}));
+}
+
 TEST(OutputBuffer, CallsTheSinkNoMoreOnceItHasLostBytes) {
   struct Failing : ByteSink {
     bool take(const char*, std::size_t) override { return ++calls, false; }
