@@ -16,6 +16,10 @@ function(scrivalen_target target)
     target_compile_options(${target} PRIVATE
       -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast> -Werror)
   endif()
+  if(UNIX)
+    # The library calls its own exported functions, which nobody replaces, as directly as its others.
+    target_compile_options(${target} PRIVATE -fno-semantic-interposition)
+  endif()
   if(SCRIVALEN_SANITIZE)
     target_compile_options(${target} PRIVATE
       -fsanitize=${SCRIVALEN_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)

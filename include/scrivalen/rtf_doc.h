@@ -10,8 +10,9 @@
 ///
 /// Every fragment is converted to the ANSI code page and handed to the file at once; nothing is held back. A fragment
 /// of more than 4,096 bytes is dropped. Texts go out as they stand, unless the document is a conforming one: then `\`,
-/// `{` and `}` in them are escaped, a character outside the code page is written as \uN with "?" as its stand-in, and
-/// no text is too long.
+/// `{` and `}` in them are escaped, a line feed is a line break, a character that is not in Windows-1252 too is written
+/// as \uN with "?" as its stand-in, a double quote in the name of a bookmark becomes an apostrophe, and the limits of
+/// 4,096 bytes and of 1,024 code units do not hold.
 ///
 /// Calls are not checked for balance. Without an open document nothing is written. Null texts are empty. The writer
 /// raises nothing itself; what the file raises reaches the caller. A copy writes to the same file.
@@ -130,7 +131,8 @@ class SCRIVALEN_API RTFdoc {
   void EndCell();
   void EndRow();
 
-  /// How many characters of texts the documents since the last BegDoc could not hold, and the first of them.
+  /// How many characters of texts the document since the last BegDoc could not hold, those of dropped fragments and cut
+  /// ends among them, and the first of them.
   std::uint64_t LostCharacters() const;
   char32_t FirstLostCharacter() const;
 
@@ -150,6 +152,7 @@ class SCRIVALEN_API RTFdoc {
  private:
   class Fragment;
 
+  scrivalen::platform::OutputBuffer* buffer() const { return file == bufferedFile_ ? buffer_ : nullptr; }
   void literal(std::string_view words);
   void numbered(std::string_view word, int value, std::string_view behind);
   void noteLoss(std::uint64_t count, char32_t first);
@@ -158,4 +161,7 @@ class SCRIVALEN_API RTFdoc {
   std::int32_t conforming_ = 0;
   std::uint64_t lost_ = 0;
   char32_t firstLost_ = 0;
+  // The buffer of a file of the library's own, into which fragments are put in place.
+  OutputFile* bufferedFile_ = nullptr;
+  scrivalen::platform::OutputBuffer* buffer_ = nullptr;
 };

@@ -2,7 +2,10 @@
 
 #include "platform/code_page.h"
 #include "platform/loss.h"
+#include "platform/output_buffer.h"
+#include "platform/plain_text.h"
 #include "platform/utf.h"
+#include "platform/windows_1252.h"
 
 #include <algorithm>
 #include <charconv>
@@ -35,12 +38,41 @@ constexpr std::string_view kRowBegin =
 constexpr std::string_view kCellBorders =
     "\\clbrdrt\\brdrs\\brdrw10 \\clbrdrl\\brdrs\\brdrw10 \\clbrdrb\\brdrs\\brdrw10 \\clbrdrr\\brdrs\\brdrw10 "
     "\\cltxlrtb \r\n";
+constexpr std::string_view kCellShading = "\\clcbpat";
+constexpr std::string_view kCellEdge = "\\cellx";
+constexpr std::string_view kTwipsBehindCellNumber = "000";
 constexpr std::string_view kRowProperties = "\\nowidctlpar\\widctlpar\\adjustright\r\n";
 constexpr std::string_view kRowEnd = "\\pard \\nowidctlpar\\widctlpar\\adjustright\\row\\pard}\r\n";
 
+constexpr std::string_view kLineBreak = "\\line ";
 constexpr std::string_view kFieldEnd = "}}}\n";
 
 constexpr RTFdoc::ParType kNoAlignment = static_cast<RTFdoc::ParType>(-1);
+
+constexpr std::size_t kNumberBytes = std::numeric_limits<std::int64_t>::digits10 + 2;
+constexpr std::size_t kCellBytes = kCellBorders.size() + kCellShading.size() + kNumberBytes + kCellEdge.size() +
+                                   kNumberBytes + kTwipsBehindCellNumber.size();
+
+// What the conforming form writes as it stands.
+struct PlainText : PlainBelow<char, 0x80> {
+  static bool isPlain(unsigned c) { return c < kEnd && c != '\\' && c != '{' && c != '}' && c != '\n'; }
+  static bool arePlain(std::uint64_t bytes) {
+    return allMarked(differFrom(bytes, '\\') & differFrom(bytes, '{') & differFrom(bytes, '}') &
+                     differFrom(bytes, '\n'));
+  }
+};
+
+char* put(std::string_view words, char* out) { return std::copy(words.begin(), words.end(), out); }
+char* put(std::int64_t number, char* out) { return std::to_chars(out, out + kNumberBytes, number).ptr; }
+
+// One cell of a row's definition, at most kCellBytes.
+char* putCell(std::int64_t cell, int color, char* out) {
+  out = put(kCellBorders, out);
+  if (color >= 0) {
+    out = put(color, put(kCellShading, out));
+  }
+  return put(kTwipsBehindCellNumber, put(cell, put(kCellEdge, out)));
+}
 
 }  // namespace
 
@@ -52,7 +84,9 @@ class RTFdoc::Fragment {
  public:
   /// @param units  how many UTF-16 code units of the fragment arrive; the conforming form has no such limit
   explicit Fragment(RTFdoc& doc, std::size_t units = kUnlimited)
-      : doc_(doc), unitsLeft_(doc.conforming_ ? kUnlimited : units) {}
+      : doc_(doc), buffer_(doc.buffer()), unitsLeft_(doc.conforming_ ? kUnlimited : units) {
+    begin();
+  }
   Fragment(const Fragment&) = delete;
   Fragment& operator=(const Fragment&) = delete;
 
@@ -64,8 +98,8 @@ class RTFdoc::Fragment {
   }
 
   Fragment& number(int value) {
-    char digits[16];
-    return control({digits, std::to_chars(digits, digits + sizeof digits, value).ptr});
+    char digits[kNumberBytes];
+    return control({digits, put(value, digits)});
   }
 
   /// A text of the document's, escaped in the conforming form.
@@ -80,20 +114,60 @@ class RTFdoc::Fragment {
     return *this;
   }
 
+  /// The name of a bookmark. The field that jumps to it has it in double quotes, so that a conforming one has none.
+  Fragment& bookmark(const wchar_t* name) {
+    std::wstring_view rest = name ? name : L"";
+    for (std::size_t quote = rest.find(L'"'); doc_.conforming_ && quote != rest.npos; quote = rest.find(L'"')) {
+      text(rest.substr(0, quote)).control("'");
+      rest.remove_prefix(quote + 1);
+    }
+    return text(rest);
+  }
+
   /// Control words that a caller hands in as they stand.
   Fragment& rawText(const wchar_t* text) {
-    convert(text ? text : L"");
+    std::wstring_view rest = text ? text : L"";
+    for (; doc_.conforming_ && rest.size() > kFormattedUnits; rest.remove_prefix(kFormattedUnits)) {
+      write();
+      convert(rest.substr(0, kFormattedUnits));
+    }
+    if (doc_.conforming_) {
+      write();
+    }
+    convert(rest);
     return *this;
   }
 
   void write() {
-    if (doc_.file && !dropped_ && size_ > 0) {
-      doc_.file->Write(bytes_, size_);
+    doc_.noteLoss(dropped_ ? characters_ : lost_, dropped_ ? first_ : firstLost_);
+    if (!dropped_) {
+      handOver();
     }
-    size_ = 0;
+    begin();
   }
 
  private:
+  void handOver() {
+    if (buffer_) {
+      buffer_->advance(bytes_ + size_);
+    } else if (doc_.file && size_ > 0) {
+      doc_.file->Write(bytes_, size_);
+    }
+  }
+
+  void begin() {
+    bytes_ = buffer_ ? buffer_->room(kFragmentBytes) : own_;
+    size_ = 0;
+    characters_ = lost_ = 0;
+  }
+
+  void lose(std::uint64_t count, char32_t first) {
+    if (lost_ == 0) {
+      firstLost_ = first;
+    }
+    lost_ += count;
+  }
+
   void spend(std::size_t units) {
     if (unitsLeft_ != kUnlimited) {
       unitsLeft_ -= units;
@@ -114,15 +188,27 @@ class RTFdoc::Fragment {
 
   void convert(std::wstring_view text) {
     const std::size_t whole = wholeCharacters(text);
+    countCharacters(text, whole);
     LossCounter loss;
     const auto size = toCodePage(text.substr(0, whole), bytes_ + size_, kFragmentBytes - size_, loss);
     dropped_ = dropped_ || !size;
     size_ += size.value_or(0);
-    doc_.noteLoss(loss.count(), loss.first());
+    lose(loss.count(), loss.first());
     // Where the limit falls between the two code units of a character, half of its stand-in arrives.
     if (whole < text.size() && unitsLeft_ > 0) {
       unitsLeft_ = 0;
       append("?");
+    }
+  }
+
+  // All of them are lost when the fragment is dropped, else those that are cut off.
+  void countCharacters(std::wstring_view text, std::size_t arriving) {
+    if (characters_ == 0 && !text.empty()) {
+      first_ = static_cast<char32_t>(text.front());
+    }
+    characters_ += text.size();
+    if (arriving < text.size()) {
+      lose(text.size() - arriving, static_cast<char32_t>(text[arriving]));
     }
   }
 
@@ -146,52 +232,75 @@ class RTFdoc::Fragment {
     const wchar_t* at = text.data();
     const wchar_t* const end = at + text.size();
     while (at != end) {
-      const wchar_t* const start = at;
-      const char32_t c = nextCharacter(at, end);
-      if (c == '\\' || c == '{' || c == '}') {
-        const char escaped[] = {'\\', static_cast<char>(c)};
-        append({escaped, sizeof escaped});
-      } else {
-        character(c, {start, static_cast<std::size_t>(at - start)});
+      const std::size_t room = kFragmentBytes - size_;
+      const std::size_t plain =
+          copyPlainBlocks<PlainText>(at, std::min(room, static_cast<std::size_t>(end - at)), bytes_ + size_);
+      at += plain;
+      size_ += plain;
+      const wchar_t* const stop = at + std::min(kPlainBlock, static_cast<std::size_t>(end - at));
+      while (at < stop) {
+        escapeCharacter(at, end);
       }
     }
   }
 
+  void escapeCharacter(const wchar_t*& at, const wchar_t* end) {
+    const wchar_t* const start = at;
+    const char32_t c = asCharacter(nextCharacter(at, end));
+    const char escaped[] = {'\\', static_cast<char>(c)};
+    if (PlainText::isPlain(c)) {
+      append({escaped + 1, 1});
+    } else if (c == '\n') {
+      append(kLineBreak);  // readers pass over the character itself
+    } else if (c < 0x80) {
+      append({escaped, sizeof escaped});
+    } else {
+      character(c, {start, static_cast<std::size_t>(at - start)});
+    }
+  }
+
+  // A byte stands for itself only where every reader takes it so: "\\ansi" means Windows-1252 to them, whatever the
+  // code page of the system that wrote it.
   void character(char32_t c, std::wstring_view units) {
     char bytes[8];
     LossCounter loss;
     const auto size = toCodePage(units, bytes, sizeof bytes, loss);
-    if (loss.count() == 0) {
-      append({bytes, size.value_or(0)});
+    if (loss.count() == 0 && size == 1 && toWindows1252(c) == static_cast<unsigned char>(bytes[0])) {
+      append({bytes, 1});
     } else if (c > 0xFFFF) {
-      unicode(0xD800 + ((c - 0x10000) >> 10));
-      unicode(0xDC00 + ((c - 0x10000) & 0x3FF));
+      unicode(highSurrogate(c));
+      unicode(lowSurrogate(c));
     } else {
       unicode(c);
     }
   }
 
   // RTF 1.9, "Unicode RTF": the code unit as a signed 16-bit number, then what a reader without Unicode shows.
-  void unicode(char32_t unit) { number(static_cast<std::int16_t>(static_cast<std::uint16_t>(unit)), "\\u", "?"); }
-
-  void number(int value, std::string_view before, std::string_view behind) {
-    char bytes[32];
-    char* at = std::copy(before.begin(), before.end(), bytes);
-    at = std::to_chars(at, bytes + sizeof bytes, value).ptr;
-    at = std::copy(behind.begin(), behind.end(), at);
-    append({bytes, static_cast<std::size_t>(at - bytes)});
+  void unicode(char32_t unit) {
+    char bytes[kNumberBytes + 3];
+    char* const end = put("?", put(static_cast<std::int16_t>(static_cast<std::uint16_t>(unit)), put("\\u", bytes)));
+    append({bytes, end});
   }
 
   RTFdoc& doc_;
+  OutputBuffer* buffer_;
   std::size_t unitsLeft_;
-  std::size_t size_ = 0;
+  std::uint64_t characters_ = 0;  // of texts in the fragment
+  char32_t first_ = 0;
+  std::uint64_t lost_ = 0;  // of them
+  char32_t firstLost_ = 0;
   bool dropped_ = false;
-  char bytes_[kFragmentBytes];
+  char* bytes_ = nullptr;
+  std::size_t size_ = 0;
+  char own_[kFragmentBytes];
 };
 
 RTFdoc::RTFdoc() = default;
 
 void RTFdoc::noteLoss(std::uint64_t count, char32_t first) {
+  if (!file) {
+    return;
+  }
   if (count > 0 && lost_ == 0) {
     firstLost_ = first;
   }
@@ -199,7 +308,9 @@ void RTFdoc::noteLoss(std::uint64_t count, char32_t first) {
 }
 
 void RTFdoc::literal(std::string_view words) {
-  if (file) {
+  if (OutputBuffer* const own = buffer()) {
+    own->write(words.data(), words.size());
+  } else if (file) {
     file->Write(words.data(), words.size());
   }
 }
@@ -215,6 +326,9 @@ int RTFdoc::BegDoc(OutputFile* target, const wchar_t* title, int landscape) {
   underlineDepth = 0;
   conforming_ = conformingNext_;
   lost_ = 0;
+  bufferedFile_ = file;
+  auto* const ownFile = dynamic_cast<ReportFile*>(file);
+  buffer_ = ownFile ? bufferOf(*ownFile) : nullptr;
   if (!file) {
     return 0;
   }
@@ -373,14 +487,14 @@ void RTFdoc::Paragraf(ParType type, int style) {
 
 void RTFdoc::PageBreak() { literal("\\page "); }
 void RTFdoc::Tab() { literal("\\tab "); }
-void RTFdoc::LineBreak() { literal("\\line "); }
+void RTFdoc::LineBreak() { literal(kLineBreak); }
 void RTFdoc::Numbers(int on) { literal(on ? "\\pn{" : "}\\pn0"); }
 void RTFdoc::List(char) {}
 
 void RTFdoc::HyperLink(const wchar_t* text, const wchar_t* bookmark) {
   Fragment(*this)
       .control(" {\\field{\\*\\fldinst {HYPERLINK \\\\l \"")
-      .text(bookmark)
+      .bookmark(bookmark)
       .control("\" }}{\\fldrslt {\\cs15\\ul\\cf2 ")
       .text(text)
       .control("}}} ")
@@ -390,9 +504,9 @@ void RTFdoc::HyperLink(const wchar_t* text, const wchar_t* bookmark) {
 void RTFdoc::BookMark(const wchar_t* name) {
   Fragment(*this, kFormattedUnits)
       .control("{\\*\\bkmkstart ")
-      .text(name)
+      .bookmark(name)
       .control("}{\\*\\bkmkend ")
-      .text(name)
+      .bookmark(name)
       .control("}")
       .write();
 }
@@ -414,13 +528,9 @@ void RTFdoc::EndTable() {}
 
 void RTFdoc::BeginRow(int cells, int color) {
   literal(kRowBegin);
-  for (int cell = 1; cell <= cells; ++cell) {
-    Fragment definition(*this);
-    definition.control(kCellBorders);
-    if (color >= 0) {
-      definition.control("\\clcbpat").number(color);
-    }
-    definition.control("\\cellx").number(cell).control("000").write();
+  for (std::int64_t cell = 1; cell <= cells; ++cell) {
+    char bytes[kCellBytes];
+    literal({bytes, putCell(cell, color, bytes)});
   }
   literal(kRowProperties);
 }
