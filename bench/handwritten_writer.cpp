@@ -2,8 +2,10 @@
 #include "writers.h"
 
 #include <cerrno>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
+#include <memory>
 
 namespace scrivalen::bench {
 namespace {
@@ -57,6 +59,15 @@ struct XmlEscaper {
       case L'<': return putEscape("&lt;", 4, out);
       default: return putUtf8(static_cast<char32_t>(c), out);
     }
+  }
+};
+
+// The ledger has no other letters; a report with the typographic signs of the code page would have a table for them.
+struct RtfEncoder {
+  static char* put(wchar_t c, char* out) {
+    const auto number = static_cast<char32_t>(c);
+    *out++ = number < 0x80 || (number >= 0xA0 && number <= 0xFF) ? static_cast<char>(number) : '?';
+    return out;
   }
 };
 
@@ -145,6 +156,45 @@ void writeText(long rows, std::FILE* out) {
   }
 }
 
+void beginRtfRow(int columns, std::FILE* out) {
+  put("{\\trowd\\trgaph108\\trwWidth5000\\trftsWidth2"
+      "\\trbrdrt\\brdrs\\brdrw10 \\trbrdrl\\brdrs\\brdrw10 \\trbrdrb\\brdrs\\brdrw10 "
+      "\\trbrdrr\\brdrs\\brdrw10 \\trbrdrh\\brdrs\\brdrw10 \\trbrdrv\\brdrs\\brdrw10\r\n",
+      out);
+  for (int column = 1; column <= columns; ++column) {
+    put("\\clbrdrt\\brdrs\\brdrw10 \\clbrdrl\\brdrs\\brdrw10 \\clbrdrb\\brdrs\\brdrw10 "
+        "\\clbrdrr\\brdrs\\brdrw10 \\cltxlrtb \r\n\\cellx",
+        out);
+    char twips[16];
+    const char* const end = std::to_chars(twips, twips + sizeof twips, column * 1000).ptr;
+    std::fwrite(twips, 1, static_cast<std::size_t>(end - twips), out);
+  }
+  put("\\nowidctlpar\\widctlpar\\adjustright\r\n", out);
+}
+
+void writeRtf(long rows, std::FILE* out) {
+  put("{\\rtf\\ansi{\\info{\\title Report}} \r\n"
+      "{\\colortbl;\\red0\\green0\\blue0;\\red0\\green0\\blue255;\\red0\\green255\\blue255;\\red0\\green255\\blue0;"
+      "\\red255\\green0\\blue255;\\red255\\green0\\blue0;\\red255\\green255\\blue0;\\red255\\green255\\blue255;"
+      "\\red0\\green0\\blue128;\\red0\\green128\\blue128;\\red0\\green128\\blue0;\\red128\\green0\\blue128;"
+      "\\red128\\green0\\blue0;\\red128\\green128\\blue0;\\red128\\green128\\blue128;\\red192\\green192\\blue192;}"
+      "\\paperw11906\\paperh16838\r\n{",
+      out);
+  putText<RtfEncoder>(kTitle, out);
+  put("\\s1\\ql\\par\\pard\\plain \\par ", out);
+  Ledger ledger;
+  for (long i = 0; i < rows; ++i) {
+    beginRtfRow(static_cast<int>(kColumns), out);
+    for (const wchar_t* text : ledger.next()) {
+      put("\\intbl ", out);
+      putText<RtfEncoder>(text, out);
+      put("\\cell \r\n", out);
+    }
+    put("\\pard \\nowidctlpar\\widctlpar\\adjustright\\row\\pard}\r\n", out);
+  }
+  put("}}", out);
+}
+
 std::string failure(const char* what, const std::string& file) {
   return std::string(what) + " " + file + ": " + std::strerror(errno);
 }
@@ -156,11 +206,13 @@ std::string writeByHand(Format format, long rows, const std::string& file) {
   if (!out) {
     return failure("cannot open", file);
   }
-  std::setvbuf(out, nullptr, _IOFBF, kBufferSize);
+  const auto buffer = std::make_unique<char[]>(kBufferSize);  // glibc takes the size only together with a buffer
+  std::setvbuf(out, buffer.get(), _IOFBF, kBufferSize);
   switch (format) {
     case Format::Text: writeText(rows, out); break;
     case Format::Html: writeHtml(rows, out); break;
     case Format::Xml: writeXml(rows, out); break;
+    case Format::Rtf: writeRtf(rows, out); break;
   }
   const bool written = std::ferror(out) == 0;
   return std::fclose(out) == 0 && written ? std::string() : failure("cannot write", file);

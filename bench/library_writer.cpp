@@ -7,7 +7,13 @@ namespace scrivalen::bench {
 namespace {
 
 constexpr REPORT_FORMAT reportFormat(Format format) {
-  return format == Format::Text ? FORMAT_TEXT : format == Format::Html ? FORMAT_HTML : FORMAT_XML;
+  switch (format) {
+    case Format::Text: return FORMAT_TEXT;
+    case Format::Html: return FORMAT_HTML;
+    case Format::Xml: return FORMAT_XML;
+    case Format::Rtf: break;
+  }
+  return FORMAT_RTF;
 }
 
 void writeWholeCell(AReport& report, const wchar_t* text) { report.Cell(text, 0, nullptr); }
@@ -54,6 +60,23 @@ std::string writeOneFormat(Format format, long rows, const std::string& file, Wr
   return closed(report);
 }
 
+void writeDocument(RTFdoc& document, long rows) {
+  document.write(kTitle, 0);
+  document.Paragraf(RTFdoc::PAR_DEFAULT, PARAGRAPH_HEADING1);
+  document.BeginTable();
+  Ledger ledger;
+  for (long i = 0; i < rows; ++i) {
+    document.BeginRow(static_cast<int>(kColumns), -1);
+    for (const wchar_t* text : ledger.next()) {
+      document.BeginCell();
+      document.write(text, 0);
+      document.EndCell();
+    }
+    document.EndRow();
+  }
+  document.EndTable();
+}
+
 }  // namespace
 
 std::string writeWithLibrary(Format format, long rows, const std::string& file) {
@@ -62,6 +85,21 @@ std::string writeWithLibrary(Format format, long rows, const std::string& file) 
 
 std::string writeWithCommonCalls(Format format, long rows, const std::string& file) {
   return writeOneFormat(format, rows, file, writeCellInParts);
+}
+
+std::string writeWithDocument(Format format, long rows, const std::string& file) {
+  if (format != Format::Rtf) {
+    return "the only document writer is that of rtf";
+  }
+  ReportFile out;
+  if (!out.Open(FromUtf8(file).c_str())) {
+    return "cannot open " + file + ": " + ToUtf8(out.Error());
+  }
+  RTFdoc document;
+  document.BegDoc(&out, L"Report", 0);
+  writeDocument(document, rows);
+  document.EndDoc();
+  return out.Close() ? std::string() : "cannot write " + file + ": " + ToUtf8(out.WriteError());
 }
 
 std::string writeAllWithCommonCalls(long rows, const std::string& file) {

@@ -14,22 +14,17 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: scrivalen_ledger FORMAT WRITER ROWS FILE\n"
-    "  FORMAT  text, html, xml; all (writer common only): the three at once, into FILE.txt, FILE.html and FILE.xml\n"
+    "  FORMAT  text, html, xml, rtf\n"
+    "          all (writer common only): text, html and xml at once, into FILE.txt, FILE.html and FILE.xml\n"
     "  WRITER  library: the library, with the calls that suit the format\n"
     "          common: the library, with the calls that serve every format\n"
+    "          document (rtf only): the class RTFdoc, without a report\n"
     "          handwritten: buffered stdio\n"
     "Prints the cpu seconds and the peak memory in KiB of the whole process.\n";
 
-struct NamedFormat {
-  std::string_view name;
-  Format format;
-};
-
-constexpr NamedFormat kFormats[] = {{"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml}};
-
 std::optional<Format> formatOf(std::string_view name) {
   for (const NamedFormat& candidate : kFormats) {
-    if (candidate.name == name) {
+    if (name == candidate.name) {
       return candidate.format;
     }
   }
@@ -55,6 +50,7 @@ using Write = std::string (*)(Format format, long rows, const std::string& file)
 Write writerOf(std::string_view name) {
   if (name == "library") return writeWithLibrary;
   if (name == "common") return writeWithCommonCalls;
+  if (name == "document") return writeWithDocument;
   if (name == "handwritten") return writeByHand;
   return nullptr;
 }
