@@ -10,24 +10,59 @@ using scrivalen::fuzz::Input;
 
 namespace {
 
-// Takes bytes and forgets them, once it has looked at each.
+// Takes bytes and forgets them, once it has counted the groups that are open behind them.
 struct Sink : OutputFile {
   void Write(const void* data, std::size_t size) override {
     for (std::size_t i = 0; i < size; ++i) {
-      sum += static_cast<const unsigned char*>(data)[i];
+      take(static_cast<const char*>(data)[i]);
     }
   }
-  unsigned sum = 0;
+
+  void take(char c) {
+    if (isEscaped) {
+      isEscaped = false;
+    } else if (c == '\\') {
+      isEscaped = true;
+    } else if (c == '{') {
+      ++depth;
+    } else if (c == '}') {
+      --depth;
+    }
+  }
+
+  int depth = 0;
+  bool isEscaped = false;
 };
 
-void callDocument(RTFdoc& doc, Sink& sink, Input& input) {
+// A conforming document's texts open and close no group, whatever they are.
+template <typename Call>
+void callBalanced(const Sink& sink, bool conforming, Call call) {
+  const int depth = sink.depth;
+  call();
+  if (conforming && (sink.depth != depth || sink.isEscaped)) {
+    std::abort();
+  }
+}
+
+void callDocument(RTFdoc& doc, Sink& sink, bool& conforming, bool& conformingNext, Input& input) {
   const auto type = [&] { return static_cast<RTFdoc::ParType>(input.number()); };
   const auto position = [&] { return static_cast<RTFdoc::ITEM_TYPE>(input.number()); };
   const auto character = [&] { return static_cast<char>(input.byte()); };
   switch (input.byte() % 46) {
-    case 0: doc.BegDoc(input.byte() % 8 == 0 ? nullptr : &sink, input.text(), input.number()); break;
+    case 0: {
+      conforming = conformingNext;
+      const bool hasFile = input.byte() % 8 != 0;
+      const wchar_t* const title = input.text();
+      doc.BegDoc(hasFile ? &sink : nullptr, title, input.number());
+      break;
+    }
     case 1: doc.EndDoc(); break;
-    case 2: doc.AddFont(input.number(), input.text(), position()); break;
+    case 2: {
+      const int number = input.number();
+      const wchar_t* const name = input.text();
+      callBalanced(sink, conforming, [&] { doc.AddFont(number, name, position()); });
+      break;
+    }
     case 3: {
       const wchar_t* const name = input.text();
       const wchar_t* const extra = input.text();
@@ -36,7 +71,11 @@ void callDocument(RTFdoc& doc, Sink& sink, Input& input) {
     }
     case 4: doc.Char(character()); break;
     case 5: doc.SpecChar(static_cast<wchar_t>(input.byte())); break;
-    case 6: doc.write(input.text(), 0); break;
+    case 6: {
+      const wchar_t* const text = input.text();
+      callBalanced(sink, conforming, [&] { doc.write(text, 0); });
+      break;
+    }
     case 7: doc.BoldOn(); break;
     case 8: doc.BoldOff(); break;
     case 9: doc.ItalicOn(); break;
@@ -67,10 +106,15 @@ void callDocument(RTFdoc& doc, Sink& sink, Input& input) {
     case 34: doc.Numbers(input.byte() & 1); break;
     case 35: {
       const wchar_t* const text = input.text();
-      doc.HyperLink(text, input.text());
+      const wchar_t* const bookmark = input.text();
+      callBalanced(sink, conforming, [&] { doc.HyperLink(text, bookmark); });
       break;
     }
-    case 36: doc.BookMark(input.text()); break;
+    case 36: {
+      const wchar_t* const name = input.text();
+      callBalanced(sink, conforming, [&] { doc.BookMark(name); });
+      break;
+    }
     case 37: doc.BeginField(); break;
     case 38: doc.MiddleField(); break;
     case 39: doc.EndField(); break;
@@ -79,17 +123,23 @@ void callDocument(RTFdoc& doc, Sink& sink, Input& input) {
     case 42: doc.BeginCell(); break;
     case 43: doc.EndCell(); break;
     case 44: doc.EndRow(); break;
-    default: doc.SetConforming(input.byte() & 1); break;
+    default:
+      conformingNext = (input.byte() & 1) != 0;
+      doc.SetConforming(conformingNext ? 1 : 0);
+      break;
   }
 }
 
 void runDocument(Input& input) {
   Sink sink;
   RTFdoc doc;
-  doc.SetConforming(input.byte() & 1);
-  doc.BegDoc(&sink, input.text(), input.byte() & 1);
+  bool conforming = (input.byte() & 1) != 0;
+  bool conformingNext = conforming;
+  doc.SetConforming(conforming ? 1 : 0);
+  const wchar_t* const title = input.text();
+  doc.BegDoc(&sink, title, input.byte() & 1);
   while (!input.empty()) {
-    callDocument(doc, sink, input);
+    callDocument(doc, sink, conforming, conformingNext, input);
   }
   doc.EndDoc();
 }

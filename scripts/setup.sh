@@ -64,6 +64,11 @@ need_test() {
   need_command java default-jre-headless
   need_command node nodejs
   need_command npm npm
+  need_command soffice libreoffice-writer-nogui
+  need_command unrtf unrtf
+  need_command perl perl
+  need_command clang++ clang
+  need_packages libclang-rt-14-dev
   need_packages binutils time
 }
 

@@ -1,12 +1,14 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test: on Linux, on Linux with sanitizers, and cross-built for Windows under Wine.
-# The last line of a good run is "N passed, 0 failed", counted over the three.
+# Builds everything and runs every test: on Linux, on Linux with sanitizers, and cross-built for Windows under Wine; then
+# the fuzzers for a minute, each of which counts as a test. The last line of a good run is "N passed, 0 failed".
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root="$PWD"
 presets=(linux linux-asan windows)
+fuzzers=(rtf)
 seconds_a_test=600
+seconds_a_fuzzer=60
 
 # The same surroundings for everyone: no display, no one to ask, one time zone, a Windows of our own.
 exec </dev/null
@@ -73,12 +75,39 @@ run_preset() {
   run_tests "$preset" "$results"
 }
 
+# All fuzzers at the same time, each on a processor of its own where there are enough.
+run_fuzzers() {
+  local name folder=build/linux-fuzz/runs running=() failed=0
+  heading "linux-fuzz: build"
+  if ! cmake --preset linux-fuzz || ! cmake --build --preset linux-fuzz -j "$(nproc)"; then
+    conclude linux-fuzz 0 "${#fuzzers[@]}" "it did not build"
+    return
+  fi
+  heading "linux-fuzz: ${fuzzers[*]}, $seconds_a_fuzzer seconds"
+  rm -rf "$folder"
+  for name in "${fuzzers[@]}"; do
+    mkdir -p "$folder/$name"
+    (cd "$folder/$name" && exec "$root/build/linux-fuzz/bin/scrivalen_fuzz_$name" -max_total_time="$seconds_a_fuzzer" \
+      -print_final_stats=1 >log 2>&1) &
+    running+=($!)
+  done
+  for name in "${!fuzzers[@]}"; do
+    if ! wait "${running[$name]}"; then
+      failed=$((failed + 1))
+      tail -n 60 "$folder/${fuzzers[$name]}/log"
+    fi
+    grep -h 'number_of_executed_units' "$folder/${fuzzers[$name]}/log" || true
+  done
+  conclude linux-fuzz $((${#fuzzers[@]} - failed)) "$failed"
+}
+
 heading "Setup"
 scripts/setup.sh test
 prepare_wine
 for preset in "${presets[@]}"; do
   run_preset "$preset"
 done
+run_fuzzers
 
 heading "Summary"
 printf '%s\n' "${summary[@]}" "$total_passed passed, $total_failed failed"

@@ -1,0 +1,106 @@
+#!/usr/bin/env bash
+# Lets the command write RTF, and LibreOffice and unrtf read it.
+#
+#   check_rtf.sh COMMAND...
+# shellcheck source-path=SCRIPTDIR source=common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+command=("$@")
+
+# Plain names, as for Windows programs a path would be an option.
+write_reports() {
+  local input=$1 name=$2
+  shift 2
+  (cd "$work" && "${command[@]}" "$input" "$@" -o "$name.txt" -o "$name.rtf" 2>"$name.err") ||
+    fail "the command failed on $input: $(cat "$work/$name.err")"
+  expect_equal "messages for $input" "" "$(cat "$work/$name.err")"
+}
+
+# office FORMAT FILE...: converts files into the folder office, with settings of its own so that tests may run at once.
+office() {
+  local format=$1
+  shift
+  (cd "$work" && timeout 180 soffice "-env:UserInstallation=file://$work/settings" --headless --convert-to "$format" \
+    --outdir office "$@" >office.log 2>&1) || fail "LibreOffice did not convert $*: $(cat "$work/office.log")"
+}
+
+# What is said, without the white space, the list markers and the rules, in which a text and a document differ. In a
+# document the address of a link outside is not among the words.
+said() {
+  perl -CSD -0pe 's/\s+//g; s/\(https?:[^)]*\)//g; s/[-=>_\x{2022}\x{FEFF}]//g'
+}
+
+check_text() {
+  iconv -f UTF-16 -t UTF-8 "$work/$1.txt" | said >"$work/$1.expected"
+  said <"$work/office/$1.txt" >"$work/$1.found"
+  cmp "$work/$1.expected" "$work/$1.found" >&2 || fail "LibreOffice does not find in $1.rtf what was written"
+}
+
+# The text report is made of the same events by other code, so that it tells what the document has to say.
+check_texts() {
+  cp "$root/docs/guide.md" "$work/"
+  make_table 300 >"$work/table.csv"
+  write_reports guide.md guide
+  write_reports guide.md guide-wide --landscape
+  write_reports table.csv table
+  write_reports table.csv table-wide --landscape
+  office "txt:Text (encoded):UTF8" guide.rtf guide-wide.rtf table.rtf table-wide.rtf
+  for name in guide guide-wide table table-wide; do
+    check_text "$name"
+  done
+}
+
+check_paper() {
+  expect_equal "the paper of guide.rtf" 1 "$(grep -ac '\\paperw11906\\paperh16838' "$work/guide.rtf")"
+  expect_equal "the paper of guide-wide.rtf" 1 "$(grep -ac '\\landscape\\paperw16838\\paperh11906' "$work/guide-wide.rtf")"
+}
+
+check_with_unrtf() {
+  local heading
+  unrtf --text "$work/guide.rtf" >"$work/guide.unrtf" 2>"$work/unrtf.err" || fail "unrtf: $(cat "$work/unrtf.err")"
+  sed -n 's/^##* //p' "$work/guide.md" >"$work/headings"
+  while read -r heading; do
+    grep -qF "$heading" "$work/guide.unrtf" || fail "unrtf does not find the heading '$heading'"
+  done < <(grep -v '`' "$work/headings")
+}
+
+write_odd() {
+  cat >"$work/odd.md" <<'MARKDOWN'
+# Braces \{a\} and \\ € Ωμέγα 中文 😀
+
+Text \{b\} \\c\\ € Ωμέγα 中文 😀 end.
+
+| Head \{c\} | € Ω 中 😀 |
+|---|---|
+| cell \\d \{e\} | € Ω 中 😀 |
+
+[Link \{f\} \\ € Ω 中 😀](#braces-a-and---ωμέγα-中文-) and [outside \{g\}](https://example.org/a?b={c}).
+MARKDOWN
+}
+
+odd() {
+  xmllint --xpath "$1" "$work/office/odd.fodt"
+}
+
+# What would break a document comes back as it went in.
+check_odd_characters() {
+  local anchor='braces-a-and---ωμέγα-中文-'
+  write_odd
+  write_reports odd.md odd
+  office fodt odd.rtf
+  expect_equal "the title" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string(//*[local-name()="title"])')"
+  expect_equal "the heading" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string((//*[local-name()="p"])[1])')"
+  expect_equal "the bookmark" "$anchor" "$(odd 'string((//*[local-name()="body"]//@*[name()="text:name" and
+    starts-with(., "braces")])[1])')"
+  expect_equal "the link" "#$anchor" "$(odd 'string((//*[local-name()="a"]/@*[local-name()="href"])[1])')"
+  expect_equal "the link's text" 'Link {f} \ € Ω 中 😀' "$(odd 'string((//*[local-name()="a"])[1])')"
+  expect_equal "the address" 'https://example.org/a?b={c}' "$(odd 'string((//*[local-name()="a"]/@*[local-name()="href"])[2])')"
+  expect_equal "the cells" 'Head {c}|€ Ω 中 😀|cell \d {e}|€ Ω 中 😀' "$(for cell in 1 2 3 4; do
+    odd "normalize-space((//*[local-name()='table-cell'])[$cell])"
+  done | paste -sd '|')"
+}
+
+check_texts
+check_paper
+check_with_unrtf
+check_odd_characters
