@@ -156,6 +156,9 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
     text_ += L' ';
   } else if (type == MD_TEXT_BR) {
     put({.kind = EventKind::LineBreak});
+    if (sink_ == &headingLog_) {
+      headingText_ += L' ';
+    }
   } else {
     platform::appendWide(text_, text);
   }

@@ -42,6 +42,102 @@ TEST(RtfOutput, KeepsBulletsNumbersAndDepth) {
   EXPECT_EQ(bodyOf("- a\n  1. b\n- [x] c"), "\x95\ta" + kEnd + "\t1.\tb" + kEnd + "\x95\t[x] c" + kEnd);
 }
 
+TEST(RtfOutput, PutsTheMarkersOfItemsThatBeginTogetherOnOneLine) {
+  EXPECT_EQ(bodyOf("- - a\n  - b"), "\x95\t\x95\ta" + kEnd + "\t\x95\tb" + kEnd);
+  EXPECT_EQ(bodyOf("- > a"), "\x95\ta" + kEnd);
+}
+
+TEST(RtfOutput, PutsTheMarkerOfAnItemInFrontOfItsTable) {
+  EXPECT_TRUE(bodyOf("- | a |\n  |---|\n  | 1 |").starts_with("\x95\t" + kEnd + "\\par {\\trowd"));
+}
+
+TEST(RtfOutput, KeepsAnEmptyItem) { EXPECT_EQ(bodyOf("-\n- b"), "\x95\t" + kEnd + "\x95\tb" + kEnd); }
+
+TEST(RtfOutput, SeparatesTheItemsOfALooseList) {
+  EXPECT_EQ(bodyOf("- a\n\n- b"), "\x95\ta" + kEnd + kEnd + "\x95\tb" + kEnd);
+}
+
+TEST(RtfOutput, IndentsCodeAndQuotes) {
+  EXPECT_EQ(bodyOf("- a\n\n      x\n      y"), "\x95\ta" + kEnd + kEnd + "\tx\\line \ty" + kEnd);
+  EXPECT_EQ(bodyOf("> a"), "\ta" + kEnd);
+}
+
+TEST(RtfOutput, HasASizeForEveryLevel) {
+  EXPECT_NE(bodyOf("### a").find("\\b{\\fs26 a}\\b0 \\s3"), std::string::npos);
+  EXPECT_NE(bodyOf("#### a").find("\\b{\\fs24 a}\\b0 \\s4"), std::string::npos);
+  EXPECT_NE(bodyOf("##### a").find("\\b{\\fs22 a}\\b0 \\s5"), std::string::npos);
+  EXPECT_NE(bodyOf("###### a").find("\\b{\\fs20 a}\\b0 \\s6"), std::string::npos);
+}
+
+TEST(RtfOutput, WritesRulesImagesAndDeletedTextInWords) {
+  EXPECT_EQ(bodyOf("***"), std::string(40, '_') + kEnd);
+  EXPECT_EQ(bodyOf("![a](b.png) ~~c~~"), "a ~~c~~" + kEnd);
+}
+
+TEST(RtfOutput, LeavesNoGroupOpenInACell) {
+  const std::string table = bodyOf("| a |\n|---|\n| **b *c* [d](https://x.org) [e](#a)** ~~f~~ `{` <br> g |");
+  int depth = 0;
+  for (std::size_t at = table.find("\\intbl"); at != std::string::npos; at = table.find("\\intbl", at + 1)) {
+    const std::string cell = table.substr(at, table.find("\\cell ", at) - at);
+    for (std::size_t i = 0; i < cell.size(); ++i) {
+      if (cell[i] == '\\') {
+        ++i;
+      } else if (cell[i] == '{' || cell[i] == '}') {
+        depth += cell[i] == '{' ? 1 : -1;
+      }
+    }
+    EXPECT_EQ(depth, 0) << cell;
+  }
+}
+
+// The whole document for an input file and options.
+std::string documentOf(const std::string& name, std::string_view input, const std::vector<std::string>& options) {
+  CommandRun run;
+  std::vector<std::string> arguments = {"@/" + name, "-o", "@/out.rtf"};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  const Result result = run.with(name, input).run(arguments);
+  EXPECT_EQ(result.status, 0) << result.error;
+  return run.bytes("out.rtf");
+}
+
+TEST(RtfOutput, HasTheTitleOfItsFirstHeading) {
+  EXPECT_TRUE(documentOf("in.md", "# A {b}", {}).starts_with("{\\rtf\\ansi{\\info{\\title A \\{b\\}}} \r\n"));
+}
+
+TEST(RtfOutput, HasABlankInTheTitleWhereTheHeadingBreaks) {
+  EXPECT_TRUE(documentOf("in.md", "a  \nb\n---", {}).starts_with("{\\rtf\\ansi{\\info{\\title a b}} \r\n"));
+}
+
+TEST(RtfOutput, LiesOnItsSideWhenAsked) {
+  EXPECT_NE(documentOf("in.md", "a", {"--landscape"}).find("\\landscape\\paperw16838\\paperh11906\r\n{a"),
+            std::string::npos);
+}
+
+TEST(RtfOutput, HasContentsThatLeadToTheHeadings) {
+  EXPECT_NE(documentOf("in.md", "# A\n\n## B\n\n### C", {"--toc"})
+                .find("\t {\\field{\\*\\fldinst {HYPERLINK \\\\l \"b\" }}{\\fldrslt {\\cs15\\ul\\cf2 B}}} \\line "
+                      "\t\t {\\field{\\*\\fldinst {HYPERLINK \\\\l \"c\" }}{\\fldrslt {\\cs15\\ul\\cf2 C}}} \\line " +
+                      kEnd),
+            std::string::npos);
+}
+
+TEST(RtfOutput, BreaksTheLineInACellOfCsv) {
+  EXPECT_NE(documentOf("in.csv", "h\n\"a\nb\"\n", {}).find("\\intbl a\\line b\\cell \r\n"), std::string::npos);
+}
+
+TEST(RtfOutput, IsNotEscapedWhenClassic) {
+  EXPECT_NE(documentOf("in.md", "{x}", {"--classic"}).find("\r\n{{x}" + kEnd), std::string::npos);
+}
+
+TEST(RtfOutput, TellsOfATextThatTheClassicFormDrops) {
+  CommandRun run;
+  const Result result = run.with("in.md", std::string(5000, 'x')).run({"@/in.md", "-o", "@/out.rtf", "--classic"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_NE(result.error.find("5000 characters could not be written as they were given, the first is U+0078."),
+            std::string::npos)
+      << result.error;
+}
+
 TEST(RtfOutput, KeepsTheLinesOfCode) { EXPECT_EQ(bodyOf("```\na\n\n  b\n```"), "a\\line \\line   b" + kEnd); }
 
 TEST(RtfOutput, LinksInsideAndOutside) {
@@ -52,10 +148,12 @@ TEST(RtfOutput, LinksInsideAndOutside) {
   EXPECT_EQ(bodyOf("[a](b.md)"), "a (b.md)" + kEnd);
 }
 
-TEST(RtfOutput, HasTablesWithABoldHeader) {
+TEST(RtfOutput, HasTablesWithABoldHeaderOnGrey) {
   const std::string table = bodyOf("| a | b |\n|---|---|\n| 1 | *2* |");
   EXPECT_TRUE(table.starts_with("\\par {\\trowd"));
-  EXPECT_NE(table.find("\\intbl \\b{a}\\b0 \\cell \r\n\\intbl \\b{b}\\b0 \\cell \r\n"), std::string::npos);
+  EXPECT_NE(table.find("\\intbl \\cf1 \\highlight16 \\b{a}\\b0 \\highlight0 \\cf0 \\cell \r\n"
+                       "\\intbl \\cf1 \\highlight16 \\b{b}\\b0 \\highlight0 \\cf0 \\cell \r\n"),
+            std::string::npos);
   EXPECT_NE(table.find("\\intbl 1\\cell \r\n\\intbl \\i{2}\\i0 \\cell \r\n"), std::string::npos);
 }
 

@@ -9,6 +9,9 @@
 namespace scrivalen::command {
 namespace {
 
+// The report's "gray" is the light one of the document's colours.
+constexpr const wchar_t* kHeaderColors = L"black;gray";
+
 constexpr std::array<int, 6> kHeadingSizes = {36, 30, 26, 24, 22, 20};  // half-points, by level
 
 /// Writes a block a paragraph, with an empty one between two blocks unless they are in a tight list. A format without
@@ -32,7 +35,7 @@ class RtfWriter : public DocumentWriter {
   void beginHeading(const Event& heading);
   void endHeading(int level);
   void beginItem(const Event& item);
-  void endItem();
+  void writeMarker();
   void beginRow(const Event& row);
   void beginCell(const Event& cell);
   void endCell(const Event& cell);
@@ -55,7 +58,8 @@ class RtfWriter : public DocumentWriter {
   SingleReport report_;
   ListMarkers markers_;
   std::vector<bool> tight_{false};  // for the document and each list around what is being written
-  std::wstring marker_;             // of the item whose first block is still to come
+  std::wstring marker_;             // of the items whose first block is still to come
+  std::size_t markerDepth_ = 0;     // lists and quotes around the outermost of them
   std::wstring link_;               // the text of the link that is being read
   std::wstring address_;
   std::size_t depth_ = 0;  // lists and quotes around what is being written
@@ -105,7 +109,7 @@ void RtfWriter::writeBlock(const Event& event) {
       --depth_;
       return;
     case EventKind::BeginItem: return beginItem(event);
-    case EventKind::EndItem: return endItem();
+    case EventKind::EndItem: return writeMarker();
     case EventKind::BeginCodeBlock:
       beginBlock();
       inCode_ = true;
@@ -122,7 +126,7 @@ void RtfWriter::writeBlock(const Event& event) {
 
 void RtfWriter::writeTable(const Event& event) {
   switch (event.kind) {
-    case EventKind::BeginTable: endBlock(); return report_->BeginTable(L"table", L"");
+    case EventKind::BeginTable: writeMarker(); return report_->BeginTable(L"table", L"");
     case EventKind::EndTable:
       report_->EndTable(L"table");
       isSeparated_ = false;
@@ -198,13 +202,17 @@ void RtfWriter::endHeading(int level) {
   inBlock_ = false;
 }
 
+// The first item of a list that an item begins with stands on the same line.
 void RtfWriter::beginItem(const Event& item) {
   endBlock();
-  marker_ = markers_.next(item.task, L"\u2022\t", L".\t");
+  if (marker_.empty()) {
+    markerDepth_ = depth_ - 1;
+  }
+  marker_ += markers_.next(item.task, L"\u2022\t", L".\t");
 }
 
 // An item without a text is there all the same.
-void RtfWriter::endItem() {
+void RtfWriter::writeMarker() {
   endBlock();
   if (!marker_.empty()) {
     beginBlock();
@@ -234,7 +242,7 @@ void RtfWriter::markupBlock(std::wstring_view markup) {
 
 void RtfWriter::beginCell(const Event& cell) {
   inCell_ = true;
-  report_->BeginCell(nullptr, cell.header ? 1 : 0, nullptr);
+  report_->BeginCell(nullptr, cell.header ? 1 : 0, cell.header ? kHeaderColors : nullptr);
   if (cell.header) {
     beginBold();
   }
@@ -276,7 +284,7 @@ void RtfWriter::separate() {
 void RtfWriter::beginBlock() {
   endBlock();
   separate();
-  put(std::wstring(marker_.empty() ? depth_ : depth_ - 1, L'\t') + marker_);
+  put(std::wstring(marker_.empty() ? depth_ : markerDepth_, L'\t') + marker_);
   marker_.clear();
   inBlock_ = true;
   isSeparated_ = false;
