@@ -5,6 +5,7 @@
 #include "scrivalen/rtf_doc.h"
 
 #include <cstdlib>
+#include <cwchar>
 
 using scrivalen::fuzz::Input;
 
@@ -44,11 +45,17 @@ void callBalanced(const Sink& sink, bool conforming, Call call) {
   }
 }
 
+// A text's length or less, or a negative number.
+int partOf(const wchar_t* text, Input& input) {
+  const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
+  return input.number() % (length + 1);
+}
+
 void callDocument(RTFdoc& doc, Sink& sink, bool& conforming, bool& conformingNext, Input& input) {
   const auto type = [&] { return static_cast<RTFdoc::ParType>(input.number()); };
   const auto position = [&] { return static_cast<RTFdoc::ITEM_TYPE>(input.number()); };
   const auto character = [&] { return static_cast<char>(input.byte()); };
-  switch (input.byte() % 46) {
+  switch (input.byte() % 48) {
     case 0: {
       conforming = conformingNext;
       const bool hasFile = input.byte() % 8 != 0;
@@ -70,10 +77,11 @@ void callDocument(RTFdoc& doc, Sink& sink, bool& conforming, bool& conformingNex
       break;
     }
     case 4: doc.Char(character()); break;
-    case 5: doc.SpecChar(static_cast<wchar_t>(input.byte())); break;
+    case 5: doc.SpecChar(static_cast<wchar_t>(input.number() & 0xFFFF)); break;
     case 6: {
       const wchar_t* const text = input.text();
-      callBalanced(sink, conforming, [&] { doc.write(text, 0); });
+      const int length = partOf(text, input);
+      callBalanced(sink, conforming, [&] { doc.write(text, length); });
       break;
     }
     case 7: doc.BoldOn(); break;
@@ -123,6 +131,8 @@ void callDocument(RTFdoc& doc, Sink& sink, bool& conforming, bool& conformingNex
     case 42: doc.BeginCell(); break;
     case 43: doc.EndCell(); break;
     case 44: doc.EndRow(); break;
+    case 45: doc.Char(static_cast<wchar_t>(input.number() & 0xFFFF)); break;
+    case 46: doc.writeT(input.text(), 0); break;
     default:
       conformingNext = (input.byte() & 1) != 0;
       doc.SetConforming(conformingNext ? 1 : 0);

@@ -12,6 +12,7 @@
 #include <cstring>
 #include <limits>
 #include <string_view>
+#include <typeinfo>
 
 using namespace scrivalen::platform;
 
@@ -327,8 +328,9 @@ int RTFdoc::BegDoc(OutputFile* target, const wchar_t* title, int landscape) {
   conforming_ = conformingNext_;
   lost_ = 0;
   bufferedFile_ = file;
-  auto* const ownFile = dynamic_cast<ReportFile*>(file);
-  buffer_ = ownFile ? bufferOf(*ownFile) : nullptr;
+  // A host's class derived from it may have a Write of its own.
+  const bool ownFile = file && typeid(*file) == typeid(ReportFile);
+  buffer_ = ownFile ? bufferOf(static_cast<ReportFile&>(*file)) : nullptr;
   if (!file) {
     return 0;
   }

@@ -20,6 +20,7 @@ Converted convert(std::wstring_view text, std::size_t capacity = 64) {
   return result;
 }
 
+std::wstring letters(std::size_t count) { return std::wstring(count, L'x'); }
 std::wstring unit(unsigned value) { return std::wstring(1, static_cast<wchar_t>(value)); }
 
 }  // namespace
@@ -58,4 +59,50 @@ TEST(CodePage, TellsWhetherItHoldsAText) {
   EXPECT_TRUE(isInCodePage(L"caf\u00E9 \u20AC"));
   EXPECT_FALSE(isInCodePage(L"\u0141"));
   EXPECT_FALSE(isInCodePage(unit(0xD83D) + unit(0xDE00)));
+}
+
+TEST(CodePage, FindsWhatNeedsCareAtEveryPlaceOfAText) {
+  struct Special {
+    std::wstring text;
+    std::string bytes;
+    std::uint64_t lost;
+  };
+  const Special specials[] = {{L"\u20AC", "\x80", 0},
+                              {L"\u00E9", "\xE9", 0},
+                              {L"\u0141", "?", 1},
+                              {L"\u4E2D", "?", 1},
+                              {unit(0xD83D) + unit(0xDE00), "??", 1},
+                              {unit(0xD83D), "?", 1}};
+  for (const Special& special : specials) {
+    for (std::size_t length = 7; length <= 17; ++length) {
+      for (std::size_t place = 0; place < length; ++place) {
+        const Converted converted = convert(letters(place) + special.text + letters(length - place - 1));
+        EXPECT_EQ(converted.bytes, std::string(place, 'x') + special.bytes + std::string(length - place - 1, 'x'));
+        EXPECT_EQ(converted.loss.count(), special.lost);
+      }
+    }
+  }
+}
+
+TEST(CodePage, FillsARoomThatEndsWithABlock) {
+  for (const std::size_t room : {8u, 16u, 24u}) {
+    EXPECT_EQ(convert(letters(room), room).bytes, std::string(room, 'x'));
+    EXPECT_EQ(convert(letters(room + 1), room).bytes, std::nullopt);
+    EXPECT_EQ(convert(letters(room + 8), room).bytes, std::nullopt);
+    EXPECT_EQ(convert(letters(room - 1) + L"\u4E2D", room).bytes, std::string(room - 1, 'x') + "?");
+    EXPECT_EQ(convert(letters(room) + L"\u4E2D", room).bytes, std::nullopt);
+    EXPECT_EQ(convert(letters(room - 1) + unit(0xD83D) + unit(0xDE00), room).bytes, std::nullopt);
+  }
+}
+
+TEST(CodePage, TouchesNothingBehindTheRoom) {
+  for (std::size_t room = 0; room <= 24; ++room) {
+    for (const std::wstring& text :
+         {letters(40), letters(room) + L"\u20AC", letters(room) + unit(0xD83D) + unit(0xDE00)}) {
+      std::string out(64, '#');
+      LossCounter loss;
+      EXPECT_EQ(toCodePage(text, out.data(), room, loss), std::nullopt);
+      EXPECT_EQ(out.substr(room), std::string(64 - room, '#'));
+    }
+  }
 }

@@ -1,39 +1,19 @@
 #include "scrivalen/rtf_doc.h"
 
-#include "support/memory_file.h"
+#include "rtf/written.h"
+#include "support/bytes.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-using scrivalen::test::MemoryFile;
+using namespace scrivalen::test;
 
 namespace {
 
-constexpr std::string_view kColors =
-    "{\\colortbl;\\red0\\green0\\blue0;\\red0\\green0\\blue255;\\red0\\green255\\blue255;\\red0\\green255\\blue0;"
-    "\\red255\\green0\\blue255;\\red255\\green0\\blue0;\\red255\\green255\\blue0;\\red255\\green255\\blue255;"
-    "\\red0\\green0\\blue128;\\red0\\green128\\blue128;\\red0\\green128\\blue0;\\red128\\green0\\blue128;"
-    "\\red128\\green0\\blue0;\\red128\\green128\\blue0;\\red128\\green128\\blue128;\\red192\\green192\\blue192;}";
-
-const std::string kHeadOfT = "{\\rtf\\ansi{\\info{\\title T}} \r\n" + std::string(kColors);
-
-// What an action writes into the body of an open document.
-template <typename Action>
-std::string written(Action action, int conforming = 0) {
-  MemoryFile file;
-  RTFdoc doc;
-  doc.SetConforming(conforming);
-  doc.BegDoc(&file, L"T", 0);
-  file.bytes.clear();
-  action(doc);
-  return file.bytes;
-}
+const std::string kHeadOfT = "{\\rtf\\ansi{\\info{\\title T}} \r\n" + std::string(kColorTable);
 
 RTFdoc::ParType alignment(int number) { return static_cast<RTFdoc::ParType>(number); }
-
-std::wstring unit(unsigned value) { return std::wstring(1, static_cast<wchar_t>(value)); }
-std::wstring grin() { return sizeof(wchar_t) == 2 ? unit(0xD83D) + unit(0xDE00) : unit(0x1F600); }
 
 }  // namespace
 
@@ -478,14 +458,6 @@ TEST(RtfDocLinks, CutABookmarkAt1024Units) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BookMark(std::wstring(2000, L'x').c_str()); }),
             front + std::string(1024 - front.size(), 'x'));
 }
-
-constexpr const char* kRow =
-    "{\\trowd\\trgaph108\\trwWidth5000\\trftsWidth2\\trbrdrt\\brdrs\\brdrw10 \\trbrdrl\\brdrs\\brdrw10 "
-    "\\trbrdrb\\brdrs\\brdrw10 \\trbrdrr\\brdrs\\brdrw10 \\trbrdrh\\brdrs\\brdrw10 \\trbrdrv\\brdrs\\brdrw10\r\n";
-constexpr const char* kBorders =
-    "\\clbrdrt\\brdrs\\brdrw10 \\clbrdrl\\brdrs\\brdrw10 \\clbrdrb\\brdrs\\brdrw10 \\clbrdrr\\brdrs\\brdrw10 "
-    "\\cltxlrtb \r\n";
-constexpr const char* kRowRest = "\\nowidctlpar\\widctlpar\\adjustright\r\n";
 
 TEST(RtfDocRows, HaveCellsOfAThousandTwips) {
   const std::string borders = kBorders;

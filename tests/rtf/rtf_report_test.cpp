@@ -1,5 +1,6 @@
 #include "rtf/rtf_report.h"
 
+#include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 
@@ -31,6 +32,10 @@ std::string headOf(RTFReport& report) {
   EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
   return bytesOf(folder / L"a.rtf");
+}
+
+bool tellsTheLoss(const CapturedLog& log, std::wstring_view loss) {
+  return log.lines().size() == 1 && log.lines()[0].ends_with(loss);
 }
 
 std::string hyperLink(const std::string& text, const std::string& bookmark) {
@@ -306,4 +311,195 @@ TEST(ConformingRtfReport, BeginsWithTheNextOpening) {
   report.Link(L"x", L"#y");
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_TRUE(bytesOf(folder / L"a.rtf").ends_with("{{}" + hyperLink("x", "#y") + "}}"));
+}
+
+TEST(RtfReportCell, IgnoresTextAndHeaderFlagAtItsBeginningAndEnd) {
+  EXPECT_EQ(body([](RTFReport& r) {
+              r.BeginCell(L"begin", 1, nullptr);
+              r.Text(L"x", PARAGRAPH_NONE, L"", 0);
+              r.EndCell(L"end", 1);
+            }),
+            "\\intbl x\\cell \r\n");
+}
+
+TEST(RtfReportCell, TakesEmptyAttributesForNone) {
+  EXPECT_EQ(body([](RTFReport& r) {
+              r.BeginCell(L"x", 0, L"");
+              r.EndCell(L"x", 0);
+            }),
+            "\\intbl \\cell \r\n");
+}
+
+TEST(RtfReportCell, LeavesNoColourForTheNextEnd) {
+  EXPECT_EQ(body([](RTFReport& r) {
+              r.Cell(L"x", 0, L"red");
+              r.EndCell(L"", 0);
+            }),
+            "\\intbl \\cf6 \\highlight6 x\\highlight0 \\cf0 \\cell \r\n\\cell \r\n");
+}
+
+TEST(RtfReportCell, IsEmptyForATextOfMoreThan4096Bytes) {
+  const CapturedLog log;
+  EXPECT_EQ(body([](RTFReport& r) { r.Cell(longText(4097).c_str(), 1, nullptr); }), "\\intbl \\b{}\\b0 \\cell \r\n");
+  EXPECT_EQ(body([](RTFReport& r) { r.Cell(longText(4096).c_str(), 0, nullptr); }),
+            "\\intbl " + std::string(4096, 'x') + "\\cell \r\n");
+  EXPECT_TRUE(
+      tellsTheLoss(log, L"a.rtf': 4097 characters could not be written as they were given, the first is U+0078."));
+}
+
+TEST(RtfReportLink, TakesAnOutsideAddressForABookmark) {
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L"https://example.com/"); }),
+            hyperLink("See", "https://example.com/"));
+}
+
+TEST(RtfReportLink, MayHaveNoTarget) {
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", nullptr); }), hyperLink("See", ""));
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L""); }), hyperLink("See", ""));
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L"#"); }), hyperLink("See", "#"));
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(nullptr, nullptr); }), hyperLink("", ""));
+}
+
+TEST(RtfReportLink, OfMoreThan4096BytesIsDropped) {
+  const CapturedLog log;
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(longText(4096).c_str(), L"#sec1"); }), "");
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", longText(4096).c_str()); }), "");
+  ASSERT_EQ(log.lines().size(), 2u);
+  EXPECT_TRUE(log.lines()[0].ends_with(
+      L"a.rtf': 4101 characters could not be written as they were given, the first is U+0023."));
+  EXPECT_TRUE(log.lines()[1].ends_with(
+      L"a.rtf': 4099 characters could not be written as they were given, the first is U+0078."));
+}
+
+TEST(RtfReport, UnmatchedEndsWriteTheirClosings) {
+  EXPECT_EQ(body([](RTFReport& r) {
+              r.EndStyle(STYLE_BOLD, 0);
+              r.EndStyle(STYLE_ITALIC, 0);
+              r.EndStyle(STYLE_FONT_SIZE, 0);
+              r.EndCell(L"", 0);
+              r.EndRow(L"");
+            }),
+            "}\\b0 }\\i0 \\fs10 \\cell \r\n\\pard \\nowidctlpar\\widctlpar\\adjustright\\row\\pard}\r\n");
+}
+
+TEST(RtfReport, MayHaveAnEmptyTitle) {
+  RTFReport report;
+  report.AddProperty(L"%TITLE%", L"");
+  report.AddProperty(L"%TITLE%", L"Later");
+  EXPECT_TRUE(headOf(report).starts_with("{\\rtf\\ansi{\\info{\\title }} \r\n{\\colortbl;"));
+}
+
+TEST(RtfReport, LiesOnItsSideForEveryNonZeroValue) {
+  for (const int value : {2, -1, 256}) {
+    RTFReport report;
+    report.SetReportOption(OPTION_LANDSCAPE, value);
+    EXPECT_NE(headOf(report).find("}\\landscape\\paperw16838\\paperh11906\r\n{"), std::string::npos);
+  }
+}
+
+TEST(RtfReport, RefusesASecondOpeningAndGoesOnWithTheFirstDocument) {
+  const TemporaryFolder folder;
+  RTFReport report;
+  EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
+  report.Text(L"one ", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(report.Open((folder / L"b.rtf").c_str()), REPORT_FILE_ERROR);
+  EXPECT_NE(std::wstring_view(report.GetError()), L"");
+  report.Text(L"two", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(bytesOf(folder / L"a.rtf").ends_with("\\paperw11906\\paperh16838\r\n{one two}}"));
+  EXPECT_FALSE(exists(folder / L"b.rtf"));
+}
+
+TEST(RtfReport, WritesNothingBehindAFailedOpening) {
+  const TemporaryFolder folder;
+  RTFReport report;
+  EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
+  report.Text(L"kept", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(report.Open((folder / L"missing/b.rtf").c_str()), REPORT_FILE_ERROR);
+  report.Text(L"late", PARAGRAPH_NORMAL, L"", 0);
+  report.Cell(L"late", 1, L"red");
+  report.Link(L"late", L"#late");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(bytesOf(folder / L"a.rtf").ends_with("\r\n{kept}}"));
+  EXPECT_FALSE(exists(folder / L"missing"));
+}
+
+TEST(RtfReportLoss, IsToldOnceForADroppedText) {
+  const CapturedLog log;
+  EXPECT_EQ(body([](RTFReport& r) { r.Text((L"a" + longText(4096)).c_str(), PARAGRAPH_NONE, L"", 0); }), "");
+  EXPECT_TRUE(
+      tellsTheLoss(log, L"a.rtf': 4097 characters could not be written as they were given, the first is U+0061."));
+}
+
+TEST(RtfReportLoss, BeginsAnewWithTheNextOpening) {
+  const TemporaryFolder folder;
+  const CapturedLog log;
+  RTFReport report;
+  for (const wchar_t* const text : {L"\u4E2D\u4E2D", L"plain", L"\u0141\u4E2D\u0142"}) {
+    EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
+    report.Text(text, PARAGRAPH_NONE, L"", 0);
+    EXPECT_EQ(report.Close(), REPORT_OK);
+  }
+  ASSERT_EQ(log.lines().size(), 2u);
+  EXPECT_TRUE(
+      log.lines()[0].ends_with(L"a.rtf': 2 characters could not be written as they were given, the first is U+4E2D."));
+  EXPECT_TRUE(
+      log.lines()[1].ends_with(L"a.rtf': 3 characters could not be written as they were given, the first is U+0141."));
+}
+
+TEST(ConformingRtfReport, TellsOfNoLoss) {
+  const CapturedLog log;
+  EXPECT_EQ(body([](RTFReport& r) { r.Text((L"\u4E2D" + longText(5000)).c_str(), PARAGRAPH_NONE, L"", 0); }, 1),
+            "\\u20013?" + std::string(5000, 'x'));
+  EXPECT_TRUE(log.lines().empty());
+}
+
+TEST(ConformingRtfReport, EscapesAnchorsAndContents) {
+  EXPECT_EQ(body([](RTFReport& r) { r.Ancor(L"a{\"b"); }, 1), "{\\*\\bkmkstart a\\{'b}{\\*\\bkmkend a\\{'b}");
+  EXPECT_EQ(body([](RTFReport& r) { r.BeginAncor(L"a}\u03A9"); }, 1),
+            "{\\*\\bkmkstart a\\}\\u937?}{\\*\\bkmkend a\\}\\u937?}");
+  EXPECT_EQ(body([](RTFReport& r) { r.TocItem(L"a{\"b", L"{Chapter}", 1); }, 1),
+            hyperLink("\\{Chapter\\}", "a\\{'b") + "\\line ");
+}
+
+TEST(ConformingRtfReport, EscapesItsTitle) {
+  RTFReport report;
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  report.AddProperty(L"%TITLE%", L"{\u4E2D}");
+  EXPECT_TRUE(headOf(report).starts_with("{\\rtf\\ansi{\\info{\\title \\{\\u20013?\\}}} \r\n{\\colortbl;"));
+}
+
+TEST(ConformingRtfReport, MayHaveLinksWithoutATarget) {
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", nullptr); }, 1), hyperLink("See", ""));
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L""); }, 1), hyperLink("See", ""));
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L"#"); }, 1), hyperLink("See", ""));
+}
+
+TEST(ConformingRtfReport, HoldsCellsAndLinksOfAnyLength) {
+  const std::string text(5000, 'x');
+  EXPECT_EQ(body([](RTFReport& r) { r.Cell(longText(5000).c_str(), 0, nullptr); }, 1),
+            "\\intbl " + text + "\\cell \r\n");
+  EXPECT_EQ(body([](RTFReport& r) { r.Link(longText(5000).c_str(), (L"#" + longText(5000)).c_str()); }, 1),
+            hyperLink(text, text));
+  EXPECT_EQ(
+      body([](RTFReport& r) { r.Link(longText(5000).c_str(), (L"https:" + longText(5000)).c_str()); }, 1),
+      "{\\field{\\*\\fldinst {HYPERLINK \"https:" + text + "\" }}{\\fldrslt {\\ul \\cf2 " + text + "\\cf0 \\ul0 }}}\n");
+}
+
+TEST(ConformingRtfReport, EndsWithTheNextOpening) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.rtf";
+  RTFReport report;
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  EXPECT_EQ(report.Open(path.c_str()), REPORT_OK);
+  report.SetReportOption(OPTION_CONFORMING, 0);
+  report.Text(L"{", PARAGRAPH_NONE, L"", 0);
+  report.Link(L"x", L"#y");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(bytesOf(path).ends_with("{\\{" + hyperLink("x", "y") + "}}"));
+  EXPECT_EQ(report.Open(path.c_str()), REPORT_OK);
+  report.Text(L"{", PARAGRAPH_NONE, L"", 0);
+  report.Link(L"x", L"#y");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(bytesOf(path).ends_with("{{" + hyperLink("x", "#y") + "}}"));
 }
