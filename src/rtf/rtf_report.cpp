@@ -190,24 +190,25 @@ void RTFReport::Link(const wchar_t* text, const wchar_t* target) {
 
 // The address stands in double quotes, so that its own are written as a URL writes them (RFC 3986, 2.1).
 void RTFReport::outsideLink(const wchar_t* text, std::wstring_view address) {
-  contained([&] {
-    std::wstring instruction = L"HYPERLINK \"";
-    for (const wchar_t c : address) {
-      if (c == L'"') {
-        instruction += L"%22";
-      } else {
-        instruction += c;
-      }
+  const auto write = [this](std::wstring_view piece) {
+    if (!piece.empty()) {
+      document_.write(piece.data(), static_cast<int>(piece.size()));
     }
-    instruction += L"\" ";
-    document_.BeginField();
-    document_.write(instruction.c_str(), 0);
-    document_.MiddleField();
-    document_.UnderLineOn(0);
-    document_.FontColorOn(kLinkColor);
-    document_.write(text, 0);
-    document_.FontColorOff();
-    document_.UnderLineOff(0);
-    document_.EndField();
-  });
+  };
+  document_.BeginField();
+  write(L"HYPERLINK \"");
+  for (std::size_t quote = address.find(L'"'); quote != address.npos; quote = address.find(L'"')) {
+    write(address.substr(0, quote));
+    write(L"%22");
+    address.remove_prefix(quote + 1);
+  }
+  write(address);
+  write(L"\" ");
+  document_.MiddleField();
+  document_.UnderLineOn(0);
+  document_.FontColorOn(kLinkColor);
+  document_.write(text, 0);
+  document_.FontColorOff();
+  document_.UnderLineOff(0);
+  document_.EndField();
 }

@@ -115,6 +115,18 @@ TEST(MultiReportAddReport, CreatesAFileOfTextForText) {
   EXPECT_EQ(bytesOf(folder / L"a"), "\xFF\xFE");
 }
 
+TEST(MultiReportAddReport, CreatesARichTextDocumentForFormatZero) {
+  const TemporaryFolder folder;
+  MultiReport report;
+  report.AddReport(static_cast<REPORT_FORMAT>(0), (folder / L"a").c_str(), nullptr);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.Clear();
+  const std::string bytes = bytesOf(folder / L"a");
+  EXPECT_TRUE(bytes.starts_with("{\\rtf\\ansi{\\info{\\title Report}} \r\n{\\colortbl;")) << bytes;
+  EXPECT_TRUE(bytes.ends_with("\\paperw11906\\paperh16838\r\n{}}")) << bytes;
+}
+
 TEST(MultiReportAddReport, RefusesAnUnknownFormatWithOneLineInTheLog) {
   const TemporaryFolder folder;
   for (const int format : {7, 100, -1}) {

@@ -1,9 +1,7 @@
-#include "formats/text_report.h"
-#include "formats/xml_report.h"
-#include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/file_reports.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -20,16 +18,14 @@ const std::vector<std::wstring> kOneLine = {kReason};
 template <typename Report>
 struct OnAFullDisk : testing::Test {};
 
-using Formats = testing::Types<TextReport, HtmlReport, XmlReport>;
+TYPED_TEST_SUITE(OnAFullDisk, FileReports, FileReportName);
 
-struct FormatName {
-  template <typename Report>
-  static std::string GetName(int) {
-    return std::is_same_v<Report, TextReport> ? "Text" : std::is_same_v<Report, HtmlReport> ? "Html" : "Xml";
+// More than a file's buffer holds, in texts that every format takes whole.
+void writeMuch(AReport& report) {
+  for (int i = 0; i < 100; ++i) {
+    report.Text(longText(4000).c_str(), PARAGRAPH_NORMAL, L"", 0);
   }
-};
-
-TYPED_TEST_SUITE(OnAFullDisk, Formats, FormatName);
+}
 
 }  // namespace
 
@@ -47,9 +43,7 @@ TYPED_TEST(OnAFullDisk, LongReportsLogOneLineToo) {
   const CapturedLog log;
   TypeParam report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
-  for (int i = 0; i < 5; ++i) {
-    report.Text(longText(100000).c_str(), PARAGRAPH_NORMAL, L"", 0);
-  }
+  writeMuch(report);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_STREQ(report.GetError(), kReason);
   EXPECT_EQ(log.lines(), kOneLine);
@@ -82,7 +76,7 @@ TYPED_TEST(OnAFullDisk, TheFirstReasonOutlivesARefusedOpening) {
   const TemporaryFolder folder;
   TypeParam report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
-  report.Text(longText(100000).c_str(), PARAGRAPH_NORMAL, L"", 0);
+  writeMuch(report);
   EXPECT_EQ(report.Open((folder / L"a").c_str()), REPORT_FILE_ERROR);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_STREQ(report.GetError(), kReason);
@@ -142,8 +136,38 @@ TEST(MultiReportOnAFullDisk, LogsALineForEachChildThatFails) {
   report.AddReport(FORMAT_XML, kFull, nullptr);
   report.AddReport(FORMAT_HTML, kFull, nullptr);
   report.AddReport(FORMAT_TEXT, kFull, nullptr);
+  report.AddReport(FORMAT_RTF, kFull, nullptr);
   EXPECT_EQ(report.Open(), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   report.Clear();
-  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason, kReason, kReason}));
+  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason, kReason, kReason, kReason}));
+}
+
+TEST(RtfReportOnAFullDisk, TellsOfDroppedTextsAndOfTheDisk) {
+  const CapturedLog log;
+  RTFReport report;
+  EXPECT_EQ(report.Open(kFull), REPORT_OK);
+  report.Text(longText(5000).c_str(), PARAGRAPH_NORMAL, L"", 0);
+  EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
+  EXPECT_STREQ(report.GetError(), kReason);
+  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason,
+                                                    L"'/dev/full': 5000 characters could not be written as they were "
+                                                    L"given, the first is U+0078."}));
+}
+
+TEST(MultiReportOnAFullDisk, CompletesTheOthersWhenTheRtfChildFails) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  MultiReport report;
+  report.AddReport(FORMAT_RTF, kFull, nullptr);
+  report.AddReport(FORMAT_RTF, (folder / L"a.rtf").c_str(), nullptr);
+  report.AddReport(FORMAT_TEXT, (folder / L"a.txt").c_str(), nullptr);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  writeMuch(report);
+  EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
+  EXPECT_STREQ(report.GetError(), kReason);
+  report.Clear();
+  EXPECT_EQ(log.lines(), kOneLine);
+  EXPECT_TRUE(bytesOf(folder / L"a.rtf").ends_with("x\\s0\\ql\\par\\pard\\plain }}"));
+  EXPECT_EQ(fromMarkedUtf16(bytesOf(folder / L"a.txt")).size(), 100u * 4002u);
 }

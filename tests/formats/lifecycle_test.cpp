@@ -1,8 +1,6 @@
-#include "formats/text_report.h"
-#include "formats/xml_report.h"
-#include "scrivalen/html_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/file_reports.h"
 #include "support/files.h"
 #include "support/memory_file.h"
 #include "support/templates.h"
@@ -28,7 +26,77 @@ bool isHeld(const std::wstring& path) {
 
 std::uintmax_t sizeOf(const std::wstring& path) { return std::filesystem::file_size(std::filesystem::path(path)); }
 
+template <typename Report>
+struct Lifecycle : testing::Test {};
+
+TYPED_TEST_SUITE(Lifecycle, FileReports, FileReportName);
+
 }  // namespace
+
+TYPED_TEST(Lifecycle, OpensAgainWithTheSameBytes) {
+  const TemporaryFolder folder;
+  TypeParam report;
+  for (const wchar_t* name : {L"a", L"b", L"a"}) {
+    EXPECT_EQ(report.Open((folder / name).c_str()), REPORT_OK);
+    report.Text(L"text", PARAGRAPH_NORMAL, L"", 0);
+    EXPECT_EQ(report.Close(), REPORT_OK);
+  }
+  EXPECT_FALSE(bytesOf(folder / L"b").empty());
+  EXPECT_TRUE(areSameBytes(bytesOf(folder / L"b"), bytesOf(folder / L"a")));
+}
+
+TYPED_TEST(Lifecycle, ReplacesALongerFile) {
+  const TemporaryFolder folder;
+  TypeParam report;
+  EXPECT_EQ(report.Open((folder / L"fresh").c_str()), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  writeBytes(folder / L"a", std::string(100000, 'x'));
+  EXPECT_EQ(report.Open((folder / L"a").c_str()), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(areSameBytes(bytesOf(folder / L"fresh"), bytesOf(folder / L"a")));
+}
+
+TYPED_TEST(Lifecycle, ClosesTwiceWithoutWritingTwice) {
+  const TemporaryFolder folder;
+  TypeParam report;
+  EXPECT_EQ(report.Open((folder / L"a").c_str()), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  const std::string bytes = bytesOf(folder / L"a");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(areSameBytes(bytes, bytesOf(folder / L"a")));
+}
+
+TYPED_TEST(Lifecycle, WritesNothingBeforeItIsOpenAndBehindItsEnd) {
+  const TemporaryFolder folder;
+  TypeParam report;
+  const auto writeSome = [&report] {
+    report.Text(L"stray", PARAGRAPH_NORMAL, L"", 0);
+    report.Row2(L"stray", L"stray", 1, L"red", nullptr);
+    report.Link(L"stray", L"#stray");
+    report.BeginStyle(STYLE_BOLD, 0);
+    report.EndStyle(STYLE_BOLD, 0);
+  };
+  writeSome();
+  EXPECT_EQ(report.Open((folder / L"a").c_str()), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  const std::string bytes = bytesOf(folder / L"a");
+  EXPECT_EQ(bytes.find("stray"), std::string::npos);
+  writeSome();
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_TRUE(areSameBytes(bytes, bytesOf(folder / L"a")));
+}
+
+TYPED_TEST(Lifecycle, HoldsItsFileFromOpenToClose) {
+  const TemporaryFolder folder;
+  TypeParam report;
+  report.SetOutputFileName((folder / L"a").c_str());
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  EXPECT_TRUE(isHeld(folder / L"a"));
+  EXPECT_EQ(report.Open(), REPORT_FILE_ERROR);
+  EXPECT_TRUE(isHeld(folder / L"a"));
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_FALSE(isHeld(folder / L"a"));
+}
 
 TEST(TextReportRows, BeginWithBeginRowOnly) {
   const TemporaryFolder folder;

@@ -1,7 +1,5 @@
-#include "formats/text_report.h"
-#include "formats/xml_report.h"
-#include "scrivalen/html_report.h"
 #include "support/captured_log.h"
+#include "support/file_reports.h"
 #include "support/files.h"
 #include "support/open_errors.h"
 
@@ -32,16 +30,7 @@ struct OpenFailure : testing::Test {
   }
 };
 
-using Formats = testing::Types<TextReport, HtmlReport, XmlReport>;
-
-struct FormatName {
-  template <typename Report>
-  static std::string GetName(int) {
-    return std::is_same_v<Report, TextReport> ? "Text" : std::is_same_v<Report, HtmlReport> ? "Html" : "Xml";
-  }
-};
-
-TYPED_TEST_SUITE(OpenFailure, Formats, FormatName);
+TYPED_TEST_SUITE(OpenFailure, FileReports, FileReportName);
 
 }  // namespace
 

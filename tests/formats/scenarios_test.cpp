@@ -2,6 +2,7 @@
 
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
+#include "rtf/rtf_report.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
 #include "scrivalen/text.h"
@@ -14,6 +15,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string_view>
 #include <thread>
 
 using namespace scrivalen::test;
@@ -24,7 +26,10 @@ namespace {
 // The fifth of November 2024, 14:07 UTC: a month whose short name English and German share.
 constexpr std::int64_t kNow = 1730815620;
 
-void play(const Scenario& scenario, AReport& report) {
+enum Form { CLASSIC, CONFORMING };
+
+void play(const Scenario& scenario, Form form, AReport& report) {
+  report.SetReportOption(OPTION_CONFORMING, form);
   report.AddProperty(L"%TITLE%", FromUtf8(scenario.name).c_str());
   EXPECT_EQ(report.Open(), REPORT_OK);
   scenario.play(report);
@@ -32,11 +37,11 @@ void play(const Scenario& scenario, AReport& report) {
 }
 
 template <typename Report>
-std::string writtenAlone(const Scenario& scenario) {
+std::string writtenAlone(const Scenario& scenario, Form form) {
   const TemporaryFolder folder;
   Report report;
   report.SetOutputFileName((folder / L"document").c_str());
-  play(scenario, report);
+  play(scenario, form, report);
   return bytesOf(folder / L"document");
 }
 
@@ -44,7 +49,7 @@ struct Format {
   const char* folder;  // of the expected documents
   const char* extension;
   REPORT_FORMAT format;
-  std::string (*writtenAlone)(const Scenario& scenario);
+  std::string (*writtenAlone)(const Scenario& scenario, Form form);
   std::string (*readable)(std::string_view bytes);
 };
 
@@ -54,16 +59,28 @@ std::string asItStands(std::string_view bytes) { return std::string(bytes); }
 
 constexpr Format kFormats[] = {{"text", "txt", FORMAT_TEXT, &writtenAlone<TextReport>, &fromMarkedUtf16},
                                {"html", "html", FORMAT_HTML, &writtenAlone<HtmlReport>, &asItStands},
-                               {"xml", "xml", FORMAT_XML, &writtenAlone<XmlReport>, &asItStands}};
+                               {"xml", "xml", FORMAT_XML, &writtenAlone<XmlReport>, &asItStands},
+                               {"rtf", "rtf", FORMAT_RTF, &writtenAlone<RTFReport>, &asItStands}};
+
+// A conforming document is another one where RTF has something to escape or a link; elsewhere the classic one conforms.
+bool differsWhenConforming(const Format& format, const Scenario& scenario) {
+  const std::string_view name = scenario.name;
+  return format.format == FORMAT_RTF && (name == "anchors_and_links" || name == "characters");
+}
+
+std::string expected(const Format& format, const Scenario& scenario, Form form) {
+  const bool another = form == CONFORMING && differsWhenConforming(format, scenario);
+  return golden(std::string(format.folder) + '/' + scenario.name + (another ? "_conforming." : ".") + format.extension);
+}
 
 // One document for each format of one MultiReport, in the order of kFormats.
-std::vector<std::string> writtenTogether(const Scenario& scenario) {
+std::vector<std::string> writtenTogether(const Scenario& scenario, Form form) {
   const TemporaryFolder folder;
   MultiReport report;
   for (const Format& format : kFormats) {
     report.AddReport(format.format, (folder / FromUtf8(format.extension)).c_str(), nullptr);
   }
-  play(scenario, report);
+  play(scenario, form, report);
   report.Clear();
   std::vector<std::string> documents;
   for (const Format& format : kFormats) {
@@ -72,65 +89,78 @@ std::vector<std::string> writtenTogether(const Scenario& scenario) {
   return documents;
 }
 
-struct EveryScenario : testing::TestWithParam<Scenario> {
+struct EveryScenario : testing::TestWithParam<std::tuple<Scenario, Form>> {
   const FixedClock clock{kNow};
 };
 
-struct EveryDocument : testing::TestWithParam<std::tuple<Format, Scenario>> {
+struct EveryDocument : testing::TestWithParam<std::tuple<Format, Scenario, Form>> {
   const FixedClock clock{kNow};
 };
 
-std::string nameOfScenario(const testing::TestParamInfo<Scenario>& test) { return test.param.name; }
+std::string nameOf(const Scenario& scenario, Form form) {
+  return scenario.name + std::string(form == CONFORMING ? "_conforming" : "");
+}
 
-std::string nameOfDocument(const testing::TestParamInfo<std::tuple<Format, Scenario>>& test) {
-  const auto& [format, scenario] = test.param;
-  return std::string(format.folder) + '_' + scenario.name;
+std::string nameOfScenario(const testing::TestParamInfo<EveryScenario::ParamType>& test) {
+  const auto& [scenario, form] = test.param;
+  return nameOf(scenario, form);
+}
+
+std::string nameOfDocument(const testing::TestParamInfo<EveryDocument::ParamType>& test) {
+  const auto& [format, scenario, form] = test.param;
+  return std::string(format.folder) + '_' + nameOf(scenario, form);
 }
 
 }  // namespace
 
 TEST_P(EveryDocument, IsTheExpectedOne) {
-  const auto& [format, scenario] = GetParam();
-  const std::string path = format.folder + ('/' + std::string(scenario.name)) + '.' + format.extension;
-  EXPECT_TRUE(areSameBytes(golden(path), format.readable(format.writtenAlone(scenario))));
+  const auto& [format, scenario, form] = GetParam();
+  EXPECT_TRUE(areSameBytes(expected(format, scenario, form), format.readable(format.writtenAlone(scenario, form))));
 }
 
 TEST_P(EveryDocument, IsTheSameEveryTime) {
-  const auto& [format, scenario] = GetParam();
-  EXPECT_TRUE(areSameBytes(format.writtenAlone(scenario), format.writtenAlone(scenario)));
+  const auto& [format, scenario, form] = GetParam();
+  EXPECT_TRUE(areSameBytes(format.writtenAlone(scenario, form), format.writtenAlone(scenario, form)));
 }
 
 TEST_P(EveryDocument, IsTheSameUnderADecimalComma) {
-  const auto& [format, scenario] = GetParam();
-  const std::string expected = format.writtenAlone(scenario);
+  const auto& [format, scenario, form] = GetParam();
+  const std::string before = format.writtenAlone(scenario, form);
   const DecimalComma comma;
-  EXPECT_TRUE(areSameBytes(expected, format.writtenAlone(scenario)));
+  EXPECT_TRUE(areSameBytes(before, format.writtenAlone(scenario, form)));
 }
 
 TEST_P(EveryScenario, GivesEqualFilesAloneAndTogether) {
-  const std::vector<std::string> together = writtenTogether(GetParam());
+  const auto& [scenario, form] = GetParam();
+  const std::vector<std::string> together = writtenTogether(scenario, form);
   for (std::size_t i = 0; i < std::size(kFormats); ++i) {
-    EXPECT_TRUE(areSameBytes(kFormats[i].writtenAlone(GetParam()), together[i])) << kFormats[i].extension;
+    EXPECT_TRUE(areSameBytes(kFormats[i].writtenAlone(scenario, form), together[i])) << kFormats[i].extension;
   }
 }
 
 TEST_P(EveryScenario, GivesEqualFilesInSeveralThreads) {
   constexpr std::size_t kThreads = 4;
-  const std::vector<std::string> expected = writtenTogether(GetParam());
+  const Scenario& scenario = std::get<Scenario>(GetParam());
+  const Form form = std::get<Form>(GetParam());
+  const std::vector<std::string> inOneThread = writtenTogether(scenario, form);
   std::array<std::vector<std::string>, kThreads> written;
   std::vector<std::thread> threads;
   threads.reserve(kThreads);
   for (std::vector<std::string>& documents : written) {
-    threads.emplace_back([&documents] { documents = writtenTogether(GetParam()); });
+    threads.emplace_back([&] { documents = writtenTogether(scenario, form); });
   }
   for (std::thread& thread : threads) {
     thread.join();
   }
   for (const std::vector<std::string>& documents : written) {
-    EXPECT_EQ(documents, expected);
+    EXPECT_EQ(documents, inOneThread);
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(Scenarios, EveryDocument,
-                         testing::Combine(testing::ValuesIn(kFormats), testing::ValuesIn(scenarios())), nameOfDocument);
-INSTANTIATE_TEST_SUITE_P(Scenarios, EveryScenario, testing::ValuesIn(scenarios()), nameOfScenario);
+                         testing::Combine(testing::ValuesIn(kFormats), testing::ValuesIn(scenarios()),
+                                          testing::Values(CLASSIC, CONFORMING)),
+                         nameOfDocument);
+INSTANTIATE_TEST_SUITE_P(Scenarios, EveryScenario,
+                         testing::Combine(testing::ValuesIn(scenarios()), testing::Values(CLASSIC, CONFORMING)),
+                         nameOfScenario);

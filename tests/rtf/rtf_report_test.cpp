@@ -503,3 +503,37 @@ TEST(ConformingRtfReport, EndsWithTheNextOpening) {
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_TRUE(bytesOf(path).ends_with("{{" + hyperLink("x", "#y") + "}}"));
 }
+
+TEST(ConformingRtfReport, HoldsAParagraphOf100Kilobytes) {
+  std::wstring text;
+  std::string bytes;
+  for (int sentence = 1; text.size() < 102400; ++sentence) {
+    text += L"Sentence " + std::to_wstring(sentence) + L" costs 5 \u20AC in {\u4E2D} and C:\\" + grin() + L".\n";
+    bytes += "Sentence " + std::to_string(sentence) +
+             " costs 5 \x80 in \\{\\u20013?\\} and C:\\\\\\u-10179?\\u-8704?.\\line ";
+  }
+  const CapturedLog log;
+  EXPECT_TRUE(areSameBytes("before\\s1\\ql\\par\\pard\\plain " + bytes + "\\s0\\ql\\par\\pard\\plain \\intbl \\b{" +
+                               bytes + "}\\b0 \\cell \r\nbehind",
+                           body(
+                               [&text](RTFReport& r) {
+                                 r.Text(L"before", PARAGRAPH_HEADING1, L"", 0);
+                                 r.Text(text.c_str(), PARAGRAPH_NORMAL, L"", 0);
+                                 r.Cell(text.c_str(), 1, nullptr);
+                                 r.Text(L"behind", PARAGRAPH_NONE, L"", 0);
+                               },
+                               1)));
+  EXPECT_TRUE(log.lines().empty());
+}
+
+TEST(ConformingRtfReport, WritesQuotesOfAnAddressWhereverTheyStand) {
+  const std::pair<const wchar_t*, std::string> addresses[] = {
+      {L"https:\"", "https:%22"},
+      {L"https:\"\"\"", "https:%22%22%22"},
+      {L"https:\"{a}\"b\u4E2D", "https:%22\\{a\\}%22b\\u20013?"},
+      {L"mailto:a@example.org", "mailto:a@example.org"}};
+  for (const auto& [address, bytes] : addresses) {
+    EXPECT_EQ(body([address = address](RTFReport& r) { r.Link(L"See", address); }, 1),
+              "{\\field{\\*\\fldinst {HYPERLINK \"" + bytes + "\" }}{\\fldrslt {\\ul \\cf2 See\\cf0 \\ul0 }}}\n");
+  }
+}

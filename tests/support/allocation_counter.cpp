@@ -1,0 +1,71 @@
+#include "support/allocation_counter.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::atomic<std::size_t> count{0};
+
+void* allocate(std::size_t size) noexcept {
+  ++count;
+  return std::malloc(size > 0 ? size : 1);
+}
+
+// The block that malloc gave stands in front of the aligned one: aligned_alloc is not there on every system.
+void* allocate(std::size_t size, std::align_val_t alignment) noexcept {
+  const auto step = static_cast<std::size_t>(alignment);
+  void* const block = allocate(size + step + sizeof(void*));
+  if (!block) {
+    return nullptr;
+  }
+  const auto first = reinterpret_cast<std::uintptr_t>(block) + sizeof(void*);
+  const auto aligned = static_cast<char*>(block) + sizeof(void*) + (step - first % step) % step;
+  reinterpret_cast<void**>(aligned)[-1] = block;
+  return aligned;
+}
+
+void release(void* memory) noexcept { std::free(memory); }
+
+void release(void* memory, std::align_val_t) noexcept {
+  if (memory) {
+    std::free(static_cast<void**>(memory)[-1]);
+  }
+}
+
+void* orThrow(void* memory) {
+  if (!memory) {
+    throw std::bad_alloc();
+  }
+  return memory;
+}
+
+}  // namespace
+
+std::size_t scrivalen::test::allocationCount() { return count; }
+
+void* operator new(std::size_t size) { return orThrow(allocate(size)); }
+void* operator new[](std::size_t size) { return orThrow(allocate(size)); }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept { return allocate(size); }
+void* operator new(std::size_t size, std::align_val_t to) { return orThrow(allocate(size, to)); }
+void* operator new[](std::size_t size, std::align_val_t to) { return orThrow(allocate(size, to)); }
+void* operator new(std::size_t size, std::align_val_t to, const std::nothrow_t&) noexcept { return allocate(size, to); }
+void* operator new[](std::size_t size, std::align_val_t to, const std::nothrow_t&) noexcept {
+  return allocate(size, to);
+}
+
+void operator delete(void* memory) noexcept { release(memory); }
+void operator delete[](void* memory) noexcept { release(memory); }
+void operator delete(void* memory, std::size_t) noexcept { release(memory); }
+void operator delete[](void* memory, std::size_t) noexcept { release(memory); }
+void operator delete(void* memory, const std::nothrow_t&) noexcept { release(memory); }
+void operator delete[](void* memory, const std::nothrow_t&) noexcept { release(memory); }
+void operator delete(void* memory, std::align_val_t to) noexcept { release(memory, to); }
+void operator delete[](void* memory, std::align_val_t to) noexcept { release(memory, to); }
+void operator delete(void* memory, std::size_t, std::align_val_t to) noexcept { release(memory, to); }
+void operator delete[](void* memory, std::size_t, std::align_val_t to) noexcept { release(memory, to); }
+void operator delete(void* memory, std::align_val_t to, const std::nothrow_t&) noexcept { release(memory, to); }
+void operator delete[](void* memory, std::align_val_t to, const std::nothrow_t&) noexcept { release(memory, to); }

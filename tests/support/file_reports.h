@@ -1,0 +1,34 @@
+#pragma once
+
+#include "formats/text_report.h"
+#include "formats/xml_report.h"
+#include "rtf/rtf_report.h"
+#include "scrivalen/html_report.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
+
+namespace scrivalen::test {
+
+/// Every report that writes one file of its own, for typed tests of what they have in common.
+using FileReports = testing::Types<TextReport, HtmlReport, XmlReport, RTFReport>;
+
+struct FileReportName {
+  template <typename Report>
+  static std::string GetName(int) {
+    if constexpr (std::is_same_v<Report, TextReport>) {
+      return "Text";
+    } else if constexpr (std::is_same_v<Report, HtmlReport>) {
+      return "Html";
+    } else if constexpr (std::is_same_v<Report, XmlReport>) {
+      return "Xml";
+    } else {
+      static_assert(std::is_same_v<Report, RTFReport>);
+      return "Rtf";
+    }
+  }
+};
+
+}  // namespace scrivalen::test
