@@ -34,6 +34,9 @@ NativeFile openForReading(const std::wstring& path);
 /// Writes all bytes, however many calls of the system that takes.
 bool writeAll(NativeFile file, const void* data, std::size_t size);
 
+/// How far from its beginning a file is written next; nothing for what has no positions, such as a pipe.
+std::optional<std::uint64_t> positionOf(NativeFile file);
+
 /// Reads up to @p size bytes; 0 at the end, nothing on an error.
 std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size);
 

@@ -172,6 +172,11 @@ bool writeAll(NativeFile file, const void* data, std::size_t size) {
   return true;
 }
 
+std::optional<std::uint64_t> positionOf(NativeFile file) {
+  const off_t position = ::lseek(descriptor(file), 0, SEEK_CUR);
+  return position < 0 ? std::nullopt : std::optional<std::uint64_t>(static_cast<std::uint64_t>(position));
+}
+
 std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) {
   for (;;) {
     const ssize_t count = ::read(descriptor(file), data, size);

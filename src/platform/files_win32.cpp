@@ -71,6 +71,14 @@ bool writeAll(NativeFile file, const void* data, std::size_t size) {
   return true;
 }
 
+std::optional<std::uint64_t> positionOf(NativeFile file) {
+  LARGE_INTEGER position{};
+  if (!isFileOnDisk(file) || !SetFilePointerEx(file, LARGE_INTEGER{}, &position, FILE_CURRENT)) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(position.QuadPart);
+}
+
 std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) {
   constexpr std::size_t kMost = 1u << 30;
   DWORD count = 0;

@@ -16,6 +16,12 @@ class LossCounter {
       first_ = character;
     }
   }
+  void add(const LossCounter& other) {
+    if (count_ == 0) {
+      first_ = other.first_;
+    }
+    count_ += other.count_;
+  }
   void reset() { count_ = 0; }
   std::uint64_t count() const { return count_; }
   char32_t first() const { return first_; }

@@ -1,0 +1,81 @@
+#include "pdf/objects/mem_block.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace PDFStuffer {
+
+void CPDFMemBlock::Reserve(std::uint64_t extra) {
+  constexpr std::uint64_t kMost = std::numeric_limits<std::ptrdiff_t>::max();
+  const bool possible = extra <= kMost && size <= kMost - extra;
+  if (void* const grown = possible ? std::realloc(data.get(), static_cast<std::size_t>(size + extra)) : nullptr) {
+    data.release();
+    data.reset(static_cast<char*>(grown));
+    fillDropped(size + extra);
+    allocated_ = size + extra;
+  }
+  if (!data) {
+    size = free = 0;
+    return;
+  }
+  size += extra;
+  free += extra;
+}
+
+// Text that was dropped has a place all the same: once there is memory for it, the file gets zeros there, not whatever
+// the memory held.
+void CPDFMemBlock::fillDropped(std::uint64_t allocated) {
+  if (const std::uint64_t end = std::min(length(), allocated); end > allocated_) {
+    std::memset(data.get() + allocated_, 0, static_cast<std::size_t>(end - allocated_));
+  }
+}
+
+// Where the next code units go; null when there is no memory for them.
+char* CPDFMemBlock::take(std::size_t length) {
+  if (length == 0) {
+    return nullptr;
+  }
+  if (free < length) {
+    Reserve(2 * (length - free));
+  }
+  if (!data) {
+    isWhole_ = false;
+    return nullptr;
+  }
+  const std::uint64_t at = size - free;
+  free -= length;
+  if (at + length > allocated_) {
+    isWhole_ = false;
+    allocated_ = std::min(allocated_, at);
+    return nullptr;
+  }
+  return data.get() + at;
+}
+
+void CPDFMemBlock::Append(std::u16string_view text) {
+  if (char* const at = take(text.size())) {
+    std::transform(text.begin(), text.end(), at, [](char16_t unit) { return static_cast<char>(unit & 0xFF); });
+  }
+}
+
+void CPDFMemBlock::Append(std::string_view text) {
+  if (char* const at = take(text.size())) {
+    std::memcpy(at, text.data(), text.size());
+  }
+}
+
+void CPDFMemBlock::swap(CPDFMemBlock& other) {
+  std::swap(data, other.data);
+  std::swap(size, other.size);
+  std::swap(free, other.free);
+  std::swap(allocated_, other.allocated_);
+  std::swap(isWhole_, other.isWhole_);
+}
+
+std::string_view CPDFMemBlock::text() const {
+  return {data.get(), static_cast<std::size_t>(std::min(length(), allocated_))};
+}
+
+}  // namespace PDFStuffer
