@@ -8,6 +8,7 @@
 #include <scrivalen/html_report.h>
 #include <scrivalen/multi_report.h>
 #include <scrivalen/output_file.h>
+#include <scrivalen/pdf_doc.h>
 #include <scrivalen/report.h>
 #include <scrivalen/rtf_doc.h>
 #include <scrivalen/text.h>

@@ -3,6 +3,7 @@
 #include "core/left_behind.h"
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
+#include "pdf/layout/pdf_report.h"
 #include "platform/clog.h"
 #include "platform/contain.h"
 #include "platform/fmt.h"
@@ -38,6 +39,7 @@ std::shared_ptr<AReport> create() {
 constexpr FormatRow kFormats[] = {
     {FORMAT_RTF, &create<RTFReport>},
     {FORMAT_HTML, &create<HtmlReport>},
+    {FORMAT_PDF, &create<PDFReport>},
     {FORMAT_XML, &create<XmlReport>},
     {FORMAT_TEXT, &create<TextReport>},
 };

@@ -1,30 +1,11 @@
 #include "platform/clock.h"
 #include "support/captured_log.h"
 #include "support/recording_report.h"
+#include "support/time_zone.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <ctime>
-
-namespace {
-
-// Lets the program live in another time zone for a while.
-class TimeZone {
- public:
-  explicit TimeZone(const char* name) { set(name); }
-  TimeZone(const TimeZone&) = delete;
-  TimeZone& operator=(const TimeZone&) = delete;
-  ~TimeZone() { set("UTC"); }
-
- private:
-  static void set(const char* name) {
-    ::setenv("TZ", name, 1);
-    ::tzset();
-  }
-};
-
-}  // namespace
+using scrivalen::test::TimeZone;
 
 TEST(LocalTime, IsThatOfTheTimeZone) {
   const TimeZone tokyo("JST-9");

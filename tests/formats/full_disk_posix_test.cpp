@@ -137,10 +137,11 @@ TEST(MultiReportOnAFullDisk, LogsALineForEachChildThatFails) {
   report.AddReport(FORMAT_HTML, kFull, nullptr);
   report.AddReport(FORMAT_TEXT, kFull, nullptr);
   report.AddReport(FORMAT_RTF, kFull, nullptr);
+  report.AddReport(FORMAT_PDF, kFull, nullptr);
   EXPECT_EQ(report.Open(), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   report.Clear();
-  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason, kReason, kReason, kReason}));
+  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason, kReason, kReason, kReason, kReason}));
 }
 
 TEST(RtfReportOnAFullDisk, TellsOfDroppedTextsAndOfTheDisk) {

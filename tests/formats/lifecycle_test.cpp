@@ -27,7 +27,9 @@ bool isHeld(const std::wstring& path) {
 std::uintmax_t sizeOf(const std::wstring& path) { return std::filesystem::file_size(std::filesystem::path(path)); }
 
 template <typename Report>
-struct Lifecycle : testing::Test {};
+struct Lifecycle : testing::Test {
+  const FixedClock clock{1730815620};  // a PDF tells when it was written
+};
 
 TYPED_TEST_SUITE(Lifecycle, FileReports, FileReportName);
 

@@ -2,6 +2,7 @@
 
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
+#include "pdf/layout/pdf_report.h"
 #include "rtf/rtf_report.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
@@ -60,12 +61,15 @@ std::string asItStands(std::string_view bytes) { return std::string(bytes); }
 constexpr Format kFormats[] = {{"text", "txt", FORMAT_TEXT, &writtenAlone<TextReport>, &fromMarkedUtf16},
                                {"html", "html", FORMAT_HTML, &writtenAlone<HtmlReport>, &asItStands},
                                {"xml", "xml", FORMAT_XML, &writtenAlone<XmlReport>, &asItStands},
-                               {"rtf", "rtf", FORMAT_RTF, &writtenAlone<RTFReport>, &asItStands}};
+                               {"rtf", "rtf", FORMAT_RTF, &writtenAlone<RTFReport>, &asItStands},
+                               {"pdf", "pdf", FORMAT_PDF, &writtenAlone<PDFReport>, &asItStands}};
 
-// A conforming document is another one where RTF has something to escape or a link; elsewhere the classic one conforms.
+// A conforming document is another one in PDF, and where RTF has something to escape or a link; elsewhere the classic
+// one conforms.
 bool differsWhenConforming(const Format& format, const Scenario& scenario) {
   const std::string_view name = scenario.name;
-  return format.format == FORMAT_RTF && (name == "anchors_and_links" || name == "characters");
+  return format.format == FORMAT_PDF ||
+         (format.format == FORMAT_RTF && (name == "anchors_and_links" || name == "characters"));
 }
 
 std::string expected(const Format& format, const Scenario& scenario, Form form) {

@@ -2,6 +2,7 @@
 
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
+#include "pdf/layout/pdf_report.h"
 #include "rtf/rtf_report.h"
 #include "scrivalen/html_report.h"
 
@@ -13,7 +14,7 @@
 namespace scrivalen::test {
 
 /// Every report that writes one file of its own, for typed tests of what they have in common.
-using FileReports = testing::Types<TextReport, HtmlReport, XmlReport, RTFReport>;
+using FileReports = testing::Types<TextReport, HtmlReport, XmlReport, RTFReport, PDFReport>;
 
 struct FileReportName {
   template <typename Report>
@@ -24,9 +25,11 @@ struct FileReportName {
       return "Html";
     } else if constexpr (std::is_same_v<Report, XmlReport>) {
       return "Xml";
-    } else {
-      static_assert(std::is_same_v<Report, RTFReport>);
+    } else if constexpr (std::is_same_v<Report, RTFReport>) {
       return "Rtf";
+    } else {
+      static_assert(std::is_same_v<Report, PDFReport>);
+      return "Pdf";
     }
   }
 };

@@ -1,0 +1,217 @@
+#include "pdf/layout/document.h"
+
+#include "pdf/layout/win_ansi.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace scrivalen::pdf {
+
+using PDFStuffer::Form;
+
+namespace {
+
+constexpr int kFirstFont = 1;
+
+}  // namespace
+
+Document::Document(platform::NativeFile file, const Paper& paper, Form form)
+    : form_(form),
+      paper_(paper),
+      file_(std::make_unique<PDFStuffer::CPDFFile>(file, form)),
+      pages_(*file_, fonts_, styles_, backgrounds_, paper, form) {
+  file_->mediaBox = {0, 0, paper.width, paper.height};
+  styles_.indexOf(CPDFtextStyle());  // the style of items that are never written into is number 0
+}
+
+// A conforming text is always drawn in a font that its page lists.
+void Document::addBoldVariants() {
+  if (isConforming() && fonts_.entries().empty()) {
+    addFont(kFirstFont, PDF_TIMES_ROMAN);
+  }
+  fonts_.addBoldVariants(*file_);
+}
+
+template <typename Item, typename... Arguments>
+Item& Document::make(std::uint32_t& itemId, Arguments&&... arguments) {
+  static_assert(std::is_trivially_destructible_v<Item>);
+  void* const place = itemMemory_.allocate(sizeof(Item), alignof(Item));
+  ++itemId;
+  return *new (place) Item(std::forward<Arguments>(arguments)...);
+}
+
+// The text of an item is complete when another becomes the current one: none becomes it again.
+void Document::setCurrent(CPDFitem* item) {
+  keepText();
+  current_ = item;
+}
+
+void Document::keepText() {
+  if (hasText_) {
+    if (text_.isWide()) {
+      current_->setText(stored(text_.units()));
+    } else {
+      current_->setText(stored(text_.bytes()));
+    }
+    text_.clear();
+    hasText_ = false;
+  }
+}
+
+// An empty text is there all the same.
+template <typename Unit>
+std::basic_string_view<Unit> Document::stored(std::basic_string_view<Unit> text) {
+  static constexpr Unit kEmpty[] = {0};
+  if (text.empty()) {
+    return {kEmpty, 0};
+  }
+  auto* const units = static_cast<Unit*>(textMemory_.allocate(text.size() * sizeof(Unit), alignof(Unit)));
+  std::copy(text.begin(), text.end(), units);
+  return {units, text.size()};
+}
+
+bool Document::beginParagraph(std::uint32_t& itemId) {
+  if (!canBeginBlock()) {
+    return false;
+  }
+  auto& paragraph = make<CPDFparagraf>(itemId);
+  items_.append(paragraph);
+  setCurrent(&paragraph);
+  return true;
+}
+
+void Document::beginTable(std::uint32_t& itemId) {
+  if (canBeginBlock()) {
+    table_ = &make<CPDFtable>(itemId);
+    items_.append(*table_);
+    setCurrent(table_);
+  }
+}
+
+void Document::beginRow(std::uint32_t& itemId, int columns) {
+  if (current_ && current_->isA(ItemKind::Table)) {
+    row_ = &make<CPDFtableRow>(itemId, columns);
+    table_->rows.append(*row_);
+    setCurrent(row_);
+  }
+}
+
+// A cell beyond the columns of its row is dropped, with its text: no cell is current then.
+void Document::beginCell(std::uint32_t& itemId, const _RGB_COLOR& background) {
+  if (current_ && current_->isA(ItemKind::Row) && !row_->isFull()) {
+    const int column = std::min<int>(row_->cellCount++, std::numeric_limits<std::uint16_t>::max());
+    auto& cell = make<CPDFtableCell>(itemId, static_cast<std::uint16_t>(column), backgrounds_.indexOf(background));
+    row_->cells.append(cell);
+    setCurrent(&cell);
+  }
+}
+
+void Document::end(ItemKind kind, CPDFitem* parent) {
+  if (current_ && current_->isA(kind)) {
+    setCurrent(parent);
+  }
+}
+
+void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
+  if (!current_ || !current_->takesText()) {
+    return;
+  }
+  current_->style = styles_.indexOf(style);
+  appendText(text);
+  hasText_ = true;
+}
+
+// Titles of the outline are not drawn in a font: a conforming file has them in Unicode.
+void Document::appendText(std::wstring_view text) {
+  if (!isConforming()) {
+    loss_.add(text_.append(text));
+  } else if (current_->isA(ItemKind::Outline)) {
+    text_.append(text);
+  } else {
+    loss_.add(text_.appendWinAnsi(text));
+  }
+}
+
+void Document::bookMark(std::wstring_view name) {
+  if (!current_ || !(current_->isA(ItemKind::Paragraph) || current_->isA(ItemKind::Cell))) {
+    return;
+  }
+  current_->needPlacement();
+  std::u16string key;
+  appendUtf16(key, name);
+  links_.named(key).target = current_;
+}
+
+void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, const CPDFtextStyle& style) {
+  if (!current_) {
+    beginParagraph(itemId);
+  }
+  if (!current_->takesText()) {
+    return;
+  }
+  if (text) {
+    write(text, style);
+  }
+  if (isConforming() && target.starts_with(L'#')) {
+    target.remove_prefix(1);
+  }
+  current_->needPlacement();
+  std::u16string key;
+  appendUtf16(key, target);
+  links_.named(key).sources.push_back(current_);
+}
+
+void Document::addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
+                              const CPDFtextStyle& style) {
+  auto& entry = make<CPDFoutlineItem>(itemId, level);
+  CPDFitem* const interrupted = std::exchange(current_, &entry);
+  TextBuffer interruptedText = std::exchange(text_, {});
+  const bool hadText = std::exchange(hasText_, false);
+  link(itemId, text, target, style);
+  keepText();
+  current_ = interrupted;
+  text_ = std::move(interruptedText);
+  hasText_ = hadText;
+}
+
+void Document::layOut(Pages::Purpose purpose) {
+  makingPages_ = true;
+  pages_.begin(purpose);
+  pages_.startPage();
+  Points y = paper_.top();
+  for (CPDFitem* item = items_.first; item; item = item->next) {
+    y = item->Layout(pages_, pages_.lines(), y);
+  }
+  pages_.finishPage();
+  makingPages_ = false;
+}
+
+void Document::makePages() {
+  if (std::exchange(pagesMade_, true)) {
+    return;
+  }
+  setCurrent(nullptr);
+  layOut(Pages::Purpose::Placing);
+  LinkWriter writer(*file_, pages_.placements(), paper_, form_);
+  for (const CPDFlink& link : links_.entries()) {
+    for (const CPDFitem* const source : link.sources) {
+      source->AttachLink(writer, link.target);
+    }
+  }
+  writer.finishOutline();
+}
+
+bool Document::save(std::u16string pageMode) {
+  file_->SetPageMode(&pageMode);
+  if (!file_->beginSave()) {
+    return false;
+  }
+  layOut(Pages::Purpose::Writing);
+  file_->endSave();
+  return file_->isWhole();
+}
+
+}  // namespace scrivalen::pdf

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "pdf/layout/fonts.h"
+#include "pdf/layout/items.h"
+#include "pdf/layout/links.h"
+#include "pdf/layout/pages.h"
+#include "pdf/layout/text_buffer.h"
+#include "pdf/layout/text_style.h"
+#include "pdf/objects/file.h"
+#include "platform/loss.h"
+
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::pdf {
+
+/// One document between its beginning and its end: what was collected, and what makes pages of it.
+class Document {
+ public:
+  Document(platform::NativeFile file, const Paper& paper, PDFStuffer::Form form);
+
+  void addFont(int id, PDF_STANDARD_FONT_FACE face) { fonts_.add(*file_, id, face); }
+  void addBoldVariants();
+  const FontTable& fonts() const { return fonts_; }
+
+  /// @return whether it is there: inside a table there are no paragraphs
+  bool beginParagraph(std::uint32_t& itemId);
+  void beginTable(std::uint32_t& itemId);
+  void beginRow(std::uint32_t& itemId, int columns);
+  void beginCell(std::uint32_t& itemId, const _RGB_COLOR& background);
+  // These end what is current when it is of their kind; what it stands in is current then.
+  void endTable() { end(ItemKind::Table, nullptr); }
+  void endRow() { end(ItemKind::Row, table_); }
+  void endCell() { end(ItemKind::Cell, row_); }
+  void write(std::wstring_view text, const CPDFtextStyle& style);
+  void bookMark(std::wstring_view name);
+  void link(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, const CPDFtextStyle& style);
+  void addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
+                      const CPDFtextStyle& style);
+
+  /// Lays everything out for its place. Does nothing the second time.
+  void makePages();
+  /// Writes the file. @return whether the system took all of it
+  bool save(std::u16string pageMode);
+
+  Pages& pages() { return pages_; }
+  bool isMakingPages() const { return makingPages_; }
+  const std::wstring& writeError() const { return file_->writeError(); }
+  const platform::LossCounter& loss() const { return loss_; }
+
+ private:
+  template <typename Item, typename... Arguments>
+  Item& make(std::uint32_t& itemId, Arguments&&... arguments);
+  bool canBeginBlock() const { return !current_ || current_->isA(ItemKind::Paragraph); }
+  void setCurrent(CPDFitem* item);
+  void end(ItemKind kind, CPDFitem* parent);
+  void keepText();
+  void appendText(std::wstring_view text);
+  template <typename Unit>
+  std::basic_string_view<Unit> stored(std::basic_string_view<Unit> text);
+  void layOut(Pages::Purpose purpose);
+
+  bool isConforming() const { return form_ == PDFStuffer::Form::Conforming; }
+
+  PDFStuffer::Form form_;
+  Paper paper_;
+  std::pmr::monotonic_buffer_resource itemMemory_;
+  std::pmr::monotonic_buffer_resource textMemory_;
+  std::unique_ptr<PDFStuffer::CPDFFile> file_;
+  FontTable fonts_;
+  Pool<CPDFtextStyle> styles_;
+  Pool<_RGB_COLOR> backgrounds_;
+  LinkTable links_;
+  ItemList items_;
+  CPDFitem* current_ = nullptr;
+  CPDFtable* table_ = nullptr;   // that of the current row or cell
+  CPDFtableRow* row_ = nullptr;  // that of the current cell
+  TextBuffer text_;              // of the current item
+  bool hasText_ = false;
+  Pages pages_;
+  bool makingPages_ = false;
+  bool pagesMade_ = false;
+  platform::LossCounter loss_;
+};
+
+}  // namespace scrivalen::pdf

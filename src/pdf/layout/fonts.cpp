@@ -1,0 +1,107 @@
+#include "pdf/layout/fonts.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace scrivalen::pdf {
+namespace {
+
+struct BoldFace {
+  PDF_STANDARD_FONT_FACE base;
+  PDF_STANDARD_FONT_FACE bold;
+};
+
+// Every other face becomes Times-Bold.
+constexpr BoldFace kBoldFaces[] = {{PDF_TIMES_ROMAN, PDF_TIMES_BOLD},
+                                   {PDF_HELVETICA, PDF_HELVETICA_BOLD},
+                                   {PDF_COURIER, PDF_COURIER_BOLD},
+                                   {PDF_SYMBOL, PDF_SYMBOL},
+                                   {PDF_ARIAL, PDF_HELVETICA_BOLD}};
+
+PDF_STANDARD_FONT_FACE boldFaceOf(PDF_STANDARD_FONT_FACE face) {
+  const auto found = std::find_if(std::begin(kBoldFaces), std::end(kBoldFaces),
+                                  [face](const BoldFace& row) { return row.base == face; });
+  return found == std::end(kBoldFaces) ? PDF_TIMES_BOLD : found->bold;
+}
+
+// The average width of a character is the size divided by these.
+struct WidthDivisors {
+  double regular;
+  double bold;
+};
+
+constexpr int kLargeTimes = 14;  // points, from which on bold Times is taken to be narrower
+
+WidthDivisors widthDivisors(PDF_STANDARD_FONT_FACE face, int size) {
+  switch (face) {
+    case PDF_TIMES_ROMAN: return {2.01, size < kLargeTimes ? 1.93 : 2.0};
+    case PDF_HELVETICA:
+    case PDF_ARIAL: return {2.25, 2.09};
+    case PDF_COURIER: return {1.45, 1.35};
+    case PDF_SYMBOL: return {2.2, 2.2};
+    default: return {1.6, 1.5};
+  }
+}
+
+CPDFfontIdx makeFont(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE face, PDF_STANDARD_FONT_FACE drawn) {
+  const std::string number = std::to_string(id);
+  CPDFfontIdx entry;
+  entry.id = id;
+  entry.face = face;
+  entry.resourceName = u"F";
+  entry.resourceName.append(number.begin(), number.end());
+  entry.font = file.AddStandardFont(entry.resourceName, drawn);
+  entry.font->encodingName = u"WinAnsiEncoding";
+  return entry;
+}
+
+}  // namespace
+
+void FontTable::add(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE face) {
+  entries_.push_back(makeFont(file, id, face, face));
+}
+
+void FontTable::addBoldVariants(PDFStuffer::CPDFFile& file) {
+  const std::size_t registered = entries_.size();
+  for (std::size_t i = 0; i < registered; ++i) {
+    const PDF_STANDARD_FONT_FACE face = entries_[i].face;
+    entries_.push_back(makeFont(file, nextUnusedId(), face, boldFaceOf(face)));
+    entries_.back().bold = true;
+  }
+}
+
+int FontTable::nextUnusedId() const {
+  int id = static_cast<int>(entries_.size()) + 1;
+  while (find(id)) {
+    ++id;
+  }
+  return id;
+}
+
+const CPDFfontIdx* FontTable::find(int id) const {
+  const auto found =
+      std::find_if(entries_.begin(), entries_.end(), [id](const CPDFfontIdx& entry) { return entry.id == id; });
+  return found == entries_.end() ? nullptr : &*found;
+}
+
+int FontTable::variantOf(int font, bool bold, bool italic) const {
+  const CPDFfontIdx* const base = bold || italic ? find(font) : nullptr;
+  if (!base) {
+    return font;
+  }
+  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const CPDFfontIdx& entry) {
+    return entry.face == base->face && entry.bold == bold && entry.italic == italic;
+  });
+  return found == entries_.end() ? font : found->id;
+}
+
+float FontTable::averageWidth(int font, int size, bool bold) const {
+  const CPDFfontIdx* const entry = find(font);
+  if (!entry) {
+    return static_cast<float>(size) * 2.0f / 3.0f;
+  }
+  const WidthDivisors divisors = widthDivisors(entry->face, size);
+  return static_cast<float>(size / (bold ? divisors.bold : divisors.regular));
+}
+
+}  // namespace scrivalen::pdf

@@ -1,0 +1,55 @@
+#include "pdf/layout/text_buffer.h"
+
+#include "pdf/layout/line_breaking.h"
+#include "pdf/layout/win_ansi.h"
+#include "platform/plain_text.h"
+#include "platform/utf.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace scrivalen::pdf {
+
+using namespace platform;
+
+LossCounter TextBuffer::append(std::wstring_view text) {
+  if (!isWide_) {
+    text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));
+  }
+  LossCounter loss;
+  if (text.empty()) {
+    return loss;
+  }
+  widen();
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    if (const char32_t c = nextCharacter(at, end); c > 0xFF) {
+      loss.note(c);
+    }
+  }
+  appendUtf16(units_, text);
+  return loss;
+}
+
+LossCounter TextBuffer::appendWinAnsi(std::wstring_view text) {
+  LossCounter loss;
+  pdf::appendWinAnsi(bytes_, text, loss);
+  return loss;
+}
+
+void TextBuffer::clear() {
+  isWide_ = false;
+  bytes_.clear();
+  units_.clear();
+}
+
+void TextBuffer::widen() {
+  if (!isWide_) {
+    isWide_ = true;
+    std::transform(bytes_.begin(), bytes_.end(), std::back_inserter(units_), [](char byte) { return unitOf(byte); });
+    bytes_.clear();
+  }
+}
+
+}  // namespace scrivalen::pdf

@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/loss.h"
+
+#include <string>
+#include <string_view>
+
+namespace scrivalen::pdf {
+
+/// The text of an item while it is written into: UTF-16 code units, kept as bytes as long as none of them is above 255.
+class TextBuffer {
+ public:
+  /// Appends wide text as it stands. @return how many characters have more than a low byte, and the first of them
+  platform::LossCounter append(std::wstring_view text);
+  /// Appends wide text as WinAnsi bytes. @return what WinAnsi lacks
+  platform::LossCounter appendWinAnsi(std::wstring_view text);
+
+  void clear();
+  bool isWide() const { return isWide_; }
+  std::string_view bytes() const { return bytes_; }
+  std::u16string_view units() const { return units_; }
+
+ private:
+  void widen();
+
+  bool isWide_ = false;
+  std::string bytes_;
+  std::u16string units_;
+};
+
+}  // namespace scrivalen::pdf
