@@ -13,7 +13,7 @@ constexpr Format kFormats[] = {
     {"html", "html htm", &createHtmlWriter},
     {"xml", "xml", &createXmlWriter},
     {"rtf", "rtf", &createRtfWriter},
-    {"pdf", "pdf", nullptr},
+    {"pdf", "pdf", &createPdfWriter},
     {"xlsx", "xlsx", nullptr},
     {"chm", "chm", nullptr},
 };

@@ -55,7 +55,7 @@ TEST(Options, TakeWhatIsNoFormatBeforeAColonForAName) { EXPECT_EQ(formatOf("12:3
 
 TEST(Options, RefuseAFormatThatNobodyKnows) {
   EXPECT_EQ(complaint({"in", "-o", "a.doc"}),
-            "the format of 'a.doc' is unknown; there are .txt .html .htm .xml .rtf, and FORMAT:FILE");
+            "the format of 'a.doc' is unknown; there are .txt .html .htm .xml .rtf .pdf, and FORMAT:FILE");
   EXPECT_NE(complaint({"in", "-o", "html"}), "");
   EXPECT_NE(complaint({"in", "-o", "a.html/b"}), "");
   EXPECT_NE(complaint({"in", "-o", "-"}), "");

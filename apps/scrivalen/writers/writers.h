@@ -8,6 +8,7 @@
 namespace scrivalen::command {
 
 std::unique_ptr<DocumentWriter> createHtmlWriter();
+std::unique_ptr<DocumentWriter> createPdfWriter();
 std::unique_ptr<DocumentWriter> createRtfWriter();
 std::unique_ptr<DocumentWriter> createTextWriter();
 std::unique_ptr<DocumentWriter> createXmlWriter();

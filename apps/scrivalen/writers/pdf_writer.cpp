@@ -1,0 +1,297 @@
+#include "markup_text.h"
+#include "writers/plain_text.h"
+#include "writers/single_report.h"
+#include "writers/writers.h"
+
+#include <algorithm>
+#include <numeric>
+
+namespace scrivalen::command {
+namespace {
+
+/// Writes a block a paragraph. The report draws a paragraph in one style, so that each is collected first and then
+/// drawn as most of it is. What stands in lists and quotes is set off by blanks.
+class PdfWriter : public DocumentWriter {
+ public:
+  PdfWriter() : report_(FORMAT_PDF) {}
+
+  bool open(const std::wstring& file, const DocumentSettings& settings) override {
+    return report_.open(file, settings);
+  }
+  void write(const Event& event) override;
+  bool close() override { return report_.close(); }
+  std::wstring error() const override { return report_.error(); }
+
+ private:
+  // A part of a block: plain or bold, and a link when it has a target.
+  struct Part {
+    std::wstring text;
+    std::wstring target;
+    bool bold;
+  };
+
+  void writeBlock(const Event& event);
+  void writeTable(const Event& event);
+  void writeInline(const Event& event);
+  void writeContents(const Event& event);
+  void beginHeading(const Event& heading);
+  void endHeading(int level);
+  void beginItem(Task task);
+  void writeMarker();
+  void rule();
+  void markupBlock(std::wstring_view markup);
+  void beginTable();
+  void endCell(bool header);
+  void endLink();
+
+  int outlineLevel(int headingLevel);
+  void add(std::wstring_view text);
+  void addLines(std::wstring_view text);
+  void endBlock();
+  void writeParts(bool bold);
+  bool isMostlyBold() const;
+  std::wstring indentation(std::size_t depth) const { return std::wstring(kBlanksPerLevel * depth, L' '); }
+
+  static constexpr std::size_t kBlanksPerLevel = 6;
+
+  SingleReport report_;
+  ListMarkers markers_;
+  std::vector<Part> parts_;         // of the block or cell that is being read
+  std::vector<int> headingLevels_;  // of the headings that the next one may stand below
+  std::wstring marker_;             // of the items whose first block is still to come
+  std::size_t markerDepth_ = 0;     // lists and quotes around the outermost of them
+  std::wstring linkTarget_;
+  std::size_t linkStart_ = 0;  // the part that a link begins with
+  std::size_t depth_ = 0;      // lists and quotes around what is being written
+  int bold_ = 0;
+  bool inCell_ = false;
+};
+
+void PdfWriter::write(const Event& event) {
+  switch (groupOf(event.kind)) {
+    case EventGroup::Block: return writeBlock(event);
+    case EventGroup::Table: return writeTable(event);
+    case EventGroup::Inline: return writeInline(event);
+    case EventGroup::Contents: return writeContents(event);
+  }
+}
+
+void PdfWriter::writeBlock(const Event& event) {
+  switch (event.kind) {
+    case EventKind::EndHeading: return endHeading(event.number);
+    case EventKind::EndItem: return writeMarker();
+    default: break;
+  }
+  endBlock();
+  switch (event.kind) {
+    case EventKind::BeginHeading: return beginHeading(event);
+    case EventKind::BeginQuote: ++depth_; return;
+    case EventKind::EndQuote: --depth_; return;
+    case EventKind::BeginList:
+      markers_.enter(event);
+      ++depth_;
+      return;
+    case EventKind::EndList:
+      markers_.leave();
+      --depth_;
+      return;
+    case EventKind::BeginItem: return beginItem(event.task);
+    case EventKind::Rule: return rule();
+    case EventKind::MarkupBlock: return markupBlock(event.text);
+    default: return;
+  }
+}
+
+void PdfWriter::writeTable(const Event& event) {
+  switch (event.kind) {
+    case EventKind::BeginTable: return beginTable();
+    case EventKind::EndTable: return report_->EndTable(L"table");
+    case EventKind::BeginRow: return report_->BeginRow(L"row", L"", event.number);
+    case EventKind::EndRow: return report_->EndRow(L"row");
+    case EventKind::BeginCell: inCell_ = true; return report_->BeginCell(nullptr, event.header ? 1 : 0, nullptr);
+    case EventKind::EndCell: return endCell(event.header);
+    default: return;
+  }
+}
+
+void PdfWriter::writeInline(const Event& event) {
+  switch (event.kind) {
+    case EventKind::Text: return addLines(event.text);
+    case EventKind::Image: return add(event.text);
+    case EventKind::LineBreak: return addLines(L"\n");
+    case EventKind::Markup: {
+      std::wstring text;
+      appendTextOfInlineMarkup(text, event.text);
+      return addLines(text);
+    }
+    case EventKind::BeginStrong: ++bold_; return;
+    case EventKind::EndStrong: --bold_; return;
+    case EventKind::BeginDeleted:
+    case EventKind::EndDeleted: return add(L"~~");
+    case EventKind::BeginLink:
+      add(L"");
+      linkTarget_ = event.address;
+      linkStart_ = parts_.size();
+      return parts_.push_back({L"", L"", bold_ > 0});
+    case EventKind::EndLink: return endLink();
+    default: return;
+  }
+}
+
+// The reader's own contents come with the headings; these stand on the page.
+void PdfWriter::writeContents(const Event& event) {
+  endBlock();
+  if (event.kind == EventKind::ContentsItem) {
+    parts_.push_back({indentation(static_cast<std::size_t>(std::max(event.number, 1) - 1)), L"", false});
+    parts_.push_back({std::wstring(event.text), L'#' + std::wstring(event.address), false});
+    endBlock();
+  }
+}
+
+void PdfWriter::beginHeading(const Event& heading) {
+  report_->TocItem(heading.address.data(), heading.text.data(), outlineLevel(heading.number));
+  report_->BeginParagraph(static_cast<PARAGRAPH_TYPE>(std::clamp(heading.number, 1, 6)), L"");
+  report_->BeginAncor(heading.address.data());
+}
+
+// A level that the document skips would leave its entries without one to hang below.
+int PdfWriter::outlineLevel(int headingLevel) {
+  while (!headingLevels_.empty() && headingLevels_.back() >= headingLevel) {
+    headingLevels_.pop_back();
+  }
+  headingLevels_.push_back(headingLevel);
+  return static_cast<int>(headingLevels_.size()) - 1;
+}
+
+void PdfWriter::endHeading(int level) {
+  writeParts(true);
+  report_->EndParagraph(static_cast<PARAGRAPH_TYPE>(level));
+}
+
+// The first item of a list that an item begins with stands on the same line.
+void PdfWriter::beginItem(Task task) {
+  if (marker_.empty()) {
+    markerDepth_ = depth_ - 1;
+  }
+  marker_ += markers_.next(task, L"\u2022 ", L". ");
+}
+
+// An item without a text is there all the same.
+void PdfWriter::writeMarker() {
+  if (!marker_.empty()) {
+    add(L"");
+  }
+  endBlock();
+}
+
+void PdfWriter::rule() {
+  constexpr std::size_t kRuleLength = 40;
+  add(std::wstring(kRuleLength, L'_'));
+  endBlock();
+}
+
+void PdfWriter::markupBlock(std::wstring_view markup) {
+  std::wstring shown;
+  appendTextOfMarkupBlock(shown, markup);
+  addLines(shown);
+  endBlock();
+}
+
+// The report takes the font and the size of a table from the last paragraph, of which there may be none yet.
+void PdfWriter::beginTable() {
+  writeMarker();
+  report_->BeginParagraph(PARAGRAPH_NORMAL, L"");
+  report_->EndParagraph(PARAGRAPH_NORMAL);
+  report_->BeginTable(L"table", L"");
+}
+
+void PdfWriter::endCell(bool header) {
+  if (parts_.empty()) {
+    add(L"");
+  }
+  writeParts(!header && isMostlyBold());
+  report_->EndCell(nullptr, header ? 1 : 0);
+  inCell_ = false;
+}
+
+// What leads out of the document is told in words: the report knows links within it only.
+void PdfWriter::endLink() {
+  const auto begin = parts_.begin() + static_cast<std::ptrdiff_t>(linkStart_);
+  const std::wstring shown = std::accumulate(begin, parts_.end(), std::wstring(),
+                                             [](std::wstring text, const Part& part) { return text += part.text; });
+  const bool bold = begin->bold;
+  parts_.erase(begin, parts_.end());
+  if (linkTarget_.starts_with(L'#')) {
+    parts_.push_back({shown, linkTarget_, bold});
+  } else {
+    parts_.push_back({withAddress(shown, linkTarget_), L"", bold});
+  }
+}
+
+void PdfWriter::add(std::wstring_view text) {
+  if (parts_.empty() && !inCell_) {
+    parts_.push_back({indentation(marker_.empty() ? depth_ : markerDepth_) + marker_, L"", false});
+    marker_.clear();
+  }
+  const bool bold = bold_ > 0;
+  if (parts_.empty() || parts_.back().bold != bold || !parts_.back().target.empty()) {
+    parts_.push_back({L"", L"", bold});
+  }
+  parts_.back().text += text;
+}
+
+// Each line of an indented block is indented.
+void PdfWriter::addLines(std::wstring_view text) {
+  while (!text.empty()) {
+    const std::size_t end = std::min(text.find(L'\n'), text.size());
+    add(text.substr(0, end));
+    if (end < text.size()) {
+      add(L"\n" + (inCell_ ? std::wstring() : indentation(depth_)));
+    }
+    text.remove_prefix(std::min(end + 1, text.size()));
+  }
+}
+
+void PdfWriter::endBlock() {
+  if (parts_.empty()) {
+    return;
+  }
+  // The last line's end is that of its block.
+  std::wstring& last = parts_.back().text;
+  last.erase(last.find_last_not_of(L" \n") + 1);
+  report_->BeginParagraph(PARAGRAPH_NORMAL, L"");
+  writeParts(isMostlyBold());
+  report_->EndParagraph(PARAGRAPH_NORMAL);
+}
+
+bool PdfWriter::isMostlyBold() const {
+  std::ptrdiff_t excess = 0;
+  for (const Part& part : parts_) {
+    const auto size = static_cast<std::ptrdiff_t>(part.text.size());
+    excess += part.bold ? size : -size;
+  }
+  return excess > 0;
+}
+
+void PdfWriter::writeParts(bool bold) {
+  if (bold) {
+    report_->BeginStyle(STYLE_BOLD, 0);
+  }
+  for (const Part& part : parts_) {
+    if (part.target.empty()) {
+      report_->Text(part.text.c_str(), PARAGRAPH_NONE, L"", 0);
+    } else {
+      report_->Link(part.text.c_str(), part.target.c_str());
+    }
+  }
+  if (bold) {
+    report_->EndStyle(STYLE_BOLD, 0);
+  }
+  parts_.clear();
+}
+
+}  // namespace
+
+std::unique_ptr<DocumentWriter> createPdfWriter() { return std::make_unique<PdfWriter>(); }
+
+}  // namespace scrivalen::command
