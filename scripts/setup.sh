@@ -48,7 +48,7 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libcsv-dev libcli11-dev libgtest-dev libbenchmark-dev
+  need_packages libmd4c-dev libcsv-dev libcli11-dev libgtest-dev libbenchmark-dev libhpdf-dev
 }
 
 need_test() {
@@ -66,6 +66,10 @@ need_test() {
   need_command npm npm
   need_command soffice libreoffice-writer-nogui
   need_command unrtf unrtf
+  need_command qpdf qpdf
+  need_command pdftotext poppler-utils
+  need_command mutool mupdf-tools
+  need_command gs ghostscript
   need_command perl perl
   need_command clang++ clang
   need_packages libclang-rt-14-dev
@@ -149,7 +153,7 @@ remove_incoming() {
 install_node_modules() {
   local installed="$root/node_modules/.package-lock.json"
   if [ ! "$installed" -nt "$root/package-lock.json" ] || [ ! "$installed" -nt "$root/package.json" ]; then
-    (cd "$root" && npm ci --ignore-scripts --no-audit --no-fund)
+    (cd "$root" && npm ci --omit=optional --ignore-scripts --no-audit --no-fund)
   fi
 }
 

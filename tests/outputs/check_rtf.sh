@@ -7,15 +7,6 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 command=("$@")
 
-# Plain names, as for Windows programs a path would be an option.
-write_reports() {
-  local input=$1 name=$2
-  shift 2
-  (cd "$work" && "${command[@]}" "$input" "$@" -o "$name.txt" -o "$name.rtf" 2>"$name.err") ||
-    fail "the command failed on $input: $(cat "$work/$name.err")"
-  expect_equal "messages for $input" "" "$(cat "$work/$name.err")"
-}
-
 # office FORMAT FILE...: converts files into the folder office, with settings of its own so that tests may run at once.
 office() {
   local format=$1
@@ -31,19 +22,18 @@ said() {
 }
 
 check_text() {
-  iconv -f UTF-16 -t UTF-8 "$work/$1.txt" | said >"$work/$1.expected"
+  said <"$work/$1.utf8" >"$work/$1.expected"
   said <"$work/office/$1.txt" >"$work/$1.found"
   cmp "$work/$1.expected" "$work/$1.found" >&2 || fail "LibreOffice does not find in $1.rtf what was written"
 }
 
-# The text report is made of the same events by other code, so that it tells what the document has to say.
 check_texts() {
   cp "$root/docs/guide.md" "$work/"
   make_table 300 >"$work/table.csv"
-  write_reports guide.md guide
-  write_reports guide.md guide-wide --landscape
-  write_reports table.csv table
-  write_reports table.csv table-wide --landscape
+  write_with_text rtf guide.md guide
+  write_with_text rtf guide.md guide-wide --landscape
+  write_with_text rtf table.csv table
+  write_with_text rtf table.csv table-wide --landscape
   office "txt:Text (encoded):UTF8" guide.rtf guide-wide.rtf table.rtf table-wide.rtf
   for name in guide guide-wide table table-wide; do
     check_text "$name"
@@ -86,7 +76,7 @@ odd() {
 check_odd_characters() {
   local anchor='braces-a-and---ωμέγα-中文-'
   write_odd
-  write_reports odd.md odd
+  write_with_text rtf odd.md odd
   office fodt odd.rtf
   expect_equal "the title" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string(//*[local-name()="title"])')"
   expect_equal "the heading" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string((//*[local-name()="p"])[1])')"

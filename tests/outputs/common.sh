@@ -18,6 +18,19 @@ expect_equal() {
   [ "$2" = "$3" ] || fail "$1: expected $2, found $3"
 }
 
+# write_with_text FORMAT INPUT NAME [OPTION...]: the command's report, and its text as NAME.utf8, which other code makes of
+# the same input and which therefore tells what the report has to say. Plain names, as for Windows programs a path would
+# be an option.
+write_with_text() {
+  local format=$1 input=$2 name=$3
+  shift 3
+  # shellcheck disable=SC2154  # set by those who source this
+  (cd "$work" && "${command[@]}" "$input" "$@" -o "$name.txt" -o "$name.$format" 2>"$name.err") ||
+    fail "the command failed on $input: $(cat "$work/$name.err")"
+  expect_equal "messages for $input" "" "$(cat "$work/$name.err")"
+  iconv -f UTF-16 -t UTF-8 "$work/$name.txt" >"$work/$name.utf8"
+}
+
 # make_table ROWS: a table of six columns and a header, with what tends to break a format in it.
 make_table() {
   awk -v rows="$1" 'BEGIN {
