@@ -4,6 +4,7 @@
 #
 #   bench/compare.sh             both of what follows; Markdown only where cmark and the command are there
 #   bench/compare.sh ledger      the library against writers by hand, scaling, memory
+#   bench/compare.sh pdf         PDF against libharu
 #   bench/compare.sh markdown    the command against cmark
 #
 # BUILD is the build folder (build/linux), RUNS how often each side runs (11), TMPDIR where the files go.
@@ -131,6 +132,48 @@ memory() {
   verdict "$format, $writer" "$large" "$small" "$more" 1
 }
 
+# against_haru ROWS LIMIT [FILE]
+against_haru() {
+  local rows=$1 limit=$2 file=${3:-}
+  pairs "cpu pdf library $rows $file" "cpu pdf haru $rows $file"
+  verdict "table of $rows rows${file:+, $file}" "$seconds" "$other" "$ratio" "$limit"
+}
+
+wall() {
+  local begin end
+  rm -f "$work"/ledger*
+  begin=${EPOCHREALTIME/./}
+  "$ledger" pdf "$1" 1000 "$work/ledger" >/dev/null
+  end=${EPOCHREALTIME/./}
+  awk -v microseconds=$((end - begin)) 'BEGIN {printf "%.6f\n", microseconds / 1e6}'
+}
+
+peak_against_haru() {
+  local rows=$1 own other
+  own="$(peak pdf library "$rows")"
+  other="$(peak pdf haru "$rows")"
+  verdict "table of $rows rows" "$own" "$other" "$(awk -v a="$own" -v b="$other" 'BEGIN {print a / b}')" 1
+}
+
+compare_pdf() {
+  head_line "cpu seconds, PDF" library libharu ratio limit
+  against_haru 10000 0.33
+  against_haru 100000 0.33
+  # A million rows are a gigabyte; see above.
+  against_haru 1000000 0.25 /dev/null
+  pairs "cpu prose library 1000" "cpu prose haru 1000"
+  verdict "1,000 sections of prose" "$seconds" "$other" "$ratio" 0.40
+  head_line "wall seconds, PDF" library libharu ratio limit
+  pairs "wall library" "wall haru"
+  verdict "table of 1000 rows" "$seconds" "$other" "$ratio" 0.50
+  head_line "cpu microseconds a row, PDF" "1,000,000" "10,000" ratio limit
+  pairs "row_cost pdf library 1000000 /dev/null" "row_cost pdf library 10000 /dev/null"
+  verdict "table, /dev/null" "$seconds" "$other" "$ratio" 1.15
+  head_line "peak memory, KiB, PDF" library libharu ratio limit
+  peak_against_haru 100000
+  peak_against_haru 1000000
+}
+
 compare_ledger() {
   [ -x "$ledger" ] || fail "there is no $ledger; build the benchmarks first"
   head_line "cpu seconds, 100,000 rows" library handwritten ratio limit
@@ -207,13 +250,15 @@ compare_markdown() {
 
 case "${1:-}" in
   ledger) compare_ledger ;;
+  pdf) compare_pdf ;;
   markdown) compare_markdown ;;
   "")
     compare_ledger
+    compare_pdf
     if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
       compare_markdown
     fi
     ;;
-  *) fail "unknown comparison '$1': ledger, markdown, or none for both" ;;
+  *) fail "unknown comparison '$1': ledger, pdf, markdown, or none for all" ;;
 esac
 exit "$over"

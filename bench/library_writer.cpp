@@ -1,4 +1,5 @@
 #include "ledger.h"
+#include "prose.h"
 #include "writers.h"
 
 #include <scrivalen/scrivalen.h>
@@ -11,9 +12,10 @@ constexpr REPORT_FORMAT reportFormat(Format format) {
     case Format::Text: return FORMAT_TEXT;
     case Format::Html: return FORMAT_HTML;
     case Format::Xml: return FORMAT_XML;
-    case Format::Rtf: break;
+    case Format::Rtf: return FORMAT_RTF;
+    case Format::Pdf: break;
   }
-  return FORMAT_RTF;
+  return FORMAT_PDF;
 }
 
 void writeWholeCell(AReport& report, const wchar_t* text) { report.Cell(text, 0, nullptr); }
@@ -100,6 +102,23 @@ std::string writeWithDocument(Format format, long rows, const std::string& file)
   writeDocument(document, rows);
   document.EndDoc();
   return out.Close() ? std::string() : "cannot write " + file + ": " + ToUtf8(out.WriteError());
+}
+
+std::string writeProseWithLibrary(long sections, const std::string& file) {
+  const std::wstring name = FromUtf8(file);
+  MultiReport report;
+  report.AddReport(FORMAT_PDF, name.c_str(), nullptr);
+  if (report.Open(name.c_str()) != REPORT_OK) {
+    return "cannot open " + file;
+  }
+  Prose prose;
+  for (long section = 0; section < sections; ++section) {
+    report.Text(prose.nextHeading().c_str(), PARAGRAPH_HEADING1, nullptr, 0);
+    for (int i = 0; i < kParagraphsOfASection; ++i) {
+      report.Text(prose.nextParagraph().c_str(), PARAGRAPH_NORMAL, nullptr, 0);
+    }
+  }
+  return closed(report);
 }
 
 std::string writeAllWithCommonCalls(long rows, const std::string& file) {

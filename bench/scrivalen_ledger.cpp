@@ -14,12 +14,14 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: scrivalen_ledger FORMAT WRITER ROWS FILE\n"
-    "  FORMAT  text, html, xml, rtf\n"
+    "  FORMAT  text, html, xml, rtf, pdf\n"
+    "          prose (writers library and haru): sections of prose as pdf, of which ROWS is the number\n"
     "          all (writer common only): text, html and xml at once, into FILE.txt, FILE.html and FILE.xml\n"
     "  WRITER  library: the library, with the calls that suit the format\n"
     "          common: the library, with the calls that serve every format\n"
     "          document (rtf only): the class RTFdoc, without a report\n"
-    "          handwritten: buffered stdio\n"
+    "          handwritten (not pdf): buffered stdio\n"
+    "          haru (pdf only): libharu\n"
     "Prints the cpu seconds and the peak memory in KiB of the whole process.\n";
 
 std::optional<Format> formatOf(std::string_view name) {
@@ -52,6 +54,7 @@ Write writerOf(std::string_view name) {
   if (name == "common") return writeWithCommonCalls;
   if (name == "document") return writeWithDocument;
   if (name == "handwritten") return writeByHand;
+  if (name == "haru") return writeWithHaru;
   return nullptr;
 }
 
@@ -78,6 +81,12 @@ int main(int argc, char** argv) {
   const auto rows = rowsOf(argv[3]);
   if (rows && formatName == "all" && writerName == "common") {
     return report(writeAllWithCommonCalls(*rows, argv[4]));
+  }
+  if (rows && formatName == "prose" && writerName == "library") {
+    return report(writeProseWithLibrary(*rows, argv[4]));
+  }
+  if (rows && formatName == "prose" && writerName == "haru") {
+    return report(writeProseWithHaru(*rows, argv[4]));
   }
   return rows && format && write ? report(write(*format, *rows, argv[4])) : wrongUsage();
 }
