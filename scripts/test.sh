@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root="$PWD"
 presets=(linux linux-asan windows)
-fuzzers=(rtf)
+fuzzers=(rtf pdf)
 seconds_a_test=600
 seconds_a_fuzzer=60
 
