@@ -84,12 +84,13 @@ Points CPDFitem::layoutText(Pages& pages, PageText& lines, Points x, Points y, P
 // A text that does not fit begins on the next page. In a conforming document links lead there; classic ones lead to
 // where it would have begun.
 Points CPDFitem::beginOfText(Pages& pages, Points y) const {
-  const bool fits = y - pages.drawStyle(style).height >= kBottomLimit;
-  if (fits || hasNoText() || pages.form() == PDFStuffer::Form::Classic) {
+  const Points top = pages.paper().top();
+  const auto fitsAt = [&](Points from) { return from - pages.drawStyle(style).height >= kBottomLimit; };
+  if (pages.form() == PDFStuffer::Form::Classic || hasNoText() || fitsAt(y) || !fitsAt(top)) {
     return y;
   }
   pages.breakPage();
-  return pages.paper().top();
+  return top;
 }
 
 void CPDFitem::place(Pages& pages, const Placement& placement) const {

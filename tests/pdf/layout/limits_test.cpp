@@ -1,0 +1,178 @@
+#include "pdf/layout/made_pdf.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace scrivalen::test;
+
+using Strings = std::vector<std::string>;
+
+constexpr std::size_t kMillion = 1000000;
+
+void textInColumn(CPDFdoc& doc, int columns, const std::wstring& text) {
+  doc.BeginTable();
+  doc.BeginRow(columns);
+  doc.BeginCell(kWhiteCell);
+  doc.write(text.c_str());
+}
+
+// 85 letters fit on a line and 48 lines on a page: 11765 lines are 245 pages and 5 lines.
+TEST(PdfLimits, HasAMillionCharactersWithoutABlank) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, std::wstring(kMillion, L'x').c_str()); });
+  ASSERT_EQ(pdf.pageCount(), 246u);
+  EXPECT_EQ(pdf.texts(1), Strings(48, std::string(85, 'x')));
+  EXPECT_EQ(pdf.texts(245), Strings(48, std::string(85, 'x')));
+  EXPECT_EQ(pdf.texts(246).size(), 5u);
+  EXPECT_EQ(pdf.texts(246).back(), std::string(60, 'x'));
+}
+
+// Both trials and the row itself break 245 pages each.
+TEST(PdfLimits, HasThemInACell) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { textInColumn(doc, 1, std::wstring(kMillion, L'x')); });
+  EXPECT_EQ(pdf.pageCount(), 1 + 3 * 245u);
+  EXPECT_EQ(pdf.texts(pdf.pageCount()).back(), std::string(60, 'x'));
+}
+
+// 20,001 lines, the last of them empty: 416 page breaks, three times.
+TEST(PdfLimits, HasALongTextInAColumnNarrowerThanACharacter) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { textInColumn(doc, 200, std::wstring(20000, L'x')); });
+  EXPECT_EQ(pdf.pageCount(), 1 + 3 * 416u);
+  EXPECT_EQ(pdf.texts(pdf.pageCount()).size(), 20001u - 416 * 48);
+}
+
+TEST(PdfLimits, HasTenThousandLineEnds) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.Paragraf(0);
+    for (int i = 0; i < 10000; ++i) {
+      doc.LineBreak();
+    }
+  });
+  // 10,001 lines: 208 pages and 17 lines.
+  ASSERT_EQ(pdf.pageCount(), 209u);
+  EXPECT_EQ(pdf.texts(1), Strings(48, " "));
+  Strings last(16, " ");
+  last.push_back("");
+  EXPECT_EQ(pdf.texts(209), last);
+}
+
+// Each fits on the line with everything behind it; that must not be measured again for each.
+TEST(PdfLimits, HasManyLineEndsInSizeZero) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.FontSize(0);
+    paragraph(doc, std::wstring(200000, L'\n').c_str());
+  });
+  EXPECT_EQ(pdf.pageCount(), 1u);
+  EXPECT_EQ(pdf.texts(1).size(), 200001u);
+}
+
+TEST(PdfLimits, HasATableOfTwoHundredColumns) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.BeginTable();
+    for (int i = 0; i < 30; ++i) {
+      row(doc, std::vector<const wchar_t*>(200, L"abc"));
+    }
+  });
+  // A row of four lines is 64 high: twelve on a page.
+  ASSERT_EQ(pdf.pageCount(), 3u);
+  EXPECT_EQ(pdf.frames(1).size(), 12 * 200u);
+  EXPECT_EQ(pdf.frames(3).size(), 6 * 200u);
+  EXPECT_EQ(pdf.texts(3).size(), 6 * 200 * 4u);
+}
+
+TEST(PdfLimits, HasMoreColumnsThanPoints) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.BeginTable();
+    doc.BeginRow(70000);
+    for (int i = 0; i < 66000; ++i) {
+      doc.BeginCell(kWhiteCell);
+      doc.EndCell();
+    }
+    doc.BeginCell(kWhiteCell);
+    doc.write(L"");
+  });
+  EXPECT_EQ(pdf.frames(1), Strings(70000, "50 789 0 16"));
+  EXPECT_TRUE(
+      pdf.content(1).ends_with("BT\n1 0 0 1 0 0 Tm\n51 802 Td\n0 -8 Td\n/F1 12 Tf\n"
+                               "0.000000 0.000000 0.000000 rg\n()Tj\n0 -8 Td\nET\n"));
+}
+
+// 97 gaps of 8 on the first page; then each page begins with a table that needs none.
+TEST(PdfLimits, HasAThousandEmptyTables) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    for (int i = 0; i < 1000; ++i) {
+      doc.BeginTable();
+      doc.EndTable();
+    }
+  });
+  EXPECT_EQ(pdf.pageCount(), 11u);
+}
+
+TEST(PdfLimits, HasAHundredThousandOutlineEntries) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.FontSize(1);
+    for (int i = 0; i < 100000; ++i) {
+      const std::wstring name = std::to_wstring(i);
+      paragraph(doc, name.c_str());
+      doc.BookMark(name.c_str());
+      doc.AddOutlineItem(name.c_str(), name.c_str(), i % 10 == 0 ? 0 : 1);
+    }
+  });
+  const std::string outline = pdf.outline();
+  EXPECT_TRUE(outline.starts_with("100000 entries\n0 (9) to page 1 at 50 810\n  1 to page 1 at 50 810\n"));
+  EXPECT_TRUE(outline.ends_with("\n  99999 to page 1 at 50 810\n"));
+}
+
+TEST(PdfLimits, HasLinksToAHundredThousandNames) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.Paragraf(0);
+    for (int i = 0; i < 100000; ++i) {
+      doc.HyperLink(nullptr, std::to_wstring(i).c_str());
+    }
+  });
+  EXPECT_EQ(pdf.links().size(), 100000u);
+}
+
+TEST(PdfLimits, HasTheLargestFont) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.FontSize(std::numeric_limits<int>::max());
+    paragraph(doc, L"ab");
+  });
+  // Neither the gap nor a line fits onto any page: one for the gap, then one for each letter and for the empty rest.
+  ASSERT_EQ(pdf.pageCount(), 5u);
+  EXPECT_EQ(pdf.content(3),
+            "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n50 810 Td\n0 -1431655764 Td\n/F1 2147483647 Tf\n"
+            "0.000000 0.000000 0.000000 rg\n(a)Tj\n0 -1431655764 Td\nET\n");
+}
+
+TEST(PdfLimits, HasTheSmallestFont) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.FontSize(std::numeric_limits<int>::min());
+    paragraph(doc, L"ab");
+  });
+  EXPECT_EQ(pdf.content(1),
+            "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n0 1431656575 Td\n"
+            "1 0 0 1 0 0 Tm\n50 1431656575 Td\n0 --1431655765 Td\n/F1 -2147483648 Tf\n"
+            "0.000000 0.000000 0.000000 rg\n(ab)Tj\n0 --1431655765 Td\nET\n");
+}
+
+TEST(PdfLimits, LeavesNullTextsOut) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.write(nullptr);
+    doc.Paragraf(0);
+    doc.write(nullptr);
+    doc.BookMark(nullptr);
+    doc.HyperLink(nullptr, nullptr);
+    doc.AddOutlineItem(nullptr, nullptr, 0);
+  });
+  EXPECT_EQ(pdf.texts(1), Strings{});
+  EXPECT_EQ(pdf.links(), Strings{"page 1 [50 802 565 802] to page 1 at 50 802"});
+  EXPECT_EQ(pdf.outline(), "1 entries\nuntitled to page 1 at 50 802\n");
+}
+
+}  // namespace
