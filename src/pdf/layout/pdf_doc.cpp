@@ -190,8 +190,8 @@ int CPDFdoc::EndDoc(const wchar_t* pageMode) {
     return 0;
   }
   const bool whole = contained(false, [&] {
-    CreateFonts();
-    GeneratePages();
+    state_->document->addBoldVariants();
+    state_->document->makePages();
     std::u16string mode;
     appendUtf16(mode, pageMode ? pageMode : L"UseNone");
     const bool saved = state_->document->save(std::move(mode));

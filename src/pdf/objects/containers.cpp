@@ -32,6 +32,8 @@ void writeEntry(const CPDFDictionaryEntry& entry, CPDFMemBlock& out) {
     out.Append(" ");
     out.AppendBlock(value);
     out.Append("\r\n");
+  } else if (!key.isWhole() || !value.isWhole()) {
+    out.noteLoss();
   }
 }
 

@@ -5,6 +5,7 @@
 #include "platform/clog.h"
 
 #include <exception>
+#include <utility>
 
 using namespace scrivalen::platform;
 
@@ -13,6 +14,7 @@ namespace {
 
 constexpr std::size_t kObjectsPerFlush = 50;
 constexpr std::uint64_t kFreeGeneration = 65535;
+constexpr std::uint64_t kMostOffset = 9999999999;  // ten digits is what a line of the table has room for
 
 bool isInvalid(NativeFile handle) { return reinterpret_cast<std::intptr_t>(handle) == -1; }
 
@@ -66,7 +68,11 @@ bool CPDFFile::HandleSink::take(const char* data, std::size_t size) {
   if (writeAll(handle, data, size)) {
     return true;
   }
-  CLog::FormatLastError(error);
+  std::wstring reason;
+  CLog::FormatLastError(reason);
+  if (error.empty()) {
+    error = std::move(reason);
+  }
   return false;
 }
 
@@ -120,16 +126,28 @@ void CPDFFile::WriteText(std::u16string_view text) {
   }
 }
 
+void CPDFFile::noteLoss(const wchar_t* reason) {
+  whole_ = false;
+  if (sink_.error.empty()) {
+    sink_.error = reason;
+  }
+}
+
 // A failure costs the object what it has not written yet; the file goes on.
 void CPDFFile::writeObject(CPDFObject& object) {
   object.fileOffset = position();
+  if (object.fileOffset > kMostOffset) {
+    noteLoss(L"A PDF cannot be larger than 10 gigabytes");
+  }
   block_.Rewind();
   try {
     object.Write(block_);
   } catch (const std::exception&) {
-    whole_ = false;
+    block_.noteLoss();
   }
-  whole_ = whole_ && block_.isWhole();
+  if (!block_.isWhole()) {
+    noteLoss(L"An object could not be made");
+  }
   buffer_.write(block_.text().data(), block_.text().size());
 }
 
@@ -153,6 +171,7 @@ bool CPDFFile::beginSave() {
     return false;
   }
   sink_.handle = handle;
+  sink_.error.clear();
   buffer_.reset();
   start_ = positionOf(handle).value_or(0);
   written_ = 0;

@@ -96,9 +96,9 @@ class CPDFFile {
   void saveThrough(const CPDFObject& last);
   void endSave();
 
-  /// Whether the operating system has taken everything that was written.
+  /// Whether everything is in the file: it was made, the operating system has taken it, and the table finds it.
   bool isWhole() const { return whole_; }
-  /// Why it has not.
+  /// The first reason why not.
   const std::wstring& writeError() const { return sink_.error; }
 
   std::u16string header = u"%PDF-1.4\n";
@@ -125,6 +125,7 @@ class CPDFFile {
   void WriteText(std::u16string_view text);
   void writeObject(CPDFObject& object);
   void writeNextObject();
+  void noteLoss(const wchar_t* reason);
   std::uint64_t position() const { return start_ + buffer_.position(); }
 
   CPDFMemBlock block_;  // one object at a time; its memory serves all

@@ -713,6 +713,19 @@ TEST(PdfDocPages, BeginWithoutAGapWhenThereIsNoRoomForIt) {
             "ET\n");
 }
 
+TEST(PdfDocPages, HaveAGapDownToTheLimit) {
+  // 31 x 24, a line of 16 and 2 x 6 points in size 3 end at 38.
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    paragraphs(doc, 31);
+    doc.write(L"\n");
+    doc.FontSize(3);
+    paragraphs(doc, 2);
+    doc.Paragraf(0);
+  });
+  EXPECT_EQ(pdf.pageCount(), 1u);
+  EXPECT_TRUE(pdf.content(1).ends_with("(2)Tj\n0 -2 Td\n1 0 0 1 0 0 Tm\n0 30 Td\nET\n"));
+}
+
 TEST(PdfDocPages, BreakEarlierInLandscape) {
   // From 565 down to 37 in 22 paragraphs of 24; the gap of the 23rd would end at 29.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraphs(doc, 23); }, kWide);

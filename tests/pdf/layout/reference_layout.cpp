@@ -433,7 +433,9 @@ int ReferenceDocument::writeLine(Lines& lines, const std::u16string& text, int s
     }
     escaped += unit;
   }
-  lines.push_back("(" + lowBytes(escaped) + ")Tj");
+  std::string line = "(";
+  line += lowBytes(escaped);
+  lines.push_back(line += ")Tj");
   lines.push_back(printed("0 -%d Td", twoThirds(size)));
   return y - twoThirds(size);
 }

@@ -15,6 +15,8 @@ namespace platform = scrivalen::platform;
 
 namespace {
 
+int descriptor(platform::NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
+
 struct Pipe {
   Pipe() { EXPECT_EQ(::pipe(ends.data()), 0); }
   Pipe(const Pipe&) = delete;
@@ -80,4 +82,23 @@ TEST(PdfFileIntoAPipe, TellsThatNobodyReads) {
   EXPECT_FALSE(pdf.isWhole());
   EXPECT_EQ(pdf.writeError(), L"Broken pipe");
   std::signal(SIGPIPE, old);
+}
+
+TEST(PdfFileBeyondTenDigits, TellsThatItsTableCannotFindItsObjects) {
+  FileOnDisk file;
+  EXPECT_EQ(::lseek(descriptor(file.handle), 9999999900, SEEK_SET), 9999999900);
+  fillSample(file.pdf);
+  EXPECT_TRUE(file.pdf.Save());
+  EXPECT_FALSE(file.pdf.isWhole());
+  EXPECT_EQ(file.pdf.writeError(), L"A PDF cannot be larger than 10 gigabytes");
+}
+
+TEST(PdfFileOfTenDigits, IsWhole) {
+  FileOnDisk file;
+  EXPECT_EQ(::lseek(descriptor(file.handle), 9999990000, SEEK_SET), 9999990000);
+  fillSample(file.pdf);
+  EXPECT_TRUE(file.pdf.Save());
+  EXPECT_TRUE(file.pdf.isWhole());
+  EXPECT_EQ(file.pdf.writeError(), L"");
+  EXPECT_EQ(file.pdf.catalog->fileOffset, 9999990015u);
 }

@@ -256,6 +256,7 @@ TEST(PdfFile, WritesOtherObjectsWhenOneFails) {
   file.pdf.AddAnnotation();
   EXPECT_TRUE(file.pdf.Save());
   EXPECT_FALSE(file.pdf.isWhole());
+  EXPECT_EQ(file.pdf.writeError(), L"An object could not be made");
   const std::string bytes = file.closed();
   const std::uint64_t broken = file.pdf.objects[2]->fileOffset;
   EXPECT_TRUE(bytes.substr(broken).starts_with("3 0 obj\r\n4 0 obj\r\n<<\r\n/Type /Annot\r\n"));
