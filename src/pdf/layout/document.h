@@ -67,8 +67,9 @@ class Document {
 
   PDFStuffer::Form form_;
   Paper paper_;
-  std::pmr::monotonic_buffer_resource itemMemory_;
-  std::pmr::monotonic_buffer_resource textMemory_;
+  // Not of the default resource, which belongs to the host.
+  std::pmr::monotonic_buffer_resource itemMemory_{std::pmr::new_delete_resource()};
+  std::pmr::monotonic_buffer_resource textMemory_{std::pmr::new_delete_resource()};
   std::unique_ptr<PDFStuffer::CPDFFile> file_;
   FontTable fonts_;
   Pool<CPDFtextStyle> styles_;

@@ -79,11 +79,16 @@ void appendCharacter(std::string& out, char32_t c, LossCounter& loss) {
 }  // namespace
 
 void appendWinAnsi(std::string& out, std::wstring_view text, LossCounter& loss) {
+  // Room is made for a piece at a time: were it for all of the rest, a long text in another alphabet would take for
+  // ever.
+  constexpr std::size_t kPiece = 256;
   while (!text.empty()) {
-    text.remove_prefix(appendPlain<PlainWinAnsi>(out, text));
+    const std::wstring_view piece = text.substr(0, kPiece);
+    const std::size_t plain = appendPlain<PlainWinAnsi>(out, piece);
+    text.remove_prefix(plain);
     const wchar_t* at = text.data();
     const wchar_t* const end = at + text.size();
-    if (at != end) {
+    if (plain < piece.size()) {
       appendCharacter(out, platform::nextCharacter(at, end), loss);
       text.remove_prefix(static_cast<std::size_t>(at - text.data()));
     }

@@ -1,4 +1,5 @@
 #include "pdf/layout/made_pdf.h"
+#include "pdf/layout/text_buffer.h"
 
 #include <gtest/gtest.h>
 
@@ -30,6 +31,22 @@ TEST(PdfLimits, HasAMillionCharactersWithoutABlank) {
   EXPECT_EQ(pdf.texts(245), Strings(48, std::string(85, 'x')));
   EXPECT_EQ(pdf.texts(246).size(), 5u);
   EXPECT_EQ(pdf.texts(246).back(), std::string(60, 'x'));
+}
+
+// Room is made for a piece of it at a time; a letter in another alphabet may stand on either side of a border.
+TEST(PdfLimits, HasAMillionLettersOfAnotherAlphabet) {
+  scrivalen::pdf::TextBuffer text;
+  EXPECT_EQ(text.appendWinAnsi(std::wstring(kMillion, L'\x0416')).count(), kMillion);
+  EXPECT_EQ(text.bytes(), std::string(kMillion, '?'));
+  for (std::size_t place = 250; place < 262; ++place) {
+    std::wstring given(600, L'a');
+    std::string expected(600, 'a');
+    given[place] = L'\xE9';
+    expected[place] = '\xE9';
+    text.clear();
+    EXPECT_EQ(text.appendWinAnsi(given).count(), 0u);
+    EXPECT_EQ(text.bytes(), expected) << place;
+  }
 }
 
 // Both trials and the row itself break 245 pages each.
