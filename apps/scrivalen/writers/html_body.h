@@ -1,0 +1,53 @@
+#pragma once
+
+#include "document.h"
+
+#include <scrivalen/report.h>
+
+#include <string>
+
+namespace scrivalen::command {
+
+/// Tells a document to a report that makes HTML and takes raw text. What a report has no operation for (lists, quotes,
+/// code, rules, images) is written as markup, and so is a link, because Link takes a plain text and a link of Markdown
+/// may hold styles.
+class HtmlBody : public EventSink {
+ public:
+  /// @param report   not owned
+  /// @param quoting  escapes for HTML, and counts what that replaces; may be the same report; not owned
+  HtmlBody(AReport& report, AReport& quoting) : report_(report), quoting_(quoting) {}
+
+  void write(const Event& event) override;
+  /// A link's address as it stands in its attribute.
+  std::wstring linkAddress(std::wstring_view address);
+
+ private:
+  void breakLineBefore(EventKind kind);
+  void writeBlock(const Event& event);
+  void writeTable(const Event& event);
+  void writeInline(const Event& event);
+  void writeContents(const Event& event);
+  void beginHeading(const Event& heading);
+  void beginList(const Event& list);
+  void beginItem(const Event& item);
+  void beginCodeBlock(const Event& code);
+  void beginTable();
+  void beginRow(const Event& row);
+  void endRow(const Event& row);
+  void endTable();
+  void beginLink(const Event& link);
+  void image(const Event& image);
+
+  void text(std::wstring_view text) { report_.Text(text.data(), PARAGRAPH_NONE, L"", 0); }
+  void markup(const wchar_t* text) { report_.Text(text, PARAGRAPH_NONE, L"", 1); }
+  std::wstring quoted(std::wstring_view text) { return quoting_.Quoting(std::wstring(text)); }
+  void appendAttribute(const wchar_t* start, std::wstring_view value);
+
+  AReport& report_;
+  AReport& quoting_;
+  std::wstring markup_;
+  bool isLineOpen_ = false;  // text was written behind which nothing ended its block
+  bool hasTableBody_ = false;
+};
+
+}  // namespace scrivalen::command
