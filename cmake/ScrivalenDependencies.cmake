@@ -1,5 +1,7 @@
-# The libraries that the command is built with: scrivalen_md4c for Markdown, scrivalen_csv for CSV, scrivalen_cli11 for
-# its options. They are the system's, or are compiled from sources in SCRIVALEN_SOURCES_DIR where there are no packages.
+# The libraries that the library and the command are built with. They are the system's, or are compiled from sources in
+# SCRIVALEN_SOURCES_DIR where there are no packages. The library takes scrivalen_xlsxwriter for spreadsheets and
+# scrivalen_zlib to look at them again; scrivalen_use_command_dependencies defines what the command takes besides.
+include_guard(GLOBAL)
 
 # Finds one file by a pattern below SCRIVALEN_SOURCES_DIR.
 function(scrivalen_find_source result pattern)
@@ -30,24 +32,73 @@ function(scrivalen_library_of_system target library header)
   target_link_libraries(${target} INTERFACE "${${target}_LIBRARY}")
 endfunction()
 
-if(SCRIVALEN_SOURCES_DIR)
-  scrivalen_library_from_source(scrivalen_md4c "md4c-*/src/md4c.c")
-  scrivalen_library_from_source(scrivalen_csv "libcsv-*/libcsv.c")
+# Where it is linked in, an import library would only get in the way.
+function(scrivalen_static_zlib)
+  find_library(scrivalen_zlib_LIBRARY libz.a REQUIRED)
+  find_path(scrivalen_zlib_INCLUDE_DIR zlib.h REQUIRED)
+  mark_as_advanced(scrivalen_zlib_LIBRARY scrivalen_zlib_INCLUDE_DIR)
+  add_library(scrivalen_zlib INTERFACE)
+  target_include_directories(scrivalen_zlib SYSTEM INTERFACE "${scrivalen_zlib_INCLUDE_DIR}")
+  target_link_libraries(scrivalen_zlib INTERFACE "${scrivalen_zlib_LIBRARY}")
+endfunction()
+
+# Compiles libxlsxwriter without its checksums, which are for pictures, and with what minizip needs to write. On Windows
+# the library opens its files itself: see src/platform/xlsxwriter_files_win32.cpp.
+function(scrivalen_xlsxwriter_from_source)
+  scrivalen_find_source(workbook "libxlsxwriter-*/src/workbook.c")
+  get_filename_component(folder "${workbook}" DIRECTORY)
+  get_filename_component(folder "${folder}" DIRECTORY)
+  file(GLOB sources "${folder}/src/*.c")
+  set(others "${folder}/third_party")
+  list(APPEND sources "${others}/minizip/ioapi.c" "${others}/minizip/zip.c")
+  if(NOT WIN32)
+    list(APPEND sources "${others}/tmpfileplus/tmpfileplus.c")
+  elseif(MSVC)
+    list(APPEND sources "${others}/minizip/iowin32.c")
+  else()
+    set_source_files_properties("${folder}/src/packager.c" PROPERTIES COMPILE_DEFINITIONS zipOpen=scrivalenOpenArchive)
+  endif()
+  add_library(scrivalen_xlsxwriter STATIC ${sources})
+  set_target_properties(scrivalen_xlsxwriter PROPERTIES C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON)
+  target_compile_definitions(scrivalen_xlsxwriter PRIVATE NOCRYPT NOUNCRYPT USE_NO_MD5)
+  target_include_directories(scrivalen_xlsxwriter SYSTEM PUBLIC "${folder}/include")
+  target_link_libraries(scrivalen_xlsxwriter PUBLIC scrivalen_zlib)
+endfunction()
+
+if(CMAKE_CROSSCOMPILING)
+  scrivalen_static_zlib()
 else()
-  scrivalen_library_of_system(scrivalen_md4c md4c md4c.h)
-  scrivalen_library_of_system(scrivalen_csv csv csv.h)
+  find_package(ZLIB REQUIRED)
+  add_library(scrivalen_zlib INTERFACE)
+  target_link_libraries(scrivalen_zlib INTERFACE ZLIB::ZLIB)
+endif()
+if(SCRIVALEN_SOURCES_DIR)
+  scrivalen_xlsxwriter_from_source()
+else()
+  scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
-# Headers only, the same for every system. A cross build gets them through a folder of their own, because the folder
-# that they stand in holds the building system's headers too.
-find_path(scrivalen_cli11_INCLUDE_DIR CLI/CLI.hpp REQUIRED NO_CMAKE_FIND_ROOT_PATH)
-mark_as_advanced(scrivalen_cli11_INCLUDE_DIR)
-add_library(scrivalen_cli11 INTERFACE)
-if(CMAKE_CROSSCOMPILING)
-  set(folder "${CMAKE_BINARY_DIR}/deps")
-  file(MAKE_DIRECTORY "${folder}")
-  file(CREATE_LINK "${scrivalen_cli11_INCLUDE_DIR}/CLI" "${folder}/CLI" COPY_ON_ERROR SYMBOLIC)
-  target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${folder}")
-else()
-  target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${scrivalen_cli11_INCLUDE_DIR}")
-endif()
+# scrivalen_md4c for Markdown, scrivalen_csv for CSV, scrivalen_cli11 for the options.
+function(scrivalen_use_command_dependencies)
+  if(SCRIVALEN_SOURCES_DIR)
+    scrivalen_library_from_source(scrivalen_md4c "md4c-*/src/md4c.c")
+    scrivalen_library_from_source(scrivalen_csv "libcsv-*/libcsv.c")
+  else()
+    scrivalen_library_of_system(scrivalen_md4c md4c md4c.h)
+    scrivalen_library_of_system(scrivalen_csv csv csv.h)
+  endif()
+
+  # Headers only, the same for every system. A cross build gets them through a folder of their own, because the folder
+  # that they stand in holds the building system's headers too.
+  find_path(scrivalen_cli11_INCLUDE_DIR CLI/CLI.hpp REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+  mark_as_advanced(scrivalen_cli11_INCLUDE_DIR)
+  add_library(scrivalen_cli11 INTERFACE)
+  if(CMAKE_CROSSCOMPILING)
+    set(folder "${CMAKE_BINARY_DIR}/deps")
+    file(MAKE_DIRECTORY "${folder}")
+    file(CREATE_LINK "${scrivalen_cli11_INCLUDE_DIR}/CLI" "${folder}/CLI" COPY_ON_ERROR SYMBOLIC)
+    target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${folder}")
+  else()
+    target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${scrivalen_cli11_INCLUDE_DIR}")
+  endif()
+endfunction()

@@ -48,7 +48,7 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libcsv-dev libcli11-dev libgtest-dev libbenchmark-dev libhpdf-dev
+  need_packages libmd4c-dev libcsv-dev libcli11-dev libxlsxwriter-dev libgtest-dev libbenchmark-dev libhpdf-dev
 }
 
 need_test() {
@@ -72,7 +72,8 @@ need_test() {
   need_command gs ghostscript
   need_command perl perl
   need_command clang++ clang
-  need_packages libclang-rt-14-dev
+  need_packages libclang-rt-14-dev zlib1g-dev libz-mingw-w64-dev
+  need_packages python3-openpyxl libreoffice-calc-nogui
   need_packages binutils time
 }
 
@@ -169,7 +170,7 @@ case "$1" in
     need_build
     need_test
     install_missing
-    fetch_sources md4c libcsv
+    fetch_sources md4c libcsv libxlsxwriter
     install_node_modules
     ;;
   *)

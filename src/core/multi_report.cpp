@@ -1,6 +1,7 @@
 #include "scrivalen/multi_report.h"
 
 #include "core/left_behind.h"
+#include "formats/excel_report.h"
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
 #include "pdf/layout/pdf_report.h"
@@ -42,6 +43,7 @@ constexpr FormatRow kFormats[] = {
     {FORMAT_PDF, &create<PDFReport>},
     {FORMAT_XML, &create<XmlReport>},
     {FORMAT_TEXT, &create<TextReport>},
+    {FORMAT_EXCEL, &create<ExcelReport>},
 };
 
 std::shared_ptr<AReport> createReport(REPORT_FORMAT format) {

@@ -1,5 +1,6 @@
 #include "platform/files.h"
 
+#include <memory>
 #include <random>
 
 namespace scrivalen::platform {
@@ -22,19 +23,38 @@ std::wstring randomName() {
   return name;
 }
 
+bool copyContents(NativeFile from, NativeFile to) {
+  constexpr std::size_t kChunk = 65536;
+  const auto buffer = std::make_unique<char[]>(kChunk);
+  for (;;) {
+    const auto size = readSome(from, buffer.get(), kChunk);
+    if (!size) {
+      return false;
+    }
+    if (*size == 0) {
+      return true;
+    }
+    if (!writeAll(to, buffer.get(), *size)) {
+      return false;
+    }
+  }
+}
+
 std::optional<std::wstring> createFileBeside(const std::wstring& path) {
   constexpr int kAttempts = 100;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     std::wstring name(folderOf(path));
     name += L".scrivalen-";
     name += randomName();
-    if (const NativeFile file = createNew(name)) {
-      closeFile(file);
-      return name;
+    if (pathExists(name)) {
+      continue;
     }
-    if (!pathExists(name)) {
+    const NativeFile file = createNew(name);
+    if (!file) {
       break;
     }
+    closeFile(file);
+    return name;
   }
   return std::nullopt;
 }

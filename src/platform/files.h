@@ -25,6 +25,15 @@ inline constexpr std::wstring_view kPathSeparators = L"/";
 /// Creates or truncates a file for writing that nobody else holds open for writing; one that is held is not touched.
 NativeFile openExclusive(const std::wstring& path);
 
+/// A file that is held for writing, as openExclusive holds it, and still has the bytes it had.
+struct HeldFile {
+  NativeFile file = nullptr;
+  bool isNew = false;  ///< whether it was created by this
+};
+
+/// Takes hold of a file, which is created where there is none.
+HeldFile holdExclusive(const std::wstring& path);
+
 /// Creates a file that does not exist yet, for writing.
 NativeFile createNew(const std::wstring& path);
 
@@ -40,6 +49,15 @@ std::optional<std::uint64_t> positionOf(NativeFile file);
 /// Reads up to @p size bytes; 0 at the end, nothing on an error.
 std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size);
 
+/// How many bytes a file has; nothing for what has no size, such as a pipe.
+std::optional<std::uint64_t> sizeOf(NativeFile file);
+
+/// Reads @p size bytes that stand at @p offset of a file.
+bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size);
+
+/// Writes all that @p from still has to be read behind what @p to has.
+bool copyContents(NativeFile from, NativeFile to);
+
 /// @return false when the system reports that bytes were lost
 bool closeFile(NativeFile file);
 
@@ -53,6 +71,9 @@ bool deleteFile(const std::wstring& path);
 
 /// Moves a file over another, which it replaces, also from one volume to another; the target is whole or untouched.
 bool moveReplacing(const std::wstring& from, const std::wstring& to);
+
+/// Lets a file have the permissions of another; on Windows its attributes.
+bool copyPermissions(const std::wstring& from, const std::wstring& to);
 
 /// The names of a folder's files that end in @p suffix, in any ASCII case, in the order of the file system.
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix);

@@ -54,39 +54,27 @@ NativeFile toNative(int fd) { return fd < 0 ? nullptr : reinterpret_cast<NativeF
 
 bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(native(path).c_str(), &status) == 0; }
 
-// Locks before truncating, so that a file another report holds stays as it is.
-bool takeOver(int fd) {
+bool isRegular(int fd) {
   struct stat status {};
-  if (::fstat(fd, &status) != 0) {
-    return false;
-  }
-  if (!S_ISREG(status.st_mode)) {
-    return true;
-  }
-  if (::flock(fd, LOCK_EX | LOCK_NB) != 0) {
-    if (errno == EWOULDBLOCK) {
-      errno = EBUSY;
-      return false;
-    }
-    // A file system without locks: the file is opened as any program would open it.
-  }
-  return ::ftruncate(fd, 0) == 0;
+  return ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-bool copyContents(NativeFile from, NativeFile to) {
-  const auto buffer = std::make_unique<char[]>(65536);
-  for (;;) {
-    const auto size = readSome(from, buffer.get(), 65536);
-    if (!size) {
-      return false;
-    }
-    if (*size == 0) {
-      return true;
-    }
-    if (!writeAll(to, buffer.get(), *size)) {
-      return false;
-    }
+// On a file system without locks the file is opened as any program would open it.
+bool lock(int fd) {
+  if (::flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
+    return true;
   }
+  errno = EBUSY;
+  return false;
+}
+
+int openHeld(const std::wstring& path) {
+  const int fd = openDescriptor(path, O_WRONLY | O_CREAT);
+  if (fd >= 0 && isRegular(fd) && !lock(fd)) {
+    closeKeepingError(fd);
+    return -1;
+  }
+  return fd;
 }
 
 bool copyFile(const std::wstring& from, const std::wstring& to) {
@@ -126,13 +114,20 @@ bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
 
 }  // namespace
 
+// Locks before truncating, so that a file another report holds stays as it is.
 NativeFile openExclusive(const std::wstring& path) {
-  const int fd = openDescriptor(path, O_WRONLY | O_CREAT);
-  if (fd >= 0 && !takeOver(fd)) {
+  const int fd = openHeld(path);
+  if (fd >= 0 && isRegular(fd) && ::ftruncate(fd, 0) != 0) {
     closeKeepingError(fd);
     return nullptr;
   }
   return toNative(fd);
+}
+
+HeldFile holdExclusive(const std::wstring& path) {
+  const bool wasThere = pathExists(path);
+  const NativeFile file = toNative(openHeld(path));
+  return {file, file && !wasThere};
 }
 
 NativeFile createNew(const std::wstring& path) { return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL)); }
@@ -189,6 +184,31 @@ std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t siz
   }
 }
 
+std::optional<std::uint64_t> sizeOf(NativeFile file) {
+  struct stat status {};
+  if (::fstat(descriptor(file), &status) != 0 || !S_ISREG(status.st_mode)) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size) {
+  char* at = static_cast<char*>(data);
+  while (size > 0) {
+    const ssize_t count = ::pread(descriptor(file), at, size, static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) {
+      continue;
+    }
+    if (count <= 0) {
+      return false;
+    }
+    at += count;
+    offset += static_cast<std::uint64_t>(count);
+    size -= static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
 bool closeFile(NativeFile file) { return ::close(descriptor(file)) == 0; }
 
 bool pathExists(const std::wstring& path) {
@@ -219,6 +239,12 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
     return true;
   }
   return errno == EXDEV && moveAcrossVolumes(from, to);
+}
+
+bool copyPermissions(const std::wstring& from, const std::wstring& to) {
+  constexpr mode_t kPermissions = 0777;
+  struct stat status {};
+  return statusOf(from, status) && ::chmod(native(to).c_str(), status.st_mode & kPermissions) == 0;
 }
 
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {

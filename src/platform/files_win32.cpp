@@ -47,6 +47,11 @@ NativeFile openExclusive(const std::wstring& path) {
   return file;
 }
 
+HeldFile holdExclusive(const std::wstring& path) {
+  const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
+  return {file, file && GetLastError() != ERROR_ALREADY_EXISTS};
+}
+
 NativeFile createNew(const std::wstring& path) { return openFile(path, GENERIC_WRITE, kNoSharing, CREATE_NEW); }
 
 NativeFile openForReading(const std::wstring& path) {
@@ -88,6 +93,32 @@ std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t siz
   return count;
 }
 
+std::optional<std::uint64_t> sizeOf(NativeFile file) {
+  LARGE_INTEGER size{};
+  if (!isFileOnDisk(file) || !GetFileSizeEx(file, &size)) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(size.QuadPart);
+}
+
+bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size) {
+  constexpr std::size_t kMost = 1u << 30;
+  char* at = static_cast<char*>(data);
+  while (size > 0) {
+    OVERLAPPED place{};
+    place.Offset = static_cast<DWORD>(offset & 0xFFFFFFFF);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    DWORD count = 0;
+    if (!ReadFile(file, at, static_cast<DWORD>(std::min(size, kMost)), &count, &place) || count == 0) {
+      return false;
+    }
+    at += count;
+    offset += count;
+    size -= count;
+  }
+  return true;
+}
+
 bool closeFile(NativeFile file) { return CloseHandle(file) != 0; }
 
 bool pathExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
@@ -122,6 +153,11 @@ bool deleteFile(const std::wstring& path) { return DeleteFileW(path.c_str()) != 
 
 bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED) != 0;
+}
+
+bool copyPermissions(const std::wstring& from, const std::wstring& to) {
+  const DWORD attributes = GetFileAttributesW(from.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && SetFileAttributesW(to.c_str(), attributes);
 }
 
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {

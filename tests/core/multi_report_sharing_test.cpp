@@ -82,10 +82,7 @@ TEST(MultiReportForwarding, HandsTheHeaderFlagOfCellsOn) {
 TEST(MultiReportAddReport, RefusesFormatsThatAreNotBuiltYet) {
   const CapturedLog log;
   MultiReport report;
-  for (const REPORT_FORMAT format : {FORMAT_CHM, FORMAT_EXCEL}) {
-    report.AddReport(format, L"out", nullptr);
-  }
-  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{L"Report format 4 is not available; 'out' was not added.",
-                                                    L"Report format 6 is not available; 'out' was not added."}));
+  report.AddReport(FORMAT_CHM, L"out", nullptr);
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"Report format 4 is not available; 'out' was not added."});
   EXPECT_EQ(report.Open(), REPORT_OK);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/excel_report.h"
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
 #include "pdf/layout/pdf_report.h"
@@ -14,7 +15,7 @@
 namespace scrivalen::test {
 
 /// Every report that writes one file of its own, for typed tests of what they have in common.
-using FileReports = testing::Types<TextReport, HtmlReport, XmlReport, RTFReport, PDFReport>;
+using FileReports = testing::Types<TextReport, HtmlReport, XmlReport, RTFReport, PDFReport, ExcelReport>;
 
 struct FileReportName {
   template <typename Report>
@@ -27,9 +28,11 @@ struct FileReportName {
       return "Xml";
     } else if constexpr (std::is_same_v<Report, RTFReport>) {
       return "Rtf";
-    } else {
-      static_assert(std::is_same_v<Report, PDFReport>);
+    } else if constexpr (std::is_same_v<Report, PDFReport>) {
       return "Pdf";
+    } else {
+      static_assert(std::is_same_v<Report, ExcelReport>);
+      return "Excel";
     }
   }
 };

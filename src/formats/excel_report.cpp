@@ -1,0 +1,75 @@
+#include "formats/excel_report.h"
+
+#include "platform/contain.h"
+
+#include <utility>
+
+using namespace scrivalen::platform;
+
+namespace {
+
+constexpr const wchar_t* kType = L"String";
+
+}  // namespace
+
+REPORT_ERRORS ExcelReport::Open(const wchar_t* file) {
+  return contained(REPORT_FILE_ERROR, [&] {
+    if (writer_.Begin(file, styles_.empty() ? nullptr : styles_.c_str())) {
+      return REPORT_OK;
+    }
+    error_ = writer_.Error();
+    return REPORT_FILE_ERROR;
+  });
+}
+
+REPORT_ERRORS ExcelReport::Close() {
+  return contained(REPORT_FILE_ERROR, [&] {
+    if (writer_.End()) {
+      return REPORT_OK;
+    }
+    error_ = writer_.Error();
+    return REPORT_FILE_ERROR;
+  });
+}
+
+void ExcelReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t*, int) {
+  textMadeRow_ = !inRow_;
+  if (textMadeRow_) {
+    BeginRow(nullptr, nullptr, 0);
+  }
+  writeCell(text, bold_ || type != PARAGRAPH_NONE);
+  if (textMadeRow_) {
+    EndRow(nullptr);
+  }
+}
+
+void ExcelReport::BeginStyle(REPORT_STYLE style, int) { bold_ = bold_ || style == STYLE_BOLD; }
+void ExcelReport::EndStyle(REPORT_STYLE style, int) { bold_ = bold_ && style != STYLE_BOLD; }
+void ExcelReport::BeginParagraph(PARAGRAPH_TYPE, const wchar_t*) { BeginCell(nullptr, 0, nullptr); }
+void ExcelReport::EndParagraph(PARAGRAPH_TYPE) { EndCell(nullptr, 0); }
+
+void ExcelReport::BeginRow(const wchar_t*, const wchar_t*, int) {
+  inRow_ = true;
+  contained([&] { writer_.Row(true); });
+}
+
+void ExcelReport::EndRow(const wchar_t*) {
+  contained([&] { writer_.Row(false); });
+  inRow_ = false;
+}
+
+void ExcelReport::Cell(const wchar_t* text, int header, const wchar_t*) { writeCell(text, bold_ || header != 0); }
+
+void ExcelReport::SetCellColor(const wchar_t* color) {
+  contained([&] { pendingColor_ = color ? color : L""; });
+}
+
+void ExcelReport::writeCell(const wchar_t* text, bool bold) {
+  contained([&] {
+    if (pendingColor_.empty()) {
+      writer_.SetCellValue(kType, text, bold);
+    } else {
+      writer_.SetCellValue(kType, text, std::exchange(pendingColor_, {}).c_str());
+    }
+  });
+}

@@ -1,0 +1,387 @@
+#include "platform/excel_writer.h"
+
+#include "platform/clog.h"
+#include "platform/excel_style.h"
+#include "platform/excel_text.h"
+#include "platform/files.h"
+#include "platform/fmt.h"
+#include "platform/host.h"
+#include "platform/loss.h"
+#include "platform/system_error.h"
+#include "platform/target_file.h"
+#include "platform/workbook.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cwchar>
+#include <map>
+#include <optional>
+#include <set>
+#include <utility>
+#include <vector>
+
+using namespace scrivalen::platform;
+
+namespace {
+
+constexpr std::size_t kMostWidth = 60;
+constexpr std::size_t kLeastWidth = 9;  // a narrower column gets no width: it is about as wide anyway
+
+const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
+
+std::wstring nameOfColumn(std::uint32_t column) {
+  std::wstring name;
+  for (std::uint32_t rest = column + 1; rest > 0; rest = (rest - 1) / 26) {
+    name.insert(name.begin(), static_cast<wchar_t>(L'A' + (rest - 1) % 26));
+  }
+  return name;
+}
+
+// Counts cells that did not come out as they were given, and remembers the place of the first.
+class CellCounter {
+ public:
+  void note(std::size_t sheet, std::uint32_t row, std::uint32_t column) {
+    if (count_++ == 0) {
+      first_ = FMT::Format(L"Sheet%d!%s%d", sheet, nameOfColumn(column), row + 1);
+    }
+  }
+
+  void log(const std::wstring& file, std::wstring_view what) const {
+    if (count_ > 0) {
+      CLog::Bug2(FMT::Format(L"'%s': %d %s %s, the first at %s.", file, count_, count_ == 1 ? L"cell" : L"cells", what,
+                             first_));
+    }
+  }
+
+ private:
+  std::uint64_t count_ = 0;
+  std::wstring first_;
+};
+
+// The formats of coloured cells, one for each pair of colours.
+class ColorFormats {
+ public:
+  lxw_format* find(const std::wstring& text, const CellStyle& plain, Workbook& book);
+  /// How many texts were not understood, or came when there were too many colours already.
+  std::uint64_t refused() const { return refused_; }
+  const std::wstring& firstRefused() const { return firstRefused_; }
+
+ private:
+  struct Entry {
+    lxw_format* format;
+    bool isUnderstood;
+  };
+
+  Entry make(const std::wstring& text, const CellStyle& plain, Workbook& book);
+  bool hasRoomFor(const CellColors& colors) const;
+  void refuse(const std::wstring& text);
+
+  static constexpr std::size_t kMostTexts = 100000;
+
+  std::map<std::wstring, Entry, std::less<>> byText_;
+  std::map<std::pair<std::optional<Rgb>, std::optional<Rgb>>, lxw_format*> byColors_;
+  std::set<std::optional<Rgb>> fontColors_;
+  std::uint64_t refused_ = 0;
+  std::wstring firstRefused_;
+};
+
+lxw_format* ColorFormats::find(const std::wstring& text, const CellStyle& plain, Workbook& book) {
+  const auto known = byText_.find(text);
+  const Entry entry = known != byText_.end() ? known->second : make(text, plain, book);
+  if (known == byText_.end() && byText_.size() < kMostTexts) {
+    byText_.emplace(text, entry);
+  }
+  if (!entry.isUnderstood) {
+    refuse(text);
+  }
+  return entry.format;
+}
+
+ColorFormats::Entry ColorFormats::make(const std::wstring& text, const CellStyle& plain, Workbook& book) {
+  const CellColors colors = readColors(text);
+  const auto pair = std::make_pair(colors.color, colors.background);
+  const auto known = byColors_.find(pair);
+  if (known != byColors_.end()) {
+    return {known->second, colors.isUnderstood};
+  }
+  if (!hasRoomFor(colors)) {
+    return {nullptr, false};
+  }
+  CellStyle style = plain;
+  style.color = colors.color ? colors.color : plain.color;
+  style.background = colors.background ? colors.background : plain.background;
+  lxw_format* const format = book.addFormat(style, false);
+  byColors_.emplace(pair, format);
+  fontColors_.insert(colors.color);
+  return {format, colors.isUnderstood};
+}
+
+bool ColorFormats::hasRoomFor(const CellColors& colors) const {
+  return byColors_.size() < Workbook::kFormats &&
+         (fontColors_.size() < Workbook::kFonts || fontColors_.count(colors.color) > 0);
+}
+
+void ColorFormats::refuse(const std::wstring& text) {
+  if (refused_++ == 0) {
+    firstRefused_ = text;
+  }
+}
+
+bool isPlain(const CellStyle& style) {
+  return !style.fontFamily && !style.fontSize && !style.color && !style.background;
+}
+
+}  // namespace
+
+class ExcelWriter::Document {
+ public:
+  explicit Document(const wchar_t* file) : name_(file) {}
+
+  /// @return false, with the reason in lastSystemError
+  bool open(const wchar_t* styles);
+  void row(bool begin);
+  void cell(const wchar_t* value, bool bold);
+  void cell(const wchar_t* value, const wchar_t* color);
+  /// @return why the workbook did not come to be; empty when it did
+  std::wstring finish();
+
+ private:
+  void readStyles(const wchar_t* styles);
+  bool beginSheet();
+  void endSheet();
+  bool takesCell();
+  void put(const wchar_t* value, lxw_format* format);
+  void widen(std::size_t width);
+  void fail();
+  std::wstring assemble();
+  void logLosses() const;
+
+  const std::wstring name_;
+  TargetFile target_;
+  std::optional<Workbook> book_;
+  SheetStyle style_;
+  lxw_format* plain_ = nullptr;
+  lxw_format* bold_ = nullptr;
+  ColorFormats colors_;
+  ExcelText text_;
+
+  std::size_t sheet_ = 0;
+  std::uint32_t nextRow_ = 0;
+  std::uint32_t nextColumn_ = 0;
+  bool inRow_ = false;
+  std::vector<std::uint8_t> widths_;  // of the sheet's columns so far
+
+  CellCounter cut_;
+  CellCounter dropped_;
+  std::uint64_t strayed_ = 0;
+  std::wstring failure_;  // of a write
+};
+
+bool ExcelWriter::Document::open(const wchar_t* styles) {
+  if (!target_.hold(name_)) {
+    return false;
+  }
+  book_.emplace(target_.folder(), currentTime());
+  readStyles(styles);
+  plain_ = isPlain(style_.cell) ? nullptr : book_->addFormat(style_.cell, false);
+  bold_ = book_->addFormat(style_.bold, true);
+  return beginSheet();
+}
+
+void ExcelWriter::Document::readStyles(const wchar_t* styles) {
+  style_ = readStyle(orEmpty(styles), [this](const std::wstring& problem) {
+    CLog::Bug2(FMT::Format(L"'%s': the style sheet is not understood: %s.", name_, problem));
+  });
+}
+
+bool ExcelWriter::Document::beginSheet() {
+  nextRow_ = 0;
+  widths_.clear();
+  if (!book_->addSheet()) {
+    return false;
+  }
+  ++sheet_;
+  if (style_.frozenRows > 0) {
+    book_->freeze(style_.frozenRows);
+  }
+  return true;
+}
+
+void ExcelWriter::Document::endSheet() {
+  if (style_.columnWidth) {
+    book_->setWidth(0, Workbook::kColumns - 1, *style_.columnWidth);
+    return;
+  }
+  const std::size_t count = widths_.size();
+  for (std::size_t first = 0, next = 0; first < count; first = next) {
+    while (next < count && widths_[next] == widths_[first]) {
+      ++next;
+    }
+    if (widths_[first] >= kLeastWidth) {
+      book_->setWidth(static_cast<std::uint16_t>(first), static_cast<std::uint16_t>(next - 1), widths_[first]);
+    }
+  }
+}
+
+void ExcelWriter::Document::row(bool begin) {
+  nextRow_ += inRow_ ? 1 : 0;
+  inRow_ = begin;
+  nextColumn_ = 0;
+  if (begin && failure_.empty() && nextRow_ == Workbook::kRows) {
+    endSheet();
+    if (!beginSheet()) {
+      fail();
+    }
+  }
+}
+
+bool ExcelWriter::Document::takesCell() {
+  if (!failure_.empty()) {
+    return false;
+  }
+  if (!inRow_) {
+    ++strayed_;
+    return false;
+  }
+  if (nextColumn_ == Workbook::kColumns) {
+    dropped_.note(sheet_, nextRow_, nextColumn_);
+    return false;
+  }
+  return true;
+}
+
+void ExcelWriter::Document::cell(const wchar_t* value, bool bold) {
+  if (takesCell()) {
+    put(value, bold ? bold_ : plain_);
+  }
+}
+
+void ExcelWriter::Document::cell(const wchar_t* value, const wchar_t* color) {
+  if (takesCell()) {
+    lxw_format* const format = colors_.find(color, style_.cell, *book_);
+    put(value, format ? format : plain_);
+  }
+}
+
+void ExcelWriter::Document::put(const wchar_t* value, lxw_format* format) {
+  const std::uint32_t column = nextColumn_++;
+  text_.assign(value);
+  if (text_.isCut()) {
+    cut_.note(sheet_, nextRow_, column);
+  }
+  if (text_.isEmpty() && !format) {
+    return;
+  }
+  widen(text_.width());
+  if (!book_->write(nextRow_, static_cast<std::uint16_t>(column), text_.c_str(), format)) {
+    fail();
+  }
+}
+
+void ExcelWriter::Document::widen(std::size_t width) {
+  const std::size_t column = nextColumn_ - 1;
+  if (column >= widths_.size()) {
+    widths_.resize(column + 1);
+  }
+  widths_[column] = std::max(widths_[column], static_cast<std::uint8_t>(std::min(width, kMostWidth)));
+}
+
+// The first failure is told at once, so that the log has it where it happened.
+void ExcelWriter::Document::fail() {
+  CLog::FormatLastError(failure_);
+  CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name_, failure_));
+}
+
+std::wstring ExcelWriter::Document::finish() {
+  const bool failedBefore = !failure_.empty();
+  if (!failedBefore) {
+    endSheet();
+    failure_ = assemble();
+  }
+  book_.reset();
+  target_.release();
+  logLosses();
+  if (failure_.empty()) {
+    return {};
+  }
+  const std::wstring error = FMT::Format(L"File write error for '%s'. %s", name_, failure_);
+  if (!failedBefore) {
+    CLog::Bug2(error);
+  }
+  return error;
+}
+
+std::wstring ExcelWriter::Document::assemble() {
+  const auto file = target_.createTemporary();
+  if (!file) {
+    return systemErrorText(lastSystemError());
+  }
+  std::wstring reason = book_->close(*file);
+  if (reason.empty() && !target_.replaceBy(*file)) {
+    reason = systemErrorText(lastSystemError());
+  }
+  if (!reason.empty()) {
+    deleteFile(*file);
+  }
+  return reason;
+}
+
+void ExcelWriter::Document::logLosses() const {
+  logLoss(name_, text_.loss());
+  cut_.log(name_, L"had more than 32,767 characters and were cut there");
+  dropped_.log(name_, L"stood beyond 16,384 columns and were dropped");
+  if (strayed_ > 0) {
+    CLog::Bug2(FMT::Format(L"'%s': %d %s outside of any row, dropped.", name_, strayed_,
+                           strayed_ == 1 ? L"cell stood" : L"cells stood"));
+  }
+  if (colors_.refused() > 0) {
+    CLog::Bug2(FMT::Format(L"'%s': %d %s a colour that is not known or one too many, the first '%s'.", name_,
+                           colors_.refused(), colors_.refused() == 1 ? L"cell has" : L"cells have",
+                           colors_.firstRefused()));
+  }
+}
+
+ExcelWriter::ExcelWriter() = default;
+ExcelWriter::~ExcelWriter() = default;
+
+bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) {
+  std::wstring reason = L"The report is still open.";
+  if (!document_) {
+    auto document = std::make_unique<Document>(orEmpty(file));
+    if (document->open(styles)) {
+      document_ = std::move(document);
+      error_.clear();
+      return true;
+    }
+    CLog::FormatLastError(reason);
+  }
+  error_ = FMT::Format(L"File open/create error for '%s'. %s", orEmpty(file), reason);
+  return false;
+}
+
+void ExcelWriter::Row(bool begin) {
+  if (document_) {
+    document_->row(begin);
+  }
+}
+
+void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, bool bold) {
+  if (document_) {
+    document_->cell(orEmpty(value), bold);
+  }
+}
+
+void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, const wchar_t* color) {
+  if (document_) {
+    document_->cell(orEmpty(value), orEmpty(color));
+  }
+}
+
+bool ExcelWriter::End() {
+  if (!document_) {
+    return true;
+  }
+  error_ = document_->finish();
+  document_.reset();
+  return error_.empty();
+}

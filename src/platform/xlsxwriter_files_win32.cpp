@@ -1,0 +1,69 @@
+// libxlsxwriter opens its files by narrow names, in the ANSI code page, which cannot name every path. It is built with
+// these functions in the place of the two that open files (see ScrivalenDependencies.cmake), and is given UTF-8.
+#include "platform/files.h"
+#include "platform/utf.h"
+#include "platform/windows_api.h"
+
+#include <fcntl.h>
+#include <io.h>
+#include <xlsxwriter/third_party/zip.h>
+
+#include <cstdio>
+#include <string>
+
+using namespace scrivalen::platform;
+
+namespace {
+
+std::wstring wide(const char* utf8) {
+  std::wstring path;
+  appendWide(path, utf8);
+  return path;
+}
+
+voidpf openForWriting(voidpf, const void* path, int) {
+  return _wfopen(wide(static_cast<const char*>(path)).c_str(), L"wb");
+}
+
+// A file that goes away with its last handle, however the program ends.
+HANDLE createPassing(const std::wstring& folder) {
+  constexpr int kAttempts = 100;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    const std::wstring path = folder + kPathSeparator + L".scrivalen-" + randomName();
+    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS) {
+      return file;
+    }
+  }
+  return INVALID_HANDLE_VALUE;
+}
+
+}  // namespace
+
+extern "C" zipFile scrivalenOpenArchive(const char* path, int append) {
+  zlib_filefunc64_def functions{};
+  fill_fopen64_filefunc(&functions);
+  functions.zopen64_file = &openForWriting;
+  return zipOpen2_64(path, append, nullptr, &functions);
+}
+
+extern "C" FILE* tmpfileplus(const char* dir, const char*, char** pathname, int) {
+  if (pathname) {
+    *pathname = nullptr;
+  }
+  const HANDLE file = createPassing(wide(dir));
+  if (file == INVALID_HANDLE_VALUE) {
+    return nullptr;
+  }
+  const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file), _O_RDWR | _O_BINARY);
+  if (descriptor < 0) {
+    CloseHandle(file);
+    return nullptr;
+  }
+  FILE* const stream = _fdopen(descriptor, "w+b");
+  if (!stream) {
+    _close(descriptor);
+  }
+  return stream;
+}
