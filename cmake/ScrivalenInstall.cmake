@@ -1,7 +1,7 @@
 # Installs the library, the command and what finds them.
 #
-# The library looks for its templates beside its own file, with links resolved. On Linux it therefore has a folder of
-# its own, and the library folder holds the versioned links that loaders and linkers find.
+# The library looks for its templates and its help compiler beside its own file, with links resolved. On Linux it
+# therefore has a folder of its own, and the library folder holds the versioned links that loaders and linkers find.
 include(CMakePackageConfigHelpers)
 
 set(headers_dir "${CMAKE_INSTALL_INCLUDEDIR}/scrivalen")
@@ -30,8 +30,8 @@ if(NOT WIN32)
   install(FILES "${links_dir}/${link}.${PROJECT_VERSION_MAJOR}" "${links_dir}/${link}"
     DESTINATION "${CMAKE_INSTALL_LIBDIR}")
 endif()
-if(NOT WIN32 AND EXISTS "${PROJECT_SOURCE_DIR}/hhc/hhc.exe")
-  install(DIRECTORY "${PROJECT_SOURCE_DIR}/hhc" DESTINATION "${home_dir}" USE_SOURCE_PERMISSIONS)
+if(NOT WIN32)
+  install(PROGRAMS "${PROJECT_SOURCE_DIR}/hhc/hhc.exe" DESTINATION "${home_dir}/hhc")
 endif()
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/scrivalen/" DESTINATION "${headers_dir}" FILES_MATCHING PATTERN "*.h")

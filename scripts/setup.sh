@@ -49,6 +49,7 @@ need_build() {
   need_command cmake cmake
   need_command ninja ninja-build
   need_packages libmd4c-dev libcsv-dev libcli11-dev libxlsxwriter-dev libgtest-dev libbenchmark-dev libhpdf-dev
+  need_command chmcmd fp-utils
 }
 
 need_test() {
@@ -69,6 +70,7 @@ need_test() {
   need_command qpdf qpdf
   need_command pdftotext poppler-utils
   need_command mutool mupdf-tools
+  need_command extract_chmLib libchm-bin
   need_command gs ghostscript
   need_command perl perl
   need_command clang++ clang

@@ -1,6 +1,7 @@
 #include "scrivalen/multi_report.h"
 
 #include "core/left_behind.h"
+#include "formats/chm_report.h"
 #include "formats/excel_report.h"
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
@@ -44,6 +45,7 @@ constexpr FormatRow kFormats[] = {
     {FORMAT_XML, &create<XmlReport>},
     {FORMAT_TEXT, &create<TextReport>},
     {FORMAT_EXCEL, &create<ExcelReport>},
+    {FORMAT_CHM, &create<CHMReport>},
 };
 
 std::shared_ptr<AReport> createReport(REPORT_FORMAT format) {

@@ -78,11 +78,3 @@ TEST(MultiReportForwarding, HandsTheHeaderFlagOfCellsOn) {
   report.Clear();
   EXPECT_EQ(bytesOf(folder / L"a.html"), "<th a=1></th></body></html>\n");
 }
-
-TEST(MultiReportAddReport, RefusesFormatsThatAreNotBuiltYet) {
-  const CapturedLog log;
-  MultiReport report;
-  report.AddReport(FORMAT_CHM, L"out", nullptr);
-  EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"Report format 4 is not available; 'out' was not added."});
-  EXPECT_EQ(report.Open(), REPORT_OK);
-}

@@ -87,6 +87,7 @@ case "$system" in
     expect_link libscrivalen.so "libscrivalen.so.${version%%.*}"
     expect_link "libscrivalen.so.${version%%.*}" "scrivalen/libscrivalen.so.$version"
     expect_file lib/scrivalen/tmpl/default.htm
+    [ -x "$prefix/lib/scrivalen/hhc/hhc.exe" ] || fail "the help compiler is not installed, or cannot be run"
     build_with_cmake
     run_consumer "$work/consumer/consumer"
     build_with_pkg_config

@@ -6,6 +6,7 @@ namespace scrivalen::test {
 namespace {
 
 std::vector<std::wstring> captured;
+std::vector<CapturedErrorBox::Shown> boxes;
 std::int64_t fixedTime = 0;
 
 }  // namespace
@@ -18,6 +19,15 @@ CapturedLog::CapturedLog() {
 CapturedLog::~CapturedLog() { SetLogHandler(nullptr); }
 
 const std::vector<std::wstring>& CapturedLog::lines() const { return captured; }
+
+CapturedErrorBox::CapturedErrorBox() {
+  boxes.clear();
+  SetErrorBoxHandler([](const wchar_t* title, const wchar_t* text) { boxes.push_back({title, text}); });
+}
+
+CapturedErrorBox::~CapturedErrorBox() { SetErrorBoxHandler(nullptr); }
+
+const std::vector<CapturedErrorBox::Shown>& CapturedErrorBox::shown() const { return boxes; }
 
 FixedClock::FixedClock(std::int64_t seconds) {
   fixedTime = seconds;

@@ -17,6 +17,22 @@ class CapturedLog {
   const std::vector<std::wstring>& lines() const;
 };
 
+/// Takes over the error box while it lives. One at a time.
+class CapturedErrorBox {
+ public:
+  struct Shown {
+    std::wstring title;
+    std::wstring text;
+  };
+
+  CapturedErrorBox();
+  CapturedErrorBox(const CapturedErrorBox&) = delete;
+  CapturedErrorBox& operator=(const CapturedErrorBox&) = delete;
+  ~CapturedErrorBox();
+
+  const std::vector<Shown>& shown() const;
+};
+
 /// Lets the clock stand still at a time while it lives: seconds since 1970-01-01 UTC. One at a time.
 class FixedClock {
  public:

@@ -1,6 +1,7 @@
 #include "support/files.h"
 
 #include "platform/files.h"
+#include "scrivalen/text.h"
 
 #include <gtest/gtest.h>
 
@@ -51,5 +52,13 @@ void writeBytes(const std::wstring& path, std::string_view bytes) {
 }
 
 bool exists(const std::wstring& path) { return pathExists(path); }
+
+// Wide paths are converted by the locale where they are not the system's own.
+void makeFolder(const std::wstring& path) {
+  const std::string utf8 = ToUtf8(path);
+  std::error_code error;
+  std::filesystem::create_directories(std::filesystem::path(std::u8string(utf8.begin(), utf8.end())), error);
+  EXPECT_FALSE(error) << utf8;
+}
 
 }  // namespace scrivalen::test

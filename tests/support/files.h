@@ -25,5 +25,7 @@ class TemporaryFolder {
 std::string bytesOf(const std::wstring& path);
 void writeBytes(const std::wstring& path, std::string_view bytes);
 bool exists(const std::wstring& path);
+/// Makes a folder, and those above it.
+void makeFolder(const std::wstring& path);
 
 }  // namespace scrivalen::test

@@ -1,0 +1,226 @@
+#include "formats/chm_report.h"
+
+#include "core/template_path.h"
+#include "platform/clog.h"
+#include "platform/contain.h"
+#include "platform/files.h"
+#include "platform/fmt.h"
+#include "platform/help_compiler.h"
+#include "platform/module_path.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+using namespace scrivalen::platform;
+
+namespace {
+
+constexpr const wchar_t* kTemplate = L"default.htm";
+constexpr const wchar_t* kTitle = L"%TITLE%";
+
+const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
+
+bool isTemplateThere() {
+  const auto path = scrivalen::core::templatePath(modulePath(), kTemplate);
+  return path && pathExists(*path);
+}
+
+std::wstring lastErrorText() {
+  std::wstring text;
+  CLog::FormatLastError(text);
+  return text;
+}
+
+// Puts a file aside. Answers its new name, beside the old one; nothing when there is none or it cannot be moved.
+std::optional<std::wstring> setAside(const std::wstring& path) {
+  if (!pathExists(path)) {
+    return std::nullopt;
+  }
+  auto beside = createFileBeside(path);
+  if (beside && !moveReplacing(path, *beside)) {
+    deleteFile(*beside);
+    beside.reset();
+  }
+  return beside;
+}
+
+// Writes a file into a device or a pipe, whose place a file moved there would take. Answers why that failed; an empty
+// text when it did not.
+std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
+  constexpr std::size_t kChunk = 65536;
+  const auto chunk = std::make_unique<char[]>(kChunk);
+  ReportFile target;
+  if (!target.Open(to.c_str())) {
+    return target.Error();
+  }
+  const NativeFile source = openForReading(from);
+  if (!source) {
+    return lastErrorText();
+  }
+  std::optional<std::size_t> size;
+  while ((size = readSome(source, chunk.get(), kChunk)).value_or(0) > 0) {
+    target.Write(chunk.get(), *size);
+  }
+  std::wstring reason = size ? std::wstring() : lastErrorText();
+  closeFile(source);
+  if (!target.Close()) {
+    reason = target.WriteError();
+  }
+  return reason;
+}
+
+}  // namespace
+
+void CHMReport::Page::setTitle(const wchar_t* title) {
+  properties_.clear();
+  AddProperty(kTitle, title);
+}
+
+REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
+  return contained(REPORT_FILE_ERROR, [&] {
+    const wchar_t* const title = GetProperty(kTitle);
+    target_ = orEmpty(file);
+    defaultTopic_.clear();
+    folder_.clear();
+    failure_.clear();
+    project_.reset();
+    project_.title = title ? title : L"Report";
+    firstTopicPending_ = true;
+    openConforming_ = conforming_;
+    openFlag_ = 1;
+    return REPORT_OK;
+  });
+}
+
+REPORT_ERRORS CHMReport::BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
+  return contained(REPORT_FILE_ERROR, [&] {
+    if (openFlag_ == 0) {
+      error_ = L"The report is not open.";
+      return REPORT_FILE_ERROR;
+    }
+    folder_ = orEmpty(folder);
+    const std::wstring path = folder_ + orEmpty(file);
+    if (firstTopicPending_) {
+      defaultTopic_ = path;
+    }
+    project_.files.push_back(path);
+    project_.addTopic(orEmpty(title), path);
+    preparePage(path, title);
+    firstTopicPending_ = false;
+    const REPORT_ERRORS result = page_.Open();
+    if (result == REPORT_OK) {
+      pageOpen_ = true;
+      if (isSpecialFile(path)) {
+        project_.foreignFiles.push_back(path);  // a device: there is nothing to delete
+      }
+      return result;
+    }
+    error_ = page_.GetError();
+    noteUntold(error_);
+    // What stands there is no page of this report, unless an earlier topic put it there.
+    if (std::count(project_.files.begin(), project_.files.end(), path) == 1) {
+      project_.foreignFiles.push_back(path);
+    }
+    return result;
+  });
+}
+
+// A template takes the title as it stands, the plain head quotes it.
+void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
+  page_.SetTemplateFileName(kTemplate);
+  page_.SetOutputFileName(path.c_str());
+  page_.SetReportOption(OPTION_CONFORMING, openConforming_);
+  if (openConforming_) {
+    const std::wstring text = orEmpty(title);
+    page_.setTitle((isTemplateThere() ? Quoting(text) : text).c_str());
+  }
+}
+
+void CHMReport::EndSubDocument() {
+  if (page_.Close() != REPORT_OK) {
+    contained([&] { noteFailure(page_.GetError()); });
+  }
+  pageOpen_ = false;
+}
+
+void CHMReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) {
+  page_.Text(text, type, style, openConforming_ ? raw : 0);
+}
+
+void CHMReport::SetReportOption(REPORT_OPTION option, int value) {
+  if (option == OPTION_CONFORMING) {
+    conforming_ = value != 0;
+  }
+}
+
+REPORT_ERRORS CHMReport::Close() {
+  if (openFlag_ == 0) {
+    return REPORT_OK;
+  }
+  openFlag_ = 0;
+  return contained(REPORT_FILE_ERROR, [&] {
+    if (pageOpen_) {
+      noteUntold(FMT::Format(L"The topic '%s' was not ended.", page_.GetOutputFileName()));
+    }
+    compile();
+    logLoss(target_, project_.loss);
+    if (failure_.empty()) {
+      return REPORT_OK;
+    }
+    error_ = failure_;
+    return REPORT_FILE_ERROR;
+  });
+}
+
+// A help file of an earlier run is put aside, so that it never passes for this report's, and put back when this run
+// makes none.
+void CHMReport::compile() {
+  const std::wstring compiled = folder_ + L"report.chm";
+  const std::optional<std::wstring> earlier = setAside(compiled);
+  const bool isBlocked = pathExists(compiled);
+  if (isBlocked) {
+    noteUntold(FMT::Format(L"'%s' is in the way of the help compiler and cannot be moved.", compiled));
+  }
+  project_.writeProject(folder_ + L"report.hhp", defaultTopic_);
+  project_.writeContents(folder_ + L"report.hhc");
+  project_.compile(folder_ + L"report.hhp");
+  if (!project_.failure.empty()) {
+    noteUntold(project_.failure);
+  }
+  const bool isMade = !isBlocked && pathExists(compiled) && project_.failure.empty();
+  if (isMade) {
+    deliver(compiled);
+  } else if (!isBlocked && project_.failure.empty()) {
+    noteUntold(FMT::Format(L"The help compiler left no '%s'. %s", compiled, kHelpCompilerAdvice));
+  }
+  if (earlier && isMade) {
+    deleteFile(*earlier);
+  } else if (earlier) {
+    moveReplacing(*earlier, compiled);
+  }
+}
+
+void CHMReport::deliver(const std::wstring& compiled) {
+  std::wstring reason;
+  if (isSpecialFile(target_)) {
+    reason = copyInto(compiled, target_);
+    deleteFile(compiled);
+  } else if (!moveReplacing(compiled, target_)) {
+    reason = lastErrorText();
+  }
+  if (!reason.empty()) {
+    noteUntold(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", compiled, target_, reason));
+  }
+}
+
+void CHMReport::noteFailure(const std::wstring& reason) {
+  if (failure_.empty()) {
+    failure_ = reason;
+  }
+}
+
+void CHMReport::noteUntold(const std::wstring& reason) {
+  CLog::Bug2(reason);
+  noteFailure(reason);
+}
