@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# Lets the help compiler run into a disk that is full, with every amount of room from none to enough. Either it leaves a
+# help file that holds every topic, or it ends with a status that is not 0, says so in one line and leaves nothing.
+#
+#   full_disk_help.sh COMPILER
+# shellcheck source-path=SCRIPTDIR source=common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+compiler=$1
+
+# In a mount namespace of its own anyone may mount a small disk, and it is gone with the script.
+if [ -z "${SCRIVALEN_IN_NAMESPACE:-}" ]; then
+  unshare -rm true 2>"$work/reason" ||
+    fail "no small disk can be mounted, a mount namespace is refused: $(cat "$work/reason")"
+  SCRIVALEN_IN_NAMESPACE=1 unshare -rm "$0" "$@"
+  exit
+fi
+
+disk="$work/disk"
+topics=8
+failures=0
+successes=0
+
+write_project() {
+  local i
+  rm -rf "${disk:?}"/*
+  {
+    printf '[OPTIONS]\nCompiled file=report.chm\nContents file=report.hhc\nDefault topic=%s/1.htm\n' "$disk"
+    printf 'Full-text search=Yes\nTitle=Topics\n[FILES]\n'
+    for ((i = 1; i <= topics; i++)); do
+      printf '%s/%d.htm\n' "$disk" "$i"
+      make_table 40 | sed 's/^/<p>/' >"$disk/$i.htm"
+    done
+  } >"$disk/report.hhp"
+  for ((i = 1; i <= topics; i++)); do
+    printf '<param name="Local" value="%s/%d.htm">\r\n' "$disk" "$i"
+  done >"$disk/report.hhc"
+  printf 'an earlier report' >"$disk/report.chm"
+}
+
+# What stays beside the project whatever the compiler does.
+inputs() {
+  (cd "$disk" && printf '%s\n' ballast report.hhc report.hhp ./*.htm | sed 's,^\./,,' | sort)
+}
+
+check_whole() {
+  local i
+  expect_equal "files with $1 KiB free" "$(printf '%s\n' "$(inputs)" report.chm | sort)" "$(ls -A "$disk")"
+  rm -rf "$work/out"
+  extract_chmLib "$disk/report.chm" "$work/out" >/dev/null 2>&1 || fail "the help file made with $1 KiB free is no good"
+  for ((i = 1; i <= topics; i++)); do
+    cmp "$disk/$i.htm" "$work/out/$i.htm" || fail "the help file made with $1 KiB free does not hold its topics"
+  done
+}
+
+check_nothing() {
+  expect_equal "lines of messages with $1 KiB free" 1 "$(wc -l <"$work/messages")"
+  expect_equal "files with $1 KiB free" "$(inputs)" "$(ls -A "$disk")"
+}
+
+mkdir "$disk"
+mount -t tmpfs -o size=1m tmpfs "$disk" || fail "no small disk can be mounted"
+trap 'umount "$disk"; rm -rf "$work"' EXIT
+for free in 0 4 8 12 16 20 24 28 32 40 48 64 96 128; do
+  write_project
+  dd if=/dev/zero of="$disk/ballast" bs=1k 2>/dev/null || true
+  truncate -s "-$((free * 1024))" "$disk/ballast"
+  if "$compiler" "$disk/report.hhp" 2>"$work/messages"; then
+    check_whole "$free"
+    successes=$((successes + 1))
+  else
+    check_nothing "$free"
+    failures=$((failures + 1))
+  fi
+done
+if [ "$failures" -lt 3 ] || [ "$successes" -lt 3 ]; then
+  fail "$failures times too full and $successes times not"
+fi
