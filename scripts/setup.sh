@@ -48,7 +48,8 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libcsv-dev libcli11-dev libxlsxwriter-dev libgtest-dev libbenchmark-dev libhpdf-dev
+  need_packages libmd4c-dev libcsv-dev libcli11-dev libxlsxwriter-dev zlib1g-dev libgtest-dev libbenchmark-dev \
+    libhpdf-dev
   need_command chmcmd fp-utils
 }
 
@@ -61,6 +62,7 @@ need_test() {
   need_command mount mount
   need_command cmark cmark
   need_command xmllint libxml2-utils
+  need_command unzip unzip
   need_command chromium chromium
   need_command java default-jre-headless
   need_command node nodejs
@@ -74,7 +76,7 @@ need_test() {
   need_command gs ghostscript
   need_command perl perl
   need_command clang++ clang
-  need_packages libclang-rt-14-dev zlib1g-dev libz-mingw-w64-dev
+  need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
   need_packages binutils time
 }

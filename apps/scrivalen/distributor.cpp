@@ -59,6 +59,10 @@ void Distributor::write(const Event& event) {
   if (started_) {
     return forward(event);
   }
+  if (isFirst_) {
+    plan_.settings.beginsWithTable = event.kind == EventKind::BeginTable;
+    isFirst_ = false;
+  }
   if (plan_.titleFromHeading && event.kind == EventKind::BeginHeading && !event.text.empty()) {
     plan_.settings.title = event.text;
     plan_.titleFromHeading = false;

@@ -43,6 +43,7 @@ class Distributor : public EventSink {
   Plan plan_;
   EventLog held_;
   EventLog contents_;
+  bool isFirst_ = true;
   bool started_ = false;
   std::size_t blocks_ = 0;
 };

@@ -96,6 +96,7 @@ struct DocumentSettings {
   bool landscape = false;
   bool singleByte = false;
   bool conforming = true;
+  bool beginsWithTable = false;
 };
 
 /// Turns a document's events into calls of a report of its own.

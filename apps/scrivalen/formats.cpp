@@ -14,8 +14,8 @@ constexpr Format kFormats[] = {
     {"xml", "xml", &createXmlWriter},
     {"rtf", "rtf", &createRtfWriter},
     {"pdf", "pdf", &createPdfWriter},
-    {"xlsx", "xlsx", nullptr},
-    {"chm", "chm", nullptr},
+    {"xlsx", "xlsx", &createXlsxWriter},
+    {"chm", "chm", &createChmWriter},
 };
 
 // Calls a function with each extension of a list until it answers true.
@@ -44,15 +44,13 @@ const Format* findFormat(std::string_view nameOrExtension) {
   return nullptr;
 }
 
-std::string writableExtensions() {
+std::string knownExtensions() {
   std::string list;
   for (const Format& format : kFormats) {
-    if (format.createWriter) {
-      anyExtension(format.extensions, [&](std::string_view extension) {
-        list.append(list.empty() ? "." : " .").append(extension);
-        return false;
-      });
-    }
+    anyExtension(format.extensions, [&](std::string_view extension) {
+      list.append(list.empty() ? "." : " .").append(extension);
+      return false;
+    });
   }
   return list;
 }

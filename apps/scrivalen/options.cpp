@@ -44,8 +44,8 @@ void describe(CLI::App& app, Raw& raw) {
   Options& options = raw.options;
   app.add_option("INPUT", options.input, "The file to read; \"-\" is standard input")->type_name("");
   app.add_option("-o,--output", raw.outputs,
-                 "A file to write, its format told by its extension\n(" + writableExtensions() +
-                     "), or by a name in front\nof it (text: html: xml:). May be given several times")
+                 "A file to write, its format told by its extension\n(" + knownExtensions() +
+                     "), or by a name in front\nof it, as in html:FILE. May be given several times")
       ->type_name("FILE")
       ->allow_extra_args(false);
   app.add_option("--from", raw.from,
@@ -99,11 +99,8 @@ OutputRequest outputRequest(const std::string& argument) {
     throw UsageError("the output '" + argument + "' has no file name");
   }
   if (!request.format) {
-    throw UsageError("the format of '" + argument + "' is unknown; there are " + writableExtensions() +
+    throw UsageError("the format of '" + argument + "' is unknown; there are " + knownExtensions() +
                      ", and FORMAT:FILE");
-  }
-  if (!request.format->createWriter) {
-    throw UsageError("'" + argument + "': the format " + std::string(request.format->name) + " is not built yet");
   }
   return request;
 }

@@ -13,7 +13,7 @@ using Names = std::vector<std::string>;
 
 TEST(DeliveryPosix, TellsAFullDiskInOneLineAndDeliversTheOthers) {
   CommandRun run;
-  for (const std::string format : {"html", "text", "xml"}) {
+  for (const std::string format : {"html", "text", "xml", "rtf", "pdf", "xlsx"}) {
     const Result result = run.with("in.md", "x").run({"@/in.md", "-o", format + ":/dev/full", "-o", "@/b.txt"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n") << format;
@@ -31,8 +31,11 @@ TEST(DeliveryPosix, TellsAFullDiskThatWasFoundBeforeTheEnd) {
 
 TEST(DeliveryPosix, WritesToADeviceDirectly) {
   CommandRun run;
-  EXPECT_EQ(run.with("in.md", "x").run({"@/in.md", "-o", "html:/dev/null"}).status, 0);
-  EXPECT_TRUE(fs::is_character_file("/dev/null"));
+  for (const std::string format : {"text", "html", "xml", "rtf", "pdf", "xlsx", "chm"}) {
+    const Result result = run.with("in.md", "x").run({"@/in.md", "-o", format + ":/dev/null"});
+    EXPECT_EQ(result.status, 0) << format << " " << result.error;
+    EXPECT_TRUE(fs::is_character_file("/dev/null")) << format;
+  }
 }
 
 TEST(DeliveryPosix, LosesNothingOfAFileThatAStreamWasRedirectedTo) {

@@ -6,8 +6,9 @@
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
-formats=(txt html xml)
+formats=(txt html xml rtf pdf xlsx)
 command=("$@")
+export SOURCE_DATE_EPOCH=1790000000 # two runs write the same bytes
 
 # In a mount namespace of its own anyone may mount a small disk, and it is gone with the script.
 if [ -z "${SCRIVALEN_IN_NAMESPACE:-}" ]; then

@@ -16,8 +16,11 @@ class SingleReport {
 
   bool open(const std::wstring& file, const DocumentSettings& settings);
   bool close();
+  /// Lets the report be that is not to be finished. It must have no file open.
+  void abandon() { isOpen_ = false; }
   std::wstring error() const { return report_.GetError(); }
 
+  AReport& get() { return report_; }
   AReport* operator->() { return &report_; }
 
  private:

@@ -7,10 +7,12 @@
 /// The writers there are, one for each format.
 namespace scrivalen::command {
 
+std::unique_ptr<DocumentWriter> createChmWriter();
 std::unique_ptr<DocumentWriter> createHtmlWriter();
 std::unique_ptr<DocumentWriter> createPdfWriter();
 std::unique_ptr<DocumentWriter> createRtfWriter();
 std::unique_ptr<DocumentWriter> createTextWriter();
+std::unique_ptr<DocumentWriter> createXlsxWriter();
 std::unique_ptr<DocumentWriter> createXmlWriter();
 
 }  // namespace scrivalen::command

@@ -1,0 +1,149 @@
+#include "texts.h"
+#include "writers/help_topics.h"
+#include "writers/html_body.h"
+#include "writers/plain_writer.h"
+#include "writers/writers.h"
+
+namespace scrivalen::command {
+namespace {
+
+/// Makes the topics as the HTML writer makes its page.
+class HtmlHelpWriter : public DocumentWriter {
+ public:
+  bool open(const std::wstring& file, const DocumentSettings& settings) override;
+  void write(const Event& event) override;
+  bool close() override;
+  std::wstring error() const override { return topics_.error().empty() ? report_.error() : topics_.error(); }
+
+ private:
+  SingleReport report_{FORMAT_CHM};
+  HtmlReport quoting_;
+  HtmlBody body_{report_.get(), quoting_};
+  HelpTopics topics_{report_};
+};
+
+bool HtmlHelpWriter::open(const std::wstring& file, const DocumentSettings& settings) {
+  return topics_.prepare(settings.title) && report_.open(file, settings);
+}
+
+void HtmlHelpWriter::write(const Event& event) {
+  if (groupOf(event.kind) == EventGroup::Contents) {
+    return;  // a help file has them anyway
+  }
+  if (event.kind == EventKind::BeginHeading) {
+    topics_.beginFor(event.number, event.text);
+    topics_.addAnchor(utf8(body_.linkAddress(std::wstring(L"#").append(event.address))));
+  }
+  topics_.beginIfNone();
+  if (event.kind == EventKind::BeginLink || event.kind == EventKind::Markup || event.kind == EventKind::MarkupBlock) {
+    topics_.expectLinks();
+  }
+  body_.write(event);
+}
+
+bool HtmlHelpWriter::close() { return topics_.finish() && report_.close(); }
+
+/// Makes the topics of what a report has operations for: the classic help report quotes every text.
+class ClassicHelpWriter : public PlainWriter {
+ public:
+  ClassicHelpWriter() : PlainWriter(FORMAT_CHM) {}
+
+  bool open(const std::wstring& file, const DocumentSettings& settings) override;
+  bool close() override { return topics_.finish() && PlainWriter::close(); }
+  std::wstring error() const override { return topics_.error().empty() ? PlainWriter::error() : topics_.error(); }
+
+ protected:
+  void heading(int level, const std::wstring& text) override;
+  void paragraph(const std::wstring& text) override;
+  void codeBlock(const std::wstring& text) override { paragraph(text); }
+  void rule() override {}
+  void beginItem(const std::wstring& marker) override { marker_ += marker; }
+  void endItem() override;
+  void beginTable() override;
+  void endTable() override { report_->EndTable(L"table"); }
+  void beginRow(bool header, int columns) override;
+  void endRow(bool) override { report_->EndRow(L"row"); }
+  void cell(const std::wstring& text) override { report_->Cell(text.c_str(), inHeader_ ? 1 : 0, L""); }
+
+ private:
+  void putLines(const std::wstring& text);
+
+  HelpTopics topics_{report_};
+  std::wstring marker_;  // of the item whose first block comes next
+  bool inHeader_ = false;
+};
+
+bool ClassicHelpWriter::open(const std::wstring& file, const DocumentSettings& settings) {
+  return topics_.prepare(settings.title) && PlainWriter::open(file, settings);
+}
+
+void ClassicHelpWriter::heading(int level, const std::wstring& text) {
+  topics_.beginFor(level, text);
+  report_->BeginParagraph(static_cast<PARAGRAPH_TYPE>(level), L"");
+  putLines(marker_ + text);
+  report_->EndParagraph(static_cast<PARAGRAPH_TYPE>(level));
+  marker_.clear();
+}
+
+void ClassicHelpWriter::paragraph(const std::wstring& text) {
+  topics_.beginIfNone();
+  report_->BeginParagraph(PARAGRAPH_NORMAL, L"");
+  putLines(marker_ + text);
+  report_->EndParagraph(PARAGRAPH_NORMAL);
+  marker_.clear();
+}
+
+// An item without a text is there all the same.
+void ClassicHelpWriter::endItem() {
+  if (!marker_.empty()) {
+    paragraph(L"");
+  }
+}
+
+void ClassicHelpWriter::beginTable() {
+  endItem();
+  topics_.beginIfNone();
+  report_->BeginTable(L"table", nullptr);
+}
+
+void ClassicHelpWriter::beginRow(bool header, int columns) {
+  inHeader_ = header;
+  report_->BeginRow(L"row", L"", columns);
+}
+
+void ClassicHelpWriter::putLines(const std::wstring& text) {
+  std::size_t start = 0;
+  for (std::size_t end = text.find(L'\n'); end != std::wstring::npos; end = text.find(L'\n', start)) {
+    report_->Text(text.substr(start, end - start).c_str(), PARAGRAPH_NONE, L"", 0);
+    report_->EndOfLine();
+    start = end + 1;
+  }
+  report_->Text(text.substr(start).c_str(), PARAGRAPH_NONE, L"", 0);
+}
+
+/// Chooses between the two when it is told the form.
+class ChmWriter : public DocumentWriter {
+ public:
+  bool open(const std::wstring& file, const DocumentSettings& settings) override;
+  void write(const Event& event) override { writer_->write(event); }
+  bool close() override { return writer_->close(); }
+  std::wstring error() const override { return writer_->error(); }
+
+ private:
+  std::unique_ptr<DocumentWriter> writer_;
+};
+
+bool ChmWriter::open(const std::wstring& file, const DocumentSettings& settings) {
+  if (settings.conforming) {
+    writer_ = std::make_unique<HtmlHelpWriter>();
+  } else {
+    writer_ = std::make_unique<ClassicHelpWriter>();
+  }
+  return writer_->open(file, settings);
+}
+
+}  // namespace
+
+std::unique_ptr<DocumentWriter> createChmWriter() { return std::make_unique<ChmWriter>(); }
+
+}  // namespace scrivalen::command

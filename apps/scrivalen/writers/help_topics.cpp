@@ -1,0 +1,128 @@
+#include "writers/help_topics.h"
+
+#include "platform/files.h"
+#include "texts.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+namespace scrivalen::command {
+namespace {
+
+constexpr std::string_view kLinkStart = " href=\"";
+
+bool readFile(const std::filesystem::path& path, std::string& bytes) {
+  std::ifstream file(path, std::ios::binary);
+  bytes.assign(std::istreambuf_iterator<char>(file), {});
+  return file.good() || file.eof();
+}
+
+bool writeFile(const std::filesystem::path& path, const std::string& bytes) {
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  file.close();
+  return file.good();
+}
+
+}  // namespace
+
+// Whatever was not finished stays so: to compile pages that go now would help nobody.
+HelpTopics::~HelpTopics() {
+  end();
+  report_.abandon();
+  if (folder_.empty()) {
+    return;
+  }
+  for (const std::wstring& name : platform::filesEndingWith(folder_, L"")) {
+    platform::deleteFile(folder_ + name);
+  }
+  platform::deleteFolder(folder_);
+}
+
+bool HelpTopics::prepare(const std::wstring& title) {
+  title_ = title;
+  const auto folder = platform::createPrivateFolder();
+  if (!folder) {
+    error_ = L"cannot make a folder for the help topics: " + wide(lastErrorText());
+    return false;
+  }
+  folder_ = *folder + platform::kPathSeparator;
+  return true;
+}
+
+void HelpTopics::beginFor(int level, std::wstring_view heading) {
+  constexpr int kDeepestTopic = 2;
+  if (level <= kDeepestTopic && !heading.empty()) {
+    begin(std::wstring(heading));
+  }
+  beginIfNone();
+}
+
+// The report tells at its end which page was not written whole.
+void HelpTopics::begin(const std::wstring& title) {
+  end();
+  topics_.push_back({L"topic" + std::to_wstring(topics_.size() + 1) + L".htm"});
+  report_->BeginSubDocument(folder_.c_str(), topics_.back().file.c_str(), title.c_str());
+  isOpen_ = true;
+}
+
+void HelpTopics::beginIfNone() {
+  if (topics_.empty()) {
+    begin(title_);
+  }
+}
+
+void HelpTopics::end() {
+  if (isOpen_) {
+    report_->EndSubDocument();
+    isOpen_ = false;
+  }
+}
+
+bool HelpTopics::finish() {
+  beginIfNone();
+  end();
+  for (std::size_t topic = 0; topic < topics_.size(); ++topic) {
+    if (topics_[topic].mayLink && !completeLinks(topic)) {
+      error_ = L"cannot write the help topic " + topics_[topic].file + L": " + wide(lastErrorText());
+      return false;
+    }
+  }
+  return true;
+}
+
+// A page is written before it is known where the places are that it links to.
+bool HelpTopics::completeLinks(std::size_t topic) {
+  const std::filesystem::path path(pathOf(topics_[topic]));
+  std::string page;
+  if (!readFile(path, page)) {
+    return false;
+  }
+  std::string completed;
+  std::size_t done = 0;
+  std::string link;
+  for (std::size_t at = page.find(kLinkStart); at != std::string::npos; at = page.find(kLinkStart, at)) {
+    at += kLinkStart.size();
+    link.assign(page, at, page.find('"', at) - at);
+    if (completeLink(link, topic)) {
+      completed.append(page, done, at - done).append(link);
+      done = page.find('"', at);
+    }
+  }
+  if (done == 0) {
+    return true;
+  }
+  return writeFile(path, completed.append(page, done));
+}
+
+bool HelpTopics::completeLink(std::string& link, std::size_t topic) const {
+  const auto anchor = anchors_.find(link);
+  if (anchor == anchors_.end() || anchor->second == topic) {
+    return false;
+  }
+  link.insert(0, utf8(topics_[anchor->second].file));
+  return true;
+}
+
+}  // namespace scrivalen::command

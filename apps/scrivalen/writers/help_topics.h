@@ -1,0 +1,62 @@
+#pragma once
+
+#include "writers/single_report.h"
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::command {
+
+/// The topics of a help file: a page for each heading of level 1 or 2, and one for what stands before the first of them.
+/// They are written into a private folder, which goes with this object.
+class HelpTopics {
+ public:
+  /// @param report  of the help format; not owned
+  explicit HelpTopics(SingleReport& report) : report_(report) {}
+  HelpTopics(const HelpTopics&) = delete;
+  HelpTopics& operator=(const HelpTopics&) = delete;
+  ~HelpTopics();
+
+  /// @param title  of the page for what stands before the first heading
+  /// @return false with the reason in error()
+  bool prepare(const std::wstring& title);
+
+  /// Begins the page that a heading asks for, if it does.
+  void beginFor(int level, std::wstring_view heading);
+  /// Begins the page for what stands before the first heading, unless there is one already.
+  void beginIfNone();
+  /// Where a place of the page that is being written can be reached.
+  /// @param link  "#" and the anchor's name, as a link to it stands in the page
+  void addAnchor(const std::string& link) { anchors_.emplace(link, topics_.size() - 1); }
+  /// The page that is being written may link to another one.
+  void expectLinks() { topics_.back().mayLink = true; }
+
+  /// Ends the last page and makes the links between pages whole.
+  /// @return false with the reason in error()
+  bool finish();
+  const std::wstring& error() const { return error_; }
+
+ private:
+  struct Topic {
+    std::wstring file;
+    bool mayLink = false;
+  };
+
+  void begin(const std::wstring& title);
+  void end();
+  bool completeLinks(std::size_t topic);
+  bool completeLink(std::string& link, std::size_t topic) const;
+  std::wstring pathOf(const Topic& topic) const { return folder_ + topic.file; }
+
+  SingleReport& report_;
+  std::wstring folder_;  // with a separator at its end
+  std::wstring title_;
+  std::vector<Topic> topics_;
+  std::map<std::string, std::size_t> anchors_;
+  std::wstring error_;
+  bool isOpen_ = false;
+};
+
+}  // namespace scrivalen::command

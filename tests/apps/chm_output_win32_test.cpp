@@ -1,0 +1,49 @@
+#include "command_support.h"
+
+#include "texts.h"
+
+#include <gtest/gtest.h>
+
+// The help compiler on the search path of these tests writes down what it was given: the project, the contents and each
+// topic's page.
+namespace scrivalen::command::test {
+namespace {
+
+bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
+
+// What the compiler was given, with '~' for the folder of the topics, which has another name each time.
+std::string givenFor(std::string_view markdown, const std::vector<std::string>& options = {}) {
+  CommandRun run;
+  std::vector<std::string> arguments = {"@/in.md", "-o", "@/out.chm", "--title", "T"};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  const Result result = run.with("in.md", markdown).run(arguments);
+  EXPECT_EQ(result.status, 0) << result.error;
+  const std::string bytes = run.bytes("out.chm");
+  const std::string_view before = "Default topic=";
+  const std::size_t begin = bytes.find(before) + before.size();
+  const std::size_t end = bytes.find("topic1.htm", begin);
+  EXPECT_NE(end, std::string::npos) << bytes;
+  return replaceAll(bytes, bytes.substr(begin, end - begin), "~");
+}
+
+TEST(ChmOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
+  const std::string given = givenFor("a\n\n# B\n\n### C\n\n## D");
+  EXPECT_TRUE(holds(given, "Default topic=~topic1.htm\n")) << given;
+  EXPECT_TRUE(holds(given, "Title=T\n[FILES]\n~topic1.htm\n~topic2.htm\n~topic3.htm\n")) << given;
+  EXPECT_TRUE(holds(given, "<param name=\"Name\" value=\"T\">\r\n<param name=\"Local\" value=\"~topic1.htm\">"));
+  EXPECT_TRUE(holds(given, "<param name=\"Name\" value=\"B\">\r\n<param name=\"Local\" value=\"~topic2.htm\">"));
+  EXPECT_TRUE(holds(given, "<h1 id=\"b\">B</h1>\n<h3 id=\"c\">C</h3>"));
+}
+
+TEST(ChmOutput, LinksFromTopicToTopic) {
+  const std::string given = givenFor("# A\n\n[d](#d) [c](#c)\n\n### C\n\n# B\n\n### D\n\n[c](#c)");
+  EXPECT_TRUE(holds(given, "<a href=\"topic2.htm#d\">d</a> <a href=\"#c\">c</a>")) << given;
+  EXPECT_TRUE(holds(given, "<a href=\"topic1.htm#c\">c</a>")) << given;
+}
+
+TEST(ChmOutput, IsMadeOfPlainOperationsInItsClassicForm) {
+  EXPECT_TRUE(holds(givenFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

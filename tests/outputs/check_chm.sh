@@ -1,0 +1,112 @@
+#!/usr/bin/env bash
+# Lets the command write help files, and chmlib read them.
+#
+#   check_chm.sh COMMAND...
+# shellcheck source-path=SCRIPTDIR source=common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+command=("$@")
+export TMPDIR="$work/temporary"
+mkdir "$TMPDIR"
+
+write_help() {
+  (cd "$work" && "${command[@]}" "$@" 2>help.err) || fail "the command failed: $(cat "$work/help.err")"
+  expect_equal "messages" "$expected_messages" "$(cat "$work/help.err")"
+  expect_equal "what is left in the folder for temporary files" "" "$(ls -A "$TMPDIR")"
+}
+
+expected_messages=""
+
+open_help() {
+  rm -rf "$work/opened"
+  extract_chmLib "$work/$1" "$work/opened" >"$work/extract.out" || fail "chmlib does not open $1"
+}
+
+# The part of a page that the template does not have.
+body() {
+  sed -e '1,/<main/d' -e '/<\/main>/,$d' "$1"
+}
+
+check_topics() {
+  cat >"$work/book.md" <<'MD'
+Before *all*, see [the end](#the-end-) or [outside](https://x.org/#first).
+
+# First & "best"
+
+Text with <kbd>K</kbd> and a \< sign, to [itself](#deep).
+
+### Deep
+
+| a | b |
+|---|---|
+| 1 | € |
+
+## Second;$HOME `x`
+
+- one
+- two
+
+# The end €
+
+Back to [deep](#deep).
+MD
+  write_help book.md --title "A book" -o book.chm -o book.html
+  open_help book.chm
+  expect_equal "the topics" "topic1.htm topic2.htm topic3.htm topic4.htm" "$(cd "$work/opened" && echo topic*.htm)"
+  for topic in 1 2 3 4; do
+    body "$work/opened/topic$topic.htm"
+  done | sed -E 's/href="topic[0-9]\.htm#/href="#/' >"$work/book.bodies"
+  body "$work/book.html" >"$work/book.body"
+  [ -s "$work/book.body" ] || fail "the page has no body"
+  diff <(tr -d '\n' <"$work/book.body") <(tr -d '\n' <"$work/book.bodies") || fail "the topics are not the page"
+  grep -qF 'href="topic4.htm#the-end-"' "$work/opened/topic1.htm" || fail "topic 1 does not lead to topic 4"
+  grep -qF 'href="https://x.org/#first"' "$work/opened/topic1.htm" || fail "the outside link was changed"
+  grep -qF 'href="#deep"' "$work/opened/topic2.htm" || fail "a link within a topic was changed"
+  grep -qF 'href="topic2.htm#deep"' "$work/opened/topic4.htm" || fail "topic 4 does not lead back"
+}
+
+check_contents() {
+  local contents
+  contents="$(tr -d '\r' <"$work/opened/report.hhc" | iconv -f WINDOWS-1252 -t UTF-8)"
+  for entry in 'A book|topic1.htm' 'First & best|topic2.htm' 'Second;$HOME x|topic3.htm' 'The end €|topic4.htm'; do
+    grep -qF "<param name=\"Name\" value=\"${entry%|*}\">" <<<"$contents" || fail "no ${entry%|*} in: $contents"
+    grep -qF "<param name=\"Local\" value=\"${entry#*|}\">" <<<"$contents" || fail "no ${entry#*|} in: $contents"
+  done
+}
+
+# The title stands in the project and in the contents.
+check_letters_outside_the_code_page() {
+  printf '# 日 😀\n\ndaylight 日 comes again\n' >"$work/far.md"
+  expected_messages="scrivalen: warning: 'far.chm': 4 characters could not be written as they were given, the first is "
+  expected_messages+="U+65E5."
+  write_help far.md -o far.chm
+  open_help far.chm
+  grep -qF '<param name="Name" value="? ?' "$work/opened/report.hhc" || fail "the title is another one"
+  grep -qF '<p>daylight 日 comes again</p>' "$work/opened/topic1.htm" || fail "the page has lost its text"
+}
+
+# A document that fills several topics with a table, in the classic form.
+check_classic() {
+  printf '%s\n' 'a *b*' '' '# One' '' '- x' '' '|h|' '|---|' '|<c>|' '' '## Two' >"$work/classic.md"
+  expected_messages=""
+  write_help classic.md --classic -o classic.chm
+  open_help classic.chm
+  grep -qF '<p>a b</p>' "$work/opened/topic1.htm" || fail "topic 1: $(cat "$work/opened/topic1.htm")"
+  grep -qF '<h1>One</h1><p>- x</p><table' "$work/opened/topic2.htm" || fail "topic 2: $(cat "$work/opened/topic2.htm")"
+  grep -qF '<th>h</th>' "$work/opened/topic2.htm" || fail "topic 2 has no header"
+  grep -qF '<h2>Two</h2>' "$work/opened/topic3.htm" || fail "topic 3: $(cat "$work/opened/topic3.htm")"
+}
+
+check_table() {
+  make_table 500 >"$work/table.csv"
+  write_help table.csv -o table.chm
+  open_help table.chm
+  expect_equal "the topics of a table" "topic1.htm" "$(cd "$work/opened" && echo topic*.htm)"
+  expect_equal "rows" 501 "$(html_rows "$work/opened/topic1.htm")"
+}
+
+check_topics
+check_contents
+check_letters_outside_the_code_page
+check_classic
+check_table
