@@ -32,9 +32,10 @@ std::wstring lastErrorText() {
   return text;
 }
 
-// Puts a file aside. Answers its new name, beside the old one; nothing when there is none or it cannot be moved.
+// Puts a file aside. Answers its new name, beside the old one; nothing when there is none or it cannot be moved. Some
+// systems would move a folder, too.
 std::optional<std::wstring> setAside(const std::wstring& path) {
-  if (!pathExists(path)) {
+  if (!pathExists(path) || isFolder(path)) {
     return std::nullopt;
   }
   auto beside = createFileBeside(path);

@@ -285,6 +285,7 @@ TEST(ChmReport, WithoutTopicsCompilesAnEmptyProjectInTheCurrentFolder) {
 }
 
 TEST(ChmReport, TakesNullTextsForEmptyOnes) {
+  const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   EXPECT_EQ(help.report.BeginSubDocument((help.folder / L"a.htm").c_str(), nullptr, nullptr), REPORT_OK);
