@@ -31,11 +31,8 @@ class CPDFMemBlock {
   }
 
   std::string_view text() const;
-  /// Forgets the text and keeps the memory for the next one; room for which there was no memory is forgotten too.
-  void Rewind() {
-    free = size = allocated_;
-    isWhole_ = true;
-  }
+  /// Forgets the text and keeps its room for the next one; room for which there was no memory is forgotten too.
+  void Rewind();
   void swap(CPDFMemBlock& other);
   /// How many code units were appended.
   std::uint64_t length() const { return size - free; }
@@ -55,11 +52,13 @@ class CPDFMemBlock {
 
  private:
   char* take(std::size_t length);
-  void fillDropped(std::uint64_t allocated);
+  bool makeMemory(std::uint64_t needed);
+  void fillDropped(std::uint64_t usable);
 
   Form form_;
   bool isWhole_ = true;
-  std::uint64_t allocated_ = 0;  // for how many code units there is memory; once text was dropped, how many are kept
+  std::uint64_t usable_ = 0;  // for how much of the size there is memory; once text was dropped, how much of it is kept
+  std::uint64_t memory_ = 0;  // how many bytes there are behind data
 };
 
 }  // namespace PDFStuffer

@@ -110,6 +110,37 @@ TEST(PdfMemBlock, TakesABlockByTheSameRule) {
   EXPECT_EQ(part.text(), "four");
 }
 
+// Neither of two blocks that grow in turn can grow where it stands.
+TEST(PdfMemBlock, IsNotCopiedForEachGrowthOfALongText) {
+  CPDFMemBlock block;
+  CPDFMemBlock neighbour;
+  const char* memory = nullptr;
+  int moves = 0;
+  for (int i = 0; i < 10000; ++i) {
+    block.Append("12345");
+    neighbour.Append("12345");
+    moves += block.data.get() == memory ? 0 : 1;
+    memory = block.data.get();
+  }
+  EXPECT_LE(moves, 20);
+  EXPECT_EQ(block.size, 50000u);
+  EXPECT_EQ(block.length(), 50000u);
+}
+
+TEST(PdfMemBlock, CountsNoMoreRoomThanItsSizesSay) {
+  CPDFMemBlock block;
+  block.Append("0123456789");
+  block.Append("0123456789a");
+  EXPECT_EQ(block.size, 22u);
+  block.Rewind();
+  EXPECT_EQ(block.size, 22u);
+  EXPECT_EQ(block.free, 22u);
+  block.Append("0123456789012345678901");
+  block.Append("x");
+  EXPECT_EQ(block.size, 24u);
+  EXPECT_EQ(block.free, 1u);
+}
+
 TEST(PdfMemBlock, KeepsItsMemoryWhenItForgetsItsText) {
   CPDFMemBlock block;
   block.Append("abc");
