@@ -52,6 +52,7 @@ void Pages::finishPage() {
     content.data.Append(lines_.text());
     file_.saveThrough(content);
     content.data.swap(content_);
+    content.dictionary.entries = std::vector<PDFStuffer::CPDFDictionaryEntry>();
   }
   lines_.clear();
 }

@@ -5,6 +5,28 @@
 #include "platform/host.h"
 
 namespace PDFStuffer {
+namespace {
+
+// Written as an array of references, of which a document may have a hundred thousand.
+template <typename Object>
+class References final : public CPDFObject {
+ public:
+  explicit References(const std::vector<Object*>& targets) : targets_(targets) {}
+
+  void Write(CPDFMemBlock& out) override {
+    out.Append("[");
+    for (const CPDFObject* const target : targets_) {
+      CPDFIndirectRef(target).Write(out);
+      out.Append(" ");
+    }
+    out.Append("]\r\n");
+  }
+
+ private:
+  const std::vector<Object*>& targets_;
+};
+
+}  // namespace
 
 CPDFPages::CPDFPages(std::uint32_t& nextObjectNumber) {
   objectNumber = nextObjectNumber++;
@@ -13,10 +35,7 @@ CPDFPages::CPDFPages(std::uint32_t& nextObjectNumber) {
 
 void CPDFPages::Write(CPDFMemBlock& out) {
   addNumber(u"Count", static_cast<std::int32_t>(children.size()));
-  auto& kids = add(u"Kids", std::make_unique<CPDFArray>());
-  for (const CPDFObject* const page : children) {
-    kids.Append(std::make_unique<CPDFIndirectRef>(page));
-  }
+  add(u"Kids", std::make_unique<References<CPDFObject>>(children));
   CPDFDictionary::Write(out);
 }
 
@@ -24,30 +43,34 @@ CPDFPage::CPDFPage(std::uint32_t& nextObjectNumber) {
   objectNumber = nextObjectNumber++;
   ownContent_ = std::make_unique<CPDFStream>(nextObjectNumber);
   content_ = ownContent_.get();
-  addName(u"Type", u"Page");
-  addReference(u"Contents", content_);
-  resources_ = &add(u"Resources", std::make_unique<CPDFDictionary>());
-  auto& procedures = resources_->add(u"ProcSet", std::make_unique<CPDFArray>());
+}
+
+void CPDFPage::AddFont(const CPDFFontBase& font) { fonts_.push_back(&font); }
+
+void CPDFPage::AddAnnotation(const CPDFAnnot& annotation) { annotations_.push_back(&annotation); }
+
+void CPDFPage::addResources() {
+  auto& resources = add(u"Resources", std::make_unique<CPDFDictionary>());
+  auto& procedures = resources.add(u"ProcSet", std::make_unique<CPDFArray>());
   for (const char16_t* const procedure : {u"PDF", u"Text", u"ImageB", u"ImageC", u"ImageI"}) {
     procedures.Append(std::make_unique<CPDFName>(procedure));
   }
-}
-
-void CPDFPage::AddFont(const CPDFFontBase& font) {
-  if (!fonts_) {
-    fonts_ = &resources_->add(u"Font", std::make_unique<CPDFDictionary>());
+  if (!fonts_.empty()) {
+    auto& listed = resources.add(u"Font", std::make_unique<CPDFDictionary>());
+    for (const CPDFFontBase* const font : fonts_) {
+      listed.addReference(font->resourceName().c_str(), font);
+    }
   }
-  fonts_->addReference(font.resourceName().c_str(), &font);
 }
 
-void CPDFPage::AddAnnotation(const CPDFAnnot& annotation) {
-  if (!annotations_) {
-    annotations_ = &add(u"Annots", std::make_unique<CPDFArray>());
-  }
-  annotations_->Append(std::make_unique<CPDFIndirectRef>(&annotation));
-}
-
+// The entries are there only while the page is written: all together they would take more memory than all else.
 void CPDFPage::Write(CPDFMemBlock& out) {
+  addName(u"Type", u"Page");
+  addReference(u"Contents", content_);
+  addResources();
+  if (!annotations_.empty()) {
+    add(u"Annots", std::make_unique<References<const CPDFAnnot>>(annotations_));
+  }
   addReference(u"Parent", parent);
   add(u"LastModified", std::make_unique<CPDFDate>(scrivalen::platform::currentTime()));
   if (owner) {
@@ -55,6 +78,7 @@ void CPDFPage::Write(CPDFMemBlock& out) {
     add(u"MediaBox", std::make_unique<CPDFRect>(box.left, box.bottom, box.right, box.top));
   }
   CPDFDictionary::Write(out);
+  entries = std::vector<CPDFDictionaryEntry>();
 }
 
 }  // namespace PDFStuffer

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace PDFStuffer {
 
@@ -18,7 +19,7 @@ class CPDFPages final : public CPDFDictionary {
   void Write(CPDFMemBlock& out) override;
 };
 
-/// A page (PDF 1.4, 3.6.2).
+/// A page (PDF 1.4, 3.6.2). Its entries are made when it is written, and gone again behind that.
 class CPDFPage final : public CPDFDictionary {
  public:
   /// Takes a number for itself and the next one for its content.
@@ -39,11 +40,12 @@ class CPDFPage final : public CPDFDictionary {
   const CPDFFile* owner = nullptr;
 
  private:
+  void addResources();
+
   std::unique_ptr<CPDFStream> ownContent_;
   CPDFStream* content_;
-  CPDFDictionary* resources_;
-  CPDFDictionary* fonts_ = nullptr;
-  CPDFArray* annotations_ = nullptr;
+  std::vector<const CPDFFontBase*> fonts_;
+  std::vector<const CPDFAnnot*> annotations_;
 };
 
 }  // namespace PDFStuffer

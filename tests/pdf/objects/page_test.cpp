@@ -96,6 +96,16 @@ TEST_F(PdfPage, ListsAFontAsOftenAsItIsAdded) {
   EXPECT_NE(written(page).find("/Font <<\r\n/F1 5 0 R\r\n/F1 5 0 R\r\n>>\r\n"), std::string::npos);
 }
 
+// All pages of a document are there together before the first of them is written.
+TEST_F(PdfPage, HasItsEntriesOnlyWhileItIsWritten) {
+  page.AddFont(*file.AddStandardFont(u"F1", PDF_TIMES_ROMAN));
+  page.AddAnnotation(*file.AddAnnotation());
+  EXPECT_EQ(page.entries.capacity(), 0u);
+  const std::string once = written(page);
+  EXPECT_EQ(page.entries.capacity(), 0u);
+  EXPECT_TRUE(areSameBytes(once, written(page)));
+}
+
 TEST_F(PdfPage, DoesNotWriteItsName) { EXPECT_EQ(written(page).find("a name"), std::string::npos); }
 
 TEST_F(PdfPage, HasTheMediaBoxInForceWhenItIsWritten) {
