@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace scrivalen::pdf {
 namespace {
@@ -58,30 +59,51 @@ CPDFfontIdx makeFont(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE 
 }  // namespace
 
 void FontTable::add(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE face) {
-  entries_.push_back(makeFont(file, id, face, face));
+  append(makeFont(file, id, face, face));
+}
+
+// The entry comes first: an index without it would lead nowhere, should memory run out in between.
+void FontTable::append(CPDFfontIdx entry) {
+  hasSymbolic_ = hasSymbolic_ || PDFStuffer::isSymbolic(entry.face);
+  const CPDFfontIdx& added = entries_.emplace_back(std::move(entry));
+  indexOfId_.try_emplace(added.id, entries_.size() - 1);
+  idOfVariant_.try_emplace({added.face, added.bold, added.italic}, added.id);
 }
 
 void FontTable::addBoldVariants(PDFStuffer::CPDFFile& file) {
   const std::size_t registered = entries_.size();
+  int id = 0;
   for (std::size_t i = 0; i < registered; ++i) {
     const PDF_STANDARD_FONT_FACE face = entries_[i].face;
-    entries_.push_back(makeFont(file, nextUnusedId(), face, boldFaceOf(face)));
-    entries_.back().bold = true;
+    id = unusedIdFrom(id + 1);
+    CPDFfontIdx variant = makeFont(file, id, face, boldFaceOf(face));
+    variant.bold = true;
+    append(std::move(variant));
   }
 }
 
-int FontTable::nextUnusedId() const {
-  int id = static_cast<int>(entries_.size()) + 1;
-  while (find(id)) {
+// The candidates begin behind the number of fonts. What was taken before stays taken, so that who asks for many goes on
+// behind the last one.
+int FontTable::unusedIdFrom(int least) const {
+  int id = std::max(static_cast<int>(entries_.size()) + 1, least);
+  while (indexOfId_.contains(id)) {
     ++id;
   }
   return id;
 }
 
 const CPDFfontIdx* FontTable::find(int id) const {
-  const auto found =
-      std::find_if(entries_.begin(), entries_.end(), [id](const CPDFfontIdx& entry) { return entry.id == id; });
-  return found == entries_.end() ? nullptr : &*found;
+  const auto found = indexOfId_.find(id);
+  return found == indexOfId_.end() ? nullptr : &entries_[found->second];
+}
+
+bool FontTable::isSymbolic(int font, bool bold) const {
+  if (!hasSymbolic_) {
+    return false;
+  }
+  const CPDFfontIdx* const known = find(font);
+  const PDF_STANDARD_FONT_FACE face = (known ? *known : entries_.front()).face;
+  return PDFStuffer::isSymbolic(bold ? boldFaceOf(face) : face);
 }
 
 int FontTable::variantOf(int font, bool bold, bool italic) const {
@@ -89,10 +111,8 @@ int FontTable::variantOf(int font, bool bold, bool italic) const {
   if (!base) {
     return font;
   }
-  const auto found = std::find_if(entries_.begin(), entries_.end(), [&](const CPDFfontIdx& entry) {
-    return entry.face == base->face && entry.bold == bold && entry.italic == italic;
-  });
-  return found == entries_.end() ? font : found->id;
+  const auto found = idOfVariant_.find({base->face, bold, italic});
+  return found == idOfVariant_.end() ? font : found->second;
 }
 
 float FontTable::averageWidth(int font, int size, bool bold) const {

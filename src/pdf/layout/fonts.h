@@ -3,7 +3,11 @@
 #include "pdf/objects/file.h"
 #include "scrivalen/pdf_doc.h"
 
+#include <cstddef>
+#include <map>
 #include <string>
+#include <tuple>
+#include <unordered_map>
 #include <vector>
 
 namespace scrivalen::pdf {
@@ -27,17 +31,27 @@ class FontTable {
   /// Adds a bold variant of each font.
   void addBoldVariants(PDFStuffer::CPDFFile& file);
 
-  int nextUnusedId() const;
+  int nextUnusedId() const { return unusedIdFrom(0); }
   int variantOf(int font, bool bold, bool italic) const;
   float averageWidth(int font, int size, bool bold) const;
   bool has(int font) const { return find(font) != nullptr; }
+  /// Whether a text of this style is drawn in signs instead of letters, as far as fonts are registered by now; an
+  /// unknown number stands for the first of them.
+  bool isSymbolic(int font, bool bold) const;
   const std::vector<CPDFfontIdx>& entries() const { return entries_; }
-  void clear() { entries_.clear(); }
 
  private:
-  const CPDFfontIdx* find(int id) const;
+  using Variant = std::tuple<PDF_STANDARD_FONT_FACE, bool, bool>;
 
+  void append(CPDFfontIdx entry);
+  const CPDFfontIdx* find(int id) const;
+  int unusedIdFrom(int least) const;
+
+  // Of two fonts with one number, or of one face and the same weight and slope, the first counts.
   std::vector<CPDFfontIdx> entries_;
+  std::unordered_map<int, std::size_t> indexOfId_;
+  std::map<Variant, int> idOfVariant_;
+  bool hasSymbolic_ = false;
 };
 
 }  // namespace scrivalen::pdf

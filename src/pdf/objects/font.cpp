@@ -15,25 +15,30 @@ constexpr std::array kSubtypes = {u"Type0", u"Type1",    kBadSubtype,     u"MMTy
 
 constexpr std::int32_t kType1 = 1;
 
-constexpr std::array kBaseFonts = {u"Times-Roman",
-                                   u"Times-Bold",
-                                   u"Times-Italic",
-                                   u"Times-BoldItalic",
-                                   u"Helvetica",
-                                   u"Helvetica-Bold",
-                                   u"Helvetica-Oblique",
-                                   u"Helvetica-BoldOblique",
-                                   u"Courier",
-                                   u"Courier-Bold",
-                                   u"Courier-Oblique",
-                                   u"Courier-BoldOblique",
-                                   u"Symbol",
-                                   u"ZapfDingbats",
-                                   u"Arial",
-                                   u"Helvetica-Italic",
-                                   u"Helvetica-BoldItalic",
-                                   u"Courier-Italic",
-                                   u"Courier-BoldItalic"};
+struct BaseFont {
+  const char16_t* name;
+  const char16_t* standard;  // the one of the 14 fonts of PDF 1.4, 5.5.1: others have to bring their widths
+};
+
+constexpr std::array<BaseFont, 19> kBaseFonts = {{{u"Times-Roman", u"Times-Roman"},
+                                                  {u"Times-Bold", u"Times-Bold"},
+                                                  {u"Times-Italic", u"Times-Italic"},
+                                                  {u"Times-BoldItalic", u"Times-BoldItalic"},
+                                                  {u"Helvetica", u"Helvetica"},
+                                                  {u"Helvetica-Bold", u"Helvetica-Bold"},
+                                                  {u"Helvetica-Oblique", u"Helvetica-Oblique"},
+                                                  {u"Helvetica-BoldOblique", u"Helvetica-BoldOblique"},
+                                                  {u"Courier", u"Courier"},
+                                                  {u"Courier-Bold", u"Courier-Bold"},
+                                                  {u"Courier-Oblique", u"Courier-Oblique"},
+                                                  {u"Courier-BoldOblique", u"Courier-BoldOblique"},
+                                                  {u"Symbol", u"Symbol"},
+                                                  {u"ZapfDingbats", u"ZapfDingbats"},
+                                                  {u"Arial", u"Helvetica"},
+                                                  {u"Helvetica-Italic", u"Helvetica-Oblique"},
+                                                  {u"Helvetica-BoldItalic", u"Helvetica-BoldOblique"},
+                                                  {u"Courier-Italic", u"Courier-Oblique"},
+                                                  {u"Courier-BoldItalic", u"Courier-BoldOblique"}}};
 
 const char16_t* subtypeName(std::int32_t subtype) {
   const auto index = static_cast<std::uint32_t>(subtype);
@@ -42,9 +47,10 @@ const char16_t* subtypeName(std::int32_t subtype) {
 
 bool hasBaseFont(std::int32_t subtype) { return subtype == 1 || (subtype >= 5 && subtype <= 7); }
 
-const char16_t* baseFontName(PDF_STANDARD_FONT_FACE face) {
+const char16_t* baseFontName(PDF_STANDARD_FONT_FACE face, Form form) {
   const auto index = static_cast<std::uint32_t>(face);
-  return index < kBaseFonts.size() ? kBaseFonts[index] : kBaseFonts[PDF_HELVETICA];
+  const BaseFont& font = index < kBaseFonts.size() ? kBaseFonts[index] : kBaseFonts[PDF_HELVETICA];
+  return form == Form::Conforming ? font.standard : font.name;
 }
 
 // A reference to an object of which only the number is known.
@@ -97,10 +103,15 @@ void CPDFFont::Write(CPDFMemBlock& out) {
   CPDFFontBase::Write(out);
 }
 
+bool isSymbolic(PDF_STANDARD_FONT_FACE face) { return face == PDF_SYMBOL || face == PDF_ZAPFDINGBATS; }
+
 void CPDFStandardFont::Write(CPDFMemBlock& out) {
   subtype = kType1;
-  baseFont = baseFontName(face);
+  baseFont = baseFontName(face, out.form());
   fontDescriptor = 0;
+  if (out.isConforming() && isSymbolic(face)) {
+    encodingName.clear();
+  }
   CPDFFont::Write(out);
 }
 

@@ -42,7 +42,11 @@ class CPDFFont : public CPDFFontBase {
   std::unique_ptr<CPDFObject> encoding;
 };
 
-/// One of the fonts that every reader has (PDF 1.4, 5.5.1), and some that most have.
+/// Whether a font has signs of its own instead of letters, in an encoding of its own (PDF 1.4, 5.5.5).
+bool isSymbolic(PDF_STANDARD_FONT_FACE face);
+
+/// One of the fonts that every reader has (PDF 1.4, 5.5.1), and some that most have. The conforming form names the
+/// former only, the one that looks like the face, and no encoding for one that is symbolic.
 class CPDFStandardFont final : public CPDFFont {
  public:
   using CPDFFont::CPDFFont;

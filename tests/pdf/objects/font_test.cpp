@@ -246,6 +246,48 @@ TEST(PdfStandardFont, HasItsOwnSubtypeAndBaseFontAndNoDescriptor) {
   EXPECT_EQ(changed, standard("Symbol"));
 }
 
+// PDF 1.4, 5.5.1: any other font has to bring the widths of its characters.
+TEST(PdfStandardFont, IsOneOfTheFourteenInConformingForm) {
+  const char* const names[] = {"Times-Roman",
+                               "Times-Bold",
+                               "Times-Italic",
+                               "Times-BoldItalic",
+                               "Helvetica",
+                               "Helvetica-Bold",
+                               "Helvetica-Oblique",
+                               "Helvetica-BoldOblique",
+                               "Courier",
+                               "Courier-Bold",
+                               "Courier-Oblique",
+                               "Courier-BoldOblique",
+                               "Symbol",
+                               "ZapfDingbats",
+                               "Helvetica",
+                               "Helvetica-Oblique",
+                               "Helvetica-BoldOblique",
+                               "Courier-Oblique",
+                               "Courier-BoldOblique",
+                               "Helvetica"};
+  for (int face = 0; face < 20; ++face) {
+    std::uint32_t next = 1;
+    CPDFStandardFont made(next);
+    made.face = static_cast<PDF_STANDARD_FONT_FACE>(face);
+    EXPECT_EQ(conforming(made), standard(names[face])) << face;
+  }
+}
+
+TEST(PdfStandardFont, HasNoEncodingForSignsInConformingForm) {
+  for (const PDF_STANDARD_FONT_FACE face : {PDF_SYMBOL, PDF_ZAPFDINGBATS, PDF_ARIAL}) {
+    std::uint32_t next = 1;
+    CPDFStandardFont classic(next);
+    CPDFStandardFont other(next);
+    classic.face = other.face = face;
+    classic.encodingName = other.encodingName = u"WinAnsiEncoding";
+    EXPECT_NE(written(classic).find("/Encoding /WinAnsiEncoding\r\n"), std::string::npos);
+    EXPECT_EQ(conforming(other).find("/Encoding") == std::string::npos, face != PDF_ARIAL);
+  }
+}
+
 TEST(PdfStandardFont, EscapesItsNamesInConformingForm) {
   std::uint32_t next = 1;
   CPDFStandardFont made(next);
