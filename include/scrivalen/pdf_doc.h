@@ -64,6 +64,10 @@ class SCRIVALEN_API CPDFdoc {
   int BegDoc(void* file, int landscape);
 
   /// Registers a font under a number; a bold variant of each is made at the end.
+  ///
+  /// In a conforming document a number keeps its first font; faces from Arial on are drawn in the standard font that
+  /// looks like them; and a text in Symbol or ZapfDingbats, registered before it, is not WinAnsi but that font's own
+  /// codes, up to 255.
   void AddFont(int id, PDF_STANDARD_FONT_FACE face);
 
   // The style that the next write takes. An item has one style only, that of the last write into it.
@@ -116,7 +120,8 @@ class SCRIVALEN_API CPDFdoc {
   float GetAvrCharWidth(int font, int size, int bold);
 
   /// Lays the document out, writes it and closes it; the file stays open.
-  /// @param pageMode  how a reader opens it (PDF 1.4, 3.6.1); null is "UseNone"
+  /// @param pageMode  how a reader opens it (PDF 1.4, table 3.16); null is "UseNone". A conforming document leaves out
+  ///                  what that table does not have.
   /// @return 0, or -1 when bytes did not reach the file; 0 without an open document
   int EndDoc(const wchar_t* pageMode);
 

@@ -27,6 +27,13 @@ Document::Document(platform::NativeFile file, const Paper& paper, Form form)
   styles_.indexOf(CPDFtextStyle());  // the style of items that are never written into is number 0
 }
 
+// The classic form lists a number as often as it is registered; in a conforming page each name stands once.
+void Document::addFont(int id, PDF_STANDARD_FONT_FACE face) {
+  if (!isConforming() || !fonts_.has(id)) {
+    fonts_.add(*file_, id, face);
+  }
+}
+
 // A conforming text is always drawn in a font that its page lists.
 void Document::addBoldVariants() {
   if (isConforming() && fonts_.entries().empty()) {
@@ -120,16 +127,18 @@ void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
     return;
   }
   current_->style = styles_.indexOf(style);
-  appendText(text);
+  appendText(text, style);
   hasText_ = true;
 }
 
 // Titles of the outline are not drawn in a font: a conforming file has them in Unicode.
-void Document::appendText(std::wstring_view text) {
+void Document::appendText(std::wstring_view text, const CPDFtextStyle& style) {
   if (!isConforming()) {
     loss_.add(text_.append(text));
   } else if (current_->isA(ItemKind::Outline)) {
-    text_.append(text);
+    loss_.add(text_.appendTitle(text));
+  } else if (fonts_.isSymbolic(style.font, style.bold)) {
+    loss_.add(text_.appendSigns(text));
   } else {
     loss_.add(text_.appendWinAnsi(text));
   }

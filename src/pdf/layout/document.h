@@ -22,7 +22,7 @@ class Document {
  public:
   Document(platform::NativeFile file, const Paper& paper, PDFStuffer::Form form);
 
-  void addFont(int id, PDF_STANDARD_FONT_FACE face) { fonts_.add(*file_, id, face); }
+  void addFont(int id, PDF_STANDARD_FONT_FACE face);
   void addBoldVariants();
   const FontTable& fonts() const { return fonts_; }
 
@@ -58,7 +58,7 @@ class Document {
   void setCurrent(CPDFitem* item);
   void end(ItemKind kind, CPDFitem* parent);
   void keepText();
-  void appendText(std::wstring_view text);
+  void appendText(std::wstring_view text, const CPDFtextStyle& style);
   template <typename Unit>
   std::basic_string_view<Unit> stored(std::basic_string_view<Unit> text);
   void layOut(Pages::Purpose purpose);

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <charconv>
-#include <cmath>
 #include <cstring>
 #include <utility>
 
@@ -77,11 +76,12 @@ std::string downward(Points distance, PDFStuffer::Form form) {
   return signedTwice ? "0 -" + std::to_string(distance) + " Td\r\n" : "0 " + std::to_string(-distance) + " Td\r\n";
 }
 
+// What is no number and a zero with a sign are not above zero either.
 double component(double value, PDFStuffer::Form form) {
   if (form == PDFStuffer::Form::Classic) {
     return value;
   }
-  return std::isnan(value) ? 0.0 : std::clamp(value, 0.0, 1.0);
+  return value > 0 ? std::min(value, 1.0) : 0.0;
 }
 
 }  // namespace

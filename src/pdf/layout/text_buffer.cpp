@@ -38,6 +38,37 @@ LossCounter TextBuffer::appendWinAnsi(std::wstring_view text) {
   return loss;
 }
 
+LossCounter TextBuffer::appendSigns(std::wstring_view text) {
+  LossCounter loss;
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    const char32_t c = nextCharacter(at, end);
+    if (c > 0xFF) {
+      loss.note(c);
+      bytes_ += '?';
+    } else if (c != U'\r') {
+      bytes_ += c == U'\t' ? ' ' : static_cast<char>(c);
+    }
+  }
+  return loss;
+}
+
+// An escape begins the name of a language (PDF 1.4, 3.8.1); the other control characters mean nothing.
+LossCounter TextBuffer::appendTitle(std::wstring_view text) {
+  LossCounter loss;
+  std::wstring title(text);
+  for (wchar_t& wide : title) {
+    const auto c = static_cast<char32_t>(wide);
+    if (isControl(c) && c != U'\t' && c != U'\r') {
+      loss.note(c);
+      wide = static_cast<wchar_t>(kReplacement);
+    }
+  }
+  append(title);
+  return loss;
+}
+
 void TextBuffer::clear() {
   isWide_ = false;
   bytes_.clear();

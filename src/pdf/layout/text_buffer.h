@@ -14,6 +14,11 @@ class TextBuffer {
   platform::LossCounter append(std::wstring_view text);
   /// Appends wide text as WinAnsi bytes. @return what WinAnsi lacks
   platform::LossCounter appendWinAnsi(std::wstring_view text);
+  /// Appends wide text as the bytes of a font with an encoding of its own, each as it is given; a tab is a blank, a
+  /// carriage return is left out. @return how many characters are no byte, which become "?"
+  platform::LossCounter appendSigns(std::wstring_view text);
+  /// Appends wide text as it stands, but for its control characters, which become U+FFFD. @return how many there were
+  platform::LossCounter appendTitle(std::wstring_view text);
 
   void clear();
   bool isWide() const { return isWide_; }

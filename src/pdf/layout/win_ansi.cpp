@@ -39,8 +39,6 @@ constexpr std::string_view kLatinExtended =
     "UuUuUuWwYyYZzZzZzs";
 static_assert(kLatinExtended.size() == 128);
 
-bool isControl(char32_t c) { return (c < 0x20 && c != U'\n') || (c >= 0x7F && c < 0xA0); }
-
 std::string_view standInFor(char32_t c) {
   if (c == U'\t') {
     return " ";

@@ -9,6 +9,9 @@
 
 namespace scrivalen::pdf {
 
+/// Whether a character has no place in a text. A line feed has one.
+constexpr bool isControl(char32_t c) { return (c < 0x20 && c != U'\n') || (c >= 0x7F && c < 0xA0); }
+
 /// Appends wide text as WinAnsi bytes (PDF 1.4, appendix D). What WinAnsi lacks becomes something like it where there
 /// is such a thing, else "?", and is counted. A tab is a blank; a carriage return is left out.
 void appendWinAnsi(std::string& out, std::wstring_view text, platform::LossCounter& loss);

@@ -4,7 +4,9 @@
 #include "pdf/objects/values.h"
 #include "platform/clog.h"
 
+#include <algorithm>
 #include <exception>
+#include <iterator>
 #include <utility>
 
 using namespace scrivalen::platform;
@@ -15,6 +17,13 @@ namespace {
 constexpr std::size_t kObjectsPerFlush = 50;
 constexpr std::uint64_t kFreeGeneration = 65535;
 constexpr std::uint64_t kMostOffset = 9999999999;  // ten digits is what a line of the table has room for
+
+// PDF 1.4, table 3.16.
+constexpr std::u16string_view kPageModes[] = {u"UseNone", u"UseOutlines", u"UseThumbs", u"FullScreen"};
+
+bool isPageMode(std::u16string_view mode) {
+  return std::find(std::begin(kPageModes), std::end(kPageModes), mode) != std::end(kPageModes);
+}
 
 bool isInvalid(NativeFile handle) { return reinterpret_cast<std::intptr_t>(handle) == -1; }
 
@@ -33,11 +42,11 @@ CPDFCatalog::CPDFCatalog(std::uint32_t& nextObjectNumber) {
 void CPDFCatalog::Write(CPDFMemBlock& out) {
   children.push_back(pages);
   addReference(u"Pages", pages);
-  // An outline without entries is not in the file; the classic form names it all the same.
+  // An outline without entries is not announced; the classic form names it though it is not even in the file.
   if (hasOutlines && !(out.isConforming() && outlines && !outlines->first)) {
     addReference(u"Outlines", outlines);
   }
-  if (pageMode) {
+  if (pageMode && (isPageMode(*pageMode) || !out.isConforming())) {
     addName(u"PageMode", *pageMode);
   }
   CPDFDictionary::Write(out);

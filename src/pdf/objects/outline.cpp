@@ -7,9 +7,11 @@ namespace PDFStuffer {
 void CPDFOutLines::Write(CPDFMemBlock& out) {
   addName(u"Type", u"Outlines");
   addNumber(u"Count", static_cast<std::int32_t>(count));
-  addReference(u"First", first);
-  addReference(u"Last", last);
-  if (first) {
+  if (first || !out.isConforming()) {
+    addReference(u"First", first);
+    addReference(u"Last", last);
+  }
+  if (first || out.isConforming()) {
     CPDFDictionary::Write(out);
   }
 }

@@ -20,7 +20,8 @@ class OutlineNode : public CPDFDictionary {
   std::uint32_t count = 0;
 };
 
-/// The outline of a document (PDF 1.4, 8.2.2); its count is that of all entries. Without entries it writes nothing.
+/// The outline of a document (PDF 1.4, 8.2.2); its count is that of all entries. Without entries the classic
+/// form writes nothing, so that the line of the table for it names what comes behind; the conforming one is empty.
 class CPDFOutLines final : public OutlineNode {
  public:
   using OutlineNode::OutlineNode;

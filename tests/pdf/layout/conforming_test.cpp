@@ -139,6 +139,19 @@ TEST(ConformingPdf, KeepsItsColoursWithinTheirRange) {
   EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n1.000000 0.000000 0.000000 rg\n(a)Tj\n"), std::string::npos);
 }
 
+TEST(ConformingPdf, HasNoSignInFrontOfAColour) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    doc.ColorOn({-0.0, -1e-9, -std::numeric_limits<double>::quiet_NaN()});
+    doc.BeginTable();
+    doc.BeginRow(1);
+    doc.BeginCell({1e300, kInfinite, -kInfinite});
+    doc.write(L"a");
+  });
+  EXPECT_NE(pdf.content(1).find("RG\n1.000000 1.000000 0.000000 rg\n50 789 515 16 re\nF\n"), std::string::npos);
+  EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n0.000000 0.000000 0.000000 rg\n(a)Tj\n"), std::string::npos);
+}
+
 TEST(ConformingPdf, HasOneSignInFrontOfAStep) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.FontSize(-12);
@@ -155,12 +168,91 @@ TEST(ConformingPdf, HasOneSignInFrontOfAStep) {
             "ET\n");
 }
 
-TEST(ConformingPdf, EscapesItsPageMode) {
+TEST(ConformingPdf, LeavesOutAPageModeThatTheStandardDoesNotHave) {
   const auto catalogWith = [](const wchar_t* mode) {
     return std::string(made([](CPDFdoc&) {}, {0, 1, mode}).object(1));
   };
   EXPECT_NE(catalogWith(nullptr).find("/PageMode /UseNone\r\n"), std::string::npos);
-  EXPECT_NE(catalogWith(L"Use None").find("/PageMode /Use#20None\r\n"), std::string::npos);
+  EXPECT_NE(catalogWith(L"UseOutlines").find("/PageMode /UseOutlines\r\n"), std::string::npos);
+  EXPECT_EQ(catalogWith(L"Use None").find("/PageMode"), std::string::npos);
+  EXPECT_EQ(catalogWith(L"").find("/PageMode"), std::string::npos);
+}
+
+// Each face has its own widths, which do not change with its name.
+TEST(ConformingPdf, IsLaidOutAsTheClassicOneInEachFace) {
+  for (int face = 0; face < 20; ++face) {
+    const auto fill = [face](CPDFdoc& doc) {
+      doc.AddFont(1, static_cast<PDF_STANDARD_FONT_FACE>(face));
+      doc.FontNo(1);
+      paragraph(doc, std::wstring(300, L'x').c_str());
+      doc.BoldOn();
+      paragraph(doc, std::wstring(300, L'x').c_str());
+    };
+    EXPECT_EQ(made(fill, kConforming).content(1), made(fill).content(1)) << face;
+  }
+}
+
+TEST(ConformingPdf, HasOnlyStandardFonts) {
+  const MadePdf pdf = made(
+      [](CPDFdoc& doc) {
+        doc.AddFont(1, PDF_ARIAL);
+        doc.AddFont(2, PDF_ZAPFDINGBATS);
+      },
+      kConforming);
+  const std::string head = "<<\r\n/Type /Font\r\n/Subtype /Type1\r\n/Name /F";
+  EXPECT_NE(pdf.object(3).find(head + "1\r\n/BaseFont /Helvetica\r\n/Encoding /WinAnsiEncoding\r\n>>"),
+            std::string_view::npos);
+  EXPECT_NE(pdf.object(4).find(head + "2\r\n/BaseFont /ZapfDingbats\r\n>>"), std::string_view::npos);
+  EXPECT_NE(pdf.object(6).find(head + "4\r\n/BaseFont /Times-Bold\r\n/Encoding /WinAnsiEncoding\r\n>>"),
+            std::string_view::npos);
+}
+
+TEST(ConformingPdf, HasAFontNumberOnceThoughItIsRegisteredTwice) {
+  const auto fill = [](CPDFdoc& doc) {
+    doc.AddFont(1, PDF_TIMES_ROMAN);
+    doc.AddFont(1, PDF_COURIER);
+    doc.FontNo(1);
+    paragraph(doc, std::wstring(86, L'x').c_str());
+  };
+  const MadePdf pdf = made(fill, kConforming);
+  EXPECT_NE(pdf.object(5).find("/Font <<\r\n/F1 3 0 R\r\n/F2 4 0 R\r\n>>\r\n"), std::string_view::npos);
+  EXPECT_NE(pdf.object(3).find("/BaseFont /Times-Roman\r\n"), std::string_view::npos);
+  EXPECT_EQ(pdf.content(1), made(fill).content(1));
+}
+
+TEST(ConformingPdf, HasTheBytesOfSignsAsTheyAreGiven) {
+  const auto textIn = [](PDF_STANDARD_FONT_FACE face, bool bold, const wchar_t* text) {
+    return made(
+               [&](CPDFdoc& doc) {
+                 doc.AddFont(1, face);
+                 doc.FontNo(1);
+                 bold ? doc.BoldOn() : doc.BoldOff();
+                 paragraph(doc, text);
+               },
+               kConforming)
+        .texts(1);
+  };
+  const wchar_t* const signs = L"a(\xA0\x80\x8D\x7F\x1B";
+  EXPECT_EQ(textIn(PDF_SYMBOL, false, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  EXPECT_EQ(textIn(PDF_SYMBOL, true, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, false, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  // Bold, it is drawn in Times.
+  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, true, signs), Strings{"a\\(\xA0????"});
+  EXPECT_EQ(textIn(PDF_SYMBOL, false, L"a\tb\r\n\x20AC"), (Strings{"a b", "?"}));
+}
+
+TEST(ConformingPdf, CountsWhatIsNoSign) {
+  CPDFdoc doc;
+  const MadePdf pdf = made(
+      doc,
+      [](CPDFdoc& open) {
+        open.AddFont(1, PDF_SYMBOL);
+        paragraph(open, (L"\xFF\x0100\t\r\n" + grin()).c_str());  // an unknown number is the first font
+      },
+      kConforming);
+  EXPECT_EQ(pdf.texts(1), (Strings{"\xFF? ", "?"}));
+  EXPECT_EQ(doc.LostCharacters(), 2u);
+  EXPECT_EQ(doc.FirstLostCharacter(), U'\x0100');
 }
 
 TEST(ConformingLink, HasItsLowerEdgeFirst) {
@@ -286,6 +378,17 @@ TEST(ConformingOutline, HasTitlesInUnicode) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.AddOutlineItem((L"\x4E2D(" + grin()).c_str(), L"", 0); });
   EXPECT_NE(pdf.object(7).find(std::string("/Title (\xFE\xFF\x4E\x2D\x00\\(\xD8\x3D\xDE\x00)\r\n", 22)),
             std::string_view::npos);
+}
+
+// An escape would begin the name of a language (PDF 1.4, 3.8.1).
+TEST(ConformingOutline, HasNoControlCharactersInItsTitles) {
+  CPDFdoc doc;
+  const MadePdf pdf = made(
+      doc, [](CPDFdoc& open) { open.AddOutlineItem(L"\x1B\x65n\t\x7F\x85", L"", 0); }, kConforming);
+  EXPECT_NE(pdf.object(7).find(std::string("/Title (\xFE\xFF\xFF\xFD\0e\0n\0\t\xFF\xFD\xFF\xFD)\r\n", 25)),
+            std::string_view::npos);
+  EXPECT_EQ(doc.LostCharacters(), 3u);
+  EXPECT_EQ(doc.FirstLostCharacter(), U'\x1B');
 }
 
 TEST(ConformingOutline, LosesNothingOfItsTitles) {

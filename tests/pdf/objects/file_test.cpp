@@ -402,14 +402,27 @@ TEST(PdfCatalog, NamesPagesOutlineAndPageModeInThisOrder) {
                    written(catalog)));
 }
 
-TEST(PdfCatalog, WritesThePageModeAsItStandsUnlessItConforms) {
+TEST(PdfCatalog, WritesThePageModeAsItStands) {
   std::uint32_t next = 1;
-  CPDFCatalog classic(next);
-  classic.pageMode = u"Use (it)";
-  EXPECT_NE(written(classic).find("/PageMode /Use (it)\r\n"), std::string::npos);
-  CPDFCatalog other(next);
-  other.pageMode = u"Use (it)";
-  EXPECT_NE(conforming(other).find("/PageMode /Use#20#28it#29\r\n"), std::string::npos);
+  CPDFCatalog catalog(next);
+  catalog.pageMode = u"Use (it)";
+  EXPECT_NE(written(catalog).find("/PageMode /Use (it)\r\n"), std::string::npos);
+}
+
+// PDF 1.4, table 3.16.
+TEST(PdfCatalog, HasOnlyThePageModesOfTheStandardInConformingForm) {
+  std::uint32_t next = 1;
+  for (const char16_t* const mode : {u"UseNone", u"UseOutlines", u"UseThumbs", u"FullScreen"}) {
+    CPDFCatalog catalog(next);
+    catalog.pageMode = mode;
+    const std::string name(catalog.pageMode->begin(), catalog.pageMode->end());
+    EXPECT_NE(conforming(catalog).find("/PageMode /" + name + "\r\n"), std::string::npos);
+  }
+  for (const char16_t* const mode : {u"", u"usenone", u"UseNone ", u"UseOC", u"Use (it)"}) {
+    CPDFCatalog catalog(next);
+    catalog.pageMode = mode;
+    EXPECT_EQ(conforming(catalog).find("PageMode"), std::string::npos);
+  }
 }
 
 TEST(PdfCatalog, HasAnEmptyPageMode) {

@@ -46,9 +46,10 @@ TEST_F(PdfOutline, HasEntriesThatTakeANumberEachAndAreUnlinked) {
   EXPECT_EQ(entry.title, nullptr);
 }
 
-TEST_F(PdfOutline, WritesNothingWithoutEntries) {
-  EXPECT_EQ(written(outline), "");
-  EXPECT_EQ(conforming(outline), "");
+TEST_F(PdfOutline, WritesNothingWithoutEntries) { EXPECT_EQ(written(outline), ""); }
+
+TEST_F(PdfOutline, IsThereWithoutEntriesInConformingForm) {
+  EXPECT_EQ(conforming(outline), "3 0 obj\r\n<<\r\n/Type /Outlines\r\n/Count 0\r\n>>\r\nendobj\r\n\r\n");
 }
 
 TEST_F(PdfOutline, NamesItsFirstAndLastEntry) {
@@ -246,8 +247,11 @@ TEST(PdfOutlineOfAFile, IsNamedByTheTableThoughItIsNotThere) {
   EXPECT_EQ(PdfStructure(bytes, false).problems(), std::vector<std::string>());
 }
 
-TEST(PdfOutlineOfAFile, IsNotAnnouncedInConformingFormWhenItIsNotThere) {
+TEST(PdfOutlineOfAFile, IsNotAnnouncedInConformingFormWithoutEntries) {
   FileOnDisk file(Form::Conforming);
   file.pdf.CreateOutlines();
-  EXPECT_EQ(file.saved().find("/Outlines"), std::string::npos);
+  file.pdf.AddStandardFont(u"F1", PDF_TIMES_ROMAN);
+  const std::string bytes = file.saved();
+  EXPECT_NE(bytes.find("1 0 obj\r\n<<\r\n/Type /Catalog\r\n/Pages 2 0 R\r\n>>\r\n"), std::string::npos);
+  EXPECT_EQ(PdfStructure(bytes, true).problems(), std::vector<std::string>());
 }
