@@ -92,6 +92,8 @@ class SCRIVALEN_API CPDFdoc {
   /// Begins a table; ignored inside a table.
   void BeginTable();
   void EndTable();
+  /// @param columns  the width of the page is divided by; none, 0 or less, take no cells. Beyond 1,000 of them, which
+  ///                 have no width any more, only those with a cell are drawn.
   void BeginRow(int columns);
   void EndRow();
   /// Begins a cell of the current row; one beyond its columns is dropped, with its text.

@@ -17,6 +17,10 @@ namespace {
 constexpr Points kCellIndent = 1;
 constexpr Points kFrameLift = 3;  // of a row's lower edge, above its lowest text
 
+// Of columns that have no cell. More columns than the paper has points have no width: their frames all stand on one
+// spot, where a thousand of them look like two thousand million.
+constexpr std::int32_t kMostEmptyColumns = 1000;
+
 // The gap above a paragraph or a table.
 Points leadingGap(Pages& pages, PageText& lines, const DrawStyle& style, Points y) {
   if (y - style.lead < kBottomLimit) {
@@ -178,7 +182,8 @@ void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, Points y, Points bot
   PDFStuffer::Piece rest;
   rest.text(" ").number(bottom + kFrameLift).text(" ").number(width).text(" ").number(y - bottom).text(" re\r\n");
   const CPDFitem* cell = cells.first;
-  for (std::int32_t i = 0; i < columns; ++i) {
+  const std::int32_t drawn = std::min(columns, std::max(cellCount, kMostEmptyColumns));
+  for (std::int32_t i = 0; i < drawn; ++i) {
     const Points x = kLeftMargin + i * width;
     if (cell) {
       lines.line(pages.background(static_cast<const CPDFtableCell*>(cell)->background));

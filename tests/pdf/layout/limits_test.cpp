@@ -102,7 +102,45 @@ TEST(PdfLimits, HasATableOfTwoHundredColumns) {
   EXPECT_EQ(pdf.texts(3).size(), 6 * 200 * 4u);
 }
 
-TEST(PdfLimits, HasMoreColumnsThanPoints) {
+MadePdf rowOf(int columns, PdfSetting setting = kClassic) {
+  return madeInTimes(
+      [columns](CPDFdoc& doc) {
+        doc.BeginTable();
+        doc.BeginRow(columns);
+        doc.BeginCell(kWhiteCell);
+        doc.write(L"");
+      },
+      setting);
+}
+
+TEST(PdfLimits, HasAsManyColumnsAsPoints) {
+  EXPECT_EQ(rowOf(515).frames(1).size(), 515u);
+  EXPECT_EQ(rowOf(515).frames(1).back(), "564 789 1 16");
+  EXPECT_EQ(rowOf(760, kWide).frames(1).size(), 760u);
+  EXPECT_EQ(rowOf(760, kWide).frames(1).back(), "809 544 1 16");
+}
+
+TEST(PdfLimits, HasColumnsWithoutAWidthOnOneSpot) {
+  EXPECT_EQ(rowOf(516).frames(1), Strings(516, "50 789 0 16"));
+  EXPECT_EQ(rowOf(761, kWide).frames(1), Strings(761, "50 544 0 16"));
+  EXPECT_EQ(rowOf(1000).frames(1), Strings(1000, "50 789 0 16"));
+}
+
+TEST(PdfLimits, DrawsNoMoreThanAThousandEmptyColumns) {
+  for (const int columns : {1001, 70000, std::numeric_limits<int>::max()}) {
+    EXPECT_EQ(rowOf(columns).frames(1), Strings(1000, "50 789 0 16")) << columns;
+    EXPECT_EQ(rowOf(columns, kConforming).frames(1), Strings(1000, "50 789 0 16")) << columns;
+  }
+}
+
+TEST(PdfLimits, HasARowWithoutColumns) {
+  for (const int columns : {0, -1, -516, std::numeric_limits<int>::min()}) {
+    const MadePdf pdf = rowOf(columns);
+    EXPECT_EQ(pdf.content(1), "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n0 802 Td\nET\n0.0 0.0 0.0 RG\nBT\nET\n") << columns;
+  }
+}
+
+TEST(PdfLimits, HasMoreCellsThanPoints) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginTable();
     doc.BeginRow(70000);
@@ -113,7 +151,7 @@ TEST(PdfLimits, HasMoreColumnsThanPoints) {
     doc.BeginCell(kWhiteCell);
     doc.write(L"");
   });
-  EXPECT_EQ(pdf.frames(1), Strings(70000, "50 789 0 16"));
+  EXPECT_EQ(pdf.frames(1), Strings(66001, "50 789 0 16"));
   EXPECT_TRUE(
       pdf.content(1).ends_with("BT\n1 0 0 1 0 0 Tm\n51 802 Td\n0 -8 Td\n/F1 12 Tf\n"
                                "0.000000 0.000000 0.000000 rg\n()Tj\n0 -8 Td\nET\n"));
@@ -145,14 +183,72 @@ TEST(PdfLimits, HasAHundredThousandOutlineEntries) {
   EXPECT_TRUE(outline.ends_with("\n  99999 to page 1 at 50 810\n"));
 }
 
-TEST(PdfLimits, HasLinksToTwentyThousandNames) {
+TEST(PdfLimits, HasLinksToAHundredThousandNames) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
-    for (int i = 0; i < 20000; ++i) {
-      doc.HyperLink(nullptr, std::to_wstring(i).c_str());
+    for (int i = 0; i < 100000; ++i) {
+      const std::wstring name = std::to_wstring(i);
+      doc.HyperLink(nullptr, name.c_str());
+      if (i % 2 == 0) {
+        doc.BookMark(name.c_str());
+      }
     }
   });
-  EXPECT_EQ(pdf.links().size(), 20000u);
+  const Strings links = pdf.links();
+  ASSERT_EQ(links.size(), 100000u);
+  EXPECT_EQ(links[99998], "page 1 [50 802 565 802] to page 1 at 50 802");
+  EXPECT_EQ(links[99999], "page 1 [50 802 565 802] to object 0 at 0 0");
+}
+
+TEST(PdfLimits, HasAHundredThousandLinksFromOneParagraph) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.Paragraf(0);
+    doc.BookMark(L"here");
+    for (int i = 0; i < 100000; ++i) {
+      doc.HyperLink(nullptr, L"here");
+    }
+  });
+  EXPECT_EQ(pdf.links(), Strings(100000, "page 1 [50 802 565 802] to page 1 at 50 802"));
+}
+
+TEST(PdfLimits, HasAThousandFonts) {
+  const MadePdf pdf = made([](CPDFdoc& doc) {
+    for (int i = 1; i <= 1000; ++i) {
+      doc.AddFont(1000 + i, static_cast<PDF_STANDARD_FONT_FACE>(i % 19));
+    }
+    for (int i = 1; i <= 1000; ++i) {
+      doc.FontNo(1000 + i);
+      paragraph(doc, L"a");
+    }
+  });
+  // The page tree's pages come behind 2,000 fonts.
+  ASSERT_EQ(pdf.pageCount(), 32u);
+  EXPECT_NE(pdf.object(2003).find("/Font <<\r\n/F1001 3 0 R\r\n/F1002 4 0 R\r\n"), std::string_view::npos);
+  EXPECT_NE(pdf.object(2003).find("\r\n/F3000 2002 0 R\r\n>>\r\n"), std::string_view::npos);
+  EXPECT_NE(pdf.content(32).find("/F2000 12 Tf\n"), std::string::npos);
+}
+
+// A letter of 491 points, two of which fit neither beside nor below each other.
+TEST(PdfLimits, HasALongTextWithAPageForEachLetter) {
+  const std::wstring text(20000, L'W');
+  const MadePdf pdf = madeInTimes([&](CPDFdoc& doc) {
+    doc.FontSize(500);
+    paragraph(doc, text.c_str());
+  });
+  // The gap in front of it takes a page of its own.
+  ASSERT_EQ(pdf.pageCount(), 20001u);
+  EXPECT_EQ(pdf.texts(1), Strings{});
+  EXPECT_EQ(pdf.texts(2), Strings{"W"});
+  EXPECT_EQ(pdf.texts(20001), Strings{"W"});
+}
+
+TEST(PdfLimits, HasThemInACellWithThreePagesForEachLetter) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.FontSize(500);
+    textInColumn(doc, 1, std::wstring(5000, L'W'));
+  });
+  EXPECT_EQ(pdf.pageCount(), 1 + 3 * 4999u);
+  EXPECT_EQ(pdf.texts(pdf.pageCount()), Strings{"W"});
 }
 
 TEST(PdfLimits, HasTheLargestFont) {
@@ -176,6 +272,45 @@ TEST(PdfLimits, HasTheSmallestFont) {
             "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n0 1431656575 Td\n"
             "1 0 0 1 0 0 Tm\n50 1431656575 Td\n0 --1431655765 Td\n/F1 -2147483648 Tf\n"
             "0.000000 0.000000 0.000000 rg\n(ab)Tj\n0 --1431655765 Td\nET\n");
+}
+
+TEST(PdfLimits, HasColoursThatAreNoNumbers) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    doc.ColorOn({std::numeric_limits<double>::quiet_NaN(), kInfinite, -kInfinite});
+    paragraph(doc, L"a");
+    doc.ColorOn({-0.0, 1e300, -1e-9});
+    paragraph(doc, L"b");
+  });
+  const std::string digits = std::to_string(1e300);
+  EXPECT_EQ(digits.size(), 308u);
+  EXPECT_NE(pdf.content(1).find("\nnan inf -inf rg\n(a)Tj\n"), std::string::npos);
+  EXPECT_NE(pdf.content(1).find("\n-0.000000 " + digits + " -0.000000 rg\n(b)Tj\n"), std::string::npos);
+}
+
+// Each piece has a letter of more than a byte, so that the text before it is kept as code units.
+TEST(PdfLimits, GoesOnWithAWideTextBehindAnEntryOfTheOutline) {
+  const auto fill = [](CPDFdoc& doc) {
+    doc.Paragraf(0);
+    for (int i = 0; i < 1000; ++i) {
+      doc.write(L"a\x0141");
+      doc.AddOutlineItem(i % 2 ? L"x" : L"\x0142", L"", 0);
+      doc.write(L"b");
+    }
+    doc.AddOutlineItem(L"end", L"", 0);
+  };
+  const MadePdf pdf = madeInTimes(fill);
+  std::string all;
+  for (const std::string& line : pdf.texts(1)) {
+    all += line;
+  }
+  std::string expected;
+  for (int i = 0; i < 1000; ++i) {
+    expected += "aAb";  // the low byte of U+0141
+  }
+  EXPECT_EQ(all, expected);
+  EXPECT_TRUE(pdf.outline().starts_with("1001 entries\nB to object 0 at 0 0\nx to object 0 at 0 0\n"));
+  EXPECT_EQ(madeInTimes(fill, kConforming).texts(1).front().substr(0, 6), "aLbaLb");
 }
 
 TEST(PdfLimits, LeavesNullTextsOut) {
