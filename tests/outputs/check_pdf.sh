@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
-# Lets the command write PDF, and five other programs read it.
+# Lets the command, or a program that uses every face, write PDF, and five other programs read it.
 #
 #   check_pdf.sh documents|tables COMMAND...
+#   check_pdf.sh faces PROGRAM...
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -46,6 +47,34 @@ check_classic() {
   read_pdf classic classic classic
 }
 
+write_faces() {
+  (cd "$work" && "${command[@]}" "$1.pdf" "$1.utf8" "${@:2}") || fail "the program failed on $1.pdf"
+  check_syntax "$1"
+}
+
+# Readers know the 14 standard fonts by their names, and the codes of the symbolic two.
+check_fonts() {
+  local names="Courier Courier-Bold Courier-BoldOblique Courier-Oblique Helvetica Helvetica-Bold
+    Helvetica-BoldOblique Helvetica-Oblique Symbol Times-Bold Times-BoldItalic Times-Italic Times-Roman ZapfDingbats"
+  pdffonts "$work/$1.pdf" >"$work/$1.fonts" 2>"$work/$1.err"
+  expect_equal "poppler's messages on $1.pdf" "" "$(cat "$work/$1.err")"
+  # shellcheck disable=SC2086  # a word for each
+  expect_equal "fonts of $1.pdf" "$(printf '%s\n' $names)" "$(awk 'NR > 2 { print $1 }' "$work/$1.fonts" | sort -u)"
+  expect_equal "encodings of $1.pdf" "Symbol Symbol,ZapfDingbats ZapfDingbats" "$(awk 'NR > 2 && $4 != "WinAnsi" {
+    print $1, $4 }' "$work/$1.fonts" | sort -u | paste -sd,)"
+}
+
+# Only poppler and PDFium know dingbats as characters; the others have to draw them without a complaint.
+check_dingbats() {
+  pdftotext -raw "$work/$1.pdf" "$work/$1.txt" 2>"$work/$1.err"
+  expect_equal "poppler's messages on $1.pdf" "" "$(cat "$work/$1.err")"
+  expect_equal "text of $1.pdf" "$(tr -d ' \n' <"$work/$1.utf8")" "$(tr -d ' \n\f' <"$work/$1.txt")"
+  mutool draw -q -o "$work/$1-%d.png" "$work/$1.pdf" 2>"$work/$1.err"
+  expect_equal "MuPDF's messages on $1.pdf" "" "$(grep -v 'ICC support' "$work/$1.err" || true)"
+  gs -q -dNOPAUSE -dBATCH -dSAFER -sDEVICE=nullpage "$work/$1.pdf" >"$work/$1.err" 2>&1
+  expect_equal "Ghostscript's messages on $1.pdf" "" "$(cat "$work/$1.err")"
+}
+
 case "$kind" in
   documents)
     cp "$root/docs/guide.md" "$work/"
@@ -58,6 +87,14 @@ case "$kind" in
     check_input table.csv
     sed 's/ €/ EUR/' "$work/table.csv" >"$work/plain.csv"
     check_classic plain.csv
+    ;;
+  faces)
+    write_faces all
+    check_fonts all
+    check_dingbats all
+    write_faces letters 13
+    read_pdf conforming letters letters
+    check_rewritten letters
     ;;
   *) fail "unknown kind '$kind'" ;;
 esac
