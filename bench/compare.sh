@@ -5,6 +5,7 @@
 #   bench/compare.sh             both of what follows; Markdown only where cmark and the command are there
 #   bench/compare.sh ledger      the library against writers by hand, scaling, memory
 #   bench/compare.sh pdf         PDF against libharu
+#   bench/compare.sh xlsx        spreadsheets against libxlsxwriter
 #   bench/compare.sh markdown    the command against cmark
 #
 # BUILD is the build folder (build/linux), RUNS how often each side runs (11), TMPDIR where the files go.
@@ -174,6 +175,34 @@ compare_pdf() {
   peak_against_haru 1000000
 }
 
+# peak_over_xlsxwriter ROWS: how many MiB more the library needs.
+peak_over_xlsxwriter() {
+  local rows=$1 own other
+  own="$(peak xlsx library "$rows")"
+  other="$(peak xlsx xlsxwriter "$rows")"
+  verdict "table of $rows rows" "$own" "$other" "$(awk -v a="$own" -v b="$other" 'BEGIN {print (a - b) / 1024}')" 2
+}
+
+peak_growth() {
+  local large small
+  large="$(peak xlsx library 1000000)"
+  small="$(peak xlsx library 10000)"
+  verdict "xlsx, library" "$large" "$small" "$(awk -v a="$large" -v b="$small" 'BEGIN {print (a - b) / 1024}')" 1
+}
+
+compare_xlsx() {
+  head_line "cpu seconds, xlsx" library libxlsxwriter ratio limit
+  pairs "cpu xlsx library 10000" "cpu xlsx xlsxwriter 10000"
+  verdict "table of 10000 rows" "$seconds" "$other" "$ratio" 1.10
+  pairs "cpu xlsx library 100000" "cpu xlsx xlsxwriter 100000"
+  verdict "table of 100000 rows" "$seconds" "$other" "$ratio" 1.10
+  head_line "peak memory, KiB, xlsx" library libxlsxwriter "MiB more" limit
+  peak_over_xlsxwriter 10000
+  peak_over_xlsxwriter 100000
+  head_line "peak memory, KiB, xlsx" "1,000,000" "10,000" "MiB more" limit
+  peak_growth
+}
+
 compare_ledger() {
   [ -x "$ledger" ] || fail "there is no $ledger; build the benchmarks first"
   head_line "cpu seconds, 100,000 rows" library handwritten ratio limit
@@ -251,14 +280,16 @@ compare_markdown() {
 case "${1:-}" in
   ledger) compare_ledger ;;
   pdf) compare_pdf ;;
+  xlsx) compare_xlsx ;;
   markdown) compare_markdown ;;
   "")
     compare_ledger
     compare_pdf
+    compare_xlsx
     if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
       compare_markdown
     fi
     ;;
-  *) fail "unknown comparison '$1': ledger, pdf, markdown, or none for all" ;;
+  *) fail "unknown comparison '$1': ledger, pdf, xlsx, markdown, or none for all" ;;
 esac
 exit "$over"

@@ -214,6 +214,7 @@ std::string writeByHand(Format format, long rows, const std::string& file) {
     case Format::Xml: writeXml(rows, out); break;
     case Format::Rtf: writeRtf(rows, out); break;
     case Format::Pdf: std::fclose(out); return "there is no PDF writer by hand";
+    case Format::Xlsx: std::fclose(out); return "there is no xlsx writer by hand";
   }
   const bool written = std::ferror(out) == 0;
   return std::fclose(out) == 0 && written ? std::string() : failure("cannot write", file);

@@ -13,9 +13,10 @@ constexpr REPORT_FORMAT reportFormat(Format format) {
     case Format::Html: return FORMAT_HTML;
     case Format::Xml: return FORMAT_XML;
     case Format::Rtf: return FORMAT_RTF;
-    case Format::Pdf: break;
+    case Format::Pdf: return FORMAT_PDF;
+    case Format::Xlsx: break;
   }
-  return FORMAT_PDF;
+  return FORMAT_EXCEL;
 }
 
 void writeWholeCell(AReport& report, const wchar_t* text) { report.Cell(text, 0, nullptr); }

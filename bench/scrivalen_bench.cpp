@@ -33,11 +33,19 @@ struct Comparison {
 constexpr long kMostRowsOfLargeFiles = 100000;
 constexpr long kMostRows = 1000000;
 
+Writer peerOf(Format format) {
+  switch (format) {
+    case Format::Pdf: return writeWithHaru;
+    case Format::Xlsx: return writeWithXlsxwriter;
+    default: return writeByHand;
+  }
+}
+
 std::vector<Comparison> comparisons() {
   std::vector<Comparison> all;
   for (const NamedFormat& format : kFormats) {
-    const bool isLarge = format.format == Format::Rtf || format.format == Format::Pdf;
-    const Writer peer = format.format == Format::Pdf ? writeWithHaru : writeByHand;
+    const bool isLarge = format.format == Format::Rtf || format.format == Format::Pdf || format.format == Format::Xlsx;
+    const Writer peer = peerOf(format.format);
     all.push_back({format.name, format.format, writeWithLibrary, peer, isLarge ? kMostRowsOfLargeFiles : kMostRows});
   }
   all.push_back({"rtf_document", Format::Rtf, writeWithDocument, writeByHand, kMostRowsOfLargeFiles});

@@ -14,14 +14,15 @@ namespace {
 
 constexpr const char* kUsage =
     "usage: scrivalen_ledger FORMAT WRITER ROWS FILE\n"
-    "  FORMAT  text, html, xml, rtf, pdf\n"
+    "  FORMAT  text, html, xml, rtf, pdf, xlsx\n"
     "          prose (writers library and haru): sections of prose as pdf, of which ROWS is the number\n"
     "          all (writer common only): text, html and xml at once, into FILE.txt, FILE.html and FILE.xml\n"
     "  WRITER  library: the library, with the calls that suit the format\n"
     "          common: the library, with the calls that serve every format\n"
     "          document (rtf only): the class RTFdoc, without a report\n"
-    "          handwritten (not pdf): buffered stdio\n"
+    "          handwritten (not pdf, xlsx): buffered stdio\n"
     "          haru (pdf only): libharu\n"
+    "          xlsxwriter (xlsx only): libxlsxwriter\n"
     "Prints the cpu seconds and the peak memory in KiB of the whole process.\n";
 
 std::optional<Format> formatOf(std::string_view name) {
@@ -55,6 +56,7 @@ Write writerOf(std::string_view name) {
   if (name == "document") return writeWithDocument;
   if (name == "handwritten") return writeByHand;
   if (name == "haru") return writeWithHaru;
+  if (name == "xlsxwriter") return writeWithXlsxwriter;
   return nullptr;
 }
 

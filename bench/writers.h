@@ -5,7 +5,7 @@
 
 namespace scrivalen::bench {
 
-enum class Format { Text, Html, Xml, Rtf, Pdf };
+enum class Format { Text, Html, Xml, Rtf, Pdf, Xlsx };
 
 struct NamedFormat {
   const char* name;
@@ -13,7 +13,7 @@ struct NamedFormat {
 };
 
 inline constexpr NamedFormat kFormats[] = {
-    {"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml}, {"rtf", Format::Rtf}, {"pdf", Format::Pdf}};
+    {"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml}, {"rtf", Format::Rtf}, {"pdf", Format::Pdf}, {"xlsx", Format::Xlsx}};
 
 /// How many of them, from the first on, writeAllWithCommonCalls writes.
 inline constexpr std::size_t kFormatsAtOnce = 3;
@@ -34,12 +34,16 @@ std::string writeWithCommonCalls(Format format, long rows, const std::string& fi
 std::string writeAllWithCommonCalls(long rows, const std::string& file);
 
 /// Writes the same bytes as writeWithLibrary with nothing but buffered stdio: what a program would do for one format
-/// without the library. There is none for PDF, where libharu is the peer.
+/// without the library. There is none for PDF, where libharu is the peer, and for xlsx, where libxlsxwriter is.
 std::string writeByHand(Format format, long rows, const std::string& file);
 
 /// Draws the same table as writeWithLibrary makes of PDF with libharu.
 /// @param format  PDF
 std::string writeWithHaru(Format format, long rows, const std::string& file);
+
+/// Writes the same cells as writeWithLibrary makes of xlsx with libxlsxwriter.
+/// @param format  xlsx
+std::string writeWithXlsxwriter(Format format, long rows, const std::string& file);
 
 /// Writes sections of prose as PDF.
 std::string writeProseWithLibrary(long sections, const std::string& file);
