@@ -12,8 +12,8 @@ struct NamedFormat {
   Format format;
 };
 
-inline constexpr NamedFormat kFormats[] = {
-    {"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml}, {"rtf", Format::Rtf}, {"pdf", Format::Pdf}, {"xlsx", Format::Xlsx}};
+inline constexpr NamedFormat kFormats[] = {{"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml},
+                                           {"rtf", Format::Rtf},   {"pdf", Format::Pdf},   {"xlsx", Format::Xlsx}};
 
 /// How many of them, from the first on, writeAllWithCommonCalls writes.
 inline constexpr std::size_t kFormatsAtOnce = 3;

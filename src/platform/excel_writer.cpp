@@ -61,6 +61,8 @@ class CellCounter {
 // The formats of coloured cells, one for each pair of colours.
 class ColorFormats {
  public:
+  /// @param plain  how the cell looks without the colours
+  /// @return null where there are none
   lxw_format* find(const std::wstring& text, const CellStyle& plain, Workbook& book);
   /// How many texts were not understood, or came when there were too many colours already.
   std::uint64_t refused() const { return refused_; }
@@ -99,6 +101,9 @@ lxw_format* ColorFormats::find(const std::wstring& text, const CellStyle& plain,
 
 ColorFormats::Entry ColorFormats::make(const std::wstring& text, const CellStyle& plain, Workbook& book) {
   const CellColors colors = readColors(text);
+  if (!colors.color && !colors.background) {
+    return {nullptr, colors.isUnderstood};
+  }
   const auto pair = std::make_pair(colors.color, colors.background);
   const auto known = byColors_.find(pair);
   if (known != byColors_.end()) {

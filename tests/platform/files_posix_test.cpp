@@ -1,10 +1,12 @@
 #include "platform/files.h"
 
+#include "platform/system_error.h"
 #include "platform/utf.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <filesystem>
 
 using namespace scrivalen::platform;
@@ -22,6 +24,31 @@ TEST(Files, MoveWorksFromOneVolumeToAnother) {
   EXPECT_FALSE(pathExists(source));
   EXPECT_EQ(bytesOf(folder / L"target"), std::string(200000, 'x'));
   EXPECT_EQ(filesEndingWith(folder.path(), L"").size(), 1u);
+}
+
+TEST(Files, HavePermissionsThatCanBeCopied) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "");
+  writeBytes(folder / L"b", "");
+  const std::filesystem::path first(folder / L"a");
+  std::filesystem::permissions(first, std::filesystem::perms(0640));
+  EXPECT_TRUE(copyPermissions(folder / L"a", folder / L"b"));
+  EXPECT_EQ(std::filesystem::status(std::filesystem::path(folder / L"b")).permissions(), std::filesystem::perms(0640));
+  EXPECT_FALSE(copyPermissions(folder / L"missing", folder / L"b"));
+}
+
+TEST(Files, HaveNoSizeWhenTheyAreDevices) {
+  const NativeFile null = openForReading(L"/dev/null");
+  ASSERT_NE(null, nullptr);
+  EXPECT_EQ(sizeOf(null), std::nullopt);
+  EXPECT_TRUE(closeFile(null));
+}
+
+TEST(Files, TellWhyNoneCanBeCreatedBesideAPath) {
+  EXPECT_EQ(createFileBeside(L"/proc/a"), std::nullopt);
+  EXPECT_EQ(lastSystemError(), std::uint32_t{ENOENT});
+  EXPECT_EQ(createFileBeside(L"/dev/null/a"), std::nullopt);
+  EXPECT_EQ(lastSystemError(), std::uint32_t{ENOTDIR});
 }
 
 TEST(Files, DevicesAreSpecialAndCanBeWrittenTo) {

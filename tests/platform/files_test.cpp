@@ -26,6 +26,44 @@ TEST(Files, OpenExclusiveRefusesAFileThatIsHeldAndLeavesItAsItIs) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
+TEST(Files, HoldExclusiveLeavesTheBytesOfAFile) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "kept");
+  const HeldFile held = holdExclusive(folder / L"a");
+  ASSERT_NE(held.file, nullptr);
+  EXPECT_FALSE(held.isNew);
+  EXPECT_EQ(openExclusive(folder / L"a"), nullptr);
+  EXPECT_EQ(holdExclusive(folder / L"a").file, nullptr);
+  EXPECT_TRUE(closeFile(held.file));
+  EXPECT_EQ(bytesOf(folder / L"a"), "kept");
+}
+
+TEST(Files, HoldExclusiveTellsWhetherItMadeTheFile) {
+  const TemporaryFolder folder;
+  const HeldFile held = holdExclusive(folder / L"a");
+  ASSERT_NE(held.file, nullptr);
+  EXPECT_TRUE(held.isNew);
+  EXPECT_TRUE(closeFile(held.file));
+  EXPECT_TRUE(pathExists(folder / L"a"));
+  EXPECT_EQ(holdExclusive(folder / L"missing/a").file, nullptr);
+}
+
+TEST(Files, AreReadAtAnyPlace) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "0123456789");
+  const NativeFile file = openForReading(folder / L"a");
+  ASSERT_NE(file, nullptr);
+  EXPECT_EQ(sizeOf(file), 10u);
+  char bytes[3] = {};
+  EXPECT_TRUE(readAt(file, 7, bytes, 3));
+  EXPECT_EQ(std::string_view(bytes, 3), "789");
+  EXPECT_TRUE(readAt(file, 0, bytes, 3));
+  EXPECT_EQ(std::string_view(bytes, 3), "012");
+  EXPECT_FALSE(readAt(file, 8, bytes, 3));
+  EXPECT_TRUE(readAt(file, 20, bytes, 0));
+  EXPECT_TRUE(closeFile(file));
+}
+
 TEST(Files, OpenForReadingRefusesAFileThatIsHeldForWriting) {
   const TemporaryFolder folder;
   const NativeFile held = openExclusive(folder / L"a");

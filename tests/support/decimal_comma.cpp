@@ -1,5 +1,9 @@
 #include "support/decimal_comma.h"
 
+#include "support/comma_locale.h"
+
+#include <gtest/gtest.h>
+
 #include <clocale>
 
 namespace scrivalen::test {
@@ -12,21 +16,13 @@ struct CommaNumbers : std::numpunct<Character> {
   std::string do_grouping() const override { return "\3"; }
 };
 
-void setCLocale() {
-  for (const char* name : {"de_DE.UTF-8", "de_DE.utf8", "de_DE", "German"}) {
-    if (std::setlocale(LC_ALL, name)) {
-      return;
-    }
-  }
-  std::setlocale(LC_ALL, "");
-}
-
 }  // namespace
 
 DecimalComma::DecimalComma() : before_(std::setlocale(LC_ALL, nullptr)) {
   const std::locale narrow(std::locale(), new CommaNumbers<char>);
   beforeInCpp_ = std::locale::global(std::locale(narrow, new CommaNumbers<wchar_t>));
-  setCLocale();
+  EXPECT_TRUE(setDecimalComma());
+  EXPECT_STREQ(std::localeconv()->decimal_point, ",");
 }
 
 DecimalComma::~DecimalComma() {

@@ -5,8 +5,7 @@
 
 namespace scrivalen::test {
 
-/// While it lives, numbers have a decimal comma and grouped digits: in the C library's locale where the system has such
-/// a one, else its own default, and in the C++ library's always.
+/// While it lives, numbers have a decimal comma and grouped digits, in the C library's locale and in the C++ library's.
 class DecimalComma {
  public:
   DecimalComma();

@@ -1,7 +1,7 @@
 #include "support/files.h"
 
 #include "platform/files.h"
-#include "scrivalen/text.h"
+#include "platform/utf.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,16 @@
 using namespace scrivalen::platform;
 
 namespace scrivalen::test {
+namespace {
+
+// Through UTF-8, because wide paths would go through the locale on some systems.
+std::filesystem::path asPath(const std::wstring& path) {
+  std::string utf8;
+  appendUtf8(utf8, path);
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
+}  // namespace
 
 TemporaryFolder::TemporaryFolder() {
   const auto folder = createPrivateFolder();
@@ -17,9 +27,13 @@ TemporaryFolder::TemporaryFolder() {
   path_ = folder.value_or(L"");
 }
 
+TemporaryFolder::TemporaryFolder(const std::wstring& path) : path_(path) {
+  EXPECT_TRUE(std::filesystem::create_directory(asPath(path)));
+}
+
 TemporaryFolder::~TemporaryFolder() {
   std::error_code ignored;
-  std::filesystem::remove_all(std::filesystem::path(path_), ignored);
+  std::filesystem::remove_all(asPath(path_), ignored);
 }
 
 std::wstring TemporaryFolder::operator/(std::wstring_view name) const {
@@ -53,12 +67,10 @@ void writeBytes(const std::wstring& path, std::string_view bytes) {
 
 bool exists(const std::wstring& path) { return pathExists(path); }
 
-// Wide paths are converted by the locale where they are not the system's own.
 void makeFolder(const std::wstring& path) {
-  const std::string utf8 = ToUtf8(path);
   std::error_code error;
-  std::filesystem::create_directories(std::filesystem::path(std::u8string(utf8.begin(), utf8.end())), error);
-  EXPECT_FALSE(error) << utf8;
+  std::filesystem::create_directories(asPath(path), error);
+  EXPECT_FALSE(error) << asPath(path);
 }
 
 }  // namespace scrivalen::test

@@ -9,6 +9,8 @@ namespace scrivalen::test {
 class TemporaryFolder {
  public:
   TemporaryFolder();
+  /// A folder of this path, which does not exist yet.
+  explicit TemporaryFolder(const std::wstring& path);
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
   ~TemporaryFolder();

@@ -24,6 +24,7 @@ std::string readCells(const std::wstring& path);
 std::string workbookPart(const std::wstring& path, std::string_view name);
 
 /// The same piece by piece, for parts that no one wants in memory.
-void readWorkbookPart(const std::wstring& path, std::string_view name, const std::function<void(std::string_view)>& take);
+void readWorkbookPart(const std::wstring& path, std::string_view name,
+                      const std::function<void(std::string_view)>& take);
 
 }  // namespace scrivalen::test

@@ -2,12 +2,10 @@
 #include "scrivalen/multi_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/file_size_limit.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
-
-#include <sys/resource.h>
-#include <csignal>
 
 using namespace scrivalen::test;
 
@@ -15,26 +13,6 @@ namespace {
 
 constexpr const wchar_t* kFull = L"/dev/full";
 constexpr const wchar_t* kReason = L"File write error for '/dev/full'. No space left on device";
-
-// Lets no file of the program grow beyond a size while it lives.
-class FileSizeLimit {
- public:
-  explicit FileSizeLimit(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {
-    ::getrlimit(RLIMIT_FSIZE, &old_);
-    const rlimit limit{bytes, old_.rlim_max};
-    EXPECT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
-  }
-  FileSizeLimit(const FileSizeLimit&) = delete;
-  FileSizeLimit& operator=(const FileSizeLimit&) = delete;
-  ~FileSizeLimit() {
-    ::setrlimit(RLIMIT_FSIZE, &old_);
-    std::signal(SIGXFSZ, oldHandler_);
-  }
-
- private:
-  rlimit old_{};
-  void (*oldHandler_)(int);
-};
 
 // Several hundred kilobytes of pages.
 void writeMuch(AReport& report) {

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace scrivalen::test {
+
+using ArchiveContent = std::vector<std::pair<std::string, std::string>>;  ///< names and contents
+
+enum class Numbers { Plain, Large };  ///< Large: as archives beyond 4 GiB have them, in fields of their own
+
+/// The bytes of an archive (ZIP) of deflated members.
+std::string archiveOf(const ArchiveContent& content, Numbers numbers = Numbers::Plain);
+
+}  // namespace scrivalen::test

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace scrivalen::test {
+
+/// Lets the C library of this process print numbers with a decimal comma. @return false when the system cannot
+bool setDecimalComma();
+
+}  // namespace scrivalen::test

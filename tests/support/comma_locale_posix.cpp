@@ -1,0 +1,57 @@
+#include "support/comma_locale.h"
+
+#include "platform/utf.h"
+#include "support/files.h"
+
+#include <clocale>
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+
+namespace scrivalen::test {
+namespace {
+
+constexpr const char* kName = "scrivalen_comma";
+
+void putNumber(std::string& bytes, unsigned value) {
+  for (int shift = 0; shift < 32; shift += 8) {
+    bytes += static_cast<char>(value >> shift & 0xFF);
+  }
+}
+
+// The file of a locale's numbers as the GNU C library reads it: a mark, how many values there are, where each stands.
+// They are the decimal point, the separator of thousands and their groups, then both as wide characters, and the
+// character set. That makes the tests independent of what locales a system has.
+std::string commaNumbers() {
+  constexpr unsigned kMark = 0x20031114;
+  constexpr unsigned kValues = 6;
+  constexpr unsigned kHead = 4 * (2 + kValues);
+  std::string bytes;
+  putNumber(bytes, kMark);
+  putNumber(bytes, kValues);
+  for (const unsigned offset : {0u, 2u, 4u, 8u, 12u, 16u}) {
+    putNumber(bytes, kHead + offset);
+  }
+  bytes.append(",\0.\0\3\3\0\0", 8);
+  putNumber(bytes, ',');
+  putNumber(bytes, '.');
+  return bytes.append("UTF-8\0", 6);
+}
+
+}  // namespace
+
+// The C library keeps what it has read, so that the files may go.
+bool setDecimalComma() {
+  const TemporaryFolder folder;
+  std::error_code error;
+  std::filesystem::create_directory(std::filesystem::path(folder / L"scrivalen_comma"), error);
+  writeBytes(folder / L"scrivalen_comma/LC_NUMERIC", commaNumbers());
+  std::string path;
+  platform::appendUtf8(path, folder.path());
+  ::setenv("LOCPATH", path.c_str(), 1);
+  const bool isSet = std::setlocale(LC_NUMERIC, kName) != nullptr;
+  ::unsetenv("LOCPATH");
+  return isSet;
+}
+
+}  // namespace scrivalen::test
