@@ -40,8 +40,8 @@ const std::vector<Vehicle>& vehicles() {
       {L"truck",
        L"Truck 3",
        L"Mostly on long journeys: 41 000 km since July.",
-       {{L"2026-08-14", L"Tyres, all six", L"size 315/80 R22.5", 214080, false},
-        {L"2026-10-02", L"Cooling", L"pump <new>, hoses", 66735, true}}},
+       {{L"2026-08-14", L"Tyres, all six", L"315/80 R22.5", 214080, false},
+        {L"2026-10-02", L"Cooling", L"pump <new>", 66735, true}}},
   };
   return list;
 }
@@ -187,7 +187,7 @@ void addReports(MultiReport& report, const std::filesystem::path& folder) {
 void prepare(MultiReport& report) {
   report.AddProperty(L"%TITLE%", L"Fleet report");
   report.SetColumnSeparator(L" | ");
-  report.SetStyles(L"sheet { column-width: 18 } bold { color: #1F3864 }");
+  report.SetStyles(L"sheet { column-width: 15 } bold { color: #1F3864 }");
   report.SetReportOption(OPTION_CONFORMING, 1);
 }
 
