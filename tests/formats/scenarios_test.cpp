@@ -1,5 +1,6 @@
 #include "support/scenarios.h"
 
+#include "formats/excel_report.h"
 #include "formats/text_report.h"
 #include "formats/xml_report.h"
 #include "pdf/layout/pdf_report.h"
@@ -12,6 +13,7 @@
 #include "support/decimal_comma.h"
 #include "support/files.h"
 #include "support/golden.h"
+#include "support/workbook.h"
 
 #include <gtest/gtest.h>
 
@@ -58,11 +60,18 @@ void PrintTo(const Format& format, std::ostream* out) { *out << format.folder; }
 
 std::string asItStands(std::string_view bytes) { return std::string(bytes); }
 
+std::string asCells(std::string_view bytes) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a.xlsx", bytes);
+  return readWorkbook(folder / L"a.xlsx");
+}
+
 constexpr Format kFormats[] = {{"text", "txt", FORMAT_TEXT, &writtenAlone<TextReport>, &fromMarkedUtf16},
                                {"html", "html", FORMAT_HTML, &writtenAlone<HtmlReport>, &asItStands},
                                {"xml", "xml", FORMAT_XML, &writtenAlone<XmlReport>, &asItStands},
                                {"rtf", "rtf", FORMAT_RTF, &writtenAlone<RTFReport>, &asItStands},
-                               {"pdf", "pdf", FORMAT_PDF, &writtenAlone<PDFReport>, &asItStands}};
+                               {"pdf", "pdf", FORMAT_PDF, &writtenAlone<PDFReport>, &asItStands},
+                               {"excel", "txt", FORMAT_EXCEL, &writtenAlone<ExcelReport>, &asCells}};
 
 // A conforming document is another one in PDF, and where RTF has something to escape or a link; elsewhere the classic
 // one conforms.
@@ -82,13 +91,13 @@ std::vector<std::string> writtenTogether(const Scenario& scenario, Form form) {
   const TemporaryFolder folder;
   MultiReport report;
   for (const Format& format : kFormats) {
-    report.AddReport(format.format, (folder / FromUtf8(format.extension)).c_str(), nullptr);
+    report.AddReport(format.format, (folder / FromUtf8(format.folder)).c_str(), nullptr);
   }
   play(scenario, form, report);
   report.Clear();
   std::vector<std::string> documents;
   for (const Format& format : kFormats) {
-    documents.push_back(bytesOf(folder / FromUtf8(format.extension)));
+    documents.push_back(bytesOf(folder / FromUtf8(format.folder)));
   }
   return documents;
 }
@@ -138,7 +147,7 @@ TEST_P(EveryScenario, GivesEqualFilesAloneAndTogether) {
   const auto& [scenario, form] = GetParam();
   const std::vector<std::string> together = writtenTogether(scenario, form);
   for (std::size_t i = 0; i < std::size(kFormats); ++i) {
-    EXPECT_TRUE(areSameBytes(kFormats[i].writtenAlone(scenario, form), together[i])) << kFormats[i].extension;
+    EXPECT_TRUE(areSameBytes(kFormats[i].writtenAlone(scenario, form), together[i])) << kFormats[i].folder;
   }
 }
 

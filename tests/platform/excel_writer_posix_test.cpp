@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <iterator>
 
 #include <unistd.h>
@@ -177,6 +178,20 @@ TEST(ExcelWriterWhoseFilesMayNotGrow, MissesBytesThatNobodyElseDoes) {
   }
 }
 
+// The last of the rows wait in memory until the end.
+TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhyTheLastRowsDoNotFit) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const FileSizeLimit limit(2000 * 70);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  writeEqualRows(writer);
+  EXPECT_TRUE(log.lines().empty());
+  EXPECT_FALSE(writer.End());
+  EXPECT_EQ(writer.Error(), L"File write error for '" + (folder / L"a.xlsx") + L"'. File too large");
+  EXPECT_EQ(log.lines(), Lines{writer.Error()});
+}
+
 TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhy) {
   const CapturedLog log;
   const TemporaryFolder folder;
@@ -215,6 +230,16 @@ TEST(ExcelWriterTarget, KeepsItsPermissions) {
   ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
   EXPECT_TRUE(writer.End());
   EXPECT_EQ(std::filesystem::status(path).permissions(), perms::owner_read | perms::owner_write);
+}
+
+TEST(ExcelWriterTarget, StaysWhenAnotherProgramHasWrittenIt) {
+  const TemporaryFolder folder;
+  {
+    ExcelWriter abandoned;
+    ASSERT_TRUE(abandoned.Begin((folder / L"a.xlsx").c_str(), nullptr));
+    std::ofstream(narrow(folder / L"a.xlsx")) << "another's";
+  }
+  EXPECT_EQ(bytesOf(folder / L"a.xlsx"), "another's");
 }
 
 TEST(ExcelWriterTarget, MayBeARelativePath) {
