@@ -3,20 +3,26 @@
 #include <cstdint>
 #include <cstdio>
 #include <optional>
+#include <utility>
 
 namespace scrivalen::platform {
 
-/// What tells the file behind a stream from every other file.
-struct StreamFile {
-  int descriptor = -1;
-  std::uint64_t device = 0;
-  std::uint64_t number = 0;
+/// Tells whether a stream is still open that someone else may close without telling. It has a descriptor of its own for
+/// the stream's file, so that no other file can take that one's identity meanwhile.
+class StreamWatch {
+ public:
+  explicit StreamWatch(std::FILE* stream);
+  StreamWatch(StreamWatch&& other) noexcept
+      : descriptor_(std::exchange(other.descriptor_, -1)), duplicate_(std::exchange(other.duplicate_, -1)) {}
+  StreamWatch& operator=(StreamWatch&&) = delete;
+  ~StreamWatch();
+
+  bool isOpen() const;
+
+ private:
+  int descriptor_;
+  int duplicate_;
 };
-
-StreamFile fileOf(std::FILE* stream);
-
-/// Whether the descriptor still belongs to that file: its stream may have been closed by someone who does not tell.
-bool isStillOpen(const StreamFile& file);
 
 /// How far from its beginning a stream is written next, also beyond 2 GiB; nothing on an error.
 std::optional<std::uint64_t> streamPosition(std::FILE* stream);

@@ -1,26 +1,26 @@
 #include "platform/stream.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <sys/types.h>
+#include <unistd.h>
 
 namespace scrivalen::platform {
-namespace {
 
-StreamFile fileOf(int descriptor) {
-  struct stat status {};
-  if (::fstat(descriptor, &status) != 0) {
-    return {};
+StreamWatch::StreamWatch(std::FILE* stream)
+    : descriptor_(::fileno(stream)), duplicate_(::fcntl(descriptor_, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {}
+
+StreamWatch::~StreamWatch() {
+  if (duplicate_ >= 0) {
+    ::close(duplicate_);
   }
-  return {descriptor, status.st_dev, status.st_ino};
 }
 
-}  // namespace
-
-StreamFile fileOf(std::FILE* stream) { return fileOf(::fileno(stream)); }
-
-bool isStillOpen(const StreamFile& file) {
-  const StreamFile now = fileOf(file.descriptor);
-  return now.descriptor >= 0 && now.device == file.device && now.number == file.number;
+bool StreamWatch::isOpen() const {
+  struct stat now {};
+  struct stat own {};
+  return ::fstat(descriptor_, &now) == 0 && ::fstat(duplicate_, &own) == 0 && now.st_dev == own.st_dev &&
+         now.st_ino == own.st_ino;
 }
 
 std::optional<std::uint64_t> streamPosition(std::FILE* stream) {

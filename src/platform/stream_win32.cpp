@@ -7,23 +7,27 @@
 namespace scrivalen::platform {
 namespace {
 
-StreamFile fileOf(int descriptor) {
-  BY_HANDLE_FILE_INFORMATION identity{};
-  if (descriptor < 0 ||
-      !GetFileInformationByHandle(reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor)), &identity)) {
-    return {};
-  }
-  return {descriptor, identity.dwVolumeSerialNumber,
-          std::uint64_t{identity.nFileIndexHigh} << 32 | identity.nFileIndexLow};
+bool identityOf(int descriptor, BY_HANDLE_FILE_INFORMATION& identity) {
+  return descriptor >= 0 &&
+         GetFileInformationByHandle(reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor)), &identity);
 }
 
 }  // namespace
 
-StreamFile fileOf(std::FILE* stream) { return fileOf(::_fileno(stream)); }
+StreamWatch::StreamWatch(std::FILE* stream) : descriptor_(::_fileno(stream)), duplicate_(::_dup(descriptor_)) {}
 
-bool isStillOpen(const StreamFile& file) {
-  const StreamFile now = fileOf(file.descriptor);
-  return now.descriptor >= 0 && now.device == file.device && now.number == file.number;
+StreamWatch::~StreamWatch() {
+  if (duplicate_ >= 0) {
+    ::_close(duplicate_);
+  }
+}
+
+bool StreamWatch::isOpen() const {
+  BY_HANDLE_FILE_INFORMATION now{};
+  BY_HANDLE_FILE_INFORMATION own{};
+  return identityOf(descriptor_, now) && identityOf(duplicate_, own) &&
+         now.dwVolumeSerialNumber == own.dwVolumeSerialNumber && now.nFileIndexHigh == own.nFileIndexHigh &&
+         now.nFileIndexLow == own.nFileIndexLow;
 }
 
 std::optional<std::uint64_t> streamPosition(std::FILE* stream) {

@@ -78,7 +78,7 @@ bool Workbook::addSheet() {
   if (!sheet) {
     return false;
   }
-  sheets_.push_back({sheet, sheet->optimize_tmpfile, fileOf(sheet->optimize_tmpfile)});
+  sheets_.push_back({sheet, sheet->optimize_tmpfile, StreamWatch(sheet->optimize_tmpfile)});
   flushedRow_ = 0;
   worksheet_ignore_errors(sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, kWholeSheet);
   if (sheets_.size() == 1) {
@@ -215,7 +215,7 @@ std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
 
 void Workbook::closeRows() {
   for (const Sheet& sheet : sheets_) {
-    if (isStillOpen(sheet.rowsFile)) {
+    if (sheet.watch.isOpen()) {
       std::fclose(sheet.rows);
     }
   }

@@ -59,7 +59,7 @@ class Workbook {
   struct Sheet {
     lxw_worksheet* sheet;
     std::FILE* rows;
-    StreamFile rowsFile;
+    StreamWatch watch;  // of the rows: closing the workbook closes them, but not always
   };
 
   bool hasRows(const Sheet& sheet) const;
