@@ -24,12 +24,6 @@ bool isReadOnly(const std::wstring& path) {
 // is written now, which replacing it would lose.
 bool isRedirectedStream(const std::wstring& path) { return path.starts_with(L"/dev/") && platform::pathExists(path); }
 
-// Whoever could not read the file that is replaced must not be able to read the new one.
-void copyPermissions(const std::wstring& from, const std::wstring& to) {
-  std::error_code ignored;
-  std::filesystem::permissions(to, permissionsOf(from), ignored);
-}
-
 }  // namespace
 
 Output::Output(const Format& format, std::string name) : name_(std::move(name)), writer_(format.createWriter()) {}
@@ -72,8 +66,9 @@ bool Output::prepareFile() {
     return false;
   }
   file_ = *temporary;
+  // Whoever could not read the file that is replaced must not be able to read the new one.
   if (exists) {
-    copyPermissions(target_, file_);
+    platform::copyPermissions(target_, file_);
   }
   return true;
 }

@@ -15,6 +15,7 @@ constexpr const wchar_t* kType = L"String";
 REPORT_ERRORS ExcelReport::Open(const wchar_t* file) {
   return contained(REPORT_FILE_ERROR, [&] {
     if (writer_.Begin(file, styles_.empty() ? nullptr : styles_.c_str())) {
+      inRow_ = false;
       return REPORT_OK;
     }
     error_ = writer_.Error();

@@ -132,6 +132,24 @@ void ColorFormats::refuse(const std::wstring& text) {
   }
 }
 
+// A file that is removed at the end, unless it was moved away.
+class PassingFile {
+ public:
+  explicit PassingFile(std::optional<std::wstring> path) : path_(std::move(path)) {}
+  PassingFile(const PassingFile&) = delete;
+  PassingFile& operator=(const PassingFile&) = delete;
+  ~PassingFile() {
+    if (path_) {
+      deleteFile(*path_);
+    }
+  }
+
+  const std::optional<std::wstring>& path() const { return path_; }
+
+ private:
+  std::optional<std::wstring> path_;
+};
+
 bool isPlain(const CellStyle& style) {
   return !style.fontFamily && !style.fontSize && !style.color && !style.background;
 }
@@ -317,24 +335,21 @@ std::wstring ExcelWriter::Document::finish() {
 }
 
 std::wstring ExcelWriter::Document::assemble() {
-  const auto file = target_.createTemporary();
-  if (!file) {
+  const PassingFile file(target_.createTemporary());
+  if (!file.path()) {
     return systemErrorText(lastSystemError());
   }
-  std::wstring reason = book_->close(*file);
-  if (reason.empty() && !target_.replaceBy(*file)) {
+  std::wstring reason = book_->close(*file.path());
+  if (reason.empty() && !target_.replaceBy(*file.path())) {
     reason = systemErrorText(lastSystemError());
-  }
-  if (!reason.empty()) {
-    deleteFile(*file);
   }
   return reason;
 }
 
 void ExcelWriter::Document::logLosses() const {
   logLoss(name_, text_.loss());
-  cut_.log(name_, L"had more than 32,767 characters and were cut there");
-  dropped_.log(name_, L"stood beyond 16,384 columns and were dropped");
+  cut_.log(name_, L"had more than 32,767 characters, cut there");
+  dropped_.log(name_, L"stood beyond 16,384 columns, dropped");
   if (strayed_ > 0) {
     CLog::Bug2(FMT::Format(L"'%s': %d %s outside of any row, dropped.", name_, strayed_,
                            strayed_ == 1 ? L"cell stood" : L"cells stood"));
@@ -386,7 +401,7 @@ bool ExcelWriter::End() {
   if (!document_) {
     return true;
   }
-  error_ = document_->finish();
-  document_.reset();
+  error_ = L"The spreadsheet could not be finished.";
+  error_ = std::exchange(document_, nullptr)->finish();
   return error_.empty();
 }

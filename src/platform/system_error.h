@@ -8,6 +8,9 @@ namespace scrivalen::platform {
 /// The system's number for the last call of the platform layer that failed: errno, or GetLastError.
 std::uint32_t lastSystemError();
 
+/// The system's number for a disk without room.
+std::uint32_t diskFullError();
+
 /// The system's text for such a number, without the line end that some systems put behind it.
 std::wstring systemErrorText(std::uint32_t error);
 

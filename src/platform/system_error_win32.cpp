@@ -8,6 +8,8 @@ namespace scrivalen::platform {
 
 std::uint32_t lastSystemError() { return GetLastError(); }
 
+std::uint32_t diskFullError() { return ERROR_DISK_FULL; }
+
 std::wstring systemErrorText(std::uint32_t error) {
   wchar_t buffer[1024];
   const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,

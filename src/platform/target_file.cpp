@@ -57,8 +57,13 @@ std::wstring TargetFile::folder() const {
   return folder.empty() ? L"." : std::wstring(isRoot ? folder : folder.substr(0, folder.size() - 1));
 }
 
+// Whoever could not read the file that is replaced must not be able to read the new one, not even for a moment.
 std::optional<std::wstring> TargetFile::createTemporary() const {
-  return createFileBeside(privateFolder_.empty() ? path_ : privateFolder_ + kPathSeparator);
+  auto file = createFileBeside(privateFolder_.empty() ? path_ : privateFolder_ + kPathSeparator);
+  if (file && !isNew_ && privateFolder_.empty()) {
+    copyPermissions(path_, *file);
+  }
+  return file;
 }
 
 bool TargetFile::replaceBy(const std::wstring& finished) {
@@ -69,10 +74,6 @@ bool TargetFile::replaceBy(const std::wstring& finished) {
 }
 
 bool TargetFile::moveFrom(const std::wstring& finished) {
-  // Whoever could not read the file that is replaced must not be able to read the new one.
-  if (!isNew_) {
-    copyPermissions(path_, finished);
-  }
   // Some systems let no file be moved over one that is open.
   closeFile(std::exchange(file_, nullptr));
   if (!moveReplacing(finished, path_)) {

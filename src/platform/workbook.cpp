@@ -2,13 +2,16 @@
 
 #include "platform/c_locale.h"
 #include "platform/clock.h"
+#include "platform/host_state.h"
 #include "platform/system_error.h"
 #include "platform/utf.h"
 #include "platform/workbook_check.h"
 
 #include <xlsxwriter.h>
 
+#include <algorithm>
 #include <cstdlib>
+#include <filesystem>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -28,6 +31,14 @@ std::mutex& libraryMutex() {
   return mutex;
 }
 
+/// What surrounds each use of the library in which it opens files.
+class LibraryCall {
+ private:
+  const std::lock_guard<std::mutex> lock_{libraryMutex()};
+  const CLocale locale_;
+  const HostState hostState_;
+};
+
 std::string utf8(std::wstring_view text) {
   std::string bytes;
   appendUtf8(bytes, text);
@@ -46,6 +57,13 @@ std::time_t creationTime(std::int64_t seconds) {
 lxw_color_t libraryColor(Rgb color) { return color == 0 ? kBlack : color; }
 
 std::wstring systemReason() { return systemErrorText(lastSystemError()); }
+
+// Whether a folder's disk has room for some bytes, as far as the system tells.
+bool hasRoom(const std::string& folder, std::uint64_t size) {
+  std::error_code error;
+  const auto space = std::filesystem::space(std::u8string(folder.begin(), folder.end()), error);
+  return error || space.available >= size;
+}
 
 }  // namespace
 
@@ -72,8 +90,7 @@ Workbook::~Workbook() {
 
 bool Workbook::addSheet() {
   sheets_.reserve(sheets_.size() + 1);
-  const CLocale locale;
-  const std::lock_guard lock(libraryMutex());
+  const LibraryCall call;
   lxw_worksheet* const sheet = workbook_add_worksheet(book_, nullptr);
   if (!sheet) {
     return false;
@@ -179,29 +196,31 @@ bool Workbook::measureSheets(std::vector<std::uint64_t>& sizes) {
   return true;
 }
 
+// Each sheet is put together in a file of its own before it is packed. The library prints to the standard error stream
+// when it finds the disk full, and does not say so, which is why it is not let into that.
 std::wstring Workbook::close(const std::wstring& file) {
-  const CLocale locale;
-  const std::lock_guard lock(libraryMutex());
+  constexpr std::uint64_t kSmallestWorkbook = 16384;
+  const LibraryCall call;
   std::vector<std::uint64_t> sizes;
   if (!measureSheets(sizes)) {
     return systemReason();
   }
-  bool isLarge = false;
-  for (const std::uint64_t size : sizes) {
-    isLarge = isLarge || size > kLargestPlainSheet;
+  const std::uint64_t largest = *std::max_element(sizes.begin(), sizes.end());
+  if (!hasRoom(folder_, largest + kSmallestWorkbook)) {
+    return systemErrorText(diskFullError());
   }
-  const std::wstring reason = assemble(file, isLarge);
+  const std::wstring reason = assemble(file, largest > kLargestPlainSheet);
   return reason.empty() ? workbookDefect(file, sizes) : reason;
 }
 
 // Closing releases the workbook, whatever it answers, but not the files of all of its sheets.
 std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
-  std::free(book_->filename);
-  book_->filename = lxw_strdup(utf8(file).c_str());
-  book_->options.use_zip64 = isLarge ? LXW_TRUE : LXW_FALSE;
-  if (!book_->filename) {
+  char* const name = lxw_strdup(utf8(file).c_str());
+  if (!name) {
     throw std::bad_alloc();
   }
+  std::free(std::exchange(book_->filename, name));
+  book_->options.use_zip64 = isLarge ? LXW_TRUE : LXW_FALSE;
   const lxw_error error = workbook_close(std::exchange(book_, nullptr));
   const std::uint32_t system = lastSystemError();
   closeRows();

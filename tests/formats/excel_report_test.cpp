@@ -395,3 +395,28 @@ TEST(ExcelReport, LeftOpenByItsMultiReportKeepsItsFile) {
   ExcelReport another;
   EXPECT_EQ(another.Open((folder / L"a.xlsx").c_str()), REPORT_FILE_ERROR);
 }
+
+TEST(ExcelReport, BeginsEveryFileOutsideOfRows) {
+  const TemporaryFolder folder;
+  ExcelReport report;
+  report.BeginRow(nullptr, nullptr, 0);
+  EXPECT_EQ(report.Open((folder / L"a.xlsx").c_str()), REPORT_OK);
+  report.Text(L"a", PARAGRAPH_NONE, L"", 0);
+  report.BeginRow(nullptr, nullptr, 0);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(report.Open((folder / L"b.xlsx").c_str()), REPORT_OK);
+  report.Text(L"b", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\n");
+  EXPECT_EQ(readCells(folder / L"b.xlsx"), "A1 \"b\"\n");
+}
+
+TEST(ExcelReport, UsesAColourUpForACellOutsideOfRows) {
+  const CapturedLog log;
+  EXPECT_EQ(written([](AReport& report) {
+              report.SetCellColor(L"red");
+              report.Cell(L"lost", 0, nullptr);
+              report.Row2(L"a", L"b", 0, nullptr, nullptr);
+            }),
+            "A1 \"a\"\nB1 \"b\"\n");
+}

@@ -15,6 +15,7 @@
 #include <fstream>
 #include <iterator>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 using namespace scrivalen::test;
@@ -88,7 +89,7 @@ std::string problemsOnDisks(std::size_t firstKib, std::size_t lastKib, void (*wr
           write(writer);
           isWhole = writer.End();
           if (!isWhole &&
-              (log.lines() != Lines{writer.Error()} || !writer.Error().starts_with(L"File write error for "))) {
+              (log.lines() != Lines{writer.Error()} || !writer.Error().ends_with(L" No space left on device"))) {
             problems += prefix + "logged is not what went wrong: " + narrow(writer.Error()) + '\n';
           }
         }
@@ -203,6 +204,52 @@ TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhy) {
   EXPECT_EQ(writer.Error(), L"File write error for '" + (folder / L"a.xlsx") + L"'. File too large");
   EXPECT_EQ(log.lines(), Lines{writer.Error()});
   EXPECT_EQ(filesIn(folder.path()), Lines());
+}
+
+// A host may have closed them, and what is printed there must not get into the workbook.
+TEST(ExcelWriter, LeavesTheDescriptorsOfTheStandardStreamsAlone) {
+  const TemporaryFolder folder;
+  const int errors = ::dup(STDERR_FILENO);
+  ExcelWriter writer;
+  ::close(STDERR_FILENO);
+  const bool isBegun = writer.Begin((folder / L"a.xlsx").c_str(), nullptr);
+  writeCell(writer, L"a");
+  const bool isFree = ::write(STDERR_FILENO, "host & message", 14) < 0;
+  const bool isWhole = writer.End();
+  const bool isStillFree = ::fcntl(STDERR_FILENO, F_GETFD) < 0;
+  ::dup2(errors, STDERR_FILENO);
+  ::close(errors);
+  EXPECT_TRUE(isBegun && isFree && isWhole && isStillFree);
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\n");
+}
+
+TEST(ExcelWriter, ChangesNoRandomNumbersOfTheHost) {
+  const TemporaryFolder folder;
+  std::srand(5);
+  const std::vector<int> expected = {std::rand(), std::rand()};
+  std::srand(5);
+  EXPECT_EQ(std::rand(), expected[0]);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  writeCell(writer, L"a");
+  EXPECT_TRUE(writer.End());
+  EXPECT_EQ(std::rand(), expected[1]);
+}
+
+TEST(ExcelWriterOnAFullDisk, PrintsNothing) {
+  testing::internal::CaptureStderr();
+  const std::string problems = onSmallDisk([](const SmallDisk& disk) -> std::string {
+    if (!disk.resize(8)) {
+      return "no disk";
+    }
+    const CapturedLog log;
+    ExcelWriter writer;
+    writer.Begin((disk / L"a.xlsx").c_str(), nullptr);
+    writeCell(writer, L"one");
+    return writer.End() ? "whole" : "";
+  });
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(problems, "");
 }
 
 TEST(ExcelWriterTarget, MayBeALink) {

@@ -224,7 +224,7 @@ TEST(ExcelWriter, CutsLongCellsAndTellsSo) {
   EXPECT_TRUE(areSameBytes(
       "A1 \"a\"\nB1 \"" + longest + "\"\nA2 \"a\"\nB2 \"" + longest + "\"\nC2 \"" + longest + "\"\n", written.cells()));
   EXPECT_EQ(written.log(),
-            Lines{L"'a': 2 cells had more than 32,767 characters and were cut there, the first at Sheet1!B2."});
+            Lines{L"'a': 2 cells had more than 32,767 characters, cut there, the first at Sheet1!B2."});
 }
 
 TEST(ExcelWriter, TakesACellFullOfControlCharacters) {
@@ -245,7 +245,7 @@ TEST(ExcelWriter, DropsCellsBehindTheLastColumnAndTellsSo) {
   });
   EXPECT_EQ(written.cells(), "XFD1 \"x\"\nXFD2 \"x\"\n");
   EXPECT_EQ(written.log(),
-            Lines{L"'a': 1 cell stood beyond 16,384 columns and were dropped, the first at Sheet1!XFE2."});
+            Lines{L"'a': 1 cell stood beyond 16,384 columns, dropped, the first at Sheet1!XFE2."});
 }
 
 TEST(ExcelWriter, HidesTheMarksOfNumbersThatAreStrings) {

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+
 using namespace scrivalen::platform;
 using namespace scrivalen::test;
 
@@ -114,5 +116,19 @@ TEST(TargetFile, HasItsTemporaryFilesBesideIt) {
   const auto temporary = target.createTemporary();
   ASSERT_TRUE(temporary.has_value());
   EXPECT_TRUE(isSameFile(std::wstring(folderOf(*temporary)), folder.path()));
+  EXPECT_TRUE(deleteFile(*temporary));
+}
+
+TEST(TargetFile, HasTemporaryFilesThatNobodyElseMayRead) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "secret");
+  constexpr auto kOwnersOnly = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
+  std::filesystem::permissions(folder / L"a", kOwnersOnly);
+  const auto permissions = std::filesystem::status(folder / L"a").permissions();
+  TargetFile target;
+  ASSERT_TRUE(target.hold(folder / L"a"));
+  const auto temporary = target.createTemporary();
+  ASSERT_TRUE(temporary.has_value());
+  EXPECT_EQ(std::filesystem::status(*temporary).permissions(), permissions);
   EXPECT_TRUE(deleteFile(*temporary));
 }
