@@ -133,13 +133,18 @@ const wchar_t* AReport::GetTemplateFileName() const { return templateFileName_.c
 const wchar_t* AReport::GetError() const { return error_.c_str(); }
 
 int AReport::OpenReportFile(ReportFile& file, const wchar_t* name) {
-  return contained(0, [&] {
-    if (file.Open(name)) {
-      return 1;
+  int opened = 0;
+  Reason failure;
+  containedIn(failure, [&] {
+    opened = file.Open(name) ? 1 : 0;
+    if (!opened) {
+      error_ = FMT::Format(kOpenError, orEmpty(name), file.Error());
     }
-    error_ = FMT::Format(kOpenError, orEmpty(name), file.Error());
-    return 0;
   });
+  if (!failure.empty()) {
+    assignWhatFits(error_, failure.text());
+  }
+  return opened;
 }
 
 int AReport::MakeTemplateName(std::wstring& path, const wchar_t* name) {

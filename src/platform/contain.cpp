@@ -2,9 +2,11 @@
 
 #include "platform/clog.h"
 #include "platform/fmt.h"
+#include "platform/host.h"
 #include "platform/utf.h"
 
 #include <exception>
+#include <new>
 
 namespace scrivalen::platform {
 
@@ -17,10 +19,22 @@ void logRaised() noexcept {
       appendWide(reason, raised.what());
       CLog::Bug2(FMT::Format(L"A report operation failed: %s", reason));
     } catch (...) {
-      // Without memory for the message there is nothing left to tell it with.
+      logLine(L"A report operation failed: there is not enough memory.");
     }
   } catch (...) {
-    CLog::Bug2(L"A report operation failed.");
+    logLine(L"A report operation failed.");
+  }
+}
+
+void logLine(const wchar_t* line) noexcept {
+  try {
+    try {
+      CLog::Bug2(line);
+    } catch (const std::bad_alloc&) {
+      sendToLog(line);
+    }
+  } catch (...) {
+    // What the host's handler raises can be told to nobody.
   }
 }
 

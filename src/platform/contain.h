@@ -1,9 +1,14 @@
 #pragma once
 
+#include "platform/reason.h"
+
 namespace scrivalen::platform {
 
 /// Logs the exception being handled; for use in a catch clause.
 void logRaised() noexcept;
+
+/// Logs a message as one line; without memory for that, as it stands.
+void logLine(const wchar_t* line) noexcept;
 
 /// Runs @p action; what it raises is logged and goes no further. Exported functions end here what they raise
 /// themselves, which is little more than a lack of memory.
@@ -24,6 +29,16 @@ void contained(Action&& action) noexcept {
     action();
   } catch (...) {
     logRaised();
+  }
+}
+
+/// Runs @p action; what it raises becomes the reason, unless there is one already, and goes no further.
+template <typename Action>
+void containedIn(Reason& reason, Action&& action) noexcept {
+  try {
+    action();
+  } catch (...) {
+    reason.keepRaised();
   }
 }
 

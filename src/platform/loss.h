@@ -32,6 +32,7 @@ class LossCounter {
 };
 
 /// Logs one line that tells how many characters of a report were lost and which the first was; nothing without a loss.
-void logLoss(std::wstring_view file, const LossCounter& loss);
+/// A report is not the worse for a lack of memory here: then the line tells less.
+void logLoss(std::wstring_view file, const LossCounter& loss) noexcept;
 
 }  // namespace scrivalen::platform

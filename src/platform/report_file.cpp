@@ -1,6 +1,7 @@
 #include "scrivalen/output_file.h"
 
 #include "platform/clog.h"
+#include "platform/contain.h"
 #include "platform/files.h"
 #include "platform/fmt.h"
 #include "platform/output_buffer.h"
@@ -24,9 +25,11 @@ struct ReportFile::State : ByteSink {
     return false;
   }
 
-  void rememberLoss() {
-    CLog::FormatLastError(writeError);
-    CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError));
+  void rememberLoss() noexcept {
+    contained([&] {
+      CLog::FormatLastError(writeError);
+      CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError));
+    });
   }
 
   NativeFile file = nullptr;
