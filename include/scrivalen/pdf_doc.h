@@ -40,8 +40,11 @@ enum PDF_STANDARD_FONT_FACE : int {
 /// Lays a stream of paragraphs and tables out on pages and writes them as PDF 1.4.
 ///
 /// Nothing is laid out while the calls arrive: they are collected, and EndDoc makes the pages. All lengths are whole
-/// points; the paper is 595 x 840, or 840 x 595. A call in the wrong place is ignored. Nothing is ever raised. Null
-/// texts are left out.
+/// points; the paper is 595 x 840, or 840 x 595. A call in the wrong place is ignored; so is what comes to be collected
+/// once the pages are made. Null texts are left out.
+///
+/// Nothing is ever raised but by the constructor. A call for which there is no memory leaves its content out, or a part
+/// of it; EndDoc then writes the rest and tells that the document is not whole.
 ///
 /// Texts are UTF-16 code units. The file gets the low byte of each, in a font with WinAnsiEncoding. A conforming
 /// document has WinAnsi text, with readable stand-ins for what that lacks, and follows PDF 1.4 in the other places
@@ -60,7 +63,8 @@ class SCRIVALEN_API CPDFdoc {
   /// @param file       an open file of the operating system, a HANDLE on Windows, a file descriptor carried in the
   ///                   pointer on Linux; written from its current position by EndDoc; never closed
   /// @param landscape  non-zero: 840 x 595 points, else 595 x 840; noted even when a document is open already
-  /// @return 0; -1 when a document is open; -2 when @p file is null; -3 when the writer could not be made
+  /// @return 0; -1 when a document is open; -2 when @p file is null; -3 when the writer could not be made, for the
+  ///         reason that WriteError tells
   int BegDoc(void* file, int landscape);
 
   /// Registers a font under a number; a bold variant of each is made at the end.
@@ -124,7 +128,8 @@ class SCRIVALEN_API CPDFdoc {
   /// Lays the document out, writes it and closes it; the file stays open.
   /// @param pageMode  how a reader opens it (PDF 1.4, table 3.16); null is "UseNone". A conforming document leaves out
   ///                  what that table does not have.
-  /// @return 0, or -1 when bytes did not reach the file; 0 without an open document
+  /// @return 0, or -1 when not everything is in the file: there was no memory for a call, bytes did not reach it, or its
+  ///         handle is the invalid one; 0 without an open document
   int EndDoc(const wchar_t* pageMode);
 
   /// Makes documents conforming, or classic again, from the next BegDoc on.
@@ -132,7 +137,8 @@ class SCRIVALEN_API CPDFdoc {
 
   /// Whether there is a document between BegDoc and EndDoc.
   bool IsOpen() const;
-  /// Why the last EndDoc did not write everything; empty when it did. Valid until the next EndDoc.
+  /// The first reason why the document since the last BegDoc is not whole; empty as long as it is. Valid until the next
+  /// BegDoc.
   const wchar_t* WriteError() const;
   /// How many characters the document since the last BegDoc could not hold as they were given, and the first of them.
   std::uint64_t LostCharacters() const;

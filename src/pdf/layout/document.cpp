@@ -16,7 +16,54 @@ namespace {
 
 constexpr int kFirstFont = 1;
 
+// Sets a flag while it lives.
+class Flagged {
+ public:
+  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
+  Flagged(const Flagged&) = delete;
+  Flagged& operator=(const Flagged&) = delete;
+  ~Flagged() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+// Empties a text at its end.
+class Emptied {
+ public:
+  explicit Emptied(TextBuffer& text) : text_(text) {}
+  Emptied(const Emptied&) = delete;
+  Emptied& operator=(const Emptied&) = delete;
+  ~Emptied() { text_.clear(); }
+
+ private:
+  TextBuffer& text_;
+};
+
 }  // namespace
+
+// Makes an item the current one while it lives, whatever the one before still takes.
+class Document::Interruption {
+ public:
+  Interruption(Document& document, CPDFitem& item)
+      : document_(document),
+        current_(std::exchange(document.current_, &item)),
+        text_(std::exchange(document.text_, {})),
+        hasText_(std::exchange(document.hasText_, false)) {}
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+  ~Interruption() {
+    document_.current_ = current_;
+    document_.text_ = std::move(text_);
+    document_.hasText_ = hasText_;
+  }
+
+ private:
+  Document& document_;
+  CPDFitem* current_;
+  TextBuffer text_;
+  bool hasText_;
+};
 
 Document::Document(platform::NativeFile file, const Paper& paper, Form form)
     : form_(form),
@@ -27,15 +74,20 @@ Document::Document(platform::NativeFile file, const Paper& paper, Form form)
   styles_.indexOf(CPDFtextStyle());  // the style of items that are never written into is number 0
 }
 
-// The classic form lists a number as often as it is registered; in a conforming page each name stands once.
+// The classic form lists a number as often as it is registered; in a conforming page each name stands once. A font that
+// came later than the layout would change it behind the places that links lead to.
 void Document::addFont(int id, PDF_STANDARD_FONT_FACE face) {
-  if (!isConforming() || !fonts_.has(id)) {
+  if (isCollecting_ && (!isConforming() || !fonts_.has(id))) {
     fonts_.add(*file_, id, face);
   }
 }
 
 // A conforming text is always drawn in a font that its page lists.
 void Document::addBoldVariants() {
+  if (!isCollecting_) {
+    return;
+  }
+  hasBoldVariants_ = true;
   if (isConforming() && fonts_.entries().empty()) {
     addFont(kFirstFont, PDF_TIMES_ROMAN);
   }
@@ -52,19 +104,19 @@ Item& Document::make(std::uint32_t& itemId, Arguments&&... arguments) {
 
 // The text of an item is complete when another becomes the current one: none becomes it again.
 void Document::setCurrent(CPDFitem* item) {
-  keepText();
-  current_ = item;
+  CPDFitem* const complete = std::exchange(current_, item);
+  if (std::exchange(hasText_, false)) {
+    keepText(*complete);
+  }
 }
 
-void Document::keepText() {
-  if (hasText_) {
-    if (text_.isWide()) {
-      current_->setText(stored(text_.units()));
-    } else {
-      current_->setText(stored(text_.bytes()));
-    }
-    text_.clear();
-    hasText_ = false;
+// A text that cannot be kept is lost: it must not become that of another item.
+void Document::keepText(CPDFitem& item) {
+  const Emptied atTheEnd(text_);
+  if (text_.isWide()) {
+    item.setText(stored(text_.units()));
+  } else {
+    item.setText(stored(text_.bytes()));
   }
 }
 
@@ -106,7 +158,8 @@ void Document::beginRow(std::uint32_t& itemId, int columns) {
   }
 }
 
-// A cell beyond the columns of its row is dropped, with its text: no cell is current then.
+// A cell beyond the columns of its row is dropped, with its text: no cell is current then. One for which there is no
+// memory leaves its column empty.
 void Document::beginCell(std::uint32_t& itemId, const _RGB_COLOR& background) {
   if (current_ && current_->isA(ItemKind::Row) && !row_->isFull()) {
     const int column = std::min<int>(row_->cellCount++, std::numeric_limits<std::uint16_t>::max());
@@ -126,8 +179,9 @@ void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
   if (!current_ || !current_->takesText()) {
     return;
   }
-  current_->style = styles_.indexOf(style);
+  const std::uint32_t index = styles_.indexOf(style);
   appendText(text, style);
+  current_->style = index;
   hasText_ = true;
 }
 
@@ -158,7 +212,7 @@ void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_vie
   if (!current_) {
     beginParagraph(itemId);
   }
-  if (!current_->takesText()) {
+  if (!current_ || !current_->takesText()) {
     return;
   }
   if (text) {
@@ -175,19 +229,17 @@ void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_vie
 
 void Document::addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
                               const CPDFtextStyle& style) {
+  if (!isCollecting_) {
+    return;
+  }
   auto& entry = make<CPDFoutlineItem>(itemId, level);
-  CPDFitem* const interrupted = std::exchange(current_, &entry);
-  TextBuffer interruptedText = std::exchange(text_, {});
-  const bool hadText = std::exchange(hasText_, false);
+  const Interruption ofTheCurrentItem(*this, entry);
   link(itemId, text, target, style);
-  keepText();
-  current_ = interrupted;
-  text_ = std::move(interruptedText);
-  hasText_ = hadText;
+  setCurrent(nullptr);
 }
 
 void Document::layOut(Pages::Purpose purpose) {
-  makingPages_ = true;
+  const Flagged whileHere(makingPages_);
   pages_.begin(purpose);
   pages_.startPage();
   Points y = paper_.top();
@@ -195,11 +247,13 @@ void Document::layOut(Pages::Purpose purpose) {
     y = item->Layout(pages_, pages_.lines(), y);
   }
   pages_.finishPage();
-  makingPages_ = false;
 }
 
 void Document::makePages() {
-  if (std::exchange(pagesMade_, true)) {
+  if (isCollecting_ && !hasBoldVariants_) {
+    addBoldVariants();
+  }
+  if (!std::exchange(isCollecting_, false)) {
     return;
   }
   setCurrent(nullptr);
@@ -213,14 +267,16 @@ void Document::makePages() {
   writer.finishOutline();
 }
 
-bool Document::save(std::u16string pageMode) {
-  file_->SetPageMode(&pageMode);
+void Document::save() {
   if (!file_->beginSave()) {
-    return false;
+    return;
   }
-  layOut(Pages::Purpose::Writing);
+  try {
+    layOut(Pages::Purpose::Writing);
+  } catch (...) {
+    file_->noteRaised();
+  }
   file_->endSave();
-  return file_->isWhole();
 }
 
 }  // namespace scrivalen::pdf

@@ -18,6 +18,9 @@
 namespace scrivalen::pdf {
 
 /// One document between its beginning and its end: what was collected, and what makes pages of it.
+///
+/// A call for which there is no memory raises that. It collects nothing then, or a part, but the calls behind it find
+/// everything in order. Once the pages are made nothing more is collected.
 class Document {
  public:
   Document(platform::NativeFile file, const Paper& paper, PDFStuffer::Form form);
@@ -41,23 +44,27 @@ class Document {
   void addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
                       const CPDFtextStyle& style);
 
-  /// Lays everything out for its place. Does nothing the second time.
+  /// Lays everything out for its place, with bold variants of the fonts. Does nothing the second time.
   void makePages();
-  /// Writes the file. @return whether the system took all of it
-  bool save(std::u16string pageMode);
+  void setPageMode(const std::u16string& mode) { file_->SetPageMode(&mode); }
+  /// Writes the file: as much of it as there is, when making the pages has failed.
+  void save();
 
   Pages& pages() { return pages_; }
   bool isMakingPages() const { return makingPages_; }
-  const std::wstring& writeError() const { return file_->writeError(); }
+  /// Why not everything was written; empty when it was.
+  std::wstring_view writeError() const { return file_->writeError(); }
   const platform::LossCounter& loss() const { return loss_; }
 
  private:
+  class Interruption;
+
   template <typename Item, typename... Arguments>
   Item& make(std::uint32_t& itemId, Arguments&&... arguments);
-  bool canBeginBlock() const { return !current_ || current_->isA(ItemKind::Paragraph); }
+  bool canBeginBlock() const { return isCollecting_ && (!current_ || current_->isA(ItemKind::Paragraph)); }
   void setCurrent(CPDFitem* item);
   void end(ItemKind kind, CPDFitem* parent);
-  void keepText();
+  void keepText(CPDFitem& item);
   void appendText(std::wstring_view text, const CPDFtextStyle& style);
   template <typename Unit>
   std::basic_string_view<Unit> stored(std::basic_string_view<Unit> text);
@@ -82,8 +89,9 @@ class Document {
   TextBuffer text_;              // of the current item
   bool hasText_ = false;
   Pages pages_;
+  bool isCollecting_ = true;
+  bool hasBoldVariants_ = false;
   bool makingPages_ = false;
-  bool pagesMade_ = false;
   platform::LossCounter loss_;
 };
 

@@ -1,5 +1,7 @@
 #include "pdf/layout/fonts.h"
 
+#include "platform/room.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -51,14 +53,16 @@ CPDFfontIdx makeFont(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE 
   entry.face = face;
   entry.resourceName = u"F";
   entry.resourceName.append(number.begin(), number.end());
+  std::u16string encoding = u"WinAnsiEncoding";
   entry.font = file.AddStandardFont(entry.resourceName, drawn);
-  entry.font->encodingName = u"WinAnsiEncoding";
+  entry.font->encodingName = std::move(encoding);
   return entry;
 }
 
 }  // namespace
 
 void FontTable::add(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE face) {
+  platform::makeRoom(entries_, 1);
   append(makeFont(file, id, face, face));
 }
 
@@ -74,6 +78,7 @@ void FontTable::addBoldVariants(PDFStuffer::CPDFFile& file) {
   const std::size_t registered = entries_.size();
   int id = 0;
   for (std::size_t i = 0; i < registered; ++i) {
+    platform::makeRoom(entries_, 1);
     const PDF_STANDARD_FONT_FACE face = entries_[i].face;
     id = unusedIdFrom(id + 1);
     CPDFfontIdx variant = makeFont(file, id, face, boldFaceOf(face));

@@ -54,7 +54,7 @@ Points layoutLines(Pages& pages, PageText& lines, const DrawStyle& style, View t
 
 std::uint32_t lengthOf(std::size_t length) {
   if (length > std::numeric_limits<std::uint32_t>::max()) {
-    throw std::length_error("the text of an item is too long");
+    throw std::length_error("The text of an item is too long");
   }
   return static_cast<std::uint32_t>(length);
 }

@@ -1,5 +1,7 @@
 #include "pdf/layout/links.h"
 
+#include "platform/room.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -29,9 +31,11 @@ void setDestination(Source& source, const Placement* target) {
 }  // namespace
 
 CPDFlink& LinkTable::named(std::u16string_view name) {
-  const auto [found, added] = byName_.try_emplace(std::u16string(name), links_.size());
+  CPDFlink link{std::u16string(name), {}, nullptr};
+  platform::makeRoom(links_, 1);
+  const auto [found, added] = byName_.try_emplace(link.name, links_.size());
   if (added) {
-    links_.push_back({found->first, {}, nullptr});
+    links_.push_back(std::move(link));
   }
   return links_[found->second];
 }
@@ -77,7 +81,7 @@ void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFitem* targe
 }
 
 void LinkWriter::addOutlineEntry(std::unique_ptr<std::u16string> title, int level, const CPDFitem* target) {
-  CPDFOutLine& entry = file_.AddObject(std::make_unique<CPDFOutLine>(file_.nextObjectNumber));
+  CPDFOutLine& entry = file_.make<CPDFOutLine>();
   entry.title = std::move(title);
   setDestination(entry, placementOf(target));
   if (!file_.outlines) {

@@ -1,6 +1,9 @@
 #include "pdf/layout/pages.h"
 
 #include "pdf/objects/numbers.h"
+#include "platform/room.h"
+
+#include <stdexcept>
 
 namespace scrivalen::pdf {
 
@@ -31,12 +34,22 @@ void Pages::begin(Purpose purpose) {
   started_ = 0;
 }
 
+// While the file is written its page tree is there already: a page that was not placed for a lack of memory would be in
+// no tree.
+void Pages::addPage() {
+  if (purpose_ == Purpose::Writing) {
+    throw std::length_error("A page is missing");
+  }
+  platform::makeRoom(pages_, 1);
+  pages_.push_back(file_.AddPage({}));
+  for (const CPDFfontIdx& entry : fonts_.entries()) {
+    pages_.back()->AddFont(*entry.font);
+  }
+}
+
 void Pages::startPage() {
   if (started_ == pages_.size()) {
-    pages_.push_back(file_.AddPage({}));
-    for (const CPDFfontIdx& entry : fonts_.entries()) {
-      pages_.back()->AddFont(*entry.font);
-    }
+    addPage();
   }
   current_ = pages_[started_++];
   lines_.line("BT");

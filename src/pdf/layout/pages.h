@@ -61,6 +61,7 @@ class Pages {
   template <typename Value>
   using Cache = std::array<Cached<Value>, 16>;
 
+  void addPage();
   int resolvedFont(const CPDFtextStyle& style) const;
 
   PDFStuffer::CPDFFile& file_;

@@ -19,16 +19,16 @@ struct CPDFdoc::State {
   std::uint32_t lastId = 0;
   int landscape = 0;
   int conforming = 0;
-  std::wstring writeError;
+  Reason failure;  // of the last document
   LossCounter loss;
 
   const LossCounter& lost() const { return document ? document->loss() : loss; }
 
-  // Calls without an open document do nothing; nothing is raised to the caller.
+  // Calls without an open document do nothing; nothing is raised to the caller, but EndDoc tells it.
   template <typename Action>
   void whileOpen(Action action) {
     if (document) {
-      contained([&] { action(*document); });
+      containedIn(failure, [&] { action(*document); });
     }
   }
 };
@@ -57,14 +57,14 @@ int CPDFdoc::BegDoc(void* file, int landscape) {
   if (!file) {
     return -2;
   }
-  return contained(-3, [&] {
-    Init();
-    state_->writeError.clear();
-    state_->loss = LossCounter();
+  Init();
+  state_->failure.clear();
+  state_->loss = LossCounter();
+  containedIn(state_->failure, [&] {
     state_->document = std::make_unique<Document>(file, landscape ? kLandscape : kPortrait,
                                                   state_->conforming ? Form::Conforming : Form::Classic);
-    return 0;
   });
+  return state_->document ? 0 : -3;
 }
 
 bool CPDFdoc::IsOpen() const { return state_->document != nullptr; }
@@ -189,29 +189,29 @@ int CPDFdoc::EndDoc(const wchar_t* pageMode) {
   if (!state_->document) {
     return 0;
   }
-  const bool whole = contained(false, [&] {
-    state_->document->addBoldVariants();
-    state_->document->makePages();
+  CreateFonts();
+  GeneratePages();
+  state_->whileOpen([&](Document& document) {
     std::u16string mode;
     appendUtf16(mode, pageMode ? pageMode : L"UseNone");
-    const bool saved = state_->document->save(std::move(mode));
-    state_->writeError = state_->document->writeError();
-    return saved;
+    document.setPageMode(mode);
   });
+  state_->whileOpen([](Document& document) { document.save(); });
+  if (const auto reason = state_->document->writeError(); !reason.empty()) {
+    state_->failure.keep(reason);
+  }
   Delete();
-  return whole ? 0 : -1;
+  return state_->failure.empty() ? 0 : -1;
 }
 
 void CPDFdoc::Delete() {
-  contained([&] {
-    if (state_->document) {
-      state_->loss = state_->document->loss();
-    }
-    state_->document.reset();
-    state_->lastId = 0;
-  });
+  if (state_->document) {
+    state_->loss = state_->document->loss();
+  }
+  state_->document.reset();
+  state_->lastId = 0;
 }
 
-const wchar_t* CPDFdoc::WriteError() const { return state_->writeError.c_str(); }
+const wchar_t* CPDFdoc::WriteError() const { return state_->failure.c_str(); }
 std::uint64_t CPDFdoc::LostCharacters() const { return state_->lost().count(); }
 char32_t CPDFdoc::FirstLostCharacter() const { return state_->lost().first(); }

@@ -1,19 +1,22 @@
 #include "pdf/layout/pdf_report.h"
 
 #include "core/report_closing.h"
-#include "platform/clog.h"
 #include "platform/contain.h"
 #include "platform/fmt.h"
 #include "platform/loss.h"
+#include "platform/output_buffer.h"
 #include "platform/utf.h"
 
 #include <algorithm>
+#include <exception>
 #include <iterator>
 #include <string_view>
 
 using namespace scrivalen::platform;
 
 namespace {
+
+constexpr std::size_t kReasonRoom = 128;  // for those that are not the system's
 
 constexpr int kFont = 1;
 constexpr int kBodySize = 8;         // points
@@ -64,27 +67,50 @@ _RGB_COLOR colorNamed(const wchar_t* text) {
 
 }  // namespace
 
+// There is room for a reason whatever becomes of the memory.
+PDFReport::PDFReport() { error_.reserve(kReasonRoom); }
+
 REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
     return REPORT_FILE_ERROR;
   }
-  document_.BegDoc(file_.Handle(), landscape_);
+  if (document_.BegDoc(file_.Handle(), landscape_) != 0) {
+    closeAfterLoss();
+    keepError(L"File open/create error for '%s'. %s");
+    return REPORT_FILE_ERROR;
+  }
   document_.AddFont(kFont, PDF_TIMES_ROMAN);
   return REPORT_OK;
 }
 
 REPORT_ERRORS PDFReport::Close() {
   const bool whole = document_.EndDoc(nullptr) == 0;
-  return contained(REPORT_FILE_ERROR, [&] {
-    const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
-    const REPORT_ERRORS closed = scrivalen::core::closeReportFile(file_, loss, error_);
-    if (whole) {
-      return closed;
-    }
-    error_ = FMT::Format(L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
-    CLog::Bug2(error_);
-    return REPORT_FILE_ERROR;
-  });
+  const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
+  if (whole) {
+    return contained(REPORT_FILE_ERROR, [&] { return scrivalen::core::closeReportFile(file_, loss, error_); });
+  }
+  closeAfterLoss();
+  logLoss(file_.Name(), loss);
+  keepError(L"File write error for '%s'. %s");
+  logLine(error_.c_str());
+  return REPORT_FILE_ERROR;
+}
+
+// When closing the file fails too, it has no reason to tell: the document's is the first one.
+void PDFReport::closeAfterLoss() {
+  if (OutputBuffer* const buffer = bufferOf(file_)) {
+    buffer->lose();
+  }
+  file_.Close();
+}
+
+// Without memory for the whole sentence the reason stands alone.
+void PDFReport::keepError(const wchar_t* format) noexcept {
+  try {
+    error_ = FMT::Format(format, file_.Name(), document_.WriteError());
+  } catch (const std::exception&) {
+    assignWhatFits(error_, document_.WriteError());
+  }
 }
 
 void PDFReport::SetReportOption(REPORT_OPTION option, int value) {

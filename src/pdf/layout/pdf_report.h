@@ -7,6 +7,7 @@
 /// Writes a report as PDF, in Times: body text of 8 points, headings of 20 down to 12.
 class PDFReport final : public AReport {
  public:
+  PDFReport();
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
   REPORT_ERRORS Open(const wchar_t* file) override;
   REPORT_ERRORS Close() override;
@@ -36,6 +37,9 @@ class PDFReport final : public AReport {
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:
+  void closeAfterLoss();
+  void keepError(const wchar_t* format) noexcept;
+
   int landscape_ = 0;
   CPDFdoc document_;
   ReportFile file_;

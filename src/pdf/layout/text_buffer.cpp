@@ -6,20 +6,46 @@
 #include "platform/utf.h"
 
 #include <algorithm>
-#include <iterator>
 
 namespace scrivalen::pdf {
 
 using namespace platform;
 
+// Each code unit is one element, in bytes as in units: a text has the same length in both.
+template <typename Action>
+LossCounter TextBuffer::whole(Action append) {
+  const std::size_t before = isWide_ ? units_.size() : bytes_.size();
+  try {
+    return append();
+  } catch (...) {
+    if (isWide_) {
+      units_.resize(before);
+    } else {
+      bytes_.resize(before);
+    }
+    throw;
+  }
+}
+
 LossCounter TextBuffer::append(std::wstring_view text) {
-  if (!isWide_) {
-    text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));
-  }
-  LossCounter loss;
-  if (text.empty()) {
+  return whole([&] {
+    if (!isWide_) {
+      text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));
+    }
+    return text.empty() ? LossCounter() : appendWide(text);
+  });
+}
+
+LossCounter TextBuffer::appendWinAnsi(std::wstring_view text) {
+  return whole([&] {
+    LossCounter loss;
+    pdf::appendWinAnsi(bytes_, text, loss);
     return loss;
-  }
+  });
+}
+
+LossCounter TextBuffer::appendWide(std::wstring_view text) {
+  LossCounter loss;
   widen();
   const wchar_t* at = text.data();
   const wchar_t* const end = at + text.size();
@@ -32,26 +58,22 @@ LossCounter TextBuffer::append(std::wstring_view text) {
   return loss;
 }
 
-LossCounter TextBuffer::appendWinAnsi(std::wstring_view text) {
-  LossCounter loss;
-  pdf::appendWinAnsi(bytes_, text, loss);
-  return loss;
-}
-
 LossCounter TextBuffer::appendSigns(std::wstring_view text) {
-  LossCounter loss;
-  const wchar_t* at = text.data();
-  const wchar_t* const end = at + text.size();
-  while (at != end) {
-    const char32_t c = nextCharacter(at, end);
-    if (c > 0xFF) {
-      loss.note(c);
-      bytes_ += '?';
-    } else if (c != U'\r') {
-      bytes_ += c == U'\t' ? ' ' : static_cast<char>(c);
+  return whole([&] {
+    LossCounter loss;
+    const wchar_t* at = text.data();
+    const wchar_t* const end = at + text.size();
+    while (at != end) {
+      const char32_t c = nextCharacter(at, end);
+      if (c > 0xFF) {
+        loss.note(c);
+        bytes_ += '?';
+      } else if (c != U'\r') {
+        bytes_ += c == U'\t' ? ' ' : static_cast<char>(c);
+      }
     }
-  }
-  return loss;
+    return loss;
+  });
 }
 
 // An escape begins the name of a language (PDF 1.4, 3.8.1); the other control characters mean nothing.
@@ -77,9 +99,10 @@ void TextBuffer::clear() {
 
 void TextBuffer::widen() {
   if (!isWide_) {
-    isWide_ = true;
-    std::transform(bytes_.begin(), bytes_.end(), std::back_inserter(units_), [](char byte) { return unitOf(byte); });
+    units_.resize(bytes_.size());
+    std::transform(bytes_.begin(), bytes_.end(), units_.begin(), [](char byte) { return unitOf(byte); });
     bytes_.clear();
+    isWide_ = true;
   }
 }
 

@@ -3,10 +3,11 @@
 #include "pdf/objects/numbers.h"
 #include "pdf/objects/values.h"
 #include "platform/clog.h"
+#include "platform/room.h"
 
 #include <algorithm>
-#include <exception>
 #include <iterator>
+#include <new>
 #include <utility>
 
 using namespace scrivalen::platform;
@@ -23,6 +24,16 @@ constexpr std::u16string_view kPageModes[] = {u"UseNone", u"UseOutlines", u"UseT
 
 bool isPageMode(std::u16string_view mode) {
   return std::find(std::begin(kPageModes), std::end(kPageModes), mode) != std::end(kPageModes);
+}
+
+void keepSystemError(Reason& reason) {
+  try {
+    std::wstring text;
+    CLog::FormatLastError(text);
+    reason.keep(text);
+  } catch (const std::bad_alloc&) {
+    reason.keep(L"The system has not taken all bytes");
+  }
 }
 
 bool isInvalid(NativeFile handle) { return reinterpret_cast<std::intptr_t>(handle) == -1; }
@@ -77,17 +88,13 @@ bool CPDFFile::HandleSink::take(const char* data, std::size_t size) {
   if (writeAll(handle, data, size)) {
     return true;
   }
-  std::wstring reason;
-  CLog::FormatLastError(reason);
-  if (error.empty()) {
-    error = std::move(reason);
-  }
+  keepSystemError(reason);
   return false;
 }
 
-CPDFFile::CPDFFile(NativeFile file, Form form) : handle(file), block_(form), buffer_(sink_) {
-  catalog = &AddObject(std::make_unique<CPDFCatalog>(nextObjectNumber));
-  pages = &AddObject(std::make_unique<CPDFPages>(nextObjectNumber));
+CPDFFile::CPDFFile(NativeFile file, Form form) : handle(file), block_(form), sink_(reason_), buffer_(sink_) {
+  catalog = &make<CPDFCatalog>();
+  pages = &make<CPDFPages>();
   xrefs = std::make_unique<CPDFXRefs>();
   trailer = std::make_unique<CPDFTrailer>();
 }
@@ -99,7 +106,9 @@ CPDFFile::~CPDFFile() {
 }
 
 CPDFPage* CPDFFile::AddPage(std::u16string name) {
-  CPDFPage& page = AddObject(std::make_unique<CPDFPage>(nextObjectNumber));
+  makeRoom(objects, 2);
+  makeRoom(pages->children, 1);
+  CPDFPage& page = make<CPDFPage>();
   AddObject(page.takeContent());
   page.name = std::move(name);
   page.parent = pages;
@@ -108,19 +117,21 @@ CPDFPage* CPDFFile::AddPage(std::u16string name) {
   return &page;
 }
 
-CPDFAnnot* CPDFFile::AddAnnotation() { return &AddObject(std::make_unique<CPDFAnnot>(nextObjectNumber)); }
+CPDFAnnot* CPDFFile::AddAnnotation() { return &make<CPDFAnnot>(); }
 
 void CPDFFile::CreateOutlines() {
-  outlines = &AddObject(std::make_unique<CPDFOutLines>(nextObjectNumber));
+  outlines = &make<CPDFOutLines>();
   catalog->outlines = outlines;
   catalog->hasOutlines = true;
 }
 
 CPDFStandardFont* CPDFFile::AddStandardFont(std::u16string name, PDF_STANDARD_FONT_FACE face) {
-  CPDFStandardFont& font = AddObject(std::make_unique<CPDFStandardFont>(nextObjectNumber));
+  makeRoom(fonts, 1);
+  std::u16string listed = name;
+  CPDFStandardFont& font = make<CPDFStandardFont>();
   font.name = std::move(name);
   font.face = face;
-  fonts.push_back({font.objectNumber, font.generation, font.name, &font});
+  fonts.push_back({font.objectNumber, font.generation, std::move(listed), &font});
   return &font;
 }
 
@@ -135,27 +146,22 @@ void CPDFFile::WriteText(std::u16string_view text) {
   }
 }
 
-void CPDFFile::noteLoss(const wchar_t* reason) {
-  whole_ = false;
-  if (sink_.error.empty()) {
-    sink_.error = reason;
-  }
-}
-
 // A failure costs the object what it has not written yet; the file goes on.
 void CPDFFile::writeObject(CPDFObject& object) {
   object.fileOffset = position();
   if (object.fileOffset > kMostOffset) {
-    noteLoss(L"A PDF cannot be larger than 10 gigabytes");
+    reason_.keep(L"A PDF cannot be larger than 10 gigabytes");
   }
   block_.Rewind();
   try {
     object.Write(block_);
-  } catch (const std::exception&) {
-    block_.noteLoss();
+  } catch (const std::bad_alloc&) {
+    noteRaised();
+  } catch (...) {
+    reason_.keep(L"An object could not be made");
   }
   if (!block_.isWhole()) {
-    noteLoss(L"An object could not be made");
+    reason_.keep(L"There is not enough memory");  // all that a part of an object raises
   }
   buffer_.write(block_.text().data(), block_.text().size());
 }
@@ -176,15 +182,15 @@ bool CPDFFile::Save() {
 }
 
 bool CPDFFile::beginSave() {
+  reason_.clear();
   if (isInvalid(handle)) {
+    reason_.keep(L"The file's handle is the invalid one");
     return false;
   }
   sink_.handle = handle;
-  sink_.error.clear();
   buffer_.reset();
   start_ = positionOf(handle).value_or(0);
   written_ = 0;
-  whole_ = true;
   WriteText(header);
   WriteText(markComment);
   catalog->pages = pages;
@@ -214,9 +220,11 @@ void CPDFFile::endSave() {
   trailer->root = catalog;
   writeObject(*trailer);
   WriteText(u"%%EOF");
-  whole_ = buffer_.flush() && whole_;
+  buffer_.flush();
   if (!callerOwnsHandle) {
-    whole_ = closeFile(handle) && whole_;
+    if (!closeFile(handle)) {
+      keepSystemError(reason_);
+    }
     handle = nullptr;
   }
 }

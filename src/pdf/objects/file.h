@@ -6,6 +6,7 @@
 #include "pdf/objects/page.h"
 #include "platform/files.h"
 #include "platform/output_buffer.h"
+#include "platform/reason.h"
 
 #include <cstdint>
 #include <memory>
@@ -63,7 +64,7 @@ struct FontRecord {
 /// A PDF file: it numbers the objects, owns them, and writes them in their order with the table that finds them.
 ///
 /// An object takes its number when it is made and its place in the table when it is registered, so each is registered
-/// before the next is made.
+/// before the next is made. Where there is no memory for one, it takes neither.
 class CPDFFile {
  public:
   /// @param file  open for writing; not closed unless callerOwnsHandle is cleared; must outlive this
@@ -78,6 +79,15 @@ class CPDFFile {
     Object& added = *object;
     objects.push_back(std::move(object));
     return added;
+  }
+
+  /// Makes an object under the next number and registers it.
+  template <typename Object>
+  Object& make() {
+    std::uint32_t next = nextObjectNumber;
+    Object& made = AddObject(std::make_unique<Object>(next));
+    nextObjectNumber = next;
+    return made;
   }
 
   CPDFPage* AddPage(std::u16string name);
@@ -96,10 +106,13 @@ class CPDFFile {
   void saveThrough(const CPDFObject& last);
   void endSave();
 
+  /// Notes that the exception being handled keeps something out of the file; for use in a catch clause.
+  void noteRaised() { reason_.keepRaised(); }
+
   /// Whether everything is in the file: it was made, the operating system has taken it, and the table finds it.
-  bool isWhole() const { return whole_; }
+  bool isWhole() const { return reason_.empty(); }
   /// The first reason why not.
-  const std::wstring& writeError() const { return sink_.error; }
+  std::wstring_view writeError() const { return reason_.text(); }
 
   std::u16string header = u"%PDF-1.4\n";
   std::u16string markComment = u"%\u00E2\u00E3\u00CF\u00D3\n";
@@ -117,23 +130,23 @@ class CPDFFile {
 
  private:
   struct HandleSink final : scrivalen::platform::ByteSink {
+    explicit HandleSink(scrivalen::platform::Reason& whyNot) : reason(whyNot) {}
     bool take(const char* data, std::size_t size) override;
     scrivalen::platform::NativeFile handle = nullptr;
-    std::wstring error;
+    scrivalen::platform::Reason& reason;
   };
 
   void WriteText(std::u16string_view text);
   void writeObject(CPDFObject& object);
   void writeNextObject();
-  void noteLoss(const wchar_t* reason);
   std::uint64_t position() const { return start_ + buffer_.position(); }
 
   CPDFMemBlock block_;  // one object at a time; its memory serves all
+  scrivalen::platform::Reason reason_;
   HandleSink sink_;
   scrivalen::platform::OutputBuffer buffer_;
   std::uint64_t start_ = 0;
   std::size_t written_ = 0;  // objects
-  bool whole_ = true;
 };
 
 }  // namespace PDFStuffer

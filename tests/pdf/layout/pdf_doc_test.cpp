@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,18 @@ struct OpenDocument : DiskFile {
   explicit OpenDocument(int landscape = 0) { EXPECT_EQ(doc.BegDoc(file.Handle(), landscape), 0); }
 
   OpenSteps doc;
+};
+
+// Lets nothing come from the default resource while it lives.
+class UnusableDefaultResource {
+ public:
+  UnusableDefaultResource() : old_(std::pmr::set_default_resource(std::pmr::null_memory_resource())) {}
+  UnusableDefaultResource(const UnusableDefaultResource&) = delete;
+  UnusableDefaultResource& operator=(const UnusableDefaultResource&) = delete;
+  ~UnusableDefaultResource() { std::pmr::set_default_resource(old_); }
+
+ private:
+  std::pmr::memory_resource* old_;
 };
 
 constexpr const char* kEmptyPage = "BT\n50 810 Td\nET\n";
@@ -189,6 +202,25 @@ TEST(PdfDoc, HasDocumentsSideBySideEachWithPaperOfItsOwn) {
   EXPECT_NE(tallPdf.objectWith("/Type /Page\r\n").find("[0 0 595 840]"), std::string::npos);
   EXPECT_NE(widePdf.content(1).find("50 565 Td\n"), std::string::npos);
   EXPECT_NE(widePdf.objectWith("/Type /Page\r\n").find("[0 0 840 595]"), std::string::npos);
+}
+
+TEST(PdfDoc, TakesNothingFromTheDefaultResourceOfTheHost) {
+  const FixedClock clock(0);
+  const auto fill = [](CPDFdoc& doc, const wchar_t* text) {
+    paragraph(doc, text);
+    doc.HyperLink(text, text);
+  };
+  const std::string one = made([&](CPDFdoc& doc) { fill(doc, L"one"); }).bytes;
+  const std::string other = made([&](CPDFdoc& doc) { fill(doc, L"other"); }, kWide).bytes;
+  OpenDocument first(0);
+  const UnusableDefaultResource unusable;
+  OpenDocument second(1);
+  fill(first.doc, L"one");
+  fill(second.doc, L"other");
+  EXPECT_EQ(first.doc.EndDoc(nullptr), 0);
+  EXPECT_EQ(second.doc.EndDoc(nullptr), 0);
+  EXPECT_EQ(first.closedBytes(), one);
+  EXPECT_EQ(second.closedBytes(), other);
 }
 
 TEST(PdfDocStyle, IsThatOfTheLastWriteForAWholeItem) {
@@ -681,6 +713,55 @@ TEST(PdfDocPages, AreMadeByTheStepOfThatName) {
   EXPECT_NE(open.doc.GetCurrentPage(), nullptr);
 }
 
+TEST(PdfDocPages, TakeNothingOnceTheyAreMade) {
+  const FixedClock clock(0);
+  const auto bytesOfDocument = [](bool goesOn, int conforming) {
+    DiskFile disk;
+    OpenSteps doc;
+    doc.SetConforming(conforming);
+    EXPECT_EQ(doc.BegDoc(disk.file.Handle(), 0), 0);
+    doc.AddFont(1, PDF_TIMES_ROMAN);
+    doc.FontNo(2);
+    doc.BoldOn();
+    paragraph(doc, L"a");
+    doc.GeneratePages();
+    if (goesOn) {
+      doc.AddFont(2, PDF_COURIER);
+      doc.write(L"lost");
+      doc.HyperLink(L"lost", L"b");
+      doc.BookMark(L"b");
+      doc.AddOutlineItem(L"lost \x20AC", L"b", 0);
+      paragraphs(doc, 40);
+      doc.BeginTable();
+      row(doc, {L"lost"});
+      doc.EndTable();
+      doc.CreateFonts();
+      doc.GeneratePages();
+    }
+    EXPECT_EQ(doc.LostCharacters(), 0u);
+    EXPECT_EQ(doc.EndDoc(nullptr), 0);
+    return disk.closedBytes();
+  };
+  for (const int conforming : {0, 1}) {
+    const MadePdf pdf(bytesOfDocument(true, conforming));
+    EXPECT_EQ(pdf.bytes, bytesOfDocument(false, conforming));
+    EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a"});
+  }
+}
+
+TEST(PdfDocPages, ListTheBoldVariantsThatTheirTextsAreDrawnIn) {
+  OpenDocument open;
+  open.doc.AddFont(1, PDF_TIMES_ROMAN);
+  open.doc.FontNo(1);
+  open.doc.BoldOn();
+  paragraph(open.doc, L"a");
+  open.doc.GeneratePages();
+  EXPECT_EQ(open.doc.EndDoc(nullptr), 0);
+  const MadePdf pdf(open.closedBytes());
+  EXPECT_NE(pdf.content(1).find("/F2 12 Tf\n"), std::string::npos);
+  EXPECT_NE(pdf.objectWith("/Type /Page\r\n").find("/F2 "), std::string_view::npos);
+}
+
 TEST(PdfDocPages, BreakBeforeALineBelowTheLimit) {
   // 32 paragraphs of 24 points go from 810 down to 42; the gap of the next one ends at 34, its line on a new page.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraphs(doc, 33); });
@@ -768,7 +849,22 @@ TEST(PdfDocEndDoc, TellsThatNothingWasWrittenToAnInvalidHandle) {
   ASSERT_EQ(doc.BegDoc(reinterpret_cast<void*>(std::intptr_t{-1}), 0), 0);
   paragraph(doc, L"a");
   EXPECT_EQ(doc.EndDoc(nullptr), -1);
+  EXPECT_STREQ(doc.WriteError(), L"The file's handle is the invalid one");
   EXPECT_FALSE(doc.IsOpen());
+}
+
+TEST(PdfDocEndDoc, LeavesNothingOfAFailureToTheNextDocument) {
+  const FixedClock clock(0);
+  const auto fill = [](CPDFdoc& doc) { paragraph(doc, L"a"); };
+  CPDFdoc doc;
+  ASSERT_EQ(doc.BegDoc(reinterpret_cast<void*>(std::intptr_t{-1}), 0), 0);
+  doc.HyperLink(L"lost", L"lost");
+  doc.AddOutlineItem(L"lost", L"lost", 0);
+  EXPECT_EQ(doc.EndDoc(nullptr), -1);
+  const MadePdf next = made(doc, fill);
+  EXPECT_EQ(next.result, 0);
+  EXPECT_STREQ(doc.WriteError(), L"");
+  EXPECT_EQ(next.bytes, made(fill).bytes);
 }
 
 TEST(PdfDocEndDoc, NumbersTheObjectsInTheOrderInWhichTheyAreMade) {

@@ -7,6 +7,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace scrivalen::test;
 
 namespace {
@@ -52,6 +55,22 @@ TEST(PdfReportOnAFullDisk, TellsOfLostCharactersAndOfTheDisk) {
   EXPECT_STREQ(report.GetError(), kReason);
   EXPECT_EQ(log.lines(), (std::vector<std::wstring>{
                              L"'/dev/full': 1 character could not be written as it was given: U+20AC.", kReason}));
+}
+
+TEST(PdfReportOfAFileThatIsGone, TellsTheFirstReasonInOneLine) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.pdf";
+  const int descriptor = ::open("/dev/null", O_RDONLY);  // the report gets the same one
+  ::close(descriptor);
+  PDFReport report;
+  EXPECT_EQ(report.Open(path.c_str()), REPORT_OK);
+  EXPECT_EQ(::close(descriptor), 0);
+  EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"File write error for '" + path + L"'. Bad file descriptor"});
+  EXPECT_EQ(report.GetError(), log.lines().front());
+  EXPECT_EQ(report.Open(path.c_str()), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
 TEST(PdfReportOnAFullDisk, CompletesTheOtherChildren) {

@@ -234,6 +234,31 @@ TEST(PdfDictionary, KeepsWhatAFailingValueHasWritten) {
   EXPECT_EQ(written(dictionary), "<<\r\n/Half ha\r\n/Next 1\r\n>>\r\n");
 }
 
+TEST(PdfDictionary, IsNotWholeWithAValueThatFails) {
+  const auto isWhole = [](std::unique_ptr<CPDFObject> value) {
+    CPDFDictionary dictionary;
+    dictionary.add(u"In", std::make_unique<CPDFDictionary>()).add(u"Key", std::move(value));
+    dictionary.addNumber(u"Next", 1);
+    CPDFMemBlock out;
+    dictionary.Write(out);
+    return out.isWhole();
+  };
+  EXPECT_TRUE(isWhole(words("all")));
+  EXPECT_TRUE(isWhole(words("")));
+  EXPECT_FALSE(isWhole(failing("")));
+  EXPECT_FALSE(isWhole(failing("ha")));
+}
+
+TEST(PdfArray, IsNotWholeWithAnElementThatFailsInAPart) {
+  CPDFArray array;
+  array.Append(std::make_unique<CPDFDictionary>());
+  static_cast<CPDFDictionary&>(*array.elements.front()).add(u"Key", failing(""));
+  CPDFMemBlock out;
+  array.Write(out);
+  EXPECT_EQ(out.text(), "[<<\r\n>>\r\n ]\r\n");
+  EXPECT_FALSE(out.isWhole());
+}
+
 TEST(PdfDictionary, KeepsTheElementsInFrontOfAFailingOne) {
   CPDFDictionary dictionary;
   auto& array = dictionary.add(u"Kids", std::make_unique<CPDFArray>());

@@ -229,6 +229,8 @@ TEST(PdfFile, DeletesItsObjects) {
 TEST(PdfFile, DoesNotWriteToTheInvalidHandle) {
   CPDFFile pdf(invalidHandle(), Form::Classic);
   EXPECT_FALSE(pdf.Save());
+  EXPECT_FALSE(pdf.isWhole());
+  EXPECT_EQ(pdf.writeError(), L"The file's handle is the invalid one");
   EXPECT_EQ(pdf.catalog->entries.size(), 1u);
   EXPECT_EQ(pdf.catalog->fileOffset, 0u);
 }
