@@ -9,9 +9,14 @@ namespace {
 
 std::atomic<std::size_t> count{0};
 
+std::atomic<std::size_t> toGo{0};  // allocations up to the first one that fails, that one included; 0: none fails
+std::atomic<bool> failsOn{false};  // behind the first one
+std::atomic<bool> failed{false};
+std::atomic<int> unfailing{0};
+
 void* allocate(std::size_t size) noexcept {
   ++count;
-  return std::malloc(size > 0 ? size : 1);
+  return scrivalen::test::shallFail() ? nullptr : std::malloc(size > 0 ? size : 1);
 }
 
 // The block that malloc gave stands in front of the aligned one: aligned_alloc is not there on every system.
@@ -44,7 +49,37 @@ void* orThrow(void* memory) {
 
 }  // namespace
 
-std::size_t scrivalen::test::allocationCount() { return count; }
+namespace scrivalen::test {
+
+std::size_t allocationCount() { return count; }
+
+bool shallFail() {
+  if (toGo == 0 || unfailing > 0) {
+    return false;
+  }
+  if (toGo > 1) {
+    --toGo;
+    return false;
+  }
+  toGo = failsOn ? 1 : 0;
+  failed = true;
+  return true;
+}
+
+FailingAllocations::FailingAllocations(std::size_t nth, Extent extent) {
+  failed = false;
+  failsOn = extent == Extent::AllFromThere;
+  toGo = nth;
+}
+
+FailingAllocations::~FailingAllocations() { toGo = 0; }
+
+bool FailingAllocations::hasFailed() const { return failed; }
+
+UnfailingAllocations::UnfailingAllocations() { ++unfailing; }
+UnfailingAllocations::~UnfailingAllocations() { --unfailing; }
+
+}  // namespace scrivalen::test
 
 void* operator new(std::size_t size) { return orThrow(allocate(size)); }
 void* operator new[](std::size_t size) { return orThrow(allocate(size)); }

@@ -8,6 +8,33 @@ namespace scrivalen::test {
 /// the place of the program's operators, so its source belongs to the programs that count and not to a library.
 std::size_t allocationCount();
 
+/// Lets memory run out while it lives. One at a time, while no other thread runs.
+class FailingAllocations {
+ public:
+  enum class Extent { One, AllFromThere };
+
+  /// @param nth  which allocation from now on is the first that fails; 1 is the next, 0 none
+  FailingAllocations(std::size_t nth, Extent extent);
+  FailingAllocations(const FailingAllocations&) = delete;
+  FailingAllocations& operator=(const FailingAllocations&) = delete;
+  ~FailingAllocations();
+
+  /// Whether one has failed.
+  bool hasFailed() const;
+};
+
+/// Lets the program have its memory all the same while it lives, for what belongs to the test itself.
+class UnfailingAllocations {
+ public:
+  UnfailingAllocations();
+  UnfailingAllocations(const UnfailingAllocations&) = delete;
+  UnfailingAllocations& operator=(const UnfailingAllocations&) = delete;
+  ~UnfailingAllocations();
+};
+
+/// For whatever else asks for memory in the program: whether this allocation is to fail.
+bool shallFail();
+
 /// How often an action asks for memory.
 template <typename Action>
 std::size_t allocationsOf(Action action) {
