@@ -41,6 +41,11 @@ TEST(ChmOutput, LinksFromTopicToTopic) {
   EXPECT_TRUE(holds(given, "<a href=\"topic1.htm#c\">c</a>")) << given;
 }
 
+TEST(ChmOutput, BeginsNoTopicWithinAQuoteOrAList) {
+  EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C"), "[FILES]\n~topic1.htm\n[report.hhc]"));
+  EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C", {"--classic"}), "[FILES]\n~topic1.htm\n[report.hhc]"));
+}
+
 TEST(ChmOutput, IsMadeOfPlainOperationsInItsClassicForm) {
   EXPECT_TRUE(holds(givenFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
 }

@@ -6,6 +6,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 command=("$@")
+vnu="$root/node_modules/vnu-jar/build/dist/vnu.jar"
 export TMPDIR="$work/temporary"
 mkdir "$TMPDIR"
 
@@ -74,6 +75,35 @@ check_contents() {
   done
 }
 
+# A page does not end in the middle of a quote or a list, and links lead to every kind of place.
+check_nesting_and_places() {
+  cat >"$work/nested.md" <<'MD'
+# Café
+
+> # Quoted
+
+- ## Listed
+
+[x](#here) [y](#quoted) [z](https://x.org/#here)
+
+# Second
+
+<p id="here">Here.</p>
+
+[c](#caf%C3%A9) <a href="#listed">l</a>
+MD
+  expected_messages=""
+  write_help nested.md -o nested.chm
+  open_help nested.chm
+  expect_equal "the topics" "topic1.htm topic2.htm" "$(cd "$work/opened" && echo topic*.htm)"
+  grep -qF '<a href="topic2.htm#here">x</a> <a href="#quoted">y</a> <a href="https://x.org/#here">z</a>' \
+    "$work/opened/topic1.htm" || fail "topic 1: $(body "$work/opened/topic1.htm")"
+  grep -qF '<a href="topic1.htm#caf%C3%A9">c</a> <a href="topic1.htm#listed">l</a>' "$work/opened/topic2.htm" ||
+    fail "topic 2: $(body "$work/opened/topic2.htm")"
+  [ -f "$vnu" ] || fail "the HTML validator is not there; scripts/setup.sh test installs it"
+  (cd "$work/opened" && java -jar "$vnu" --errors-only topic*.htm) || fail "the validator finds errors in the topics"
+}
+
 # The title stands in the project and in the contents.
 check_letters_outside_the_code_page() {
   printf '# 日 😀\n\ndaylight 日 comes again\n' >"$work/far.md"
@@ -107,6 +137,7 @@ check_table() {
 
 check_topics
 check_contents
+check_nesting_and_places
 check_letters_outside_the_code_page
 check_classic
 check_table

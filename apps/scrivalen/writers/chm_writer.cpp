@@ -1,4 +1,3 @@
-#include "texts.h"
 #include "writers/help_topics.h"
 #include "writers/html_body.h"
 #include "writers/plain_writer.h"
@@ -16,10 +15,13 @@ class HtmlHelpWriter : public DocumentWriter {
   std::wstring error() const override { return topics_.error().empty() ? report_.error() : topics_.error(); }
 
  private:
+  void notePlaces(const Event& event);
+
   SingleReport report_{FORMAT_CHM};
   HtmlReport quoting_;
   HtmlBody body_{report_.get(), quoting_};
   HelpTopics topics_{report_};
+  int depth_ = 0;  // quotes and lists around what is being written; no page ends within one
 };
 
 bool HtmlHelpWriter::open(const std::wstring& file, const DocumentSettings& settings) {
@@ -30,15 +32,26 @@ void HtmlHelpWriter::write(const Event& event) {
   if (groupOf(event.kind) == EventGroup::Contents) {
     return;  // a help file has them anyway
   }
-  if (event.kind == EventKind::BeginHeading) {
+  if (event.kind == EventKind::BeginHeading && depth_ == 0) {
     topics_.beginFor(event.number, event.text);
-    topics_.addAnchor(utf8(body_.linkAddress(std::wstring(L"#").append(event.address))));
   }
   topics_.beginIfNone();
-  if (event.kind == EventKind::BeginLink || event.kind == EventKind::Markup || event.kind == EventKind::MarkupBlock) {
-    topics_.expectLinks();
-  }
+  notePlaces(event);
   body_.write(event);
+}
+
+void HtmlHelpWriter::notePlaces(const Event& event) {
+  switch (event.kind) {
+    case EventKind::BeginHeading: return topics_.addAnchor(event.address);
+    case EventKind::BeginLink: return topics_.expectLinks();
+    case EventKind::Markup:
+    case EventKind::MarkupBlock: topics_.addAnchorsOf(event.text); return topics_.expectLinks();
+    case EventKind::BeginQuote:
+    case EventKind::BeginList: ++depth_; return;
+    case EventKind::EndQuote:
+    case EventKind::EndList: --depth_; return;
+    default: return;
+  }
 }
 
 bool HtmlHelpWriter::close() { return topics_.finish() && report_.close(); }
@@ -57,6 +70,10 @@ class ClassicHelpWriter : public PlainWriter {
   void paragraph(const std::wstring& text) override;
   void codeBlock(const std::wstring& text) override { paragraph(text); }
   void rule() override {}
+  void beginQuote() override { ++depth_; }
+  void endQuote() override { --depth_; }
+  void beginList(bool /*tight*/) override { ++depth_; }
+  void endList() override { --depth_; }
   void beginItem(const std::wstring& marker) override { marker_ += marker; }
   void endItem() override;
   void beginTable() override;
@@ -70,6 +87,7 @@ class ClassicHelpWriter : public PlainWriter {
 
   HelpTopics topics_{report_};
   std::wstring marker_;  // of the item whose first block comes next
+  int depth_ = 0;        // quotes and lists around what is being written; no page ends within one
   bool inHeader_ = false;
 };
 
@@ -78,7 +96,10 @@ bool ClassicHelpWriter::open(const std::wstring& file, const DocumentSettings& s
 }
 
 void ClassicHelpWriter::heading(int level, const std::wstring& text) {
-  topics_.beginFor(level, text);
+  if (depth_ == 0) {
+    topics_.beginFor(level, text);
+  }
+  topics_.beginIfNone();
   report_->BeginParagraph(static_cast<PARAGRAPH_TYPE>(level), L"");
   putLines(marker_ + text);
   report_->EndParagraph(static_cast<PARAGRAPH_TYPE>(level));

@@ -25,6 +25,27 @@ bool writeFile(const std::filesystem::path& path, const std::string& bytes) {
   return file.good();
 }
 
+int hexValue(char digit) {
+  const std::size_t value = std::string_view("0123456789abcdef0123456789ABCDEF").find(digit);
+  return value == std::string_view::npos ? -1 : static_cast<int>(value % 16);
+}
+
+// RFC 3986, 2.1.
+std::string percentDecoded(std::string_view text) {
+  std::string result;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const int high = at + 2 < text.size() ? hexValue(text[at + 1]) : -1;
+    const int low = high < 0 ? -1 : hexValue(text[at + 2]);
+    if (text[at] == '%' && low >= 0) {
+      result += static_cast<char>(high * 16 + low);
+      at += 2;
+    } else {
+      result += text[at];
+    }
+  }
+  return result;
+}
+
 }  // namespace
 
 // Whatever was not finished stays so: to compile pages that go now would help nobody.
@@ -73,6 +94,17 @@ void HelpTopics::beginIfNone() {
   }
 }
 
+void HelpTopics::addAnchor(std::wstring_view name) { anchors_.emplace(utf8(name), topics_.size() - 1); }
+
+void HelpTopics::addAnchorsOf(std::wstring_view markup) {
+  for (const std::wstring_view attribute : {L" id=\"", L" name=\""}) {
+    for (std::size_t at = markup.find(attribute); at != std::wstring_view::npos; at = markup.find(attribute, at)) {
+      at += attribute.size();
+      addAnchor(markup.substr(at, markup.find(L'"', at) - at));
+    }
+  }
+}
+
 void HelpTopics::end() {
   if (isOpen_) {
     report_->EndSubDocument();
@@ -101,28 +133,24 @@ bool HelpTopics::completeLinks(std::size_t topic) {
   }
   std::string completed;
   std::size_t done = 0;
-  std::string link;
   for (std::size_t at = page.find(kLinkStart); at != std::string::npos; at = page.find(kLinkStart, at)) {
     at += kLinkStart.size();
-    link.assign(page, at, page.find('"', at) - at);
-    if (completeLink(link, topic)) {
-      completed.append(page, done, at - done).append(link);
-      done = page.find('"', at);
+    const std::string_view link = std::string_view(page).substr(at, page.find('"', at) - at);
+    if (const Topic* const target = topicOf(link, topic)) {
+      completed.append(page, done, at - done).append(utf8(target->file));
+      done = at;
     }
   }
-  if (done == 0) {
-    return true;
-  }
-  return writeFile(path, completed.append(page, done));
+  return done == 0 || writeFile(path, completed.append(page, done));
 }
 
-bool HelpTopics::completeLink(std::string& link, std::size_t topic) const {
-  const auto anchor = anchors_.find(link);
-  if (anchor == anchors_.end() || anchor->second == topic) {
-    return false;
+// The other topic that a link leads to; null for one that leads elsewhere.
+const HelpTopics::Topic* HelpTopics::topicOf(std::string_view link, std::size_t linksTopic) const {
+  if (!link.starts_with('#')) {
+    return nullptr;
   }
-  link.insert(0, utf8(topics_[anchor->second].file));
-  return true;
+  const auto anchor = anchors_.find(percentDecoded(link.substr(1)));
+  return anchor == anchors_.end() || anchor->second == linksTopic ? nullptr : &topics_[anchor->second];
 }
 
 }  // namespace scrivalen::command

@@ -27,9 +27,10 @@ class HelpTopics {
   void beginFor(int level, std::wstring_view heading);
   /// Begins the page for what stands before the first heading, unless there is one already.
   void beginIfNone();
-  /// Where a place of the page that is being written can be reached.
-  /// @param link  "#" and the anchor's name, as a link to it stands in the page
-  void addAnchor(const std::string& link) { anchors_.emplace(link, topics_.size() - 1); }
+  /// A place of the page that is being written, to which links may lead from others.
+  void addAnchor(std::wstring_view name);
+  /// The same for the places that HTML names, as it was typed.
+  void addAnchorsOf(std::wstring_view markup);
   /// The page that is being written may link to another one.
   void expectLinks() { topics_.back().mayLink = true; }
 
@@ -47,14 +48,14 @@ class HelpTopics {
   void begin(const std::wstring& title);
   void end();
   bool completeLinks(std::size_t topic);
-  bool completeLink(std::string& link, std::size_t topic) const;
+  const Topic* topicOf(std::string_view link, std::size_t linksTopic) const;
   std::wstring pathOf(const Topic& topic) const { return folder_ + topic.file; }
 
   SingleReport& report_;
   std::wstring folder_;  // with a separator at its end
   std::wstring title_;
   std::vector<Topic> topics_;
-  std::map<std::string, std::size_t> anchors_;
+  std::map<std::string, std::size_t, std::less<>> anchors_;  // their names in UTF-8, and the topics that have them
   std::wstring error_;
   bool isOpen_ = false;
 };

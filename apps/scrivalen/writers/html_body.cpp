@@ -205,7 +205,7 @@ void HtmlBody::endTable() {
 
 void HtmlBody::beginLink(const Event& link) {
   markup_ = L"<a";
-  markup_.append(L" href=\"").append(linkAddress(link.address)) += L'"';
+  appendAttribute(L" href=\"", encodedAddress(link.address));
   if (!link.title.empty()) {
     appendAttribute(L" title=\"", link.title);
   }
@@ -223,8 +223,6 @@ void HtmlBody::image(const Event& image) {
   markup_ += L'>';
   markup(markup_.c_str());
 }
-
-std::wstring HtmlBody::linkAddress(std::wstring_view address) { return quoted(encodedAddress(address)); }
 
 void HtmlBody::appendAttribute(const wchar_t* start, std::wstring_view value) {
   markup_.append(start).append(quoted(value)) += L'"';

@@ -18,8 +18,6 @@ class HtmlBody : public EventSink {
   HtmlBody(AReport& report, AReport& quoting) : report_(report), quoting_(quoting) {}
 
   void write(const Event& event) override;
-  /// A link's address as it stands in its attribute.
-  std::wstring linkAddress(std::wstring_view address);
 
  private:
   void breakLineBefore(EventKind kind);
