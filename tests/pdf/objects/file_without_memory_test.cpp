@@ -111,10 +111,21 @@ TEST(PdfFileWithoutMemory, WritesNothingWithoutRoomForItsBuffer) {
   EXPECT_EQ(file.closed(), "");
 }
 
+// A block that finds no memory to spare takes what it needs.
+TEST(PdfMemBlockWithoutMemory, MakesDoWithLess) {
+  CPDFMemBlock block;
+  block.Append("kept");
+  {
+    const FailingAllocations memory(1, Extent::One);
+    block.Append(", and so is this");
+  }
+  EXPECT_TRUE(block.isWhole());
+}
+
 TEST(PdfMemBlockWithoutMemory, TellsThatItIsNotWhole) {
   CPDFMemBlock block;
   {
-    const FailingAllocations memory(1, Extent::One);
+    const FailingAllocations memory(1, Extent::AllFromThere);
     block.Append("lost");
   }
   EXPECT_FALSE(block.isWhole());
