@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace scrivalen::platform {
@@ -14,9 +15,8 @@ class CLocale {
   ~CLocale();
 
  private:
-  void* before_ = nullptr;  // the system's handle of the thread's locale, where there is one
-  int mode_ = 0;
-  std::string name_;  // of the locale, where it has no handle
+  std::intptr_t before_ = 0;  // what the system needs to have the thread's locale again
+  std::string name_;          // of that locale, where it is known by its name
 };
 
 }  // namespace scrivalen::platform

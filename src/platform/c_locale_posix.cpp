@@ -12,8 +12,8 @@ locale_t cLocale() {
 
 }  // namespace
 
-CLocale::CLocale() : before_(::uselocale(cLocale())) {}
+CLocale::CLocale() : before_(reinterpret_cast<std::intptr_t>(::uselocale(cLocale()))) {}
 
-CLocale::~CLocale() { ::uselocale(static_cast<locale_t>(before_)); }
+CLocale::~CLocale() { ::uselocale(reinterpret_cast<locale_t>(before_)); }
 
 }  // namespace scrivalen::platform

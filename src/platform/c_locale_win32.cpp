@@ -10,7 +10,7 @@ CLocale::CLocale() {
   const std::string name = std::setlocale(LC_ALL, nullptr);
   if (name != "C") {
     name_ = name;
-    mode_ = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
+    before_ = ::_configthreadlocale(_ENABLE_PER_THREAD_LOCALE);
     std::setlocale(LC_ALL, "C");
   }
 }
@@ -18,7 +18,7 @@ CLocale::CLocale() {
 CLocale::~CLocale() {
   if (!name_.empty()) {
     std::setlocale(LC_ALL, name_.c_str());
-    ::_configthreadlocale(mode_);
+    ::_configthreadlocale(static_cast<int>(before_));
   }
 }
 

@@ -37,6 +37,8 @@ std::wstring nameOfColumn(std::uint32_t column) {
   return name;
 }
 
+std::wstring cells(std::uint64_t count) { return FMT::Format(count == 1 ? L"%d cell" : L"%d cells", count); }
+
 // Counts cells that did not come out as they were given, and remembers the place of the first.
 class CellCounter {
  public:
@@ -48,8 +50,7 @@ class CellCounter {
 
   void log(const std::wstring& file, std::wstring_view what) const {
     if (count_ > 0) {
-      CLog::Bug2(FMT::Format(L"'%s': %d %s %s, the first at %s.", file, count_, count_ == 1 ? L"cell" : L"cells", what,
-                             first_));
+      CLog::Bug2(FMT::Format(L"'%s': %s %s, the first at %s.", file, cells(count_), what, first_));
     }
   }
 
@@ -348,16 +349,14 @@ std::wstring ExcelWriter::Document::assemble() {
 
 void ExcelWriter::Document::logLosses() const {
   logLoss(name_, text_.loss());
-  cut_.log(name_, L"had more than 32,767 characters, cut there");
-  dropped_.log(name_, L"stood beyond 16,384 columns, dropped");
+  cut_.log(name_, L"cut at 32,767 characters");
+  dropped_.log(name_, L"dropped beyond column 16,384");
   if (strayed_ > 0) {
-    CLog::Bug2(FMT::Format(L"'%s': %d %s outside of any row, dropped.", name_, strayed_,
-                           strayed_ == 1 ? L"cell stood" : L"cells stood"));
+    CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
   }
   if (colors_.refused() > 0) {
-    CLog::Bug2(FMT::Format(L"'%s': %d %s a colour that is not known or one too many, the first '%s'.", name_,
-                           colors_.refused(), colors_.refused() == 1 ? L"cell has" : L"cells have",
-                           colors_.firstRefused()));
+    CLog::Bug2(FMT::Format(L"'%s': %s without the colour, which is not known or one too many, the first is '%s'.",
+                           name_, cells(colors_.refused()), colors_.firstRefused()));
   }
 }
 

@@ -263,7 +263,7 @@ TEST(ExcelReport, DropsACellOutsideOfRowsAndTellsSo) {
             }),
             "A1 \"a\"\n");
   ASSERT_EQ(log.lines().size(), 1u);
-  EXPECT_TRUE(log.lines()[0].ends_with(L"a.xlsx': 2 cells stood outside of any row, dropped."));
+  EXPECT_TRUE(log.lines()[0].ends_with(L"a.xlsx': 2 cells dropped outside of any row."));
 }
 
 TEST(ExcelReport, BeginsTheNextRowWhereOneIsOpen) {

@@ -25,8 +25,8 @@ int main() {
   report.SetCellColor(L"#102030;#FFEEDD");
   report.Row2(L"both", L"neither", 0, nullptr, nullptr);
   report.EndTable(L"table");
-  report.Text(L"The end, in a line that is longer than the widest column may become in this sheet.", PARAGRAPH_NONE, L"",
-              0);
+  report.Text(L"The end, in a line that is longer than the widest column may become in this sheet.", PARAGRAPH_NONE,
+              L"", 0);
   const bool whole = report.Close() == REPORT_OK;
   if (!whole) {
     std::fprintf(stderr, "%s\n", scrivalen::ToUtf8(report.GetError()).c_str());

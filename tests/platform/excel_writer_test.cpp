@@ -159,7 +159,7 @@ TEST(ExcelWriter, DropsCellsOutsideOfRowsAndTellsSo) {
     writer.SetCellValue(kType, L"behind", L"red");
   });
   EXPECT_EQ(written.cells(), "A1 \"a\"\n");
-  EXPECT_EQ(written.log(), Lines{L"'a': 2 cells stood outside of any row, dropped."});
+  EXPECT_EQ(written.log(), Lines{L"'a': 2 cells dropped outside of any row."});
 }
 
 TEST(ExcelWriter, WritesEveryCharacter) {
@@ -223,8 +223,7 @@ TEST(ExcelWriter, CutsLongCellsAndTellsSo) {
   const std::string longest(32767, 'x');
   EXPECT_TRUE(areSameBytes(
       "A1 \"a\"\nB1 \"" + longest + "\"\nA2 \"a\"\nB2 \"" + longest + "\"\nC2 \"" + longest + "\"\n", written.cells()));
-  EXPECT_EQ(written.log(),
-            Lines{L"'a': 2 cells had more than 32,767 characters, cut there, the first at Sheet1!B2."});
+  EXPECT_EQ(written.log(), Lines{L"'a': 2 cells cut at 32,767 characters, the first at Sheet1!B2."});
 }
 
 TEST(ExcelWriter, TakesACellFullOfControlCharacters) {
@@ -244,8 +243,7 @@ TEST(ExcelWriter, DropsCellsBehindTheLastColumnAndTellsSo) {
     }
   });
   EXPECT_EQ(written.cells(), "XFD1 \"x\"\nXFD2 \"x\"\n");
-  EXPECT_EQ(written.log(),
-            Lines{L"'a': 1 cell stood beyond 16,384 columns, dropped, the first at Sheet1!XFE2."});
+  EXPECT_EQ(written.log(), Lines{L"'a': 1 cell dropped beyond column 16,384, the first at Sheet1!XFE2."});
 }
 
 TEST(ExcelWriter, HidesTheMarksOfNumbersThatAreStrings) {
@@ -277,7 +275,7 @@ TEST(ExcelWriterColors, ThatAreNotKnownColourNothingAndAreTold) {
             "C1 \"red;rot\" color=FF0000\n"
             "D1 \"#12345\"\n");
   EXPECT_EQ(written.log(),
-            Lines{L"'a': 4 cells have a colour that is not known or one too many, the first 'blurple'."});
+            Lines{L"'a': 4 cells without the colour, which is not known or one too many, the first is 'blurple'."});
 }
 
 TEST(ExcelWriterColors, MayBeMany) {
@@ -305,7 +303,7 @@ TEST(ExcelWriterColors, OfTextsBeyondWhatSpreadsheetProgramsTakeAreToldToo) {
   EXPECT_TRUE(contains(written.cells(), "A500 \"#100499;\" color=100499\n"));
   EXPECT_TRUE(contains(written.cells(), "A501 \"#100500;\"\n"));
   EXPECT_EQ(written.log(),
-            Lines{L"'a': 10 cells have a colour that is not known or one too many, the first '#100500;'."});
+            Lines{L"'a': 10 cells without the colour, which is not known or one too many, the first is '#100500;'."});
 }
 
 TEST(ExcelWriterStyles, HoldForTheirCells) {

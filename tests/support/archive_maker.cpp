@@ -33,7 +33,7 @@ std::string deflated(std::string plain) {
 }
 
 std::string localHeader(const std::string& name) {
-  return "PK\3\4" + number(20, 2) + number(0, 2) + number(8, 2) + number(0, 4) + number(0, 12) +
+  return "PK\3\4" + number(20, 2) + number(0, 2) + number(8, 2) + number(0, 4) + number(0, 8) + number(0, 4) +
          number(name.size(), 2) + number(5, 2) + name + "\x99\x99" + number(1, 2) + "x";
 }
 
