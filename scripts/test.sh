@@ -44,10 +44,12 @@ conclude() {
   summary+=("$(printf '%-12s %s passed, %s failed%s' "$1" "$2" "$3" "${4:+ ($4)}")")
 }
 
-# run_tests PRESET RESULTS: counts whatever did not run to a good end as failed, the skipped and the disabled too.
+# run_tests PRESET RESULTS: counts whatever did not run to a good end as failed, the skipped and the disabled too. A
+# process under Wine hangs now and then before it has begun, so a test that ran out of time gets a second chance.
 run_tests() {
   local preset=$1 results=$2 status=0 tests passed failed
-  ctest --preset "$preset" -j "$(nproc)" --no-tests=error --timeout "$seconds_a_test" --output-junit "$results" ||
+  ctest --preset "$preset" -j "$(nproc)" --no-tests=error --timeout "$seconds_a_test" \
+    --repeat after-timeout:2 --output-junit "$results" ||
     status=$?
   if [ ! -s "$results" ]; then
     conclude "$preset" 0 1 "ctest gave no results"

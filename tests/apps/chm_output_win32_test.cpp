@@ -2,6 +2,9 @@
 
 #include "texts.h"
 
+#include <cstdlib>
+#include <filesystem>
+
 #include <gtest/gtest.h>
 
 // The help compiler on the search path of these tests writes down what it was given: the project, the contents and each
@@ -10,6 +13,17 @@ namespace scrivalen::command::test {
 namespace {
 
 bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
+
+class ChmOutput : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string path = "PATH=" + std::filesystem::absolute(SCRIVALEN_STAND_IN_COMPILER).string();
+    if (const char* before = std::getenv("PATH")) {
+      path.append(";").append(before);
+    }
+    ASSERT_EQ(::_putenv(path.c_str()), 0);
+  }
+};
 
 // What the compiler was given, with '~' for the folder of the topics, which has another name each time.
 std::string givenFor(std::string_view markdown, const std::vector<std::string>& options = {}) {
@@ -26,7 +40,7 @@ std::string givenFor(std::string_view markdown, const std::vector<std::string>& 
   return replaceAll(bytes, bytes.substr(begin, end - begin), "~");
 }
 
-TEST(ChmOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
+TEST_F(ChmOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
   const std::string given = givenFor("a\n\n# B\n\n### C\n\n## D");
   EXPECT_TRUE(holds(given, "Default topic=~topic1.htm\n")) << given;
   EXPECT_TRUE(holds(given, "Title=T\n[FILES]\n~topic1.htm\n~topic2.htm\n~topic3.htm\n")) << given;
@@ -35,18 +49,18 @@ TEST(ChmOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
   EXPECT_TRUE(holds(given, "<h1 id=\"b\">B</h1>\n<h3 id=\"c\">C</h3>"));
 }
 
-TEST(ChmOutput, LinksFromTopicToTopic) {
+TEST_F(ChmOutput, LinksFromTopicToTopic) {
   const std::string given = givenFor("# A\n\n[d](#d) [c](#c)\n\n### C\n\n# B\n\n### D\n\n[c](#c)");
   EXPECT_TRUE(holds(given, "<a href=\"topic2.htm#d\">d</a> <a href=\"#c\">c</a>")) << given;
   EXPECT_TRUE(holds(given, "<a href=\"topic1.htm#c\">c</a>")) << given;
 }
 
-TEST(ChmOutput, BeginsNoTopicWithinAQuoteOrAList) {
+TEST_F(ChmOutput, BeginsNoTopicWithinAQuoteOrAList) {
   EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C"), "[FILES]\n~topic1.htm\n[report.hhc]"));
   EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C", {"--classic"}), "[FILES]\n~topic1.htm\n[report.hhc]"));
 }
 
-TEST(ChmOutput, IsMadeOfPlainOperationsInItsClassicForm) {
+TEST_F(ChmOutput, IsMadeOfPlainOperationsInItsClassicForm) {
   EXPECT_TRUE(holds(givenFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
 }
 

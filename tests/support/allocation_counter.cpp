@@ -40,6 +40,15 @@ void release(void* memory, std::align_val_t) noexcept {
   }
 }
 
+// With the first exception of a thread a runtime may need memory that stays with the thread, and where it gets none it
+// ends the program.
+void throwOnce() {
+  try {
+    throw std::bad_alloc();
+  } catch (const std::bad_alloc&) {
+  }
+}
+
 void* orThrow(void* memory) {
   if (!memory) {
     throw std::bad_alloc();
@@ -67,6 +76,7 @@ bool shallFail() {
 }
 
 FailingAllocations::FailingAllocations(std::size_t nth, Extent extent) {
+  throwOnce();
   failed = false;
   failsOn = extent == Extent::AllFromThere;
   toGo = nth;
