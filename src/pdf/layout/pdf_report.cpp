@@ -74,40 +74,34 @@ REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
     return REPORT_FILE_ERROR;
   }
-  if (document_.BegDoc(file_.Handle(), landscape_) != 0) {
-    closeAfterLoss();
-    keepError(L"File open/create error for '%s'. %s");
-    return REPORT_FILE_ERROR;
-  }
+  document_.BegDoc(file_.Handle(), landscape_);
   document_.AddFont(kFont, PDF_TIMES_ROMAN);
   return REPORT_OK;
 }
 
+// A document that could not begin is told of here too.
 REPORT_ERRORS PDFReport::Close() {
-  const bool whole = document_.EndDoc(nullptr) == 0;
+  const bool begun = document_.IsOpen() || !file_.IsOpen();
+  const bool whole = document_.EndDoc(nullptr) == 0 && begun;
   const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
   if (whole) {
     return contained(REPORT_FILE_ERROR, [&] { return scrivalen::core::closeReportFile(file_, loss, error_); });
   }
-  closeAfterLoss();
-  logLoss(file_.Name(), loss);
-  keepError(L"File write error for '%s'. %s");
-  logLine(error_.c_str());
-  return REPORT_FILE_ERROR;
-}
-
-// When closing the file fails too, it has no reason to tell: the document's is the first one.
-void PDFReport::closeAfterLoss() {
+  // When closing the file fails too, it has no reason to tell: the document's is the first one.
   if (OutputBuffer* const buffer = bufferOf(file_)) {
     buffer->lose();
   }
   file_.Close();
+  logLoss(file_.Name(), loss);
+  keepError();
+  logLine(error_.c_str());
+  return REPORT_FILE_ERROR;
 }
 
 // Without memory for the whole sentence the reason stands alone.
-void PDFReport::keepError(const wchar_t* format) noexcept {
+void PDFReport::keepError() noexcept {
   try {
-    error_ = FMT::Format(format, file_.Name(), document_.WriteError());
+    error_ = FMT::Format(L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
   } catch (const std::exception&) {
     assignWhatFits(error_, document_.WriteError());
   }

@@ -37,8 +37,7 @@ class PDFReport final : public AReport {
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:
-  void closeAfterLoss();
-  void keepError(const wchar_t* format) noexcept;
+  void keepError() noexcept;
 
   int landscape_ = 0;
   CPDFdoc document_;

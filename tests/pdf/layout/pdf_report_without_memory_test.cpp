@@ -139,6 +139,31 @@ TEST_P(PdfReportWithoutMemory, IsGoodOrTellsWhyItIsNot) {
   });
 }
 
+TEST(PdfReportOpenWithoutMemory, LeavesItToCloseToTellThatTheDocumentCouldNotBegin) {
+  const UnfailingLog log;
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.pdf";
+  PDFReport report;
+  bool failed = true;
+  int emptyFiles = 0;
+  for (std::size_t nth = 1; failed && !testing::Test::HasFailure(); ++nth) {
+    SCOPED_TRACE(nth);
+    REPORT_ERRORS opened = REPORT_OK;
+    {
+      const FailingAllocations memory(nth, Extent::One);
+      opened = report.Open(path.c_str());
+      failed = memory.hasFailed();
+    }
+    report.Text(L"a", PARAGRAPH_NORMAL, L"", 0);
+    EXPECT_EQ(report.Close(), failed && opened == REPORT_OK ? REPORT_FILE_ERROR : REPORT_OK);
+    if (failed && opened == REPORT_OK && bytesOf(path).empty()) {
+      EXPECT_EQ(report.GetError(), L"File write error for '" + path + L"'. There is not enough memory");
+      ++emptyFiles;
+    }
+  }
+  EXPECT_GT(emptyFiles, 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(Pdf, PdfReportWithoutMemory,
                          testing::Combine(testing::Values(Extent::One, Extent::AllFromThere), testing::Values(0, 1)),
                          nameOf);
