@@ -107,6 +107,24 @@ TEST(CharWidthsTest, AreCutTowardsZeroBelowZero) {
   EXPECT_EQ(CharWidths(0.0f).of('x'), 0);
 }
 
+TEST(CharWidthsTest, ComeFromTheAverageAsAFloatAndAProductAsADouble) {
+  // 1.005 / 2.01 is a half: 15 times that is 7.5, and less with the average as a float.
+  EXPECT_EQ(CharWidths(static_cast<float>(15 / 2.01)).of('{'), 7);
+}
+
+TEST(LineBreaking, MeasuresBracesInOddSizes) {
+  const auto lines = [](int size, const std::wstring& text) {
+    return madeInTimes([&](CPDFdoc& doc) {
+             doc.FontSize(size);
+             paragraph(doc, text.c_str());
+           })
+        .texts(1);
+  };
+  // 73 x 7 = 511, 102 x 5 = 510.
+  EXPECT_EQ(lines(15, std::wstring(80, L'{')), (Texts{std::string(73, '{'), std::string(7, '{')}));
+  EXPECT_EQ(lines(11, std::wstring(110, L'}')), (Texts{std::string(102, '}'), std::string(8, '}')}));
+}
+
 TEST(LineBreaking, KeepsWhatFitsOnOneLine) { EXPECT_EQ(linesOf(wideXs(85)), Texts{xs(85)}); }
 
 TEST(LineBreaking, CutsAWordThatIsLongerThanTheLine) {

@@ -322,6 +322,11 @@ TEST(PdfDocWrite, PutsABackslashBeforeBracketsAndBackslashes) {
   EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a\\(b\\)\\\\c"});
 }
 
+TEST(PdfDocWrite, WritesControlCharactersAsTheyStand) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, L"a\rb\x01" L"c\x7F\x80"); });
+  EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a\rb\x01" "c\x7F\x80"});
+}
+
 TEST(PdfDocWrite, FindsWhatNeedsABackslashAnywhereInALongText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(4);

@@ -272,6 +272,12 @@ TEST(PdfReportText, BehindAnAnchorHasAFontThatNoPageListsUnlessConforming) {
   EXPECT_EQ(font(action, 1), "/F1 12 Tf");
 }
 
+TEST(PdfReportLink, BeforeAnyParagraphHasAFontThatNoPageListsUnlessConforming) {
+  const auto action = [](PDFReport& r) { r.Link(L"a", L"b"); };
+  EXPECT_EQ(font(action), "/F0 12 Tf");
+  EXPECT_EQ(font(action, 1), "/F1 12 Tf");
+}
+
 TEST(PdfReportParagraph, EndsInEightPointsWhateverItsType) {
   for (const PARAGRAPH_TYPE type : {PARAGRAPH_NONE, PARAGRAPH_HEADING1, PARAGRAPH_NORMAL}) {
     EXPECT_EQ(font([type](PDFReport& r) {
@@ -478,6 +484,16 @@ TEST(PdfReportToc, HasNoDestinationWhereTheAnchorIsMissingWhenConforming) {
             "7 0 obj\r\n<<\r\n/Type /Outline\r\n/Title (Lost)\r\n/Parent 8 0 R\r\n>>\r\nendobj\r\n\r\n");
 }
 
+TEST(PdfReportToc, TakesWhatHasNoName) {
+  const MadePdf made = pdf([](PDFReport& r) {
+    r.TocItem(nullptr, nullptr, -1);
+    r.Ancor(nullptr);
+    r.Link(nullptr, nullptr);
+  });
+  EXPECT_EQ(made.outline(), "1 entries\nuntitled to page 1 at 50 802\n");
+  EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [50 802 565 802] to page 1 at 50 802"});
+}
+
 TEST(PdfReportToc, InterruptsNothing) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.Text(L"bo", PARAGRAPH_NORMAL, L"", 0);
@@ -596,6 +612,15 @@ TEST(PdfReportRow, DropsCellsThatAreTooManyAndFramesThoseThatAreMissing) {
   EXPECT_EQ(made.frames(1).size(), 4u);
 }
 
+TEST(PdfReportRow, MayHaveNoColumns) {
+  EXPECT_EQ(lines([](PDFReport& r) {
+              r.BeginTable(nullptr, nullptr);
+              r.BeginRow(nullptr, nullptr, 0);
+              r.Cell(L"a", 0, nullptr);
+            }),
+            "1 0 0 1 0 0 Tm\n0 802 Td\n1 0 0 1 0 0 Tm\n0 794 Td\nET\n0.0 0.0 0.0 RG\nBT\n");
+}
+
 TEST(PdfReportRow, OutsideATableIsIgnored) {
   EXPECT_EQ(lines([](PDFReport& r) { r.Row2(L"a", L"b", 0, nullptr, nullptr); }), "");
   EXPECT_EQ(pdf([](PDFReport& r) {
@@ -659,6 +684,23 @@ TEST(PdfReportCell, ThatIsAHeaderEndsBold) {
   };
   EXPECT_EQ(secondCell(1), "/F1 8 Tf");
   EXPECT_EQ(secondCell(0), "/F2 8 Tf");
+}
+
+TEST(PdfReportCell, TakesTheSizeOfAParagraphInItAndAnyNumberForAHeader) {
+  const std::string all = lines([](PDFReport& r) {
+    r.BeginTable(L"t", nullptr);
+    r.BeginRow(L"r", nullptr, 3);
+    r.BeginCell(nullptr, 0, nullptr);
+    r.BeginParagraph(PARAGRAPH_HEADING1, L"");
+    r.Text(L"a", PARAGRAPH_NONE, L"", 0);
+    r.EndCell(nullptr, 0);
+    r.Cell(L"b", -1, nullptr);
+    r.Cell(L"c", 0, nullptr);
+  });
+  EXPECT_NE(all.find("/F1 20 Tf\n0.000000 0.000000 0.000000 rg\n(a)Tj\n"), all.npos);
+  EXPECT_NE(all.find("0.750000 0.750000 0.750000 rg\n221 "), all.npos);
+  EXPECT_NE(all.find("/F2 20 Tf\n0.000000 0.000000 0.000000 rg\n(b)Tj\n"), all.npos);
+  EXPECT_NE(all.find("/F1 20 Tf\n0.000000 0.000000 0.000000 rg\n(c)Tj\n"), all.npos);
 }
 
 TEST(PdfReportCell, InOneCallIsWhiteOrAGreyHeader) {
