@@ -26,6 +26,7 @@ namespace {
 struct Child {
   std::shared_ptr<AReport> report;
   bool open = false;
+  bool cleared = false;  // by a MultiReport that had it
 };
 
 struct FormatRow {
@@ -83,18 +84,20 @@ struct MultiReport::Children {
     return first;
   }
 
-  // The list goes, and no other MultiReport may have these children: the reports that `keeps` names stay alive.
-  template <typename Keeps>
-  void release(Keeps keeps) {
+  // The list goes. A child that no other MultiReport has goes too, unless it is open or was never cleared.
+  void release() {
     for (auto& child : std::exchange(list, {})) {
-      if (child.use_count() == 1 && keeps(*child)) {
+      if (child.use_count() == 1 && (child->open || !child->cleared)) {
         leaveBehind(child);
       }
     }
   }
 
-  void releaseNone() {
-    release([](const Child&) { return true; });
+  void clear() {
+    for (const auto& child : list) {
+      child->cleared = true;
+    }
+    release();
   }
 };
 
@@ -108,7 +111,7 @@ MultiReport& MultiReport::operator=(const MultiReport& other) {
     AReport::operator=(other);
     contained([&] {
       Children copy = *other.children_;
-      children_->releaseNone();
+      children_->release();
       *children_ = std::move(copy);
     });
   }
@@ -116,7 +119,7 @@ MultiReport& MultiReport::operator=(const MultiReport& other) {
 }
 
 MultiReport::~MultiReport() {
-  contained([&] { children_->releaseNone(); });
+  contained([&] { children_->release(); });
 }
 
 void MultiReport::AddReport(REPORT_FORMAT format, const wchar_t* file, const wchar_t* templateFile) {
@@ -137,7 +140,7 @@ void MultiReport::AddReport(REPORT_FORMAT format, const wchar_t* file, const wch
 }
 
 void MultiReport::Clear() {
-  contained([&] { children_->release([](const Child& child) { return child.open; }); });
+  contained([&] { children_->clear(); });
 }
 
 void MultiReport::SetStyles(const wchar_t* text) { children_->forward(&AReport::SetStyles, text); }

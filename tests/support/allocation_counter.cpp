@@ -8,6 +8,7 @@
 namespace {
 
 std::atomic<std::size_t> count{0};
+std::atomic<std::size_t> living{0};
 
 std::atomic<std::size_t> toGo{0};  // allocations up to the first one that fails, that one included; 0: none fails
 std::atomic<bool> failsOn{false};  // behind the first one
@@ -16,7 +17,9 @@ std::atomic<int> unfailing{0};
 
 void* allocate(std::size_t size) noexcept {
   ++count;
-  return scrivalen::test::shallFail() ? nullptr : std::malloc(size > 0 ? size : 1);
+  void* const memory = scrivalen::test::shallFail() ? nullptr : std::malloc(size > 0 ? size : 1);
+  living += memory ? 1 : 0;
+  return memory;
 }
 
 // The block that malloc gave stands in front of the aligned one: aligned_alloc is not there on every system.
@@ -32,11 +35,14 @@ void* allocate(std::size_t size, std::align_val_t alignment) noexcept {
   return aligned;
 }
 
-void release(void* memory) noexcept { std::free(memory); }
+void release(void* memory) noexcept {
+  living -= memory ? 1 : 0;
+  std::free(memory);
+}
 
 void release(void* memory, std::align_val_t) noexcept {
   if (memory) {
-    std::free(static_cast<void**>(memory)[-1]);
+    release(static_cast<void**>(memory)[-1]);
   }
 }
 
@@ -61,6 +67,7 @@ void* orThrow(void* memory) {
 namespace scrivalen::test {
 
 std::size_t allocationCount() { return count; }
+std::size_t livingAllocations() { return living; }
 
 bool shallFail() {
   if (toGo == 0 || unfailing > 0) {

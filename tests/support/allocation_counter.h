@@ -8,6 +8,9 @@ namespace scrivalen::test {
 /// the place of the program's operators, so its source belongs to the programs that count and not to a library.
 std::size_t allocationCount();
 
+/// How many of these pieces of memory have not been given back yet.
+std::size_t livingAllocations();
+
 /// Lets memory run out while it lives. One at a time, while no other thread runs.
 class FailingAllocations {
  public:
