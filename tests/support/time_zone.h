@@ -1,11 +1,8 @@
 #pragma once
 
-#include <cstdlib>
-#include <ctime>
-
 namespace scrivalen::test {
 
-/// Lets the program live in another time zone for a while; for POSIX.
+/// Lets the program live in another time zone for a while, named as POSIX does: "JST-9".
 class TimeZone {
  public:
   explicit TimeZone(const char* name) { set(name); }
@@ -14,10 +11,7 @@ class TimeZone {
   ~TimeZone() { set("UTC"); }
 
  private:
-  static void set(const char* name) {
-    ::setenv("TZ", name, 1);
-    ::tzset();
-  }
+  static void set(const char* name);
 };
 
 }  // namespace scrivalen::test

@@ -3,7 +3,6 @@
 #include "pdf/objects/values.h"
 
 #include <algorithm>
-#include <exception>
 #include <limits>
 
 namespace PDFStuffer {
@@ -13,7 +12,7 @@ namespace {
 void writeValue(CPDFObject& value, CPDFMemBlock& out) {
   try {
     value.Write(out);
-  } catch (const std::exception&) {
+  } catch (...) {
     out.noteLoss();
   }
 }
@@ -51,7 +50,7 @@ void CPDFArray::Write(CPDFMemBlock& out) {
 }
 
 void CPDFDictionary::AddEntry(std::unique_ptr<CPDFObject> key, std::unique_ptr<CPDFObject> value) {
-  entries.push_back({std::move(key), std::move(value)});
+  entries.push_back({std::move(value), std::move(key)});
 }
 
 void CPDFDictionary::addNamed(const char16_t* key, std::unique_ptr<CPDFObject> value) {

@@ -24,8 +24,8 @@ class CPDFArray final : public CPDFObject {
 };
 
 struct CPDFDictionaryEntry {
-  std::unique_ptr<CPDFObject> key;
   std::unique_ptr<CPDFObject> value;
+  std::unique_ptr<CPDFObject> key;  // deleted first
 };
 
 /// A dictionary (PDF 1.4, 3.2.6), which owns its keys and values. A key that is added twice is written twice.

@@ -1,6 +1,7 @@
 #include "scrivalen/pdf_doc.h"
 
 #include "pdf/layout/made_pdf.h"
+#include "pdf/objects/page.h"
 #include "scrivalen/output_file.h"
 #include "support/captured_log.h"
 #include "support/files.h"
@@ -716,6 +717,17 @@ TEST(PdfDocPages, AreMadeByTheStepOfThatName) {
   open.doc.CreateFonts();
   open.doc.GeneratePages();
   EXPECT_NE(open.doc.GetCurrentPage(), nullptr);
+}
+
+// Two fonts are objects 3 and 4, the pages 5 and 7, each with its content behind it.
+TEST(PdfDocPages, LeaveTheLastOneCurrent) {
+  OpenDocument open;
+  open.doc.AddFont(1, PDF_TIMES_ROMAN);
+  open.doc.FontNo(1);
+  paragraphs(open.doc, 60);
+  open.doc.GeneratePages();
+  ASSERT_NE(open.doc.GetCurrentPage(), nullptr);
+  EXPECT_EQ(open.doc.GetCurrentPage()->objectNumber, 7u);
 }
 
 TEST(PdfDocPages, TakeNothingOnceTheyAreMade) {

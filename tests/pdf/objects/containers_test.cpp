@@ -1,6 +1,7 @@
 #include "pdf/objects/containers.h"
 
 #include "pdf/objects/values.h"
+#include "pdf/objects/signed.h"
 #include "pdf/objects/written.h"
 #include "support/bytes.h"
 
@@ -11,6 +12,7 @@
 using namespace PDFStuffer;
 using scrivalen::test::areSameBytes;
 using scrivalen::test::conforming;
+using scrivalen::test::Signed;
 using scrivalen::test::written;
 
 namespace {
@@ -35,6 +37,15 @@ class Words : public CPDFObject {
 
 std::unique_ptr<Words> words(const char* text) { return std::make_unique<Words>(text); }
 std::unique_ptr<Words> failing(const char* text) { return std::make_unique<Words>(text, true); }
+
+// Raises what is no exception of the standard library.
+class Raises final : public CPDFObject {
+ public:
+  void Write(CPDFMemBlock& out) override {
+    out.Append("ha");
+    throw 1;
+  }
+};
 
 // Tells when it is deleted.
 class Counted final : public Words {
@@ -77,6 +88,17 @@ TEST(PdfObject, WritesItsChildrenInOrder) {
   CPDFMemBlock out;
   parent.WriteChildren(out);
   EXPECT_EQ(out.text(), "first second");
+}
+
+TEST(PdfObject, WritesItsChildrenWithoutItsNumber) {
+  CPDFDictionary parent;
+  parent.objectNumber = 4;
+  Words first("1");
+  Words second("2");
+  parent.children = {&first, &second};
+  CPDFMemBlock out;
+  parent.WriteChildren(out);
+  EXPECT_EQ(out.text(), "12");
 }
 
 TEST(PdfObject, WritesNothingWithoutChildren) {
@@ -290,6 +312,31 @@ TEST(PdfDictionary, OwnsItsKeysAndValues) {
     EXPECT_EQ(deleted, 0);
   }
   EXPECT_EQ(deleted, 3);
+}
+
+TEST(PdfDictionary, DeletesEachKeyAndThenItsValue) {
+  std::string ends;
+  {
+    CPDFDictionary dictionary;
+    dictionary.AddEntry(std::make_unique<Signed>('k', ends), std::make_unique<Signed>('v', ends));
+    dictionary.AddEntry(std::make_unique<Signed>('K', ends), std::make_unique<Signed>('V', ends));
+  }
+  EXPECT_EQ(ends, "kvKV");
+}
+
+TEST(PdfDictionary, GoesOnBehindAValueWhateverItRaises) {
+  CPDFDictionary dictionary;
+  dictionary.AddEntry(words("/Half"), std::make_unique<Raises>());
+  EXPECT_EQ(written(dictionary), "<<\r\n/Half ha\r\n>>\r\n");
+}
+
+TEST(PdfDictionary, WritesNothingWhenAKeyFails) {
+  CPDFDictionary dictionary;
+  dictionary.objectNumber = 7;
+  dictionary.AddEntry(failing("/Ke"), words("1"));
+  CPDFMemBlock out;
+  EXPECT_THROW(dictionary.Write(out), std::runtime_error);
+  EXPECT_EQ(out.text(), "");
 }
 
 TEST(PdfDictionary, DoesNotOwnWhatItRefersTo) {

@@ -7,6 +7,7 @@
 #include <array>
 #include <csignal>
 
+#include <fcntl.h>
 #include <unistd.h>
 
 using namespace PDFStuffer;
@@ -101,4 +102,17 @@ TEST(PdfFileOfTenDigits, IsWhole) {
   EXPECT_TRUE(file.pdf.isWhole());
   EXPECT_EQ(file.pdf.writeError(), L"");
   EXPECT_EQ(file.pdf.catalog->fileOffset, 9999990015u);
+}
+
+TEST(PdfFileWithAHandleOfItsOwn, ClosesNothingElseWhenItEnds) {
+  const TemporaryFolder folder;
+  const int input = ::dup(STDIN_FILENO);
+  {
+    CPDFFile pdf(platform::openExclusive(folder / L"a.pdf"), Form::Classic);
+    pdf.callerOwnsHandle = false;
+    EXPECT_TRUE(pdf.Save());
+  }
+  EXPECT_NE(::fcntl(STDIN_FILENO, F_GETFD), -1);
+  ::dup2(input, STDIN_FILENO);
+  ::close(input);
 }

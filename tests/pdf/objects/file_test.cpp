@@ -1,5 +1,6 @@
 #include "pdf/objects/file.h"
 #include "pdf/objects/sample.h"
+#include "pdf/objects/signed.h"
 #include "pdf/objects/written.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
@@ -58,16 +59,6 @@ class Plain final : public CPDFObject {
     generation = itsGeneration;
   }
   void Write(CPDFMemBlock&) override {}
-};
-
-class TellsItsEnd final : public CPDFObject {
- public:
-  explicit TellsItsEnd(bool& ended) : ended_(ended) {}
-  ~TellsItsEnd() override { ended_ = true; }
-  void Write(CPDFMemBlock&) override {}
-
- private:
-  bool& ended_;
 };
 
 bool canBeOpened(const std::wstring& path) {
@@ -205,6 +196,13 @@ TEST(PdfFile, AnnouncesItsOutlineInTheCatalog) {
   EXPECT_TRUE(pdf.catalog->hasOutlines);
 }
 
+TEST(PdfFile, GivesTheCatalogItsOutlineWhenItIsSaved) {
+  FileOnDisk file;
+  file.pdf.CreateOutlines();
+  file.pdf.catalog->outlines = nullptr;
+  EXPECT_NE(file.saved().find("/Outlines 3 0 R\r\n"), std::string::npos);
+}
+
 TEST(PdfFile, KeepsACopyOfThePageModeUntilItIsTakenAway) {
   CPDFFile pdf(nullptr, Form::Classic);
   EXPECT_FALSE(pdf.catalog->pageMode.has_value());
@@ -216,14 +214,16 @@ TEST(PdfFile, KeepsACopyOfThePageModeUntilItIsTakenAway) {
   EXPECT_FALSE(pdf.catalog->pageMode.has_value());
 }
 
-TEST(PdfFile, DeletesItsObjects) {
-  bool ended = false;
+TEST(PdfFile, DeletesItsObjectsInTheirOrder) {
+  std::string ends;
   {
     CPDFFile pdf(nullptr, Form::Classic);
-    pdf.AddObject(std::make_unique<TellsItsEnd>(ended));
-    EXPECT_FALSE(ended);
+    for (const char sign : {'1', '2', '3'}) {
+      pdf.AddObject(std::make_unique<Signed>(sign, ends));
+    }
+    EXPECT_EQ(ends, "");
   }
-  EXPECT_TRUE(ended);
+  EXPECT_EQ(ends, "123");
 }
 
 TEST(PdfFile, DoesNotWriteToTheInvalidHandle) {
@@ -402,6 +402,7 @@ TEST(PdfCatalog, NamesPagesOutlineAndPageModeInThisOrder) {
                    "endobj\r\n"
                    "\r\n",
                    written(catalog)));
+  EXPECT_EQ(catalog.children, std::vector<CPDFObject*>{&pages});
 }
 
 TEST(PdfCatalog, WritesThePageModeAsItStands) {
@@ -499,5 +500,8 @@ TEST(PdfTrailer, HasSize1WithoutObjects) {
   const CPDFXRefs table;
   CPDFTrailer trailer;
   trailer.xrefs = &table;
-  EXPECT_EQ(written(trailer), "trailer\r\n<<\r\n/Size 1\r\n/Root 0 0 R\r\n>>\r\nstartxref\r\n0\r\n");
+  constexpr std::string_view kEmpty = "trailer\r\n<<\r\n/Size 1\r\n/Root 0 0 R\r\n>>\r\nstartxref\r\n0\r\n";
+  EXPECT_EQ(written(trailer), kEmpty);
+  CPDFTrailer withoutTable;
+  EXPECT_EQ(written(withoutTable), kEmpty);
 }

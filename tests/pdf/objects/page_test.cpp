@@ -144,6 +144,14 @@ TEST(PdfPages, HaveTheTimeAtWhichTheyAreWritten) {
   EXPECT_NE(written(*page).find("/LastModified (D20241105120000Z)\r\n"), std::string::npos);
 }
 
+TEST(PdfPages, HaveNoMediaBoxOutsideAFile) {
+  const FixedClock clock(kNoon);
+  std::uint32_t next = 20;
+  CPDFPage page(next);
+  EXPECT_TRUE(written(page).ends_with(
+      "/Parent 0 0 R\r\n/LastModified (D20241105120000Z)\r\n>>\r\nendobj\r\n\r\n"));
+}
+
 TEST(PdfPages, StandInTheFileEachWithItsContentBehindIt) {
   FileOnDisk file;
   for (const char* const text : {"BT\r\n(one) Tj\r\nET\r\n", ""}) {

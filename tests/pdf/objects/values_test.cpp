@@ -3,6 +3,7 @@
 #include "pdf/objects/containers.h"
 #include "pdf/objects/written.h"
 #include "support/decimal_comma.h"
+#include "support/time_zone.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 
 using namespace PDFStuffer;
 using scrivalen::test::conforming;
+using scrivalen::test::TimeZone;
 using scrivalen::test::written;
 
 namespace {
@@ -328,6 +330,18 @@ TEST(PdfRect, WritesItsFourNumbersInTheirOrder) {
   EXPECT_EQ(rectangle(kLeast, -1, 0, kMost), "[-2147483648 -1 0 2147483647]");
   CPDFRect empty;
   EXPECT_EQ(written(empty), "[0 0 0 0]");
+}
+
+TEST(PdfDate, IsLocalTimeInClassicForm) {
+  const TimeZone tokyo("JST-9");
+  CPDFDate date(1578821405);
+  EXPECT_EQ(written(date), "(D20200112183005Z)");
+}
+
+TEST(PdfDate, IsUtcInConformingForm) {
+  const TimeZone tokyo("JST-9");
+  CPDFDate date(1578821405);
+  EXPECT_EQ(conforming(date), "(D:20200112093005Z)");
 }
 
 TEST(PdfDate, HasNoColonAndEndsInZ) { EXPECT_EQ(date(0), "(D19700101000000Z)"); }
