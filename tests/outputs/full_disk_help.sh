@@ -17,7 +17,10 @@ if [ -z "${SCRIVALEN_IN_NAMESPACE:-}" ]; then
 fi
 
 disk="$work/disk"
+temporary="$work/temporary"
 topics=8
+rows=40
+ending=.htm
 failures=0
 successes=0
 
@@ -25,15 +28,15 @@ write_project() {
   local i
   rm -rf "${disk:?}"/*
   {
-    printf '[OPTIONS]\nCompiled file=report.chm\nContents file=report.hhc\nDefault topic=%s/1.htm\n' "$disk"
+    printf '[OPTIONS]\nCompiled file=report.chm\nContents file=report.hhc\nDefault topic=%s/1%s\n' "$disk" "$ending"
     printf 'Full-text search=Yes\nTitle=Topics\n[FILES]\n'
     for ((i = 1; i <= topics; i++)); do
-      printf '%s/%d.htm\n' "$disk" "$i"
-      make_table 40 | sed 's/^/<p>/' >"$disk/$i.htm"
+      printf '%s/%d%s\n' "$disk" "$i" "$ending"
+      make_table "$rows" | sed 's/^/<p>/' >"$disk/$i$ending"
     done
   } >"$disk/report.hhp"
   for ((i = 1; i <= topics; i++)); do
-    printf '<param name="Local" value="%s/%d.htm">\r\n' "$disk" "$i"
+    printf '<param name="Local" value="%s/%d%s">\r\n' "$disk" "$i" "$ending"
   done >"$disk/report.hhc"
   printf 'an earlier report' >"$disk/report.chm"
 }
@@ -49,7 +52,7 @@ check_whole() {
   rm -rf "$work/out"
   extract_chmLib "$disk/report.chm" "$work/out" >/dev/null 2>&1 || fail "the help file made with $1 KiB free is no good"
   for ((i = 1; i <= topics; i++)); do
-    cmp "$disk/$i.htm" "$work/out/$i.htm" || fail "the help file made with $1 KiB free does not hold its topics"
+    cmp "$disk/$i$ending" "$work/out/$i$ending" || fail "the help file made with $1 KiB free does not hold its topics"
   done
 }
 
@@ -58,9 +61,10 @@ check_nothing() {
   expect_equal "files with $1 KiB free" "$(inputs)" "$(ls -A "$disk")"
 }
 
-mkdir "$disk"
+mkdir "$disk" "$temporary"
 mount -t tmpfs -o size=1m tmpfs "$disk" || fail "no small disk can be mounted"
-trap 'umount "$disk"; rm -rf "$work"' EXIT
+trap 'umount "$disk" "$temporary" 2>/dev/null; rm -rf "$work"' EXIT
+mount -t tmpfs -o size=4k tmpfs "$temporary" || fail "no small disk can be mounted"
 for free in 0 4 8 12 16 20 24 28 32 40 48 64 96 128; do
   write_project
   dd if=/dev/zero of="$disk/ballast" bs=1k 2>/dev/null || true
@@ -76,3 +80,17 @@ done
 if [ "$failures" -lt 3 ] || [ "$successes" -lt 3 ]; then
   fail "$failures times too full and $successes times not"
 fi
+
+# The folder for temporary files may be full where there is room for the help file.
+umount "$disk"
+mount -t tmpfs -o size=64m tmpfs "$disk" || fail "no disk can be mounted"
+topics=1500
+rows=1
+ending=-$(printf '%050d' 0).htm
+write_project
+printf '' >"$disk/ballast"
+[ "$(wc -c <"$disk/report.hhp")" -gt 65536 ] || fail "so few names would not need a file"
+dd if=/dev/zero of="$temporary/ballast" bs=1k 2>/dev/null || true
+TMPDIR="$temporary" "$compiler" "$disk/report.hhp" 2>"$work/messages" ||
+  fail "a full folder for temporary files is too much: $(cat "$work/messages")"
+check_whole 65536
