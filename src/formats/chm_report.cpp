@@ -26,6 +26,19 @@ bool isTemplateThere() {
   return path && pathExists(*path);
 }
 
+// Gives a template a text in which it finds nothing more to replace: its own names stand between percent signs.
+std::wstring forTemplate(std::wstring_view quoted) {
+  std::wstring text;
+  for (const wchar_t c : quoted) {
+    if (c == L'%') {
+      text += L"&#37;";
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
 std::wstring lastErrorText() {
   std::wstring text;
   CLog::FormatLastError(text);
@@ -75,7 +88,9 @@ std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
 
 void CHMReport::Page::setTitle(const wchar_t* title) {
   properties_.clear();
-  AddProperty(kTitle, title);
+  if (title) {
+    AddProperty(kTitle, title);
+  }
 }
 
 REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
@@ -132,10 +147,12 @@ void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
   page_.SetTemplateFileName(kTemplate);
   page_.SetOutputFileName(path.c_str());
   page_.SetReportOption(OPTION_CONFORMING, openConforming_);
-  if (openConforming_) {
-    const std::wstring text = orEmpty(title);
-    page_.setTitle((isTemplateThere() ? Quoting(text) : text).c_str());
+  if (!openConforming_) {
+    page_.setTitle(nullptr);
+    return;
   }
+  const std::wstring text = orEmpty(title);
+  page_.setTitle((isTemplateThere() ? forTemplate(Quoting(text)) : text).c_str());
 }
 
 void CHMReport::EndSubDocument() {

@@ -58,7 +58,7 @@ class CHMReport final : public AReport {
   /// The page of the current topic.
   class Page final : public HtmlReport {
    public:
-    /// Makes the title the only property of the next page.
+    /// Makes the title the only property of the next page; null gives it none.
     void setTitle(const wchar_t* title);
   };
 

@@ -374,6 +374,14 @@ TEST(ConformingChmReport, GivesEachPageTheTitleOfItsTopicQuoted) {
   EXPECT_NE(help.given("report.hhp").find("\nTitle=Sales\n"), std::string::npos);
 }
 
+TEST(ConformingChmReport, FindsNothingToReplaceInATitle) {
+  InFolder help(true);
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"%BODY% is 50% of %TITLE%", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(help.page(L"a.htm"), "<title>&#37;BODY&#37; is 50&#37; of &#37;TITLE&#37;</title>\n<p>one</p>\n<hr>\n");
+}
+
 TEST(ConformingChmReport, HonoursTheRawFlag) {
   InFolder help(true);
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -401,6 +409,10 @@ TEST(ConformingChmReport, IsSoFromTheNextOpenOn) {
   help.report.EndSubDocument();
   EXPECT_EQ(help.report.Close(), REPORT_OK);
   EXPECT_EQ(help.page(L"a.htm"), "<title>A</title>\n<b>\n<hr>\n");
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"text");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n<p>text</p>\n<hr>\n");
 }
 
 TEST(ChmReportThatFails, LeavesNoTargetWhenTheCompilerLeavesNoFile) {

@@ -114,12 +114,12 @@ TEST(WithoutATemplateFolder, ATopicHasTheWritersOwnHead) {
     CHMReport report;
     report.SetReportOption(OPTION_CONFORMING, conforming);
     EXPECT_EQ(report.Open((folder / L"help.chm").c_str()), REPORT_OK);
-    EXPECT_EQ(report.BeginSubDocument(prefix.c_str(), L"a.htm", L"A & B"), REPORT_OK);
+    EXPECT_EQ(report.BeginSubDocument(prefix.c_str(), L"a.htm", L"A & 50%"), REPORT_OK);
     report.EndSubDocument();
     const std::string page = bytesOf(folder / L"a.htm");
     EXPECT_TRUE(page.starts_with("<!DOCTYPE html>\n"));
     EXPECT_TRUE(page.ends_with("<body>\n</body></html>\n"));
-    EXPECT_EQ(page.find("<title>A &amp; B</title>") != std::string::npos, conforming);
+    EXPECT_EQ(page.find("<title>A &amp; 50%</title>") != std::string::npos, conforming);
     EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   }
 }
