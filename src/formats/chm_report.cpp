@@ -7,6 +7,7 @@
 #include "platform/fmt.h"
 #include "platform/help_compiler.h"
 #include "platform/module_path.h"
+#include "platform/utf.h"
 
 #include <algorithm>
 #include <memory>
@@ -18,6 +19,9 @@ namespace {
 
 constexpr const wchar_t* kTemplate = L"default.htm";
 constexpr const wchar_t* kTitle = L"%TITLE%";
+constexpr const wchar_t* kProjectName = L"report.hhp";
+constexpr const wchar_t* kContentsName = L"report.hhc";
+constexpr const wchar_t* kCompiledName = L"report.chm";
 
 const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
 
@@ -37,6 +41,25 @@ std::wstring forTemplate(std::wstring_view quoted) {
     }
   }
   return text;
+}
+
+std::wstring oneLine(std::wstring text) {
+  std::replace_if(
+      text.begin(), text.end(), [](wchar_t c) { return c == L'\r' || c == L'\n'; }, L' ');
+  return text;
+}
+
+// The project has a line for each topic, and the compiler names its own files.
+std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
+  if (oneLine(path) != path) {
+    return FMT::Format(L"'%s' cannot be a topic: there is a line break in its path.", oneLine(path));
+  }
+  for (const wchar_t* own : {kProjectName, kContentsName, kCompiledName}) {
+    if (equalIgnoringCase(fileNameOf(path), own)) {
+      return FMT::Format(L"'%s' cannot be a topic: the help compiler needs a file of this name itself.", path);
+    }
+  }
+  return std::nullopt;
 }
 
 std::wstring lastErrorText() {
@@ -101,9 +124,12 @@ REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
     folder_.clear();
     failure_.clear();
     project_.reset();
-    project_.title = title ? title : L"Report";
-    firstTopicPending_ = true;
     openConforming_ = conforming_;
+    project_.title = title ? title : L"Report";
+    if (openConforming_) {
+      project_.title = oneLine(project_.title);
+    }
+    firstTopicPending_ = true;
     openFlag_ = 1;
     return REPORT_OK;
   });
@@ -115,31 +141,51 @@ REPORT_ERRORS CHMReport::BeginSubDocument(const wchar_t* folder, const wchar_t* 
       error_ = L"The report is not open.";
       return REPORT_FILE_ERROR;
     }
-    folder_ = orEmpty(folder);
-    const std::wstring path = folder_ + orEmpty(file);
-    if (firstTopicPending_) {
-      defaultTopic_ = path;
+    const std::wstring path = orEmpty(folder) + std::wstring(orEmpty(file));
+    if (const auto reason = whyNoTopic(path)) {
+      error_ = *reason;
+      noteUntold(error_);
+      return REPORT_FILE_ERROR;
     }
-    project_.files.push_back(path);
-    project_.addTopic(orEmpty(title), path);
+    folder_ = orEmpty(folder);
+    addTopic(path, title);
     preparePage(path, title);
-    firstTopicPending_ = false;
+    std::wstring opened = path;
     const REPORT_ERRORS result = page_.Open();
     if (result == REPORT_OK) {
-      pageOpen_ = true;
-      if (isSpecialFile(path)) {
-        project_.foreignFiles.push_back(path);  // a device: there is nothing to delete
-      }
-      return result;
-    }
-    error_ = page_.GetError();
-    noteUntold(error_);
-    // What stands there is no page of this report, unless an earlier topic put it there.
-    if (std::count(project_.files.begin(), project_.files.end(), path) == 1) {
-      project_.foreignFiles.push_back(path);
+      openTopic_.swap(opened);
+      claimPage(path);
+    } else {
+      error_ = page_.GetError();
+      noteUntold(error_);
+      disownPage(path);
     }
     return result;
   });
+}
+
+void CHMReport::addTopic(const std::wstring& path, const wchar_t* title) {
+  if (firstTopicPending_) {
+    defaultTopic_ = path;
+    firstTopicPending_ = false;
+  }
+  project_.files.push_back(path);
+  project_.addTopic(orEmpty(title), path);
+}
+
+// A topic that was refused before may stand there, too. A device is nobody's to delete.
+void CHMReport::claimPage(const std::wstring& path) {
+  std::erase(project_.foreignFiles, path);
+  if (isSpecialFile(path)) {
+    project_.foreignFiles.push_back(path);
+  }
+}
+
+// What stands there is no page of this report, unless an earlier topic put it there.
+void CHMReport::disownPage(const std::wstring& path) {
+  if (std::count(project_.files.begin(), project_.files.end(), path) == 1) {
+    project_.foreignFiles.push_back(path);
+  }
 }
 
 // A template takes the title as it stands, the plain head quotes it.
@@ -159,7 +205,7 @@ void CHMReport::EndSubDocument() {
   if (page_.Close() != REPORT_OK) {
     contained([&] { noteFailure(page_.GetError()); });
   }
-  pageOpen_ = false;
+  openTopic_.clear();
 }
 
 void CHMReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) {
@@ -178,8 +224,9 @@ REPORT_ERRORS CHMReport::Close() {
   }
   openFlag_ = 0;
   return contained(REPORT_FILE_ERROR, [&] {
-    if (pageOpen_) {
-      noteUntold(FMT::Format(L"The topic '%s' was not ended.", page_.GetOutputFileName()));
+    if (!openTopic_.empty()) {
+      noteUntold(FMT::Format(L"The topic '%s' was not ended.", openTopic_));
+      EndSubDocument();
     }
     compile();
     logLoss(target_, project_.loss);
@@ -194,15 +241,15 @@ REPORT_ERRORS CHMReport::Close() {
 // A help file of an earlier run is put aside, so that it never passes for this report's, and put back when this run
 // makes none.
 void CHMReport::compile() {
-  const std::wstring compiled = folder_ + L"report.chm";
+  const std::wstring compiled = folder_ + kCompiledName;
   const std::optional<std::wstring> earlier = setAside(compiled);
   const bool isBlocked = pathExists(compiled);
   if (isBlocked) {
     noteUntold(FMT::Format(L"'%s' is in the way of the help compiler and cannot be moved.", compiled));
   }
-  project_.writeProject(folder_ + L"report.hhp", defaultTopic_);
-  project_.writeContents(folder_ + L"report.hhc");
-  project_.compile(folder_ + L"report.hhp");
+  project_.writeProject(folder_ + kProjectName, defaultTopic_);
+  project_.writeContents(folder_ + kContentsName);
+  project_.compile(folder_ + kProjectName);
   if (!project_.failure.empty()) {
     noteUntold(project_.failure);
   }

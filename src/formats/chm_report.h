@@ -21,7 +21,9 @@ class CHMReport final : public AReport {
   std::wstring Quoting(const std::wstring& text) override { return page_.Quoting(text); }
   /// Quotes every text, markup too, unless the report is conforming.
   void Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) override;
-  /// @return how the topic's page opened; REPORT_FILE_ERROR when the report is not open
+  /// Takes no line break in a topic's path, and none of the names of the compiler's own files: report.hhp, report.hhc
+  /// and report.chm. A topic that is refused so is left out of the help file.
+  /// @return how the topic's page opened; REPORT_FILE_ERROR when it was refused or the report is not open
   REPORT_ERRORS BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) override;
   void EndSubDocument() override;
   void BeginAncor(const wchar_t* name) override { page_.BeginAncor(name); }
@@ -51,7 +53,7 @@ class CHMReport final : public AReport {
   }
   void Link(const wchar_t* text, const wchar_t* target) override { page_.Link(text, target); }
   /// Knows OPTION_CONFORMING: from the next Open, a page knows its topic's title as "%TITLE%", templates are read as
-  /// UTF-8 and Text honours its raw flag.
+  /// UTF-8, line breaks in the help file's title become blanks and Text honours its raw flag.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:
@@ -62,6 +64,9 @@ class CHMReport final : public AReport {
     void setTitle(const wchar_t* title);
   };
 
+  void addTopic(const std::wstring& path, const wchar_t* title);
+  void claimPage(const std::wstring& path);
+  void disownPage(const std::wstring& path);
   void preparePage(const std::wstring& path, const wchar_t* title);
   void compile();
   void deliver(const std::wstring& compiled);
@@ -74,7 +79,7 @@ class CHMReport final : public AReport {
   Page page_;
   CCHM project_;
   bool firstTopicPending_ = false;
-  bool pageOpen_ = false;
+  std::wstring openTopic_;       // the page that is open; empty when none is
   bool conforming_ = false;      // what the option asks for
   bool openConforming_ = false;  // what the open report is
   std::wstring failure_;         // what went wrong first

@@ -382,6 +382,15 @@ TEST(ConformingChmReport, FindsNothingToReplaceInATitle) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>&#37;BODY&#37; is 50&#37; of &#37;TITLE&#37;</title>\n<p>one</p>\n<hr>\n");
 }
 
+TEST(ConformingChmReport, HasItsTitleInOneLineOfTheProject) {
+  InFolder help(true);
+  help.report.AddProperty(L"%TITLE%", L"Sales\n[FILES]\rsecret.htm");
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_NE(help.given("report.hhp").find("\nTitle=Sales [FILES] secret.htm\n[FILES]\n"), std::string::npos);
+}
+
 TEST(ConformingChmReport, HonoursTheRawFlag) {
   InFolder help(true);
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -514,6 +523,56 @@ TEST(ChmReportThatFails, RefusesATopicInsideAnother) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\ntext\n<hr>\n");
 }
 
+TEST(ChmReportThatFails, RefusesATopicWithALineBreakInItsPath) {
+  for (const bool conforming : {false, true}) {
+    const CapturedLog log;
+    InFolder help(conforming);
+    EXPECT_EQ(help.report.Open(), REPORT_OK);
+    const std::wstring reason =
+        L"'" + help.prefix + L"a.htm [FILES]' cannot be a topic: there is a line break in its path.";
+    for (const wchar_t* name : {L"a.htm\n[FILES]", L"a.htm\r[FILES]"}) {
+      EXPECT_EQ(help.begin(name, L"A"), REPORT_FILE_ERROR);
+      EXPECT_EQ(help.report.GetError(), reason);
+    }
+    EXPECT_TRUE(help.leftovers().empty());
+    writeTopic(help, L"b.htm", L"B", L"two");
+    EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+    EXPECT_EQ(help.report.GetError(), reason);
+    EXPECT_EQ(log.lines(), (Names{reason, reason}));
+    const std::string topic = scrivalen::ToUtf8(help.prefix + L"b.htm\n");
+    EXPECT_TRUE(help.given("report.hhp").ends_with("\n[FILES]\n" + topic));
+    EXPECT_NE(help.given("report.hhp").find("\nDefault topic=" + topic), std::string::npos);
+  }
+}
+
+TEST(ChmReportThatFails, RefusesATopicOfTheCompilersOwnNames) {
+  for (const wchar_t* name : {L"report.hhp", L"report.hhc", L"Report.CHM"}) {
+    const CapturedLog log;
+    InFolder help;
+    writeBytes(help.folder / name, "somebody else's");
+    EXPECT_EQ(help.report.Open(), REPORT_OK);
+    EXPECT_EQ(help.begin(name, L"A"), REPORT_FILE_ERROR);
+    EXPECT_EQ(help.report.GetError(),
+              L"'" + help.prefix + name + L"' cannot be a topic: the help compiler needs a file of this name itself.");
+    EXPECT_EQ(log.lines(), Names{help.report.GetError()});
+    EXPECT_EQ(bytesOf(help.folder / name), "somebody else's");
+    EXPECT_EQ(help.begin((name + std::wstring(L"l")).c_str(), L"A"), REPORT_OK);
+    help.report.EndSubDocument();
+  }
+}
+
+TEST(ChmReportThatFails, DeletesAPageThatWasRefusedAtFirst) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  makeFolder(help.folder / L"a.htm");
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_FILE_ERROR);
+  std::filesystem::remove(std::filesystem::path(help.folder / L"a.htm"));
+  writeTopic(help, L"a.htm", L"A", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
+}
+
 TEST(ChmReportThatFails, TellsOfATopicThatWasNotEnded) {
   const CapturedLog log;
   InFolder help;
@@ -522,10 +581,23 @@ TEST(ChmReportThatFails, TellsOfATopicThatWasNotEnded) {
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(help.report.GetError(), L"The topic '" + help.prefix + L"a.htm' was not ended.");
   EXPECT_EQ(log.lines(), Names{help.report.GetError()});
+  EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n\n<hr>\n");
+  EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
   help.report.EndSubDocument();
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   writeTopic(help, L"b.htm", L"B", L"two");
   EXPECT_EQ(help.report.Close(), REPORT_OK);
+}
+
+TEST(ChmReportThatFails, NamesTheTopicThatWasNotEndedThoughAnotherWasRefused) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_OK);
+  EXPECT_EQ(help.begin(L"b.htm", L"B"), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  ASSERT_GE(log.lines().size(), 2u);
+  EXPECT_EQ(log.lines()[1], L"The topic '" + help.prefix + L"a.htm' was not ended.");
 }
 
 TEST(ChmReportThatFails, TellsOfAProjectThatCannotBeWritten) {
