@@ -261,8 +261,9 @@ void CHMReport::compile() {
   }
   if (earlier && isMade) {
     deleteFile(*earlier);
-  } else if (earlier) {
-    moveReplacing(*earlier, compiled);
+  } else if (earlier && !moveReplacing(*earlier, compiled)) {
+    const std::wstring reason = lastErrorText();
+    noteUntold(FMT::Format(L"The earlier '%s' is called '%s' now. %s", compiled, *earlier, reason));
   }
 }
 

@@ -153,12 +153,18 @@ bool CCHM::writeFile(const std::wstring& path, std::string_view bytes) {
 }
 
 int CCHM::compile(const std::wstring& project) {
+  if (failure.empty() || !pathExists(project)) {
+    runCompiler(project);
+  }
+  deleteWorkingFiles();
+  return 1;
+}
+
+void CCHM::runCompiler(const std::wstring& project) {
   const ProcessResult run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project});
   if (!run.started) {
     tellNotStarted(run);
   }
-  deleteWorkingFiles();
-  return 1;
 }
 
 void CCHM::tellNotStarted(const ProcessResult& run) {

@@ -42,7 +42,8 @@ class CCHM {
   /// Writes the contents file; nothing, and `contentsPath` stays as it is, when it cannot be opened.
   void writeContents(const std::wstring& path);
   /// Runs the compiler, waits for its end and deletes the topics' files, the project and the contents file. A compiler
-  /// that does not start is told in an error box and in the log.
+  /// that does not start is told in an error box and in the log. It is not run on a project that stands there although
+  /// something went wrong: that is another report's, or incomplete.
   /// @return 1
   int compile(const std::wstring& project);
   /// Forgets the files, the topics and what went wrong with them.
@@ -63,6 +64,7 @@ class CCHM {
 
  private:
   bool writeFile(const std::wstring& path, std::string_view bytes);
+  void runCompiler(const std::wstring& project);
   void noteFailure(const std::wstring& reason);
   void tellNotStarted(const scrivalen::platform::ProcessResult& run);
   void deleteWorkingFiles();

@@ -600,18 +600,39 @@ TEST(ChmReportThatFails, NamesTheTopicThatWasNotEndedThoughAnotherWasRefused) {
   EXPECT_EQ(log.lines()[1], L"The topic '" + help.prefix + L"a.htm' was not ended.");
 }
 
-TEST(ChmReportThatFails, TellsOfAProjectThatCannotBeWritten) {
-  const CapturedLog log;
-  InFolder help;
-  makeFolder(help.folder / L"report.hhp");
-  EXPECT_EQ(help.report.Open(), REPORT_OK);
-  writeTopic(help, L"a.htm", L"A", L"one");
-  const std::wstring reason = openingError(help.folder / L"report.hhp");
-  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
-  EXPECT_EQ(help.report.GetError(), reason);
-  EXPECT_EQ(log.lines(), Names{reason});
-  EXPECT_FALSE(exists(help.target));
-  EXPECT_FALSE(exists(help.folder / L"a.htm"));
+TEST(ChmReportThatFails, TellsOfAProjectOrContentsThatCannotBeWritten) {
+  for (const wchar_t* name : {L"report.hhp", L"report.hhc"}) {
+    const CapturedLog log;
+    InFolder help;
+    makeFolder(help.folder / name);
+    EXPECT_EQ(help.report.Open(), REPORT_OK);
+    writeTopic(help, L"a.htm", L"A", L"one");
+    const std::wstring reason = openingError(help.folder / name);
+    EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+    EXPECT_EQ(help.report.GetError(), reason);
+    EXPECT_EQ(log.lines(), Names{reason});
+    EXPECT_TRUE(help.leftovers().empty());
+    EXPECT_TRUE(exists(help.folder / name));
+  }
+}
+
+TEST(ChmReportThatFails, CompilesNoProjectOfAnotherReport) {
+  for (const wchar_t* name : {L"report.hhp", L"report.hhc"}) {
+    const CapturedLog log;
+    InFolder help;
+    ReportFile other;
+    EXPECT_TRUE(other.Open((help.folder / name).c_str()));
+    EXPECT_EQ(help.report.Open(), REPORT_OK);
+    writeTopic(help, L"a.htm", L"A", L"one");
+    const std::wstring reason = openingError(help.folder / name);
+    EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+    EXPECT_EQ(help.report.GetError(), reason);
+    EXPECT_EQ(log.lines(), Names{reason});
+    other.Write("whole", 5);
+    EXPECT_TRUE(other.Close());
+    EXPECT_EQ(bytesOf(help.folder / name), "whole");
+    EXPECT_EQ(help.leftovers(), Names{name});
+  }
 }
 
 TEST(ChmReport, TellsAtCloseWhatTheCodePageLacks) {

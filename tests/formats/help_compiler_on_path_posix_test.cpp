@@ -74,3 +74,21 @@ TEST(HelpCompilerOnThePath, DoesNotInheritTheReportsOwnFiles) {
   EXPECT_EQ(writeReport(folder), REPORT_OK);
   EXPECT_EQ(bytesOf(folder / L"help.chm").find(scrivalen::ToUtf8(folder / L"open")), std::string::npos);
 }
+
+TEST(HelpCompilerOnThePath, MayLeaveNoPlaceToPutAnEarlierHelpFileBack) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring prefix = folder / L"topics/";
+  makeFolder(prefix);
+  writeBytes(prefix + L"report.chm", "earlier");
+  const CompilerOnPath compiler("mv \"${1%/*}\" \"${1%/*}.away\"\n");
+  CHMReport report;
+  EXPECT_EQ(report.Open((folder / L"help.chm").c_str()), REPORT_OK);
+  EXPECT_EQ(report.BeginSubDocument(prefix.c_str(), L"a.htm", L"A"), REPORT_OK);
+  report.EndSubDocument();
+  EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
+  const std::wstring& told = log.lines().back();
+  const std::wstring start = L"The earlier '" + prefix + L"report.chm' is called '" + prefix + L".";
+  EXPECT_TRUE(told.starts_with(start)) << scrivalen::ToUtf8(told);
+  EXPECT_TRUE(told.ends_with(L"' now. No such file or directory")) << scrivalen::ToUtf8(told);
+}
