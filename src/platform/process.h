@@ -11,9 +11,12 @@ struct ProcessResult {
   std::uint32_t error = 0;   ///< the system's number when it was not started
   int exitStatus = 0;        ///< when it was started; -1 when a signal ended it
   std::wstring commandLine;  ///< what was run, each argument in double quotes
+  /// The lines that it wrote to its standard error, of the first 4 KiB. None on Windows, where it gets no handles.
+  std::vector<std::wstring> messages;
 };
 
-/// Starts a program, without a window and without a shell, and waits for its end.
+/// Starts a program, without a window and without a shell, and waits for its end. It gets no open file of this process
+/// but the standard ones.
 /// @param arguments  the program first: a path, or a name that is looked for on the search path
 ProcessResult runProgram(const std::vector<std::wstring>& arguments);
 

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace scrivalen::platform;
 using namespace scrivalen::test;
 
@@ -19,4 +22,29 @@ TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
 TEST(RunProgram, AnswersTheStatusOfAProgramThatFails) {
   EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).exitStatus, 7);
   EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -9 $$"}).exitStatus, -1);
+}
+
+TEST(RunProgram, KeepsTheLinesOfAProgramsStandardError) {
+  const ProcessResult result = runProgram({L"sh", L"-c", L"printf 'one \u20AC\\n\\ntwo' >&2; exit 3"});
+  EXPECT_EQ(result.messages, (std::vector<std::wstring>{L"one \u20AC", L"two"}));
+  EXPECT_EQ(result.exitStatus, 3);
+  EXPECT_TRUE(runProgram({L"sh", L"-c", L":"}).messages.empty());
+}
+
+TEST(RunProgram, KeepsTheBeginningOfManyMessages) {
+  const std::wstring many = L"yes line | head -n 100000 >&2";  // more than a pipe holds
+  const ProcessResult result = runProgram({L"sh", L"-c", many});
+  EXPECT_EQ(result.exitStatus, 0);
+  ASSERT_EQ(result.messages.size(), 820u);
+  EXPECT_EQ(result.messages.front(), L"line");
+  EXPECT_EQ(result.messages.back(), L"l");
+}
+
+TEST(RunProgram, HandsOverNoOpenFilesButTheStandardOnes) {
+  const int open = ::open("/dev/null", O_RDONLY);
+  ASSERT_GT(open, 2);
+  const std::wstring listing = L"for file in 2 $1; do [ ! -e /proc/$$/fd/$file ] || echo $file >&2; done";
+  const ProcessResult result = runProgram({L"sh", L"-c", listing, L"sh", std::to_wstring(open)});
+  ::close(open);
+  EXPECT_EQ(result.messages, std::vector<std::wstring>{L"2"});
 }
