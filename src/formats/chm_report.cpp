@@ -254,10 +254,14 @@ void CHMReport::compile() {
     noteUntold(project_.failure);
   }
   const bool isMade = !isBlocked && pathExists(compiled) && project_.failure.empty();
+  if (!isMade && !isBlocked && project_.failure.empty()) {
+    noteNothingMade(compiled);
+  }
+  for (const std::wstring& message : project_.messages) {
+    CLog::Bug2(message);
+  }
   if (isMade) {
     deliver(compiled);
-  } else if (!isBlocked && project_.failure.empty()) {
-    noteUntold(FMT::Format(L"The help compiler left no '%s'. %s", compiled, kHelpCompilerAdvice));
   }
   if (earlier && isMade) {
     deleteFile(*earlier);
@@ -265,6 +269,16 @@ void CHMReport::compile() {
     const std::wstring reason = lastErrorText();
     noteUntold(FMT::Format(L"The earlier '%s' is called '%s' now. %s", compiled, *earlier, reason));
   }
+}
+
+// What the compiler says last is why it gives up.
+void CHMReport::noteNothingMade(const std::wstring& compiled) {
+  std::wstring reason(kHelpCompilerAdvice);
+  if (!project_.messages.empty()) {
+    reason = project_.messages.back();
+    project_.messages.pop_back();
+  }
+  noteUntold(FMT::Format(L"The help compiler left no '%s'. %s", compiled, reason));
 }
 
 void CHMReport::deliver(const std::wstring& compiled) {

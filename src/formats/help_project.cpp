@@ -161,7 +161,8 @@ int CCHM::compile(const std::wstring& project) {
 }
 
 void CCHM::runCompiler(const std::wstring& project) {
-  const ProcessResult run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project});
+  ProcessResult run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project});
+  messages = std::move(run.messages);
   if (!run.started) {
     tellNotStarted(run);
   }
@@ -203,5 +204,6 @@ void CCHM::reset() {
   topics.clear();
   foreignFiles.clear();
   failure.clear();
+  messages.clear();
   loss.reset();
 }

@@ -46,7 +46,7 @@ class CCHM {
   /// something went wrong: that is another report's, or incomplete.
   /// @return 1
   int compile(const std::wstring& project);
-  /// Forgets the files, the topics and what went wrong with them.
+  /// Forgets the files, the topics, what went wrong with them and what the compiler said.
   void reset();
 
   std::wstring title;
@@ -59,6 +59,8 @@ class CCHM {
   std::vector<std::wstring> foreignFiles;
   /// What went wrong first; empty when nothing did.
   std::wstring failure;
+  /// What the compiler said, a line each, where the system lets that be read.
+  std::vector<std::wstring> messages;
   /// What the code page lacks of the title and of the topics' names.
   scrivalen::platform::LossCounter loss;
 

@@ -1,10 +1,10 @@
 #include "formats/chm_report.h"
 
-#include "platform/help_compiler.h"
 #include "platform/process.h"
 #include "scrivalen/text.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "support/open_errors.h"
 
 #include <gtest/gtest.h>
 
@@ -303,13 +303,16 @@ TEST(CompiledHelp, OfManyTopicsHoldsEveryOne) {
   }
 }
 
-TEST(CompiledHelp, OfPagesWithoutAWordHasNoIndex) {
+TEST(CompiledHelp, OfPagesWithoutAWordHasNoIndexWhichTheLogTells) {
+  const CapturedLog log;
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   help.topic(L"a.htm", L"", L"");
   help.topic(L"b.htm", L"", L"");
   EXPECT_EQ(help.report.Close(), REPORT_OK) << scrivalen::ToUtf8(help.report.GetError());
   EXPECT_EQ(filesIn(help.target)["b.htm"], help.pages[L"b.htm"]);
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{
+                             L"hhc.exe: chmcmd cannot index these pages: the help file has no full-text search"});
 }
 
 TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsMissing) {
@@ -320,9 +323,29 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsMissing) {
   help.topic(L"b.htm", L"B", L"two");
   fs::remove(fs::path(help.folder / L"b.htm"));
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
-  EXPECT_EQ(help.report.GetError(),
-            L"The help compiler left no '" + help.folder / L"report.chm'. " + std::wstring(kHelpCompilerAdvice));
+  EXPECT_EQ(help.report.GetError(), L"The help compiler left no '" +
+                                        help.folder / L"report.chm'. hhc.exe: there is no topic '" +
+                                        help.folder / L"b.htm'");
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{help.report.GetError()});
   EXPECT_EQ(help.leftovers(), 0u);
+}
+
+TEST(HelpThatIsNotCompiled, TellsWhyATopicHasNoPage) {
+  const CapturedLog log;
+  Help help;
+  EXPECT_EQ(help.open(), REPORT_OK);
+  help.topic(L"a.htm", L"A", L"one");
+  makeFolder(help.folder / L"b.htm");
+  const std::wstring reason = openingError(help.folder / L"b.htm");
+  EXPECT_EQ(help.report.BeginSubDocument((help.folder / L"").c_str(), L"b.htm", L"B"), REPORT_FILE_ERROR);
+  help.report.EndSubDocument();
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.report.GetError(), reason);
+  EXPECT_EQ(log.lines(),
+            (std::vector<std::wstring>{reason, L"The help compiler left no '" + help.folder / L"report.chm'. " +
+                                                   L"hhc.exe: there is no topic '" + help.folder / L"b.htm'"}));
+  EXPECT_EQ(help.leftovers(), 1u);
+  EXPECT_TRUE(fs::is_directory(fs::path(help.folder / L"b.htm")));
 }
 
 TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedOutsideTheCodePage) {
