@@ -490,10 +490,12 @@ TEST(ChmReportThatFails, AnswersHowAPageOpened) {
   EXPECT_EQ(help.report.GetError(), openingError(missing + L"a.htm"));
   help.report.Text(L"lost", PARAGRAPH_NORMAL, L"", 0);
   help.report.EndSubDocument();
-  writeTopic(help, L"b.htm", L"B", L"two");
+  EXPECT_EQ(help.begin(L"b.htm", L"B"), REPORT_OK);
+  help.report.EndSubDocument();
+  EXPECT_EQ(bytesOf(help.folder / L"b.htm"), "<title>%TITLE%</title>\n\n<hr>\n");
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(help.report.GetError(), openingError(missing + L"a.htm"));
-  EXPECT_EQ(bytesOf(help.target).find("lost"), std::string::npos);
+  EXPECT_TRUE(help.leftovers().empty());
 }
 
 TEST(ChmReportThatFails, LeavesAPageOfAnotherReportAlone) {
@@ -519,8 +521,9 @@ TEST(ChmReportThatFails, RefusesATopicInsideAnother) {
                (L"File open/create error for '" + help.prefix + L"b.htm'. The report is still open.").c_str());
   help.report.Text(L"text", PARAGRAPH_NONE, L"", 0);
   help.report.EndSubDocument();
+  EXPECT_EQ(bytesOf(help.folder / L"a.htm"), "<title>%TITLE%</title>\ntext\n<hr>\n");
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
-  EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\ntext\n<hr>\n");
+  EXPECT_TRUE(help.leftovers().empty());
 }
 
 TEST(ChmReportThatFails, RefusesATopicWithALineBreakInItsPath) {

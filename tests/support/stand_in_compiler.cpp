@@ -1,6 +1,6 @@
 // Stands in for a help compiler. It takes a project as a compiler does and leaves report.chm beside it, in which it
-// writes down what it was given: its arguments, the project, the contents and every file of the project's list. A file
-// "stand_in" beside the project tells it to behave badly.
+// writes down what it was given: its arguments, the project, the contents and every file of the project's list. When
+// one of these is missing it leaves nothing. A file "stand_in" beside the project tells it to behave badly.
 
 #include "platform/console.h"
 #include "platform/files.h"
@@ -32,25 +32,21 @@ std::string bytesOf(const std::wstring& path) {
   return bytes;
 }
 
-// A name in the code page, as the project has it.
-std::string bytesOfListed(const std::string& name) {
-  std::ifstream file(name, std::ios::binary);
-  std::ostringstream bytes;
-  bytes << file.rdbuf();
-  return file ? bytes.str() : "missing\n";
-}
-
-std::string listedFiles(const std::string& project) {
+// Appends the files of the project's list, whose names are in the code page. Answers whether all are there.
+bool appendListedFiles(const std::string& project, std::string& made) {
   constexpr std::string_view kFiles = "[FILES]\n";
-  std::string result;
   const std::size_t at = project.find(kFiles);
-  if (at != std::string::npos) {
-    std::istringstream lines(project.substr(at + kFiles.size()));
-    for (std::string name; std::getline(lines, name);) {
-      result += "[" + name + "]\n" + bytesOfListed(name);
+  std::istringstream lines(at == std::string::npos ? "" : project.substr(at + kFiles.size()));
+  for (std::string name; std::getline(lines, name);) {
+    std::ifstream file(name, std::ios::binary);
+    std::ostringstream bytes;
+    bytes << file.rdbuf();
+    if (!file) {
+      return false;
     }
+    made += "[" + name + "]\n" + bytes.str();
   }
-  return result;
+  return true;
 }
 
 bool writeBytes(const std::wstring& path, const std::string& bytes) {
@@ -69,7 +65,8 @@ int main(int argc, char** argv) {
   const std::wstring path = arguments.size() > 1 ? wide(arguments[1]) : L"";
   const std::wstring folder(folderOf(path));
   const std::string project = bytesOf(path);
-  made += "[report.hhp]\n" + project + "[report.hhc]\n" + bytesOf(folder + L"report.hhc") + listedFiles(project);
+  made += "[report.hhp]\n" + project + "[report.hhc]\n" + bytesOf(folder + L"report.hhc");
+  const bool isComplete = appendListedFiles(project, made);
 
   const std::string behaviour = bytesOf(folder + L"stand_in");
   if (behaviour == "leaves nothing") {
@@ -78,6 +75,6 @@ int main(int argc, char** argv) {
   if (behaviour == "breaks off") {
     std::_Exit(217);
   }
-  const bool isWritten = writeBytes(folder + L"report.chm", made);
+  const bool isWritten = isComplete && writeBytes(folder + L"report.chm", made);
   return isWritten && behaviour != "fails but leaves a file" ? 0 : 1;
 }
