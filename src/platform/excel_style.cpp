@@ -1,8 +1,10 @@
 #include "platform/excel_style.h"
 
 #include "platform/fmt.h"
+#include "platform/plain_text.h"
 #include "platform/utf.h"
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 
@@ -73,12 +75,19 @@ std::optional<double> numberOf(std::wstring_view text, std::wstring_view unit, d
 // A spreadsheet takes no longer names.
 constexpr std::size_t kLongestFontName = 31;
 
+// XML forbids most of them (XML 1.0, 2.2), and an attribute keeps no line ends.
+bool isNoLetter(wchar_t c) {
+  const auto value = characterValue(c);
+  return value < 0x20 || value == 0xFFFE || value == 0xFFFF ||
+         std::wstring_view(L"\"'<>").find(c) != std::wstring_view::npos;
+}
+
 std::optional<std::wstring> fontOf(std::wstring_view list) {
   std::wstring_view name = trimmed(takeUntil(list, L",").text);
   if (name.size() >= 2 && (name.front() == L'"' || name.front() == L'\'') && name.back() == name.front()) {
     name = trimmed(name.substr(1, name.size() - 2));
   }
-  if (name.empty() || name.size() > kLongestFontName || name.find_first_of(L"\"'<>") != std::wstring_view::npos) {
+  if (name.empty() || name.size() > kLongestFontName || std::any_of(name.begin(), name.end(), &isNoLetter)) {
     return std::nullopt;
   }
   return std::wstring(name);

@@ -108,6 +108,9 @@ TEST(ExcelStyle, RefusesFontNamesThatNoProgramTakes) {
   EXPECT_EQ(problemsOf(L"cell{font-family:<b>}"), std::vector<std::wstring>{L"'<b>' is no value for 'font-family'"});
   EXPECT_EQ(problemsOf(L"cell{font-family:" + std::wstring(31, L'x') + L"}").size(), 0u);
   EXPECT_EQ(problemsOf(L"cell{font-family:" + std::wstring(32, L'x') + L"}").size(), 1u);
+  for (const std::wstring name : {L"A\x01Z", L"A\uFFFE", L"A\uFFFF", L"A\nB"}) {
+    EXPECT_EQ(problemsOf(L"cell{font-family:" + name + L"}").size(), 1u) << name;
+  }
 }
 
 TEST(ExcelStyle, RefusesNumbersWithARest) {
