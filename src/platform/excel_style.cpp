@@ -127,14 +127,17 @@ struct SheetProperty {
   bool (*set)(Rules& rules, std::wstring_view value);
 };
 
+constexpr double kLeastWidth = 1;  // digits; columns of 0 are hidden ones
 constexpr double kMostFrozenRows = 1000;
 
-constexpr SheetProperty kSheetProperties[] = {
-    {L"column-width",
-     [](Rules& rules, std::wstring_view value) { return keep(rules.columnWidth, numberOf(value, L"", 0, 255)); }},
-    {L"freeze-rows", [](Rules& rules, std::wstring_view value) {
-       return keep(rules.frozenRows, numberOf(value, L"", 0, kMostFrozenRows));
-     }}};
+constexpr SheetProperty kSheetProperties[] = {{L"column-width",
+                                               [](Rules& rules, std::wstring_view value) {
+                                                 return keep(rules.columnWidth, numberOf(value, L"", kLeastWidth, 255));
+                                               }},
+                                              {L"freeze-rows", [](Rules& rules, std::wstring_view value) {
+                                                 return keep(rules.frozenRows,
+                                                             numberOf(value, L"", 0, kMostFrozenRows));
+                                               }}};
 
 struct RuleName {
   std::wstring_view name;

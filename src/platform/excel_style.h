@@ -31,7 +31,7 @@ struct SheetStyle {
 ///
 /// A rule takes `font-family` (the first name of a list), `font-size` (points, 1 to 409), `color` and
 /// `background-color`; `sheet` holds for the cells of both kinds as far as their own rule says nothing else, and takes
-/// `column-width` (0 to 255) and `freeze-rows` too. Later declarations win. Comments are those of CSS.
+/// `column-width` (1 to 255) and `freeze-rows` too. Later declarations win. Comments are those of CSS.
 /// @param problem  is told of each part that is not understood, which is skipped
 SheetStyle readStyle(std::wstring_view text, const std::function<void(const std::wstring&)>& problem);
 

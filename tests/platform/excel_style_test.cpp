@@ -120,6 +120,13 @@ TEST(ExcelStyle, RefusesNumbersWithARest) {
   }
 }
 
+TEST(ExcelStyle, RefusesWidthsThatHideTheColumns) {
+  EXPECT_EQ(problemsOf(L"sheet{column-width:0}"), std::vector<std::wstring>{L"'0' is no value for 'column-width'"});
+  EXPECT_EQ(problemsOf(L"sheet{column-width:0.9}").size(), 1u);
+  EXPECT_EQ(reading(L"sheet{column-width:0}").style.columnWidth, std::nullopt);
+  EXPECT_EQ(cleanly(L"sheet{column-width:1}").columnWidth, 1);
+}
+
 TEST(CellColorText, FillsTheCell) {
   const CellColors colors = readColors(L"red");
   EXPECT_EQ(colors.color, std::nullopt);
