@@ -10,6 +10,18 @@ namespace {
 
 constexpr const wchar_t* kType = L"String";
 
+// A flag that is taken back at the end, also when something passes that an override raises.
+class Passing {
+ public:
+  Passing(bool& flag, bool value) : flag_(flag) { flag_ = value; }
+  Passing(const Passing&) = delete;
+  Passing& operator=(const Passing&) = delete;
+  ~Passing() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
 }  // namespace
 
 REPORT_ERRORS ExcelReport::Open(const wchar_t* file) {
@@ -34,7 +46,7 @@ REPORT_ERRORS ExcelReport::Close() {
 }
 
 void ExcelReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t*, int) {
-  textMadeRow_ = !inRow_;
+  const Passing madeRow(textMadeRow_, !inRow_);
   if (textMadeRow_) {
     BeginRow(nullptr, nullptr, 0);
   }
