@@ -124,6 +124,18 @@ TEST(ExcelReport, ColoursTheNextCellOnlyAndNotInBold) {
             "A3 \"e\" fill=0000FF\nB3 \"f\" bold\n");
 }
 
+TEST(ExcelReport, WritesACellWithAnyColourTextNotInBold) {
+  const CapturedLog log;
+  EXPECT_EQ(written([](AReport& report) {
+              report.BeginStyle(STYLE_BOLD, 0);
+              report.SetCellColor(L"blurple");
+              report.Row2(L"a", L"b", 1, nullptr, nullptr);
+              report.SetCellColor(L" ");
+              report.Text(L"c", PARAGRAPH_HEADING1, L"", 0);
+            }),
+            "A1 \"a\"\nB1 \"b\" bold\nA2 \"c\"\n");
+}
+
 TEST(ExcelReport, ColoursTheNextTextToo) {
   EXPECT_EQ(written([](AReport& report) {
               report.SetCellColor(L"red");
@@ -366,6 +378,42 @@ TEST(ExcelReport, RefusesAnotherFileWhileItIsOpen) {
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\nA2 \"b\"\n");
   EXPECT_FALSE(exists(folder / L"b.xlsx"));
+}
+
+TEST(ExcelReport, LeavesTheOpenRowAloneWhenItRefusesAnotherFile) {
+  const TemporaryFolder folder;
+  ExcelReport report;
+  EXPECT_EQ(report.Open((folder / L"a.xlsx").c_str()), REPORT_OK);
+  report.BeginRow(L"row", nullptr, 2);
+  report.Cell(L"a", 0, nullptr);
+  EXPECT_EQ(report.Open((folder / L"b.xlsx").c_str()), REPORT_FILE_ERROR);
+  report.Text(L"b", PARAGRAPH_NONE, L"", 0);
+  report.EndRow(L"row");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\nB1 \"b\"\n");
+}
+
+TEST(ExcelReport, IsClosedWithoutAFile) {
+  const CapturedLog log;
+  ExcelReport report;
+  writeRow(report, L"a");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_STREQ(report.GetError(), L"");
+  EXPECT_TRUE(log.lines().empty());
+}
+
+TEST(ExcelReport, TakesNoCellsBehindItsEnd) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  ExcelReport report;
+  EXPECT_EQ(report.Open((folder / L"a.xlsx").c_str()), REPORT_OK);
+  writeRow(report, L"a");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  writeRow(report, L"b");
+  report.Text(L"c", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\n");
+  EXPECT_TRUE(log.lines().empty());
 }
 
 TEST(ExcelReport, IsOneOfTheFormatsOfAMultiReport) {

@@ -21,6 +21,7 @@ TEST(Colors, HaveTheNamesThatOtherFormatsKnow) {
         L"green", L"darkmagenta", L"darkred", L"darkyellow", L"gray", L"lightgray", L"darkgrey", L"lightgrey"}) {
     EXPECT_TRUE(colorOf(name).has_value()) << name;
   }
+  EXPECT_EQ(colorOf(L"darkyellow"), Rgb{0x808000});
 }
 
 TEST(Colors, AreNamedInAnyCase) {

@@ -7,6 +7,10 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <initializer_list>
+#include <string>
+#include <string_view>
+#include <vector>
 
 using namespace scrivalen::test;
 
@@ -35,6 +39,33 @@ Look lookFor(std::string_view wanted, const std::wstring& path, std::string_view
   });
   return look;
 }
+
+void writeRow(ExcelWriter& writer, std::initializer_list<const wchar_t*> cells) {
+  writer.Row(true);
+  for (const wchar_t* const cell : cells) {
+    writer.SetCellValue(L"String", cell, false);
+  }
+  writer.Row(false);
+}
+
+void leaveRows(ExcelWriter& writer, int count) {
+  for (int row = 0; row < count; ++row) {
+    writeRow(writer, {});
+  }
+}
+
+// A sheet of one wide text, and another one.
+void writeTwoSheets(const std::wstring& path, const wchar_t* styles) {
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin(path.c_str(), styles));
+  writeRow(writer, {L"a text that is wide", L"b"});
+  leaveRows(writer, kRowsOfASheet - 1);
+  writeRow(writer, {L"x", L"another that is wide"});
+  writeRow(writer, {std::wstring(40000, L'x').c_str()});
+  ASSERT_TRUE(writer.End());
+}
+
+bool contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
 }  // namespace
 
@@ -66,4 +97,41 @@ TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
       names.find(
           "<sheet name=\"Sheet1\" sheetId=\"1\" r:id=\"rId1\"/><sheet name=\"Sheet2\" sheetId=\"2\" r:id=\"rId2\"/>"),
       std::string::npos);
+}
+
+TEST(ExcelWriterRows, GiveEachSheetWidthsOfItsOwn) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.xlsx";
+  writeTwoSheets(path, nullptr);
+  EXPECT_TRUE(contains(workbookPart(path, "xl/worksheets/sheet1.xml"),
+                       "<cols><col min=\"1\" max=\"1\" width=\"19.7109375\" customWidth=\"1\"/></cols>"));
+  EXPECT_TRUE(contains(workbookPart(path, "xl/worksheets/sheet2.xml"),
+                       "<cols><col min=\"1\" max=\"1\" width=\"60.7109375\" customWidth=\"1\"/>"
+                       "<col min=\"2\" max=\"2\" width=\"20.7109375\" customWidth=\"1\"/></cols>"));
+  EXPECT_EQ(log.lines(),
+            std::vector<std::wstring>{L"'" + path + L"': 1 cell cut at 32,767 characters, the first at Sheet2!A2."});
+}
+
+TEST(ExcelWriterRows, HaveTheWidthOfTheStyleOnEachSheet) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.xlsx";
+  writeTwoSheets(path, L"sheet { column-width: 20 }");
+  for (const char* const sheet : {"xl/worksheets/sheet1.xml", "xl/worksheets/sheet2.xml"}) {
+    EXPECT_TRUE(contains(workbookPart(path, sheet),
+                         "<cols><col min=\"1\" max=\"16384\" width=\"20.7109375\" customWidth=\"1\"/></cols>"))
+        << sheet;
+  }
+}
+
+TEST(ExcelWriterRows, ThatJustFillASheetMakeNoOther) {
+  const TemporaryFolder folder;
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  leaveRows(writer, kRowsOfASheet - 1);
+  writeRow(writer, {L"last"});
+  ASSERT_TRUE(writer.End());
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1048576 \"last\"\n");
+  EXPECT_FALSE(contains(workbookPart(folder / L"a.xlsx", "xl/workbook.xml"), "Sheet2"));
 }

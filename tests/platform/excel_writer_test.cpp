@@ -353,6 +353,8 @@ TEST(ExcelWriterWidths, AreThoseOfTheLongestText) {
             "[Sheet1]\nA 11.7\nB 16.7\nA1 ");
 }
 
+TEST(ExcelWriterWidths, AreNotGivenWhereTheTextsAreShort) { EXPECT_EQ(widths({L"eight ch", L"nine char"}), "B 9.7\n"); }
+
 TEST(ExcelWriterWidths, AreAtMostSixty) {
   EXPECT_EQ(widths({longText(59).c_str(), longText(60).c_str(), longText(61).c_str(), longText(5000).c_str()}),
             "A 59.7\nB:D 60.7\n");
