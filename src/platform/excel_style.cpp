@@ -128,16 +128,18 @@ struct SheetProperty {
 };
 
 constexpr double kLeastWidth = 1;  // digits; columns of 0 are hidden ones
+constexpr double kMostWidth = 255;
 constexpr double kMostFrozenRows = 1000;
 
-constexpr SheetProperty kSheetProperties[] = {{L"column-width",
-                                               [](Rules& rules, std::wstring_view value) {
-                                                 return keep(rules.columnWidth, numberOf(value, L"", kLeastWidth, 255));
-                                               }},
-                                              {L"freeze-rows", [](Rules& rules, std::wstring_view value) {
-                                                 return keep(rules.frozenRows,
-                                                             numberOf(value, L"", 0, kMostFrozenRows));
-                                               }}};
+bool setColumnWidth(Rules& rules, std::wstring_view value) {
+  return keep(rules.columnWidth, numberOf(value, L"", kLeastWidth, kMostWidth));
+}
+
+bool setFrozenRows(Rules& rules, std::wstring_view value) {
+  return keep(rules.frozenRows, numberOf(value, L"", 0, kMostFrozenRows));
+}
+
+constexpr SheetProperty kSheetProperties[] = {{L"column-width", &setColumnWidth}, {L"freeze-rows", &setFrozenRows}};
 
 struct RuleName {
   std::wstring_view name;
