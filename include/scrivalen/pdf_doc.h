@@ -62,7 +62,7 @@ class SCRIVALEN_API CPDFdoc {
   /// Begins a document.
   /// @param file       an open file of the operating system, a HANDLE on Windows, a file descriptor carried in the
   ///                   pointer on Linux; written from its current position by EndDoc; never closed
-  /// @param landscape  non-zero: 840 x 595 points, else 595 x 840; noted even when a document is open already
+  /// @param landscape  non-zero: 840 x 595 points, else 595 x 840
   /// @return 0; -1 when a document is open; -2 when @p file is null; -3 when the writer could not be made, for the
   ///         reason that WriteError tells
   int BegDoc(void* file, int landscape);

@@ -3,7 +3,6 @@
 #include "pdf/layout/win_ansi.h"
 
 #include <algorithm>
-#include <limits>
 #include <new>
 #include <type_traits>
 #include <utility>
@@ -132,11 +131,22 @@ std::basic_string_view<Unit> Document::stored(std::basic_string_view<Unit> text)
   return {units, text.size()};
 }
 
+// Without memory for the item none is current: what is meant for it must not become another's.
+template <typename Item, typename... Arguments>
+Item& Document::makeOrLeave(std::uint32_t& itemId, Arguments&&... arguments) {
+  try {
+    return make<Item>(itemId, std::forward<Arguments>(arguments)...);
+  } catch (...) {
+    setCurrent(nullptr);
+    throw;
+  }
+}
+
 bool Document::beginParagraph(std::uint32_t& itemId) {
   if (!canBeginBlock()) {
     return false;
   }
-  auto& paragraph = make<CPDFparagraf>(itemId);
+  auto& paragraph = makeOrLeave<CPDFparagraf>(itemId);
   items_.append(paragraph);
   setCurrent(&paragraph);
   return true;
@@ -144,7 +154,7 @@ bool Document::beginParagraph(std::uint32_t& itemId) {
 
 void Document::beginTable(std::uint32_t& itemId) {
   if (canBeginBlock()) {
-    table_ = &make<CPDFtable>(itemId);
+    table_ = &makeOrLeave<CPDFtable>(itemId);
     items_.append(*table_);
     setCurrent(table_);
   }
@@ -152,7 +162,7 @@ void Document::beginTable(std::uint32_t& itemId) {
 
 void Document::beginRow(std::uint32_t& itemId, int columns) {
   if (current_ && current_->isA(ItemKind::Table)) {
-    row_ = &make<CPDFtableRow>(itemId, columns);
+    row_ = &makeOrLeave<CPDFtableRow>(itemId, columns);
     table_->rows.append(*row_);
     setCurrent(row_);
   }
@@ -162,8 +172,8 @@ void Document::beginRow(std::uint32_t& itemId, int columns) {
 // memory leaves its column empty.
 void Document::beginCell(std::uint32_t& itemId, const _RGB_COLOR& background) {
   if (current_ && current_->isA(ItemKind::Row) && !row_->isFull()) {
-    const int column = std::min<int>(row_->cellCount++, std::numeric_limits<std::uint16_t>::max());
-    auto& cell = make<CPDFtableCell>(itemId, static_cast<std::uint16_t>(column), backgrounds_.indexOf(background));
+    const std::uint16_t column = columnIndex(row_->cellCount++);
+    auto& cell = make<CPDFtableCell>(itemId, column, backgrounds_.indexOf(background));
     row_->cells.append(cell);
     setCurrent(&cell);
   }

@@ -61,6 +61,8 @@ class Document {
 
   template <typename Item, typename... Arguments>
   Item& make(std::uint32_t& itemId, Arguments&&... arguments);
+  template <typename Item, typename... Arguments>
+  Item& makeOrLeave(std::uint32_t& itemId, Arguments&&... arguments);
   bool canBeginBlock() const { return isCollecting_ && (!current_ || current_->isA(ItemKind::Paragraph)); }
   void setCurrent(CPDFitem* item);
   void end(ItemKind kind, CPDFitem* parent);

@@ -181,11 +181,12 @@ void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, Points y, Points bot
   lines.line("0.0 0.0 0.0 RG");
   PDFStuffer::Piece rest;
   rest.text(" ").number(bottom + kFrameLift).text(" ").number(width).text(" ").number(y - bottom).text(" re\r\n");
+  // A cell for which there was no memory is missing between the others.
   const CPDFitem* cell = cells.first;
   const std::int32_t drawn = std::min(columns, std::max(cellCount, kMostEmptyColumns));
   for (std::int32_t i = 0; i < drawn; ++i) {
     const Points x = kLeftMargin + i * width;
-    if (cell) {
+    if (cell && cell->column == columnIndex(i)) {
       lines.line(pages.background(static_cast<const CPDFtableCell*>(cell)->background));
       lines.rectangle(x, rest.view());
       lines.line("F");

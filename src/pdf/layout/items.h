@@ -5,8 +5,10 @@
 #include "pdf/layout/pages.h"
 #include "pdf/layout/units.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <string_view>
 
 namespace scrivalen::pdf {
@@ -43,8 +45,7 @@ class CPDFitem {
 
   CPDFitem* next = nullptr;
   std::uint32_t style = 0;
-  /// Of a cell; a column beyond those that have a width counts as the last that is possible.
-  std::uint16_t column;
+  std::uint16_t column;  ///< of a cell
 
  protected:
   ~CPDFitem() = default;
@@ -91,6 +92,11 @@ class CPDFtable final : public CPDFitem {
 
   ItemList rows;
 };
+
+/// How a cell keeps its column. One beyond those that have a width counts as the last that is possible.
+constexpr std::uint16_t columnIndex(std::int32_t column) {
+  return static_cast<std::uint16_t>(std::min<std::int32_t>(column, std::numeric_limits<std::uint16_t>::max()));
+}
 
 class CPDFtableCell final : public CPDFitem {
  public:

@@ -17,7 +17,6 @@ struct CPDFdoc::State {
   std::unique_ptr<Document> document;
   CPDFtextStyle style;
   std::uint32_t lastId = 0;
-  int landscape = 0;
   int conforming = 0;
   Reason failure;  // of the last document
   LossCounter loss;
@@ -50,7 +49,6 @@ void CPDFdoc::Init() {
 }
 
 int CPDFdoc::BegDoc(void* file, int landscape) {
-  state_->landscape = landscape;
   if (state_->document) {
     return -1;
   }

@@ -132,6 +132,56 @@ TEST(PdfDocWithoutMemory, LeavesAParagraphOut) {
   EXPECT_EQ(pdf.texts(1).back(), "behind");
 }
 
+// Where the memory of the items ends differs: some of the documents meet it.
+TEST(PdfDocWithoutMemory, GivesTheTextOfALostTableToNoParagraph) {
+  int lost = 0;
+  for (int paragraphs = 1; paragraphs < 80; ++paragraphs) {
+    const TemporaryFolder folder;
+    ReportFile file;
+    ASSERT_TRUE(file.Open((folder / L"a.pdf").c_str()));
+    CPDFdoc doc;
+    ASSERT_EQ(doc.BegDoc(file.Handle(), 0), 0);
+    for (int i = 0; i < paragraphs; ++i) {
+      paragraph(doc, L"p");
+    }
+    {
+      const FailingAllocations memory(1, Extent::AllFromThere);
+      doc.BeginTable();
+      lost += memory.hasFailed() ? 1 : 0;
+    }
+    doc.BeginRow(1);
+    doc.BeginCell(kWhiteCell);
+    doc.write(L"x");
+    doc.EndCell();
+    doc.EndRow();
+    doc.EndTable();
+    doc.EndDoc(nullptr);
+    EXPECT_TRUE(file.Close());
+    EXPECT_EQ(bytesOf(folder / L"a.pdf").find("(px)"), std::string::npos) << paragraphs;
+  }
+  EXPECT_GT(lost, 0);
+}
+
+TEST(PdfDocWithoutMemory, LeavesTheColumnOfALostCellEmpty) {
+  const MadePdf pdf = madeWithFailing(
+      [](CPDFdoc& doc) {
+        doc.BeginTable();
+        doc.BeginRow(3);
+        doc.BeginCell({1, 0, 0});
+        doc.write(L"a");
+        doc.EndCell();
+      },
+      [](CPDFdoc& doc) { doc.BeginCell({0, 1, 0}); },
+      [](CPDFdoc& doc) {
+        doc.BeginCell({0, 0, 1});
+        doc.write(L"c");
+      });
+  EXPECT_NE(pdf.content(1).find("F\n50 789 171 16 re\nS\n"
+                                "221 789 171 16 re\nS\n"
+                                "0.000000 0.000000 1.000000 rg\n392 789 171 16 re\nF\n392 789 171 16 re\nS\n"),
+            std::string::npos);
+}
+
 TEST(PdfDocWithoutMemory, GivesTheTextThatItCannotKeepToNoOtherParagraph) {
   const std::wstring text = std::wstring(100000, L'\n') + L"lost";
   const MadePdf pdf =
