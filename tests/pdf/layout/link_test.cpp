@@ -49,6 +49,14 @@ TEST(PdfLink, IsNotListedByAPageWithoutOne) {
   EXPECT_EQ(pdf.object(5).find("/Annots"), std::string_view::npos);
 }
 
+TEST(PdfLink, LeadsToNoPlaceWhoseNameOnlyBeginsAlike) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    markedParagraph(doc, L"here", L"a b");
+    linkParagraph(doc, L"go", L"a c");
+  });
+  EXPECT_EQ(pdf.links(), Strings{std::string("page 1 [50 778 565 762]") + kNowhere});
+}
+
 TEST(PdfLink, CoversItsWholeParagraph) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraph(doc, L"one\n");

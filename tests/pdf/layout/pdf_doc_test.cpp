@@ -64,8 +64,16 @@ constexpr const char* kEmptyPage = "BT\n50 810 Td\nET\n";
 
 TEST(PdfDocBegDoc, TellsThatThereIsNoFile) {
   CPDFdoc doc;
+  EXPECT_EQ(doc.GetNextID(), 1u);
   EXPECT_EQ(doc.BegDoc(nullptr, 0), -2);
   EXPECT_FALSE(doc.IsOpen());
+  EXPECT_EQ(doc.GetNextID(), 2u);
+}
+
+TEST(PdfDocBegDoc, TurnsThePagesForWhateverIsNotZero) {
+  for (const int landscape : {-1, 2}) {
+    EXPECT_EQ(made([](CPDFdoc&) {}, {landscape}).content(1), "BT\n50 565 Td\nET\n");
+  }
 }
 
 TEST(PdfDocBegDoc, TellsThatADocumentIsOpen) {
@@ -113,6 +121,17 @@ TEST(PdfDocBegDoc, GivesTheSizeBackAndKeepsTheRestOfTheStyle) {
   EXPECT_NE(second.content(1).find("/F7 12 Tf\n1.000000 0.000000 0.500000 rg\n"), std::string::npos);
 }
 
+TEST(PdfDocBegDoc, KeepsBold) {
+  CPDFdoc doc;
+  made(doc, [](CPDFdoc& open) { open.BoldOn(); });
+  const MadePdf second = made(doc, [](CPDFdoc& open) {
+    open.AddFont(1, PDF_TIMES_ROMAN);
+    open.FontNo(1);
+    paragraph(open, L"a");
+  });
+  EXPECT_NE(second.content(1).find("/F2 12 Tf\n"), std::string::npos);
+}
+
 TEST(PdfDocBegDoc, WritesBehindWhatTheFileHolds) {
   DiskFile disk;
   disk.file.Write("front", 5);
@@ -131,6 +150,18 @@ TEST(PdfDoc, WritesNothingOfADocumentThatIsDropped) {
     paragraph(doc, L"a");
   }
   EXPECT_EQ(disk.closedBytes(), "");
+}
+
+TEST(PdfDoc, IsDroppedByItsSteps) {
+  for (const bool init : {true, false}) {
+    OpenDocument open;
+    paragraph(open.doc, L"a");
+    init ? open.doc.Init() : open.doc.Delete();
+    EXPECT_FALSE(open.doc.IsOpen());
+    EXPECT_EQ(open.doc.GetNextID(), 1u);
+    EXPECT_EQ(open.doc.EndDoc(nullptr), 0);
+    EXPECT_EQ(open.closedBytes(), "");
+  }
 }
 
 TEST(PdfDoc, IgnoresEveryCallBeforeTheBeginning) {
@@ -156,8 +187,10 @@ TEST(PdfDoc, IgnoresEveryCallBeforeTheBeginning) {
   doc.Delete();
   EXPECT_EQ(doc.GetCurrentPage(), nullptr);
   EXPECT_EQ(doc.EndDoc(nullptr), 0);
+  EXPECT_EQ(doc.GetNextUnusedFontIdx(), 1);
   const MadePdf pdf = made(doc, [](CPDFdoc&) {});
   EXPECT_EQ(pdf.content(1), kEmptyPage);
+  EXPECT_EQ(pdf.objectCount(), 4u);  // the catalog, the tree, the page and its content
 }
 
 TEST(PdfDoc, HasOneEmptyPageWithoutItems) {
@@ -601,10 +634,17 @@ constexpr BoldRow kBoldRows[] = {{0, "Times-Roman", "Times-Bold"},
 TEST(PdfDocFonts, HaveTheBoldVariantOfTheirFace) {
   for (const BoldRow& expected : kBoldRows) {
     const MadePdf pdf = made([&](CPDFdoc& doc) { doc.AddFont(1, static_cast<PDF_STANDARD_FONT_FACE>(expected.face)); });
-    EXPECT_NE(pdf.object(3).find(std::string("/BaseFont /") + expected.base + "\r\n"), std::string_view::npos);
-    EXPECT_NE(pdf.object(4).find(std::string("/BaseFont /") + expected.bold + "\r\n"), std::string_view::npos)
-        << expected.face;
+    const std::string behind = "\r\n/Encoding /WinAnsiEncoding\r\n>>";
+    EXPECT_NE(pdf.object(3).find("/BaseFont /" + (expected.base + behind)), std::string_view::npos) << expected.face;
+    EXPECT_NE(pdf.object(4).find("/BaseFont /" + (expected.bold + behind)), std::string_view::npos) << expected.face;
   }
+}
+
+TEST(PdfDocFonts, AreNamedByTheirNumberWhateverItsSign) {
+  const MadePdf pdf = made([](CPDFdoc& doc) { doc.AddFont(-4, PDF_TIMES_ROMAN); });
+  EXPECT_NE(pdf.object(3).find("/Name /F-4\r\n"), std::string_view::npos);
+  EXPECT_NE(pdf.objectWith("/Type /Page\r\n").find("/Font <<\r\n/F-4 3 0 R\r\n/F2 4 0 R\r\n>>\r\n"),
+            std::string_view::npos);
 }
 
 TEST(PdfDocFonts, GiveTheirVariantsNumbersThatNoFontHas) {
