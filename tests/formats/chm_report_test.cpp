@@ -531,17 +531,17 @@ TEST(ChmReportThatFails, RefusesATopicWithALineBreakInItsPath) {
     const CapturedLog log;
     InFolder help(conforming);
     EXPECT_EQ(help.report.Open(), REPORT_OK);
-    const std::wstring reason =
-        L"'" + help.prefix + L"a.htm [FILES]' cannot be a topic: there is a line break in its path.";
-    for (const wchar_t* name : {L"a.htm\n[FILES]", L"a.htm\r[FILES]"}) {
+    const std::wstring reason = L"'" + help.prefix + L"a.htm ' cannot be a topic: there is a line break in its path.";
+    for (const wchar_t* name : {L"a.htm\n", L"a.htm\r"}) {
       EXPECT_EQ(help.begin(name, L"A"), REPORT_FILE_ERROR);
       EXPECT_EQ(help.report.GetError(), reason);
     }
+    EXPECT_EQ(help.report.BeginSubDocument((help.prefix + L"x\n[FILES]").c_str(), L"a.htm", L"A"), REPORT_FILE_ERROR);
     EXPECT_TRUE(help.leftovers().empty());
     writeTopic(help, L"b.htm", L"B", L"two");
     EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
     EXPECT_EQ(help.report.GetError(), reason);
-    EXPECT_EQ(log.lines(), (Names{reason, reason}));
+    EXPECT_EQ(log.lines().size(), 3u);
     const std::string topic = scrivalen::ToUtf8(help.prefix + L"b.htm\n");
     EXPECT_TRUE(help.given("report.hhp").ends_with("\n[FILES]\n" + topic));
     EXPECT_NE(help.given("report.hhp").find("\nDefault topic=" + topic), std::string::npos);

@@ -203,7 +203,7 @@ TEST(CompiledHelp, HoldsTopicsOfOddNames) {
 TEST(CompiledHelp, PutsNamesThatAProjectCannotBeginALineWithIntoTheirFolder) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
-  for (const wchar_t* name : {L";a.htm", L" b.htm", L"[FILES]", L"c.htm"}) {
+  for (const wchar_t* name : {L";a.htm", L" b.htm", L"[FILES]", L"=d.htm", L"\x01x.htm", L"c.htm"}) {
     help.topic(name, name, name, L"topics");
   }
   EXPECT_EQ(help.report.Close(), REPORT_OK) << scrivalen::ToUtf8(help.report.GetError());
@@ -211,8 +211,24 @@ TEST(CompiledHelp, PutsNamesThatAProjectCannotBeginALineWithIntoTheirFolder) {
   EXPECT_EQ(files["topics/;a.htm"], help.pages[L";a.htm"]);
   EXPECT_EQ(files["topics/ b.htm"], help.pages[L" b.htm"]);
   EXPECT_EQ(files["topics/[FILES]"], help.pages[L"[FILES]"]);
+  EXPECT_EQ(files["topics/=d.htm"], help.pages[L"=d.htm"]);
+  EXPECT_EQ(files["topics/\x01x.htm"], help.pages[L"\x01x.htm"]);
   EXPECT_EQ(files["topics/c.htm"], help.pages[L"c.htm"]);
   EXPECT_EQ(setting(files, kDefaultTopicEntry), "topics/;a.htm");
+}
+
+TEST(CompiledHelp, PutsNamesOfItsOwnFilesIntoTheirFolder) {
+  for (const wchar_t* name : {L"#SYSTEM", L"#strings", L"$FIftiMain", L"::DataSpace"}) {
+    Help help;
+    EXPECT_EQ(help.open(), REPORT_OK);
+    help.topic(name, name, L"one", L"topics");
+    help.topic(L"b.htm", L"B", L"two", L"topics");
+    EXPECT_EQ(help.report.Close(), REPORT_OK) << scrivalen::ToUtf8(help.report.GetError());
+    auto files = filesIn(help.target);
+    EXPECT_EQ(files["topics/" + scrivalen::ToUtf8(name)], help.pages[name]);
+    EXPECT_EQ(files["topics/b.htm"], help.pages[L"b.htm"]);
+    EXPECT_EQ(setting(files, kDefaultTopicEntry), "topics/" + scrivalen::ToUtf8(name));
+  }
 }
 
 TEST(CompiledHelp, KeepsTheWayFromOneFolderOfTopicsToAnother) {
@@ -359,8 +375,20 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedOutsideTheCodePage) {
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
+TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedWithAnUnusedByteOfTheCodePage) {
+  const CapturedLog log;
+  Help help;
+  EXPECT_EQ(help.open(), REPORT_OK);
+  help.topic(L"\x81.htm", L"A", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.report.GetError(), L"The help compiler left no '" +
+                                        help.folder / L"report.chm'. hhc.exe: the name of a topic in '" +
+                                        help.folder / L"report.hhp' is not Windows-1252");
+  EXPECT_EQ(help.leftovers(), 0u);
+}
+
 TEST(HelpThatIsNotCompiled, LeavesNothingWhenNoHelpFileCanHoldAName) {
-  for (const wchar_t* name : {L"back\\slash.htm", L"blank.htm "}) {
+  for (const wchar_t* name : {L"back\\slash.htm", L"blank.htm ", L"tab.htm\t", L"control.htm\x01"}) {
     const CapturedLog log;
     Help help;
     EXPECT_EQ(help.open(), REPORT_OK);
