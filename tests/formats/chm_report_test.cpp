@@ -498,6 +498,21 @@ TEST(ChmReportThatFails, AnswersHowAPageOpened) {
   EXPECT_TRUE(help.leftovers().empty());
 }
 
+TEST(ChmReportThatFails, HasItsFirstTopicForItsDefaultThoughThatDidNotOpen) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  makeFolder(help.folder / L"a.htm");
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_FILE_ERROR);
+  writeTopic(help, L"b.htm", L"B", L"two");
+  std::filesystem::remove(std::filesystem::path(help.folder / L"a.htm"));
+  writeBytes(help.folder / L"a.htm", "somebody else's");
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  const std::string project = help.given("report.hhp");
+  EXPECT_NE(project.find(scrivalen::ToUtf8(L"\nDefault topic=" + help.prefix + L"a.htm\n")), std::string::npos);
+  EXPECT_EQ(bytesOf(help.folder / L"a.htm"), "somebody else's");
+}
+
 TEST(ChmReportThatFails, LeavesAPageOfAnotherReportAlone) {
   const CapturedLog log;
   InFolder help;

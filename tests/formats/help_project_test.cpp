@@ -130,6 +130,15 @@ TEST(HelpProject, LeavesDoubleQuotesOutOfATitle) {
   EXPECT_TRUE(help.files.empty());
 }
 
+TEST(HelpProject, WritesTheOtherCharactersOfATitleAsTheyStand) {
+  CCHM help;
+  help.addTopic(L"a <b>\nc</b> & &lt;d&gt;", L"a.htm");
+  EXPECT_EQ(entriesOf(help),
+            "<LI><OBJECT type=\"text/sitemap\"><param name=\"Name\" value=\"a <b>\nc</b> & &lt;d&gt;\">\r\n"
+            "<param name=\"Local\" value=\"a.htm\">\r\n"
+            "</OBJECT>");
+}
+
 TEST(HelpProject, GivesAHeadingNoFile) {
   CCHM help;
   help.topics.push_back({1, L"Chapter", L"never.htm", 1});

@@ -1,0 +1,19 @@
+// Writes down what its process was started with, into the file that its first argument names: its priority, whether it
+// has a window, and whether a handle, which the second argument is, leads to an open file here.
+
+#include "platform/windows_api.h"
+
+#include <cstdlib>
+#include <fstream>
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    return 2;
+  }
+  const HANDLE handle = reinterpret_cast<HANDLE>(std::strtoull(argv[2], nullptr, 10));
+  std::ofstream facts(argv[1], std::ios::binary);
+  facts << "priority " << GetPriorityClass(GetCurrentProcess()) << '\n';
+  facts << "window " << (GetConsoleWindow() ? "yes" : "no") << '\n';
+  facts << "file " << (GetFileType(handle) == FILE_TYPE_DISK ? "yes" : "no") << '\n';
+  return facts.flush() ? 0 : 1;
+}
