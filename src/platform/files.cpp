@@ -1,6 +1,5 @@
 #include "platform/files.h"
 
-#include <memory>
 #include <random>
 
 namespace scrivalen::platform {
@@ -23,18 +22,17 @@ std::wstring randomName() {
   return name;
 }
 
-bool copyContents(NativeFile from, NativeFile to) {
-  constexpr std::size_t kChunk = 65536;
-  const auto buffer = std::make_unique<char[]>(kChunk);
+bool copyContents(NativeFile from, NativeFile to) noexcept {
+  char buffer[16384];
   for (;;) {
-    const auto size = readSome(from, buffer.get(), kChunk);
+    const auto size = readSome(from, buffer, sizeof buffer);
     if (!size) {
       return false;
     }
     if (*size == 0) {
       return true;
     }
-    if (!writeAll(to, buffer.get(), *size)) {
+    if (!writeAll(to, buffer, *size)) {
       return false;
     }
   }

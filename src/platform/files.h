@@ -20,10 +20,11 @@ inline constexpr wchar_t kPathSeparator = L'/';
 inline constexpr std::wstring_view kPathSeparators = L"/";
 #endif
 
-// Paths are wide everywhere and UTF-8 on Linux. A call that fails leaves its reason in lastSystemError.
+// Paths are wide everywhere and UTF-8 on Linux. A call that fails leaves its reason in lastSystemError. Those that
+// raise nothing need no memory either.
 
 /// Creates or truncates a file for writing that nobody else holds open for writing; one that is held is not touched.
-NativeFile openExclusive(const std::wstring& path);
+NativeFile openExclusive(const std::wstring& path) noexcept;
 
 /// A file that is held for writing, as openExclusive holds it, and still has the bytes it had.
 struct HeldFile {
@@ -32,48 +33,48 @@ struct HeldFile {
 };
 
 /// Takes hold of a file, which is created where there is none.
-HeldFile holdExclusive(const std::wstring& path);
+HeldFile holdExclusive(const std::wstring& path) noexcept;
 
 /// Creates a file that does not exist yet, for writing.
-NativeFile createNew(const std::wstring& path);
+NativeFile createNew(const std::wstring& path) noexcept;
 
 /// Opens a file for reading, denying others to write where the system can.
-NativeFile openForReading(const std::wstring& path);
+NativeFile openForReading(const std::wstring& path) noexcept;
 
 /// Writes all bytes, however many calls of the system that takes.
-bool writeAll(NativeFile file, const void* data, std::size_t size);
+bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept;
 
 /// How far from its beginning a file is written next; nothing for what has no positions, such as a pipe.
 std::optional<std::uint64_t> positionOf(NativeFile file);
 
 /// Reads up to @p size bytes; 0 at the end, nothing on an error.
-std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size);
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) noexcept;
 
 /// How many bytes a file has; nothing for what has no size, such as a pipe.
-std::optional<std::uint64_t> sizeOf(NativeFile file);
+std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept;
 
 /// Reads @p size bytes that stand at @p offset of a file.
 bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size);
 
 /// Writes all that @p from still has to be read behind what @p to has.
-bool copyContents(NativeFile from, NativeFile to);
+bool copyContents(NativeFile from, NativeFile to) noexcept;
 
 /// @return false when the system reports that bytes were lost
-bool closeFile(NativeFile file);
+bool closeFile(NativeFile file) noexcept;
 
 /// Whether there is a file or folder of this path.
-bool pathExists(const std::wstring& path);
+bool pathExists(const std::wstring& path) noexcept;
 bool isFolder(const std::wstring& path);
 /// Whether both paths lead to one existing file.
 bool isSameFile(const std::wstring& a, const std::wstring& b);
 
-bool deleteFile(const std::wstring& path);
+bool deleteFile(const std::wstring& path) noexcept;
 
 /// Moves a file over another, which it replaces, also from one volume to another; the target is whole or untouched.
 bool moveReplacing(const std::wstring& from, const std::wstring& to);
 
 /// Lets a file have the permissions of another; on Windows its attributes.
-bool copyPermissions(const std::wstring& from, const std::wstring& to);
+bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept;
 
 /// The names of a folder's files that end in @p suffix, in any ASCII case, in the order of the file system.
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix);
@@ -81,7 +82,7 @@ std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstri
 /// Creates a folder of a new name for this user alone, in the system's folder for temporary files.
 /// @return its path without a separator at the end; nothing on an error
 std::optional<std::wstring> createPrivateFolder();
-bool deleteFolder(const std::wstring& path);
+bool deleteFolder(const std::wstring& path) noexcept;
 
 /// Creates an empty file of a new, hidden name in the folder of @p path.
 /// @return its path; nothing on an error
@@ -91,7 +92,7 @@ std::optional<std::wstring> createFileBeside(const std::wstring& path);
 std::wstring resolvedPath(const std::wstring& path);
 
 /// Whether the path is a device or a pipe, which can be written to but not replaced.
-bool isSpecialFile(const std::wstring& path);
+bool isSpecialFile(const std::wstring& path) noexcept;
 
 /// Twelve letters and digits by chance.
 std::wstring randomName();

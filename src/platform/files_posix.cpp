@@ -2,7 +2,9 @@
 
 #include "platform/utf.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstdlib>
 #include <memory>
 
@@ -15,11 +17,24 @@
 namespace scrivalen::platform {
 namespace {
 
-std::string native(const std::wstring& path) {
-  std::string utf8;
-  appendUtf8(utf8, path);
-  return utf8;
-}
+// A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a
+// path that is longer than the system takes there is enough for the system to say so.
+class Native {
+ public:
+  explicit Native(const std::wstring& path) noexcept {
+    const wchar_t* const end = path.data() + path.size();
+    std::size_t size = 0;
+    for (const wchar_t* at = path.data(); at != end && size < PATH_MAX;) {
+      size += putUtf8(nextCharacter(at, end), utf8_ + size);
+    }
+    utf8_[size] = '\0';
+  }
+
+  const char* c_str() const noexcept { return utf8_; }
+
+ private:
+  char utf8_[PATH_MAX + 4];  // the last character may go beyond
+};
 
 std::wstring wide(const char* path) {
   std::wstring result;
@@ -40,7 +55,7 @@ void closeKeepingError(int fd) {
 int openDescriptor(const std::wstring& path, int flags) {
   int fd = -1;
   do {
-    fd = ::open(native(path).c_str(), flags | O_CLOEXEC, 0666);
+    fd = ::open(Native(path).c_str(), flags | O_CLOEXEC, 0666);
   } while (fd < 0 && errno == EINTR);
   if (fd < 0 || fd > STDERR_FILENO) {
     return fd;
@@ -52,7 +67,7 @@ int openDescriptor(const std::wstring& path, int flags) {
 
 NativeFile toNative(int fd) { return fd < 0 ? nullptr : reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(fd)); }
 
-bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(native(path).c_str(), &status) == 0; }
+bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(Native(path).c_str(), &status) == 0; }
 
 bool isRegular(int fd) {
   struct stat status {};
@@ -94,7 +109,7 @@ bool copyFile(const std::wstring& from, const std::wstring& to) {
 }
 
 bool renamePath(const std::wstring& from, const std::wstring& to) {
-  return ::rename(native(from).c_str(), native(to).c_str()) == 0;
+  return ::rename(Native(from).c_str(), Native(to).c_str()) == 0;
 }
 
 // Through a file beside the target, so that the target is never half written.
@@ -115,7 +130,7 @@ bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
 }  // namespace
 
 // Locks before truncating, so that a file another report holds stays as it is.
-NativeFile openExclusive(const std::wstring& path) {
+NativeFile openExclusive(const std::wstring& path) noexcept {
   const int fd = openHeld(path);
   if (fd >= 0 && isRegular(fd) && ::ftruncate(fd, 0) != 0) {
     closeKeepingError(fd);
@@ -124,15 +139,17 @@ NativeFile openExclusive(const std::wstring& path) {
   return toNative(fd);
 }
 
-HeldFile holdExclusive(const std::wstring& path) {
+HeldFile holdExclusive(const std::wstring& path) noexcept {
   const bool wasThere = pathExists(path);
   const NativeFile file = toNative(openHeld(path));
   return {file, file && !wasThere};
 }
 
-NativeFile createNew(const std::wstring& path) { return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL)); }
+NativeFile createNew(const std::wstring& path) noexcept {
+  return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL));
+}
 
-NativeFile openForReading(const std::wstring& path) {
+NativeFile openForReading(const std::wstring& path) noexcept {
   const int fd = openDescriptor(path, O_RDONLY);
   if (fd < 0) {
     return nullptr;
@@ -151,7 +168,7 @@ NativeFile openForReading(const std::wstring& path) {
   return toNative(fd);
 }
 
-bool writeAll(NativeFile file, const void* data, std::size_t size) {
+bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
   const char* at = static_cast<const char*>(data);
   while (size > 0) {
     const ssize_t written = ::write(descriptor(file), at, size);
@@ -172,7 +189,7 @@ std::optional<std::uint64_t> positionOf(NativeFile file) {
   return position < 0 ? std::nullopt : std::optional<std::uint64_t>(static_cast<std::uint64_t>(position));
 }
 
-std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) {
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) noexcept {
   for (;;) {
     const ssize_t count = ::read(descriptor(file), data, size);
     if (count >= 0) {
@@ -184,7 +201,7 @@ std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t siz
   }
 }
 
-std::optional<std::uint64_t> sizeOf(NativeFile file) {
+std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept {
   struct stat status {};
   if (::fstat(descriptor(file), &status) != 0 || !S_ISREG(status.st_mode)) {
     return std::nullopt;
@@ -209,9 +226,9 @@ bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size)
   return true;
 }
 
-bool closeFile(NativeFile file) { return ::close(descriptor(file)) == 0; }
+bool closeFile(NativeFile file) noexcept { return ::close(descriptor(file)) == 0; }
 
-bool pathExists(const std::wstring& path) {
+bool pathExists(const std::wstring& path) noexcept {
   struct stat status {};
   return statusOf(path, status);
 }
@@ -221,7 +238,7 @@ bool isFolder(const std::wstring& path) {
   return statusOf(path, status) && S_ISDIR(status.st_mode);
 }
 
-bool isSpecialFile(const std::wstring& path) {
+bool isSpecialFile(const std::wstring& path) noexcept {
   struct stat status {};
   return statusOf(path, status) && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
@@ -232,7 +249,7 @@ bool isSameFile(const std::wstring& a, const std::wstring& b) {
   return statusOf(a, first) && statusOf(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-bool deleteFile(const std::wstring& path) { return ::unlink(native(path).c_str()) == 0; }
+bool deleteFile(const std::wstring& path) noexcept { return ::unlink(Native(path).c_str()) == 0; }
 
 bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   if (renamePath(from, to)) {
@@ -241,15 +258,15 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return errno == EXDEV && moveAcrossVolumes(from, to);
 }
 
-bool copyPermissions(const std::wstring& from, const std::wstring& to) {
+bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept {
   constexpr mode_t kPermissions = 0777;
   struct stat status {};
-  return statusOf(from, status) && ::chmod(native(to).c_str(), status.st_mode & kPermissions) == 0;
+  return statusOf(from, status) && ::chmod(Native(to).c_str(), status.st_mode & kPermissions) == 0;
 }
 
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
   std::vector<std::wstring> names;
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(native(folder).c_str()), &::closedir);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(Native(folder).c_str()), &::closedir);
   if (!entries) {
     return names;
   }
@@ -263,19 +280,22 @@ std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstri
 }
 
 std::optional<std::wstring> createPrivateFolder() {
+  constexpr std::ptrdiff_t kLettersByChance = 6;
   const char* root = std::getenv("TMPDIR");
   std::string path = root && *root ? root : "/tmp";
   path += "/scrivalen-XXXXXX";
+  std::wstring result = wide(path.c_str());
   if (!::mkdtemp(path.data())) {
     return std::nullopt;
   }
-  return wide(path.c_str());
+  std::copy(path.end() - kLettersByChance, path.end(), result.end() - kLettersByChance);
+  return result;
 }
 
-bool deleteFolder(const std::wstring& path) { return ::rmdir(native(path).c_str()) == 0; }
+bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(Native(path).c_str()) == 0; }
 
 std::wstring resolvedPath(const std::wstring& path) {
-  const std::unique_ptr<char, void (*)(void*)> real(::realpath(native(path).c_str(), nullptr), &std::free);
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(Native(path).c_str(), nullptr), &std::free);
   return real ? wide(real.get()) : path;
 }
 

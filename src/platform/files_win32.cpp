@@ -38,7 +38,7 @@ bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) 
 }  // namespace
 
 // An existing file is opened and then cut, which keeps its attributes and works on a hidden file too.
-NativeFile openExclusive(const std::wstring& path) {
+NativeFile openExclusive(const std::wstring& path) noexcept {
   const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
   if (file && isFileOnDisk(file) && !SetEndOfFile(file)) {
     closeKeepingError(file);
@@ -47,18 +47,20 @@ NativeFile openExclusive(const std::wstring& path) {
   return file;
 }
 
-HeldFile holdExclusive(const std::wstring& path) {
+HeldFile holdExclusive(const std::wstring& path) noexcept {
   const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
   return {file, file && GetLastError() != ERROR_ALREADY_EXISTS};
 }
 
-NativeFile createNew(const std::wstring& path) { return openFile(path, GENERIC_WRITE, kNoSharing, CREATE_NEW); }
+NativeFile createNew(const std::wstring& path) noexcept {
+  return openFile(path, GENERIC_WRITE, kNoSharing, CREATE_NEW);
+}
 
-NativeFile openForReading(const std::wstring& path) {
+NativeFile openForReading(const std::wstring& path) noexcept {
   return openFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
 }
 
-bool writeAll(NativeFile file, const void* data, std::size_t size) {
+bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
   constexpr std::size_t kMost = 1u << 30;
   const char* at = static_cast<const char*>(data);
   while (size > 0) {
@@ -84,7 +86,7 @@ std::optional<std::uint64_t> positionOf(NativeFile file) {
   return static_cast<std::uint64_t>(position.QuadPart);
 }
 
-std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) {
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) noexcept {
   constexpr std::size_t kMost = 1u << 30;
   DWORD count = 0;
   if (!ReadFile(file, data, static_cast<DWORD>(std::min(size, kMost)), &count, nullptr)) {
@@ -93,7 +95,7 @@ std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t siz
   return count;
 }
 
-std::optional<std::uint64_t> sizeOf(NativeFile file) {
+std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept {
   LARGE_INTEGER size{};
   if (!isFileOnDisk(file) || !GetFileSizeEx(file, &size)) {
     return std::nullopt;
@@ -119,16 +121,18 @@ bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size)
   return true;
 }
 
-bool closeFile(NativeFile file) { return CloseHandle(file) != 0; }
+bool closeFile(NativeFile file) noexcept { return CloseHandle(file) != 0; }
 
-bool pathExists(const std::wstring& path) { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; }
+bool pathExists(const std::wstring& path) noexcept {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
 
 bool isFolder(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
 
-bool isSpecialFile(const std::wstring& path) {
+bool isSpecialFile(const std::wstring& path) noexcept {
   if (isFolder(path) || !pathExists(path)) {
     return false;
   }
@@ -149,13 +153,13 @@ bool isSameFile(const std::wstring& a, const std::wstring& b) {
          first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
 }
 
-bool deleteFile(const std::wstring& path) { return DeleteFileW(path.c_str()) != 0; }
+bool deleteFile(const std::wstring& path) noexcept { return DeleteFileW(path.c_str()) != 0; }
 
 bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED) != 0;
 }
 
-bool copyPermissions(const std::wstring& from, const std::wstring& to) {
+bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept {
   const DWORD attributes = GetFileAttributesW(from.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && SetFileAttributesW(to.c_str(), attributes);
 }
@@ -192,7 +196,7 @@ std::optional<std::wstring> createPrivateFolder() {
   return path;
 }
 
-bool deleteFolder(const std::wstring& path) { return RemoveDirectoryW(path.c_str()) != 0; }
+bool deleteFolder(const std::wstring& path) noexcept { return RemoveDirectoryW(path.c_str()) != 0; }
 
 std::wstring resolvedPath(const std::wstring& path) {
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,

@@ -5,7 +5,7 @@
 namespace scrivalen::platform {
 namespace {
 
-bool appendTo(NativeFile target, const std::wstring& finished) {
+bool appendTo(NativeFile target, const std::wstring& finished) noexcept {
   const NativeFile source = openForReading(finished);
   if (!source) {
     return false;
@@ -15,7 +15,7 @@ bool appendTo(NativeFile target, const std::wstring& finished) {
 }
 
 // What another program has written into a new file meanwhile is not ours to remove.
-bool isEmptyFile(const std::wstring& path) {
+bool isEmptyFile(const std::wstring& path) noexcept {
   const NativeFile file = openForReading(path);
   if (!file) {
     return false;
@@ -28,13 +28,14 @@ bool isEmptyFile(const std::wstring& path) {
 }  // namespace
 
 bool TargetFile::hold(const std::wstring& path) {
-  const HeldFile held = holdExclusive(path);
+  path_ = path;  // known before there is a file that may have to go away again
+  const HeldFile held = holdExclusive(path_);
   if (!held.file) {
     return false;
   }
   file_ = held.file;
   isNew_ = held.isNew;
-  path_ = resolvedPath(path);
+  path_ = resolvedPath(path_);
   return prepareFolder();
 }
 
@@ -83,7 +84,7 @@ bool TargetFile::moveFrom(const std::wstring& finished) {
   return true;
 }
 
-void TargetFile::release() {
+void TargetFile::release() noexcept {
   if (file_) {
     closeFile(std::exchange(file_, nullptr));
   }

@@ -32,7 +32,7 @@ class TargetFile {
   bool replaceBy(const std::wstring& finished);
 
   /// Lets go of the target.
-  void release();
+  void release() noexcept;
 
  private:
   bool prepareFolder();

@@ -5,6 +5,7 @@
 #include "platform/utf.h"
 
 #include <algorithm>
+#include <memory>
 #include <string_view>
 
 namespace scrivalen::platform {
@@ -59,13 +60,8 @@ std::wstring defectOf(NativeFile file, const std::vector<std::uint64_t>& sheetSi
 }  // namespace
 
 std::wstring workbookDefect(const std::wstring& path, const std::vector<std::uint64_t>& sheetSizes) {
-  const NativeFile file = openForReading(path);
-  if (!file) {
-    return L"It cannot be read again.";
-  }
-  const std::wstring defect = defectOf(file, sheetSizes);
-  closeFile(file);
-  return defect;
+  const std::unique_ptr<void, bool (*)(NativeFile)> file(openForReading(path), &closeFile);
+  return file ? defectOf(file.get(), sheetSizes) : L"It cannot be read again.";
 }
 
 }  // namespace scrivalen::platform

@@ -9,6 +9,7 @@
 #include <xlsxwriter/third_party/zip.h>
 
 #include <cstdio>
+#include <exception>
 #include <string>
 
 using namespace scrivalen::platform;
@@ -21,8 +22,19 @@ std::wstring wide(const char* utf8) {
   return path;
 }
 
+// Nothing may be raised through the library, which is C.
+template <typename Open>
+auto opened(Open open) noexcept -> decltype(open()) {
+  try {
+    return open();
+  } catch (const std::exception&) {
+    SetLastError(ERROR_NOT_ENOUGH_MEMORY);
+    return nullptr;
+  }
+}
+
 voidpf openForWriting(voidpf, const void* path, int) {
-  return _wfopen(wide(static_cast<const char*>(path)).c_str(), L"wb");
+  return opened([path] { return _wfopen(wide(static_cast<const char*>(path)).c_str(), L"wb"); });
 }
 
 // A file that goes away with its last handle, however the program ends.
@@ -52,8 +64,8 @@ extern "C" FILE* tmpfileplus(const char* dir, const char*, char** pathname, int)
   if (pathname) {
     *pathname = nullptr;
   }
-  const HANDLE file = createPassing(wide(dir));
-  if (file == INVALID_HANDLE_VALUE) {
+  const HANDLE file = opened([dir] { return createPassing(wide(dir)); });
+  if (!file || file == INVALID_HANDLE_VALUE) {
     return nullptr;
   }
   const int descriptor = _open_osfhandle(reinterpret_cast<intptr_t>(file), _O_RDWR | _O_BINARY);

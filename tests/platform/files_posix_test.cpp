@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <filesystem>
 
 using namespace scrivalen::platform;
@@ -69,4 +70,28 @@ TEST(Files, ResolvesLinks) {
   EXPECT_EQ(fileNameOf(resolvedPath(folder / L"link")), L"a");
   EXPECT_EQ(resolvedPath(folder / L"missing"), folder / L"missing");
   EXPECT_TRUE(isSameFile(folder / L"link", folder / L"a"));
+}
+
+TEST(Files, AreNotThoseThatTheBeginningOfALongPathLeadsTo) {
+  const TemporaryFolder folder;
+  for (const std::wstring name : {L"./", L"\u20AC/../"}) {
+    std::wstring path = folder.path() + L'/';
+    while (path.size() < 5000) {
+      path += name;
+    }
+    EXPECT_FALSE(openExclusive(path + L"a"));
+    EXPECT_EQ(lastSystemError(), std::uint32_t{ENAMETOOLONG});
+    EXPECT_FALSE(deleteFile(path + L"a"));
+    EXPECT_EQ(lastSystemError(), std::uint32_t{ENAMETOOLONG});
+  }
+}
+
+TEST(Files, MayHaveTheLongestPath) {
+  const TemporaryFolder folder;
+  std::wstring path = folder / L"a";
+  path.insert(path.size() - 1, 4095 - path.size(), L'/');
+  writeBytes(folder / L"a", "");
+  EXPECT_TRUE(pathExists(path));
+  EXPECT_TRUE(deleteFile(path));
+  EXPECT_FALSE(exists(folder / L"a"));
 }
