@@ -1,5 +1,6 @@
 #include "platform/reason.h"
 
+#include "platform/fmt.h"
 #include "platform/utf.h"
 
 #include <algorithm>
@@ -46,6 +47,15 @@ void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept {
     to = text;
   } catch (const std::exception&) {
     to.assign(text.substr(0, to.capacity()));
+  }
+}
+
+void assignError(std::wstring& to, std::wstring_view format, std::wstring_view file,
+                 std::wstring_view reason) noexcept {
+  try {
+    assignWhatFits(to, FMT::Format(format, file, reason));
+  } catch (const std::exception&) {
+    assignWhatFits(to, reason);
   }
 }
 

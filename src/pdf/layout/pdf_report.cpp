@@ -2,13 +2,11 @@
 
 #include "core/report_closing.h"
 #include "platform/contain.h"
-#include "platform/fmt.h"
 #include "platform/loss.h"
 #include "platform/output_buffer.h"
 #include "platform/utf.h"
 
 #include <algorithm>
-#include <exception>
 #include <iterator>
 #include <string_view>
 
@@ -93,18 +91,9 @@ REPORT_ERRORS PDFReport::Close() {
   }
   file_.Close();
   logLoss(file_.Name(), loss);
-  keepError();
+  assignError(error_, L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
   logLine(error_.c_str());
   return REPORT_FILE_ERROR;
-}
-
-// Without memory for the whole sentence the reason stands alone.
-void PDFReport::keepError() noexcept {
-  try {
-    error_ = FMT::Format(L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
-  } catch (const std::exception&) {
-    assignWhatFits(error_, document_.WriteError());
-  }
 }
 
 void PDFReport::SetReportOption(REPORT_OPTION option, int value) {

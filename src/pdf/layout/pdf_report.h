@@ -37,8 +37,6 @@ class PDFReport final : public AReport {
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:
-  void keepError() noexcept;
-
   int landscape_ = 0;
   CPDFdoc document_;
   ReportFile file_;

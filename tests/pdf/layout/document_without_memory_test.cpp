@@ -1,4 +1,4 @@
-#include "pdf/layout/out_of_memory.h"
+#include "support/out_of_memory.h"
 #include "scrivalen/output_file.h"
 #include "scrivalen/pdf_doc.h"
 #include "support/bytes.h"

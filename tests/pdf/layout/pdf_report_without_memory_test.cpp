@@ -1,4 +1,4 @@
-#include "pdf/layout/out_of_memory.h"
+#include "support/out_of_memory.h"
 #include "pdf/layout/pdf_report.h"
 #include "platform/loss.h"
 #include "support/bytes.h"
