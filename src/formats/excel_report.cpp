@@ -1,7 +1,8 @@
 #include "formats/excel_report.h"
 
-#include "platform/contain.h"
+#include "platform/reason.h"
 
+#include <cstddef>
 #include <utility>
 
 using namespace scrivalen::platform;
@@ -9,6 +10,7 @@ using namespace scrivalen::platform;
 namespace {
 
 constexpr const wchar_t* kType = L"String";
+constexpr std::size_t kErrorRoom = 512;
 
 // A flag that is taken back at the end, also when something passes that an override raises.
 class Passing {
@@ -24,25 +26,22 @@ class Passing {
 
 }  // namespace
 
+// There is room for a reason whatever becomes of the memory.
+ExcelReport::ExcelReport() { error_.reserve(kErrorRoom); }
+
 REPORT_ERRORS ExcelReport::Open(const wchar_t* file) {
-  return contained(REPORT_FILE_ERROR, [&] {
-    if (writer_.Begin(file, styles_.empty() ? nullptr : styles_.c_str())) {
-      inRow_ = false;
-      return REPORT_OK;
-    }
-    error_ = writer_.Error();
-    return REPORT_FILE_ERROR;
-  });
+  const bool begun = writer_.Begin(file, styles_.empty() ? nullptr : styles_.c_str());
+  inRow_ = inRow_ && !begun;
+  return answer(begun);
 }
 
-REPORT_ERRORS ExcelReport::Close() {
-  return contained(REPORT_FILE_ERROR, [&] {
-    if (writer_.End()) {
-      return REPORT_OK;
-    }
-    error_ = writer_.Error();
-    return REPORT_FILE_ERROR;
-  });
+REPORT_ERRORS ExcelReport::Close() { return answer(writer_.End()); }
+
+REPORT_ERRORS ExcelReport::answer(bool isDone) noexcept {
+  if (!isDone) {
+    assignWhatFits(error_, writer_.Error());
+  }
+  return isDone ? REPORT_OK : REPORT_FILE_ERROR;
 }
 
 void ExcelReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t*, int) {
@@ -63,26 +62,28 @@ void ExcelReport::EndParagraph(PARAGRAPH_TYPE) { EndCell(nullptr, 0); }
 
 void ExcelReport::BeginRow(const wchar_t*, const wchar_t*, int) {
   inRow_ = true;
-  contained([&] { writer_.Row(true); });
+  writer_.Row(true);
 }
 
 void ExcelReport::EndRow(const wchar_t*) {
-  contained([&] { writer_.Row(false); });
+  writer_.Row(false);
   inRow_ = false;
 }
 
 void ExcelReport::Cell(const wchar_t* text, int header, const wchar_t*) { writeCell(text, bold_ || header != 0); }
 
 void ExcelReport::SetCellColor(const wchar_t* color) {
-  contained([&] { pendingColor_ = color ? color : L""; });
+  try {
+    pendingColor_ = color ? color : L"";
+  } catch (...) {
+    writer_.FailRaised();
+  }
 }
 
 void ExcelReport::writeCell(const wchar_t* text, bool bold) {
-  contained([&] {
-    if (pendingColor_.empty()) {
-      writer_.SetCellValue(kType, text, bold);
-    } else {
-      writer_.SetCellValue(kType, text, std::exchange(pendingColor_, {}).c_str());
-    }
-  });
+  if (pendingColor_.empty()) {
+    writer_.SetCellValue(kType, text, bold);
+  } else {
+    writer_.SetCellValue(kType, text, std::exchange(pendingColor_, {}).c_str());
+  }
 }

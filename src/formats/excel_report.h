@@ -9,6 +9,7 @@
 /// colour of cells are kept, all other formatting is dropped.
 class ExcelReport : public AReport {
  public:
+  ExcelReport();
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
   REPORT_ERRORS Open(const wchar_t* file) override;
   REPORT_ERRORS Close() override;
@@ -37,6 +38,7 @@ class ExcelReport : public AReport {
   void Link(const wchar_t*, const wchar_t*) override {}
 
  private:
+  REPORT_ERRORS answer(bool isDone) noexcept;
   void writeCell(const wchar_t* text, bool bold);
 
   std::wstring pendingColor_;  // of the next cell

@@ -1,12 +1,14 @@
 #include "platform/excel_writer.h"
 
 #include "platform/clog.h"
+#include "platform/contain.h"
 #include "platform/excel_style.h"
 #include "platform/excel_text.h"
 #include "platform/files.h"
 #include "platform/fmt.h"
 #include "platform/host.h"
 #include "platform/loss.h"
+#include "platform/reason.h"
 #include "platform/system_error.h"
 #include "platform/target_file.h"
 #include "platform/workbook.h"
@@ -14,9 +16,11 @@
 #include <algorithm>
 #include <cstdint>
 #include <cwchar>
+#include <exception>
 #include <map>
 #include <optional>
 #include <set>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -26,6 +30,10 @@ namespace {
 
 constexpr std::size_t kMostWidth = 60;
 constexpr std::size_t kLeastWidth = 9;  // a narrower column gets no width: it is about as wide anyway
+
+constexpr std::size_t kErrorRoom = 512;  // so that there is a reason whatever becomes of the memory
+constexpr const wchar_t* kOpenError = L"File open/create error for '%s'. %s";
+constexpr const wchar_t* kWriteError = L"File write error for '%s'. %s";
 
 const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
 
@@ -163,22 +171,36 @@ class ExcelWriter::Document {
 
   /// @return false, with the reason in lastSystemError
   bool open(const wchar_t* styles);
-  void row(bool begin);
-  void cell(const wchar_t* value, bool bold);
-  void cell(const wchar_t* value, const wchar_t* color);
+  void row(bool begin) noexcept;
+  void cell(const wchar_t* value, bool bold) noexcept;
+  void cell(const wchar_t* value, const wchar_t* color) noexcept;
+  /// Lets the exception that is being handled be why the workbook does not come to be.
+  void failRaised() noexcept;
   /// @return why the workbook did not come to be; empty when it did
-  std::wstring finish();
+  const Reason& finish() noexcept;
+  const std::wstring& name() const { return name_; }
 
  private:
+  /// Takes a step of the work, unless one has failed before; a failure is told at once, so that the log has it where it
+  /// happened.
+  template <typename Step>
+  void take(Step step) noexcept {
+    if (failure_.empty()) {
+      containedIn(failure_, step);
+      logFailure();
+    }
+  }
+
   void readStyles(const wchar_t* styles);
   bool beginSheet();
   void endSheet();
   bool takesCell();
   void put(const wchar_t* value, lxw_format* format);
   void widen(std::size_t width);
-  void fail();
-  std::wstring assemble();
-  void logLosses() const;
+  void fail() { failure_.keep(systemErrorText(lastSystemError())); }
+  void assemble();
+  void logFailure() const noexcept;
+  void logLosses() const noexcept;
 
   const std::wstring name_;
   TargetFile target_;
@@ -198,7 +220,7 @@ class ExcelWriter::Document {
   CellCounter cut_;
   CellCounter dropped_;
   std::uint64_t strayed_ = 0;
-  std::wstring failure_;  // of a write
+  Reason failure_;  // the first one; nothing is written behind it
 };
 
 bool ExcelWriter::Document::open(const wchar_t* styles) {
@@ -247,22 +269,21 @@ void ExcelWriter::Document::endSheet() {
   }
 }
 
-void ExcelWriter::Document::row(bool begin) {
-  nextRow_ += inRow_ ? 1 : 0;
-  inRow_ = begin;
-  nextColumn_ = 0;
-  if (begin && failure_.empty() && nextRow_ == Workbook::kRows) {
-    endSheet();
-    if (!beginSheet()) {
-      fail();
+void ExcelWriter::Document::row(bool begin) noexcept {
+  take([&] {
+    nextRow_ += inRow_ ? 1 : 0;
+    inRow_ = begin;
+    nextColumn_ = 0;
+    if (begin && nextRow_ == Workbook::kRows) {
+      endSheet();
+      if (!beginSheet()) {
+        fail();
+      }
     }
-  }
+  });
 }
 
 bool ExcelWriter::Document::takesCell() {
-  if (!failure_.empty()) {
-    return false;
-  }
   if (!inRow_) {
     ++strayed_;
     return false;
@@ -274,17 +295,25 @@ bool ExcelWriter::Document::takesCell() {
   return true;
 }
 
-void ExcelWriter::Document::cell(const wchar_t* value, bool bold) {
-  if (takesCell()) {
-    put(value, bold ? bold_ : plain_);
-  }
+void ExcelWriter::Document::cell(const wchar_t* value, bool bold) noexcept {
+  take([&] {
+    if (takesCell()) {
+      put(value, bold ? bold_ : plain_);
+    }
+  });
 }
 
-void ExcelWriter::Document::cell(const wchar_t* value, const wchar_t* color) {
-  if (takesCell()) {
-    lxw_format* const format = colors_.find(color, style_.cell, *book_);
-    put(value, format ? format : plain_);
-  }
+void ExcelWriter::Document::cell(const wchar_t* value, const wchar_t* color) noexcept {
+  take([&] {
+    if (takesCell()) {
+      lxw_format* const format = colors_.find(color, style_.cell, *book_);
+      put(value, format ? format : plain_);
+    }
+  });
+}
+
+void ExcelWriter::Document::failRaised() noexcept {
+  take([] { throw; });
 }
 
 void ExcelWriter::Document::put(const wchar_t* value, lxw_format* format) {
@@ -310,97 +339,115 @@ void ExcelWriter::Document::widen(std::size_t width) {
   widths_[column] = std::max(widths_[column], static_cast<std::uint8_t>(std::min(width, kMostWidth)));
 }
 
-// The first failure is told at once, so that the log has it where it happened.
-void ExcelWriter::Document::fail() {
-  CLog::FormatLastError(failure_);
-  CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name_, failure_));
+// Without memory for the whole sentence the reason stands alone.
+void ExcelWriter::Document::logFailure() const noexcept {
+  if (failure_.empty()) {
+    return;
+  }
+  try {
+    const std::wstring error = FMT::Format(kWriteError, name_, failure_.text());
+    logLine(error.c_str());
+  } catch (const std::exception&) {
+    logLine(failure_.c_str());
+  }
 }
 
-std::wstring ExcelWriter::Document::finish() {
-  const bool failedBefore = !failure_.empty();
-  if (!failedBefore) {
+const Reason& ExcelWriter::Document::finish() noexcept {
+  take([&] {
     endSheet();
-    failure_ = assemble();
-  }
+    assemble();
+  });
   book_.reset();
   target_.release();
   logLosses();
-  if (failure_.empty()) {
-    return {};
-  }
-  const std::wstring error = FMT::Format(L"File write error for '%s'. %s", name_, failure_);
-  if (!failedBefore) {
-    CLog::Bug2(error);
-  }
-  return error;
+  return failure_;
 }
 
-std::wstring ExcelWriter::Document::assemble() {
+void ExcelWriter::Document::assemble() {
   const PassingFile file(target_.createTemporary());
   if (!file.path()) {
-    return systemErrorText(lastSystemError());
+    return fail();
   }
-  std::wstring reason = book_->close(*file.path());
-  if (reason.empty() && !target_.replaceBy(*file.path())) {
-    reason = systemErrorText(lastSystemError());
+  const std::wstring defect = book_->close(*file.path());
+  if (!defect.empty()) {
+    failure_.keep(defect);
+  } else if (!target_.replaceBy(*file.path())) {
+    fail();
   }
-  return reason;
 }
 
-void ExcelWriter::Document::logLosses() const {
+void ExcelWriter::Document::logLosses() const noexcept {
   logLoss(name_, text_.loss());
-  cut_.log(name_, L"cut at 32,767 characters");
-  dropped_.log(name_, L"dropped beyond column 16,384");
-  if (strayed_ > 0) {
-    CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
-  }
-  if (colors_.refused() > 0) {
-    CLog::Bug2(FMT::Format(L"'%s': %s without the colour, which is not known or one too many, the first is '%s'.",
-                           name_, cells(colors_.refused()), colors_.firstRefused()));
+  try {
+    cut_.log(name_, L"cut at 32,767 characters");
+    dropped_.log(name_, L"dropped beyond column 16,384");
+    if (strayed_ > 0) {
+      CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
+    }
+    if (colors_.refused() > 0) {
+      CLog::Bug2(FMT::Format(L"'%s': %s without the colour, which is not known or one too many, the first is '%s'.",
+                             name_, cells(colors_.refused()), colors_.firstRefused()));
+    }
+  } catch (...) {
+    logLine(L"A spreadsheet has cells that could not be written as they were given.");
   }
 }
 
-ExcelWriter::ExcelWriter() = default;
+ExcelWriter::ExcelWriter() { error_.reserve(kErrorRoom); }
 ExcelWriter::~ExcelWriter() = default;
 
-bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) {
-  std::wstring reason = L"The report is still open.";
-  if (!document_) {
-    auto document = std::make_unique<Document>(orEmpty(file));
-    if (document->open(styles)) {
-      document_ = std::move(document);
-      error_.clear();
-      return true;
-    }
-    CLog::FormatLastError(reason);
+bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) noexcept {
+  Reason reason;
+  if (document_) {
+    reason.keep(L"The report is still open.");
+  } else {
+    containedIn(reason, [&] {
+      auto document = std::make_unique<Document>(orEmpty(file));
+      if (document->open(styles)) {
+        document_ = std::move(document);
+      } else {
+        reason.keep(systemErrorText(lastSystemError()));
+      }
+    });
   }
-  error_ = FMT::Format(L"File open/create error for '%s'. %s", orEmpty(file), reason);
-  return false;
+  return keep(reason, kOpenError, orEmpty(file));
 }
 
-void ExcelWriter::Row(bool begin) {
+void ExcelWriter::Row(bool begin) noexcept {
   if (document_) {
     document_->row(begin);
   }
 }
 
-void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, bool bold) {
+void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, bool bold) noexcept {
   if (document_) {
     document_->cell(orEmpty(value), bold);
   }
 }
 
-void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, const wchar_t* color) {
+void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, const wchar_t* color) noexcept {
   if (document_) {
     document_->cell(orEmpty(value), orEmpty(color));
   }
 }
 
-bool ExcelWriter::End() {
-  if (!document_) {
-    return true;
+void ExcelWriter::FailRaised() noexcept {
+  if (document_) {
+    document_->failRaised();
+  } else {
+    logRaised();
   }
-  error_ = L"The spreadsheet could not be finished.";
-  error_ = std::exchange(document_, nullptr)->finish();
-  return error_.empty();
+}
+
+bool ExcelWriter::End() noexcept {
+  const std::unique_ptr<Document> document = std::move(document_);
+  return !document || keep(document->finish(), kWriteError, document->name());
+}
+
+bool ExcelWriter::keep(const Reason& reason, const wchar_t* format, std::wstring_view file) noexcept {
+  error_.clear();
+  if (!reason.empty()) {
+    assignError(error_, format, file, reason.text());
+  }
+  return reason.empty();
 }

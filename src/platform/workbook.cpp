@@ -15,6 +15,7 @@
 #include <mutex>
 #include <new>
 #include <optional>
+#include <stdexcept>
 #include <utility>
 
 namespace scrivalen::platform {
@@ -132,7 +133,13 @@ lxw_format* Workbook::addFormat(const CellStyle& style, bool bold) {
 bool Workbook::write(std::uint32_t row, std::uint16_t column, const char* text, lxw_format* format) {
   const CLocale locale;
   const Sheet& sheet = sheets_.back();
-  worksheet_write_string(sheet.sheet, row, column, text, format);
+  const lxw_error error = worksheet_write_string(sheet.sheet, row, column, text, format);
+  if (error == LXW_ERROR_MEMORY_MALLOC_FAILED) {
+    throw std::bad_alloc();
+  }
+  if (error != LXW_NO_ERROR) {
+    throw std::runtime_error(lxw_strerror(error));
+  }
   if (row == flushedRow_) {
     return true;
   }
