@@ -226,7 +226,6 @@ REPORT_ERRORS CHMReport::Close() {
   return contained(REPORT_FILE_ERROR, [&] {
     if (!openTopic_.empty()) {
       noteUntold(FMT::Format(L"The topic '%s' was not ended.", openTopic_));
-      EndSubDocument();
     }
     compile();
     logLoss(target_, project_.loss);
