@@ -84,6 +84,9 @@ std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstri
 std::optional<std::wstring> createPrivateFolder();
 bool deleteFolder(const std::wstring& path) noexcept;
 
+/// How many bytes a folder's disk has room for; nothing where the system does not tell.
+std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept;
+
 /// Creates an empty file of a new, hidden name in the folder of @p path.
 /// @return its path; nothing on an error
 std::optional<std::wstring> createFileBeside(const std::wstring& path);

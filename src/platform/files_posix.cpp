@@ -12,6 +12,7 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace scrivalen::platform {
@@ -290,6 +291,14 @@ std::optional<std::wstring> createPrivateFolder() {
   }
   std::copy(path.end() - kLettersByChance, path.end(), result.end() - kLettersByChance);
   return result;
+}
+
+std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
+  struct statvfs disk {};
+  if (::statvfs(Native(folder).c_str(), &disk) != 0) {
+    return std::nullopt;
+  }
+  return std::uint64_t{disk.f_bavail} * disk.f_frsize;
 }
 
 bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(Native(path).c_str()) == 0; }

@@ -196,15 +196,21 @@ std::optional<std::wstring> createPrivateFolder() {
   return path;
 }
 
+std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
+  ULARGE_INTEGER room{};
+  return GetDiskFreeSpaceExW(folder.c_str(), &room, nullptr, nullptr) ? std::optional<std::uint64_t>(room.QuadPart)
+                                                                      : std::nullopt;
+}
+
 bool deleteFolder(const std::wstring& path) noexcept { return RemoveDirectoryW(path.c_str()) != 0; }
 
 std::wstring resolvedPath(const std::wstring& path) {
+  std::wstring resolved(32768, L'\0');
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return path;
   }
-  std::wstring resolved(32768, L'\0');
   const DWORD length = GetFinalPathNameByHandleW(file, resolved.data(), static_cast<DWORD>(resolved.size()), 0);
   CloseHandle(file);
   if (length == 0 || length >= resolved.size()) {

@@ -2,6 +2,7 @@
 
 #include "platform/c_locale.h"
 #include "platform/clock.h"
+#include "platform/files.h"
 #include "platform/host_state.h"
 #include "platform/system_error.h"
 #include "platform/utf.h"
@@ -11,7 +12,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <filesystem>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -61,9 +61,9 @@ std::wstring systemReason() { return systemErrorText(lastSystemError()); }
 
 // Whether a folder's disk has room for some bytes, as far as the system tells.
 bool hasRoom(const std::string& folder, std::uint64_t size) {
-  std::error_code error;
-  const auto space = std::filesystem::space(std::u8string(folder.begin(), folder.end()), error);
-  return error || space.available >= size;
+  std::wstring path;
+  appendWide(path, folder);
+  return roomIn(path).value_or(size) >= size;
 }
 
 }  // namespace

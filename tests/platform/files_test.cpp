@@ -211,3 +211,9 @@ TEST(FolderOf, KeepsTheSeparator) {
   EXPECT_EQ(folderOf(L"two.txt"), L"");
   EXPECT_EQ(fileNameOf(L"two.txt"), L"two.txt");
 }
+
+TEST(Files, HaveRoomOnTheDiskOfAFolderThatIsThere) {
+  const TemporaryFolder folder;
+  EXPECT_GT(roomIn(folder.path()).value_or(0), 0u);
+  EXPECT_FALSE(roomIn(folder / L"missing").has_value());
+}
