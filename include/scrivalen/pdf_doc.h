@@ -128,8 +128,8 @@ class SCRIVALEN_API CPDFdoc {
   /// Lays the document out, writes it and closes it; the file stays open.
   /// @param pageMode  how a reader opens it (PDF 1.4, table 3.16); null is "UseNone". A conforming document leaves out
   ///                  what that table does not have.
-  /// @return 0, or -1 when not everything is in the file: there was no memory for a call, bytes did not reach it, or its
-  ///         handle is the invalid one; 0 without an open document
+  /// @return 0, or -1 when not everything is in the file: there was no memory for a call, bytes did not reach it, or
+  ///         its handle is the invalid one; 0 without an open document
   int EndDoc(const wchar_t* pageMode);
 
   /// Makes documents conforming, or classic again, from the next BegDoc on.

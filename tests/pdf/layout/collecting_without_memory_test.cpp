@@ -171,7 +171,9 @@ TEST(PdfDocWithoutMemory, LeavesTheColumnOfALostCellEmpty) {
         doc.write(L"a");
         doc.EndCell();
       },
-      [](CPDFdoc& doc) { doc.BeginCell({0, 1, 0}); },
+      [](CPDFdoc& doc) {
+        doc.BeginCell({0, 1, 0});
+      },
       [](CPDFdoc& doc) {
         doc.BeginCell({0, 0, 1});
         doc.write(L"c");

@@ -1,9 +1,9 @@
-#include "support/out_of_memory.h"
 #include "scrivalen/output_file.h"
 #include "scrivalen/pdf_doc.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "support/out_of_memory.h"
 #include "support/pdf_structure.h"
 
 #include <gtest/gtest.h>

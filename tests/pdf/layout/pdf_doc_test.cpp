@@ -357,8 +357,8 @@ TEST(PdfDocWrite, PutsABackslashBeforeBracketsAndBackslashes) {
 }
 
 TEST(PdfDocWrite, WritesControlCharactersAsTheyStand) {
-  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, L"a\rb\x01" L"c\x7F\x80"); });
-  EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a\rb\x01" "c\x7F\x80"});
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, L"a\rb\001c\177\200"); });
+  EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a\rb\001c\177\200"});
 }
 
 TEST(PdfDocWrite, FindsWhatNeedsABackslashAnywhereInALongText) {

@@ -1,9 +1,9 @@
-#include "support/out_of_memory.h"
 #include "pdf/layout/pdf_report.h"
 #include "platform/loss.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "support/out_of_memory.h"
 #include "support/pdf_structure.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "pdf/objects/containers.h"
 
-#include "pdf/objects/values.h"
 #include "pdf/objects/signed.h"
+#include "pdf/objects/values.h"
 #include "pdf/objects/written.h"
 #include "support/bytes.h"
 

@@ -148,8 +148,7 @@ TEST(PdfPages, HaveNoMediaBoxOutsideAFile) {
   const FixedClock clock(kNoon);
   std::uint32_t next = 20;
   CPDFPage page(next);
-  EXPECT_TRUE(written(page).ends_with(
-      "/Parent 0 0 R\r\n/LastModified (D20241105120000Z)\r\n>>\r\nendobj\r\n\r\n"));
+  EXPECT_TRUE(written(page).ends_with("/Parent 0 0 R\r\n/LastModified (D20241105120000Z)\r\n>>\r\nendobj\r\n\r\n"));
 }
 
 TEST(PdfPages, StandInTheFileEachWithItsContentBehindIt) {
