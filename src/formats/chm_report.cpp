@@ -7,6 +7,7 @@
 #include "platform/fmt.h"
 #include "platform/help_compiler.h"
 #include "platform/module_path.h"
+#include "platform/system_error.h"
 #include "platform/utf.h"
 
 #include <algorithm>
@@ -62,12 +63,6 @@ std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
   return std::nullopt;
 }
 
-std::wstring lastErrorText() {
-  std::wstring text;
-  CLog::FormatLastError(text);
-  return text;
-}
-
 // Puts a file aside. Answers its new name, beside the old one; nothing when there is none or it cannot be moved. Some
 // systems would move a folder, too.
 std::optional<std::wstring> setAside(const std::wstring& path) {
@@ -93,13 +88,13 @@ std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
   }
   const NativeFile source = openForReading(from);
   if (!source) {
-    return lastErrorText();
+    return systemErrorText(lastSystemError());
   }
   std::optional<std::size_t> size;
   while ((size = readSome(source, chunk.get(), kChunk)).value_or(0) > 0) {
     target.Write(chunk.get(), *size);
   }
-  std::wstring reason = size ? std::wstring() : lastErrorText();
+  std::wstring reason = size ? std::wstring() : systemErrorText(lastSystemError());
   closeFile(source);
   if (!target.Close()) {
     reason = target.WriteError();
@@ -265,7 +260,7 @@ void CHMReport::compile() {
   if (earlier && isMade) {
     deleteFile(*earlier);
   } else if (earlier && !moveReplacing(*earlier, compiled)) {
-    const std::wstring reason = lastErrorText();
+    const std::wstring reason = systemErrorText(lastSystemError());
     noteUntold(FMT::Format(L"The earlier '%s' is called '%s' now. %s", compiled, *earlier, reason));
   }
 }
@@ -286,7 +281,7 @@ void CHMReport::deliver(const std::wstring& compiled) {
     reason = copyInto(compiled, target_);
     deleteFile(compiled);
   } else if (!moveReplacing(compiled, target_)) {
-    reason = lastErrorText();
+    reason = systemErrorText(lastSystemError());
   }
   if (!reason.empty()) {
     noteUntold(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", compiled, target_, reason));

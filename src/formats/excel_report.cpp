@@ -2,7 +2,6 @@
 
 #include "platform/reason.h"
 
-#include <cstddef>
 #include <utility>
 
 using namespace scrivalen::platform;
@@ -10,7 +9,6 @@ using namespace scrivalen::platform;
 namespace {
 
 constexpr const wchar_t* kType = L"String";
-constexpr std::size_t kErrorRoom = 512;
 
 // A flag that is taken back at the end, also when something passes that an override raises.
 class Passing {
@@ -26,7 +24,6 @@ class Passing {
 
 }  // namespace
 
-// There is room for a reason whatever becomes of the memory.
 ExcelReport::ExcelReport() { error_.reserve(kErrorRoom); }
 
 REPORT_ERRORS ExcelReport::Open(const wchar_t* file) {

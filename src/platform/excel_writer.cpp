@@ -31,7 +31,6 @@ namespace {
 constexpr std::size_t kMostWidth = 60;
 constexpr std::size_t kLeastWidth = 9;  // a narrower column gets no width: it is about as wide anyway
 
-constexpr std::size_t kErrorRoom = 512;  // so that there is a reason whatever becomes of the memory
 constexpr const wchar_t* kOpenError = L"File open/create error for '%s'. %s";
 constexpr const wchar_t* kWriteError = L"File write error for '%s'. %s";
 

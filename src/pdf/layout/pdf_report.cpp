@@ -4,6 +4,7 @@
 #include "platform/contain.h"
 #include "platform/loss.h"
 #include "platform/output_buffer.h"
+#include "platform/reason.h"
 #include "platform/utf.h"
 
 #include <algorithm>
@@ -13,8 +14,6 @@
 using namespace scrivalen::platform;
 
 namespace {
-
-constexpr std::size_t kReasonRoom = 128;  // for those that are not the system's
 
 constexpr int kFont = 1;
 constexpr int kBodySize = 8;         // points
@@ -65,8 +64,7 @@ _RGB_COLOR colorNamed(const wchar_t* text) {
 
 }  // namespace
 
-// There is room for a reason whatever becomes of the memory.
-PDFReport::PDFReport() { error_.reserve(kReasonRoom); }
+PDFReport::PDFReport() { error_.reserve(kErrorRoom); }
 
 REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
