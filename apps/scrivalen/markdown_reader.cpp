@@ -14,16 +14,19 @@ struct Reading {
   std::exception_ptr failure;
 };
 
-// The parser is C and passes no exception on: it is asked to stop instead, and the exception goes on behind it.
+constexpr int kGoOn = 0;
+constexpr int kStop = -1;  // the parser takes values above 0 for no reason to stop
+
+// The parser is C and passes no exception on: it is asked to stop, and the exception is raised again after it.
 template <class Call>
 int guarded(void* reading, Call call) {
   auto& state = *static_cast<Reading*>(reading);
   try {
     call(state.listener);
-    return 0;
+    return kGoOn;
   } catch (...) {
     state.failure = std::current_exception();
-    return 1;
+    return kStop;
   }
 }
 

@@ -35,7 +35,11 @@ Output::~Output() {
 }
 
 void Output::open(const DocumentSettings& settings) {
-  if (prepareFile() && !writer_->open(file_, settings)) {
+  if (!prepareFile()) {
+    return;
+  }
+  isOpen_ = writer_->open(file_, settings);
+  if (!isOpen_) {
     fail(inPersonsWords(writer_->error()));
   }
 }

@@ -20,8 +20,9 @@ class Output {
   ~Output();
 
   void open(const DocumentSettings& settings);
+  /// Does nothing unless the output was opened.
   void write(const Event& event) {
-    if (!failed()) {
+    if (isOpen_ && !failed()) {
       writer_->write(event);
     }
   }
@@ -44,6 +45,7 @@ class Output {
   std::wstring file_;    // what is written to
   std::wstring target_;  // what it becomes; empty for a device
   std::string error_;
+  bool isOpen_ = false;
 };
 
 }  // namespace scrivalen::command

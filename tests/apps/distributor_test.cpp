@@ -19,11 +19,15 @@ struct Told {
 
 Told* told = nullptr;
 bool refuses = false;
+bool raises = false;
 
 class RecordingWriter : public DocumentWriter {
  public:
   bool open(const std::wstring&, const DocumentSettings& settings) override {
     told->title = settings.title;
+    if (raises) {
+      throw std::bad_alloc();
+    }
     return !refuses;
   }
   void write(const Event& event) override { told->events.write(event); }
@@ -39,6 +43,7 @@ class DistributorTest : public testing::Test {
   DistributorTest() {
     told = &told_;
     refuses = false;
+    raises = false;
     outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("out.rec")));
     plan_.settings.title = L"File";
     plan_.titleFromHeading = true;
@@ -114,6 +119,17 @@ TEST_F(DistributorTest, StopsSomeTimeAfterTheLastOutputFailed) {
   }
   EXPECT_THROW(distribute(markdown), NoOutputLeft);
   EXPECT_EQ(outputs_[0]->error(), "refused");
+  EXPECT_EQ(told_.events.lines(), Lines());
+}
+
+TEST_F(DistributorTest, WritesToNoOutputAfterOneRaisedInsteadOfOpening) {
+  raises = true;
+  outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("never.rec")));
+  Distributor distributor(outputs_, plan_);
+  EXPECT_THROW(readMarkdown("# text\n\nmore", distributor), std::bad_alloc);
+  for (const auto& output : outputs_) {
+    output->write({.kind = EventKind::Rule});
+  }
   EXPECT_EQ(told_.events.lines(), Lines());
 }
 

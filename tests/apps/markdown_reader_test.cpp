@@ -128,5 +128,20 @@ TEST(MarkdownReader, LetsWhatItsListenerRaisesThrough) {
   EXPECT_THROW(readMarkdown("text", sink), std::runtime_error);
 }
 
+TEST(MarkdownReader, StopsAtWhatItsListenerRaises) {
+  struct Raising : EventSink {
+    void write(const Event&) override {
+      ++events;
+      throw std::runtime_error("enough");
+    }
+    int events = 0;
+  } sink;
+  for (const std::string_view text : {"a\n\nb", "# a\n\nb", "- a\n- b", "| a |\n|---|\n| b |", "`a` *b*\n\n[c](d)"}) {
+    sink.events = 0;
+    EXPECT_THROW(readMarkdown(text, sink), std::runtime_error);
+    EXPECT_EQ(sink.events, 1) << text;
+  }
+}
+
 }  // namespace
 }  // namespace scrivalen::command::test
