@@ -5,8 +5,8 @@
 #include "platform/contain.h"
 #include "platform/files.h"
 #include "platform/fmt.h"
-#include "platform/help_compiler.h"
 #include "platform/module_path.h"
+#include "platform/process.h"
 #include "platform/system_error.h"
 #include "platform/utf.h"
 
@@ -100,6 +100,11 @@ std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
     reason = target.WriteError();
   }
   return reason;
+}
+
+std::wstring howItEnded(const ProcessResult& run) {
+  return run.signal != 0 ? FMT::Format(L"It was ended by signal %d.", run.signal)
+                         : FMT::Format(L"It ended with status %d.", run.exitStatus);
 }
 
 }  // namespace
@@ -245,13 +250,13 @@ void CHMReport::compile() {
   project_.writeContents(folder_ + kContentsName);
   project_.compile(folder_ + kProjectName);
   if (!project_.failure.empty()) {
-    noteUntold(project_.failure);
+    reportProjectFailure();
   }
   const bool isMade = !isBlocked && pathExists(compiled) && project_.failure.empty();
   if (!isMade && !isBlocked && project_.failure.empty()) {
     noteNothingMade(compiled);
   }
-  for (const std::wstring& message : project_.messages) {
+  for (const std::wstring& message : project_.run.messages) {
     CLog::Bug2(message);
   }
   if (isMade) {
@@ -265,14 +270,22 @@ void CHMReport::compile() {
   }
 }
 
+void CHMReport::reportProjectFailure() {
+  if (project_.isFailureLogged) {
+    noteFailure(project_.failure);
+  } else {
+    noteUntold(project_.failure);
+  }
+}
+
 // What the compiler says last is why it gives up.
 void CHMReport::noteNothingMade(const std::wstring& compiled) {
-  std::wstring reason(kHelpCompilerAdvice);
-  if (!project_.messages.empty()) {
-    reason = project_.messages.back();
-    project_.messages.pop_back();
+  std::wstring reason = FMT::Format(L"The help compiler left no '%s'. %s", compiled, howItEnded(project_.run));
+  if (std::vector<std::wstring>& messages = project_.run.messages; !messages.empty()) {
+    reason += L' ' + messages.back();
+    messages.pop_back();
   }
-  noteUntold(FMT::Format(L"The help compiler left no '%s'. %s", compiled, reason));
+  noteUntold(reason);
 }
 
 void CHMReport::deliver(const std::wstring& compiled) {

@@ -69,6 +69,7 @@ class CHMReport final : public AReport {
   void disownPage(const std::wstring& path);
   void preparePage(const std::wstring& path, const wchar_t* title);
   void compile();
+  void reportProjectFailure();
   void noteNothingMade(const std::wstring& compiled);
   void deliver(const std::wstring& compiled);
   void noteFailure(const std::wstring& reason);

@@ -8,7 +8,6 @@
 #include "platform/host.h"
 #include "platform/html.h"
 #include "platform/module_path.h"
-#include "platform/process.h"
 #include "platform/utf.h"
 
 #include <algorithm>
@@ -113,8 +112,9 @@ void CCHM::writeProject(const std::wstring& path, std::wstring_view defaultTopic
     }
     bytes += toBytes(file + L'\n');
   }
+  std::wstring written = path;  // needs no memory once the file is there, so that it is deleted in any case
   if (writeFile(path, bytes)) {
-    projectPath = path;
+    projectPath.swap(written);
   }
 }
 
@@ -133,53 +133,57 @@ void CCHM::writeContents(const std::wstring& path) {
   for (const ContentsEntry& entry : topics) {
     toBytes(entry.name, loss);
   }
+  std::wstring written = path;
   if (writeFile(path, toBytes(text))) {
-    contentsPath = path;
+    contentsPath.swap(written);
   }
 }
 
-// Answers whether the file could be opened. What then is lost in writing the file logs itself.
+// Returns whether the file could be opened. What then is lost in writing, the file logs itself.
 bool CCHM::writeFile(const std::wstring& path, std::string_view bytes) {
   ReportFile file;
   if (!file.Open(path.c_str())) {
-    noteFailure(FMT::Format(L"File open/create error for '%s'. %s", path, file.Error()));
+    noteFailure(FMT::Format(L"File open/create error for '%s'. %s", path, file.Error()), false);
     return false;
   }
   file.Write(bytes.data(), bytes.size());
   if (!file.Close()) {
-    noteFailure(FMT::Format(L"File write error for '%s'. %s", path, file.WriteError()));
+    noteFailure(FMT::Format(L"File write error for '%s'. %s", path, file.WriteError()), true);
   }
   return true;
 }
 
 int CCHM::compile(const std::wstring& project) {
-  if (failure.empty() || !pathExists(project)) {
-    runCompiler(project);
-  }
+  runCompiler(project);
   deleteWorkingFiles();
   return 1;
 }
 
 void CCHM::runCompiler(const std::wstring& project) {
-  ProcessResult run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project});
-  messages = std::move(run.messages);
+  if (!failure.empty() && pathExists(project)) {
+    return;
+  }
+  run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project});
   if (!run.started) {
-    tellNotStarted(run);
+    reportNotStarted();
   }
 }
 
-void CCHM::tellNotStarted(const ProcessResult& run) {
+void CCHM::reportNotStarted() {
   std::wstring message;
   const auto error = CLog::FormatLastError(message, run.error);
   message.erase(message.find_last_not_of(L"\r\n") + 1);
   const std::wstring text = FMT::Format(L"Run Compiler: %s\nError: %d\nMessage:%s\n", run.commandLine, error, message);
-  showErrorBox(L"Help Compiler Error!", text.c_str());
+  if (!isErrorBoxLogged()) {
+    showErrorBox(L"Help Compiler Error!", text.c_str());
+  }
   CLog::Bug(L"HHC Error!", L"CHM", kBugLine, text);
   noteFailure(
-      FMT::Format(L"The help compiler could not be started: %s %s %s", run.commandLine, message, kHelpCompilerAdvice));
+      FMT::Format(L"The help compiler could not be started: %s %s %s", run.commandLine, message, kHelpCompilerAdvice),
+      true);
 }
 
-void CCHM::deleteWorkingFiles() {
+void CCHM::deleteWorkingFiles() noexcept {
   for (const std::wstring& file : files) {
     if (std::find(foreignFiles.begin(), foreignFiles.end(), file) == foreignFiles.end()) {
       deleteFile(file);
@@ -193,9 +197,10 @@ void CCHM::deleteWorkingFiles() {
   }
 }
 
-void CCHM::noteFailure(const std::wstring& reason) {
+void CCHM::noteFailure(const std::wstring& reason, bool isLogged) {
   if (failure.empty()) {
     failure = reason;
+    isFailureLogged = isLogged;
   }
 }
 
@@ -204,6 +209,7 @@ void CCHM::reset() {
   topics.clear();
   foreignFiles.clear();
   failure.clear();
-  messages.clear();
+  isFailureLogged = false;
+  run = {};
   loss.reset();
 }

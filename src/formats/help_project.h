@@ -1,15 +1,12 @@
 #pragma once
 
 #include "platform/loss.h"
+#include "platform/process.h"
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
-
-namespace scrivalen::platform {
-struct ProcessResult;
-}
 
 namespace scrivalen::formats {
 
@@ -41,12 +38,15 @@ class CCHM {
   void writeProject(const std::wstring& path, std::wstring_view defaultTopic);
   /// Writes the contents file; nothing, and `contentsPath` stays as it is, when it cannot be opened.
   void writeContents(const std::wstring& path);
-  /// Runs the compiler, waits for its end and deletes the topics' files, the project and the contents file. A compiler
-  /// that does not start is told in an error box and in the log. It is not run on a project that stands there although
-  /// something went wrong: that is another report's, or incomplete.
+  /// Runs the compiler and then deletes the working files.
   /// @return 1
   int compile(const std::wstring& project);
-  /// Forgets the files, the topics, what went wrong with them and what the compiler said.
+  /// Runs the compiler and waits for its end. A compiler that cannot be started is reported in an error box and in the
+  /// log. It is not run when the project is another report's or incomplete.
+  void runCompiler(const std::wstring& project);
+  /// Deletes the topics' files, the project and the contents file.
+  void deleteWorkingFiles() noexcept;
+  /// Forgets the files, the topics, what went wrong with them and how the compiler ended.
   void reset();
 
   std::wstring title;
@@ -59,15 +59,15 @@ class CCHM {
   std::vector<std::wstring> foreignFiles;
   /// What went wrong first; empty when nothing did.
   std::wstring failure;
-  /// What the compiler said, a line each, where the system lets that be read.
-  std::vector<std::wstring> messages;
+  /// Whether the log has that already.
+  bool isFailureLogged = false;
+  /// How the compiler ended and what it said.
+  scrivalen::platform::ProcessResult run;
   /// What the code page lacks of the title and of the topics' names.
   scrivalen::platform::LossCounter loss;
 
  private:
   bool writeFile(const std::wstring& path, std::string_view bytes);
-  void runCompiler(const std::wstring& project);
-  void noteFailure(const std::wstring& reason);
-  void tellNotStarted(const scrivalen::platform::ProcessResult& run);
-  void deleteWorkingFiles();
+  void noteFailure(const std::wstring& reason, bool isLogged);
+  void reportNotStarted();
 };

@@ -44,6 +44,8 @@ void sendToLog(const wchar_t* line) { logHandler.load()(line); }
 
 void showErrorBox(const wchar_t* title, const wchar_t* text) { errorBoxHandler.load()(title, text); }
 
+bool isErrorBoxLogged() { return !kHasMessageBox && errorBoxHandler.load() == &showSystemMessageBox; }
+
 std::int64_t currentTime() { return clockHandler.load()(); }
 
 }  // namespace platform

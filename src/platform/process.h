@@ -10,6 +10,7 @@ struct ProcessResult {
   bool started = false;
   std::uint32_t error = 0;   ///< the system's number when it was not started
   int exitStatus = 0;        ///< when it was started; -1 when a signal ended it
+  int signal = 0;            ///< the signal that ended it; 0 when none did
   std::wstring commandLine;  ///< what was run, each argument in double quotes
   /// The lines that it wrote to its standard error, of the first 4 KiB. None on Windows, where it gets no handles.
   std::vector<std::wstring> messages;

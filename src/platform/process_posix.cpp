@@ -28,14 +28,19 @@ std::wstring quoted(const std::vector<std::wstring>& arguments) {
   return line;
 }
 
-int waitFor(pid_t process) {
+void waitFor(pid_t process, ProcessResult& result) {
+  result.exitStatus = -1;
   int status = 0;
   while (::waitpid(process, &status, 0) < 0) {
     if (errno != EINTR) {
-      return -1;
+      return;
     }
   }
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  if (WIFEXITED(status)) {
+    result.exitStatus = WEXITSTATUS(status);
+  } else if (WIFSIGNALED(status)) {
+    result.signal = WTERMSIG(status);
+  }
 }
 
 // What one end writes, the other reads; both are closed in programs that are started.
@@ -141,7 +146,7 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments) {
   result.started = true;
   said.closeWritingEnd();
   said.readAll(messages);
-  result.exitStatus = waitFor(process);
+  waitFor(process, result);
   result.messages = linesOf(std::string_view(messages).substr(0, kMostMessages));
   return result;
 }

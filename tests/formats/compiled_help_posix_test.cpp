@@ -339,9 +339,10 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsMissing) {
   help.topic(L"b.htm", L"B", L"two");
   fs::remove(fs::path(help.folder / L"b.htm"));
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
-  EXPECT_EQ(help.report.GetError(), L"The help compiler left no '" +
-                                        help.folder / L"report.chm'. hhc.exe: there is no topic '" +
-                                        help.folder / L"b.htm'");
+  EXPECT_EQ(help.report.GetError(),
+            L"The help compiler left no '" +
+                help.folder / L"report.chm'. It ended with status 1. hhc.exe: there is no topic '" +
+                help.folder / L"b.htm'");
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{help.report.GetError()});
   EXPECT_EQ(help.leftovers(), 0u);
 }
@@ -358,7 +359,8 @@ TEST(HelpThatIsNotCompiled, TellsWhyATopicHasNoPage) {
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(help.report.GetError(), reason);
   EXPECT_EQ(log.lines(),
-            (std::vector<std::wstring>{reason, L"The help compiler left no '" + help.folder / L"report.chm'. " +
+            (std::vector<std::wstring>{reason, L"The help compiler left no '" +
+                                                   help.folder / L"report.chm'. It ended with status 1. " +
                                                    L"hhc.exe: there is no topic '" + help.folder / L"b.htm'"}));
   EXPECT_EQ(help.leftovers(), 1u);
   EXPECT_TRUE(fs::is_directory(fs::path(help.folder / L"b.htm")));
@@ -381,9 +383,10 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedWithAnUnusedByteOfTheC
   EXPECT_EQ(help.open(), REPORT_OK);
   help.topic(L"\x81.htm", L"A", L"one");
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
-  EXPECT_EQ(help.report.GetError(), L"The help compiler left no '" +
-                                        help.folder / L"report.chm'. hhc.exe: the name of a topic in '" +
-                                        help.folder / L"report.hhp' is not Windows-1252");
+  EXPECT_EQ(help.report.GetError(),
+            L"The help compiler left no '" +
+                help.folder / L"report.chm'. It ended with status 1. hhc.exe: the name of a topic in '" +
+                help.folder / L"report.hhp' is not Windows-1252");
   EXPECT_EQ(help.leftovers(), 0u);
 }
 

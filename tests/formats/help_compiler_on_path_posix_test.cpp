@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -63,6 +64,16 @@ TEST(HelpCompilerOnThePath, IsWaitedForHoweverItEnds) {
   const CompilerOnPath compiler("kill -9 $$\n");
   EXPECT_EQ(writeReport(folder), REPORT_FILE_ERROR);
   EXPECT_EQ(bytesOf(folder / L"help.chm"), "done");
+  EXPECT_TRUE(log.lines().back().ends_with(L"report.chm'. It was ended by signal 9.")) << log.lines().back().c_str();
+}
+
+TEST(HelpCompilerOnThePath, IsLoggedOnceWhenThereIsNoneAndTheHostShowsNoErrors) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  EXPECT_EQ(writeReport(folder), REPORT_FILE_ERROR);
+  const auto isOfTheCompiler = [](const std::wstring& line) { return line.find(L"hhc.exe") != std::wstring::npos; };
+  EXPECT_EQ(std::count_if(log.lines().begin(), log.lines().end(), isOfTheCompiler), 1);
+  EXPECT_TRUE(log.lines().back().starts_with(L"HHC Error! CHM(156): Run Compiler: \"hhc.exe\" "));
 }
 
 TEST(HelpCompilerOnThePath, DoesNotInheritTheReportsOwnFiles) {

@@ -21,7 +21,9 @@ TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
 
 TEST(RunProgram, AnswersTheStatusOfAProgramThatFails) {
   EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).exitStatus, 7);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).signal, 0);
   EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -9 $$"}).exitStatus, -1);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -9 $$"}).signal, 9);
 }
 
 TEST(RunProgram, KeepsTheLinesOfAProgramsStandardError) {
