@@ -63,21 +63,7 @@ std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
   return std::nullopt;
 }
 
-// Puts a file aside. Answers its new name, beside the old one; nothing when there is none or it cannot be moved. Some
-// systems would move a folder, too.
-std::optional<std::wstring> setAside(const std::wstring& path) {
-  if (!pathExists(path) || isFolder(path)) {
-    return std::nullopt;
-  }
-  auto beside = createFileBeside(path);
-  if (beside && !moveReplacing(path, *beside)) {
-    deleteFile(*beside);
-    beside.reset();
-  }
-  return beside;
-}
-
-// Writes a file into a device or a pipe, whose place a file moved there would take. Answers why that failed; an empty
+// Writes a file into a device or a pipe, whose place a file moved there would take. Returns why that failed; an empty
 // text when it did not.
 std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
   constexpr std::size_t kChunk = 65536;
@@ -108,6 +94,56 @@ std::wstring howItEnded(const ProcessResult& run) {
 }
 
 }  // namespace
+
+// The compiler's own output, and a file of that name from an earlier run. The earlier file is renamed, so that it is
+// never taken for this report's, and gets its name back unless it is discarded.
+class CHMReport::Compiled {
+ public:
+  Compiled() = default;
+  Compiled(const Compiled&) = delete;
+  Compiled& operator=(const Compiled&) = delete;
+  ~Compiled() { restoreEarlier(); }
+
+  // Some systems would rename a folder, too.
+  void setName(const std::wstring& path) {
+    path_ = path;
+    if (pathExists(path) && !isFolder(path)) {
+      earlier_ = createFileBeside(path);
+    }
+    if (earlier_ && !moveReplacing(path, *earlier_)) {
+      deleteFile(*earlier_);
+      earlier_.reset();
+    }
+    isBlocked_ = pathExists(path);
+  }
+
+  const std::wstring& path() const { return path_; }
+  // Whether something of that name could not be renamed.
+  bool isBlocked() const { return isBlocked_; }
+  bool isMade() const { return !isBlocked_ && pathExists(path_); }
+  const std::optional<std::wstring>& earlier() const { return earlier_; }
+
+  void discardEarlier() {
+    if (earlier_) {
+      deleteFile(*earlier_);
+      earlier_.reset();
+    }
+  }
+
+  // Returns false when the earlier file keeps its new name.
+  bool restoreEarlier() noexcept {
+    const bool isRestored = !earlier_ || contained(false, [&] { return moveReplacing(*earlier_, path_); });
+    if (isRestored) {
+      earlier_.reset();
+    }
+    return isRestored;
+  }
+
+ private:
+  std::wstring path_;
+  std::optional<std::wstring> earlier_;  // its new name
+  bool isBlocked_ = false;
+};
 
 void CHMReport::Page::setTitle(const wchar_t* title) {
   properties_.clear();
@@ -144,21 +180,16 @@ REPORT_ERRORS CHMReport::BeginSubDocument(const wchar_t* folder, const wchar_t* 
     const std::wstring path = orEmpty(folder) + std::wstring(orEmpty(file));
     if (const auto reason = whyNoTopic(path)) {
       error_ = *reason;
-      noteUntold(error_);
+      reportFailure(error_);
       return REPORT_FILE_ERROR;
     }
     folder_ = orEmpty(folder);
     addTopic(path, title);
     preparePage(path, title);
-    std::wstring opened = path;
-    const REPORT_ERRORS result = page_.Open();
-    if (result == REPORT_OK) {
-      openTopic_.swap(opened);
-      claimPage(path);
-    } else {
+    const REPORT_ERRORS result = openPage(path);
+    if (result != REPORT_OK) {
       error_ = page_.GetError();
-      noteUntold(error_);
-      disownPage(path);
+      reportFailure(error_);
     }
     return result;
   });
@@ -169,11 +200,19 @@ void CHMReport::addTopic(const std::wstring& path, const wchar_t* title) {
     defaultTopic_ = path;
     firstTopicPending_ = false;
   }
+  disownPage(path);
   project_.files.push_back(path);
   project_.addTopic(orEmpty(title), path);
 }
 
-// A topic that was refused before may stand there, too. A device is nobody's to delete.
+// Until the page is open, a file of its path is somebody else's, unless an earlier topic put it there.
+void CHMReport::disownPage(const std::wstring& path) {
+  if (std::count(project_.files.begin(), project_.files.end(), path) == 0) {
+    project_.foreignFiles.push_back(path);
+  }
+}
+
+// A device is nobody's to delete.
 void CHMReport::claimPage(const std::wstring& path) {
   std::erase(project_.foreignFiles, path);
   if (isSpecialFile(path)) {
@@ -181,11 +220,21 @@ void CHMReport::claimPage(const std::wstring& path) {
   }
 }
 
-// What stands there is no page of this report, unless an earlier topic put it there.
-void CHMReport::disownPage(const std::wstring& path) {
-  if (std::count(project_.files.begin(), project_.files.end(), path) == 1) {
-    project_.foreignFiles.push_back(path);
+// A page that was created but could not be begun is this report's, too.
+REPORT_ERRORS CHMReport::openPage(const std::wstring& path) {
+  std::wstring opened = path;
+  const bool wasOpen = page_.isOpen();
+  const REPORT_ERRORS result = page_.Open();
+  const bool isCreated = page_.isOpen() && !wasOpen;
+  if (result == REPORT_OK) {
+    openTopic_.swap(opened);
+  } else if (isCreated) {
+    page_.Close();
   }
+  if (isCreated) {
+    claimPage(path);
+  }
+  return result;
 }
 
 // A template takes the title as it stands, the plain head quotes it.
@@ -203,7 +252,7 @@ void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
 
 void CHMReport::EndSubDocument() {
   if (page_.Close() != REPORT_OK) {
-    contained([&] { noteFailure(page_.GetError()); });
+    contained([&] { keepFailure(page_.GetError()); });
   }
   openTopic_.clear();
 }
@@ -218,96 +267,113 @@ void CHMReport::SetReportOption(REPORT_OPTION option, int value) {
   }
 }
 
+// The pages are deleted whatever happens. That of a topic which was not ended is open until the compiler has run; some
+// systems delete no open file.
 REPORT_ERRORS CHMReport::Close() {
   if (openFlag_ == 0) {
     return REPORT_OK;
   }
   openFlag_ = 0;
-  return contained(REPORT_FILE_ERROR, [&] {
+  Compiled compiled;
+  const bool isRun = contained(false, [&] {
     if (!openTopic_.empty()) {
-      noteUntold(FMT::Format(L"The topic '%s' was not ended.", openTopic_));
+      reportFailure(FMT::Format(L"The topic '%s' was not ended.", openTopic_));
     }
-    compile();
+    hadTarget_ = pathExists(target_);
+    compile(compiled);
+    return true;
+  });
+  page_.Close();
+  openTopic_.clear();
+  project_.deleteWorkingFiles();
+  return contained(REPORT_FILE_ERROR, [&] {
+    if (isRun) {
+      finish(compiled);
+    }
     logLoss(target_, project_.loss);
     if (failure_.empty()) {
-      return REPORT_OK;
+      return isRun ? REPORT_OK : REPORT_FILE_ERROR;
     }
     error_ = failure_;
     return REPORT_FILE_ERROR;
   });
 }
 
-// A help file of an earlier run is put aside, so that it never passes for this report's, and put back when this run
-// makes none.
-void CHMReport::compile() {
-  const std::wstring compiled = folder_ + kCompiledName;
-  const std::optional<std::wstring> earlier = setAside(compiled);
-  const bool isBlocked = pathExists(compiled);
-  if (isBlocked) {
-    noteUntold(FMT::Format(L"'%s' is in the way of the help compiler and cannot be moved.", compiled));
+void CHMReport::compile(Compiled& compiled) {
+  compiled.setName(folder_ + kCompiledName);
+  if (compiled.isBlocked()) {
+    reportFailure(FMT::Format(L"'%s' is in the way of the help compiler and cannot be moved.", compiled.path()));
   }
   project_.writeProject(folder_ + kProjectName, defaultTopic_);
   project_.writeContents(folder_ + kContentsName);
-  project_.compile(folder_ + kProjectName);
+  project_.runCompiler(folder_ + kProjectName);
+}
+
+void CHMReport::finish(Compiled& compiled) {
+  const bool isMade = compiled.isMade() && project_.failure.empty();
   if (!project_.failure.empty()) {
     reportProjectFailure();
-  }
-  const bool isMade = !isBlocked && pathExists(compiled) && project_.failure.empty();
-  if (!isMade && !isBlocked && project_.failure.empty()) {
-    noteNothingMade(compiled);
+  } else if (!isMade && !compiled.isBlocked()) {
+    reportNothingMade(compiled.path());
   }
   for (const std::wstring& message : project_.run.messages) {
     CLog::Bug2(message);
   }
-  if (isMade) {
-    deliver(compiled);
+  if (isMade && isToBeDelivered()) {
+    deliver(compiled.path());
+    compiled.discardEarlier();
+  } else if (isMade) {
+    deleteFile(compiled.path());
+    CLog::Bug2(FMT::Format(L"'%s' is left as it was, because the new help file is incomplete.", target_));
   }
-  if (earlier && isMade) {
-    deleteFile(*earlier);
-  } else if (earlier && !moveReplacing(*earlier, compiled)) {
+  if (!compiled.restoreEarlier()) {
     const std::wstring reason = systemErrorText(lastSystemError());
-    noteUntold(FMT::Format(L"The earlier '%s' is called '%s' now. %s", compiled, *earlier, reason));
+    reportFailure(
+        FMT::Format(L"The earlier '%s' is called '%s' now. %s", compiled.path(), *compiled.earlier(), reason));
   }
 }
 
 void CHMReport::reportProjectFailure() {
   if (project_.isFailureLogged) {
-    noteFailure(project_.failure);
+    keepFailure(project_.failure);
   } else {
-    noteUntold(project_.failure);
+    reportFailure(project_.failure);
   }
 }
 
 // What the compiler says last is why it gives up.
-void CHMReport::noteNothingMade(const std::wstring& compiled) {
-  std::wstring reason = FMT::Format(L"The help compiler left no '%s'. %s", compiled, howItEnded(project_.run));
+void CHMReport::reportNothingMade(const std::wstring& path) {
+  std::wstring reason = FMT::Format(L"The help compiler left no '%s'. %s", path, howItEnded(project_.run));
   if (std::vector<std::wstring>& messages = project_.run.messages; !messages.empty()) {
     reason += L' ' + messages.back();
     messages.pop_back();
   }
-  noteUntold(reason);
+  reportFailure(reason);
 }
 
-void CHMReport::deliver(const std::wstring& compiled) {
+// An incomplete help file is better than none, but no better than the one that is there.
+bool CHMReport::isToBeDelivered() const { return failure_.empty() || !hadTarget_; }
+
+void CHMReport::deliver(const std::wstring& path) {
   std::wstring reason;
   if (isSpecialFile(target_)) {
-    reason = copyInto(compiled, target_);
-    deleteFile(compiled);
-  } else if (!moveReplacing(compiled, target_)) {
+    reason = copyInto(path, target_);
+    deleteFile(path);
+  } else if (!moveReplacing(path, target_)) {
     reason = systemErrorText(lastSystemError());
   }
   if (!reason.empty()) {
-    noteUntold(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", compiled, target_, reason));
+    reportFailure(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", path, target_, reason));
   }
 }
 
-void CHMReport::noteFailure(const std::wstring& reason) {
+void CHMReport::keepFailure(const std::wstring& reason) {
   if (failure_.empty()) {
     failure_ = reason;
   }
 }
 
-void CHMReport::noteUntold(const std::wstring& reason) {
+void CHMReport::reportFailure(const std::wstring& reason) {
   CLog::Bug2(reason);
-  noteFailure(reason);
+  keepFailure(reason);
 }

@@ -15,8 +15,10 @@ class CHMReport final : public AReport {
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
   /// Creates no file yet.
   REPORT_ERRORS Open(const wchar_t* file) override;
+  /// Deletes the pages, also that of a topic that was not ended. A help file from which something is missing does not
+  /// replace a file.
   /// @return REPORT_FILE_ERROR, with the reason in GetError and the log, when the compiler could not be started, when
-  ///         it left no help file, when that could not be moved, or when a page is not whole
+  ///         it left no help file, when that could not be moved, or when a page is missing or incomplete
   REPORT_ERRORS Close() override;
   std::wstring Quoting(const std::wstring& text) override { return page_.Quoting(text); }
   /// Quotes every text, markup too, unless the report is conforming.
@@ -62,18 +64,24 @@ class CHMReport final : public AReport {
    public:
     /// Makes the title the only property of the next page; null gives it none.
     void setTitle(const wchar_t* title);
+    bool isOpen() const { return openFlag_ != 0; }
   };
 
+  class Compiled;
+
   void addTopic(const std::wstring& path, const wchar_t* title);
-  void claimPage(const std::wstring& path);
   void disownPage(const std::wstring& path);
+  void claimPage(const std::wstring& path);
+  REPORT_ERRORS openPage(const std::wstring& path);
   void preparePage(const std::wstring& path, const wchar_t* title);
-  void compile();
+  void compile(Compiled& compiled);
+  void finish(Compiled& compiled);
   void reportProjectFailure();
-  void noteNothingMade(const std::wstring& compiled);
-  void deliver(const std::wstring& compiled);
-  void noteFailure(const std::wstring& reason);
-  void noteUntold(const std::wstring& reason);
+  void reportNothingMade(const std::wstring& path);
+  bool isToBeDelivered() const;
+  void deliver(const std::wstring& path);
+  void keepFailure(const std::wstring& reason);
+  void reportFailure(const std::wstring& reason);
 
   std::wstring target_;
   std::wstring defaultTopic_;
@@ -84,5 +92,6 @@ class CHMReport final : public AReport {
   std::wstring openTopic_;       // the page that is open; empty when none is
   bool conforming_ = false;      // what the option asks for
   bool openConforming_ = false;  // what the open report is
+  bool hadTarget_ = false;       // whether there was a file at the target when the compiler was started
   std::wstring failure_;         // what went wrong first
 };

@@ -64,6 +64,18 @@ TEST_P(MultiReportChildOnAFullDisk, IsNotTheOneToldWhenOneBeforeItFails) {
 INSTANTIATE_TEST_SUITE_P(Each, MultiReportChildOnAFullDisk, testing::ValuesIn(fileFormats()), nameOf);
 
 TEST(MultiReportClear, NeitherWritesNorClosesThePageOfATopicThatWasNotEnded) {
+  const ChildFiles files;
+  MultiReport report;
+  files.add(report, childFormats().back());
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  EXPECT_EQ(files.beginTopic(report), REPORT_OK);
+  report.Text(L"not flushed", PARAGRAPH_NORMAL, L"", 0);
+  report.Clear();
+  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(files.topic())), 0u);
+  EXPECT_TRUE(isHeld(files.topic()));
+}
+
+TEST(MultiReportClose, ReleasesThePageOfATopicThatWasNotEnded) {
   const CapturedLog log;
   const ChildFiles files;
   const std::wstring sameFile = files.folder / L"page";  // the page's own name is deleted with the topics
@@ -72,10 +84,8 @@ TEST(MultiReportClear, NeitherWritesNorClosesThePageOfATopicThatWasNotEnded) {
   EXPECT_EQ(report.Open(), REPORT_OK);
   EXPECT_EQ(files.beginTopic(report), REPORT_OK);
   std::filesystem::create_hard_link(std::filesystem::path(files.topic()), std::filesystem::path(sameFile));
-  report.Text(L"not flushed", PARAGRAPH_NORMAL, L"", 0);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(report.GetError(), L"The topic '" + files.topic() + L"' was not ended.");
+  EXPECT_FALSE(isHeld(sameFile));
   report.Clear();
-  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(sameFile)), 0u);
-  EXPECT_TRUE(isHeld(sameFile));
 }

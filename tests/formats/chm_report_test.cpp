@@ -452,6 +452,62 @@ TEST(ChmReportThatFails, DoesNotTakeAnEarlierFileForTheCompilers) {
   EXPECT_EQ(help.leftovers().size(), 2u);
 }
 
+TEST(ChmReportThatFails, KeepsAGoodHelpFileWhenATopicIsMissing) {
+  for (const wchar_t* target : {L"help.chm", L"report.chm"}) {
+    const CapturedLog log;
+    InFolder help;
+    help.target = help.folder / target;
+    writeBytes(help.target, "earlier");
+    makeFolder(help.folder / L"a.htm");
+    EXPECT_EQ(help.report.Open(help.target.c_str()), REPORT_OK);
+    EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_FILE_ERROR);
+    const std::wstring reason = help.report.GetError();
+    std::filesystem::remove(std::filesystem::path(help.folder / L"a.htm"));
+    writeBytes(help.folder / L"a.htm", "somebody else's");
+    writeTopic(help, L"b.htm", L"B", L"two");
+    EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+    EXPECT_EQ(help.report.GetError(), reason);
+    EXPECT_EQ(log.lines(),
+              (Names{reason, L"'" + help.target + L"' is left as it was, because the new help file is incomplete."}));
+    EXPECT_EQ(bytesOf(help.target), "earlier");
+    EXPECT_EQ(help.leftovers().size(), 2u);
+  }
+}
+
+TEST(ChmReportThatFails, KeepsAGoodHelpFileWhenATopicWasRefused) {
+  const CapturedLog log;
+  InFolder help;
+  writeBytes(help.target, "earlier");
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"report.hhp", L"A"), REPORT_FILE_ERROR);
+  writeTopic(help, L"b.htm", L"B", L"two");
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(bytesOf(help.target), "earlier");
+  EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
+}
+
+TEST(ChmReportThatFails, KeepsAGoodHelpFileWhenATopicWasNotEnded) {
+  const CapturedLog log;
+  InFolder help;
+  writeBytes(help.target, "earlier");
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_OK);
+  help.report.Text(L"text", PARAGRAPH_NORMAL, L"", 0);
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(bytesOf(help.target), "earlier");
+  EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
+}
+
+TEST(ChmReportThatFails, MakesAnIncompleteHelpFileWhereThereIsNone) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"report.hhp", L"A"), REPORT_FILE_ERROR);
+  writeTopic(help, L"b.htm", L"B", L"two");
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.page(L"b.htm"), "<title>%TITLE%</title>\n<p>two</p>\n<hr>\n");
+}
+
 TEST(ChmReportThatFails, TellsWhenTheHelpFileCannotBeMoved) {
   const CapturedLog log;
   InFolder help;
@@ -604,6 +660,20 @@ TEST(ChmReportThatFails, TellsOfATopicThatWasNotEnded) {
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   writeTopic(help, L"b.htm", L"B", L"two");
   EXPECT_EQ(help.report.Close(), REPORT_OK);
+}
+
+TEST(ChmReportThatFails, ReleasesATopicThatWasNotEnded) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_OK);
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_FALSE(exists(help.folder / L"a.htm"));
+  help.target = help.folder / L"second.chm";
+  EXPECT_EQ(help.report.Open(help.target.c_str()), REPORT_OK);
+  writeTopic(help, L"b.htm", L"B", L"two");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(help.page(L"b.htm"), "<title>%TITLE%</title>\n<p>two</p>\n<hr>\n");
 }
 
 TEST(ChmReportThatFails, NamesTheTopicThatWasNotEndedThoughAnotherWasRefused) {
