@@ -161,13 +161,19 @@ void writeLedger(AReport& report) {
   }
 }
 
+// The library takes wide paths; the standard library's own conversion goes by the locale on some systems.
+std::wstring wide(const std::filesystem::path& path) {
+  const std::u8string utf8 = path.u8string();
+  return scrivalen::FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
+}
+
 // Opening may fail half way, and Close is where a full disk is told: both answers count. Close ends what was opened,
 // also after a failed opening; Clear then releases the reports.
 bool writeFiles(const std::filesystem::path& folder) {
   MultiReport report;
-  report.AddReport(FORMAT_HTML, (folder / "ledger.html").wstring().c_str(), L"default.htm");
-  report.AddReport(FORMAT_XML, (folder / "ledger.xml").wstring().c_str(), nullptr);
-  report.AddReport(FORMAT_TEXT, (folder / "ledger.txt").wstring().c_str(), nullptr);
+  report.AddReport(FORMAT_HTML, wide(folder / "ledger.html").c_str(), L"default.htm");
+  report.AddReport(FORMAT_XML, wide(folder / "ledger.xml").c_str(), nullptr);
+  report.AddReport(FORMAT_TEXT, wide(folder / "ledger.txt").c_str(), nullptr);
   // Only reports that are there already hear of these.
   report.AddProperty(L"%TITLE%", quoted(L"Ledger of Smith & Sons").c_str());
   report.SetColumnSeparator(L"; ");

@@ -2,8 +2,9 @@
 //
 //   seven_formats [FOLDER]
 //
-// It writes fleet.txt, fleet.html, fleet.xml, fleet.rtf, fleet.pdf, fleet.xlsx and fleet.chm into the folder, which must
-// exist. The help file needs a compiler, see the guide; without one the program says so, and the other six are there.
+// It writes fleet.txt, fleet.html, fleet.xml, fleet.rtf, fleet.pdf, fleet.xlsx and fleet.chm into the folder, which
+// must exist. The help file needs a compiler, see the guide; without one the program says so, and the other six are
+// there.
 #include <scrivalen/scrivalen.h>
 
 #include <cstdio>
@@ -55,18 +56,22 @@ void print(std::FILE* stream, const std::wstring& text) {
   std::fprintf(stream, "%s\n", scrivalen::ToUtf8(text).c_str());
 }
 
+// The library takes wide paths; the standard library's own conversion goes by the locale on some systems.
+std::wstring wide(const std::filesystem::path& path) {
+  const std::u8string utf8 = path.u8string();
+  return scrivalen::FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
+}
+
 /// Streams the report. It knows nothing of formats.
 class FleetReport {
  public:
   /// @param topics  where the pages of the help file are put together, with a separator at its end
-  FleetReport(AReport& report, const std::filesystem::path& topics) : report_(report), topics_(topics.wstring()) {}
+  FleetReport(AReport& report, const std::filesystem::path& topics) : report_(report), topics_(wide(topics)) {}
 
   void write();
 
  private:
-  void beginTopic(const wchar_t* file, const wchar_t* title) {
-    report_.BeginSubDocument(topics_.c_str(), file, title);
-  }
+  void beginTopic(const wchar_t* file, const wchar_t* title) { report_.BeginSubDocument(topics_.c_str(), file, title); }
   void heading(PARAGRAPH_TYPE level, const wchar_t* anchor, const wchar_t* text);
   void paragraph(const wchar_t* text);
   void overview();
@@ -174,13 +179,13 @@ void FleetReport::cell(const wchar_t* name, const std::wstring& text) {
 }
 
 void addReports(MultiReport& report, const std::filesystem::path& folder) {
-  report.AddReport(FORMAT_TEXT, (folder / "fleet.txt").wstring().c_str(), nullptr);
-  report.AddReport(FORMAT_HTML, (folder / "fleet.html").wstring().c_str(), L"default.htm");
-  report.AddReport(FORMAT_XML, (folder / "fleet.xml").wstring().c_str(), nullptr);
-  report.AddReport(FORMAT_RTF, (folder / "fleet.rtf").wstring().c_str(), nullptr);
-  report.AddReport(FORMAT_PDF, (folder / "fleet.pdf").wstring().c_str(), nullptr);
-  report.AddReport(FORMAT_EXCEL, (folder / "fleet.xlsx").wstring().c_str(), nullptr);
-  report.AddReport(FORMAT_CHM, (folder / "fleet.chm").wstring().c_str(), nullptr);
+  report.AddReport(FORMAT_TEXT, wide(folder / "fleet.txt").c_str(), nullptr);
+  report.AddReport(FORMAT_HTML, wide(folder / "fleet.html").c_str(), L"default.htm");
+  report.AddReport(FORMAT_XML, wide(folder / "fleet.xml").c_str(), nullptr);
+  report.AddReport(FORMAT_RTF, wide(folder / "fleet.rtf").c_str(), nullptr);
+  report.AddReport(FORMAT_PDF, wide(folder / "fleet.pdf").c_str(), nullptr);
+  report.AddReport(FORMAT_EXCEL, wide(folder / "fleet.xlsx").c_str(), nullptr);
+  report.AddReport(FORMAT_CHM, wide(folder / "fleet.chm").c_str(), nullptr);
 }
 
 // Settings reach the reports that are there already.

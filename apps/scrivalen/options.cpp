@@ -144,7 +144,7 @@ std::pair<std::string, std::string> property(const std::string& argument) {
 }
 
 std::wstring chosenTemplate(const std::string& name) {
-  const auto file = templateFile(wide(name));
+  const auto file = templateFile(platform::widePath(name));
   if (!file) {
     throw UsageError("there is no template '" + name + "'; scrivalen --list-templates prints the names");
   }
@@ -154,15 +154,15 @@ std::wstring chosenTemplate(const std::string& name) {
 std::string templateList() {
   std::string list;
   for (const std::wstring& name : templateNames()) {
-    list.append(utf8(name)).append("\n");
+    list.append(platform::narrowPath(name)).append("\n");
   }
   return list;
 }
 
 // Whether two names lead to one file, also to one that does not exist yet.
 bool isSameTarget(const std::string& a, const std::string& b) {
-  const std::wstring first = wide(a);
-  const std::wstring second = wide(b);
+  const std::wstring first = platform::widePath(a);
+  const std::wstring second = platform::widePath(b);
   const auto folder = [](const std::wstring& path) {
     const auto name = platform::folderOf(path);
     return name.empty() ? std::wstring(L".") : std::wstring(name);

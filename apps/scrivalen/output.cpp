@@ -3,22 +3,8 @@
 #include "platform/files.h"
 #include "texts.h"
 
-#include <filesystem>
-
 namespace scrivalen::command {
 namespace {
-
-using std::filesystem::perms;
-
-perms permissionsOf(const std::wstring& path) {
-  std::error_code error;
-  return std::filesystem::status(path, error).permissions();
-}
-
-// A file can be replaced although it is write-protected; whoever protected it did not want that.
-bool isReadOnly(const std::wstring& path) {
-  return (permissionsOf(path) & (perms::owner_write | perms::group_write | perms::others_write)) == perms::none;
-}
 
 // "/dev/stdout" and its like lead to a file when the shell has redirected them, and that file may hold more than what
 // is written now, which replacing it would lose.
@@ -45,7 +31,7 @@ void Output::open(const DocumentSettings& settings) {
 }
 
 bool Output::prepareFile() {
-  const std::wstring path = wide(name_);
+  const std::wstring path = platform::widePath(name_);
   if (platform::isSpecialFile(path)) {
     file_ = path;
     return true;
@@ -59,7 +45,8 @@ bool Output::prepareFile() {
     return false;
   }
   const bool exists = platform::pathExists(path);
-  if (exists && isReadOnly(path)) {
+  // It could be replaced all the same, but whoever protected it did not want that.
+  if (exists && platform::isReadOnly(path)) {
     fail("cannot write '" + name_ + "': it is read-only");
     return false;
   }

@@ -22,7 +22,7 @@ TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(st
   if (name_ == "-") {
     return;
   }
-  file_ = platform::openForReading(wide(name_));
+  file_ = platform::openForReading(platform::widePath(name_));
   if (!file_) {
     throw InputError("cannot read '" + name_ + "': " + lastErrorText());
   }

@@ -8,7 +8,7 @@
 
 namespace scrivalen::platform {
 
-/// The program's arguments as UTF-8, its own name first.
+/// The program's arguments, its own name first: UTF-8, or any bytes, as narrowPath returns them.
 std::vector<std::string> programArguments(int argc, char** argv);
 
 /// An environment variable as UTF-8; nothing when it is not set.

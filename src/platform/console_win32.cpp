@@ -26,12 +26,6 @@ void writeStream(DWORD which, std::string_view text) {
   writeAll(stream, text.data(), text.size());
 }
 
-std::string narrow(const wchar_t* text) {
-  std::string utf8;
-  appendUtf8(utf8, text);
-  return utf8;
-}
-
 }  // namespace
 
 // What main receives has gone through the code page; the system's own command line has not.
@@ -40,22 +34,21 @@ std::vector<std::string> programArguments(int, char**) {
   wchar_t** const list = CommandLineToArgvW(GetCommandLineW(), &count);
   std::vector<std::string> arguments;
   for (int i = 0; i < count; ++i) {
-    arguments.push_back(narrow(list[i]));
+    arguments.push_back(narrowPath(list[i]));
   }
   LocalFree(list);
   return arguments;
 }
 
 std::optional<std::string> environmentVariable(const char* name) {
-  std::wstring wideName;
-  appendWide(wideName, name);
+  const std::wstring wideName = widePath(name);
   std::wstring value(32767, L'\0');
   SetLastError(ERROR_SUCCESS);
   const DWORD length = GetEnvironmentVariableW(wideName.c_str(), value.data(), static_cast<DWORD>(value.size()));
   if (length == 0 && GetLastError() == ERROR_ENVVAR_NOT_FOUND) {
     return std::nullopt;
   }
-  return narrow(value.c_str());
+  return narrowPath(value.c_str());
 }
 
 std::optional<std::size_t> readStandardInput(void* data, std::size_t size) {

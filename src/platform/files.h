@@ -20,8 +20,15 @@ inline constexpr wchar_t kPathSeparator = L'/';
 inline constexpr std::wstring_view kPathSeparators = L"/";
 #endif
 
-// Paths are wide everywhere and UTF-8 on Linux. A call that fails leaves its reason in lastSystemError. Those that
-// raise nothing need no memory either.
+// Paths are wide everywhere. On Linux they reach the system as UTF-8; a byte of a name that is not UTF-8 is U+DC00 plus
+// the byte, so that every name the system knows has a wide form of its own. A call that fails leaves its reason in
+// lastSystemError. Those that throw nothing need no memory either.
+
+/// A path as a program's arguments and environment hold it: on Linux the name's own bytes; on Windows UTF-8, in which
+/// lone surrogates are encoded too (WTF-8).
+std::string narrowPath(std::wstring_view path);
+/// The inverse of narrowPath.
+std::wstring widePath(std::string_view path);
 
 /// Creates or truncates a file for writing that nobody else holds open for writing; one that is held is not touched.
 NativeFile openExclusive(const std::wstring& path) noexcept;
@@ -65,6 +72,8 @@ bool closeFile(NativeFile file) noexcept;
 /// Whether there is a file or folder of this path.
 bool pathExists(const std::wstring& path) noexcept;
 bool isFolder(const std::wstring& path);
+/// Whether nobody is allowed to write to a file that exists.
+bool isReadOnly(const std::wstring& path) noexcept;
 /// Whether both paths lead to one existing file.
 bool isSameFile(const std::wstring& a, const std::wstring& b);
 

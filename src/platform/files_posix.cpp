@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
 
 #include <dirent.h>
@@ -18,6 +19,17 @@
 namespace scrivalen::platform {
 namespace {
 
+constexpr char32_t kByteEscape = 0xDC00;  // plus a byte of 0x80 or above, which is not UTF-8
+
+// Writes one character of a path. Returns how many bytes those were; 0 for what no path can hold.
+std::size_t putPathCharacter(char32_t c, char* out) noexcept {
+  if (c >= kByteEscape + 0x80 && c <= kByteEscape + 0xFF) {
+    *out = static_cast<char>(static_cast<unsigned char>(c - kByteEscape));
+    return 1;
+  }
+  return isSurrogate(c) || c > 0x10FFFF ? 0 : putUtf8(c, out);
+}
+
 // A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a
 // path that is longer than the system takes there is enough for the system to say so.
 class Native {
@@ -26,22 +38,25 @@ class Native {
     const wchar_t* const end = path.data() + path.size();
     std::size_t size = 0;
     for (const wchar_t* at = path.data(); at != end && size < PATH_MAX;) {
-      size += putUtf8(nextCharacter(at, end), utf8_ + size);
+      const std::size_t bytes = putPathCharacter(nextCharacter(at, end), path_ + size);
+      if (bytes == 0) {
+        isValid_ = false;
+        size = 0;
+        break;
+      }
+      size += bytes;
     }
-    utf8_[size] = '\0';
+    path_[size] = '\0';
   }
 
-  const char* c_str() const noexcept { return utf8_; }
+  /// Whether there can be such a path; if not, c_str is empty, which leads to no file.
+  bool isValid() const noexcept { return isValid_; }
+  const char* c_str() const noexcept { return path_; }
 
  private:
-  char utf8_[PATH_MAX + 4];  // the last character may go beyond
+  char path_[PATH_MAX + 4];  // the last character may go beyond
+  bool isValid_ = true;
 };
-
-std::wstring wide(const char* path) {
-  std::wstring result;
-  appendWide(result, path);
-  return result;
-}
 
 int descriptor(NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
 
@@ -54,9 +69,14 @@ void closeKeepingError(int fd) {
 // A descriptor of 3 or above: 0 would read as no file, and a host that has closed its standard streams must not find a
 // report in their place.
 int openDescriptor(const std::wstring& path, int flags) {
+  const Native native(path);
+  if (!native.isValid()) {
+    errno = EILSEQ;
+    return -1;
+  }
   int fd = -1;
   do {
-    fd = ::open(Native(path).c_str(), flags | O_CLOEXEC, 0666);
+    fd = ::open(native.c_str(), flags | O_CLOEXEC, 0666);
   } while (fd < 0 && errno == EINTR);
   if (fd < 0 || fd > STDERR_FILENO) {
     return fd;
@@ -129,6 +149,35 @@ bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
 }
 
 }  // namespace
+
+std::string narrowPath(std::wstring_view path) {
+  std::string bytes;
+  const wchar_t* const end = path.data() + path.size();
+  for (const wchar_t* at = path.data(); at != end;) {
+    char character[4];
+    const char32_t c = nextCharacter(at, end);
+    const std::size_t size = putPathCharacter(c, character);
+    bytes.append(character, size > 0 ? size : putUtf8(c, character));
+  }
+  return bytes;
+}
+
+std::wstring widePath(std::string_view path) {
+  std::wstring wide;
+  const char* at = path.data();
+  const char* const end = at + path.size();
+  while (at != end) {
+    const char* const start = at;
+    char32_t c = 0;
+    if (nextUtf8(at, end, c)) {
+      appendCharacter(wide, c);
+    } else {
+      std::transform(start, at, std::back_inserter(wide),
+                     [](char byte) { return static_cast<wchar_t>(kByteEscape + static_cast<unsigned char>(byte)); });
+    }
+  }
+  return wide;
+}
 
 // Locks before truncating, so that a file another report holds stays as it is.
 NativeFile openExclusive(const std::wstring& path) noexcept {
@@ -244,6 +293,11 @@ bool isSpecialFile(const std::wstring& path) noexcept {
   return statusOf(path, status) && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
 }
 
+bool isReadOnly(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
 bool isSameFile(const std::wstring& a, const std::wstring& b) {
   struct stat first {};
   struct stat second {};
@@ -272,7 +326,7 @@ std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstri
     return names;
   }
   while (const dirent* entry = ::readdir(entries.get())) {
-    std::wstring name = wide(entry->d_name);
+    std::wstring name = widePath(entry->d_name);
     if (endsWithIgnoringCase(name, suffix) && !isFolder(folder + kPathSeparator + name)) {
       names.push_back(std::move(name));
     }
@@ -285,7 +339,7 @@ std::optional<std::wstring> createPrivateFolder() {
   const char* root = std::getenv("TMPDIR");
   std::string path = root && *root ? root : "/tmp";
   path += "/scrivalen-XXXXXX";
-  std::wstring result = wide(path.c_str());
+  std::wstring result = widePath(path);
   if (!::mkdtemp(path.data())) {
     return std::nullopt;
   }
@@ -305,7 +359,7 @@ bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(Native(pat
 
 std::wstring resolvedPath(const std::wstring& path) {
   const std::unique_ptr<char, void (*)(void*)> real(::realpath(Native(path).c_str(), nullptr), &std::free);
-  return real ? wide(real.get()) : path;
+  return real ? widePath(real.get()) : path;
 }
 
 }  // namespace scrivalen::platform

@@ -37,6 +37,43 @@ bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) 
 
 }  // namespace
 
+std::string narrowPath(std::wstring_view path) {
+  std::string utf8;
+  const wchar_t* const end = path.data() + path.size();
+  for (const wchar_t* at = path.data(); at != end;) {
+    const char32_t c = nextCharacter(at, end);
+    char bytes[4];
+    if (isSurrogate(c)) {
+      utf8 += static_cast<char>(0xE0 | (c >> 12));
+      utf8 += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
+      utf8 += static_cast<char>(0x80 | (c & 0x3F));
+    } else {
+      utf8.append(bytes, putUtf8(c, bytes));
+    }
+  }
+  return utf8;
+}
+
+std::wstring widePath(std::string_view path) {
+  constexpr std::size_t kSurrogateSize = 3;
+  std::wstring wide;
+  std::size_t done = 0;
+  for (std::size_t at = path.find('\xED'); at < path.size(); at = path.find('\xED', at)) {
+    const std::string_view bytes = path.substr(at, kSurrogateSize);
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes[i]); };
+    if (bytes.size() < kSurrogateSize || byte(1) < 0xA0 || byte(1) > 0xBF || byte(2) < 0x80 || byte(2) > 0xBF) {
+      ++at;
+      continue;
+    }
+    appendWide(wide, path.substr(done, at - done));
+    wide += static_cast<wchar_t>(0xD000 | (byte(1) & 0x3F) << 6 | (byte(2) & 0x3F));
+    at += kSurrogateSize;
+    done = at;
+  }
+  appendWide(wide, path.substr(done));
+  return wide;
+}
+
 // An existing file is opened and then cut, which keeps its attributes and works on a hidden file too.
 NativeFile openExclusive(const std::wstring& path) noexcept {
   const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
@@ -130,6 +167,11 @@ bool pathExists(const std::wstring& path) noexcept {
 bool isFolder(const std::wstring& path) {
   const DWORD attributes = GetFileAttributesW(path.c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+}
+
+bool isReadOnly(const std::wstring& path) noexcept {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
 }
 
 bool isSpecialFile(const std::wstring& path) noexcept {

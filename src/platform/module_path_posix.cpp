@@ -1,7 +1,6 @@
 #include "platform/module_path.h"
 
 #include "platform/files.h"
-#include "platform/utf.h"
 
 #include <dlfcn.h>
 
@@ -14,8 +13,7 @@ std::wstring findModule() {
   if (!::dladdr(&anchor, &info) || !info.dli_fname) {
     return {};
   }
-  std::wstring path;
-  appendWide(path, info.dli_fname);
+  const std::wstring path = widePath(info.dli_fname);
   // A program linked with the library's objects is known by the name it was called by, which need not be a path.
   return resolvedPath(folderOf(path).empty() ? L"/proc/self/exe" : path);
 }

@@ -1,5 +1,6 @@
 #include "platform/process.h"
 
+#include "platform/files.h"
 #include "platform/utf.h"
 
 #include <algorithm>
@@ -120,7 +121,7 @@ std::vector<std::wstring> linesOf(std::string_view utf8) {
 ProcessResult runProgram(const std::vector<std::wstring>& arguments) {
   std::vector<std::string> texts;
   for (const std::wstring& argument : arguments) {
-    appendUtf8(texts.emplace_back(), argument);
+    texts.push_back(narrowPath(argument));
   }
   std::vector<char*> argv;
   for (std::string& text : texts) {

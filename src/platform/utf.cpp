@@ -62,6 +62,16 @@ wchar_t asciiLower(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wcha
 
 }  // namespace
 
+bool nextUtf8(const char*& at, const char* end, char32_t& c) {
+  const auto first = static_cast<unsigned char>(*at);
+  if (first >= 0x80) {
+    return decodeSequence(at, end, c);
+  }
+  c = first;
+  ++at;
+  return true;
+}
+
 void appendCharacter(std::wstring& wide, char32_t c) {
   if (sizeof(wchar_t) > 2 || c < 0x10000) {
     wide.push_back(static_cast<wchar_t>(c));

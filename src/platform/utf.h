@@ -67,6 +67,10 @@ inline std::size_t putUtf8(char32_t c, char* out) {
 /// @return how many sequences were replaced
 std::size_t appendWide(std::wstring& wide, std::string_view utf8);
 
+/// Decodes the character at @p at of UTF-8, which is not at its end, and moves past it. Where there is none, it moves
+/// past the maximal ill-formed sequence and returns false.
+bool nextUtf8(const char*& at, const char* end, char32_t& c);
+
 /// Appends wide text to UTF-8; lone surrogates become U+FFFD.
 void appendUtf8(std::string& utf8, std::wstring_view wide);
 

@@ -60,15 +60,11 @@ lxw_color_t libraryColor(Rgb color) { return color == 0 ? kBlack : color; }
 std::wstring systemReason() { return systemErrorText(lastSystemError()); }
 
 // Whether a folder's disk has room for some bytes, as far as the system tells.
-bool hasRoom(const std::string& folder, std::uint64_t size) {
-  std::wstring path;
-  appendWide(path, folder);
-  return roomIn(path).value_or(size) >= size;
-}
+bool hasRoom(const std::string& folder, std::uint64_t size) { return roomIn(widePath(folder)).value_or(size) >= size; }
 
 }  // namespace
 
-Workbook::Workbook(const std::wstring& folder, std::int64_t created) : folder_(utf8(folder)) {
+Workbook::Workbook(const std::wstring& folder, std::int64_t created) : folder_(narrowPath(folder)) {
   const CLocale locale;
   lxw_workbook_options options{};
   options.constant_memory = LXW_TRUE;
@@ -222,7 +218,7 @@ std::wstring Workbook::close(const std::wstring& file) {
 
 // Closing releases the workbook, whatever it answers, but not the files of all of its sheets.
 std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
-  char* const name = lxw_strdup(utf8(file).c_str());
+  char* const name = lxw_strdup(narrowPath(file).c_str());
   if (!name) {
     throw std::bad_alloc();
   }

@@ -1,7 +1,6 @@
 // libxlsxwriter opens its files by narrow names, in the ANSI code page, which cannot name every path. It is built with
-// these functions in the place of the two that open files (see ScrivalenDependencies.cmake), and is given UTF-8.
+// these functions in the place of the two that open files (see ScrivalenDependencies.cmake), and is given narrowPath.
 #include "platform/files.h"
-#include "platform/utf.h"
 #include "platform/windows_api.h"
 
 #include <fcntl.h>
@@ -16,12 +15,6 @@ using namespace scrivalen::platform;
 
 namespace {
 
-std::wstring wide(const char* utf8) {
-  std::wstring path;
-  appendWide(path, utf8);
-  return path;
-}
-
 // Nothing may be raised through the library, which is C.
 template <typename Open>
 auto opened(Open open) noexcept -> decltype(open()) {
@@ -34,7 +27,7 @@ auto opened(Open open) noexcept -> decltype(open()) {
 }
 
 voidpf openForWriting(voidpf, const void* path, int) {
-  return opened([path] { return _wfopen(wide(static_cast<const char*>(path)).c_str(), L"wb"); });
+  return opened([path] { return _wfopen(widePath(static_cast<const char*>(path)).c_str(), L"wb"); });
 }
 
 // A file that goes away with its last handle, however the program ends.
@@ -64,7 +57,7 @@ extern "C" FILE* tmpfileplus(const char* dir, const char*, char** pathname, int)
   if (pathname) {
     *pathname = nullptr;
   }
-  const HANDLE file = opened([dir] { return createPassing(wide(dir)); });
+  const HANDLE file = opened([dir] { return createPassing(widePath(dir)); });
   if (!file || file == INVALID_HANDLE_VALUE) {
     return nullptr;
   }

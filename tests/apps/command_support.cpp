@@ -1,6 +1,7 @@
 #include "command_support.h"
 
 #include "command.h"
+#include "platform/files.h"
 #include "texts.h"
 
 #include <scrivalen/html_report.h>
@@ -9,7 +10,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <filesystem>
 
 namespace scrivalen::command::test {
 namespace {
@@ -102,9 +102,9 @@ Result CommandRun::run(const std::vector<std::string>& arguments) {
   return result;
 }
 
-std::string CommandRun::path(std::string_view name) const { return utf8(widePath(name)); }
+std::string CommandRun::path(std::string_view name) const { return platform::narrowPath(widePath(name)); }
 
-std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / wide(name); }
+std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / platform::widePath(name); }
 
 std::string CommandRun::text(std::string_view name) const { return replaceAll(fromUtf16(bytes(name)), "\r\n", "\n"); }
 
@@ -122,8 +122,9 @@ std::string CommandRun::body(std::string_view name) const {
 
 std::vector<std::string> CommandRun::names() const {
   std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(folder_.path())) {
-    names.push_back(utf8(entry.path().filename().wstring()));
+  for (const auto& entry : std::filesystem::directory_iterator(fsPath(""))) {
+    const std::u8string name = entry.path().filename().u8string();
+    names.emplace_back(name.begin(), name.end());
   }
   std::sort(names.begin(), names.end());
   return names;

@@ -3,6 +3,7 @@
 #include "host.h"
 #include "support/files.h"
 
+#include <filesystem>
 #include <map>
 #include <string>
 #include <string_view>
@@ -44,6 +45,7 @@ class CommandRun {
 
   std::string path(std::string_view name) const;
   std::wstring widePath(std::string_view name) const;
+  std::filesystem::path fsPath(std::string_view name) const { return scrivalen::test::asPath(widePath(name)); }
   bool has(std::string_view name) const { return scrivalen::test::exists(widePath(name)); }
   std::string bytes(std::string_view name) const { return scrivalen::test::bytesOf(widePath(name)); }
   /// A text output, whose bytes must be UTF-16LE with a mark, with its line ends as \n.

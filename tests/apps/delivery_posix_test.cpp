@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 
 namespace scrivalen::command::test {
@@ -51,19 +52,64 @@ TEST(DeliveryPosix, LosesNothingOfAFileThatAStreamWasRedirectedTo) {
   EXPECT_EQ(run.bytes("log"), "earlier");
 }
 
+// A folder for temporary files while it lives.
+class TemporaryFilesIn {
+ public:
+  explicit TemporaryFilesIn(const fs::path& folder) {
+    fs::create_directory(folder);
+    ::setenv("TMPDIR", folder.c_str(), 1);
+  }
+  TemporaryFilesIn(const TemporaryFilesIn&) = delete;
+  TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
+  ~TemporaryFilesIn() { before_.empty() ? ::unsetenv("TMPDIR") : ::setenv("TMPDIR", before_.c_str(), 1); }
+
+ private:
+  const std::string before_ = std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "";
+};
+
+TEST(DeliveryPosix, CompilesHelpWhateverTheNamesOfFoldersAre) {
+  for (const std::string folder : {"tmp-ü", "tmp-日本", "tmp-\xFC"}) {
+    CommandRun run;
+    run.with("in.md", "# A\n\n[c](#c)\n\n# B\n\n## C\n");
+    const TemporaryFilesIn temporaryFiles(run.fsPath(folder));
+    for (int i = 0; i < 2; ++i) {
+      const Result result = run.run({"@/in.md", "-o", "@/ä.chm"});
+      EXPECT_EQ(result.status, 0) << result.error;
+      EXPECT_TRUE(run.bytes("ä.chm").starts_with("ITSF"));
+    }
+    EXPECT_TRUE(fs::is_empty(run.fsPath(folder)));
+    EXPECT_EQ(run.names(), (Names{"in.md", folder, "ä.chm"}));
+  }
+}
+
+TEST(DeliveryPosix, CarriesFileNamesThatAreNotUtf8) {
+  CommandRun run;
+  run.with("\xE4.md", "x");
+  for (const std::string name : {"\xE4.txt", "b\xE4\xC3.txt"}) {
+    for (int i = 0; i < 2; ++i) {
+      const Result result = run.run({"@/\xE4.md", "-o", "@/" + name});
+      EXPECT_EQ(result.status, 0) << result.error;
+      EXPECT_EQ(run.text(name), "x\n");
+    }
+  }
+  EXPECT_EQ(run.names(), (Names{"b\xE4\xC3.txt", "\xE4.md", "\xE4.txt"}));
+  EXPECT_EQ(run.run({"@/\xE4.md", "-o", "@/no/\xFF.txt"}).error,
+            "scrivalen: cannot write '@/no/\xFF.txt': No such file or directory\n");
+}
+
 TEST(DeliveryPosix, ReplacesTheFileThatALinkLeadsTo) {
   CommandRun run;
   run.with("in.md", "new").with("real.txt", "old");
-  fs::create_symlink("real.txt", run.widePath("link.txt"));
+  fs::create_symlink("real.txt", run.fsPath("link.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/link.txt"}).status, 0);
-  EXPECT_TRUE(fs::is_symlink(run.widePath("link.txt")));
+  EXPECT_TRUE(fs::is_symlink(run.fsPath("link.txt")));
   EXPECT_EQ(run.text("real.txt"), "new\n");
 }
 
 TEST(DeliveryPosix, KnowsTheInputThroughLinks) {
   CommandRun run;
   run.with("in.md", "# x");
-  fs::create_symlink("in.md", run.widePath("link.txt"));
+  fs::create_symlink("in.md", run.fsPath("link.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/link.txt"}).status, 2);
   EXPECT_EQ(run.run({"@/link.txt", "-o", "text:@/in.md"}).status, 2);
   EXPECT_EQ(run.bytes("in.md"), "# x");
@@ -72,9 +118,9 @@ TEST(DeliveryPosix, KnowsTheInputThroughLinks) {
 TEST(DeliveryPosix, KeepsThePermissionsOfTheFileItReplaces) {
   CommandRun run;
   run.with("in.md", "x").with("a.txt", "secret");
-  fs::permissions(run.widePath("a.txt"), fs::perms::owner_read | fs::perms::owner_write);
+  fs::permissions(run.fsPath("a.txt"), fs::perms::owner_read | fs::perms::owner_write);
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.txt"}).status, 0);
-  EXPECT_EQ(fs::status(run.widePath("a.txt")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
+  EXPECT_EQ(fs::status(run.fsPath("a.txt")).permissions(), fs::perms::owner_read | fs::perms::owner_write);
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ TEST(Delivery, SaysWhichOutputFailedAndWhyAndDeliversTheOthers) {
 
 TEST(Delivery, RefusesAFolder) {
   CommandRun run;
-  std::filesystem::create_directory(run.widePath("d.html"));
+  std::filesystem::create_directory(run.fsPath("d.html"));
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/d.html"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error, "scrivalen: cannot write '@/d.html': it is a folder\n");
@@ -39,13 +39,13 @@ TEST(Delivery, RefusesAReadOnlyFile) {
   CommandRun run;
   run.with("in.md", "x").with("a.txt", "old");
   using std::filesystem::perms;
-  std::filesystem::permissions(run.widePath("a.txt"), perms::owner_read | perms::group_read | perms::others_read);
+  std::filesystem::permissions(run.fsPath("a.txt"), perms::owner_read | perms::group_read | perms::others_read);
   const Result result = run.run({"@/in.md", "-o", "@/a.txt"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error, "scrivalen: cannot write '@/a.txt': it is read-only\n");
   EXPECT_EQ(run.bytes("a.txt"), "old");
   EXPECT_EQ(run.names(), (Names{"a.txt", "in.md"}));
-  std::filesystem::permissions(run.widePath("a.txt"), perms::owner_all);
+  std::filesystem::permissions(run.fsPath("a.txt"), perms::owner_all);
 }
 
 TEST(Delivery, LeavesAnInputAloneThatIsAlsoAnOutput) {
@@ -59,7 +59,7 @@ TEST(Delivery, LeavesAnInputAloneThatIsAlsoAnOutput) {
 TEST(Delivery, KnowsTheInputByEveryNameItHas) {
   CommandRun run;
   run.with("in.md", "# x");
-  std::filesystem::create_hard_link(run.widePath("in.md"), run.widePath("same.html"));
+  std::filesystem::create_hard_link(run.fsPath("in.md"), run.fsPath("same.html"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/same.html"}).status, 2);
   EXPECT_EQ(run.bytes("in.md"), "# x");
 }
@@ -87,6 +87,20 @@ TEST(Delivery, IsInterruptedUntilTheLastMoment) {
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(run.names(), Names{"in.md"});
+}
+
+TEST(Delivery, ReplacesAFileWhosePathHasLettersOutsideAscii) {
+  CommandRun run;
+  run.with("in.md", "x");
+  std::filesystem::create_directory(run.fsPath("ordner-ü"));
+  for (const std::string name : {"ä.txt", "ordner-ü/a.txt", "ordner-ü/日本.txt"}) {
+    for (int i = 0; i < 2; ++i) {
+      const Result result = run.run({"@/in.md", "-o", "@/" + name, "-o", "@/other.txt"});
+      EXPECT_EQ(result.status, 0) << name << ": " << result.error;
+      EXPECT_EQ(run.text(name), "x\n");
+    }
+  }
+  EXPECT_EQ(run.names(), (Names{"in.md", "ordner-ü", "other.txt", "ä.txt"}));
 }
 
 TEST(Delivery, TakesAnyFileName) {

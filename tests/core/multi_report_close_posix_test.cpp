@@ -71,7 +71,7 @@ TEST(MultiReportClear, NeitherWritesNorClosesThePageOfATopicThatWasNotEnded) {
   EXPECT_EQ(files.beginTopic(report), REPORT_OK);
   report.Text(L"not flushed", PARAGRAPH_NORMAL, L"", 0);
   report.Clear();
-  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(files.topic())), 0u);
+  EXPECT_EQ(std::filesystem::file_size(asPath(files.topic())), 0u);
   EXPECT_TRUE(isHeld(files.topic()));
 }
 
@@ -83,7 +83,7 @@ TEST(MultiReportClose, ReleasesThePageOfATopicThatWasNotEnded) {
   files.add(report, childFormats().back());
   EXPECT_EQ(report.Open(), REPORT_OK);
   EXPECT_EQ(files.beginTopic(report), REPORT_OK);
-  std::filesystem::create_hard_link(std::filesystem::path(files.topic()), std::filesystem::path(sameFile));
+  std::filesystem::create_hard_link(asPath(files.topic()), asPath(sameFile));
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(report.GetError(), L"The topic '" + files.topic() + L"' was not ended.");
   EXPECT_FALSE(isHeld(sameFile));

@@ -37,9 +37,7 @@ struct MultiReportChild : testing::TestWithParam<ChildFormat> {
     report.Text(L"not flushed", PARAGRAPH_NORMAL, L"", 0);
   }
 
-  std::uintmax_t heldSize() const {
-    return std::filesystem::file_size(std::filesystem::path(files.heldPath(GetParam())));
-  }
+  std::uintmax_t heldSize() const { return std::filesystem::file_size(asPath(files.heldPath(GetParam()))); }
 
   // Looks at the size first: a file that nobody holds is emptied.
   void expectHeldWithSize(std::uintmax_t size) const {

@@ -44,7 +44,7 @@ TEST(MultiReportCopy, ThatIsClearedWhileOpenLeavesTheFileHeldWhenTheOtherGoes) {
     source.Clear();
   }
   EXPECT_TRUE(isHeld(folder / L"a.txt"));
-  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(folder / L"a.txt")), 0u);
+  EXPECT_EQ(std::filesystem::file_size(asPath(folder / L"a.txt")), 0u);
 }
 
 TEST(MultiReportCopy, ByAssignmentHasTheBaseOfItsSource) {

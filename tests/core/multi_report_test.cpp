@@ -534,7 +534,7 @@ TEST(MultiReportClear, WritesAndClosesNothing) {
   report.Clear();
   for (const wchar_t* name : {L"a.txt", L"a.html", L"a.xml"}) {
     EXPECT_TRUE(isHeld(folder / name)) << name;
-    EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(folder / name)), 0u);
+    EXPECT_EQ(std::filesystem::file_size(asPath(folder / name)), 0u);
   }
 }
 
@@ -561,7 +561,7 @@ TEST(MultiReport, DestroyedWithoutClearLeavesItsChildren) {
     report.Text(L"not flushed", PARAGRAPH_NORMAL, L"", 0);
   }
   EXPECT_TRUE(isHeld(folder / L"a.txt"));
-  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(folder / L"a.txt")), 0u);
+  EXPECT_EQ(std::filesystem::file_size(asPath(folder / L"a.txt")), 0u);
 }
 
 TEST(MultiReport, OverwrittenWithoutClearLeavesItsChildren) {

@@ -272,7 +272,7 @@ TEST(ChmReport, JoinsFolderAndFileAsTheyStand) {
 TEST(ChmReport, WithoutTopicsCompilesAnEmptyProjectInTheCurrentFolder) {
   InFolder help;
   const auto before = std::filesystem::current_path();
-  std::filesystem::current_path(std::filesystem::path(help.folder.path()));
+  std::filesystem::current_path(asPath(help.folder.path()));
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   EXPECT_EQ(help.report.Close(), REPORT_OK);
   std::filesystem::current_path(before);
@@ -462,7 +462,7 @@ TEST(ChmReportThatFails, KeepsAGoodHelpFileWhenATopicIsMissing) {
     EXPECT_EQ(help.report.Open(help.target.c_str()), REPORT_OK);
     EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_FILE_ERROR);
     const std::wstring reason = help.report.GetError();
-    std::filesystem::remove(std::filesystem::path(help.folder / L"a.htm"));
+    std::filesystem::remove(asPath(help.folder / L"a.htm"));
     writeBytes(help.folder / L"a.htm", "somebody else's");
     writeTopic(help, L"b.htm", L"B", L"two");
     EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
@@ -561,7 +561,7 @@ TEST(ChmReportThatFails, HasItsFirstTopicForItsDefaultThoughThatDidNotOpen) {
   makeFolder(help.folder / L"a.htm");
   EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_FILE_ERROR);
   writeTopic(help, L"b.htm", L"B", L"two");
-  std::filesystem::remove(std::filesystem::path(help.folder / L"a.htm"));
+  std::filesystem::remove(asPath(help.folder / L"a.htm"));
   writeBytes(help.folder / L"a.htm", "somebody else's");
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   const std::string project = help.given("report.hhp");
@@ -641,7 +641,7 @@ TEST(ChmReportThatFails, DeletesAPageThatWasRefusedAtFirst) {
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   makeFolder(help.folder / L"a.htm");
   EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_FILE_ERROR);
-  std::filesystem::remove(std::filesystem::path(help.folder / L"a.htm"));
+  std::filesystem::remove(asPath(help.folder / L"a.htm"));
   writeTopic(help, L"a.htm", L"A", L"one");
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(help.leftovers(), Names{L"help.chm"});

@@ -1,5 +1,6 @@
 #include "formats/chm_report.h"
 
+#include "platform/files.h"
 #include "platform/process.h"
 #include "scrivalen/text.h"
 #include "support/captured_log.h"
@@ -32,10 +33,10 @@ std::map<std::string, std::string> filesIn(const std::wstring& help) {
   const TemporaryFolder folder;
   EXPECT_EQ(shell(L"extract_chmLib \"$1\" \"$2\" >/dev/null 2>&1", help, folder / L"out"), 0);
   std::map<std::string, std::string> files;
-  const fs::path root(folder / L"out");
+  const fs::path root = asPath(folder / L"out");
   for (const auto& entry : fs::recursive_directory_iterator(root)) {
     if (entry.is_regular_file()) {
-      files[entry.path().lexically_relative(root).string()] = bytesOf(scrivalen::FromUtf8(entry.path().string()));
+      files[entry.path().lexically_relative(root).string()] = bytesOf(widePath(entry.path().string()));
     }
   }
   return files;
@@ -84,7 +85,7 @@ struct Help {
   }
 
   std::size_t leftovers() const {
-    const fs::directory_iterator all{fs::path(folder.path())};
+    const fs::directory_iterator all{asPath(folder.path())};
     return static_cast<std::size_t>(std::distance(begin(all), end(all)));
   }
 
@@ -110,7 +111,7 @@ class WithoutPrograms {
   // Puts a program in a missing one's place.
   void put(const wchar_t* name, const std::string& script) const {
     writeBytes(folder_ / name, script);
-    fs::permissions(fs::path(folder_ / name), fs::perms::owner_all);
+    fs::permissions(asPath(folder_ / name), fs::perms::owner_all);
   }
 
  private:
@@ -279,7 +280,7 @@ TEST(CompiledHelp, WorksOnPathsFromTheCurrentFolder) {
   const auto before = fs::current_path();
   Help help;
   makeFolder(help.folder / L"-topics");
-  fs::current_path(fs::path(help.folder.path()));
+  fs::current_path(asPath(help.folder.path()));
   EXPECT_EQ(help.open(), REPORT_OK);
   for (const wchar_t* folder : {L"", L"-topics/"}) {
     EXPECT_EQ(help.report.BeginSubDocument(folder, L"a.htm", L"A"), REPORT_OK);
@@ -296,7 +297,7 @@ TEST(CompiledHelp, WorksOnPathsFromTheCurrentFolder) {
 TEST(CompiledHelp, OfNoTopicIsAFileWithoutThem) {
   const auto before = fs::current_path();
   Help help;
-  fs::current_path(fs::path(help.folder.path()));
+  fs::current_path(asPath(help.folder.path()));
   EXPECT_EQ(help.open(), REPORT_OK);
   EXPECT_EQ(help.report.Close(), REPORT_OK) << scrivalen::ToUtf8(help.report.GetError());
   fs::current_path(before);
@@ -337,7 +338,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsMissing) {
   EXPECT_EQ(help.open(), REPORT_OK);
   help.topic(L"a.htm", L"A", L"one");
   help.topic(L"b.htm", L"B", L"two");
-  fs::remove(fs::path(help.folder / L"b.htm"));
+  fs::remove(asPath(help.folder / L"b.htm"));
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(help.report.GetError(),
             L"The help compiler left no '" +
@@ -363,7 +364,7 @@ TEST(HelpThatIsNotCompiled, TellsWhyATopicHasNoPage) {
                                                    help.folder / L"report.chm'. It ended with status 1. " +
                                                    L"hhc.exe: there is no topic '" + help.folder / L"b.htm'"}));
   EXPECT_EQ(help.leftovers(), 1u);
-  EXPECT_TRUE(fs::is_directory(fs::path(help.folder / L"b.htm")));
+  EXPECT_TRUE(fs::is_directory(asPath(help.folder / L"b.htm")));
 }
 
 TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedOutsideTheCodePage) {
@@ -421,7 +422,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingOfAFileThatDoesNotHoldItsTopics) {
     EXPECT_EQ(good.open(), REPORT_OK);
     good.topic(L"a.htm", L"A", L"of another report");
     EXPECT_EQ(good.report.Close(), REPORT_OK);
-    fs::copy_file(fs::path(good.target), fs::path(other / L"other.chm"));
+    fs::copy_file(asPath(good.target), asPath(other / L"other.chm"));
   }
   const std::string copy = "cp '" + scrivalen::ToUtf8(other / L"other.chm") + "' report.chm\n";
   for (const std::string& compiler : {std::string("exit 0\n"), std::string(": >report.chm\n"), copy}) {
@@ -480,7 +481,7 @@ TEST(CompiledHelp, ReachesATargetOnAnotherVolume) {
 TEST(HelpThatIsNotCompiled, TellsOfAPageThatIsNotWhole) {
   const CapturedLog log;
   Help help;
-  fs::create_symlink("/dev/full", fs::path(help.folder / L"b.htm"));
+  fs::create_symlink("/dev/full", asPath(help.folder / L"b.htm"));
   EXPECT_EQ(help.open(), REPORT_OK);
   help.topic(L"a.htm", L"A", L"one");
   EXPECT_EQ(help.report.BeginSubDocument((help.folder / L"").c_str(), L"b.htm", L"B"), REPORT_OK);

@@ -50,7 +50,7 @@ struct ExcelReportOfADevice : testing::TestWithParam<Extent> {
 
   const UnfailingLog log;
   const TemporaryFolder folder;
-  const TemporaryFilesIn temporaryFiles{folder.path()};
+  const TemporaryFilesIn temporaryFiles{asPath(folder.path())};
   ExcelReport report;
 };
 
@@ -64,7 +64,7 @@ TEST_P(ExcelReportOfADevice, LeavesNeitherFilesNorDescriptorsWithoutMemory) {
     SCOPED_TRACE(nth);
     hasFailed = attempt(nth);
     EXPECT_EQ(entriesOf("/proc/self/fd"), descriptors);
-    EXPECT_EQ(entriesOf(folder.path()), 0u);
+    EXPECT_EQ(entriesOf(asPath(folder.path())), 0u);
   }
   EXPECT_GT(nth, 50u);
 }

@@ -23,7 +23,7 @@ class CompilerOnPath {
  public:
   explicit CompilerOnPath(const std::string& script) : path_(std::getenv("PATH")) {
     writeBytes(folder_ / L"hhc.exe", "#!/bin/sh\n" + script);
-    fs::permissions(fs::path(folder_ / L"hhc.exe"), fs::perms::owner_all);
+    fs::permissions(asPath(folder_ / L"hhc.exe"), fs::perms::owner_all);
     ::setenv("PATH", (scrivalen::ToUtf8(folder_.path()) + ":" + path_).c_str(), 1);
   }
   CompilerOnPath(const CompilerOnPath&) = delete;

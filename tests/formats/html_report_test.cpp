@@ -582,7 +582,7 @@ TEST(HtmlReport, DestroyedWhileOpenKeepsItsFile) {
   }
   HtmlReport another;
   EXPECT_EQ(another.Open((folder / L"a.html").c_str()), REPORT_FILE_ERROR);
-  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(folder / L"a.html")), 0u);
+  EXPECT_EQ(std::filesystem::file_size(asPath(folder / L"a.html")), 0u);
 }
 
 TEST(HtmlReportCopy, WritesToTheSameFile) {
@@ -686,7 +686,7 @@ TEST(HtmlReportOnAHostsFile, TakesOverFromAFileThatIsOpenAndLosesNothingOfIt) {
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   report.Text(L"two", PARAGRAPH_NONE, L"", 0);
   EXPECT_EQ(report.Close(), REPORT_OK);
-  EXPECT_EQ(std::filesystem::file_size(std::filesystem::path(folder / L"a.html")), 3u);
+  EXPECT_EQ(std::filesystem::file_size(asPath(folder / L"a.html")), 3u);
   EXPECT_EQ(file.bytes, "two</body></html>\n");
   EXPECT_EQ(report.Open((folder / L"b.html").c_str()), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);

@@ -24,7 +24,7 @@ bool isHeld(const std::wstring& path) {
   return !file.Open(path.c_str());
 }
 
-std::uintmax_t sizeOf(const std::wstring& path) { return std::filesystem::file_size(std::filesystem::path(path)); }
+std::uintmax_t sizeOf(const std::wstring& path) { return std::filesystem::file_size(asPath(path)); }
 
 template <typename Report>
 struct Lifecycle : testing::Test {

@@ -40,7 +40,7 @@ TEST(TemplatesList, IsInTheOrderOfTheFileSystem) {
     writeBytes(folder / file, "");
   }
   Names inOrder;
-  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(folder.path()))) {
+  for (const auto& entry : std::filesystem::directory_iterator(asPath(folder.path()))) {
     inOrder.push_back(entry.path().stem().wstring());
   }
   Names names;
@@ -74,7 +74,7 @@ TEST(TemplatesList, CapitalizesLettersBeyondAscii) {
 
 TEST(TemplatesList, HasNeitherFoldersNorOtherFiles) {
   const TemporaryFolder folder;
-  std::filesystem::create_directory(std::filesystem::path(folder / L"folder.htm"));
+  std::filesystem::create_directory(asPath(folder / L"folder.htm"));
   for (const wchar_t* file : {L"page.html", L"page.htmx", L"htm", L"a.htm.bak", L"one.htm"}) {
     writeBytes(folder / file, "");
   }

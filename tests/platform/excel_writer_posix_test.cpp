@@ -256,8 +256,8 @@ TEST(ExcelWriterTarget, MayBeALink) {
   const TemporaryFolder folder;
   const TemporaryFolder elsewhere;
   writeBytes(elsewhere / L"real.xlsx", "earlier");
-  const std::filesystem::path link(folder / L"link.xlsx");
-  std::filesystem::create_symlink(std::filesystem::path(elsewhere / L"real.xlsx"), link);
+  const std::filesystem::path link = asPath(folder / L"link.xlsx");
+  std::filesystem::create_symlink(asPath(elsewhere / L"real.xlsx"), link);
   ExcelWriter writer;
   ASSERT_TRUE(writer.Begin((folder / L"link.xlsx").c_str(), nullptr));
   writeCell(writer, L"a");
@@ -271,7 +271,7 @@ TEST(ExcelWriterTarget, MayBeALink) {
 TEST(ExcelWriterTarget, KeepsItsPermissions) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.xlsx", "secret");
-  const std::filesystem::path path(folder / L"a.xlsx");
+  const std::filesystem::path path = asPath(folder / L"a.xlsx");
   std::filesystem::permissions(path, perms::owner_read | perms::owner_write);
   ExcelWriter writer;
   ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
@@ -292,7 +292,7 @@ TEST(ExcelWriterTarget, StaysWhenAnotherProgramHasWrittenIt) {
 TEST(ExcelWriterTarget, MayBeARelativePath) {
   const TemporaryFolder folder;
   const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path(std::filesystem::path(folder.path()));
+  std::filesystem::current_path(asPath(folder.path()));
   ExcelWriter writer;
   EXPECT_TRUE(writer.Begin(L"a.xlsx", nullptr));
   std::filesystem::current_path(before);
@@ -319,15 +319,15 @@ TEST(ExcelWriterTarget, MayBeADeviceWithItsTemporaryFilesElsewhere) {
     EXPECT_TRUE(abandoned.Begin(L"/dev/full", nullptr));
   }
   ::setenv("TMPDIR", old.c_str(), 1);
-  EXPECT_TRUE(std::filesystem::is_empty(std::filesystem::path(folder.path())));
+  EXPECT_TRUE(std::filesystem::is_empty(asPath(folder.path())));
   EXPECT_EQ(log.lines().size(), 1u);
 }
 
 TEST(ExcelWriterTarget, IsRefusedWhereNothingCanStandBesideIt) {
   const TemporaryFolder folder;
-  const std::filesystem::path path(folder.path());
+  const std::filesystem::path path = asPath(folder.path());
   writeBytes(folder / L"a.xlsx", "earlier");
-  std::filesystem::permissions(folder / L"a.xlsx", perms::all);
+  std::filesystem::permissions(asPath(folder / L"a.xlsx"), perms::all);
   std::filesystem::permissions(path, perms(0555));
   const uid_t user = ::geteuid();
   constexpr uid_t kNobody = 65534;

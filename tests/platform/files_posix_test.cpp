@@ -10,6 +10,9 @@
 #include <cstdint>
 #include <filesystem>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 using namespace scrivalen::platform;
 using namespace scrivalen::test;
 
@@ -31,11 +34,42 @@ TEST(Files, HavePermissionsThatCanBeCopied) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "");
   writeBytes(folder / L"b", "");
-  const std::filesystem::path first(folder / L"a");
+  const std::filesystem::path first = asPath(folder / L"a");
   std::filesystem::permissions(first, std::filesystem::perms(0640));
   EXPECT_TRUE(copyPermissions(folder / L"a", folder / L"b"));
-  EXPECT_EQ(std::filesystem::status(std::filesystem::path(folder / L"b")).permissions(), std::filesystem::perms(0640));
+  EXPECT_EQ(std::filesystem::status(asPath(folder / L"b")).permissions(), std::filesystem::perms(0640));
   EXPECT_FALSE(copyPermissions(folder / L"missing", folder / L"b"));
+}
+
+TEST(Paths, CarryBytesThatAreNotUtf8) {
+  for (const std::string bytes :
+       {"a\xE4z", "\xC3(", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\xC3\xA4\x80", "\xFF\xFE"}) {
+    EXPECT_EQ(narrowPath(widePath(bytes)), bytes);
+  }
+  EXPECT_EQ(widePath("a\xE4z"), std::wstring(L"a") + static_cast<wchar_t>(0xDCE4) + L"z");
+}
+
+TEST(Paths, OfBytesThatAreNotUtf8LeadToTheFileOfThatName) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / widePath("b\xE4r.txt");
+  writeBytes(path, "x");
+  EXPECT_EQ(filesEndingWith(folder.path(), L".txt"), std::vector<std::wstring>{widePath("b\xE4r.txt")});
+  const int fd = ::open((narrowPath(folder.path()) + "/b\xE4r.txt").c_str(), O_RDONLY);
+  EXPECT_GE(fd, 0);
+  ::close(fd);
+  EXPECT_EQ(resolvedPath(path), path);
+  EXPECT_TRUE(deleteFile(path));
+}
+
+TEST(Paths, ThatNoNameCanHaveAreRefused) {
+  const TemporaryFolder folder;
+  for (const int unit : {0xD83D, 0xDC7F, 0xDD00, 0x110000}) {
+    const std::wstring path = folder / (L"a" + std::wstring(1, static_cast<wchar_t>(unit)));
+    EXPECT_FALSE(openExclusive(path));
+    EXPECT_EQ(lastSystemError(), std::uint32_t{EILSEQ});
+    EXPECT_FALSE(pathExists(path));
+  }
+  EXPECT_TRUE(filesEndingWith(folder.path(), L"").empty());
 }
 
 TEST(Files, HaveNoSizeWhenTheyAreDevices) {
@@ -65,7 +99,7 @@ TEST(Files, DevicesAreSpecialAndCanBeWrittenTo) {
 TEST(Files, ResolvesLinks) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "");
-  std::filesystem::create_symlink(std::filesystem::path(folder / L"a"), std::filesystem::path(folder / L"link"));
+  std::filesystem::create_symlink(asPath(folder / L"a"), asPath(folder / L"link"));
   EXPECT_EQ(resolvedPath(folder / L"link"), resolvedPath(folder / L"a"));
   EXPECT_EQ(fileNameOf(resolvedPath(folder / L"link")), L"a");
   EXPECT_EQ(resolvedPath(folder / L"missing"), folder / L"missing");

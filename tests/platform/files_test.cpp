@@ -2,6 +2,8 @@
 
 #include "support/files.h"
 
+#include <scrivalen/text.h>
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -119,6 +121,14 @@ TEST(Files, NamesMayHoldAnyLetters) {
   EXPECT_TRUE(pathExists(path));
   EXPECT_EQ(filesEndingWith(folder.path(), L".TXT"),
             std::vector<std::wstring>{L"r\u00E9sum\u00E9 \u4E2D\u6587 & 'x'.txt"});
+}
+
+TEST(Paths, KeepTheirLettersInNarrowForm) {
+  const std::wstring path = L"a/r\u00E9sum\u00E9 \u4E2D.txt";
+  EXPECT_EQ(narrowPath(path), "a/r\xC3\xA9sum\xC3\xA9 \xE4\xB8\xAD.txt");
+  EXPECT_EQ(widePath(narrowPath(path)), path);
+  EXPECT_EQ(widePath("\xF0\x9F\x98\x80"), scrivalen::FromUtf8("\xF0\x9F\x98\x80"));
+  EXPECT_EQ(narrowPath(scrivalen::FromUtf8("\xF0\x9F\x98\x80")), "\xF0\x9F\x98\x80");
 }
 
 TEST(Files, MoveReplacesTheTarget) {

@@ -123,12 +123,12 @@ TEST(TargetFile, HasTemporaryFilesThatNobodyElseMayRead) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "secret");
   constexpr auto kOwnersOnly = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
-  std::filesystem::permissions(folder / L"a", kOwnersOnly);
-  const auto permissions = std::filesystem::status(folder / L"a").permissions();
+  std::filesystem::permissions(asPath(folder / L"a"), kOwnersOnly);
+  const auto permissions = std::filesystem::status(asPath(folder / L"a")).permissions();
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
   const auto temporary = target.createTemporary();
   ASSERT_TRUE(temporary.has_value());
-  EXPECT_EQ(std::filesystem::status(*temporary).permissions(), permissions);
+  EXPECT_EQ(std::filesystem::status(asPath(*temporary)).permissions(), permissions);
   EXPECT_TRUE(deleteFile(*temporary));
 }

@@ -44,7 +44,7 @@ std::string commaNumbers() {
 bool setDecimalComma() {
   const TemporaryFolder folder;
   std::error_code error;
-  std::filesystem::create_directory(std::filesystem::path(folder / L"scrivalen_comma"), error);
+  std::filesystem::create_directory(asPath(folder / L"scrivalen_comma"), error);
   writeBytes(folder / L"scrivalen_comma/LC_NUMERIC", commaNumbers());
   std::string path;
   platform::appendUtf8(path, folder.path());

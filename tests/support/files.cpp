@@ -1,25 +1,17 @@
 #include "support/files.h"
 
 #include "platform/files.h"
-#include "platform/utf.h"
 
 #include <gtest/gtest.h>
-
-#include <filesystem>
 
 using namespace scrivalen::platform;
 
 namespace scrivalen::test {
-namespace {
 
-// Through UTF-8, because wide paths would go through the locale on some systems.
 std::filesystem::path asPath(const std::wstring& path) {
-  std::string utf8;
-  appendUtf8(utf8, path);
-  return std::u8string(utf8.begin(), utf8.end());
+  const std::string bytes = narrowPath(path);
+  return std::u8string(bytes.begin(), bytes.end());
 }
-
-}  // namespace
 
 TemporaryFolder::TemporaryFolder() {
   const auto folder = createPrivateFolder();

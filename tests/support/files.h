@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -23,6 +24,8 @@ class TemporaryFolder {
   std::wstring path_;
 };
 
+/// A path for the standard library, which would convert wide text by the locale on some systems.
+std::filesystem::path asPath(const std::wstring& path);
 /// The bytes of a file; fails the test when it cannot be read.
 std::string bytesOf(const std::wstring& path);
 void writeBytes(const std::wstring& path, std::string_view bytes);

@@ -23,11 +23,11 @@ TemporaryTemplate::TemporaryTemplate(std::string_view bytes) : TemporaryTemplate
 
 TemporaryTemplate::~TemporaryTemplate() {
   std::error_code ignored;
-  std::filesystem::remove(std::filesystem::path(path()), ignored);
+  std::filesystem::remove(asPath(path()), ignored);
 }
 
 TemporaryTemplate::TemporaryTemplate(Unreadable) : TemporaryTemplate() {
-  EXPECT_TRUE(std::filesystem::create_directory(std::filesystem::path(path())));
+  EXPECT_TRUE(std::filesystem::create_directory(asPath(path())));
 }
 
 std::wstring TemporaryTemplate::path() const { return templateFolder() + kPathSeparator + name_; }

@@ -3,26 +3,31 @@
 #include "platform/files.h"
 #include "texts.h"
 
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-
 namespace scrivalen::command {
 namespace {
 
 constexpr std::string_view kLinkStart = " href=\"";
 
-bool readFile(const std::filesystem::path& path, std::string& bytes) {
-  std::ifstream file(path, std::ios::binary);
-  bytes.assign(std::istreambuf_iterator<char>(file), {});
-  return file.good() || file.eof();
+bool readFile(const std::wstring& path, std::string& bytes) {
+  const platform::NativeFile file = platform::openForReading(path);
+  if (!file) {
+    return false;
+  }
+  char chunk[16384];
+  std::optional<std::size_t> size;
+  while ((size = platform::readSome(file, chunk, sizeof chunk)).value_or(0) > 0) {
+    bytes.append(chunk, *size);
+  }
+  return platform::closeFile(file) && size.has_value();
 }
 
-bool writeFile(const std::filesystem::path& path, const std::string& bytes) {
-  std::ofstream file(path, std::ios::binary);
-  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  file.close();
-  return file.good();
+bool writeFile(const std::wstring& path, const std::string& bytes) {
+  const platform::NativeFile file = platform::openExclusive(path);
+  if (!file) {
+    return false;
+  }
+  const bool isWritten = platform::writeAll(file, bytes.data(), bytes.size());
+  return platform::closeFile(file) && isWritten;
 }
 
 int hexValue(char digit) {
@@ -126,7 +131,7 @@ bool HelpTopics::finish() {
 
 // A page is written before it is known where the places are that it links to.
 bool HelpTopics::completeLinks(std::size_t topic) {
-  const std::filesystem::path path(pathOf(topics_[topic]));
+  const std::wstring path = pathOf(topics_[topic]);
   std::string page;
   if (!readFile(path, page)) {
     return false;

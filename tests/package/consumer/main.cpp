@@ -32,6 +32,12 @@ bool contains(const std::string& text, std::string_view part) { return text.find
 
 std::wstring wide(const char* ascii) { return scrivalen::FromUtf8(ascii); }
 
+// The standard library would convert wide text by the locale on some systems.
+std::filesystem::path asPath(const std::wstring& path) {
+  const std::string utf8 = scrivalen::ToUtf8(path);
+  return std::u8string(utf8.begin(), utf8.end());
+}
+
 /// ASCII text as UTF-16LE.
 std::string utf16(std::string_view ascii) {
   std::string bytes;
@@ -88,7 +94,7 @@ void checkTemplates() {
   MultiReport report;
   std::wstring path;
   expect(report.MakeTemplateName(path, L"default.htm") == 1, "the template folder stands beside the library");
-  expect(std::filesystem::is_regular_file(std::filesystem::path(path)), "the template's path leads to a file");
+  expect(std::filesystem::is_regular_file(asPath(path)), "the template's path leads to a file");
 }
 
 void checkVersion() {
