@@ -72,5 +72,11 @@ class SCRIVALEN_API HtmlReport : public AReport {
 
  private:
   struct State;
+  void takeState(const State& state);
+  void dropState();
+  void beginPage(std::wstring& page);
+  void abandon();
+  REPORT_ERRORS closeOwnFile();
+  REPORT_ERRORS closeHostsFile(bool isWhole);
   std::unique_ptr<State> state_;
 };

@@ -27,9 +27,10 @@ class SCRIVALEN_API MultiReport : public AReport {
   void SetStyles(const wchar_t* text);
 
   /// Opens every report under its own name.
-  /// @return REPORT_FILE_ERROR at the first that fails, with its error text; those after it are not opened
+  /// @return REPORT_FILE_ERROR at the first that fails, with its error text; those after it are not opened. So it is
+  ///         too when memory ran out for an AddReport since the last Clear: then no report is opened
   REPORT_ERRORS Open() override;
-  /// Opens every report under one name; meant for a single report. A failure leaves the error text unchanged.
+  /// Opens every report under one name; meant for a single report. A report that fails leaves the error text unchanged.
   REPORT_ERRORS Open(const wchar_t* file) override;
   /// Closes every report.
   /// @return the first result that is not REPORT_OK, with that report's error text
@@ -65,5 +66,7 @@ class SCRIVALEN_API MultiReport : public AReport {
 
  private:
   struct Children;
+  void takeChildren(const Children& children);
+  void dropChildren();
   std::unique_ptr<Children> children_;
 };

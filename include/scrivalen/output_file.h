@@ -31,7 +31,7 @@ OutputBuffer* bufferOf(ReportFile& file);
 /// A file on disk, open for writing by this object alone and buffered (64 KiB).
 ///
 /// The first write that fails is remembered with the system's reason and logged once; later writes do nothing, and
-/// Flush and Close answer false. Nothing is ever raised.
+/// Flush and Close answer false. Nothing is ever raised: a file for which memory runs out cannot be opened.
 class SCRIVALEN_API ReportFile : public OutputFile {
  public:
   ReportFile();

@@ -68,6 +68,10 @@ struct PropertyRecord {
 /// Close. All text is wide and NUL-terminated; a null text counts as an empty one unless its operation says otherwise.
 /// Texts are only read during the call. A report is used by one thread at a time.
 ///
+/// No operation raises. When memory runs out for one that sets the report up (a name, a property, the styles, the
+/// separator, a copy), Open returns REPORT_FILE_ERROR from then on; when it runs out for content, the next Close does,
+/// or the next Open if none is open. GetError then says so, for which it needs no memory.
+///
 /// There is deliberately no virtual destructor: a report is destroyed through its own class, never through AReport.
 /// The order of the virtual operations is part of the interface.
 class SCRIVALEN_API AReport {
@@ -90,7 +94,7 @@ class SCRIVALEN_API AReport {
   virtual void AddProperty(const wchar_t* name, const wchar_t* value);
   /// Sets the text between two cells of a row (text).
   virtual void SetColumnSeparator(const std::wstring& separator);
-  /// The text with what the format gives a meaning to escaped; here an unchanged copy.
+  /// The text with what the format gives a meaning to escaped; here an unchanged copy. Empty when memory runs out.
   virtual std::wstring Quoting(const std::wstring& text);
   /// Writes a text, as a paragraph of its own unless @p type is PARAGRAPH_NONE.
   /// @param style  attribute text for a heading (HTML)
@@ -184,5 +188,7 @@ class SCRIVALEN_API AReport {
   std::wstring styles_;
   std::wstring error_;
   std::int32_t openFlag_ = 0;
+  /// What was lost because memory ran out: 1 settings, 2 content, 4 the error text. It takes the place of padding.
+  std::int32_t lost_ = 0;
   std::vector<std::shared_ptr<PropertyRecord>> properties_;
 };

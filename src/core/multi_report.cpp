@@ -1,6 +1,7 @@
 #include "scrivalen/multi_report.h"
 
 #include "core/left_behind.h"
+#include "core/report_error.h"
 #include "formats/chm_report.h"
 #include "formats/excel_report.h"
 #include "formats/text_report.h"
@@ -14,11 +15,13 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <utility>
 #include <vector>
 
 using namespace scrivalen::platform;
 using scrivalen::core::leaveBehind;
+using scrivalen::core::ReportError;
 
 namespace {
 
@@ -58,6 +61,14 @@ std::shared_ptr<AReport> createReport(REPORT_FORMAT format) {
 }  // namespace
 
 struct MultiReport::Children {
+  // Stands in, empty and never changed, where there is no memory for a list.
+  static Children& none() {
+    static Children children;
+    return children;
+  }
+
+  bool isNone() const { return this == &none(); }
+
   // Copies of a MultiReport share the children, so what is known of a child is shared too.
   std::vector<std::shared_ptr<Child>> list;
 
@@ -72,28 +83,29 @@ struct MultiReport::Children {
   // Calls one operation that has a result on every child.
   // @return the first result that is not REPORT_OK; `error` then is that child's text
   template <typename Operation>
-  REPORT_ERRORS callEach(std::wstring& error, Operation operation) {
+  REPORT_ERRORS callEach(ReportError error, Operation operation) {
     REPORT_ERRORS first = REPORT_OK;
     for (const auto& child : list) {
       const REPORT_ERRORS result = contained(REPORT_FILE_ERROR, [&] { return operation(*child); });
       if (first == REPORT_OK && result != REPORT_OK) {
         first = result;
-        contained([&] { error = child->report->GetError(); });
+        error.set(child->report->GetError());
       }
     }
     return first;
   }
 
   // The list goes. A child that no other MultiReport has goes too, unless it is open or was never cleared.
-  void release() {
-    for (auto& child : std::exchange(list, {})) {
+  void release() noexcept {
+    const auto released = std::exchange(list, {});
+    for (const auto& child : released) {
       if (child.use_count() == 1 && (child->open || !child->cleared)) {
         leaveBehind(child);
       }
     }
   }
 
-  void clear() {
+  void clear() noexcept {
     for (const auto& child : list) {
       child->cleared = true;
     }
@@ -101,32 +113,46 @@ struct MultiReport::Children {
   }
 };
 
-MultiReport::MultiReport() : children_(std::make_unique<Children>()) {}
+MultiReport::MultiReport() : children_(&Children::none()) { takeChildren(Children::none()); }
 
-MultiReport::MultiReport(const MultiReport& other)
-    : AReport(other), children_(std::make_unique<Children>(*other.children_)) {}
+MultiReport::MultiReport(const MultiReport& other) : AReport(other), children_(&Children::none()) {
+  takeChildren(*other.children_);
+}
 
 MultiReport& MultiReport::operator=(const MultiReport& other) {
   if (this != &other) {
     AReport::operator=(other);
-    contained([&] {
-      Children copy = *other.children_;
-      children_->release();
-      *children_ = std::move(copy);
-    });
+    takeChildren(*other.children_);
   }
   return *this;
 }
 
-MultiReport::~MultiReport() {
-  contained([&] { children_->release(); });
+MultiReport::~MultiReport() { dropChildren(); }
+
+void MultiReport::takeChildren(const Children& children) {
+  ReportError(error_, lost_).keepSetting([&] {
+    auto copy = std::make_unique<Children>(children);
+    dropChildren();
+    children_ = std::move(copy);
+  });
+}
+
+void MultiReport::dropChildren() {
+  if (children_->isNone()) {
+    children_.release();
+  } else {
+    children_->release();
+  }
 }
 
 void MultiReport::AddReport(REPORT_FORMAT format, const wchar_t* file, const wchar_t* templateFile) {
   if (!file || !*file) {
     return;
   }
-  contained([&] {
+  ReportError(error_, lost_).keepSetting([&] {
+    if (children_->isNone()) {
+      throw std::bad_alloc();
+    }
     const std::shared_ptr<AReport> report = createReport(format);
     if (!report) {
       CLog::Bug2(
@@ -140,16 +166,23 @@ void MultiReport::AddReport(REPORT_FORMAT format, const wchar_t* file, const wch
 }
 
 void MultiReport::Clear() {
-  contained([&] { children_->clear(); });
+  if (!children_->isNone()) {
+    children_->clear();
+    ReportError(error_, lost_).forgetLoss();
+  }
 }
 
 void MultiReport::SetStyles(const wchar_t* text) { children_->forward(&AReport::SetStyles, text); }
 
 REPORT_ERRORS MultiReport::Open() {
+  ReportError error(error_, lost_);
+  if (error.reportLoss()) {
+    return REPORT_FILE_ERROR;
+  }
   return contained(REPORT_FILE_ERROR, [&] {
     for (const auto& child : children_->list) {
       if (child->report->Open() != REPORT_OK) {
-        error_ = child->report->GetError();
+        error.set(child->report->GetError());
         return REPORT_FILE_ERROR;
       }
       child->open = true;
@@ -159,6 +192,9 @@ REPORT_ERRORS MultiReport::Open() {
 }
 
 REPORT_ERRORS MultiReport::Open(const wchar_t* file) {
+  if (ReportError(error_, lost_).reportLoss()) {
+    return REPORT_FILE_ERROR;
+  }
   return contained(REPORT_FILE_ERROR, [&] {
     for (const auto& child : children_->list) {
       if (child->report->Open(file) != REPORT_OK) {
@@ -171,14 +207,18 @@ REPORT_ERRORS MultiReport::Open(const wchar_t* file) {
 }
 
 REPORT_ERRORS MultiReport::Close() {
-  return children_->callEach(error_, [](Child& child) {
+  ReportError error(error_, lost_);
+  const bool hasLoss = error.reportLoss(ReportError::kContent);
+  const REPORT_ERRORS result = children_->callEach(error, [](Child& child) {
     child.open = false;
     return child.report->Close();
   });
+  return hasLoss && result == REPORT_OK ? REPORT_FILE_ERROR : result;
 }
 
 REPORT_ERRORS MultiReport::BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
-  return children_->callEach(error_, [&](Child& child) { return child.report->BeginSubDocument(folder, file, title); });
+  return children_->callEach(ReportError(error_, lost_),
+                             [&](Child& child) { return child.report->BeginSubDocument(folder, file, title); });
 }
 
 void MultiReport::AddProperty(const wchar_t* name, const wchar_t* value) {

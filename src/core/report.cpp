@@ -1,5 +1,6 @@
 #include "scrivalen/report.h"
 
+#include "core/report_error.h"
 #include "core/template_path.h"
 #include "platform/clock.h"
 #include "platform/clog.h"
@@ -16,6 +17,7 @@
 #include <type_traits>
 
 using namespace scrivalen::platform;
+using scrivalen::core::ReportError;
 
 namespace {
 
@@ -74,18 +76,19 @@ std::wstring localDate(std::int64_t seconds) {
 }  // namespace
 
 AReport::AReport() = default;
-AReport::AReport(const AReport& other) = default;
+AReport::AReport(const AReport& other) { *this = other; }
 AReport::~AReport() = default;
 
 AReport& AReport::operator=(const AReport& other) {
   if (this != &other) {
-    contained([&] {
+    openFlag_ = other.openFlag_;
+    lost_ = other.lost_;
+    ReportError(error_, lost_).set(other.error_);
+    ReportError(error_, lost_).keepSetting([&] {
       reserved_ = other.reserved_;
       outputFileName_ = other.outputFileName_;
       templateFileName_ = other.templateFileName_;
       styles_ = other.styles_;
-      error_ = other.error_;
-      openFlag_ = other.openFlag_;
       properties_ = other.properties_;
     });
   }
@@ -93,13 +96,19 @@ AReport& AReport::operator=(const AReport& other) {
 }
 
 void AReport::AddProperty(const wchar_t* name, const wchar_t* value) {
-  contained([&] {
+  ReportError(error_, lost_).keepSetting([&] {
     properties_.push_back(std::make_shared<PropertyRecord>(PropertyRecord{orEmpty(name), orEmpty(value)}));
   });
 }
 
 void AReport::SetColumnSeparator(const std::wstring&) {}
-std::wstring AReport::Quoting(const std::wstring& text) { return text; }
+
+std::wstring AReport::Quoting(const std::wstring& text) {
+  std::wstring copy;
+  ReportError(error_, lost_).keepContent([&] { copy = text; });
+  return copy;
+}
+
 REPORT_ERRORS AReport::BeginSubDocument(const wchar_t*, const wchar_t*, const wchar_t*) { return REPORT_OK; }
 void AReport::EndSubDocument() {}
 void AReport::BeginParagraph(PARAGRAPH_TYPE, const wchar_t*) {}
@@ -115,55 +124,54 @@ const wchar_t* AReport::GetProperty(const wchar_t* name) const {
 }
 
 void AReport::SetStyles(const wchar_t* text) {
-  contained([&] { styles_ = orEmpty(text); });
+  ReportError(error_, lost_).keepSetting([&] { styles_ = orEmpty(text); });
 }
 
 void AReport::SetOutputFileName(const wchar_t* name) {
-  contained([&] { outputFileName_ = orEmpty(name); });
+  ReportError(error_, lost_).keepSetting([&] { outputFileName_ = orEmpty(name); });
 }
 
 void AReport::SetTemplateFileName(const wchar_t* name) {
   if (name && *name) {
-    contained([&] { templateFileName_ = name; });
+    ReportError(error_, lost_).keepSetting([&] { templateFileName_ = name; });
   }
 }
 
 const wchar_t* AReport::GetOutputFileName() const { return outputFileName_.c_str(); }
 const wchar_t* AReport::GetTemplateFileName() const { return templateFileName_.c_str(); }
-const wchar_t* AReport::GetError() const { return error_.c_str(); }
+const wchar_t* AReport::GetError() const { return ReportError::textOf(error_, lost_); }
 
 int AReport::OpenReportFile(ReportFile& file, const wchar_t* name) {
-  int opened = 0;
-  Reason failure;
-  containedIn(failure, [&] {
-    opened = file.Open(name) ? 1 : 0;
-    if (!opened) {
-      error_ = FMT::Format(kOpenError, orEmpty(name), file.Error());
-    }
-  });
-  if (!failure.empty()) {
-    assignWhatFits(error_, failure.text());
+  ReportError error(error_, lost_);
+  if (error.reportLoss()) {
+    return 0;
   }
-  return opened;
+  if (!file.Open(name)) {
+    error.set(kOpenError, orEmpty(name), file.Error());
+    return 0;
+  }
+  return 1;
 }
 
 int AReport::MakeTemplateName(std::wstring& path, const wchar_t* name) {
-  return contained(0, [&] {
+  int found = 0;
+  ReportError(error_, lost_).keepContent([&] {
     const auto inFolder = scrivalen::core::templatePath(modulePath(), orEmpty(name));
     if (!inFolder) {
-      return 0;
+      return;
     }
     path = *inFolder;
-    if (pathExists(path)) {
-      return 1;
+    found = pathExists(path) ? 1 : 0;
+    if (!found) {
+      CLog::Bug2(FMT::Format(L"Template '%s' not found.", path));
     }
-    CLog::Bug2(FMT::Format(L"Template '%s' not found.", path));
-    return 0;
   });
+  return found;
 }
 
 REPORT_ERRORS AReport::LoadTemplate(std::wstring* text, const wchar_t* name, int fullPath) {
-  return contained(REPORT_FILE_ERROR, [&] {
+  ReportError error(error_, lost_);
+  return error.resultOf([&] {
     std::wstring path = orEmpty(name);
     if (!fullPath && !MakeTemplateName(path, name)) {
       return REPORT_TEMPLATE_NOT_FOUND;
@@ -174,13 +182,13 @@ REPORT_ERRORS AReport::LoadTemplate(std::wstring* text, const wchar_t* name, int
     }
     std::wstring reason;
     CLog::FormatLastError(reason);
-    error_ = FMT::Format(kOpenError, path, reason);
+    error.set(kOpenError, path, reason);
     return REPORT_FILE_ERROR;
   });
 }
 
 void AReport::PrepareTemplate(std::wstring& text) {
-  contained([&] {
+  ReportError(error_, lost_).keepContent([&] {
     for (const auto& property : properties_) {
       if (!property->name.empty()) {
         text = replaceAll(text, property->name, property->value);
@@ -205,8 +213,12 @@ void AReport::Row3(const wchar_t* t1, const wchar_t* t2, const wchar_t* t3, int 
 }
 
 void AReport::Row2NotEmptyWithQuote(const wchar_t* name, const wchar_t* value) {
-  if (value && *value) {
-    Row2(name, Quoting(value).c_str(), 0, nullptr, nullptr);
+  if (!value || !*value) {
+    return;
+  }
+  std::wstring quoted;
+  if (ReportError(error_, lost_).keepContent([&] { quoted = Quoting(value); })) {
+    Row2(name, quoted.c_str(), 0, nullptr, nullptr);
   }
 }
 
@@ -218,11 +230,13 @@ void AReport::AttributeRowHeader() {
 }
 
 void AReport::ReportCreated() {
-  const std::wstring date = contained(std::wstring(), [] { return localDate(currentTime()); });
+  std::wstring date;
+  ReportError(error_, lost_).keepContent([&] { date = localDate(currentTime()); });
   Row2(L"Report Created", date.c_str(), 0, nullptr, nullptr);
 }
 
 void AReport::ProductRow(const wchar_t* label) {
-  const std::wstring product = contained(std::wstring(), [] { return CLog::VersionStr(0) + L", Unicode, x64"; });
+  std::wstring product;
+  ReportError(error_, lost_).keepContent([&] { product = CLog::VersionStr(0) + L", Unicode, x64"; });
   Row2(label, product.c_str(), 0, nullptr, nullptr);
 }

@@ -1,20 +1,18 @@
 #include "core/report_closing.h"
 
-#include "platform/fmt.h"
-
 namespace scrivalen::core {
 
-REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& loss, std::wstring& error) {
+REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& loss, ReportError error) noexcept {
   if (!file.IsOpen()) {
     return REPORT_OK;
   }
   const bool whole = file.Close();
   platform::logLoss(file.Name(), loss);
-  if (whole) {
-    return REPORT_OK;
+  const bool hasLoss = error.reportLoss();
+  if (!whole) {
+    error.set(L"File write error for '%s'. %s", file.Name(), file.WriteError());
   }
-  error = FMT::Format(L"File write error for '%s'. %s", file.Name(), file.WriteError());
-  return REPORT_FILE_ERROR;
+  return whole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;
 }
 
 }  // namespace scrivalen::core

@@ -1,14 +1,13 @@
 #pragma once
 
+#include "core/report_error.h"
 #include "platform/loss.h"
 #include "scrivalen/report.h"
-
-#include <string>
 
 namespace scrivalen::core {
 
 /// Closes a report's file and tells in the log which characters it could not hold.
-/// @param error  receives the reason when bytes were lost
-REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& loss, std::wstring& error);
+/// @param error  receives the reason when bytes were lost, or content because memory ran out
+REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& loss, ReportError error) noexcept;
 
 }  // namespace scrivalen::core

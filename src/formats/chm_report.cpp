@@ -1,5 +1,6 @@
 #include "formats/chm_report.h"
 
+#include "core/report_error.h"
 #include "core/template_path.h"
 #include "platform/clog.h"
 #include "platform/contain.h"
@@ -15,6 +16,7 @@
 #include <optional>
 
 using namespace scrivalen::platform;
+using scrivalen::core::ReportError;
 
 namespace {
 
@@ -152,8 +154,21 @@ void CHMReport::Page::setTitle(const wchar_t* title) {
   }
 }
 
+REPORT_ERRORS CHMReport::Page::Open(const wchar_t* file) {
+  const REPORT_ERRORS result = HtmlReport::Open(file);
+  isCreated_ = result == REPORT_OK;
+  return result;
+}
+
+void CHMReport::Page::forgetLoss() { ReportError(error_, lost_).forgetLoss(); }
+
 REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
-  return contained(REPORT_FILE_ERROR, [&] {
+  ReportError error(error_, lost_);
+  return error.resultOf([&] {
+    if (error.reportLoss()) {
+      return REPORT_FILE_ERROR;
+    }
+    page_.forgetLoss();
     const wchar_t* const title = GetProperty(kTitle);
     target_ = orEmpty(file);
     defaultTopic_.clear();
@@ -172,27 +187,31 @@ REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
 }
 
 REPORT_ERRORS CHMReport::BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
-  return contained(REPORT_FILE_ERROR, [&] {
-    if (openFlag_ == 0) {
-      error_ = L"The report is not open.";
-      return REPORT_FILE_ERROR;
-    }
-    const std::wstring path = orEmpty(folder) + std::wstring(orEmpty(file));
-    if (const auto reason = whyNoTopic(path)) {
-      error_ = *reason;
-      reportFailure(error_);
-      return REPORT_FILE_ERROR;
-    }
-    folder_ = orEmpty(folder);
-    addTopic(path, title);
-    preparePage(path, title);
-    const REPORT_ERRORS result = openPage(path);
-    if (result != REPORT_OK) {
-      error_ = page_.GetError();
-      reportFailure(error_);
-    }
-    return result;
-  });
+  REPORT_ERRORS result = REPORT_FILE_ERROR;
+  ReportError(error_, lost_).keepContent([&] { result = beginTopic(folder, file, title); });
+  return result;
+}
+
+REPORT_ERRORS CHMReport::beginTopic(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
+  if (openFlag_ == 0) {
+    error_ = L"The report is not open.";
+    return REPORT_FILE_ERROR;
+  }
+  const std::wstring path = orEmpty(folder) + std::wstring(orEmpty(file));
+  if (const auto reason = whyNoTopic(path)) {
+    error_ = *reason;
+    reportFailure(error_);
+    return REPORT_FILE_ERROR;
+  }
+  folder_ = orEmpty(folder);
+  addTopic(path, title);
+  preparePage(path, title);
+  const REPORT_ERRORS result = openPage(path);
+  if (result != REPORT_OK) {
+    error_ = page_.GetError();
+    reportFailure(error_);
+  }
+  return result;
 }
 
 void CHMReport::addTopic(const std::wstring& path, const wchar_t* title) {
@@ -223,15 +242,11 @@ void CHMReport::claimPage(const std::wstring& path) {
 // A page that was created but could not be begun is this report's, too.
 REPORT_ERRORS CHMReport::openPage(const std::wstring& path) {
   std::wstring opened = path;
-  const bool wasOpen = page_.isOpen();
   const REPORT_ERRORS result = page_.Open();
-  const bool isCreated = page_.isOpen() && !wasOpen;
   if (result == REPORT_OK) {
     openTopic_.swap(opened);
-  } else if (isCreated) {
-    page_.Close();
   }
-  if (isCreated) {
+  if (page_.takeIsCreated()) {
     claimPage(path);
   }
   return result;
@@ -252,7 +267,7 @@ void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
 
 void CHMReport::EndSubDocument() {
   if (page_.Close() != REPORT_OK) {
-    contained([&] { keepFailure(page_.GetError()); });
+    ReportError(error_, lost_).keepContent([&] { keepFailure(page_.GetError()); });
   }
   openTopic_.clear();
 }
@@ -274,28 +289,31 @@ REPORT_ERRORS CHMReport::Close() {
     return REPORT_OK;
   }
   openFlag_ = 0;
+  ReportError error(error_, lost_);
   Compiled compiled;
-  const bool isRun = contained(false, [&] {
+  const bool isRun = error.keepContent([&] {
+    if (error.reportLoss()) {
+      keepFailure(kOutOfMemory);
+    }
     if (!openTopic_.empty()) {
       reportFailure(FMT::Format(L"The topic '%s' was not ended.", openTopic_));
     }
     hadTarget_ = pathExists(target_);
     compile(compiled);
-    return true;
   });
   page_.Close();
   openTopic_.clear();
   project_.deleteWorkingFiles();
-  return contained(REPORT_FILE_ERROR, [&] {
+  return error.resultOf([&] {
     if (isRun) {
       finish(compiled);
     }
     logLoss(target_, project_.loss);
-    if (failure_.empty()) {
-      return isRun ? REPORT_OK : REPORT_FILE_ERROR;
+    const bool hasLoss = error.reportLoss();
+    if (!failure_.empty()) {
+      error.set(failure_);
     }
-    error_ = failure_;
-    return REPORT_FILE_ERROR;
+    return hasLoss || !failure_.empty() ? REPORT_FILE_ERROR : REPORT_OK;
   });
 }
 

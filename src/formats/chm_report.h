@@ -5,6 +5,7 @@
 #include "scrivalen/report.h"
 
 #include <string>
+#include <utility>
 
 /// Writes a report as compiled HTML help. Every sub-document is a topic: an HTML page, written where BeginSubDocument
 /// says. Close has the help compiler make one file of them, deletes the pages and moves that file to its target. What
@@ -64,11 +65,20 @@ class CHMReport final : public AReport {
    public:
     /// Makes the title the only property of the next page; null gives it none.
     void setTitle(const wchar_t* title);
-    bool isOpen() const { return openFlag_ != 0; }
+    using HtmlReport::Open;
+    REPORT_ERRORS Open(const wchar_t* file) override;
+    /// Whether a file was created since this was asked last.
+    bool takeIsCreated() { return std::exchange(isCreated_, false); }
+    /// Forgets what pages of an earlier report lost.
+    void forgetLoss();
+
+   private:
+    bool isCreated_ = false;
   };
 
   class Compiled;
 
+  REPORT_ERRORS beginTopic(const wchar_t* folder, const wchar_t* file, const wchar_t* title);
   void addTopic(const std::wstring& path, const wchar_t* title);
   void disownPage(const std::wstring& path);
   void claimPage(const std::wstring& path);

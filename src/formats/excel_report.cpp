@@ -1,10 +1,12 @@
 #include "formats/excel_report.h"
 
+#include "core/report_error.h"
 #include "platform/reason.h"
 
 #include <utility>
 
 using namespace scrivalen::platform;
+using scrivalen::core::ReportError;
 
 namespace {
 
@@ -24,19 +26,26 @@ class Passing {
 
 }  // namespace
 
-ExcelReport::ExcelReport() { error_.reserve(kErrorRoom); }
-
 REPORT_ERRORS ExcelReport::Open(const wchar_t* file) {
+  ReportError error(error_, lost_);
+  if (error.reportLoss()) {
+    return REPORT_FILE_ERROR;
+  }
   const bool begun = writer_.Begin(file, styles_.empty() ? nullptr : styles_.c_str());
   inRow_ = inRow_ && !begun;
-  return answer(begun);
+  return resultOf(begun);
 }
 
-REPORT_ERRORS ExcelReport::Close() { return answer(writer_.End()); }
+REPORT_ERRORS ExcelReport::Close() {
+  if (writer_.IsBegun() && ReportError(error_, lost_).reportLoss()) {
+    writer_.Fail(kOutOfMemory);
+  }
+  return resultOf(writer_.End());
+}
 
-REPORT_ERRORS ExcelReport::answer(bool isDone) noexcept {
+REPORT_ERRORS ExcelReport::resultOf(bool isDone) noexcept {
   if (!isDone) {
-    assignWhatFits(error_, writer_.Error());
+    ReportError(error_, lost_).set(writer_.Error());
   }
   return isDone ? REPORT_OK : REPORT_FILE_ERROR;
 }
@@ -73,7 +82,16 @@ void ExcelReport::SetCellColor(const wchar_t* color) {
   try {
     pendingColor_ = color ? color : L"";
   } catch (...) {
-    writer_.FailRaised();
+    loseColor();
+  }
+}
+
+// Within a catch clause. The workbook knows at once, so that nothing more is written to it.
+void ExcelReport::loseColor() noexcept {
+  if (writer_.IsBegun()) {
+    writer_.Fail(kOutOfMemory);
+  } else {
+    ReportError(error_, lost_).keepContent([] { throw; });
   }
 }
 

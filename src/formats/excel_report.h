@@ -9,7 +9,6 @@
 /// colour of cells are kept, all other formatting is dropped.
 class ExcelReport : public AReport {
  public:
-  ExcelReport();
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
   REPORT_ERRORS Open(const wchar_t* file) override;
   REPORT_ERRORS Close() override;
@@ -38,7 +37,8 @@ class ExcelReport : public AReport {
   void Link(const wchar_t*, const wchar_t*) override {}
 
  private:
-  REPORT_ERRORS answer(bool isDone) noexcept;
+  REPORT_ERRORS resultOf(bool isDone) noexcept;
+  void loseColor() noexcept;
   void writeCell(const wchar_t* text, bool bold);
 
   std::wstring pendingColor_;  // of the next cell

@@ -127,7 +127,9 @@ void CCHM::writeContents(const std::wstring& path) {
   writer.Literal("<UL>");
   writeEntries(writer, topics);
   writer.Literal("</UL>");
-  writer.Close(1);
+  if (!writer.Close(1)) {
+    return noteFailure(std::wstring(writer.Error()), false);
+  }
   std::wstring text;
   appendWide(text, page.bytes);
   for (const ContentsEntry& entry : topics) {

@@ -2,7 +2,7 @@
 
 #include "core/left_behind.h"
 #include "core/report_closing.h"
-#include "platform/clog.h"
+#include "core/report_error.h"
 #include "platform/contain.h"
 #include "platform/files.h"
 #include "platform/fmt.h"
@@ -11,12 +11,22 @@
 #include "platform/utf.h"
 
 #include <algorithm>
+#include <new>
 
 using namespace scrivalen::platform;
+using scrivalen::core::ReportError;
 
 struct HtmlReport::State {
+  // Stands in, bound to no file and never changed, where there is no memory for a state.
+  static State& none() {
+    static State state;
+    return state;
+  }
+
+  bool isNone() const { return this == &none(); }
+
   // What is let go while it is open stays open until the process ends: only Close finishes a file.
-  void leaveFile() {
+  void leaveFile() noexcept {
     if (file && file.use_count() == 1 && file->IsOpen()) {
       scrivalen::core::leaveBehind(std::move(file));
     }
@@ -83,23 +93,37 @@ const char* styleTag(REPORT_STYLE style) { return style == STYLE_BOLD ? "b" : st
 
 }  // namespace
 
-HtmlReport::HtmlReport() : state_(std::make_unique<State>()) {}
+HtmlReport::HtmlReport() : state_(&State::none()) { takeState(State::none()); }
 
-HtmlReport::HtmlReport(const HtmlReport& other) : AReport(other), state_(std::make_unique<State>(*other.state_)) {}
+HtmlReport::HtmlReport(const HtmlReport& other) : AReport(other), state_(&State::none()) { takeState(*other.state_); }
 
 HtmlReport& HtmlReport::operator=(const HtmlReport& other) {
   if (this != &other) {
     AReport::operator=(other);
-    contained([&] {
-      state_->leaveFile();
-      *state_ = *other.state_;
-    });
+    takeState(*other.state_);
   }
   return *this;
 }
 
-HtmlReport::~HtmlReport() {
-  contained([&] { state_->leaveFile(); });
+HtmlReport::~HtmlReport() { dropState(); }
+
+void HtmlReport::takeState(const State& state) {
+  const bool isTaken = ReportError(error_, lost_).keepSetting([&] {
+    auto copy = std::make_unique<State>(state);
+    dropState();
+    state_ = std::move(copy);
+  });
+  if (!isTaken) {
+    openFlag_ = 0;
+  }
+}
+
+void HtmlReport::dropState() {
+  if (state_->isNone()) {
+    state_.release();
+  } else {
+    state_->leaveFile();
+  }
 }
 
 int HtmlReport::GetTemplatesList(const wchar_t* folder, std::vector<std::wstring>* names) {
@@ -120,7 +144,7 @@ int HtmlReport::GetTemplatesList(const wchar_t* folder, std::vector<std::wstring
 }
 
 REPORT_ERRORS HtmlReport::Open() {
-  return contained(REPORT_FILE_ERROR, [&] {
+  return ReportError(error_, lost_).resultOf([&] {
     std::wstring path;
     const int found = MakeTemplateName(path, GetTemplateFileName());
     if (!templateFileName_.empty() && found) {
@@ -131,7 +155,10 @@ REPORT_ERRORS HtmlReport::Open() {
 }
 
 REPORT_ERRORS HtmlReport::Open(const wchar_t* file) {
-  return contained(REPORT_FILE_ERROR, [&] {
+  return ReportError(error_, lost_).resultOf([&] {
+    if (state_->isNone()) {
+      throw std::bad_alloc();
+    }
     if (!state_->file) {
       state_->file = std::make_shared<ReportFile>();
     }
@@ -147,9 +174,13 @@ REPORT_ERRORS HtmlReport::Open(const wchar_t* file) {
 }
 
 REPORT_ERRORS HtmlReport::Open(OutputFile* file) {
-  return contained(REPORT_FILE_ERROR, [&] {
+  ReportError error(error_, lost_);
+  return error.resultOf([&] {
     if (!file) {
-      error_ = L"There is no output file.";
+      error.set(L"There is no output file.");
+      return REPORT_FILE_ERROR;
+    }
+    if (error.reportLoss()) {
       return REPORT_FILE_ERROR;
     }
     state_->writer.Open(*file);
@@ -162,7 +193,8 @@ REPORT_ERRORS HtmlReport::Open(OutputFile* file) {
 }
 
 REPORT_ERRORS HtmlReport::OpenWithTemplate(const wchar_t* output, const wchar_t* templateName) {
-  return contained(REPORT_FILE_ERROR, [&] {
+  ReportError error(error_, lost_);
+  return error.resultOf([&] {
     std::wstring page;
     if (LoadTemplate(&page, templateName, 0) != REPORT_OK) {
       return REPORT_TEMPLATE_NOT_FOUND;
@@ -170,18 +202,32 @@ REPORT_ERRORS HtmlReport::OpenWithTemplate(const wchar_t* output, const wchar_t*
     if (Open(output) != REPORT_OK) {
       return REPORT_FILE_ERROR;
     }
-    if (state_->conforming) {
-      page = decodeUtf8(page, state_->writer);
-    }
-    PrepareTemplate(page);
-    const std::wstring_view text = page;
-    const std::size_t body = text.find(kBody);
-    state_->writer.Text(text.substr(0, body));
-    if (body != std::wstring_view::npos) {
-      state_->tail = text.substr(body + kBody.size());
+    error.keepContent([&] { beginPage(page); });
+    if (error.reportLoss()) {
+      abandon();
+      return REPORT_FILE_ERROR;
     }
     return REPORT_OK;
   });
+}
+
+void HtmlReport::beginPage(std::wstring& page) {
+  if (state_->conforming) {
+    page = decodeUtf8(page, state_->writer);
+  }
+  PrepareTemplate(page);
+  const std::wstring_view text = page;
+  const std::size_t body = text.find(kBody);
+  if (body != std::wstring_view::npos) {
+    state_->tail = text.substr(body + kBody.size());
+  }
+  state_->writer.Text(text.substr(0, body));
+}
+
+void HtmlReport::abandon() {
+  openFlag_ = 0;
+  state_->writer.Unbind();
+  state_->file.reset();
 }
 
 REPORT_ERRORS HtmlReport::OpenWithHeader(const wchar_t* file, const wchar_t* title) {
@@ -197,40 +243,49 @@ REPORT_ERRORS HtmlReport::Close() {
     return REPORT_OK;
   }
   openFlag_ = 0;
-  return contained(REPORT_FILE_ERROR, [&] {
-    HTML& writer = state_->writer;
-    bool whole = true;
-    if (!state_->tail.empty()) {
-      writer.Text(state_->tail);
-      whole = writer.Flush();
-    } else {
-      whole = writer.Close(1);
-    }
-    REPORT_ERRORS result = REPORT_OK;
-    if (!state_->externalFile) {
-      result = scrivalen::core::closeReportFile(*state_->file, writer.Loss(), error_);
-      state_->file.reset();
-    } else {
-      logLoss(outputFileName_, writer.Loss());
-      if (!whole) {
-        error_ = FMT::Format(L"File write error for '%s'. %s", outputFileName_, writer.Error());
-        CLog::Bug2(error_);
-        result = REPORT_FILE_ERROR;
-      }
-    }
-    writer.Unbind();
-    return result;
-  });
+  HTML& writer = state_->writer;
+  bool isWhole = true;
+  if (!state_->tail.empty()) {
+    writer.Text(state_->tail);
+    isWhole = writer.Flush();
+  } else {
+    isWhole = writer.Close(1);
+  }
+  const REPORT_ERRORS result = state_->externalFile ? closeHostsFile(isWhole) : closeOwnFile();
+  writer.Unbind();
+  return result;
+}
+
+REPORT_ERRORS HtmlReport::closeOwnFile() {
+  const REPORT_ERRORS result =
+      scrivalen::core::closeReportFile(*state_->file, state_->writer.Loss(), ReportError(error_, lost_));
+  state_->file.reset();
+  return result;
+}
+
+REPORT_ERRORS HtmlReport::closeHostsFile(bool isWhole) {
+  ReportError error(error_, lost_);
+  logLoss(outputFileName_, state_->writer.Loss());
+  const bool hasLoss = error.reportLoss();
+  if (!isWhole) {
+    error.set(L"File write error for '%s'. %s", outputFileName_, state_->writer.Error());
+    logLine(GetError());
+  }
+  return isWhole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;
 }
 
 void HtmlReport::SetReportOption(REPORT_OPTION option, int value) {
-  if (option == OPTION_CONFORMING) {
+  if (option == OPTION_CONFORMING && !state_->isNone()) {
     state_->conforming = value != 0;
   }
 }
 
 std::wstring HtmlReport::Quoting(const std::wstring& text) {
-  return contained(std::wstring(), [&] { return state_->writer.CountedQuoting(text); });
+  std::wstring quoted;
+  ReportError(error_, lost_).keepContent([&] {
+    quoted = state_->isNone() ? HTML::Quoting(text, 1) : state_->writer.CountedQuoting(text);
+  });
+  return quoted;
 }
 
 void HtmlReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) {
@@ -354,9 +409,9 @@ void HtmlReport::Cell(const wchar_t* text, int header, const wchar_t* attributes
 }
 
 void HtmlReport::ValueToHtml(const wchar_t* format, const wchar_t* text) {
-  contained([&] { state_->writer.Text(FMT::Format(format ? format : L"", text)); });
+  ReportError(error_, lost_).keepContent([&] { state_->writer.Text(FMT::Format(format ? format : L"", text)); });
 }
 
 void HtmlReport::ValueToHtml(const wchar_t* format, int value) {
-  contained([&] { state_->writer.Text(FMT::Format(format ? format : L"", value)); });
+  ReportError(error_, lost_).keepContent([&] { state_->writer.Text(FMT::Format(format ? format : L"", value)); });
 }

@@ -1,10 +1,11 @@
 #include "formats/text_report.h"
 
 #include "core/report_closing.h"
-#include "platform/contain.h"
 #include "platform/encode.h"
 
 using namespace scrivalen::platform;
+using scrivalen::core::closeReportFile;
+using scrivalen::core::ReportError;
 
 REPORT_ERRORS TextReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
@@ -20,11 +21,11 @@ REPORT_ERRORS TextReport::Open(const wchar_t* file) {
 
 REPORT_ERRORS TextReport::Close() {
   out_ = nullptr;
-  return contained(REPORT_FILE_ERROR, [&] { return scrivalen::core::closeReportFile(file_, loss_, error_); });
+  return closeReportFile(file_, loss_, ReportError(error_, lost_));
 }
 
 void TextReport::SetColumnSeparator(const std::wstring& separator) {
-  contained([&] { separator_ = separator.c_str(); });  // up to its NUL, as every text
+  ReportError(error_, lost_).keepSetting([&] { separator_ = separator.c_str(); });  // up to its NUL, as every text
 }
 
 void TextReport::SetReportOption(REPORT_OPTION option, int value) {

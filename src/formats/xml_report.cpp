@@ -1,9 +1,9 @@
 #include "formats/xml_report.h"
 
 #include "core/report_closing.h"
-#include "platform/contain.h"
 
-using namespace scrivalen::platform;
+using scrivalen::core::closeReportFile;
+using scrivalen::core::ReportError;
 
 REPORT_ERRORS XmlReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
@@ -18,14 +18,15 @@ REPORT_ERRORS XmlReport::Open(const wchar_t* file) {
 REPORT_ERRORS XmlReport::Close() {
   writer_.CloseTag(L"report");
   writer_.Flush();
-  const REPORT_ERRORS result =
-      contained(REPORT_FILE_ERROR, [&] { return scrivalen::core::closeReportFile(file_, writer_.Loss(), error_); });
+  const REPORT_ERRORS result = closeReportFile(file_, writer_.Loss(), ReportError(error_, lost_));
   writer_.Unbind();
   return result;
 }
 
 std::wstring XmlReport::Quoting(const std::wstring& text) {
-  return contained(std::wstring(), [&] { return writer_.CountedQuoting(text); });
+  std::wstring quoted;
+  ReportError(error_, lost_).keepContent([&] { quoted = writer_.CountedQuoting(text); });
+  return quoted;
 }
 
 void XmlReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t*, int raw) {

@@ -173,8 +173,7 @@ class ExcelWriter::Document {
   void row(bool begin) noexcept;
   void cell(const wchar_t* value, bool bold) noexcept;
   void cell(const wchar_t* value, const wchar_t* color) noexcept;
-  /// Lets the exception that is being handled be why the workbook does not come to be.
-  void failRaised() noexcept;
+  void fail(std::wstring_view reason) noexcept;
   /// @return why the workbook did not come to be; empty when it did
   const Reason& finish() noexcept;
   const std::wstring& name() const { return name_; }
@@ -311,8 +310,8 @@ void ExcelWriter::Document::cell(const wchar_t* value, const wchar_t* color) noe
   });
 }
 
-void ExcelWriter::Document::failRaised() noexcept {
-  take([] { throw; });
+void ExcelWriter::Document::fail(std::wstring_view reason) noexcept {
+  take([&] { failure_.keep(reason); });
 }
 
 void ExcelWriter::Document::put(const wchar_t* value, lxw_format* format) {
@@ -430,11 +429,9 @@ void ExcelWriter::SetCellValue(const wchar_t*, const wchar_t* value, const wchar
   }
 }
 
-void ExcelWriter::FailRaised() noexcept {
+void ExcelWriter::Fail(std::wstring_view reason) noexcept {
   if (document_) {
-    document_->failRaised();
-  } else {
-    logRaised();
+    document_->fail(reason);
   }
 }
 

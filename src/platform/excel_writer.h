@@ -37,9 +37,11 @@ class ExcelWriter {
   /// @param color  `fill` or `font;fill`, each a name or `#RRGGBB`; an unknown name colours nothing. Null is empty
   void SetCellValue(const wchar_t* type, const wchar_t* value, const wchar_t* color) noexcept;
 
-  /// Lets the spreadsheet not come to be, because of the exception that is being handled: its caller has lost a part of
-  /// it. Where none is begun, that is logged.
-  void FailRaised() noexcept;
+  /// Whether a spreadsheet is begun and not ended.
+  bool IsBegun() const noexcept { return document_ != nullptr; }
+
+  /// Lets the spreadsheet that is begun fail for a reason of its caller's, who has lost a part of it.
+  void Fail(std::wstring_view reason) noexcept;
 
   /// Finishes the spreadsheet.
   /// @return false, with the reason in Error, when it did not come to be; true when none was begun

@@ -1,10 +1,11 @@
 #include "platform/html.h"
 
 #include "platform/encode.h"
-#include "platform/utf.h"
+#include "platform/reason.h"
 
 #include <charconv>
 #include <exception>
+#include <utility>
 
 using namespace scrivalen::platform;
 
@@ -27,12 +28,6 @@ constexpr std::string_view kHeadAfterTitle =
     "</head>\n"
     "<body>\n";
 
-std::wstring wide(const char* text) {
-  std::wstring result;
-  appendWide(result, text);
-  return result;
-}
-
 }  // namespace
 
 // A buffer of the writer's own in front of a file that the host brought.
@@ -43,17 +38,17 @@ struct HTML::HostOutput : ByteSink {
     try {
       file->Write(data, size);
       return true;
-    } catch (const std::exception& raised) {
-      error = wide(raised.what());
+    } catch (const std::exception&) {
+      error.keepRaised();
     } catch (...) {
-      error = L"The output file failed.";
+      error.keep(L"The output file failed.");
     }
     return false;
   }
 
   OutputFile* file;
   OutputBuffer buffer;
-  std::wstring error;
+  Reason error;
 };
 
 void HTML::Open(ReportFile& file) {
@@ -64,9 +59,10 @@ void HTML::Open(ReportFile& file) {
 
 void HTML::Open(OutputFile& file) {
   Flush();
-  host_ = std::make_shared<HostOutput>(file);
+  auto host = std::make_shared<HostOutput>(file);
+  host->buffer.room(1);  // so that no write has to ask for memory
+  host_ = std::move(host);
   out_ = &host_->buffer;
-  out_->room(1);  // so that no write has to ask for memory
 }
 
 void HTML::Unbind() {
@@ -179,4 +175,4 @@ bool HTML::Close(int) {
   return Flush();
 }
 
-std::wstring_view HTML::Error() const { return host_ ? std::wstring_view(host_->error) : std::wstring_view(); }
+std::wstring_view HTML::Error() const { return host_ ? host_->error.text() : std::wstring_view(); }

@@ -23,7 +23,7 @@ void Reason::keepRaised() noexcept {
   try {
     throw;
   } catch (const std::bad_alloc&) {
-    keep(L"There is not enough memory");
+    keep(kOutOfMemory);
   } catch (const std::exception& raised) {
     try {
       std::wstring reason;

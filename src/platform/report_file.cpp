@@ -5,9 +5,8 @@
 #include "platform/files.h"
 #include "platform/fmt.h"
 #include "platform/output_buffer.h"
+#include "platform/reason.h"
 #include "platform/system_error.h"
-
-#include <exception>
 
 using namespace scrivalen::platform;
 
@@ -26,37 +25,48 @@ struct ReportFile::State : ByteSink {
   }
 
   void rememberLoss() noexcept {
-    contained([&] {
-      CLog::FormatLastError(writeError);
-      CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError));
-    });
+    containedIn(writeError, [&] { writeError.keep(systemErrorText(lastSystemError())); });
+    try {
+      CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError.text()));
+    } catch (...) {
+      logLine(writeError.c_str());
+    }
+  }
+
+  void open(const wchar_t* path) {
+    name = path ? path : L"";
+    buffer.reset();
+    buffer.room(1);  // so that no write has to ask for memory
+    file = openExclusive(name);
+    if (!file) {
+      openError.keep(systemErrorText(lastSystemError()));
+    }
   }
 
   NativeFile file = nullptr;
   std::wstring name;
-  std::wstring openError;
-  std::wstring writeError;
+  Reason openError;
+  Reason writeError;
   OutputBuffer buffer;
 };
 
-ReportFile::ReportFile() : state_(std::make_unique<State>()) {}
+ReportFile::ReportFile() {
+  contained([this] { state_ = std::make_unique<State>(); });
+}
 
 ReportFile::~ReportFile() { Close(); }
 
 bool ReportFile::Open(const wchar_t* name) {
-  if (IsOpen()) {
-    state_->openError = L"The report is still open.";
+  if (!state_) {
     return false;
   }
-  state_->name = name ? name : L"";
   state_->openError.clear();
-  state_->writeError.clear();
-  state_->buffer.reset();
-  state_->buffer.room(1);  // so that no write has to ask for memory
-  state_->file = openExclusive(state_->name);
-  if (!IsOpen()) {
-    CLog::FormatLastError(state_->openError);
+  if (IsOpen()) {
+    state_->openError.keep(L"The report is still open.");
+    return false;
   }
+  state_->writeError.clear();
+  containedIn(state_->openError, [&] { state_->open(name); });
   return IsOpen();
 }
 
@@ -83,14 +93,14 @@ bool ReportFile::Close() {
   return flushed && closed;
 }
 
-bool ReportFile::IsOpen() const { return state_->file != nullptr; }
+bool ReportFile::IsOpen() const { return state_ && state_->file; }
 
-void* ReportFile::Handle() const { return state_->file; }
+void* ReportFile::Handle() const { return state_ ? state_->file : nullptr; }
 
-const wchar_t* ReportFile::Name() const { return state_->name.c_str(); }
+const wchar_t* ReportFile::Name() const { return state_ ? state_->name.c_str() : L""; }
 
-const wchar_t* ReportFile::Error() const { return state_->openError.c_str(); }
+const wchar_t* ReportFile::Error() const { return state_ ? state_->openError.c_str() : kOutOfMemory; }
 
-const wchar_t* ReportFile::WriteError() const { return state_->writeError.c_str(); }
+const wchar_t* ReportFile::WriteError() const { return state_ ? state_->writeError.c_str() : L""; }
 
 OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file) { return file.IsOpen() ? &file.state_->buffer : nullptr; }

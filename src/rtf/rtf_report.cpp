@@ -1,7 +1,6 @@
 #include "rtf/rtf_report.h"
 
 #include "core/report_closing.h"
-#include "platform/contain.h"
 #include "platform/loss.h"
 #include "platform/utf.h"
 
@@ -67,10 +66,8 @@ REPORT_ERRORS RTFReport::Open(const wchar_t* file) {
 
 REPORT_ERRORS RTFReport::Close() {
   document_.EndDoc();
-  return contained(REPORT_FILE_ERROR, [&] {
-    const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
-    return scrivalen::core::closeReportFile(file_, loss, error_);
-  });
+  const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
+  return scrivalen::core::closeReportFile(file_, loss, {error_, lost_});
 }
 
 void RTFReport::SetReportOption(REPORT_OPTION option, int value) {

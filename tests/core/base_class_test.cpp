@@ -26,6 +26,16 @@ struct Fields : AReport {
   static_assert(std::is_same_v<decltype(openFlag_), std::int32_t>);
 };
 
+// A class of a table of virtual operations and these fields alone. Programs that derive from AReport are compiled for
+// its size, so another field of the report may only take the place of padding.
+struct ClassicFields {
+  virtual void operation() {}
+
+  std::wstring texts[5];
+  std::int32_t openFlag;
+  std::vector<std::shared_ptr<PropertyRecord>> properties;
+};
+
 template <typename Report>
 concept OpensFilesForAnyone = requires(Report& report, ReportFile& file) {
   report.OpenReportFile(file, L"");
@@ -45,6 +55,8 @@ TEST(BaseClass, KeepsItsFieldsInTheirOrder) {
   const RecordingReport report;
   EXPECT_TRUE(Fields::areInDeclaredOrder(report));
 }
+
+TEST(BaseClass, IsAsLargeAsItsClassicFields) { EXPECT_EQ(sizeof(AReport), sizeof(ClassicFields)); }
 
 TEST(BaseClass, KeepsFilesAndTemplatesForItsFormats) {
   EXPECT_FALSE(OpensFilesForAnyone<AReport>);

@@ -81,7 +81,7 @@ REPORT_ERRORS PDFReport::Close() {
   const bool whole = document_.EndDoc(nullptr) == 0 && begun;
   const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
   if (whole) {
-    return contained(REPORT_FILE_ERROR, [&] { return scrivalen::core::closeReportFile(file_, loss, error_); });
+    return scrivalen::core::closeReportFile(file_, loss, {error_, lost_});
   }
   // When closing the file fails too, it has no reason to tell: the document's is the first one.
   if (OutputBuffer* const buffer = bufferOf(file_)) {
@@ -89,8 +89,10 @@ REPORT_ERRORS PDFReport::Close() {
   }
   file_.Close();
   logLoss(file_.Name(), loss);
-  assignError(error_, L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
-  logLine(error_.c_str());
+  scrivalen::core::ReportError error(error_, lost_);
+  error.reportLoss();
+  error.set(L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
+  logLine(GetError());
   return REPORT_FILE_ERROR;
 }
 
