@@ -3,6 +3,7 @@
 #include "core/report_error.h"
 #include "platform/reason.h"
 
+#include <string_view>
 #include <utility>
 
 using namespace scrivalen::platform;
@@ -11,18 +12,6 @@ using scrivalen::core::ReportError;
 namespace {
 
 constexpr const wchar_t* kType = L"String";
-
-// A flag that is taken back at the end, also when something passes that an override raises.
-class Passing {
- public:
-  Passing(bool& flag, bool value) : flag_(flag) { flag_ = value; }
-  Passing(const Passing&) = delete;
-  Passing& operator=(const Passing&) = delete;
-  ~Passing() { flag_ = false; }
-
- private:
-  bool& flag_;
-};
 
 }  // namespace
 
@@ -45,13 +34,14 @@ REPORT_ERRORS ExcelReport::Close() {
 
 REPORT_ERRORS ExcelReport::resultOf(bool isDone) noexcept {
   if (!isDone) {
-    ReportError(error_, lost_).set(writer_.Error());
+    const std::wstring_view reason = writer_.Error();
+    ReportError(error_, lost_).set(reason.empty() ? kOutOfMemory : reason);
   }
   return isDone ? REPORT_OK : REPORT_FILE_ERROR;
 }
 
 void ExcelReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t*, int) {
-  const Passing madeRow(textMadeRow_, !inRow_);
+  textMadeRow_ = !inRow_;
   if (textMadeRow_) {
     BeginRow(nullptr, nullptr, 0);
   }
@@ -59,6 +49,7 @@ void ExcelReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t*,
   if (textMadeRow_) {
     EndRow(nullptr);
   }
+  textMadeRow_ = false;
 }
 
 void ExcelReport::BeginStyle(REPORT_STYLE style, int) { bold_ = bold_ || style == STYLE_BOLD; }

@@ -391,7 +391,7 @@ void ExcelWriter::Document::logLosses() const noexcept {
   }
 }
 
-ExcelWriter::ExcelWriter() { error_.reserve(kErrorRoom); }
+ExcelWriter::ExcelWriter() = default;
 ExcelWriter::~ExcelWriter() = default;
 
 bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) noexcept {
@@ -442,8 +442,12 @@ bool ExcelWriter::End() noexcept {
 
 bool ExcelWriter::keep(const Reason& reason, const wchar_t* format, std::wstring_view file) noexcept {
   error_.clear();
-  if (!reason.empty()) {
-    assignError(error_, format, file, reason.text());
+  try {
+    if (!reason.empty()) {
+      error_ = FMT::Format(format, file, reason.text());
+    }
+  } catch (const std::exception&) {
+    error_.clear();
   }
   return reason.empty();
 }

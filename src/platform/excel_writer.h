@@ -47,7 +47,7 @@ class ExcelWriter {
   /// @return false, with the reason in Error, when it did not come to be; true when none was begun
   bool End() noexcept;
 
-  /// Why Begin or End failed last; empty when they did not.
+  /// Why Begin or End failed last; empty when they did not, or when there is no memory for the text.
   const std::wstring& Error() const { return error_; }
 
  private:
