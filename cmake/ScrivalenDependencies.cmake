@@ -43,7 +43,7 @@ function(scrivalen_static_zlib)
 endfunction()
 
 # Compiles libxlsxwriter without its checksums, which are for pictures, and with what minizip needs to write. On Windows
-# the library opens its files itself: see src/platform/xlsxwriter_files_win32.cpp.
+# the library opens its files itself: see src/formats/xlsx/xlsxwriter_files_win32.cpp.
 function(scrivalen_xlsxwriter_from_source)
   scrivalen_find_source(workbook "libxlsxwriter-*/src/workbook.c")
   get_filename_component(folder "${workbook}" DIRECTORY)

@@ -1,5 +1,5 @@
 #include "input.h"
-#include "pdf/layout/pdf_report.h"
+#include "formats/pdf/layout/pdf_report.h"
 #include "report_calls.h"
 #include "scrivalen/host.h"
 #include "scrivalen/pdf_doc.h"

@@ -1,6 +1,6 @@
 #include "input.h"
 #include "report_calls.h"
-#include "rtf/rtf_report.h"
+#include "formats/rtf/rtf_report.h"
 #include "scrivalen/host.h"
 #include "scrivalen/rtf_doc.h"
 

@@ -1,6 +1,6 @@
 #include "anchor_names.h"
 
-#include "platform/utf.h"
+#include "text/utf.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,15 +1,15 @@
 #include "command.h"
 
-#include "csv_reader.h"
+#include "readers/csv_reader.h"
 #include "distributor.h"
 #include "errors.h"
 #include "fixed_clock.h"
 #include "library_log.h"
-#include "markdown_reader.h"
+#include "readers/markdown_reader.h"
 #include "messages.h"
 #include "options.h"
-#include "platform/files.h"
-#include "text_input.h"
+#include "system/files.h"
+#include "readers/text_input.h"
 #include "texts.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "event_log.h"
 
-#include "platform/utf.h"
+#include "text/utf.h"
 
 #include <cstdint>
 #include <cstring>

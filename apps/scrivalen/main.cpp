@@ -1,6 +1,6 @@
 #include "command.h"
-#include "platform/console.h"
-#include "platform/interrupt.h"
+#include "system/console.h"
+#include "system/interrupt.h"
 
 int main(int argc, char** argv) {
   namespace platform = scrivalen::platform;

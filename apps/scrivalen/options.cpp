@@ -1,7 +1,7 @@
 #include "options.h"
 
 #include "errors.h"
-#include "platform/files.h"
+#include "system/files.h"
 #include "templates.h"
 #include "texts.h"
 

@@ -1,7 +1,7 @@
 #include "templates.h"
 
-#include "platform/files.h"
-#include "platform/utf.h"
+#include "system/files.h"
+#include "text/utf.h"
 
 #include <scrivalen/html_report.h>
 

@@ -1,7 +1,7 @@
 #include "texts.h"
 
-#include "platform/system_error.h"
-#include "platform/utf.h"
+#include "system/system_error.h"
+#include "text/utf.h"
 
 namespace scrivalen::command {
 

@@ -1,4 +1,4 @@
-#include "csv_reader.h"
+#include "readers/csv_reader.h"
 
 #include "command_support.h"
 #include "errors.h"

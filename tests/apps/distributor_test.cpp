@@ -3,7 +3,7 @@
 #include "command_support.h"
 #include "errors.h"
 #include "formats.h"
-#include "markdown_reader.h"
+#include "readers/markdown_reader.h"
 #include "recorded_events.h"
 
 #include <gtest/gtest.h>

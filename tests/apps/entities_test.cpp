@@ -1,6 +1,6 @@
-#include "entities.h"
+#include "readers/entities.h"
 
-#include "entity_table.h"
+#include "readers/entity_table.h"
 #include "texts.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "markdown_reader.h"
+#include "readers/markdown_reader.h"
 
 #include "recorded_events.h"
 

@@ -1,4 +1,4 @@
-#include "markup_text.h"
+#include "readers/markup_text.h"
 
 #include "texts.h"
 

@@ -1,4 +1,4 @@
-#include "text_input.h"
+#include "readers/text_input.h"
 
 #include "command_support.h"
 #include "errors.h"

@@ -1,4 +1,4 @@
-#include "utf8_check.h"
+#include "readers/utf8_check.h"
 
 #include <gtest/gtest.h>
 

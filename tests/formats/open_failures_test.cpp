@@ -3,7 +3,7 @@
 #include "support/files.h"
 #include "support/open_errors.h"
 
-#include "platform/files.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "support/bytes.h"
 
-#include "platform/utf.h"
+#include "text/utf.h"
 
 #include <algorithm>
 

@@ -1,6 +1,6 @@
 #include "support/child_formats.h"
 
-#include "platform/files.h"
+#include "system/files.h"
 #include "support/bytes.h"
 #include "support/pdf_structure.h"
 #include "support/workbook.h"

@@ -1,6 +1,6 @@
 #include "support/comma_locale.h"
 
-#include "platform/utf.h"
+#include "text/utf.h"
 #include "support/files.h"
 
 #include <clocale>

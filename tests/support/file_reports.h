@@ -1,10 +1,10 @@
 #pragma once
 
-#include "formats/excel_report.h"
-#include "formats/text_report.h"
-#include "formats/xml_report.h"
-#include "pdf/layout/pdf_report.h"
-#include "rtf/rtf_report.h"
+#include "formats/xlsx/excel_report.h"
+#include "formats/text/text_report.h"
+#include "formats/markup/xml_report.h"
+#include "formats/pdf/layout/pdf_report.h"
+#include "formats/rtf/rtf_report.h"
 #include "scrivalen/html_report.h"
 
 #include <gtest/gtest.h>

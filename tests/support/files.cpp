@@ -1,6 +1,6 @@
 #include "support/files.h"
 
-#include "platform/files.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "support/golden.h"
 
-#include "platform/utf.h"
+#include "text/utf.h"
 #include "support/files.h"
 
 namespace scrivalen::test {

@@ -1,7 +1,7 @@
 #include "support/open_errors.h"
 
-#include "platform/clog.h"
-#include "platform/files.h"
+#include "output/clog.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // Writes down what its process was started with, into the file that its first argument names: its priority, whether it
 // has a window, and whether a handle, which the second argument is, leads to an open file here.
 
-#include "platform/windows_api.h"
+#include "system/windows_api.h"
 
 #include <cstdlib>
 #include <fstream>

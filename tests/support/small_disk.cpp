@@ -1,6 +1,6 @@
 #include "support/small_disk.h"
 
-#include "platform/utf.h"
+#include "text/utf.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

@@ -2,9 +2,9 @@
 // writes down what it was given: its arguments, the project, the contents and every file of the project's list. When
 // one of these is missing it leaves nothing. A file "stand_in" beside the project tells it to behave badly.
 
-#include "platform/console.h"
-#include "platform/files.h"
-#include "platform/utf.h"
+#include "system/console.h"
+#include "system/files.h"
+#include "text/utf.h"
 
 #include <cstdlib>
 #include <fstream>

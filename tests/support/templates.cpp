@@ -1,7 +1,7 @@
 #include "support/templates.h"
 
-#include "platform/files.h"
-#include "platform/module_path.h"
+#include "system/files.h"
+#include "system/module_path.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

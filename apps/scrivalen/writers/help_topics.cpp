@@ -1,6 +1,6 @@
 #include "writers/help_topics.h"
 
-#include "platform/files.h"
+#include "system/files.h"
 #include "texts.h"
 
 namespace scrivalen::command {

@@ -1,6 +1,6 @@
 #include "writers/plain_writer.h"
 
-#include "markup_text.h"
+#include "readers/markup_text.h"
 
 namespace scrivalen::command {
 namespace {

@@ -1,4 +1,4 @@
-#include "markup_text.h"
+#include "readers/markup_text.h"
 #include "writers/plain_text.h"
 #include "writers/single_report.h"
 #include "writers/writers.h"

@@ -1,4 +1,4 @@
-#include "platform/utf.h"
+#include "text/utf.h"
 #include "writers/plain_writer.h"
 #include "writers/writers.h"
 

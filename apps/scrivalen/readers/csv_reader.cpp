@@ -1,0 +1,247 @@
+#include "readers/csv_reader.h"
+
+#include "errors.h"
+#include "text/utf.h"
+
+#include <csv.h>
+
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <string>
+#include <vector>
+
+namespace scrivalen::command {
+namespace {
+
+// The row that is being read: its cells stand one behind the other, each with a NUL at its end.
+class Row {
+ public:
+  void add(std::string_view cell) {
+    platform::appendWide(text_, cell);
+    text_ += L'\0';
+    ends_.push_back(text_.size());
+  }
+
+  void fillUp(std::size_t cells) {
+    while (ends_.size() < cells) {
+      add({});
+    }
+  }
+
+  void clear() {
+    text_.clear();
+    ends_.clear();
+  }
+
+  std::size_t size() const { return ends_.size(); }
+
+  void write(EventSink& sink, bool header) {
+    sink.write({.kind = EventKind::BeginRow, .header = header, .number = static_cast<int>(size())});
+    wchar_t* cell = text_.data();
+    for (const std::size_t end : ends_) {
+      sink.write({.kind = EventKind::BeginCell, .header = header});
+      writeLines(sink, cell, text_.data() + end - 1);
+      sink.write({.kind = EventKind::EndCell, .header = header});
+      cell = text_.data() + end;
+    }
+    sink.write({.kind = EventKind::EndRow, .header = header});
+  }
+
+ private:
+  // Each line of a cell gets the NUL that an event's text needs in the place of its line end.
+  static void writeLines(EventSink& sink, wchar_t* line, wchar_t* end) {
+    const auto isLineEnd = [](wchar_t c) { return c == L'\n' || c == L'\r'; };
+    for (;;) {
+      wchar_t* const lineEnd = std::find_if(line, end, isLineEnd);
+      const bool isPair = end - lineEnd > 1 && lineEnd[0] == L'\r' && lineEnd[1] == L'\n';
+      *lineEnd = L'\0';
+      if (lineEnd != line) {
+        sink.write({.kind = EventKind::Text, .text = {line, static_cast<std::size_t>(lineEnd - line)}});
+      }
+      if (lineEnd == end) {
+        return;
+      }
+      sink.write({.kind = EventKind::LineBreak});
+      line = lineEnd + (isPair ? 2 : 1);
+    }
+  }
+
+  std::wstring text_;
+  std::vector<std::size_t> ends_;
+};
+
+class CsvReader {
+ public:
+  CsvReader(std::string name, char separator, EventSink& sink);
+  CsvReader(const CsvReader&) = delete;
+  CsvReader& operator=(const CsvReader&) = delete;
+  ~CsvReader() { csv_free(&parser_); }
+
+  void read(std::string_view text);
+  void finish();
+
+ private:
+  static void onCell(void* text, std::size_t size, void* reader);
+  static void onRow(int end, void* reader);
+
+  void chooseLineEnd(std::string_view text);
+  void readLine(std::string_view line);
+  void readPart(std::string_view part);
+  void readLooseQuote(const char* quote);
+  void endRow();
+  void rethrow();
+  [[noreturn]] void fail(std::size_t line, const char* reason) const;
+
+  std::string name_;  // of the input, for messages
+  EventSink& sink_;
+  csv_parser parser_{};
+  Row row_;
+  std::size_t columns_ = 0;  // of the header; 0 before it
+  std::size_t line_ = 1;
+  std::size_t quoteLine_ = 0;  // where the quoted cell that is being read began; 0 in none
+  bool cellEnded_ = false;
+  char lineEnd_ = '\0';  // not known yet
+  bool endsWithReturn_ = false;
+  std::exception_ptr failure_;
+};
+
+CsvReader::CsvReader(std::string name, char separator, EventSink& sink) : name_(std::move(name)), sink_(sink) {
+  if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0) {
+    throw std::bad_alloc();
+  }
+  csv_set_delim(&parser_, static_cast<unsigned char>(separator));
+}
+
+// The parser gets line by line, so that an error can name its line.
+void CsvReader::read(std::string_view text) {
+  if (lineEnd_ == '\0') {
+    chooseLineEnd(text);
+  }
+  while (!text.empty()) {
+    const std::size_t end = lineEnd_ == '\0' ? std::string_view::npos : text.find(lineEnd_);
+    readLine(text.substr(0, end == std::string_view::npos ? end : end + 1));
+    if (end == std::string_view::npos) {
+      return;
+    }
+    ++line_;
+    text.remove_prefix(end + 1);
+  }
+}
+
+// Lines end as the first one does; a carriage return at the end of a piece may be followed by its line feed.
+void CsvReader::chooseLineEnd(std::string_view text) {
+  if (endsWithReturn_) {
+    lineEnd_ = text.front() == '\n' ? '\n' : '\r';
+    line_ += lineEnd_ == '\r' ? 1 : 0;
+    return;
+  }
+  const std::size_t end = text.find_first_of("\r\n");
+  if (end == std::string_view::npos) {
+    return;
+  }
+  endsWithReturn_ = end + 1 == text.size() && text[end] == '\r';
+  if (!endsWithReturn_) {
+    lineEnd_ = text[end] == '\r' && text[end + 1] != '\n' ? '\r' : '\n';
+  }
+}
+
+void CsvReader::readLine(std::string_view line) {
+  cellEnded_ = false;
+  readPart(line);
+  if (parser_.quoted == 0) {
+    quoteLine_ = 0;
+  } else if (quoteLine_ == 0 || cellEnded_) {
+    quoteLine_ = line_;
+  }
+}
+
+void CsvReader::readPart(std::string_view part) {
+  while (!part.empty()) {
+    const std::size_t done = csv_parse(&parser_, part.data(), part.size(), &onCell, &onRow, this);
+    rethrow();
+    if (done == part.size()) {
+      return;
+    }
+    if (csv_error(&parser_) != CSV_EPARSE) {
+      throw std::bad_alloc();
+    }
+    if (parser_.quoted != 0) {
+      fail(line_, "text behind the closing quote of a cell");
+    }
+    readLooseQuote(part.data() + done);
+    part.remove_prefix(done + 1);
+  }
+}
+
+// A quote inside a cell that is not quoted, as in 3.5" disk: the strict parser stops before it, the other one takes it.
+void CsvReader::readLooseQuote(const char* quote) {
+  csv_set_opts(&parser_, CSV_STRICT_FINI);
+  csv_parse(&parser_, quote, 1, &onCell, &onRow, this);
+  csv_set_opts(&parser_, CSV_STRICT | CSV_STRICT_FINI);
+}
+
+void CsvReader::finish() {
+  if (csv_fini(&parser_, &onCell, &onRow, this) != 0) {
+    fail(quoteLine_, "a quoted cell begins here and does not end");
+  }
+  rethrow();
+  if (columns_ > 0) {
+    sink_.write({.kind = EventKind::EndTable});
+  }
+}
+
+void CsvReader::onCell(void* text, std::size_t size, void* reader) {
+  auto& self = *static_cast<CsvReader*>(reader);
+  try {
+    self.cellEnded_ = true;
+    self.row_.add({static_cast<const char*>(text), size});
+  } catch (...) {
+    self.failure_ = std::current_exception();
+  }
+}
+
+void CsvReader::onRow(int, void* reader) {
+  auto& self = *static_cast<CsvReader*>(reader);
+  try {
+    if (!self.failure_) {
+      self.endRow();
+    }
+  } catch (...) {
+    self.failure_ = std::current_exception();
+  }
+}
+
+void CsvReader::endRow() {
+  const bool header = columns_ == 0;
+  if (header) {
+    columns_ = row_.size();
+    sink_.write({.kind = EventKind::BeginTable});
+  }
+  row_.fillUp(columns_);
+  row_.write(sink_, header);
+  row_.clear();
+}
+
+// The parser is C and passes no exception on.
+void CsvReader::rethrow() {
+  if (failure_) {
+    std::rethrow_exception(failure_);
+  }
+}
+
+void CsvReader::fail(std::size_t line, const char* reason) const {
+  throw InputError("'" + name_ + "', line " + std::to_string(line) + ": " + reason);
+}
+
+}  // namespace
+
+void readCsv(TextInput& input, char separator, EventSink& sink) {
+  CsvReader reader(input.name(), separator, sink);
+  for (std::string_view piece = input.next(); !piece.empty(); piece = input.next()) {
+    reader.read(piece);
+  }
+  reader.finish();
+}
+
+}  // namespace scrivalen::command

@@ -1,0 +1,152 @@
+#include "readers/text_input.h"
+
+#include "errors.h"
+#include "system/system_error.h"
+#include "text/utf.h"
+#include "texts.h"
+#include "readers/utf8_check.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace scrivalen::command {
+namespace {
+
+constexpr std::size_t kChunk = 256 * 1024;
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+}  // namespace
+
+TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(std::move(name)) {
+  bytes_.resize(kChunk);
+  if (name_ == "-") {
+    return;
+  }
+  file_ = platform::openForReading(platform::widePath(name_));
+  if (!file_) {
+    throw InputError("cannot read '" + name_ + "': " + lastErrorText());
+  }
+}
+
+TextInput::~TextInput() {
+  if (file_) {
+    platform::closeFile(file_);
+  }
+}
+
+std::string_view TextInput::next() {
+  while (fill()) {
+    if (encoding_ == Encoding::Unknown) {
+      recognizeEncoding();
+    }
+    const std::string_view text = encoding_ == Encoding::Utf8 ? takeUtf8() : takeUtf16();
+    if (!text.empty()) {
+      return text;
+    }
+  }
+  return {};
+}
+
+std::string TextInput::rest() {
+  std::string all;
+  for (std::string_view piece = next(); !piece.empty(); piece = next()) {
+    all += piece;
+  }
+  return all;
+}
+
+// Moves what is left to the front and reads on behind it, until there are enough bytes to tell a byte-order mark.
+bool TextInput::fill() {
+  std::memmove(bytes_.data(), bytes_.data() + begin_, end_ - begin_);
+  end_ -= begin_;
+  begin_ = 0;
+  while (!ended_) {
+    char* const room = bytes_.data() + end_;
+    const std::size_t size = bytes_.size() - end_;
+    const auto count = file_ ? platform::readSome(file_, room, size) : host_.readInput(room, size);
+    if (!count && host_.wasInterrupted()) {
+      throw Interrupted();
+    }
+    if (!count) {
+      throw InputError("cannot read '" + name_ + "': " + lastErrorText());
+    }
+    end_ += *count;
+    ended_ = *count == 0;
+    if (end_ >= kUtf8Mark.size()) {
+      break;
+    }
+  }
+  return end_ > 0;
+}
+
+void TextInput::recognizeEncoding() {
+  const std::string_view start(bytes_.data(), end_);
+  encoding_ = Encoding::Utf8;
+  if (start.starts_with(kUtf8Mark)) {
+    begin_ = kUtf8Mark.size();
+  } else if (start.starts_with("\xFF\xFE")) {
+    encoding_ = Encoding::Utf16Little;
+    begin_ = 2;
+  } else if (start.starts_with("\xFE\xFF")) {
+    encoding_ = Encoding::Utf16Big;
+    begin_ = 2;
+  }
+}
+
+std::string_view TextInput::takeUtf8() {
+  std::string_view text(bytes_.data() + begin_, end_ - begin_);
+  if (!ended_) {
+    text.remove_suffix(unfinishedSequence(text));
+  }
+  begin_ += text.size();
+  return isCleanUtf8(text) ? text : repaired(text);
+}
+
+std::string_view TextInput::repaired(std::string_view text) {
+  wide_.clear();
+  replaced_ += platform::appendWide(wide_, text);
+  for (wchar_t& c : wide_) {
+    if (c == L'\0') {
+      c = static_cast<wchar_t>(platform::kReplacement);
+      ++replaced_;
+    }
+  }
+  converted_.clear();
+  platform::appendUtf8(converted_, wide_);
+  return converted_;
+}
+
+std::string_view TextInput::takeUtf16() {
+  const auto unit = [this](std::size_t at) {
+    const auto first = static_cast<unsigned char>(bytes_[at]);
+    const auto second = static_cast<unsigned char>(bytes_[at + 1]);
+    return static_cast<char32_t>(encoding_ == Encoding::Utf16Little ? first | second << 8 : first << 8 | second);
+  };
+  converted_.clear();
+  while (end_ - begin_ >= 2) {
+    char32_t c = unit(begin_);
+    const bool isPairPossible = platform::isHighSurrogate(c);
+    if (isPairPossible && end_ - begin_ < 4 && !ended_) {
+      break;
+    }
+    begin_ += 2;
+    if (isPairPossible && end_ - begin_ >= 2 && platform::isLowSurrogate(unit(begin_))) {
+      c = 0x10000 + ((c - 0xD800) << 10) + (unit(begin_) - 0xDC00);
+      begin_ += 2;
+    }
+    if (c == 0 || platform::isSurrogate(c)) {
+      c = platform::kReplacement;
+      ++replaced_;
+    }
+    char bytes[4];
+    converted_.append(bytes, platform::putUtf8(c, bytes));
+  }
+  if (ended_ && end_ - begin_ == 1) {
+    begin_ = end_;
+    ++replaced_;
+    converted_ += "\xEF\xBF\xBD";
+  }
+  return converted_;
+}
+
+}  // namespace scrivalen::command

@@ -1,0 +1,397 @@
+#include "formats/help/chm_report.h"
+
+#include "report/report_error.h"
+#include "report/template_path.h"
+#include "output/clog.h"
+#include "output/contain.h"
+#include "system/files.h"
+#include "text/fmt.h"
+#include "system/module_path.h"
+#include "system/process.h"
+#include "system/system_error.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+
+using namespace scrivalen::platform;
+using scrivalen::core::ReportError;
+
+namespace {
+
+constexpr const wchar_t* kTemplate = L"default.htm";
+constexpr const wchar_t* kTitle = L"%TITLE%";
+constexpr const wchar_t* kProjectName = L"report.hhp";
+constexpr const wchar_t* kContentsName = L"report.hhc";
+constexpr const wchar_t* kCompiledName = L"report.chm";
+
+const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
+
+bool isTemplateThere() {
+  const auto path = scrivalen::core::templatePath(modulePath(), kTemplate);
+  return path && pathExists(*path);
+}
+
+// Gives a template a text in which it finds nothing more to replace: its own names stand between percent signs.
+std::wstring forTemplate(std::wstring_view quoted) {
+  std::wstring text;
+  for (const wchar_t c : quoted) {
+    if (c == L'%') {
+      text += L"&#37;";
+    } else {
+      text += c;
+    }
+  }
+  return text;
+}
+
+std::wstring oneLine(std::wstring text) {
+  std::replace_if(
+      text.begin(), text.end(), [](wchar_t c) { return c == L'\r' || c == L'\n'; }, L' ');
+  return text;
+}
+
+// The project has a line for each topic, and the compiler names its own files.
+std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
+  if (oneLine(path) != path) {
+    return FMT::Format(L"'%s' cannot be a topic: there is a line break in its path.", oneLine(path));
+  }
+  for (const wchar_t* own : {kProjectName, kContentsName, kCompiledName}) {
+    if (equalIgnoringCase(fileNameOf(path), own)) {
+      return FMT::Format(L"'%s' cannot be a topic: the help compiler needs a file of this name itself.", path);
+    }
+  }
+  return std::nullopt;
+}
+
+// Writes a file into a device or a pipe, whose place a file moved there would take. Returns why that failed; an empty
+// text when it did not.
+std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
+  constexpr std::size_t kChunk = 65536;
+  const auto chunk = std::make_unique<char[]>(kChunk);
+  ReportFile target;
+  if (!target.Open(to.c_str())) {
+    return target.Error();
+  }
+  const NativeFile source = openForReading(from);
+  if (!source) {
+    return systemErrorText(lastSystemError());
+  }
+  std::optional<std::size_t> size;
+  while ((size = readSome(source, chunk.get(), kChunk)).value_or(0) > 0) {
+    target.Write(chunk.get(), *size);
+  }
+  std::wstring reason = size ? std::wstring() : systemErrorText(lastSystemError());
+  closeFile(source);
+  if (!target.Close()) {
+    reason = target.WriteError();
+  }
+  return reason;
+}
+
+std::wstring howItEnded(const ProcessResult& run) {
+  return run.signal != 0 ? FMT::Format(L"It was ended by signal %d.", run.signal)
+                         : FMT::Format(L"It ended with status %d.", run.exitStatus);
+}
+
+}  // namespace
+
+// The compiler's own output, and a file of that name from an earlier run. The earlier file is renamed, so that it is
+// never taken for this report's, and gets its name back unless it is discarded.
+class CHMReport::Compiled {
+ public:
+  Compiled() = default;
+  Compiled(const Compiled&) = delete;
+  Compiled& operator=(const Compiled&) = delete;
+  ~Compiled() { restoreEarlier(); }
+
+  // Some systems would rename a folder, too.
+  void setName(const std::wstring& path) {
+    path_ = path;
+    if (pathExists(path) && !isFolder(path)) {
+      earlier_ = createFileBeside(path);
+    }
+    if (earlier_ && !moveReplacing(path, *earlier_)) {
+      deleteFile(*earlier_);
+      earlier_.reset();
+    }
+    isBlocked_ = pathExists(path);
+  }
+
+  const std::wstring& path() const { return path_; }
+  // Whether something of that name could not be renamed.
+  bool isBlocked() const { return isBlocked_; }
+  bool isMade() const { return !isBlocked_ && pathExists(path_); }
+  const std::optional<std::wstring>& earlier() const { return earlier_; }
+
+  void discardEarlier() {
+    if (earlier_) {
+      deleteFile(*earlier_);
+      earlier_.reset();
+    }
+  }
+
+  // Returns false when the earlier file keeps its new name.
+  bool restoreEarlier() noexcept {
+    const bool isRestored = !earlier_ || contained(false, [&] { return moveReplacing(*earlier_, path_); });
+    if (isRestored) {
+      earlier_.reset();
+    }
+    return isRestored;
+  }
+
+ private:
+  std::wstring path_;
+  std::optional<std::wstring> earlier_;  // its new name
+  bool isBlocked_ = false;
+};
+
+void CHMReport::Page::setTitle(const wchar_t* title) {
+  properties_.clear();
+  if (title) {
+    AddProperty(kTitle, title);
+  }
+}
+
+REPORT_ERRORS CHMReport::Page::Open(const wchar_t* file) {
+  const REPORT_ERRORS result = HtmlReport::Open(file);
+  isCreated_ = result == REPORT_OK;
+  return result;
+}
+
+void CHMReport::Page::forgetLoss() { ReportError(error_, lost_).forgetLoss(); }
+
+REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
+  ReportError error(error_, lost_);
+  return error.resultOf([&] {
+    if (error.reportLoss()) {
+      return REPORT_FILE_ERROR;
+    }
+    page_.forgetLoss();
+    const wchar_t* const title = GetProperty(kTitle);
+    target_ = orEmpty(file);
+    defaultTopic_.clear();
+    folder_.clear();
+    failure_.clear();
+    project_.reset();
+    openConforming_ = conforming_;
+    project_.title = title ? title : L"Report";
+    if (openConforming_) {
+      project_.title = oneLine(project_.title);
+    }
+    firstTopicPending_ = true;
+    openFlag_ = 1;
+    return REPORT_OK;
+  });
+}
+
+REPORT_ERRORS CHMReport::BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
+  REPORT_ERRORS result = REPORT_FILE_ERROR;
+  ReportError(error_, lost_).keepContent([&] { result = beginTopic(folder, file, title); });
+  return result;
+}
+
+REPORT_ERRORS CHMReport::beginTopic(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
+  if (openFlag_ == 0) {
+    error_ = L"The report is not open.";
+    return REPORT_FILE_ERROR;
+  }
+  const std::wstring path = orEmpty(folder) + std::wstring(orEmpty(file));
+  if (const auto reason = whyNoTopic(path)) {
+    error_ = *reason;
+    reportFailure(error_);
+    return REPORT_FILE_ERROR;
+  }
+  folder_ = orEmpty(folder);
+  addTopic(path, title);
+  preparePage(path, title);
+  const REPORT_ERRORS result = openPage(path);
+  if (result != REPORT_OK) {
+    error_ = page_.GetError();
+    reportFailure(error_);
+  }
+  return result;
+}
+
+void CHMReport::addTopic(const std::wstring& path, const wchar_t* title) {
+  if (firstTopicPending_) {
+    defaultTopic_ = path;
+    firstTopicPending_ = false;
+  }
+  disownPage(path);
+  project_.files.push_back(path);
+  project_.addTopic(orEmpty(title), path);
+}
+
+// Until the page is open, a file of its path is somebody else's, unless an earlier topic put it there.
+void CHMReport::disownPage(const std::wstring& path) {
+  if (std::count(project_.files.begin(), project_.files.end(), path) == 0) {
+    project_.foreignFiles.push_back(path);
+  }
+}
+
+// A device is nobody's to delete.
+void CHMReport::claimPage(const std::wstring& path) {
+  std::erase(project_.foreignFiles, path);
+  if (isSpecialFile(path)) {
+    project_.foreignFiles.push_back(path);
+  }
+}
+
+// A page that was created but could not be begun is this report's, too.
+REPORT_ERRORS CHMReport::openPage(const std::wstring& path) {
+  std::wstring opened = path;
+  const REPORT_ERRORS result = page_.Open();
+  if (result == REPORT_OK) {
+    openTopic_.swap(opened);
+  }
+  if (page_.takeIsCreated()) {
+    claimPage(path);
+  }
+  return result;
+}
+
+// A template takes the title as it stands, the plain head quotes it.
+void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
+  page_.SetTemplateFileName(kTemplate);
+  page_.SetOutputFileName(path.c_str());
+  page_.SetReportOption(OPTION_CONFORMING, openConforming_);
+  if (!openConforming_) {
+    page_.setTitle(nullptr);
+    return;
+  }
+  const std::wstring text = orEmpty(title);
+  page_.setTitle((isTemplateThere() ? forTemplate(Quoting(text)) : text).c_str());
+}
+
+void CHMReport::EndSubDocument() {
+  if (page_.Close() != REPORT_OK) {
+    ReportError(error_, lost_).keepContent([&] { keepFailure(page_.GetError()); });
+  }
+  openTopic_.clear();
+}
+
+void CHMReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) {
+  page_.Text(text, type, style, openConforming_ ? raw : 0);
+}
+
+void CHMReport::SetReportOption(REPORT_OPTION option, int value) {
+  if (option == OPTION_CONFORMING) {
+    conforming_ = value != 0;
+  }
+}
+
+// The pages are deleted whatever happens. That of a topic which was not ended is open until the compiler has run; some
+// systems delete no open file.
+REPORT_ERRORS CHMReport::Close() {
+  if (openFlag_ == 0) {
+    return REPORT_OK;
+  }
+  openFlag_ = 0;
+  ReportError error(error_, lost_);
+  Compiled compiled;
+  const bool isRun = error.keepContent([&] {
+    if (error.reportLoss()) {
+      keepFailure(kOutOfMemory);
+    }
+    if (!openTopic_.empty()) {
+      reportFailure(FMT::Format(L"The topic '%s' was not ended.", openTopic_));
+    }
+    hadTarget_ = pathExists(target_);
+    compile(compiled);
+  });
+  page_.Close();
+  openTopic_.clear();
+  project_.deleteWorkingFiles();
+  return error.resultOf([&] {
+    if (isRun) {
+      finish(compiled);
+    }
+    logLoss(target_, project_.loss);
+    const bool hasLoss = error.reportLoss();
+    if (!failure_.empty()) {
+      error.set(failure_);
+    }
+    return hasLoss || !failure_.empty() ? REPORT_FILE_ERROR : REPORT_OK;
+  });
+}
+
+void CHMReport::compile(Compiled& compiled) {
+  compiled.setName(folder_ + kCompiledName);
+  if (compiled.isBlocked()) {
+    reportFailure(FMT::Format(L"'%s' is in the way of the help compiler and cannot be moved.", compiled.path()));
+  }
+  project_.writeProject(folder_ + kProjectName, defaultTopic_);
+  project_.writeContents(folder_ + kContentsName);
+  project_.runCompiler(folder_ + kProjectName);
+}
+
+void CHMReport::finish(Compiled& compiled) {
+  const bool isMade = compiled.isMade() && project_.failure.empty();
+  if (!project_.failure.empty()) {
+    reportProjectFailure();
+  } else if (!isMade && !compiled.isBlocked()) {
+    reportNothingMade(compiled.path());
+  }
+  for (const std::wstring& message : project_.run.messages) {
+    CLog::Bug2(message);
+  }
+  if (isMade && isToBeDelivered()) {
+    deliver(compiled.path());
+    compiled.discardEarlier();
+  } else if (isMade) {
+    deleteFile(compiled.path());
+    CLog::Bug2(FMT::Format(L"'%s' is left as it was, because the new help file is incomplete.", target_));
+  }
+  if (!compiled.restoreEarlier()) {
+    const std::wstring reason = systemErrorText(lastSystemError());
+    reportFailure(
+        FMT::Format(L"The earlier '%s' is called '%s' now. %s", compiled.path(), *compiled.earlier(), reason));
+  }
+}
+
+void CHMReport::reportProjectFailure() {
+  if (project_.isFailureLogged) {
+    keepFailure(project_.failure);
+  } else {
+    reportFailure(project_.failure);
+  }
+}
+
+// What the compiler says last is why it gives up.
+void CHMReport::reportNothingMade(const std::wstring& path) {
+  std::wstring reason = FMT::Format(L"The help compiler left no '%s'. %s", path, howItEnded(project_.run));
+  if (std::vector<std::wstring>& messages = project_.run.messages; !messages.empty()) {
+    reason += L' ' + messages.back();
+    messages.pop_back();
+  }
+  reportFailure(reason);
+}
+
+// An incomplete help file is better than none, but no better than the one that is there.
+bool CHMReport::isToBeDelivered() const { return failure_.empty() || !hadTarget_; }
+
+void CHMReport::deliver(const std::wstring& path) {
+  std::wstring reason;
+  if (isSpecialFile(target_)) {
+    reason = copyInto(path, target_);
+    deleteFile(path);
+  } else if (!moveReplacing(path, target_)) {
+    reason = systemErrorText(lastSystemError());
+  }
+  if (!reason.empty()) {
+    reportFailure(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", path, target_, reason));
+  }
+}
+
+void CHMReport::keepFailure(const std::wstring& reason) {
+  if (failure_.empty()) {
+    failure_ = reason;
+  }
+}
+
+void CHMReport::reportFailure(const std::wstring& reason) {
+  CLog::Bug2(reason);
+  keepFailure(reason);
+}

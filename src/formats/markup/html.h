@@ -1,0 +1,71 @@
+#pragma once
+
+#include "output/loss.h"
+#include "output/output_buffer.h"
+#include "scrivalen/output_file.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+/// Writes tags, texts and page frames of HTML and XML in UTF-8. It adds no line breaks inside the body. Null texts are
+/// empty. Not bound to a file, it writes nothing.
+///
+/// A copy writes to the same file as its source.
+class HTML {
+ public:
+  /// Binds the writer to an open file, which is not owned and must outlive the writing. What was lost since Unbind,
+  /// through quoting, belongs to this file.
+  void Open(ReportFile& file);
+  /// What the file raises is kept: Flush answers false, and Error says why.
+  void Open(OutputFile& file);
+  void Unbind();
+
+  /// Writes a page's head: doctype, character set, title and a style sheet that makes bare tables readable.
+  /// @param title  null: no title; the other two arguments change nothing
+  void Head(const wchar_t* title, const wchar_t* text, int kind);
+  /// Writes the XML declaration.
+  void HeadXML();
+  /// Writes a text as it stands.
+  void Text(std::wstring_view text);
+  void Text(const wchar_t* text) { Text(text ? std::wstring_view(text) : std::wstring_view()); }
+  void Literal(std::string_view ascii) {
+    if (out_) {
+      out_->write(ascii.data(), ascii.size());
+    }
+  }
+  void Number(int number);
+  /// Writes a text with what means something in HTML escaped.
+  void QuotedText(const wchar_t* text);
+  /// Writes a text as the content of an element, escaped as far as it is not yet.
+  void Content(const wchar_t* text);
+  /// Writes a start tag, with one attribute when @p attribute is not null.
+  void OpenTag(const wchar_t* name, const wchar_t* attribute, const wchar_t* value);
+  void CloseTag(const wchar_t* name);
+  /// Writes an element; its content is escaped as far as it is not yet. The last two texts are not written.
+  void Tag(const wchar_t* name, const wchar_t* content, const wchar_t* attribute, const wchar_t* value);
+  /// Writes the start tag of a table (1, -1, attributes) or its end tag (0, 1, null).
+  void Table(short open, short close, const wchar_t* attributes);
+  static std::wstring Quoting(const std::wstring& text, int kind);
+  /// The same, with what it replaces counted among what this writer lost.
+  std::wstring CountedQuoting(const std::wstring& text);
+  /// Counts a character that could not be written as it was given.
+  void NoteLoss(char32_t character) { loss_.note(character); }
+  /// Hands over what is held. @return false when bytes were lost
+  bool Flush();
+  /// Ends the page and flushes.
+  bool Close(int kind);
+
+  const scrivalen::platform::LossCounter& Loss() const { return loss_; }
+  /// Why a file of the host's failed; empty when none did.
+  std::wstring_view Error() const;
+
+ private:
+  struct HostOutput;
+
+  void writeName(const wchar_t* name);
+
+  scrivalen::platform::OutputBuffer* out_ = nullptr;
+  std::shared_ptr<HostOutput> host_;
+  scrivalen::platform::LossCounter loss_;
+};

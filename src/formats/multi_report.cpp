@@ -1,0 +1,285 @@
+#include "scrivalen/multi_report.h"
+
+#include "report/left_behind.h"
+#include "report/report_error.h"
+#include "formats/help/chm_report.h"
+#include "formats/xlsx/excel_report.h"
+#include "formats/text/text_report.h"
+#include "formats/markup/xml_report.h"
+#include "formats/pdf/layout/pdf_report.h"
+#include "output/clog.h"
+#include "output/contain.h"
+#include "text/fmt.h"
+#include "formats/rtf/rtf_report.h"
+#include "scrivalen/html_report.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+#include <utility>
+#include <vector>
+
+using namespace scrivalen::platform;
+using scrivalen::core::leaveBehind;
+using scrivalen::core::ReportError;
+
+namespace {
+
+// A report of the list. The pointer remembers the concrete class, through which the report is destroyed.
+struct Child {
+  std::shared_ptr<AReport> report;
+  bool open = false;
+  bool cleared = false;  // by a MultiReport that had it
+};
+
+struct FormatRow {
+  REPORT_FORMAT format;
+  std::shared_ptr<AReport> (*create)();
+};
+
+template <typename Report>
+std::shared_ptr<AReport> create() {
+  return std::make_shared<Report>();
+}
+
+constexpr FormatRow kFormats[] = {
+    {FORMAT_RTF, &create<RTFReport>},
+    {FORMAT_HTML, &create<HtmlReport>},
+    {FORMAT_PDF, &create<PDFReport>},
+    {FORMAT_XML, &create<XmlReport>},
+    {FORMAT_TEXT, &create<TextReport>},
+    {FORMAT_EXCEL, &create<ExcelReport>},
+    {FORMAT_CHM, &create<CHMReport>},
+};
+
+std::shared_ptr<AReport> createReport(REPORT_FORMAT format) {
+  const auto row = std::find_if(std::begin(kFormats), std::end(kFormats),
+                                [format](const FormatRow& candidate) { return candidate.format == format; });
+  return row == std::end(kFormats) ? nullptr : row->create();
+}
+
+}  // namespace
+
+struct MultiReport::Children {
+  // Stands in, empty and never changed, where there is no memory for a list.
+  static Children& none() {
+    static Children children;
+    return children;
+  }
+
+  bool isNone() const { return this == &none(); }
+
+  // Copies of a MultiReport share the children, so what is known of a child is shared too.
+  std::vector<std::shared_ptr<Child>> list;
+
+  // Calls one operation on every child; a child that fails does not keep the call from the others.
+  template <typename... Parameters, typename... Arguments>
+  void forward(void (AReport::*operation)(Parameters...), const Arguments&... arguments) {
+    for (const auto& child : list) {
+      contained([&] { (child->report.get()->*operation)(arguments...); });
+    }
+  }
+
+  // Calls one operation that has a result on every child.
+  // @return the first result that is not REPORT_OK; `error` then is that child's text
+  template <typename Operation>
+  REPORT_ERRORS callEach(ReportError error, Operation operation) {
+    REPORT_ERRORS first = REPORT_OK;
+    for (const auto& child : list) {
+      const REPORT_ERRORS result = contained(REPORT_FILE_ERROR, [&] { return operation(*child); });
+      if (first == REPORT_OK && result != REPORT_OK) {
+        first = result;
+        error.set(child->report->GetError());
+      }
+    }
+    return first;
+  }
+
+  // The list goes. A child that no other MultiReport has goes too, unless it is open or was never cleared.
+  void release() noexcept {
+    const auto released = std::exchange(list, {});
+    for (const auto& child : released) {
+      if (child.use_count() == 1 && (child->open || !child->cleared)) {
+        leaveBehind(child);
+      }
+    }
+  }
+
+  void clear() noexcept {
+    for (const auto& child : list) {
+      child->cleared = true;
+    }
+    release();
+  }
+};
+
+MultiReport::MultiReport() : children_(&Children::none()) { takeChildren(Children::none()); }
+
+MultiReport::MultiReport(const MultiReport& other) : AReport(other), children_(&Children::none()) {
+  takeChildren(*other.children_);
+}
+
+MultiReport& MultiReport::operator=(const MultiReport& other) {
+  if (this != &other) {
+    AReport::operator=(other);
+    takeChildren(*other.children_);
+  }
+  return *this;
+}
+
+MultiReport::~MultiReport() { dropChildren(); }
+
+void MultiReport::takeChildren(const Children& children) {
+  ReportError(error_, lost_).keepSetting([&] {
+    auto copy = std::make_unique<Children>(children);
+    dropChildren();
+    children_ = std::move(copy);
+  });
+}
+
+void MultiReport::dropChildren() {
+  if (children_->isNone()) {
+    children_.release();
+  } else {
+    children_->release();
+  }
+}
+
+void MultiReport::AddReport(REPORT_FORMAT format, const wchar_t* file, const wchar_t* templateFile) {
+  if (!file || !*file) {
+    return;
+  }
+  ReportError(error_, lost_).keepSetting([&] {
+    if (children_->isNone()) {
+      throw std::bad_alloc();
+    }
+    const std::shared_ptr<AReport> report = createReport(format);
+    if (!report) {
+      CLog::Bug2(
+          FMT::Format(L"Report format %d is not available; '%s' was not added.", static_cast<int>(format), file));
+      return;
+    }
+    report->SetOutputFileName(file);
+    report->SetTemplateFileName(templateFile);
+    children_->list.push_back(std::make_shared<Child>(Child{report}));
+  });
+}
+
+void MultiReport::Clear() {
+  if (!children_->isNone()) {
+    children_->clear();
+    ReportError(error_, lost_).forgetLoss();
+  }
+}
+
+void MultiReport::SetStyles(const wchar_t* text) { children_->forward(&AReport::SetStyles, text); }
+
+REPORT_ERRORS MultiReport::Open() {
+  ReportError error(error_, lost_);
+  if (error.reportLoss()) {
+    return REPORT_FILE_ERROR;
+  }
+  return contained(REPORT_FILE_ERROR, [&] {
+    for (const auto& child : children_->list) {
+      if (child->report->Open() != REPORT_OK) {
+        error.set(child->report->GetError());
+        return REPORT_FILE_ERROR;
+      }
+      child->open = true;
+    }
+    return REPORT_OK;
+  });
+}
+
+REPORT_ERRORS MultiReport::Open(const wchar_t* file) {
+  if (ReportError(error_, lost_).reportLoss()) {
+    return REPORT_FILE_ERROR;
+  }
+  return contained(REPORT_FILE_ERROR, [&] {
+    for (const auto& child : children_->list) {
+      if (child->report->Open(file) != REPORT_OK) {
+        return REPORT_FILE_ERROR;
+      }
+      child->open = true;
+    }
+    return REPORT_OK;
+  });
+}
+
+REPORT_ERRORS MultiReport::Close() {
+  ReportError error(error_, lost_);
+  const bool hasLoss = error.reportLoss(ReportError::kContent);
+  const REPORT_ERRORS result = children_->callEach(error, [](Child& child) {
+    child.open = false;
+    return child.report->Close();
+  });
+  return hasLoss && result == REPORT_OK ? REPORT_FILE_ERROR : result;
+}
+
+REPORT_ERRORS MultiReport::BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) {
+  return children_->callEach(ReportError(error_, lost_),
+                             [&](Child& child) { return child.report->BeginSubDocument(folder, file, title); });
+}
+
+void MultiReport::AddProperty(const wchar_t* name, const wchar_t* value) {
+  children_->forward(&AReport::AddProperty, name, value);
+}
+
+void MultiReport::SetColumnSeparator(const std::wstring& separator) {
+  children_->forward(&AReport::SetColumnSeparator, separator);
+}
+
+void MultiReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) {
+  children_->forward(&AReport::Text, text, type, style, raw);
+}
+
+void MultiReport::EndSubDocument() { children_->forward(&AReport::EndSubDocument); }
+void MultiReport::BeginAncor(const wchar_t* name) { children_->forward(&AReport::BeginAncor, name); }
+void MultiReport::EndAncor() { children_->forward(&AReport::EndAncor); }
+void MultiReport::Ancor(const wchar_t* name) { children_->forward(&AReport::Ancor, name); }
+void MultiReport::EndOfLine() { children_->forward(&AReport::EndOfLine); }
+void MultiReport::BeginStyle(REPORT_STYLE style, int value) { children_->forward(&AReport::BeginStyle, style, value); }
+void MultiReport::EndStyle(REPORT_STYLE style, int value) { children_->forward(&AReport::EndStyle, style, value); }
+void MultiReport::Space() { children_->forward(&AReport::Space); }
+
+void MultiReport::BeginParagraph(PARAGRAPH_TYPE type, const wchar_t* attributes) {
+  children_->forward(&AReport::BeginParagraph, type, attributes);
+}
+
+void MultiReport::EndParagraph(PARAGRAPH_TYPE type) { children_->forward(&AReport::EndParagraph, type); }
+void MultiReport::BeginToc() { children_->forward(&AReport::BeginToc); }
+
+void MultiReport::TocItem(const wchar_t* anchor, const wchar_t* text, int level) {
+  children_->forward(&AReport::TocItem, anchor, text, level);
+}
+
+void MultiReport::EndToc() { children_->forward(&AReport::EndToc); }
+
+void MultiReport::BeginTable(const wchar_t* name, const wchar_t* attributes) {
+  children_->forward(&AReport::BeginTable, name, attributes);
+}
+
+void MultiReport::EndTable(const wchar_t* name) { children_->forward(&AReport::EndTable, name); }
+
+void MultiReport::BeginRow(const wchar_t* name, const wchar_t* attributes, int columns) {
+  children_->forward(&AReport::BeginRow, name, attributes, columns);
+}
+
+void MultiReport::EndRow(const wchar_t* name) { children_->forward(&AReport::EndRow, name); }
+
+void MultiReport::BeginCell(const wchar_t* text, int header, const wchar_t* attributes) {
+  children_->forward(&AReport::BeginCell, text, header, attributes);
+}
+
+void MultiReport::EndCell(const wchar_t* text, int header) { children_->forward(&AReport::EndCell, text, header); }
+
+void MultiReport::Cell(const wchar_t* text, int header, const wchar_t* attributes) {
+  children_->forward(&AReport::Cell, text, header, attributes);
+}
+
+void MultiReport::SetCellColor(const wchar_t* color) { children_->forward(&AReport::SetCellColor, color); }
+void MultiReport::Link(const wchar_t* text, const wchar_t* target) { children_->forward(&AReport::Link, text, target); }
+
+void MultiReport::SetReportOption(REPORT_OPTION option, int value) {
+  children_->forward(&AReport::SetReportOption, option, value);
+}

@@ -1,0 +1,40 @@
+#include "formats/pdf/layout/char_widths.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace scrivalen::pdf {
+namespace {
+
+constexpr std::size_t kFirst = 32;
+
+// The glyph widths of Times-Roman divided by about 478, for the codes 32 to 126. They serve every font.
+constexpr std::array<double, 95> kFactors = {
+    0.523, 0.697, 0.854, 1.047, 1.047, 1.744, 1.629, 0.697,  // space ! " # $ % & '
+    0.697, 0.697, 1.047, 1.181, 0.523, 0.697, 0.523, 0.582,  // ( ) * + , - . /
+    1.047, 1.047, 1.047, 1.047, 1.047, 1.047, 1.047, 1.047,  // 0 to 7
+    1.047, 1.047, 0.582, 0.582, 1.181, 1.181, 1.181, 0.929,  // 8 9 : ; < = > ?
+    1.928, 1.511, 1.396, 1.396, 1.511, 1.279, 1.164, 1.511,  // @ A B C D E F G
+    1.511, 0.697, 0.814, 1.511, 1.279, 1.861, 1.511, 1.511,  // H I J K L M N O
+    1.164, 1.511, 1.396, 1.164, 1.279, 1.511, 1.511, 1.976,  // P Q R S T U V W
+    1.511, 1.511, 1.279, 0.697, 0.582, 0.697, 0.982, 1.047,  // X Y Z [ \ ] ^ _
+    0.697, 0.929, 1.047, 0.929, 1.047, 0.929, 0.697, 1.047,  // ` a b c d e f g
+    1.047, 0.582, 0.582, 1.047, 0.582, 1.629, 1.047, 1.047,  // h i j k l m n o
+    1.047, 1.047, 0.697, 0.814, 0.582, 1.047, 1.047, 1.511,  // p q r s t u v w
+    1.047, 1.047, 0.929, 1.005, 0.419, 1.005, 1.132};        // x y z { | } ~
+
+std::int32_t rounded(double width) {
+  constexpr double kMost = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::clamp(width + 0.5, -kMost, kMost));
+}
+
+}  // namespace
+
+CharWidths::CharWidths(float average) : other_(rounded(double{average})) {
+  widths_.fill(other_);
+  for (std::size_t i = 0; i < kFactors.size(); ++i) {
+    widths_[kFirst + i] = rounded(kFactors[i] * double{average});
+  }
+}
+
+}  // namespace scrivalen::pdf

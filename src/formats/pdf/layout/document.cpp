@@ -1,0 +1,292 @@
+#include "formats/pdf/layout/document.h"
+
+#include "formats/pdf/layout/win_ansi.h"
+
+#include <algorithm>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace scrivalen::pdf {
+
+using PDFStuffer::Form;
+
+namespace {
+
+constexpr int kFirstFont = 1;
+
+// Sets a flag while it lives.
+class Flagged {
+ public:
+  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
+  Flagged(const Flagged&) = delete;
+  Flagged& operator=(const Flagged&) = delete;
+  ~Flagged() { flag_ = false; }
+
+ private:
+  bool& flag_;
+};
+
+// Empties a text at its end.
+class Emptied {
+ public:
+  explicit Emptied(TextBuffer& text) : text_(text) {}
+  Emptied(const Emptied&) = delete;
+  Emptied& operator=(const Emptied&) = delete;
+  ~Emptied() { text_.clear(); }
+
+ private:
+  TextBuffer& text_;
+};
+
+}  // namespace
+
+// Makes an item the current one while it lives, whatever the one before still takes.
+class Document::Interruption {
+ public:
+  Interruption(Document& document, CPDFitem& item)
+      : document_(document),
+        current_(std::exchange(document.current_, &item)),
+        text_(std::exchange(document.text_, {})),
+        hasText_(std::exchange(document.hasText_, false)) {}
+  Interruption(const Interruption&) = delete;
+  Interruption& operator=(const Interruption&) = delete;
+  ~Interruption() {
+    document_.current_ = current_;
+    document_.text_ = std::move(text_);
+    document_.hasText_ = hasText_;
+  }
+
+ private:
+  Document& document_;
+  CPDFitem* current_;
+  TextBuffer text_;
+  bool hasText_;
+};
+
+Document::Document(platform::NativeFile file, const Paper& paper, Form form)
+    : form_(form),
+      paper_(paper),
+      file_(std::make_unique<PDFStuffer::CPDFFile>(file, form)),
+      pages_(*file_, fonts_, styles_, backgrounds_, paper, form) {
+  file_->mediaBox = {0, 0, paper.width, paper.height};
+  styles_.indexOf(CPDFtextStyle());  // the style of items that are never written into is number 0
+}
+
+// The classic form lists a number as often as it is registered; in a conforming page each name stands once. A font that
+// came later than the layout would change it behind the places that links lead to.
+void Document::addFont(int id, PDF_STANDARD_FONT_FACE face) {
+  if (isCollecting_ && (!isConforming() || !fonts_.has(id))) {
+    fonts_.add(*file_, id, face);
+  }
+}
+
+// A conforming text is always drawn in a font that its page lists.
+void Document::addBoldVariants() {
+  if (!isCollecting_) {
+    return;
+  }
+  hasBoldVariants_ = true;
+  if (isConforming() && fonts_.entries().empty()) {
+    addFont(kFirstFont, PDF_TIMES_ROMAN);
+  }
+  fonts_.addBoldVariants(*file_);
+}
+
+template <typename Item, typename... Arguments>
+Item& Document::make(std::uint32_t& itemId, Arguments&&... arguments) {
+  static_assert(std::is_trivially_destructible_v<Item>);
+  void* const place = itemMemory_.allocate(sizeof(Item), alignof(Item));
+  ++itemId;
+  return *new (place) Item(std::forward<Arguments>(arguments)...);
+}
+
+// The text of an item is complete when another becomes the current one: none becomes it again.
+void Document::setCurrent(CPDFitem* item) {
+  CPDFitem* const complete = std::exchange(current_, item);
+  if (std::exchange(hasText_, false)) {
+    keepText(*complete);
+  }
+}
+
+// A text that cannot be kept is lost: it must not become that of another item.
+void Document::keepText(CPDFitem& item) {
+  const Emptied atTheEnd(text_);
+  if (text_.isWide()) {
+    item.setText(stored(text_.units()));
+  } else {
+    item.setText(stored(text_.bytes()));
+  }
+}
+
+// An empty text is there all the same.
+template <typename Unit>
+std::basic_string_view<Unit> Document::stored(std::basic_string_view<Unit> text) {
+  static constexpr Unit kEmpty[] = {0};
+  if (text.empty()) {
+    return {kEmpty, 0};
+  }
+  auto* const units = static_cast<Unit*>(textMemory_.allocate(text.size() * sizeof(Unit), alignof(Unit)));
+  std::copy(text.begin(), text.end(), units);
+  return {units, text.size()};
+}
+
+// Without memory for the item none is current: what is meant for it must not become another's.
+template <typename Item, typename... Arguments>
+Item& Document::makeOrLeave(std::uint32_t& itemId, Arguments&&... arguments) {
+  try {
+    return make<Item>(itemId, std::forward<Arguments>(arguments)...);
+  } catch (...) {
+    setCurrent(nullptr);
+    throw;
+  }
+}
+
+bool Document::beginParagraph(std::uint32_t& itemId) {
+  if (!canBeginBlock()) {
+    return false;
+  }
+  auto& paragraph = makeOrLeave<CPDFparagraf>(itemId);
+  items_.append(paragraph);
+  setCurrent(&paragraph);
+  return true;
+}
+
+void Document::beginTable(std::uint32_t& itemId) {
+  if (canBeginBlock()) {
+    table_ = &makeOrLeave<CPDFtable>(itemId);
+    items_.append(*table_);
+    setCurrent(table_);
+  }
+}
+
+void Document::beginRow(std::uint32_t& itemId, int columns) {
+  if (current_ && current_->isA(ItemKind::Table)) {
+    row_ = &makeOrLeave<CPDFtableRow>(itemId, columns);
+    table_->rows.append(*row_);
+    setCurrent(row_);
+  }
+}
+
+// A cell beyond the columns of its row is dropped, with its text: no cell is current then. One for which there is no
+// memory leaves its column empty.
+void Document::beginCell(std::uint32_t& itemId, const _RGB_COLOR& background) {
+  if (current_ && current_->isA(ItemKind::Row) && !row_->isFull()) {
+    const std::uint16_t column = columnIndex(row_->cellCount++);
+    auto& cell = make<CPDFtableCell>(itemId, column, backgrounds_.indexOf(background));
+    row_->cells.append(cell);
+    setCurrent(&cell);
+  }
+}
+
+void Document::end(ItemKind kind, CPDFitem* parent) {
+  if (current_ && current_->isA(kind)) {
+    setCurrent(parent);
+  }
+}
+
+void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
+  if (!current_ || !current_->takesText()) {
+    return;
+  }
+  const std::uint32_t index = styles_.indexOf(style);
+  appendText(text, style);
+  current_->style = index;
+  hasText_ = true;
+}
+
+// Titles of the outline are not drawn in a font: a conforming file has them in Unicode.
+void Document::appendText(std::wstring_view text, const CPDFtextStyle& style) {
+  if (!isConforming()) {
+    loss_.add(text_.append(text));
+  } else if (current_->isA(ItemKind::Outline)) {
+    loss_.add(text_.appendTitle(text));
+  } else if (fonts_.isSymbolic(style.font, style.bold)) {
+    loss_.add(text_.appendSigns(text));
+  } else {
+    loss_.add(text_.appendWinAnsi(text));
+  }
+}
+
+void Document::bookMark(std::wstring_view name) {
+  if (!current_ || !(current_->isA(ItemKind::Paragraph) || current_->isA(ItemKind::Cell))) {
+    return;
+  }
+  current_->needPlacement();
+  std::u16string key;
+  appendUtf16(key, name);
+  links_.named(key).target = current_;
+}
+
+void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, const CPDFtextStyle& style) {
+  if (!current_) {
+    beginParagraph(itemId);
+  }
+  if (!current_ || !current_->takesText()) {
+    return;
+  }
+  if (text) {
+    write(text, style);
+  }
+  if (isConforming() && target.starts_with(L'#')) {
+    target.remove_prefix(1);
+  }
+  current_->needPlacement();
+  std::u16string key;
+  appendUtf16(key, target);
+  links_.named(key).sources.push_back(current_);
+}
+
+void Document::addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
+                              const CPDFtextStyle& style) {
+  if (!isCollecting_) {
+    return;
+  }
+  auto& entry = make<CPDFoutlineItem>(itemId, level);
+  const Interruption ofTheCurrentItem(*this, entry);
+  link(itemId, text, target, style);
+  setCurrent(nullptr);
+}
+
+void Document::layOut(Pages::Purpose purpose) {
+  const Flagged whileHere(makingPages_);
+  pages_.begin(purpose);
+  pages_.startPage();
+  Points y = paper_.top();
+  for (CPDFitem* item = items_.first; item; item = item->next) {
+    y = item->Layout(pages_, pages_.lines(), y);
+  }
+  pages_.finishPage();
+}
+
+void Document::makePages() {
+  if (isCollecting_ && !hasBoldVariants_) {
+    addBoldVariants();
+  }
+  if (!std::exchange(isCollecting_, false)) {
+    return;
+  }
+  setCurrent(nullptr);
+  layOut(Pages::Purpose::Placing);
+  LinkWriter writer(*file_, pages_.placements(), paper_, form_);
+  for (const CPDFlink& link : links_.entries()) {
+    for (const CPDFitem* const source : link.sources) {
+      source->AttachLink(writer, link.target);
+    }
+  }
+  writer.finishOutline();
+}
+
+void Document::save() {
+  if (!file_->beginSave()) {
+    return;
+  }
+  try {
+    layOut(Pages::Purpose::Writing);
+  } catch (...) {
+    file_->noteRaised();
+  }
+  file_->endSave();
+}
+
+}  // namespace scrivalen::pdf

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "formats/pdf/layout/fonts.h"
+#include "formats/pdf/layout/items.h"
+#include "formats/pdf/layout/links.h"
+#include "formats/pdf/layout/pages.h"
+#include "formats/pdf/layout/text_buffer.h"
+#include "formats/pdf/layout/text_style.h"
+#include "formats/pdf/objects/file.h"
+#include "output/loss.h"
+
+#include <cstdint>
+#include <memory>
+#include <memory_resource>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::pdf {
+
+/// One document between its beginning and its end: what was collected, and what makes pages of it.
+///
+/// A call for which there is no memory raises that. It collects nothing then, or a part, but the calls behind it find
+/// everything in order. Once the pages are made nothing more is collected.
+class Document {
+ public:
+  Document(platform::NativeFile file, const Paper& paper, PDFStuffer::Form form);
+
+  void addFont(int id, PDF_STANDARD_FONT_FACE face);
+  void addBoldVariants();
+  const FontTable& fonts() const { return fonts_; }
+
+  /// @return whether it is there: inside a table there are no paragraphs
+  bool beginParagraph(std::uint32_t& itemId);
+  void beginTable(std::uint32_t& itemId);
+  void beginRow(std::uint32_t& itemId, int columns);
+  void beginCell(std::uint32_t& itemId, const _RGB_COLOR& background);
+  // These end what is current when it is of their kind; what it stands in is current then.
+  void endTable() { end(ItemKind::Table, nullptr); }
+  void endRow() { end(ItemKind::Row, table_); }
+  void endCell() { end(ItemKind::Cell, row_); }
+  void write(std::wstring_view text, const CPDFtextStyle& style);
+  void bookMark(std::wstring_view name);
+  void link(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, const CPDFtextStyle& style);
+  void addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
+                      const CPDFtextStyle& style);
+
+  /// Lays everything out for its place, with bold variants of the fonts. Does nothing the second time.
+  void makePages();
+  void setPageMode(const std::u16string& mode) { file_->SetPageMode(&mode); }
+  /// Writes the file: as much of it as there is, when making the pages has failed.
+  void save();
+
+  Pages& pages() { return pages_; }
+  bool isMakingPages() const { return makingPages_; }
+  /// Why not everything was written; empty when it was.
+  std::wstring_view writeError() const { return file_->writeError(); }
+  const platform::LossCounter& loss() const { return loss_; }
+
+ private:
+  class Interruption;
+
+  template <typename Item, typename... Arguments>
+  Item& make(std::uint32_t& itemId, Arguments&&... arguments);
+  template <typename Item, typename... Arguments>
+  Item& makeOrLeave(std::uint32_t& itemId, Arguments&&... arguments);
+  bool canBeginBlock() const { return isCollecting_ && (!current_ || current_->isA(ItemKind::Paragraph)); }
+  void setCurrent(CPDFitem* item);
+  void end(ItemKind kind, CPDFitem* parent);
+  void keepText(CPDFitem& item);
+  void appendText(std::wstring_view text, const CPDFtextStyle& style);
+  template <typename Unit>
+  std::basic_string_view<Unit> stored(std::basic_string_view<Unit> text);
+  void layOut(Pages::Purpose purpose);
+
+  bool isConforming() const { return form_ == PDFStuffer::Form::Conforming; }
+
+  PDFStuffer::Form form_;
+  Paper paper_;
+  // Not of the default resource, which belongs to the host.
+  std::pmr::monotonic_buffer_resource itemMemory_{std::pmr::new_delete_resource()};
+  std::pmr::monotonic_buffer_resource textMemory_{std::pmr::new_delete_resource()};
+  std::unique_ptr<PDFStuffer::CPDFFile> file_;
+  FontTable fonts_;
+  Pool<CPDFtextStyle> styles_;
+  Pool<_RGB_COLOR> backgrounds_;
+  LinkTable links_;
+  ItemList items_;
+  CPDFitem* current_ = nullptr;
+  CPDFtable* table_ = nullptr;   // that of the current row or cell
+  CPDFtableRow* row_ = nullptr;  // that of the current cell
+  TextBuffer text_;              // of the current item
+  bool hasText_ = false;
+  Pages pages_;
+  bool isCollecting_ = true;
+  bool hasBoldVariants_ = false;
+  bool makingPages_ = false;
+  platform::LossCounter loss_;
+};
+
+}  // namespace scrivalen::pdf

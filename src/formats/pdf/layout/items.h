@@ -1,0 +1,142 @@
+#pragma once
+
+#include "formats/pdf/layout/links.h"
+#include "formats/pdf/layout/page_text.h"
+#include "formats/pdf/layout/pages.h"
+#include "formats/pdf/layout/units.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <string_view>
+
+namespace scrivalen::pdf {
+
+enum class ItemKind : std::uint8_t { Paragraph, Table, Row, Cell, Outline };
+
+// A report of a million cells is collected whole before its first page is made. Items are therefore small: they lie in
+// the document's memory, which is given back at once and calls no destructors; they hold their children in a list that
+// goes through them; their styles and colours are numbers; and only those with a link to or from them have a placement.
+class CPDFitem {
+ public:
+  explicit CPDFitem(ItemKind itemKind, std::uint16_t columnIndex = 0) : column(columnIndex), kind_(itemKind) {}
+  CPDFitem(const CPDFitem&) = delete;
+  CPDFitem& operator=(const CPDFitem&) = delete;
+
+  /// Lays the item out from @p y down, onto the lines. @return where it ends
+  virtual Points Layout(Pages& pages, PageText& lines, Points y);
+  /// Makes the item lead to a target, which may be null, when all pages are made.
+  virtual void AttachLink(LinkWriter& writer, const CPDFitem* target) const;
+
+  bool isA(ItemKind kind) const { return kind_ == kind; }
+  /// Whether it has a text of its own.
+  bool takesText() const { return isA(ItemKind::Paragraph) || isA(ItemKind::Cell) || isA(ItemKind::Outline); }
+
+  /// The text: UTF-16 code units, kept as bytes when none of them is above 255. Not owned.
+  void setText(std::string_view bytes);
+  void setText(std::u16string_view units);
+  /// Whether nothing was ever written, not even an empty text.
+  bool hasNoText() const { return !text_; }
+
+  /// Whether links need to know where it stands.
+  bool isPlaced() const { return isPlaced_; }
+  void needPlacement() { isPlaced_ = true; }
+
+  CPDFitem* next = nullptr;
+  std::uint32_t style = 0;
+  std::uint16_t column;  ///< of a cell
+
+ protected:
+  ~CPDFitem() = default;
+  Points layoutText(Pages& pages, PageText& lines, Points x, Points y, Points width) const;
+  Points beginOfText(Pages& pages, Points y) const;
+  void place(Pages& pages, const Placement& placement) const;
+
+  /// Calls a function with the text as std::string_view or std::u16string_view.
+  template <typename Function>
+  auto visitText(Function function) const {
+    return isWide_ ? function(std::u16string_view(static_cast<const char16_t*>(text_), length_))
+                   : function(std::string_view(static_cast<const char*>(text_), length_));
+  }
+
+ private:
+  ItemKind kind_;
+  bool isPlaced_ : 1 = false;
+  bool isWide_ : 1 = false;
+  const void* text_ = nullptr;
+  std::uint32_t length_ = 0;
+};
+
+/// Items one after the other.
+struct ItemList {
+  CPDFitem* first = nullptr;
+  CPDFitem* last = nullptr;
+
+  void append(CPDFitem& item) {
+    (last ? last->next : first) = &item;
+    last = &item;
+  }
+};
+
+class CPDFparagraf final : public CPDFitem {
+ public:
+  CPDFparagraf() : CPDFitem(ItemKind::Paragraph) {}
+  Points Layout(Pages& pages, PageText& lines, Points y) override;
+};
+
+class CPDFtable final : public CPDFitem {
+ public:
+  CPDFtable() : CPDFitem(ItemKind::Table) {}
+  Points Layout(Pages& pages, PageText& lines, Points y) override;
+
+  ItemList rows;
+};
+
+/// How a cell keeps its column. One beyond those that have a width counts as the last that is possible.
+constexpr std::uint16_t columnIndex(std::int32_t column) {
+  return static_cast<std::uint16_t>(std::min<std::int32_t>(column, std::numeric_limits<std::uint16_t>::max()));
+}
+
+class CPDFtableCell final : public CPDFitem {
+ public:
+  CPDFtableCell(std::uint16_t columnIndex, std::uint32_t backgroundIndex)
+      : CPDFitem(ItemKind::Cell, columnIndex), background(backgroundIndex) {}
+  /// @param width  of the column
+  Points layOut(Pages& pages, PageText& lines, Points y, Points width) const;
+
+  std::uint32_t background;
+};
+
+class CPDFtableRow final : public CPDFitem {
+ public:
+  explicit CPDFtableRow(int columnCount) : CPDFitem(ItemKind::Row), columns(columnCount) {}
+  Points Layout(Pages& pages, PageText& lines, Points y) override;
+  bool isFull() const { return cellCount >= columns; }
+
+  std::int32_t columns;
+  std::int32_t cellCount = 0;
+  ItemList cells;
+
+ private:
+  struct Trial {
+    Points bottom;
+    bool stands;  // no page was broken: the lines in the scratch text are right
+    bool ranOff;  // a cell ended above where it began
+  };
+
+  template <typename Function>
+  void forEachCell(Function function) const;
+  Trial tryCells(Pages& pages, Points y, Points width) const;
+  void drawFrame(Pages& pages, PageText& lines, Points y, Points bottom, Points width) const;
+};
+
+class CPDFoutlineItem final : public CPDFitem {
+ public:
+  explicit CPDFoutlineItem(int entryLevel) : CPDFitem(ItemKind::Outline), level(entryLevel) {}
+  void AttachLink(LinkWriter& writer, const CPDFitem* target) const override;
+
+  int level;
+};
+
+}  // namespace scrivalen::pdf

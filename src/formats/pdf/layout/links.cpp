@@ -1,0 +1,121 @@
+#include "formats/pdf/layout/links.h"
+
+#include "formats/pdf/objects/room.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <utility>
+
+namespace scrivalen::pdf {
+
+using namespace PDFStuffer;
+
+namespace {
+
+std::int32_t toInt(Points value) {
+  return static_cast<std::int32_t>(
+      std::clamp<Points>(value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
+}
+
+template <typename Source>
+void setDestination(Source& source, const Placement* target) {
+  if (target) {
+    source.destination.target = target->startPage;
+    source.destLeft.intValue = toInt(target->x);
+    source.destTop.intValue = toInt(target->top);
+  }
+}
+
+}  // namespace
+
+CPDFlink& LinkTable::named(std::u16string_view name) {
+  CPDFlink link{std::u16string(name), {}, nullptr};
+  platform::makeRoom(links_, 1);
+  const auto [found, added] = byName_.try_emplace(link.name, links_.size());
+  if (added) {
+    links_.push_back(std::move(link));
+  }
+  return links_[found->second];
+}
+
+void LinkTable::clear() {
+  links_.clear();
+  byName_.clear();
+}
+
+CPDFAnnot& LinkWriter::newAnnotation(CPDFPage& page, const Placement* target) {
+  CPDFAnnot& annotation = *file_.AddAnnotation();
+  setDestination(annotation, target);
+  page.AddAnnotation(annotation);
+  return annotation;
+}
+
+void LinkWriter::setRectangle(CPDFAnnot& annotation, const Placement& source, Points top, Points bottom) const {
+  // The classic form has the upper edge first.
+  const bool classic = form_ == Form::Classic;
+  annotation.setRectangle(toInt(source.x), toInt(classic ? top : bottom), toInt(source.x + source.width),
+                          toInt(classic ? bottom : top));
+}
+
+const Placement* LinkWriter::placementOf(const CPDFitem* item) const {
+  const auto found = placements_.find(item);
+  return found == placements_.end() ? nullptr : &found->second;
+}
+
+void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFitem* targetItem) {
+  const Placement* const source = placementOf(sourceItem);
+  const Placement* const target = placementOf(targetItem);
+  // What leads nowhere is nothing to click on.
+  if (!source || (!target && form_ == Form::Conforming)) {
+    return;
+  }
+  CPDFAnnot& annotation = newAnnotation(*source->startPage, target);
+  if (source->startPage == source->endPage) {
+    setRectangle(annotation, *source, source->top, source->bottom);
+    return;
+  }
+  setRectangle(annotation, *source, source->top, kBottomLimit);
+  setRectangle(newAnnotation(*source->endPage, target), *source, paper_.top(), source->bottom);
+}
+
+void LinkWriter::addOutlineEntry(std::unique_ptr<std::u16string> title, int level, const CPDFitem* target) {
+  CPDFOutLine& entry = file_.make<CPDFOutLine>();
+  entry.title = std::move(title);
+  setDestination(entry, placementOf(target));
+  if (!file_.outlines) {
+    file_.CreateOutlines();
+  }
+  if (lastOnes_.empty()) {
+    lastOnes_.push_back(file_.outlines);
+  }
+  link(entry, static_cast<std::size_t>(std::max(level, 0)));
+}
+
+void LinkWriter::link(CPDFOutLine& entry, std::size_t level) {
+  if (level >= lastOnes_.size()) {
+    if (form_ == Form::Classic) {
+      return;
+    }
+    level = lastOnes_.size() - 1;
+  }
+  entry.linkBelow(*lastOnes_[level], *file_.outlines);
+  lastOnes_.resize(level + 1);
+  lastOnes_.push_back(&entry);
+  linked_.push_back(&entry);
+}
+
+// PDF 1.4, 8.2.2: the count of an open entry is that of all entries below it. The classic form counts its own only.
+void LinkWriter::finishOutline() {
+  if (form_ == Form::Classic) {
+    return;
+  }
+  for (auto entry = linked_.rbegin(); entry != linked_.rend(); ++entry) {
+    if ((*entry)->parent != file_.outlines) {
+      (*entry)->parent->count += (*entry)->count;
+    }
+  }
+}
+
+}  // namespace scrivalen::pdf

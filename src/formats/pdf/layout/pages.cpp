@@ -1,0 +1,90 @@
+#include "formats/pdf/layout/pages.h"
+
+#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/room.h"
+
+#include <stdexcept>
+
+namespace scrivalen::pdf {
+
+using PDFStuffer::Form;
+
+namespace {
+
+template <typename Cache, typename Make>
+const auto& lookUp(Cache& cache, std::uint32_t index, Make make) {
+  auto& cached = cache[index % cache.size()];
+  if (!cached.known || cached.index != index) {
+    cached = {true, index, make()};
+  }
+  return cached.value;
+}
+
+}  // namespace
+
+Pages::Pages(PDFStuffer::CPDFFile& file, const FontTable& fonts, const Pool<CPDFtextStyle>& styles,
+             const Pool<_RGB_COLOR>& backgrounds, const Paper& paper, Form form)
+    : file_(file), fonts_(fonts), styles_(styles), backgrounds_(backgrounds), paper_(paper), form_(form) {}
+
+void Pages::begin(Purpose purpose) {
+  purpose_ = purpose;
+  const auto keeping = purpose == Purpose::Writing ? PageText::Keeping::Lines : PageText::Keeping::Nothing;
+  lines_ = PageText(keeping);
+  scratch_ = PageText(keeping);
+  started_ = 0;
+}
+
+// While the file is written its page tree is there already: a page that was not placed for a lack of memory would be in
+// no tree.
+void Pages::addPage() {
+  if (purpose_ == Purpose::Writing) {
+    throw std::length_error("A page is missing");
+  }
+  platform::makeRoom(pages_, 1);
+  pages_.push_back(file_.AddPage({}));
+  for (const CPDFfontIdx& entry : fonts_.entries()) {
+    pages_.back()->AddFont(*entry.font);
+  }
+}
+
+void Pages::startPage() {
+  if (started_ == pages_.size()) {
+    addPage();
+  }
+  current_ = pages_[started_++];
+  lines_.line("BT");
+  lines_.line(PDFStuffer::Piece().number(kLeftMargin).text(" ").number(paper_.top()).text(" Td").view());
+}
+
+void Pages::finishPage() {
+  lines_.line("ET");
+  if (purpose_ == Purpose::Writing) {
+    PDFStuffer::CPDFStream& content = current_->content();
+    content.data.swap(content_);
+    content.data.Rewind();
+    content.data.Append(lines_.text());
+    file_.saveThrough(content);
+    content.data.swap(content_);
+    content.dictionary.entries = std::vector<PDFStuffer::CPDFDictionaryEntry>();
+  }
+  lines_.clear();
+}
+
+int Pages::resolvedFont(const CPDFtextStyle& style) const {
+  const bool unknown = form_ == Form::Conforming && !fonts_.has(style.font) && !fonts_.entries().empty();
+  return fonts_.variantOf(unknown ? fonts_.entries().front().id : style.font, style.bold, false);
+}
+
+const DrawStyle& Pages::drawStyle(std::uint32_t style) {
+  return lookUp(drawStyles_, style, [&] {
+    const CPDFtextStyle& wanted = styles_[style];
+    const int font = resolvedFont(wanted);
+    return DrawStyle(wanted, font, fonts_.averageWidth(font, wanted.size, wanted.bold), form_);
+  });
+}
+
+const std::string& Pages::background(std::uint32_t color) {
+  return lookUp(fills_, color, [&] { return fillColor(backgrounds_[color], form_); });
+}
+
+}  // namespace scrivalen::pdf

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "formats/pdf/layout/fonts.h"
+#include "formats/pdf/layout/page_text.h"
+#include "formats/pdf/layout/placement.h"
+#include "formats/pdf/layout/text_style.h"
+#include "formats/pdf/layout/units.h"
+#include "formats/pdf/objects/file.h"
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace scrivalen::pdf {
+
+/// The pages of a document while they are laid out.
+///
+/// A document is laid out twice, with the same page breaks. The first time makes the pages and finds the places on
+/// them; the second time each page's text is made, written and forgotten, so that no more than one is ever held.
+class Pages {
+ public:
+  enum class Purpose { Placing, Writing };
+
+  Pages(PDFStuffer::CPDFFile& file, const FontTable& fonts, const Pool<CPDFtextStyle>& styles,
+        const Pool<_RGB_COLOR>& backgrounds, const Paper& paper, PDFStuffer::Form form);
+
+  /// Begins a layout from the first page on.
+  void begin(Purpose purpose);
+
+  void startPage();
+  void finishPage();
+  void breakPage() {
+    finishPage();
+    startPage();
+  }
+
+  /// The page that is being made; null when there is none.
+  PDFStuffer::CPDFPage* current() const { return current_; }
+  std::uint64_t pageBreaks() const { return started_; }
+  const Paper& paper() const { return paper_; }
+  PDFStuffer::Form form() const { return form_; }
+
+  /// Takes lines that are to be kept until it is known whether they stand.
+  PageText& scratch() { return scratch_; }
+  PageText& lines() { return lines_; }
+  Placements& placements() { return placements_; }
+
+  const DrawStyle& drawStyle(std::uint32_t style);
+  /// The words that set the colour of a cell.
+  const std::string& background(std::uint32_t color);
+
+ private:
+  // What was made last for a number of a pool; as many as alternate in a usual report.
+  template <typename Value>
+  struct Cached {
+    bool known = false;
+    std::uint32_t index = 0;
+    Value value;
+  };
+  template <typename Value>
+  using Cache = std::array<Cached<Value>, 16>;
+
+  void addPage();
+  int resolvedFont(const CPDFtextStyle& style) const;
+
+  PDFStuffer::CPDFFile& file_;
+  const FontTable& fonts_;
+  const Pool<CPDFtextStyle>& styles_;
+  const Pool<_RGB_COLOR>& backgrounds_;
+  Paper paper_;
+  PDFStuffer::Form form_;
+  Purpose purpose_ = Purpose::Placing;
+  std::vector<PDFStuffer::CPDFPage*> pages_;
+  std::size_t started_ = 0;
+  PDFStuffer::CPDFPage* current_ = nullptr;
+  PageText lines_;
+  PageText scratch_;
+  PDFStuffer::CPDFMemBlock content_;  // the memory of a page's content while it is written
+  Placements placements_;
+  Cache<DrawStyle> drawStyles_;
+  Cache<std::string> fills_;
+};
+
+}  // namespace scrivalen::pdf

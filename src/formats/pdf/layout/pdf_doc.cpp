@@ -1,0 +1,215 @@
+#include "scrivalen/pdf_doc.h"
+
+#include "formats/pdf/layout/document.h"
+#include "formats/pdf/layout/win_ansi.h"
+#include "output/contain.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <utility>
+
+using namespace scrivalen::platform;
+using namespace scrivalen::pdf;
+using PDFStuffer::Form;
+
+struct CPDFdoc::State {
+  std::unique_ptr<Document> document;
+  CPDFtextStyle style;
+  std::uint32_t lastId = 0;
+  int conforming = 0;
+  Reason failure;  // of the last document
+  LossCounter loss;
+
+  const LossCounter& lost() const { return document ? document->loss() : loss; }
+
+  // Calls without an open document do nothing; nothing is raised to the caller, but EndDoc tells it.
+  template <typename Action>
+  void whileOpen(Action action) {
+    if (document) {
+      containedIn(failure, [&] { action(*document); });
+    }
+  }
+};
+
+namespace {
+
+std::wstring_view viewOf(const wchar_t* text) { return text ? text : L""; }
+
+}  // namespace
+
+CPDFdoc::CPDFdoc() : state_(std::make_unique<State>()) {}
+
+CPDFdoc::~CPDFdoc() { Delete(); }
+
+void CPDFdoc::Init() {
+  state_->document.reset();
+  state_->lastId = 0;
+  state_->style.size = CPDFtextStyle().size;
+}
+
+int CPDFdoc::BegDoc(void* file, int landscape) {
+  if (state_->document) {
+    return -1;
+  }
+  if (!file) {
+    return -2;
+  }
+  Init();
+  state_->failure.clear();
+  state_->loss = LossCounter();
+  containedIn(state_->failure, [&] {
+    state_->document = std::make_unique<Document>(file, landscape ? kLandscape : kPortrait,
+                                                  state_->conforming ? Form::Conforming : Form::Classic);
+  });
+  return state_->document ? 0 : -3;
+}
+
+bool CPDFdoc::IsOpen() const { return state_->document != nullptr; }
+
+void CPDFdoc::AddFont(int id, PDF_STANDARD_FONT_FACE face) {
+  state_->whileOpen([&](Document& document) { document.addFont(id, face); });
+}
+
+void CPDFdoc::SetConforming(int on) { state_->conforming = on; }
+void CPDFdoc::FontNo(int id) { state_->style.font = id; }
+void CPDFdoc::FontSize(int size) { state_->style.size = size; }
+void CPDFdoc::BoldOn() { state_->style.bold = true; }
+void CPDFdoc::BoldOff() { state_->style.bold = false; }
+void CPDFdoc::ItalicOn() { state_->style.italic = true; }
+void CPDFdoc::ItalicOff() { state_->style.italic = false; }
+void CPDFdoc::ColorOn(_RGB_COLOR color) { state_->style.color = color; }
+void CPDFdoc::ColorOff() { state_->style.color = kBlack; }
+
+void CPDFdoc::Paragraf(ParType type) {
+  state_->whileOpen([&](Document& document) {
+    if (document.beginParagraph(state_->lastId)) {
+      state_->style.paragraphType = type;
+    }
+  });
+}
+
+void CPDFdoc::write(const wchar_t* text) {
+  if (text) {
+    state_->whileOpen([&](Document& document) { document.write(text, state_->style); });
+  }
+}
+
+void CPDFdoc::LineBreak() { write(L"\n"); }
+
+void CPDFdoc::BeginTable() {
+  state_->whileOpen([&](Document& document) { document.beginTable(state_->lastId); });
+}
+
+void CPDFdoc::EndTable() {
+  state_->whileOpen([](Document& document) { document.endTable(); });
+}
+
+void CPDFdoc::BeginRow(int columns) {
+  state_->whileOpen([&](Document& document) { document.beginRow(state_->lastId, columns); });
+}
+
+void CPDFdoc::EndRow() {
+  state_->whileOpen([](Document& document) { document.endRow(); });
+}
+
+void CPDFdoc::BeginCell(_RGB_COLOR background) {
+  state_->whileOpen([&](Document& document) { document.beginCell(state_->lastId, background); });
+}
+
+void CPDFdoc::EndCell() {
+  state_->whileOpen([](Document& document) { document.endCell(); });
+}
+
+void CPDFdoc::BookMark(const wchar_t* name) {
+  state_->whileOpen([&](Document& document) { document.bookMark(viewOf(name)); });
+}
+
+void CPDFdoc::HyperLink(const wchar_t* text, const wchar_t* target) {
+  state_->whileOpen([&](Document& document) { document.link(state_->lastId, text, viewOf(target), state_->style); });
+}
+
+void CPDFdoc::AddOutlineItem(const wchar_t* text, const wchar_t* target, int level) {
+  state_->whileOpen(
+      [&](Document& document) { document.addOutlineItem(state_->lastId, text, viewOf(target), level, state_->style); });
+}
+
+void CPDFdoc::PageBreak() {
+  state_->whileOpen([](Document& document) {
+    if (document.isMakingPages()) {
+      document.pages().breakPage();
+    }
+  });
+}
+
+unsigned long CPDFdoc::GetNextID() { return ++state_->lastId; }
+
+PDFStuffer::CPDFPage* CPDFdoc::GetCurrentPage() {
+  return state_->document ? state_->document->pages().current() : nullptr;
+}
+
+int CPDFdoc::GetFontIdx(int font, bool bold, bool italic) {
+  return state_->document ? state_->document->fonts().variantOf(font, bold, italic) : font;
+}
+
+float CPDFdoc::GetAvrCharWidth(int font, int size, int bold) {
+  return state_->document ? state_->document->fonts().averageWidth(font, size, bold != 0)
+                          : FontTable().averageWidth(font, size, bold != 0);
+}
+
+int CPDFdoc::GetNextUnusedFontIdx() { return state_->document ? state_->document->fonts().nextUnusedId() : 1; }
+
+void CPDFdoc::CreateFonts() {
+  state_->whileOpen([](Document& document) { document.addBoldVariants(); });
+}
+
+void CPDFdoc::GeneratePages() {
+  state_->whileOpen([](Document& document) { document.makePages(); });
+}
+
+void CPDFdoc::StartPage() {
+  state_->whileOpen([](Document& document) {
+    if (document.isMakingPages()) {
+      document.pages().startPage();
+    }
+  });
+}
+
+void CPDFdoc::FinishPage() {
+  state_->whileOpen([](Document& document) {
+    if (document.isMakingPages()) {
+      document.pages().finishPage();
+    }
+  });
+}
+
+int CPDFdoc::EndDoc(const wchar_t* pageMode) {
+  if (!state_->document) {
+    return 0;
+  }
+  CreateFonts();
+  GeneratePages();
+  state_->whileOpen([&](Document& document) {
+    std::u16string mode;
+    appendUtf16(mode, pageMode ? pageMode : L"UseNone");
+    document.setPageMode(mode);
+  });
+  state_->whileOpen([](Document& document) { document.save(); });
+  if (const auto reason = state_->document->writeError(); !reason.empty()) {
+    state_->failure.keep(reason);
+  }
+  Delete();
+  return state_->failure.empty() ? 0 : -1;
+}
+
+void CPDFdoc::Delete() {
+  if (state_->document) {
+    state_->loss = state_->document->loss();
+  }
+  state_->document.reset();
+  state_->lastId = 0;
+}
+
+const wchar_t* CPDFdoc::WriteError() const { return state_->failure.c_str(); }
+std::uint64_t CPDFdoc::LostCharacters() const { return state_->lost().count(); }
+char32_t CPDFdoc::FirstLostCharacter() const { return state_->lost().first(); }

@@ -1,0 +1,177 @@
+#include "formats/pdf/layout/pdf_report.h"
+
+#include "report/report_closing.h"
+#include "output/contain.h"
+#include "output/loss.h"
+#include "output/output_buffer.h"
+#include "output/reason.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+using namespace scrivalen::platform;
+
+namespace {
+
+constexpr int kFont = 1;
+constexpr int kBodySize = 8;         // points
+constexpr int kSizeAfterStyle = 10;  // whatever the size was before
+
+struct HeadingSize {
+  PARAGRAPH_TYPE type;
+  int points;
+};
+
+constexpr HeadingSize kHeadingSizes[] = {{PARAGRAPH_HEADING1, 20}, {PARAGRAPH_HEADING2, 18}, {PARAGRAPH_HEADING3, 16},
+                                         {PARAGRAPH_HEADING4, 15}, {PARAGRAPH_HEADING5, 14}, {PARAGRAPH_HEADING6, 12}};
+
+int sizeOf(PARAGRAPH_TYPE type) {
+  const auto found = std::find_if(std::begin(kHeadingSizes), std::end(kHeadingSizes),
+                                  [type](const HeadingSize& row) { return row.type == type; });
+  return found == std::end(kHeadingSizes) ? kBodySize : found->points;
+}
+
+struct NamedColor {
+  std::wstring_view name;
+  _RGB_COLOR color;
+};
+
+constexpr NamedColor kColors[] = {{L"black", {0, 0, 0}},
+                                  {L"blue", {0, 0, 1}},
+                                  {L"cyan", {0, 1, 1}},
+                                  {L"darkgrey", {0.25, 0.25, 0.25}},
+                                  {L"gray", {0.5, 0.5, 0.5}},
+                                  {L"green", {0, 1, 0}},
+                                  {L"lightgrey", {0.75, 0.75, 0.75}},
+                                  {L"magenta", {1, 0, 1}},
+                                  {L"red", {1, 0, 0}},
+                                  {L"white", {1, 1, 1}},
+                                  {L"yellow", {1, 1, 0}}};
+
+constexpr _RGB_COLOR kWhite{1, 1, 1};
+constexpr _RGB_COLOR kHeaderGrey{0.75, 0.75, 0.75};
+
+// The first letter has to be a small one, the case of the others does not count: so it has always been.
+_RGB_COLOR colorNamed(const wchar_t* text) {
+  const std::wstring_view name = text ? text : L"";
+  const auto found = std::find_if(std::begin(kColors), std::end(kColors), [name](const NamedColor& row) {
+    return !name.empty() && name.front() == row.name.front() && equalIgnoringCase(name, row.name);
+  });
+  return found == std::end(kColors) ? kWhite : found->color;
+}
+
+}  // namespace
+
+PDFReport::PDFReport() { error_.reserve(kErrorRoom); }
+
+REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
+  if (!OpenReportFile(file_, file)) {
+    return REPORT_FILE_ERROR;
+  }
+  document_.BegDoc(file_.Handle(), landscape_);
+  document_.AddFont(kFont, PDF_TIMES_ROMAN);
+  return REPORT_OK;
+}
+
+// A document that could not begin is told of here too.
+REPORT_ERRORS PDFReport::Close() {
+  const bool begun = document_.IsOpen() || !file_.IsOpen();
+  const bool whole = document_.EndDoc(nullptr) == 0 && begun;
+  const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
+  if (whole) {
+    return scrivalen::core::closeReportFile(file_, loss, {error_, lost_});
+  }
+  // When closing the file fails too, it has no reason to tell: the document's is the first one.
+  if (OutputBuffer* const buffer = bufferOf(file_)) {
+    buffer->lose();
+  }
+  file_.Close();
+  logLoss(file_.Name(), loss);
+  scrivalen::core::ReportError error(error_, lost_);
+  error.reportLoss();
+  error.set(L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
+  logLine(GetError());
+  return REPORT_FILE_ERROR;
+}
+
+void PDFReport::SetReportOption(REPORT_OPTION option, int value) {
+  if (option == OPTION_LANDSCAPE) {
+    landscape_ = value != 0;
+  } else if (option == OPTION_CONFORMING) {
+    document_.SetConforming(value);
+  }
+}
+
+void PDFReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int) {
+  if (type != PARAGRAPH_NONE) {
+    BeginParagraph(type, style);
+  }
+  document_.write(text);
+  if (type != PARAGRAPH_NONE) {
+    EndParagraph(PARAGRAPH_NORMAL);
+  }
+}
+
+void PDFReport::BeginParagraph(PARAGRAPH_TYPE type, const wchar_t*) {
+  document_.Paragraf(0);
+  document_.FontNo(kFont);
+  document_.FontSize(sizeOf(type));
+}
+
+void PDFReport::EndParagraph(PARAGRAPH_TYPE) { document_.FontSize(kBodySize); }
+
+void PDFReport::Ancor(const wchar_t* name) {
+  document_.Paragraf(0);
+  document_.BookMark(name);
+}
+
+void PDFReport::BeginStyle(REPORT_STYLE style, int value) {
+  switch (style) {
+    case STYLE_BOLD: document_.BoldOn(); break;
+    case STYLE_ITALIC: document_.ItalicOn(); break;
+    case STYLE_FONT_SIZE: document_.FontSize(value); break;
+    default: break;
+  }
+}
+
+void PDFReport::EndStyle(REPORT_STYLE style, int) {
+  switch (style) {
+    case STYLE_BOLD: document_.BoldOff(); break;
+    case STYLE_ITALIC: document_.ItalicOff(); break;
+    case STYLE_FONT_SIZE: document_.FontSize(kSizeAfterStyle); break;
+    default: break;
+  }
+}
+
+void PDFReport::TocItem(const wchar_t* anchor, const wchar_t* text, int level) {
+  document_.AddOutlineItem(text, anchor, level);
+}
+
+void PDFReport::BeginTable(const wchar_t*, const wchar_t*) {
+  document_.Paragraf(0);
+  document_.BeginTable();
+}
+
+void PDFReport::BeginRow(const wchar_t*, const wchar_t*, int columns) { document_.BeginRow(columns); }
+
+void PDFReport::BeginCell(const wchar_t*, int header, const wchar_t* attributes) {
+  if (header) {
+    document_.BoldOn();
+  }
+  document_.BeginCell(header ? kHeaderGrey : colorNamed(attributes));
+}
+
+void PDFReport::EndCell(const wchar_t*, int header) {
+  if (header) {
+    document_.BoldOff();
+  }
+  document_.EndCell();
+}
+
+void PDFReport::Cell(const wchar_t* text, int header, const wchar_t*) {
+  BeginCell(nullptr, header, nullptr);
+  document_.write(text);
+  EndCell(nullptr, header);
+}

@@ -1,0 +1,109 @@
+#include "formats/pdf/layout/text_buffer.h"
+
+#include "formats/pdf/layout/line_breaking.h"
+#include "formats/pdf/layout/win_ansi.h"
+#include "text/plain_text.h"
+#include "text/utf.h"
+
+#include <algorithm>
+
+namespace scrivalen::pdf {
+
+using namespace platform;
+
+// Each code unit is one element, in bytes as in units: a text has the same length in both.
+template <typename Action>
+LossCounter TextBuffer::whole(Action append) {
+  const std::size_t before = isWide_ ? units_.size() : bytes_.size();
+  try {
+    return append();
+  } catch (...) {
+    if (isWide_) {
+      units_.resize(before);
+    } else {
+      bytes_.resize(before);
+    }
+    throw;
+  }
+}
+
+LossCounter TextBuffer::append(std::wstring_view text) {
+  return whole([&] {
+    if (!isWide_) {
+      text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));
+    }
+    return text.empty() ? LossCounter() : appendWide(text);
+  });
+}
+
+LossCounter TextBuffer::appendWinAnsi(std::wstring_view text) {
+  return whole([&] {
+    LossCounter loss;
+    pdf::appendWinAnsi(bytes_, text, loss);
+    return loss;
+  });
+}
+
+LossCounter TextBuffer::appendWide(std::wstring_view text) {
+  LossCounter loss;
+  widen();
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    if (const char32_t c = nextCharacter(at, end); c > 0xFF) {
+      loss.note(c);
+    }
+  }
+  appendUtf16(units_, text);
+  return loss;
+}
+
+LossCounter TextBuffer::appendSigns(std::wstring_view text) {
+  return whole([&] {
+    LossCounter loss;
+    const wchar_t* at = text.data();
+    const wchar_t* const end = at + text.size();
+    while (at != end) {
+      const char32_t c = nextCharacter(at, end);
+      if (c > 0xFF) {
+        loss.note(c);
+        bytes_ += '?';
+      } else if (c != U'\r') {
+        bytes_ += c == U'\t' ? ' ' : static_cast<char>(c);
+      }
+    }
+    return loss;
+  });
+}
+
+// An escape begins the name of a language (PDF 1.4, 3.8.1); the other control characters mean nothing.
+LossCounter TextBuffer::appendTitle(std::wstring_view text) {
+  LossCounter loss;
+  std::wstring title(text);
+  for (wchar_t& wide : title) {
+    const auto c = static_cast<char32_t>(wide);
+    if (isControl(c) && c != U'\t' && c != U'\r') {
+      loss.note(c);
+      wide = static_cast<wchar_t>(kReplacement);
+    }
+  }
+  append(title);
+  return loss;
+}
+
+void TextBuffer::clear() {
+  isWide_ = false;
+  bytes_.clear();
+  units_.clear();
+}
+
+void TextBuffer::widen() {
+  if (!isWide_) {
+    units_.resize(bytes_.size());
+    std::transform(bytes_.begin(), bytes_.end(), units_.begin(), [](char byte) { return unitOf(byte); });
+    bytes_.clear();
+    isWide_ = true;
+  }
+}
+
+}  // namespace scrivalen::pdf

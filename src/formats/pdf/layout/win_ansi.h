@@ -1,0 +1,35 @@
+#pragma once
+
+#include "output/loss.h"
+#include "text/plain_text.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::pdf {
+
+/// Whether a character has no place in a text. A line feed has one.
+constexpr bool isControl(char32_t c) { return (c < 0x20 && c != U'\n') || (c >= 0x7F && c < 0xA0); }
+
+/// Appends wide text as WinAnsi bytes (PDF 1.4, appendix D). What WinAnsi lacks becomes something like it where there
+/// is such a thing, else "?", and is counted. A tab is a blank; a carriage return is left out.
+void appendWinAnsi(std::string& out, std::wstring_view text, platform::LossCounter& loss);
+
+/// Appends wide text as UTF-16 code units.
+void appendUtf16(std::u16string& out, std::wstring_view text);
+
+/// Appends the plain characters that a text begins with. @return how many they are
+template <typename Plain>
+std::size_t appendPlain(std::string& out, std::wstring_view text) {
+  const std::size_t used = out.size();
+  out.resize(used + text.size());
+  std::size_t plain = platform::copyPlainBlocks<Plain>(text.data(), text.size(), out.data() + used);
+  for (; plain < text.size() && Plain::isPlain(platform::characterValue(text[plain])); ++plain) {
+    out[used + plain] = static_cast<char>(text[plain]);
+  }
+  out.resize(used + plain);
+  return plain;
+}
+
+}  // namespace scrivalen::pdf

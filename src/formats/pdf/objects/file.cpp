@@ -1,0 +1,232 @@
+#include "formats/pdf/objects/file.h"
+
+#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/values.h"
+#include "output/clog.h"
+#include "formats/pdf/objects/room.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+#include <utility>
+
+using namespace scrivalen::platform;
+
+namespace PDFStuffer {
+namespace {
+
+constexpr std::size_t kObjectsPerFlush = 50;
+constexpr std::uint64_t kFreeGeneration = 65535;
+constexpr std::uint64_t kMostOffset = 9999999999;  // ten digits is what a line of the table has room for
+
+// PDF 1.4, table 3.16.
+constexpr std::u16string_view kPageModes[] = {u"UseNone", u"UseOutlines", u"UseThumbs", u"FullScreen"};
+
+bool isPageMode(std::u16string_view mode) {
+  return std::find(std::begin(kPageModes), std::end(kPageModes), mode) != std::end(kPageModes);
+}
+
+void keepSystemError(Reason& reason) {
+  try {
+    std::wstring text;
+    CLog::FormatLastError(text);
+    reason.keep(text);
+  } catch (const std::bad_alloc&) {
+    reason.keep(L"The system has not taken all bytes");
+  }
+}
+
+bool isInvalid(NativeFile handle) { return reinterpret_cast<std::intptr_t>(handle) == -1; }
+
+// PDF 1.4, 3.4.3: 20 bytes.
+void appendLine(Piece& table, std::uint64_t offset, std::uint64_t generation, const char* use) {
+  table.padded(offset, 10).text(" ").padded(generation, 5).text(" ").text(use).text("\r\n");
+}
+
+}  // namespace
+
+CPDFCatalog::CPDFCatalog(std::uint32_t& nextObjectNumber) {
+  objectNumber = nextObjectNumber++;
+  addName(u"Type", u"Catalog");
+}
+
+void CPDFCatalog::Write(CPDFMemBlock& out) {
+  children.push_back(pages);
+  addReference(u"Pages", pages);
+  // An outline without entries is not announced; the classic form names it though it is not even in the file.
+  if (hasOutlines && !(out.isConforming() && outlines && !outlines->first)) {
+    addReference(u"Outlines", outlines);
+  }
+  if (pageMode && (isPageMode(*pageMode) || !out.isConforming())) {
+    addName(u"PageMode", *pageMode);
+  }
+  CPDFDictionary::Write(out);
+}
+
+void CPDFXRefs::Write(CPDFMemBlock& out) {
+  Piece table;
+  table.text("xref\r\n0 ").number(objects->size() + 1).text("\r\n");
+  appendLine(table, 0, kFreeGeneration, "f");
+  for (const auto& object : *objects) {
+    appendLine(table, object->fileOffset, object->generation, "n");
+  }
+  out.Append(table.view());
+}
+
+void CPDFTrailer::Write(CPDFMemBlock& out) {
+  out.Append("trailer\r\n");
+  const std::size_t registered = xrefs && xrefs->objects ? xrefs->objects->size() : 0;
+  addNumber(u"Size", static_cast<std::int32_t>(registered + 1));
+  addReference(u"Root", root);
+  CPDFMemBlock part(out.form());
+  CPDFDictionary::Write(part);
+  part.Append(Piece().text("startxref\r\n").number(xrefs ? xrefs->fileOffset : 0).text("\r\n").view());
+  out.AppendBlock(part);
+}
+
+bool CPDFFile::HandleSink::take(const char* data, std::size_t size) {
+  if (writeAll(handle, data, size)) {
+    return true;
+  }
+  keepSystemError(reason);
+  return false;
+}
+
+CPDFFile::CPDFFile(NativeFile file, Form form) : handle(file), block_(form), sink_(reason_), buffer_(sink_) {
+  catalog = &make<CPDFCatalog>();
+  pages = &make<CPDFPages>();
+  xrefs = std::make_unique<CPDFXRefs>();
+  trailer = std::make_unique<CPDFTrailer>();
+}
+
+CPDFFile::~CPDFFile() {
+  if (!callerOwnsHandle && handle) {
+    closeFile(handle);
+  }
+}
+
+CPDFPage* CPDFFile::AddPage(std::u16string name) {
+  makeRoom(objects, 2);
+  makeRoom(pages->children, 1);
+  CPDFPage& page = make<CPDFPage>();
+  AddObject(page.takeContent());
+  page.name = std::move(name);
+  page.parent = pages;
+  page.owner = this;
+  pages->children.push_back(&page);
+  return &page;
+}
+
+CPDFAnnot* CPDFFile::AddAnnotation() { return &make<CPDFAnnot>(); }
+
+void CPDFFile::CreateOutlines() {
+  outlines = &make<CPDFOutLines>();
+  catalog->outlines = outlines;
+  catalog->hasOutlines = true;
+}
+
+CPDFStandardFont* CPDFFile::AddStandardFont(std::u16string name, PDF_STANDARD_FONT_FACE face) {
+  makeRoom(fonts, 1);
+  std::u16string listed = name;
+  CPDFStandardFont& font = make<CPDFStandardFont>();
+  font.name = std::move(name);
+  font.face = face;
+  fonts.push_back({font.objectNumber, font.generation, std::move(listed), &font});
+  return &font;
+}
+
+void CPDFFile::SetPageMode(const std::u16string* mode) {
+  catalog->pageMode = mode ? std::optional<std::u16string>(*mode) : std::nullopt;
+}
+
+// Each code unit is one byte of the file, its low one.
+void CPDFFile::WriteText(std::u16string_view text) {
+  for (const char16_t unit : text) {
+    buffer_.put(static_cast<char>(unit & 0xFF));
+  }
+}
+
+// A failure costs the object what it has not written yet; the file goes on.
+void CPDFFile::writeObject(CPDFObject& object) {
+  object.fileOffset = position();
+  if (object.fileOffset > kMostOffset) {
+    reason_.keep(L"A PDF cannot be larger than 10 gigabytes");
+  }
+  block_.Rewind();
+  try {
+    object.Write(block_);
+  } catch (const std::bad_alloc&) {
+    noteRaised();
+  } catch (...) {
+    reason_.keep(L"An object could not be made");
+  }
+  if (!block_.isWhole()) {
+    reason_.keep(L"There is not enough memory");  // all that a part of an object raises
+  }
+  buffer_.write(block_.text().data(), block_.text().size());
+}
+
+void CPDFFile::writeNextObject() {
+  if (written_ % kObjectsPerFlush == 0) {
+    buffer_.flush();
+  }
+  writeObject(*objects[written_++]);
+}
+
+bool CPDFFile::Save() {
+  if (!beginSave()) {
+    return false;
+  }
+  endSave();
+  return true;
+}
+
+bool CPDFFile::beginSave() {
+  reason_.clear();
+  if (isInvalid(handle)) {
+    reason_.keep(L"The file's handle is the invalid one");
+    return false;
+  }
+  sink_.handle = handle;
+  buffer_.reset();
+  start_ = positionOf(handle).value_or(0);
+  written_ = 0;
+  WriteText(header);
+  WriteText(markComment);
+  catalog->pages = pages;
+  if (catalog->hasOutlines) {
+    catalog->outlines = outlines;
+  }
+  return true;
+}
+
+void CPDFFile::saveThrough(const CPDFObject& last) {
+  while (written_ < objects.size()) {
+    const CPDFObject* const object = objects[written_].get();
+    writeNextObject();
+    if (object == &last) {
+      return;
+    }
+  }
+}
+
+void CPDFFile::endSave() {
+  while (written_ < objects.size()) {
+    writeNextObject();
+  }
+  xrefs->objects = &objects;
+  writeObject(*xrefs);
+  trailer->xrefs = xrefs.get();
+  trailer->root = catalog;
+  writeObject(*trailer);
+  WriteText(u"%%EOF");
+  buffer_.flush();
+  if (!callerOwnsHandle) {
+    if (!closeFile(handle)) {
+      keepSystemError(reason_);
+    }
+    handle = nullptr;
+  }
+}
+
+}  // namespace PDFStuffer

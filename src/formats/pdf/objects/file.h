@@ -1,0 +1,152 @@
+#pragma once
+
+#include "formats/pdf/objects/annotation.h"
+#include "formats/pdf/objects/font.h"
+#include "formats/pdf/objects/outline.h"
+#include "formats/pdf/objects/page.h"
+#include "system/files.h"
+#include "output/output_buffer.h"
+#include "output/reason.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace PDFStuffer {
+
+/// The paper of a document, in points.
+struct MediaBox {
+  std::int32_t left = 0, bottom = 0, right = 0, top = 0;
+};
+
+/// The root of a document (PDF 1.4, 3.6.1).
+class CPDFCatalog final : public CPDFDictionary {
+ public:
+  explicit CPDFCatalog(std::uint32_t& nextObjectNumber);
+  void Write(CPDFMemBlock& out) override;
+
+  CPDFPages* pages = nullptr;
+  std::optional<std::u16string> pageMode;
+  CPDFOutLines* outlines = nullptr;
+  bool hasOutlines = false;
+};
+
+using ObjectRegistry = std::vector<std::unique_ptr<CPDFObject>>;
+
+/// The table of where each object begins (PDF 1.4, 3.4.3). Its own offset is that of the table.
+class CPDFXRefs final : public CPDFObject {
+ public:
+  void Write(CPDFMemBlock& out) override;
+
+  const ObjectRegistry* objects = nullptr;
+};
+
+/// What stands behind the table (PDF 1.4, 3.4.4).
+class CPDFTrailer final : public CPDFDictionary {
+ public:
+  void Write(CPDFMemBlock& out) override;
+
+  const CPDFXRefs* xrefs = nullptr;
+  const CPDFCatalog* root = nullptr;
+};
+
+/// A font of the file and the name under which pages list it.
+struct FontRecord {
+  std::uint32_t objectNumber = 0;
+  std::uint32_t generation = 0;
+  std::u16string name;
+  CPDFStandardFont* font = nullptr;
+};
+
+/// A PDF file: it numbers the objects, owns them, and writes them in their order with the table that finds them.
+///
+/// An object takes its number when it is made and its place in the table when it is registered, so each is registered
+/// before the next is made. Where there is no memory for one, it takes neither.
+class CPDFFile {
+ public:
+  /// @param file  open for writing; not closed unless callerOwnsHandle is cleared; must outlive this
+  CPDFFile(scrivalen::platform::NativeFile file, Form form);
+  CPDFFile(const CPDFFile&) = delete;
+  CPDFFile& operator=(const CPDFFile&) = delete;
+  virtual ~CPDFFile();
+
+  /// Registers an object, which belongs to the file from now on.
+  template <typename Object>
+  Object& AddObject(std::unique_ptr<Object> object) {
+    Object& added = *object;
+    objects.push_back(std::move(object));
+    return added;
+  }
+
+  /// Makes an object under the next number and registers it.
+  template <typename Object>
+  Object& make() {
+    std::uint32_t next = nextObjectNumber;
+    Object& made = AddObject(std::make_unique<Object>(next));
+    nextObjectNumber = next;
+    return made;
+  }
+
+  CPDFPage* AddPage(std::u16string name);
+  CPDFAnnot* AddAnnotation();
+  void CreateOutlines();
+  CPDFStandardFont* AddStandardFont(std::u16string name, PDF_STANDARD_FONT_FACE face);
+  /// @param mode  null takes the mode away
+  void SetPageMode(const std::u16string* mode);
+
+  /// Writes the file. @return false when the handle is the invalid one; then nothing is written
+  bool Save();
+
+  /// Save in three steps, so that content can be made just before it is written: the head; the objects not yet written,
+  /// up to one; the rest, the table and the trailer.
+  bool beginSave();
+  void saveThrough(const CPDFObject& last);
+  void endSave();
+
+  /// Notes that the exception being handled keeps something out of the file; for use in a catch clause.
+  void noteRaised() { reason_.keepRaised(); }
+
+  /// Whether everything is in the file: it was made, the operating system has taken it, and the table finds it.
+  bool isWhole() const { return reason_.empty(); }
+  /// The first reason why not.
+  std::wstring_view writeError() const { return reason_.text(); }
+
+  std::u16string header = u"%PDF-1.4\n";
+  std::u16string markComment = u"%\u00E2\u00E3\u00CF\u00D3\n";
+  scrivalen::platform::NativeFile handle;
+  bool callerOwnsHandle = true;
+  std::uint32_t nextObjectNumber = 1;
+  MediaBox mediaBox;
+  ObjectRegistry objects;
+  CPDFCatalog* catalog = nullptr;
+  CPDFPages* pages = nullptr;
+  std::unique_ptr<CPDFXRefs> xrefs;
+  std::unique_ptr<CPDFTrailer> trailer;
+  std::vector<FontRecord> fonts;
+  CPDFOutLines* outlines = nullptr;
+
+ private:
+  struct HandleSink final : scrivalen::platform::ByteSink {
+    explicit HandleSink(scrivalen::platform::Reason& whyNot) : reason(whyNot) {}
+    bool take(const char* data, std::size_t size) override;
+    scrivalen::platform::NativeFile handle = nullptr;
+    scrivalen::platform::Reason& reason;
+  };
+
+  void WriteText(std::u16string_view text);
+  void writeObject(CPDFObject& object);
+  void writeNextObject();
+  std::uint64_t position() const { return start_ + buffer_.position(); }
+
+  CPDFMemBlock block_;  // one object at a time; its memory serves all
+  scrivalen::platform::Reason reason_;
+  HandleSink sink_;
+  scrivalen::platform::OutputBuffer buffer_;
+  std::uint64_t start_ = 0;
+  std::size_t written_ = 0;  // objects
+};
+
+}  // namespace PDFStuffer

@@ -1,0 +1,102 @@
+#include "formats/pdf/objects/mem_block.h"
+
+#include <algorithm>
+#include <cstring>
+#include <limits>
+#include <utility>
+
+namespace PDFStuffer {
+
+void CPDFMemBlock::Reserve(std::uint64_t extra) {
+  constexpr std::uint64_t kMost = std::numeric_limits<std::ptrdiff_t>::max();
+  const bool possible = extra <= kMost && size <= kMost - extra;
+  if (possible && makeMemory(size + extra)) {
+    fillDropped(size + extra);
+    usable_ = size + extra;
+  }
+  if (!data) {
+    size = free = 0;
+    return;
+  }
+  size += extra;
+  free += extra;
+}
+
+// The sizes grow by what is missing; the memory grows by doubling, or a long list would be copied for each entry.
+bool CPDFMemBlock::makeMemory(std::uint64_t needed) {
+  if (data && needed <= memory_) {
+    return true;
+  }
+  for (const std::uint64_t wanted : {std::max(needed, 2 * memory_), needed}) {
+    if (void* const grown = std::realloc(data.get(), static_cast<std::size_t>(wanted))) {
+      data.release();
+      data.reset(static_cast<char*>(grown));
+      memory_ = wanted;
+      return true;
+    }
+  }
+  return false;
+}
+
+// Text that was dropped has a place all the same: once there is memory for it, the file gets zeros there, not whatever
+// the memory held.
+void CPDFMemBlock::fillDropped(std::uint64_t usable) {
+  if (const std::uint64_t end = std::min(length(), usable); end > usable_) {
+    std::memset(data.get() + usable_, 0, static_cast<std::size_t>(end - usable_));
+  }
+}
+
+void CPDFMemBlock::Rewind() {
+  size = std::min(size, memory_);
+  free = usable_ = size;
+  isWhole_ = true;
+}
+
+// Where the next code units go; null when there is no memory for them.
+char* CPDFMemBlock::take(std::size_t length) {
+  if (length == 0) {
+    return nullptr;
+  }
+  if (free < length) {
+    Reserve(2 * (length - free));
+  }
+  if (!data) {
+    isWhole_ = false;
+    return nullptr;
+  }
+  const std::uint64_t at = size - free;
+  free -= length;
+  if (at + length > usable_) {
+    isWhole_ = false;
+    usable_ = std::min(usable_, at);
+    return nullptr;
+  }
+  return data.get() + at;
+}
+
+void CPDFMemBlock::Append(std::u16string_view text) {
+  if (char* const at = take(text.size())) {
+    std::transform(text.begin(), text.end(), at, [](char16_t unit) { return static_cast<char>(unit & 0xFF); });
+  }
+}
+
+void CPDFMemBlock::Append(std::string_view text) {
+  if (char* const at = take(text.size())) {
+    std::memcpy(at, text.data(), text.size());
+  }
+}
+
+void CPDFMemBlock::swap(CPDFMemBlock& other) {
+  std::swap(data, other.data);
+  std::swap(size, other.size);
+  std::swap(free, other.free);
+  std::swap(usable_, other.usable_);
+  std::swap(memory_, other.memory_);
+  std::swap(isWhole_, other.isWhole_);
+}
+
+std::string_view CPDFMemBlock::text() const {
+  return {data.get(), static_cast<std::size_t>(std::min(length(), usable_))};
+}
+
+}  // namespace PDFStuffer

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "formats/pdf/objects/containers.h"
+#include "formats/pdf/objects/values.h"
+
+#include <memory>
+#include <string>
+
+namespace PDFStuffer {
+
+class CPDFOutLine;
+
+/// What has entries below it: the outline itself and each of its entries. The entries belong to the file.
+class OutlineNode : public CPDFDictionary {
+ public:
+  explicit OutlineNode(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
+
+  CPDFOutLine* first = nullptr;
+  CPDFOutLine* last = nullptr;
+  std::uint32_t count = 0;
+};
+
+/// The outline of a document (PDF 1.4, 8.2.2); its count is that of all entries. Without entries the classic
+/// form writes nothing, so that the line of the table for it names what comes behind; the conforming one is empty.
+class CPDFOutLines final : public OutlineNode {
+ public:
+  using OutlineNode::OutlineNode;
+  void Write(CPDFMemBlock& out) override;
+};
+
+/// An entry of the outline; its count is that of its own entries.
+class CPDFOutLine final : public OutlineNode {
+ public:
+  explicit CPDFOutLine(std::uint32_t& nextObjectNumber) : OutlineNode(nextObjectNumber) { dictionaryFlag = false; }
+  void Write(CPDFMemBlock& out) override;
+
+  /// Puts the entry behind the last one below @p node, and counts it there and in the outline.
+  void linkBelow(OutlineNode& node, CPDFOutLines& root);
+
+  OutlineNode* parent = nullptr;
+  CPDFOutLine* prev = nullptr;
+  CPDFOutLine* next = nullptr;
+  /// Null: no title is written.
+  std::unique_ptr<std::u16string> title;
+  CPDFIndirectRef destination;
+  CPDFNumber destLeft;
+  CPDFNumber destTop;
+
+ private:
+  void addLink(const char16_t* key, const CPDFObject* node);
+};
+
+}  // namespace PDFStuffer

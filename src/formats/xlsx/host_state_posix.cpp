@@ -1,0 +1,29 @@
+#include "formats/xlsx/host_state.h"
+
+#include <cstdlib>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace scrivalen::platform {
+
+// A new descriptor is the lowest that is free.
+HostState::HostState() {
+  for (int stream = 0; stream < kStandardStreams; ++stream) {
+    if (::fcntl(stream, F_GETFD) < 0) {
+      isTaken_[stream] = ::open("/dev/null", O_RDWR | O_CLOEXEC) == stream;
+    }
+  }
+  hostsRandomState_ = ::initstate(1, randomState_, kRandomState);
+}
+
+HostState::~HostState() {
+  ::setstate(hostsRandomState_);
+  for (int stream = 0; stream < kStandardStreams; ++stream) {
+    if (isTaken_[stream]) {
+      ::close(stream);
+    }
+  }
+}
+
+}  // namespace scrivalen::platform

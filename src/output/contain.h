@@ -1,0 +1,45 @@
+#pragma once
+
+#include "output/reason.h"
+
+namespace scrivalen::platform {
+
+/// Logs the exception being handled; for use in a catch clause.
+void logRaised() noexcept;
+
+/// Logs a message as one line; without memory for that, as it stands.
+void logLine(const wchar_t* line) noexcept;
+
+/// Runs @p action; what it raises is logged and goes no further. Exported functions end here what they raise
+/// themselves, which is little more than a lack of memory.
+/// @return what the action answers, or @p fallback
+template <typename Result, typename Action>
+Result contained(Result fallback, Action&& action) noexcept {
+  try {
+    return action();
+  } catch (...) {
+    logRaised();
+    return fallback;
+  }
+}
+
+template <typename Action>
+void contained(Action&& action) noexcept {
+  try {
+    action();
+  } catch (...) {
+    logRaised();
+  }
+}
+
+/// Runs @p action; what it raises becomes the reason, unless there is one already, and goes no further.
+template <typename Action>
+void containedIn(Reason& reason, Action&& action) noexcept {
+  try {
+    action();
+  } catch (...) {
+    reason.keepRaised();
+  }
+}
+
+}  // namespace scrivalen::platform

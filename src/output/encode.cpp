@@ -1,0 +1,228 @@
+#include "output/encode.h"
+
+#include "text/plain_text.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace scrivalen::platform {
+namespace {
+
+constexpr std::size_t kChunk = 4096;  // characters that are written between two looks at the buffer's room
+constexpr std::size_t kLongest = 6;   // bytes of the longest escape, which is longer than any UTF-8 sequence
+
+// What a character below 0x80 becomes; an empty text is the character itself, a blank one is forbidden by XML 1.0.
+constexpr std::string_view kForbidden = " ";
+
+constexpr std::array<std::string_view, 128> makeEscapes(std::string_view escaped) {
+  std::array<std::string_view, 128> table{};
+  for (std::size_t c = 0; c < 0x20; ++c) {
+    table[c] = kForbidden;
+  }
+  table['\t'] = table['\n'] = table['\r'] = {};
+  for (const char c : escaped) {
+    table[static_cast<unsigned char>(c)] = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "&quot;";
+  }
+  return table;
+}
+
+constexpr auto kQuoteEscapes = makeEscapes("&<>\"");
+constexpr auto kContentEscapes = makeEscapes("&<>");
+
+constexpr bool isForbiddenByXml(char32_t c) {
+  return c < 0x20 ? c != '\t' && c != '\n' && c != '\r' : isSurrogate(c) || c == 0xFFFE || c == 0xFFFF || c > 0x10FFFF;
+}
+
+using PlainUtf8 = PlainBelow<char, 0x80>;
+using PlainLowByte = PlainBelow<char, 0x100>;
+using PlainUtf16 = PlainBelow<char16_t, 0x10000>;
+
+// Quotes are looked at in content too: they are rare there, and one test serves both.
+struct PlainMarkup : PlainBelow<char, 0x80> {
+  static bool isPlain(unsigned c) { return c >= 0x20 && c < kEnd && c != '&' && c != '<' && c != '>' && c != '"'; }
+
+  // '<' and '>' differ in one bit, '"' and '&' do so too.
+  static bool arePlain(std::uint64_t bytes) {
+    const std::uint64_t printable = bytes + eightTimes(0x80 - 0x20);
+    return allMarked(printable & differFrom(bytes, '<', '<' ^ '>') & differFrom(bytes, '"', '"' ^ '&'));
+  }
+};
+
+template <typename Unit>
+char* putUnit(unsigned c, char* out) {
+  const Unit unit = storedUnit<Unit>(c);
+  std::memcpy(out, &unit, sizeof unit);
+  return out + sizeof unit;
+}
+
+char* copyText(std::string_view text, char* out) {
+  std::memcpy(out, text.data(), text.size());
+  return out + text.size();
+}
+
+char* putReplacement(char32_t lost, char* out, LossCounter& loss) {
+  loss.note(lost);
+  return out + putUtf8(kReplacement, out);
+}
+
+// The letters of many alphabets: two bytes in UTF-8, and never in need of care.
+template <typename Plain>
+constexpr bool isTwoByteUtf8(unsigned c) {
+  return Plain::kEnd == 0x80 && c >= 0x80 && c < 0x800;
+}
+
+// Writes characters one by one and moves `at` past them. Those that need care go to `careful(at, end, out)`, which also
+// moves past what it takes; of a surrogate pair at the block's end it takes both.
+template <typename Plain, typename Careful>
+char* putOneByOne(const wchar_t*& at, const wchar_t* blockEnd, const wchar_t* end, char* out, Careful careful) {
+  while (at < blockEnd) {
+    const unsigned c = characterValue(*at);
+    if (Plain::isPlain(c)) {
+      out = putUnit<typename Plain::Unit>(c, out);
+      ++at;
+    } else if (isTwoByteUtf8<Plain>(c)) {
+      out += putUtf8(c, out);
+      ++at;
+    } else {
+      out = careful(at, end, out);
+    }
+  }
+  return out;
+}
+
+template <typename Plain, typename Careful>
+void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at < end) {
+    const wchar_t* const stop = at + std::min(kChunk, static_cast<std::size_t>(end - at));
+    char* out = buffer.room(static_cast<std::size_t>(stop - at) * kLongest);
+    while (at < stop) {
+      const std::size_t plain = copyPlainBlocks<Plain>(at, static_cast<std::size_t>(stop - at), out);
+      at += plain;
+      out += plain * sizeof(typename Plain::Unit);
+      const std::size_t block = std::min(kPlainBlock, static_cast<std::size_t>(stop - at));
+      out = putOneByOne<Plain>(at, at + block, end, out, careful);
+    }
+    buffer.advance(out);
+  }
+}
+
+bool isNamedReference(std::wstring_view name) {
+  constexpr std::wstring_view kNames[] = {L"amp", L"lt", L"gt", L"quot", L"apos"};
+  return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
+}
+
+int digitValue(wchar_t c, int base) {
+  if (c >= L'0' && c <= L'9') return static_cast<int>(c - L'0');
+  if (base == 16 && c >= L'a' && c <= L'f') return static_cast<int>(c - L'a') + 10;
+  if (base == 16 && c >= L'A' && c <= L'F') return static_cast<int>(c - L'A') + 10;
+  return -1;
+}
+
+bool isCharacterReference(std::wstring_view digits) {
+  const int base = digits.starts_with(L'x') ? 16 : 10;
+  digits.remove_prefix(base == 16 ? 1 : 0);
+  char32_t number = 0;
+  for (const wchar_t c : digits) {
+    const int digit = digitValue(c, base);
+    if (digit < 0) {
+      return false;
+    }
+    number = std::min<char32_t>(0x110000, number * static_cast<char32_t>(base) + static_cast<char32_t>(digit));
+  }
+  return !digits.empty() && !isForbiddenByXml(number);
+}
+
+// Whether the ampersand at `at` begins a reference that XML allows.
+bool isReference(const wchar_t* at, const wchar_t* end) {
+  constexpr std::ptrdiff_t kFarthest = 64;  // leading zeros aside, no reference is longer than ten characters
+  const wchar_t* const limit = end - at > kFarthest ? at + kFarthest : end;
+  const wchar_t* const semicolon = std::find(at, limit, L';');
+  if (semicolon == limit) {
+    return false;
+  }
+  const std::wstring_view body(at + 1, static_cast<std::size_t>(semicolon - at - 1));
+  return body.starts_with(L'#') ? isCharacterReference(body.substr(1)) : isNamedReference(body);
+}
+
+}  // namespace
+
+void putUtf8Text(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
+  putText<PlainUtf8>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+    const char32_t c = nextCharacter(at, end);
+    return isSurrogate(c) || c > 0x10FFFF ? putReplacement(c, out, loss) : out + putUtf8(c, out);
+  });
+}
+
+void putQuoted(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
+  putText<PlainMarkup>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+    const char32_t c = nextCharacter(at, end);
+    if (isForbiddenByXml(c)) {
+      return putReplacement(c, out, loss);
+    }
+    return c < 0x80 && !kQuoteEscapes[c].empty() ? copyText(kQuoteEscapes[c], out) : out + putUtf8(c, out);
+  });
+}
+
+void putElementContent(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
+  const wchar_t* const begin = text.data();
+  putText<PlainMarkup>(buffer, text, [&loss, begin](const wchar_t*& at, const wchar_t* end, char* out) {
+    const wchar_t* const start = at;
+    const char32_t c = nextCharacter(at, end);
+    if (isForbiddenByXml(c)) {
+      return putReplacement(c, out, loss);
+    }
+    const bool stays = c >= 0x80 || kContentEscapes[c].empty() || (c == '&' && isReference(start, end)) ||
+                       (c == '>' && !(start - begin >= 2 && start[-1] == L']' && start[-2] == L']'));
+    return stays ? out + putUtf8(c, out) : copyText(kContentEscapes[c], out);
+  });
+}
+
+void putLowBytes(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
+  putText<PlainLowByte>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+    const char32_t c = asCharacter(nextCharacter(at, end));
+    loss.note(c);
+    if (c > 0xFFFF) {
+      *out++ = static_cast<char>(highSurrogate(c) & 0xFF);
+      return putUnit<char>(lowSurrogate(c) & 0xFF, out);
+    }
+    return putUnit<char>(c & 0xFF, out);
+  });
+}
+
+void putUtf16(OutputBuffer& buffer, std::wstring_view text) {
+  putText<PlainUtf16>(buffer, text, [](const wchar_t*& at, const wchar_t*, char* out) {
+    const char32_t c = asCharacter(static_cast<char32_t>(*at++));
+    if (c < 0x10000) {
+      return putUnit<char16_t>(c, out);
+    }
+    out = putUnit<char16_t>(highSurrogate(c), out);
+    return putUnit<char16_t>(lowSurrogate(c), out);
+  });
+}
+
+std::wstring quotedText(std::wstring_view text, LossCounter& loss) {
+  std::wstring result;
+  result.reserve(text.size());
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    const wchar_t* const start = at;
+    const char32_t c = nextCharacter(at, end);
+    if (isForbiddenByXml(c)) {
+      loss.note(c);
+      result += static_cast<wchar_t>(kReplacement);
+    } else if (c < 0x80 && !kQuoteEscapes[c].empty()) {
+      result.append(kQuoteEscapes[c].begin(), kQuoteEscapes[c].end());
+    } else {
+      result.append(start, at);
+    }
+  }
+  return result;
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,58 @@
+#include "output/output_buffer.h"
+
+#include <algorithm>
+
+namespace scrivalen::platform {
+
+void OutputBuffer::hand(const char* data, std::size_t size) {
+  taken_ += size;
+  if (!lost_ && size > 0) {
+    lost_ = !sink_->take(data, size);
+  }
+}
+
+bool OutputBuffer::flush() {
+  hand(bytes_.get(), static_cast<std::size_t>(at_ - bytes_.get()));
+  begin();
+  return !lost_;
+}
+
+void OutputBuffer::reset() {
+  taken_ = 0;
+  lost_ = false;
+  begin();
+}
+
+// The block behind a flush is shorter, so that the next one is aligned again.
+void OutputBuffer::begin() {
+  at_ = bytes_.get();
+  end_ = bytes_ ? at_ + (kBlock - taken_ % kBlock) : nullptr;
+}
+
+// A block that is not full yet stays: behind its end there is room for as much again.
+void OutputBuffer::makeRoom() {
+  if (!bytes_) {
+    bytes_ = std::make_unique_for_overwrite<char[]>(kCapacity);
+    begin();
+  } else if (at_ >= end_) {
+    const auto rest = static_cast<std::size_t>(at_ - end_);
+    const char* const behind = end_;
+    hand(bytes_.get(), static_cast<std::size_t>(end_ - bytes_.get()));
+    begin();
+    std::memmove(bytes_.get(), behind, rest);
+    at_ += rest;
+  }
+}
+
+void OutputBuffer::writeThrough(const char* data, std::size_t size) {
+  while (size > 0) {
+    makeRoom();
+    const std::size_t part = std::min(size, static_cast<std::size_t>(end_ - at_));
+    std::memcpy(at_, data, part);
+    at_ += part;
+    data += part;
+    size -= part;
+  }
+}
+
+}  // namespace scrivalen::platform

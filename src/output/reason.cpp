@@ -1,0 +1,62 @@
+#include "output/reason.h"
+
+#include "text/fmt.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <exception>
+#include <iterator>
+#include <new>
+
+namespace scrivalen::platform {
+
+void Reason::keep(std::wstring_view reason) noexcept {
+  if (!empty()) {
+    return;
+  }
+  const std::wstring_view told = reason.empty() ? L"The reason is not known" : reason;
+  size_ = std::min(told.size(), std::size(text_) - 1);
+  *std::copy_n(told.begin(), size_, text_) = L'\0';
+}
+
+void Reason::keepRaised() noexcept {
+  try {
+    throw;
+  } catch (const std::bad_alloc&) {
+    keep(kOutOfMemory);
+  } catch (const std::exception& raised) {
+    try {
+      std::wstring reason;
+      appendWide(reason, raised.what());
+      keep(reason);
+    } catch (...) {
+      keep({});
+    }
+  } catch (...) {
+    keep({});
+  }
+}
+
+void Reason::clear() noexcept {
+  size_ = 0;
+  text_[0] = L'\0';
+}
+
+void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept {
+  try {
+    to = text;
+  } catch (const std::exception&) {
+    to.assign(text.substr(0, to.capacity()));
+  }
+}
+
+void assignError(std::wstring& to, std::wstring_view format, std::wstring_view file,
+                 std::wstring_view reason) noexcept {
+  try {
+    assignWhatFits(to, FMT::Format(format, file, reason));
+  } catch (const std::exception&) {
+    assignWhatFits(to, reason);
+  }
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,106 @@
+#include "scrivalen/output_file.h"
+
+#include "output/clog.h"
+#include "output/contain.h"
+#include "system/files.h"
+#include "text/fmt.h"
+#include "output/output_buffer.h"
+#include "output/reason.h"
+#include "system/system_error.h"
+
+using namespace scrivalen::platform;
+
+OutputFile::OutputFile() = default;
+OutputFile::~OutputFile() = default;
+
+struct ReportFile::State : ByteSink {
+  State() : buffer(*this) {}
+
+  bool take(const char* data, std::size_t size) override {
+    if (!file || writeAll(file, data, size)) {
+      return file != nullptr;
+    }
+    rememberLoss();
+    return false;
+  }
+
+  void rememberLoss() noexcept {
+    containedIn(writeError, [&] { writeError.keep(systemErrorText(lastSystemError())); });
+    try {
+      CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError.text()));
+    } catch (...) {
+      logLine(writeError.c_str());
+    }
+  }
+
+  void open(const wchar_t* path) {
+    name = path ? path : L"";
+    buffer.reset();
+    buffer.room(1);  // so that no write has to ask for memory
+    file = openExclusive(name);
+    if (!file) {
+      openError.keep(systemErrorText(lastSystemError()));
+    }
+  }
+
+  NativeFile file = nullptr;
+  std::wstring name;
+  Reason openError;
+  Reason writeError;
+  OutputBuffer buffer;
+};
+
+ReportFile::ReportFile() {
+  contained([this] { state_ = std::make_unique<State>(); });
+}
+
+ReportFile::~ReportFile() { Close(); }
+
+bool ReportFile::Open(const wchar_t* name) {
+  if (!state_) {
+    return false;
+  }
+  state_->openError.clear();
+  if (IsOpen()) {
+    state_->openError.keep(L"The report is still open.");
+    return false;
+  }
+  state_->writeError.clear();
+  containedIn(state_->openError, [&] { state_->open(name); });
+  return IsOpen();
+}
+
+void ReportFile::Write(const void* data, std::size_t size) {
+  if (IsOpen()) {
+    state_->buffer.write(data, size);
+  }
+}
+
+std::uint64_t ReportFile::Position() const { return IsOpen() ? state_->buffer.position() : 0; }
+
+bool ReportFile::Flush() { return !IsOpen() || state_->buffer.flush(); }
+
+bool ReportFile::Close() {
+  if (!IsOpen()) {
+    return true;
+  }
+  const bool flushed = state_->buffer.flush();
+  const bool closed = closeFile(state_->file);
+  if (flushed && !closed) {
+    state_->rememberLoss();
+  }
+  state_->file = nullptr;
+  return flushed && closed;
+}
+
+bool ReportFile::IsOpen() const { return state_ && state_->file; }
+
+void* ReportFile::Handle() const { return state_ ? state_->file : nullptr; }
+
+const wchar_t* ReportFile::Name() const { return state_ ? state_->name.c_str() : L""; }
+
+const wchar_t* ReportFile::Error() const { return state_ ? state_->openError.c_str() : kOutOfMemory; }
+
+const wchar_t* ReportFile::WriteError() const { return state_ ? state_->writeError.c_str() : L""; }
+
+OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file) { return file.IsOpen() ? &file.state_->buffer : nullptr; }

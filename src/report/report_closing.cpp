@@ -1,0 +1,18 @@
+#include "report/report_closing.h"
+
+namespace scrivalen::core {
+
+REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& loss, ReportError error) noexcept {
+  if (!file.IsOpen()) {
+    return REPORT_OK;
+  }
+  const bool whole = file.Close();
+  platform::logLoss(file.Name(), loss);
+  const bool hasLoss = error.reportLoss();
+  if (!whole) {
+    error.set(L"File write error for '%s'. %s", file.Name(), file.WriteError());
+  }
+  return whole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;
+}
+
+}  // namespace scrivalen::core

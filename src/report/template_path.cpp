@@ -1,0 +1,18 @@
+#include "report/template_path.h"
+
+#include "system/files.h"
+
+namespace scrivalen::core {
+
+std::optional<std::wstring> templatePath(std::wstring_view module, std::wstring_view name) {
+  const std::wstring_view folder = platform::folderOf(module);
+  if (folder.empty()) {
+    return std::nullopt;
+  }
+  std::wstring path(folder);
+  path += L"tmpl";
+  path += platform::kPathSeparator;
+  return path.append(name);
+}
+
+}  // namespace scrivalen::core

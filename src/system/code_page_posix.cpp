@@ -1,0 +1,60 @@
+#include "system/code_page.h"
+
+#include "text/plain_text.h"
+#include "text/utf.h"
+#include "text/windows_1252.h"
+
+#include <algorithm>
+
+namespace scrivalen::platform {
+namespace {
+
+using PlainAscii = PlainBelow<char, 0x80>;
+
+// Writes the character at `at`, which it moves past it, and answers the end of its bytes; null when they do not fit.
+char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, const char* limit, LossCounter& loss) {
+  const char32_t c = nextCharacter(at, end);
+  const std::size_t width = unitsOf(c);
+  if (limit - out < static_cast<std::ptrdiff_t>(width)) {
+    return nullptr;
+  }
+  const auto byte = toWindows1252(c);
+  if (!byte) {
+    loss.note(c);
+  }
+  return std::fill_n(out, width, static_cast<char>(byte.value_or('?')));
+}
+
+// Answers the end of the bytes; null when they do not fit.
+char* putText(std::wstring_view text, char* out, const char* limit, LossCounter& loss) {
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    const std::size_t plain =
+        copyPlainBlocks<PlainAscii>(at, static_cast<std::size_t>(std::min(end - at, limit - out)), out);
+    at += plain;
+    out += plain;
+    const wchar_t* const stop = at + std::min(kPlainBlock, static_cast<std::size_t>(end - at));
+    while (at < stop) {
+      if (out != limit && PlainAscii::isPlain(characterValue(*at))) {
+        *out++ = static_cast<char>(*at++);
+      } else if (out = putCharacter(at, end, out, limit, loss); !out) {
+        return nullptr;
+      }
+    }
+  }
+  return out;
+}
+
+}  // namespace
+
+std::optional<std::size_t> toCodePage(std::wstring_view text, char* out, std::size_t capacity, LossCounter& loss) {
+  char* const end = putText(text, out, out + capacity, loss);
+  return end ? std::optional<std::size_t>(end - out) : std::nullopt;
+}
+
+bool isInCodePage(std::wstring_view text) {
+  return std::all_of(text.begin(), text.end(), [](wchar_t c) { return toWindows1252(static_cast<char32_t>(c)).has_value(); });
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,38 @@
+#include "system/console.h"
+
+#include "system/interrupt.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace scrivalen::platform {
+
+std::vector<std::string> programArguments(int argc, char** argv) { return {argv, argv + argc}; }
+
+std::optional<std::string> environmentVariable(const char* name) {
+  const char* value = std::getenv(name);
+  return value ? std::optional<std::string>(value) : std::nullopt;
+}
+
+std::optional<std::size_t> readStandardInput(void* data, std::size_t size) {
+  for (;;) {
+    const ssize_t count = ::read(STDIN_FILENO, data, size);
+    if (count >= 0) {
+      return static_cast<std::size_t>(count);
+    }
+    if (errno != EINTR || wasInterrupted()) {
+      return std::nullopt;
+    }
+  }
+}
+
+void writeStandardOutput(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+
+void writeStandardError(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+
+bool isStandardErrorTerminal() { return ::isatty(STDERR_FILENO) == 1; }
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,365 @@
+#include "system/files.h"
+
+#include "text/utf.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <iterator>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace scrivalen::platform {
+namespace {
+
+constexpr char32_t kByteEscape = 0xDC00;  // plus a byte of 0x80 or above, which is not UTF-8
+
+// Writes one character of a path. Returns how many bytes those were; 0 for what no path can hold.
+std::size_t putPathCharacter(char32_t c, char* out) noexcept {
+  if (c >= kByteEscape + 0x80 && c <= kByteEscape + 0xFF) {
+    *out = static_cast<char>(static_cast<unsigned char>(c - kByteEscape));
+    return 1;
+  }
+  return isSurrogate(c) || c > 0x10FFFF ? 0 : putUtf8(c, out);
+}
+
+// A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a
+// path that is longer than the system takes there is enough for the system to say so.
+class Native {
+ public:
+  explicit Native(const std::wstring& path) noexcept {
+    const wchar_t* const end = path.data() + path.size();
+    std::size_t size = 0;
+    for (const wchar_t* at = path.data(); at != end && size < PATH_MAX;) {
+      const std::size_t bytes = putPathCharacter(nextCharacter(at, end), path_ + size);
+      if (bytes == 0) {
+        isValid_ = false;
+        size = 0;
+        break;
+      }
+      size += bytes;
+    }
+    path_[size] = '\0';
+  }
+
+  /// Whether there can be such a path; if not, c_str is empty, which leads to no file.
+  bool isValid() const noexcept { return isValid_; }
+  const char* c_str() const noexcept { return path_; }
+
+ private:
+  char path_[PATH_MAX + 4];  // the last character may go beyond
+  bool isValid_ = true;
+};
+
+int descriptor(NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
+
+void closeKeepingError(int fd) {
+  const int error = errno;
+  ::close(fd);
+  errno = error;
+}
+
+// A descriptor of 3 or above: 0 would read as no file, and a host that has closed its standard streams must not find a
+// report in their place.
+int openDescriptor(const std::wstring& path, int flags) {
+  const Native native(path);
+  if (!native.isValid()) {
+    errno = EILSEQ;
+    return -1;
+  }
+  int fd = -1;
+  do {
+    fd = ::open(native.c_str(), flags | O_CLOEXEC, 0666);
+  } while (fd < 0 && errno == EINTR);
+  if (fd < 0 || fd > STDERR_FILENO) {
+    return fd;
+  }
+  const int moved = ::fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  closeKeepingError(fd);
+  return moved;
+}
+
+NativeFile toNative(int fd) { return fd < 0 ? nullptr : reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(fd)); }
+
+bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(Native(path).c_str(), &status) == 0; }
+
+bool isRegular(int fd) {
+  struct stat status {};
+  return ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// On a file system without locks the file is opened as any program would open it.
+bool lock(int fd) {
+  if (::flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
+    return true;
+  }
+  errno = EBUSY;
+  return false;
+}
+
+int openHeld(const std::wstring& path) {
+  const int fd = openDescriptor(path, O_WRONLY | O_CREAT);
+  if (fd >= 0 && isRegular(fd) && !lock(fd)) {
+    closeKeepingError(fd);
+    return -1;
+  }
+  return fd;
+}
+
+bool copyFile(const std::wstring& from, const std::wstring& to) {
+  const NativeFile source = openForReading(from);
+  if (!source) {
+    return false;
+  }
+  const NativeFile target = openExclusive(to);
+  const bool copied = target && copyContents(source, target);
+  const int error = errno;
+  const bool closed = target && closeFile(target);
+  closeKeepingError(descriptor(source));
+  if (!copied) {
+    errno = error;
+  }
+  return copied && closed;
+}
+
+bool renamePath(const std::wstring& from, const std::wstring& to) {
+  return ::rename(Native(from).c_str(), Native(to).c_str()) == 0;
+}
+
+// Through a file beside the target, so that the target is never half written.
+bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
+  const auto beside = createFileBeside(to);
+  if (!beside) {
+    return false;
+  }
+  if (!copyFile(from, *beside) || !renamePath(*beside, to)) {
+    const int error = errno;
+    deleteFile(*beside);
+    errno = error;
+    return false;
+  }
+  return deleteFile(from);
+}
+
+}  // namespace
+
+std::string narrowPath(std::wstring_view path) {
+  std::string bytes;
+  const wchar_t* const end = path.data() + path.size();
+  for (const wchar_t* at = path.data(); at != end;) {
+    char character[4];
+    const char32_t c = nextCharacter(at, end);
+    const std::size_t size = putPathCharacter(c, character);
+    bytes.append(character, size > 0 ? size : putUtf8(c, character));
+  }
+  return bytes;
+}
+
+std::wstring widePath(std::string_view path) {
+  std::wstring wide;
+  const char* at = path.data();
+  const char* const end = at + path.size();
+  while (at != end) {
+    const char* const start = at;
+    char32_t c = 0;
+    if (nextUtf8(at, end, c)) {
+      appendCharacter(wide, c);
+    } else {
+      std::transform(start, at, std::back_inserter(wide),
+                     [](char byte) { return static_cast<wchar_t>(kByteEscape + static_cast<unsigned char>(byte)); });
+    }
+  }
+  return wide;
+}
+
+// Locks before truncating, so that a file another report holds stays as it is.
+NativeFile openExclusive(const std::wstring& path) noexcept {
+  const int fd = openHeld(path);
+  if (fd >= 0 && isRegular(fd) && ::ftruncate(fd, 0) != 0) {
+    closeKeepingError(fd);
+    return nullptr;
+  }
+  return toNative(fd);
+}
+
+HeldFile holdExclusive(const std::wstring& path) noexcept {
+  const bool wasThere = pathExists(path);
+  const NativeFile file = toNative(openHeld(path));
+  return {file, file && !wasThere};
+}
+
+NativeFile createNew(const std::wstring& path) noexcept {
+  return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL));
+}
+
+NativeFile openForReading(const std::wstring& path) noexcept {
+  const int fd = openDescriptor(path, O_RDONLY);
+  if (fd < 0) {
+    return nullptr;
+  }
+  struct stat status {};
+  if (::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) {
+    ::close(fd);
+    errno = EISDIR;
+    return nullptr;
+  }
+  if (S_ISREG(status.st_mode) && ::flock(fd, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    ::close(fd);
+    errno = EBUSY;
+    return nullptr;
+  }
+  return toNative(fd);
+}
+
+bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
+  const char* at = static_cast<const char*>(data);
+  while (size > 0) {
+    const ssize_t written = ::write(descriptor(file), at, size);
+    if (written < 0) {
+      if (errno == EINTR) {
+        continue;
+      }
+      return false;
+    }
+    at += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+std::optional<std::uint64_t> positionOf(NativeFile file) {
+  const off_t position = ::lseek(descriptor(file), 0, SEEK_CUR);
+  return position < 0 ? std::nullopt : std::optional<std::uint64_t>(static_cast<std::uint64_t>(position));
+}
+
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) noexcept {
+  for (;;) {
+    const ssize_t count = ::read(descriptor(file), data, size);
+    if (count >= 0) {
+      return static_cast<std::size_t>(count);
+    }
+    if (errno != EINTR) {
+      return std::nullopt;
+    }
+  }
+}
+
+std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept {
+  struct stat status {};
+  if (::fstat(descriptor(file), &status) != 0 || !S_ISREG(status.st_mode)) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size) {
+  char* at = static_cast<char*>(data);
+  while (size > 0) {
+    const ssize_t count = ::pread(descriptor(file), at, size, static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) {
+      continue;
+    }
+    if (count <= 0) {
+      return false;
+    }
+    at += count;
+    offset += static_cast<std::uint64_t>(count);
+    size -= static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
+bool closeFile(NativeFile file) noexcept { return ::close(descriptor(file)) == 0; }
+
+bool pathExists(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status);
+}
+
+bool isFolder(const std::wstring& path) {
+  struct stat status {};
+  return statusOf(path, status) && S_ISDIR(status.st_mode);
+}
+
+bool isSpecialFile(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status) && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+bool isReadOnly(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
+bool isSameFile(const std::wstring& a, const std::wstring& b) {
+  struct stat first {};
+  struct stat second {};
+  return statusOf(a, first) && statusOf(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool deleteFile(const std::wstring& path) noexcept { return ::unlink(Native(path).c_str()) == 0; }
+
+bool moveReplacing(const std::wstring& from, const std::wstring& to) {
+  if (renamePath(from, to)) {
+    return true;
+  }
+  return errno == EXDEV && moveAcrossVolumes(from, to);
+}
+
+bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept {
+  constexpr mode_t kPermissions = 0777;
+  struct stat status {};
+  return statusOf(from, status) && ::chmod(Native(to).c_str(), status.st_mode & kPermissions) == 0;
+}
+
+std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+  std::vector<std::wstring> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(Native(folder).c_str()), &::closedir);
+  if (!entries) {
+    return names;
+  }
+  while (const dirent* entry = ::readdir(entries.get())) {
+    std::wstring name = widePath(entry->d_name);
+    if (endsWithIgnoringCase(name, suffix) && !isFolder(folder + kPathSeparator + name)) {
+      names.push_back(std::move(name));
+    }
+  }
+  return names;
+}
+
+std::optional<std::wstring> createPrivateFolder() {
+  constexpr std::ptrdiff_t kLettersByChance = 6;
+  const char* root = std::getenv("TMPDIR");
+  std::string path = root && *root ? root : "/tmp";
+  path += "/scrivalen-XXXXXX";
+  std::wstring result = widePath(path);
+  if (!::mkdtemp(path.data())) {
+    return std::nullopt;
+  }
+  std::copy(path.end() - kLettersByChance, path.end(), result.end() - kLettersByChance);
+  return result;
+}
+
+std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
+  struct statvfs disk {};
+  if (::statvfs(Native(folder).c_str(), &disk) != 0) {
+    return std::nullopt;
+  }
+  return std::uint64_t{disk.f_bavail} * disk.f_frsize;
+}
+
+bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(Native(path).c_str()) == 0; }
+
+std::wstring resolvedPath(const std::wstring& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(Native(path).c_str(), nullptr), &std::free);
+  return real ? widePath(real.get()) : path;
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,155 @@
+#include "system/process.h"
+
+#include "system/files.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <sstream>
+
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace scrivalen::platform {
+namespace {
+
+constexpr std::size_t kMostMessages = 4096;
+
+std::wstring quoted(const std::vector<std::wstring>& arguments) {
+  std::wstring line;
+  for (const std::wstring& argument : arguments) {
+    line += line.empty() ? L"\"" : L" \"";
+    line += argument;
+    line += L'"';
+  }
+  return line;
+}
+
+void waitFor(pid_t process, ProcessResult& result) {
+  result.exitStatus = -1;
+  int status = 0;
+  while (::waitpid(process, &status, 0) < 0) {
+    if (errno != EINTR) {
+      return;
+    }
+  }
+  if (WIFEXITED(status)) {
+    result.exitStatus = WEXITSTATUS(status);
+  } else if (WIFSIGNALED(status)) {
+    result.signal = WTERMSIG(status);
+  }
+}
+
+// What one end writes, the other reads; both are closed in programs that are started.
+class Pipe {
+ public:
+  Pipe() : error_(::pipe2(ends_, O_CLOEXEC) == 0 ? 0 : errno) {}
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+  ~Pipe() {
+    closeEnd(ends_[0]);
+    closeEnd(ends_[1]);
+  }
+
+  int error() const { return error_; }
+  int writingEnd() const { return ends_[1]; }
+  void closeWritingEnd() { closeEnd(ends_[1]); }
+
+  // Reads until all who write are gone, and keeps as much of the beginning as there is room for.
+  void readAll(std::string& kept) const {
+    char chunk[4096];
+    for (;;) {
+      const ssize_t count = ::read(ends_[0], chunk, sizeof chunk);
+      if (count > 0) {
+        kept.append(chunk, std::min(static_cast<std::size_t>(count), kept.capacity() - kept.size()));
+      } else if (count == 0 || errno != EINTR) {
+        return;
+      }
+    }
+  }
+
+ private:
+  static void closeEnd(int& end) {
+    if (end >= 0) {
+      ::close(end);
+    }
+    end = -1;
+  }
+
+  int ends_[2] = {-1, -1};
+  int error_;
+};
+
+// What a program finds open when it is started: the standard files, of which its standard error is the one given. A
+// library older than glibc 2.34 cannot leave out what the host itself lets every program have.
+class StandardFiles {
+ public:
+  explicit StandardFiles(int standardError) {
+    ::posix_spawn_file_actions_init(&actions_);
+    ::posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
+#if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 34)
+    ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+#endif
+  }
+  StandardFiles(const StandardFiles&) = delete;
+  StandardFiles& operator=(const StandardFiles&) = delete;
+  ~StandardFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
+
+  const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+ private:
+  posix_spawn_file_actions_t actions_{};
+};
+
+std::vector<std::wstring> linesOf(std::string_view utf8) {
+  std::vector<std::wstring> lines;
+  std::istringstream text{std::string(utf8)};
+  for (std::string line; std::getline(text, line);) {
+    if (!line.empty()) {
+      appendWide(lines.emplace_back(), line);
+    }
+  }
+  return lines;
+}
+
+}  // namespace
+
+ProcessResult runProgram(const std::vector<std::wstring>& arguments) {
+  std::vector<std::string> texts;
+  for (const std::wstring& argument : arguments) {
+    texts.push_back(narrowPath(argument));
+  }
+  std::vector<char*> argv;
+  for (std::string& text : texts) {
+    argv.push_back(text.data());
+  }
+  argv.push_back(nullptr);
+
+  ProcessResult result;
+  result.commandLine = quoted(arguments);
+  std::string messages;
+  messages.reserve(kMostMessages);
+  Pipe said;
+  const StandardFiles files(said.writingEnd());
+  pid_t process = 0;
+  int error = said.error();
+  if (error == 0) {
+    error = ::posix_spawnp(&process, argv.front(), files.get(), nullptr, argv.data(), environ);
+  }
+  if (error != 0) {
+    result.error = static_cast<std::uint32_t>(error);
+    return result;
+  }
+  result.started = true;
+  said.closeWritingEnd();
+  said.readAll(messages);
+  waitFor(process, result);
+  result.messages = linesOf(std::string_view(messages).substr(0, kMostMessages));
+  return result;
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,20 @@
+#include "system/system_error.h"
+
+#include "text/utf.h"
+
+#include <cerrno>
+#include <system_error>
+
+namespace scrivalen::platform {
+
+std::uint32_t lastSystemError() { return static_cast<std::uint32_t>(errno); }
+
+std::uint32_t diskFullError() { return ENOSPC; }
+
+std::wstring systemErrorText(std::uint32_t error) {
+  std::wstring text;
+  appendWide(text, std::system_category().message(static_cast<int>(error)));
+  return text;
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,149 @@
+#include "text/fmt.h"
+
+#include "text/utf.h"
+
+#include <algorithm>
+#include <charconv>
+
+namespace scrivalen::platform {
+namespace {
+
+struct Conversion {
+  bool left = false;
+  bool zeros = false;
+  bool plus = false;
+  std::size_t width = 0;
+  std::size_t precision = std::wstring_view::npos;
+  wchar_t type = 0;
+};
+
+// Widths come from literals and from hosts; more than this is a mistake, not a wish.
+constexpr std::size_t kLargestWidth = 4096;
+
+std::size_t parseNumber(std::wstring_view format, std::size_t& at) {
+  std::size_t number = 0;
+  for (; at < format.size() && format[at] >= L'0' && format[at] <= L'9'; ++at) {
+    number = std::min(kLargestWidth, number * 10 + static_cast<std::size_t>(format[at] - L'0'));
+  }
+  return number;
+}
+
+void parseFlags(std::wstring_view format, std::size_t& at, Conversion& conversion) {
+  for (; at < format.size(); ++at) {
+    switch (format[at]) {
+      case L'-': conversion.left = true; break;
+      case L'0': conversion.zeros = true; break;
+      case L'+': conversion.plus = true; break;
+      default: return;
+    }
+  }
+}
+
+void skipSizeModifiers(std::wstring_view format, std::size_t& at) {
+  if (format.substr(at, 3) == L"I64") {
+    at += 3;
+  }
+  while (at < format.size() && (format[at] == L'h' || format[at] == L'l')) {
+    ++at;
+  }
+}
+
+// Reads the conversion behind a percent sign and moves past it; the type is 0 where the format ends too early.
+Conversion parseConversion(std::wstring_view format, std::size_t& at) {
+  Conversion conversion;
+  parseFlags(format, at, conversion);
+  conversion.width = parseNumber(format, at);
+  if (at < format.size() && format[at] == L'.') {
+    ++at;
+    conversion.precision = parseNumber(format, at);
+  }
+  skipSizeModifiers(format, at);
+  if (at < format.size()) {
+    conversion.type = format[at++];
+  }
+  return conversion;
+}
+
+bool isNumeric(wchar_t type) { return std::wstring_view(L"diuxX").find(type) != std::wstring_view::npos; }
+
+std::wstring digitsOf(const FormatValue& value, wchar_t type, bool& negative) {
+  const bool isSigned = value.kind == FormatValue::Kind::Signed && (type == L'd' || type == L'i');
+  negative = isSigned && static_cast<std::int64_t>(value.number) < 0;
+  const std::uint64_t magnitude = negative ? 0 - value.number : value.number;
+  char buffer[32];
+  const int base = type == L'x' || type == L'X' ? 16 : 10;
+  const auto end = std::to_chars(buffer, buffer + sizeof buffer, magnitude, base).ptr;
+  std::wstring digits(buffer, end);
+  if (type == L'X') {
+    std::transform(digits.begin(), digits.end(), digits.begin(),
+                   [](wchar_t c) { return c >= L'a' ? static_cast<wchar_t>(c - L'a' + L'A') : c; });
+  }
+  return digits;
+}
+
+void appendPadded(std::wstring& out, const Conversion& conversion, std::wstring_view sign, std::wstring_view body) {
+  const std::size_t length = sign.size() + body.size();
+  const std::size_t fill = conversion.width > length ? conversion.width - length : 0;
+  const bool zeros = conversion.zeros && !conversion.left && isNumeric(conversion.type);
+  if (!conversion.left && !zeros) {
+    out.append(fill, L' ');
+  }
+  out += sign;
+  if (zeros) {
+    out.append(fill, L'0');
+  }
+  out += body;
+  if (conversion.left) {
+    out.append(fill, L' ');
+  }
+}
+
+bool appendValue(std::wstring& out, const Conversion& conversion, const FormatValue& value) {
+  if (conversion.type == L's' && value.kind == FormatValue::Kind::Text) {
+    appendPadded(out, conversion, L"", value.text.substr(0, conversion.precision));
+    return true;
+  }
+  if (conversion.type == L'c' && value.kind == FormatValue::Kind::Text) {
+    appendPadded(out, conversion, L"", value.text.substr(0, 1));
+    return true;
+  }
+  if (conversion.type == L'c') {
+    std::wstring character;
+    appendCharacter(character, static_cast<char32_t>(value.number));
+    appendPadded(out, conversion, L"", character);
+    return true;
+  }
+  if (isNumeric(conversion.type) && value.kind != FormatValue::Kind::Text) {
+    bool negative = false;
+    const std::wstring digits = digitsOf(value, conversion.type, negative);
+    appendPadded(out, conversion, negative ? L"-" : conversion.plus ? L"+" : L"", digits);
+    return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+std::wstring FMT::format_(std::wstring_view format, std::span<const FormatValue> values) {
+  std::wstring out;
+  std::size_t next = 0;
+  for (std::size_t at = 0; at < format.size();) {
+    const std::size_t percent = std::min(format.find(L'%', at), format.size());
+    out += format.substr(at, percent - at);
+    if (percent == format.size()) {
+      break;
+    }
+    at = percent + 1;
+    const Conversion conversion = parseConversion(format, at);
+    if (conversion.type == L'%') {
+      out += L'%';
+    } else if (next < values.size() && appendValue(out, conversion, values[next])) {
+      ++next;
+    } else {
+      out += format.substr(percent, at - percent);
+    }
+  }
+  return out;
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,130 @@
+#include "text/utf.h"
+
+#include <algorithm>
+
+namespace scrivalen::platform {
+namespace {
+
+constexpr std::size_t kBlock = 16;
+
+bool isAsciiBlock(const char* at) {
+  unsigned char all = 0;
+  for (std::size_t i = 0; i < kBlock; ++i) {
+    all = static_cast<unsigned char>(all | static_cast<unsigned char>(at[i]));
+  }
+  return all < 0x80;
+}
+
+struct LeadByte {
+  int trailing;            // how many bytes follow; -1 for a byte that starts nothing
+  char32_t bits;           // what the byte contributes
+  unsigned char firstLow;  // the range of the first trailing byte (Unicode 15, table 3-7)
+  unsigned char firstHigh;
+};
+
+LeadByte leadByte(unsigned char c) {
+  if (c >= 0xC2 && c <= 0xDF) return {1, c & 0x1Fu, 0x80, 0xBF};
+  if (c == 0xE0) return {2, 0, 0xA0, 0xBF};
+  if (c == 0xED) return {2, 0xD, 0x80, 0x9F};
+  if (c >= 0xE1 && c <= 0xEF) return {2, c & 0xFu, 0x80, 0xBF};
+  if (c == 0xF0) return {3, 0, 0x90, 0xBF};
+  if (c >= 0xF1 && c <= 0xF3) return {3, c & 0x7u, 0x80, 0xBF};
+  if (c == 0xF4) return {3, 4, 0x80, 0x8F};
+  return {-1, 0, 0, 0};
+}
+
+// Decodes the sequence at `at`, which is not ASCII, and moves past it, or past its longest well-formed beginning.
+bool decodeSequence(const char*& at, const char* end, char32_t& result) {
+  const LeadByte lead = leadByte(static_cast<unsigned char>(*at++));
+  if (lead.trailing < 0) {
+    return false;
+  }
+  result = lead.bits;
+  unsigned char low = lead.firstLow;
+  unsigned char high = lead.firstHigh;
+  for (int i = 0; i < lead.trailing; ++i) {
+    if (at == end) {
+      return false;
+    }
+    const auto c = static_cast<unsigned char>(*at);
+    if (c < low || c > high) {
+      return false;
+    }
+    result = (result << 6) | (c & 0x3Fu);
+    ++at;
+    low = 0x80;
+    high = 0xBF;
+  }
+  return true;
+}
+
+wchar_t asciiLower(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
+
+}  // namespace
+
+bool nextUtf8(const char*& at, const char* end, char32_t& c) {
+  const auto first = static_cast<unsigned char>(*at);
+  if (first >= 0x80) {
+    return decodeSequence(at, end, c);
+  }
+  c = first;
+  ++at;
+  return true;
+}
+
+void appendCharacter(std::wstring& wide, char32_t c) {
+  if (sizeof(wchar_t) > 2 || c < 0x10000) {
+    wide.push_back(static_cast<wchar_t>(c));
+    return;
+  }
+  wide.push_back(static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10)));
+  wide.push_back(static_cast<wchar_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+}
+
+std::size_t appendWide(std::wstring& wide, std::string_view utf8) {
+  std::size_t replaced = 0;
+  const char* at = utf8.data();
+  const char* const end = at + utf8.size();
+  while (at != end) {
+    const char* const start = at;
+    while (static_cast<std::size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
+      at += kBlock;
+    }
+    while (at != end && static_cast<unsigned char>(*at) < 0x80) {
+      ++at;
+    }
+    const std::size_t before = wide.size();
+    wide.resize(before + static_cast<std::size_t>(at - start));
+    std::copy(start, at, wide.begin() + static_cast<std::ptrdiff_t>(before));
+    if (at == end) {
+      break;
+    }
+    char32_t c = 0;
+    if (!decodeSequence(at, end, c)) {
+      c = kReplacement;
+      ++replaced;
+    }
+    appendCharacter(wide, c);
+  }
+  return replaced;
+}
+
+void appendUtf8(std::string& utf8, std::wstring_view wide) {
+  const wchar_t* at = wide.data();
+  const wchar_t* const end = at + wide.size();
+  while (at != end) {
+    char bytes[4];
+    utf8.append(bytes, putUtf8(nextCharacter(at, end), bytes));
+  }
+}
+
+bool equalIgnoringCase(std::wstring_view a, std::wstring_view b) {
+  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                    [](wchar_t x, wchar_t y) { return asciiLower(x) == asciiLower(y); });
+}
+
+bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix) {
+  return text.size() >= suffix.size() && equalIgnoringCase(text.substr(text.size() - suffix.size()), suffix);
+}
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,31 @@
+#include "scrivalen/html_report.h"
+
+#include "system/files.h"
+#include "support/captured_log.h"
+#include "support/files.h"
+#include "support/templates.h"
+
+#include <gtest/gtest.h>
+
+using namespace scrivalen::test;
+using scrivalen::platform::kPathSeparator;
+
+// These tests stand in a program of their own, beside which there is no template folder.
+
+TEST(WithoutATemplateFolder, OpeningLogsTheFolderItselfAndWritesThePlainHead) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  HtmlReport report;
+  report.SetOutputFileName((folder / L"a.html").c_str());
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(log.lines(),
+            std::vector<std::wstring>{L"Template '" + templateFolder() + kPathSeparator + L"' not found."});
+  EXPECT_TRUE(bytesOf(folder / L"a.html").starts_with("<!DOCTYPE html>\n"));
+  EXPECT_STREQ(report.GetError(), L"");
+}
+
+TEST(WithoutATemplateFolder, ThereIsNoTemplateToList) {
+  std::vector<std::wstring> names;
+  EXPECT_EQ(HtmlReport::GetTemplatesList(templateFolder().c_str(), &names), -1);
+}

@@ -1,0 +1,401 @@
+#include "formats/pdf/layout/made_pdf.h"
+#include "support/bytes.h"
+#include "support/captured_log.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <limits>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace scrivalen::test;
+
+using Strings = std::vector<std::string>;
+
+MadePdf conforming(const std::function<void(CPDFdoc&)>& fill) { return madeInTimes(fill, kConforming); }
+
+Strings linesOf(const std::wstring& text) {
+  return conforming([&](CPDFdoc& doc) { paragraph(doc, text.c_str()); }).texts(1);
+}
+
+TEST(ConformingPdf, IsLaidOutAsTheClassicOne) {
+  const auto fill = [](CPDFdoc& doc) {
+    paragraphs(doc, 31);
+    doc.BeginTable();
+    row(doc, {L"a(b)", L"c\nd"});
+    doc.EndTable();
+    paragraph(doc, L"\\");
+  };
+  const MadePdf classic = madeInTimes(fill);
+  const MadePdf pdf = conforming(fill);
+  ASSERT_EQ(pdf.pageCount(), classic.pageCount());
+  for (std::size_t page = 1; page <= pdf.pageCount(); ++page) {
+    EXPECT_EQ(pdf.content(page), classic.content(page));
+  }
+}
+
+TEST(ConformingPdf, AnnouncesTheTrueLengthOfItsContents) {
+  EXPECT_NE(made([](CPDFdoc&) {}, kConforming).bytes.find("/Length 19\r\n"), std::string::npos);
+  EXPECT_NE(made([](CPDFdoc&) {}).bytes.find("/Length 38\r\n"), std::string::npos);
+}
+
+TEST(ConformingPdf, IsChosenWhenItBegins) {
+  const MadePdf pdf = made(
+      [](CPDFdoc& doc) {
+        doc.SetConforming(0);
+        paragraph(doc, L"\x20AC");
+      },
+      kConforming);
+  EXPECT_EQ(pdf.texts(1), Strings{"\x80"});
+}
+
+TEST(ConformingPdf, IsStampedInTheStandardsForm) {
+  const FixedClock clock(1700000000);
+  EXPECT_NE(made([](CPDFdoc&) {}, kConforming).bytes.find("/LastModified (D:20231114221320Z)\r\n"), std::string::npos);
+}
+
+TEST(ConformingPdf, HasWinAnsiText) {
+  EXPECT_EQ(linesOf(L"\x201C"
+                    L"caf\xE9\x201D \x2013 5 \x20AC\x2026 \x0160\xFF"),
+            Strings{"\x93"
+                    "caf\xE9\x94 \x96 5 \x80\x85 \x8A\xFF"});
+}
+
+TEST(ConformingPdf, HasStandInsForWhatWinAnsiLacks) {
+  EXPECT_EQ(linesOf(L"\x2192\x2212\xFB01\x0141\x2713\x2260\x2264|\x200B|"), Strings{"->-fiLx!=<=||"});
+  EXPECT_EQ(linesOf(L"\x4E2D" + grin() + L"\x85\x7F"), Strings{"????"});
+  EXPECT_EQ(linesOf(L"a\tb\r\nc\x2028"
+                    L"d"),
+            (Strings{"a b", "c", "d"}));
+}
+
+TEST(ConformingPdf, CountsTheStandIns) {
+  CPDFdoc doc;
+  made(
+      doc,
+      [](CPDFdoc& open) {
+        paragraph(open, L"\xE9\x20AC\t\r\n\x2192\x4E2D");
+        open.write(grin().c_str());
+      },
+      kConforming);
+  EXPECT_EQ(doc.LostCharacters(), 3u);
+  EXPECT_EQ(doc.FirstLostCharacter(), U'\x2192');
+}
+
+TEST(ConformingPdf, MeasuresTheBytesThatItWrites) {
+  // 85 question marks of 6 points are 510; "->" is 4 + 7: 46 of them are 506.
+  std::wstring faces;
+  for (int i = 0; i < 86; ++i) {
+    faces += grin();
+  }
+  EXPECT_EQ(linesOf(faces), (Strings{std::string(85, '?'), "?"}));
+  const Strings arrows = linesOf(std::wstring(47, L'\x2192'));
+  ASSERT_EQ(arrows.size(), 2u);
+  EXPECT_EQ(arrows[1], ">");
+}
+
+TEST(ConformingPdf, EscapesItsTextsAsTheClassicOneDoes) {
+  EXPECT_EQ(linesOf(L"a(b)\\c"), Strings{"a\\(b\\)\\\\c"});
+  EXPECT_EQ(linesOf(L"\x0128("), Strings{"I\\("});
+}
+
+TEST(ConformingPdf, DrawsInTheFirstFontForANumberThatNoFontHas) {
+  const MadePdf pdf = made(
+      [](CPDFdoc& doc) {
+        doc.AddFont(3, PDF_TIMES_ROMAN);
+        doc.AddFont(1, PDF_COURIER);
+        paragraph(doc, std::wstring(86, L'x').c_str());
+        doc.FontNo(9);
+        doc.BoldOn();
+        paragraph(doc, L"bold");
+      },
+      kConforming);
+  EXPECT_NE(pdf.content(1).find("/F3 12 Tf\n0.000000 0.000000 0.000000 rg\n(" + std::string(85, 'x') + ")Tj\n"),
+            std::string::npos);
+  EXPECT_NE(pdf.content(1).find("/F4 12 Tf\n0.000000 0.000000 0.000000 rg\n(bold)Tj\n"), std::string::npos);
+}
+
+TEST(ConformingPdf, HasTimesWithoutAnyFont) {
+  const MadePdf pdf = made([](CPDFdoc& doc) { paragraph(doc, L"a"); }, kConforming);
+  EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n"), std::string::npos);
+  EXPECT_NE(pdf.object(3).find("/Name /F1\r\n/BaseFont /Times-Roman\r\n/Encoding /WinAnsiEncoding\r\n"),
+            std::string_view::npos);
+  EXPECT_NE(pdf.object(4).find("/Name /F2\r\n/BaseFont /Times-Bold\r\n"), std::string_view::npos);
+}
+
+TEST(ConformingPdf, KeepsItsColoursWithinTheirRange) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    const _RGB_COLOR odd{2, -1, std::numeric_limits<double>::quiet_NaN()};
+    doc.ColorOn(odd);
+    doc.BeginTable();
+    doc.BeginRow(1);
+    doc.BeginCell(odd);
+    doc.write(L"a");
+  });
+  EXPECT_NE(pdf.content(1).find("RG\n1.000000 0.000000 0.000000 rg\n50 789 515 16 re\nF\n"), std::string::npos);
+  EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n1.000000 0.000000 0.000000 rg\n(a)Tj\n"), std::string::npos);
+}
+
+TEST(ConformingPdf, HasNoSignInFrontOfAColour) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    constexpr double kInfinite = std::numeric_limits<double>::infinity();
+    doc.ColorOn({-0.0, -1e-9, -std::numeric_limits<double>::quiet_NaN()});
+    doc.BeginTable();
+    doc.BeginRow(1);
+    doc.BeginCell({1e300, kInfinite, -kInfinite});
+    doc.write(L"a");
+  });
+  EXPECT_NE(pdf.content(1).find("RG\n1.000000 1.000000 0.000000 rg\n50 789 515 16 re\nF\n"), std::string::npos);
+  EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n0.000000 0.000000 0.000000 rg\n(a)Tj\n"), std::string::npos);
+}
+
+TEST(ConformingPdf, HasOneSignInFrontOfAStep) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.FontSize(-12);
+    paragraph(doc, L"a");
+    doc.FontSize(0);
+    paragraph(doc, L"b");
+  });
+  EXPECT_EQ(pdf.content(1),
+            "BT\n50 810 Td\n"
+            "1 0 0 1 0 0 Tm\n0 818 Td\n"
+            "1 0 0 1 0 0 Tm\n50 818 Td\n0 8 Td\n/F1 -12 Tf\n0.000000 0.000000 0.000000 rg\n(a)Tj\n0 8 Td\n"
+            "1 0 0 1 0 0 Tm\n0 834 Td\n"
+            "1 0 0 1 0 0 Tm\n50 834 Td\n0 0 Td\n/F1 0 Tf\n0.000000 0.000000 0.000000 rg\n(b)Tj\n0 0 Td\n"
+            "ET\n");
+}
+
+TEST(ConformingPdf, LeavesOutAPageModeThatTheStandardDoesNotHave) {
+  const auto catalogWith = [](const wchar_t* mode) {
+    return std::string(made([](CPDFdoc&) {}, {0, 1, mode}).object(1));
+  };
+  EXPECT_NE(catalogWith(nullptr).find("/PageMode /UseNone\r\n"), std::string::npos);
+  EXPECT_NE(catalogWith(L"UseOutlines").find("/PageMode /UseOutlines\r\n"), std::string::npos);
+  EXPECT_EQ(catalogWith(L"Use None").find("/PageMode"), std::string::npos);
+  EXPECT_EQ(catalogWith(L"").find("/PageMode"), std::string::npos);
+}
+
+// Each face has its own widths, which do not change with its name.
+TEST(ConformingPdf, IsLaidOutAsTheClassicOneInEachFace) {
+  for (int face = 0; face < 20; ++face) {
+    const auto fill = [face](CPDFdoc& doc) {
+      doc.AddFont(1, static_cast<PDF_STANDARD_FONT_FACE>(face));
+      doc.FontNo(1);
+      paragraph(doc, std::wstring(300, L'x').c_str());
+      doc.BoldOn();
+      paragraph(doc, std::wstring(300, L'x').c_str());
+    };
+    EXPECT_EQ(made(fill, kConforming).content(1), made(fill).content(1)) << face;
+  }
+}
+
+TEST(ConformingPdf, HasOnlyStandardFonts) {
+  const MadePdf pdf = made(
+      [](CPDFdoc& doc) {
+        doc.AddFont(1, PDF_ARIAL);
+        doc.AddFont(2, PDF_ZAPFDINGBATS);
+      },
+      kConforming);
+  const std::string head = "<<\r\n/Type /Font\r\n/Subtype /Type1\r\n/Name /F";
+  EXPECT_NE(pdf.object(3).find(head + "1\r\n/BaseFont /Helvetica\r\n/Encoding /WinAnsiEncoding\r\n>>"),
+            std::string_view::npos);
+  EXPECT_NE(pdf.object(4).find(head + "2\r\n/BaseFont /ZapfDingbats\r\n>>"), std::string_view::npos);
+  EXPECT_NE(pdf.object(6).find(head + "4\r\n/BaseFont /Times-Bold\r\n/Encoding /WinAnsiEncoding\r\n>>"),
+            std::string_view::npos);
+}
+
+TEST(ConformingPdf, HasAFontNumberOnceThoughItIsRegisteredTwice) {
+  const auto fill = [](CPDFdoc& doc) {
+    doc.AddFont(1, PDF_TIMES_ROMAN);
+    doc.AddFont(1, PDF_COURIER);
+    doc.FontNo(1);
+    paragraph(doc, std::wstring(86, L'x').c_str());
+  };
+  const MadePdf pdf = made(fill, kConforming);
+  EXPECT_NE(pdf.object(5).find("/Font <<\r\n/F1 3 0 R\r\n/F2 4 0 R\r\n>>\r\n"), std::string_view::npos);
+  EXPECT_NE(pdf.object(3).find("/BaseFont /Times-Roman\r\n"), std::string_view::npos);
+  EXPECT_EQ(pdf.content(1), made(fill).content(1));
+}
+
+TEST(ConformingPdf, HasTheBytesOfSignsAsTheyAreGiven) {
+  const auto textIn = [](PDF_STANDARD_FONT_FACE face, bool bold, const wchar_t* text) {
+    return made(
+               [&](CPDFdoc& doc) {
+                 doc.AddFont(1, face);
+                 doc.FontNo(1);
+                 bold ? doc.BoldOn() : doc.BoldOff();
+                 paragraph(doc, text);
+               },
+               kConforming)
+        .texts(1);
+  };
+  const wchar_t* const signs = L"a(\xA0\x80\x8D\x7F\x1B";
+  EXPECT_EQ(textIn(PDF_SYMBOL, false, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  EXPECT_EQ(textIn(PDF_SYMBOL, true, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, false, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  // Bold, it is drawn in Times.
+  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, true, signs), Strings{"a\\(\xA0????"});
+  EXPECT_EQ(textIn(PDF_SYMBOL, false, L"a\tb\r\n\x20AC"), (Strings{"a b", "?"}));
+}
+
+TEST(ConformingPdf, CountsWhatIsNoSign) {
+  CPDFdoc doc;
+  const MadePdf pdf = made(
+      doc,
+      [](CPDFdoc& open) {
+        open.AddFont(1, PDF_SYMBOL);
+        paragraph(open, (L"\xFF\x0100\t\r\n" + grin()).c_str());  // an unknown number is the first font
+      },
+      kConforming);
+  EXPECT_EQ(pdf.texts(1), (Strings{"\xFF? ", "?"}));
+  EXPECT_EQ(doc.LostCharacters(), 2u);
+  EXPECT_EQ(doc.FirstLostCharacter(), U'\x0100');
+}
+
+TEST(ConformingLink, HasItsLowerEdgeFirst) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"there");
+    doc.BookMark(L"there");
+  });
+  EXPECT_EQ(pdf.links(), Strings{"page 1 [50 786 565 802] to page 1 at 50 802"});
+}
+
+TEST(ConformingLink, HasItsLowerEdgeFirstOnBothPages) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    paragraphs(doc, 31);
+    doc.Paragraf(0);
+    doc.HyperLink(L"a\nb", L"there");
+    doc.BookMark(L"there");
+  });
+  EXPECT_EQ(pdf.links(),
+            (Strings{"page 1 [50 30 565 58] to page 1 at 50 58", "page 2 [50 794 565 810] to page 1 at 50 58"}));
+}
+
+TEST(ConformingLink, MayHaveANumberSignInFrontOfItsTarget) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"one", L"#there");
+    doc.BookMark(L"there");
+    doc.AddOutlineItem(L"entry", L"#there", 0);
+    doc.Paragraf(0);
+    doc.HyperLink(L"two", L"##there");
+    doc.BookMark(L"#there");
+  });
+  EXPECT_EQ(pdf.links(),
+            (Strings{"page 1 [50 786 565 802] to page 1 at 50 802", "page 1 [50 762 565 778] to page 1 at 50 778"}));
+  EXPECT_EQ(pdf.outline(), "1 entries\nentry to page 1 at 50 802\n");
+}
+
+TEST(ConformingLink, IsNotThereWithoutItsBookmark) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", L"there"); });
+  EXPECT_EQ(pdf.texts(1), Strings{"go"});
+  EXPECT_EQ(pdf.bytes.find("/Annot"), std::string::npos);
+}
+
+TEST(ConformingLink, BeginsWhereItsTextBegins) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    paragraphs(doc, 32);
+    doc.Paragraf(0);
+    doc.HyperLink(L"a", L"there");
+    doc.BookMark(L"there");
+  });
+  EXPECT_TRUE(pdf.content(1).ends_with("(32)Tj\n0 -8 Td\n1 0 0 1 0 0 Tm\n0 34 Td\nET\n"));
+  EXPECT_EQ(pdf.links(), Strings{"page 2 [50 794 565 810] to page 2 at 50 810"});
+}
+
+TEST(ConformingLink, LeadsToAParagraphWithoutTextWhereItStands) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"there");
+    paragraphs(doc, 31);
+    doc.Paragraf(0);
+    doc.BookMark(L"there");
+  });
+  EXPECT_EQ(pdf.pageCount(), 1u);
+  EXPECT_EQ(pdf.links(), Strings{"page 1 [50 786 565 802] to page 1 at 50 34"});
+}
+
+TEST(ConformingLink, GoesWithARowThatIsMoved) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    paragraphs(doc, 32);
+    doc.BeginTable();
+    doc.BeginRow(2);
+    doc.BeginCell(kWhiteCell);
+    doc.HyperLink(L"a", L"there");
+    doc.BookMark(L"there");
+  });
+  // The 32nd paragraph ends at 42, the table's gap at 34.
+  EXPECT_EQ(pdf.pageCount(), 2u);
+  EXPECT_EQ(pdf.links(), Strings{"page 2 [50 794 307 810] to page 2 at 50 810"});
+}
+
+TEST(ConformingPdf, BreaksNoPageInVainForATextThatFitsOnNone) {
+  const auto fill = [](CPDFdoc& doc) {
+    doc.FontSize(700);
+    paragraph(doc, L"a");
+    doc.BeginTable();
+    row(doc, {L"b"});
+  };
+  EXPECT_EQ(conforming(fill).pageCount(), madeInTimes(fill).pageCount());
+}
+
+TEST(ConformingOutline, HangsAnEntryThatIsTooDeepBelowTheDeepestOne) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"there");
+    doc.BookMark(L"there");
+    doc.AddOutlineItem(L"first", L"there", 3);
+    doc.AddOutlineItem(L"a", L"there", 2);
+    doc.AddOutlineItem(L"b", L"there", 9);
+    doc.AddOutlineItem(L"c", L"there", 1);
+    doc.AddOutlineItem(L"second", L"there", 0);
+  });
+  // A count is that of all entries below.
+  EXPECT_EQ(pdf.outline(),
+            "5 entries\n"
+            "first (3) to page 1 at 50 802\n"
+            "  a (1) to page 1 at 50 802\n"
+            "    b to page 1 at 50 802\n"
+            "  c to page 1 at 50 802\n"
+            "second to page 1 at 50 802\n");
+}
+
+TEST(ConformingOutline, HasNoDestinationWithoutItsBookmark) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.AddOutlineItem(L"a", L"there", 0); });
+  EXPECT_EQ(pdf.outline(), "1 entries\na without a destination\n");
+}
+
+TEST(ConformingOutline, EscapesItsTitles) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.AddOutlineItem(L"f(x)\\", L"there", 0);
+    doc.AddOutlineItem(nullptr, L"there", 0);
+  });
+  EXPECT_NE(pdf.object(7).find("/Title (f\\(x\\)\\\\)\r\n"), std::string_view::npos);
+  EXPECT_NE(pdf.object(9).find("/Title ()\r\n"), std::string_view::npos);
+}
+
+TEST(ConformingOutline, HasTitlesInUnicode) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.AddOutlineItem((L"\x4E2D(" + grin()).c_str(), L"", 0); });
+  EXPECT_NE(pdf.object(7).find(std::string("/Title (\xFE\xFF\x4E\x2D\x00\\(\xD8\x3D\xDE\x00)\r\n", 22)),
+            std::string_view::npos);
+}
+
+// An escape would begin the name of a language (PDF 1.4, 3.8.1).
+TEST(ConformingOutline, HasNoControlCharactersInItsTitles) {
+  CPDFdoc doc;
+  const MadePdf pdf = made(
+      doc, [](CPDFdoc& open) { open.AddOutlineItem(L"\x1B\x65n\t\x7F\x85", L"", 0); }, kConforming);
+  EXPECT_NE(pdf.object(7).find(std::string("/Title (\xFE\xFF\xFF\xFD\0e\0n\0\t\xFF\xFD\xFF\xFD)\r\n", 25)),
+            std::string_view::npos);
+  EXPECT_EQ(doc.LostCharacters(), 3u);
+  EXPECT_EQ(doc.FirstLostCharacter(), U'\x1B');
+}
+
+TEST(ConformingOutline, LosesNothingOfItsTitles) {
+  CPDFdoc doc;
+  made(
+      doc, [](CPDFdoc& open) { open.AddOutlineItem(L"\x4E2D", L"", 0); }, kConforming);
+  EXPECT_EQ(doc.LostCharacters(), 0u);
+}
+
+}  // namespace

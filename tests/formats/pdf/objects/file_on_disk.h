@@ -1,0 +1,48 @@
+#pragma once
+
+#include "formats/pdf/objects/file.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace scrivalen::test {
+
+/// A PDF file with a file on disk under it, for a test to fill and save.
+class FileOnDisk {
+ public:
+  explicit FileOnDisk(PDFStuffer::Form form = PDFStuffer::Form::Classic)
+      : path(folder_ / L"a.pdf"), handle(platform::openExclusive(path)), pdf(handle, form) {
+    EXPECT_NE(handle, nullptr);
+  }
+  FileOnDisk(const FileOnDisk&) = delete;
+  FileOnDisk& operator=(const FileOnDisk&) = delete;
+  ~FileOnDisk() {
+    if (handle) {
+      platform::closeFile(handle);
+    }
+  }
+
+  /// Saves the PDF, closes the file and reads it.
+  std::string saved() {
+    EXPECT_TRUE(pdf.Save());
+    return closed();
+  }
+
+  std::string closed() {
+    EXPECT_TRUE(platform::closeFile(handle));
+    handle = nullptr;
+    return bytesOf(path);
+  }
+
+ private:
+  TemporaryFolder folder_;
+
+ public:
+  const std::wstring path;
+  platform::NativeFile handle;
+  PDFStuffer::CPDFFile pdf;
+};
+
+}  // namespace scrivalen::test

@@ -1,0 +1,177 @@
+#include "formats/rtf/written.h"
+#include "support/bytes.h"
+
+#include <gtest/gtest.h>
+
+#include <utility>
+
+using namespace scrivalen::test;
+
+namespace {
+
+struct Escaped {
+  std::wstring text;
+  std::string bytes;
+};
+
+const Escaped& escaped() {
+  static const Escaped all = {L"{\u03A9\\\u4E2D}" + grin() + L"\n\uFF21\u20ACz",
+                              "\\{\\u937?\\\\\\u20013?\\}\\u-10179?\\u-8704?\\line \\u-223?\x80z"};
+  return all;
+}
+
+std::string conforming(const std::wstring& text) {
+  return written([&text](RTFdoc& doc) { doc.write(text.c_str(), static_cast<int>(text.size())); }, 1);
+}
+
+}  // namespace
+
+TEST(ConformingRtf, EscapesAtEveryPlaceOfAText) {
+  const std::pair<std::wstring, std::string> specials[] = {{L"{", "\\{"},
+                                                           {L"}", "\\}"},
+                                                           {L"\\", "\\\\"},
+                                                           {L"\n", "\\line "},
+                                                           {L"\u20AC", "\x80"},
+                                                           {L"\u00E9", "\xE9"},
+                                                           {L"\u0141", "\\u321?"},
+                                                           {L"\u4E2D", "\\u20013?"},
+                                                           {grin(), "\\u-10179?\\u-8704?"}};
+  for (const auto& [character, bytes] : specials) {
+    for (std::size_t length = 7; length <= 17; ++length) {
+      for (std::size_t place = 0; place < length; ++place) {
+        EXPECT_EQ(conforming(longText(place) + character + longText(length - place - 1)),
+                  std::string(place, 'x') + bytes + std::string(length - place - 1, 'x'));
+      }
+    }
+  }
+}
+
+TEST(ConformingRtf, EscapesAcrossTheEndOfAFragment) {
+  for (std::size_t length = 4096 - 60; length <= 4097; ++length) {
+    const std::wstring text = longText(length) + escaped().text;
+    const auto write = [&text](RTFdoc& doc) { doc.write(text.c_str(), 0); };
+    EXPECT_TRUE(areSameBytes(std::string(length, 'x') + escaped().bytes, written(write, 1))) << length;
+  }
+}
+
+TEST(ConformingRtf, EscapesAcrossTheEndOfAFragmentOnDisk) {
+  std::string expected;
+  const auto write = [&expected](RTFdoc& doc) {
+    expected.clear();
+    for (std::size_t length = 4096 - 60; length <= 4097; ++length) {
+      doc.write((longText(length) + escaped().text).c_str(), 0);
+      expected += std::string(length, 'x') + escaped().bytes;
+    }
+  };
+  const std::string onDisk = writtenOnDisk(write, 1);
+  EXPECT_TRUE(areSameBytes(expected, onDisk));
+}
+
+TEST(ConformingRtf, NeverSplitsAnEscape) {
+  for (std::size_t length = 4096 - 8; length <= 4096; ++length) {
+    const std::wstring text = longText(length) + L"\u4E2D\u4E2D";
+    const auto calls = callsOf([&text](RTFdoc& doc) { doc.write(text.c_str(), 0); }, 1);
+    const std::string first = std::string(length, 'x') + (length + 8 <= 4096 ? "\\u20013?" : "");
+    const std::string second = length + 8 <= 4096 ? "\\u20013?" : "\\u20013?\\u20013?";
+    EXPECT_EQ(calls, (std::vector<std::string>{first, second})) << length;
+  }
+}
+
+TEST(ConformingRtf, HandsOverAtMost4096BytesAtOnce) {
+  const auto calls = callsOf([](RTFdoc& doc) { doc.write(longText(10000).c_str(), 0); }, 1);
+  EXPECT_EQ(calls, (std::vector<std::string>{std::string(4096, 'x'), std::string(4096, 'x'), std::string(1808, 'x')}));
+}
+
+TEST(ConformingRtf, TakesALineFeedForALineBreak) { EXPECT_EQ(conforming(L"a\nb\r\nc\td"), "a\\line b\r\\line c\td"); }
+
+TEST(ConformingRtf, WritesALoneSurrogateAsItsUnit) {
+  EXPECT_EQ(conforming(L"a" + wideUnit(0xD800) + L"b"), "a\\u-10240?b");
+  EXPECT_EQ(conforming(L"a" + wideUnit(0xDC00)), "a\\u-9216?");
+  EXPECT_EQ(conforming(wideUnit(0xDC00) + wideUnit(0xD800)), "\\u-9216?\\u-10240?");
+}
+
+TEST(ConformingRtf, TakesASurrogatePairForOneCharacterWhateverTheSizeOfWideCharacters) {
+  EXPECT_EQ(conforming(wideUnit(0xD83D) + wideUnit(0xDE00)), "\\u-10179?\\u-8704?");
+}
+
+TEST(RtfDocWrite, TakesASurrogatePairForOneLostCharacter) {
+  MemoryFile file;
+  RTFdoc doc;
+  doc.BegDoc(&file, L"T", 0);
+  file.bytes.clear();
+  doc.write((wideUnit(0xD83D) + wideUnit(0xDE00)).c_str(), 0);
+  EXPECT_EQ(file.bytes, "??");
+  EXPECT_EQ(doc.LostCharacters(), 1u);
+  EXPECT_EQ(doc.FirstLostCharacter(), 0x1F600u);
+}
+
+TEST(ConformingRtf, WritesAnUnusedByteOfTheCodePageAsItStands) { EXPECT_EQ(conforming(L"\u0081\u009D"), "\x81\x9D"); }
+
+TEST(ConformingRtf, KeepsDoubleQuotesOutOfBookmarks) {
+  EXPECT_EQ(written([](RTFdoc& doc) { doc.BookMark(L"\"a\"\"b\""); }, 1),
+            "{\\*\\bkmkstart 'a''b'}{\\*\\bkmkend 'a''b'}");
+  EXPECT_EQ(written([](RTFdoc& doc) { doc.HyperLink(L"\"See\"", L"a\"{b"); }, 1),
+            " {\\field{\\*\\fldinst {HYPERLINK \\\\l \"a'\\{b\" }}{\\fldrslt {\\cs15\\ul\\cf2 \"See\"}}} ");
+}
+
+TEST(RtfDocLinks, KeepTheDoubleQuotesOfTheirBookmark) {
+  EXPECT_EQ(written([](RTFdoc& doc) { doc.BookMark(L"\"a\""); }), "{\\*\\bkmkstart \"a\"}{\\*\\bkmkend \"a\"}");
+  EXPECT_EQ(written([](RTFdoc& doc) { doc.HyperLink(L"See", L"\"a\""); }),
+            " {\\field{\\*\\fldinst {HYPERLINK \\\\l \"\"a\"\" }}{\\fldrslt {\\cs15\\ul\\cf2 See}}} ");
+}
+
+TEST(ConformingRtf, WritesLinksOfAnyLength) {
+  const std::string name(5000, 'x');
+  const auto link = [](RTFdoc& doc) { doc.HyperLink(longText(5000).c_str(), longText(5000).c_str()); };
+  const std::string expected =
+      " {\\field{\\*\\fldinst {HYPERLINK \\\\l \"" + name + "\" }}{\\fldrslt {\\cs15\\ul\\cf2 " + name + "}}} ";
+  EXPECT_TRUE(areSameBytes(expected, written(link, 1)));
+  EXPECT_TRUE(areSameBytes(expected, writtenOnDisk(link, 1)));
+}
+
+TEST(ConformingRtf, WritesFontsAndStylesOfAnyLength) {
+  EXPECT_EQ(written([](RTFdoc& doc) { doc.AddFont(1, longText(5000).c_str(), RTFdoc::ITEM_INNER); }, 1),
+            "{\\f1{" + std::string(5000, 'x') + "}}\r\n");
+  for (const std::size_t length : {1023u, 1024u, 1025u, 4096u, 10000u}) {
+    EXPECT_TRUE(areSameBytes("{\\s1\\fs20\\b" + std::string(length, 'x') + "{" + std::string(5000, 'x') + "}}\r\n",
+                             written(
+                                 [length](RTFdoc& doc) {
+                                   doc.AddStyle(1, longText(5000).c_str(), nullptr, 20, 1, longText(length).c_str(),
+                                                RTFdoc::ITEM_INNER);
+                                 },
+                                 1)));
+  }
+}
+
+TEST(ConformingRtf, LeavesTheWordsOfAStyleAsTheyStand) {
+  EXPECT_EQ(written([](RTFdoc& doc) { doc.AddStyle(1, L"{a}", nullptr, 20, 0, L"\\qc{}", RTFdoc::ITEM_INNER); }, 1),
+            "{\\s1\\fs20\\qc{}{\\{a\\}}}\r\n");
+}
+
+TEST(ConformingRtf, LosesNoCharacterOfTextsOfAnyLength) {
+  MemoryFile file;
+  RTFdoc doc;
+  doc.SetConforming(1);
+  doc.BegDoc(&file, longText(5000).c_str(), 0);
+  doc.write(longText(5000).c_str(), 0);
+  doc.AddFont(1, longText(5000).c_str(), RTFdoc::ITEM_INNER);
+  doc.BookMark(longText(5000).c_str());
+  doc.HyperLink(longText(5000).c_str(), longText(5000).c_str());
+  EXPECT_EQ(doc.LostCharacters(), 0u);
+}
+
+TEST(ConformingRtf, EndsWithTheNextClassicDocument) {
+  MemoryFile file;
+  RTFdoc doc;
+  doc.SetConforming(1);
+  doc.BegDoc(&file, L"T", 0);
+  doc.SetConforming(0);
+  file.bytes.clear();
+  doc.write(L"{", 0);
+  EXPECT_EQ(file.bytes, "\\{");
+  doc.EndDoc();
+  doc.BegDoc(&file, L"T", 0);
+  file.bytes.clear();
+  doc.write(L"{", 0);
+  EXPECT_EQ(file.bytes, "{");
+}

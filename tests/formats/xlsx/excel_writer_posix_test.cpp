@@ -1,0 +1,341 @@
+#include "formats/xlsx/excel_writer.h"
+
+#include "system/files.h"
+#include "support/captured_log.h"
+#include "support/file_size_limit.h"
+#include "support/files.h"
+#include "support/small_disk.h"
+#include "support/workbook.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace scrivalen::test;
+namespace platform = scrivalen::platform;
+
+namespace {
+
+using Lines = std::vector<std::wstring>;
+using std::filesystem::perms;
+
+constexpr int kRows = 2000;
+
+void writeCell(ExcelWriter& writer, const std::wstring& text) {
+  writer.Row(true);
+  writer.SetCellValue(L"String", text.c_str(), false);
+  writer.Row(false);
+}
+
+// Rows that take 60 bytes each while they are written, and next to nothing once they are packed.
+void writeEqualRows(ExcelWriter& writer) {
+  for (int i = 0; i < kRows; ++i) {
+    writeCell(writer, L"equal");
+  }
+}
+
+// Rows that cannot be packed well.
+void writeDifferentRows(ExcelWriter& writer) {
+  unsigned value = 1;
+  for (int i = 0; i < kRows; ++i) {
+    std::wstring text;
+    for (int j = 0; j < 20; ++j) {
+      value = value * 1103515245 + 12345;
+      text += static_cast<wchar_t>(L'0' + (value >> 16) % 64);
+    }
+    writeCell(writer, text);
+  }
+}
+
+std::size_t openDescriptors() {
+  const std::filesystem::directory_iterator entries("/proc/self/fd");
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+std::string narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
+
+Lines filesIn(const std::wstring& folder) { return platform::filesEndingWith(folder, L""); }
+
+// What is wrong with a spreadsheet that is written to disks from one size to another, page by page: it has to be whole,
+// or refused with the reason and leave what was there.
+std::string problemsOnDisks(std::size_t firstKib, std::size_t lastKib, void (*write)(ExcelWriter& writer),
+                            std::size_t rows, bool hasEarlier) {
+  return onSmallDisk([=](const SmallDisk& disk) {
+    std::string problems;
+    int whole = 0;
+    int refused = 0;
+    for (std::size_t kib = firstKib; kib <= lastKib; kib += 4) {
+      const std::string prefix = std::to_string(kib) + " KiB: ";
+      if (!disk.resize(kib)) {
+        return prefix + "no disk";
+      }
+      if (hasEarlier) {
+        writeBytes(disk / L"a.xlsx", "earlier");
+      }
+      const CapturedLog log;
+      const std::size_t descriptors = openDescriptors();
+      bool isWhole = false;
+      {
+        ExcelWriter writer;
+        isWhole = writer.Begin((disk / L"a.xlsx").c_str(), nullptr);
+        if (isWhole) {
+          write(writer);
+          isWhole = writer.End();
+          if (!isWhole &&
+              (log.lines() != Lines{writer.Error()} || !writer.Error().ends_with(L" No space left on device"))) {
+            problems += prefix + "logged is not what went wrong: " + narrow(writer.Error()) + '\n';
+          }
+        }
+      }
+      ++(isWhole ? whole : refused);
+      if (openDescriptors() != descriptors) {
+        problems += prefix + "files are still open\n";
+      }
+      if (filesIn(disk.folder()) != (isWhole || hasEarlier ? Lines{L"a.xlsx"} : Lines())) {
+        problems += prefix + "files are left\n";
+      }
+      if (isWhole) {
+        const std::string cells = readCells(disk / L"a.xlsx");
+        if (static_cast<std::size_t>(std::count(cells.begin(), cells.end(), '\n')) != rows) {
+          problems += prefix + "rows are missing\n";
+        }
+      } else if (hasEarlier && bytesOf(disk / L"a.xlsx") != "earlier") {
+        problems += prefix + "the earlier file is lost\n";
+      }
+    }
+    if (whole == 0 || refused == 0) {
+      problems += "the sizes are not those between too little and enough\n";
+    }
+    return problems;
+  });
+}
+
+}  // namespace
+
+TEST(ExcelWriterOnAFullDisk, TellsWhyAtTheRowThatDoesNotFit) {
+  EXPECT_EQ(onSmallDisk([](const SmallDisk& disk) -> std::string {
+              if (!disk.resize(64)) {
+                return "no disk";
+              }
+              const CapturedLog log;
+              const std::wstring expected =
+                  L"File write error for '" + (disk / L"a.xlsx") + L"'. No space left on device";
+              ExcelWriter writer;
+              const bool isBegun = writer.Begin((disk / L"a.xlsx").c_str(), nullptr);
+              writeDifferentRows(writer);
+              const bool isToldBefore = log.lines() == Lines{expected};
+              const bool isWhole = writer.End();
+              return std::string(isBegun ? "begun" : "not begun") + (isToldBefore ? ", told" : ", not told") +
+                     (isWhole ? ", whole" : ", not whole") + (writer.Error() == expected ? ", with the reason" : "") +
+                     (log.lines().size() == 1 ? ", in one line, " : ", in more lines, ") +
+                     std::to_string(filesIn(disk.folder()).size()) + " files left";
+            }),
+            "begun, told, not whole, with the reason, in one line, 0 files left");
+}
+
+TEST(ExcelWriterOnAFullDisk, LeavesAWholeWorkbookOrNone) {
+  EXPECT_EQ(problemsOnDisks(100, 420, &writeDifferentRows, kRows, false), "");
+}
+
+TEST(ExcelWriterOnAFullDisk, LeavesAWholeWorkbookOrTheEarlierFile) {
+  EXPECT_EQ(problemsOnDisks(100, 420, &writeDifferentRows, kRows, true), "");
+}
+
+TEST(ExcelWriterOnAFullDisk, IsNotDeceivedByRowsThatPackWell) {
+  EXPECT_EQ(problemsOnDisks(60, 300, &writeEqualRows, kRows, false), "");
+}
+
+TEST(ExcelWriterOnAFullDisk, IsNotDeceivedBySmallParts) {
+  EXPECT_EQ(problemsOnDisks(
+                4, 80, [](ExcelWriter& writer) { writeCell(writer, L"one"); }, 1, false),
+            "");
+}
+
+// The rows fit, and what is packed does; only the sheet that is made of them in between does not.
+TEST(ExcelWriterWhoseFilesMayNotGrow, MissesBytesThatNobodyElseDoes) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  ExcelWriter whole;
+  ASSERT_TRUE(whole.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  writeEqualRows(whole);
+  ASSERT_TRUE(whole.End());
+  const std::size_t sheet = workbookPart(folder / L"a.xlsx", "xl/worksheets/sheet1.xml").size();
+  for (const std::size_t missing : {std::size_t{1}, std::size_t{100}, std::size_t{400}}) {
+    const FileSizeLimit limit(sheet - missing);
+    ExcelWriter writer;
+    ASSERT_TRUE(writer.Begin((folder / L"b.xlsx").c_str(), nullptr));
+    writeEqualRows(writer);
+    EXPECT_FALSE(writer.End());
+    EXPECT_EQ(writer.Error(), L"File write error for '" + (folder / L"b.xlsx") + L"'. Sheet 1 has " +
+                                  std::to_wstring(sheet - missing) + L" of " + std::to_wstring(sheet) + L" bytes.");
+    EXPECT_EQ(filesIn(folder.path()), Lines{L"a.xlsx"});
+  }
+}
+
+// The last of the rows wait in memory until the end.
+TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhyTheLastRowsDoNotFit) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const FileSizeLimit limit(2000 * 70);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  writeEqualRows(writer);
+  EXPECT_TRUE(log.lines().empty());
+  EXPECT_FALSE(writer.End());
+  EXPECT_EQ(writer.Error(), L"File write error for '" + (folder / L"a.xlsx") + L"'. File too large");
+  EXPECT_EQ(log.lines(), Lines{writer.Error()});
+}
+
+TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhy) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const FileSizeLimit limit(50000);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  writeEqualRows(writer);
+  EXPECT_FALSE(writer.End());
+  EXPECT_EQ(writer.Error(), L"File write error for '" + (folder / L"a.xlsx") + L"'. File too large");
+  EXPECT_EQ(log.lines(), Lines{writer.Error()});
+  EXPECT_EQ(filesIn(folder.path()), Lines());
+}
+
+// A host may have closed them, and what is printed there must not get into the workbook.
+TEST(ExcelWriter, LeavesTheDescriptorsOfTheStandardStreamsAlone) {
+  const TemporaryFolder folder;
+  const int errors = ::dup(STDERR_FILENO);
+  ExcelWriter writer;
+  ::close(STDERR_FILENO);
+  const bool isBegun = writer.Begin((folder / L"a.xlsx").c_str(), nullptr);
+  writeCell(writer, L"a");
+  const bool isFree = ::write(STDERR_FILENO, "host & message", 14) < 0;
+  const bool isWhole = writer.End();
+  const bool isStillFree = ::fcntl(STDERR_FILENO, F_GETFD) < 0;
+  ::dup2(errors, STDERR_FILENO);
+  ::close(errors);
+  EXPECT_TRUE(isBegun && isFree && isWhole && isStillFree);
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\n");
+}
+
+TEST(ExcelWriter, ChangesNoRandomNumbersOfTheHost) {
+  const TemporaryFolder folder;
+  std::srand(5);
+  const std::vector<int> expected = {std::rand(), std::rand()};
+  std::srand(5);
+  EXPECT_EQ(std::rand(), expected[0]);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  writeCell(writer, L"a");
+  EXPECT_TRUE(writer.End());
+  EXPECT_EQ(std::rand(), expected[1]);
+}
+
+TEST(ExcelWriterOnAFullDisk, PrintsNothing) {
+  testing::internal::CaptureStderr();
+  const std::string problems = onSmallDisk([](const SmallDisk& disk) -> std::string {
+    if (!disk.resize(8)) {
+      return "no disk";
+    }
+    const CapturedLog log;
+    ExcelWriter writer;
+    writer.Begin((disk / L"a.xlsx").c_str(), nullptr);
+    writeCell(writer, L"one");
+    return writer.End() ? "whole" : "";
+  });
+  EXPECT_EQ(testing::internal::GetCapturedStderr(), "");
+  EXPECT_EQ(problems, "");
+}
+
+TEST(ExcelWriterTarget, MayBeALink) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeBytes(elsewhere / L"real.xlsx", "earlier");
+  const std::filesystem::path link = asPath(folder / L"link.xlsx");
+  std::filesystem::create_symlink(asPath(elsewhere / L"real.xlsx"), link);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"link.xlsx").c_str(), nullptr));
+  writeCell(writer, L"a");
+  EXPECT_EQ(filesIn(folder.path()).size(), 1u);
+  EXPECT_TRUE(writer.End());
+  EXPECT_TRUE(std::filesystem::is_symlink(link));
+  EXPECT_EQ(readCells(elsewhere / L"real.xlsx"), "A1 \"a\"\n");
+  EXPECT_EQ(filesIn(elsewhere.path()), Lines{L"real.xlsx"});
+}
+
+TEST(ExcelWriterTarget, KeepsItsPermissions) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a.xlsx", "secret");
+  const std::filesystem::path path = asPath(folder / L"a.xlsx");
+  std::filesystem::permissions(path, perms::owner_read | perms::owner_write);
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  EXPECT_TRUE(writer.End());
+  EXPECT_EQ(std::filesystem::status(path).permissions(), perms::owner_read | perms::owner_write);
+}
+
+TEST(ExcelWriterTarget, StaysWhenAnotherProgramHasWrittenIt) {
+  const TemporaryFolder folder;
+  {
+    ExcelWriter abandoned;
+    ASSERT_TRUE(abandoned.Begin((folder / L"a.xlsx").c_str(), nullptr));
+    std::ofstream(narrow(folder / L"a.xlsx")) << "another's";
+  }
+  EXPECT_EQ(bytesOf(folder / L"a.xlsx"), "another's");
+}
+
+TEST(ExcelWriterTarget, MayBeARelativePath) {
+  const TemporaryFolder folder;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(asPath(folder.path()));
+  ExcelWriter writer;
+  EXPECT_TRUE(writer.Begin(L"a.xlsx", nullptr));
+  std::filesystem::current_path(before);
+  writeCell(writer, L"a");
+  EXPECT_TRUE(writer.End());
+  EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\n");
+}
+
+TEST(ExcelWriterTarget, MayBeADeviceWithItsTemporaryFilesElsewhere) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const char* const before = std::getenv("TMPDIR");
+  const std::string old = before ? before : "/tmp";
+  ::setenv("TMPDIR", narrow(folder.path()).c_str(), 1);
+  ExcelWriter writer;
+  EXPECT_TRUE(writer.Begin(L"/dev/null", nullptr));
+  writeEqualRows(writer);
+  EXPECT_TRUE(writer.End());
+  EXPECT_TRUE(writer.Begin(L"/dev/full", nullptr));
+  EXPECT_FALSE(writer.End());
+  EXPECT_EQ(writer.Error(), L"File write error for '/dev/full'. No space left on device");
+  {
+    ExcelWriter abandoned;
+    EXPECT_TRUE(abandoned.Begin(L"/dev/full", nullptr));
+  }
+  ::setenv("TMPDIR", old.c_str(), 1);
+  EXPECT_TRUE(std::filesystem::is_empty(asPath(folder.path())));
+  EXPECT_EQ(log.lines().size(), 1u);
+}
+
+TEST(ExcelWriterTarget, IsRefusedWhereNothingCanStandBesideIt) {
+  const TemporaryFolder folder;
+  const std::filesystem::path path = asPath(folder.path());
+  writeBytes(folder / L"a.xlsx", "earlier");
+  std::filesystem::permissions(asPath(folder / L"a.xlsx"), perms::all);
+  std::filesystem::permissions(path, perms(0555));
+  const uid_t user = ::geteuid();
+  constexpr uid_t kNobody = 65534;
+  EXPECT_EQ(::seteuid(user == 0 ? kNobody : user), 0);
+  ExcelWriter writer;
+  EXPECT_FALSE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
+  EXPECT_EQ(writer.Error(), L"File open/create error for '" + (folder / L"a.xlsx") + L"'. Permission denied");
+  EXPECT_EQ(::seteuid(user), 0);
+  std::filesystem::permissions(path, perms(0755));
+  EXPECT_EQ(bytesOf(folder / L"a.xlsx"), "earlier");
+}

@@ -1,0 +1,54 @@
+#include "scrivalen/host.h"
+
+#include "system/clock.h"
+#include "output/host.h"
+#include "support/captured_log.h"
+
+#include <gtest/gtest.h>
+
+#include <ctime>
+#include <string>
+
+using namespace scrivalen::platform;
+
+TEST(HostHandlers, TheErrorBoxShowsTitleAndText) {
+  static std::wstring shown;
+  scrivalen::SetErrorBoxHandler(
+      [](const wchar_t* title, const wchar_t* text) { shown = std::wstring(title) + L"|" + text; });
+  showErrorBox(L"Title", L"Text");
+  scrivalen::SetErrorBoxHandler(nullptr);
+  EXPECT_EQ(shown, L"Title|Text");
+}
+
+TEST(HostHandlers, TheLogGoesToTheHandler) {
+  const scrivalen::test::CapturedLog log;
+  sendToLog(L"line");
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"line"});
+}
+
+TEST(HostHandlers, TheClockIsTheHostsUntilANullHandlerRestoresTheSystems) {
+  {
+    const scrivalen::test::FixedClock clock(86400);
+    EXPECT_EQ(currentTime(), 86400);
+  }
+  const std::int64_t before = std::time(nullptr);
+  const std::int64_t now = currentTime();
+  EXPECT_LE(before - 1, now);
+  EXPECT_LE(now, std::time(nullptr) + 1);
+}
+
+TEST(Clock, ConvertsToUtc) {
+  const auto time = utcTime(1709647620);
+  ASSERT_TRUE(time.has_value());
+  EXPECT_EQ(time->tm_year, 124);
+  EXPECT_EQ(time->tm_mon, 2);
+  EXPECT_EQ(time->tm_mday, 5);
+  EXPECT_EQ(time->tm_hour, 14);
+  EXPECT_EQ(time->tm_min, 7);
+  EXPECT_EQ(time->tm_sec, 0);
+}
+
+TEST(Clock, AnswersNothingForATimeWithoutADate) {
+  EXPECT_FALSE(localTime(INT64_MAX).has_value());
+  EXPECT_FALSE(utcTime(INT64_MAX).has_value());
+}

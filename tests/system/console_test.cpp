@@ -1,0 +1,19 @@
+#include "system/console.h"
+#include "system/interrupt.h"
+
+#include <gtest/gtest.h>
+
+#include <csignal>
+
+using namespace scrivalen::platform;
+
+TEST(Environment, AnswersAVariable) { EXPECT_EQ(environmentVariable("TZ"), "UTC"); }
+
+TEST(Environment, AnswersNothingForAMissingVariable) {
+  EXPECT_EQ(environmentVariable("SCRIVALEN_NO_SUCH_VARIABLE"), std::nullopt);
+}
+
+TEST(Interrupts, AreNotThereWithoutARequest) {
+  rememberInterrupts();
+  EXPECT_FALSE(wasInterrupted());
+}

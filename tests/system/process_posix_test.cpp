@@ -1,0 +1,52 @@
+#include "system/process.h"
+
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using namespace scrivalen::platform;
+using namespace scrivalen::test;
+
+TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
+  const TemporaryFolder folder;
+  const std::wstring odd = L"a b;$(touch x) \"q\" 'r' \u20AC";
+  const ProcessResult result = runProgram({L"sh", L"-c", L"printf %s \"$1\" > \"$2\"", L"sh", odd, folder / L"out"});
+  EXPECT_TRUE(result.started);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(bytesOf(folder / L"out"), "a b;$(touch x) \"q\" 'r' \xE2\x82\xAC");
+}
+
+TEST(RunProgram, AnswersTheStatusOfAProgramThatFails) {
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).exitStatus, 7);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).signal, 0);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -9 $$"}).exitStatus, -1);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -9 $$"}).signal, 9);
+}
+
+TEST(RunProgram, KeepsTheLinesOfAProgramsStandardError) {
+  const ProcessResult result = runProgram({L"sh", L"-c", L"printf 'one \u20AC\\n\\ntwo' >&2; exit 3"});
+  EXPECT_EQ(result.messages, (std::vector<std::wstring>{L"one \u20AC", L"two"}));
+  EXPECT_EQ(result.exitStatus, 3);
+  EXPECT_TRUE(runProgram({L"sh", L"-c", L":"}).messages.empty());
+}
+
+TEST(RunProgram, KeepsTheBeginningOfManyMessages) {
+  const std::wstring many = L"yes line | head -n 100000 >&2";  // more than a pipe holds
+  const ProcessResult result = runProgram({L"sh", L"-c", many});
+  EXPECT_EQ(result.exitStatus, 0);
+  ASSERT_EQ(result.messages.size(), 820u);
+  EXPECT_EQ(result.messages.front(), L"line");
+  EXPECT_EQ(result.messages.back(), L"l");
+}
+
+TEST(RunProgram, HandsOverNoOpenFilesButTheStandardOnes) {
+  const int open = ::open("/dev/null", O_RDONLY);
+  ASSERT_GT(open, 2);
+  const std::wstring listing = L"for file in 2 $1; do [ ! -e /proc/$$/fd/$file ] || echo $file >&2; done";
+  const ProcessResult result = runProgram({L"sh", L"-c", listing, L"sh", std::to_wstring(open)});
+  ::close(open);
+  EXPECT_EQ(result.messages, std::vector<std::wstring>{L"2"});
+}
