@@ -8,8 +8,11 @@
 
 /// Writes a report as an HTML page in UTF-8.
 ///
-/// Cell, Link, Ancor, TocItem and raw text write their texts as they stand: quote them first. Text without the raw flag
-/// quotes its text. Cell attributes bring their own leading blank, row and heading attributes do not.
+/// Text without the raw flag quotes its text, and raw text is written as it stands. Cell, Link, BeginAncor, Ancor and
+/// TocItem write their texts as they stand: quote them first. With OPTION_CONFORMING they quote what is not quoted yet:
+/// a text stays as it is in the five names of XML (&amp; &lt; &gt; &quot; &apos;) and in references to characters that
+/// XML allows (&#160;); every other & < > " is escaped. Cell attributes bring their own leading blank, row and heading
+/// attributes do not.
 class SCRIVALEN_API HtmlReport : public AReport {
  public:
   HtmlReport();
@@ -54,7 +57,8 @@ class SCRIVALEN_API HtmlReport : public AReport {
   void EndCell(const wchar_t* text, int header) override;
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void Link(const wchar_t* text, const wchar_t* target) override;
-  /// Knows OPTION_CONFORMING: templates are read as UTF-8 instead of one character a byte.
+  /// Knows OPTION_CONFORMING: from the next Open, templates are read as UTF-8 instead of one character a byte, and the
+  /// texts of cells, links, anchors and contents are quoted unless they are quoted already.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  protected:

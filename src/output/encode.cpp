@@ -168,6 +168,18 @@ void putQuoted(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) 
   });
 }
 
+void putQuotedOnce(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
+  putText<PlainMarkup>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
+    const wchar_t* const start = at;
+    const char32_t c = nextCharacter(at, end);
+    if (isForbiddenByXml(c)) {
+      return putReplacement(c, out, loss);
+    }
+    const bool stays = c >= 0x80 || kQuoteEscapes[c].empty() || (c == '&' && isReference(start, end));
+    return stays ? out + putUtf8(c, out) : copyText(kQuoteEscapes[c], out);
+  });
+}
+
 void putElementContent(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
   const wchar_t* const begin = text.data();
   putText<PlainMarkup>(buffer, text, [&loss, begin](const wchar_t*& at, const wchar_t* end, char* out) {

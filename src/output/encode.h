@@ -16,6 +16,9 @@ void putUtf8Text(OutputBuffer& out, std::wstring_view text, LossCounter& loss);
 /// As UTF-8 with & < > " escaped; a character that XML 1.0 forbids (section 2.2) becomes U+FFFD and is counted.
 void putQuoted(OutputBuffer& out, std::wstring_view text, LossCounter& loss);
 
+/// As putQuoted, but text that is quoted already stays: the references that XML 1.0 (4.1, 4.6) allows.
+void putQuotedOnce(OutputBuffer& out, std::wstring_view text, LossCounter& loss);
+
 /// As UTF-8, escaped so that it is well-formed as the content of an element and text that is quoted already stays: the
 /// references that XML 1.0 (4.1, 4.6) allows are left alone, every other &, every <, and a > behind ]] are escaped.
 void putElementContent(OutputBuffer& out, std::wstring_view text, LossCounter& loss);

@@ -414,6 +414,25 @@ TEST(MultiReportQuoting, LetsAValueThroughUnescapedToSpreadsheetsAndHelp) {
   EXPECT_EQ(kindOf(FORMAT_CHM).read(files.folder / L"a.chm"), "<tr><td>name</td><td><b>&</td></tr>");
 }
 
+TEST(MultiReportSetReportOption, LetsOneStreamHoldALinkWithAnAmpersand) {
+  const ChildFiles files;
+  MultiReport report;
+  for (const REPORT_FORMAT format : {FORMAT_HTML, FORMAT_CHM, FORMAT_RTF}) {
+    files.add(report, kindOf(format));
+  }
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  EXPECT_EQ(files.beginTopic(report), REPORT_OK);
+  report.Link(L"Smith & Sons", L"#smith");
+  report.EndSubDocument();
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.Clear();
+  constexpr std::string_view kMarkup = "<a href=\"#smith\">Smith &amp; Sons</a>";
+  EXPECT_EQ(kindOf(FORMAT_HTML).read(files.path(kindOf(FORMAT_HTML))), kMarkup);
+  expectBytesHave(files.path(kindOf(FORMAT_CHM)), kMarkup);
+  expectBytesHave(files.path(kindOf(FORMAT_RTF)), "Smith & Sons");
+}
+
 TEST_P(MultiReportFileChild, AnswersThatItHasBegunAnyTopic) {
   MultiReport report;
   add(report);

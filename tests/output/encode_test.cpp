@@ -99,6 +99,26 @@ TEST(PutQuoted, KeepsASurrogatePairTogetherAtEveryPlace) {
   }
 }
 
+TEST(PutQuotedOnce, QuotesWhatIsNotQuotedYet) {
+  EXPECT_EQ(put(putQuotedOnce, L"a<b & c>d \"e\" 'f'").bytes, "a&lt;b &amp; c&gt;d &quot;e&quot; 'f'");
+  EXPECT_EQ(put(putQuotedOnce, L"AT&T &nbsp; &; &#; &#x; &#xD800; &#0; &#1114112; &#12a; &AMP; &lt").bytes,
+            "AT&amp;T &amp;nbsp; &amp;; &amp;#; &amp;#x; &amp;#xD800; &amp;#0; &amp;#1114112; &amp;#12a; &amp;AMP; "
+            "&amp;lt");
+}
+
+TEST(PutQuotedOnce, LeavesWhatIsQuotedAlready) {
+  EXPECT_EQ(put(putQuotedOnce, L"&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff; AT&amp;T").bytes,
+            "&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff; AT&amp;T");
+}
+
+TEST(PutQuotedOnce, ReplacesWhatXmlForbids) {
+  const Written written = put(putQuotedOnce, L"a" + unit(1) + L"\t\r\n" + unit(0xDC00) + L"b");
+  EXPECT_EQ(written.bytes,
+            "a\xEF\xBF\xBD\t\r\n\xEF\xBF\xBD"
+            "b");
+  EXPECT_EQ(written.loss.count(), 2u);
+}
+
 TEST(PutElementContent, LeavesReferencesThatXmlAllows) {
   EXPECT_EQ(put(putElementContent, L"&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff;").bytes,
             "&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff;");

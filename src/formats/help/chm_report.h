@@ -56,7 +56,8 @@ class CHMReport final : public AReport {
   }
   void Link(const wchar_t* text, const wchar_t* target) override { page_.Link(text, target); }
   /// Knows OPTION_CONFORMING: from the next Open, a page knows its topic's title as "%TITLE%", templates are read as
-  /// UTF-8, line breaks in the help file's title become blanks and Text honours its raw flag.
+  /// UTF-8, line breaks in the help file's title become blanks, Text honours its raw flag, and pages quote the texts of
+  /// cells, links and anchors as conforming HTML does.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:

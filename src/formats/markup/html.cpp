@@ -100,6 +100,12 @@ void HTML::QuotedText(const wchar_t* text) {
   }
 }
 
+void HTML::QuotedOnce(const wchar_t* text) {
+  if (out_ && text) {
+    putQuotedOnce(*out_, text, loss_);
+  }
+}
+
 void HTML::Content(const wchar_t* text) {
   if (out_ && text) {
     putElementContent(*out_, text, loss_);

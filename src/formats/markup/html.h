@@ -37,6 +37,8 @@ class HTML {
   void Number(int number);
   /// Writes a text with what means something in HTML escaped.
   void QuotedText(const wchar_t* text);
+  /// The same for a text that may be quoted already.
+  void QuotedOnce(const wchar_t* text);
   /// Writes a text as the content of an element, escaped as far as it is not yet.
   void Content(const wchar_t* text);
   /// Writes a start tag, with one attribute when @p attribute is not null.

@@ -32,11 +32,27 @@ struct HtmlReport::State {
     }
   }
 
+  // Writes a text that is markup in the classic form.
+  void put(const wchar_t* text) {
+    if (openConforming) {
+      writer.QuotedOnce(text);
+    } else {
+      writer.Text(text);
+    }
+  }
+
+  void writeStartOfAnchor(const wchar_t* name) {
+    writer.Literal("<a name=\"");
+    put(name);
+    writer.Literal("\">");
+  }
+
   HTML writer;
   std::shared_ptr<ReportFile> file;  // null until the first opening by name; shared by copies
   std::wstring tail;                 // what a template has behind "%BODY%"
   std::int32_t externalFile = 0;
-  bool conforming = false;
+  bool conforming = false;      // what the option asks for
+  bool openConforming = false;  // what the open report is
 };
 
 namespace {
@@ -82,12 +98,6 @@ void writeStartOfCell(HTML& writer, int header, const wchar_t* attributes) {
 }
 
 void writeEndOfCell(HTML& writer, int header) { writer.Literal(header ? "</th>" : "</td>"); }
-
-void writeStartOfAnchor(HTML& writer, const wchar_t* name) {
-  writer.Literal("<a name=\"");
-  writer.Text(name);
-  writer.Literal("\">");
-}
 
 const char* styleTag(REPORT_STYLE style) { return style == STYLE_BOLD ? "b" : style == STYLE_ITALIC ? "i" : ""; }
 
@@ -166,6 +176,7 @@ REPORT_ERRORS HtmlReport::Open(const wchar_t* file) {
       return REPORT_FILE_ERROR;
     }
     state_->externalFile = 0;
+    state_->openConforming = state_->conforming;
     state_->tail.clear();
     state_->writer.Open(*state_->file);
     openFlag_ = 1;
@@ -187,6 +198,7 @@ REPORT_ERRORS HtmlReport::Open(OutputFile* file) {
     state_->leaveFile();
     state_->file.reset();
     state_->externalFile = 1;
+    state_->openConforming = state_->conforming;
     openFlag_ = 1;
     return REPORT_OK;
   });
@@ -212,7 +224,7 @@ REPORT_ERRORS HtmlReport::OpenWithTemplate(const wchar_t* output, const wchar_t*
 }
 
 void HtmlReport::beginPage(std::wstring& page) {
-  if (state_->conforming) {
+  if (state_->openConforming) {
     page = decodeUtf8(page, state_->writer);
   }
   PrepareTemplate(page);
@@ -349,20 +361,20 @@ void HtmlReport::EndStyle(REPORT_STYLE style, int) {
 void HtmlReport::EndOfLine() { state_->writer.Literal("<br>"); }
 void HtmlReport::Space() { state_->writer.Literal("&nbsp;"); }
 
-void HtmlReport::BeginAncor(const wchar_t* name) { writeStartOfAnchor(state_->writer, name); }
+void HtmlReport::BeginAncor(const wchar_t* name) { state_->writeStartOfAnchor(name); }
 
 void HtmlReport::EndAncor() { state_->writer.Literal("</a>"); }
 
 void HtmlReport::Ancor(const wchar_t* name) {
-  writeStartOfAnchor(state_->writer, name);
+  state_->writeStartOfAnchor(name);
   state_->writer.Literal(" </a>");
 }
 
 void HtmlReport::Link(const wchar_t* text, const wchar_t* target) {
   state_->writer.Literal("<a href=\"");
-  state_->writer.Text(target);
+  state_->put(target);
   state_->writer.Literal("\">");
-  state_->writer.Text(text);
+  state_->put(text);
   state_->writer.Literal("</a>");
 }
 
@@ -370,9 +382,9 @@ void HtmlReport::BeginToc() { state_->writer.Literal("<ul>"); }
 
 void HtmlReport::TocItem(const wchar_t* anchor, const wchar_t* text, int) {
   state_->writer.Literal("<li><a href=\"#");
-  state_->writer.Text(anchor);
+  state_->put(anchor);
   state_->writer.Literal("\">");
-  state_->writer.Text(text);
+  state_->put(text);
   state_->writer.Literal("</a></li>");
 }
 
@@ -404,7 +416,7 @@ void HtmlReport::EndCell(const wchar_t*, int header) { writeEndOfCell(state_->wr
 
 void HtmlReport::Cell(const wchar_t* text, int header, const wchar_t* attributes) {
   writeStartOfCell(state_->writer, header, attributes);
-  state_->writer.Text(text);
+  state_->put(text);
   writeEndOfCell(state_->writer, header);
 }
 

@@ -401,6 +401,21 @@ TEST(ConformingChmReport, HonoursTheRawFlag) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>A</title>\n<p><b>x</b></p><p>&lt;b&gt;x&lt;/b&gt;</p>\n<hr>\n");
 }
 
+TEST(ConformingChmReport, QuotesTheTextsOfCellsLinksAnchorsAndRows) {
+  InFolder help(true);
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_OK);
+  help.report.Cell(L"a < b", 0, nullptr);
+  help.report.Link(L"Smith & Sons", L"b.htm?a&b");
+  help.report.Ancor(L"a&b");
+  help.report.Row2(L"R&D", L"R&amp;D", 0, nullptr, nullptr);
+  help.report.EndSubDocument();
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(help.page(L"a.htm"),
+            "<title>A</title>\n<td>a &lt; b</td><a href=\"b.htm?a&amp;b\">Smith &amp; Sons</a><a name=\"a&amp;b\"> </a>"
+            "<tr><td>R&amp;D</td><td>R&amp;D</td></tr>\n<hr>\n");
+}
+
 TEST(ConformingChmReport, IsSoFromTheNextOpenOn) {
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);

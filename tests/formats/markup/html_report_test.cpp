@@ -51,14 +51,20 @@ struct OpenedUp : HtmlReport {
 
 // What is written between the opening on a file of the host's, which writes no head, and the end of the page.
 template <typename Action>
-std::string written(Action action) {
+std::string written(Action action, bool conforming = false) {
   MemoryFile file;
   OpenedUp report;
+  report.SetReportOption(OPTION_CONFORMING, conforming);
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   action(report);
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_TRUE(file.bytes.ends_with(kEnd));
   return file.bytes.substr(0, file.bytes.size() - std::min(file.bytes.size(), kEnd.size()));
+}
+
+template <typename Action>
+std::string writtenConforming(Action action) {
+  return written(action, true);
 }
 
 std::string writtenText(const std::wstring& text, PARAGRAPH_TYPE type, int raw) {
@@ -757,4 +763,95 @@ TEST(HtmlReportOnAHostsFile, IsGoodAgainWithAGoodFile) {
   EXPECT_EQ(report.Open(&good), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(good.bytes, "</body></html>\n");
+}
+
+TEST(ConformingHtmlReport, QuotesTheTextsOfCellsLinksAnchorsAndContents) {
+  EXPECT_EQ(writtenConforming([](AReport& report) {
+              report.Cell(L"a < b", 0, nullptr);
+              report.Cell(L"\"x\"", 1, nullptr);
+              report.Link(L"Smith & Sons", L"https://x.org/?a=1&b=\"2\"");
+              report.BeginAncor(L"a&b");
+              report.EndAncor();
+              report.Ancor(L"<c>");
+              report.TocItem(L"a&b", L"A > B", 1);
+            }),
+            "<td>a &lt; b</td><th>&quot;x&quot;</th>"
+            "<a href=\"https://x.org/?a=1&amp;b=&quot;2&quot;\">Smith &amp; Sons</a>"
+            "<a name=\"a&amp;b\"></a><a name=\"&lt;c&gt;\"> </a>"
+            "<li><a href=\"#a&amp;b\">A &gt; B</a></li>");
+}
+
+TEST(ConformingHtmlReport, QuotesTheTextsOfCompositeRows) {
+  const std::string rows = writtenConforming([](AReport& report) {
+    report.Row2(L"R&D", L"<none>", 1, L" width=1", nullptr);
+    report.Row3(L"&", L"<", L">", 0);
+    report.Row2NotEmptyWithQuote(L"R&D", L"a & b");
+    report.AttributeRowHeader();
+    report.ProductRow(L"Made & sold by");
+  });
+  constexpr std::string_view kStart =
+      "<tr><th width=1>R&amp;D</th><th>&lt;none&gt;</th></tr>"
+      "<tr><td>&amp;</td><td>&lt;</td><td>&gt;</td></tr>"
+      "<tr><td>R&amp;D</td><td>a &amp; b</td></tr>"
+      "<tr><th width=\"25%\">Report Attribute</th><th>Value</th></tr>"
+      "<tr><td>Made &amp; sold by</td><td>";
+  EXPECT_EQ(rows.substr(0, kStart.size()), kStart);
+}
+
+TEST(ConformingHtmlReport, LeavesWhatIsQuotedAlready) {
+  EXPECT_EQ(writtenConforming([](AReport& report) {
+              report.Cell(report.Quoting(L"a < b & \"c\"").c_str(), 0, nullptr);
+              report.Link(L"Smith &amp; &#83;ons &apos;", L"?a=1&amp;b=2");
+              report.TocItem(L"a&amp;b", L"&lt;A&gt;", 1);
+            }),
+            "<td>a &lt; b &amp; &quot;c&quot;</td><a href=\"?a=1&amp;b=2\">Smith &amp; &#83;ons &apos;</a>"
+            "<li><a href=\"#a&amp;b\">&lt;A&gt;</a></li>");
+}
+
+TEST(ConformingHtmlReport, TakesNamesThatXmlDoesNotKnowForText) {
+  EXPECT_EQ(writtenConforming([](AReport& report) { report.Cell(L"&nbsp;&copy &#1;", 0, nullptr); }),
+            "<td>&amp;nbsp;&amp;copy &amp;#1;</td>");
+}
+
+TEST(ConformingHtmlReport, LeavesAttributesAndMarkupOfItsHost) {
+  EXPECT_EQ(writtenConforming([](AReport& report) {
+              report.Cell(L"x", 0, L" title=\"&copy;\"");
+              report.BeginCell(L"<", 0, L" a=\"b\"");
+              report.Text(L"<b>&copy;</b>", PARAGRAPH_NONE, L"", 1);
+              report.EndCell(L"<", 0);
+              report.Text(L"&amp;", PARAGRAPH_NONE, L"", 0);
+            }),
+            "<td title=\"&copy;\">x</td><td a=\"b\"><b>&copy;</b></td>&amp;amp;");
+}
+
+TEST(ConformingHtmlReport, CountsWhatItsCellsLose) {
+  const CapturedLog log;
+  writtenConforming([](AReport& report) { report.Cell(L"a\x01", 0, nullptr); });
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"'': 1 character could not be written as it was given: U+0001."});
+}
+
+TEST(ConformingHtmlReport, IsSoFromTheNextOpenOn) {
+  MemoryFile first;
+  MemoryFile second;
+  OpenedUp report;
+  EXPECT_EQ(report.Open(&first), REPORT_OK);
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  report.Cell(L"&", 0, nullptr);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(report.Open(&second), REPORT_OK);
+  report.SetReportOption(OPTION_CONFORMING, 0);
+  report.Cell(L"&", 0, nullptr);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(first.bytes, "<td>&</td>" + std::string(kEnd));
+  EXPECT_EQ(second.bytes, "<td>&amp;</td>" + std::string(kEnd));
+}
+
+TEST(ConformingHtmlReport, OpenedByNameQuotesToo) {
+  const TemporaryFolder folder;
+  HtmlReport report;
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  EXPECT_EQ(report.Open((folder / L"a.html").c_str()), REPORT_OK);
+  report.Link(L"Smith & Sons", L"#a");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(bytesOf(folder / L"a.html"), "<a href=\"#a\">Smith &amp; Sons</a>" + std::string(kEnd));
 }
