@@ -472,12 +472,12 @@ TEST(MultiReportBeginSubDocument, AnswersHowTheTopicOfTheHelpChildOpened) {
 TEST(MultiReportBeginSubDocument, GoesOnToTheChildrenBehindTheOneThatFails) {
   const CapturedLog log;
   const ChildFiles files;
-  MultiReport report;
-  files.add(report, kindOf(FORMAT_CHM), L"a");
-  EXPECT_EQ(report.Open(), REPORT_OK);
-  EXPECT_EQ(report.BeginSubDocument(files.topicFolder().c_str(), L"not ended.htm", L"A"), REPORT_OK);
+  MultiReport first;
+  files.add(first, kindOf(FORMAT_CHM), L"a");
+  MultiReport report = first;  // shares the child
   files.add(report, kindOf(FORMAT_CHM), L"b");
   EXPECT_EQ(report.Open(), REPORT_OK);
+  EXPECT_EQ(first.BeginSubDocument(files.topicFolder().c_str(), L"not ended.htm", L"A"), REPORT_OK);
   EXPECT_EQ(files.beginTopic(report), REPORT_FILE_ERROR);
   EXPECT_EQ(std::wstring(report.GetError()),
             L"File open/create error for '" + files.topic() + L"'. The report is still open.");

@@ -165,6 +165,10 @@ void CHMReport::Page::forgetLoss() { ReportError(error_, lost_).forgetLoss(); }
 REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
   ReportError error(error_, lost_);
   return error.resultOf([&] {
+    if (openFlag_ != 0) {
+      error.set(L"File open/create error for '%s'. %s", orEmpty(file), L"The report is still open.");
+      return REPORT_FILE_ERROR;
+    }
     if (error.reportLoss()) {
       return REPORT_FILE_ERROR;
     }
@@ -176,10 +180,7 @@ REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
     failure_.clear();
     project_.reset();
     openConforming_ = conforming_;
-    project_.title = title ? title : L"Report";
-    if (openConforming_) {
-      project_.title = oneLine(project_.title);
-    }
+    project_.title = oneLine(title ? title : L"Report");
     firstTopicPending_ = true;
     openFlag_ = 1;
     return REPORT_OK;

@@ -14,7 +14,8 @@
 class CHMReport final : public AReport {
  public:
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
-  /// Creates no file yet.
+  /// Creates no file yet. Line breaks in the help file's title become blanks. A report that is open is not opened
+  /// again.
   REPORT_ERRORS Open(const wchar_t* file) override;
   /// Deletes the pages, also that of a topic that was not ended. A help file from which something is missing does not
   /// replace a file.
@@ -56,8 +57,7 @@ class CHMReport final : public AReport {
   }
   void Link(const wchar_t* text, const wchar_t* target) override { page_.Link(text, target); }
   /// Knows OPTION_CONFORMING: from the next Open, a page knows its topic's title as "%TITLE%", templates are read as
-  /// UTF-8, line breaks in the help file's title become blanks, Text honours its raw flag, and pages quote the texts of
-  /// cells, links and anchors as conforming HTML does.
+  /// UTF-8, Text honours its raw flag, and pages quote the texts of cells, links and anchors as conforming HTML does.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:

@@ -132,8 +132,9 @@ TEST(ChmReport, GivesTheCompilerProjectContentsAndPages) {
 
 TEST(ChmReport, CreatesNoFileAtOpen) {
   InFolder help;
-  EXPECT_EQ(help.report.Open((help.folder / L"missing/help.chm").c_str()), REPORT_OK);
   EXPECT_EQ(help.report.Open(help.target.c_str()), REPORT_OK);
+  CHMReport other;
+  EXPECT_EQ(other.Open((help.folder / L"missing/help.chm").c_str()), REPORT_OK);
   EXPECT_TRUE(help.leftovers().empty());
 }
 
@@ -149,6 +150,25 @@ TEST(ChmReport, TakesTheFirstTitleOfItsPropertiesOrIsCalledReport) {
   writeTopic(help, L"a.htm", L"A", L"");
   EXPECT_EQ(help.report.Close(), REPORT_OK);
   EXPECT_NE(help.given("report.hhp").find("\nTitle=First\n"), std::string::npos);
+}
+
+TEST(ChmReport, HasAnEmptyTitleWhenItsPropertyIsEmpty) {
+  InFolder help;
+  help.report.AddProperty(L"%TITLE%", L"");
+  help.report.AddProperty(L"%TITLE%", L"Second");
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_NE(help.given("report.hhp").find("\nTitle=\n[FILES]\n"), std::string::npos);
+}
+
+TEST(ChmReport, HasItsTitleInOneLineOfTheProject) {
+  InFolder help;
+  help.report.AddProperty(L"%TITLE%", L"Sales\r\n[FILES]\nsecret.htm");
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_NE(help.given("report.hhp").find("\nTitle=Sales  [FILES] secret.htm\n[FILES]\n"), std::string::npos);
 }
 
 TEST(ChmReport, KeepsItsPropertiesFromThePages) {
@@ -328,6 +348,23 @@ TEST(ChmReport, CanBeWrittenAgain) {
   EXPECT_NE(compiled.find(scrivalen::ToUtf8(L"Default topic=" + help.prefix + L"b.htm\n")), std::string::npos);
 }
 
+TEST(ChmReport, ForgetsFolderAndDefaultTopicWhenItIsUsedAgain) {
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  const TemporaryFolder current;
+  const auto before = std::filesystem::current_path();
+  std::filesystem::current_path(std::filesystem::path(current.path()));
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  std::filesystem::current_path(before);
+  const std::string compiled = bytesOf(help.target);
+  EXPECT_TRUE(compiled.starts_with("argument report.hhp\n")) << compiled;
+  EXPECT_NE(compiled.find("\nDefault topic=\n"), std::string::npos);
+  EXPECT_NE(compiled.find("\n[FILES]\n[report.hhc]\n"), std::string::npos);
+}
+
 TEST(ChmReport, WritesNothingWhenItIsNotOpen) {
   InFolder help;
   EXPECT_EQ(help.report.Close(), REPORT_OK);
@@ -371,6 +408,16 @@ TEST(ConformingChmReport, GivesEachPageTheTitleOfItsTopicQuoted) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>A &amp; &quot;B&quot;</title>\n<p>one</p>\n<hr>\n");
   EXPECT_EQ(help.page(L"b.htm"), "<title>&lt;C&gt;</title>\n<p>two</p>\n<hr>\n");
   EXPECT_NE(help.given("report.hhp").find("\nTitle=Sales\n"), std::string::npos);
+}
+
+TEST(ConformingChmReport, GivesAPageAnEmptyTitleWhenItsTopicHasNone) {
+  InFolder help(true);
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"", L"one");
+  writeTopic(help, L"b.htm", nullptr, L"two");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(help.page(L"a.htm"), "<title></title>\n<p>one</p>\n<hr>\n");
+  EXPECT_EQ(help.page(L"b.htm"), "<title></title>\n<p>two</p>\n<hr>\n");
 }
 
 TEST(ConformingChmReport, FindsNothingToReplaceInATitle) {
@@ -595,6 +642,26 @@ TEST(ChmReportThatFails, LeavesAPageOfAnotherReportAlone) {
   other.Text(L"whole", PARAGRAPH_NONE, L"", 0);
   EXPECT_EQ(other.Close(), REPORT_OK);
   EXPECT_EQ(bytesOf(help.folder / L"a.htm"), "whole</body></html>\n");
+}
+
+TEST(ChmReportThatFails, RefusesToBeOpenedTwice) {
+  const CapturedLog log;
+  InFolder help;
+  const std::wstring other = help.folder / L"other.chm";
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"one");
+  EXPECT_EQ(help.begin(L"b.htm", L"B"), REPORT_OK);
+  EXPECT_EQ(help.report.Open(other.c_str()), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.report.GetError(), L"File open/create error for '" + other + L"'. The report is still open.");
+  EXPECT_EQ(help.report.Open(), REPORT_FILE_ERROR);
+  EXPECT_EQ(help.report.GetError(), L"File open/create error for '" + help.target + L"'. The report is still open.");
+  help.report.Text(L"two", PARAGRAPH_NORMAL, L"", 0);
+  help.report.EndSubDocument();
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_TRUE(log.lines().empty());
+  EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n<p>one</p>\n<hr>\n");
+  EXPECT_EQ(help.page(L"b.htm"), "<title>%TITLE%</title>\n<p>two</p>\n<hr>\n");
+  EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
 }
 
 TEST(ChmReportThatFails, RefusesATopicInsideAnother) {
