@@ -19,6 +19,9 @@ struct ProcessResult {
 /// Starts a program, without a window and without a shell, and waits for its end. It gets no open file of this process
 /// but the standard ones.
 /// @param arguments  the program first: a path, or a name that is looked for on the search path
-ProcessResult runProgram(const std::vector<std::wstring>& arguments);
+/// @param variables  "NAME=value": changes to this process's environment for the program; on Windows it always gets
+/// that
+///                   environment unchanged
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables = {});
 
 }  // namespace scrivalen::platform

@@ -116,18 +116,52 @@ std::vector<std::wstring> linesOf(std::string_view utf8) {
   return lines;
 }
 
+// Texts as the system takes a list of them.
+class TextList {
+ public:
+  explicit TextList(const std::vector<std::wstring>& texts) {
+    for (const std::wstring& text : texts) {
+      texts_.push_back(narrowPath(text));
+    }
+    for (std::string& text : texts_) {
+      pointers_.push_back(text.data());
+    }
+    pointers_.push_back(nullptr);
+  }
+  TextList(const TextList&) = delete;
+  TextList& operator=(const TextList&) = delete;
+
+  // Adds variables of other names.
+  void addOtherVariables(char** variables) {
+    pointers_.pop_back();
+    for (; variables && *variables; ++variables) {
+      if (!hasVariable(*variables)) {
+        pointers_.push_back(*variables);
+      }
+    }
+    pointers_.push_back(nullptr);
+  }
+
+  char** get() { return pointers_.data(); }
+
+ private:
+  bool hasVariable(std::string_view other) const {
+    const std::size_t end = other.find('=');
+    return end != std::string_view::npos && std::any_of(texts_.begin(), texts_.end(), [&](const std::string& own) {
+             return own.starts_with(other.substr(0, end + 1));
+           });
+  }
+
+  std::vector<std::string> texts_;
+  std::vector<char*> pointers_;
+};
+
 }  // namespace
 
-ProcessResult runProgram(const std::vector<std::wstring>& arguments) {
-  std::vector<std::string> texts;
-  for (const std::wstring& argument : arguments) {
-    texts.push_back(narrowPath(argument));
-  }
-  std::vector<char*> argv;
-  for (std::string& text : texts) {
-    argv.push_back(text.data());
-  }
-  argv.push_back(nullptr);
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables) {
+  TextList argv(arguments);
+  TextList environment(variables);
+  environment.addOtherVariables(environ);
 
   ProcessResult result;
   result.commandLine = quoted(arguments);
@@ -138,7 +172,7 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments) {
   pid_t process = 0;
   int error = said.error();
   if (error == 0) {
-    error = ::posix_spawnp(&process, argv.front(), files.get(), nullptr, argv.data(), environ);
+    error = ::posix_spawnp(&process, *argv.get(), files.get(), nullptr, argv.get(), environment.get());
   }
   if (error != 0) {
     result.error = static_cast<std::uint32_t>(error);

@@ -31,7 +31,7 @@ int waitFor(const PROCESS_INFORMATION& process) {
 
 }  // namespace
 
-ProcessResult runProgram(const std::vector<std::wstring>& arguments) {
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>&) {
   ProcessResult result;
   for (const std::wstring& argument : arguments) {
     appendQuoted(result.commandLine, argument);

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -49,4 +51,16 @@ TEST(RunProgram, HandsOverNoOpenFilesButTheStandardOnes) {
   const ProcessResult result = runProgram({L"sh", L"-c", listing, L"sh", std::to_wstring(open)});
   ::close(open);
   EXPECT_EQ(result.messages, std::vector<std::wstring>{L"2"});
+}
+
+TEST(RunProgram, HandsOverVariablesBesideThoseOfThisProcess) {
+  ::setenv("SCRIVALEN_KEPT", "kept", 1);
+  ::setenv("SCRIVALEN_CHANGED", "before", 1);
+  const std::wstring printing = L"printf '%s|%s|%s' \"$SCRIVALEN_KEPT\" \"$SCRIVALEN_CHANGED\" \"$SCRIVALEN_NEW\" >&2";
+  const std::vector<std::wstring> variables = {L"SCRIVALEN_CHANGED=after \u20AC", L"SCRIVALEN_NEW=a=b"};
+  const ProcessResult result = runProgram({L"sh", L"-c", printing}, variables);
+  EXPECT_EQ(result.messages, std::vector<std::wstring>{L"kept|after \u20AC|a=b"});
+  EXPECT_STREQ(std::getenv("SCRIVALEN_CHANGED"), "before");
+  ::unsetenv("SCRIVALEN_KEPT");
+  ::unsetenv("SCRIVALEN_CHANGED");
 }

@@ -165,7 +165,8 @@ void CCHM::runCompiler(const std::wstring& project) {
   if (!failure.empty() && pathExists(project)) {
     return;
   }
-  run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project});
+  run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project},
+                   {L"SOURCE_DATE_EPOCH=" + std::to_wstring(currentTime())});
   if (!run.started) {
     reportNotStarted();
   }

@@ -41,8 +41,9 @@ class CCHM {
   /// Runs the compiler and then deletes the working files.
   /// @return 1
   int compile(const std::wstring& project);
-  /// Runs the compiler and waits for its end. A compiler that cannot be started is reported in an error box and in the
-  /// log. It is not run when the project is another report's or incomplete.
+  /// Runs the compiler and waits for its end. It gets the time in the variable SOURCE_DATE_EPOCH, not on Windows. A
+  /// compiler that cannot be started is reported in an error box and in the log. It is not run when the project is
+  /// another report's or incomplete.
   void runCompiler(const std::wstring& project);
   /// Deletes the topics' files, the project and the contents file.
   void deleteWorkingFiles() noexcept;

@@ -3,6 +3,7 @@
 #include "system/files.h"
 #include "system/process.h"
 #include "scrivalen/text.h"
+#include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/open_errors.h"
@@ -171,6 +172,38 @@ TEST(CompiledHelp, HasAnIndexForFullTextSearchAndEnglishForItsLanguage) {
   EXPECT_FALSE(files["$FIftiMain"].empty());
   constexpr unsigned kLanguageEntry = 4;
   EXPECT_EQ(setting(files, kLanguageEntry), "\x09\x04");
+}
+
+TEST(CompiledHelp, HasTheSameBytesAtTheSameTime) {
+  const auto bytesAt = [](std::int64_t time) {
+    const FixedClock clock(time);
+    Help help;
+    EXPECT_EQ(help.open(), REPORT_OK);
+    help.topic(L"a.htm", L"A", L"one");
+    help.topic(L"b.htm", L"B", L"two");
+    EXPECT_EQ(help.report.Close(), REPORT_OK);
+    return bytesOf(help.target);
+  };
+  const std::string bytes = bytesAt(1730815620);
+  EXPECT_TRUE(areSameBytes(bytes, bytesAt(1730815620)));
+  EXPECT_EQ(bytes.substr(16, 4), "\x67\x2A\x26\x84");
+  const std::string later = bytesAt(1730815620 + 0x01010101);
+  ASSERT_EQ(later.size(), bytes.size());
+  std::size_t different = 0;
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    different += bytes[i] == later[i] ? 0 : 1;
+  }
+  EXPECT_EQ(different, 8u);
+}
+
+TEST(CompiledHelp, KeepsATimeBefore1970) {
+  const FixedClock clock(-5);
+  Help help;
+  EXPECT_EQ(help.open(), REPORT_OK);
+  help.topic(L"a.htm", L"A", L"one");
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(bytesOf(help.target).substr(16, 4), "\xFF\xFF\xFF\xFB");
+  EXPECT_EQ(filesIn(help.target)["#SYSTEM"].substr(4, 8), std::string("\x0A\x00\x04\x00\xFB\xFF\xFF\xFF", 8));
 }
 
 TEST(CompiledHelp, HoldsTopicsOfOddNames) {

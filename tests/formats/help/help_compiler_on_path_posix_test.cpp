@@ -53,6 +53,15 @@ TEST(HelpCompilerOnThePath, IsTakenWhenNoneIsBesideTheLibrary) {
   EXPECT_EQ(bytesOf(folder / L"help.chm"), "1|" + scrivalen::ToUtf8(folder / L"report.hhp") + "|");
 }
 
+TEST(HelpCompilerOnThePath, GetsTheTimeOfTheHostsClock) {
+  const CapturedLog log;
+  const FixedClock clock(86400);
+  const TemporaryFolder folder;
+  const CompilerOnPath compiler("printf %s \"$SOURCE_DATE_EPOCH\" >\"${1%/*}/report.chm\"\n");
+  EXPECT_EQ(writeReport(folder), REPORT_OK);
+  EXPECT_EQ(bytesOf(folder / L"help.chm"), "86400");
+}
+
 TEST(HelpCompilerOnThePath, IsWaitedForHoweverItEnds) {
   const CapturedLog log;
   const TemporaryFolder folder;
