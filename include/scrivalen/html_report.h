@@ -6,6 +6,10 @@
 #include <string>
 #include <vector>
 
+namespace scrivalen::formats {
+struct PageLoss;
+}
+
 /// Writes a report as an HTML page in UTF-8.
 ///
 /// Text without the raw flag quotes its text, and raw text is written as it stands. Cell, Link, BeginAncor, Ancor and
@@ -75,6 +79,7 @@ class SCRIVALEN_API HtmlReport : public AReport {
   void ValueToHtml(const wchar_t* format, int value);
 
  private:
+  friend struct scrivalen::formats::PageLoss;
   struct State;
   void takeState(const State& state);
   void dropState();

@@ -1,5 +1,6 @@
 #include "formats/help/chm_report.h"
 
+#include "formats/markup/page_loss.h"
 #include "report/report_error.h"
 #include "report/template_path.h"
 #include "output/clog.h"
@@ -267,10 +268,16 @@ void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
 }
 
 void CHMReport::EndSubDocument() {
-  if (page_.Close() != REPORT_OK) {
+  if (closePage() != REPORT_OK) {
     ReportError(error_, lost_).keepContent([&] { keepFailure(page_.GetError()); });
   }
+}
+
+// A page is gone when the help file is there: what it lost is logged with the name of the help file.
+REPORT_ERRORS CHMReport::closePage() {
   openTopic_.clear();
+  project_.loss.add(scrivalen::formats::PageLoss::takeFrom(page_));
+  return page_.Close();
 }
 
 void CHMReport::Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) {
@@ -302,8 +309,7 @@ REPORT_ERRORS CHMReport::Close() {
     hadTarget_ = pathExists(target_);
     compile(compiled);
   });
-  page_.Close();
-  openTopic_.clear();
+  closePage();
   project_.deleteWorkingFiles();
   return error.resultOf([&] {
     if (isRun) {

@@ -83,6 +83,7 @@ class CHMReport final : public AReport {
   void addTopic(const std::wstring& path, const wchar_t* title);
   void disownPage(const std::wstring& path);
   void claimPage(const std::wstring& path);
+  REPORT_ERRORS closePage();
   REPORT_ERRORS openPage(const std::wstring& path);
   void preparePage(const std::wstring& path, const wchar_t* title);
   void compile(Compiled& compiled);

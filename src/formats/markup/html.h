@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 /// Writes tags, texts and page frames of HTML and XML in UTF-8. It adds no line breaks inside the body. Null texts are
 /// empty. Not bound to a file, it writes nothing.
@@ -59,6 +60,7 @@ class HTML {
   bool Close(int kind);
 
   const scrivalen::platform::LossCounter& Loss() const { return loss_; }
+  scrivalen::platform::LossCounter TakeLoss() { return std::exchange(loss_, {}); }
   /// Why a file of the host's failed; empty when none did.
   std::wstring_view Error() const;
 

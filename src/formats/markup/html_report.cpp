@@ -7,6 +7,7 @@
 #include "system/files.h"
 #include "text/fmt.h"
 #include "formats/markup/html.h"
+#include "formats/markup/page_loss.h"
 #include "text/letters.h"
 #include "text/utf.h"
 
@@ -240,6 +241,10 @@ void HtmlReport::abandon() {
   openFlag_ = 0;
   state_->writer.Unbind();
   state_->file.reset();
+}
+
+LossCounter scrivalen::formats::PageLoss::takeFrom(HtmlReport& page) {
+  return page.state_->isNone() ? LossCounter() : page.state_->writer.TakeLoss();
 }
 
 REPORT_ERRORS HtmlReport::OpenWithHeader(const wchar_t* file, const wchar_t* title) {

@@ -816,3 +816,27 @@ TEST(ChmReport, TellsAtCloseWhatTheCodePageLacks) {
                                L"': 3 characters could not be written as they were given, the first is U+65E5."});
   EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n<p>\xE6\x97\xA5</p>\n<hr>\n");
 }
+
+TEST(ChmReport, TellsAtCloseWhatItsPagesLostInTheNameOfTheHelpFile) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  writeTopic(help, L"a.htm", L"A", L"one\x01");
+  EXPECT_EQ(help.begin(L"b.htm", L"\u65E5"), REPORT_OK);
+  help.report.Text(help.report.Quoting(L"\x02").c_str(), PARAGRAPH_NONE, L"", 0);
+  help.report.EndSubDocument();
+  EXPECT_TRUE(log.lines().empty());
+  EXPECT_EQ(help.report.Close(), REPORT_OK);
+  EXPECT_EQ(log.lines(), Names{L"'" + help.target +
+                               L"': 3 characters could not be written as they were given, the first is U+0001."});
+}
+
+TEST(ChmReportThatFails, CountsWhatATopicLostThatWasNotEnded) {
+  const CapturedLog log;
+  InFolder help;
+  EXPECT_EQ(help.report.Open(), REPORT_OK);
+  EXPECT_EQ(help.begin(L"a.htm", L"A"), REPORT_OK);
+  help.report.Text(L"\x01", PARAGRAPH_NONE, L"", 0);
+  EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(log.lines().back(), L"'" + help.target + L"': 1 character could not be written as it was given: U+0001.");
+}
