@@ -11,5 +11,5 @@ TEST(ModulePath, IsTheFullNameOfAnExistingFile) {
   EXPECT_TRUE(pathExists(path));
   EXPECT_FALSE(isFolder(path));
   EXPECT_FALSE(folderOf(path).empty());
-  EXPECT_NE(fileNameOf(path).find(L"scrivalen_platform_tests"), std::wstring_view::npos);
+  EXPECT_NE(fileNameOf(path).find(L"scrivalen_base_tests"), std::wstring_view::npos);
 }
