@@ -1,6 +1,6 @@
 #include "texts.h"
 
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "text/utf.h"
 
 namespace scrivalen::command {

@@ -2,7 +2,7 @@
 
 #include "text/fmt.h"
 #include "output/host.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "text/utf.h"
 #include "scrivalen/version.h"
 

@@ -6,7 +6,7 @@
 #include "text/fmt.h"
 #include "output/output_buffer.h"
 #include "output/reason.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 
 using namespace scrivalen::platform;
 

@@ -1,4 +1,5 @@
 #include "report/report_closing.h"
+#include "output/loss.h"
 
 namespace scrivalen::core {
 

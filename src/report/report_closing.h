@@ -1,7 +1,7 @@
 #pragma once
 
 #include "report/report_error.h"
-#include "output/loss.h"
+#include "text/loss_counter.h"
 #include "scrivalen/report.h"
 
 namespace scrivalen::core {

@@ -1,6 +1,6 @@
 #include "system/files.h"
 
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "text/utf.h"
 #include "support/files.h"
 

@@ -1,7 +1,7 @@
 #include "system/process.h"
 
 #include "system/module_path.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 
 #include <gtest/gtest.h>
 

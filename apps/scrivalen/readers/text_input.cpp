@@ -1,7 +1,7 @@
 #include "readers/text_input.h"
 
 #include "errors.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "text/utf.h"
 #include "texts.h"
 #include "readers/utf8_check.h"

@@ -1,6 +1,7 @@
 #include "formats/help/chm_report.h"
 
 #include "formats/markup/page_loss.h"
+#include "output/loss.h"
 #include "report/report_error.h"
 #include "report/template_path.h"
 #include "output/clog.h"
@@ -9,7 +10,7 @@
 #include "text/fmt.h"
 #include "system/module_path.h"
 #include "system/process.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "text/utf.h"
 
 #include <algorithm>

@@ -1,5 +1,6 @@
 #include "scrivalen/html_report.h"
 
+#include "output/loss.h"
 #include "report/left_behind.h"
 #include "report/report_closing.h"
 #include "report/report_error.h"

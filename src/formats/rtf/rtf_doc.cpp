@@ -1,7 +1,7 @@
 #include "scrivalen/rtf_doc.h"
 
 #include "system/code_page.h"
-#include "output/loss.h"
+#include "text/loss_counter.h"
 #include "output/output_buffer.h"
 #include "text/plain_text.h"
 #include "text/utf.h"

@@ -1,7 +1,7 @@
 #include "formats/rtf/rtf_report.h"
 
 #include "report/report_closing.h"
-#include "output/loss.h"
+#include "text/loss_counter.h"
 #include "text/utf.h"
 
 #include <algorithm>

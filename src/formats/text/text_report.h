@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/loss.h"
+#include "text/loss_counter.h"
 #include "output/output_buffer.h"
 #include "scrivalen/report.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/loss.h"
+#include "text/loss_counter.h"
 
 #include <cstddef>
 #include <string>

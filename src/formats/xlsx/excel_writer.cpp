@@ -9,7 +9,7 @@
 #include "output/host.h"
 #include "output/loss.h"
 #include "output/reason.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "output/target_file.h"
 #include "formats/xlsx/workbook.h"
 

@@ -4,7 +4,7 @@
 #include "system/clock.h"
 #include "system/files.h"
 #include "formats/xlsx/host_state.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "text/utf.h"
 #include "formats/xlsx/workbook_check.h"
 

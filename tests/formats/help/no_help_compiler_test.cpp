@@ -3,7 +3,7 @@
 #include "system/files.h"
 #include "formats/help/help_compiler.h"
 #include "system/process.h"
-#include "system/system_error.h"
+#include "system/messages.h"
 #include "scrivalen/multi_report.h"
 #include "support/captured_log.h"
 #include "support/files.h"

@@ -7,7 +7,7 @@
 #include "formats/pdf/layout/text_buffer.h"
 #include "formats/pdf/layout/text_style.h"
 #include "formats/pdf/objects/file.h"
-#include "output/loss.h"
+#include "text/loss_counter.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/loss.h"
+#include "text/loss_counter.h"
 
 #include <string>
 #include <string_view>

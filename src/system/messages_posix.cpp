@@ -1,4 +1,4 @@
-#include "system/system_error.h"
+#include "system/messages.h"
 
 #include "text/utf.h"
 
@@ -16,5 +16,7 @@ std::wstring systemErrorText(std::uint32_t error) {
   appendWide(text, std::system_category().message(static_cast<int>(error)));
   return text;
 }
+
+void showMessageBox(const wchar_t*, const wchar_t*) {}
 
 }  // namespace scrivalen::platform

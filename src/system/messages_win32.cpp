@@ -1,4 +1,4 @@
-#include "system/system_error.h"
+#include "system/messages.h"
 
 #include "system/windows_api.h"
 
@@ -21,6 +21,10 @@ std::wstring systemErrorText(std::uint32_t error) {
   const auto last = text.find_last_not_of(L"\r\n ");
   text.resize(last == std::wstring::npos ? 0 : last + 1);
   return text;
+}
+
+void showMessageBox(const wchar_t* title, const wchar_t* text) {
+  MessageBoxW(nullptr, text, title, MB_OK | MB_ICONERROR | MB_TASKMODAL);
 }
 
 }  // namespace scrivalen::platform
