@@ -81,11 +81,5 @@ class SCRIVALEN_API HtmlReport : public AReport {
  private:
   friend struct scrivalen::formats::PageLoss;
   struct State;
-  void takeState(const State& state);
-  void dropState();
-  void beginPage(std::wstring& page);
-  void abandon();
-  REPORT_ERRORS closeOwnFile();
-  REPORT_ERRORS closeHostsFile(bool isWhole);
   std::unique_ptr<State> state_;
 };

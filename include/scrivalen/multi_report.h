@@ -66,7 +66,5 @@ class SCRIVALEN_API MultiReport : public AReport {
 
  private:
   struct Children;
-  void takeChildren(const Children& children);
-  void dropChildren();
   std::unique_ptr<Children> children_;
 };

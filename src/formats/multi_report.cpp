@@ -1,17 +1,17 @@
 #include "scrivalen/multi_report.h"
 
-#include "report/left_behind.h"
-#include "report/report_error.h"
 #include "formats/help/chm_report.h"
-#include "formats/xlsx/excel_report.h"
-#include "formats/text/text_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
+#include "formats/rtf/rtf_report.h"
+#include "formats/text/text_report.h"
+#include "formats/xlsx/excel_report.h"
 #include "output/clog.h"
 #include "output/contain.h"
-#include "text/fmt.h"
-#include "formats/rtf/rtf_report.h"
+#include "report/left_behind.h"
+#include "report/report_error.h"
 #include "scrivalen/html_report.h"
+#include "text/fmt.h"
 
 #include <algorithm>
 #include <iterator>
@@ -43,12 +43,8 @@ std::shared_ptr<AReport> create() {
 }
 
 constexpr FormatRow kFormats[] = {
-    {FORMAT_RTF, &create<RTFReport>},
-    {FORMAT_HTML, &create<HtmlReport>},
-    {FORMAT_PDF, &create<PDFReport>},
-    {FORMAT_XML, &create<XmlReport>},
-    {FORMAT_TEXT, &create<TextReport>},
-    {FORMAT_EXCEL, &create<ExcelReport>},
+    {FORMAT_RTF, &create<RTFReport>}, {FORMAT_HTML, &create<HtmlReport>}, {FORMAT_PDF, &create<PDFReport>},
+    {FORMAT_XML, &create<XmlReport>}, {FORMAT_TEXT, &create<TextReport>}, {FORMAT_EXCEL, &create<ExcelReport>},
     {FORMAT_CHM, &create<CHMReport>},
 };
 
@@ -68,6 +64,10 @@ struct MultiReport::Children {
   }
 
   bool isNone() const { return this == &none(); }
+
+  // What a report does with its children: not the report's own functions, which would be exported with it.
+  static void take(MultiReport& report, const Children& children);
+  static void drop(MultiReport& report);
 
   // Copies of a MultiReport share the children, so what is known of a child is shared too.
   std::vector<std::shared_ptr<Child>> list;
@@ -113,35 +113,35 @@ struct MultiReport::Children {
   }
 };
 
-MultiReport::MultiReport() : children_(&Children::none()) { takeChildren(Children::none()); }
+MultiReport::MultiReport() : children_(&Children::none()) { Children::take(*this, Children::none()); }
 
 MultiReport::MultiReport(const MultiReport& other) : AReport(other), children_(&Children::none()) {
-  takeChildren(*other.children_);
+  Children::take(*this, *other.children_);
 }
 
 MultiReport& MultiReport::operator=(const MultiReport& other) {
   if (this != &other) {
     AReport::operator=(other);
-    takeChildren(*other.children_);
+    Children::take(*this, *other.children_);
   }
   return *this;
 }
 
-MultiReport::~MultiReport() { dropChildren(); }
+MultiReport::~MultiReport() { Children::drop(*this); }
 
-void MultiReport::takeChildren(const Children& children) {
-  ReportError(error_, lost_).keepSetting([&] {
+void MultiReport::Children::take(MultiReport& report, const Children& children) {
+  ReportError(report.error_, report.lost_).keepSetting([&] {
     auto copy = std::make_unique<Children>(children);
-    dropChildren();
-    children_ = std::move(copy);
+    drop(report);
+    report.children_ = std::move(copy);
   });
 }
 
-void MultiReport::dropChildren() {
-  if (children_->isNone()) {
-    children_.release();
+void MultiReport::Children::drop(MultiReport& report) {
+  if (report.children_->isNone()) {
+    report.children_.release();
   } else {
-    children_->release();
+    report.children_->release();
   }
 }
 

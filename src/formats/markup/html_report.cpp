@@ -1,14 +1,14 @@
 #include "scrivalen/html_report.h"
 
+#include "formats/markup/html.h"
+#include "formats/markup/page_loss.h"
+#include "output/contain.h"
 #include "output/loss.h"
 #include "report/left_behind.h"
 #include "report/report_closing.h"
 #include "report/report_error.h"
-#include "output/contain.h"
 #include "system/files.h"
 #include "text/fmt.h"
-#include "formats/markup/html.h"
-#include "formats/markup/page_loss.h"
 #include "text/letters.h"
 #include "text/utf.h"
 
@@ -48,6 +48,14 @@ struct HtmlReport::State {
     put(name);
     writer.Literal("\">");
   }
+
+  // What a report does with its state: not the report's own functions, which would be exported with it.
+  static void take(HtmlReport& report, const State& state);
+  static void drop(HtmlReport& report);
+  static void beginPage(HtmlReport& report, std::wstring& page);
+  static void abandon(HtmlReport& report);
+  static REPORT_ERRORS closeOwnFile(HtmlReport& report);
+  static REPORT_ERRORS closeHostsFile(HtmlReport& report, bool isWhole);
 
   HTML writer;
   std::shared_ptr<ReportFile> file;  // null until the first opening by name; shared by copies
@@ -105,36 +113,38 @@ const char* styleTag(REPORT_STYLE style) { return style == STYLE_BOLD ? "b" : st
 
 }  // namespace
 
-HtmlReport::HtmlReport() : state_(&State::none()) { takeState(State::none()); }
+HtmlReport::HtmlReport() : state_(&State::none()) { State::take(*this, State::none()); }
 
-HtmlReport::HtmlReport(const HtmlReport& other) : AReport(other), state_(&State::none()) { takeState(*other.state_); }
+HtmlReport::HtmlReport(const HtmlReport& other) : AReport(other), state_(&State::none()) {
+  State::take(*this, *other.state_);
+}
 
 HtmlReport& HtmlReport::operator=(const HtmlReport& other) {
   if (this != &other) {
     AReport::operator=(other);
-    takeState(*other.state_);
+    State::take(*this, *other.state_);
   }
   return *this;
 }
 
-HtmlReport::~HtmlReport() { dropState(); }
+HtmlReport::~HtmlReport() { State::drop(*this); }
 
-void HtmlReport::takeState(const State& state) {
-  const bool isTaken = ReportError(error_, lost_).keepSetting([&] {
+void HtmlReport::State::take(HtmlReport& report, const State& state) {
+  const bool isTaken = ReportError(report.error_, report.lost_).keepSetting([&] {
     auto copy = std::make_unique<State>(state);
-    dropState();
-    state_ = std::move(copy);
+    drop(report);
+    report.state_ = std::move(copy);
   });
   if (!isTaken) {
-    openFlag_ = 0;
+    report.openFlag_ = 0;
   }
 }
 
-void HtmlReport::dropState() {
-  if (state_->isNone()) {
-    state_.release();
+void HtmlReport::State::drop(HtmlReport& report) {
+  if (report.state_->isNone()) {
+    report.state_.release();
   } else {
-    state_->leaveFile();
+    report.state_->leaveFile();
   }
 }
 
@@ -216,32 +226,32 @@ REPORT_ERRORS HtmlReport::OpenWithTemplate(const wchar_t* output, const wchar_t*
     if (Open(output) != REPORT_OK) {
       return REPORT_FILE_ERROR;
     }
-    error.keepContent([&] { beginPage(page); });
+    error.keepContent([&] { State::beginPage(*this, page); });
     if (error.reportLoss()) {
-      abandon();
+      State::abandon(*this);
       return REPORT_FILE_ERROR;
     }
     return REPORT_OK;
   });
 }
 
-void HtmlReport::beginPage(std::wstring& page) {
-  if (state_->openConforming) {
-    page = decodeUtf8(page, state_->writer);
+void HtmlReport::State::beginPage(HtmlReport& report, std::wstring& page) {
+  if (report.state_->openConforming) {
+    page = decodeUtf8(page, report.state_->writer);
   }
-  PrepareTemplate(page);
+  report.PrepareTemplate(page);
   const std::wstring_view text = page;
   const std::size_t body = text.find(kBody);
   if (body != std::wstring_view::npos) {
-    state_->tail = text.substr(body + kBody.size());
+    report.state_->tail = text.substr(body + kBody.size());
   }
-  state_->writer.Text(text.substr(0, body));
+  report.state_->writer.Text(text.substr(0, body));
 }
 
-void HtmlReport::abandon() {
-  openFlag_ = 0;
-  state_->writer.Unbind();
-  state_->file.reset();
+void HtmlReport::State::abandon(HtmlReport& report) {
+  report.openFlag_ = 0;
+  report.state_->writer.Unbind();
+  report.state_->file.reset();
 }
 
 LossCounter scrivalen::formats::PageLoss::takeFrom(HtmlReport& page) {
@@ -269,25 +279,26 @@ REPORT_ERRORS HtmlReport::Close() {
   } else {
     isWhole = writer.Close(1);
   }
-  const REPORT_ERRORS result = state_->externalFile ? closeHostsFile(isWhole) : closeOwnFile();
+  const REPORT_ERRORS result =
+      state_->externalFile ? State::closeHostsFile(*this, isWhole) : State::closeOwnFile(*this);
   writer.Unbind();
   return result;
 }
 
-REPORT_ERRORS HtmlReport::closeOwnFile() {
-  const REPORT_ERRORS result =
-      scrivalen::core::closeReportFile(*state_->file, state_->writer.Loss(), ReportError(error_, lost_));
-  state_->file.reset();
+REPORT_ERRORS HtmlReport::State::closeOwnFile(HtmlReport& report) {
+  const REPORT_ERRORS result = scrivalen::core::closeReportFile(*report.state_->file, report.state_->writer.Loss(),
+                                                                ReportError(report.error_, report.lost_));
+  report.state_->file.reset();
   return result;
 }
 
-REPORT_ERRORS HtmlReport::closeHostsFile(bool isWhole) {
-  ReportError error(error_, lost_);
-  logLoss(outputFileName_, state_->writer.Loss());
+REPORT_ERRORS HtmlReport::State::closeHostsFile(HtmlReport& report, bool isWhole) {
+  ReportError error(report.error_, report.lost_);
+  logLoss(report.outputFileName_, report.state_->writer.Loss());
   const bool hasLoss = error.reportLoss();
   if (!isWhole) {
-    error.set(L"File write error for '%s'. %s", outputFileName_, state_->writer.Error());
-    logLine(GetError());
+    error.set(L"File write error for '%s'. %s", report.outputFileName_, report.state_->writer.Error());
+    logLine(report.GetError());
   }
   return isWhole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;
 }
