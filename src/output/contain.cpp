@@ -1,28 +1,20 @@
 #include "output/contain.h"
 
 #include "output/clog.h"
-#include "text/fmt.h"
 #include "output/host.h"
-#include "text/utf.h"
+#include "text/fmt.h"
 
-#include <exception>
 #include <new>
 
 namespace scrivalen::platform {
 
 void logRaised() noexcept {
+  Reason reason;
+  reason.keepRaised();
   try {
-    throw;
-  } catch (const std::exception& raised) {
-    try {
-      std::wstring reason;
-      appendWide(reason, raised.what());
-      CLog::Bug2(FMT::Format(L"A report operation failed: %s", reason));
-    } catch (...) {
-      logLine(L"A report operation failed: there is not enough memory.");
-    }
+    CLog::Bug2(FMT::Format(L"A report operation failed: %s", reason.text()));
   } catch (...) {
-    logLine(L"A report operation failed.");
+    logLine(L"A report operation failed: there is not enough memory.");
   }
 }
 

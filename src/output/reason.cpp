@@ -1,6 +1,5 @@
 #include "output/reason.h"
 
-#include "text/fmt.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -47,15 +46,6 @@ void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept {
     to = text;
   } catch (const std::exception&) {
     to.assign(text.substr(0, to.capacity()));
-  }
-}
-
-void assignError(std::wstring& to, std::wstring_view format, std::wstring_view file,
-                 std::wstring_view reason) noexcept {
-  try {
-    assignWhatFits(to, FMT::Format(format, file, reason));
-  } catch (const std::exception&) {
-    assignWhatFits(to, reason);
   }
 }
 

@@ -34,8 +34,4 @@ inline constexpr std::size_t kErrorRoom = 512;
 /// Assigns a text; where there is no memory for it, as much of it as there is room for.
 void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept;
 
-/// Assigns a sentence on a file and the reason that something failed with it; where there is no memory for the
-/// sentence, the reason alone.
-void assignError(std::wstring& to, std::wstring_view format, std::wstring_view file, std::wstring_view reason) noexcept;
-
 }  // namespace scrivalen::platform

@@ -1,11 +1,10 @@
 #include "scrivalen/output_file.h"
 
-#include "output/clog.h"
 #include "output/contain.h"
-#include "system/files.h"
-#include "text/fmt.h"
+#include "output/file_error.h"
 #include "output/output_buffer.h"
 #include "output/reason.h"
+#include "system/files.h"
 #include "system/messages.h"
 
 using namespace scrivalen::platform;
@@ -26,11 +25,7 @@ struct ReportFile::State : ByteSink {
 
   void rememberLoss() noexcept {
     containedIn(writeError, [&] { writeError.keep(systemErrorText(lastSystemError())); });
-    try {
-      CLog::Bug2(FMT::Format(L"File write error for '%s'. %s", name, writeError.text()));
-    } catch (...) {
-      logLine(writeError.c_str());
-    }
+    logFileError(FileError::Write, name, writeError.c_str());
   }
 
   void open(const wchar_t* path) {
@@ -62,7 +57,7 @@ bool ReportFile::Open(const wchar_t* name) {
   }
   state_->openError.clear();
   if (IsOpen()) {
-    state_->openError.keep(L"The report is still open.");
+    state_->openError.keep(kStillOpen);
     return false;
   }
   state_->writeError.clear();

@@ -1,14 +1,14 @@
 #include "scrivalen/report.h"
 
+#include "output/clog.h"
+#include "output/contain.h"
+#include "output/host.h"
 #include "report/report_error.h"
 #include "report/template_path.h"
 #include "system/clock.h"
-#include "output/clog.h"
-#include "output/contain.h"
 #include "system/files.h"
-#include "text/fmt.h"
-#include "output/host.h"
 #include "system/module_path.h"
+#include "text/fmt.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -21,7 +21,6 @@ using scrivalen::core::ReportError;
 
 namespace {
 
-constexpr const wchar_t* kOpenError = L"File open/create error for '%s'. %s";
 constexpr const wchar_t* kRow = L"row";
 
 const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
@@ -147,7 +146,7 @@ int AReport::OpenReportFile(ReportFile& file, const wchar_t* name) {
     return 0;
   }
   if (!file.Open(name)) {
-    error.set(kOpenError, orEmpty(name), file.Error());
+    error.set(FileError::Open, orEmpty(name), file.Error());
     return 0;
   }
   return 1;
@@ -182,7 +181,7 @@ REPORT_ERRORS AReport::LoadTemplate(std::wstring* text, const wchar_t* name, int
     }
     std::wstring reason;
     CLog::FormatLastError(reason);
-    error.set(kOpenError, path, reason);
+    error.set(FileError::Open, path, reason);
     return REPORT_FILE_ERROR;
   });
 }

@@ -11,7 +11,7 @@ REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& los
   platform::logLoss(file.Name(), loss);
   const bool hasLoss = error.reportLoss();
   if (!whole) {
-    error.set(L"File write error for '%s'. %s", file.Name(), file.WriteError());
+    error.set(platform::FileError::Write, file.Name(), file.WriteError());
   }
   return whole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;
 }

@@ -1,7 +1,5 @@
 #include "report/report_error.h"
 
-#include "text/fmt.h"
-
 namespace scrivalen::core {
 
 const wchar_t* ReportError::textOf(const std::wstring& text, std::int32_t lost) {
@@ -17,9 +15,9 @@ void ReportError::set(std::wstring_view text) noexcept {
   }
 }
 
-void ReportError::set(std::wstring_view format, std::wstring_view file, std::wstring_view reason) noexcept {
+void ReportError::set(platform::FileError error, std::wstring_view file, std::wstring_view reason) noexcept {
   try {
-    set(FMT::Format(format, file, reason));
+    set(platform::fileErrorText(error, file, reason));
   } catch (...) {
     set(reason);
   }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "output/contain.h"
+#include "output/file_error.h"
 #include "scrivalen/report.h"
 
 #include <cstdint>
@@ -25,8 +26,8 @@ class ReportError {
   static const wchar_t* textOf(const std::wstring& text, std::int32_t lost);
 
   void set(std::wstring_view text) noexcept;
-  /// Sets a sentence on a file and the reason that something failed with it.
-  void set(std::wstring_view format, std::wstring_view file, std::wstring_view reason) noexcept;
+  /// Sets the sentence on a file and the reason; without memory for it, the reason alone.
+  void set(platform::FileError error, std::wstring_view file, std::wstring_view reason) noexcept;
 
   /// Runs a part of a call that sets the report up, or of one that writes content. What it raises is logged, and the
   /// setting or content counts as lost.

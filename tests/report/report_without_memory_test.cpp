@@ -1,8 +1,9 @@
-#include "formats/xlsx/excel_report.h"
-#include "formats/text/text_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
 #include "formats/rtf/rtf_report.h"
+#include "formats/text/text_report.h"
+#include "formats/xlsx/excel_report.h"
+#include "output/file_error.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
 #include "scrivalen/text.h"
@@ -19,6 +20,7 @@
 #include <vector>
 
 using namespace scrivalen::test;
+using namespace scrivalen::platform;
 
 namespace {
 
@@ -344,4 +346,10 @@ TEST_F(ReportWithoutMemory, ConvertsTextToNothing) {
     EXPECT_EQ(scrivalen::ToUtf8(kLong), "");
   });
   EXPECT_EQ(UnfailingLog::lines().size(), 2u);
+}
+
+TEST_F(ReportWithoutMemory, LogsTheReasonAloneOfAFileError) {
+  const std::wstring file(100, L'f');
+  withoutMemory([&] { logFileError(FileError::Write, file, L"Disk full"); });
+  EXPECT_EQ(UnfailingLog::lines(), std::vector<std::wstring>{L"Disk full"});
 }

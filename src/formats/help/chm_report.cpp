@@ -1,16 +1,16 @@
 #include "formats/help/chm_report.h"
 
 #include "formats/markup/page_loss.h"
+#include "output/clog.h"
+#include "output/contain.h"
 #include "output/loss.h"
 #include "report/report_error.h"
 #include "report/template_path.h"
-#include "output/clog.h"
-#include "output/contain.h"
 #include "system/files.h"
-#include "text/fmt.h"
+#include "system/messages.h"
 #include "system/module_path.h"
 #include "system/process.h"
-#include "system/messages.h"
+#include "text/fmt.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -168,7 +168,7 @@ REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
   ReportError error(error_, lost_);
   return error.resultOf([&] {
     if (openFlag_ != 0) {
-      error.set(L"File open/create error for '%s'. %s", orEmpty(file), L"The report is still open.");
+      error.set(FileError::Open, orEmpty(file), kStillOpen);
       return REPORT_FILE_ERROR;
     }
     if (error.reportLoss()) {

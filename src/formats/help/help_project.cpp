@@ -1,13 +1,14 @@
 #include "formats/help/help_project.h"
 
+#include "formats/help/help_compiler.h"
+#include "formats/markup/html.h"
 #include "output/clog.h"
+#include "output/file_error.h"
+#include "output/host.h"
 #include "system/code_page.h"
 #include "system/files.h"
-#include "text/fmt.h"
-#include "formats/help/help_compiler.h"
-#include "output/host.h"
-#include "formats/markup/html.h"
 #include "system/module_path.h"
+#include "text/fmt.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -145,12 +146,12 @@ void CCHM::writeContents(const std::wstring& path) {
 bool CCHM::writeFile(const std::wstring& path, std::string_view bytes) {
   ReportFile file;
   if (!file.Open(path.c_str())) {
-    noteFailure(FMT::Format(L"File open/create error for '%s'. %s", path, file.Error()), false);
+    noteFailure(fileErrorText(FileError::Open, path, file.Error()), false);
     return false;
   }
   file.Write(bytes.data(), bytes.size());
   if (!file.Close()) {
-    noteFailure(FMT::Format(L"File write error for '%s'. %s", path, file.WriteError()), true);
+    noteFailure(fileErrorText(FileError::Write, path, file.WriteError()), true);
   }
   return true;
 }

@@ -297,7 +297,7 @@ REPORT_ERRORS HtmlReport::State::closeHostsFile(HtmlReport& report, bool isWhole
   logLoss(report.outputFileName_, report.state_->writer.Loss());
   const bool hasLoss = error.reportLoss();
   if (!isWhole) {
-    error.set(L"File write error for '%s'. %s", report.outputFileName_, report.state_->writer.Error());
+    error.set(FileError::Write, report.outputFileName_, report.state_->writer.Error());
     logLine(report.GetError());
   }
   return isWhole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;

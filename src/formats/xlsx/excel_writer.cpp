@@ -1,17 +1,17 @@
 #include "formats/xlsx/excel_writer.h"
 
-#include "output/clog.h"
-#include "output/contain.h"
 #include "formats/xlsx/excel_style.h"
 #include "formats/xlsx/excel_text.h"
-#include "system/files.h"
-#include "text/fmt.h"
+#include "formats/xlsx/workbook.h"
+#include "output/clog.h"
+#include "output/contain.h"
 #include "output/host.h"
 #include "output/loss.h"
 #include "output/reason.h"
-#include "system/messages.h"
 #include "output/target_file.h"
-#include "formats/xlsx/workbook.h"
+#include "system/files.h"
+#include "system/messages.h"
+#include "text/fmt.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,9 +30,6 @@ namespace {
 
 constexpr std::size_t kMostWidth = 60;
 constexpr std::size_t kLeastWidth = 9;  // a narrower column gets no width: it is about as wide anyway
-
-constexpr const wchar_t* kOpenError = L"File open/create error for '%s'. %s";
-constexpr const wchar_t* kWriteError = L"File write error for '%s'. %s";
 
 const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
 
@@ -337,16 +334,9 @@ void ExcelWriter::Document::widen(std::size_t width) {
   widths_[column] = std::max(widths_[column], static_cast<std::uint8_t>(std::min(width, kMostWidth)));
 }
 
-// Without memory for the whole sentence the reason stands alone.
 void ExcelWriter::Document::logFailure() const noexcept {
-  if (failure_.empty()) {
-    return;
-  }
-  try {
-    const std::wstring error = FMT::Format(kWriteError, name_, failure_.text());
-    logLine(error.c_str());
-  } catch (const std::exception&) {
-    logLine(failure_.c_str());
+  if (!failure_.empty()) {
+    logFileError(FileError::Write, name_, failure_.c_str());
   }
 }
 
@@ -397,7 +387,7 @@ ExcelWriter::~ExcelWriter() = default;
 bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) noexcept {
   Reason reason;
   if (document_) {
-    reason.keep(L"The report is still open.");
+    reason.keep(kStillOpen);
   } else {
     containedIn(reason, [&] {
       auto document = std::make_unique<Document>(orEmpty(file));
@@ -408,7 +398,7 @@ bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) noexcept {
       }
     });
   }
-  return keep(reason, kOpenError, orEmpty(file));
+  return keep(reason, FileError::Open, orEmpty(file));
 }
 
 void ExcelWriter::Row(bool begin) noexcept {
@@ -437,14 +427,14 @@ void ExcelWriter::Fail(std::wstring_view reason) noexcept {
 
 bool ExcelWriter::End() noexcept {
   const std::unique_ptr<Document> document = std::move(document_);
-  return !document || keep(document->finish(), kWriteError, document->name());
+  return !document || keep(document->finish(), FileError::Write, document->name());
 }
 
-bool ExcelWriter::keep(const Reason& reason, const wchar_t* format, std::wstring_view file) noexcept {
+bool ExcelWriter::keep(const Reason& reason, FileError error, std::wstring_view file) noexcept {
   error_.clear();
   try {
     if (!reason.empty()) {
-      error_ = FMT::Format(format, file, reason.text());
+      error_ = fileErrorText(error, file, reason.text());
     }
   } catch (const std::exception&) {
     error_.clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "output/file_error.h"
 #include "output/reason.h"
 
 #include <memory>
@@ -53,7 +54,8 @@ class ExcelWriter {
  private:
   class Document;
 
-  bool keep(const scrivalen::platform::Reason& reason, const wchar_t* format, std::wstring_view file) noexcept;
+  bool keep(const scrivalen::platform::Reason& reason, scrivalen::platform::FileError error,
+            std::wstring_view file) noexcept;
 
   std::unique_ptr<Document> document_;
   std::wstring error_;

@@ -1,10 +1,10 @@
 #include "formats/pdf/layout/pdf_report.h"
 
-#include "report/report_closing.h"
 #include "output/contain.h"
 #include "output/loss.h"
 #include "output/output_buffer.h"
 #include "output/reason.h"
+#include "report/report_closing.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -91,7 +91,7 @@ REPORT_ERRORS PDFReport::Close() {
   logLoss(file_.Name(), loss);
   scrivalen::core::ReportError error(error_, lost_);
   error.reportLoss();
-  error.set(L"File write error for '%s'. %s", file_.Name(), document_.WriteError());
+  error.set(FileError::Write, file_.Name(), document_.WriteError());
   logLine(GetError());
   return REPORT_FILE_ERROR;
 }

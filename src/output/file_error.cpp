@@ -1,0 +1,23 @@
+#include "output/file_error.h"
+
+#include "output/clog.h"
+#include "output/contain.h"
+#include "text/fmt.h"
+
+namespace scrivalen::platform {
+
+std::wstring fileErrorText(FileError error, std::wstring_view file, std::wstring_view reason) {
+  return FMT::Format(
+      error == FileError::Open ? L"File open/create error for '%s'. %s" : L"File write error for '%s'. %s", file,
+      reason);
+}
+
+void logFileError(FileError error, std::wstring_view file, const wchar_t* reason) noexcept {
+  try {
+    CLog::Bug2(fileErrorText(error, file, reason));
+  } catch (...) {
+    logLine(reason);
+  }
+}
+
+}  // namespace scrivalen::platform

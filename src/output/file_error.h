@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace scrivalen::platform {
+
+/// What failed with a file.
+enum class FileError { Open, Write };
+
+/// The sentence on a file and the reason: "File open/create error for '%s'. %s", "File write error for '%s'. %s".
+std::wstring fileErrorText(FileError error, std::wstring_view file, std::wstring_view reason);
+
+/// Logs that sentence; without memory for it, the reason alone.
+void logFileError(FileError error, std::wstring_view file, const wchar_t* reason) noexcept;
+
+/// The reason of an output that is asked to open another file.
+inline constexpr const wchar_t* kStillOpen = L"The report is still open.";
+
+}  // namespace scrivalen::platform
