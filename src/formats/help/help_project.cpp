@@ -182,9 +182,9 @@ void CCHM::reportNotStarted() {
     showErrorBox(L"Help Compiler Error!", text.c_str());
   }
   CLog::Bug(L"HHC Error!", L"CHM", kBugLine, text);
-  noteFailure(
-      FMT::Format(L"The help compiler could not be started: %s %s %s", run.commandLine, message, kHelpCompilerAdvice),
-      true);
+  noteFailure(FMT::Format(L"The help compiler could not be started: %s %s %s", run.commandLine, message,
+                          scrivalen::formats::helpCompilerAdvice()),
+              true);
 }
 
 void CCHM::deleteWorkingFiles() noexcept {

@@ -36,7 +36,7 @@ std::wstring bugLine(const std::wstring& project) {
 
 std::wstring reason(const std::wstring& project) {
   return L"The help compiler could not be started: " + commandLine(project) + L" " + systemErrorText(searchError()) +
-         L" " + std::wstring(kHelpCompilerAdvice);
+         L" " + std::wstring(scrivalen::formats::helpCompilerAdvice());
 }
 
 // The log also has that there is no template.

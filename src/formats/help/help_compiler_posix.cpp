@@ -1,0 +1,6 @@
+#include "formats/help/help_compiler.h"
+
+std::wstring_view scrivalen::formats::helpCompilerAdvice() {
+  return L"The program hhc.exe, which comes with the library, belongs into the folder hhc beside the library's file, or "
+         L"on the search path; it runs chmcmd, which the package fp-utils brings.";
+}
