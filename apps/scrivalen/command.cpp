@@ -53,9 +53,9 @@ DocumentSettings documentSettings(const Options& options, const Host& host) {
   return settings;
 }
 
-void read(TextInput& input, InputFormat format, EventSink& sink) {
-  switch (format) {
-    case InputFormat::Markdown: return readMarkdown(input.rest(), sink);
+void read(TextInput& input, const Options& options, EventSink& sink) {
+  switch (options.inputFormat) {
+    case InputFormat::Markdown: return readMarkdown(input.rest(), options.unsafe ? Safety::Unsafe : Safety::Safe, sink);
     case InputFormat::Csv: return readCsv(input, ',', sink);
     case InputFormat::Tsv: return readCsv(input, '\t', sink);
   }
@@ -119,7 +119,7 @@ void Conversion::showProgress(std::size_t blocks) {
 void Conversion::readInput() {
   TextInput input(host_, options_.input);
   Distributor distributor(outputs_, plan());
-  read(input, options_.inputFormat, distributor);
+  read(input, options_, distributor);
   distributor.finish();
   tellReplaced(input.replaced());
 }

@@ -65,6 +65,8 @@ void describe(CLI::App& app, Raw& raw) {
   app.add_option("--separator", raw.separator, "What stands between two cells of a row in text\n(default: \\t, a tab)")
       ->type_name("TEXT");
   app.add_flag("--toc", options.contents, "Begin with a table of contents, in formats with links");
+  app.add_flag("--unsafe", options.unsafe,
+               "Pass on the raw HTML of Markdown, and addresses\nthat run a program (javascript:)");
   app.add_flag("--classic", options.classic, "Keep each format's classic bytes instead of following\nits standard");
   app.add_flag("--quiet", options.quiet, "Print errors only");
 }

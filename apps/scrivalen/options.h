@@ -30,6 +30,7 @@ struct Options {
   bool singleByte = false;
   bool contents = false;
   bool classic = false;
+  bool unsafe = false;  ///< raw HTML and every address of Markdown are passed on
   bool quiet = false;
 };
 

@@ -60,6 +60,14 @@ TEST_F(ChmOutput, BeginsNoTopicWithinAQuoteOrAList) {
   EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C", {"--classic"}), "[FILES]\n~topic1.htm\n[report.hhc]"));
 }
 
+TEST_F(ChmOutput, HasRawHtmlAsTextUnlessItIsUnsafe) {
+  const std::string_view markdown = "a <b onclick='e'>b</b><script>e</script> [c](javascript:e)\n\n<div>d</div>";
+  EXPECT_TRUE(holds(givenFor(markdown), "<p>a b c (javascript:e)</p>\n<p>d</p>"));
+  EXPECT_TRUE(holds(givenFor(markdown, {"--classic"}), "<p>a b c (javascript:e)</p><p>d</p>"));
+  EXPECT_TRUE(holds(givenFor(markdown, {"--unsafe"}),
+                    "<p>a <b onclick='e'>b</b><script>e</script> <a href=\"javascript:e\">c</a></p>\n<div>d</div>"));
+}
+
 TEST_F(ChmOutput, IsMadeOfPlainOperationsInItsClassicForm) {
   EXPECT_TRUE(holds(givenFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
 }

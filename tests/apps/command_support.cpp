@@ -58,8 +58,11 @@ Frame defaultFrame() {
   return {page.substr(start, body - start), page.substr(body + kBody.size())};
 }
 
-std::string outputOf(std::string_view markdown, const std::string& output, CommandRun& run) {
-  const Result result = run.with("in.md", markdown).run({"@/in.md", "-o", "@/" + output});
+std::string outputOf(std::string_view markdown, const std::string& output, CommandRun& run,
+                     const std::vector<std::string>& options = {}) {
+  std::vector<std::string> arguments = {"@/in.md", "-o", "@/" + output};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  const Result result = run.with("in.md", markdown).run(arguments);
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(result.status, 0);
   return output;
@@ -130,14 +133,14 @@ std::vector<std::string> CommandRun::names() const {
   return names;
 }
 
-std::string htmlOf(std::string_view markdown) {
+std::string htmlOf(std::string_view markdown, const std::vector<std::string>& options) {
   CommandRun run;
-  return run.body(outputOf(markdown, "out.html", run));
+  return run.body(outputOf(markdown, "out.html", run, options));
 }
 
-std::string textOf(std::string_view markdown) {
+std::string textOf(std::string_view markdown, const std::vector<std::string>& options) {
   CommandRun run;
-  return run.text(outputOf(markdown, "out.txt", run));
+  return run.text(outputOf(markdown, "out.txt", run, options));
 }
 
 std::string xmlOf(std::string_view markdown) {

@@ -62,8 +62,8 @@ class CommandRun {
 };
 
 /// What one Markdown text becomes in one format.
-std::string htmlOf(std::string_view markdown);
-std::string textOf(std::string_view markdown);
+std::string htmlOf(std::string_view markdown, const std::vector<std::string>& options = {});
+std::string textOf(std::string_view markdown, const std::vector<std::string>& options = {});
 std::string xmlOf(std::string_view markdown);
 
 }  // namespace scrivalen::command::test

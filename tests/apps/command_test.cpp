@@ -72,7 +72,7 @@ TEST(Command, TakesATitleThatHoldsAnything) {
 
 TEST(Command, BeginsWithATableOfContentsWhenAsked) {
   CommandRun run;
-  run.with("in.md", "# T\n\n## A & <b>B</b>\n\n## C").run({"@/in.md", "--toc", "-o", "@/a.html", "-o", "@/a.txt"});
+  run.with("in.md", "# T\n\n## A & **B**\n\n## C").run({"@/in.md", "--toc", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(run.body("a.html"),
             "<h1 id=\"t\">T</h1>\n"
             "<ul><li><a href=\"#a--b\">A &amp; B</a></li><li><a href=\"#c\">C</a></li></ul>\n"

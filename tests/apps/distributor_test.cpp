@@ -52,7 +52,7 @@ class DistributorTest : public testing::Test {
 
   Lines distribute(std::string_view markdown) {
     Distributor distributor(outputs_, plan_);
-    readMarkdown(markdown, distributor);
+    readMarkdown(markdown, Safety::Safe, distributor);
     distributor.finish();
     return told_.events.lines();
   }
@@ -126,7 +126,7 @@ TEST_F(DistributorTest, WritesToNoOutputAfterOneRaisedInsteadOfOpening) {
   raises = true;
   outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("never.rec")));
   Distributor distributor(outputs_, plan_);
-  EXPECT_THROW(readMarkdown("# text\n\nmore", distributor), std::bad_alloc);
+  EXPECT_THROW(readMarkdown("# text\n\nmore", Safety::Safe, distributor), std::bad_alloc);
   for (const auto& output : outputs_) {
     output->write({.kind = EventKind::Rule});
   }

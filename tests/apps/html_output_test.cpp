@@ -71,8 +71,8 @@ TEST(HtmlOutput, HasNoBodyInATableWithoutOne) {
             "<table class=\"table table-hover table-bordered\">\n<thead>\n<tr><th>a</th></tr>\n</thead>\n</table>");
 }
 
-TEST(HtmlOutput, LetsHtmlThrough) {
-  EXPECT_EQ(htmlOf("a <kbd>K</kbd><br/>\n\n<div class='x'>\n*a*\n</div>"),
+TEST(HtmlOutput, LetsHtmlThroughWhenAsked) {
+  EXPECT_EQ(htmlOf("a <kbd>K</kbd><br/>\n\n<div class='x'>\n*a*\n</div>", {"--unsafe"}),
             "<p>a <kbd>K</kbd><br/></p>\n<div class='x'>\n*a*\n</div>");
 }
 

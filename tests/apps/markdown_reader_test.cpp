@@ -9,9 +9,9 @@
 namespace scrivalen::command::test {
 namespace {
 
-Lines eventsOf(std::string_view markdown) {
+Lines eventsOf(std::string_view markdown, Safety safety = Safety::Safe) {
   RecordedEvents events;
-  readMarkdown(markdown, events);
+  readMarkdown(markdown, safety, events);
   return events.lines();
 }
 
@@ -63,8 +63,8 @@ TEST(MarkdownReader, MakesOneEventOfAnImage) {
                    "EndParagraph"}));
 }
 
-TEST(MarkdownReader, TellsHardBreaksAndTagsInTheirPlace) {
-  EXPECT_EQ(eventsOf("a  \nb <kbd>x</kbd><br>\nc"),
+TEST(MarkdownReader, TellsHardBreaksAndUnsafeTagsInTheirPlace) {
+  EXPECT_EQ(eventsOf("a  \nb <kbd>x</kbd><br>\nc", Safety::Unsafe),
             (Lines{"BeginParagraph", "Text 'a'", "LineBreak", "Text 'b '", "Markup '<kbd>'", "Text 'x'",
                    "Markup '</kbd><br>'", "Text ' c'", "EndParagraph"}));
 }
@@ -92,8 +92,9 @@ TEST(MarkdownReader, KeepsLineBreaksAndIndentationOfCode) {
   EXPECT_EQ(eventsOf("    a\n\n      b"), (Lines{"BeginCodeBlock", "Text 'a\\n\\n  b\\n'", "EndCodeBlock"}));
 }
 
-TEST(MarkdownReader, MakesOneEventOfAnHtmlBlock) {
-  EXPECT_EQ(eventsOf("<div>\n*a* &amp;\n</div>"), (Lines{"MarkupBlock '<div>\\n*a* &amp;\\n</div>\\n'"}));
+TEST(MarkdownReader, MakesOneEventOfAnUnsafeHtmlBlock) {
+  EXPECT_EQ(eventsOf("<div>\n*a* &amp;\n</div>", Safety::Unsafe),
+            (Lines{"MarkupBlock '<div>\\n*a* &amp;\\n</div>\\n'"}));
 }
 
 TEST(MarkdownReader, TellsQuotesAndRules) {
@@ -125,7 +126,7 @@ TEST(MarkdownReader, LetsWhatItsListenerRaisesThrough) {
   struct Raising : EventSink {
     void write(const Event&) override { throw std::runtime_error("enough"); }
   } sink;
-  EXPECT_THROW(readMarkdown("text", sink), std::runtime_error);
+  EXPECT_THROW(readMarkdown("text", Safety::Safe, sink), std::runtime_error);
 }
 
 TEST(MarkdownReader, StopsAtWhatItsListenerRaises) {
@@ -138,7 +139,7 @@ TEST(MarkdownReader, StopsAtWhatItsListenerRaises) {
   } sink;
   for (const std::string_view text : {"a\n\nb", "# a\n\nb", "- a\n- b", "| a |\n|---|\n| b |", "`a` *b*\n\n[c](d)"}) {
     sink.events = 0;
-    EXPECT_THROW(readMarkdown(text, sink), std::runtime_error);
+    EXPECT_THROW(readMarkdown(text, Safety::Safe, sink), std::runtime_error);
     EXPECT_EQ(sink.events, 1) << text;
   }
 }

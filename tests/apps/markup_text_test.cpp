@@ -9,7 +9,7 @@ namespace {
 
 std::string textOfMarkup(std::string_view markup) {
   std::wstring text;
-  appendTextOfMarkupBlock(text, wide(markup));
+  MarkupText().appendBlock(text, wide(markup));
   return utf8(text);
 }
 
@@ -45,9 +45,39 @@ TEST(MarkupText, EndsWithACommentOrAScriptThatDoesNotEnd) {
   EXPECT_EQ(textOfMarkup("a<script>b </scrap>"), "a");
 }
 
+TEST(MarkupText, KnowsAQuoteThatQuotesNothing) {
+  EXPECT_EQ(textOfMarkup("a<b it's>c</b it's> d<i title = '>'>e"), "ac de");
+}
+
+TEST(MarkupText, HidesNoElementWhoseNameOnlyBeginsLikeAScripts) {
+  EXPECT_EQ(textOfMarkup("a<script_x>b</script_x>c<style-x>d</style-x>"), "a\nb\nc\nd\n");
+  EXPECT_EQ(textOfMarkup("a<script>b</scripts>c</script\n>d"), "ad");
+}
+
+TEST(MarkupText, TakesNoTagForAReference) { EXPECT_EQ(textOfMarkup("a &<b>c</b>; d"), "a &c; d"); }
+
+TEST(MarkupText, EndsAnEmptyCommentAtOnceAndAMarkedSectionAtItsMark) {
+  EXPECT_EQ(textOfMarkup("a<!-->b<!--->c<![CDATA[ > ]]>d"), "abcd");
+}
+
+TEST(MarkupText, RemembersFromPieceToPieceWhatIsHidden) {
+  MarkupText markup;
+  std::wstring text;
+  markup.appendBlock(text, L"a<SCRIPT>b");
+  EXPECT_EQ(markup.hidden(), Hidden::Script);
+  markup.appendInline(text, L"</style><br>");
+  markup.appendBlock(text, L"</Script >c<style x>d");
+  EXPECT_EQ(markup.hidden(), Hidden::StyleSheet);
+  markup.appendBlock(text, L"</style>e<!-- f");
+  EXPECT_EQ(markup.hidden(), Hidden::Comment);
+  markup.appendBlock(text, L"g -->h");
+  EXPECT_EQ(markup.hidden(), Hidden::Nothing);
+  EXPECT_EQ(text, L"aceh");
+}
+
 TEST(MarkupText, WithinALineIsNothingButItsBreaks) {
   std::wstring text = L"a ";
-  appendTextOfInlineMarkup(text, L"<kbd><!-- x --><br/></custom>");
+  MarkupText().appendInline(text, L"<kbd><!-- x --><br/></custom>");
   EXPECT_EQ(text, L"a \n");
 }
 

@@ -122,6 +122,11 @@ TEST(Options, TakeValuesThatBeginWithADash) {
   EXPECT_EQ(options.input, "-in.md");
 }
 
+TEST(Options, AreSafeUnlessAskedOtherwise) {
+  EXPECT_FALSE(parsed({"a.md", "-o", "a.html"}).unsafe);
+  EXPECT_TRUE(parsed({"a.md", "-o", "a.html", "--unsafe"}).unsafe);
+}
+
 TEST(Options, KnowAnEmptyTitleFromNone) {
   EXPECT_EQ(parsed({"a", "-o", "a.txt"}).title, std::nullopt);
   EXPECT_EQ(parsed({"a", "-o", "a.txt", "--title", ""}).title, "");

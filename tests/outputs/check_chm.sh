@@ -93,7 +93,7 @@ check_nesting_and_places() {
 [c](#caf%C3%A9) <a href="#listed">l</a>
 MD
   expected_messages=""
-  write_help nested.md -o nested.chm
+  write_help nested.md --unsafe -o nested.chm
   open_help nested.chm
   expect_equal "the topics" "topic1.htm topic2.htm" "$(cd "$work/opened" && echo topic*.htm)"
   grep -qF '<a href="topic2.htm#here">x</a> <a href="#quoted">y</a> <a href="https://x.org/#here">z</a>' \
@@ -102,6 +102,16 @@ MD
     fail "topic 2: $(body "$work/opened/topic2.htm")"
   [ -f "$vnu" ] || fail "the HTML validator is not there; scripts/setup.sh test installs it"
   (cd "$work/opened" && java -jar "$vnu" --errors-only topic*.htm) || fail "the validator finds errors in the topics"
+}
+
+# Raw HTML and addresses that run a program are text.
+check_safety() {
+  printf '%s\n' '# A' '' 'a <b onclick="e">b</b><script>e</script> [c](javascript:e)' '' '<div>d</div>' >"$work/safe.md"
+  expected_messages=""
+  write_help safe.md -o safe.chm
+  open_help safe.chm
+  expect_equal "the page" $'<h1 id="a">A</h1>\n<p>a b c (javascript:e)</p>\n<p>d</p>' \
+    "$(body "$work/opened/topic1.htm" | sed '/^ *$/d')"
 }
 
 # The title stands in the project and in the contents.
@@ -138,6 +148,7 @@ check_table() {
 check_topics
 check_contents
 check_nesting_and_places
+check_safety
 check_letters_outside_the_code_page
 check_classic
 check_table

@@ -1,9 +1,8 @@
 #include "readers/markdown_listener.h"
 
+#include "addresses.h"
 #include "readers/entities.h"
 #include "text/utf.h"
-
-#include <optional>
 
 namespace scrivalen::command {
 namespace {
@@ -58,6 +57,8 @@ void assignAttribute(std::wstring& wide, const MD_ATTRIBUTE& attribute) {
   }
 }
 
+bool isBlank(std::wstring_view text) { return text.find_first_not_of(L" \t\n") == std::wstring_view::npos; }
+
 template <class Detail>
 const Detail& as(const void* detail) {
   return *static_cast<const Detail*>(detail);
@@ -66,6 +67,7 @@ const Detail& as(const void* detail) {
 }  // namespace
 
 void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
+  flush();
   switch (type) {
     case MD_BLOCK_QUOTE: return put({.kind = EventKind::BeginQuote});
     case MD_BLOCK_UL: return put({.kind = EventKind::BeginList, .tight = as<MD_BLOCK_UL_DETAIL>(detail).is_tight != 0});
@@ -75,10 +77,10 @@ void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
       return put({.kind = EventKind::BeginList, .ordered = true, .tight = list.is_tight != 0, .number = start});
     }
     case MD_BLOCK_LI: return put({.kind = EventKind::BeginItem, .task = taskOf(as<MD_BLOCK_LI_DETAIL>(detail))});
-    case MD_BLOCK_HR: return put({.kind = EventKind::Rule});
+    case MD_BLOCK_HR: return putVisible({.kind = EventKind::Rule});
     case MD_BLOCK_H: return beginHeading();
     case MD_BLOCK_CODE: return beginCodeBlock(as<MD_BLOCK_CODE_DETAIL>(detail));
-    case MD_BLOCK_P: return put({.kind = EventKind::BeginParagraph});
+    case MD_BLOCK_P: return beginParagraph();
     case MD_BLOCK_TABLE:
       columns_ = static_cast<int>(as<MD_BLOCK_TABLE_DETAIL>(detail).col_count);
       return put({.kind = EventKind::BeginTable});
@@ -90,7 +92,7 @@ void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
       return put({.kind = EventKind::BeginCell,
                   .align = alignOf(as<MD_BLOCK_TD_DETAIL>(detail).align),
                   .header = type == MD_BLOCK_TH});
-    case MD_BLOCK_HTML: return flush();
+    case MD_BLOCK_HTML:
     case MD_BLOCK_DOC: return;
   }
 }
@@ -102,9 +104,9 @@ void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void* detail) {
     case MD_BLOCK_OL: return put({.kind = EventKind::EndList, .ordered = type == MD_BLOCK_OL});
     case MD_BLOCK_LI: return put({.kind = EventKind::EndItem});
     case MD_BLOCK_H: return endHeading(static_cast<int>(as<MD_BLOCK_H_DETAIL>(detail).level));
-    case MD_BLOCK_CODE: return put({.kind = EventKind::EndCodeBlock});
-    case MD_BLOCK_HTML: return flushMarkup(EventKind::MarkupBlock);
-    case MD_BLOCK_P: return put({.kind = EventKind::EndParagraph});
+    case MD_BLOCK_CODE: return putVisible({.kind = EventKind::EndCodeBlock});
+    case MD_BLOCK_HTML: return endMarkupBlock();
+    case MD_BLOCK_P: return endParagraph();
     case MD_BLOCK_TABLE: return put({.kind = EventKind::EndTable});
     case MD_BLOCK_TR: return put({.kind = EventKind::EndRow, .header = header_});
     case MD_BLOCK_TH:
@@ -117,48 +119,61 @@ void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void* detail) {
 }
 
 void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
+  flushMarkup(EventKind::Markup);
   if (type == MD_SPAN_IMG) {
     return beginImage(as<MD_SPAN_IMG_DETAIL>(detail));
   }
-  if (imageDepth_ > 0) {
+  const auto events = eventsOf(type);
+  if (imageDepth_ > 0 || !events) {
     return;
   }
-  if (type == MD_SPAN_A) {
-    return beginLink(as<MD_SPAN_A_DETAIL>(detail));
-  }
-  if (const auto events = eventsOf(type)) {
+  if (isHidden()) {
+    spans_.push_back(Span::Hidden);
+  } else if (type == MD_SPAN_A) {
+    spans_.push_back(beginLink(as<MD_SPAN_A_DETAIL>(detail)));
+  } else {
     put({.kind = events->begin});
+    spans_.push_back(Span::Written);
   }
 }
 
 void MarkdownListener::leaveSpan(MD_SPANTYPE type) {
+  flushMarkup(EventKind::Markup);
   if (type == MD_SPAN_IMG) {
     return endImage();
   }
-  if (imageDepth_ > 0) {
+  const auto events = eventsOf(type);
+  if (imageDepth_ > 0 || !events) {
     return;
   }
-  if (const auto events = eventsOf(type)) {
+  const Span span = spans_.back();
+  spans_.pop_back();
+  if (span == Span::Written) {
     put({.kind = events->end});
+  } else if (span == Span::Words) {
+    endLinkInWords();
   }
 }
 
 void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
+  ++texts_;
   if (type == MD_TEXT_HTML) {
-    flushText();
+    if (safety_ == Safety::Unsafe) {
+      flushText();
+    }
     platform::appendWide(markup_, text);
     return;
   }
   flushMarkup(EventKind::Markup);
+  if (isHidden()) {
+    return readHidden(type, text);
+  }
   if (type == MD_TEXT_ENTITY) {
     appendEntity(text_, text);
-  } else if (type == MD_TEXT_SOFTBR || (type == MD_TEXT_BR && imageDepth_ > 0)) {
+  } else if (type == MD_TEXT_SOFTBR) {
     text_ += L' ';
   } else if (type == MD_TEXT_BR) {
-    put({.kind = EventKind::LineBreak});
-    if (sink_ == &headingLog_) {
-      headingText_ += L' ';
-    }
+    breakLine();
   } else {
     platform::appendWide(text_, text);
   }
@@ -169,12 +184,26 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
 
 void MarkdownListener::put(const Event& event) {
   flush();
+  write(event);
+}
+
+void MarkdownListener::putVisible(const Event& event) {
+  if (!isHidden()) {
+    put(event);
+  }
+}
+
+void MarkdownListener::write(const Event& event) {
+  if (isParagraphDue_) {
+    isParagraphDue_ = false;
+    sink_->write({.kind = EventKind::BeginParagraph});
+  }
   sink_->write(event);
 }
 
 void MarkdownListener::flush() {
-  flushText();
   flushMarkup(EventKind::Markup);
+  flushText();
 }
 
 void MarkdownListener::flushText() {
@@ -184,7 +213,10 @@ void MarkdownListener::flushText() {
   if (sink_ == &headingLog_) {
     headingText_ += text_;
   }
-  sink_->write({.kind = EventKind::Text, .text = text_});
+  if (isLinkInWords_) {
+    linkText_ += text_;
+  }
+  write({.kind = EventKind::Text, .text = text_});
   text_.clear();
 }
 
@@ -192,25 +224,120 @@ void MarkdownListener::flushMarkup(EventKind kind) {
   if (markup_.empty()) {
     return;
   }
+  if (safety_ == Safety::Safe) {
+    return flushShown();
+  }
   if (imageDepth_ == 0) {
-    sink_->write({.kind = kind, .text = markup_});
+    write({.kind = kind, .text = markup_});
   }
   markup_.clear();
 }
 
+// Tags within a line.
+void MarkdownListener::flushShown() {
+  std::wstring shown;
+  markupText_.appendInline(shown, markup_);
+  markup_.clear();
+  hasLostMarkup_ = true;
+  revealUnlessItEnds();
+  putLines(shown);
+}
+
+void MarkdownListener::breakLine() {
+  if (imageDepth_ > 0) {
+    text_ += L' ';
+    return;
+  }
+  put({.kind = EventKind::LineBreak});
+  if (sink_ == &headingLog_) {
+    headingText_ += L' ';
+  }
+}
+
+void MarkdownListener::putLines(std::wstring_view text) {
+  for (const wchar_t c : text) {
+    if (c == L'\n') {
+      breakLine();
+    } else {
+      text_ += c;
+    }
+  }
+}
+
+void MarkdownListener::endMarkupBlock() {
+  if (safety_ == Safety::Unsafe) {
+    return flushMarkup(EventKind::MarkupBlock);
+  }
+  std::wstring shown;
+  markupText_.appendBlock(shown, markup_);
+  markup_.clear();
+  revealUnlessItEnds();
+  shown.erase(shown.find_last_not_of(L" \n") + 1);
+  if (!shown.empty()) {
+    put({.kind = EventKind::BeginParagraph});
+    putLines(shown);
+    put({.kind = EventKind::EndParagraph});
+  }
+}
+
+void MarkdownListener::revealUnlessItEnds() {
+  if (!isHidden()) {
+    return;
+  }
+  if (!hiddenEnds_) {
+    hiddenEnds_.emplace(markdown_);
+  }
+  if (!hiddenEnds_->follow(markupText_.hidden(), texts_)) {
+    markupText_.reveal();
+  }
+}
+
+// The end of a comment is no tag: when it is not in an HTML block, it is a text.
+void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
+  constexpr std::string_view kEnd = "-->";
+  const std::size_t end = text.find(kEnd);
+  if (markupText_.hidden() == Hidden::Comment && type == MD_TEXT_NORMAL && end != std::string_view::npos) {
+    markupText_.reveal();
+    platform::appendWide(text_, text.substr(end + kEnd.size()));
+  }
+}
+
+// Whether nothing is left of the paragraph or heading that is being read.
+bool MarkdownListener::isEmptied() const { return hasLostMarkup_ && isBlank(text_); }
+
+void MarkdownListener::beginParagraph() {
+  isParagraphDue_ = true;
+  hasLostMarkup_ = isHidden();
+}
+
+void MarkdownListener::endParagraph() {
+  flushMarkup(EventKind::Markup);
+  if (isParagraphDue_ && isEmptied()) {
+    isParagraphDue_ = false;
+    text_.clear();
+  } else {
+    put({.kind = EventKind::EndParagraph});
+  }
+}
+
 void MarkdownListener::beginCodeBlock(const MD_BLOCK_CODE_DETAIL& code) {
   assignAttribute(language_, code.lang);
-  put({.kind = EventKind::BeginCodeBlock, .text = language_});
+  putVisible({.kind = EventKind::BeginCodeBlock, .text = language_});
 }
 
 void MarkdownListener::beginHeading() {
-  flush();
   headingLog_.clear();
   headingText_.clear();
   sink_ = &headingLog_;
+  hasLostMarkup_ = isHidden();
 }
 
 void MarkdownListener::endHeading(int level) {
+  flushMarkup(EventKind::Markup);
+  if (headingLog_.isEmpty() && isEmptied()) {
+    sink_ = &document_;
+    return text_.clear();
+  }
   flush();
   sink_ = &document_;
   const std::wstring& name = anchorNames_.next(headingText_);
@@ -219,10 +346,25 @@ void MarkdownListener::endHeading(int level) {
   sink_->write({.kind = EventKind::EndHeading, .number = level});
 }
 
-void MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
-  assignAttribute(address_, link.href);
+MarkdownListener::Span MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
+  assignAttribute(linkAddress_, link.href);
+  if (safety_ == Safety::Safe && runsProgram(linkAddress_, AddressUse::Link)) {
+    flush();
+    linkText_.clear();
+    isLinkInWords_ = true;
+    return Span::Words;
+  }
   assignAttribute(title_, link.title);
-  put({.kind = EventKind::BeginLink, .address = address_, .title = title_});
+  put({.kind = EventKind::BeginLink, .address = linkAddress_, .title = title_});
+  return Span::Written;
+}
+
+void MarkdownListener::endLinkInWords() {
+  isLinkInWords_ = false;
+  if (!isHidden()) {
+    linkText_ += text_;
+    text_.append(withAddress(linkText_, linkAddress_), linkText_.size());
+  }
 }
 
 void MarkdownListener::beginImage(const MD_SPAN_IMG_DETAIL& image) {
@@ -230,6 +372,7 @@ void MarkdownListener::beginImage(const MD_SPAN_IMG_DETAIL& image) {
     flush();
     assignAttribute(address_, image.src);
     assignAttribute(title_, image.title);
+    isImageHidden_ = isHidden();
   }
   ++imageDepth_;
 }
@@ -238,11 +381,20 @@ void MarkdownListener::endImage() {
   if (--imageDepth_ > 0) {
     return;
   }
-  markup_.clear();
+  if (isImageHidden_) {
+    return text_.clear();
+  }
+  if (safety_ == Safety::Safe && runsProgram(address_, AddressUse::Image)) {
+    text_ = withAddress(text_, address_);
+    return;
+  }
   if (sink_ == &headingLog_) {
     headingText_ += text_;
   }
-  sink_->write({.kind = EventKind::Image, .text = text_, .address = address_, .title = title_});
+  if (isLinkInWords_) {
+    linkText_ += text_;
+  }
+  write({.kind = EventKind::Image, .text = text_, .address = address_, .title = title_});
   text_.clear();
 }
 

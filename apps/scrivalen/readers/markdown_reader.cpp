@@ -1,6 +1,7 @@
 #include "readers/markdown_reader.h"
 
 #include "errors.h"
+#include "readers/markdown_dialect.h"
 #include "readers/markdown_listener.h"
 
 #include <exception>
@@ -52,18 +53,18 @@ int onText(MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* reading) {
 
 }  // namespace
 
-void readMarkdown(std::string_view text, EventSink& sink) {
+void readMarkdown(std::string_view text, Safety safety, EventSink& sink) {
   if (text.size() > std::numeric_limits<MD_SIZE>::max() / 2) {
     throw InputError("a Markdown text of more than 2 GiB cannot be read");
   }
   MD_PARSER parser{};
-  parser.flags = MD_DIALECT_GITHUB;
+  parser.flags = kMarkdownDialect;
   parser.enter_block = &onEnterBlock;
   parser.leave_block = &onLeaveBlock;
   parser.enter_span = &onEnterSpan;
   parser.leave_span = &onLeaveSpan;
   parser.text = &onText;
-  Reading reading{MarkdownListener(sink), nullptr};
+  Reading reading{MarkdownListener(text, safety, sink), nullptr};
   const int result = md_parse(text.data(), static_cast<MD_SIZE>(text.size()), &parser, &reading);
   if (reading.failure) {
     std::rethrow_exception(reading.failure);

@@ -6,8 +6,13 @@
 
 namespace scrivalen::command {
 
+enum class Safety {
+  Safe,   ///< of raw HTML its text and line breaks are left; addresses that run a program become text
+  Unsafe  ///< raw HTML and every address are passed on
+};
+
 /// Reads Markdown: CommonMark with tables, strike-through, task lists and bare addresses as links.
 /// @param text  valid UTF-8 without NULs
-void readMarkdown(std::string_view text, EventSink& sink);
+void readMarkdown(std::string_view text, Safety safety, EventSink& sink);
 
 }  // namespace scrivalen::command

@@ -17,22 +17,42 @@ constexpr std::array<std::wstring_view, 34> kInlineElements = {
     L"strong", L"sub",  L"sup", L"time", L"tt",    L"u",    L"var",  L"wbr",  L"ruby", L"rt"};
 
 bool isLetter(wchar_t c) { return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z'); }
-bool isNameCharacter(wchar_t c) { return isLetter(c) || (c >= L'0' && c <= L'9') || c == L'-'; }
-bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r'; }
+bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r' || c == L'\f'; }
+bool endsTagName(wchar_t c) { return isBlank(c) || c == L'/' || c == L'>'; }
+
+// The position after a mark; npos without one.
+std::size_t endOf(std::wstring_view mark, std::wstring_view markup, std::size_t from = 0) {
+  const std::size_t at = markup.find(mark, from);
+  return at == std::wstring_view::npos ? at : at + mark.size();
+}
+
+std::size_t endOfElement(std::wstring_view element, std::wstring_view markup) {
+  for (std::size_t at = endOf(L"</", markup); at != std::wstring_view::npos; at = endOf(L"</", markup, at)) {
+    const std::size_t end = at + element.size();
+    if (platform::equalIgnoringCase(markup.substr(at, element.size()), element) &&
+        (end == markup.size() || endsTagName(markup[end]))) {
+      return std::min(endOf(L">", markup, end), markup.size());
+    }
+  }
+  return std::wstring_view::npos;
+}
 
 class MarkupReader {
  public:
-  MarkupReader(std::wstring& text, std::wstring_view markup, bool isBlock)
-      : text_(text), rest_(markup), isBlock_(isBlock) {}
+  MarkupReader(std::wstring& text, std::wstring_view markup, bool isBlock, Hidden hidden)
+      : text_(text), rest_(markup), isBlock_(isBlock), hidden_(hidden) {}
 
-  void read();
+  /// What has begun and not ended.
+  Hidden read();
 
  private:
+  void skipHidden();
+  void readCharacter();
   void readAngle();
   void readTag();
   void readReference();
-  void skipTo(std::wstring_view end);
-  void skipContent(std::wstring_view element);
+  void skip(std::size_t size) { rest_.remove_prefix(std::min(size, rest_.size())); }
   std::wstring_view takeTag();
   void appendBlank();
   void endBlock();
@@ -40,101 +60,108 @@ class MarkupReader {
   std::wstring& text_;
   std::wstring_view rest_;
   bool isBlock_;
+  Hidden hidden_;
 };
 
-void MarkupReader::read() {
+Hidden MarkupReader::read() {
   while (!rest_.empty()) {
-    const wchar_t c = rest_.front();
-    if (c == L'<') {
+    if (hidden_ != Hidden::Nothing) {
+      skipHidden();
+    } else if (rest_.front() == L'<') {
       readAngle();
-    } else if (c == L'&') {
+    } else if (rest_.front() == L'&') {
       readReference();
     } else {
-      rest_.remove_prefix(1);
-      if (isBlank(c)) {
-        appendBlank();
-      } else {
-        text_ += c;
-      }
+      readCharacter();
     }
+  }
+  return hidden_;
+}
+
+void MarkupReader::skipHidden() {
+  const std::size_t end = endOfHidden(hidden_, rest_);
+  if (end != std::wstring_view::npos) {
+    hidden_ = Hidden::Nothing;
+  }
+  skip(end);
+}
+
+void MarkupReader::readCharacter() {
+  const wchar_t c = rest_.front();
+  skip(1);
+  if (isBlank(c)) {
+    appendBlank();
+  } else {
+    text_ += c;
   }
 }
 
 void MarkupReader::readAngle() {
   const wchar_t next = rest_.size() > 1 ? rest_[1] : L' ';
   if (rest_.starts_with(L"<!--")) {
-    skipTo(L"-->");
+    hidden_ = Hidden::Comment;
+    skip(2);  // in "<!-->" the dashes belong to the end, too
   } else if (rest_.starts_with(L"<?")) {
-    skipTo(L"?>");
+    skip(endOf(L"?>", rest_));
+  } else if (rest_.starts_with(L"<![CDATA[")) {
+    skip(endOf(L"]]>", rest_));
   } else if (next == L'!') {
-    skipTo(L">");
+    skip(endOf(L">", rest_));
   } else if (next == L'/' || isLetter(next)) {
     readTag();
   } else {
     text_ += L'<';
-    rest_.remove_prefix(1);
+    skip(1);
   }
 }
 
 void MarkupReader::readTag() {
   const bool closing = rest_[1] == L'/';
   std::wstring_view name = takeTag().substr(closing ? 2 : 1);
-  name = name.substr(
-      0, static_cast<std::size_t>(std::find_if_not(name.begin(), name.end(), isNameCharacter) - name.begin()));
+  name = name.substr(0, static_cast<std::size_t>(std::find_if(name.begin(), name.end(), endsTagName) - name.begin()));
   const auto is = [name](std::wstring_view element) { return platform::equalIgnoringCase(name, element); };
   if (is(L"br")) {
     text_ += L'\n';
-  } else if (!closing && (is(L"script") || is(L"style"))) {
-    skipContent(name);
+  } else if (!closing && is(L"script")) {
+    hidden_ = Hidden::Script;
+  } else if (!closing && is(L"style")) {
+    hidden_ = Hidden::StyleSheet;
   } else if (isBlock_ && std::none_of(kInlineElements.begin(), kInlineElements.end(), is)) {
     endBlock();
   }
 }
 
-// A '>' inside a quoted attribute value does not end its tag.
+// A '>' inside a quoted attribute value does not end its tag. A quote that follows no '=' quotes nothing.
 std::wstring_view MarkupReader::takeTag() {
   wchar_t quote = L'\0';
+  wchar_t previous = L'\0';
   std::size_t size = 0;
   while (size < rest_.size()) {
     const wchar_t c = rest_[size++];
     if (quote != L'\0') {
       quote = c == quote ? L'\0' : quote;
-    } else if (c == L'"' || c == L'\'') {
+    } else if ((c == L'"' || c == L'\'') && previous == L'=') {
       quote = c;
     } else if (c == L'>') {
       break;
     }
+    previous = isBlank(c) ? previous : c;
   }
   const std::wstring_view tag = rest_.substr(0, size);
-  rest_.remove_prefix(size);
+  skip(size);
   return tag;
 }
 
 void MarkupReader::readReference() {
-  const std::size_t end = rest_.find(L';');
-  constexpr std::size_t kLongestName = 48;
-  if (end == std::wstring_view::npos || end > kLongestName) {
+  const auto isPartOfName = [](wchar_t c) { return isLetter(c) || isDigit(c) || c == L'#'; };
+  const auto end = std::find_if_not(rest_.begin() + 1, rest_.end(), isPartOfName);
+  if (end == rest_.end() || *end != L';') {
     text_ += L'&';
-    rest_.remove_prefix(1);
-    return;
+    return skip(1);
   }
-  appendEntity(text_, utf8(rest_.substr(0, end + 1)));
-  rest_.remove_prefix(end + 1);
-}
-
-void MarkupReader::skipTo(std::wstring_view end) {
-  const std::size_t at = rest_.find(end);
-  rest_.remove_prefix(at == std::wstring_view::npos ? rest_.size() : at + end.size());
-}
-
-void MarkupReader::skipContent(std::wstring_view element) {
-  while (!rest_.empty()) {
-    skipTo(L"</");
-    if (platform::equalIgnoringCase(rest_.substr(0, element.size()), element)) {
-      skipTo(L">");
-      return;
-    }
-  }
+  const auto size = static_cast<std::size_t>(end - rest_.begin()) + 1;
+  appendEntity(text_, utf8(rest_.substr(0, size)));
+  skip(size);
 }
 
 void MarkupReader::appendBlank() {
@@ -154,10 +181,22 @@ void MarkupReader::endBlock() {
 
 }  // namespace
 
-void appendTextOfMarkupBlock(std::wstring& text, std::wstring_view markup) { MarkupReader(text, markup, true).read(); }
+void MarkupText::appendBlock(std::wstring& text, std::wstring_view markup) {
+  hidden_ = MarkupReader(text, markup, true, hidden_).read();
+}
 
-void appendTextOfInlineMarkup(std::wstring& text, std::wstring_view markup) {
-  MarkupReader(text, markup, false).read();
+void MarkupText::appendInline(std::wstring& text, std::wstring_view markup) {
+  hidden_ = MarkupReader(text, markup, false, hidden_).read();
+}
+
+std::size_t endOfHidden(Hidden hidden, std::wstring_view markup) {
+  switch (hidden) {
+    case Hidden::Script: return endOfElement(L"script", markup);
+    case Hidden::StyleSheet: return endOfElement(L"style", markup);
+    case Hidden::Comment: return endOf(L"-->", markup);
+    case Hidden::Nothing: break;
+  }
+  return 0;
 }
 
 }  // namespace scrivalen::command

@@ -1,15 +1,35 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
 namespace scrivalen::command {
 
-/// Appends what a reader of an HTML block sees of it as plain text: without tags, comments, scripts and style sheets,
-/// blanks drawn together, a line break for <br> and where a block begins or ends.
-void appendTextOfMarkupBlock(std::wstring& text, std::wstring_view markup);
+/// What HTML holds, besides its tags, that a reader of the page does not see.
+enum class Hidden : std::uint8_t { Nothing, Script, StyleSheet, Comment };
 
-/// Appends what tags and comments within a line come to: a line break for each <br>.
-void appendTextOfInlineMarkup(std::wstring& text, std::wstring_view markup);
+/// Makes plain text of HTML that comes in pieces: what is hidden may begin in one piece and end in another.
+class MarkupText {
+ public:
+  /// Appends what a reader of an HTML block sees of it: no tags, comments, scripts and style sheets, blanks drawn
+  /// together, a line break for <br> and where a block begins or ends.
+  void appendBlock(std::wstring& text, std::wstring_view markup);
+
+  /// Appends what tags and comments within a line come to: a line break for each <br>.
+  void appendInline(std::wstring& text, std::wstring_view markup);
+
+  /// What has begun and not ended yet.
+  Hidden hidden() const { return hidden_; }
+  /// Takes it as ended.
+  void reveal() { hidden_ = Hidden::Nothing; }
+
+ private:
+  Hidden hidden_ = Hidden::Nothing;
+};
+
+/// The position after the end of what is hidden; npos when it does not end in this piece of HTML.
+std::size_t endOfHidden(Hidden hidden, std::wstring_view markup);
 
 }  // namespace scrivalen::command

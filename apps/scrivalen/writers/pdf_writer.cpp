@@ -1,5 +1,6 @@
+#include "addresses.h"
 #include "readers/markup_text.h"
-#include "writers/plain_text.h"
+#include "writers/list_markers.h"
 #include "writers/single_report.h"
 #include "writers/writers.h"
 
@@ -121,7 +122,7 @@ void PdfWriter::writeInline(const Event& event) {
     case EventKind::LineBreak: return addLines(L"\n");
     case EventKind::Markup: {
       std::wstring text;
-      appendTextOfInlineMarkup(text, event.text);
+      MarkupText().appendInline(text, event.text);
       return addLines(text);
     }
     case EventKind::BeginStrong: ++bold_; return;
@@ -192,7 +193,7 @@ void PdfWriter::rule() {
 
 void PdfWriter::markupBlock(std::wstring_view markup) {
   std::wstring shown;
-  appendTextOfMarkupBlock(shown, markup);
+  MarkupText().appendBlock(shown, markup);
   addLines(shown);
   endBlock();
 }

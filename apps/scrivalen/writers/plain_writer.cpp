@@ -1,5 +1,6 @@
 #include "writers/plain_writer.h"
 
+#include "addresses.h"
 #include "readers/markup_text.h"
 
 namespace scrivalen::command {
@@ -42,7 +43,7 @@ void PlainWriter::writeBlock(const Event& event) {
     case EventKind::BeginItem: return beginItem(markers_.next(event.task, L"- ", L". "));
     case EventKind::EndItem: return endItem();
     case EventKind::Rule: return rule();
-    case EventKind::MarkupBlock: appendTextOfMarkupBlock(text_, event.text); return endParagraph();
+    case EventKind::MarkupBlock: MarkupText().appendBlock(text_, event.text); return endParagraph();
     default: return;
   }
 }
@@ -63,7 +64,7 @@ void PlainWriter::writeInline(const Event& event) {
     case EventKind::Text:
     case EventKind::Image: text_ += event.text; return;
     case EventKind::LineBreak: text_ += L'\n'; return;
-    case EventKind::Markup: return appendTextOfInlineMarkup(text_, event.text);
+    case EventKind::Markup: return MarkupText().appendInline(text_, event.text);
     case EventKind::BeginDeleted:
     case EventKind::EndDeleted: text_ += L"~~"; return;
     case EventKind::BeginLink:

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document.h"
-#include "writers/plain_text.h"
+#include "writers/list_markers.h"
 #include "writers/single_report.h"
 
 #include <string>

@@ -1,5 +1,6 @@
+#include "addresses.h"
 #include "readers/markup_text.h"
-#include "writers/plain_text.h"
+#include "writers/list_markers.h"
 #include "writers/single_report.h"
 #include "writers/writers.h"
 
@@ -150,7 +151,7 @@ void RtfWriter::writeInline(const Event& event) {
     case EventKind::LineBreak: return inLink_ ? text(L" ") : report_->EndOfLine();
     case EventKind::Markup: {
       std::wstring breaks;
-      appendTextOfInlineMarkup(breaks, event.text);
+      MarkupText().appendInline(breaks, event.text);
       for (std::size_t i = 0; i < breaks.size(); ++i) {
         writeInline({.kind = EventKind::LineBreak});
       }
@@ -229,7 +230,7 @@ void RtfWriter::rule() {
 
 void RtfWriter::markupBlock(std::wstring_view markup) {
   std::wstring shown;
-  appendTextOfMarkupBlock(shown, markup);
+  MarkupText().appendBlock(shown, markup);
   shown.erase(shown.find_last_not_of(L" \n") + 1);
   if (shown.empty()) {
     return;

@@ -6,7 +6,6 @@
 #include <string_view>
 #include <vector>
 
-/// What writers share that tell lists and links in words.
 namespace scrivalen::command {
 
 /// Counts the items of lists within lists.
@@ -27,12 +26,5 @@ class ListMarkers {
 
   std::vector<List> lists_;
 };
-
-/// A link's text with the address behind it in parentheses, unless the text tells the address already or the address is
-/// an anchor of the document.
-std::wstring withAddress(std::wstring_view text, std::wstring_view address);
-
-/// Whether an address begins with a scheme (RFC 3986, 3.1), so that it leads somewhere wherever the document lies.
-bool hasScheme(std::wstring_view address);
 
 }  // namespace scrivalen::command

@@ -1,0 +1,74 @@
+#include "addresses.h"
+
+#include <algorithm>
+
+namespace scrivalen::command {
+namespace {
+
+bool isAsciiLetter(wchar_t c) { return (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z'); }
+
+// Whether a link's text shows its address already, as that of <https://example.org> and <me@example.org> does.
+bool showsAddress(std::wstring_view text, std::wstring_view address) {
+  for (const std::wstring_view hidden : {L"", L"mailto:", L"http://", L"https://"}) {
+    if (address.size() == hidden.size() + text.size() && address.starts_with(hidden) && address.ends_with(text)) {
+      return true;
+    }
+  }
+  return false;
+}
+
+// WHATWG URL, 4.4: browsers drop tabs and line ends anywhere in an address, and controls and blanks before it. To drop
+// every invisible character costs nothing, for no other scheme has one.
+bool isInvisible(wchar_t c) {
+  const auto unit = static_cast<char32_t>(c);
+  return unit <= U' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0xAD || (unit >= 0x2000 && unit <= 0x200F) ||
+         (unit >= 0x2028 && unit <= 0x202F) || (unit >= 0x205F && unit <= 0x206F) || unit == 0x3000 || unit == 0xFEFF;
+}
+
+// Whether an address begins with a scheme, which is given in lower case with its colon.
+bool hasVisibleStart(std::wstring_view address, std::wstring_view scheme) {
+  for (const wchar_t c : address) {
+    if (isInvisible(c)) {
+      continue;
+    }
+    if ((isAsciiLetter(c) ? c | 0x20 : c) != scheme.front()) {
+      return false;
+    }
+    scheme.remove_prefix(1);
+    if (scheme.empty()) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
+
+std::wstring withAddress(std::wstring_view text, std::wstring_view address) {
+  std::wstring result(text);
+  if (address.empty() || address.starts_with(L'#') || showsAddress(text, address)) {
+    return result;
+  }
+  if (text.empty()) {
+    return std::wstring(address);
+  }
+  return result.append(L" (").append(address).append(L")");
+}
+
+bool hasScheme(std::wstring_view address) {
+  const std::size_t colon = address.find(L':');
+  // A single letter is a drive.
+  if (colon == std::wstring_view::npos || colon < 2 || !isAsciiLetter(address[0])) {
+    return false;
+  }
+  return std::all_of(address.begin(), address.begin() + static_cast<std::ptrdiff_t>(colon), [](wchar_t c) {
+    return isAsciiLetter(c) || (c >= L'0' && c <= L'9') || c == L'+' || c == L'-' || c == L'.';
+  });
+}
+
+bool runsProgram(std::wstring_view address, AddressUse use) {
+  return hasVisibleStart(address, L"javascript:") || hasVisibleStart(address, L"vbscript:") ||
+         (use == AddressUse::Link && hasVisibleStart(address, L"data:"));
+}
+
+}  // namespace scrivalen::command
