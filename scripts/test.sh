@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root="$PWD"
 presets=(linux linux-asan windows)
-fuzzers=(rtf pdf)
+fuzzers=(rtf pdf multi readers)
 seconds_a_test=600
 seconds_a_fuzzer=60
 
@@ -79,7 +79,7 @@ run_preset() {
 
 # All fuzzers at the same time, each on a processor of its own where there are enough.
 run_fuzzers() {
-  local name folder=build/linux-fuzz/runs running=() failed=0
+  local name folder=build/linux-fuzz/runs running=() corpora failed=0
   heading "linux-fuzz: build"
   if ! cmake --preset linux-fuzz || ! cmake --build --preset linux-fuzz -j "$(nproc)"; then
     conclude linux-fuzz 0 "${#fuzzers[@]}" "it did not build"
@@ -88,9 +88,13 @@ run_fuzzers() {
   heading "linux-fuzz: ${fuzzers[*]}, $seconds_a_fuzzer seconds"
   rm -rf "$folder"
   for name in "${fuzzers[@]}"; do
-    mkdir -p "$folder/$name"
+    mkdir -p "$folder/$name/found"
+    corpora=(found)  # the first is written to
+    if [ -d "fuzz/corpus/$name" ]; then
+      corpora+=("$root/fuzz/corpus/$name")
+    fi
     (cd "$folder/$name" && exec "$root/build/linux-fuzz/bin/scrivalen_fuzz_$name" -max_total_time="$seconds_a_fuzzer" \
-      -print_final_stats=1 >log 2>&1) &
+      -print_final_stats=1 "${corpora[@]}" >log 2>&1) &
     running+=($!)
   done
   for name in "${!fuzzers[@]}"; do

@@ -1,0 +1,487 @@
+#include "formats/help/chm_report.h"
+#include "formats/markup/xml_report.h"
+#include "formats/pdf/layout/pdf_report.h"
+#include "formats/rtf/rtf_report.h"
+#include "formats/text/text_report.h"
+#include "formats/xlsx/excel_report.h"
+#include "input.h"
+#include "markup_check.h"
+#include "private_folder.h"
+#include "scrivalen/host.h"
+#include "scrivalen/html_report.h"
+#include "scrivalen/multi_report.h"
+#include "support/pdf_structure.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <iterator>
+#include <string>
+#include <vector>
+
+using scrivalen::fuzz::Input;
+using scrivalen::fuzz::PrivateFolder;
+
+// Plays the same calls on a MultiReport and on reports of its formats alone, whose files must be the same. The calls
+// either come in any order, or nest as a document's do; then the files are looked at, too.
+namespace {
+
+const PrivateFolder& folder() {
+  static const PrivateFolder folder;
+  return folder;
+}
+
+struct Format {
+  REPORT_FORMAT format = FORMAT_TEXT;
+  const char* extension = "";
+  int oneIn = 1;  // runs; a spreadsheet or a help file takes as long as a hundred others
+};
+
+constexpr Format kFormats[] = {{FORMAT_RTF, "rtf", 2},  {FORMAT_HTML, "html", 2}, {FORMAT_XML, "xml", 2},
+                               {FORMAT_TEXT, "txt", 2}, {FORMAT_PDF, "pdf", 2},   {FORMAT_EXCEL, "xlsx", 32},
+                               {FORMAT_CHM, "chm", 32}};
+
+// What a run does before its first call.
+struct Plan {
+  std::vector<Format> formats;
+  bool nested = false;
+  bool conforming = false;
+  bool singleByte = false;
+  bool landscape = false;
+  bool hasTemplate = false;
+  const wchar_t* title = nullptr;
+  const wchar_t* property = nullptr;
+  const wchar_t* styles = nullptr;
+  const wchar_t* separator = nullptr;
+};
+
+Plan planOf(Input& input) {
+  Plan plan;
+  const int flags = input.byte();
+  plan.nested = (flags & 1) != 0;
+  plan.conforming = (flags & 2) != 0;
+  plan.singleByte = (flags & 4) != 0;
+  plan.landscape = (flags & 8) != 0;
+  plan.hasTemplate = (flags & 16) != 0;
+  for (const Format& format : kFormats) {
+    if (input.byte() % format.oneIn == format.oneIn / 2) {
+      plan.formats.push_back(format);
+    }
+  }
+  plan.title = input.text();
+  plan.property = input.text();
+  plan.styles = input.text();
+  plan.separator = input.text();
+  return plan;
+}
+
+template <class Report>
+void setUp(Report& report, const Plan& plan) {
+  report.AddProperty(L"%TITLE%", plan.title);
+  report.AddProperty(L"%X%", plan.property);
+  report.SetStyles(plan.styles);
+  report.SetColumnSeparator(plan.separator ? plan.separator : L"");
+  report.SetReportOption(OPTION_CONFORMING, plan.conforming ? 1 : 0);
+  report.SetReportOption(OPTION_SINGLE_BYTE_TEXT, plan.singleByte ? 1 : 0);
+  report.SetReportOption(OPTION_LANDSCAPE, plan.landscape ? 1 : 0);
+}
+
+// Calls that come in any order, with any arguments. Composite rows do not quote in a MultiReport what they do in
+// others.
+class AnyCalls {
+ public:
+  AnyCalls(AReport& report, Input& input, const Plan& plan) : report_(report), input_(input), plan_(plan) {}
+
+  void play() {
+    while (!input_.empty()) {
+      call();
+    }
+  }
+
+ private:
+  const wchar_t* text() { return input_.text(); }
+  int flag() { return input_.byte() & 1; }
+  REPORT_STYLE styleOrOther() { return static_cast<REPORT_STYLE>(input_.byte() % 4); }
+  PARAGRAPH_TYPE type() { return static_cast<PARAGRAPH_TYPE>(input_.number()); }
+  int few() { return input_.number() % 300; }
+
+  void call();
+  void beginTopic();
+  void openAgain();
+
+  AReport& report_;
+  Input& input_;
+  const Plan& plan_;
+  bool wasOpenedAgain_ = false;
+};
+
+void AnyCalls::call() {
+  const wchar_t* const first = text();
+  switch (input_.byte() % 36) {
+    case 0: {
+      const PARAGRAPH_TYPE paragraph = type();
+      const wchar_t* const attributes = text();
+      return report_.Text(first, paragraph, attributes, flag());
+    }
+    case 1: return report_.BeginAncor(first);
+    case 2: return report_.EndAncor();
+    case 3: return report_.Ancor(first);
+    case 4: return report_.EndOfLine();
+    case 5: {
+      const REPORT_STYLE style = styleOrOther();
+      return report_.BeginStyle(style, few());
+    }
+    case 6: {
+      const REPORT_STYLE style = styleOrOther();
+      return report_.EndStyle(style, few());
+    }
+    case 7: return report_.Space();
+    case 8: return report_.BeginParagraph(type(), first);
+    case 9: return report_.EndParagraph(type());
+    case 10: return report_.BeginToc();
+    case 11: {
+      const wchar_t* const shown = text();
+      return report_.TocItem(first, shown, input_.number());
+    }
+    case 12: return report_.EndToc();
+    case 13: return report_.BeginTable(first, text());
+    case 14: return report_.EndTable(first);
+    case 15: {
+      const wchar_t* const attributes = text();
+      return report_.BeginRow(first, attributes, few());
+    }
+    case 16: return report_.EndRow(first);
+    case 17: {
+      const int header = flag();
+      return report_.BeginCell(first, header, text());
+    }
+    case 18: return report_.EndCell(first, flag());
+    case 19: {
+      const int header = flag();
+      return report_.Cell(first, header, text());
+    }
+    case 20: return report_.SetCellColor(first);
+    case 21: return report_.Link(first, text());
+    case 22: {
+      const auto option = static_cast<REPORT_OPTION>(input_.byte());
+      return report_.SetReportOption(option, flag());
+    }
+    case 23: return report_.AddProperty(first, text());
+    case 24: return report_.SetColumnSeparator(first ? first : L"");
+    case 25: report_.Quoting(first ? first : L""); return;
+    case 26: return beginTopic();
+    case 27: return report_.EndSubDocument();
+    case 28: {
+      const wchar_t* const second = text();
+      return report_.Row2(first, second, flag(), second, first);
+    }
+    case 29: {
+      const wchar_t* const second = text();
+      return report_.Row3(first, second, first, flag());
+    }
+    case 30: return report_.Row2NotEmptyWithQuote(first, input_.byte() % 2 == 0 ? L"value" : nullptr);
+    case 31: return report_.AttributeRowHeader();
+    case 32: return report_.ReportCreated();
+    case 33: return report_.ProductRow(first);
+    case 34: return openAgain();
+    default: return report_.BeginStyle(STYLE_FONT_SIZE, input_.number());
+  }
+}
+
+// Topics of a few names, so that some are refused, in a folder that is there.
+void AnyCalls::beginTopic() {
+  static constexpr const wchar_t* kNames[] = {L"1.htm",      L"2.htm",    L"3.htm",     L"a b.htm",
+                                              L"report.hhp", L"x\ny.htm", L"none/1.htm"};
+  const std::wstring path = folder().widePath();
+  const std::wstring name = kNames[static_cast<std::size_t>(input_.byte()) % std::size(kNames)];
+  if (flag()) {
+    report_.BeginSubDocument(path.c_str(), name.c_str(), text());
+  } else {
+    report_.BeginSubDocument(nullptr, (path + name).c_str(), text());
+  }
+}
+
+// Once, and without a template: properties that hold one another would make it as long as they like.
+void AnyCalls::openAgain() {
+  if (!wasOpenedAgain_ && !plan_.hasTemplate) {
+    wasOpenedAgain_ = true;
+    report_.Close();
+    report_.Open();
+  }
+}
+
+// Calls that nest as a document's do.
+class NestedCalls {
+ public:
+  NestedCalls(AReport& report, Input& input) : report_(report), input_(input) {}
+
+  void play() {
+    while (!input_.empty()) {
+      call();
+    }
+    while (!open_.empty()) {
+      end();
+    }
+  }
+
+ private:
+  enum class Kind { Topic, Paragraph, Style, Anchor, Toc, Table, Row, Cell };
+  struct Element {
+    Kind kind;
+    int number;  // its type, style or header flag
+    std::wstring name;
+  };
+
+  void call();
+  void callIn(Kind kind);
+  void cell();
+  void inlineCall();
+  void begin(Kind kind);
+  void end();
+
+  const wchar_t* text() {
+    const wchar_t* const text = input_.text();
+    return text ? text : L"";
+  }
+  std::wstring name();
+  PARAGRAPH_TYPE type() { return static_cast<PARAGRAPH_TYPE>(1 + input_.byte() % 7); }
+  const wchar_t* attributes() { return input_.byte() % 2 == 0 ? L"" : L" class=\"x\""; }
+
+  AReport& report_;
+  Input& input_;
+  std::vector<Element> open_;
+};
+
+void NestedCalls::call() {
+  constexpr std::size_t kDeepest = 40;
+  const int choice = input_.byte();
+  if (choice % 4 == 0 || open_.size() > kDeepest) {
+    return open_.empty() ? begin(Kind::Topic) : end();
+  }
+  if (open_.empty() || open_.back().kind == Kind::Topic || open_.back().kind == Kind::Cell) {
+    static constexpr Kind kKinds[] = {Kind::Paragraph, Kind::Toc, Kind::Table, Kind::Style, Kind::Anchor};
+    return choice % 4 == 1 ? begin(kKinds[static_cast<std::size_t>(choice / 4) % std::size(kKinds)]) : inlineCall();
+  }
+  callIn(open_.back().kind);
+}
+
+void NestedCalls::callIn(Kind kind) {
+  switch (kind) {
+    case Kind::Toc: {
+      const wchar_t* const anchor = text();
+      const wchar_t* const shown = text();
+      return report_.TocItem(anchor, shown, input_.byte() % 12);
+    }
+    case Kind::Table: return begin(Kind::Row);
+    case Kind::Row:
+      if (input_.byte() % 2 == 0) {
+        return begin(Kind::Cell);
+      }
+      return cell();
+    default: return input_.byte() % 8 == 0 ? begin(Kind::Style) : inlineCall();
+  }
+}
+
+void NestedCalls::cell() {
+  const wchar_t* const shown = text();
+  report_.Cell(shown, input_.byte() % 2, L"");
+}
+
+void NestedCalls::inlineCall() {
+  switch (input_.byte() % 6) {
+    case 0: return report_.EndOfLine();
+    case 1: return report_.Space();
+    case 2: return report_.Ancor(text());
+    case 3: {
+      const wchar_t* const shown = text();
+      return report_.Link(shown, text());
+    }
+    default: return report_.Text(text(), PARAGRAPH_NONE, L"", 0);
+  }
+}
+
+void NestedCalls::begin(Kind kind) {
+  Element element{kind, 0, {}};
+  switch (kind) {
+    case Kind::Topic: report_.BeginSubDocument(folder().widePath().c_str(), L"topic.htm", text()); break;
+    case Kind::Paragraph:
+      element.number = type();
+      report_.BeginParagraph(static_cast<PARAGRAPH_TYPE>(element.number), attributes());
+      break;
+    case Kind::Style:
+      element.number = input_.byte() % 3;
+      report_.BeginStyle(static_cast<REPORT_STYLE>(element.number), 1 + input_.byte() % 60);
+      break;
+    case Kind::Anchor: report_.BeginAncor(text()); break;
+    case Kind::Toc: report_.BeginToc(); break;
+    case Kind::Table:
+      element.name = name();
+      report_.BeginTable(element.name.c_str(), attributes());
+      break;
+    case Kind::Row:
+      element.name = name();
+      report_.BeginRow(element.name.c_str(), L"", 1 + input_.byte() % 8);
+      break;
+    case Kind::Cell:
+      element.name = name();
+      element.number = input_.byte() % 2;
+      report_.BeginCell(element.name.c_str(), element.number, attributes());
+      break;
+  }
+  open_.push_back(std::move(element));
+}
+
+void NestedCalls::end() {
+  const Element element = std::move(open_.back());
+  open_.pop_back();
+  switch (element.kind) {
+    case Kind::Topic: return report_.EndSubDocument();
+    case Kind::Paragraph: return report_.EndParagraph(static_cast<PARAGRAPH_TYPE>(element.number));
+    case Kind::Style: return report_.EndStyle(static_cast<REPORT_STYLE>(element.number), 0);
+    case Kind::Anchor: return report_.EndAncor();
+    case Kind::Toc: return report_.EndToc();
+    case Kind::Table: return report_.EndTable(element.name.c_str());
+    case Kind::Row: return report_.EndRow(element.name.c_str());
+    case Kind::Cell: return report_.EndCell(element.name.c_str(), element.number);
+  }
+}
+
+// An element's name; in the classic form the caller's duty.
+std::wstring NestedCalls::name() {
+  static constexpr const wchar_t* kNames[] = {L"table", L"row", L"cell", L"a-1.b", L"\u00E9", L"_"};
+  return kNames[static_cast<std::size_t>(input_.byte()) % std::size(kNames)];
+}
+
+struct Results {
+  REPORT_ERRORS open = REPORT_OK;
+  REPORT_ERRORS close = REPORT_OK;
+
+  bool operator==(const Results&) const = default;
+};
+
+template <class Report>
+Results play(Report& report, const Plan& plan, Input& input) {
+  Results results;
+  setUp(report, plan);
+  results.open = report.Open();
+  if (plan.nested) {
+    NestedCalls(report, input).play();
+  } else {
+    AnyCalls(report, input, plan).play();
+  }
+  results.close = report.Close();
+  return results;
+}
+
+std::string nameOf(const Format& format, const char* kind) { return std::string(kind) + '.' + format.extension; }
+
+std::wstring pathOf(const Format& format, const char* kind) {
+  const std::string path = folder().path() + nameOf(format, kind);
+  return {path.begin(), path.end()};
+}
+
+const wchar_t* templateOf(const Plan& plan) { return plan.hasTemplate ? L"default.htm" : L""; }
+
+struct Bytes {
+  const std::uint8_t* data;
+  std::size_t size;
+};
+
+Results playTogether(Bytes bytes) {
+  Input input(bytes.data, bytes.size);
+  const Plan plan = planOf(input);
+  MultiReport report;
+  for (const Format& format : plan.formats) {
+    report.AddReport(format.format, pathOf(format, "multi").c_str(), templateOf(plan));
+  }
+  const Results results = play(report, plan, input);
+  report.Clear();
+  return results;
+}
+
+template <class Report>
+Results playAlone(const Format& format, Bytes bytes) {
+  Input input(bytes.data, bytes.size);
+  const Plan plan = planOf(input);
+  Report report;
+  report.SetOutputFileName(pathOf(format, "alone").c_str());
+  report.SetTemplateFileName(templateOf(plan));
+  return play(report, plan, input);
+}
+
+Results playAlone(const Format& format, Bytes bytes) {
+  switch (format.format) {
+    case FORMAT_RTF: return playAlone<RTFReport>(format, bytes);
+    case FORMAT_HTML: return playAlone<HtmlReport>(format, bytes);
+    case FORMAT_XML: return playAlone<XmlReport>(format, bytes);
+    case FORMAT_TEXT: return playAlone<TextReport>(format, bytes);
+    case FORMAT_CHM: return playAlone<CHMReport>(format, bytes);
+    case FORMAT_PDF: return playAlone<PDFReport>(format, bytes);
+    case FORMAT_EXCEL: return playAlone<ExcelReport>(format, bytes);
+  }
+  return {};
+}
+
+void require(bool good, const Format& format, const std::string& problem) {
+  if (!good) {
+    std::fprintf(stderr, "%s: %s\n", format.extension, problem.c_str());
+    std::abort();
+  }
+}
+
+// Texts of the classic form are not escaped in PDF and RTF, so that only a conforming file can be taken apart whatever
+// is in it.
+void checkNested(const Format& format, const Plan& plan, const std::string& bytes) {
+  std::string problem;
+  if (format.format == FORMAT_XML) {
+    problem = scrivalen::fuzz::problemOfXml(bytes);
+  } else if (format.format == FORMAT_RTF && plan.conforming) {
+    problem = scrivalen::fuzz::problemOfRtf(bytes);
+  } else if (format.format == FORMAT_PDF && plan.conforming) {
+    const scrivalen::test::PdfStructure structure(bytes, true);
+    problem = structure.problems().empty() ? "" : structure.problems().front();
+  }
+  require(problem.empty(), format, problem);
+}
+
+void check(const Format& format, const Plan& plan, const Results& results) {
+  const std::string together = folder().take(nameOf(format, "multi"));
+  const std::string alone = folder().take(nameOf(format, "alone"));
+  if (format.format == FORMAT_CHM) {
+    return require(results.close != REPORT_OK && alone.empty() && together.empty(), format, "made without a compiler");
+  }
+  require(results == Results{}, format, "it did not open or close");
+  require(!alone.empty() || format.format == FORMAT_TEXT, format, "there is nothing in it");
+  require(alone == together, format, "it is another one in a MultiReport");
+  if (plan.nested) {
+    checkNested(format, plan, alone);
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  scrivalen::SetLogHandler([](const wchar_t*) {});
+  scrivalen::SetErrorBoxHandler([](const wchar_t*, const wchar_t*) {});
+  scrivalen::SetClockHandler([] { return std::int64_t{1700000000}; });
+  // No help compiler is found, which would take a second each time.
+  return setenv("PATH", folder().path().c_str(), 1);
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  Input input(data, size);
+  const Plan plan = planOf(input);
+  const Bytes bytes{data, size};
+  const Results together = playTogether(bytes);
+  REPORT_ERRORS close = REPORT_OK;
+  for (const Format& format : plan.formats) {
+    const Results alone = playAlone(format, bytes);
+    check(format, plan, alone);
+    close = close == REPORT_OK ? alone.close : close;
+  }
+  require(together == Results{REPORT_OK, close}, {}, "a MultiReport does not return what its reports do");
+  if (!folder().isEmpty()) {
+    std::fprintf(stderr, "a file is left behind\n");
+    std::abort();
+  }
+  return 0;
+}

@@ -1,0 +1,144 @@
+#include "command.h"
+#include "host.h"
+#include "markup_check.h"
+#include "private_folder.h"
+#include "support/pdf_structure.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <vector>
+
+using scrivalen::fuzz::PrivateFolder;
+
+// Converts a text by the command: the first two bytes say how, the others are the text.
+namespace {
+
+const PrivateFolder& folder() {
+  static const PrivateFolder folder;
+  return folder;
+}
+
+enum class Format { Text, Html, Xml, Rtf, Pdf, Xlsx, Chm };
+
+// What is quick is chosen more often: a spreadsheet takes as long as a hundred pages.
+constexpr Format kFormats[] = {Format::Html, Format::Html, Format::Html, Format::Html, Format::Xml, Format::Xml,
+                               Format::Text, Format::Text, Format::Text, Format::Rtf,  Format::Rtf, Format::Rtf,
+                               Format::Pdf,  Format::Pdf,  Format::Pdf,  Format::Xlsx, Format::Chm};
+constexpr const char* kNames[] = {"text", "html", "xml", "rtf", "pdf", "xlsx", "chm"};
+
+struct Choice {
+  Format format;
+  const char* from;
+  bool unsafe;
+  bool classic;
+  std::vector<std::string> options;
+};
+
+Choice choiceOf(unsigned how, unsigned flags) {
+  Choice choice{kFormats[how % std::size(kFormats)], "markdown", (flags & 1) != 0, (flags & 2) != 0, {}};
+  const auto add = [&](unsigned flag, std::vector<std::string> options) {
+    if ((flags & flag) != 0) {
+      choice.options.insert(choice.options.end(), options.begin(), options.end());
+    }
+  };
+  add(1, {"--unsafe"});
+  add(2, {"--classic"});
+  add(4, {"--toc"});
+  add(8, {"--landscape"});
+  add(16, {"--single-byte"});
+  add(32, {"--title", "a <b> %TITLE% {\\"});
+  if ((flags & 64) != 0) {
+    choice.from = (flags & 128) != 0 ? "csv" : "tsv";
+  } else {
+    add(128, {"--separator", " | "});
+  }
+  return choice;
+}
+
+struct Outcome {
+  int status = 0;
+  std::string errors;
+};
+
+Outcome convert(const Choice& choice, std::string_view input) {
+  Outcome outcome;
+  std::string output;
+  scrivalen::command::Host host;
+  host.readInput = [&](void* data, std::size_t size) {
+    const std::size_t count = std::min(size, input.size());
+    std::memcpy(data, input.data(), count);
+    input.remove_prefix(count);
+    return std::optional<std::size_t>(count);
+  };
+  host.writeOutput = [&](std::string_view text) { output += text; };
+  host.writeError = [&](std::string_view text) { outcome.errors += text; };
+  host.variable = [](const char*) { return std::optional<std::string>("1700000000"); };
+  host.wasInterrupted = [] { return false; };
+  const std::string target = kNames[static_cast<std::size_t>(choice.format)] + (":" + folder().path() + "out");
+  std::vector<std::string> arguments = {"-", "--from", choice.from, "-o", target};
+  arguments.insert(arguments.end(), choice.options.begin(), choice.options.end());
+  outcome.status = scrivalen::command::runCommand(arguments, host);
+  return outcome;
+}
+
+void require(bool good, const Choice& choice, std::string_view problem) {
+  if (!good) {
+    std::fprintf(stderr, "%s from %s: %.*s\n", kNames[static_cast<std::size_t>(choice.format)], choice.from,
+                 static_cast<int>(problem.size()), problem.data());
+    std::abort();
+  }
+}
+
+std::string problemOfPdf(const std::string& bytes) {
+  const scrivalen::test::PdfStructure structure(bytes, true);
+  return structure.problems().empty() ? "" : structure.problems().front();
+}
+
+std::string problemOfWorkbook(const std::string& bytes) { return bytes.starts_with("PK\x03\x04") ? "" : "no archive"; }
+
+// Classic forms are not escaped, in which anything may come out.
+std::string problemOf(const Choice& choice, const std::string& bytes) {
+  switch (choice.format) {
+    case Format::Html: return choice.unsafe ? "" : scrivalen::fuzz::problemOfPage(bytes);
+    case Format::Xml: return scrivalen::fuzz::problemOfXml(bytes);
+    case Format::Rtf: return choice.classic ? "" : scrivalen::fuzz::problemOfRtf(bytes);
+    case Format::Pdf: return choice.classic ? "" : problemOfPdf(bytes);
+    case Format::Xlsx: return problemOfWorkbook(bytes);
+    case Format::Text:
+    case Format::Chm: break;
+  }
+  return {};
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerInitialize(int*, char***) {
+  // Help topics are written there, and no help compiler is found.
+  const char* const path = folder().path().c_str();
+  return setenv("TMPDIR", path, 1) + setenv("PATH", path, 1);
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size < 2) {
+    return 0;
+  }
+  const Choice choice = choiceOf(data[0], data[1]);
+  const std::string_view input(reinterpret_cast<const char*>(data) + 2, size - 2);
+  const Outcome outcome = convert(choice, input);
+  const std::string bytes = folder().take("out");
+  const bool mayFail = choice.from != std::string_view("markdown") || choice.format == Format::Chm;
+  require(outcome.status == 0 || (outcome.status == 1 && mayFail), choice, outcome.errors);
+  require(outcome.status == 0 || (!outcome.errors.empty() && bytes.empty()), choice, "it failed without a word");
+  if (outcome.status == 0) {
+    const std::string problem = problemOf(choice, bytes);
+    require(problem.empty(), choice, problem);
+  }
+  require(folder().isEmpty(), choice, "a file is left behind");
+  return 0;
+}

@@ -1,0 +1,67 @@
+#include "markup_check.h"
+
+#include <gtest/gtest.h>
+
+// What the fuzzers judge by.
+namespace scrivalen::fuzz {
+namespace {
+
+bool isXml(const std::string& content) {
+  return problemOfXml("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + content).empty();
+}
+
+bool isSafe(const std::string& content) { return problemOfPage("<body><main>" + content + "</main>").empty(); }
+
+TEST(MarkupCheck, AcceptsWhatReportsWriteInXml) {
+  EXPECT_TRUE(isXml("<report>\r\n<a-b.c>\xC3\xA9 &amp; &#65; &#x1F600; ] ></a-b.c><\xC3\xA9></\xC3\xA9></report>"));
+}
+
+TEST(MarkupCheck, RefusesElementsOfXmlThatDoNotNest) {
+  for (const char* content : {"", "<a>", "</a>", "<a></b>", "<a><b></a></b>", "<a></a><b></b>", "<a></a>x"}) {
+    EXPECT_FALSE(isXml(content)) << content;
+  }
+}
+
+TEST(MarkupCheck, RefusesNamesThatXmlDoesNotKnow) {
+  for (const char* name : {"", "1", "-a", "a b", "a<", "\xC3\x97", "\xC3"}) {
+    EXPECT_FALSE(isXml(std::string("<") + name + "></" + name + ">")) << name;
+  }
+}
+
+TEST(MarkupCheck, RefusesTextsThatXmlDoesNotKnow) {
+  for (const char* text : {"&", "&nbsp;", "&#0;", "&#xD800;", "&#;", "&#x1G;", "&amp", "]]>", "\x01", "\xC3",
+                           "\xED\xA0\x80", "\xEF\xBF\xBE", "\xC0\x80", "\xF4\x90\x80\x80"}) {
+    EXPECT_FALSE(isXml(std::string("<a>") + text + "</a>")) << text;
+  }
+}
+
+TEST(MarkupCheck, AcceptsWhatTheCommandWritesInPages) {
+  EXPECT_TRUE(
+      isSafe("<p>a<br>b <a href=\"x\" title=\"&lt;\">c</a></p><img src=\"data:image/png;,\" alt=\"\">"
+             "<li><input type=\"checkbox\" checked disabled> d</li>"));
+}
+
+TEST(MarkupCheck, RefusesWhatRunsInPages) {
+  for (const char* content :
+       {"<script></script>", "<style></style>", "<p onclick=\"x\"></p>", "<a href=\"javascript:x\"></a>",
+        "<a href=\" Java\tScript:x\"></a>", "<a href=\"&#106;avascript:x\"></a>", "<a href=\"data:x\"></a>",
+        "<img src=\"vbscript:x\">", "<!-- x -->"}) {
+    EXPECT_FALSE(isSafe(content)) << content;
+  }
+}
+
+TEST(MarkupCheck, RefusesElementsOfPagesThatDoNotNest) {
+  for (const char* content : {"<p>", "</p>", "<p><b></p></b>", "<p class=x></p>", "<p"}) {
+    EXPECT_FALSE(isSafe(content)) << content;
+  }
+}
+
+TEST(MarkupCheck, KnowsWhetherGroupsOfRtfNest) {
+  EXPECT_EQ(problemOfRtf("{\\rtf1 \\{{a}\\\\}"), "");
+  for (const char* bytes : {"", "x", "{", "{}}", "{}x", "{\\}", "{a}{b}", "}{"}) {
+    EXPECT_NE(problemOfRtf(bytes), "") << bytes;
+  }
+}
+
+}  // namespace
+}  // namespace scrivalen::fuzz
