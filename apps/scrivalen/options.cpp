@@ -165,12 +165,7 @@ std::string templateList() {
 bool isSameTarget(const std::string& a, const std::string& b) {
   const std::wstring first = platform::widePath(a);
   const std::wstring second = platform::widePath(b);
-  const auto folder = [](const std::wstring& path) {
-    const auto name = platform::folderOf(path);
-    return name.empty() ? std::wstring(L".") : std::wstring(name);
-  };
-  return platform::isSameFile(first, second) || (platform::fileNameOf(first) == platform::fileNameOf(second) &&
-                                                 platform::isSameFile(folder(first), folder(second)));
+  return platform::isSameFile(first, second) || platform::resolvedPath(first) == platform::resolvedPath(second);
 }
 
 void requireDifferentFiles(const Options& options) {

@@ -2,6 +2,7 @@
 
 #include "document.h"
 #include "formats.h"
+#include "output/target_file.h"
 
 #include <memory>
 #include <string>
@@ -16,9 +17,6 @@ class Output {
   Output(const Format& format, std::string name);
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
-  /// What was not delivered is removed.
-  ~Output();
-
   void open(const DocumentSettings& settings);
   /// Does nothing unless the output was opened.
   void write(const Event& event) {
@@ -38,12 +36,11 @@ class Output {
  private:
   bool prepareFile();
   void fail(const std::string& error);
-  void removeTemporary();
 
   std::string name_;
-  std::unique_ptr<DocumentWriter> writer_;
-  std::wstring file_;    // what is written to
-  std::wstring target_;  // what it becomes; empty for a device
+  std::unique_ptr<platform::TargetFile> target_;  // null for a device
+  std::unique_ptr<DocumentWriter> writer_;        // goes first: some systems do not remove a file that is open
+  std::wstring file_;                             // what is written to
   std::string error_;
   bool isOpen_ = false;
 };

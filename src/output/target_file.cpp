@@ -1,18 +1,12 @@
 #include "output/target_file.h"
 
+#include "system/file_rights.h"
+#include "system/messages.h"
+
 #include <utility>
 
 namespace scrivalen::platform {
 namespace {
-
-bool appendTo(NativeFile target, const std::wstring& finished) noexcept {
-  const NativeFile source = openForReading(finished);
-  if (!source) {
-    return false;
-  }
-  const bool copied = copyContents(source, target);
-  return closeFile(source) && copied;
-}
 
 // What another program has written into a new file meanwhile is not ours to remove.
 bool isEmptyFile(const std::wstring& path) noexcept {
@@ -27,73 +21,92 @@ bool isEmptyFile(const std::wstring& path) noexcept {
 
 }  // namespace
 
+bool TargetFile::prepare(const std::wstring& path) {
+  path_ = path;
+  return makePlace();
+}
+
 bool TargetFile::hold(const std::wstring& path) {
   path_ = path;  // known before there is a file that may have to go away again
-  const HeldFile held = holdExclusive(path_);
+  HeldFile held = holdExclusive(path_);
   if (!held.file) {
     return false;
   }
   file_ = held.file;
   isNew_ = held.isNew;
+  return makePlace();
+}
+
+bool TargetFile::makePlace() {
+  isReplaceable_ = !isSpecialFile(path_) && !isOpenFilesName(path_);
+  if (!isReplaceable_) {
+    return work_.createElsewhere();
+  }
   path_ = resolvedPath(path_);
-  return prepareFolder();
+  return !path_.empty() && work_.createBeside(path_);
 }
 
-// A file is created there and removed again, which tells whether that will be possible at the end.
-bool TargetFile::prepareFolder() {
-  if (isSpecialFile(path_)) {
-    privateFolder_ = createPrivateFolder().value_or(L"");
-    return !privateFolder_.empty();
-  }
-  const auto probe = createTemporary();
-  return probe && deleteFile(*probe);
-}
-
-std::wstring TargetFile::folder() const {
-  if (!privateFolder_.empty()) {
-    return privateFolder_;
-  }
-  const std::wstring_view folder = folderOf(path_);
-  const bool isRoot = folder.size() <= 1 || folder[folder.size() - 2] == L':';
-  return folder.empty() ? L"." : std::wstring(isRoot ? folder : folder.substr(0, folder.size() - 1));
-}
-
-// Whoever could not read the file that is replaced must not be able to read the new one, not even for a moment.
-std::optional<std::wstring> TargetFile::createTemporary() const {
-  auto file = createFileBeside(privateFolder_.empty() ? path_ : privateFolder_ + kPathSeparator);
-  if (file && !isNew_ && privateFolder_.empty()) {
-    copyPermissions(path_, *file);
-  }
-  return file;
-}
+std::wstring TargetFile::newFile() const { return (folder() + kPathSeparator).append(fileNameOf(path_)); }
 
 bool TargetFile::replaceBy(const std::wstring& finished) {
-  if (!privateFolder_.empty()) {
-    return appendTo(file_, finished) && deleteFile(finished) && closeFile(std::exchange(file_, nullptr));
+  if (!isReplaceable_) {
+    return writeInto(finished) && deleteFile(finished);
   }
-  return moveFrom(finished);
-}
-
-bool TargetFile::moveFrom(const std::wstring& finished) {
-  // Some systems let no file be moved over one that is open.
-  closeFile(std::exchange(file_, nullptr));
-  if (!moveReplacing(finished, path_)) {
+  // Some systems replace no file that is open.
+  if (file_) {
+    closeFile(std::exchange(file_, nullptr));
+  }
+  const bool isInFolder = folderOf(finished) == folder() + kPathSeparator;
+  if (!(isInFolder ? replaceFile(finished, path_) : replaceThroughFolder(finished))) {
     return false;
   }
   isNew_ = false;
   return true;
 }
 
+// The folder is on the target's volume, and nobody else sees the file in it before it has the target's rights.
+bool TargetFile::replaceThroughFolder(const std::wstring& finished) {
+  const std::wstring moved = newFile();
+  if (!moveReplacing(finished, moved)) {
+    return false;
+  }
+  if (!replaceFile(moved, path_)) {
+    const SystemErrorKeeper error;
+    moveReplacing(moved, finished);
+    return false;
+  }
+  return true;
+}
+
+// A file under such a name is opened again, which cuts it: it may be longer than the new content.
+bool TargetFile::writeInto(const std::wstring& finished) {
+  const NativeFile source = openForReading(finished);
+  if (!source) {
+    return false;
+  }
+  if (file_ && sizeOf(file_)) {
+    closeFile(std::exchange(file_, nullptr));
+  }
+  if (!file_) {
+    file_ = openExclusive(path_);
+  }
+  const bool isCopied = file_ && copyContents(source, file_);
+  {
+    const SystemErrorKeeper error;
+    closeFile(source);
+  }
+  return isCopied && closeFile(std::exchange(file_, nullptr));
+}
+
 void TargetFile::release() noexcept {
+  const SystemErrorKeeper error;
   if (file_) {
     closeFile(std::exchange(file_, nullptr));
   }
   if (std::exchange(isNew_, false) && isEmptyFile(path_)) {
     deleteFile(path_);
   }
-  if (!privateFolder_.empty()) {
-    deleteFolder(std::exchange(privateFolder_, {}));
-  }
+  work_.remove();
 }
 
 }  // namespace scrivalen::platform

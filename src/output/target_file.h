@@ -1,15 +1,16 @@
 #pragma once
 
 #include "system/files.h"
+#include "system/work_folder.h"
 
-#include <optional>
 #include <string>
 
 namespace scrivalen::platform {
 
-/// A file that is held from the beginning of the work on it, so that nobody else writes it and a bad path is known at
-/// once, and that gets its new content in one step at the end. Until then it has what it had; one that was created for
-/// this goes away when the new content does not come.
+/// A file that gets new content in one step once that is whole. Until then it has what it had, and the new content is
+/// made beside it, where nobody else can read it. A file that is replaced hands its rights on; other names that it has
+/// (hard links) keep the old content. A device, a pipe or an open file's name (/dev/stdout) cannot be replaced: the
+/// content is made elsewhere and written into it.
 class TargetFile {
  public:
   TargetFile() = default;
@@ -17,31 +18,36 @@ class TargetFile {
   TargetFile& operator=(const TargetFile&) = delete;
   ~TargetFile() { release(); }
 
-  /// @return false, with the reason in lastSystemError, when the file or files beside it cannot be written
+  /// Finds out what the path leads to, and makes place for new content.
+  /// @return false, with the reason in lastSystemError, when no content can be made for it
+  bool prepare(const std::wstring& path);
+
+  /// The same for a file that is created where there is none, and held from now on, so that nobody else writes it. It
+  /// goes away again when the new content does not come.
   bool hold(const std::wstring& path);
 
-  /// Where files for the time of the work belong, without a separator at its end: beside the target, so that they are
-  /// on its volume; for a device or a pipe a folder of its own.
-  std::wstring folder() const;
+  /// The folder in which the new content is made, without a separator at its end.
+  const std::wstring& folder() const { return work_.path(); }
+  /// Where to make the new content: no file yet, in that folder and with the target's name.
+  std::wstring newFile() const;
 
-  /// Creates an empty file of a new name in that folder.
-  std::optional<std::wstring> createTemporary() const;
-
-  /// Lets the target have the content of a finished file, which is gone then.
+  /// Lets the target have the content of a finished file, which may be anywhere and is gone then.
   /// @return false, with the reason in lastSystemError, when that failed; the finished file stays
   bool replaceBy(const std::wstring& finished);
 
-  /// Lets go of the target.
+  /// Lets go of the target and removes what was made for it; lastSystemError stays as it is.
   void release() noexcept;
 
  private:
-  bool prepareFolder();
-  bool moveFrom(const std::wstring& finished);
+  bool makePlace();
+  bool writeInto(const std::wstring& finished);
+  bool replaceThroughFolder(const std::wstring& finished);
 
   std::wstring path_;  // with links resolved
   NativeFile file_ = nullptr;
   bool isNew_ = false;
-  std::wstring privateFolder_;  // for a target that files can not be moved over
+  bool isReplaceable_ = true;
+  WorkFolder work_;
 };
 
 }  // namespace scrivalen::platform

@@ -82,9 +82,6 @@ bool deleteFile(const std::wstring& path) noexcept;
 /// Moves a file over another, which it replaces, also from one volume to another; the target is whole or untouched.
 bool moveReplacing(const std::wstring& from, const std::wstring& to);
 
-/// Lets a file have the permissions of another; on Windows its attributes.
-bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept;
-
 /// The names of a folder's files that end in @p suffix, in any ASCII case, in the order of the file system.
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix);
 
@@ -100,8 +97,12 @@ std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept;
 /// @return its path; nothing on an error
 std::optional<std::wstring> createFileBeside(const std::wstring& path);
 
-/// The file that a path leads to: links are followed where there are any.
+/// The file that a path leads to: links are followed where there are any, also when there is nothing at their end.
+/// Empty, with the reason in lastSystemError, when they have no end.
 std::wstring resolvedPath(const std::wstring& path);
+
+/// Whether a path names a file as a process has it open, as /dev/stdout does, rather than by its own name.
+bool isOpenFilesName(const std::wstring& path);
 
 /// Whether the path is a device or a pipe, which can be written to but not replaced.
 bool isSpecialFile(const std::wstring& path) noexcept;

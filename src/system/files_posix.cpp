@@ -1,10 +1,12 @@
 #include "system/files.h"
 
+#include "system/descriptor_posix.h"
+#include "system/messages.h"
+#include "system/native_path_posix.h"
 #include "text/utf.h"
 
 #include <algorithm>
 #include <cerrno>
-#include <climits>
 #include <cstdlib>
 #include <iterator>
 #include <memory>
@@ -19,76 +21,21 @@
 namespace scrivalen::platform {
 namespace {
 
-constexpr char32_t kByteEscape = 0xDC00;  // plus a byte of 0x80 or above, which is not UTF-8
-
-// Writes one character of a path. Returns how many bytes those were; 0 for what no path can hold.
-std::size_t putPathCharacter(char32_t c, char* out) noexcept {
-  if (c >= kByteEscape + 0x80 && c <= kByteEscape + 0xFF) {
-    *out = static_cast<char>(static_cast<unsigned char>(c - kByteEscape));
-    return 1;
-  }
-  return isSurrogate(c) || c > 0x10FFFF ? 0 : putUtf8(c, out);
-}
-
-// A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a
-// path that is longer than the system takes there is enough for the system to say so.
-class Native {
- public:
-  explicit Native(const std::wstring& path) noexcept {
-    const wchar_t* const end = path.data() + path.size();
-    std::size_t size = 0;
-    for (const wchar_t* at = path.data(); at != end && size < PATH_MAX;) {
-      const std::size_t bytes = putPathCharacter(nextCharacter(at, end), path_ + size);
-      if (bytes == 0) {
-        isValid_ = false;
-        size = 0;
-        break;
-      }
-      size += bytes;
-    }
-    path_[size] = '\0';
-  }
-
-  /// Whether there can be such a path; if not, c_str is empty, which leads to no file.
-  bool isValid() const noexcept { return isValid_; }
-  const char* c_str() const noexcept { return path_; }
-
- private:
-  char path_[PATH_MAX + 4];  // the last character may go beyond
-  bool isValid_ = true;
-};
-
-int descriptor(NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
-
-void closeKeepingError(int fd) {
-  const int error = errno;
-  ::close(fd);
-  errno = error;
-}
-
-// A descriptor of 3 or above: 0 would read as no file, and a host that has closed its standard streams must not find a
-// report in their place.
 int openDescriptor(const std::wstring& path, int flags) {
-  const Native native(path);
+  constexpr mode_t kRights = 0666;
+  const NativePath native(path);
   if (!native.isValid()) {
     errno = EILSEQ;
     return -1;
   }
   int fd = -1;
   do {
-    fd = ::open(native.c_str(), flags | O_CLOEXEC, 0666);
+    fd = ::open(native.c_str(), flags | O_CLOEXEC, kRights);
   } while (fd < 0 && errno == EINTR);
-  if (fd < 0 || fd > STDERR_FILENO) {
-    return fd;
-  }
-  const int moved = ::fcntl(fd, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-  closeKeepingError(fd);
-  return moved;
+  return aboveStandardStreams(fd);
 }
 
-NativeFile toNative(int fd) { return fd < 0 ? nullptr : reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(fd)); }
-
-bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(Native(path).c_str(), &status) == 0; }
+bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(NativePath(path).c_str(), &status) == 0; }
 
 bool isRegular(int fd) {
   struct stat status {};
@@ -129,8 +76,41 @@ bool copyFile(const std::wstring& from, const std::wstring& to) {
   return copied && closed;
 }
 
+std::string folderOf(const std::string& path) {
+  const std::size_t name = path.rfind('/') + 1;
+  return name == 0 ? "./" : path.substr(0, name);
+}
+
+// A path without links; empty where nothing is there.
+std::string realPath(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.c_str(), nullptr), &std::free);
+  return real ? real.get() : "";
+}
+
+// Where the links lead that a path may be, also when there is nothing at their end; nowhere when there is no end.
+struct Followed {
+  explicit Followed(const std::wstring& from) : path(narrowPath(from)) {
+    constexpr int kMostLinks = 40;
+    char target[PATH_MAX];
+    for (int links = 0; links < kMostLinks; ++links) {
+      isOpenFile |= realPath(folderOf(path)).starts_with("/proc/");
+      const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
+      if (size <= 0) {
+        return;
+      }
+      const std::string next(target, static_cast<std::size_t>(size));
+      path = next.front() == '/' ? next : folderOf(path) + next;
+    }
+    path.clear();
+    errno = ELOOP;
+  }
+
+  std::string path;
+  bool isOpenFile = false;  // whether they lead through the system's list of files that a process has open
+};
+
 bool renamePath(const std::wstring& from, const std::wstring& to) {
-  return ::rename(Native(from).c_str(), Native(to).c_str()) == 0;
+  return ::rename(NativePath(from).c_str(), NativePath(to).c_str()) == 0;
 }
 
 // Through a file beside the target, so that the target is never half written.
@@ -304,7 +284,7 @@ bool isSameFile(const std::wstring& a, const std::wstring& b) {
   return statusOf(a, first) && statusOf(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
 }
 
-bool deleteFile(const std::wstring& path) noexcept { return ::unlink(Native(path).c_str()) == 0; }
+bool deleteFile(const std::wstring& path) noexcept { return ::unlink(NativePath(path).c_str()) == 0; }
 
 bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   if (renamePath(from, to)) {
@@ -313,15 +293,9 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return errno == EXDEV && moveAcrossVolumes(from, to);
 }
 
-bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept {
-  constexpr mode_t kPermissions = 0777;
-  struct stat status {};
-  return statusOf(from, status) && ::chmod(Native(to).c_str(), status.st_mode & kPermissions) == 0;
-}
-
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
   std::vector<std::wstring> names;
-  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(Native(folder).c_str()), &::closedir);
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(NativePath(folder).c_str()), &::closedir);
   if (!entries) {
     return names;
   }
@@ -349,17 +323,28 @@ std::optional<std::wstring> createPrivateFolder() {
 
 std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
   struct statvfs disk {};
-  if (::statvfs(Native(folder).c_str(), &disk) != 0) {
+  if (::statvfs(NativePath(folder).c_str(), &disk) != 0) {
     return std::nullopt;
   }
   return std::uint64_t{disk.f_bavail} * disk.f_frsize;
 }
 
-bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(Native(path).c_str()) == 0; }
+bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(NativePath(path).c_str()) == 0; }
 
 std::wstring resolvedPath(const std::wstring& path) {
-  const std::unique_ptr<char, void (*)(void*)> real(::realpath(Native(path).c_str(), nullptr), &std::free);
-  return real ? widePath(real.get()) : path;
+  const std::string real = realPath(narrowPath(path));
+  if (!real.empty()) {
+    return widePath(real);
+  }
+  const std::string target = Followed(path).path;
+  const std::string folder = target.empty() ? "" : realPath(folderOf(target));
+  if (folder.empty()) {
+    return widePath(target);
+  }
+  const std::string_view name = std::string_view(target).substr(target.rfind('/') + 1);
+  return widePath(folder + (folder.ends_with('/') ? "" : "/")).append(widePath(name));
 }
+
+bool isOpenFilesName(const std::wstring& path) { return Followed(path).isOpenFile; }
 
 }  // namespace scrivalen::platform

@@ -1,7 +1,7 @@
 #include "system/files.h"
 
-#include "text/utf.h"
 #include "system/windows_api.h"
+#include "text/utf.h"
 
 #include <algorithm>
 
@@ -22,6 +22,20 @@ void closeKeepingError(HANDLE file) {
 }
 
 bool isFileOnDisk(HANDLE file) { return GetFileType(file) == FILE_TYPE_DISK; }
+
+// A path without links; empty where nothing is there.
+std::wstring realPath(const std::wstring& path) {
+  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+  if (file == INVALID_HANDLE_VALUE) {
+    return {};
+  }
+  std::wstring real(32768, L'\0');
+  const DWORD length = GetFinalPathNameByHandleW(file, real.data(), static_cast<DWORD>(real.size()), 0);
+  CloseHandle(file);
+  real.resize(length < real.size() ? length : 0);
+  return real;
+}
 
 // The identity of a file, for which opening it for nothing is enough.
 bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) {
@@ -201,11 +215,6 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED) != 0;
 }
 
-bool copyPermissions(const std::wstring& from, const std::wstring& to) noexcept {
-  const DWORD attributes = GetFileAttributesW(from.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES && SetFileAttributesW(to.c_str(), attributes);
-}
-
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
   std::vector<std::wstring> names;
   const bool isSeparated = !folder.empty() && kPathSeparators.find(folder.back()) != std::wstring_view::npos;
@@ -247,19 +256,16 @@ std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
 bool deleteFolder(const std::wstring& path) noexcept { return RemoveDirectoryW(path.c_str()) != 0; }
 
 std::wstring resolvedPath(const std::wstring& path) {
-  std::wstring resolved(32768, L'\0');
-  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
-    return path;
+  const std::wstring real = realPath(path);
+  if (!real.empty()) {
+    return real;
   }
-  const DWORD length = GetFinalPathNameByHandleW(file, resolved.data(), static_cast<DWORD>(resolved.size()), 0);
-  CloseHandle(file);
-  if (length == 0 || length >= resolved.size()) {
-    return path;
-  }
-  resolved.resize(length);
-  return resolved;
+  const std::wstring_view folder = folderOf(path);
+  const std::wstring realFolder = realPath(folder.empty() ? L"." : std::wstring(folder));
+  const std::wstring_view separator = realFolder.ends_with(kPathSeparator) ? L"" : L"\\";
+  return realFolder.empty() ? path : (realFolder + std::wstring(separator)).append(fileNameOf(path));
 }
+
+bool isOpenFilesName(const std::wstring&) { return false; }
 
 }  // namespace scrivalen::platform

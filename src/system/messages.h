@@ -8,6 +8,21 @@ namespace scrivalen::platform {
 /// The system's number for the last call of the platform layer that failed: errno, or GetLastError.
 std::uint32_t lastSystemError();
 
+/// Restores such a number, where what was done since is of no interest.
+void setLastSystemError(std::uint32_t error);
+
+/// Keeps the reason of a failure while something is cleaned up.
+class SystemErrorKeeper {
+ public:
+  SystemErrorKeeper() : error_(lastSystemError()) {}
+  SystemErrorKeeper(const SystemErrorKeeper&) = delete;
+  SystemErrorKeeper& operator=(const SystemErrorKeeper&) = delete;
+  ~SystemErrorKeeper() { setLastSystemError(error_); }
+
+ private:
+  std::uint32_t error_;
+};
+
 /// The system's number for a disk without room.
 std::uint32_t diskFullError();
 

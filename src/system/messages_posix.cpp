@@ -9,6 +9,8 @@ namespace scrivalen::platform {
 
 std::uint32_t lastSystemError() { return static_cast<std::uint32_t>(errno); }
 
+void setLastSystemError(std::uint32_t error) { errno = static_cast<int>(error); }
+
 std::uint32_t diskFullError() { return ENOSPC; }
 
 std::wstring systemErrorText(std::uint32_t error) {

@@ -8,6 +8,8 @@ namespace scrivalen::platform {
 
 std::uint32_t lastSystemError() { return GetLastError(); }
 
+void setLastSystemError(std::uint32_t error) { SetLastError(error); }
+
 std::uint32_t diskFullError() { return ERROR_DISK_FULL; }
 
 std::wstring systemErrorText(std::uint32_t error) {

@@ -1,10 +1,15 @@
 #include "command_support.h"
+#include "system/files.h"
+#include "system/process.h"
 
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace scrivalen::command::test {
 namespace {
@@ -104,6 +109,82 @@ TEST(DeliveryPosix, ReplacesTheFileThatALinkLeadsTo) {
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/link.txt"}).status, 0);
   EXPECT_TRUE(fs::is_symlink(run.fsPath("link.txt")));
   EXPECT_EQ(run.text("real.txt"), "new\n");
+}
+
+TEST(DeliveryPosix, WritesTheFileThatALinkLeadsToAndThatIsNotThereYet) {
+  CommandRun run;
+  run.with("in.md", "new");
+  fs::create_symlink("real.txt", run.fsPath("link.txt"));
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/link.txt"}).status, 0);
+  EXPECT_TRUE(fs::is_symlink(run.fsPath("link.txt")));
+  EXPECT_EQ(run.text("real.txt"), "new\n");
+  fs::create_symlink("other.txt", run.fsPath("second.txt"));
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/second.txt", "-o", "@/other.txt"}).error,
+            "scrivalen: two outputs have the name '@/other.txt'\n");
+}
+
+TEST(DeliveryPosix, WritesNothingInThePlaceOfAClosedStream) {
+  CommandRun run;
+  run.with("in.md", "x");
+  const auto before = fs::read_symlink("/dev/stdout");
+  const auto result = platform::runProgram({L"sh", L"-c", L"exec \"$0\" \"$1\" -o text:/dev/stdout >&-",
+                                            platform::widePath(SCRIVALEN_COMMAND), run.widePath("in.md")});
+  EXPECT_EQ(result.exitStatus, 1);
+  EXPECT_EQ(result.messages, std::vector<std::wstring>{L"scrivalen: cannot write '/dev/stdout': it is closed"});
+  EXPECT_EQ(fs::read_symlink("/dev/stdout"), before);
+}
+
+TEST(DeliveryPosix, ReplacesFilesInMemoryToo) {
+  const scrivalen::test::TemporaryFolder folder(L"/dev/shm/scrivalen-" + platform::randomName());
+  const std::string output = platform::narrowPath(folder / L"a.xml");
+  CommandRun run;
+  run.with("in.md", "x");
+  for (int i = 0; i < 2; ++i) {
+    EXPECT_EQ(run.run({"@/in.md", "-o", output}).error, "");
+  }
+  EXPECT_EQ(std::distance(fs::directory_iterator(scrivalen::test::asPath(folder.path())), {}), 1);
+}
+
+TEST(DeliveryPosix, ReplacesOneOfSeveralNamesOfAFile) {
+  CommandRun run;
+  run.with("in.md", "new").with("a.txt", "old");
+  fs::create_hard_link(run.fsPath("a.txt"), run.fsPath("b.txt"));
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.txt"}).status, 0);
+  EXPECT_EQ(run.text("a.txt"), "new\n");
+  EXPECT_EQ(run.bytes("b.txt"), "old");
+}
+
+TEST(DeliveryPosix, RemovesWhatAKilledRunHasLeft) {
+  CommandRun run;
+  run.with("in.md", "x");
+  ASSERT_EQ(::mkfifo(run.fsPath("never.csv").c_str(), 0600), 0);
+  const auto killed = platform::runProgram(
+      {L"sh", L"-c",
+       L"\"$0\" \"$1/never.csv\" -o \"$1/a.xlsx\" -o \"$1/b.html\" & exec 3>\"$1/never.csv\"; "
+       L"seq 1000 >&3; until [ $(ls -A \"$1\" | wc -l) = 4 ]; do sleep 0.01; done; kill -9 $!; wait $!",
+       platform::widePath(SCRIVALEN_COMMAND), run.widePath("")});
+  EXPECT_TRUE(killed.started);
+  EXPECT_EQ(run.names().size(), 4u);
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.xlsx", "-o", "@/b.html"}).status, 0);
+  EXPECT_EQ(run.names(), (Names{"a.xlsx", "b.html", "in.md", "never.csv"}));
+}
+
+TEST(DeliveryPosix, KeepsTheRightsOfAFileInEveryFormat) {
+  CommandRun run;
+  run.with("in.md", "x");
+  for (const std::string name : {"a.txt", "a.html", "a.xml", "a.rtf", "a.pdf", "a.xlsx", "a.chm"}) {
+    run.with(name, "secret");
+    ASSERT_EQ(::chmod(run.fsPath(name).c_str(), 0620), 0);
+    ASSERT_EQ(::chown(run.fsPath(name).c_str(), static_cast<uid_t>(-1), ::geteuid() == 0 ? 1234 : ::getegid()), 0);
+    struct stat before {};
+    struct stat after {};
+    ::stat(run.fsPath(name).c_str(), &before);
+    EXPECT_EQ(run.run({"@/in.md", "-o", "@/" + name}).error, "") << name;
+    ::stat(run.fsPath(name).c_str(), &after);
+    EXPECT_NE(before.st_ino, after.st_ino) << name;
+    EXPECT_EQ(before.st_mode, after.st_mode) << name;
+    EXPECT_EQ(before.st_gid, after.st_gid) << name;
+  }
 }
 
 TEST(DeliveryPosix, KnowsTheInputThroughLinks) {

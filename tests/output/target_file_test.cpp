@@ -4,14 +4,21 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <filesystem>
+#include <iterator>
+#include <thread>
+#include <vector>
 
 using namespace scrivalen::platform;
 using namespace scrivalen::test;
 
 namespace {
 
-std::size_t fileCount(const TemporaryFolder& folder) { return filesEndingWith(folder.path(), L"").size(); }
+std::size_t entryCount(const TemporaryFolder& folder) {
+  const std::filesystem::directory_iterator entries(asPath(folder.path()));
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
 
 bool isHeld(const std::wstring& path) {
   const NativeFile file = openForReading(path);
@@ -26,7 +33,6 @@ TEST(TargetFile, IsThereAndHeldFromTheBeginning) {
   ASSERT_TRUE(target.hold(folder / L"a"));
   EXPECT_TRUE(exists(folder / L"a"));
   EXPECT_TRUE(isHeld(folder / L"a"));
-  EXPECT_EQ(fileCount(folder), 1u);
 }
 
 TEST(TargetFile, KeepsWhatItHadUntilItIsReplaced) {
@@ -34,26 +40,60 @@ TEST(TargetFile, KeepsWhatItHadUntilItIsReplaced) {
   writeBytes(folder / L"a", "old");
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
-  const auto finished = target.createTemporary();
-  ASSERT_TRUE(finished.has_value());
-  writeBytes(*finished, "new and longer");
+  writeBytes(target.newFile(), "new and longer");
   target.release();
   EXPECT_EQ(bytesOf(folder / L"a"), "old");
   ASSERT_TRUE(target.hold(folder / L"a"));
-  EXPECT_TRUE(target.replaceBy(*finished));
+  writeBytes(target.newFile(), "new and longer");
+  EXPECT_TRUE(target.replaceBy(target.newFile()));
   target.release();
   EXPECT_EQ(bytesOf(folder / L"a"), "new and longer");
-  EXPECT_EQ(fileCount(folder), 1u);
+  EXPECT_EQ(entryCount(folder), 1u);
 }
 
 TEST(TargetFile, IsFreeAgainOnceItIsReplaced) {
   const TemporaryFolder folder;
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
-  const auto finished = target.createTemporary();
-  writeBytes(finished.value_or(L""), "x");
-  EXPECT_TRUE(target.replaceBy(finished.value_or(L"")));
+  writeBytes(target.newFile(), "x");
+  EXPECT_TRUE(target.replaceBy(target.newFile()));
   EXPECT_FALSE(isHeld(folder / L"a"));
+}
+
+TEST(TargetFile, NeedNotBeHeldOrBeThere) {
+  const TemporaryFolder folder;
+  TargetFile target;
+  ASSERT_TRUE(target.prepare(folder / L"a"));
+  EXPECT_FALSE(exists(folder / L"a"));
+  writeBytes(target.newFile(), "x");
+  EXPECT_TRUE(target.replaceBy(target.newFile()));
+  target.release();
+  EXPECT_EQ(bytesOf(folder / L"a"), "x");
+  EXPECT_EQ(entryCount(folder), 1u);
+}
+
+TEST(TargetFile, TakesAFileFromElsewhere) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeBytes(elsewhere / L"made", "new");
+  writeBytes(folder / L"a", "old");
+  TargetFile target;
+  ASSERT_TRUE(target.prepare(folder / L"a"));
+  EXPECT_TRUE(target.replaceBy(elsewhere / L"made"));
+  EXPECT_EQ(bytesOf(folder / L"a"), "new");
+  EXPECT_FALSE(exists(elsewhere / L"made"));
+}
+
+TEST(TargetFile, LeavesAFileFromElsewhereThatCannotReplaceIt) {
+  const TemporaryFolder folder;
+  const TemporaryFolder elsewhere;
+  writeBytes(elsewhere / L"made", "new");
+  TargetFile target;
+  ASSERT_TRUE(target.prepare(folder / L"a"));
+  makeFolder(folder / L"a");
+  writeBytes(folder / L"a/b", "");
+  EXPECT_FALSE(target.replaceBy(elsewhere / L"made"));
+  EXPECT_EQ(bytesOf(elsewhere / L"made"), "new");
 }
 
 TEST(TargetFile, GoesAwayWhenItWasNewAndNotReplaced) {
@@ -63,7 +103,7 @@ TEST(TargetFile, GoesAwayWhenItWasNewAndNotReplaced) {
     ASSERT_TRUE(target.hold(folder / L"a"));
   }
   EXPECT_FALSE(exists(folder / L"a"));
-  EXPECT_EQ(fileCount(folder), 0u);
+  EXPECT_EQ(entryCount(folder), 0u);
 }
 
 TEST(TargetFile, StaysWhenItWasThereAndNotReplaced) {
@@ -108,27 +148,70 @@ TEST(TargetFile, IsRefusedWhileItIsHeld) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TEST(TargetFile, HasItsTemporaryFilesBesideIt) {
+TEST(TargetFile, GetsItsContentInAFolderBesideIt) {
   const TemporaryFolder folder;
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
-  EXPECT_TRUE(isSameFile(target.folder(), folder.path()));
-  const auto temporary = target.createTemporary();
-  ASSERT_TRUE(temporary.has_value());
-  EXPECT_TRUE(isSameFile(std::wstring(folderOf(*temporary)), folder.path()));
-  EXPECT_TRUE(deleteFile(*temporary));
+  EXPECT_TRUE(isSameFile(std::wstring(folderOf(target.folder())), folder.path()));
+  EXPECT_EQ(target.newFile(), target.folder() + kPathSeparator + L"a");
+  EXPECT_FALSE(exists(target.newFile()));
+  EXPECT_EQ(entryCount(folder), 2u);
 }
 
-TEST(TargetFile, HasTemporaryFilesThatNobodyElseMayRead) {
+TEST(TargetFile, IsClearedOfWhatAKilledRunHasLeft) {
   const TemporaryFolder folder;
-  writeBytes(folder / L"a", "secret");
-  constexpr auto kOwnersOnly = std::filesystem::perms::owner_read | std::filesystem::perms::owner_write;
-  std::filesystem::permissions(asPath(folder / L"a"), kOwnersOnly);
-  const auto permissions = std::filesystem::status(asPath(folder / L"a")).permissions();
+  std::wstring left;
+  {
+    TargetFile killed;
+    ASSERT_TRUE(killed.prepare(folder / L"a"));
+    left = folder / fileNameOf(killed.folder());
+  }
+  makeFolder(left + L"/inner");
+  writeBytes(left + L"/a", "half");
+  writeBytes(left + L"/inner/b", "half");
+  TargetFile other;
+  ASSERT_TRUE(other.prepare(folder / L"another"));
+  EXPECT_TRUE(exists(left));
   TargetFile target;
-  ASSERT_TRUE(target.hold(folder / L"a"));
-  const auto temporary = target.createTemporary();
-  ASSERT_TRUE(temporary.has_value());
-  EXPECT_EQ(std::filesystem::status(asPath(*temporary)).permissions(), permissions);
-  EXPECT_TRUE(deleteFile(*temporary));
+  ASSERT_TRUE(target.prepare(folder / L"a"));
+  EXPECT_FALSE(exists(left));
+}
+
+TEST(TargetFile, LeavesWhatAnotherRunIsMaking) {
+  const TemporaryFolder folder;
+  TargetFile first;
+  TargetFile second;
+  ASSERT_TRUE(first.prepare(folder / L"a"));
+  writeBytes(first.newFile(), "first");
+  ASSERT_TRUE(second.prepare(folder / L"a"));
+  writeBytes(second.newFile(), "second");
+  EXPECT_EQ(bytesOf(first.newFile()), "first");
+  EXPECT_TRUE(second.replaceBy(second.newFile()));
+  EXPECT_EQ(bytesOf(folder / L"a"), "second");
+  EXPECT_TRUE(first.replaceBy(first.newFile()));
+  EXPECT_EQ(bytesOf(folder / L"a"), "first");
+}
+
+// Each of them removes what it takes to be abandoned, while others have just made their folders.
+TEST(TargetFile, IsNotTakenForAbandonedByManyAtOnce) {
+  constexpr int kThreads = 4;
+  const TemporaryFolder folder;
+  std::atomic<int> failures = 0;
+  const auto prepare = [&] {
+    for (int i = 0; i < 100; ++i) {
+      TargetFile target;
+      const NativeFile file = target.prepare(folder / L"a") ? createNew(target.newFile()) : nullptr;
+      const bool isWritten = file && closeFile(file) && exists(target.newFile());
+      failures += isWritten ? 0 : 1;
+    }
+  };
+  std::vector<std::thread> threads;
+  for (int i = 0; i < kThreads; ++i) {
+    threads.emplace_back(prepare);
+  }
+  for (std::thread& thread : threads) {
+    thread.join();
+  }
+  EXPECT_EQ(failures, 0);
+  EXPECT_EQ(entryCount(folder), 0u);
 }

@@ -1,8 +1,8 @@
 #include "system/files.h"
 
+#include "support/files.h"
 #include "system/messages.h"
 #include "text/utf.h"
-#include "support/files.h"
 
 #include <gtest/gtest.h>
 
@@ -28,17 +28,6 @@ TEST(Files, MoveWorksFromOneVolumeToAnother) {
   EXPECT_FALSE(pathExists(source));
   EXPECT_EQ(bytesOf(folder / L"target"), std::string(200000, 'x'));
   EXPECT_EQ(filesEndingWith(folder.path(), L"").size(), 1u);
-}
-
-TEST(Files, HavePermissionsThatCanBeCopied) {
-  const TemporaryFolder folder;
-  writeBytes(folder / L"a", "");
-  writeBytes(folder / L"b", "");
-  const std::filesystem::path first = asPath(folder / L"a");
-  std::filesystem::permissions(first, std::filesystem::perms(0640));
-  EXPECT_TRUE(copyPermissions(folder / L"a", folder / L"b"));
-  EXPECT_EQ(std::filesystem::status(asPath(folder / L"b")).permissions(), std::filesystem::perms(0640));
-  EXPECT_FALSE(copyPermissions(folder / L"missing", folder / L"b"));
 }
 
 TEST(Paths, CarryBytesThatAreNotUtf8) {

@@ -4,8 +4,10 @@
 #include "output/clog.h"
 #include "output/contain.h"
 #include "output/loss.h"
+#include "output/target_file.h"
 #include "report/report_error.h"
 #include "report/template_path.h"
+#include "system/file_rights.h"
 #include "system/files.h"
 #include "system/messages.h"
 #include "system/module_path.h"
@@ -65,31 +67,6 @@ std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
     }
   }
   return std::nullopt;
-}
-
-// Writes a file into a device or a pipe, whose place a file moved there would take. Returns why that failed; an empty
-// text when it did not.
-std::wstring copyInto(const std::wstring& from, const std::wstring& to) {
-  constexpr std::size_t kChunk = 65536;
-  const auto chunk = std::make_unique<char[]>(kChunk);
-  ReportFile target;
-  if (!target.Open(to.c_str())) {
-    return target.Error();
-  }
-  const NativeFile source = openForReading(from);
-  if (!source) {
-    return systemErrorText(lastSystemError());
-  }
-  std::optional<std::size_t> size;
-  while ((size = readSome(source, chunk.get(), kChunk)).value_or(0) > 0) {
-    target.Write(chunk.get(), *size);
-  }
-  std::wstring reason = size ? std::wstring() : systemErrorText(lastSystemError());
-  closeFile(source);
-  if (!target.Close()) {
-    reason = target.WriteError();
-  }
-  return reason;
 }
 
 std::wstring howItEnded(const ProcessResult& run) {
@@ -346,7 +323,7 @@ void CHMReport::finish(Compiled& compiled) {
     CLog::Bug2(message);
   }
   if (isMade && isToBeDelivered()) {
-    deliver(compiled.path());
+    deliver(compiled);
     compiled.discardEarlier();
   } else if (isMade) {
     deleteFile(compiled.path());
@@ -380,16 +357,19 @@ void CHMReport::reportNothingMade(const std::wstring& path) {
 // An incomplete help file is better than none, but no better than the one that is there.
 bool CHMReport::isToBeDelivered() const { return failure_.empty() || !hadTarget_; }
 
-void CHMReport::deliver(const std::wstring& path) {
-  std::wstring reason;
-  if (isSpecialFile(target_)) {
-    reason = copyInto(path, target_);
-    deleteFile(path);
-  } else if (!moveReplacing(path, target_)) {
-    reason = systemErrorText(lastSystemError());
-  }
-  if (!reason.empty()) {
+// The compiler's own file may be the target; the earlier one, whose rights it takes over, has another name then.
+void CHMReport::deliver(const Compiled& compiled) {
+  const std::wstring& path = compiled.path();
+  const auto& earlier = compiled.earlier();
+  TargetFile target;
+  const bool isDelivered = isSameFile(path, target_) ? !earlier || copyRights(*earlier, path)
+                                                     : target.prepare(target_) && target.replaceBy(path);
+  if (!isDelivered) {
+    const std::wstring reason = systemErrorText(lastSystemError());
     reportFailure(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", path, target_, reason));
+    if (isSpecialFile(target_)) {
+      deleteFile(path);
+    }
   }
 }
 

@@ -91,7 +91,7 @@ class CHMReport final : public AReport {
   void reportProjectFailure();
   void reportNothingMade(const std::wstring& path);
   bool isToBeDelivered() const;
-  void deliver(const std::wstring& path);
+  void deliver(const Compiled& compiled);
   void keepFailure(const std::wstring& reason);
   void reportFailure(const std::wstring& reason);
 

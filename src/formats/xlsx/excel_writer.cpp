@@ -137,24 +137,6 @@ void ColorFormats::refuse(const std::wstring& text) {
   }
 }
 
-// A file that is removed at the end, unless it was moved away.
-class PassingFile {
- public:
-  explicit PassingFile(std::optional<std::wstring> path) : path_(std::move(path)) {}
-  PassingFile(const PassingFile&) = delete;
-  PassingFile& operator=(const PassingFile&) = delete;
-  ~PassingFile() {
-    if (path_) {
-      deleteFile(*path_);
-    }
-  }
-
-  const std::optional<std::wstring>& path() const { return path_; }
-
- private:
-  std::optional<std::wstring> path_;
-};
-
 bool isPlain(const CellStyle& style) {
   return !style.fontFamily && !style.fontSize && !style.color && !style.background;
 }
@@ -352,14 +334,11 @@ const Reason& ExcelWriter::Document::finish() noexcept {
 }
 
 void ExcelWriter::Document::assemble() {
-  const PassingFile file(target_.createTemporary());
-  if (!file.path()) {
-    return fail();
-  }
-  const std::wstring defect = book_->close(*file.path());
+  const std::wstring file = target_.newFile();
+  const std::wstring defect = book_->close(file);
   if (!defect.empty()) {
     failure_.keep(defect);
-  } else if (!target_.replaceBy(*file.path())) {
+  } else if (!target_.replaceBy(file)) {
     fail();
   }
 }

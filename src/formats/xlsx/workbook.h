@@ -51,7 +51,7 @@ class Workbook {
   void freeze(std::uint32_t rows);
 
   /// Puts the workbook together; nothing can be written afterwards.
-  /// @param file  an existing file, which is overwritten
+  /// @param file  is created
   /// @return why it is not whole; empty when it is
   std::wstring close(const std::wstring& file);
 

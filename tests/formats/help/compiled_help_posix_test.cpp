@@ -1,12 +1,12 @@
 #include "formats/help/chm_report.h"
 
-#include "system/files.h"
-#include "system/process.h"
 #include "scrivalen/text.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/open_errors.h"
+#include "system/files.h"
+#include "system/process.h"
 
 #include <gtest/gtest.h>
 
@@ -14,6 +14,8 @@
 #include <filesystem>
 #include <map>
 #include <optional>
+
+#include <unistd.h>
 
 using namespace scrivalen::platform;
 using namespace scrivalen::test;
@@ -497,6 +499,37 @@ TEST(CompiledHelp, GoesIntoADeviceInsteadOfTakingItsPlace) {
   EXPECT_TRUE(std::wstring_view(help.report.GetError()).ends_with(L"'/dev/full'. No space left on device"));
   EXPECT_TRUE(fs::is_character_file("/dev/full"));
   EXPECT_EQ(help.leftovers(), 0u);
+}
+
+TEST(CompiledHelp, TakesOverTheRightsOfTheFileItReplaces) {
+  for (const wchar_t* name : {L"help.chm", L"report.chm"}) {
+    Help help;
+    help.target = help.folder / name;
+    writeBytes(help.target, "secret");
+    fs::permissions(asPath(help.target), fs::perms(0600));
+    EXPECT_EQ(help.open(), REPORT_OK);
+    help.topic(L"a.htm", L"A", L"one");
+    EXPECT_EQ(help.report.Close(), REPORT_OK);
+    EXPECT_EQ(fs::status(asPath(help.target)).permissions(), fs::perms(0600));
+    EXPECT_EQ(filesIn(help.target).count("a.htm"), 1u);
+    EXPECT_EQ(help.leftovers(), 1u);
+  }
+}
+
+TEST(HelpThatIsNotCompiled, LeavesTheNameOfAClosedStreamAlone) {
+  const CapturedLog log;
+  const auto before = fs::read_symlink("/dev/stdout");
+  const int output = ::dup(STDOUT_FILENO);
+  Help help;
+  help.target = L"/dev/stdout";
+  EXPECT_EQ(help.open(), REPORT_OK);
+  help.topic(L"a.htm", L"A", L"one");
+  ::close(STDOUT_FILENO);
+  const REPORT_ERRORS result = help.report.Close();
+  ::dup2(output, STDOUT_FILENO);
+  ::close(output);
+  EXPECT_EQ(result, REPORT_FILE_ERROR);
+  EXPECT_EQ(fs::read_symlink("/dev/stdout"), before);
 }
 
 TEST(CompiledHelp, ReachesATargetOnAnotherVolume) {

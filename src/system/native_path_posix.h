@@ -1,0 +1,50 @@
+#pragma once
+
+#include "text/utf.h"
+
+#include <climits>
+#include <cstddef>
+#include <string>
+
+namespace scrivalen::platform {
+
+inline constexpr char32_t kByteEscape = 0xDC00;  ///< plus a byte of 0x80 or above, which is not UTF-8
+
+/// Writes one character of a path. Returns how many bytes those were; 0 for what no path can hold.
+inline std::size_t putPathCharacter(char32_t c, char* out) noexcept {
+  if (c >= kByteEscape + 0x80 && c <= kByteEscape + 0xFF) {
+    *out = static_cast<char>(static_cast<unsigned char>(c - kByteEscape));
+    return 1;
+  }
+  return isSurrogate(c) || c > 0x10FFFF ? 0 : putUtf8(c, out);
+}
+
+/// A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a
+/// path that is longer than the system takes there is enough for the system to say so.
+class NativePath {
+ public:
+  explicit NativePath(const std::wstring& path) noexcept {
+    const wchar_t* const end = path.data() + path.size();
+    std::size_t size = 0;
+    for (const wchar_t* at = path.data(); at != end && size < PATH_MAX;) {
+      const std::size_t bytes = putPathCharacter(nextCharacter(at, end), path_ + size);
+      if (bytes == 0) {
+        isValid_ = false;
+        size = 0;
+        break;
+      }
+      size += bytes;
+    }
+    path_[size] = '\0';
+  }
+
+  /// Whether there can be such a path; if not, c_str is empty, which leads to no file.
+  bool isValid() const noexcept { return isValid_; }
+  const char* c_str() const noexcept { return path_; }
+
+ private:
+  char path_[PATH_MAX + 4];  // the last character may go beyond
+  bool isValid_ = true;
+};
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,150 @@
+#include "output/target_file.h"
+
+#include "support/files.h"
+#include "system/messages.h"
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <csignal>
+#include <filesystem>
+
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+using namespace scrivalen::platform;
+using namespace scrivalen::test;
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::size_t entriesOf(const fs::path& folder) {
+  const fs::directory_iterator entries(folder);
+  return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
+}
+
+bool replace(const std::wstring& path) {
+  TargetFile target;
+  if (!target.prepare(path)) {
+    return false;
+  }
+  writeBytes(target.newFile(), "new");
+  return target.replaceBy(target.newFile());
+}
+
+}  // namespace
+
+TEST(TargetFilePosix, IsClearedOfAKilledProcesssFilesButNotOfALivingOnes) {
+  const TemporaryFolder folder;
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const pid_t process = ::fork();
+  if (process == 0) {
+    TargetFile target;
+    const bool isPrepared = target.prepare(folder / L"a");
+    const NativeFile file = isPrepared ? createNew(target.newFile()) : nullptr;
+    const char said = file && writeAll(file, "half", 4) ? 'y' : 'n';
+    while (::write(ends[1], &said, 1) == 1) {
+      ::pause();
+    }
+    ::_exit(1);
+  }
+  char said = 0;
+  ASSERT_EQ(::read(ends[0], &said, 1), 1);
+  EXPECT_EQ(said, 'y');
+  EXPECT_TRUE(replace(folder / L"a"));
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 2u);
+  ::kill(process, SIGKILL);
+  ::waitpid(process, nullptr, 0);
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 2u);
+  EXPECT_TRUE(replace(folder / L"a"));
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 1u);
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
+// Whoever may write into a folder could lead the removal elsewhere.
+TEST(TargetFilePosix, IsNotClearedThroughLinksOrOfOthersFiles) {
+  const TemporaryFolder folder;
+  const TemporaryFolder victim;
+  writeBytes(victim / L"kept", "kept");
+  std::wstring left;
+  {
+    TargetFile killed;
+    ASSERT_TRUE(killed.prepare(folder / L"a"));
+    left = killed.folder();
+  }
+  fs::create_directory_symlink(asPath(victim.path()), asPath(left));
+  makeFolder(left + L"0");
+  writeBytes(left + L"0/others", "");
+  ASSERT_EQ(::chown(narrowPath(left + L"0").c_str(), 1234, 1234), 0);
+  makeFolder(left + L"1");
+  fs::create_directory_symlink(asPath(victim.path()), asPath(left + L"1/link"));
+  TargetFile target;
+  ASSERT_TRUE(target.prepare(folder / L"a"));
+  EXPECT_TRUE(exists(victim / L"kept"));
+  EXPECT_TRUE(exists(left + L"0/others"));
+  EXPECT_FALSE(exists(left + L"1"));
+}
+
+TEST(TargetFilePosix, IsWhatALinkLeadsToAlsoWhenThatIsNotThere) {
+  const TemporaryFolder folder;
+  makeFolder(folder / L"inner");
+  fs::create_symlink("inner/middle", asPath(folder / L"link"));
+  fs::create_symlink("real", asPath(folder / L"inner/middle"));
+  EXPECT_TRUE(replace(folder / L"link"));
+  EXPECT_TRUE(fs::is_symlink(asPath(folder / L"link")));
+  EXPECT_TRUE(fs::is_symlink(asPath(folder / L"inner/middle")));
+  EXPECT_EQ(bytesOf(folder / L"inner/real"), "new");
+  EXPECT_TRUE(replace(folder / L"link"));
+  EXPECT_EQ(entriesOf(asPath(folder / L"inner")), 2u);
+}
+
+TEST(TargetFilePosix, IsNotThereWhereLinksLeadNowhere) {
+  const TemporaryFolder folder;
+  fs::create_symlink("loop", asPath(folder / L"loop"));
+  fs::create_symlink("missing/a", asPath(folder / L"link"));
+  EXPECT_FALSE(replace(folder / L"loop"));
+  EXPECT_FALSE(replace(folder / L"link"));
+  EXPECT_EQ(lastSystemError(), std::uint32_t{ENOENT});
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 2u);
+}
+
+TEST(TargetFilePosix, MayBeOnAnotherVolume) {
+  const TemporaryFolder shared(L"/dev/shm/scrivalen-" + randomName());
+  const TemporaryFolder folder;
+  for (const std::string content : {"first", "second"}) {
+    writeBytes(folder / L"made", content);
+    TargetFile target;
+    ASSERT_TRUE(target.prepare(shared / L"a"));
+    EXPECT_TRUE(target.replaceBy(folder / L"made"));
+    EXPECT_EQ(bytesOf(shared / L"a"), content);
+  }
+  EXPECT_EQ(entriesOf(asPath(shared.path())), 1u);
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 0u);
+}
+
+TEST(TargetFilePosix, IsWrittenIntoWhenItIsAFileThatIsOpen) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"log", "longer than the new content");
+  const int fd = ::open(narrowPath(folder / L"log").c_str(), O_WRONLY);
+  ASSERT_GE(fd, 0);
+  const std::wstring name = L"/dev/fd/" + std::to_wstring(fd);
+  EXPECT_TRUE(isOpenFilesName(name));
+  EXPECT_TRUE(replace(name));
+  EXPECT_EQ(bytesOf(folder / L"log"), "new");
+  ::close(fd);
+  EXPECT_TRUE(isOpenFilesName(name));
+  EXPECT_FALSE(replace(name));
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 1u);
+}
+
+TEST(Files, AreNamedByTheirOwnNamesInDeviceFoldersToo) {
+  const TemporaryFolder shared(L"/dev/shm/scrivalen-" + randomName());
+  writeBytes(shared / L"a", "");
+  EXPECT_FALSE(isOpenFilesName(shared / L"a"));
+  EXPECT_FALSE(isOpenFilesName(L"/dev/null"));
+  EXPECT_TRUE(isOpenFilesName(L"/dev/stdout"));
+}
