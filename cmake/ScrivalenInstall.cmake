@@ -1,14 +1,15 @@
 # Installs the library, the command and what finds them.
 #
 # The library looks for its templates and its help compiler beside its own file, with links resolved. On Linux it
-# therefore has a folder of its own, and the library folder holds the versioned links that loaders and linkers find.
+# therefore has a folder of its own, and the library folder holds the versioned links that loaders and linkers find. A
+# static library looks beside the program that it is linked into.
 include(CMakePackageConfigHelpers)
 
 set(headers_dir "${CMAKE_INSTALL_INCLUDEDIR}/scrivalen")
 set(package_dir "${CMAKE_INSTALL_LIBDIR}/cmake/scrivalen")
 set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
-if(WIN32)
+if(WIN32 OR NOT BUILD_SHARED_LIBS)
   set(home_dir "${CMAKE_INSTALL_BINDIR}")
 else()
   set(home_dir "${CMAKE_INSTALL_LIBDIR}/scrivalen")
@@ -16,34 +17,39 @@ endif()
 
 install(TARGETS scrivalen
   EXPORT scrivalenTargets
-  RUNTIME DESTINATION "${home_dir}"
-  LIBRARY DESTINATION "${home_dir}"
-  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}")
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/tmpl" DESTINATION "${home_dir}" FILES_MATCHING PATTERN "*.htm")
+  RUNTIME DESTINATION "${home_dir}" COMPONENT Runtime
+  LIBRARY DESTINATION "${home_dir}" COMPONENT Runtime
+  ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/tmpl" DESTINATION "${home_dir}" COMPONENT Runtime
+  FILES_MATCHING PATTERN "*.htm")
 
-if(NOT WIN32)
+if(BUILD_SHARED_LIBS AND NOT WIN32)
   set(links_dir "${PROJECT_BINARY_DIR}/links")
   set(link libscrivalen.so)
   file(MAKE_DIRECTORY "${links_dir}")
   file(CREATE_LINK "scrivalen/${link}.${PROJECT_VERSION}" "${links_dir}/${link}.${PROJECT_VERSION_MAJOR}" SYMBOLIC)
   file(CREATE_LINK "${link}.${PROJECT_VERSION_MAJOR}" "${links_dir}/${link}" SYMBOLIC)
-  install(FILES "${links_dir}/${link}.${PROJECT_VERSION_MAJOR}" "${links_dir}/${link}"
-    DESTINATION "${CMAKE_INSTALL_LIBDIR}")
+  install(FILES "${links_dir}/${link}.${PROJECT_VERSION_MAJOR}"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Runtime)
+  install(FILES "${links_dir}/${link}" DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
 endif()
 if(NOT WIN32)
-  install(PROGRAMS "${PROJECT_SOURCE_DIR}/hhc/hhc.exe" DESTINATION "${home_dir}/hhc")
+  install(PROGRAMS "${PROJECT_SOURCE_DIR}/hhc/hhc.exe" DESTINATION "${home_dir}/hhc" COMPONENT Runtime)
 endif()
 
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/scrivalen/" DESTINATION "${headers_dir}" FILES_MATCHING PATTERN "*.h")
-install(FILES "${PROJECT_BINARY_DIR}/src/include/scrivalen/version.h" DESTINATION "${headers_dir}")
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/scrivalen/" DESTINATION "${headers_dir}"
+  COMPONENT Development FILES_MATCHING PATTERN "*.h")
+install(FILES "${PROJECT_BINARY_DIR}/src/include/scrivalen/version.h" DESTINATION "${headers_dir}"
+  COMPONENT Development)
 
 if(TARGET scrivalen_command)
   file(RELATIVE_PATH to_library "${CMAKE_INSTALL_FULL_BINDIR}" "${CMAKE_INSTALL_FULL_LIBDIR}")
   set_target_properties(scrivalen_command PROPERTIES INSTALL_RPATH "$ORIGIN/${to_library}")
-  install(TARGETS scrivalen_command RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
+  install(TARGETS scrivalen_command RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Command)
 endif()
 
-install(EXPORT scrivalenTargets NAMESPACE scrivalen:: DESTINATION "${package_dir}")
+install(EXPORT scrivalenTargets NAMESPACE scrivalen:: DESTINATION "${package_dir}"
+  COMPONENT Development)
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/scrivalenConfig.cmake.in"
   "${PROJECT_BINARY_DIR}/package/scrivalenConfig.cmake"
   INSTALL_DESTINATION "${package_dir}"
@@ -53,7 +59,7 @@ write_basic_package_version_file("${PROJECT_BINARY_DIR}/package/scrivalenConfigV
 install(FILES
   "${PROJECT_BINARY_DIR}/package/scrivalenConfig.cmake"
   "${PROJECT_BINARY_DIR}/package/scrivalenConfigVersion.cmake"
-  DESTINATION "${package_dir}")
+  DESTINATION "${package_dir}" COMPONENT Development)
 
 # The prefix is told relative to the file's own folder, so that an installed tree may be moved.
 file(RELATIVE_PATH to_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
@@ -62,18 +68,48 @@ get_target_property(link_name scrivalen OUTPUT_NAME)
 if(NOT link_name)
   set(link_name scrivalen)
 endif()
+foreach(kind IN ITEMS LIB INCLUDE)
+  string(TOLOWER "pc_${kind}dir" variable)
+  if(IS_ABSOLUTE "${CMAKE_INSTALL_${kind}DIR}")
+    set(${variable} "${CMAKE_INSTALL_${kind}DIR}")
+  else()
+    set(${variable} "\${prefix}/${CMAKE_INSTALL_${kind}DIR}")
+  endif()
+endforeach()
+set(pc_libraries "")
+set(pc_definitions "")
+if(NOT BUILD_SHARED_LIBS)
+  foreach(library IN LISTS scrivalen_static_libraries)
+    string(APPEND pc_libraries " -l${library}")
+  endforeach()
+  string(APPEND pc_libraries " -lstdc++ -lm")
+  set(pc_definitions " -DSCRIVALEN_STATIC")
+endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/scrivalen.pc.in" "${PROJECT_BINARY_DIR}/package/scrivalen.pc" @ONLY)
-install(FILES "${PROJECT_BINARY_DIR}/package/scrivalen.pc" DESTINATION "${pkgconfig_dir}")
+install(FILES "${PROJECT_BINARY_DIR}/package/scrivalen.pc" DESTINATION "${pkgconfig_dir}" COMPONENT Development)
 
+# Everything that the documents link to is installed with them.
 install(FILES
   "${PROJECT_SOURCE_DIR}/LICENSE"
   "${PROJECT_SOURCE_DIR}/THIRD_PARTY_NOTICES.md"
-  DESTINATION "${CMAKE_INSTALL_DOCDIR}")
-install(FILES "${PROJECT_SOURCE_DIR}/README.md" DESTINATION "${CMAKE_INSTALL_DOCDIR}" OPTIONAL)
-install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" DESTINATION "${CMAKE_INSTALL_DOCDIR}")
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Runtime)
+install(FILES
+  "${PROJECT_SOURCE_DIR}/CHANGELOG.md"
+  "${PROJECT_SOURCE_DIR}/CONTRIBUTING.md"
+  "${PROJECT_SOURCE_DIR}/README.md"
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
+install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
+  DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
 
 # The Windows command contains libcsv, whose licence goes along with it.
 if(WIN32 AND TARGET scrivalen_command)
   file(GLOB licence "${SCRIVALEN_SOURCES_DIR}/libcsv-*/COPYING.LESSER")
-  install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" RENAME LGPL-2.1.txt)
+  install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Command RENAME LGPL-2.1.txt)
+endif()
+
+# Where this project is part of a larger one, find_package finds the target that is there already.
+if(NOT PROJECT_IS_TOP_LEVEL)
+  file(WRITE "${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/scrivalen-config.cmake" "# The target scrivalen::scrivalen is part of this build.\n")
+  configure_file("${PROJECT_BINARY_DIR}/package/scrivalenConfigVersion.cmake"
+    "${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/scrivalen-config-version.cmake" COPYONLY)
 endif()

@@ -1,6 +1,6 @@
 # What every target of this project is built with.
 function(scrivalen_target target)
-  target_compile_features(${target} PUBLIC cxx_std_20)
+  target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     C_VISIBILITY_PRESET hidden

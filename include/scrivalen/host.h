@@ -26,4 +26,10 @@ SCRIVALEN_API void SetErrorBoxHandler(ErrorBoxHandler handler);
 /// Default: the system's clock. Every date in every output comes from here.
 SCRIVALEN_API void SetClockHandler(ClockHandler handler);
 
+/// Says where the folders `tmpl`, with the templates, and `hhc`, with the help compiler, are. A program that links the
+/// static library needs it unless they are beside the program.
+/// @param folder  a path, with or without a separator at its end; copied. Null or empty restores the default, which is
+///                the folder of the library's own file, or of the program's when the library is linked into it
+SCRIVALEN_API void SetDataFolder(const wchar_t* folder);
+
 }  // namespace scrivalen

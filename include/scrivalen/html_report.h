@@ -10,6 +10,12 @@ namespace scrivalen::formats {
 struct PageLoss;
 }
 
+// No virtual destructor, by contract: reports are destroyed through their own classes.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
 /// Writes a report as an HTML page in UTF-8.
 ///
 /// Text without the raw flag quotes its text, and raw text is written as it stands. Cell, Link, BeginAncor, Ancor and
@@ -83,3 +89,7 @@ class SCRIVALEN_API HtmlReport : public AReport {
   struct State;
   std::unique_ptr<State> state_;
 };
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif

@@ -4,6 +4,12 @@
 
 #include <memory>
 
+// No virtual destructor, by contract: reports are destroyed through their own classes.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
 /// Writes one report in several formats at once: it forwards every call to the reports it creates, in the order in
 /// which they were added. Quoting is not forwarded and returns its argument unchanged.
 class SCRIVALEN_API MultiReport : public AReport {
@@ -68,3 +74,7 @@ class SCRIVALEN_API MultiReport : public AReport {
   struct Children;
   std::unique_ptr<Children> children_;
 };
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif

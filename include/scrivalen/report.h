@@ -62,6 +62,12 @@ struct PropertyRecord {
   std::wstring value;
 };
 
+// No virtual destructor, by contract: reports are destroyed through their own classes.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+#endif
+
 /// The interface through which a report is written, and what all formats share.
 ///
 /// A host constructs a concrete report, sets names, properties and options, calls Open, streams the content and calls
@@ -192,3 +198,7 @@ class SCRIVALEN_API AReport {
   std::int32_t lost_ = 0;
   std::vector<std::shared_ptr<PropertyRecord>> properties_;
 };
+
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif

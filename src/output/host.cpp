@@ -1,14 +1,18 @@
 #include "output/host.h"
 
 #include "output/clog.h"
+#include "output/contain.h"
 #include "scrivalen/host.h"
+#include "system/files.h"
 #include "system/messages.h"
+#include "system/module_path.h"
 #include "text/fmt.h"
 #include "text/utf.h"
 
 #include <atomic>
 #include <chrono>
 #include <cstdio>
+#include <mutex>
 #include <string>
 
 namespace scrivalen {
@@ -38,6 +42,17 @@ std::atomic<LogHandler> logHandler = &logToStandardError;
 std::atomic<ErrorBoxHandler> errorBoxHandler = &showBoxOrLog;
 std::atomic<ClockHandler> clockHandler = &systemTime;
 
+// Constructed at its first use, which may be in a constructor that runs while the host is being loaded.
+struct DataFolder {
+  static DataFolder& get() {
+    static DataFolder folder;
+    return folder;
+  }
+
+  std::mutex mutex;
+  std::wstring path;  // with a separator at its end; empty for the folder of the library's own file
+};
+
 }  // namespace
 
 void SetLogHandler(LogHandler handler) { logHandler = handler ? handler : &logToStandardError; }
@@ -45,6 +60,18 @@ void SetLogHandler(LogHandler handler) { logHandler = handler ? handler : &logTo
 void SetErrorBoxHandler(ErrorBoxHandler handler) { errorBoxHandler = handler ? handler : &showBoxOrLog; }
 
 void SetClockHandler(ClockHandler handler) { clockHandler = handler ? handler : &systemTime; }
+
+void SetDataFolder(const wchar_t* folder) {
+  platform::contained([&] {
+    std::wstring path = folder ? folder : L"";
+    if (!path.empty() && platform::kPathSeparators.find(path.back()) == std::wstring_view::npos) {
+      path += platform::kPathSeparator;
+    }
+    DataFolder& data = DataFolder::get();
+    const std::lock_guard lock(data.mutex);
+    data.path.swap(path);
+  });
+}
 
 namespace platform {
 
@@ -55,6 +82,12 @@ void showErrorBox(const wchar_t* title, const wchar_t* text) { errorBoxHandler.l
 bool isErrorBoxLogged() { return !kHasMessageBox && errorBoxHandler.load() == &showBoxOrLog; }
 
 std::int64_t currentTime() { return clockHandler.load()(); }
+
+std::wstring homePath() {
+  DataFolder& data = DataFolder::get();
+  const std::lock_guard lock(data.mutex);
+  return data.path.empty() ? modulePath() : data.path;
+}
 
 }  // namespace platform
 }  // namespace scrivalen

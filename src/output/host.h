@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 
 namespace scrivalen::platform {
 
@@ -11,5 +12,9 @@ void showErrorBox(const wchar_t* title, const wchar_t* text);
 bool isErrorBoxLogged();
 /// Seconds since 1970-01-01 UTC.
 std::int64_t currentTime();
+
+/// A path whose folder has the templates and the help compiler in it: the library's own file, unless the host has said
+/// otherwise; empty when the system does not know that file.
+std::wstring homePath();
 
 }  // namespace scrivalen::platform

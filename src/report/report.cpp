@@ -7,7 +7,6 @@
 #include "report/template_path.h"
 #include "system/clock.h"
 #include "system/files.h"
-#include "system/module_path.h"
 #include "text/fmt.h"
 
 #include <algorithm>
@@ -155,7 +154,7 @@ int AReport::OpenReportFile(ReportFile& file, const wchar_t* name) {
 int AReport::MakeTemplateName(std::wstring& path, const wchar_t* name) {
   int found = 0;
   ReportError(error_, lost_).keepContent([&] {
-    const auto inFolder = scrivalen::core::templatePath(modulePath(), orEmpty(name));
+    const auto inFolder = scrivalen::core::templatePath(homePath(), orEmpty(name));
     if (!inFolder) {
       return;
     }

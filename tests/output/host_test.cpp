@@ -1,8 +1,12 @@
 #include "scrivalen/host.h"
 
-#include "system/clock.h"
 #include "output/host.h"
+#include "scrivalen/html_report.h"
 #include "support/captured_log.h"
+#include "support/files.h"
+#include "system/clock.h"
+#include "system/files.h"
+#include "system/module_path.h"
 
 #include <gtest/gtest.h>
 
@@ -35,6 +39,19 @@ TEST(HostHandlers, TheClockIsTheHostsUntilANullHandlerRestoresTheSystems) {
   const std::int64_t now = currentTime();
   EXPECT_LE(before - 1, now);
   EXPECT_LE(now, std::time(nullptr) + 1);
+}
+
+TEST(DataFolder, HasTheTemplatesUntilANullFolderRestoresTheLibrarys) {
+  const scrivalen::test::TemporaryFolder folder;
+  scrivalen::test::makeFolder(folder / L"tmpl");
+  scrivalen::test::writeBytes(folder / L"tmpl" + kPathSeparator + L"letter.htm", "");
+  HtmlReport report;
+  std::wstring path;
+  scrivalen::SetDataFolder((folder / L"").c_str());
+  EXPECT_EQ(report.MakeTemplateName(path, L"letter.htm"), 1);
+  EXPECT_EQ(path, folder / L"tmpl" + kPathSeparator + L"letter.htm");
+  scrivalen::SetDataFolder(nullptr);
+  EXPECT_EQ(homePath(), modulePath());
 }
 
 TEST(Clock, ConvertsToUtc) {

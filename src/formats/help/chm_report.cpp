@@ -3,6 +3,7 @@
 #include "formats/markup/page_loss.h"
 #include "output/clog.h"
 #include "output/contain.h"
+#include "output/host.h"
 #include "output/loss.h"
 #include "output/target_file.h"
 #include "report/report_error.h"
@@ -10,7 +11,6 @@
 #include "system/file_rights.h"
 #include "system/files.h"
 #include "system/messages.h"
-#include "system/module_path.h"
 #include "system/process.h"
 #include "text/fmt.h"
 #include "text/utf.h"
@@ -33,7 +33,7 @@ constexpr const wchar_t* kCompiledName = L"report.chm";
 const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
 
 bool isTemplateThere() {
-  const auto path = scrivalen::core::templatePath(modulePath(), kTemplate);
+  const auto path = scrivalen::core::templatePath(homePath(), kTemplate);
   return path && pathExists(*path);
 }
 

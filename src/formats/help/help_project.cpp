@@ -7,7 +7,6 @@
 #include "output/host.h"
 #include "system/code_page.h"
 #include "system/files.h"
-#include "system/module_path.h"
 #include "text/fmt.h"
 #include "text/utf.h"
 
@@ -166,7 +165,7 @@ void CCHM::runCompiler(const std::wstring& project) {
   if (!failure.empty() && pathExists(project)) {
     return;
   }
-  run = runProgram({scrivalen::formats::helpCompiler(modulePath()), project},
+  run = runProgram({scrivalen::formats::helpCompiler(homePath()), project},
                    {L"SOURCE_DATE_EPOCH=" + std::to_wstring(currentTime())});
   if (!run.started) {
     reportNotStarted();

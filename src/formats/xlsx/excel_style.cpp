@@ -127,12 +127,12 @@ struct SheetProperty {
   bool (*set)(Rules& rules, std::wstring_view value);
 };
 
-constexpr double kLeastWidth = 1;  // digits; columns of 0 are hidden ones
-constexpr double kMostWidth = 255;
+constexpr double kNarrowestColumn = 1;  // digits; columns of 0 are hidden ones
+constexpr double kWidestColumn = 255;
 constexpr double kMostFrozenRows = 1000;
 
 bool setColumnWidth(Rules& rules, std::wstring_view value) {
-  return keep(rules.columnWidth, numberOf(value, L"", kLeastWidth, kMostWidth));
+  return keep(rules.columnWidth, numberOf(value, L"", kNarrowestColumn, kWidestColumn));
 }
 
 bool setFrozenRows(Rules& rules, std::wstring_view value) {

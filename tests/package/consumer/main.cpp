@@ -34,8 +34,7 @@ std::wstring wide(const char* ascii) { return scrivalen::FromUtf8(ascii); }
 
 // The standard library would convert wide text by the locale on some systems.
 std::filesystem::path asPath(const std::wstring& path) {
-  const std::string utf8 = scrivalen::ToUtf8(path);
-  return std::u8string(utf8.begin(), utf8.end());
+  return std::filesystem::u8path(scrivalen::ToUtf8(path));
 }
 
 /// ASCII text as UTF-16LE.
