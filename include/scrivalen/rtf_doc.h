@@ -3,6 +3,7 @@
 #include <scrivalen/export.h>
 #include <scrivalen/output_file.h>
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
@@ -10,9 +11,10 @@
 ///
 /// Every fragment is converted to the ANSI code page and handed to the file at once; nothing is held back. A fragment
 /// of more than 4,096 bytes is dropped. Texts go out as they stand, unless the document is a conforming one: then `\`,
-/// `{` and `}` in them are escaped, a line feed is a line break, a character that is not in Windows-1252 too is written
-/// as \uN with "?" as its stand-in, a double quote in the name of a bookmark becomes an apostrophe, and the limits of
-/// 4,096 bytes and of 1,024 code units do not hold.
+/// `{` and `}` in them are escaped, a line feed is a line break, the code page is Windows-1252 on every system, a
+/// character outside of it is written as \uN with "?" as its stand-in, a blank ends every control word that text may
+/// follow, a double quote in the name of a bookmark becomes an apostrophe, and the limits of 4,096 bytes and of 1,024
+/// code units do not hold.
 ///
 /// Calls are not checked for balance. Without an open document nothing is written. Null texts are empty. The writer
 /// raises nothing itself; what the file raises reaches the caller. A copy writes to the same file.
@@ -66,8 +68,9 @@ class SCRIVALEN_API RTFdoc {
   /// Does nothing.
   void writeT(const wchar_t* text, int length);
 
-  // Bold and italic open a group that their Off closes. The other words open none and have no blank behind them: what
-  // is written next must not begin with a letter or a digit.
+  // Bold and italic open a group that their Off closes. The other words open none. In the classic form no blank ends
+  // StrikeOn, OutlineOn, ShadowOn, SmallOn, CapsOn, FontNo and Numbers(0): what is written next must not begin with a
+  // letter, a digit, a minus sign or a blank.
   void BoldOn();
   void BoldOff();
   void ItalicOn();
@@ -150,11 +153,12 @@ class SCRIVALEN_API RTFdoc {
   ParType nextParType = PAR_DEFAULT;
 
  private:
-  class Fragment;
-
   scrivalen::platform::OutputBuffer* buffer() const { return file == bufferedFile_ ? buffer_ : nullptr; }
   void literal(std::string_view words);
-  void numbered(std::string_view word, int value, std::string_view behind);
+  void unended(std::string_view wordAndBlank);
+  void numbered(std::string_view word, int value, std::string_view end);
+  template <typename Content>
+  void fragment(std::size_t units, Content content);
   void noteLoss(std::uint64_t count, char32_t first);
 
   std::int32_t conformingNext_ = 0;

@@ -175,3 +175,90 @@ TEST(ConformingRtf, EndsWithTheNextClassicDocument) {
   doc.write(L"{", 0);
   EXPECT_EQ(file.bytes, "{");
 }
+
+namespace {
+
+struct Word {
+  void (*write)(RTFdoc& doc);
+  std::string bytes;
+};
+
+// Every operation whose classic bytes end in a control word.
+std::vector<Word> wordsWithoutEnd() {
+  return {{[](RTFdoc& doc) { doc.StrikeOn(); }, "\\strike"}, {[](RTFdoc& doc) { doc.OutlineOn(); }, "\\outl"},
+          {[](RTFdoc& doc) { doc.ShadowOn(); }, "\\shad"},   {[](RTFdoc& doc) { doc.SmallOn(); }, "\\scaps"},
+          {[](RTFdoc& doc) { doc.CapsOn(); }, "\\caps"},     {[](RTFdoc& doc) { doc.FontNo(3); }, "\\f3"},
+          {[](RTFdoc& doc) { doc.FontNo(-3); }, "\\f-3"},    {[](RTFdoc& doc) { doc.Numbers(0); }, "}\\pn0"}};
+}
+
+}  // namespace
+
+TEST(ConformingRtf, NeverMergesAControlWordWithTheTextAfterIt) {
+  for (const Word& word : wordsWithoutEnd()) {
+    for (const std::wstring text : {L"strike", L"0", L"-1", L" a", L"'E9", L";"}) {
+      const auto write = [&](RTFdoc& doc) {
+        word.write(doc);
+        doc.write(text.c_str(), 0);
+      };
+      const std::string bytes(text.begin(), text.end());
+      EXPECT_EQ(written(write, 1), word.bytes + " " + bytes);
+      EXPECT_EQ(writtenOnDisk(write, 1), word.bytes + " " + bytes);
+      EXPECT_EQ(written(write, 0), word.bytes + bytes);
+    }
+  }
+}
+
+TEST(ConformingRtf, NeverMergesAControlWordWithACharacterAfterIt) {
+  for (const Word& word : wordsWithoutEnd()) {
+    EXPECT_EQ(written(
+                  [&word](RTFdoc& doc) {
+                    word.write(doc);
+                    doc.Char('a');
+                  },
+                  1),
+              word.bytes + " a");
+  }
+}
+
+// Letters, digits and blanks in every place of every operation: a reader that knows control words finds the text.
+TEST(ConformingRtf, KeepsTheTextBetweenAnyTwoOperations) {
+  const std::vector<Word> words = wordsWithoutEnd();
+  std::string expected;
+  const std::string document = written(
+      [&](RTFdoc& doc) {
+        for (const Word& first : words) {
+          for (const Word& second : words) {
+            first.write(doc);
+            second.write(doc);
+            doc.write(L"1a ", 0);
+            expected += first.bytes + " " + second.bytes + " 1a ";
+          }
+        }
+      },
+      1);
+  EXPECT_TRUE(areSameBytes(expected, document));
+}
+
+TEST(ConformingRtf, IsWindows1252OnEverySystem) {
+  std::wstring text;
+  std::string bytes;
+  for (unsigned c = 0xA0; c <= 0xFF; ++c) {
+    text += static_cast<wchar_t>(c);
+    bytes += static_cast<char>(c);
+  }
+  EXPECT_EQ(conforming(text), bytes);
+  EXPECT_EQ(conforming(L"\u20AC\u201A\u0178"), "\x80\x82\x9F");
+  EXPECT_EQ(conforming(L"\u0416\u05D0"), "\\u1046?\\u1488?");
+}
+
+TEST(ConformingRtf, CountsWhatTheWordsOfAStyleLose) {
+  MemoryFile file;
+  RTFdoc doc;
+  doc.SetConforming(1);
+  doc.BegDoc(&file, L"T", 0);
+  file.bytes.clear();
+  doc.AddStyle(1, L"\u0416", nullptr, 20, 0, (L"\\e9\u00E9\u0416" + grin()).c_str(), RTFdoc::ITEM_INNER);
+  EXPECT_EQ(file.bytes, "{\\s1\\fs20\\e9\xE9???{\\u1046?}}\r\n");
+  EXPECT_EQ(doc.LostCharacters(), 2u);
+  EXPECT_EQ(doc.FirstLostCharacter(), 0x416u);
+}
