@@ -20,7 +20,8 @@ template <typename Action>
 std::string written(Action action) {
   const TemporaryFolder folder;
   XmlReport report;
-  EXPECT_EQ(report.Open((folder / L"a.xml").c_str()), REPORT_OK);
+  report.SetOutputFileName((folder / L"a.xml").c_str());
+  EXPECT_EQ(report.Open(), REPORT_OK);
   action(report);
   EXPECT_EQ(report.Close(), REPORT_OK);
   const std::string bytes = bytesOf(folder / L"a.xml");
@@ -423,4 +424,123 @@ TEST(XmlReport, CanBeOpenedAgain) {
     EXPECT_EQ(report.Close(), REPORT_OK);
   }
   EXPECT_EQ(bytesOf(folder / L"a.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report>B</report>");
+}
+
+namespace {
+
+// What a conforming report writes inside the root element.
+template <typename Action>
+std::string conforming(Action action) {
+  return written([&](AReport& report) {
+    report.SetReportOption(OPTION_CONFORMING, 1);
+    EXPECT_EQ(report.Close(), REPORT_OK);
+    EXPECT_EQ(report.Open(), REPORT_OK);
+    action(report);
+  });
+}
+
+std::string conformingTable(const wchar_t* name) {
+  return conforming([name](AReport& report) {
+    report.BeginTable(name, nullptr);
+    report.EndTable(name);
+  });
+}
+
+std::string element(const std::string& name) { return "<" + name + "></" + name + ">"; }
+
+}  // namespace
+
+TEST(ConformingXmlReport, LeavesNamesOfXmlAsTheyAre) {
+  EXPECT_EQ(conformingTable(L"disks"), "<disks></disks>");
+  EXPECT_EQ(conformingTable(L"_a-b.c9"), "<_a-b.c9></_a-b.c9>");
+  EXPECT_EQ(conformingTable(L"\u00C9t\u00E9\u00B7\u4E2D\u0301"),
+            element("\xC3\x89t\xC3\xA9\xC2\xB7\xE4\xB8\xAD\xCC\x81"));
+}
+
+TEST(ConformingXmlReport, PutsAnUnderscoreForWhatNoNameMayHave) {
+  EXPECT_EQ(conformingTable(L"my table"), element("my_table"));
+  EXPECT_EQ(conformingTable(L"a<b>&\"c'/d=\n"), element("a_b___c__d__"));
+  EXPECT_EQ(conformingTable(L"\u00D7a\u00F7\u037E"), element("_a__"));
+  EXPECT_EQ(conformingTable((L"a" + grin() + wideUnit(0xD800) + wideUnit(0xFFFE)).c_str()),
+            element("a\xF0\x9F\x98\x80__"));
+}
+
+TEST(ConformingXmlReport, PutsAnUnderscoreBeforeWhatNoNameBeginsWith) {
+  EXPECT_EQ(conformingTable(L"2026"), element("_2026"));
+  EXPECT_EQ(conformingTable(L"-a"), element("_-a"));
+  EXPECT_EQ(conformingTable(L".a"), element("_.a"));
+  EXPECT_EQ(conformingTable(L"\u0301a"), element("_\xCC\x81"
+                                                 "a"));
+  EXPECT_EQ(conformingTable(L" a"), element("_a"));
+}
+
+TEST(ConformingXmlReport, TakesAPrefixThatNobodyDeclaresForNoName) {
+  EXPECT_EQ(conformingTable(L"a:b"), element("a_b"));
+  EXPECT_EQ(conformingTable(L":"), element("_"));
+}
+
+TEST(ConformingXmlReport, HasATableWhereItsNameIsEmpty) {
+  EXPECT_EQ(conformingTable(L""), element("_"));
+  EXPECT_EQ(conformingTable(nullptr), element("_"));
+}
+
+TEST(ConformingXmlReport, MendsTheNamesOfRowsAndCellsToo) {
+  EXPECT_EQ(conforming([](AReport& report) {
+              report.BeginRow(L"a row", nullptr, 1);
+              report.BeginCell(L"1st", 0, nullptr);
+              report.Text(L"text", PARAGRAPH_NONE, L"", 0);
+              report.EndCell(L"1st", 0);
+              report.EndRow(L"a row");
+              report.BeginRow(L"", nullptr, 1);
+              report.BeginCell(L"", 0, nullptr);
+              report.EndCell(L"", 0);
+              report.EndRow(nullptr);
+            }),
+            "<a_row><_1st>text</_1st></a_row>");
+}
+
+TEST(ConformingXmlReport, LogsOnceWhichNamesItMended) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring file = folder / L"a.xml";
+  XmlReport report;
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  EXPECT_EQ(report.Open(file.c_str()), REPORT_OK);
+  report.BeginTable(L"my table", nullptr);
+  report.BeginRow(L"2026", nullptr, 1);
+  report.EndRow(L"2026");
+  report.EndTable(L"my table");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(report.Open(file.c_str()), REPORT_OK);
+  report.BeginTable(L"2026", nullptr);
+  report.EndTable(L"2026");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(report.Open(file.c_str()), REPORT_OK);
+  report.BeginTable(L"disks", nullptr);
+  report.EndTable(L"disks");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.BeginTable(L"2026", nullptr);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{
+                             L"'" + file +
+                                 L"': 2 elements were renamed because XML does not allow their names, the first from "
+                                 L"'my table' to 'my_table'.",
+                             L"'" + file +
+                                 L"': 1 element was renamed because XML does not allow its name, from '2026' to "
+                                 L"'_2026'."}));
+}
+
+TEST(ConformingXmlReport, BeginsAndEndsWithTheNextOpening) {
+  EXPECT_EQ(written([](AReport& report) {
+              report.SetReportOption(OPTION_CONFORMING, 1);
+              report.BeginTable(L"2026", nullptr);
+              report.EndTable(L"2026");
+            }),
+            "<2026></2026>");
+  EXPECT_EQ(conforming([](AReport& report) {
+              report.SetReportOption(OPTION_CONFORMING, 0);
+              report.BeginTable(L"2026", nullptr);
+              report.EndTable(L"2026");
+            }),
+            "<_2026></_2026>");
 }
