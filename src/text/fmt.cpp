@@ -64,27 +64,50 @@ Conversion parseConversion(std::wstring_view format, std::size_t& at) {
   return conversion;
 }
 
-bool isNumeric(wchar_t type) { return std::wstring_view(L"diuxX").find(type) != std::wstring_view::npos; }
+bool isSigned(wchar_t type) { return type == L'd' || type == L'i'; }
+bool isNumeric(wchar_t type) {
+  return isSigned(type) || std::wstring_view(L"uxX").find(type) != std::wstring_view::npos;
+}
 
-std::wstring digitsOf(const FormatValue& value, wchar_t type, bool& negative) {
-  const bool isSigned = value.kind == FormatValue::Kind::Signed && (type == L'd' || type == L'i');
-  negative = isSigned && static_cast<std::int64_t>(value.number) < 0;
-  const std::uint64_t magnitude = negative ? 0 - value.number : value.number;
+bool hasPrecision(const Conversion& conversion) { return conversion.precision != std::wstring_view::npos; }
+
+struct Number {
+  bool isNegative;
+  std::uint64_t magnitude;
+};
+
+// A negative number is shown by %u and %x as the unsigned one of the same bits.
+Number numberOf(const FormatValue& value, wchar_t type) {
+  const bool isNegative = value.kind == FormatValue::Kind::Signed && static_cast<std::int64_t>(value.number) < 0;
+  if (isNegative && isSigned(type)) {
+    return {true, 0 - value.number};
+  }
+  return {false, isNegative && !value.isLong ? static_cast<std::uint32_t>(value.number) : value.number};
+}
+
+std::wstring digitsOf(std::uint64_t magnitude, const Conversion& conversion) {
   char buffer[32];
-  const int base = type == L'x' || type == L'X' ? 16 : 10;
+  const int base = conversion.type == L'x' || conversion.type == L'X' ? 16 : 10;
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, magnitude, base).ptr;
   std::wstring digits(buffer, end);
-  if (type == L'X') {
+  if (conversion.type == L'X') {
     std::transform(digits.begin(), digits.end(), digits.begin(),
                    [](wchar_t c) { return c >= L'a' ? static_cast<wchar_t>(c - L'a' + L'A') : c; });
   }
-  return digits;
+  if (!hasPrecision(conversion)) {
+    return digits;
+  }
+  if (magnitude == 0) {
+    digits.clear();
+  }
+  const std::size_t least = conversion.precision;
+  return std::wstring(least > digits.size() ? least - digits.size() : 0, L'0') + digits;
 }
 
 void appendPadded(std::wstring& out, const Conversion& conversion, std::wstring_view sign, std::wstring_view body) {
   const std::size_t length = sign.size() + body.size();
   const std::size_t fill = conversion.width > length ? conversion.width - length : 0;
-  const bool zeros = conversion.zeros && !conversion.left && isNumeric(conversion.type);
+  const bool zeros = conversion.zeros && !conversion.left && isNumeric(conversion.type) && !hasPrecision(conversion);
   if (!conversion.left && !zeros) {
     out.append(fill, L' ');
   }
@@ -96,6 +119,12 @@ void appendPadded(std::wstring& out, const Conversion& conversion, std::wstring_
   if (conversion.left) {
     out.append(fill, L' ');
   }
+}
+
+void appendNumber(std::wstring& out, const Conversion& conversion, const FormatValue& value) {
+  const Number number = numberOf(value, conversion.type);
+  const wchar_t* const positive = conversion.plus && isSigned(conversion.type) ? L"+" : L"";
+  appendPadded(out, conversion, number.isNegative ? L"-" : positive, digitsOf(number.magnitude, conversion));
 }
 
 bool appendValue(std::wstring& out, const Conversion& conversion, const FormatValue& value) {
@@ -114,9 +143,7 @@ bool appendValue(std::wstring& out, const Conversion& conversion, const FormatVa
     return true;
   }
   if (isNumeric(conversion.type) && value.kind != FormatValue::Kind::Text) {
-    bool negative = false;
-    const std::wstring digits = digitsOf(value, conversion.type, negative);
-    appendPadded(out, conversion, negative ? L"-" : conversion.plus ? L"+" : L"", digits);
+    appendNumber(out, conversion, value);
     return true;
   }
   return false;

@@ -17,7 +17,10 @@ struct FormatValue {
   FormatValue(std::wstring_view value) : kind(Kind::Text), text(value) {}
   FormatValue(const std::wstring& value) : kind(Kind::Text), text(value) {}
   template <std::signed_integral T>
-  FormatValue(T value) : kind(Kind::Signed), number(static_cast<std::uint64_t>(static_cast<std::int64_t>(value))) {}
+  FormatValue(T value)
+      : kind(Kind::Signed),
+        number(static_cast<std::uint64_t>(static_cast<std::int64_t>(value))),
+        isLong(sizeof(T) > sizeof(std::int32_t)) {}
   template <std::unsigned_integral T>
   FormatValue(T value) : kind(Kind::Unsigned), number(value) {}
   FormatValue(char32_t value) : kind(Kind::Unsigned), number(value) {}
@@ -25,12 +28,15 @@ struct FormatValue {
   Kind kind;
   std::wstring_view text;
   std::uint64_t number = 0;
+  bool isLong = false;  ///< whether a signed number has 64 bits; else it has 32 when it is taken for an unsigned one
 };
 
 /// printf-style formatting into wide text, the same on every platform and in every locale: %s and %c take wide text.
 ///
-/// Known are %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision; size modifiers (h,
-/// l, ll, I64) are passed over. What is not known, or has no value, is written as it stands. A null text is empty.
+/// Known are %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision, each with the
+/// meaning it has in printf; width and precision count at most 4,096 characters. Size modifiers (h, l, ll, I64) are
+/// passed over: a number has the size of its own type, and %d shows a large unsigned one as it is. What is not known,
+/// or has no value, is written as it stands. A null text is empty.
 struct FMT {
   template <typename... Values>
   static std::wstring Format(std::wstring_view format, const Values&... values) {
