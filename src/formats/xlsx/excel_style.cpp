@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <iterator>
 
 namespace scrivalen::platform {
@@ -35,6 +36,9 @@ std::wstring withoutComments(std::wstring_view text) {
     text = end == std::wstring_view::npos ? std::wstring_view() : text.substr(end + 2);
   }
 }
+
+// Editors begin a file with one, and files that were joined have others inside.
+constexpr wchar_t kByteOrderMark = 0xFEFF;
 
 struct Part {
   std::wstring_view text;
@@ -136,7 +140,8 @@ bool setColumnWidth(Rules& rules, std::wstring_view value) {
 }
 
 bool setFrozenRows(Rules& rules, std::wstring_view value) {
-  return keep(rules.frozenRows, numberOf(value, L"", 0, kMostFrozenRows));
+  const std::optional<double> rows = numberOf(value, L"", 0, kMostFrozenRows);
+  return rows == std::floor(rows.value_or(0)) && keep(rules.frozenRows, rows);
 }
 
 constexpr SheetProperty kSheetProperties[] = {{L"column-width", &setColumnWidth}, {L"freeze-rows", &setFrozenRows}};
@@ -226,7 +231,10 @@ CellStyle cascaded(const CellStyle& style, const CellStyle& sheet) {
 
 SheetStyle readStyle(std::wstring_view text, const std::function<void(const std::wstring&)>& problem) {
   Rules rules;
-  const std::wstring bare = withoutComments(text);
+  std::wstring bare = withoutComments(text);
+  if (std::erase(bare, kByteOrderMark) > 0) {
+    problem(L"a byte-order mark is no part of a style sheet");
+  }
   Reader(rules, problem).read(bare);
   return {cascaded(rules.cell, rules.sheet), cascaded(rules.bold, rules.sheet), rules.columnWidth,
           static_cast<std::uint32_t>(rules.frozenRows.value_or(0))};

@@ -23,7 +23,7 @@ struct SheetStyle {
   CellStyle cell;
   CellStyle bold;                     ///< of bold cells, which take nothing from the others
   std::optional<double> columnWidth;  ///< of every column, in digits of the default font; else each has its own
-  std::uint32_t frozenRows = 0;       ///< how many rows stay in sight when the others are scrolled
+  std::uint32_t frozenRows = 0;       ///< how many rows of the first sheet stay in sight when the others are scrolled
 };
 
 /// Reads a style text: rules `sheet`, `cell` and `bold`, each with declarations in braces, as in
@@ -31,7 +31,8 @@ struct SheetStyle {
 ///
 /// A rule takes `font-family` (the first name of a list), `font-size` (points, 1 to 409), `color` and
 /// `background-color`; `sheet` holds for the cells of both kinds as far as their own rule says nothing else, and takes
-/// `column-width` (1 to 255) and `freeze-rows` too. Later declarations win. Comments are those of CSS.
+/// `column-width` (1 to 255) and `freeze-rows` (whole rows, up to 1,000) too. Later declarations win. Comments are
+/// those of CSS.
 /// @param problem  is told of each part that is not understood, which is skipped
 SheetStyle readStyle(std::wstring_view text, const std::function<void(const std::wstring&)>& problem);
 

@@ -224,7 +224,8 @@ bool ExcelWriter::Document::beginSheet() {
     return false;
   }
   ++sheet_;
-  if (style_.frozenRows > 0) {
+  // A later sheet begins with rows of data: the header is on the first.
+  if (sheet_ == 1 && style_.frozenRows > 0) {
     book_->freeze(style_.frozenRows);
   }
   return true;
@@ -346,6 +347,10 @@ void ExcelWriter::Document::assemble() {
 void ExcelWriter::Document::logLosses() const noexcept {
   logLoss(name_, text_.loss());
   try {
+    if (sheet_ > 1) {
+      CLog::Bug2(FMT::Format(L"'%s': a sheet holds 1,048,576 rows, the others are on %s%s.", name_,
+                             sheet_ == 2 ? L"" : L"Sheet2 to ", FMT::Format(L"Sheet%d", sheet_)));
+    }
     cut_.log(name_, L"cut at 32,767 characters");
     dropped_.log(name_, L"dropped beyond column 16,384");
     if (strayed_ > 0) {

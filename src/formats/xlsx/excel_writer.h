@@ -12,9 +12,9 @@
 /// The file is held from the beginning, and keeps what it had until the workbook is whole: then it is replaced in one
 /// step. Whatever fails, a lack of memory too, leaves neither half a workbook nor other files behind.
 ///
-/// A sheet takes 1,048,576 rows; the next one begins another sheet. Columns are as wide as their longest text, up to 60
-/// characters. What a spreadsheet cannot hold is left out and told in the log at the end: what a cell has beyond 32,767
-/// UTF-16 code units, cells beyond 16,384 columns, and cells outside of rows.
+/// A sheet takes 1,048,576 rows; the next one begins another sheet, which is logged and has no frozen rows. Columns are
+/// as wide as their longest text, up to 60 characters. What a spreadsheet cannot hold is left out and told in the log
+/// at the end: what a cell has beyond 32,767 UTF-16 code units, cells beyond 16,384 columns, and cells outside of rows.
 class ExcelWriter {
  public:
   ExcelWriter();

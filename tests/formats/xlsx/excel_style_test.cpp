@@ -120,6 +120,31 @@ TEST(ExcelStyle, RefusesNumbersWithARest) {
   }
 }
 
+TEST(ExcelStyle, RefusesPartsOfFrozenRows) {
+  const Reading half = reading(L"sheet{freeze-rows:1.5; column-width:12.5} cell{font-size:8}");
+  EXPECT_EQ(half.problems, std::vector<std::wstring>{L"'1.5' is no value for 'freeze-rows'"});
+  EXPECT_EQ(half.style.frozenRows, 0u);
+  EXPECT_EQ(half.style.columnWidth, 12.5);
+  EXPECT_EQ(half.style.cell.fontSize, 8);
+  EXPECT_EQ(reading(L"sheet{freeze-rows:2; freeze-rows:0.5}").style.frozenRows, 2u);
+  EXPECT_EQ(cleanly(L"sheet{freeze-rows:1.0}").frozenRows, 1u);
+  EXPECT_EQ(cleanly(L"sheet{freeze-rows:0}").frozenRows, 0u);
+  EXPECT_EQ(cleanly(L"sheet{freeze-rows:1000}").frozenRows, 1000u);
+  EXPECT_EQ(problemsOf(L"sheet{freeze-rows:1001}").size(), 1u);
+}
+
+TEST(ExcelStyle, IsAppliedWithAByteOrderMarkInIt) {
+  const std::vector<std::wstring> problem{L"a byte-order mark is no part of a style sheet"};
+  for (const wchar_t* text : {L"\uFEFFcell{color:red}", L" \uFEFF\r\ncell{color:red}", L"cell{\uFEFFcolor:\uFEFFred}",
+                              L"bold{}\uFEFFcell{color:red}\uFEFF"}) {
+    const Reading result = reading(text);
+    EXPECT_EQ(result.problems, problem) << text;
+    EXPECT_EQ(result.style.cell.color, Rgb{0xFF0000}) << text;
+  }
+  EXPECT_EQ(problemsOf(L"\uFEFF"), problem);
+  EXPECT_EQ(problemsOf(L"/* \uFEFF */"), std::vector<std::wstring>{});
+}
+
 TEST(ExcelStyle, RefusesWidthsThatHideTheColumns) {
   EXPECT_EQ(problemsOf(L"sheet{column-width:0}"), std::vector<std::wstring>{L"'0' is no value for 'column-width'"});
   EXPECT_EQ(problemsOf(L"sheet{column-width:0.9}").size(), 1u);

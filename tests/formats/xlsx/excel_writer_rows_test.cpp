@@ -67,6 +67,10 @@ void writeTwoSheets(const std::wstring& path, const wchar_t* styles) {
 
 bool contains(std::string_view text, std::string_view part) { return text.find(part) != std::string_view::npos; }
 
+std::wstring secondSheetLine(const std::wstring& path) {
+  return L"'" + path + L"': a sheet holds 1,048,576 rows, the others are on Sheet2.";
+}
+
 }  // namespace
 
 TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
@@ -80,7 +84,7 @@ TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
     writer.Row(false);
   }
   ASSERT_TRUE(writer.End());
-  EXPECT_TRUE(log.lines().empty());
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{secondSheetLine(folder / L"a.xlsx")});
   const Look first = lookFor("<row ", folder / L"a.xlsx", "xl/worksheets/sheet1.xml");
   EXPECT_EQ(first.count, std::size_t{kRowsOfASheet});
   EXPECT_NE(first.tail.find(
@@ -91,7 +95,7 @@ TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
   EXPECT_NE(second.find("<sheetData><row r=\"1\"><c r=\"A1\" s=\"1\" t=\"inlineStr\"><is><t>1048577</t></is></c></row>"
                         "<row r=\"2\"><c r=\"A2\" t=\"inlineStr\"><is><t>1048578</t></is></c></row></sheetData>"),
             std::string::npos);
-  EXPECT_NE(second.find("state=\"frozen\""), std::string::npos);
+  EXPECT_FALSE(contains(second, "<pane"));
   const std::string names = workbookPart(folder / L"a.xlsx", "xl/workbook.xml");
   EXPECT_NE(
       names.find(
@@ -110,7 +114,8 @@ TEST(ExcelWriterRows, GiveEachSheetWidthsOfItsOwn) {
                        "<cols><col min=\"1\" max=\"1\" width=\"60.7109375\" customWidth=\"1\"/>"
                        "<col min=\"2\" max=\"2\" width=\"20.7109375\" customWidth=\"1\"/></cols>"));
   EXPECT_EQ(log.lines(),
-            std::vector<std::wstring>{L"'" + path + L"': 1 cell cut at 32,767 characters, the first at Sheet2!A2."});
+            (std::vector<std::wstring>{secondSheetLine(path),
+                                       L"'" + path + L"': 1 cell cut at 32,767 characters, the first at Sheet2!A2."}));
 }
 
 TEST(ExcelWriterRows, HaveTheWidthOfTheStyleOnEachSheet) {
@@ -125,7 +130,30 @@ TEST(ExcelWriterRows, HaveTheWidthOfTheStyleOnEachSheet) {
   }
 }
 
+TEST(ExcelWriterRows, AreFrozenOnTheFirstSheetAlone) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.xlsx";
+  writeTwoSheets(path, L"sheet { freeze-rows: 1 }");
+  EXPECT_TRUE(contains(workbookPart(path, "xl/worksheets/sheet1.xml"), "state=\"frozen\""));
+  EXPECT_FALSE(contains(workbookPart(path, "xl/worksheets/sheet2.xml"), "<pane"));
+}
+
+TEST(ExcelWriterRows, NameTheSheetsTheyWentToInTheLog) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a.xlsx";
+  ExcelWriter writer;
+  ASSERT_TRUE(writer.Begin(path.c_str(), nullptr));
+  leaveRows(writer, 2 * kRowsOfASheet);
+  writeRow(writer, {L"last"});
+  ASSERT_TRUE(writer.End());
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{
+                             L"'" + path + L"': a sheet holds 1,048,576 rows, the others are on Sheet2 to Sheet3."});
+}
+
 TEST(ExcelWriterRows, ThatJustFillASheetMakeNoOther) {
+  const CapturedLog log;
   const TemporaryFolder folder;
   ExcelWriter writer;
   ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
@@ -134,4 +162,5 @@ TEST(ExcelWriterRows, ThatJustFillASheetMakeNoOther) {
   ASSERT_TRUE(writer.End());
   EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1048576 \"last\"\n");
   EXPECT_FALSE(contains(workbookPart(folder / L"a.xlsx", "xl/workbook.xml"), "Sheet2"));
+  EXPECT_TRUE(log.lines().empty());
 }
