@@ -40,9 +40,10 @@ class SCRIVALEN_API HtmlReport : public AReport {
   static int GetTemplatesList(const wchar_t* folder, std::vector<std::wstring>* names);
 
   /// Opens the output file name, with the template if one is set and exists, else with a plain page head whose title is
-  /// the property "%TITLE%".
+  /// the property "%TITLE%" (none without that property). A template that does not exist is logged.
   REPORT_ERRORS Open() override;
-  /// Opens a file and writes no head.
+  /// Opens a file and writes no head, with or without a template: what the host writes first begins the page. Close
+  /// ends it with </body></html> all the same.
   REPORT_ERRORS Open(const wchar_t* file) override;
   REPORT_ERRORS Close() override;
   std::wstring Quoting(const std::wstring& text) override;
@@ -72,15 +73,18 @@ class SCRIVALEN_API HtmlReport : public AReport {
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  protected:
-  /// Writes to a file of the host's, which is neither owned nor closed and must outlive Close. No head is written.
-  /// What the file raises ends up in the result of Close.
+  /// Writes to a file of the host's, which is neither owned nor closed and must outlive Close. No head is written. What
+  /// the file raises ends up in the result of Close.
+  /// @param file  null is refused with REPORT_FILE_ERROR
   REPORT_ERRORS Open(OutputFile* file);
-  /// Opens a page in a template of the template folder.
+  /// Opens a page in a template of the template folder: what is before "%BODY%" is written now, what is after it by
+  /// Close, with every property's name replaced by its value.
   /// @return REPORT_TEMPLATE_NOT_FOUND when the template is missing or unreadable; the output is then not created
   REPORT_ERRORS OpenWithTemplate(const wchar_t* output, const wchar_t* templateName);
   /// Opens a page with a plain head; a null title gives none.
   REPORT_ERRORS OpenWithHeader(const wchar_t* file, const wchar_t* title);
-  /// Writes a value through a printf-style format, unescaped: %s, %c and %d are known, %s takes wide text.
+  /// Writes a value through a printf-style format, unescaped. The first takes %s and %c, both for wide text, the second
+  /// %d %i %u %x %X and %c, with flags, width and precision; what is no conversion of the value is written as it is.
   void ValueToHtml(const wchar_t* format, const wchar_t* text);
   void ValueToHtml(const wchar_t* format, int value);
 

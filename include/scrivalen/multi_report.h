@@ -22,14 +22,16 @@ class SCRIVALEN_API MultiReport : public AReport {
   /// until the process ends.
   ~MultiReport();
 
-  /// Adds a report. Properties, styles and options given earlier do not reach it.
+  /// Adds a report. Properties, styles, the separator and options given earlier do not reach it. Several reports of one
+  /// format are allowed, each with a file of its own.
+  /// @param format        a number that is no format adds nothing, which is logged
   /// @param file          its output file; null or empty: nothing is added
-  /// @param templateFile  its template's file name; may be null
+  /// @param templateFile  its template's file name (HTML); may be null. Help takes "default.htm" always
   void AddReport(REPORT_FORMAT format, const wchar_t* file, const wchar_t* templateFile);
   /// Releases every report. Nothing is written or closed: a report that is still open keeps its file open, with what
   /// was not yet flushed lost, until the process ends.
   void Clear();
-  /// Sets the style sheet text of every report present.
+  /// Sets the style sheet text of every report present; the MultiReport keeps none.
   void SetStyles(const wchar_t* text);
 
   /// Opens every report under its own name.
@@ -41,6 +43,7 @@ class SCRIVALEN_API MultiReport : public AReport {
   /// Closes every report.
   /// @return the first result that is not REPORT_OK, with that report's error text
   REPORT_ERRORS Close() override;
+  /// Adds the property to every report present; the MultiReport keeps none, so its GetProperty finds nothing.
   void AddProperty(const wchar_t* name, const wchar_t* value) override;
   void SetColumnSeparator(const std::wstring& separator) override;
   void Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) override;
@@ -68,6 +71,7 @@ class SCRIVALEN_API MultiReport : public AReport {
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void SetCellColor(const wchar_t* color) override;
   void Link(const wchar_t* text, const wchar_t* target) override;
+  /// Sets the option of every report present.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:

@@ -51,6 +51,7 @@ enum PDF_STANDARD_FONT_FACE : int {
 /// where the classic one does not.
 class SCRIVALEN_API CPDFdoc {
  public:
+  /// Kept from paragraph to paragraph and not used: every paragraph is aligned to the left.
   using ParType = int;
 
   CPDFdoc();
@@ -61,7 +62,8 @@ class SCRIVALEN_API CPDFdoc {
 
   /// Begins a document.
   /// @param file       an open file of the operating system, a HANDLE on Windows, a file descriptor carried in the
-  ///                   pointer on Linux; written from its current position by EndDoc; never closed
+  ///                   pointer on Linux; written from its current position by EndDoc; never closed. Descriptor 0 is the
+  ///                   null pointer, and so no file
   /// @param landscape  non-zero: 840 x 595 points, else 595 x 840
   /// @return 0; -1 when a document is open; -2 when @p file is null; -3 when the writer could not be made, for the
   ///         reason that WriteError tells
@@ -88,13 +90,17 @@ class SCRIVALEN_API CPDFdoc {
   void ColorOff();
 
   /// Begins a paragraph; ignored inside a table.
+  /// @param type  changes nothing
   void Paragraf(ParType type);
-  /// Appends text to the current paragraph, cell or outline entry; a line feed in it ends a line.
+  /// Appends text to the current paragraph or cell; a line feed in it ends a line. Without a paragraph or cell it is
+  /// dropped.
   void write(const wchar_t* text);
+  /// Writes a line feed.
   void LineBreak();
 
   /// Begins a table; ignored inside a table.
   void BeginTable();
+  /// Ends the table when its last row is ended; until the next paragraph text is dropped.
   void EndTable();
   /// @param columns  the width of the page is divided by; none, 0 or less, take no cells. Beyond 1,000 of them, which
   ///                 have no width any more, only those with a cell are drawn.

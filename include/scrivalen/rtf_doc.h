@@ -26,7 +26,7 @@ class SCRIVALEN_API RTFdoc {
   /// How a paragraph is aligned. PAR_DEFAULT and PAR_LEFT are the same; any other number writes no alignment.
   enum ParType : int { PAR_DEFAULT = 0, PAR_LEFT = 1, PAR_CENTER = 2, PAR_RIGHT = 3, PAR_JUSTIFY = 4 };
 
-  /// 102400; kept for programs that name it. The size that counts is that of a fragment, 4,096 bytes.
+  /// 102400, which limits nothing; kept for programs that name it.
   static const int OBUF_SIZE;
 
   RTFdoc();
@@ -45,16 +45,23 @@ class SCRIVALEN_API RTFdoc {
   void SetConforming(int on);
 
   /// Writes an entry of the font table; at most 1,024 UTF-16 code units of it arrive.
+  /// @param number  of the font, for FontNo
+  /// @param pos     ITEM_FIRST begins the table, ITEM_LAST ends it; any other number is an inner entry. All fonts come
+  ///                before all styles, both right after BegDoc
   void AddFont(int number, const wchar_t* name, ITEM_TYPE pos);
 
   /// Writes an entry of the style sheet; at most 1,024 UTF-16 code units of it arrive.
+  /// @param number   of the style, for Style and Paragraf
+  /// @param name     null or empty: none
   /// @param ignored  not used
   /// @param size     in half-points
-  /// @param extra    further control words, as they stand
+  /// @param bold     non-zero: bold
+  /// @param extra    further control words, never escaped; may be null
+  /// @param pos      as in AddFont
   void AddStyle(int number, const wchar_t* name, const wchar_t* ignored, int size, int bold, const wchar_t* extra,
                 ITEM_TYPE pos);
 
-  /// Writes one byte of the ANSI code page, escaped; a control character as SpecChar does.
+  /// Writes one byte of the document's code page, escaped; a control character as SpecChar does.
   void Char(char c);
   /// Does nothing.
   void Char(wchar_t c);
@@ -62,8 +69,10 @@ class SCRIVALEN_API RTFdoc {
   /// and 14 the page. Every other character writes nothing.
   void SpecChar(wchar_t c);
 
-  /// Writes a text.
-  /// @param length  in wide characters; 0 or less: up to the terminating zero
+  /// Writes a text, without ending a paragraph. In the classic form one of more than 4,096 bytes is dropped.
+  /// @param text    null: nothing
+  /// @param length  in wide characters (UTF-16 code units on Windows, characters on Linux): so many are read, zeros
+  ///                too; 0 or less: up to the terminating zero
   void write(const wchar_t* text, int length);
   /// Does nothing.
   void writeT(const wchar_t* text, int length);
@@ -94,11 +103,14 @@ class SCRIVALEN_API RTFdoc {
   /// @param kind  1: superscript, 2: subscript, else nothing
   void ScriptOn(char kind);
   void ScriptOff();
-  /// @param index  into the colour table of 16 colours that BegDoc writes; 0 is the default colour
+  /// @param index  into the colour table that BegDoc writes, not checked: 0 default, 1 black, 2 blue, 3 cyan, 4 light
+  ///               green, 5 magenta, 6 red, 7 yellow, 8 white, 9 dark blue, 10 dark cyan, 11 green, 12 dark magenta, 13
+  ///               dark red, 14 dark yellow, 15 gray, 16 light gray
   void FontColorOn(int index);
   void FontColorOff();
   void BackgroundColorOn(int index);
   void BackgroundColorOff();
+  /// @param number  as AddFont was given
   void FontNo(int number);
 
   /// Sets the style of the paragraph that the next Paragraf ends.
@@ -106,6 +118,7 @@ class SCRIVALEN_API RTFdoc {
   /// Sets the alignment of the paragraph that a carriage return given to Char ends.
   void NextParJ(ParType type);
   /// Ends a paragraph.
+  /// @param type   of the paragraph that ends
   /// @param style  negative: what Style has set, if anything
   void Paragraf(ParType type, int style);
   void PageBreak();
@@ -117,17 +130,23 @@ class SCRIVALEN_API RTFdoc {
   void List(char kind);
 
   /// Writes a link to a bookmark, underlined and blue.
+  /// @param text      null is an empty text
+  /// @param bookmark  its name, without "#"
   void HyperLink(const wchar_t* text, const wchar_t* bookmark);
   /// Writes an empty bookmark; at most 1,024 UTF-16 code units of the fragment arrive.
   void BookMark(const wchar_t* name);
+  /// Begins a field, whose instruction is written next.
   void BeginField();
+  /// Ends the field's instruction; what is written next is shown.
   void MiddleField();
   void EndField();
 
+  /// Ends the line above a table.
   void BeginTable();
   /// Does nothing.
   void EndTable();
-  /// Begins a row of cells that are 1,000 twips wide each.
+  /// Begins a row of cells that are 1,000 twips wide each, whatever is in them.
+  /// @param cells  0 and below: none
   /// @param color  shading of every cell, an index into the colour table; negative: none
   void BeginRow(int cells, int color);
   void BeginCell();
