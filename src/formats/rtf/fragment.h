@@ -1,8 +1,8 @@
 #pragma once
 
-#include "text/loss_counter.h"
 #include "output/output_buffer.h"
 #include "scrivalen/output_file.h"
+#include "text/loss_counter.h"
 
 #include <charconv>
 #include <cstddef>
