@@ -4,6 +4,7 @@
 #include "formats/pdf/layout/items.h"
 #include "formats/pdf/layout/links.h"
 #include "formats/pdf/layout/pages.h"
+#include "formats/pdf/layout/tables.h"
 #include "formats/pdf/layout/text_buffer.h"
 #include "formats/pdf/layout/text_style.h"
 #include "formats/pdf/objects/file.h"

@@ -1,7 +1,6 @@
 #include "formats/pdf/layout/items.h"
 
 #include "formats/pdf/layout/line_breaking.h"
-#include "formats/pdf/objects/numbers.h"
 
 #include <algorithm>
 #include <iterator>
@@ -13,23 +12,6 @@
 
 namespace scrivalen::pdf {
 namespace {
-
-constexpr Points kCellIndent = 1;
-constexpr Points kFrameLift = 3;  // of a row's lower edge, above its lowest text
-
-// Of columns that have no cell. More columns than the paper has points have no width: their frames all stand on one
-// spot, where a thousand of them look like two thousand million.
-constexpr std::int32_t kMostEmptyColumns = 1000;
-
-// The gap above a paragraph or a table.
-Points leadingGap(Pages& pages, PageText& lines, const DrawStyle& style, Points y) {
-  if (y - style.lead < kBottomLimit) {
-    pages.breakPage();
-    return pages.paper().top();
-  }
-  lines.moveDown(y - style.lead);
-  return y - style.lead;
-}
 
 // Each line begins with a step down of its own, so that the distance of two lines is twice the style's lead.
 template <typename View>
@@ -77,6 +59,17 @@ Points CPDFitem::Layout(Pages&, PageText&, Points y) { return y; }
 
 void CPDFitem::AttachLink(LinkWriter& writer, const CPDFitem* target) const { writer.addAnnotation(this, target); }
 
+// The gap above a paragraph or a table.
+Points CPDFitem::leadingGap(Pages& pages, PageText& lines, Points y) const {
+  const Points lead = pages.drawStyle(style).lead;
+  if (y - lead < kBottomLimit) {
+    pages.breakPage();
+    return pages.paper().top();
+  }
+  lines.moveDown(y - lead);
+  return y - lead;
+}
+
 Points CPDFitem::layoutText(Pages& pages, PageText& lines, Points x, Points y, Points width) const {
   if (hasNoText()) {
     return y;
@@ -105,97 +98,11 @@ void CPDFitem::place(Pages& pages, const Placement& placement) const {
 
 Points CPDFparagraf::Layout(Pages& pages, PageText& lines, Points y) {
   const Points width = pages.paper().usableWidth();
-  const Points top = beginOfText(pages, leadingGap(pages, lines, pages.drawStyle(style), y));
+  const Points top = beginOfText(pages, leadingGap(pages, lines, y));
   PDFStuffer::CPDFPage* const startPage = pages.current();
   const Points bottom = layoutText(pages, lines, kLeftMargin, top, width);
   place(pages, {startPage, pages.current(), top, bottom, width, kLeftMargin});
   return bottom;
-}
-
-Points CPDFtable::Layout(Pages& pages, PageText& lines, Points y) {
-  y = leadingGap(pages, lines, pages.drawStyle(style), y);
-  for (CPDFitem* row = rows.first; row; row = row->next) {
-    y = row->Layout(pages, lines, y);
-  }
-  return y;
-}
-
-Points CPDFtableCell::layOut(Pages& pages, PageText& lines, Points y, Points width) const {
-  const Points top = beginOfText(pages, y);
-  PDFStuffer::CPDFPage* const startPage = pages.current();
-  const Points x = column * width + kLeftMargin;
-  const Points bottom = layoutText(pages, lines, x + kCellIndent, top, width);
-  place(pages, {startPage, pages.current(), top, bottom, width, x});
-  return bottom;
-}
-
-template <typename Function>
-void CPDFtableRow::forEachCell(Function function) const {
-  for (const CPDFitem* cell = cells.first; cell; cell = cell->next) {
-    function(static_cast<const CPDFtableCell&>(*cell));
-  }
-}
-
-CPDFtableRow::Trial CPDFtableRow::tryCells(Pages& pages, Points y, Points width) const {
-  PageText& scratch = pages.scratch();
-  scratch.clear();
-  const std::uint64_t pageBreaks = pages.pageBreaks();
-  Trial trial{y, true, false};
-  forEachCell([&](const CPDFtableCell& cell) {
-    if (!trial.ranOff) {
-      const Points bottom = cell.layOut(pages, scratch, y, width);
-      trial.bottom = std::min(trial.bottom, bottom);
-      trial.ranOff = bottom > y;
-    }
-  });
-  trial.stands = !trial.ranOff && pages.pageBreaks() == pageBreaks;
-  return trial;
-}
-
-// A row is tried first: when a cell runs off the page, which breaks it for good, the row begins on the next one; then
-// it is tried again for its height, and only then laid out. Without a page break all three give the same lines.
-Points CPDFtableRow::Layout(Pages& pages, PageText& lines, Points y) {
-  const Points width = columns == 0 ? 0 : pages.paper().usableWidth() / columns;
-  const Trial trial = tryCells(pages, y, width);
-  if (trial.stands) {
-    drawFrame(pages, lines, y, trial.bottom, width);
-    lines.append(pages.scratch());
-    return trial.bottom;
-  }
-  if (trial.ranOff) {
-    y = pages.paper().top();
-  }
-  Points bottom = y;
-  PageText nowhere(PageText::Keeping::Nothing);
-  forEachCell([&](const CPDFtableCell& cell) { bottom = std::min(bottom, cell.layOut(pages, nowhere, y, width)); });
-  drawFrame(pages, lines, y, bottom, width);
-  forEachCell([&](const CPDFtableCell& cell) { cell.layOut(pages, lines, y, width); });
-  return bottom;
-}
-
-void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, Points y, Points bottom, Points width) const {
-  if (!lines.keepsLines()) {
-    return;
-  }
-  lines.line("ET");
-  lines.line("0.0 0.0 0.0 RG");
-  PDFStuffer::Piece rest;
-  rest.text(" ").number(bottom + kFrameLift).text(" ").number(width).text(" ").number(y - bottom).text(" re\r\n");
-  // A cell for which there was no memory is missing between the others.
-  const CPDFitem* cell = cells.first;
-  const std::int32_t drawn = std::min(columns, std::max(cellCount, kMostEmptyColumns));
-  for (std::int32_t i = 0; i < drawn; ++i) {
-    const Points x = kLeftMargin + i * width;
-    if (cell && cell->column == columnIndex(i)) {
-      lines.line(pages.background(static_cast<const CPDFtableCell*>(cell)->background));
-      lines.rectangle(x, rest.view());
-      lines.line("F");
-      cell = cell->next;
-    }
-    lines.rectangle(x, rest.view());
-    lines.line("S");
-  }
-  lines.line("BT");
 }
 
 void CPDFoutlineItem::AttachLink(LinkWriter& writer, const CPDFitem* target) const {

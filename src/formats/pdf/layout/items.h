@@ -5,10 +5,8 @@
 #include "formats/pdf/layout/pages.h"
 #include "formats/pdf/layout/units.h"
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <limits>
 #include <string_view>
 
 namespace scrivalen::pdf {
@@ -49,6 +47,7 @@ class CPDFitem {
 
  protected:
   ~CPDFitem() = default;
+  Points leadingGap(Pages& pages, PageText& lines, Points y) const;
   Points layoutText(Pages& pages, PageText& lines, Points x, Points y, Points width) const;
   Points beginOfText(Pages& pages, Points y) const;
   void place(Pages& pages, const Placement& placement) const;
@@ -83,52 +82,6 @@ class CPDFparagraf final : public CPDFitem {
  public:
   CPDFparagraf() : CPDFitem(ItemKind::Paragraph) {}
   Points Layout(Pages& pages, PageText& lines, Points y) override;
-};
-
-class CPDFtable final : public CPDFitem {
- public:
-  CPDFtable() : CPDFitem(ItemKind::Table) {}
-  Points Layout(Pages& pages, PageText& lines, Points y) override;
-
-  ItemList rows;
-};
-
-/// How a cell keeps its column. One beyond those that have a width counts as the last that is possible.
-constexpr std::uint16_t columnIndex(std::int32_t column) {
-  return static_cast<std::uint16_t>(std::min<std::int32_t>(column, std::numeric_limits<std::uint16_t>::max()));
-}
-
-class CPDFtableCell final : public CPDFitem {
- public:
-  CPDFtableCell(std::uint16_t columnIndex, std::uint32_t backgroundIndex)
-      : CPDFitem(ItemKind::Cell, columnIndex), background(backgroundIndex) {}
-  /// @param width  of the column
-  Points layOut(Pages& pages, PageText& lines, Points y, Points width) const;
-
-  std::uint32_t background;
-};
-
-class CPDFtableRow final : public CPDFitem {
- public:
-  explicit CPDFtableRow(int columnCount) : CPDFitem(ItemKind::Row), columns(columnCount) {}
-  Points Layout(Pages& pages, PageText& lines, Points y) override;
-  bool isFull() const { return cellCount >= columns; }
-
-  std::int32_t columns;
-  std::int32_t cellCount = 0;
-  ItemList cells;
-
- private:
-  struct Trial {
-    Points bottom;
-    bool stands;  // no page was broken: the lines in the scratch text are right
-    bool ranOff;  // a cell ended above where it began
-  };
-
-  template <typename Function>
-  void forEachCell(Function function) const;
-  Trial tryCells(Pages& pages, Points y, Points width) const;
-  void drawFrame(Pages& pages, PageText& lines, Points y, Points bottom, Points width) const;
 };
 
 class CPDFoutlineItem final : public CPDFitem {
