@@ -43,8 +43,8 @@ enum PDF_STANDARD_FONT_FACE : int {
 /// points; the paper is 595 x 840, or 840 x 595. A call in the wrong place is ignored; so is what comes to be collected
 /// once the pages are made. Null texts are left out.
 ///
-/// Nothing is ever raised but by the constructor. A call for which there is no memory leaves its content out, or a part
-/// of it; EndDoc then writes the rest and tells that the document is not whole.
+/// Nothing is ever raised but by the constructor. The first failure is kept: when memory runs out for a call, the calls
+/// after it do nothing, and EndDoc returns -1 without writing anything.
 ///
 /// Texts are UTF-16 code units. The file gets the low byte of each, in a font with WinAnsiEncoding. A conforming
 /// document has WinAnsi text, with readable stand-ins for what that lacks, and follows PDF 1.4 in the other places
@@ -134,8 +134,8 @@ class SCRIVALEN_API CPDFdoc {
   /// Lays the document out, writes it and closes it; the file stays open.
   /// @param pageMode  how a reader opens it (PDF 1.4, table 3.16); null is "UseNone". A conforming document leaves out
   ///                  what that table does not have.
-  /// @return 0, or -1 when not everything is in the file: there was no memory for a call, bytes did not reach it, or
-  ///         its handle is the invalid one; 0 without an open document
+  /// @return 0, or -1 when the file is not whole: memory ran out, bytes did not reach it, or its handle is the invalid
+  ///         one; WriteError says which. 0 without an open document
   int EndDoc(const wchar_t* pageMode);
 
   /// Makes documents conforming, or classic again, from the next BegDoc on.

@@ -15,54 +15,7 @@ namespace {
 
 constexpr int kFirstFont = 1;
 
-// Sets a flag while it lives.
-class Flagged {
- public:
-  explicit Flagged(bool& flag) : flag_(flag) { flag_ = true; }
-  Flagged(const Flagged&) = delete;
-  Flagged& operator=(const Flagged&) = delete;
-  ~Flagged() { flag_ = false; }
-
- private:
-  bool& flag_;
-};
-
-// Empties a text at its end.
-class Emptied {
- public:
-  explicit Emptied(TextBuffer& text) : text_(text) {}
-  Emptied(const Emptied&) = delete;
-  Emptied& operator=(const Emptied&) = delete;
-  ~Emptied() { text_.clear(); }
-
- private:
-  TextBuffer& text_;
-};
-
 }  // namespace
-
-// Makes an item the current one while it lives, whatever the one before still takes.
-class Document::Interruption {
- public:
-  Interruption(Document& document, CPDFitem& item)
-      : document_(document),
-        current_(std::exchange(document.current_, &item)),
-        text_(std::exchange(document.text_, {})),
-        hasText_(std::exchange(document.hasText_, false)) {}
-  Interruption(const Interruption&) = delete;
-  Interruption& operator=(const Interruption&) = delete;
-  ~Interruption() {
-    document_.current_ = current_;
-    document_.text_ = std::move(text_);
-    document_.hasText_ = hasText_;
-  }
-
- private:
-  Document& document_;
-  CPDFitem* current_;
-  TextBuffer text_;
-  bool hasText_;
-};
 
 Document::Document(platform::NativeFile file, const Paper& paper, Form form)
     : form_(form),
@@ -109,14 +62,13 @@ void Document::setCurrent(CPDFitem* item) {
   }
 }
 
-// A text that cannot be kept is lost: it must not become that of another item.
 void Document::keepText(CPDFitem& item) {
-  const Emptied atTheEnd(text_);
   if (text_.isWide()) {
     item.setText(stored(text_.units()));
   } else {
     item.setText(stored(text_.bytes()));
   }
+  text_.clear();
 }
 
 // An empty text is there all the same.
@@ -131,22 +83,11 @@ std::basic_string_view<Unit> Document::stored(std::basic_string_view<Unit> text)
   return {units, text.size()};
 }
 
-// Without memory for the item none is current: what is meant for it must not become another's.
-template <typename Item, typename... Arguments>
-Item& Document::makeOrLeave(std::uint32_t& itemId, Arguments&&... arguments) {
-  try {
-    return make<Item>(itemId, std::forward<Arguments>(arguments)...);
-  } catch (...) {
-    setCurrent(nullptr);
-    throw;
-  }
-}
-
 bool Document::beginParagraph(std::uint32_t& itemId) {
   if (!canBeginBlock()) {
     return false;
   }
-  auto& paragraph = makeOrLeave<CPDFparagraf>(itemId);
+  auto& paragraph = make<CPDFparagraf>(itemId);
   items_.append(paragraph);
   setCurrent(&paragraph);
   return true;
@@ -154,7 +95,7 @@ bool Document::beginParagraph(std::uint32_t& itemId) {
 
 void Document::beginTable(std::uint32_t& itemId) {
   if (canBeginBlock()) {
-    table_ = &makeOrLeave<CPDFtable>(itemId);
+    table_ = &make<CPDFtable>(itemId);
     items_.append(*table_);
     setCurrent(table_);
   }
@@ -162,19 +103,17 @@ void Document::beginTable(std::uint32_t& itemId) {
 
 void Document::beginRow(std::uint32_t& itemId, int columns) {
   if (current_ && current_->isA(ItemKind::Table)) {
-    row_ = &makeOrLeave<CPDFtableRow>(itemId, columns);
+    row_ = &make<CPDFtableRow>(itemId, columns);
     table_->rows.append(*row_);
     setCurrent(row_);
   }
 }
 
-// A cell beyond the columns of its row is dropped, with its text: no cell is current then. One for which there is no
-// memory leaves its column empty.
+// A cell beyond the columns of its row is dropped, with its text: no cell is current then.
 void Document::beginCell(std::uint32_t& itemId, const _RGB_COLOR& background) {
   if (current_ && current_->isA(ItemKind::Row) && !row_->isFull()) {
-    const std::uint16_t column = columnIndex(row_->cellCount++);
-    auto& cell = make<CPDFtableCell>(itemId, column, backgrounds_.indexOf(background));
-    row_->cells.append(cell);
+    auto& cell = make<CPDFtableCell>(itemId, backgrounds_.indexOf(background));
+    row_->append(cell);
     setCurrent(&cell);
   }
 }
@@ -189,9 +128,8 @@ void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
   if (!current_ || !current_->takesText()) {
     return;
   }
-  const std::uint32_t index = styles_.indexOf(style);
   appendText(text, style);
-  current_->style = index;
+  current_->style = styles_.indexOf(style);
   hasText_ = true;
 }
 
@@ -243,13 +181,17 @@ void Document::addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::w
     return;
   }
   auto& entry = make<CPDFoutlineItem>(itemId, level);
-  const Interruption ofTheCurrentItem(*this, entry);
+  CPDFitem* const interrupted = std::exchange(current_, &entry);
+  TextBuffer itsText = std::exchange(text_, {});
+  const bool hadText = std::exchange(hasText_, false);
   link(itemId, text, target, style);
-  setCurrent(nullptr);
+  setCurrent(interrupted);
+  text_ = std::move(itsText);
+  hasText_ = hadText;
 }
 
 void Document::layOut(Pages::Purpose purpose) {
-  const Flagged whileHere(makingPages_);
+  makingPages_ = true;
   pages_.begin(purpose);
   pages_.startPage();
   Points y = paper_.top();
@@ -257,6 +199,7 @@ void Document::layOut(Pages::Purpose purpose) {
     y = item->Layout(pages_, pages_.lines(), y);
   }
   pages_.finishPage();
+  makingPages_ = false;
 }
 
 void Document::makePages() {
@@ -278,15 +221,10 @@ void Document::makePages() {
 }
 
 void Document::save() {
-  if (!file_->beginSave()) {
-    return;
-  }
-  try {
+  if (file_->beginSave()) {
     layOut(Pages::Purpose::Writing);
-  } catch (...) {
-    file_->noteRaised();
+    file_->endSave();
   }
-  file_->endSave();
 }
 
 }  // namespace scrivalen::pdf

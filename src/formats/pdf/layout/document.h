@@ -20,8 +20,8 @@ namespace scrivalen::pdf {
 
 /// One document between its beginning and its end: what was collected, and what makes pages of it.
 ///
-/// A call for which there is no memory raises that. It collects nothing then, or a part, but the calls behind it find
-/// everything in order. Once the pages are made nothing more is collected.
+/// A call that raises leaves the document in no state to go on: only its destructor may follow. Once the pages are made
+/// nothing more is collected.
 class Document {
  public:
   Document(platform::NativeFile file, const Paper& paper, PDFStuffer::Form form);
@@ -48,7 +48,7 @@ class Document {
   /// Lays everything out for its place, with bold variants of the fonts. Does nothing the second time.
   void makePages();
   void setPageMode(const std::u16string& mode) { file_->SetPageMode(&mode); }
-  /// Writes the file: as much of it as there is, when making the pages has failed.
+  /// Writes the file.
   void save();
 
   Pages& pages() { return pages_; }
@@ -58,12 +58,8 @@ class Document {
   const platform::LossCounter& loss() const { return loss_; }
 
  private:
-  class Interruption;
-
   template <typename Item, typename... Arguments>
   Item& make(std::uint32_t& itemId, Arguments&&... arguments);
-  template <typename Item, typename... Arguments>
-  Item& makeOrLeave(std::uint32_t& itemId, Arguments&&... arguments);
   bool canBeginBlock() const { return isCollecting_ && (!current_ || current_->isA(ItemKind::Paragraph)); }
   void setCurrent(CPDFitem* item);
   void end(ItemKind kind, CPDFitem* parent);

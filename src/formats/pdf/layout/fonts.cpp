@@ -1,7 +1,5 @@
 #include "formats/pdf/layout/fonts.h"
 
-#include "formats/pdf/objects/room.h"
-
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -53,20 +51,17 @@ CPDFfontIdx makeFont(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE 
   entry.face = face;
   entry.resourceName = u"F";
   entry.resourceName.append(number.begin(), number.end());
-  std::u16string encoding = u"WinAnsiEncoding";
   entry.font = file.AddStandardFont(entry.resourceName, drawn);
-  entry.font->encodingName = std::move(encoding);
+  entry.font->encodingName = u"WinAnsiEncoding";
   return entry;
 }
 
 }  // namespace
 
 void FontTable::add(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE face) {
-  platform::makeRoom(entries_, 1);
   append(makeFont(file, id, face, face));
 }
 
-// The entry comes first: an index without it would lead nowhere, should memory run out in between.
 void FontTable::append(CPDFfontIdx entry) {
   hasSymbolic_ = hasSymbolic_ || PDFStuffer::isSymbolic(entry.face);
   const CPDFfontIdx& added = entries_.emplace_back(std::move(entry));
@@ -78,7 +73,6 @@ void FontTable::addBoldVariants(PDFStuffer::CPDFFile& file) {
   const std::size_t registered = entries_.size();
   int id = 0;
   for (std::size_t i = 0; i < registered; ++i) {
-    platform::makeRoom(entries_, 1);
     const PDF_STANDARD_FONT_FACE face = entries_[i].face;
     id = unusedIdFrom(id + 1);
     CPDFfontIdx variant = makeFont(file, id, face, boldFaceOf(face));

@@ -18,7 +18,7 @@ enum class ItemKind : std::uint8_t { Paragraph, Table, Row, Cell, Outline };
 // goes through them; their styles and colours are numbers; and only those with a link to or from them have a placement.
 class CPDFitem {
  public:
-  explicit CPDFitem(ItemKind itemKind, std::uint16_t columnIndex = 0) : column(columnIndex), kind_(itemKind) {}
+  explicit CPDFitem(ItemKind itemKind) : kind_(itemKind) {}
   CPDFitem(const CPDFitem&) = delete;
   CPDFitem& operator=(const CPDFitem&) = delete;
 
@@ -43,7 +43,6 @@ class CPDFitem {
 
   CPDFitem* next = nullptr;
   std::uint32_t style = 0;
-  std::uint16_t column;  ///< of a cell
 
  protected:
   ~CPDFitem() = default;

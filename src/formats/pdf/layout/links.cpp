@@ -1,7 +1,5 @@
 #include "formats/pdf/layout/links.h"
 
-#include "formats/pdf/objects/room.h"
-
 #include <algorithm>
 #include <cstdint>
 #include <limits>
@@ -31,11 +29,9 @@ void setDestination(Source& source, const Placement* target) {
 }  // namespace
 
 CPDFlink& LinkTable::named(std::u16string_view name) {
-  CPDFlink link{std::u16string(name), {}, nullptr};
-  platform::makeRoom(links_, 1);
-  const auto [found, added] = byName_.try_emplace(link.name, links_.size());
+  const auto [found, added] = byName_.try_emplace(std::u16string(name), links_.size());
   if (added) {
-    links_.push_back(std::move(link));
+    links_.push_back({found->first, {}, nullptr});
   }
   return links_[found->second];
 }

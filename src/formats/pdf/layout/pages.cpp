@@ -1,9 +1,6 @@
 #include "formats/pdf/layout/pages.h"
 
 #include "formats/pdf/objects/numbers.h"
-#include "formats/pdf/objects/room.h"
-
-#include <stdexcept>
 
 namespace scrivalen::pdf {
 
@@ -34,13 +31,7 @@ void Pages::begin(Purpose purpose) {
   started_ = 0;
 }
 
-// While the file is written its page tree is there already: a page that was not placed for a lack of memory would be in
-// no tree.
 void Pages::addPage() {
-  if (purpose_ == Purpose::Writing) {
-    throw std::length_error("A page is missing");
-  }
-  platform::makeRoom(pages_, 1);
   pages_.push_back(file_.AddPage({}));
   for (const CPDFfontIdx& entry : fonts_.entries()) {
     pages_.back()->AddFont(*entry.font);

@@ -18,15 +18,15 @@ struct CPDFdoc::State {
   CPDFtextStyle style;
   std::uint32_t lastId = 0;
   int conforming = 0;
-  Reason failure;  // of the last document
+  Reason failure;  // the first one of the last document
   LossCounter loss;
 
   const LossCounter& lost() const { return document ? document->loss() : loss; }
 
-  // Calls without an open document do nothing; nothing is raised to the caller, but EndDoc tells it.
+  // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
   template <typename Action>
-  void whileOpen(Action action) {
-    if (document) {
+  void whileWhole(Action action) {
+    if (document && failure.empty()) {
       containedIn(failure, [&] { action(*document); });
     }
   }
@@ -68,7 +68,7 @@ int CPDFdoc::BegDoc(void* file, int landscape) {
 bool CPDFdoc::IsOpen() const { return state_->document != nullptr; }
 
 void CPDFdoc::AddFont(int id, PDF_STANDARD_FONT_FACE face) {
-  state_->whileOpen([&](Document& document) { document.addFont(id, face); });
+  state_->whileWhole([&](Document& document) { document.addFont(id, face); });
 }
 
 void CPDFdoc::SetConforming(int on) { state_->conforming = on; }
@@ -82,7 +82,7 @@ void CPDFdoc::ColorOn(_RGB_COLOR color) { state_->style.color = color; }
 void CPDFdoc::ColorOff() { state_->style.color = kBlack; }
 
 void CPDFdoc::Paragraf(ParType type) {
-  state_->whileOpen([&](Document& document) {
+  state_->whileWhole([&](Document& document) {
     if (document.beginParagraph(state_->lastId)) {
       state_->style.paragraphType = type;
     }
@@ -91,51 +91,51 @@ void CPDFdoc::Paragraf(ParType type) {
 
 void CPDFdoc::write(const wchar_t* text) {
   if (text) {
-    state_->whileOpen([&](Document& document) { document.write(text, state_->style); });
+    state_->whileWhole([&](Document& document) { document.write(text, state_->style); });
   }
 }
 
 void CPDFdoc::LineBreak() { write(L"\n"); }
 
 void CPDFdoc::BeginTable() {
-  state_->whileOpen([&](Document& document) { document.beginTable(state_->lastId); });
+  state_->whileWhole([&](Document& document) { document.beginTable(state_->lastId); });
 }
 
 void CPDFdoc::EndTable() {
-  state_->whileOpen([](Document& document) { document.endTable(); });
+  state_->whileWhole([](Document& document) { document.endTable(); });
 }
 
 void CPDFdoc::BeginRow(int columns) {
-  state_->whileOpen([&](Document& document) { document.beginRow(state_->lastId, columns); });
+  state_->whileWhole([&](Document& document) { document.beginRow(state_->lastId, columns); });
 }
 
 void CPDFdoc::EndRow() {
-  state_->whileOpen([](Document& document) { document.endRow(); });
+  state_->whileWhole([](Document& document) { document.endRow(); });
 }
 
 void CPDFdoc::BeginCell(_RGB_COLOR background) {
-  state_->whileOpen([&](Document& document) { document.beginCell(state_->lastId, background); });
+  state_->whileWhole([&](Document& document) { document.beginCell(state_->lastId, background); });
 }
 
 void CPDFdoc::EndCell() {
-  state_->whileOpen([](Document& document) { document.endCell(); });
+  state_->whileWhole([](Document& document) { document.endCell(); });
 }
 
 void CPDFdoc::BookMark(const wchar_t* name) {
-  state_->whileOpen([&](Document& document) { document.bookMark(viewOf(name)); });
+  state_->whileWhole([&](Document& document) { document.bookMark(viewOf(name)); });
 }
 
 void CPDFdoc::HyperLink(const wchar_t* text, const wchar_t* target) {
-  state_->whileOpen([&](Document& document) { document.link(state_->lastId, text, viewOf(target), state_->style); });
+  state_->whileWhole([&](Document& document) { document.link(state_->lastId, text, viewOf(target), state_->style); });
 }
 
 void CPDFdoc::AddOutlineItem(const wchar_t* text, const wchar_t* target, int level) {
-  state_->whileOpen(
+  state_->whileWhole(
       [&](Document& document) { document.addOutlineItem(state_->lastId, text, viewOf(target), level, state_->style); });
 }
 
 void CPDFdoc::PageBreak() {
-  state_->whileOpen([](Document& document) {
+  state_->whileWhole([](Document& document) {
     if (document.isMakingPages()) {
       document.pages().breakPage();
     }
@@ -160,15 +160,15 @@ float CPDFdoc::GetAvrCharWidth(int font, int size, int bold) {
 int CPDFdoc::GetNextUnusedFontIdx() { return state_->document ? state_->document->fonts().nextUnusedId() : 1; }
 
 void CPDFdoc::CreateFonts() {
-  state_->whileOpen([](Document& document) { document.addBoldVariants(); });
+  state_->whileWhole([](Document& document) { document.addBoldVariants(); });
 }
 
 void CPDFdoc::GeneratePages() {
-  state_->whileOpen([](Document& document) { document.makePages(); });
+  state_->whileWhole([](Document& document) { document.makePages(); });
 }
 
 void CPDFdoc::StartPage() {
-  state_->whileOpen([](Document& document) {
+  state_->whileWhole([](Document& document) {
     if (document.isMakingPages()) {
       document.pages().startPage();
     }
@@ -176,7 +176,7 @@ void CPDFdoc::StartPage() {
 }
 
 void CPDFdoc::FinishPage() {
-  state_->whileOpen([](Document& document) {
+  state_->whileWhole([](Document& document) {
     if (document.isMakingPages()) {
       document.pages().finishPage();
     }
@@ -189,15 +189,15 @@ int CPDFdoc::EndDoc(const wchar_t* pageMode) {
   }
   CreateFonts();
   GeneratePages();
-  state_->whileOpen([&](Document& document) {
+  state_->whileWhole([&](Document& document) {
     std::u16string mode;
     appendUtf16(mode, pageMode ? pageMode : L"UseNone");
     document.setPageMode(mode);
+    document.save();
+    if (!document.writeError().empty()) {
+      state_->failure.keep(document.writeError());
+    }
   });
-  state_->whileOpen([](Document& document) { document.save(); });
-  if (const auto reason = state_->document->writeError(); !reason.empty()) {
-    state_->failure.keep(reason);
-  }
   Delete();
   return state_->failure.empty() ? 0 : -1;
 }

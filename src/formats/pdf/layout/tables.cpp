@@ -2,6 +2,8 @@
 
 #include "formats/pdf/objects/numbers.h"
 
+#include <algorithm>
+
 namespace scrivalen::pdf {
 namespace {
 
@@ -22,79 +24,81 @@ Points CPDFtable::Layout(Pages& pages, PageText& lines, Points y) {
   return y;
 }
 
-Points CPDFtableCell::layOut(Pages& pages, PageText& lines, const Columns& columns, Points y) const {
+Points CPDFtableCell::layOut(Pages& pages, PageText& lines, Points x, Points y, Points width) const {
   const Points top = beginOfText(pages, y);
   PDFStuffer::CPDFPage* const startPage = pages.current();
-  const Points x = columns.left(column);
-  const Points bottom = layoutText(pages, lines, x + kCellIndent, top, columns.width());
-  place(pages, {startPage, pages.current(), top, bottom, columns.width(), x});
+  const Points bottom = layoutText(pages, lines, x + kCellIndent, top, width);
+  place(pages, {startPage, pages.current(), top, bottom, width, x});
   return bottom;
 }
 
-template <typename Function>
-void CPDFtableRow::forEachCell(Function function) const {
-  for (const CPDFitem* cell = cells.first; cell; cell = cell->next) {
-    function(static_cast<const CPDFtableCell&>(*cell));
-  }
-}
-
-CPDFtableRow::Trial CPDFtableRow::tryCells(Pages& pages, const Columns& edges, Points y) const {
+CPDFtableRow::Trial CPDFtableRow::tryCells(Pages& pages, const Columns& columns, Points y) const {
   PageText& scratch = pages.scratch();
   scratch.clear();
   const std::uint64_t pageBreaks = pages.pageBreaks();
   Trial trial{y, true, false};
-  forEachCell([&](const CPDFtableCell& cell) {
-    if (!trial.ranOff) {
-      const Points bottom = cell.layOut(pages, scratch, edges, y);
-      trial.bottom = std::min(trial.bottom, bottom);
-      trial.ranOff = bottom > y;
-    }
-  });
+  std::int32_t column = 0;
+  for (const CPDFitem* item = cells_.first; item && !trial.ranOff; item = item->next) {
+    const auto& cell = static_cast<const CPDFtableCell&>(*item);
+    const Points bottom = cell.layOut(pages, scratch, columns.left(column++), y, columns.width());
+    trial.bottom = std::min(trial.bottom, bottom);
+    trial.ranOff = bottom > y;
+  }
   trial.stands = !trial.ranOff && pages.pageBreaks() == pageBreaks;
   return trial;
+}
+
+// @return the bottom of the lowest cell
+Points CPDFtableRow::layOutCells(Pages& pages, PageText& lines, const Columns& columns, Points y) const {
+  Points bottom = y;
+  std::int32_t column = 0;
+  for (const CPDFitem* item = cells_.first; item; item = item->next) {
+    const auto& cell = static_cast<const CPDFtableCell&>(*item);
+    bottom = std::min(bottom, cell.layOut(pages, lines, columns.left(column++), y, columns.width()));
+  }
+  return bottom;
 }
 
 // A row is tried first: when a cell runs off the page, which breaks it for good, the row begins on the next one; then
 // it is tried again for its height, and only then laid out. Without a page break all three give the same lines.
 Points CPDFtableRow::Layout(Pages& pages, PageText& lines, Points y) {
-  const Columns edges(pages.paper(), columns);
-  const Trial trial = tryCells(pages, edges, y);
+  const Columns columns(pages.paper(), columns_);
+  const Trial trial = tryCells(pages, columns, y);
   if (trial.stands) {
-    drawFrame(pages, lines, edges, y, trial.bottom);
+    drawFrame(pages, lines, columns, y, trial.bottom);
     lines.append(pages.scratch());
     return trial.bottom;
   }
   if (trial.ranOff) {
     y = pages.paper().top();
   }
-  Points bottom = y;
   PageText nowhere(PageText::Keeping::Nothing);
-  forEachCell([&](const CPDFtableCell& cell) { bottom = std::min(bottom, cell.layOut(pages, nowhere, edges, y)); });
-  drawFrame(pages, lines, edges, y, bottom);
-  forEachCell([&](const CPDFtableCell& cell) { cell.layOut(pages, lines, edges, y); });
+  const Points bottom = layOutCells(pages, nowhere, columns, y);
+  drawFrame(pages, lines, columns, y, bottom);
+  layOutCells(pages, lines, columns, y);
   return bottom;
 }
 
-void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, const Columns& edges, Points y, Points bottom) const {
+void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, const Columns& columns, Points y, Points bottom) const {
   if (!lines.keepsLines()) {
     return;
   }
   lines.line("ET");
   lines.line("0.0 0.0 0.0 RG");
   PDFStuffer::Piece rest;
-  rest.text(" ").number(bottom + kFrameLift).text(" ").number(edges.width()).text(" ");
+  rest.text(" ").number(bottom + kFrameLift).text(" ").number(columns.width()).text(" ");
   rest.number(y - bottom).text(" re\r\n");
-  // A cell for which there was no memory is missing between the others.
-  const CPDFitem* cell = cells.first;
-  const std::int32_t drawn = std::min(columns, std::max(cellCount, kMostEmptyColumns));
-  for (std::int32_t i = 0; i < drawn; ++i) {
-    if (cell && cell->column == columnIndex(i)) {
+  const CPDFitem* cell = cells_.first;
+  const std::int32_t drawn = std::min(columns_, std::max(cellCount_, kMostEmptyColumns));
+  for (std::int32_t column = 0; column < drawn; ++column) {
+    const Points x = columns.left(column);
+    if (cell) {
       lines.line(pages.background(static_cast<const CPDFtableCell*>(cell)->background));
-      lines.rectangle(edges.left(i), rest.view());
+      lines.rectangle(x, rest.view());
       lines.line("F");
       cell = cell->next;
     }
-    lines.rectangle(edges.left(i), rest.view());
+    lines.rectangle(x, rest.view());
     lines.line("S");
   }
   lines.line("BT");

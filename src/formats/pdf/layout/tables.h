@@ -5,9 +5,7 @@
 #include "formats/pdf/layout/pages.h"
 #include "formats/pdf/layout/units.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <limits>
 
 namespace scrivalen::pdf {
 
@@ -18,11 +16,6 @@ class CPDFtable final : public CPDFitem {
 
   ItemList rows;
 };
-
-/// How a cell keeps its column. One beyond those that have a width counts as the last that is possible.
-constexpr std::uint16_t columnIndex(std::int32_t column) {
-  return static_cast<std::uint16_t>(std::min<std::int32_t>(column, std::numeric_limits<std::uint16_t>::max()));
-}
 
 /// The columns of a row, all of one width.
 class Columns {
@@ -39,22 +32,22 @@ class Columns {
 
 class CPDFtableCell final : public CPDFitem {
  public:
-  CPDFtableCell(std::uint16_t columnIndex, std::uint32_t backgroundIndex)
-      : CPDFitem(ItemKind::Cell, columnIndex), background(backgroundIndex) {}
-  Points layOut(Pages& pages, PageText& lines, const Columns& columns, Points y) const;
+  explicit CPDFtableCell(std::uint32_t backgroundIndex) : CPDFitem(ItemKind::Cell), background(backgroundIndex) {}
+  /// @param x  the left edge of the cell's column
+  Points layOut(Pages& pages, PageText& lines, Points x, Points y, Points width) const;
 
   std::uint32_t background;
 };
 
 class CPDFtableRow final : public CPDFitem {
  public:
-  explicit CPDFtableRow(int columnCount) : CPDFitem(ItemKind::Row), columns(columnCount) {}
+  explicit CPDFtableRow(int columnCount) : CPDFitem(ItemKind::Row), columns_(columnCount) {}
   Points Layout(Pages& pages, PageText& lines, Points y) override;
-  bool isFull() const { return cellCount >= columns; }
-
-  std::int32_t columns;
-  std::int32_t cellCount = 0;
-  ItemList cells;
+  bool isFull() const { return cellCount_ >= columns_; }
+  void append(CPDFtableCell& cell) {
+    cells_.append(cell);
+    ++cellCount_;
+  }
 
  private:
   struct Trial {
@@ -63,10 +56,13 @@ class CPDFtableRow final : public CPDFitem {
     bool ranOff;  // a cell ended above where it began
   };
 
-  template <typename Function>
-  void forEachCell(Function function) const;
-  Trial tryCells(Pages& pages, const Columns& edges, Points y) const;
-  void drawFrame(Pages& pages, PageText& lines, const Columns& edges, Points y, Points bottom) const;
+  Trial tryCells(Pages& pages, const Columns& columns, Points y) const;
+  Points layOutCells(Pages& pages, PageText& lines, const Columns& columns, Points y) const;
+  void drawFrame(Pages& pages, PageText& lines, const Columns& columns, Points y, Points bottom) const;
+
+  std::int32_t columns_;
+  std::int32_t cellCount_ = 0;
+  ItemList cells_;
 };
 
 }  // namespace scrivalen::pdf

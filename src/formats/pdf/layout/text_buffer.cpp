@@ -11,37 +11,17 @@ namespace scrivalen::pdf {
 
 using namespace platform;
 
-// Each code unit is one element, in bytes as in units: a text has the same length in both.
-template <typename Action>
-LossCounter TextBuffer::whole(Action append) {
-  const std::size_t before = isWide_ ? units_.size() : bytes_.size();
-  try {
-    return append();
-  } catch (...) {
-    if (isWide_) {
-      units_.resize(before);
-    } else {
-      bytes_.resize(before);
-    }
-    throw;
-  }
-}
-
 LossCounter TextBuffer::append(std::wstring_view text) {
-  return whole([&] {
-    if (!isWide_) {
-      text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));
-    }
-    return text.empty() ? LossCounter() : appendWide(text);
-  });
+  if (!isWide_) {
+    text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));
+  }
+  return text.empty() ? LossCounter() : appendWide(text);
 }
 
 LossCounter TextBuffer::appendWinAnsi(std::wstring_view text) {
-  return whole([&] {
-    LossCounter loss;
-    pdf::appendWinAnsi(bytes_, text, loss);
-    return loss;
-  });
+  LossCounter loss;
+  pdf::appendWinAnsi(bytes_, text, loss);
+  return loss;
 }
 
 LossCounter TextBuffer::appendWide(std::wstring_view text) {
@@ -59,21 +39,19 @@ LossCounter TextBuffer::appendWide(std::wstring_view text) {
 }
 
 LossCounter TextBuffer::appendSigns(std::wstring_view text) {
-  return whole([&] {
-    LossCounter loss;
-    const wchar_t* at = text.data();
-    const wchar_t* const end = at + text.size();
-    while (at != end) {
-      const char32_t c = nextCharacter(at, end);
-      if (c > 0xFF) {
-        loss.note(c);
-        bytes_ += '?';
-      } else if (c != U'\r') {
-        bytes_ += c == U'\t' ? ' ' : static_cast<char>(c);
-      }
+  LossCounter loss;
+  const wchar_t* at = text.data();
+  const wchar_t* const end = at + text.size();
+  while (at != end) {
+    const char32_t c = nextCharacter(at, end);
+    if (c > 0xFF) {
+      loss.note(c);
+      bytes_ += '?';
+    } else if (c != U'\r') {
+      bytes_ += c == U'\t' ? ' ' : static_cast<char>(c);
     }
-    return loss;
-  });
+  }
+  return loss;
 }
 
 // An escape begins the name of a language (PDF 1.4, 3.8.1); the other control characters mean nothing.

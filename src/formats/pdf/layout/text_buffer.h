@@ -10,8 +10,6 @@ namespace scrivalen::pdf {
 /// The text of an item while it is written into: UTF-16 code units, kept as bytes as long as none of them is above 255.
 class TextBuffer {
  public:
-  // A text for which there is no memory is left out whole.
-
   /// Appends wide text as it stands. @return how many characters have more than a low byte, and the first of them
   platform::LossCounter append(std::wstring_view text);
   /// Appends wide text as WinAnsi bytes. @return what WinAnsi lacks
@@ -28,8 +26,6 @@ class TextBuffer {
   std::u16string_view units() const { return units_; }
 
  private:
-  template <typename Action>
-  platform::LossCounter whole(Action append);
   platform::LossCounter appendWide(std::wstring_view text);
   void widen();
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "formats/pdf/objects/room.h"
 #include "scrivalen/pdf_doc.h"
 
 #include <array>
@@ -45,7 +44,6 @@ class Pool {
   std::uint32_t indexOf(const Value& value) {
     const PoolKey key = keyOf(value);
     if (values_.empty() || key != lastKey_) {
-      platform::makeRoom(values_, 1);
       const auto [found, added] = indexes_.try_emplace(key, static_cast<std::uint32_t>(values_.size()));
       if (added) {
         values_.push_back(value);

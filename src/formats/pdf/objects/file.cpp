@@ -3,7 +3,6 @@
 #include "formats/pdf/objects/numbers.h"
 #include "formats/pdf/objects/values.h"
 #include "output/clog.h"
-#include "formats/pdf/objects/room.h"
 
 #include <algorithm>
 #include <iterator>
@@ -106,8 +105,6 @@ CPDFFile::~CPDFFile() {
 }
 
 CPDFPage* CPDFFile::AddPage(std::u16string name) {
-  makeRoom(objects, 2);
-  makeRoom(pages->children, 1);
   CPDFPage& page = make<CPDFPage>();
   AddObject(page.takeContent());
   page.name = std::move(name);
@@ -126,12 +123,10 @@ void CPDFFile::CreateOutlines() {
 }
 
 CPDFStandardFont* CPDFFile::AddStandardFont(std::u16string name, PDF_STANDARD_FONT_FACE face) {
-  makeRoom(fonts, 1);
-  std::u16string listed = name;
   CPDFStandardFont& font = make<CPDFStandardFont>();
   font.name = std::move(name);
   font.face = face;
-  fonts.push_back({font.objectNumber, font.generation, std::move(listed), &font});
+  fonts.push_back({font.objectNumber, font.generation, font.name, &font});
   return &font;
 }
 
@@ -146,7 +141,7 @@ void CPDFFile::WriteText(std::u16string_view text) {
   }
 }
 
-// A failure costs the object what it has not written yet; the file goes on.
+// What an object raises costs the file the rest of that object; memory that has run out costs it all that follows.
 void CPDFFile::writeObject(CPDFObject& object) {
   object.fileOffset = position();
   if (object.fileOffset > kMostOffset) {
@@ -156,12 +151,12 @@ void CPDFFile::writeObject(CPDFObject& object) {
   try {
     object.Write(block_);
   } catch (const std::bad_alloc&) {
-    noteRaised();
+    throw;
   } catch (...) {
     reason_.keep(L"An object could not be made");
   }
   if (!block_.isWhole()) {
-    reason_.keep(L"There is not enough memory");  // all that a part of an object raises
+    throw std::bad_alloc();
   }
   buffer_.write(block_.text().data(), block_.text().size());
 }

@@ -64,7 +64,7 @@ struct FontRecord {
 /// A PDF file: it numbers the objects, owns them, and writes them in their order with the table that finds them.
 ///
 /// An object takes its number when it is made and its place in the table when it is registered, so each is registered
-/// before the next is made. Where there is no memory for one, it takes neither.
+/// before the next is made. What a call raises because memory runs out leaves the file in no state to go on.
 class CPDFFile {
  public:
   /// @param file  open for writing; not closed unless callerOwnsHandle is cleared; must outlive this
@@ -84,10 +84,7 @@ class CPDFFile {
   /// Makes an object under the next number and registers it.
   template <typename Object>
   Object& make() {
-    std::uint32_t next = nextObjectNumber;
-    Object& made = AddObject(std::make_unique<Object>(next));
-    nextObjectNumber = next;
-    return made;
+    return AddObject(std::make_unique<Object>(nextObjectNumber));
   }
 
   CPDFPage* AddPage(std::u16string name);
@@ -105,9 +102,6 @@ class CPDFFile {
   bool beginSave();
   void saveThrough(const CPDFObject& last);
   void endSave();
-
-  /// Notes that the exception being handled keeps something out of the file; for use in a catch clause.
-  void noteRaised() { reason_.keepRaised(); }
 
   /// Whether everything is in the file: it was made, the operating system has taken it, and the table finds it.
   bool isWhole() const { return reason_.empty(); }

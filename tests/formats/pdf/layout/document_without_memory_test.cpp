@@ -132,13 +132,6 @@ std::size_t countOf(std::string_view words, std::string_view bytes) {
   return count;
 }
 
-// A page behind the page tree, which was written without it, is one that no reader shows.
-bool hasOnlyPagesOfItsTree(const std::string& bytes) {
-  constexpr std::string_view kTree = "/Type /Pages\r\n/Count ";
-  const auto tree = bytes.find(kTree);
-  return tree == bytes.npos || countOf("/Type /Page\r\n", bytes) <= std::stoul(bytes.substr(tree + kTree.size()));
-}
-
 std::string nameOf(const testing::TestParamInfo<DocumentWithoutMemory::ParamType>& test) {
   const auto& [extent, conforming] = test.param;
   return std::string(extent == Extent::One ? "OneFails" : "AllFail") + (conforming ? "Conforming" : "Classic");
@@ -162,11 +155,9 @@ TEST_P(DocumentWithoutMemory, IsGoodOrTellsWhyItIsNot) {
       EXPECT_EQ(made.result, made.begun == 0 ? -1 : 0);
       EXPECT_NE(made.reason, L"");
       EXPECT_FALSE(doc.IsOpen());
-      EXPECT_TRUE(made.bytes.empty() || made.bytes.ends_with("%%EOF"));
-      EXPECT_TRUE(hasOnlyPagesOfItsTree(made.bytes));
-    }
-    if (made.begun == 0 && made.failedWhileCollecting && extent == Extent::One) {
-      EXPECT_EQ(PdfStructure(made.bytes, conforming != 0).problems(), Problems());
+      EXPECT_LT(made.bytes.size(), good.size());
+      EXPECT_TRUE(areSameBytes(good.substr(0, made.bytes.size()), made.bytes));
+      EXPECT_TRUE(made.bytes.empty() || !made.failedWhileCollecting);
     }
     EXPECT_EQ(UnfailingLog::lines(), std::vector<std::wstring>());
     expectGood(attempt(0));
