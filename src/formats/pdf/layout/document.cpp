@@ -23,7 +23,7 @@ Document::Document(platform::NativeFile file, const Paper& paper, Form form)
       file_(std::make_unique<PDFStuffer::CPDFFile>(file, form)),
       pages_(*file_, fonts_, styles_, backgrounds_, paper, form) {
   file_->mediaBox = {0, 0, paper.width, paper.height};
-  styles_.indexOf(CPDFtextStyle());  // the style of items that are never written into is number 0
+  styles_.indexOf(CPDFtextStyle());  // becomes kDefaultStyle
 }
 
 // The classic form lists a number as often as it is registered; in a conforming page each name stands once. A font that
@@ -58,11 +58,11 @@ Item& Document::make(std::uint32_t& itemId, Arguments&&... arguments) {
 void Document::setCurrent(CPDFitem* item) {
   CPDFitem* const complete = std::exchange(current_, item);
   if (std::exchange(hasText_, false)) {
-    keepText(*complete);
+    keepText(static_cast<CPDFtextItem&>(*complete));
   }
 }
 
-void Document::keepText(CPDFitem& item) {
+void Document::keepText(CPDFtextItem& item) {
   if (text_.isWide()) {
     item.setText(stored(text_.units()));
   } else {
@@ -124,12 +124,18 @@ void Document::end(ItemKind kind, CPDFitem* parent) {
   }
 }
 
+// Whether the current item has a text of its own.
+bool Document::takesText() const {
+  return current_ &&
+         (current_->isA(ItemKind::Paragraph) || current_->isA(ItemKind::Cell) || current_->isA(ItemKind::Outline));
+}
+
 void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
-  if (!current_ || !current_->takesText()) {
+  if (!takesText()) {
     return;
   }
   appendText(text, style);
-  current_->style = styles_.indexOf(style);
+  static_cast<CPDFtextItem&>(*current_).setStyle(styles_.indexOf(style));
   hasText_ = true;
 }
 
@@ -160,7 +166,7 @@ void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_vie
   if (!current_) {
     beginParagraph(itemId);
   }
-  if (!current_ || !current_->takesText()) {
+  if (!takesText()) {
     return;
   }
   if (text) {

@@ -63,7 +63,8 @@ class Document {
   bool canBeginBlock() const { return isCollecting_ && (!current_ || current_->isA(ItemKind::Paragraph)); }
   void setCurrent(CPDFitem* item);
   void end(ItemKind kind, CPDFitem* parent);
-  void keepText(CPDFitem& item);
+  void keepText(CPDFtextItem& item);
+  bool takesText() const;
   void appendText(std::wstring_view text, const CPDFtextStyle& style);
   template <typename Unit>
   std::basic_string_view<Unit> stored(std::basic_string_view<Unit> text);

@@ -43,13 +43,13 @@ std::uint32_t lengthOf(std::size_t length) {
 
 }  // namespace
 
-void CPDFitem::setText(std::string_view bytes) {
+void CPDFtextItem::setText(std::string_view bytes) {
   length_ = lengthOf(bytes.size());
   text_ = bytes.data();
   isWide_ = false;
 }
 
-void CPDFitem::setText(std::u16string_view units) {
+void CPDFtextItem::setText(std::u16string_view units) {
   length_ = lengthOf(units.size());
   text_ = units.data();
   isWide_ = true;
@@ -59,8 +59,7 @@ Points CPDFitem::Layout(Pages&, PageText&, Points y) { return y; }
 
 void CPDFitem::AttachLink(LinkWriter& writer, const CPDFitem* target) const { writer.addAnnotation(this, target); }
 
-// The gap above a paragraph or a table.
-Points CPDFitem::leadingGap(Pages& pages, PageText& lines, Points y) const {
+Points CPDFitem::leadingGap(Pages& pages, PageText& lines, std::uint32_t style, Points y) {
   const Points lead = pages.drawStyle(style).lead;
   if (y - lead < kBottomLimit) {
     pages.breakPage();
@@ -70,19 +69,19 @@ Points CPDFitem::leadingGap(Pages& pages, PageText& lines, Points y) const {
   return y - lead;
 }
 
-Points CPDFitem::layoutText(Pages& pages, PageText& lines, Points x, Points y, Points width) const {
+Points CPDFtextItem::layoutText(Pages& pages, PageText& lines, Points x, Points y, Points width) const {
   if (hasNoText()) {
     return y;
   }
-  const DrawStyle& drawn = pages.drawStyle(style);
+  const DrawStyle& drawn = pages.drawStyle(style_);
   return visitText([&](auto view) { return layoutLines(pages, lines, drawn, view, x, y, width); });
 }
 
 // A text that does not fit begins on the next page. In a conforming document links lead there; classic ones lead to
 // where it would have begun.
-Points CPDFitem::beginOfText(Pages& pages, Points y) const {
+Points CPDFtextItem::beginOfText(Pages& pages, Points y) const {
   const Points top = pages.paper().top();
-  const auto fitsAt = [&](Points from) { return from - pages.drawStyle(style).height >= kBottomLimit; };
+  const auto fitsAt = [&](Points from) { return from - pages.drawStyle(style_).height >= kBottomLimit; };
   if (pages.form() == PDFStuffer::Form::Classic || hasNoText() || fitsAt(y) || !fitsAt(top)) {
     return y;
   }
@@ -98,7 +97,7 @@ void CPDFitem::place(Pages& pages, const Placement& placement) const {
 
 Points CPDFparagraf::Layout(Pages& pages, PageText& lines, Points y) {
   const Points width = pages.paper().usableWidth();
-  const Points top = beginOfText(pages, leadingGap(pages, lines, y));
+  const Points top = beginOfText(pages, leadingGap(pages, lines, style(), y));
   PDFStuffer::CPDFPage* const startPage = pages.current();
   const Points bottom = layoutText(pages, lines, kLeftMargin, top, width);
   place(pages, {startPage, pages.current(), top, bottom, width, kLeftMargin});

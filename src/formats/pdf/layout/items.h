@@ -3,6 +3,7 @@
 #include "formats/pdf/layout/links.h"
 #include "formats/pdf/layout/page_text.h"
 #include "formats/pdf/layout/pages.h"
+#include "formats/pdf/layout/text_style.h"
 #include "formats/pdf/layout/units.h"
 
 #include <cstddef>
@@ -28,28 +29,40 @@ class CPDFitem {
   virtual void AttachLink(LinkWriter& writer, const CPDFitem* target) const;
 
   bool isA(ItemKind kind) const { return kind_ == kind; }
-  /// Whether it has a text of its own.
-  bool takesText() const { return isA(ItemKind::Paragraph) || isA(ItemKind::Cell) || isA(ItemKind::Outline); }
+  /// Whether links need to know where it stands.
+  bool isPlaced() const { return isPlaced_; }
+  void needPlacement() { isPlaced_ = true; }
+
+  CPDFitem* next = nullptr;
+
+ protected:
+  ~CPDFitem() = default;
+  /// The gap above a paragraph or a table.
+  static Points leadingGap(Pages& pages, PageText& lines, std::uint32_t style, Points y);
+  void place(Pages& pages, const Placement& placement) const;
+
+ private:
+  ItemKind kind_;
+  bool isPlaced_ = false;
+};
+
+/// An item with a text of its own: a paragraph, a cell or an entry of the outline.
+class CPDFtextItem : public CPDFitem {
+ public:
+  using CPDFitem::CPDFitem;
 
   /// The text: UTF-16 code units, kept as bytes when none of them is above 255. Not owned.
   void setText(std::string_view bytes);
   void setText(std::u16string_view units);
   /// Whether nothing was ever written, not even an empty text.
   bool hasNoText() const { return !text_; }
-
-  /// Whether links need to know where it stands.
-  bool isPlaced() const { return isPlaced_; }
-  void needPlacement() { isPlaced_ = true; }
-
-  CPDFitem* next = nullptr;
-  std::uint32_t style = 0;
+  void setStyle(std::uint32_t style) { style_ = style; }
 
  protected:
-  ~CPDFitem() = default;
-  Points leadingGap(Pages& pages, PageText& lines, Points y) const;
+  ~CPDFtextItem() = default;
+  std::uint32_t style() const { return style_; }
   Points layoutText(Pages& pages, PageText& lines, Points x, Points y, Points width) const;
   Points beginOfText(Pages& pages, Points y) const;
-  void place(Pages& pages, const Placement& placement) const;
 
   /// Calls a function with the text as std::string_view or std::u16string_view.
   template <typename Function>
@@ -59,9 +72,8 @@ class CPDFitem {
   }
 
  private:
-  ItemKind kind_;
-  bool isPlaced_ : 1 = false;
-  bool isWide_ : 1 = false;
+  bool isWide_ = false;
+  std::uint32_t style_ = kDefaultStyle;
   const void* text_ = nullptr;
   std::uint32_t length_ = 0;
 };
@@ -77,15 +89,15 @@ struct ItemList {
   }
 };
 
-class CPDFparagraf final : public CPDFitem {
+class CPDFparagraf final : public CPDFtextItem {
  public:
-  CPDFparagraf() : CPDFitem(ItemKind::Paragraph) {}
+  CPDFparagraf() : CPDFtextItem(ItemKind::Paragraph) {}
   Points Layout(Pages& pages, PageText& lines, Points y) override;
 };
 
-class CPDFoutlineItem final : public CPDFitem {
+class CPDFoutlineItem final : public CPDFtextItem {
  public:
-  explicit CPDFoutlineItem(int entryLevel) : CPDFitem(ItemKind::Outline), level(entryLevel) {}
+  explicit CPDFoutlineItem(int entryLevel) : CPDFtextItem(ItemKind::Outline), level(entryLevel) {}
   void AttachLink(LinkWriter& writer, const CPDFitem* target) const override;
 
   int level;

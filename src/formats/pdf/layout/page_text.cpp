@@ -105,12 +105,6 @@ void PageText::line(std::string_view words) {
   }
 }
 
-void PageText::append(const PageText& lines) {
-  if (keeps_ && lines.size_ > 0) {
-    endAt(put(room(lines.size_), lines.text()));
-  }
-}
-
 void PageText::moveDown(Points y) {
   if (keeps_) {
     char* const begin = room(kTextMatrix.size() + kNumberSize + 8);

@@ -35,7 +35,6 @@ class PageText {
   explicit PageText(Keeping keeping = Keeping::Lines) : keeps_(keeping == Keeping::Lines) {}
 
   void line(std::string_view words);
-  void append(const PageText& lines);
 
   void moveDown(Points y);
   void beginText(Points x, Points y, const DrawStyle& style);

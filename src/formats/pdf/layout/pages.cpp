@@ -27,7 +27,6 @@ void Pages::begin(Purpose purpose) {
   purpose_ = purpose;
   const auto keeping = purpose == Purpose::Writing ? PageText::Keeping::Lines : PageText::Keeping::Nothing;
   lines_ = PageText(keeping);
-  scratch_ = PageText(keeping);
   started_ = 0;
 }
 
@@ -50,13 +49,7 @@ void Pages::startPage() {
 void Pages::finishPage() {
   lines_.line("ET");
   if (purpose_ == Purpose::Writing) {
-    PDFStuffer::CPDFStream& content = current_->content();
-    content.data.swap(content_);
-    content.data.Rewind();
-    content.data.Append(lines_.text());
-    file_.saveThrough(content);
-    content.data.swap(content_);
-    content.dictionary.entries = std::vector<PDFStuffer::CPDFDictionaryEntry>();
+    file_.saveThrough(current_->content(), lines_.text());
   }
   lines_.clear();
 }

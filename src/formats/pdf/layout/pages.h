@@ -41,8 +41,6 @@ class Pages {
   const Paper& paper() const { return paper_; }
   PDFStuffer::Form form() const { return form_; }
 
-  /// Takes lines that are to be kept until it is known whether they stand.
-  PageText& scratch() { return scratch_; }
   PageText& lines() { return lines_; }
   Placements& placements() { return placements_; }
 
@@ -75,8 +73,6 @@ class Pages {
   std::size_t started_ = 0;
   PDFStuffer::CPDFPage* current_ = nullptr;
   PageText lines_;
-  PageText scratch_;
-  PDFStuffer::CPDFMemBlock content_;  // the memory of a page's content while it is written
   Placements placements_;
   Cache<DrawStyle> drawStyles_;
   Cache<std::string> fills_;

@@ -17,7 +17,7 @@ constexpr std::int32_t kMostEmptyColumns = 1000;
 }  // namespace
 
 Points CPDFtable::Layout(Pages& pages, PageText& lines, Points y) {
-  y = leadingGap(pages, lines, y);
+  y = leadingGap(pages, lines, kDefaultStyle, y);
   for (CPDFitem* row = rows.first; row; row = row->next) {
     y = row->Layout(pages, lines, y);
   }
@@ -33,18 +33,15 @@ Points CPDFtableCell::layOut(Pages& pages, PageText& lines, Points x, Points y, 
 }
 
 CPDFtableRow::Trial CPDFtableRow::tryCells(Pages& pages, const Columns& columns, Points y) const {
-  PageText& scratch = pages.scratch();
-  scratch.clear();
-  const std::uint64_t pageBreaks = pages.pageBreaks();
-  Trial trial{y, true, false};
+  PageText nowhere(PageText::Keeping::Nothing);
+  Trial trial{y, false};
   std::int32_t column = 0;
   for (const CPDFitem* item = cells_.first; item && !trial.ranOff; item = item->next) {
     const auto& cell = static_cast<const CPDFtableCell&>(*item);
-    const Points bottom = cell.layOut(pages, scratch, columns.left(column++), y, columns.width());
+    const Points bottom = cell.layOut(pages, nowhere, columns.left(column++), y, columns.width());
     trial.bottom = std::min(trial.bottom, bottom);
     trial.ranOff = bottom > y;
   }
-  trial.stands = !trial.ranOff && pages.pageBreaks() == pageBreaks;
   return trial;
 }
 
@@ -60,13 +57,18 @@ Points CPDFtableRow::layOutCells(Pages& pages, PageText& lines, const Columns& c
 }
 
 // A row is tried first: when a cell runs off the page, which breaks it for good, the row begins on the next one; then
-// it is tried again for its height, and only then laid out. Without a page break all three give the same lines.
+// it is tried again for its height, and only then laid out. Without a page break all three give the same lines, so the
+// first layout, which keeps no lines, does with the trial, and the second one with its height.
 Points CPDFtableRow::Layout(Pages& pages, PageText& lines, Points y) {
   const Columns columns(pages.paper(), columns_);
+  if (height_ != kUnknown) {
+    drawFrame(pages, lines, columns, y, y - height_);
+    return layOutCells(pages, lines, columns, y);
+  }
+  const std::uint64_t pageBreaks = pages.pageBreaks();
   const Trial trial = tryCells(pages, columns, y);
-  if (trial.stands) {
-    drawFrame(pages, lines, columns, y, trial.bottom);
-    lines.append(pages.scratch());
+  if (!trial.ranOff && pages.pageBreaks() == pageBreaks) {
+    height_ = y - trial.bottom;
     return trial.bottom;
   }
   if (trial.ranOff) {

@@ -30,9 +30,9 @@ class Columns {
   Points width_;
 };
 
-class CPDFtableCell final : public CPDFitem {
+class CPDFtableCell final : public CPDFtextItem {
  public:
-  explicit CPDFtableCell(std::uint32_t backgroundIndex) : CPDFitem(ItemKind::Cell), background(backgroundIndex) {}
+  explicit CPDFtableCell(std::uint32_t backgroundIndex) : CPDFtextItem(ItemKind::Cell), background(backgroundIndex) {}
   /// @param x  the left edge of the cell's column
   Points layOut(Pages& pages, PageText& lines, Points x, Points y, Points width) const;
 
@@ -50,9 +50,10 @@ class CPDFtableRow final : public CPDFitem {
   }
 
  private:
+  static constexpr Points kUnknown = -1;
+
   struct Trial {
     Points bottom;
-    bool stands;  // no page was broken: the lines in the scratch text are right
     bool ranOff;  // a cell ended above where it began
   };
 
@@ -63,6 +64,7 @@ class CPDFtableRow final : public CPDFitem {
   std::int32_t columns_;
   std::int32_t cellCount_ = 0;
   ItemList cells_;
+  Points height_ = kUnknown;  // found by the first layout when the row breaks no page
 };
 
 }  // namespace scrivalen::pdf

@@ -22,6 +22,9 @@ struct CPDFtextStyle {
   _RGB_COLOR color = kBlack;
 };
 
+/// The number of the style that items have until something is written into them.
+inline constexpr std::uint32_t kDefaultStyle = 0;
+
 using PoolKey = std::array<std::uint64_t, 5>;
 
 inline PoolKey keyOf(const _RGB_COLOR& color) {

@@ -82,13 +82,21 @@ void CPDFDictionary::Write(CPDFMemBlock& out) {
 }
 
 void CPDFStream::Write(CPDFMemBlock& out) {
+  writeHead(out, data.length());
+  out.AppendBlock(data);
+  writeTail(out);
+}
+
+void CPDFStream::writeHead(CPDFMemBlock& out, std::uint64_t length) {
   constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
-  const std::uint64_t length = out.isConforming() ? data.length() : 2 * data.length();
-  dictionary.addNumber(u"Length", static_cast<std::int32_t>(std::min(length, kMost)));
+  const std::uint64_t announced = out.isConforming() ? length : 2 * length;
+  dictionary.addNumber(u"Length", static_cast<std::int32_t>(std::min(announced, kMost)));
   WriteHeader(out);
   dictionary.Write(out);
   out.Append("stream\r\n");
-  out.AppendBlock(data);
+}
+
+void CPDFStream::writeTail(CPDFMemBlock& out) const {
   out.Append("\r\nendstream\r\n");
   WriteFooter(out);
 }

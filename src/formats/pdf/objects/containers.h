@@ -58,6 +58,9 @@ class CPDFStream final : public CPDFObject {
   explicit CPDFStream(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
   /// Adds a "Length" to the dictionary each time.
   void Write(CPDFMemBlock& out) override;
+  /// What Write appends before and after the data, for data of @p length bytes that are not kept here.
+  void writeHead(CPDFMemBlock& out, std::uint64_t length);
+  void writeTail(CPDFMemBlock& out) const;
 
   CPDFMemBlock data;
   CPDFDictionary dictionary;

@@ -141,15 +141,28 @@ void CPDFFile::WriteText(std::u16string_view text) {
   }
 }
 
-// What an object raises costs the file the rest of that object; memory that has run out costs it all that follows.
-void CPDFFile::writeObject(CPDFObject& object) {
+void CPDFFile::begin(CPDFObject& object) {
   object.fileOffset = position();
   if (object.fileOffset > kMostOffset) {
     reason_.keep(L"A PDF cannot be larger than 10 gigabytes");
   }
+}
+
+CPDFObject& CPDFFile::beginNextObject() {
+  if (written_ % kObjectsPerFlush == 0) {
+    buffer_.flush();
+  }
+  CPDFObject& object = *objects[written_++];
+  begin(object);
+  return object;
+}
+
+// What an object raises costs the file the rest of that object; memory that has run out costs it all that follows.
+template <typename Write>
+void CPDFFile::writePart(Write write) {
   block_.Rewind();
   try {
-    object.Write(block_);
+    write(block_);
   } catch (const std::bad_alloc&) {
     throw;
   } catch (...) {
@@ -161,11 +174,8 @@ void CPDFFile::writeObject(CPDFObject& object) {
   buffer_.write(block_.text().data(), block_.text().size());
 }
 
-void CPDFFile::writeNextObject() {
-  if (written_ % kObjectsPerFlush == 0) {
-    buffer_.flush();
-  }
-  writeObject(*objects[written_++]);
+void CPDFFile::writeObject(CPDFObject& object) {
+  writePart([&object](CPDFMemBlock& out) { object.Write(out); });
 }
 
 bool CPDFFile::Save() {
@@ -195,24 +205,27 @@ bool CPDFFile::beginSave() {
   return true;
 }
 
-void CPDFFile::saveThrough(const CPDFObject& last) {
-  while (written_ < objects.size()) {
-    const CPDFObject* const object = objects[written_].get();
-    writeNextObject();
-    if (object == &last) {
-      return;
-    }
+void CPDFFile::saveThrough(CPDFStream& stream, std::string_view content) {
+  while (objects[written_].get() != &stream) {
+    writeObject(beginNextObject());
   }
+  beginNextObject();
+  writePart([&](CPDFMemBlock& out) { stream.writeHead(out, content.size()); });
+  buffer_.write(content.data(), content.size());
+  writePart([&](CPDFMemBlock& out) { stream.writeTail(out); });
+  stream.dictionary.entries = std::vector<CPDFDictionaryEntry>();  // there is a stream for each page
 }
 
 void CPDFFile::endSave() {
   while (written_ < objects.size()) {
-    writeNextObject();
+    writeObject(beginNextObject());
   }
   xrefs->objects = &objects;
+  begin(*xrefs);
   writeObject(*xrefs);
   trailer->xrefs = xrefs.get();
   trailer->root = catalog;
+  begin(*trailer);
   writeObject(*trailer);
   WriteText(u"%%EOF");
   buffer_.flush();

@@ -97,10 +97,10 @@ class CPDFFile {
   /// Writes the file. @return false when the handle is the invalid one; then nothing is written
   bool Save();
 
-  /// Save in three steps, so that content can be made just before it is written: the head; the objects not yet written,
-  /// up to one; the rest, the table and the trailer.
+  /// Save in steps, so that content can be made just before it is written: the head; the objects not yet written, up to
+  /// a registered stream, which gets this content; the rest, the table and the trailer.
   bool beginSave();
-  void saveThrough(const CPDFObject& last);
+  void saveThrough(CPDFStream& stream, std::string_view content);
   void endSave();
 
   /// Whether everything is in the file: it was made, the operating system has taken it, and the table finds it.
@@ -131,8 +131,11 @@ class CPDFFile {
   };
 
   void WriteText(std::u16string_view text);
+  CPDFObject& beginNextObject();
+  void begin(CPDFObject& object);
+  template <typename Write>
+  void writePart(Write write);
   void writeObject(CPDFObject& object);
-  void writeNextObject();
   std::uint64_t position() const { return start_ + buffer_.position(); }
 
   CPDFMemBlock block_;  // one object at a time; its memory serves all

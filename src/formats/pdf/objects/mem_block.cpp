@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <utility>
 
 namespace PDFStuffer {
 
@@ -84,15 +83,6 @@ void CPDFMemBlock::Append(std::string_view text) {
   if (char* const at = take(text.size())) {
     std::memcpy(at, text.data(), text.size());
   }
-}
-
-void CPDFMemBlock::swap(CPDFMemBlock& other) {
-  std::swap(data, other.data);
-  std::swap(size, other.size);
-  std::swap(free, other.free);
-  std::swap(usable_, other.usable_);
-  std::swap(memory_, other.memory_);
-  std::swap(isWhole_, other.isWhole_);
 }
 
 std::string_view CPDFMemBlock::text() const {

@@ -33,7 +33,6 @@ class CPDFMemBlock {
   std::string_view text() const;
   /// Forgets the text and keeps its room for the next one; room for which there was no memory is forgotten too.
   void Rewind();
-  void swap(CPDFMemBlock& other);
   /// How many code units were appended.
   std::uint64_t length() const { return size - free; }
   /// Whether everything that was to be written into it is there; what is lost is left out in silence.

@@ -366,10 +366,16 @@ TEST(PdfFile, CanBeSavedPartByPart) {
   FileOnDisk inParts;
   fillSample(inParts.pdf);
   EXPECT_TRUE(inParts.pdf.beginSave());
-  inParts.pdf.saveThrough(*inParts.pdf.objects[4]);
+  const auto saveThroughStream = [&](std::size_t index) {
+    auto& stream = static_cast<CPDFStream&>(*inParts.pdf.objects[index]);
+    const std::string content(stream.data.text());
+    stream.data.Rewind();
+    inParts.pdf.saveThrough(stream, content);
+  };
+  saveThroughStream(4);
   EXPECT_NE(inParts.pdf.objects[4]->fileOffset, 0u);
   EXPECT_EQ(inParts.pdf.objects[5]->fileOffset, 0u);
-  inParts.pdf.saveThrough(*inParts.pdf.objects[6]);
+  saveThroughStream(6);
   inParts.pdf.endSave();
   EXPECT_TRUE(areSameBytes(whole.saved(), inParts.closed()));
 }

@@ -153,17 +153,6 @@ TEST(PdfMemBlock, KeepsItsMemoryWhenItForgetsItsText) {
   EXPECT_EQ(block.text(), "xy");
 }
 
-TEST(PdfMemBlock, SwapsItsTextWithAnother) {
-  CPDFMemBlock one;
-  CPDFMemBlock other;
-  one.Append("abc");
-  one.swap(other);
-  EXPECT_EQ(one.text(), "");
-  EXPECT_EQ(one.size, 0u);
-  EXPECT_EQ(other.text(), "abc");
-  EXPECT_EQ(other.size, 6u);
-}
-
 TEST(PdfMemBlockWithoutMemory, StaysEmptyWhenItWasEmpty) {
   CPDFMemBlock block;
   block.Reserve(kImpossible);
