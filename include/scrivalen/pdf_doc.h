@@ -116,6 +116,9 @@ class SCRIVALEN_API CPDFdoc {
   /// @param target  a bookmark's name; in a conforming document with or without "#" in front
   void HyperLink(const wchar_t* text, const wchar_t* target);
   /// Adds an entry to the outline.
+  ///
+  /// The classic outline has the entries in the order in which the names of their targets first appeared, in any call;
+  /// the conforming one in the order of these calls.
   /// @param level  0 for the top; an entry without one to hang below is left out of the classic form's tree
   void AddOutlineItem(const wchar_t* text, const wchar_t* target, int level);
 

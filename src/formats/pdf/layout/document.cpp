@@ -186,7 +186,7 @@ void Document::addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::w
   if (!isCollecting_) {
     return;
   }
-  auto& entry = make<CPDFoutlineItem>(itemId, level);
+  auto& entry = make<CPDFoutlineItem>(itemId, OutlinePlace{outlineSize_++, level});
   CPDFitem* const interrupted = std::exchange(current_, &entry);
   TextBuffer itsText = std::exchange(text_, {});
   const bool hadText = std::exchange(hasText_, false);

@@ -88,6 +88,7 @@ class Document {
   CPDFtableRow* row_ = nullptr;  // that of the current cell
   TextBuffer text_;              // of the current item
   bool hasText_ = false;
+  std::uint32_t outlineSize_ = 0;
   Pages pages_;
   bool isCollecting_ = true;
   bool hasBoldVariants_ = false;

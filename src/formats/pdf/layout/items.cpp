@@ -113,7 +113,7 @@ void CPDFoutlineItem::AttachLink(LinkWriter& writer, const CPDFitem* target) con
       return units;
     });
   }
-  writer.addOutlineEntry(std::move(title), level, target);
+  writer.addOutlineEntry(std::move(title), place_, target);
 }
 
 }  // namespace scrivalen::pdf

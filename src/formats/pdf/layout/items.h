@@ -97,10 +97,11 @@ class CPDFparagraf final : public CPDFtextItem {
 
 class CPDFoutlineItem final : public CPDFtextItem {
  public:
-  explicit CPDFoutlineItem(int entryLevel) : CPDFtextItem(ItemKind::Outline), level(entryLevel) {}
+  explicit CPDFoutlineItem(const OutlinePlace& placeOfEntry) : CPDFtextItem(ItemKind::Outline), place_(placeOfEntry) {}
   void AttachLink(LinkWriter& writer, const CPDFitem* target) const override;
 
-  int level;
+ private:
+  OutlinePlace place_;
 };
 
 }  // namespace scrivalen::pdf

@@ -76,17 +76,15 @@ void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFitem* targe
   setRectangle(newAnnotation(*source->endPage, target), *source, paper_.top(), source->bottom);
 }
 
-void LinkWriter::addOutlineEntry(std::unique_ptr<std::u16string> title, int level, const CPDFitem* target) {
+void LinkWriter::addOutlineEntry(std::unique_ptr<std::u16string> title, const OutlinePlace& place,
+                                 const CPDFitem* target) {
   CPDFOutLine& entry = file_.make<CPDFOutLine>();
   entry.title = std::move(title);
   setDestination(entry, placementOf(target));
   if (!file_.outlines) {
     file_.CreateOutlines();
   }
-  if (lastOnes_.empty()) {
-    lastOnes_.push_back(file_.outlines);
-  }
-  link(entry, static_cast<std::size_t>(std::max(level, 0)));
+  outline_.push_back({place, &entry});
 }
 
 void LinkWriter::link(CPDFOutLine& entry, std::size_t level) {
@@ -99,17 +97,33 @@ void LinkWriter::link(CPDFOutLine& entry, std::size_t level) {
   entry.linkBelow(*lastOnes_[level], *file_.outlines);
   lastOnes_.resize(level + 1);
   lastOnes_.push_back(&entry);
-  linked_.push_back(&entry);
+}
+
+// The entries come link by link, in the order in which the names of their targets first appeared. The classic form
+// leaves them so.
+void LinkWriter::finishOutline() {
+  if (outline_.empty()) {
+    return;
+  }
+  if (form_ == Form::Conforming) {
+    std::sort(outline_.begin(), outline_.end(),
+              [](const OutlineEntry& a, const OutlineEntry& b) { return a.place.order < b.place.order; });
+  }
+  lastOnes_ = {file_.outlines};
+  for (const OutlineEntry& entry : outline_) {
+    link(*entry.object, static_cast<std::size_t>(std::max(entry.place.level, 0)));
+  }
+  if (form_ == Form::Conforming) {
+    countAllBelow();
+  }
 }
 
 // PDF 1.4, 8.2.2: the count of an open entry is that of all entries below it. The classic form counts its own only.
-void LinkWriter::finishOutline() {
-  if (form_ == Form::Classic) {
-    return;
-  }
-  for (auto entry = linked_.rbegin(); entry != linked_.rend(); ++entry) {
-    if ((*entry)->parent != file_.outlines) {
-      (*entry)->parent->count += (*entry)->count;
+void LinkWriter::countAllBelow() {
+  for (auto entry = outline_.rbegin(); entry != outline_.rend(); ++entry) {
+    const CPDFOutLine& object = *entry->object;
+    if (object.parent != file_.outlines) {
+      object.parent->count += object.count;
     }
   }
 }

@@ -5,6 +5,7 @@
 #include "formats/pdf/objects/file.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -34,6 +35,12 @@ class LinkTable {
   std::unordered_map<std::u16string, std::size_t> byName_;
 };
 
+/// Where an entry of the outline belongs: how many entries were added before it, and its level.
+struct OutlinePlace {
+  std::uint32_t order;
+  int level;
+};
+
 /// Puts the links of a document, when all its pages are made, onto them and into the outline.
 class LinkWriter {
  public:
@@ -44,15 +51,21 @@ class LinkWriter {
   /// @param target  where it leads; null: nowhere
   void addAnnotation(const CPDFitem* source, const CPDFitem* target);
   /// @param title  null: none
-  void addOutlineEntry(std::unique_ptr<std::u16string> title, int level, const CPDFitem* target);
-  /// Completes the outline when all its entries are there.
+  void addOutlineEntry(std::unique_ptr<std::u16string> title, const OutlinePlace& place, const CPDFitem* target);
+  /// Puts the entries together when all of them are there.
   void finishOutline();
 
  private:
+  struct OutlineEntry {
+    OutlinePlace place;
+    PDFStuffer::CPDFOutLine* object;
+  };
+
   const Placement* placementOf(const CPDFitem* item) const;
   PDFStuffer::CPDFAnnot& newAnnotation(PDFStuffer::CPDFPage& page, const Placement* target);
   void setRectangle(PDFStuffer::CPDFAnnot& annotation, const Placement& source, Points top, Points bottom) const;
   void link(PDFStuffer::CPDFOutLine& entry, std::size_t level);
+  void countAllBelow();
 
   PDFStuffer::CPDFFile& file_;
   const Placements& placements_;
@@ -60,7 +73,7 @@ class LinkWriter {
   PDFStuffer::Form form_;
   // The outline, its last entry, that one's last entry, and so on.
   std::vector<PDFStuffer::OutlineNode*> lastOnes_;
-  std::vector<PDFStuffer::CPDFOutLine*> linked_;
+  std::vector<OutlineEntry> outline_;
 };
 
 }  // namespace scrivalen::pdf

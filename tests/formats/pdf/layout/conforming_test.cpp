@@ -360,6 +360,26 @@ TEST(ConformingOutline, HangsAnEntryThatIsTooDeepBelowTheDeepestOne) {
             "second to page 1 at 50 802\n");
 }
 
+// Links make their entries in another order: that in which the names of their targets first appeared.
+TEST(ConformingOutline, IsInTheOrderOfTheDocument) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"b");
+    doc.BookMark(L"b");
+    doc.AddOutlineItem(L"to a", L"a", 0);
+    doc.AddOutlineItem(L"to b", L"b", 0);
+    doc.AddOutlineItem(L"to a again", L"a", 1);
+    doc.AddOutlineItem(L"to b again", L"b", 2);
+    doc.AddOutlineItem(L"to c", L"c", 0);
+  });
+  EXPECT_EQ(pdf.outline(),
+            "5 entries\n"
+            "to a without a destination\n"
+            "to b (2) to page 1 at 50 802\n"
+            "  to a again (1) without a destination\n"
+            "    to b again to page 1 at 50 802\n"
+            "to c without a destination\n");
+}
+
 TEST(ConformingOutline, HasNoDestinationWithoutItsBookmark) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.AddOutlineItem(L"a", L"there", 0); });
   EXPECT_EQ(pdf.outline(), "1 entries\na without a destination\n");
