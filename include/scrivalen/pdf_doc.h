@@ -41,7 +41,10 @@ enum PDF_STANDARD_FONT_FACE : int {
 ///
 /// Nothing is laid out while the calls arrive: they are collected, and EndDoc makes the pages. All lengths are whole
 /// points; the paper is 595 x 840, or 840 x 595. A call in the wrong place is ignored; so is what comes to be collected
-/// once the pages are made. Null texts are left out.
+/// once the pages are made.
+///
+/// A null text is left out: a cell or paragraph into which nothing else is written has no text, and a row of such cells
+/// has no height. In a conforming document a null text is an empty one. A null name is an empty one in both.
 ///
 /// Nothing is ever raised but by the constructor. The first failure is kept: when memory runs out for a call, the calls
 /// after it do nothing, and EndDoc returns -1 without writing anything.

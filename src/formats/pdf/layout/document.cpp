@@ -130,11 +130,11 @@ bool Document::takesText() const {
          (current_->isA(ItemKind::Paragraph) || current_->isA(ItemKind::Cell) || current_->isA(ItemKind::Outline));
 }
 
-void Document::write(std::wstring_view text, const CPDFtextStyle& style) {
-  if (!takesText()) {
+void Document::write(const wchar_t* text, const CPDFtextStyle& style) {
+  if (!takesText() || (!text && !isConforming())) {
     return;
   }
-  appendText(text, style);
+  appendText(text ? text : L"", style);
   static_cast<CPDFtextItem&>(*current_).setStyle(styles_.indexOf(style));
   hasText_ = true;
 }
@@ -169,9 +169,7 @@ void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_vie
   if (!takesText()) {
     return;
   }
-  if (text) {
-    write(text, style);
-  }
+  write(text, style);
   if (isConforming() && target.starts_with(L'#')) {
     target.remove_prefix(1);
   }

@@ -39,7 +39,8 @@ class Document {
   void endTable() { end(ItemKind::Table, nullptr); }
   void endRow() { end(ItemKind::Row, table_); }
   void endCell() { end(ItemKind::Cell, row_); }
-  void write(std::wstring_view text, const CPDFtextStyle& style);
+  /// A null text is nothing in the classic form and an empty text in the conforming one, here and in a link.
+  void write(const wchar_t* text, const CPDFtextStyle& style);
   void bookMark(std::wstring_view name);
   void link(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, const CPDFtextStyle& style);
   void addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,

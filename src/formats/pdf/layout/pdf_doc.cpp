@@ -90,9 +90,7 @@ void CPDFdoc::Paragraf(ParType type) {
 }
 
 void CPDFdoc::write(const wchar_t* text) {
-  if (text) {
-    state_->whileWhole([&](Document& document) { document.write(text, state_->style); });
-  }
+  state_->whileWhole([&](Document& document) { document.write(text, state_->style); });
 }
 
 void CPDFdoc::LineBreak() { write(L"\n"); }

@@ -340,6 +340,23 @@ TEST(ConformingPdf, BreaksNoPageInVainForATextThatFitsOnNone) {
   EXPECT_EQ(conforming(fill).pageCount(), madeInTimes(fill).pageCount());
 }
 
+TEST(ConformingPdf, TakesANullTextForAnEmptyOne) {
+  const auto withText = [](const wchar_t* text) {
+    return conforming([text](CPDFdoc& doc) {
+      paragraph(doc, text);
+      doc.Paragraf(0);
+      doc.HyperLink(text, L"there");
+      doc.BookMark(L"there");
+      doc.BeginTable();
+      row(doc, {text, text});
+    });
+  };
+  const MadePdf pdf = withText(nullptr);
+  EXPECT_EQ(pdf.frames(1), (Strings{"50 741 257 16", "307 741 257 16"}));
+  EXPECT_EQ(pdf.content(1), withText(L"").content(1));
+  EXPECT_EQ(pdf.links(), withText(L"").links());
+}
+
 TEST(ConformingOutline, HangsAnEntryThatIsTooDeepBelowTheDeepestOne) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"there");

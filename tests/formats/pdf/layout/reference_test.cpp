@@ -252,16 +252,17 @@ void writeRowsThatGoBothWays(Doc& doc, std::uint64_t) {
   }
 }
 
-// What both forms write alike: characters that are the same bytes in both, numbers that fonts have, colours in range.
+// What both forms write alike: texts that are not null, characters that are the same bytes in both, numbers that fonts
+// have, colours in range.
 class PlainDocument : public CPDFdoc {
  public:
   void AddFont(int, PDF_STANDARD_FONT_FACE face) { CPDFdoc::AddFont(1 + ++fonts_, face); }
   void FontNo(int id) { CPDFdoc::FontNo(1 + (id + 1) % (fonts_ + 1)); }
   void ColorOn(_RGB_COLOR color) { CPDFdoc::ColorOn(inRange(color)); }
   void BeginCell(_RGB_COLOR color) { CPDFdoc::BeginCell(inRange(color)); }
-  void write(const wchar_t* text) { CPDFdoc::write(text ? plain(text).c_str() : nullptr); }
+  void write(const wchar_t* text) { CPDFdoc::write(plain(text ? text : L"").c_str()); }
   void HyperLink(const wchar_t* text, const wchar_t* target) {
-    CPDFdoc::HyperLink(text ? plain(text).c_str() : nullptr, target);
+    CPDFdoc::HyperLink(plain(text ? text : L"").c_str(), target);
   }
 
  private:

@@ -184,6 +184,16 @@ TEST(PdfTable, DrawsARowWithoutCells) {
             "ET\n0.0 0.0 0.0 RG\n50 805 515 0 re\nS\nBT\nET\n");
 }
 
+TEST(PdfTable, GivesARowOfNullTextsNoHeight) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.BeginTable();
+    row(doc, {nullptr, nullptr});
+    row(doc, {L"", nullptr});
+  });
+  EXPECT_EQ(pdf.frames(1),
+            (std::vector<std::string>{"50 805 257 0", "307 805 257 0", "50 789 257 16", "307 789 257 16"}));
+}
+
 TEST(PdfTable, DrawsNoColumnsWhenARowHasNone) {
   for (const int columns : {0, -1, -5}) {
     const MadePdf pdf = withTable([&](CPDFdoc& doc) {
