@@ -272,6 +272,9 @@ void readPage(Reader& reader) {
       if (!isVoid && !isOneOf(kElements, name)) {
         reader.fail("the element " + std::string(name));
       }
+      if (name == "a" && std::find(open.begin(), open.end(), name) != open.end()) {
+        reader.fail("a link within a link");
+      }
       readAttributes(reader, name);
       if (!isVoid) {
         open.push_back(name);

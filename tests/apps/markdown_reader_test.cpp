@@ -57,6 +57,20 @@ TEST(MarkdownReader, TakesBareAddressesForLinks) {
                    "EndLink", "Text '.'", "EndParagraph"}));
 }
 
+TEST(MarkdownReader, HasNoLinkWithinALink) {
+  EXPECT_EQ(eventsOf("[see www.x.org now](y)"),
+            (Lines{"BeginParagraph", "BeginLink @y", "Text 'see www.x.org now'", "EndLink", "EndParagraph"}));
+}
+
+// The parser pairs an emphasis with one in the address, and then tells one of the two.
+TEST(MarkdownReader, NestsStylesThatAnAddressCutsInTwo) {
+  EXPECT_EQ(eventsOf("[a](x*y \"t\")b* c"),
+            (Lines{"BeginParagraph", "BeginLink @x*y title 't'", "Text 'a'", "EndLink", "Text 'b c'", "EndParagraph"}));
+  EXPECT_EQ(eventsOf("- *a [b](x*y) c\n- d"),
+            (Lines{"BeginList tight", "BeginItem", "BeginEmphasis", "Text 'a '", "BeginLink @x*y", "Text 'b'",
+                   "EndLink", "Text ' c'", "EndEmphasis", "EndItem", "BeginItem", "Text 'd'", "EndItem", "EndList"}));
+}
+
 TEST(MarkdownReader, MakesOneEventOfAnImage) {
   EXPECT_EQ(eventsOf("a ![the *old* `cat` ![in](x) <b>one</b>](cat.png \"Cat\") b"),
             (Lines{"BeginParagraph", "Text 'a '", "Image 'the old cat in one' @cat.png title 'Cat'", "Text ' b'",

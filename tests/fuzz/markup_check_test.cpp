@@ -51,7 +51,8 @@ TEST(MarkupCheck, RefusesWhatRunsInPages) {
 }
 
 TEST(MarkupCheck, RefusesElementsOfPagesThatDoNotNest) {
-  for (const char* content : {"<p>", "</p>", "<p><b></p></b>", "<p class=x></p>", "<p"}) {
+  for (const char* content :
+       {"<p>", "</p>", "<p><b></p></b>", "<p class=x></p>", "<p", "<a href=\"x\"><a href=\"y\"></a></a>"}) {
     EXPECT_FALSE(isSafe(content)) << content;
   }
 }

@@ -4,6 +4,8 @@
 #include "readers/entities.h"
 #include "text/utf.h"
 
+#include <algorithm>
+
 namespace scrivalen::command {
 namespace {
 
@@ -67,6 +69,7 @@ const Detail& as(const void* detail) {
 }  // namespace
 
 void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
+  endSpans();
   flush();
   switch (type) {
     case MD_BLOCK_QUOTE: return put({.kind = EventKind::BeginQuote});
@@ -98,6 +101,7 @@ void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
 }
 
 void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void* detail) {
+  endSpans();
   switch (type) {
     case MD_BLOCK_QUOTE: return put({.kind = EventKind::EndQuote});
     case MD_BLOCK_UL:
@@ -127,31 +131,53 @@ void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
   if (imageDepth_ > 0 || !events) {
     return;
   }
+  Form form = Form::Written;
   if (isHidden()) {
-    spans_.push_back(Span::Hidden);
+    form = Form::Silent;
   } else if (type == MD_SPAN_A) {
-    spans_.push_back(beginLink(as<MD_SPAN_A_DETAIL>(detail)));
+    form = beginLink(as<MD_SPAN_A_DETAIL>(detail));
   } else {
     put({.kind = events->begin});
-    spans_.push_back(Span::Written);
+  }
+  spans_.push_back({type, form});
+}
+
+// The parser does not always nest: a link takes from it the end or the beginning of an emphasis that it paired with one
+// in the link's address. What it did not begin does not end, and what is within ends with it.
+void MarkdownListener::leaveSpan(MD_SPANTYPE type) {
+  flushMarkup(EventKind::Markup);
+  if (imageDepth_ > 0) {
+    if (type == MD_SPAN_IMG) {
+      endImage();
+    }
+    return;
+  }
+  const auto isOfType = [type](const Span& span) { return span.type == type; };
+  const auto span = std::find_if(spans_.rbegin(), spans_.rend(), isOfType);
+  if (span == spans_.rend()) {
+    return;
+  }
+  for (auto count = span - spans_.rbegin() + 1; count > 0; --count) {
+    endSpan();
   }
 }
 
-void MarkdownListener::leaveSpan(MD_SPANTYPE type) {
-  flushMarkup(EventKind::Markup);
-  if (type == MD_SPAN_IMG) {
-    return endImage();
-  }
-  const auto events = eventsOf(type);
-  if (imageDepth_ > 0 || !events) {
-    return;
-  }
+void MarkdownListener::endSpan() {
   const Span span = spans_.back();
   spans_.pop_back();
-  if (span == Span::Written) {
-    put({.kind = events->end});
-  } else if (span == Span::Words) {
+  if (span.form == Form::Written) {
+    put({.kind = eventsOf(span.type)->end});
+  } else if (span.form == Form::Words) {
     endLinkInWords();
+  }
+}
+
+void MarkdownListener::endSpans() {
+  while (imageDepth_ > 0) {
+    endImage();
+  }
+  while (!spans_.empty()) {
+    endSpan();
   }
 }
 
@@ -346,17 +372,22 @@ void MarkdownListener::endHeading(int level) {
   sink_->write({.kind = EventKind::EndHeading, .number = level});
 }
 
-MarkdownListener::Span MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
+// No format has links within links; a bare address may stand in the text of one.
+MarkdownListener::Form MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
+  const auto isLink = [](const Span& span) { return span.type == MD_SPAN_A; };
+  if (std::any_of(spans_.begin(), spans_.end(), isLink)) {
+    return Form::Silent;
+  }
   assignAttribute(linkAddress_, link.href);
   if (safety_ == Safety::Safe && runsProgram(linkAddress_, AddressUse::Link)) {
     flush();
     linkText_.clear();
     isLinkInWords_ = true;
-    return Span::Words;
+    return Form::Words;
   }
   assignAttribute(title_, link.title);
   put({.kind = EventKind::BeginLink, .address = linkAddress_, .title = title_});
-  return Span::Written;
+  return Form::Written;
 }
 
 void MarkdownListener::endLinkInWords() {

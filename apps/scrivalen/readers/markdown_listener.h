@@ -34,10 +34,15 @@ class MarkdownListener {
   void text(MD_TEXTTYPE type, std::string_view text);
 
  private:
-  enum class Span : std::uint8_t {
+  enum class Form : std::uint8_t {
     Written,
-    Hidden,
-    Words  // a link whose address is shown rather than linked to
+    Silent,  // not told: hidden, or a link within a link
+    Words    // a link whose address is shown rather than linked to
+  };
+
+  struct Span {
+    MD_SPANTYPE type;
+    Form form;
   };
 
   void put(const Event& event);
@@ -59,8 +64,10 @@ class MarkdownListener {
   void beginCodeBlock(const MD_BLOCK_CODE_DETAIL& code);
   void beginHeading();
   void endHeading(int level);
-  Span beginLink(const MD_SPAN_A_DETAIL& link);
+  Form beginLink(const MD_SPAN_A_DETAIL& link);
   void endLinkInWords();
+  void endSpan();
+  void endSpans();
   void beginImage(const MD_SPAN_IMG_DETAIL& image);
   void endImage();
 
