@@ -26,6 +26,7 @@ class ReportFile;
 namespace scrivalen::platform {
 class OutputBuffer;
 OutputBuffer* bufferOf(ReportFile& file);
+void giveUp(ReportFile& file, const wchar_t* reason);
 }  // namespace scrivalen::platform
 
 /// A file on disk, open for writing by this object alone and buffered (64 KiB).
@@ -79,6 +80,8 @@ class SCRIVALEN_API ReportFile : public OutputFile {
  private:
   /// The library's own writers put their bytes into the buffer instead of handing them over.
   friend scrivalen::platform::OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file);
+  /// A writer that cannot go on lets its file fail: nothing more is written, and Close returns false.
+  friend void scrivalen::platform::giveUp(ReportFile& file, const wchar_t* reason);
   struct State;
   std::unique_ptr<State> state_;
 };

@@ -8,6 +8,7 @@
 namespace PDFStuffer {
 class CPDFPage;
 }
+class PDFReport;
 
 /// A colour; each part lies between 0.0 and 1.0.
 struct _RGB_COLOR {
@@ -168,6 +169,7 @@ class SCRIVALEN_API CPDFdoc {
   int GetNextUnusedFontIdx();
 
  private:
+  friend class PDFReport;
   struct State;
   std::unique_ptr<State> state_;
 };

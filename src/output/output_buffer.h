@@ -56,9 +56,6 @@ class OutputBuffer {
   /// Hands over what is there. @return false when bytes were lost since the last reset
   bool flush();
 
-  /// Tells that bytes were lost elsewhere on their way to the sink: what is written from now on goes nowhere.
-  void lose() { lost_ = true; }
-
   /// Empties the buffer for a new document.
   void reset();
 

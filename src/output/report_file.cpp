@@ -6,6 +6,7 @@
 #include "output/reason.h"
 #include "system/files.h"
 #include "system/messages.h"
+#include "text/fmt.h"
 
 using namespace scrivalen::platform;
 
@@ -16,17 +17,21 @@ struct ReportFile::State : ByteSink {
   State() : buffer(*this) {}
 
   bool take(const char* data, std::size_t size) override {
-    if (!file || writeAll(file, data, size)) {
-      return file != nullptr;
+    if (!file || !writeError.empty()) {
+      return false;
     }
-    rememberLoss();
-    return false;
+    if (!writeAll(file, data, size)) {
+      failBySystemError();
+    }
+    return writeError.empty();
   }
 
-  void rememberLoss() noexcept {
+  void failBySystemError() noexcept {
     containedIn(writeError, [&] { writeError.keep(systemErrorText(lastSystemError())); });
-    logFileError(FileError::Write, name, writeError.c_str());
+    logFailure();
   }
+
+  void logFailure() noexcept { logFileError(FileError::Write, name, writeError.c_str()); }
 
   void open(const wchar_t* path) {
     name = path ? path : L"";
@@ -73,19 +78,18 @@ void ReportFile::Write(const void* data, std::size_t size) {
 
 std::uint64_t ReportFile::Position() const { return IsOpen() ? state_->buffer.position() : 0; }
 
-bool ReportFile::Flush() { return !IsOpen() || state_->buffer.flush(); }
+bool ReportFile::Flush() { return !IsOpen() || (state_->buffer.flush() && state_->writeError.empty()); }
 
 bool ReportFile::Close() {
   if (!IsOpen()) {
     return true;
   }
-  const bool flushed = state_->buffer.flush();
-  const bool closed = closeFile(state_->file);
-  if (flushed && !closed) {
-    state_->rememberLoss();
+  state_->buffer.flush();
+  if (!closeFile(state_->file) && state_->writeError.empty()) {
+    state_->failBySystemError();
   }
   state_->file = nullptr;
-  return flushed && closed;
+  return state_->writeError.empty();
 }
 
 bool ReportFile::IsOpen() const { return state_ && state_->file; }
@@ -99,3 +103,10 @@ const wchar_t* ReportFile::Error() const { return state_ ? state_->openError.c_s
 const wchar_t* ReportFile::WriteError() const { return state_ ? state_->writeError.c_str() : L""; }
 
 OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file) { return file.IsOpen() ? &file.state_->buffer : nullptr; }
+
+void scrivalen::platform::giveUp(ReportFile& file, const wchar_t* reason) {
+  if (file.IsOpen() && file.state_->writeError.empty()) {
+    file.state_->writeError.keep(reason);
+    file.state_->logFailure();
+  }
+}

@@ -17,11 +17,8 @@ constexpr int kFirstFont = 1;
 
 }  // namespace
 
-Document::Document(platform::NativeFile file, const Paper& paper, Form form)
-    : form_(form),
-      paper_(paper),
-      file_(std::make_unique<PDFStuffer::CPDFFile>(file, form)),
-      pages_(*file_, fonts_, styles_, backgrounds_, paper, form) {
+Document::Document(std::unique_ptr<PDFStuffer::CPDFFile> file, const Paper& paper, Form form)
+    : form_(form), paper_(paper), file_(std::move(file)), pages_(*file_, fonts_, styles_, backgrounds_, paper, form) {
   file_->mediaBox = {0, 0, paper.width, paper.height};
   styles_.indexOf(CPDFtextStyle());  // becomes kDefaultStyle
 }

@@ -24,7 +24,7 @@ namespace scrivalen::pdf {
 /// nothing more is collected.
 class Document {
  public:
-  Document(platform::NativeFile file, const Paper& paper, PDFStuffer::Form form);
+  Document(std::unique_ptr<PDFStuffer::CPDFFile> file, const Paper& paper, PDFStuffer::Form form);
 
   void addFont(int id, PDF_STANDARD_FONT_FACE face);
   void addBoldVariants();

@@ -1,8 +1,7 @@
 #include "scrivalen/pdf_doc.h"
 
-#include "formats/pdf/layout/document.h"
+#include "formats/pdf/layout/pdf_doc_state.h"
 #include "formats/pdf/layout/win_ansi.h"
-#include "output/contain.h"
 
 #include <memory>
 #include <string>
@@ -13,24 +12,31 @@ using namespace scrivalen::platform;
 using namespace scrivalen::pdf;
 using PDFStuffer::Form;
 
-struct CPDFdoc::State {
-  std::unique_ptr<Document> document;
-  CPDFtextStyle style;
-  std::uint32_t lastId = 0;
-  int conforming = 0;
-  Reason failure;  // the first one of the last document
-  LossCounter loss;
+int CPDFdoc::State::begin(NativeFile file, int landscape) {
+  return beginWith(landscape, [file](Form form) { return std::make_unique<PDFStuffer::CPDFFile>(file, form); });
+}
 
-  const LossCounter& lost() const { return document ? document->loss() : loss; }
+int CPDFdoc::State::begin(OutputBuffer& output, int landscape) {
+  return beginWith(landscape, [&output](Form form) { return std::make_unique<PDFStuffer::CPDFFile>(output, form); });
+}
 
-  // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
-  template <typename Action>
-  void whileWhole(Action action) {
-    if (document && failure.empty()) {
-      containedIn(failure, [&] { action(*document); });
-    }
-  }
-};
+template <typename MakeFile>
+int CPDFdoc::State::beginWith(int landscape, MakeFile makeFile) {
+  reset();
+  failure.clear();
+  loss = LossCounter();
+  containedIn(failure, [&] {
+    const Form form = conforming ? Form::Conforming : Form::Classic;
+    document = std::make_unique<Document>(makeFile(form), landscape ? kLandscape : kPortrait, form);
+  });
+  return document ? 0 : -3;
+}
+
+void CPDFdoc::State::reset() {
+  document.reset();
+  lastId = 0;
+  style.size = CPDFtextStyle().size;
+}
 
 namespace {
 
@@ -42,27 +48,13 @@ CPDFdoc::CPDFdoc() : state_(std::make_unique<State>()) {}
 
 CPDFdoc::~CPDFdoc() { Delete(); }
 
-void CPDFdoc::Init() {
-  state_->document.reset();
-  state_->lastId = 0;
-  state_->style.size = CPDFtextStyle().size;
-}
+void CPDFdoc::Init() { state_->reset(); }
 
 int CPDFdoc::BegDoc(void* file, int landscape) {
   if (state_->document) {
     return -1;
   }
-  if (!file) {
-    return -2;
-  }
-  Init();
-  state_->failure.clear();
-  state_->loss = LossCounter();
-  containedIn(state_->failure, [&] {
-    state_->document = std::make_unique<Document>(file, landscape ? kLandscape : kPortrait,
-                                                  state_->conforming ? Form::Conforming : Form::Classic);
-  });
-  return state_->document ? 0 : -3;
+  return file ? state_->begin(file, landscape) : -2;
 }
 
 bool CPDFdoc::IsOpen() const { return state_->document != nullptr; }

@@ -1,8 +1,6 @@
 #include "formats/pdf/layout/pdf_report.h"
 
-#include "output/contain.h"
-#include "output/loss.h"
-#include "output/output_buffer.h"
+#include "formats/pdf/layout/pdf_doc_state.h"
 #include "output/reason.h"
 #include "report/report_closing.h"
 #include "text/utf.h"
@@ -64,36 +62,21 @@ _RGB_COLOR colorNamed(const wchar_t* text) {
 
 }  // namespace
 
-PDFReport::PDFReport() { error_.reserve(kErrorRoom); }
-
 REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
     return REPORT_FILE_ERROR;
   }
-  document_.BegDoc(file_.Handle(), landscape_);
+  document_.state_->begin(*bufferOf(file_), landscape_);
   document_.AddFont(kFont, PDF_TIMES_ROMAN);
   return REPORT_OK;
 }
 
-// A document that could not begin is told of here too.
 REPORT_ERRORS PDFReport::Close() {
-  const bool begun = document_.IsOpen() || !file_.IsOpen();
-  const bool whole = document_.EndDoc(nullptr) == 0 && begun;
-  const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
-  if (whole) {
-    return scrivalen::core::closeReportFile(file_, loss, {error_, lost_});
+  document_.EndDoc(nullptr);
+  if (const Reason& failure = document_.state_->failure; !failure.empty()) {
+    giveUp(file_, failure.c_str());
   }
-  // When closing the file fails too, it has no reason to tell: the document's is the first one.
-  if (OutputBuffer* const buffer = bufferOf(file_)) {
-    buffer->lose();
-  }
-  file_.Close();
-  logLoss(file_.Name(), loss);
-  scrivalen::core::ReportError error(error_, lost_);
-  error.reportLoss();
-  error.set(FileError::Write, file_.Name(), document_.WriteError());
-  logLine(GetError());
-  return REPORT_FILE_ERROR;
+  return scrivalen::core::closeReportFile(file_, document_.state_->lost(), {error_, lost_});
 }
 
 void PDFReport::SetReportOption(REPORT_OPTION option, int value) {

@@ -2,7 +2,8 @@
 
 #include "formats/pdf/objects/numbers.h"
 #include "formats/pdf/objects/values.h"
-#include "output/clog.h"
+#include "output/contain.h"
+#include "system/messages.h"
 
 #include <algorithm>
 #include <iterator>
@@ -26,13 +27,7 @@ bool isPageMode(std::u16string_view mode) {
 }
 
 void keepSystemError(Reason& reason) {
-  try {
-    std::wstring text;
-    CLog::FormatLastError(text);
-    reason.keep(text);
-  } catch (const std::bad_alloc&) {
-    reason.keep(L"The system has not taken all bytes");
-  }
+  containedIn(reason, [&reason] { reason.keep(systemErrorText(lastSystemError())); });
 }
 
 bool isInvalid(NativeFile handle) { return reinterpret_cast<std::intptr_t>(handle) == -1; }
@@ -83,7 +78,7 @@ void CPDFTrailer::Write(CPDFMemBlock& out) {
   out.AppendBlock(part);
 }
 
-bool CPDFFile::HandleSink::take(const char* data, std::size_t size) {
+bool CPDFFile::HandleOutput::take(const char* data, std::size_t size) {
   if (writeAll(handle, data, size)) {
     return true;
   }
@@ -91,7 +86,17 @@ bool CPDFFile::HandleSink::take(const char* data, std::size_t size) {
   return false;
 }
 
-CPDFFile::CPDFFile(NativeFile file, Form form) : handle(file), block_(form), sink_(reason_), buffer_(sink_) {
+CPDFFile::CPDFFile(NativeFile file, Form form)
+    : handle(file),
+      block_(form),
+      handleOutput_(std::make_unique<HandleOutput>(reason_)),
+      output_(handleOutput_->buffer) {
+  makeRoots();
+}
+
+CPDFFile::CPDFFile(OutputBuffer& output, Form form) : handle(nullptr), block_(form), output_(output) { makeRoots(); }
+
+void CPDFFile::makeRoots() {
   catalog = &make<CPDFCatalog>();
   pages = &make<CPDFPages>();
   xrefs = std::make_unique<CPDFXRefs>();
@@ -137,7 +142,7 @@ void CPDFFile::SetPageMode(const std::u16string* mode) {
 // Each code unit is one byte of the file, its low one.
 void CPDFFile::WriteText(std::u16string_view text) {
   for (const char16_t unit : text) {
-    buffer_.put(static_cast<char>(unit & 0xFF));
+    output_.put(static_cast<char>(unit & 0xFF));
   }
 }
 
@@ -150,7 +155,7 @@ void CPDFFile::begin(CPDFObject& object) {
 
 CPDFObject& CPDFFile::beginNextObject() {
   if (written_ % kObjectsPerFlush == 0) {
-    buffer_.flush();
+    output_.flush();
   }
   CPDFObject& object = *objects[written_++];
   begin(object);
@@ -171,7 +176,7 @@ void CPDFFile::writePart(Write write) {
   if (!block_.isWhole()) {
     throw std::bad_alloc();
   }
-  buffer_.write(block_.text().data(), block_.text().size());
+  output_.write(block_.text().data(), block_.text().size());
 }
 
 void CPDFFile::writeObject(CPDFObject& object) {
@@ -192,9 +197,11 @@ bool CPDFFile::beginSave() {
     reason_.keep(L"The file's handle is the invalid one");
     return false;
   }
-  sink_.handle = handle;
-  buffer_.reset();
-  start_ = positionOf(handle).value_or(0);
+  if (handleOutput_) {
+    handleOutput_->handle = handle;
+    output_.reset();
+    start_ = positionOf(handle).value_or(0);
+  }
   written_ = 0;
   WriteText(header);
   WriteText(markComment);
@@ -211,7 +218,7 @@ void CPDFFile::saveThrough(CPDFStream& stream, std::string_view content) {
   }
   beginNextObject();
   writePart([&](CPDFMemBlock& out) { stream.writeHead(out, content.size()); });
-  buffer_.write(content.data(), content.size());
+  output_.write(content.data(), content.size());
   writePart([&](CPDFMemBlock& out) { stream.writeTail(out); });
   stream.dictionary.entries = std::vector<CPDFDictionaryEntry>();  // there is a stream for each page
 }
@@ -228,7 +235,7 @@ void CPDFFile::endSave() {
   begin(*trailer);
   writeObject(*trailer);
   WriteText(u"%%EOF");
-  buffer_.flush();
+  output_.flush();
   if (!callerOwnsHandle) {
     if (!closeFile(handle)) {
       keepSystemError(reason_);

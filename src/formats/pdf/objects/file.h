@@ -4,9 +4,9 @@
 #include "formats/pdf/objects/font.h"
 #include "formats/pdf/objects/outline.h"
 #include "formats/pdf/objects/page.h"
-#include "system/files.h"
 #include "output/output_buffer.h"
 #include "output/reason.h"
+#include "system/files.h"
 
 #include <cstdint>
 #include <memory>
@@ -69,6 +69,9 @@ class CPDFFile {
  public:
   /// @param file  open for writing; not closed unless callerOwnsHandle is cleared; must outlive this
   CPDFFile(scrivalen::platform::NativeFile file, Form form);
+  /// @param output  takes the bytes instead of a handle, and reports those it loses itself; not owned; must outlive
+  /// this
+  CPDFFile(scrivalen::platform::OutputBuffer& output, Form form);
   CPDFFile(const CPDFFile&) = delete;
   CPDFFile& operator=(const CPDFFile&) = delete;
   virtual ~CPDFFile();
@@ -103,7 +106,7 @@ class CPDFFile {
   void saveThrough(CPDFStream& stream, std::string_view content);
   void endSave();
 
-  /// Whether everything is in the file: it was made, the operating system has taken it, and the table finds it.
+  /// Whether everything is in the file: it was made, the handle has taken it, and the table finds it.
   bool isWhole() const { return reason_.empty(); }
   /// The first reason why not.
   std::wstring_view writeError() const { return reason_.text(); }
@@ -123,25 +126,27 @@ class CPDFFile {
   CPDFOutLines* outlines = nullptr;
 
  private:
-  struct HandleSink final : scrivalen::platform::ByteSink {
-    explicit HandleSink(scrivalen::platform::Reason& whyNot) : reason(whyNot) {}
+  struct HandleOutput final : scrivalen::platform::ByteSink {
+    explicit HandleOutput(scrivalen::platform::Reason& whyNot) : reason(whyNot) {}
     bool take(const char* data, std::size_t size) override;
     scrivalen::platform::NativeFile handle = nullptr;
     scrivalen::platform::Reason& reason;
+    scrivalen::platform::OutputBuffer buffer{*this};
   };
 
+  void makeRoots();
   void WriteText(std::u16string_view text);
   CPDFObject& beginNextObject();
   void begin(CPDFObject& object);
   template <typename Write>
   void writePart(Write write);
   void writeObject(CPDFObject& object);
-  std::uint64_t position() const { return start_ + buffer_.position(); }
+  std::uint64_t position() const { return start_ + output_.position(); }
 
   CPDFMemBlock block_;  // one object at a time; its memory serves all
   scrivalen::platform::Reason reason_;
-  HandleSink sink_;
-  scrivalen::platform::OutputBuffer buffer_;
+  std::unique_ptr<HandleOutput> handleOutput_;
+  scrivalen::platform::OutputBuffer& output_;
   std::uint64_t start_ = 0;
   std::size_t written_ = 0;  // objects
 };

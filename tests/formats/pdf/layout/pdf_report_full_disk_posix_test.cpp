@@ -54,7 +54,7 @@ TEST(PdfReportOnAFullDisk, TellsOfLostCharactersAndOfTheDisk) {
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_STREQ(report.GetError(), kReason);
   EXPECT_EQ(log.lines(), (std::vector<std::wstring>{
-                             L"'/dev/full': 1 character could not be written as it was given: U+20AC.", kReason}));
+                             kReason, L"'/dev/full': 1 character could not be written as it was given: U+20AC."}));
 }
 
 TEST(PdfReportOfAFileThatIsGone, TellsTheFirstReasonInOneLine) {

@@ -99,6 +99,8 @@ struct PdfReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, int>> 
     if (made.opened == REPORT_OK) {
       EXPECT_EQ(made.closed, REPORT_FILE_ERROR);
       EXPECT_EQ(made.log, Lines{made.reason});
+      EXPECT_LT(made.bytes.size(), good.size());
+      EXPECT_TRUE(areSameBytes(good.substr(0, made.bytes.size()), made.bytes));
     } else {
       EXPECT_EQ(made.opened, REPORT_FILE_ERROR);
       EXPECT_EQ(made.closed, REPORT_OK);

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "formats/pdf/layout/document.h"
+#include "formats/pdf/layout/text_style.h"
+#include "output/contain.h"
+#include "output/output_buffer.h"
+#include "output/reason.h"
+#include "scrivalen/pdf_doc.h"
+#include "system/files.h"
+#include "text/loss_counter.h"
+
+#include <cstdint>
+#include <memory>
+
+/// What a CPDFdoc keeps. The report begins its document here, to write through the buffer of its own file.
+struct CPDFdoc::State {
+  /// @return 0; -3 when the document could not be made, for the reason in failure
+  int begin(scrivalen::platform::NativeFile file, int landscape);
+  int begin(scrivalen::platform::OutputBuffer& output, int landscape);
+  void reset();
+
+  // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
+  template <typename Action>
+  void whileWhole(Action action) {
+    if (document && failure.empty()) {
+      scrivalen::platform::containedIn(failure, [&] { action(*document); });
+    }
+  }
+
+  const scrivalen::platform::LossCounter& lost() const { return document ? document->loss() : loss; }
+
+  std::unique_ptr<scrivalen::pdf::Document> document;
+  scrivalen::pdf::CPDFtextStyle style;
+  std::uint32_t lastId = 0;
+  int conforming = 0;
+  scrivalen::platform::Reason failure;  ///< the first one of the last document
+  scrivalen::platform::LossCounter loss;
+
+ private:
+  template <typename MakeFile>
+  int beginWith(int landscape, MakeFile makeFile);
+};
