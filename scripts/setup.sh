@@ -79,6 +79,7 @@ need_test() {
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
   need_packages binutils time
+  need_command ccache ccache
 }
 
 install_missing() {

@@ -15,9 +15,17 @@ exec </dev/null
 unset DISPLAY WAYLAND_DISPLAY
 export LC_ALL=C.UTF-8 TZ=UTC WINEDEBUG=-all WINEPREFIX="$root/build/wine" WINEDLLOVERRIDES="mscoree,mshtml="
 
+# Where there is a compiler cache, it is used. Without the sloppiness it takes no part in precompiled headers.
+if command -v ccache >/dev/null; then
+  export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
+  export CCACHE_SLOPPINESS=pch_defines,time_macros
+fi
+
 total_passed=0
 total_failed=0
 summary=()
+costs=()
+cpu_time=0
 
 heading() {
   printf '\n== %s ==\n' "$*"
@@ -44,10 +52,24 @@ conclude() {
   summary+=("$(printf '%-12s %s passed, %s failed%s' "$1" "$2" "$3" "${4:+ ($4)}")")
 }
 
-# run_tests PRESET RESULTS: counts whatever did not run to a good end as failed, the skipped and the disabled too. A
-# process under Wine hangs now and then before it has begun, so a test that ran out of time gets a second chance.
+# The user and system time of everything that has ended so far, in seconds. Not in a subshell, which has a time of its own.
+read_cpu_time() {
+  times >"$root/build/times"
+  cpu_time="$(tr 'ms' '  ' <"$root/build/times" | awk '{ sum += 60 * ($1 + $3) + $2 + $4 } END { printf "%d", sum }')"
+}
+
+# note_cpu_time WHAT: what it took since the last note.
+note_cpu_time() {
+  local before=$cpu_time
+  read_cpu_time
+  costs+=("$(printf '%-20s %4d s of cpu time' "$1" $((cpu_time - before)))")
+}
+
+# run_tests PRESET RESULTS: counts whatever did not run to a good end as failed, the skipped and the disabled too, and
+# every test of a program by itself. A process under Wine hangs now and then before it has begun, so a program that ran
+# out of time gets a second chance.
 run_tests() {
-  local preset=$1 results=$2 status=0 tests passed failed
+  local preset=$1 results=$2 status=0 counts passed failed
   ctest --preset "$preset" -j "$(nproc)" --no-tests=error --timeout "$seconds_a_test" \
     --repeat after-timeout:2 --output-junit "$results" ||
     status=$?
@@ -55,10 +77,9 @@ run_tests() {
     conclude "$preset" 0 1 "ctest gave no results"
     return
   fi
-  tests="$(xmllint --xpath 'count(//testcase)' "$results")"
-  passed="$(xmllint --xpath 'count(//testcase[@status="run"])' "$results")"
-  failed=$((tests - passed))
-  if [ "$failed" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$tests" -eq 0 ]; }; then
+  counts="$(tests/harness/count_results.sh "$results" "$root/build/$preset/test-results")"
+  read -r passed failed <<<"$counts"
+  if [ "$failed" -eq 0 ] && { [ "$status" -ne 0 ] || [ "$passed" -eq 0 ]; }; then
     conclude "$preset" "$passed" 1 "ctest ended with status $status"
   else
     conclude "$preset" "$passed" "$failed"
@@ -67,14 +88,16 @@ run_tests() {
 
 run_preset() {
   local preset=$1 results="$root/build/$1/test-results.xml"
-  rm -f "$results"
+  rm -rf "$results" "$root/build/$preset/test-results"
   heading "$preset: build"
   if ! cmake --preset "$preset" || ! cmake --build --preset "$preset" -j "$(nproc)"; then
     conclude "$preset" 0 1 "it did not build"
     return
   fi
+  note_cpu_time "$preset: build"
   heading "$preset: tests"
   run_tests "$preset" "$results"
+  note_cpu_time "$preset: tests"
 }
 
 # All fuzzers at the same time, each on a processor of its own where there are enough.
@@ -85,6 +108,7 @@ run_fuzzers() {
     conclude linux-fuzz 0 "${#fuzzers[@]}" "it did not build"
     return
   fi
+  note_cpu_time "linux-fuzz: build"
   heading "linux-fuzz: ${fuzzers[*]}, $seconds_a_fuzzer seconds"
   rm -rf "$folder"
   for name in "${fuzzers[@]}"; do
@@ -105,16 +129,19 @@ run_fuzzers() {
     grep -h 'number_of_executed_units' "$folder/${fuzzers[$name]}/log" || true
   done
   conclude linux-fuzz $((${#fuzzers[@]} - failed)) "$failed"
+  note_cpu_time "linux-fuzz: runs"
 }
 
 heading "Setup"
 scripts/setup.sh test
 prepare_wine
+note_cpu_time "setup"
 for preset in "${presets[@]}"; do
   run_preset "$preset"
 done
 run_fuzzers
 
 heading "Summary"
-printf '%s\n' "${summary[@]}" "$total_passed passed, $total_failed failed"
+read_cpu_time
+printf '%s\n' "${costs[@]}" "$((cpu_time / 60)) minutes of cpu time" "${summary[@]}" "$total_passed passed, $total_failed failed"
 [ "$total_failed" -eq 0 ]
