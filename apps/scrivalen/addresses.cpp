@@ -1,11 +1,9 @@
 #include "addresses.h"
 
-#include <algorithm>
+#include "text/ascii.h"
 
 namespace scrivalen::command {
 namespace {
-
-bool isAsciiLetter(wchar_t c) { return (c >= L'A' && c <= L'Z') || (c >= L'a' && c <= L'z'); }
 
 // Whether a link's text shows its address already, as that of <https://example.org> and <me@example.org> does.
 bool showsAddress(std::wstring_view text, std::wstring_view address) {
@@ -31,7 +29,7 @@ bool hasVisibleStart(std::wstring_view address, std::wstring_view scheme) {
     if (isInvisible(c)) {
       continue;
     }
-    if ((isAsciiLetter(c) ? c | 0x20 : c) != scheme.front()) {
+    if (platform::asciiLower(c) != scheme.front()) {
       return false;
     }
     scheme.remove_prefix(1);
@@ -53,17 +51,6 @@ std::wstring withAddress(std::wstring_view text, std::wstring_view address) {
     return std::wstring(address);
   }
   return result.append(L" (").append(address).append(L")");
-}
-
-bool hasScheme(std::wstring_view address) {
-  const std::size_t colon = address.find(L':');
-  // A single letter is a drive.
-  if (colon == std::wstring_view::npos || colon < 2 || !isAsciiLetter(address[0])) {
-    return false;
-  }
-  return std::all_of(address.begin(), address.begin() + static_cast<std::ptrdiff_t>(colon), [](wchar_t c) {
-    return isAsciiLetter(c) || (c >= L'0' && c <= L'9') || c == L'+' || c == L'-' || c == L'.';
-  });
 }
 
 bool runsProgram(std::wstring_view address, AddressUse use) {

@@ -10,9 +10,6 @@ namespace scrivalen::command {
 /// anchor of the document. The result begins with the text.
 std::wstring withAddress(std::wstring_view text, std::wstring_view address);
 
-/// Whether an address begins with a scheme (RFC 3986, 3.1), so that it leads somewhere wherever the document is.
-bool hasScheme(std::wstring_view address);
-
 enum class AddressUse { Link, Image };
 
 /// Whether following an address runs a program that is in it: javascript:, vbscript:, and data: except in an image. The

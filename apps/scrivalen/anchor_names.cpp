@@ -1,5 +1,6 @@
 #include "anchor_names.h"
 
+#include "text/letter_case.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -26,23 +27,6 @@ bool isDropped(char32_t c) {
                      [c](const Range& range) { return c >= range.first && c <= range.last; });
 }
 
-// The capitals of the alphabets that European languages are written in, without asking the host's locale.
-char32_t lower(char32_t c) {
-  const auto within = [c](char32_t first, char32_t last) { return c >= first && c <= last; };
-  if (within('A', 'Z') || (within(0xC0, 0xDE) && c != 0xD7) || within(0x391, 0x3A9) || within(0x410, 0x42F)) {
-    return c + 0x20;
-  }
-  if (within(0x400, 0x40F)) {
-    return c + 0x50;
-  }
-  const bool evenCapital = within(0x100, 0x12F) || within(0x132, 0x137) || within(0x14A, 0x177);
-  const bool oddCapital = within(0x139, 0x148) || within(0x179, 0x17E);
-  if ((evenCapital && c % 2 == 0) || (oddCapital && c % 2 == 1)) {
-    return c + 1;
-  }
-  return c == 0x178 ? 0xFF : c;
-}
-
 }  // namespace
 
 const std::wstring& AnchorNames::next(std::wstring_view heading) {
@@ -54,7 +38,7 @@ const std::wstring& AnchorNames::next(std::wstring_view heading) {
     if (c == ' ') {
       name_ += L'-';
     } else if (!isDropped(c)) {
-      platform::appendCharacter(name_, lower(c));
+      platform::appendCharacter(name_, platform::toSmall(c));
     }
   }
   if (name_.empty()) {

@@ -1,15 +1,15 @@
 #include "command.h"
 
-#include "readers/csv_reader.h"
 #include "distributor.h"
 #include "errors.h"
 #include "fixed_clock.h"
 #include "library_log.h"
-#include "readers/markdown_reader.h"
 #include "messages.h"
 #include "options.h"
-#include "system/files.h"
+#include "readers/csv_reader.h"
+#include "readers/markdown_reader.h"
 #include "readers/text_input.h"
+#include "system/files.h"
 #include "texts.h"
 
 #include <algorithm>
@@ -26,7 +26,7 @@ std::wstring titleFromName(const std::string& input) {
   if (input == "-") {
     return L"Report";
   }
-  std::wstring name(platform::fileNameOf(wide(input)));
+  std::wstring name(platform::fileNameOf(toWide(input)));
   const std::size_t dot = name.rfind(L'.');
   if (dot != std::wstring::npos && dot > 0) {
     name.resize(dot);
@@ -38,15 +38,15 @@ std::string wholeFile(const Host& host, const std::string& name) { return TextIn
 
 DocumentSettings documentSettings(const Options& options, const Host& host) {
   DocumentSettings settings;
-  settings.title = options.title ? wide(*options.title) : titleFromName(options.input);
+  settings.title = options.title ? toWide(*options.title) : titleFromName(options.input);
   for (const auto& [name, value] : options.properties) {
-    settings.properties.emplace_back(wide(name), wide(value));
+    settings.properties.emplace_back(toWide(name), toWide(value));
   }
   settings.templateFile = options.templateFile;
   if (!options.stylesFile.empty()) {
-    settings.styles = wide(wholeFile(host, options.stylesFile));
+    settings.styles = toWide(wholeFile(host, options.stylesFile));
   }
-  settings.columnSeparator = wide(options.separator);
+  settings.columnSeparator = toWide(options.separator);
   settings.landscape = options.landscape;
   settings.singleByte = options.singleByte;
   settings.conforming = !options.classic;
@@ -158,11 +158,11 @@ void Conversion::tellLog() {
 std::string Conversion::inPersonsWords(const std::wstring& line) const {
   for (const auto& output : outputs_) {
     std::string text = output->inPersonsWords(line);
-    if (text != utf8(line)) {
+    if (text != toUtf8(line)) {
       return text;
     }
   }
-  return utf8(line);
+  return toUtf8(line);
 }
 
 int runOrThrow(const std::vector<std::string>& arguments, const Host& host, Messages& messages) {

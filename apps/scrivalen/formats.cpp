@@ -1,5 +1,6 @@
 #include "formats.h"
 
+#include "text/ascii.h"
 #include "texts.h"
 #include "writers/writers.h"
 
@@ -9,12 +10,8 @@ namespace scrivalen::command {
 namespace {
 
 constexpr Format kFormats[] = {
-    {"text", "txt", &createTextWriter},
-    {"html", "html htm", &createHtmlWriter},
-    {"xml", "xml", &createXmlWriter},
-    {"rtf", "rtf", &createRtfWriter},
-    {"pdf", "pdf", &createPdfWriter},
-    {"xlsx", "xlsx", &createXlsxWriter},
+    {"text", "txt", &createTextWriter}, {"html", "html htm", &createHtmlWriter}, {"xml", "xml", &createXmlWriter},
+    {"rtf", "rtf", &createRtfWriter},   {"pdf", "pdf", &createPdfWriter},        {"xlsx", "xlsx", &createXlsxWriter},
     {"chm", "chm", &createChmWriter},
 };
 
@@ -34,7 +31,7 @@ bool anyExtension(std::string_view extensions, Call call) {
 }  // namespace
 
 const Format* findFormat(std::string_view nameOrExtension) {
-  const std::string wanted = asciiLower(nameOrExtension);
+  const std::string wanted = platform::asciiLowered<char>(nameOrExtension);
   const auto isWanted = [&](std::string_view extension) { return extension == wanted; };
   for (const Format& format : kFormats) {
     if (format.name == wanted || anyExtension(format.extensions, isWanted)) {

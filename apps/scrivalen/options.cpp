@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "system/files.h"
 #include "templates.h"
+#include "text/ascii.h"
 #include "texts.h"
 
 #include <scrivalen/version.h>
@@ -118,7 +119,9 @@ InputFormat inputFormat(const std::string& from, const std::string& input) {
                                     {"tsv", InputFormat::Tsv},
                                     {"tab", InputFormat::Tsv}};
   const std::size_t dot = input.rfind('.');
-  const std::string wanted = asciiLower(!from.empty() ? from : dot == std::string::npos ? "" : input.substr(dot + 1));
+  const std::string wanted = platform::asciiLowered<char>(!from.empty()              ? from
+                                                          : dot == std::string::npos ? ""
+                                                                                     : input.substr(dot + 1));
   for (const Name& name : kNames) {
     if (name.name == wanted) {
       return name.format;
@@ -196,7 +199,7 @@ Options interpreted(Raw raw) {
   if (!raw.templateName.empty()) {
     options.templateFile = chosenTemplate(raw.templateName);
   }
-  options.separator = replaceAll(raw.separator, "\\t", "\t");
+  options.separator = replacedAll<char>(raw.separator, "\\t", "\t");
   requireDifferentFiles(options);
   return options;
 }

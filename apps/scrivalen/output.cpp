@@ -60,7 +60,7 @@ void Output::deliver() {
 }
 
 std::string Output::inPersonsWords(const std::wstring& message) const {
-  return replaceAll(utf8(message), utf8(file_), name_);
+  return replacedAll<char>(toUtf8(message), toUtf8(file_), name_);
 }
 
 void Output::fail(const std::string& error) { error_ = error.empty() ? "cannot write '" + name_ + "'" : error; }

@@ -1,6 +1,7 @@
 #include "templates.h"
 
 #include "system/files.h"
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <scrivalen/html_report.h>

@@ -1,10 +1,10 @@
 #include "output/clog.h"
 
-#include "text/fmt.h"
 #include "output/host.h"
-#include "system/messages.h"
-#include "text/utf.h"
 #include "scrivalen/version.h"
+#include "system/messages.h"
+#include "text/fmt.h"
+#include "text/utf.h"
 
 using namespace scrivalen::platform;
 
@@ -33,8 +33,4 @@ void CLog::Bug2(std::wstring_view message) {
   sendToLog(line.c_str());
 }
 
-std::wstring CLog::VersionStr(int) {
-  std::wstring version = L"Scrivalen ";
-  appendWide(version, SCRIVALEN_VERSION);
-  return version;
-}
+std::wstring CLog::VersionStr(int) { return L"Scrivalen " + toWide(SCRIVALEN_VERSION); }

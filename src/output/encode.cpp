@@ -1,7 +1,9 @@
 #include "output/encode.h"
 
+#include "text/ascii.h"
 #include "text/plain_text.h"
 #include "text/utf.h"
+#include "text/xml_characters.h"
 
 #include <algorithm>
 #include <array>
@@ -14,15 +16,9 @@ namespace {
 constexpr std::size_t kChunk = 4096;  // characters that are written between two looks at the buffer's room
 constexpr std::size_t kLongest = 6;   // bytes of the longest escape, which is longer than any UTF-8 sequence
 
-// What a character below 0x80 becomes; an empty text is the character itself, a blank one is forbidden by XML 1.0.
-constexpr std::string_view kForbidden = " ";
-
+// What a character below 0x80 becomes; an empty text is the character itself.
 constexpr std::array<std::string_view, 128> makeEscapes(std::string_view escaped) {
   std::array<std::string_view, 128> table{};
-  for (std::size_t c = 0; c < 0x20; ++c) {
-    table[c] = kForbidden;
-  }
-  table['\t'] = table['\n'] = table['\r'] = {};
   for (const char c : escaped) {
     table[static_cast<unsigned char>(c)] = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "&quot;";
   }
@@ -31,10 +27,6 @@ constexpr std::array<std::string_view, 128> makeEscapes(std::string_view escaped
 
 constexpr auto kQuoteEscapes = makeEscapes("&<>\"");
 constexpr auto kContentEscapes = makeEscapes("&<>");
-
-constexpr bool isForbiddenByXml(char32_t c) {
-  return c < 0x20 ? c != '\t' && c != '\n' && c != '\r' : isSurrogate(c) || c == 0xFFFE || c == 0xFFFF || c > 0x10FFFF;
-}
 
 using PlainUtf8 = PlainBelow<char, 0x80>;
 using PlainLowByte = PlainBelow<char, 0x100>;
@@ -116,25 +108,18 @@ bool isNamedReference(std::wstring_view name) {
   return std::find(std::begin(kNames), std::end(kNames), name) != std::end(kNames);
 }
 
-int digitValue(wchar_t c, int base) {
-  if (c >= L'0' && c <= L'9') return static_cast<int>(c - L'0');
-  if (base == 16 && c >= L'a' && c <= L'f') return static_cast<int>(c - L'a') + 10;
-  if (base == 16 && c >= L'A' && c <= L'F') return static_cast<int>(c - L'A') + 10;
-  return -1;
-}
-
 bool isCharacterReference(std::wstring_view digits) {
   const int base = digits.starts_with(L'x') ? 16 : 10;
   digits.remove_prefix(base == 16 ? 1 : 0);
   char32_t number = 0;
   for (const wchar_t c : digits) {
-    const int digit = digitValue(c, base);
-    if (digit < 0) {
+    const int digit = hexValue(c);
+    if (digit < 0 || digit >= base) {
       return false;
     }
     number = std::min<char32_t>(0x110000, number * static_cast<char32_t>(base) + static_cast<char32_t>(digit));
   }
-  return !digits.empty() && !isForbiddenByXml(number);
+  return !digits.empty() && isXmlCharacter(number);
 }
 
 // Whether the ampersand at `at` begins a reference that XML allows.
@@ -154,14 +139,14 @@ bool isReference(const wchar_t* at, const wchar_t* end) {
 void putUtf8Text(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
   putText<PlainUtf8>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
     const char32_t c = nextCharacter(at, end);
-    return isSurrogate(c) || c > 0x10FFFF ? putReplacement(c, out, loss) : out + putUtf8(c, out);
+    return isCharacter(c) ? out + putUtf8(c, out) : putReplacement(c, out, loss);
   });
 }
 
 void putQuoted(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss) {
   putText<PlainMarkup>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
     const char32_t c = nextCharacter(at, end);
-    if (isForbiddenByXml(c)) {
+    if (!isXmlCharacter(c)) {
       return putReplacement(c, out, loss);
     }
     return c < 0x80 && !kQuoteEscapes[c].empty() ? copyText(kQuoteEscapes[c], out) : out + putUtf8(c, out);
@@ -172,7 +157,7 @@ void putQuotedOnce(OutputBuffer& buffer, std::wstring_view text, LossCounter& lo
   putText<PlainMarkup>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
     const wchar_t* const start = at;
     const char32_t c = nextCharacter(at, end);
-    if (isForbiddenByXml(c)) {
+    if (!isXmlCharacter(c)) {
       return putReplacement(c, out, loss);
     }
     const bool stays = c >= 0x80 || kQuoteEscapes[c].empty() || (c == '&' && isReference(start, end));
@@ -185,7 +170,7 @@ void putElementContent(OutputBuffer& buffer, std::wstring_view text, LossCounter
   putText<PlainMarkup>(buffer, text, [&loss, begin](const wchar_t*& at, const wchar_t* end, char* out) {
     const wchar_t* const start = at;
     const char32_t c = nextCharacter(at, end);
-    if (isForbiddenByXml(c)) {
+    if (!isXmlCharacter(c)) {
       return putReplacement(c, out, loss);
     }
     const bool stays = c >= 0x80 || kContentEscapes[c].empty() || (c == '&' && isReference(start, end)) ||
@@ -225,7 +210,7 @@ std::wstring quotedText(std::wstring_view text, LossCounter& loss) {
   while (at != end) {
     const wchar_t* const start = at;
     const char32_t c = nextCharacter(at, end);
-    if (isForbiddenByXml(c)) {
+    if (!isXmlCharacter(c)) {
       loss.note(c);
       result += static_cast<wchar_t>(kReplacement);
     } else if (c < 0x80 && !kQuoteEscapes[c].empty()) {

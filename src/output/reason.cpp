@@ -25,9 +25,7 @@ void Reason::keepRaised() noexcept {
     keep(kOutOfMemory);
   } catch (const std::exception& raised) {
     try {
-      std::wstring reason;
-      appendWide(reason, raised.what());
-      keep(reason);
+      keep(toWide(raised.what()));
     } catch (...) {
       keep({});
     }

@@ -8,6 +8,8 @@
 #include "system/clock.h"
 #include "system/files.h"
 #include "text/fmt.h"
+#include "text/null_text.h"
+#include "text/replaced_all.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -21,20 +23,6 @@ using scrivalen::core::ReportError;
 namespace {
 
 constexpr const wchar_t* kRow = L"row";
-
-const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
-
-std::wstring replaceAll(const std::wstring& text, const std::wstring& name, const std::wstring& value) {
-  std::wstring result;
-  std::size_t at = 0;
-  for (std::size_t found = text.find(name); found != std::wstring::npos; found = text.find(name, at)) {
-    result.append(text, at, found - at);
-    result += value;
-    at = found + name.size();
-  }
-  result.append(text, at);
-  return result;
-}
 
 struct FileCloser {
   void operator()(NativeFile file) const { closeFile(file); }
@@ -189,7 +177,7 @@ void AReport::PrepareTemplate(std::wstring& text) {
   ReportError(error_, lost_).keepContent([&] {
     for (const auto& property : properties_) {
       if (!property->name.empty()) {
-        text = replaceAll(text, property->name, property->value);
+        text = replacedAll<wchar_t>(text, property->name, property->value);
       }
     }
   });

@@ -1,8 +1,8 @@
 #include "system/console.h"
 
 #include "system/files.h"
-#include "text/utf.h"
 #include "system/windows_api.h"
+#include "text/utf.h"
 
 #include <shellapi.h>
 
@@ -17,8 +17,7 @@ bool isTerminal(HANDLE stream) {
 void writeStream(DWORD which, std::string_view text) {
   const HANDLE stream = GetStdHandle(which);
   if (isTerminal(stream)) {
-    std::wstring wide;
-    appendWide(wide, text);
+    const std::wstring wide = toWide(text);
     DWORD written = 0;
     WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
     return;

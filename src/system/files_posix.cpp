@@ -3,6 +3,7 @@
 #include "system/descriptor_posix.h"
 #include "system/messages.h"
 #include "system/native_path_posix.h"
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <algorithm>

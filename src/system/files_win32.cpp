@@ -1,6 +1,7 @@
 #include "system/files.h"
 
 #include "system/windows_api.h"
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <algorithm>

@@ -14,9 +14,7 @@ void setLastSystemError(std::uint32_t error) { errno = static_cast<int>(error); 
 std::uint32_t diskFullError() { return ENOSPC; }
 
 std::wstring systemErrorText(std::uint32_t error) {
-  std::wstring text;
-  appendWide(text, std::system_category().message(static_cast<int>(error)));
-  return text;
+  return toWide(std::system_category().message(static_cast<int>(error)));
 }
 
 void showMessageBox(const wchar_t*, const wchar_t*) {}

@@ -16,7 +16,7 @@ inline std::size_t putPathCharacter(char32_t c, char* out) noexcept {
     *out = static_cast<char>(static_cast<unsigned char>(c - kByteEscape));
     return 1;
   }
-  return isSurrogate(c) || c > 0x10FFFF ? 0 : putUtf8(c, out);
+  return isCharacter(c) ? putUtf8(c, out) : 0;
 }
 
 /// A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a

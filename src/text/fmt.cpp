@@ -1,5 +1,6 @@
 #include "text/fmt.h"
 
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -91,8 +92,7 @@ std::wstring digitsOf(std::uint64_t magnitude, const Conversion& conversion) {
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, magnitude, base).ptr;
   std::wstring digits(buffer, end);
   if (conversion.type == L'X') {
-    std::transform(digits.begin(), digits.end(), digits.begin(),
-                   [](wchar_t c) { return c >= L'a' ? static_cast<wchar_t>(c - L'a' + L'A') : c; });
+    std::transform(digits.begin(), digits.end(), digits.begin(), [](wchar_t c) { return asciiUpper(c); });
   }
   if (!hasPrecision(conversion)) {
     return digits;

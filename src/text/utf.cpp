@@ -58,9 +58,12 @@ bool decodeSequence(const char*& at, const char* end, char32_t& result) {
   return true;
 }
 
-wchar_t asciiLower(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
-
 }  // namespace
+
+std::size_t utf8Length(char lead) {
+  const auto byte = static_cast<unsigned char>(lead);
+  return byte < 0x80 ? 1 : static_cast<std::size_t>(leadByte(byte).trailing + 1);
+}
 
 bool nextUtf8(const char*& at, const char* end, char32_t& c) {
   const auto first = static_cast<unsigned char>(*at);
@@ -77,8 +80,8 @@ void appendCharacter(std::wstring& wide, char32_t c) {
     wide.push_back(static_cast<wchar_t>(c));
     return;
   }
-  wide.push_back(static_cast<wchar_t>(0xD800 + ((c - 0x10000) >> 10)));
-  wide.push_back(static_cast<wchar_t>(0xDC00 + ((c - 0x10000) & 0x3FF)));
+  wide.push_back(static_cast<wchar_t>(highSurrogate(c)));
+  wide.push_back(static_cast<wchar_t>(lowSurrogate(c)));
 }
 
 std::size_t appendWide(std::wstring& wide, std::string_view utf8) {
@@ -118,13 +121,18 @@ void appendUtf8(std::string& utf8, std::wstring_view wide) {
   }
 }
 
-bool equalIgnoringCase(std::wstring_view a, std::wstring_view b) {
-  return std::equal(a.begin(), a.end(), b.begin(), b.end(),
-                    [](wchar_t x, wchar_t y) { return asciiLower(x) == asciiLower(y); });
+std::wstring toWide(std::string_view utf8) {
+  std::wstring wide;
+  wide.reserve(utf8.size());
+  appendWide(wide, utf8);
+  return wide;
 }
 
-bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix) {
-  return text.size() >= suffix.size() && equalIgnoringCase(text.substr(text.size() - suffix.size()), suffix);
+std::string toUtf8(std::wstring_view wide) {
+  std::string utf8;
+  utf8.reserve(wide.size());
+  appendUtf8(utf8, wide);
+  return utf8;
 }
 
 }  // namespace scrivalen::platform

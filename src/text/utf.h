@@ -10,12 +10,19 @@ namespace scrivalen::platform {
 inline constexpr char32_t kReplacement = 0xFFFD;
 
 constexpr bool isSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
+/// Whether a number is that of a character (Unicode scalar value).
+constexpr bool isCharacter(char32_t c) { return !isSurrogate(c) && c <= 0x10FFFF; }
 constexpr bool isHighSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
 /// The two code units of a character above U+FFFF.
 constexpr char32_t highSurrogate(char32_t c) { return 0xD800 + ((c - 0x10000) >> 10); }
 constexpr char32_t lowSurrogate(char32_t c) { return 0xDC00 + ((c - 0x10000) & 0x3FF); }
+
+/// The character of two surrogates.
+constexpr char32_t fromSurrogates(char32_t high, char32_t low) {
+  return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
+}
 
 /// How many UTF-16 code units a character has.
 constexpr std::size_t unitsOf(char32_t c) { return c > 0xFFFF ? 2 : 1; }
@@ -28,7 +35,7 @@ constexpr char32_t asCharacter(char32_t c) { return c > 0x10FFFF ? kReplacement 
 inline char32_t nextCharacter(const wchar_t*& at, const wchar_t* end) {
   const auto c = static_cast<char32_t>(*at++);
   if (isHighSurrogate(c) && at != end && isLowSurrogate(static_cast<char32_t>(*at))) {
-    return 0x10000 + ((c - 0xD800) << 10) + (static_cast<char32_t>(*at++) - 0xDC00);
+    return fromSurrogates(c, static_cast<char32_t>(*at++));
   }
   return c;
 }
@@ -47,7 +54,7 @@ inline std::size_t putUtf8(char32_t c, char* out) {
     out[1] = byte(0x80 | (c & 0x3F));
     return 2;
   }
-  if (isSurrogate(c) || c > 0x10FFFF) {
+  if (!isCharacter(c)) {
     c = kReplacement;
   }
   if (c < 0x10000) {
@@ -67,18 +74,21 @@ inline std::size_t putUtf8(char32_t c, char* out) {
 /// @return how many sequences were replaced
 std::size_t appendWide(std::wstring& wide, std::string_view utf8);
 
+/// The same as a text of its own.
+std::wstring toWide(std::string_view utf8);
+
+/// How many bytes a sequence has that begins with a byte; 0 where none begins so.
+std::size_t utf8Length(char lead);
+
 /// Decodes the character at @p at of UTF-8, which is not at its end, and moves past it. Where there is none, it moves
 /// past the maximal ill-formed sequence and returns false.
 bool nextUtf8(const char*& at, const char* end, char32_t& c);
 
 /// Appends wide text to UTF-8; lone surrogates become U+FFFD.
 void appendUtf8(std::string& utf8, std::wstring_view wide);
+std::string toUtf8(std::wstring_view wide);
 
 /// Appends one character to wide text, as two surrogates where wide characters have 16 bits.
 void appendCharacter(std::wstring& wide, char32_t c);
-
-/// Compares without regard to the case of the letters A to Z.
-bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
-bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix);
 
 }  // namespace scrivalen::platform

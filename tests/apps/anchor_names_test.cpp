@@ -7,7 +7,7 @@
 namespace scrivalen::command {
 namespace {
 
-std::string nameOf(std::string_view heading) { return utf8(AnchorNames().next(wide(heading))); }
+std::string nameOf(std::string_view heading) { return toUtf8(AnchorNames().next(toWide(heading))); }
 
 TEST(AnchorNames, AreInLowerCaseWithHyphensForBlanks) { EXPECT_EQ(nameOf("First Steps Here"), "first-steps-here"); }
 
@@ -21,6 +21,7 @@ TEST(AnchorNames, KeepLettersOfEveryScript) {
   EXPECT_EQ(nameOf("Größe ÄRGER"), "größe-ärger");
   EXPECT_EQ(nameOf("ΑΒΓ ПРИВЕТ Ё"), "αβγ-привет-ё");
   EXPECT_EQ(nameOf("Łódź ŽIŽKOV"), "łódź-žižkov");
+  EXPECT_EQ(nameOf("Ștefan ΆΛΦΑ Ա"), "ștefan-άλφα-ա");
   EXPECT_EQ(nameOf("日本語 見出し"), "日本語-見出し");
 }
 

@@ -37,7 +37,7 @@ std::string givenFor(std::string_view markdown, const std::vector<std::string>& 
   const std::size_t begin = bytes.find(before) + before.size();
   const std::size_t end = bytes.find("topic1.htm", begin);
   EXPECT_NE(end, std::string::npos) << bytes;
-  return replaceAll(bytes, bytes.substr(begin, end - begin), "~");
+  return replacedAll<char>(bytes, bytes.substr(begin, end - begin), "~");
 }
 
 TEST_F(ChmOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {

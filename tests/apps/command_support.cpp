@@ -25,7 +25,7 @@ std::string fromUtf16(std::string_view bytes) {
     const auto high = static_cast<unsigned char>(bytes[at + 1]);
     text += static_cast<wchar_t>(low | high << 8);
   }
-  return utf8(text);
+  return toUtf8(text);
 }
 
 std::string withoutNewlinesAround(std::string_view text) {
@@ -94,14 +94,14 @@ CommandRun& CommandRun::with(std::string_view name, std::string_view bytes) {
 Result CommandRun::run(const std::vector<std::string>& arguments) {
   std::vector<std::string> real;
   for (const std::string& argument : arguments) {
-    real.push_back(replaceAll(argument, "@/", path("")));
+    real.push_back(replacedAll<char>(argument, "@/", path("")));
   }
   host.output.clear();
   host.error.clear();
   Result result;
   result.status = runCommand(real, host.host());
   result.output = host.output;
-  result.error = replaceAll(host.error, path(""), "@/");
+  result.error = replacedAll<char>(host.error, path(""), "@/");
   return result;
 }
 
@@ -109,7 +109,9 @@ std::string CommandRun::path(std::string_view name) const { return platform::nar
 
 std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / platform::widePath(name); }
 
-std::string CommandRun::text(std::string_view name) const { return replaceAll(fromUtf16(bytes(name)), "\r\n", "\n"); }
+std::string CommandRun::text(std::string_view name) const {
+  return replacedAll<char>(fromUtf16(bytes(name)), "\r\n", "\n");
+}
 
 std::string CommandRun::body(std::string_view name) const {
   const std::string page = bytes(name);
@@ -145,7 +147,7 @@ std::string textOf(std::string_view markdown, const std::vector<std::string>& op
 
 std::string xmlOf(std::string_view markdown) {
   CommandRun run;
-  return replaceAll(run.bytes(outputOf(markdown, "out.xml", run)), "\r\n", "\n");
+  return replacedAll<char>(run.bytes(outputOf(markdown, "out.xml", run)), "\r\n", "\n");
 }
 
 }  // namespace scrivalen::command::test

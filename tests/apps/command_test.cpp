@@ -166,9 +166,9 @@ TEST(Command, WritesTheSameBytesTwice) {
 // A template of the template folder while it lives. Tests run side by side, so each has a name of its own.
 class TestTemplate {
  public:
-  explicit TestTemplate(std::string_view bytes) : name_("test-" + utf8(platform::randomName())) {
+  explicit TestTemplate(std::string_view bytes) : name_("test-" + toUtf8(platform::randomName())) {
     HtmlReport().MakeTemplateName(path_, L"");
-    path_ += wide(name_) + L".htm";
+    path_ += toWide(name_) + L".htm";
     scrivalen::test::writeBytes(path_, bytes);
   }
   TestTemplate(const TestTemplate&) = delete;

@@ -14,7 +14,7 @@ namespace {
 std::string meant(std::string_view reference) {
   std::wstring text = L"<";
   appendEntity(text, reference);
-  return utf8(text.substr(1));
+  return toUtf8(text.substr(1));
 }
 
 TEST(Entities, NamesStandForTheirCharacters) {

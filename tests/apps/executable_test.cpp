@@ -9,12 +9,12 @@ namespace {
 
 // The program itself, with nothing of the test in its process.
 int execute(const CommandRun& folder, const std::vector<std::string>& arguments) {
-  std::vector<std::wstring> all = {wide(SCRIVALEN_COMMAND)};
+  std::vector<std::wstring> all = {toWide(SCRIVALEN_COMMAND)};
   for (const std::string& argument : arguments) {
-    all.push_back(wide(replaceAll(argument, "@/", folder.path(""))));
+    all.push_back(toWide(replacedAll<char>(argument, "@/", folder.path(""))));
   }
   const platform::ProcessResult result = platform::runProgram(all);
-  EXPECT_TRUE(result.started) << utf8(result.commandLine) << ": error " << result.error;
+  EXPECT_TRUE(result.started) << toUtf8(result.commandLine) << ": error " << result.error;
   return result.exitStatus;
 }
 

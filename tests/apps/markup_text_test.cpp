@@ -9,8 +9,8 @@ namespace {
 
 std::string textOfMarkup(std::string_view markup) {
   std::wstring text;
-  MarkupText().appendBlock(text, wide(markup));
-  return utf8(text);
+  MarkupText().appendBlock(text, toWide(markup));
+  return toUtf8(text);
 }
 
 TEST(MarkupText, HasNoTags) { EXPECT_EQ(textOfMarkup("a <b class='x'>bold</b> <i>word</i>"), "a bold word"); }

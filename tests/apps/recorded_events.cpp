@@ -18,7 +18,7 @@ constexpr const char* kAligns[] = {"", " left", " center", " right"};
 constexpr const char* kTasks[] = {"", " open", " done"};
 
 std::string quoted(std::wstring_view text) {
-  return std::string(" '").append(replaceAll(utf8(text), "\n", "\\n")).append("'");
+  return std::string(" '").append(replacedAll<char>(toUtf8(text), "\n", "\\n")).append("'");
 }
 
 }  // namespace
@@ -37,7 +37,7 @@ void RecordedEvents::write(const Event& event) {
     line.append(quoted(event.text));
   }
   if (!event.address.empty()) {
-    line.append(" @").append(utf8(event.address));
+    line.append(" @").append(toUtf8(event.address));
   }
   if (!event.title.empty()) {
     line.append(" title").append(quoted(event.title));

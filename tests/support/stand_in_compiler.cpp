@@ -14,12 +14,6 @@ using namespace scrivalen::platform;
 
 namespace {
 
-std::wstring wide(const std::string& utf8) {
-  std::wstring text;
-  appendWide(text, utf8);
-  return text;
-}
-
 std::string bytesOf(const std::wstring& path) {
   std::string bytes;
   if (const NativeFile file = openForReading(path)) {
@@ -62,7 +56,7 @@ int main(int argc, char** argv) {
   for (std::size_t i = 1; i < arguments.size(); ++i) {
     made += "argument " + arguments[i] + "\n";
   }
-  const std::wstring path = arguments.size() > 1 ? wide(arguments[1]) : L"";
+  const std::wstring path = arguments.size() > 1 ? toWide(arguments[1]) : L"";
   const std::wstring folder(folderOf(path));
   const std::string project = bytesOf(path);
   made += "[report.hhp]\n" + project + "[report.hhc]\n" + bytesOf(folder + L"report.hhc");

@@ -1,5 +1,6 @@
 #include "text/utf.h"
 #include "scrivalen/text.h"
+#include "text/ascii.h"
 
 #include <gtest/gtest.h>
 

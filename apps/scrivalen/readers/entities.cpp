@@ -25,7 +25,7 @@ std::optional<char32_t> numericReference(std::string_view digits) {
     return std::nullopt;
   }
   const auto c = static_cast<char32_t>(number);
-  return c == 0 || c > 0x10FFFF || platform::isSurrogate(c) ? platform::kReplacement : c;
+  return c != 0 && platform::isCharacter(c) ? c : platform::kReplacement;
 }
 
 const Entity* namedEntity(std::string_view name) {

@@ -27,7 +27,7 @@ void lookInto(Search& search, MD_TEXTTYPE type, std::string_view text) {
   ++search.text;
   const bool isMarkup = type == MD_TEXT_HTML;
   if (isMarkup && text.find("</") != std::string_view::npos) {
-    const std::wstring markup = wide(text);
+    const std::wstring markup = toWide(text);
     note(Hidden::Script, markup);
     note(Hidden::StyleSheet, markup);
   }

@@ -1,6 +1,7 @@
 #include "readers/markup_text.h"
 
 #include "readers/entities.h"
+#include "text/ascii.h"
 #include "text/utf.h"
 #include "texts.h"
 
@@ -16,8 +17,6 @@ constexpr std::array<std::wstring_view, 34> kInlineElements = {
     L"i",      L"img",  L"ins", L"kbd",  L"label", L"mark", L"q",    L"s",    L"samp", L"small", L"span", L"strike",
     L"strong", L"sub",  L"sup", L"time", L"tt",    L"u",    L"var",  L"wbr",  L"ruby", L"rt"};
 
-bool isLetter(wchar_t c) { return (c >= L'a' && c <= L'z') || (c >= L'A' && c <= L'Z'); }
-bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
 bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r' || c == L'\f'; }
 bool endsTagName(wchar_t c) { return isBlank(c) || c == L'/' || c == L'>'; }
 
@@ -107,7 +106,7 @@ void MarkupReader::readAngle() {
     skip(endOf(L"]]>", rest_));
   } else if (next == L'!') {
     skip(endOf(L">", rest_));
-  } else if (next == L'/' || isLetter(next)) {
+  } else if (next == L'/' || platform::isAsciiLetter(next)) {
     readTag();
   } else {
     text_ += L'<';
@@ -153,14 +152,16 @@ std::wstring_view MarkupReader::takeTag() {
 }
 
 void MarkupReader::readReference() {
-  const auto isPartOfName = [](wchar_t c) { return isLetter(c) || isDigit(c) || c == L'#'; };
+  const auto isPartOfName = [](wchar_t c) {
+    return platform::isAsciiLetter(c) || platform::isAsciiDigit(c) || c == L'#';
+  };
   const auto end = std::find_if_not(rest_.begin() + 1, rest_.end(), isPartOfName);
   if (end == rest_.end() || *end != L';') {
     text_ += L'&';
     return skip(1);
   }
   const auto size = static_cast<std::size_t>(end - rest_.begin()) + 1;
-  appendEntity(text_, utf8(rest_.substr(0, size)));
+  appendEntity(text_, toUtf8(rest_.substr(0, size)));
   skip(size);
 }
 

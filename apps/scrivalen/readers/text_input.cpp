@@ -1,10 +1,10 @@
 #include "readers/text_input.h"
 
 #include "errors.h"
+#include "readers/utf8_check.h"
 #include "system/messages.h"
 #include "text/utf.h"
 #include "texts.h"
-#include "readers/utf8_check.h"
 
 #include <algorithm>
 #include <cstring>
@@ -131,7 +131,7 @@ std::string_view TextInput::takeUtf16() {
     }
     begin_ += 2;
     if (isPairPossible && end_ - begin_ >= 2 && platform::isLowSurrogate(unit(begin_))) {
-      c = 0x10000 + ((c - 0xD800) << 10) + (unit(begin_) - 0xDC00);
+      c = platform::fromSurrogates(c, unit(begin_));
       begin_ += 2;
     }
     if (c == 0 || platform::isSurrogate(c)) {

@@ -1,6 +1,7 @@
 #include "writers/help_topics.h"
 
 #include "system/files.h"
+#include "text/ascii.h"
 #include "texts.h"
 
 namespace scrivalen::command {
@@ -30,17 +31,12 @@ bool writeFile(const std::wstring& path, const std::string& bytes) {
   return platform::closeFile(file) && isWritten;
 }
 
-int hexValue(char digit) {
-  const std::size_t value = std::string_view("0123456789abcdef0123456789ABCDEF").find(digit);
-  return value == std::string_view::npos ? -1 : static_cast<int>(value % 16);
-}
-
 // RFC 3986, 2.1.
 std::string percentDecoded(std::string_view text) {
   std::string result;
   for (std::size_t at = 0; at < text.size(); ++at) {
-    const int high = at + 2 < text.size() ? hexValue(text[at + 1]) : -1;
-    const int low = high < 0 ? -1 : hexValue(text[at + 2]);
+    const int high = at + 2 < text.size() ? platform::hexValue(text[at + 1]) : -1;
+    const int low = high < 0 ? -1 : platform::hexValue(text[at + 2]);
     if (text[at] == '%' && low >= 0) {
       result += static_cast<char>(high * 16 + low);
       at += 2;
@@ -70,7 +66,7 @@ bool HelpTopics::prepare(const std::wstring& title) {
   title_ = title;
   const auto folder = platform::createPrivateFolder();
   if (!folder) {
-    error_ = L"cannot make a folder for the help topics: " + wide(lastErrorText());
+    error_ = L"cannot make a folder for the help topics: " + toWide(lastErrorText());
     return false;
   }
   folder_ = *folder + platform::kPathSeparator;
@@ -99,7 +95,7 @@ void HelpTopics::beginIfNone() {
   }
 }
 
-void HelpTopics::addAnchor(std::wstring_view name) { anchors_.emplace(utf8(name), topics_.size() - 1); }
+void HelpTopics::addAnchor(std::wstring_view name) { anchors_.emplace(toUtf8(name), topics_.size() - 1); }
 
 void HelpTopics::addAnchorsOf(std::wstring_view markup) {
   for (const std::wstring_view attribute : {L" id=\"", L" name=\""}) {
@@ -122,7 +118,7 @@ bool HelpTopics::finish() {
   end();
   for (std::size_t topic = 0; topic < topics_.size(); ++topic) {
     if (topics_[topic].mayLink && !completeLinks(topic)) {
-      error_ = L"cannot write the help topic " + topics_[topic].file + L": " + wide(lastErrorText());
+      error_ = L"cannot write the help topic " + topics_[topic].file + L": " + toWide(lastErrorText());
       return false;
     }
   }
@@ -142,7 +138,7 @@ bool HelpTopics::completeLinks(std::size_t topic) {
     at += kLinkStart.size();
     const std::string_view link = std::string_view(page).substr(at, page.find('"', at) - at);
     if (const Topic* const target = topicOf(link, topic)) {
-      completed.append(page, done, at - done).append(utf8(target->file));
+      completed.append(page, done, at - done).append(toUtf8(target->file));
       done = at;
     }
   }

@@ -1,5 +1,7 @@
 #include "writers/html_body.h"
 
+#include "text/ascii.h"
+
 namespace scrivalen::command {
 namespace {
 
@@ -46,13 +48,13 @@ bool isEncodedInAddresses(wchar_t c) {
 }
 
 std::wstring encodedAddress(std::wstring_view address) {
-  constexpr std::wstring_view kDigits = L"0123456789ABCDEF";
   std::wstring result;
   result.reserve(address.size());
   for (const wchar_t c : address) {
     if (isEncodedInAddresses(c)) {
       const auto byte = static_cast<std::size_t>(c);
-      result.append({L'%', kDigits[byte / 16], kDigits[byte % 16]});
+      const auto digit = [](std::size_t value) { return static_cast<wchar_t>(platform::kHexDigits[value]); };
+      result.append({L'%', digit(byte / 16), digit(byte % 16)});
     } else {
       result += c;
     }

@@ -12,7 +12,9 @@
 #include "system/files.h"
 #include "system/messages.h"
 #include "system/process.h"
+#include "text/ascii.h"
 #include "text/fmt.h"
+#include "text/null_text.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -29,8 +31,6 @@ constexpr const wchar_t* kTitle = L"%TITLE%";
 constexpr const wchar_t* kProjectName = L"report.hhp";
 constexpr const wchar_t* kContentsName = L"report.hhc";
 constexpr const wchar_t* kCompiledName = L"report.chm";
-
-const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
 
 bool isTemplateThere() {
   const auto path = scrivalen::core::templatePath(homePath(), kTemplate);

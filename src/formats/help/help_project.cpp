@@ -130,8 +130,7 @@ void CCHM::writeContents(const std::wstring& path) {
   if (!writer.Close(1)) {
     return noteFailure(std::wstring(writer.Error()), false);
   }
-  std::wstring text;
-  appendWide(text, page.bytes);
+  const std::wstring text = toWide(page.bytes);
   for (const ContentsEntry& entry : topics) {
     toBytes(entry.name, loss);
   }

@@ -9,7 +9,8 @@
 #include "report/report_error.h"
 #include "system/files.h"
 #include "text/fmt.h"
-#include "text/letters.h"
+#include "text/letter_case.h"
+#include "text/null_text.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -70,8 +71,6 @@ namespace {
 constexpr const wchar_t* kDefaultTable = L"class=\"table table-hover table-bordered\"";
 constexpr std::wstring_view kBody = L"%BODY%";
 
-bool isEmpty(const wchar_t* text) { return !text || !*text; }
-
 // A template read one character a byte, as UTF-8; the mark that some editors put in front is no text.
 std::wstring decodeUtf8(std::wstring_view bytes, HTML& writer) {
   std::string utf8(bytes.size(), '\0');
@@ -92,7 +91,7 @@ std::wstring displayName(std::wstring file) {
     file.resize(dot);
   }
   if (!file.empty()) {
-    file[0] = toCapital(file[0]);
+    file[0] = static_cast<wchar_t>(toCapital(static_cast<char32_t>(file[0])));
   }
   return file;
 }
@@ -154,7 +153,7 @@ int HtmlReport::GetTemplatesList(const wchar_t* folder, std::vector<std::wstring
   }
   return contained(-1, [&] {
     names->clear();
-    std::wstring path = folder ? folder : L"";
+    std::wstring path = orEmpty(folder);
     if (path.empty() || kPathSeparators.find(path.back()) == std::wstring_view::npos) {
       path += kPathSeparator;
     }
@@ -438,9 +437,9 @@ void HtmlReport::Cell(const wchar_t* text, int header, const wchar_t* attributes
 }
 
 void HtmlReport::ValueToHtml(const wchar_t* format, const wchar_t* text) {
-  ReportError(error_, lost_).keepContent([&] { state_->writer.Text(FMT::Format(format ? format : L"", text)); });
+  ReportError(error_, lost_).keepContent([&] { state_->writer.Text(FMT::Format(orEmpty(format), text)); });
 }
 
 void HtmlReport::ValueToHtml(const wchar_t* format, int value) {
-  ReportError(error_, lost_).keepContent([&] { state_->writer.Text(FMT::Format(format ? format : L"", value)); });
+  ReportError(error_, lost_).keepContent([&] { state_->writer.Text(FMT::Format(orEmpty(format), value)); });
 }

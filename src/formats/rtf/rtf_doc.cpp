@@ -1,6 +1,8 @@
 #include "scrivalen/rtf_doc.h"
 
 #include "formats/rtf/fragment.h"
+#include "text/ascii.h"
+#include "text/null_text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -52,8 +54,6 @@ char* putCell(std::int64_t cell, int color, char* out) {
   }
   return put(kTwipsBehindCellNumber, putNumber(cell, put(kCellEdge, out)));
 }
-
-std::wstring_view orEmpty(const wchar_t* text) { return text ? text : L""; }
 
 }  // namespace
 
@@ -182,8 +182,7 @@ void RTFdoc::Char(char c) {
     const char escaped[] = {'\\', c};
     literal({escaped, sizeof escaped});
   } else if (byte >= 0x80) {
-    constexpr std::string_view kDigits = "0123456789ABCDEF";
-    const char escaped[] = {'\\', '\'', kDigits[byte >> 4], kDigits[byte & 0xF]};
+    const char escaped[] = {'\\', '\'', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
     literal({escaped, sizeof escaped});
   } else {
     literal({&c, 1});

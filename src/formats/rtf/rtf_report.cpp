@@ -1,8 +1,10 @@
 #include "formats/rtf/rtf_report.h"
 
 #include "report/report_closing.h"
+#include "text/address.h"
+#include "text/ascii.h"
 #include "text/loss_counter.h"
-#include "text/utf.h"
+#include "text/null_text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -34,22 +36,6 @@ int colorIndex(std::wstring_view name) {
 }
 
 constexpr int kLinkColor = 2;  // blue
-
-// RFC 3986, 3.1; a single letter is a drive.
-bool hasScheme(std::wstring_view address) {
-  const std::size_t colon = address.find(L':');
-  if (colon == std::wstring_view::npos || colon < 2) {
-    return false;
-  }
-  constexpr std::wstring_view kLetters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
-  constexpr std::wstring_view kOthers = L"0123456789+-.";
-  return kLetters.find(address[0]) != std::wstring_view::npos &&
-         std::all_of(address.begin(), address.begin() + static_cast<std::ptrdiff_t>(colon), [=](wchar_t c) {
-           return kLetters.find(c) != std::wstring_view::npos || kOthers.find(c) != std::wstring_view::npos;
-         });
-}
-
-bool isEmpty(const wchar_t* text) { return !text || !*text; }
 
 }  // namespace
 

@@ -1,5 +1,7 @@
 #include "formats/xlsx/colors.h"
 
+#include "text/ascii.h"
+
 #include <algorithm>
 #include <iterator>
 #include <string>
@@ -170,31 +172,20 @@ static_assert(std::is_sorted(std::begin(kColors), std::end(kColors), &isBefore))
 
 constexpr std::size_t kHexDigits = 6;
 
-std::optional<Rgb> digitOf(wchar_t c) {
-  constexpr std::wstring_view kDigits = L"0123456789abcdefABCDEF";
-  const std::size_t at = kDigits.find(c);
-  if (at == std::wstring_view::npos) {
-    return std::nullopt;
-  }
-  return static_cast<Rgb>(at < 16 ? at : at - 6);
-}
-
 std::optional<Rgb> hexColor(std::wstring_view digits) {
   if (digits.size() != kHexDigits) {
     return std::nullopt;
   }
   Rgb color = 0;
   for (const wchar_t c : digits) {
-    const auto digit = digitOf(c);
-    if (!digit) {
+    const int digit = hexValue(c);
+    if (digit < 0) {
       return std::nullopt;
     }
-    color = color << 4 | *digit;
+    color = color << 4 | static_cast<Rgb>(digit);
   }
   return color;
 }
-
-wchar_t smallLetter(wchar_t c) { return c >= L'A' && c <= L'Z' ? static_cast<wchar_t>(c - L'A' + L'a') : c; }
 
 }  // namespace
 
@@ -202,8 +193,7 @@ std::optional<Rgb> colorOf(std::wstring_view text) {
   if (text.starts_with(L'#')) {
     return hexColor(text.substr(1));
   }
-  std::wstring name(text);
-  std::transform(name.begin(), name.end(), name.begin(), &smallLetter);
+  const std::wstring name = asciiLowered(text);
   const auto found = std::lower_bound(std::begin(kColors), std::end(kColors), NamedColor{name, 0}, &isBefore);
   if (found == std::end(kColors) || found->name != name) {
     return std::nullopt;

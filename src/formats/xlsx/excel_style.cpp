@@ -1,8 +1,10 @@
 #include "formats/xlsx/excel_style.h"
 
+#include "text/ascii.h"
 #include "text/fmt.h"
 #include "text/plain_text.h"
 #include "text/utf.h"
+#include "text/xml_characters.h"
 
 #include <algorithm>
 #include <charconv>
@@ -66,8 +68,7 @@ std::optional<double> numberOf(std::wstring_view text, std::wstring_view unit, d
   if (!unit.empty() && endsWithIgnoringCase(text, unit)) {
     text = trimmed(text.substr(0, text.size() - unit.size()));
   }
-  std::string digits;
-  appendUtf8(digits, text);
+  const std::string digits = toUtf8(text);
   double number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   if (error != std::errc() || end != digits.data() + digits.size() || !(number >= least && number <= most)) {
@@ -79,10 +80,10 @@ std::optional<double> numberOf(std::wstring_view text, std::wstring_view unit, d
 // A spreadsheet takes no longer names.
 constexpr std::size_t kLongestFontName = 31;
 
-// XML forbids most of them (XML 1.0, 2.2), and an attribute keeps no line ends.
+// An attribute keeps no line ends.
 bool isNoLetter(wchar_t c) {
   const auto value = characterValue(c);
-  return value < 0x20 || value == 0xFFFE || value == 0xFFFF ||
+  return value < 0x20 || !(isSurrogate(value) || isXmlCharacter(value)) ||
          std::wstring_view(L"\"'<>").find(c) != std::wstring_view::npos;
 }
 

@@ -1,8 +1,10 @@
 #include "formats/xlsx/excel_text.h"
 
+#include "formats/xlsx/workbook.h"
+#include "text/ascii.h"
 #include "text/plain_text.h"
 #include "text/utf.h"
-#include "formats/xlsx/workbook.h"
+#include "text/xml_characters.h"
 
 #include <algorithm>
 #include <iterator>
@@ -49,10 +51,7 @@ std::size_t widthOf(char32_t c) {
   return isWide ? 2 : 1;
 }
 
-// Of those that are not ASCII (XML 1.0, 2.2).
-bool isXmlCharacter(char32_t c) { return !isSurrogate(c) && c != 0xFFFE && c != 0xFFFF && c <= 0x10FFFF; }
-
-bool isHexDigit(char c) { return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'F') || (c >= 'a' && c <= 'f'); }
+bool isHexDigit(char c) { return hexValue(c) >= 0; }
 
 // What libxlsxwriter escapes, so that an underscore comes first of it.
 bool becomesEscape(char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t'; }
@@ -108,7 +107,7 @@ void ExcelText::appendRest(std::wstring_view rest) {
   for (const wchar_t* at = rest.data(); at != end;) {
     const char32_t c = nextCharacter(at, end);
     char bytes[4];
-    const bool isAllowed = isXmlCharacter(c);
+    const bool isAllowed = c < kEndOfAscii || isXmlCharacter(c);
     if (!isAllowed) {
       loss_.note(c);
     }

@@ -12,6 +12,7 @@
 #include "system/files.h"
 #include "system/messages.h"
 #include "text/fmt.h"
+#include "text/null_text.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -30,8 +31,6 @@ namespace {
 
 constexpr std::size_t kMostWidth = 60;
 constexpr std::size_t kLeastWidth = 9;  // a narrower column gets no width: it is about as wide anyway
-
-const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }
 
 std::wstring nameOfColumn(std::uint32_t column) {
   std::wstring name;

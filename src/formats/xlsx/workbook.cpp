@@ -1,12 +1,12 @@
 #include "formats/xlsx/workbook.h"
 
 #include "formats/xlsx/c_locale.h"
+#include "formats/xlsx/host_state.h"
+#include "formats/xlsx/workbook_check.h"
 #include "system/clock.h"
 #include "system/files.h"
-#include "formats/xlsx/host_state.h"
 #include "system/messages.h"
 #include "text/utf.h"
-#include "formats/xlsx/workbook_check.h"
 
 #include <xlsxwriter.h>
 
@@ -39,12 +39,6 @@ class LibraryCall {
   const CLocale locale_;
   const HostState hostState_;
 };
-
-std::string utf8(std::wstring_view text) {
-  std::string bytes;
-  appendUtf8(bytes, text);
-  return bytes;
-}
 
 // 0 would mean the system's clock, and what is no date would be no date in the file.
 std::time_t creationTime(std::int64_t seconds) {
@@ -111,7 +105,7 @@ lxw_format* Workbook::addFormat(const CellStyle& style, bool bold) {
     format_set_bold(format);
   }
   if (style.fontFamily) {
-    format_set_font_name(format, utf8(*style.fontFamily).c_str());
+    format_set_font_name(format, toUtf8(*style.fontFamily).c_str());
   }
   if (style.fontSize) {
     format_set_font_size(format, *style.fontSize);
@@ -230,9 +224,7 @@ std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
   if (error == LXW_NO_ERROR) {
     return {};
   }
-  std::wstring reason;
-  appendWide(reason, lxw_strerror(error));
-  return system == 0 ? reason : systemErrorText(system);
+  return system == 0 ? toWide(lxw_strerror(error)) : systemErrorText(system);
 }
 
 void Workbook::closeRows() {

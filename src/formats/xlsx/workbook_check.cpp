@@ -29,12 +29,6 @@ bool isWholeXml(std::string_view text) {
          (element.find('>') == element.size() - 1 && text.ends_with("/>"));
 }
 
-std::wstring wide(std::string_view text) {
-  std::wstring result;
-  appendWide(result, text);
-  return result;
-}
-
 std::wstring defectOf(NativeFile file, const std::vector<std::uint64_t>& sheetSizes) {
   const auto members = membersOf(file);
   if (!members) {
@@ -51,7 +45,7 @@ std::wstring defectOf(NativeFile file, const std::vector<std::uint64_t>& sheetSi
   }
   for (const ArchiveMember& member : *members) {
     if (!std::string_view(member.name).starts_with(kSheets) && !isWholeXml(unpacked(file, member).value_or(""))) {
-      return FMT::Format(L"Its part '%s' is cut.", wide(member.name));
+      return FMT::Format(L"Its part '%s' is cut.", toWide(member.name));
     }
   }
   return {};

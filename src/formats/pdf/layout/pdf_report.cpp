@@ -3,6 +3,7 @@
 #include "formats/pdf/layout/pdf_doc_state.h"
 #include "output/reason.h"
 #include "report/report_closing.h"
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <algorithm>

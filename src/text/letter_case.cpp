@@ -1,4 +1,7 @@
-#include "text/letters.h"
+#include "text/letter_case.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace scrivalen::platform {
 namespace {
@@ -43,13 +46,27 @@ constexpr SmallLetters kSmallLetters[] = {
     {0x0561, 0x0586, 1, -48},
 };
 
+// The row of a small letter; null where there is none.
+const SmallLetters* rowOf(int letter) {
+  const auto found =
+      std::find_if(std::begin(kSmallLetters), std::end(kSmallLetters), [letter](const SmallLetters& row) {
+        return letter >= row.first && letter <= row.last && (letter - row.first) % row.step == 0;
+      });
+  return found == std::end(kSmallLetters) ? nullptr : found;
+}
+
 }  // namespace
 
-wchar_t toCapital(wchar_t c) {
-  const auto letter = static_cast<int>(c);
-  for (const SmallLetters& letters : kSmallLetters) {
-    if (letter >= letters.first && letter <= letters.last && (letter - letters.first) % letters.step == 0) {
-      return static_cast<wchar_t>(letter + letters.distance);
+char32_t toCapital(char32_t c) {
+  const SmallLetters* const row = rowOf(static_cast<int>(c));
+  return row ? static_cast<char32_t>(static_cast<int>(c) + row->distance) : c;
+}
+
+char32_t toSmall(char32_t c) {
+  for (const SmallLetters& row : kSmallLetters) {
+    const int letter = static_cast<int>(c) - row.distance;
+    if (rowOf(letter) == &row) {
+      return static_cast<char32_t>(letter);
     }
   }
   return c;

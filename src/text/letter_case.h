@@ -1,0 +1,14 @@
+#pragma once
+
+namespace scrivalen::platform {
+
+// Letters of the Latin, Greek, Cyrillic and Armenian alphabets, whatever the locale. Every other character is returned
+// as it is.
+
+/// The capital of a small letter.
+char32_t toCapital(char32_t c);
+
+/// The small letter of a capital.
+char32_t toSmall(char32_t c);
+
+}  // namespace scrivalen::platform

@@ -1,0 +1,69 @@
+#include "text/ascii.h"
+
+#include "text/address.h"
+#include "text/replaced_all.h"
+#include "text/xml_characters.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace scrivalen::platform;
+
+TEST(AsciiCase, ChangesTheLettersAToZOnly) {
+  EXPECT_EQ(asciiLower('A'), 'a');
+  EXPECT_EQ(asciiLower(L'Z'), L'z');
+  EXPECT_EQ(asciiUpper('z'), 'Z');
+  for (const wchar_t c : {L'@', L'[', L'`', L'{', L'1', L'\u00C4', L'\u00E4'}) {
+    EXPECT_EQ(asciiLower(c), c);
+    EXPECT_EQ(asciiUpper(c), c);
+  }
+  EXPECT_EQ(asciiLowered<char>("PDF \xC3\x84"), "pdf \xC3\x84");
+}
+
+TEST(AsciiLetter, IsNeitherDigitNorAnythingElse) {
+  for (const char c : {'a', 'z', 'A', 'Z'}) {
+    EXPECT_TRUE(isAsciiLetter(c)) << c;
+  }
+  for (const wchar_t c : {L'0', L'@', L'[', L'`', L'{', L'\u00E4'}) {
+    EXPECT_FALSE(isAsciiLetter(c));
+  }
+}
+
+TEST(HexValue, KnowsBothCases) {
+  for (int value = 0; value < 16; ++value) {
+    EXPECT_EQ(hexValue(kHexDigits[static_cast<std::size_t>(value)]), value);
+    EXPECT_EQ(hexValue(asciiLower(kHexDigits[static_cast<std::size_t>(value)])), value);
+  }
+}
+
+TEST(HexValue, IsNegativeForOtherCharacters) {
+  for (const wchar_t c : {L'/', L':', L'@', L'G', L'`', L'g', L'\0', L'\uFF11'}) {
+    EXPECT_EQ(hexValue(c), -1);
+  }
+}
+
+TEST(HasScheme, LooksAtWhatIsInFrontOfTheColon) {
+  for (const wchar_t* const address : {L"http://a", L"mailto:a", L"x-1+2.3:", L"HTTP:"}) {
+    EXPECT_TRUE(hasScheme(address)) << address;
+  }
+  for (const wchar_t* const address : {L"", L"a", L":", L"c:\\a", L"1a:b", L"a b:c", L"#a:b", L"a/b:c"}) {
+    EXPECT_FALSE(hasScheme(address)) << address;
+  }
+}
+
+TEST(ReplacedAll, GoesFromLeftToRight) {
+  EXPECT_EQ(replacedAll<char>("aaa", "aa", "b"), "ba");
+  EXPECT_EQ(replacedAll<wchar_t>(L"a%b%", L"%", L"%%"), L"a%%b%%");
+  EXPECT_EQ(replacedAll<char>("abc", "", "x"), "abc");
+}
+
+TEST(IsXmlCharacter, FollowsTheStandard) {
+  for (const char32_t c : {U'\t', U'\n', U'\r', U' ', U'\x7F', U'\xD7FF', U'\xE000', U'\xFFFD', U'\x10FFFF'}) {
+    EXPECT_TRUE(isXmlCharacter(c)) << static_cast<unsigned>(c);
+  }
+  for (const char32_t c : {char32_t{0}, char32_t{0x1F}, char32_t{0xD800}, char32_t{0xDFFF}, char32_t{0xFFFE},
+                           char32_t{0xFFFF}, char32_t{0x110000}}) {
+    EXPECT_FALSE(isXmlCharacter(c)) << static_cast<unsigned>(c);
+  }
+}
