@@ -1,0 +1,82 @@
+#!/usr/bin/env bash
+# Reads every #include of the sources and fails on one that goes upward, or from one format to another. A file's folder
+# decides where it belongs; of the public headers, which share a folder, the one that declares a report belongs to what
+# implements it.
+#
+#   check_floors.sh SOURCES
+set -euo pipefail
+
+cd "$1"
+
+# FILE:LINE:#include "PATH", with the folder of the public headers in front of theirs.
+includes() {
+  grep -rnE --include='*.h' --include='*.h.in' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]' \
+    src include apps
+}
+
+includes | awk '
+  # Sets floor and format of a path as it is included. Floor 0: a file of the command, or of another library.
+  function place(path) {
+    floor = 0
+    format = ""
+    if (path ~ /^text\//) floor = 1
+    else if (path ~ /^system\//) floor = 2
+    else if (path ~ /^output\//) floor = 3
+    else if (path ~ /^report\//) floor = 4
+    else if (path ~ /^formats\/[^\/]*\//) {
+      floor = 5
+      format = path
+      sub(/^formats\//, "", format)
+      sub(/\/[^\/]*$/, "", format)
+    }
+    else if (path ~ /^formats\//) floor = 6
+    else if (path ~ /^scrivalen\/(export|host|output_file|text|version)\.h/) floor = 3
+    else if (path ~ /^scrivalen\/report\.h/) floor = 4
+    else if (path ~ /^scrivalen\/html_report\.h/) { floor = 5; format = "markup" }
+    else if (path ~ /^scrivalen\/rtf_doc\.h/) { floor = 5; format = "rtf" }
+    else if (path ~ /^scrivalen\/pdf_doc\.h/) { floor = 5; format = "pdf/layout" }
+    else if (path ~ /^scrivalen\//) floor = 6
+  }
+
+  # Help holds an HTML report, and the layout of a PDF file its objects.
+  function mayKnow(from, to) {
+    return from == to || (from == "help" && to == "markup") || (from == "pdf/layout" && to == "pdf/objects")
+  }
+
+  # The command knows the interface, and below it what knows nothing of reports.
+  function commandMayKnow(path) {
+    return path ~ /^scrivalen\// || floor <= 3
+  }
+
+  function wrong(why) {
+    printf "check_floors: %s:%s: %s\n", file, line, why
+    status = 1
+  }
+
+  {
+    split($0, fields, ":")
+    file = fields[1]
+    line = fields[2]
+    path = $0
+    sub(/^[^"<]*["<]/, "", path)
+    sub(/[">].*$/, "", path)
+    checked++
+    if (file ~ /^apps\//) {
+      place(path)
+      if (!commandMayKnow(path)) wrong("the command includes " path)
+      next
+    }
+    place(substr(file, index(file, "/") + 1))
+    ownFloor = floor
+    ownFormat = format
+    if (ownFloor == 0) wrong("the folder of this file is on no floor")
+    place(path)
+    if (floor == 0 && $0 ~ /include[[:space:]]*"/) wrong(path " is on no floor")
+    else if (floor > ownFloor) wrong(path " is above this file")
+    else if (floor == 5 && ownFloor == 5 && !mayKnow(ownFormat, format)) wrong(path " belongs to another format")
+  }
+
+  END {
+    if (checked < 3) wrong("there are no includes to check")
+    exit status
+  }'

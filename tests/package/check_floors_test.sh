@@ -1,0 +1,76 @@
+#!/usr/bin/env bash
+# Lets check_floors.sh find one wrong include at a time in a small tree of sources that is otherwise right.
+#
+#   check_floors_test.sh
+set -euo pipefail
+
+check="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/check_floors.sh"
+work="$(mktemp -d)"
+trap 'rm -rf "$work"' EXIT
+failures=0
+
+# put FILE INCLUDE: lets FILE include what is named with its quotes.
+put() {
+  mkdir -p "$work/$(dirname "$1")"
+  printf '#include %s\n' "$2" >>"$work/$1"
+}
+
+write_tree() {
+  rm -rf "${work:?}"/*
+  put src/text/utf.h '<string>'
+  put src/system/files.cpp '"text/utf.h"'
+  put src/output/host.cpp '"scrivalen/host.h"'
+  put src/report/report.cpp '"scrivalen/report.h"'
+  put src/formats/help/help.cpp '"formats/markup/html.h"'
+  put src/formats/pdf/layout/pages.cpp '"formats/pdf/objects/page.h"'
+  put src/formats/pdf/layout/document.cpp '"scrivalen/pdf_doc.h"'
+  put src/formats/multi_report.cpp '"formats/rtf/rtf_report.h"'
+  put include/scrivalen/report.h '<scrivalen/export.h>'
+  put include/scrivalen/multi_report.h '<scrivalen/report.h>'
+  put apps/scrivalen/command.cpp '"writers/writers.h"'
+  put apps/scrivalen/command.cpp '<scrivalen/multi_report.h>'
+  put apps/scrivalen/command.cpp '"output/target_file.h"'
+}
+
+write_tree
+"$check" "$work" >"$work/found" || {
+  printf 'check_floors_test: the tree is right, but %s\n' "$(cat "$work/found")" >&2
+  failures=1
+}
+
+# expect_found FILE INCLUDE REASON
+expect_found() {
+  write_tree
+  put "$1" "$2"
+  if "$check" "$work" >"$work/found" || ! grep -qF "$1:" "$work/found" || ! grep -qF "$3" "$work/found"; then
+    printf 'check_floors_test: %s may not include %s, but: %s\n' "$1" "$2" "$(cat "$work/found")" >&2
+    failures=1
+  fi
+}
+
+expect_found src/text/utf.h '"system/files.h"' "above"
+expect_found src/text/utf.h '<scrivalen/text.h>' "above"
+expect_found src/system/files.cpp '"output/clog.h"' "above"
+expect_found src/output/host.cpp '"report/report_closing.h"' "above"
+expect_found src/output/host.cpp '  "scrivalen/report.h"' "above"
+expect_found src/report/report.cpp '"formats/markup/html.h"' "above"
+expect_found src/report/report.cpp '"scrivalen/html_report.h"' "above"
+expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another format"
+expect_found src/formats/rtf/rtf_doc.cpp '"scrivalen/pdf_doc.h"' "another format"
+expect_found src/formats/markup/html.cpp '"formats/help/help_project.h"' "another format"
+expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/layout/pages.h"' "another format"
+expect_found src/formats/text/text_report.cpp '"scrivalen/multi_report.h"' "above"
+expect_found src/text/utf.h '"platform/utf.h"' "no floor"
+expect_found src/platform/utf.h '"text/utf.h"' "no floor"
+expect_found src/strays.cpp '<string>' "no floor"
+expect_found include/scrivalen/report.h '<scrivalen/scrivalen.h>' "above"
+expect_found apps/scrivalen/command.cpp '"report/report_error.h"' "the command"
+expect_found apps/scrivalen/writers/writers.cpp '"formats/rtf/rtf_report.h"' "the command"
+
+rm -rf "${work:?}"/*
+mkdir "$work/src" "$work/include" "$work/apps"
+if "$check" "$work" >/dev/null; then
+  printf 'check_floors_test: a tree without sources is said to be right\n' >&2
+  failures=1
+fi
+exit "$failures"
