@@ -34,7 +34,7 @@ includes | awk '
     else if (path ~ /^scrivalen\/report\.h/) floor = 4
     else if (path ~ /^scrivalen\/html_report\.h/) { floor = 5; format = "markup" }
     else if (path ~ /^scrivalen\/rtf_doc\.h/) { floor = 5; format = "rtf" }
-    else if (path ~ /^scrivalen\/pdf_doc\.h/) { floor = 5; format = "pdf/layout" }
+    else if (path ~ /^scrivalen\/pdf_doc\.h/) { floor = 5; format = "pdf/objects" }  # it names the faces, too
     else if (path ~ /^scrivalen\//) floor = 6
   }
 
