@@ -16,5 +16,9 @@ int main(int argc, char** argv) {
   host.variable = &platform::environmentVariable;
   host.wasInterrupted = &platform::wasInterrupted;
   host.errorIsTerminal = platform::isStandardErrorTerminal();
-  return scrivalen::command::runCommand(arguments, host);
+  const int status = scrivalen::command::runCommand(arguments, host);
+  if (status != 0) {
+    platform::endIfInterrupted();
+  }
+  return status;
 }

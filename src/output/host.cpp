@@ -6,6 +6,7 @@
 #include "system/files.h"
 #include "system/messages.h"
 #include "system/module_path.h"
+#include "system/stop.h"
 #include "text/fmt.h"
 #include "text/utf.h"
 
@@ -60,6 +61,8 @@ void SetLogHandler(LogHandler handler) { logHandler = handler ? handler : &logTo
 void SetErrorBoxHandler(ErrorBoxHandler handler) { errorBoxHandler = handler ? handler : &showBoxOrLog; }
 
 void SetClockHandler(ClockHandler handler) { clockHandler = handler ? handler : &systemTime; }
+
+void SetStopHandler(StopHandler handler) { platform::setStopQuery(handler); }
 
 void SetDataFolder(const wchar_t* folder) {
   platform::contained([&] {

@@ -1,6 +1,6 @@
 #include "system/console.h"
 
-#include "system/interrupt.h"
+#include "system/stop.h"
 
 #include <cerrno>
 #include <cstdio>
@@ -23,7 +23,7 @@ std::optional<std::size_t> readStandardInput(void* data, std::size_t size) {
     if (count >= 0) {
       return static_cast<std::size_t>(count);
     }
-    if (errno != EINTR || wasInterrupted()) {
+    if (errno != EINTR || isStopRequested()) {
       return std::nullopt;
     }
   }

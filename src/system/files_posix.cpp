@@ -3,6 +3,7 @@
 #include "system/descriptor_posix.h"
 #include "system/messages.h"
 #include "system/native_path_posix.h"
+#include "system/stop.h"
 #include "text/ascii.h"
 #include "text/utf.h"
 
@@ -22,6 +23,9 @@
 namespace scrivalen::platform {
 namespace {
 
+// Whether a call of the system was broken off by a signal that is no reason to give up.
+bool isToBeRepeated() { return errno == EINTR && !isStopRequested(); }
+
 int openDescriptor(const std::wstring& path, int flags) {
   constexpr mode_t kRights = 0666;
   const NativePath native(path);
@@ -32,7 +36,7 @@ int openDescriptor(const std::wstring& path, int flags) {
   int fd = -1;
   do {
     fd = ::open(native.c_str(), flags | O_CLOEXEC, kRights);
-  } while (fd < 0 && errno == EINTR);
+  } while (fd < 0 && isToBeRepeated());
   return aboveStandardStreams(fd);
 }
 
@@ -204,7 +208,7 @@ bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
   while (size > 0) {
     const ssize_t written = ::write(descriptor(file), at, size);
     if (written < 0) {
-      if (errno == EINTR) {
+      if (isToBeRepeated()) {
         continue;
       }
       return false;
@@ -226,7 +230,7 @@ std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t siz
     if (count >= 0) {
       return static_cast<std::size_t>(count);
     }
-    if (errno != EINTR) {
+    if (!isToBeRepeated()) {
       return std::nullopt;
     }
   }

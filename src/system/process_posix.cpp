@@ -1,13 +1,17 @@
 #include "system/process.h"
 
 #include "system/files.h"
+#include "system/stop.h"
 #include "text/utf.h"
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
+#include <csignal>
 #include <sstream>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -18,6 +22,9 @@ namespace scrivalen::platform {
 namespace {
 
 constexpr std::size_t kMostMessages = 4096;
+constexpr int kMostMillisecondsBetweenLooks = 50;
+constexpr std::chrono::milliseconds kPauseBetweenRequests{500};
+constexpr int kMostRequests = 4;
 
 std::wstring quoted(const std::vector<std::wstring>& arguments) {
   std::wstring line;
@@ -29,13 +36,43 @@ std::wstring quoted(const std::vector<std::wstring>& arguments) {
   return line;
 }
 
-void waitFor(pid_t process, ProcessResult& result) {
-  result.exitStatus = -1;
-  int status = 0;
-  while (::waitpid(process, &status, 0) < 0) {
-    if (errno != EINTR) {
+// Ends a program, and what it has started, once work is to stop: politely at first, so that it can tidy up. A shell
+// that is just starting another program may lose a request, so there are several.
+class Stopper {
+ public:
+  /// @param hasGroup  whether the process is the first of a group of its own
+  Stopper(pid_t process, bool hasGroup) : target_(hasGroup ? -process : process) {}
+
+  void look() {
+    if (!isStopRequested()) {
       return;
     }
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= nextRequest_) {
+      nextRequest_ = now + kPauseBetweenRequests;
+      ::kill(target_, ++requests_ > kMostRequests ? SIGKILL : SIGTERM);
+    }
+  }
+
+ private:
+  pid_t target_;
+  int requests_ = 0;
+  std::chrono::steady_clock::time_point nextRequest_;
+};
+
+// Most programs are gone as soon as their standard error is closed.
+void waitFor(pid_t process, Stopper& stopper, ProcessResult& result) {
+  result.exitStatus = -1;
+  int status = 0;
+  int pause = 1;
+  pid_t ended = 0;
+  while ((ended = ::waitpid(process, &status, WNOHANG)) != process) {
+    if (ended < 0 && errno != EINTR) {
+      return;
+    }
+    ::poll(nullptr, 0, pause);
+    pause = std::min(2 * pause, kMostMillisecondsBetweenLooks);
+    stopper.look();
   }
   if (WIFEXITED(status)) {
     result.exitStatus = WEXITSTATUS(status);
@@ -60,9 +97,10 @@ class Pipe {
   void closeWritingEnd() { closeEnd(ends_[1]); }
 
   // Reads until all who write are gone, and keeps as much of the beginning as there is room for.
-  void readAll(std::string& kept) const {
+  void readAll(std::string& kept, Stopper& stopper) const {
     char chunk[4096];
     for (;;) {
+      waitForBytes(stopper);
       const ssize_t count = ::read(ends_[0], chunk, sizeof chunk);
       if (count > 0) {
         kept.append(chunk, std::min(static_cast<std::size_t>(count), kept.capacity() - kept.size()));
@@ -73,6 +111,15 @@ class Pipe {
   }
 
  private:
+  void waitForBytes(Stopper& stopper) const {
+    pollfd end{ends_[0], POLLIN, 0};
+    int ready = 0;
+    do {
+      stopper.look();
+      ready = ::poll(&end, 1, kMostMillisecondsBetweenLooks);
+    } while (ready == 0 || (ready < 0 && errno == EINTR));
+  }
+
   static void closeEnd(int& end) {
     if (end >= 0) {
       ::close(end);
@@ -103,6 +150,30 @@ class StandardFiles {
 
  private:
   posix_spawn_file_actions_t actions_{};
+};
+
+// How a program begins: with the signals that this process may ignore for its own sake, and in a group of its own where
+// it may have to be ended.
+class StartAttributes {
+ public:
+  explicit StartAttributes(bool hasGroup) {
+    ::posix_spawnattr_init(&attributes_);
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    ::sigaddset(&signals, SIGPIPE);
+    ::sigaddset(&signals, SIGXFSZ);
+    ::posix_spawnattr_setsigdefault(&attributes_, &signals);
+    const int group = hasGroup ? POSIX_SPAWN_SETPGROUP : 0;
+    ::posix_spawnattr_setflags(&attributes_, static_cast<short>(POSIX_SPAWN_SETSIGDEF | group));
+  }
+  StartAttributes(const StartAttributes&) = delete;
+  StartAttributes& operator=(const StartAttributes&) = delete;
+  ~StartAttributes() { ::posix_spawnattr_destroy(&attributes_); }
+
+  const posix_spawnattr_t* get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_{};
 };
 
 std::vector<std::wstring> linesOf(std::string_view utf8) {
@@ -169,10 +240,12 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   messages.reserve(kMostMessages);
   Pipe said;
   const StandardFiles files(said.writingEnd());
+  const bool hasGroup = canStop();
+  const StartAttributes attributes(hasGroup);
   pid_t process = 0;
   int error = said.error();
   if (error == 0) {
-    error = ::posix_spawnp(&process, *argv.get(), files.get(), nullptr, argv.get(), environment.get());
+    error = ::posix_spawnp(&process, *argv.get(), files.get(), attributes.get(), argv.get(), environment.get());
   }
   if (error != 0) {
     result.error = static_cast<std::uint32_t>(error);
@@ -180,8 +253,9 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   }
   result.started = true;
   said.closeWritingEnd();
-  said.readAll(messages);
-  waitFor(process, result);
+  Stopper stopper(process, hasGroup);
+  said.readAll(messages, stopper);
+  waitFor(process, stopper, result);
   result.messages = linesOf(std::string_view(messages).substr(0, kMostMessages));
   return result;
 }

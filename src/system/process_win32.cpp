@@ -1,9 +1,12 @@
 #include "system/process.h"
 
+#include "system/stop.h"
 #include "system/windows_api.h"
 
 namespace scrivalen::platform {
 namespace {
+
+constexpr DWORD kMillisecondsBetweenLooks = 50;
 
 // Quotes an argument the way programs take their command line apart: backslashes before a double quote are doubled.
 void appendQuoted(std::wstring& line, const std::wstring& argument) {
@@ -21,7 +24,11 @@ void appendQuoted(std::wstring& line, const std::wstring& argument) {
 }
 
 int waitFor(const PROCESS_INFORMATION& process) {
-  WaitForSingleObject(process.hProcess, INFINITE);
+  while (WaitForSingleObject(process.hProcess, kMillisecondsBetweenLooks) == WAIT_TIMEOUT) {
+    if (isStopRequested()) {
+      TerminateProcess(process.hProcess, static_cast<UINT>(-1));
+    }
+  }
   DWORD status = 0;
   GetExitCodeProcess(process.hProcess, &status);
   CloseHandle(process.hThread);

@@ -1,16 +1,22 @@
 #include "system/files.h"
 
 #include "support/files.h"
+#include "system/interrupt.h"
 #include "system/messages.h"
+#include "system/stop.h"
 #include "text/utf.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdint>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace scrivalen::platform;
@@ -117,4 +123,42 @@ TEST(Files, MayHaveTheLongestPath) {
   EXPECT_TRUE(pathExists(path));
   EXPECT_TRUE(deleteFile(path));
   EXPECT_FALSE(exists(folder / L"a"));
+}
+
+namespace {
+
+// Ends the process with 0 when an action that waits for ever fails after an interrupt because of that.
+template <typename Action>
+[[noreturn]] void interrupt(Action fails) {
+  rememberInterrupts();
+  setStopQuery(&wasInterrupted);
+  std::raise(SIGINT);
+  const bool isBrokenOff = fails() && lastSystemError() == EINTR;
+  std::_Exit(isBrokenOff ? 0 : 1);
+}
+
+}  // namespace
+
+TEST(Files, ThatNobodyReadsAreOpenedNoLongerAfterAnInterrupt) {
+  const TemporaryFolder folder;
+  const std::wstring pipe = folder / L"pipe";
+  ASSERT_EQ(::mkfifo(std::filesystem::path(pipe).c_str(), 0600), 0);
+  EXPECT_EXIT(interrupt([&] { return !openExclusive(pipe); }), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(interrupt([&] { return !openForReading(pipe); }), testing::ExitedWithCode(0), "");
+}
+
+TEST(Files, ThatNobodyReadsOnAreWrittenNoLongerAfterAnInterrupt) {
+  std::array<int, 2> ends{};
+  ASSERT_EQ(::pipe(ends.data()), 0);
+  const auto file = [&](int end) { return reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(ends.at(end))); };
+  const std::string bytes(1 << 20, 'x');
+  EXPECT_EXIT(interrupt([&] {
+                char byte = 0;
+                return !readSome(file(0), &byte, 1);
+              }),
+              testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(interrupt([&] { return !writeAll(file(1), bytes.data(), bytes.size()); }), testing::ExitedWithCode(0),
+              "");
+  ::close(ends[0]);
+  ::close(ends[1]);
 }

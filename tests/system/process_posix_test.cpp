@@ -1,9 +1,13 @@
 #include "system/process.h"
 
 #include "support/files.h"
+#include "system/files.h"
+#include "system/stop.h"
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstdlib>
 
 #include <fcntl.h>
@@ -11,6 +15,37 @@
 
 using namespace scrivalen::platform;
 using namespace scrivalen::test;
+
+namespace {
+
+// Wants everything to stop as soon as a program has written the file that its $1 names.
+class StopOnceStarted {
+ public:
+  StopOnceStarted() {
+    path() = folder_ / L"started";
+    setStopQuery([] { return pathExists(path()); });
+  }
+  StopOnceStarted(const StopOnceStarted&) = delete;
+  StopOnceStarted& operator=(const StopOnceStarted&) = delete;
+  ~StopOnceStarted() { setStopQuery(nullptr); }
+
+  static ProcessResult run(const wchar_t* script) {
+    const auto start = std::chrono::steady_clock::now();
+    ProcessResult result = runProgram({L"sh", L"-c", script, L"sh", path()});
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << "it came to its end";
+    return result;
+  }
+
+ private:
+  static std::wstring& path() {
+    static std::wstring path;
+    return path;
+  }
+
+  const TemporaryFolder folder_;
+};
+
+}  // namespace
 
 TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
   const TemporaryFolder folder;
@@ -63,4 +98,35 @@ TEST(RunProgram, HandsOverVariablesBesideThoseOfThisProcess) {
   EXPECT_STREQ(std::getenv("SCRIVALEN_CHANGED"), "before");
   ::unsetenv("SCRIVALEN_KEPT");
   ::unsetenv("SCRIVALEN_CHANGED");
+}
+
+TEST(RunProgram, EndsAProgramThatIsToStopWithAllThatItStarted) {
+  const StopOnceStarted stop;
+  EXPECT_EQ(stop.run(L"sleep 60 & : > \"$1\"; wait").exitStatus, -1);
+}
+
+TEST(RunProgram, EndsAProgramThatIsToStopAfterItClosedItsStandardError) {
+  const StopOnceStarted stop;
+  EXPECT_EQ(stop.run(L"exec 2>&-; : > \"$1\"; exec sleep 60").exitStatus, -1);
+}
+
+TEST(RunProgram, LetsAProgramThatIsToStopTidyUp) {
+  const StopOnceStarted stop;
+  const ProcessResult result = stop.run(L"trap 'echo tidy >&2; exit 4' TERM; : > \"$1\"; sleep 60");
+  EXPECT_EQ(result.exitStatus, 4);
+  EXPECT_EQ(result.messages.back(), L"tidy");
+}
+
+TEST(RunProgram, EndsAProgramThatRefusesToStop) {
+  const StopOnceStarted stop;
+  EXPECT_EQ(stop.run(L"trap '' TERM; : > \"$1\"; sleep 60").exitStatus, -1);
+}
+
+TEST(RunProgram, LetsSignalsEndAProgramThatThisProcessIgnores) {
+  const auto pipe = std::signal(SIGPIPE, SIG_IGN);
+  const auto size = std::signal(SIGXFSZ, SIG_IGN);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -PIPE $$"}).exitStatus, -1);
+  EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -XFSZ $$"}).exitStatus, -1);
+  std::signal(SIGPIPE, pipe);
+  std::signal(SIGXFSZ, size);
 }

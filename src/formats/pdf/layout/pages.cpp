@@ -1,6 +1,9 @@
 #include "formats/pdf/layout/pages.h"
 
 #include "formats/pdf/objects/numbers.h"
+#include "system/stop.h"
+
+#include <stdexcept>
 
 namespace scrivalen::pdf {
 
@@ -38,6 +41,9 @@ void Pages::addPage() {
 }
 
 void Pages::startPage() {
+  if (platform::isStopRequested()) {
+    throw std::runtime_error("The host has stopped the report");
+  }
   if (started_ == pages_.size()) {
     addPage();
   }

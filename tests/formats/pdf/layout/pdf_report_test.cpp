@@ -1,6 +1,7 @@
 #include "formats/pdf/layout/pdf_report.h"
 
 #include "formats/pdf/layout/made_pdf.h"
+#include "scrivalen/host.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
@@ -178,6 +179,27 @@ TEST(PdfReport, ThatIsOpenRefusesAnotherFileAndKeepsItsDocument) {
 
 TEST(PdfReport, ClosesWithoutHavingBeenOpened) {
   PDFReport report;
+  EXPECT_EQ(report.Close(), REPORT_OK);
+}
+
+TEST(PdfReport, FailsSoonWhenTheHostStopsIt) {
+  static int questions;
+  questions = 0;
+  const TemporaryFolder folder;
+  const CapturedLog log;
+  PDFReport report;
+  EXPECT_EQ(report.Open((folder / L"a.pdf").c_str()), REPORT_OK);
+  for (int i = 0; i < 10000; ++i) {
+    report.Text(L"a paragraph", PARAGRAPH_NORMAL, nullptr, 0);
+  }
+  scrivalen::SetStopHandler([] { return ++questions > 2; });
+  EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
+  scrivalen::SetStopHandler(nullptr);
+  EXPECT_GT(questions, 2);
+  EXPECT_LT(questions, 10);
+  EXPECT_TRUE(std::wstring_view(report.GetError()).ends_with(L"'. The host has stopped the report"))
+      << report.GetError();
+  EXPECT_EQ(report.Open((folder / L"a.pdf").c_str()), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
