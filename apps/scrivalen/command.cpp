@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "fixed_clock.h"
 #include "library_log.h"
+#include "library_stop.h"
 #include "messages.h"
 #include "options.h"
 #include "readers/csv_reader.h"
@@ -72,6 +73,7 @@ class Conversion {
  private:
   Distributor::Plan plan();
   void showProgress(std::size_t blocks);
+  void stopWhenInterrupted() const;
   void readInput();
   void deliver();
   void tellReplaced(std::size_t count);
@@ -110,9 +112,7 @@ Distributor::Plan Conversion::plan() {
 }
 
 void Conversion::showProgress(std::size_t blocks) {
-  if (host_.wasInterrupted()) {
-    throw Interrupted();
-  }
+  stopWhenInterrupted();
   messages_.progress(std::to_string(blocks) + (options_.inputFormat == InputFormat::Markdown ? " blocks" : " rows"));
 }
 
@@ -124,11 +124,20 @@ void Conversion::readInput() {
   tellReplaced(input.replaced());
 }
 
-// What is not delivered is removed.
-void Conversion::deliver() {
+void Conversion::stopWhenInterrupted() const {
   if (host_.wasInterrupted()) {
     throw Interrupted();
   }
+}
+
+// What is not delivered is removed. To finish a report may take long and is broken off by an interrupt; so no file is
+// replaced before all are finished.
+void Conversion::deliver() {
+  for (const auto& output : outputs_) {
+    stopWhenInterrupted();
+    output->finish();
+  }
+  stopWhenInterrupted();
   for (const auto& output : outputs_) {
     output->deliver();
     if (output->failed()) {
@@ -175,6 +184,7 @@ int runOrThrow(const std::vector<std::string>& arguments, const Host& host, Mess
     messages.beQuiet();
   }
   const FixedClock clock(host);
+  const LibraryStop stop(host);
   return Conversion(commandLine.options, host, messages).run();
 }
 

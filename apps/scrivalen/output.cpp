@@ -47,14 +47,14 @@ bool Output::prepareFile() {
   return true;
 }
 
+void Output::finish() {
+  if (!failed() && !writer_->close()) {
+    fail(inPersonsWords(writer_->error()));
+  }
+}
+
 void Output::deliver() {
-  if (failed()) {
-    return;
-  }
-  if (!writer_->close()) {
-    return fail(inPersonsWords(writer_->error()));
-  }
-  if (target_ && !target_->replaceBy(file_)) {
+  if (!failed() && target_ && !target_->replaceBy(file_)) {
     fail("cannot write '" + name_ + "': " + lastErrorText());
   }
 }

@@ -24,7 +24,9 @@ class Output {
       writer_->write(event);
     }
   }
-  /// Finishes the document and moves it over its target.
+  /// Finishes the document.
+  void finish();
+  /// Moves the finished document over its target.
   void deliver();
 
   bool failed() const { return !error_.empty(); }

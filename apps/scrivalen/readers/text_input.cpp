@@ -24,7 +24,7 @@ TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(st
   }
   file_ = platform::openForReading(platform::widePath(name_));
   if (!file_) {
-    throw InputError("cannot read '" + name_ + "': " + lastErrorText());
+    fail();
   }
 }
 
@@ -55,6 +55,14 @@ std::string TextInput::rest() {
   return all;
 }
 
+void TextInput::fail() const {
+  const std::string reason = lastErrorText();
+  if (host_.wasInterrupted()) {
+    throw Interrupted();
+  }
+  throw InputError("cannot read '" + name_ + "': " + reason);
+}
+
 // Moves what is left to the front and reads on behind it, until there are enough bytes to tell a byte-order mark.
 bool TextInput::fill() {
   std::memmove(bytes_.data(), bytes_.data() + begin_, end_ - begin_);
@@ -64,11 +72,8 @@ bool TextInput::fill() {
     char* const room = bytes_.data() + end_;
     const std::size_t size = bytes_.size() - end_;
     const auto count = file_ ? platform::readSome(file_, room, size) : host_.readInput(room, size);
-    if (!count && host_.wasInterrupted()) {
-      throw Interrupted();
-    }
     if (!count) {
-      throw InputError("cannot read '" + name_ + "': " + lastErrorText());
+      fail();
     }
     end_ += *count;
     ended_ = *count == 0;

@@ -33,6 +33,7 @@ class TextInput {
   enum class Encoding { Unknown, Utf8, Utf16Little, Utf16Big };
 
   bool fill();
+  [[noreturn]] void fail() const;
   void recognizeEncoding();
   std::string_view takeUtf8();
   std::string_view takeUtf16();

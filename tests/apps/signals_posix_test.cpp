@@ -1,0 +1,170 @@
+#include "running_command_posix.h"
+#include "texts.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <csignal>
+#include <filesystem>
+#include <thread>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace scrivalen::command::test {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+std::string table(int rows) {
+  std::string text = "a,b\n";
+  for (int row = 0; row < rows; ++row) {
+    text += std::to_string(row) + ",some text\n";
+  }
+  return text;
+}
+
+// Sends it again and again, as somebody does who cannot wait.
+void sendUntilItEnds(RunningCommand& command, int signal) {
+  RunningCommand::waitUntil([&] {
+    command.send(signal);
+    return command.hasEnded();
+  });
+}
+
+class Signals : public testing::Test {
+ protected:
+  void makePipe(std::string_view name) { ASSERT_EQ(::mkfifo(folder_.path(name).c_str(), 0600), 0); }
+
+  CommandRun folder_;
+};
+
+class SignalsThatEnd : public Signals, public testing::WithParamInterface<int> {};
+
+TEST_P(SignalsThatEnd, EndTheCommandWhichLeavesNothing) {
+  folder_.with("a.html", "old");
+  RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "@/a.html", "-o", "@/b.txt", "-o",
+                                                 "@/c.xlsx", "-o", "@/d.pdf", "-o", "@/e.chm"}});
+  command.write(table(10));
+  command.waitForAFile();
+  command.send(GetParam());
+  EXPECT_EQ(command.end(), -GetParam());
+  EXPECT_EQ(command.error(), "scrivalen: interrupted\n");
+  EXPECT_EQ(folder_.names(), Names{"a.html"});
+  EXPECT_EQ(folder_.bytes("a.html"), "old");
+}
+
+TEST_P(SignalsThatEnd, EndTheCommandWithAnotherOfThemOnTheWay) {
+  RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "@/a.html", "-o", "@/c.xlsx"}});
+  command.write(table(10));
+  command.waitForAFile();
+  sendUntilItEnds(command, GetParam());
+  EXPECT_EQ(command.end(), -GetParam());
+  EXPECT_EQ(folder_.names(), Names());
+}
+
+TEST_P(SignalsThatEnd, StayIgnoredWhereTheyWere) {
+  RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "@/a.txt"}, .ignored = {GetParam()}});
+  command.write("a,b\n");
+  command.waitForAFile();
+  command.send(GetParam());
+  command.write("1,2\n");
+  command.closeInput();
+  EXPECT_EQ(command.end(), 0);
+  EXPECT_EQ(folder_.text("a.txt"), "a\tb\n1\t2\n");
+}
+
+TEST_P(SignalsThatEnd, EndTheWaitForAReader) {
+  makePipe("pipe");
+  folder_.with("in.md", "x");
+  RunningCommand command(folder_, {.arguments = {"@/in.md", "-o", "@/a.txt", "-o", "text:@/pipe"}});
+  command.waitForAFile();
+  command.send(GetParam());
+  EXPECT_EQ(command.end(), -GetParam());
+  EXPECT_EQ(command.error(), "scrivalen: interrupted\n");
+  EXPECT_EQ(folder_.names(), (Names{"in.md", "pipe"}));
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, SignalsThatEnd, testing::Values(SIGINT, SIGTERM, SIGHUP),
+                         [](const auto& test) { return "Signal" + std::to_string(test.param); });
+
+TEST_F(Signals, EndTheWaitForAWriter) {
+  makePipe("pipe.csv");
+  RunningCommand command(folder_, {.arguments = {"@/pipe.csv", "-o", "@/a.txt"}});
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));  // by then it waits, most often
+  command.send(SIGTERM);
+  EXPECT_EQ(command.end(), -SIGTERM);
+  EXPECT_EQ(folder_.names(), Names{"pipe.csv"});
+}
+
+TEST_F(Signals, OfALostReaderCostOneOutput) {
+  makePipe("pipe");
+  const int reader = ::open(folder_.path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+  RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "html:@/pipe", "-o", "@/b.txt"}});
+  command.write("a,b\n");
+  command.waitForAFile();
+  ::close(reader);
+  command.write("1,2\n");
+  command.closeInput();
+  EXPECT_EQ(command.end(), 1);
+  EXPECT_EQ(command.error(), "scrivalen: File write error for '@/pipe'. Broken pipe\n");
+  EXPECT_EQ(folder_.text("b.txt"), "a\tb\n1\t2\n");
+}
+
+TEST_F(Signals, OfAFileThatGrowsTooLargeCostOneOutput) {
+  const std::string rows = table(1000);
+  folder_.with("in.csv", rows);
+  RunningCommand command(
+      folder_, {.arguments = {"@/in.csv", "--single-byte", "--separator", ",", "-o", "@/a.html", "-o", "@/b.txt"},
+                .largestFile = static_cast<long>(rows.size()) + 2000});
+  EXPECT_EQ(command.end(), 1);
+  EXPECT_EQ(command.error(), "scrivalen: File write error for '@/a.html'. File too large\n");
+  EXPECT_EQ(replaceAll(folder_.bytes("b.txt"), "\r", ""), rows);
+  EXPECT_EQ(folder_.names(), (Names{"b.txt", "in.csv"}));
+}
+
+// The library with a help compiler beside it that takes its time, and tidies up when it is asked to end.
+class SlowHelp {
+ public:
+  SlowHelp() {
+    const fs::path from = fs::path(SCRIVALEN_COMMAND).parent_path();
+    fs::copy(from / kLibrary, folder_.path(kLibrary));
+    fs::copy(from / "tmpl", folder_.path("tmpl"));
+    fs::create_directories(folder_.path("hhc"));
+    fs::create_directories(folder_.path("temporary"));
+    folder_.with("hhc/hhc.exe", "#!/bin/sh\ncd '" + folder_.path("") +
+                                    "' && trap 'sleep 0.1; rm started; exit 1' TERM && : >started\n"
+                                    "sleep 60 & wait\n");
+    fs::permissions(folder_.path("hhc/hhc.exe"), fs::perms::owner_all);
+  }
+
+  std::vector<std::string> variables() const {
+    return {"LD_LIBRARY_PATH=" + folder_.path(""), "TMPDIR=" + folder_.path("temporary")};
+  }
+  bool isStarted() const { return folder_.has("started"); }
+  bool isTidy() const { return !isStarted() && fs::is_empty(folder_.path("temporary")); }
+
+ private:
+  static constexpr const char* kLibrary = "libscrivalen.so.1";
+
+  CommandRun folder_;
+};
+
+TEST_F(Signals, EndTheHelpCompilerWhichLeavesNothing) {
+  const SlowHelp help;
+  folder_.with("in.md", "# x").with("a.chm", "old");
+  RunningCommand command(folder_,
+                         {.arguments = {"@/in.md", "-o", "@/a.chm", "-o", "@/b.txt"}, .variables = help.variables()});
+  RunningCommand::waitUntil([&] { return help.isStarted(); });
+  sendUntilItEnds(command, SIGINT);
+  EXPECT_EQ(command.end(), -SIGINT);
+  EXPECT_EQ(command.error(), "scrivalen: interrupted\n");
+  EXPECT_TRUE(help.isTidy());
+  EXPECT_EQ(folder_.names(), (Names{"a.chm", "in.md"}));
+  EXPECT_EQ(folder_.bytes("a.chm"), "old");
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test
