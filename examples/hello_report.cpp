@@ -7,6 +7,7 @@ int main() {
   report.AddReport(FORMAT_XML, L"hello.xml", nullptr);
   report.AddReport(FORMAT_TEXT, L"hello.txt", nullptr);
   report.AddProperty(L"%TITLE%", L"Hello");
+  report.SetReportOption(OPTION_CONFORMING, 1);
   const bool opened = report.Open() == REPORT_OK;
   if (opened) {
     report.Text(L"Hello", PARAGRAPH_HEADING1, L"", 0);

@@ -229,8 +229,9 @@ class SCRIVALEN_API AReport {
   /// Writes a link. XML, text and spreadsheet drop it together with its text. In PDF the whole paragraph or cell leads
   /// there.
   /// @param text    HTML and help: markup, as in Cell
-  /// @param target  an address, or "#" followed by an anchor's name. Classic RTF and PDF know anchors only, and their
-  ///                names without "#"; conforming ones take "#" and addresses that begin with a scheme, as https:
+  /// @param target  HTML and help: an address, or "#" followed by an anchor's name. RTF and PDF: an anchor's name,
+  ///                without "#" in the classic form, with it or without in the conforming one. Conforming RTF also
+  ///                takes an address that begins with a scheme, as https:; in PDF such a link leads nowhere
   virtual void Link(const wchar_t* text, const wchar_t* target) = 0;
   /// @param value  non-zero is on; see REPORT_OPTION for when each option takes effect
   virtual void SetReportOption(REPORT_OPTION option, int value);
