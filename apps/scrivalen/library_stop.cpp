@@ -8,14 +8,14 @@ namespace scrivalen::command {
 namespace {
 
 // The library's handler is a plain function: it finds the host here.
-const Host* current = nullptr;
+const Host* interruptedHost = nullptr;
 
-bool isStopWanted() { return current->wasInterrupted(); }
+bool isStopWanted() { return interruptedHost->wasInterrupted(); }
 
 }  // namespace
 
 LibraryStop::LibraryStop(const Host& host) {
-  current = &host;
+  interruptedHost = &host;
   SetStopHandler(&isStopWanted);
   platform::setStopQuery(&isStopWanted);
 }
@@ -23,7 +23,7 @@ LibraryStop::LibraryStop(const Host& host) {
 LibraryStop::~LibraryStop() {
   platform::setStopQuery(nullptr);
   SetStopHandler(nullptr);
-  current = nullptr;
+  interruptedHost = nullptr;
 }
 
 }  // namespace scrivalen::command

@@ -36,7 +36,7 @@ void lookInto(Search& search, MD_TEXTTYPE type, std::string_view text) {
   }
 }
 
-int onText(MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* data) {
+int onHiddenText(MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* data) {
   auto& search = *static_cast<Search*>(data);
   try {
     lookInto(search, type, {text, size});
@@ -56,7 +56,7 @@ HiddenEnds::HiddenEnds(std::string_view markdown) {
   parser.leave_block = &ignoreBlock;
   parser.enter_span = &ignoreSpan;
   parser.leave_span = &ignoreSpan;
-  parser.text = &onText;
+  parser.text = &onHiddenText;
   Search search{last_, 0, nullptr};
   const int result = md_parse(markdown.data(), static_cast<MD_SIZE>(markdown.size()), &parser, &search);
   if (search.failure) {
