@@ -42,8 +42,12 @@ bool TargetFile::makePlace() {
   if (!isReplaceable_) {
     return work_.createElsewhere();
   }
-  path_ = resolvedPath(path_);
-  return !path_.empty() && work_.createBeside(path_);
+  std::wstring resolved = resolvedPath(path_);
+  if (resolved.empty()) {
+    return false;
+  }
+  path_ = std::move(resolved);
+  return work_.createBeside(path_);
 }
 
 std::wstring TargetFile::newFile() const { return (folder() + kPathSeparator).append(fileNameOf(path_)); }
