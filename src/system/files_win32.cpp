@@ -5,6 +5,7 @@
 #include "text/utf.h"
 
 #include <algorithm>
+#include <memory>
 
 namespace scrivalen::platform {
 namespace {
@@ -26,12 +27,12 @@ bool isFileOnDisk(HANDLE file) { return GetFileType(file) == FILE_TYPE_DISK; }
 
 // A path without links; empty where nothing is there.
 std::wstring realPath(const std::wstring& path) {
+  std::wstring real(32768, L'\0');  // before there is a handle that running out of memory would leave open
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
     return {};
   }
-  std::wstring real(32768, L'\0');
   const DWORD length = GetFinalPathNameByHandleW(file, real.data(), static_cast<DWORD>(real.size()), 0);
   CloseHandle(file);
   real.resize(length < real.size() ? length : 0);
@@ -224,13 +225,13 @@ std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstri
   if (search == INVALID_HANDLE_VALUE) {
     return names;
   }
+  const std::unique_ptr<void, decltype(&FindClose)> closed(search, &FindClose);
   do {
     // The system's own patterns match short names too, so that "*.htm" would find "page.html".
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && endsWithIgnoringCase(entry.cFileName, suffix)) {
       names.emplace_back(entry.cFileName);
     }
   } while (FindNextFileW(search, &entry));
-  FindClose(search);
   return names;
 }
 

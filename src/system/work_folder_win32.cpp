@@ -57,6 +57,8 @@ std::vector<Entry> entriesOf(const std::wstring& pattern) {
   if (search == INVALID_HANDLE_VALUE) {
     return entries;
   }
+  // An open search would keep the folder from being removed.
+  const std::unique_ptr<void, decltype(&FindClose)> closed(search, &FindClose);
   do {
     const std::wstring_view name = data.cFileName;
     const DWORD kind = data.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
@@ -64,7 +66,6 @@ std::vector<Entry> entriesOf(const std::wstring& pattern) {
       entries.push_back({std::wstring(name), kind == FILE_ATTRIBUTE_DIRECTORY});
     }
   } while (FindNextFileW(search, &data));
-  FindClose(search);
   return entries;
 }
 
