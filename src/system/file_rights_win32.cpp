@@ -34,8 +34,8 @@ bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
          copyAccessList(from, to);
 }
 
-// A rename rather than ReplaceFileW, which keeps the replaced file beside the target for a while and can leave it there.
-// Where the rights cannot be copied, the new file was made in a folder for its user alone and keeps the rights it has.
+// The system's own replacing hands on what else a file has, such as its time of creation. Where it refuses, the new
+// file has been made in a folder for its user alone, and keeps the rights that it has got there.
 bool replaceFile(const std::wstring& finished, const std::wstring& target) noexcept {
   const DWORD attributes = GetFileAttributesW(target.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES) {
@@ -44,6 +44,9 @@ bool replaceFile(const std::wstring& finished, const std::wstring& target) noexc
       return false;
     }
     copyRights(target, finished);
+    if (ReplaceFileW(target.c_str(), finished.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
+      return true;
+    }
   }
   return MoveFileExW(finished.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
