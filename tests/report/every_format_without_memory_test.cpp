@@ -53,6 +53,7 @@ struct EveryFormatWithoutMemory : testing::TestWithParam<std::tuple<ChildFormat,
       report.AddReport(format.format(), path.c_str(), nullptr);
       report.SetReportOption(OPTION_CONFORMING, 1);
       report.AddProperty(L"%TITLE%", kTitle);
+      report.AddProperty(L"%A NAME THAT A STRING DOES NOT HOLD IN ITSELF%", kText);
       report.SetStyles(L"sheet { font-family: Arial } cell { font-size: 9 }");
       report.SetColumnSeparator(separator);
       result.note(report.Open(), report);
