@@ -167,8 +167,8 @@ std::wstring wide(const std::filesystem::path& path) {
   return scrivalen::FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
 }
 
-// Opening may fail half way, and Close is where a full disk is told: both answers count. Close ends what was opened,
-// also after a failed opening; Clear then releases the reports.
+// Opening may fail half way, and Close is where a full disk is reported: both results count. Close ends what was
+// opened, also after a failed opening; Clear then releases the reports.
 bool writeFiles(const std::filesystem::path& folder) {
   MultiReport report;
   report.AddReport(FORMAT_HTML, wide(folder / "ledger.html").c_str(), L"default.htm");

@@ -153,7 +153,7 @@ void Conversion::tellReplaced(std::size_t count) {
   }
 }
 
-// The library logs what it also answers as an error; a person is told once.
+// The library logs what it also returns as an error; a person sees it once.
 void Conversion::tellLog() {
   for (const std::wstring& line : log_.lines()) {
     const std::string text = inPersonsWords(line);

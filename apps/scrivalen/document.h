@@ -86,7 +86,7 @@ class EventSink {
   virtual void write(const Event& event) = 0;
 };
 
-/// What a writer is told before the first event.
+/// What a writer receives before the first event.
 struct DocumentSettings {
   std::wstring title;
   std::vector<std::pair<std::wstring, std::wstring>> properties;  ///< placeholders and their values, as typed

@@ -41,7 +41,7 @@ enum PDF_STANDARD_FONT_FACE : int {
 /// Lays a stream of paragraphs and tables out on pages and writes them as PDF 1.4.
 ///
 /// Nothing is laid out while the calls arrive: they are collected, and EndDoc makes the pages. All lengths are whole
-/// points; the paper is 595 x 840, or 840 x 595. A call in the wrong place is ignored; so is what comes to be collected
+/// points; the paper is 595 x 840, or 840 x 595. A call in the wrong place is ignored; so is what is added
 /// once the pages are made.
 ///
 /// A null text is left out: a cell or paragraph into which nothing else is written has no text, and a row of such cells

@@ -11,7 +11,7 @@ void logRaised() noexcept;
 void logLine(const wchar_t* line) noexcept;
 
 /// Runs @p action; what it raises is logged and goes no further. Exported functions end here what they raise
-/// themselves, which is little more than a lack of memory.
+/// themselves, which is little more than running out of memory.
 /// @return what the action answers, or @p fallback
 template <typename Result, typename Action>
 Result contained(Result fallback, Action&& action) noexcept {

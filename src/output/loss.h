@@ -7,7 +7,7 @@
 namespace scrivalen::platform {
 
 /// Logs one line that tells how many characters of a report were lost and which the first was; nothing without a loss.
-/// A report is not the worse for a lack of memory here: then the line tells less.
+/// When memory runs out here, the report stays good and the line says less.
 void logLoss(std::wstring_view file, const LossCounter& loss) noexcept;
 
 }  // namespace scrivalen::platform

@@ -9,8 +9,8 @@ namespace scrivalen::platform {
 /// The reason when memory ran out.
 inline constexpr const wchar_t* kOutOfMemory = L"There is not enough memory";
 
-/// Why something failed: of several reasons the first. It is told in room of its own, because a lack of memory is a
-/// reason too; what is longer is cut.
+/// Why something failed: of several reasons the first. It is kept in space of its own, because running out of memory is
+/// a reason too; what is longer is cut.
 class Reason {
  public:
   /// Keeps a reason unless there is one already. It need not be known: an empty one counts too.

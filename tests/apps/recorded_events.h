@@ -9,7 +9,7 @@ namespace scrivalen::command::test {
 
 using Lines = std::vector<std::string>;
 
-/// Writes down what it is told, an event a line: its kind, then those of its fields that are set.
+/// Records what it receives, an event a line: its kind, then those of its fields that are set.
 class RecordedEvents : public EventSink {
  public:
   void write(const Event& event) override;

@@ -1,6 +1,6 @@
 // Stands in for a help compiler. It takes a project as a compiler does and leaves report.chm beside it, in which it
 // writes down what it was given: its arguments, the project, the contents and every file of the project's list. When
-// one of these is missing it leaves nothing. A file "stand_in" beside the project tells it to behave badly.
+// one of these is missing it leaves nothing. A file "stand_in" beside the project makes it behave badly.
 
 #include "system/console.h"
 #include "system/files.h"

@@ -142,7 +142,7 @@ void ClassicHelpWriter::putLines(const std::wstring& text) {
   report_->Text(text.substr(start).c_str(), PARAGRAPH_NONE, L"", 0);
 }
 
-/// Chooses between the two when it is told the form.
+/// Chooses between the two once the form is known.
 class ChmWriter : public DocumentWriter {
  public:
   bool open(const std::wstring& file, const DocumentSettings& settings) override;

@@ -215,7 +215,7 @@ void PdfWriter::endCell(bool header) {
   inCell_ = false;
 }
 
-// What leads out of the document is told in words: the report knows links within it only.
+// A link out of the document is spelled out as text: the report supports only links within it.
 void PdfWriter::endLink() {
   const auto begin = parts_.begin() + static_cast<std::ptrdiff_t>(linkStart_);
   const std::wstring shown = std::accumulate(begin, parts_.end(), std::wstring(),

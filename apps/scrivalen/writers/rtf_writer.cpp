@@ -264,7 +264,7 @@ void RtfWriter::beginLink(const Event& link) {
   address_ = link.address;
 }
 
-// What is neither in this document nor complete by itself is told in words: a reader of the file cannot follow it.
+// A relative address to another document is spelled out as text: a reader of this file cannot follow it.
 void RtfWriter::endLink() {
   inLink_ = false;
   const std::wstring& shown = link_.empty() ? address_ : link_;

@@ -33,7 +33,7 @@ struct SheetStyle {
 /// `background-color`; `sheet` holds for the cells of both kinds as far as their own rule says nothing else, and takes
 /// `column-width` (1 to 255) and `freeze-rows` (whole rows, up to 1,000) too. Later declarations win. Comments are
 /// those of CSS.
-/// @param problem  is told of each part that is not understood, which is skipped
+/// @param problem  called for each part that is not understood, which is skipped
 SheetStyle readStyle(std::wstring_view text, const std::function<void(const std::wstring&)>& problem);
 
 /// What the text of a cell's colour says: `fill`, or `font;fill`. An unknown name colours nothing.

@@ -152,13 +152,13 @@ class ExcelWriter::Document {
   void cell(const wchar_t* value, bool bold) noexcept;
   void cell(const wchar_t* value, const wchar_t* color) noexcept;
   void fail(std::wstring_view reason) noexcept;
-  /// @return why the workbook did not come to be; empty when it did
+  /// @return why there is no workbook; empty when there is one
   const Reason& finish() noexcept;
   const std::wstring& name() const { return name_; }
 
  private:
-  /// Takes a step of the work, unless one has failed before; a failure is told at once, so that the log has it where it
-  /// happened.
+  /// Takes a step of the work, unless one has failed before; a failure is logged at once, so that the log has it where
+  /// it happened.
   template <typename Step>
   void take(Step step) noexcept {
     if (failure_.empty()) {

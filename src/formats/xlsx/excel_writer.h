@@ -10,7 +10,7 @@
 /// Writes a spreadsheet (Office Open XML, .xlsx) row by row; all cells are strings.
 ///
 /// The file is held from the beginning, and keeps what it had until the workbook is whole: then it is replaced in one
-/// step. Whatever fails, a lack of memory too, leaves neither half a workbook nor other files behind.
+/// step. Whatever fails, even when memory runs out, leaves neither half a workbook nor other files behind.
 ///
 /// A sheet takes 1,048,576 rows; the next one begins another sheet, which is logged and has no frozen rows. Columns are
 /// as wide as their longest text, up to 60 characters. What a spreadsheet cannot hold is left out and told in the log
@@ -20,7 +20,7 @@ class ExcelWriter {
   ExcelWriter();
   ExcelWriter(const ExcelWriter&) = delete;
   ExcelWriter& operator=(const ExcelWriter&) = delete;
-  /// A spreadsheet that was not ended does not come to be.
+  /// A spreadsheet that was not ended is discarded.
   ~ExcelWriter();
 
   /// @param file    null is an empty path
@@ -45,7 +45,7 @@ class ExcelWriter {
   void Fail(std::wstring_view reason) noexcept;
 
   /// Finishes the spreadsheet.
-  /// @return false, with the reason in Error, when it did not come to be; true when none was begun
+  /// @return false, with the reason in Error, when it failed; true when none was begun
   bool End() noexcept;
 
   /// Why Begin or End failed last; empty when they did not, or when there is no memory for the text.

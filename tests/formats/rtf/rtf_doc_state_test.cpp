@@ -10,7 +10,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// Raises one and the same exception, once it is told to.
+// Throws the same exception each time, once it is switched on.
 struct RaisingFile : OutputFile {
   void Write(const void*, std::size_t) override {
     if (raises) {

@@ -1,9 +1,9 @@
 #include "formats/xlsx/excel_report.h"
 
-#include "system/files.h"
 #include "support/files.h"
 #include "support/out_of_memory.h"
 #include "support/workbook.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
@@ -71,7 +71,7 @@ struct ExcelReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, bool
 
   Names filesLeft() const { return scrivalen::platform::filesEndingWith(folder.path(), L""); }
 
-  // That a cell was dropped is told in any case.
+  // A dropped cell is logged in any case.
   void expectGood(const Attempt& made) const {
     EXPECT_EQ(made.opened, REPORT_OK);
     EXPECT_EQ(made.closed, REPORT_OK);

@@ -17,7 +17,7 @@ using scrivalen::test::written;
 
 namespace {
 
-// Writes what it is told to, and may fail behind it.
+// Writes what it was given, and may fail after it.
 class Words : public CPDFObject {
  public:
   explicit Words(std::string text, bool fails = false) : text_(std::move(text)), fails_(fails) {}
