@@ -4,6 +4,8 @@
 #include "same_bytes.h"
 #include "writers.h"
 
+#include "scrivalen/host.h"
+
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -170,6 +172,7 @@ void registerBenchmarks(const WorkFolder& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  scrivalen::SetLogHandler([](const wchar_t*) {});  // a classic PDF of several pages is logged
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
     return 2;

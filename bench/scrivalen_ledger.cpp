@@ -2,6 +2,8 @@
 #include "process_usage.h"
 #include "writers.h"
 
+#include "scrivalen/host.h"
+
 #include <charconv>
 #include <cstdio>
 #include <optional>
@@ -73,6 +75,7 @@ int report(const std::string& failure) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  scrivalen::SetLogHandler([](const wchar_t*) {});  // a classic PDF of several pages is logged
   if (argc != 5) {
     return wrongUsage();
   }

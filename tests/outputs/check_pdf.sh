@@ -43,6 +43,8 @@ check_input() {
 
 # Classic text has the characters up to U+00FF: no bullets, no euro sign.
 check_classic() {
+  local expected_messages="scrivalen: warning: 'classic.pdf': programs that use poppler (Evince, Okular, pdftotext) draw \
+the next page over the one shown. OPTION_CONFORMING, set before Open, prevents that."
   write_with_text pdf "$1" classic --classic
   read_pdf classic classic classic
 }

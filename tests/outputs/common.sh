@@ -27,7 +27,7 @@ write_with_text() {
   # shellcheck disable=SC2154  # set by those who source this
   (cd "$work" && "${command[@]}" "$input" "$@" -o "$name.txt" -o "$name.$format" 2>"$name.err") ||
     fail "the command failed on $input: $(cat "$work/$name.err")"
-  expect_equal "messages for $input" "" "$(cat "$work/$name.err")"
+  expect_equal "messages for $input" "${expected_messages-}" "$(cat "$work/$name.err")"
   iconv -f UTF-16 -t UTF-8 "$work/$name.txt" >"$work/$name.utf8"
 }
 

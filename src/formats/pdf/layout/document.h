@@ -10,6 +10,7 @@
 #include "formats/pdf/objects/file.h"
 #include "text/loss_counter.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <memory_resource>
@@ -17,6 +18,13 @@
 #include <string_view>
 
 namespace scrivalen::pdf {
+
+/// What is known of a document when its pages are made.
+struct Summary {
+  PDFStuffer::Form form = PDFStuffer::Form::Classic;
+  std::size_t pages = 0;
+  platform::LossCounter loss;
+};
 
 /// One document between its beginning and its end: what was collected, and what makes pages of it.
 ///
@@ -56,7 +64,7 @@ class Document {
   bool isMakingPages() const { return makingPages_; }
   /// Why not everything was written; empty when it was.
   std::wstring_view writeError() const { return file_->writeError(); }
-  const platform::LossCounter& loss() const { return loss_; }
+  Summary summary() const { return {form_, pages_.count(), loss_}; }
 
  private:
   template <typename Item, typename... Arguments>

@@ -38,6 +38,7 @@ class Pages {
   /// The page that is being made; null when there is none.
   PDFStuffer::CPDFPage* current() const { return current_; }
   std::uint64_t pageBreaks() const { return started_; }
+  std::size_t count() const { return pages_.size(); }
   const Paper& paper() const { return paper_; }
   PDFStuffer::Form form() const { return form_; }
 

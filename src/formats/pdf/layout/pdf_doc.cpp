@@ -24,7 +24,7 @@ template <typename MakeFile>
 int CPDFdoc::State::beginWith(int landscape, MakeFile makeFile) {
   reset();
   failure.clear();
-  loss = LossCounter();
+  last = Summary();
   containedIn(failure, [&] {
     const Form form = conforming ? Form::Conforming : Form::Classic;
     document = std::make_unique<Document>(makeFile(form), landscape ? kLandscape : kPortrait, form);
@@ -194,12 +194,12 @@ int CPDFdoc::EndDoc(const wchar_t* pageMode) {
 
 void CPDFdoc::Delete() {
   if (state_->document) {
-    state_->loss = state_->document->loss();
+    state_->last = state_->document->summary();
   }
   state_->document.reset();
   state_->lastId = 0;
 }
 
 const wchar_t* CPDFdoc::WriteError() const { return state_->failure.c_str(); }
-std::uint64_t CPDFdoc::LostCharacters() const { return state_->lost().count(); }
-char32_t CPDFdoc::FirstLostCharacter() const { return state_->lost().first(); }
+std::uint64_t CPDFdoc::LostCharacters() const { return state_->summary().loss.count(); }
+char32_t CPDFdoc::FirstLostCharacter() const { return state_->summary().loss.first(); }

@@ -7,7 +7,6 @@
 #include "output/reason.h"
 #include "scrivalen/pdf_doc.h"
 #include "system/files.h"
-#include "text/loss_counter.h"
 
 #include <cstdint>
 #include <memory>
@@ -27,14 +26,14 @@ struct CPDFdoc::State {
     }
   }
 
-  const scrivalen::platform::LossCounter& lost() const { return document ? document->loss() : loss; }
+  scrivalen::pdf::Summary summary() const { return document ? document->summary() : last; }
 
   std::unique_ptr<scrivalen::pdf::Document> document;
   scrivalen::pdf::CPDFtextStyle style;
   std::uint32_t lastId = 0;
   int conforming = 0;
   scrivalen::platform::Reason failure;  ///< the first one of the last document
-  scrivalen::platform::LossCounter loss;
+  scrivalen::pdf::Summary last;         ///< of the document that was open last
 
  private:
   template <typename MakeFile>

@@ -1,9 +1,12 @@
 #include "formats/pdf/layout/pdf_report.h"
 
 #include "formats/pdf/layout/pdf_doc_state.h"
+#include "output/clog.h"
+#include "output/contain.h"
 #include "output/reason.h"
 #include "report/report_closing.h"
 #include "text/ascii.h"
+#include "text/fmt.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -11,6 +14,8 @@
 #include <string_view>
 
 using namespace scrivalen::platform;
+using PDFStuffer::Form;
+using scrivalen::pdf::Summary;
 
 namespace {
 
@@ -61,6 +66,20 @@ _RGB_COLOR colorNamed(const wchar_t* text) {
   return found == std::end(kColors) ? kWhite : found->color;
 }
 
+// Poppler goes by the length that a stream announces, which in the classic form is twice the true one.
+void logMisreading(const wchar_t* file) noexcept {
+  try {
+    CLog::Bug2(FMT::Format(
+        L"'%s': programs that use poppler (Evince, Okular, pdftotext) draw the next page over the one shown. "
+        L"OPTION_CONFORMING, set before Open, prevents that.",
+        file));
+  } catch (...) {
+    logLine(
+        L"Programs that use poppler draw the next page of a classic PDF over the one shown. OPTION_CONFORMING prevents "
+        L"that.");
+  }
+}
+
 }  // namespace
 
 REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
@@ -77,7 +96,13 @@ REPORT_ERRORS PDFReport::Close() {
   if (const Reason& failure = document_.state_->failure; !failure.empty()) {
     giveUp(file_, failure.c_str());
   }
-  return scrivalen::core::closeReportFile(file_, document_.state_->lost(), {error_, lost_});
+  const bool wasOpen = file_.IsOpen();
+  const Summary document = document_.state_->summary();
+  const REPORT_ERRORS result = scrivalen::core::closeReportFile(file_, document.loss, {error_, lost_});
+  if (wasOpen && result == REPORT_OK && document.form == Form::Classic && document.pages > 1) {
+    logMisreading(file_.Name());
+  }
+  return result;
 }
 
 void PDFReport::SetReportOption(REPORT_OPTION option, int value) {

@@ -85,7 +85,8 @@ TEST(PdfReportOnAFullDisk, CompletesTheOtherChildren) {
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_STREQ(report.GetError(), kReason);
   report.Clear();
-  EXPECT_EQ(log.lines(), std::vector<std::wstring>{kReason});
+  ASSERT_EQ(log.lines().size(), 2u);  // the other one's is that it has several pages
+  EXPECT_EQ(log.lines().front(), kReason);
   EXPECT_TRUE(bytesOf(folder / L"a.pdf").ends_with("%%EOF"));
   EXPECT_EQ(fromMarkedUtf16(bytesOf(folder / L"a.txt")).size(), 1000u * 402u);
 }

@@ -867,3 +867,46 @@ TEST(PdfReportLoss, IsToldOfTheDocumentThatHadIt) {
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(log.lines().size(), 1u);
 }
+
+namespace {
+
+const std::vector<std::wstring> kMisread{
+    L"a.pdf': programs that use poppler (Evince, Okular, pdftotext) draw the next page over the one shown. "
+    L"OPTION_CONFORMING, set before Open, prevents that."};
+
+void writeTwoPages(PDFReport& report) {
+  for (int line = 0; line < 60; ++line) {
+    writeBody(report, L"a");
+  }
+}
+
+}  // namespace
+
+TEST(PdfReportOfSeveralPages, SaysWhichProgramsMisreadItInClassicForm) {
+  EXPECT_EQ(pdf(writeTwoPages).pageCount(), 2u);
+  EXPECT_EQ(logOf(writeTwoPages), kMisread);
+  EXPECT_TRUE(logOf(writeTwoPages, 1).empty());
+  EXPECT_TRUE(logOf([](PDFReport& r) { writeBody(r, L"a"); }).empty());
+}
+
+TEST(PdfReportOfSeveralPages, SaysSoOnceForEachReport) {
+  const CapturedLog log;
+  PDFReport report;
+  pdfOf(report, writeTwoPages);
+  EXPECT_EQ(log.lines().size(), 1u);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(log.lines().size(), 1u);
+  pdfOf(report, writeTwoPages);
+  EXPECT_EQ(log.lines().size(), 2u);
+  pdfOf(report, [](PDFReport& r) { writeBody(r, L"a"); });
+  EXPECT_EQ(log.lines().size(), 2u);
+}
+
+// The option counts from the next Open on.
+TEST(PdfReportOfSeveralPages, GoesByTheFormThatItWasOpenedIn) {
+  EXPECT_EQ(logOf([](PDFReport& r) {
+              writeTwoPages(r);
+              r.SetReportOption(OPTION_CONFORMING, 1);
+            }),
+            kMisread);
+}

@@ -86,10 +86,14 @@ struct PdfReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, int>> 
     return result;
   }
 
+  // A classic report of two pages has a line of the log, which says less without memory.
   void expectGood(const Attempt& made) const {
     EXPECT_EQ(made.opened, REPORT_OK);
     EXPECT_EQ(made.closed, REPORT_OK);
-    EXPECT_EQ(made.log, Lines());
+    EXPECT_EQ(made.log.size(), conforming ? 0u : 1u);
+    for (const std::wstring& line : made.log) {
+      EXPECT_NE(line.find(L"OPTION_CONFORMING"), line.npos) << line;
+    }
     EXPECT_TRUE(areSameBytes(good, made.bytes));
   }
 
