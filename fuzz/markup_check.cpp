@@ -212,10 +212,11 @@ bool isOneOf(const std::array<std::string_view, N>& names, std::string_view name
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-// The value of an attribute as a browser sees it, as far as its scheme goes.
-std::string shownScheme(std::string_view value) {
+// The scheme of an address as a browser reads it, which skips blanks and control characters; empty without one.
+std::string schemeOf(std::string_view address) {
+  const std::size_t colon = address.find(':');
   std::string scheme;
-  for (const char c : value.substr(0, value.find(':'))) {
+  for (const char c : address.substr(0, colon == std::string_view::npos ? 0 : colon)) {
     if (static_cast<unsigned char>(c) > ' ') {
       scheme += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
     }
@@ -230,7 +231,7 @@ void checkAttribute(const Reader& reader, std::string_view element, std::string_
   if (name != "href" && name != "src") {
     return;
   }
-  const std::string scheme = shownScheme(value);
+  const std::string scheme = schemeOf(value);
   if (scheme == "javascript" || scheme == "vbscript" || (scheme == "data" && element != "img")) {
     reader.fail("the address " + std::string(value) + " before");
   }

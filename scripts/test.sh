@@ -9,6 +9,8 @@ presets=(linux linux-asan windows)
 fuzzers=(rtf pdf multi readers)
 seconds_a_test=600
 seconds_a_fuzzer=60
+# The same seed for everyone, so that no change is blamed for what only another seed finds; 0 is a random one.
+fuzzer_seed="${FUZZER_SEED:-1}"
 
 # The same surroundings for everyone: no display, no one to ask, one time zone, a Windows of our own.
 exec </dev/null
@@ -117,7 +119,7 @@ run_fuzzers() {
       corpora+=("$root/fuzz/corpus/$name")
     fi
     (cd "$folder/$name" && exec "$root/build/linux-fuzz/bin/scrivalen_fuzz_$name" -max_total_time="$seconds_a_fuzzer" \
-      -print_final_stats=1 "${corpora[@]}" >log 2>&1) &
+      -seed="$fuzzer_seed" -print_final_stats=1 "${corpora[@]}" >log 2>&1) &
     running+=($!)
   done
   for name in "${!fuzzers[@]}"; do

@@ -41,6 +41,10 @@ TEST(MarkupCheck, AcceptsWhatTheCommandWritesInPages) {
              "<li><input type=\"checkbox\" checked disabled> d</li>"));
 }
 
+TEST(MarkupCheck, AcceptsAddressesWithoutAScheme) {
+  EXPECT_TRUE(isSafe("<a href=\"javascript\">a</a><a href=\"vbscript\">b</a><a href=\"data\">c</a>"));
+}
+
 TEST(MarkupCheck, RefusesWhatRunsInPages) {
   for (const char* content :
        {"<script></script>", "<style></style>", "<p onclick=\"x\"></p>", "<a href=\"javascript:x\"></a>",
