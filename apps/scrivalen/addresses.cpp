@@ -29,7 +29,7 @@ bool hasVisibleStart(std::wstring_view address, std::wstring_view scheme) {
     if (isInvisible(c)) {
       continue;
     }
-    if (platform::asciiLower(c) != scheme.front()) {
+    if (scrivalen::asciiLower(c) != scheme.front()) {
       return false;
     }
     scheme.remove_prefix(1);

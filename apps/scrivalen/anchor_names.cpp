@@ -34,11 +34,11 @@ const std::wstring& AnchorNames::next(std::wstring_view heading) {
   const wchar_t* at = heading.data();
   const wchar_t* const end = at + heading.size();
   while (at != end) {
-    const char32_t c = platform::nextCharacter(at, end);
+    const char32_t c = scrivalen::nextCharacter(at, end);
     if (c == ' ') {
       name_ += L'-';
     } else if (!isDropped(c)) {
-      platform::appendCharacter(name_, platform::toSmall(c));
+      scrivalen::appendCharacter(name_, scrivalen::toSmall(c));
     }
   }
   if (name_.empty()) {

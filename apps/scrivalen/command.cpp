@@ -27,7 +27,7 @@ std::wstring titleFromName(const std::string& input) {
   if (input == "-") {
     return L"Report";
   }
-  std::wstring name(platform::fileNameOf(toWide(input)));
+  std::wstring name(scrivalen::fileNameOf(toWide(input)));
   const std::size_t dot = name.rfind(L'.');
   if (dot != std::wstring::npos && dot > 0) {
     name.resize(dot);

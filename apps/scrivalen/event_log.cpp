@@ -24,7 +24,7 @@ struct Header {
 
 std::uint32_t appendText(std::string& bytes, std::wstring_view text) {
   const std::size_t start = bytes.size();
-  platform::appendUtf8(bytes, text);
+  scrivalen::appendUtf8(bytes, text);
   return static_cast<std::uint32_t>(bytes.size() - start);
 }
 
@@ -43,7 +43,7 @@ class Reader {
 
   std::wstring_view text(std::uint32_t size, std::wstring& room) {
     room.clear();
-    platform::appendWide(room, std::string_view(bytes_).substr(at_, size));
+    scrivalen::appendWide(room, std::string_view(bytes_).substr(at_, size));
     at_ += size;
     return room;
   }

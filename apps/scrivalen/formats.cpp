@@ -31,7 +31,7 @@ bool anyExtension(std::string_view extensions, Call call) {
 }  // namespace
 
 const Format* findFormat(std::string_view nameOrExtension) {
-  const std::string wanted = platform::asciiLowered<char>(nameOrExtension);
+  const std::string wanted = scrivalen::asciiLowered<char>(nameOrExtension);
   const auto isWanted = [&](std::string_view extension) { return extension == wanted; };
   for (const Format& format : kFormats) {
     if (format.name == wanted || anyExtension(format.extensions, isWanted)) {

@@ -17,11 +17,11 @@ bool isStopWanted() { return interruptedHost->wasInterrupted(); }
 LibraryStop::LibraryStop(const Host& host) {
   interruptedHost = &host;
   SetStopHandler(&isStopWanted);
-  platform::setStopQuery(&isStopWanted);
+  scrivalen::setStopQuery(&isStopWanted);
 }
 
 LibraryStop::~LibraryStop() {
-  platform::setStopQuery(nullptr);
+  scrivalen::setStopQuery(nullptr);
   SetStopHandler(nullptr);
   interruptedHost = nullptr;
 }

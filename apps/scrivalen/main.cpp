@@ -3,22 +3,21 @@
 #include "system/interrupt.h"
 
 int main(int argc, char** argv) {
-  namespace platform = scrivalen::platform;
-  platform::rememberInterrupts();
-  auto arguments = platform::programArguments(argc, argv);
+  scrivalen::rememberInterrupts();
+  auto arguments = scrivalen::programArguments(argc, argv);
   if (!arguments.empty()) {
     arguments.erase(arguments.begin());
   }
   scrivalen::command::Host host;
-  host.readInput = &platform::readStandardInput;
-  host.writeOutput = &platform::writeStandardOutput;
-  host.writeError = &platform::writeStandardError;
-  host.variable = &platform::environmentVariable;
-  host.wasInterrupted = &platform::wasInterrupted;
-  host.errorIsTerminal = platform::isStandardErrorTerminal();
+  host.readInput = &scrivalen::readStandardInput;
+  host.writeOutput = &scrivalen::writeStandardOutput;
+  host.writeError = &scrivalen::writeStandardError;
+  host.variable = &scrivalen::environmentVariable;
+  host.wasInterrupted = &scrivalen::wasInterrupted;
+  host.errorIsTerminal = scrivalen::isStandardErrorTerminal();
   const int status = scrivalen::command::runCommand(arguments, host);
   if (status != 0) {
-    platform::endIfInterrupted();
+    scrivalen::endIfInterrupted();
   }
   return status;
 }

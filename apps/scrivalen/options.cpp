@@ -119,9 +119,9 @@ InputFormat inputFormat(const std::string& from, const std::string& input) {
                                     {"tsv", InputFormat::Tsv},
                                     {"tab", InputFormat::Tsv}};
   const std::size_t dot = input.rfind('.');
-  const std::string wanted = platform::asciiLowered<char>(!from.empty()              ? from
-                                                          : dot == std::string::npos ? ""
-                                                                                     : input.substr(dot + 1));
+  const std::string wanted = scrivalen::asciiLowered<char>(!from.empty()              ? from
+                                                           : dot == std::string::npos ? ""
+                                                                                      : input.substr(dot + 1));
   for (const Name& name : kNames) {
     if (name.name == wanted) {
       return name.format;
@@ -149,7 +149,7 @@ std::pair<std::string, std::string> property(const std::string& argument) {
 }
 
 std::wstring chosenTemplate(const std::string& name) {
-  const auto file = templateFile(platform::widePath(name));
+  const auto file = templateFile(scrivalen::widePath(name));
   if (!file) {
     throw UsageError("there is no template '" + name + "'; scrivalen --list-templates prints the names");
   }
@@ -159,16 +159,16 @@ std::wstring chosenTemplate(const std::string& name) {
 std::string templateList() {
   std::string list;
   for (const std::wstring& name : templateNames()) {
-    list.append(platform::narrowPath(name)).append("\n");
+    list.append(scrivalen::narrowPath(name)).append("\n");
   }
   return list;
 }
 
 // Whether two names lead to one file, also to one that does not exist yet.
 bool isSameTarget(const std::string& a, const std::string& b) {
-  const std::wstring first = platform::widePath(a);
-  const std::wstring second = platform::widePath(b);
-  return platform::isSameFile(first, second) || platform::resolvedPath(first) == platform::resolvedPath(second);
+  const std::wstring first = scrivalen::widePath(a);
+  const std::wstring second = scrivalen::widePath(b);
+  return scrivalen::isSameFile(first, second) || scrivalen::resolvedPath(first) == scrivalen::resolvedPath(second);
 }
 
 void requireDifferentFiles(const Options& options) {

@@ -18,27 +18,27 @@ void Output::open(const DocumentSettings& settings) {
 }
 
 bool Output::prepareFile() {
-  const std::wstring path = platform::widePath(name_);
-  if (platform::isSpecialFile(path)) {
+  const std::wstring path = scrivalen::widePath(name_);
+  if (scrivalen::isSpecialFile(path)) {
     file_ = path;
     return true;
   }
-  if (platform::isFolder(path)) {
+  if (scrivalen::isFolder(path)) {
     fail("cannot write '" + name_ + "': it is a folder");
     return false;
   }
   // The file that a shell has redirected a stream to may hold more than what is written now.
-  if (platform::isOpenFilesName(path)) {
-    const bool exists = platform::pathExists(path);
+  if (scrivalen::isOpenFilesName(path)) {
+    const bool exists = scrivalen::pathExists(path);
     fail("cannot write '" + name_ + "': it " + (exists ? "leads to a file; give that file's name" : "is closed"));
     return false;
   }
   // It could be replaced all the same, but whoever protected it did not want that.
-  if (platform::isReadOnly(path)) {
+  if (scrivalen::isReadOnly(path)) {
     fail("cannot write '" + name_ + "': it is read-only");
     return false;
   }
-  target_ = std::make_unique<platform::TargetFile>();
+  target_ = std::make_unique<scrivalen::TargetFile>();
   if (!target_->prepare(path)) {
     fail("cannot write '" + name_ + "': " + lastErrorText());
     return false;

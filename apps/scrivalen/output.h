@@ -40,9 +40,9 @@ class Output {
   void fail(const std::string& error);
 
   std::string name_;
-  std::unique_ptr<platform::TargetFile> target_;  // null for a device
-  std::unique_ptr<DocumentWriter> writer_;        // goes first: some systems do not remove a file that is open
-  std::wstring file_;                             // what is written to
+  std::unique_ptr<scrivalen::TargetFile> target_;  // null for a device
+  std::unique_ptr<DocumentWriter> writer_;         // goes first: some systems do not remove a file that is open
+  std::wstring file_;                              // what is written to
   std::string error_;
   bool isOpen_ = false;
 };

@@ -16,7 +16,7 @@ constexpr std::wstring_view kSuffix = L".htm";
 std::vector<std::wstring> templateFiles() {
   std::wstring folder;
   HtmlReport().MakeTemplateName(folder, L"");
-  auto files = platform::filesEndingWith(folder, kSuffix);
+  auto files = scrivalen::filesEndingWith(folder, kSuffix);
   std::sort(files.begin(), files.end());
   return files;
 }
@@ -33,7 +33,7 @@ std::vector<std::wstring> templateNames() {
 
 std::optional<std::wstring> templateFile(std::wstring_view name) {
   for (const std::wstring& file : templateFiles()) {
-    if (platform::equalIgnoringCase(file, name) || platform::equalIgnoringCase(withoutSuffix(file), name)) {
+    if (scrivalen::equalIgnoringCase(file, name) || scrivalen::equalIgnoringCase(withoutSuffix(file), name)) {
       return file;
     }
   }

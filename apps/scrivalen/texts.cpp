@@ -5,6 +5,6 @@
 
 namespace scrivalen::command {
 
-std::string lastErrorText() { return toUtf8(platform::systemErrorText(platform::lastSystemError())); }
+std::string lastErrorText() { return toUtf8(scrivalen::systemErrorText(scrivalen::lastSystemError())); }
 
 }  // namespace scrivalen::command

@@ -8,11 +8,11 @@
 
 namespace scrivalen::command {
 
-using platform::replacedAll;
-using platform::toUtf8;
-using platform::toWide;
+using scrivalen::replacedAll;
+using scrivalen::toUtf8;
+using scrivalen::toWide;
 
-/// The system's reason for the last call of the platform layer that failed.
+/// The reason that the system gives for its last call that failed.
 std::string lastErrorText();
 
 }  // namespace scrivalen::command

@@ -23,11 +23,11 @@ class SCRIVALEN_API OutputFile {
 
 class ReportFile;
 
-namespace scrivalen::platform {
+namespace scrivalen {
 class OutputBuffer;
 OutputBuffer* bufferOf(ReportFile& file);
 void giveUp(ReportFile& file, const wchar_t* reason);
-}  // namespace scrivalen::platform
+}  // namespace scrivalen
 
 /// A file on disk, open for writing by this object alone and buffered (64 KiB).
 ///
@@ -79,9 +79,9 @@ class SCRIVALEN_API ReportFile : public OutputFile {
 
  private:
   /// The library's own writers put their bytes into the buffer instead of handing them over.
-  friend scrivalen::platform::OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file);
+  friend scrivalen::OutputBuffer* scrivalen::bufferOf(ReportFile& file);
   /// A writer that cannot go on lets its file fail: nothing more is written, and Close returns false.
-  friend void scrivalen::platform::giveUp(ReportFile& file, const wchar_t* reason);
+  friend void scrivalen::giveUp(ReportFile& file, const wchar_t* reason);
   struct State;
   std::unique_ptr<State> state_;
 };

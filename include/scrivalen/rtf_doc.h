@@ -172,7 +172,7 @@ class SCRIVALEN_API RTFdoc {
   ParType nextParType = PAR_DEFAULT;
 
  private:
-  scrivalen::platform::OutputBuffer* buffer() const { return file == bufferedFile_ ? buffer_ : nullptr; }
+  scrivalen::OutputBuffer* buffer() const { return file == bufferedFile_ ? buffer_ : nullptr; }
   void literal(std::string_view words);
   void unended(std::string_view wordAndBlank);
   void numbered(std::string_view word, int value, std::string_view end);
@@ -186,5 +186,5 @@ class SCRIVALEN_API RTFdoc {
   char32_t firstLost_ = 0;
   // The buffer of a file of the library's own, into which fragments are put in place.
   OutputFile* bufferedFile_ = nullptr;
-  scrivalen::platform::OutputBuffer* buffer_ = nullptr;
+  scrivalen::OutputBuffer* buffer_ = nullptr;
 };

@@ -19,9 +19,9 @@
 #include <utility>
 #include <vector>
 
-using namespace scrivalen::platform;
-using scrivalen::core::leaveBehind;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::leaveBehind;
+using scrivalen::ReportError;
 
 namespace {
 

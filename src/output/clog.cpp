@@ -6,7 +6,7 @@
 #include "text/fmt.h"
 #include "text/utf.h"
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 std::uint32_t CLog::FormatLastError(std::wstring& message) { return FormatLastError(message, lastSystemError()); }
 

@@ -6,7 +6,7 @@
 
 #include <new>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 void logRaised() noexcept {
   Reason reason;
@@ -30,4 +30,4 @@ void logLine(const wchar_t* line) noexcept {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include "output/reason.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Logs the exception being handled; for use in a catch clause.
 void logRaised() noexcept;
@@ -42,4 +42,4 @@ void containedIn(Reason& reason, Action&& action) noexcept {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -10,7 +10,7 @@
 #include <cstdint>
 #include <cstring>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr std::size_t kChunk = 4096;  // characters that are written between two looks at the buffer's room
@@ -222,4 +222,4 @@ std::wstring quotedText(std::wstring_view text, LossCounter& loss) {
   return result;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

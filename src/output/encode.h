@@ -1,14 +1,14 @@
 #pragma once
 
-#include "text/loss_counter.h"
 #include "output/output_buffer.h"
+#include "text/loss_counter.h"
 
 #include <string>
 #include <string_view>
 
 // Wide text straight into an output buffer. Eight characters at a time are copied and looked at as long as nothing in
 // them needs care, which makes escaping and encoding cost little more than the copy.
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// As UTF-8; a lone surrogate becomes U+FFFD and is counted.
 void putUtf8Text(OutputBuffer& out, std::wstring_view text, LossCounter& loss);
@@ -32,4 +32,4 @@ void putLowBytes(OutputBuffer& out, std::wstring_view text, LossCounter& loss);
 /// The text as putQuoted writes it, still wide.
 std::wstring quotedText(std::wstring_view text, LossCounter& loss);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

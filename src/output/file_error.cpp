@@ -4,7 +4,7 @@
 #include "output/contain.h"
 #include "text/fmt.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::wstring fileErrorText(FileError error, std::wstring_view file, std::wstring_view reason) {
   return FMT::Format(
@@ -20,4 +20,4 @@ void logFileError(FileError error, std::wstring_view file, const wchar_t* reason
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

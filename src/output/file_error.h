@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// What failed with a file.
 enum class FileError { Open, Write };
@@ -17,4 +17,4 @@ void logFileError(FileError error, std::wstring_view file, const wchar_t* reason
 /// The reason of an output that is asked to open another file.
 inline constexpr const wchar_t* kStillOpen = L"The report is still open.";
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

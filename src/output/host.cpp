@@ -21,14 +21,14 @@ namespace {
 
 void logToStandardError(const wchar_t* message) {
   std::string line = "scrivalen: ";
-  platform::appendUtf8(line, message);
+  scrivalen::appendUtf8(line, message);
   line += '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 void showBoxOrLog(const wchar_t* title, const wchar_t* text) {
-  if constexpr (platform::kHasMessageBox) {
-    platform::showMessageBox(title, text);
+  if constexpr (scrivalen::kHasMessageBox) {
+    scrivalen::showMessageBox(title, text);
   } else {
     CLog::Bug2(FMT::Format(L"%s %s", title, text));
   }
@@ -62,21 +62,19 @@ void SetErrorBoxHandler(ErrorBoxHandler handler) { errorBoxHandler = handler ? h
 
 void SetClockHandler(ClockHandler handler) { clockHandler = handler ? handler : &systemTime; }
 
-void SetStopHandler(StopHandler handler) { platform::setStopQuery(handler); }
+void SetStopHandler(StopHandler handler) { setStopQuery(handler); }
 
 void SetDataFolder(const wchar_t* folder) {
-  platform::contained([&] {
+  contained([&] {
     std::wstring path = folder ? folder : L"";
-    if (!path.empty() && platform::kPathSeparators.find(path.back()) == std::wstring_view::npos) {
-      path += platform::kPathSeparator;
+    if (!path.empty() && kPathSeparators.find(path.back()) == std::wstring_view::npos) {
+      path += kPathSeparator;
     }
     DataFolder& data = DataFolder::get();
     const std::lock_guard lock(data.mutex);
     data.path.swap(path);
   });
 }
-
-namespace platform {
 
 void sendToLog(const wchar_t* line) { logHandler.load()(line); }
 
@@ -92,5 +90,4 @@ std::wstring homePath() {
   return data.path.empty() ? modulePath() : data.path;
 }
 
-}  // namespace platform
 }  // namespace scrivalen

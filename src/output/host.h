@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 // Each goes to the host's handler, or to the default where the host has set none.
 void sendToLog(const wchar_t* line);
@@ -17,4 +17,4 @@ std::int64_t currentTime();
 /// otherwise; empty when the system does not know that file.
 std::wstring homePath();
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

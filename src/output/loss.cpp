@@ -4,7 +4,7 @@
 #include "output/contain.h"
 #include "text/fmt.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 void logLoss(std::wstring_view file, const LossCounter& loss) noexcept {
   if (loss.count() == 0) {
@@ -20,4 +20,4 @@ void logLoss(std::wstring_view file, const LossCounter& loss) noexcept {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

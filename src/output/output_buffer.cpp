@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 void OutputBuffer::hand(const char* data, std::size_t size) {
   taken_ += size;
@@ -55,4 +55,4 @@ void OutputBuffer::writeThrough(const char* data, std::size_t size) {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

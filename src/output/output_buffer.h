@@ -5,7 +5,7 @@
 #include <cstring>
 #include <memory>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Takes the bytes of a full buffer.
 class ByteSink {
@@ -76,4 +76,4 @@ class OutputBuffer {
   bool lost_ = false;
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

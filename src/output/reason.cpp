@@ -7,7 +7,7 @@
 #include <iterator>
 #include <new>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 void Reason::keep(std::wstring_view reason) noexcept {
   if (!empty()) {
@@ -47,4 +47,4 @@ void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

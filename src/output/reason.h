@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// The reason when memory ran out.
 inline constexpr const wchar_t* kOutOfMemory = L"There is not enough memory";
@@ -34,4 +34,4 @@ inline constexpr std::size_t kErrorRoom = 512;
 /// Assigns a text; where there is no memory for it, as much of it as there is room for.
 void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept;
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -8,7 +8,7 @@
 #include "system/messages.h"
 #include "text/fmt.h"
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 OutputFile::OutputFile() = default;
 OutputFile::~OutputFile() = default;
@@ -102,9 +102,9 @@ const wchar_t* ReportFile::Error() const { return state_ ? state_->openError.c_s
 
 const wchar_t* ReportFile::WriteError() const { return state_ ? state_->writeError.c_str() : L""; }
 
-OutputBuffer* scrivalen::platform::bufferOf(ReportFile& file) { return file.IsOpen() ? &file.state_->buffer : nullptr; }
+OutputBuffer* scrivalen::bufferOf(ReportFile& file) { return file.IsOpen() ? &file.state_->buffer : nullptr; }
 
-void scrivalen::platform::giveUp(ReportFile& file, const wchar_t* reason) {
+void scrivalen::giveUp(ReportFile& file, const wchar_t* reason) {
   if (file.IsOpen() && file.state_->writeError.empty()) {
     file.state_->writeError.keep(reason);
     file.state_->logFailure();

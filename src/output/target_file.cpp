@@ -5,7 +5,7 @@
 
 #include <utility>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // What another program has written into a new file meanwhile is not ours to remove.
@@ -113,4 +113,4 @@ void TargetFile::release() noexcept {
   work_.remove();
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

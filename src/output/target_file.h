@@ -5,7 +5,7 @@
 
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// A file that gets new content in one step once that is whole. Until then it has what it had, and the new content is
 /// made beside it, where nobody else can read it. A file that is replaced hands its rights on; other names that it has
@@ -50,4 +50,4 @@ class TargetFile {
   WorkFolder work_;
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

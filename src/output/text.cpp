@@ -6,11 +6,11 @@
 namespace scrivalen {
 
 std::wstring FromUtf8(std::string_view text) {
-  return platform::contained(std::wstring(), [text] { return platform::toWide(text); });
+  return scrivalen::contained(std::wstring(), [text] { return scrivalen::toWide(text); });
 }
 
 std::string ToUtf8(std::wstring_view text) {
-  return platform::contained(std::string(), [text] { return platform::toUtf8(text); });
+  return scrivalen::contained(std::string(), [text] { return scrivalen::toUtf8(text); });
 }
 
 }  // namespace scrivalen

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-namespace scrivalen::core {
+namespace scrivalen {
 namespace {
 
 struct Objects {
@@ -40,4 +40,4 @@ void leaveBehind(std::shared_ptr<void> object) noexcept {
   }
 }
 
-}  // namespace scrivalen::core
+}  // namespace scrivalen

@@ -17,8 +17,8 @@
 #include <memory>
 #include <type_traits>
 
-using namespace scrivalen::platform;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::ReportError;
 
 namespace {
 
@@ -142,7 +142,7 @@ int AReport::OpenReportFile(ReportFile& file, const wchar_t* name) {
 int AReport::MakeTemplateName(std::wstring& path, const wchar_t* name) {
   int found = 0;
   ReportError(error_, lost_).keepContent([&] {
-    const auto inFolder = scrivalen::core::templatePath(homePath(), orEmpty(name));
+    const auto inFolder = scrivalen::templatePath(homePath(), orEmpty(name));
     if (!inFolder) {
       return;
     }

@@ -1,19 +1,19 @@
 #include "report/report_closing.h"
 #include "output/loss.h"
 
-namespace scrivalen::core {
+namespace scrivalen {
 
-REPORT_ERRORS closeReportFile(ReportFile& file, const platform::LossCounter& loss, ReportError error) noexcept {
+REPORT_ERRORS closeReportFile(ReportFile& file, const scrivalen::LossCounter& loss, ReportError error) noexcept {
   if (!file.IsOpen()) {
     return REPORT_OK;
   }
   const bool whole = file.Close();
-  platform::logLoss(file.Name(), loss);
+  scrivalen::logLoss(file.Name(), loss);
   const bool hasLoss = error.reportLoss();
   if (!whole) {
-    error.set(platform::FileError::Write, file.Name(), file.WriteError());
+    error.set(scrivalen::FileError::Write, file.Name(), file.WriteError());
   }
   return whole && !hasLoss ? REPORT_OK : REPORT_FILE_ERROR;
 }
 
-}  // namespace scrivalen::core
+}  // namespace scrivalen

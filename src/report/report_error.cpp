@@ -1,9 +1,9 @@
 #include "report/report_error.h"
 
-namespace scrivalen::core {
+namespace scrivalen {
 
 const wchar_t* ReportError::textOf(const std::wstring& text, std::int32_t lost) {
-  return text.empty() && lost != 0 ? platform::kOutOfMemory : text.c_str();
+  return text.empty() && lost != 0 ? scrivalen::kOutOfMemory : text.c_str();
 }
 
 void ReportError::set(std::wstring_view text) noexcept {
@@ -15,9 +15,9 @@ void ReportError::set(std::wstring_view text) noexcept {
   }
 }
 
-void ReportError::set(platform::FileError error, std::wstring_view file, std::wstring_view reason) noexcept {
+void ReportError::set(scrivalen::FileError error, std::wstring_view file, std::wstring_view reason) noexcept {
   try {
-    set(platform::fileErrorText(error, file, reason));
+    set(scrivalen::fileErrorText(error, file, reason));
   } catch (...) {
     set(reason);
   }
@@ -37,4 +37,4 @@ void ReportError::lose(Lost what) noexcept {
   *lost_ |= what | kText;
 }
 
-}  // namespace scrivalen::core
+}  // namespace scrivalen

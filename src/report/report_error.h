@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::core {
+namespace scrivalen {
 
 /// The error text of a report and what the report lost because memory ran out. AReport keeps both in its fields; its
 /// members and its formats change them through this. Nothing here raises.
@@ -27,7 +27,7 @@ class ReportError {
 
   void set(std::wstring_view text) noexcept;
   /// Sets the sentence on a file and the reason; without memory for it, the reason alone.
-  void set(platform::FileError error, std::wstring_view file, std::wstring_view reason) noexcept;
+  void set(scrivalen::FileError error, std::wstring_view file, std::wstring_view reason) noexcept;
 
   /// Runs a part of a call that sets the report up, or of one that writes content. What it raises is logged, and the
   /// setting or content counts as lost.
@@ -44,9 +44,9 @@ class ReportError {
   /// Runs an opening or closing. What it raises becomes the error text.
   template <typename Action>
   REPORT_ERRORS resultOf(Action&& action) noexcept {
-    platform::Reason raised;
+    scrivalen::Reason raised;
     REPORT_ERRORS result = REPORT_FILE_ERROR;
-    platform::containedIn(raised, [&] { result = action(); });
+    scrivalen::containedIn(raised, [&] { result = action(); });
     if (!raised.empty()) {
       set(raised.text());
     }
@@ -68,7 +68,7 @@ class ReportError {
       action();
       return true;
     } catch (...) {
-      platform::logRaised();
+      scrivalen::logRaised();
       lose(what);
       return false;
     }
@@ -80,4 +80,4 @@ class ReportError {
   std::int32_t* lost_;
 };
 
-}  // namespace scrivalen::core
+}  // namespace scrivalen

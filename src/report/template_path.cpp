@@ -2,17 +2,17 @@
 
 #include "system/files.h"
 
-namespace scrivalen::core {
+namespace scrivalen {
 
 std::optional<std::wstring> templatePath(std::wstring_view module, std::wstring_view name) {
-  const std::wstring_view folder = platform::folderOf(module);
+  const std::wstring_view folder = scrivalen::folderOf(module);
   if (folder.empty()) {
     return std::nullopt;
   }
   std::wstring path(folder);
   path += L"tmpl";
-  path += platform::kPathSeparator;
+  path += scrivalen::kPathSeparator;
   return path.append(name);
 }
 
-}  // namespace scrivalen::core
+}  // namespace scrivalen

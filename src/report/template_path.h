@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::core {
+namespace scrivalen {
 
 /// The path of a template: the folder "tmpl" beside a module's file; nothing when the module's path names no folder.
 std::optional<std::wstring> templatePath(std::wstring_view module, std::wstring_view name);
 
-}  // namespace scrivalen::core
+}  // namespace scrivalen

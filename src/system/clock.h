@@ -4,10 +4,10 @@
 #include <ctime>
 #include <optional>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Converts seconds since 1970-01-01 UTC to local time, or to UTC; nothing for a time that has no calendar date here.
 std::optional<std::tm> localTime(std::int64_t seconds);
 std::optional<std::tm> utcTime(std::int64_t seconds);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include <time.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::optional<std::tm> localTime(std::int64_t seconds) {
   const std::time_t time = seconds;
@@ -16,4 +16,4 @@ std::optional<std::tm> utcTime(std::int64_t seconds) {
   return ::gmtime_r(&time, &result) ? std::optional<std::tm>(result) : std::nullopt;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include <time.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::optional<std::tm> localTime(std::int64_t seconds) {
   std::tm result{};
@@ -14,4 +14,4 @@ std::optional<std::tm> utcTime(std::int64_t seconds) {
   return ::_gmtime64_s(&result, &seconds) == 0 ? std::optional<std::tm>(result) : std::nullopt;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

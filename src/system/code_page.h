@@ -6,7 +6,7 @@
 #include <optional>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Converts wide text to the ANSI code page: the system's on Windows, without its look-alike letters; Windows-1252
 /// elsewhere, whose five unused bytes stand for themselves. What the code page lacks becomes "?", two of them for a
@@ -19,4 +19,4 @@ std::optional<std::size_t> toCodePage(std::wstring_view text, char* out, std::si
 /// Whether the code page holds every character of a text.
 bool isInCodePage(std::wstring_view text);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 using PlainAscii = PlainBelow<char, 0x80>;
@@ -54,7 +54,8 @@ std::optional<std::size_t> toCodePage(std::wstring_view text, char* out, std::si
 }
 
 bool isInCodePage(std::wstring_view text) {
-  return std::all_of(text.begin(), text.end(), [](wchar_t c) { return toWindows1252(static_cast<char32_t>(c)).has_value(); });
+  return std::all_of(text.begin(), text.end(),
+                     [](wchar_t c) { return toWindows1252(static_cast<char32_t>(c)).has_value(); });
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -1,9 +1,9 @@
 #include "system/code_page.h"
 
-#include "text/utf.h"
 #include "system/windows_api.h"
+#include "text/utf.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // A system set to UTF-8 has no ANSI letters to offer; documents say "ansi", which is Windows-1252.
@@ -67,4 +67,4 @@ bool isInCodePage(std::wstring_view text) {
   return loss.count() == 0;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// The program's arguments, its own name first: UTF-8, or any bytes, as narrowPath returns them.
 std::vector<std::string> programArguments(int argc, char** argv);
@@ -23,4 +23,4 @@ void writeStandardError(std::string_view text);
 /// Whether standard error is a terminal that understands control sequences.
 bool isStandardErrorTerminal();
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

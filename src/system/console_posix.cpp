@@ -8,7 +8,7 @@
 
 #include <unistd.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::vector<std::string> programArguments(int argc, char** argv) { return {argv, argv + argc}; }
 
@@ -35,4 +35,4 @@ void writeStandardError(std::string_view text) { std::fwrite(text.data(), 1, tex
 
 bool isStandardErrorTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

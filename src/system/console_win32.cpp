@@ -6,7 +6,7 @@
 
 #include <shellapi.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 bool isTerminal(HANDLE stream) {
@@ -65,4 +65,4 @@ bool isStandardErrorTerminal() {
   return GetConsoleMode(stream, &mode) && SetConsoleMode(stream, mode | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

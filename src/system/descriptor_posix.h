@@ -9,7 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 inline int descriptor(NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
 
@@ -34,4 +34,4 @@ inline int aboveStandardStreams(int fd) {
   return moved;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Moves a finished file over another of the same volume, or to where there is none. A file that is replaced hands its
 /// rights on: on Linux mode, owner, group and access control list, on Windows the access control list and the
@@ -14,4 +14,4 @@ bool replaceFile(const std::wstring& finished, const std::wstring& target) noexc
 /// @return false, with the reason in lastSystemError, when its rights may be wider
 bool copyRights(const std::wstring& from, const std::wstring& to) noexcept;
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

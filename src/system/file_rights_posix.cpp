@@ -10,7 +10,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr mode_t kRights = 0777;
@@ -149,4 +149,4 @@ bool replaceFile(const std::wstring& finished, const std::wstring& target) noexc
   return (!isReplaced || copyRights(target, finished)) && ::rename(NativePath(finished).c_str(), path.c_str()) == 0;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr DWORD kInheritedAttributes =
@@ -51,4 +51,4 @@ bool replaceFile(const std::wstring& finished, const std::wstring& target) noexc
   return MoveFileExW(finished.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include <random>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::wstring_view folderOf(std::wstring_view path) {
   const auto separator = path.find_last_of(kPathSeparators);
@@ -57,4 +57,4 @@ std::optional<std::wstring> createFileBeside(const std::wstring& path) {
   return std::nullopt;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

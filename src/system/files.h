@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// A file of the operating system: a HANDLE, or a file descriptor carried in the pointer; null is no file.
 using NativeFile = void*;
@@ -115,4 +115,4 @@ std::wstring_view folderOf(std::wstring_view path);
 /// The path behind its last separator.
 std::wstring_view fileNameOf(std::wstring_view path);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

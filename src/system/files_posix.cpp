@@ -20,7 +20,7 @@
 #include <sys/statvfs.h>
 #include <unistd.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // Whether a call of the system was broken off by a signal that is no reason to give up.
@@ -352,4 +352,4 @@ std::wstring resolvedPath(const std::wstring& path) {
 
 bool isOpenFilesName(const std::wstring& path) { return Followed(path).isOpenFile; }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <memory>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr DWORD kNoSharing = 0;
@@ -270,4 +270,4 @@ std::wstring resolvedPath(const std::wstring& path) {
 
 bool isOpenFilesName(const std::wstring&) { return false; }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

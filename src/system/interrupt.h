@@ -1,6 +1,6 @@
 #pragma once
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// From now on a request to end the program (Ctrl+C, a closed console, SIGINT, SIGTERM, SIGHUP) is only remembered,
 /// however often it comes, so that the program can tidy up; a call of the system that waits is broken off. Requests
@@ -14,4 +14,4 @@ bool wasInterrupted();
 /// Ends the program the way the first request would have done it; does nothing without one.
 void endIfInterrupted();
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

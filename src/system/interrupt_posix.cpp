@@ -5,7 +5,7 @@
 
 #include <time.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr long kNanosecondsBetweenAlarms = 50'000'000;
@@ -66,4 +66,4 @@ void endIfInterrupted() {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -4,7 +4,7 @@
 
 #include <atomic>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr UINT kEndedByControlC = 0xC000013A;  // STATUS_CONTROL_C_EXIT
@@ -33,4 +33,4 @@ void endIfInterrupted() {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
-/// The system's number for the last call of the platform layer that failed: errno, or GetLastError.
+/// The number that the system gives for its last call that failed: errno, or GetLastError.
 std::uint32_t lastSystemError();
 
 /// Restores such a number, where what was done since is of no interest.
@@ -38,4 +38,4 @@ inline constexpr bool kHasMessageBox = false;
 /// Shows an error in a modal box; does nothing on a system that has none.
 void showMessageBox(const wchar_t* title, const wchar_t* text);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

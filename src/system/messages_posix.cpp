@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <system_error>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::uint32_t lastSystemError() { return static_cast<std::uint32_t>(errno); }
 
@@ -19,4 +19,4 @@ std::wstring systemErrorText(std::uint32_t error) {
 
 void showMessageBox(const wchar_t*, const wchar_t*) {}
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

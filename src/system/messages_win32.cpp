@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::uint32_t lastSystemError() { return GetLastError(); }
 
@@ -29,4 +29,4 @@ void showMessageBox(const wchar_t* title, const wchar_t* text) {
   MessageBoxW(nullptr, text, title, MB_OK | MB_ICONERROR | MB_TASKMODAL);
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -4,7 +4,7 @@
 
 #include <dlfcn.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 std::wstring findModule() {
@@ -25,4 +25,4 @@ const std::wstring loadedFrom = findModule();
 
 std::wstring modulePath() { return loadedFrom; }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include "system/windows_api.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 std::wstring modulePath() {
   static const char anchor = 0;
@@ -16,4 +16,4 @@ std::wstring modulePath() {
   return path;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

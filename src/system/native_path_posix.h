@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 inline constexpr char32_t kByteEscape = 0xDC00;  ///< plus a byte of 0x80 or above, which is not UTF-8
 
@@ -47,4 +47,4 @@ class NativePath {
   bool isValid_ = true;
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 struct ProcessResult {
   bool started = false;
@@ -17,12 +17,12 @@ struct ProcessResult {
 };
 
 /// Starts a program, without a window and without a shell, and waits for its end. It gets no open file of this process
-/// but the standard ones, and a lost reader ends it even where this process ignores that. When work is to stop (stop.h),
-/// the program is ended, on Linux with all that it has started: for that it gets a process group of its own.
+/// but the standard ones, and a lost reader ends it even where this process ignores that. When work is to stop
+/// (stop.h), the program is ended, on Linux with all that it has started: for that it gets a process group of its own.
 /// @param arguments  the program first: a path, or a name that is looked for on the search path
 /// @param variables  "NAME=value": changes to this process's environment for the program; on Windows it always gets
 /// that
 ///                   environment unchanged
 ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables = {});
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

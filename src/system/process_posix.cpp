@@ -18,7 +18,7 @@
 
 extern char** environ;
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr std::size_t kMostMessages = 4096;
@@ -260,4 +260,4 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   return result;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

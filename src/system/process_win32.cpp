@@ -3,7 +3,7 @@
 #include "system/stop.h"
 #include "system/windows_api.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr DWORD kMillisecondsBetweenLooks = 50;
@@ -57,4 +57,4 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   return result;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

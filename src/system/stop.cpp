@@ -2,7 +2,7 @@
 
 #include <atomic>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 std::atomic<StopQuery> stopQuery = nullptr;
@@ -18,4 +18,4 @@ bool isStopRequested() noexcept {
   return query && query();
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

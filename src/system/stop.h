@@ -1,6 +1,6 @@
 #pragma once
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 using StopQuery = bool (*)();
 
@@ -14,4 +14,4 @@ bool canStop() noexcept;
 /// Whether work that takes long is to stop. Cheap enough to be asked for every page.
 bool isStopRequested() noexcept;
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

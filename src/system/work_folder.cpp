@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <utility>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // How the names of all folders for one file begin. The file's own name may be as long as names can be, so this has the
@@ -67,4 +67,4 @@ void WorkFolder::remove() noexcept {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

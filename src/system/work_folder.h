@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// A folder in which new content for a file is made. It is for this user alone, so that nobody reads the content before
 /// it has the file's rights, and it is held as long as it is in use: what a run that was killed has left is removed by
@@ -52,4 +52,4 @@ void removeHeldFolder(NativeFile held, const std::wstring& path) noexcept;
 /// @param folder  empty: the current one
 void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesBegin) noexcept;
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

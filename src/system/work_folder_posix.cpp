@@ -12,7 +12,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 using Entries = std::unique_ptr<DIR, int (*)(DIR*)>;
@@ -120,4 +120,4 @@ void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesB
   ::close(fd);
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -8,7 +8,7 @@
 #include <memory>
 #include <vector>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 template <typename T>
@@ -128,4 +128,4 @@ void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesB
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

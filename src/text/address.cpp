@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 bool hasScheme(std::wstring_view address) {
   const std::size_t colon = address.find(L':');
@@ -17,4 +17,4 @@ bool hasScheme(std::wstring_view address) {
   });
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -1,6 +1,6 @@
 #include "text/ascii.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b) {
   return std::equal(a.begin(), a.end(), b.begin(), b.end(),
@@ -11,4 +11,4 @@ bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix) {
   return text.size() >= suffix.size() && equalIgnoringCase(text.substr(text.size() - suffix.size()), suffix);
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

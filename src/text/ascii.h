@@ -5,7 +5,7 @@
 #include <string_view>
 
 // Letters and digits of ASCII, whatever the locale, in texts of any kind of character.
-namespace scrivalen::platform {
+namespace scrivalen {
 
 template <typename Char>
 constexpr bool isAsciiDigit(Char c) {
@@ -51,4 +51,4 @@ constexpr int hexValue(Char c) {
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
 bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <charconv>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 struct Conversion {
@@ -173,4 +173,4 @@ std::wstring FMT::format_(std::wstring_view format, std::span<const FormatValue>
   return out;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

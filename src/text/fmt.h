@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// One value for FMT::Format.
 struct FormatValue {
@@ -52,6 +52,6 @@ struct FMT {
   static std::wstring format_(std::wstring_view format, std::span<const FormatValue> values);
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen
 
-using scrivalen::platform::FMT;
+using scrivalen::FMT;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // Small letters `first`, `first + step`, ... up to `last` (Unicode 15, UnicodeData.txt, simple upper-case mapping).
@@ -72,4 +72,4 @@ char32_t toSmall(char32_t c) {
   return c;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -1,6 +1,6 @@
 #pragma once
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 // Letters of the Latin, Greek, Cyrillic and Armenian alphabets, whatever the locale. Every other character is returned
 // as it is.
@@ -11,4 +11,4 @@ char32_t toCapital(char32_t c);
 /// The small letter of a capital.
 char32_t toSmall(char32_t c);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Counts the characters that an output could not hold as they were given.
 class LossCounter {
@@ -31,4 +31,4 @@ class LossCounter {
   char32_t first_ = 0;
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

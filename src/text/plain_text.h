@@ -8,7 +8,7 @@
 
 // The part of a text that an output takes as it stands, which is nearly all of nearly every text, goes there eight
 // characters at a time.
-namespace scrivalen::platform {
+namespace scrivalen {
 
 inline constexpr std::size_t kPlainBlock = 8;
 
@@ -84,4 +84,4 @@ std::size_t copyPlainBlocks(const wchar_t* from, std::size_t length, char* out) 
   return done;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -4,7 +4,7 @@
 #include <string_view>
 #include <type_traits>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// A text in which every occurrence of @p part is replaced, from left to right; an empty part is not replaced.
 template <typename Char>
@@ -20,4 +20,4 @@ std::basic_string<Char> replacedAll(std::basic_string_view<Char> text,
   return result.append(text);
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr std::size_t kBlock = 16;
@@ -135,4 +135,4 @@ std::string toUtf8(std::wstring_view wide) {
   return utf8;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 inline constexpr char32_t kReplacement = 0xFFFD;
 
@@ -91,4 +91,4 @@ std::string toUtf8(std::wstring_view wide);
 /// Appends one character to wide text, as two surrogates where wide characters have 16 bits.
 void appendCharacter(std::wstring& wide, char32_t c);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

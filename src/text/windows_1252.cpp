@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // Bytes 0x80 to 0x9F (Unicode Consortium, CP1252.TXT, best fit included for the unused five).
@@ -25,4 +25,4 @@ std::optional<unsigned char> toWindows1252(char32_t c) {
   return static_cast<unsigned char>(0x80 + (found - kUpperControls.begin()));
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

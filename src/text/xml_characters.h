@@ -2,11 +2,11 @@
 
 #include "text/utf.h"
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Whether a document may have a character (XML 1.0, 2.2).
 constexpr bool isXmlCharacter(char32_t c) {
   return c < 0x20 ? c == U'\t' || c == U'\n' || c == U'\r' : isCharacter(c) && c != 0xFFFE && c != 0xFFFF;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

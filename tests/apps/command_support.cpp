@@ -105,9 +105,9 @@ Result CommandRun::run(const std::vector<std::string>& arguments) {
   return result;
 }
 
-std::string CommandRun::path(std::string_view name) const { return platform::narrowPath(widePath(name)); }
+std::string CommandRun::path(std::string_view name) const { return scrivalen::narrowPath(widePath(name)); }
 
-std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / platform::widePath(name); }
+std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / scrivalen::widePath(name); }
 
 std::string CommandRun::text(std::string_view name) const {
   return replacedAll<char>(fromUtf16(bytes(name)), "\r\n", "\n");

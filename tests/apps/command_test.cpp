@@ -166,14 +166,14 @@ TEST(Command, WritesTheSameBytesTwice) {
 // A template of the template folder while it lives. Tests run side by side, so each has a name of its own.
 class TestTemplate {
  public:
-  explicit TestTemplate(std::string_view bytes) : name_("test-" + toUtf8(platform::randomName())) {
+  explicit TestTemplate(std::string_view bytes) : name_("test-" + toUtf8(scrivalen::randomName())) {
     HtmlReport().MakeTemplateName(path_, L"");
     path_ += toWide(name_) + L".htm";
     scrivalen::test::writeBytes(path_, bytes);
   }
   TestTemplate(const TestTemplate&) = delete;
   TestTemplate& operator=(const TestTemplate&) = delete;
-  ~TestTemplate() { platform::deleteFile(path_); }
+  ~TestTemplate() { scrivalen::deleteFile(path_); }
 
   const std::string& name() const { return name_; }
 

@@ -127,16 +127,16 @@ TEST(DeliveryPosix, WritesNothingInThePlaceOfAClosedStream) {
   CommandRun run;
   run.with("in.md", "x");
   const auto before = fs::read_symlink("/dev/stdout");
-  const auto result = platform::runProgram({L"sh", L"-c", L"exec \"$0\" \"$1\" -o text:/dev/stdout >&-",
-                                            platform::widePath(SCRIVALEN_COMMAND), run.widePath("in.md")});
+  const auto result = scrivalen::runProgram({L"sh", L"-c", L"exec \"$0\" \"$1\" -o text:/dev/stdout >&-",
+                                             scrivalen::widePath(SCRIVALEN_COMMAND), run.widePath("in.md")});
   EXPECT_EQ(result.exitStatus, 1);
   EXPECT_EQ(result.messages, std::vector<std::wstring>{L"scrivalen: cannot write '/dev/stdout': it is closed"});
   EXPECT_EQ(fs::read_symlink("/dev/stdout"), before);
 }
 
 TEST(DeliveryPosix, ReplacesFilesInMemoryToo) {
-  const scrivalen::test::TemporaryFolder folder(L"/dev/shm/scrivalen-" + platform::randomName());
-  const std::string output = platform::narrowPath(folder / L"a.xml");
+  const scrivalen::test::TemporaryFolder folder(L"/dev/shm/scrivalen-" + scrivalen::randomName());
+  const std::string output = scrivalen::narrowPath(folder / L"a.xml");
   CommandRun run;
   run.with("in.md", "x");
   for (int i = 0; i < 2; ++i) {
@@ -158,11 +158,11 @@ TEST(DeliveryPosix, RemovesWhatAKilledRunHasLeft) {
   CommandRun run;
   run.with("in.md", "x");
   ASSERT_EQ(::mkfifo(run.fsPath("never.csv").c_str(), 0600), 0);
-  const auto killed = platform::runProgram(
+  const auto killed = scrivalen::runProgram(
       {L"sh", L"-c",
        L"\"$0\" \"$1/never.csv\" -o \"$1/a.xlsx\" -o \"$1/b.html\" & exec 3>\"$1/never.csv\"; "
        L"seq 1000 >&3; until [ $(ls -A \"$1\" | wc -l) = 4 ]; do sleep 0.01; done; kill -9 $!; wait $!",
-       platform::widePath(SCRIVALEN_COMMAND), run.widePath("")});
+       scrivalen::widePath(SCRIVALEN_COMMAND), run.widePath("")});
   EXPECT_TRUE(killed.started);
   EXPECT_EQ(run.names().size(), 4u);
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.xlsx", "-o", "@/b.html"}).status, 0);

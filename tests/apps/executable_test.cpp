@@ -13,7 +13,7 @@ int execute(const CommandRun& folder, const std::vector<std::string>& arguments)
   for (const std::string& argument : arguments) {
     all.push_back(toWide(replacedAll<char>(argument, "@/", folder.path(""))));
   }
-  const platform::ProcessResult result = platform::runProgram(all);
+  const scrivalen::ProcessResult result = scrivalen::runProgram(all);
   EXPECT_TRUE(result.started) << toUtf8(result.commandLine) << ": error " << result.error;
   return result.exitStatus;
 }

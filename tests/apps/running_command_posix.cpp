@@ -47,13 +47,11 @@ void prepare(const RunningCommand::Start& start, const std::string& errorFile, i
 }  // namespace
 
 RunningCommand::RunningCommand(const CommandRun& folder, const Start& start)
-    : folder_(folder),
-      filesAtFirst_(folder.names().size()),
-      errorFile_(scrivalen::platform::toUtf8(errorFolder_ / L"error")) {
+    : folder_(folder), filesAtFirst_(folder.names().size()), errorFile_(scrivalen::toUtf8(errorFolder_ / L"error")) {
   std::signal(SIGPIPE, SIG_IGN);  // it may end before it has read everything
   std::vector<std::string> arguments = {SCRIVALEN_COMMAND};
   for (const std::string& argument : start.arguments) {
-    arguments.push_back(scrivalen::platform::replacedAll<char>(argument, "@/", folder.path("")));
+    arguments.push_back(scrivalen::replacedAll<char>(argument, "@/", folder.path("")));
   }
   std::vector<char*> pointers;
   for (std::string& argument : arguments) {
@@ -127,8 +125,7 @@ int RunningCommand::end() {
 }
 
 std::string RunningCommand::error() const {
-  return scrivalen::platform::replacedAll<char>(scrivalen::test::bytesOf(scrivalen::platform::toWide(errorFile_)),
-                                                folder_.path(""), "@/");
+  return scrivalen::replacedAll<char>(scrivalen::test::bytesOf(scrivalen::toWide(errorFile_)), folder_.path(""), "@/");
 }
 
 }  // namespace scrivalen::command::test

@@ -121,7 +121,7 @@ TEST_F(Signals, OfAFileThatGrowsTooLargeCostOneOutput) {
                 .largestFile = static_cast<long>(rows.size()) + 2000});
   EXPECT_EQ(command.end(), 1);
   EXPECT_EQ(command.error(), "scrivalen: File write error for '@/a.html'. File too large\n");
-  EXPECT_EQ(scrivalen::platform::replacedAll<char>(folder_.bytes("b.txt"), "\r", ""), rows);
+  EXPECT_EQ(scrivalen::replacedAll<char>(folder_.bytes("b.txt"), "\r", ""), rows);
   EXPECT_EQ(folder_.names(), (Names{"b.txt", "in.csv"}));
 }
 

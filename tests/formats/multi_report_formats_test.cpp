@@ -13,7 +13,7 @@
 #include <filesystem>
 #include <optional>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // The program of these tests has a help compiler beside it that writes down what it was given, and a template that

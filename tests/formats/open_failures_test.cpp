@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 
 using namespace scrivalen::test;
-namespace platform = scrivalen::platform;
 
 namespace {
 
@@ -69,10 +68,10 @@ TYPED_TEST(OpenFailure, OfAFileThatAnotherReportHolds) {
 TYPED_TEST(OpenFailure, OfAFileThatIsBeingRead) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "kept");
-  const platform::NativeFile reader = platform::openForReading(folder / L"a");
+  const scrivalen::NativeFile reader = scrivalen::openForReading(folder / L"a");
   ASSERT_NE(reader, nullptr);
   this->expectRefused(folder / L"a");
-  EXPECT_TRUE(platform::closeFile(reader));
+  EXPECT_TRUE(scrivalen::closeFile(reader));
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 

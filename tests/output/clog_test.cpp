@@ -1,8 +1,8 @@
 #include "output/clog.h"
 
-#include "system/files.h"
 #include "output/loss.h"
 #include "support/captured_log.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
@@ -23,7 +23,7 @@ TEST(Log, TellsADefectWithItsPlace) {
 }
 
 TEST(Log, GivesTheSystemsTextWithoutALineEnd) {
-  EXPECT_EQ(scrivalen::platform::openForReading(L"no such folder here/no such file"), nullptr);
+  EXPECT_EQ(scrivalen::openForReading(L"no such folder here/no such file"), nullptr);
   std::wstring message;
   const std::uint32_t error = CLog::FormatLastError(message);
   EXPECT_NE(error, 0u);
@@ -38,17 +38,17 @@ TEST(Log, NamesTheVersion) { EXPECT_EQ(CLog::VersionStr(0), L"Scrivalen 1.0.0");
 
 TEST(LossLine, IsNotWrittenWithoutALoss) {
   const CapturedLog log;
-  scrivalen::platform::logLoss(L"out.txt", {});
+  scrivalen::logLoss(L"out.txt", {});
   EXPECT_TRUE(log.lines().empty());
 }
 
 TEST(LossLine, TellsHowManyAndTheFirst) {
   const CapturedLog log;
-  scrivalen::platform::LossCounter loss;
+  scrivalen::LossCounter loss;
   loss.note(0x141);
-  scrivalen::platform::logLoss(L"out.txt", loss);
+  scrivalen::logLoss(L"out.txt", loss);
   loss.note(0x1F600);
-  scrivalen::platform::logLoss(L"out.txt", loss);
+  scrivalen::logLoss(L"out.txt", loss);
   ASSERT_EQ(log.lines().size(), 2u);
   EXPECT_EQ(log.lines()[0], L"'out.txt': 1 character could not be written as it was given: U+0141.");
   EXPECT_EQ(log.lines()[1], L"'out.txt': 2 characters could not be written as they were given, the first is U+0141.");

@@ -5,7 +5,7 @@
 #include <functional>
 #include <vector>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using scrivalen::test::CapturedLog;
 
 TEST(FileErrorText, NamesTheFileAndTheReason) {

@@ -13,7 +13,7 @@
 #include <ctime>
 #include <string>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 TEST(HostHandlers, TheErrorBoxShowsTitleAndText) {
   static std::wstring shown;

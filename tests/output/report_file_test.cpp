@@ -125,15 +125,15 @@ TEST(ReportFile, WritesNothingOnceItsWriterHasGivenUp) {
   file.Write("abc", 3);
   ASSERT_TRUE(file.Flush());
   file.Write("lost", 4);
-  scrivalen::platform::giveUp(file, L"No time");
-  scrivalen::platform::giveUp(file, L"No reason either");
+  scrivalen::giveUp(file, L"No time");
+  scrivalen::giveUp(file, L"No reason either");
   file.Write("lost", 4);
   EXPECT_FALSE(file.Flush());
   EXPECT_FALSE(file.Close());
   EXPECT_STREQ(file.WriteError(), L"No time");
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"File write error for '" + path + L"'. No time"});
   EXPECT_EQ(bytesOf(path), "abc");
-  scrivalen::platform::giveUp(file, L"Too late");
+  scrivalen::giveUp(file, L"Too late");
   EXPECT_TRUE(file.Open(path.c_str()));
   EXPECT_TRUE(file.Close());
 }

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 namespace {

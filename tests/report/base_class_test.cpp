@@ -1,15 +1,15 @@
 #include "report/template_path.h"
-#include "system/files.h"
 #include "scrivalen/report.h"
 #include "support/recording_report.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
 #include <type_traits>
 
-using scrivalen::core::templatePath;
-using scrivalen::platform::kPathSeparator;
+using scrivalen::kPathSeparator;
+using scrivalen::templatePath;
 using scrivalen::test::RecordingReport;
 
 namespace {

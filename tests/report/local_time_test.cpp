@@ -1,7 +1,7 @@
-#include "system/clock.h"
 #include "support/captured_log.h"
 #include "support/recording_report.h"
 #include "support/time_zone.h"
+#include "system/clock.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@ using scrivalen::test::TimeZone;
 
 TEST(LocalTime, IsThatOfTheTimeZone) {
   const TimeZone tokyo("JST-9");
-  const auto time = scrivalen::platform::localTime(1709647620);
+  const auto time = scrivalen::localTime(1709647620);
   ASSERT_TRUE(time.has_value());
   EXPECT_EQ(time->tm_hour, 23);
   EXPECT_EQ(time->tm_mday, 5);

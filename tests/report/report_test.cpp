@@ -1,6 +1,5 @@
 #include "scrivalen/report.h"
 
-#include "system/files.h"
 #include "scrivalen/version.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
@@ -8,6 +7,7 @@
 #include "support/open_errors.h"
 #include "support/recording_report.h"
 #include "support/templates.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@
 #include <limits>
 
 using namespace scrivalen::test;
-using scrivalen::platform::kPathSeparator;
+using scrivalen::kPathSeparator;
 
 namespace {
 

@@ -20,7 +20,7 @@
 #include <vector>
 
 using namespace scrivalen::test;
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -55,7 +55,7 @@ std::string fromMarkedUtf16(std::string_view bytes) {
     text += static_cast<wchar_t>(unitAt(bytes, at));
   }
   std::string utf8;
-  platform::appendUtf8(utf8, text);
+  scrivalen::appendUtf8(utf8, text);
   return utf8;
 }
 
@@ -63,7 +63,7 @@ std::wstring wideUnit(unsigned value) { return std::wstring(1, static_cast<wchar
 
 std::wstring grin() {
   std::wstring text;
-  platform::appendCharacter(text, 0x1F600);
+  scrivalen::appendCharacter(text, 0x1F600);
   return text;
 }
 

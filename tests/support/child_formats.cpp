@@ -1,9 +1,9 @@
 #include "support/child_formats.h"
 
-#include "system/files.h"
 #include "support/bytes.h"
 #include "support/pdf_structure.h"
 #include "support/workbook.h"
+#include "system/files.h"
 
 #include <sstream>
 
@@ -72,7 +72,7 @@ std::string nameOf(const testing::TestParamInfo<ChildFormat>& test) { return tes
 std::span<const ChildFormat> childFormats() { return kFormats; }
 std::span<const ChildFormat> fileFormats() { return std::span(kFormats).first(std::size(kFormats) - 1); }
 
-ChildFiles::ChildFiles() : topicFolder_(topics.path() + platform::kPathSeparator) {}
+ChildFiles::ChildFiles() : topicFolder_(topics.path() + scrivalen::kPathSeparator) {}
 
 std::wstring ChildFiles::path(const ChildFormat& format, const std::wstring& start) const {
   const std::string_view name = format.name;

@@ -1,7 +1,7 @@
 #include "support/comma_locale.h"
 
-#include "text/utf.h"
 #include "support/files.h"
+#include "text/utf.h"
 
 #include <clocale>
 #include <cstdlib>
@@ -47,7 +47,7 @@ bool setDecimalComma() {
   std::filesystem::create_directory(asPath(folder / L"scrivalen_comma"), error);
   writeBytes(folder / L"scrivalen_comma/LC_NUMERIC", commaNumbers());
   std::string path;
-  platform::appendUtf8(path, folder.path());
+  scrivalen::appendUtf8(path, folder.path());
   ::setenv("LOCPATH", path.c_str(), 1);
   const bool isSet = std::setlocale(LC_NUMERIC, kName) != nullptr;
   ::unsetenv("LOCPATH");

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace scrivalen::test {
 namespace {

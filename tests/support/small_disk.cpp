@@ -1,7 +1,7 @@
 #include "support/small_disk.h"
 
-#include "text/utf.h"
 #include "support/files.h"
+#include "text/utf.h"
 
 #include <gtest/gtest.h>
 
@@ -16,7 +16,7 @@ namespace {
 
 std::string utf8(const std::wstring& path) {
   std::string bytes;
-  platform::appendUtf8(bytes, path);
+  scrivalen::appendUtf8(bytes, path);
   return bytes;
 }
 

@@ -10,7 +10,7 @@
 #include <fstream>
 #include <sstream>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "support/templates.h"
 
+#include "support/files.h"
 #include "system/files.h"
 #include "system/module_path.h"
-#include "support/files.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace scrivalen::test {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

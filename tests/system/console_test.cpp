@@ -5,7 +5,7 @@
 
 #include <csignal>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 TEST(Environment, AnswersAVariable) { EXPECT_EQ(environmentVariable("TZ"), "UTC"); }
 

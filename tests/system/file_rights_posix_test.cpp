@@ -14,7 +14,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 namespace {

@@ -8,7 +8,7 @@
 
 #include <sddl.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 namespace {

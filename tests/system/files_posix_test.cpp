@@ -19,7 +19,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 TEST(Files, MoveWorksFromOneVolumeToAnother) {

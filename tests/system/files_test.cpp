@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 TEST(Files, OpenExclusiveCutsAnExistingFile) {

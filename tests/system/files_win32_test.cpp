@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 TEST(Paths, KeepLoneSurrogatesInNarrowForm) {
   const std::wstring high(1, static_cast<wchar_t>(0xD83D));

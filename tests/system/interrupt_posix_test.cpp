@@ -7,7 +7,7 @@
 
 #include <unistd.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 TEST(ModulePath, IsTheFullNameOfAnExistingFile) {
   const std::wstring path = modulePath();

@@ -1,11 +1,11 @@
 #include "system/process.h"
 
-#include "system/module_path.h"
 #include "system/messages.h"
+#include "system/module_path.h"
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 // The test program itself is a program that is sure to be there on every platform.
 TEST(RunProgram, WaitsAndAnswersTheExitStatus) {

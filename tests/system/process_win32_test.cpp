@@ -1,12 +1,12 @@
 #include "system/process.h"
 
-#include "text/utf.h"
-#include "system/windows_api.h"
 #include "support/files.h"
+#include "system/windows_api.h"
+#include "text/utf.h"
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 namespace {

@@ -8,7 +8,7 @@
 
 #include <string>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 TEST(AsciiCase, ChangesTheLettersAToZOnly) {
   EXPECT_EQ(asciiLower('A'), 'a');

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-using scrivalen::platform::toCapital;
-using scrivalen::platform::toSmall;
+using scrivalen::toCapital;
+using scrivalen::toSmall;
 
 TEST(ToCapital, KnowsTheAlphabetsOfEurope) {
   constexpr std::pair<char32_t, char32_t> kPairs[] = {

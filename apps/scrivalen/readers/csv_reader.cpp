@@ -18,7 +18,7 @@ namespace {
 class Row {
  public:
   void add(std::string_view cell) {
-    platform::appendWide(text_, cell);
+    scrivalen::appendWide(text_, cell);
     text_ += L'\0';
     ends_.push_back(text_.size());
   }

@@ -19,13 +19,13 @@ std::optional<char32_t> numericReference(std::string_view digits) {
   const char* const end = digits.data() + digits.size();
   const auto result = std::from_chars(digits.data(), end, number, hexadecimal ? 16 : 10);
   if (result.ec == std::errc::result_out_of_range) {
-    return platform::kReplacement;
+    return scrivalen::kReplacement;
   }
   if (result.ptr != end || digits.empty()) {
     return std::nullopt;
   }
   const auto c = static_cast<char32_t>(number);
-  return c != 0 && platform::isCharacter(c) ? c : platform::kReplacement;
+  return c != 0 && scrivalen::isCharacter(c) ? c : scrivalen::kReplacement;
 }
 
 const Entity* namedEntity(std::string_view name) {
@@ -41,17 +41,17 @@ void appendEntity(std::wstring& text, std::string_view reference) {
   const std::string_view name = reference.substr(1, reference.size() - 2);
   if (name.starts_with('#')) {
     if (const auto c = numericReference(name.substr(1))) {
-      platform::appendCharacter(text, *c);
+      scrivalen::appendCharacter(text, *c);
       return;
     }
   } else if (const Entity* entity = namedEntity(name)) {
-    platform::appendCharacter(text, entity->first);
+    scrivalen::appendCharacter(text, entity->first);
     if (entity->second != 0) {
-      platform::appendCharacter(text, entity->second);
+      scrivalen::appendCharacter(text, entity->second);
     }
     return;
   }
-  platform::appendWide(text, reference);
+  scrivalen::appendWide(text, reference);
 }
 
 }  // namespace scrivalen::command

@@ -54,7 +54,7 @@ void assignAttribute(std::wstring& wide, const MD_ATTRIBUTE& attribute) {
     if (attribute.substr_types[i] == MD_TEXT_ENTITY) {
       appendEntity(wide, part);
     } else {
-      platform::appendWide(wide, part);
+      scrivalen::appendWide(wide, part);
     }
   }
 }
@@ -187,7 +187,7 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
     if (safety_ == Safety::Unsafe) {
       flushText();
     }
-    platform::appendWide(markup_, text);
+    scrivalen::appendWide(markup_, text);
     return;
   }
   flushMarkup(EventKind::Markup);
@@ -201,7 +201,7 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
   } else if (type == MD_TEXT_BR) {
     breakLine();
   } else {
-    platform::appendWide(text_, text);
+    scrivalen::appendWide(text_, text);
   }
   if (text_.size() > kLongText) {
     flushText();
@@ -324,7 +324,7 @@ void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
   const std::size_t end = text.find(kEnd);
   if (markupText_.hidden() == Hidden::Comment && type == MD_TEXT_NORMAL && end != std::string_view::npos) {
     markupText_.reveal();
-    platform::appendWide(text_, text.substr(end + kEnd.size()));
+    scrivalen::appendWide(text_, text.substr(end + kEnd.size()));
   }
 }
 

@@ -29,7 +29,7 @@ std::size_t endOf(std::wstring_view mark, std::wstring_view markup, std::size_t 
 std::size_t endOfElement(std::wstring_view element, std::wstring_view markup) {
   for (std::size_t at = endOf(L"</", markup); at != std::wstring_view::npos; at = endOf(L"</", markup, at)) {
     const std::size_t end = at + element.size();
-    if (platform::equalIgnoringCase(markup.substr(at, element.size()), element) &&
+    if (scrivalen::equalIgnoringCase(markup.substr(at, element.size()), element) &&
         (end == markup.size() || endsTagName(markup[end]))) {
       return std::min(endOf(L">", markup, end), markup.size());
     }
@@ -106,7 +106,7 @@ void MarkupReader::readAngle() {
     skip(endOf(L"]]>", rest_));
   } else if (next == L'!') {
     skip(endOf(L">", rest_));
-  } else if (next == L'/' || platform::isAsciiLetter(next)) {
+  } else if (next == L'/' || scrivalen::isAsciiLetter(next)) {
     readTag();
   } else {
     text_ += L'<';
@@ -118,7 +118,7 @@ void MarkupReader::readTag() {
   const bool closing = rest_[1] == L'/';
   std::wstring_view name = takeTag().substr(closing ? 2 : 1);
   name = name.substr(0, static_cast<std::size_t>(std::find_if(name.begin(), name.end(), endsTagName) - name.begin()));
-  const auto is = [name](std::wstring_view element) { return platform::equalIgnoringCase(name, element); };
+  const auto is = [name](std::wstring_view element) { return scrivalen::equalIgnoringCase(name, element); };
   if (is(L"br")) {
     text_ += L'\n';
   } else if (!closing && is(L"script")) {
@@ -153,7 +153,7 @@ std::wstring_view MarkupReader::takeTag() {
 
 void MarkupReader::readReference() {
   const auto isPartOfName = [](wchar_t c) {
-    return platform::isAsciiLetter(c) || platform::isAsciiDigit(c) || c == L'#';
+    return scrivalen::isAsciiLetter(c) || scrivalen::isAsciiDigit(c) || c == L'#';
   };
   const auto end = std::find_if_not(rest_.begin() + 1, rest_.end(), isPartOfName);
   if (end == rest_.end() || *end != L';') {

@@ -22,7 +22,7 @@ TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(st
   if (name_ == "-") {
     return;
   }
-  file_ = platform::openForReading(platform::widePath(name_));
+  file_ = scrivalen::openForReading(scrivalen::widePath(name_));
   if (!file_) {
     fail();
   }
@@ -30,7 +30,7 @@ TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(st
 
 TextInput::~TextInput() {
   if (file_) {
-    platform::closeFile(file_);
+    scrivalen::closeFile(file_);
   }
 }
 
@@ -71,7 +71,7 @@ bool TextInput::fill() {
   while (!ended_) {
     char* const room = bytes_.data() + end_;
     const std::size_t size = bytes_.size() - end_;
-    const auto count = file_ ? platform::readSome(file_, room, size) : host_.readInput(room, size);
+    const auto count = file_ ? scrivalen::readSome(file_, room, size) : host_.readInput(room, size);
     if (!count) {
       fail();
     }
@@ -109,15 +109,15 @@ std::string_view TextInput::takeUtf8() {
 
 std::string_view TextInput::repaired(std::string_view text) {
   wide_.clear();
-  replaced_ += platform::appendWide(wide_, text);
+  replaced_ += scrivalen::appendWide(wide_, text);
   for (wchar_t& c : wide_) {
     if (c == L'\0') {
-      c = static_cast<wchar_t>(platform::kReplacement);
+      c = static_cast<wchar_t>(scrivalen::kReplacement);
       ++replaced_;
     }
   }
   converted_.clear();
-  platform::appendUtf8(converted_, wide_);
+  scrivalen::appendUtf8(converted_, wide_);
   return converted_;
 }
 
@@ -130,21 +130,21 @@ std::string_view TextInput::takeUtf16() {
   converted_.clear();
   while (end_ - begin_ >= 2) {
     char32_t c = unit(begin_);
-    const bool isPairPossible = platform::isHighSurrogate(c);
+    const bool isPairPossible = scrivalen::isHighSurrogate(c);
     if (isPairPossible && end_ - begin_ < 4 && !ended_) {
       break;
     }
     begin_ += 2;
-    if (isPairPossible && end_ - begin_ >= 2 && platform::isLowSurrogate(unit(begin_))) {
-      c = platform::fromSurrogates(c, unit(begin_));
+    if (isPairPossible && end_ - begin_ >= 2 && scrivalen::isLowSurrogate(unit(begin_))) {
+      c = scrivalen::fromSurrogates(c, unit(begin_));
       begin_ += 2;
     }
-    if (c == 0 || platform::isSurrogate(c)) {
-      c = platform::kReplacement;
+    if (c == 0 || scrivalen::isSurrogate(c)) {
+      c = scrivalen::kReplacement;
       ++replaced_;
     }
     char bytes[4];
-    converted_.append(bytes, platform::putUtf8(c, bytes));
+    converted_.append(bytes, scrivalen::putUtf8(c, bytes));
   }
   if (ended_ && end_ - begin_ == 1) {
     begin_ = end_;

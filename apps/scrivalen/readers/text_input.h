@@ -41,7 +41,7 @@ class TextInput {
 
   const Host& host_;
   std::string name_;
-  platform::NativeFile file_ = nullptr;
+  scrivalen::NativeFile file_ = nullptr;
   Encoding encoding_ = Encoding::Unknown;
   bool ended_ = false;
   std::size_t replaced_ = 0;

@@ -36,7 +36,7 @@ bool isCleanUtf8(std::string_view text) {
       continue;
     }
     char32_t c = 0;
-    if (lead == 0 || !platform::nextUtf8(at, end, c)) {
+    if (lead == 0 || !scrivalen::nextUtf8(at, end, c)) {
       return false;
     }
   }
@@ -48,7 +48,7 @@ std::size_t unfinishedSequence(std::string_view text) {
   for (std::size_t back = 1; back <= longest; ++back) {
     const char c = text[text.size() - back];
     if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
-      return platform::utf8Length(c) > back ? back : 0;
+      return scrivalen::utf8Length(c) > back ? back : 0;
     }
   }
   return 0;

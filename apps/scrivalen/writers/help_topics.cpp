@@ -10,33 +10,33 @@ namespace {
 constexpr std::string_view kLinkStart = " href=\"";
 
 bool readFile(const std::wstring& path, std::string& bytes) {
-  const platform::NativeFile file = platform::openForReading(path);
+  const scrivalen::NativeFile file = scrivalen::openForReading(path);
   if (!file) {
     return false;
   }
   char chunk[16384];
   std::optional<std::size_t> size;
-  while ((size = platform::readSome(file, chunk, sizeof chunk)).value_or(0) > 0) {
+  while ((size = scrivalen::readSome(file, chunk, sizeof chunk)).value_or(0) > 0) {
     bytes.append(chunk, *size);
   }
-  return platform::closeFile(file) && size.has_value();
+  return scrivalen::closeFile(file) && size.has_value();
 }
 
 bool writeFile(const std::wstring& path, const std::string& bytes) {
-  const platform::NativeFile file = platform::openExclusive(path);
+  const scrivalen::NativeFile file = scrivalen::openExclusive(path);
   if (!file) {
     return false;
   }
-  const bool isWritten = platform::writeAll(file, bytes.data(), bytes.size());
-  return platform::closeFile(file) && isWritten;
+  const bool isWritten = scrivalen::writeAll(file, bytes.data(), bytes.size());
+  return scrivalen::closeFile(file) && isWritten;
 }
 
 // RFC 3986, 2.1.
 std::string percentDecoded(std::string_view text) {
   std::string result;
   for (std::size_t at = 0; at < text.size(); ++at) {
-    const int high = at + 2 < text.size() ? platform::hexValue(text[at + 1]) : -1;
-    const int low = high < 0 ? -1 : platform::hexValue(text[at + 2]);
+    const int high = at + 2 < text.size() ? scrivalen::hexValue(text[at + 1]) : -1;
+    const int low = high < 0 ? -1 : scrivalen::hexValue(text[at + 2]);
     if (text[at] == '%' && low >= 0) {
       result += static_cast<char>(high * 16 + low);
       at += 2;
@@ -56,20 +56,20 @@ HelpTopics::~HelpTopics() {
   if (folder_.empty()) {
     return;
   }
-  for (const std::wstring& name : platform::filesEndingWith(folder_, L"")) {
-    platform::deleteFile(folder_ + name);
+  for (const std::wstring& name : scrivalen::filesEndingWith(folder_, L"")) {
+    scrivalen::deleteFile(folder_ + name);
   }
-  platform::deleteFolder(folder_);
+  scrivalen::deleteFolder(folder_);
 }
 
 bool HelpTopics::prepare(const std::wstring& title) {
   title_ = title;
-  const auto folder = platform::createPrivateFolder();
+  const auto folder = scrivalen::createPrivateFolder();
   if (!folder) {
     error_ = L"cannot make a folder for the help topics: " + toWide(lastErrorText());
     return false;
   }
-  folder_ = *folder + platform::kPathSeparator;
+  folder_ = *folder + scrivalen::kPathSeparator;
   return true;
 }
 

@@ -53,7 +53,7 @@ std::wstring encodedAddress(std::wstring_view address) {
   for (const wchar_t c : address) {
     if (isEncodedInAddresses(c)) {
       const auto byte = static_cast<std::size_t>(c);
-      const auto digit = [](std::size_t value) { return static_cast<wchar_t>(platform::kHexDigits[value]); };
+      const auto digit = [](std::size_t value) { return static_cast<wchar_t>(scrivalen::kHexDigits[value]); };
       result.append({L'%', digit(byte / 16), digit(byte % 16)});
     } else {
       result += c;

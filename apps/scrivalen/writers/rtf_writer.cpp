@@ -268,7 +268,7 @@ void RtfWriter::beginLink(const Event& link) {
 void RtfWriter::endLink() {
   inLink_ = false;
   const std::wstring& shown = link_.empty() ? address_ : link_;
-  const bool canBeFollowed = address_.starts_with(L'#') || platform::hasScheme(address_);
+  const bool canBeFollowed = address_.starts_with(L'#') || scrivalen::hasScheme(address_);
   if (canBeFollowed) {
     report_->Link(shown.c_str(), address_.c_str());
   } else {

@@ -11,7 +11,7 @@ std::size_t characters(std::wstring_view text) {
   const wchar_t* at = text.data();
   std::size_t count = 0;
   while (at != text.data() + text.size()) {
-    platform::nextCharacter(at, text.data() + text.size());
+    scrivalen::nextCharacter(at, text.data() + text.size());
     ++count;
   }
   return count;

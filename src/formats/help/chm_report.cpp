@@ -21,8 +21,8 @@
 #include <memory>
 #include <optional>
 
-using namespace scrivalen::platform;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::ReportError;
 
 namespace {
 
@@ -33,7 +33,7 @@ constexpr const wchar_t* kContentsName = L"report.hhc";
 constexpr const wchar_t* kCompiledName = L"report.chm";
 
 bool isTemplateThere() {
-  const auto path = scrivalen::core::templatePath(homePath(), kTemplate);
+  const auto path = scrivalen::templatePath(homePath(), kTemplate);
   return path && pathExists(*path);
 }
 

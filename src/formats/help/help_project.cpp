@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <utility>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "text/loss_counter.h"
 #include "system/process.h"
+#include "text/loss_counter.h"
 
 #include <cstdint>
 #include <string>
@@ -63,9 +63,9 @@ class CCHM {
   /// Whether the log has that already.
   bool isFailureLogged = false;
   /// How the compiler ended and what it said.
-  scrivalen::platform::ProcessResult run;
+  scrivalen::ProcessResult run;
   /// What the code page lacks of the title and of the topics' names.
-  scrivalen::platform::LossCounter loss;
+  scrivalen::LossCounter loss;
 
  private:
   bool writeFile(const std::wstring& path, std::string_view bytes);

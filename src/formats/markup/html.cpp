@@ -7,7 +7,7 @@
 #include <exception>
 #include <utility>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "text/loss_counter.h"
 #include "output/output_buffer.h"
 #include "scrivalen/output_file.h"
+#include "text/loss_counter.h"
 
 #include <memory>
 #include <string>
@@ -59,8 +59,8 @@ class HTML {
   /// Ends the page and flushes.
   bool Close(int kind);
 
-  const scrivalen::platform::LossCounter& Loss() const { return loss_; }
-  scrivalen::platform::LossCounter TakeLoss() { return std::exchange(loss_, {}); }
+  const scrivalen::LossCounter& Loss() const { return loss_; }
+  scrivalen::LossCounter TakeLoss() { return std::exchange(loss_, {}); }
   /// Why a file of the host's failed; empty when none did.
   std::wstring_view Error() const;
 
@@ -69,7 +69,7 @@ class HTML {
 
   void writeName(const wchar_t* name);
 
-  scrivalen::platform::OutputBuffer* out_ = nullptr;
+  scrivalen::OutputBuffer* out_ = nullptr;
   std::shared_ptr<HostOutput> host_;
-  scrivalen::platform::LossCounter loss_;
+  scrivalen::LossCounter loss_;
 };

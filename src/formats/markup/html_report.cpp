@@ -16,8 +16,8 @@
 #include <algorithm>
 #include <new>
 
-using namespace scrivalen::platform;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::ReportError;
 
 struct HtmlReport::State {
   // Stands in, bound to no file and never changed, where there is no memory for a state.
@@ -31,7 +31,7 @@ struct HtmlReport::State {
   // What is let go while it is open stays open until the process ends: only Close finishes a file.
   void leaveFile() noexcept {
     if (file && file.use_count() == 1 && file->IsOpen()) {
-      scrivalen::core::leaveBehind(std::move(file));
+      scrivalen::leaveBehind(std::move(file));
     }
   }
 
@@ -285,8 +285,8 @@ REPORT_ERRORS HtmlReport::Close() {
 }
 
 REPORT_ERRORS HtmlReport::State::closeOwnFile(HtmlReport& report) {
-  const REPORT_ERRORS result = scrivalen::core::closeReportFile(*report.state_->file, report.state_->writer.Loss(),
-                                                                ReportError(report.error_, report.lost_));
+  const REPORT_ERRORS result = scrivalen::closeReportFile(*report.state_->file, report.state_->writer.Loss(),
+                                                          ReportError(report.error_, report.lost_));
   report.state_->file.reset();
   return result;
 }

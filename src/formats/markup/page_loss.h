@@ -8,7 +8,7 @@ namespace scrivalen::formats {
 /// The characters that a page could not hold, for a report whose pages are parts of one file.
 struct PageLoss {
   /// Takes their count from a page, whose Close then does not log it.
-  static platform::LossCounter takeFrom(HtmlReport& page);
+  static scrivalen::LossCounter takeFrom(HtmlReport& page);
 };
 
 }  // namespace scrivalen::formats

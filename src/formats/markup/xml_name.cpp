@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace scrivalen::formats {
 namespace {

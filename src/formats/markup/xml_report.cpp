@@ -7,9 +7,9 @@
 #include "text/fmt.h"
 
 using namespace scrivalen::formats;
-using namespace scrivalen::platform;
-using scrivalen::core::closeReportFile;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::closeReportFile;
+using scrivalen::ReportError;
 
 REPORT_ERRORS XmlReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {

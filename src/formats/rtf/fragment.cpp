@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace scrivalen::rtf {
 namespace {

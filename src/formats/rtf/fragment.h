@@ -28,8 +28,8 @@ inline char* putNumber(std::int64_t number, char* out) { return std::to_chars(ou
 
 /// Where fragments go. Neither is owned.
 struct Output {
-  OutputFile* file;                ///< null: nowhere
-  platform::OutputBuffer* buffer;  ///< of a file of the library's own; null: its Write takes the fragments
+  OutputFile* file;                 ///< null: nowhere
+  scrivalen::OutputBuffer* buffer;  ///< of a file of the library's own; null: its Write takes the fragments
 };
 
 /// The bytes of a fragment that is not written yet, at most kFragmentBytes: in the file's buffer where it has one.
@@ -80,7 +80,7 @@ class ClassicFragment : public Fragment {
   ClassicFragment& controlText(std::wstring_view words) { return text(words); }
 
   /// The characters of its texts that are not written as they were given.
-  platform::LossCounter loss() const { return isDropped_ ? characters_ : lost_; }
+  scrivalen::LossCounter loss() const { return isDropped_ ? characters_ : lost_; }
   void write() {
     if (!isDropped_) {
       handOver();
@@ -94,8 +94,8 @@ class ClassicFragment : public Fragment {
 
   std::size_t unitsLeft_;
   bool isDropped_ = false;
-  platform::LossCounter characters_;  // all of its texts
-  platform::LossCounter lost_;        // of them
+  scrivalen::LossCounter characters_;  // all of its texts
+  scrivalen::LossCounter lost_;        // of them
 };
 
 /// Texts are escaped, and characters outside of Windows-1252 are written as Unicode (RTF 1.9, "Unicode RTF"). What
@@ -112,7 +112,7 @@ class ConformingFragment : public Fragment {
   /// Control words that a caller hands in, which are not escaped.
   ConformingFragment& controlText(std::wstring_view words);
 
-  const platform::LossCounter& loss() const { return lost_; }
+  const scrivalen::LossCounter& loss() const { return lost_; }
   void write() {
     handOver();
     begin();
@@ -125,7 +125,7 @@ class ConformingFragment : public Fragment {
   void character(char32_t c);
   void unicode(char32_t unit);
 
-  platform::LossCounter lost_;
+  scrivalen::LossCounter lost_;
 };
 
 }  // namespace scrivalen::rtf

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <typeinfo>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::rtf;
 
 namespace {

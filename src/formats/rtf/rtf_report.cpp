@@ -10,7 +10,7 @@
 #include <iterator>
 #include <string_view>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 
@@ -53,7 +53,7 @@ REPORT_ERRORS RTFReport::Open(const wchar_t* file) {
 REPORT_ERRORS RTFReport::Close() {
   document_.EndDoc();
   const LossCounter loss(document_.LostCharacters(), document_.FirstLostCharacter());
-  return scrivalen::core::closeReportFile(file_, loss, {error_, lost_});
+  return scrivalen::closeReportFile(file_, loss, {error_, lost_});
 }
 
 void RTFReport::SetReportOption(REPORT_OPTION option, int value) {

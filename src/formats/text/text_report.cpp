@@ -1,11 +1,11 @@
 #include "formats/text/text_report.h"
 
-#include "report/report_closing.h"
 #include "output/encode.h"
+#include "report/report_closing.h"
 
-using namespace scrivalen::platform;
-using scrivalen::core::closeReportFile;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::closeReportFile;
+using scrivalen::ReportError;
 
 REPORT_ERRORS TextReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "text/loss_counter.h"
 #include "output/output_buffer.h"
 #include "scrivalen/report.h"
+#include "text/loss_counter.h"
 
 #include <string_view>
 
@@ -44,6 +44,6 @@ class TextReport final : public AReport {
   bool singleByte_ = false;
   std::wstring separator_ = L"\t";
   ReportFile file_;
-  scrivalen::platform::OutputBuffer* out_ = nullptr;  // the open file's
-  scrivalen::platform::LossCounter loss_;
+  scrivalen::OutputBuffer* out_ = nullptr;  // the open file's
+  scrivalen::LossCounter loss_;
 };

@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 // APPNOTE 4.3.6 and on: the records of an archive and where in them stands what is wanted. Numbers are little-endian.
@@ -196,4 +196,4 @@ std::optional<std::string> unpacked(NativeFile archive, const ArchiveMember& mem
   return plain;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

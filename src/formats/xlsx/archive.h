@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// What an archive states of one of its members (ZIP, APPNOTE 4.3.12).
 struct ArchiveMember {
@@ -23,4 +23,4 @@ std::optional<std::vector<ArchiveMember>> membersOf(NativeFile archive);
 /// Unpacks a member that is small enough for memory; nothing when that fails or its size is another one than stated.
 std::optional<std::string> unpacked(NativeFile archive, const ArchiveMember& member);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// While it lives, the C library formats numbers and classifies characters in this thread as programs in C find them at
 /// their start, whatever locale the host has set. Other threads do not see it.
@@ -19,4 +19,4 @@ class CLocale {
   std::string name_;          // of that locale, where it is known by its name
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

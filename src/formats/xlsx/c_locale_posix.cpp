@@ -2,7 +2,7 @@
 
 #include <locale.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 locale_t cLocale() {
@@ -16,4 +16,4 @@ CLocale::CLocale() : before_(reinterpret_cast<std::intptr_t>(::uselocale(cLocale
 
 CLocale::~CLocale() { ::uselocale(reinterpret_cast<locale_t>(before_)); }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

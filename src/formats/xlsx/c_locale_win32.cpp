@@ -3,7 +3,7 @@
 #include <locale.h>
 #include <clocale>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 // Most programs never leave the C locale, and then there is nothing to do.
 CLocale::CLocale() {
@@ -22,4 +22,4 @@ CLocale::~CLocale() {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

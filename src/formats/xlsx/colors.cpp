@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 struct NamedColor {
@@ -201,4 +201,4 @@ std::optional<Rgb> colorOf(std::wstring_view text) {
   return found->color;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

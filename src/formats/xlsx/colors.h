@@ -4,7 +4,7 @@
 #include <optional>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// A colour as red, green and blue, 8 bits each: 0xRRGGBB.
 using Rgb = std::uint32_t;
@@ -12,4 +12,4 @@ using Rgb = std::uint32_t;
 /// The colour that a text names: `#RRGGBB`, or a name in any case. Nothing for any other text.
 std::optional<Rgb> colorOf(std::wstring_view text);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -1,13 +1,13 @@
 #include "formats/xlsx/excel_report.h"
 
-#include "report/report_error.h"
 #include "output/reason.h"
+#include "report/report_error.h"
 
 #include <string_view>
 #include <utility>
 
-using namespace scrivalen::platform;
-using scrivalen::core::ReportError;
+using namespace scrivalen;
+using scrivalen::ReportError;
 
 namespace {
 

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <iterator>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr std::wstring_view kBlanks = L" \t\r\n\f";
@@ -251,4 +251,4 @@ CellColors readColors(std::wstring_view text) {
   return colors;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

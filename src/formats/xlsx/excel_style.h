@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// How cells look; what is not set is as the spreadsheet program has it.
 struct CellStyle {
@@ -44,4 +44,4 @@ struct CellColors {
 };
 CellColors readColors(std::wstring_view text);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

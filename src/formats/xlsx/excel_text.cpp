@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <iterator>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr unsigned kEndOfAscii = 0x80;
@@ -137,4 +137,4 @@ void ExcelText::escapeEscapes() {
   utf8_ = escaped;
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// The text of a cell as a spreadsheet file has it: UTF-8, cut where the text is longer than a cell may be. U+FFFE,
 /// U+FFFF and lone surrogates, which XML forbids, become U+FFFD. Control characters stay, libxlsxwriter escapes them as
@@ -34,4 +34,4 @@ class ExcelText {
   LossCounter loss_;
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -25,7 +25,7 @@
 #include <utility>
 #include <vector>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

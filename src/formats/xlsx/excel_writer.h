@@ -54,8 +54,7 @@ class ExcelWriter {
  private:
   class Document;
 
-  bool keep(const scrivalen::platform::Reason& reason, scrivalen::platform::FileError error,
-            std::wstring_view file) noexcept;
+  bool keep(const scrivalen::Reason& reason, scrivalen::FileError error, std::wstring_view file) noexcept;
 
   std::unique_ptr<Document> document_;
   std::wstring error_;

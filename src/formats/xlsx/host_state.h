@@ -1,11 +1,11 @@
 #pragma once
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// While it lives, a C library may open files and draw random numbers without the host's noticing. Where the host has
 /// closed its standard streams, their descriptors are taken, so that no file of the library's gets one of them and what
-/// is printed there ends up in that file. And numbers are drawn from a state of its own: a library that seeds them would
-/// change those that the host draws.
+/// is printed there ends up in that file. And numbers are drawn from a state of its own: a library that seeds them
+/// would change those that the host draws.
 class HostState {
  public:
   HostState();
@@ -22,4 +22,4 @@ class HostState {
   char* hostsRandomState_ = nullptr;
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

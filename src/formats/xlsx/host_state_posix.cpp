@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 // A new descriptor is the lowest that is free.
 HostState::HostState() {
@@ -26,4 +26,4 @@ HostState::~HostState() {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

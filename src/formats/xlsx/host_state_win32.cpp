@@ -3,7 +3,7 @@
 #include <fcntl.h>
 #include <io.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 // A new descriptor is the lowest that is free. Nothing draws random numbers here: see xlsxwriter_files_win32.cpp.
 HostState::HostState() {
@@ -22,4 +22,4 @@ HostState::~HostState() {
   }
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

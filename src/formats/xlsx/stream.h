@@ -5,7 +5,7 @@
 #include <optional>
 #include <utility>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Tells whether a stream is still open that someone else may close without telling. It has a descriptor of its own for
 /// the stream's file, so that no other file can take that one's identity meanwhile.
@@ -27,4 +27,4 @@ class StreamWatch {
 /// How far from its beginning a stream is written next, also beyond 2 GiB; nothing on an error.
 std::optional<std::uint64_t> streamPosition(std::FILE* stream);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

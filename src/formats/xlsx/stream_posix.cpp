@@ -5,7 +5,7 @@
 #include <sys/types.h>
 #include <unistd.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 StreamWatch::StreamWatch(std::FILE* stream)
     : descriptor_(::fileno(stream)), duplicate_(::fcntl(descriptor_, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {}
@@ -28,4 +28,4 @@ std::optional<std::uint64_t> streamPosition(std::FILE* stream) {
   return position < 0 ? std::nullopt : std::optional<std::uint64_t>(static_cast<std::uint64_t>(position));
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

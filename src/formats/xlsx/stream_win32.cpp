@@ -4,7 +4,7 @@
 
 #include <io.h>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 bool identityOf(int descriptor, BY_HANDLE_FILE_INFORMATION& identity) {
@@ -35,4 +35,4 @@ std::optional<std::uint64_t> streamPosition(std::FILE* stream) {
   return position < 0 ? std::nullopt : std::optional<std::uint64_t>(static_cast<std::uint64_t>(position));
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

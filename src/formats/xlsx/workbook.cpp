@@ -18,7 +18,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr const char* kWholeSheet = "A1:XFD1048576";
@@ -236,4 +236,4 @@ void Workbook::closeRows() {
   sheets_.clear();
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

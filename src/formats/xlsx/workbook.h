@@ -12,7 +12,7 @@ struct lxw_format;
 struct lxw_workbook;
 struct lxw_worksheet;
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// A workbook of strings, written row by row with libxlsxwriter: a row is in memory, the others are in a temporary
 /// file for each sheet. That library does not look whether its temporary files took what it wrote, which is made up for
@@ -75,4 +75,4 @@ class Workbook {
   std::uint32_t flushedRow_ = 0;  // the row whose first cell was written last, which flushed the one above it
 };
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

@@ -8,7 +8,7 @@
 #include <memory>
 #include <string_view>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 namespace {
 
 constexpr std::string_view kSheets = "xl/worksheets/";
@@ -58,4 +58,4 @@ std::wstring workbookDefect(const std::wstring& path, const std::vector<std::uin
   return file ? defectOf(file.get(), sheetSizes) : L"It cannot be read again.";
 }
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

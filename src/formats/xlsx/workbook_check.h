@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace scrivalen::platform {
+namespace scrivalen {
 
 /// Looks whether a workbook is whole, without unpacking its sheets: each sheet must be as large as what was written of
 /// it, and every other part, all of which are small, must begin and end as XML does.
@@ -12,4 +12,4 @@ namespace scrivalen::platform {
 /// @return what is wrong; empty when all is well
 std::wstring workbookDefect(const std::wstring& path, const std::vector<std::uint64_t>& sheetSizes);
 
-}  // namespace scrivalen::platform
+}  // namespace scrivalen

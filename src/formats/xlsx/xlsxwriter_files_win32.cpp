@@ -11,7 +11,7 @@
 #include <exception>
 #include <string>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -1,18 +1,18 @@
 #include "formats/help/chm_report.h"
 
-#include "system/files.h"
 #include "scrivalen/multi_report.h"
 #include "scrivalen/text.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/open_errors.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // The program of these tests has a help compiler beside it that writes down what it was given, and a template that

@@ -1,13 +1,13 @@
 #include "formats/help/chm_report.h"
 
-#include "system/files.h"
 #include "scrivalen/text.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // The help compiler of these tests opens the topics by the names that stand in the project, which are in the code page.

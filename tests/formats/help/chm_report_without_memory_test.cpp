@@ -1,12 +1,12 @@
 #include "formats/help/chm_report.h"
 
-#include "system/files.h"
 #include "support/files.h"
 #include "support/out_of_memory.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // The program of these tests has a help compiler beside it that writes down what it was given.

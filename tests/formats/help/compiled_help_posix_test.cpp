@@ -17,7 +17,7 @@
 
 #include <unistd.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // Help files that the compiler beside the library makes, opened with another library's extract_chmLib.

@@ -1,16 +1,16 @@
 #include "formats/help/help_project.h"
 
-#include "system/files.h"
 #include "scrivalen/text.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
 #include <thread>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // The program of these tests has a help compiler beside it that writes down what it was given.

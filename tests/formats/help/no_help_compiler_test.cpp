@@ -1,19 +1,19 @@
 #include "formats/help/chm_report.h"
 
-#include "system/files.h"
 #include "formats/help/help_compiler.h"
-#include "system/process.h"
-#include "system/messages.h"
 #include "scrivalen/multi_report.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "system/files.h"
+#include "system/messages.h"
+#include "system/process.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <iterator>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // These tests stand in a program of their own, beside which there is neither a help compiler nor a template.

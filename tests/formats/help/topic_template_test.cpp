@@ -1,13 +1,13 @@
 #include "formats/help/chm_report.h"
 
-#include "system/files.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/templates.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // The program of these tests has no templates but those that a test makes.

@@ -1,19 +1,19 @@
 #include "scrivalen/html_report.h"
 
-#include "system/files.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/open_errors.h"
 #include "support/report_state.h"
 #include "support/templates.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 
 using namespace scrivalen::test;
-using scrivalen::platform::kPathSeparator;
+using scrivalen::kPathSeparator;
 
 namespace {
 

@@ -1,14 +1,14 @@
 #include "scrivalen/html_report.h"
 
-#include "system/files.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/templates.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
 using namespace scrivalen::test;
-using scrivalen::platform::kPathSeparator;
+using scrivalen::kPathSeparator;
 
 // These tests stand in a program of their own, beside which there is no template folder.
 

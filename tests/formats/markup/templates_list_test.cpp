@@ -1,8 +1,8 @@
 #include "scrivalen/html_report.h"
 
-#include "system/files.h"
 #include "support/files.h"
 #include "support/templates.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@
 #include <filesystem>
 
 using namespace scrivalen::test;
-using scrivalen::platform::kPathSeparator;
+using scrivalen::kPathSeparator;
 
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 namespace {

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-using scrivalen::platform::colorOf;
-using scrivalen::platform::Rgb;
+using scrivalen::colorOf;
+using scrivalen::Rgb;
 
 TEST(Colors, HaveTheNamesOfCss) {
   EXPECT_EQ(colorOf(L"black"), Rgb{0x000000});

@@ -49,7 +49,7 @@ struct ExcelReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, bool
   }
 
   Attempt attempt(std::size_t nth) {
-    scrivalen::platform::deleteFile(path);
+    scrivalen::deleteFile(path);
     if (hasEarlier) {
       writeBytes(path, "earlier");
     }
@@ -69,7 +69,7 @@ struct ExcelReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, bool
     return result;
   }
 
-  Names filesLeft() const { return scrivalen::platform::filesEndingWith(folder.path(), L""); }
+  Names filesLeft() const { return scrivalen::filesEndingWith(folder.path(), L""); }
 
   // A dropped cell is logged in any case.
   void expectGood(const Attempt& made) const {

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

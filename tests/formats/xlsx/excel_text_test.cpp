@@ -6,7 +6,7 @@
 
 #include <cwchar>
 
-using scrivalen::platform::ExcelText;
+using scrivalen::ExcelText;
 using namespace scrivalen::test;
 
 namespace {

@@ -1,15 +1,14 @@
 #include "formats/xlsx/excel_writer.h"
 
-#include "system/files.h"
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "support/open_errors.h"
 #include "support/workbook.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
 using namespace scrivalen::test;
-namespace platform = scrivalen::platform;
 
 namespace {
 
@@ -21,7 +20,7 @@ void writeCell(ExcelWriter& writer, const wchar_t* text) {
 
 // Everything in a folder, the hidden files too.
 std::vector<std::wstring> filesIn(const TemporaryFolder& folder) {
-  return platform::filesEndingWith(folder.path(), L"");
+  return scrivalen::filesEndingWith(folder.path(), L"");
 }
 
 using Names = std::vector<std::wstring>;

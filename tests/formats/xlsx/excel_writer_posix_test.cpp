@@ -1,11 +1,11 @@
 #include "formats/xlsx/excel_writer.h"
 
-#include "system/files.h"
 #include "support/captured_log.h"
 #include "support/file_size_limit.h"
 #include "support/files.h"
 #include "support/small_disk.h"
 #include "support/workbook.h"
+#include "system/files.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,6 @@
 #include <unistd.h>
 
 using namespace scrivalen::test;
-namespace platform = scrivalen::platform;
 
 namespace {
 
@@ -61,7 +60,7 @@ std::size_t openDescriptors() {
 
 std::string narrow(const std::wstring& text) { return std::string(text.begin(), text.end()); }
 
-Lines filesIn(const std::wstring& folder) { return platform::filesEndingWith(folder, L""); }
+Lines filesIn(const std::wstring& folder) { return scrivalen::filesEndingWith(folder, L""); }
 
 // What is wrong with a spreadsheet that is written to disks from one size to another, page by page: it has to be whole,
 // or refused with the reason and leave what was there.

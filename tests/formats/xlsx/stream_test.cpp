@@ -4,7 +4,7 @@
 
 #include <memory>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace {
 

@@ -23,7 +23,7 @@ namespace scrivalen::pdf {
 struct Summary {
   PDFStuffer::Form form = PDFStuffer::Form::Classic;
   std::size_t pages = 0;
-  platform::LossCounter loss;
+  scrivalen::LossCounter loss;
 };
 
 /// One document between its beginning and its end: what was collected, and what makes pages of it.
@@ -102,7 +102,7 @@ class Document {
   bool isCollecting_ = true;
   bool hasBoldVariants_ = false;
   bool makingPages_ = false;
-  platform::LossCounter loss_;
+  scrivalen::LossCounter loss_;
 };
 
 }  // namespace scrivalen::pdf

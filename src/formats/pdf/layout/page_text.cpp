@@ -11,8 +11,6 @@
 
 namespace scrivalen::pdf {
 
-using namespace platform;
-
 namespace {
 
 constexpr std::size_t kNumberSize = 20;

@@ -41,7 +41,7 @@ void Pages::addPage() {
 }
 
 void Pages::startPage() {
-  if (platform::isStopRequested()) {
+  if (scrivalen::isStopRequested()) {
     throw std::runtime_error("The host has stopped the report");
   }
   if (started_ == pages_.size()) {

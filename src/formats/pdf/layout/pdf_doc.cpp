@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using namespace scrivalen::pdf;
 using PDFStuffer::Form;
 

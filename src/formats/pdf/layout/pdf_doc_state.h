@@ -14,15 +14,15 @@
 /// What a CPDFdoc keeps. The report begins its document here, to write through the buffer of its own file.
 struct CPDFdoc::State {
   /// @return 0; -3 when the document could not be made, for the reason in failure
-  int begin(scrivalen::platform::NativeFile file, int landscape);
-  int begin(scrivalen::platform::OutputBuffer& output, int landscape);
+  int begin(scrivalen::NativeFile file, int landscape);
+  int begin(scrivalen::OutputBuffer& output, int landscape);
   void reset();
 
   // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
   template <typename Action>
   void whileWhole(Action action) {
     if (document && failure.empty()) {
-      scrivalen::platform::containedIn(failure, [&] { action(*document); });
+      scrivalen::containedIn(failure, [&] { action(*document); });
     }
   }
 
@@ -32,8 +32,8 @@ struct CPDFdoc::State {
   scrivalen::pdf::CPDFtextStyle style;
   std::uint32_t lastId = 0;
   int conforming = 0;
-  scrivalen::platform::Reason failure;  ///< the first one of the last document
-  scrivalen::pdf::Summary last;         ///< of the document that was open last
+  scrivalen::Reason failure;     ///< the first one of the last document
+  scrivalen::pdf::Summary last;  ///< of the document that was open last
 
  private:
   template <typename MakeFile>

@@ -13,7 +13,7 @@
 #include <iterator>
 #include <string_view>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 using PDFStuffer::Form;
 using scrivalen::pdf::Summary;
 
@@ -98,7 +98,7 @@ REPORT_ERRORS PDFReport::Close() {
   }
   const bool wasOpen = file_.IsOpen();
   const Summary document = document_.state_->summary();
-  const REPORT_ERRORS result = scrivalen::core::closeReportFile(file_, document.loss, {error_, lost_});
+  const REPORT_ERRORS result = scrivalen::closeReportFile(file_, document.loss, {error_, lost_});
   if (wasOpen && result == REPORT_OK && document.form == Form::Classic && document.pages > 1) {
     logMisreading(file_.Name());
   }

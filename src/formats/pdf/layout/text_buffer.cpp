@@ -9,8 +9,6 @@
 
 namespace scrivalen::pdf {
 
-using namespace platform;
-
 LossCounter TextBuffer::append(std::wstring_view text) {
   if (!isWide_) {
     text.remove_prefix(appendPlain<PlainBelow<char, 0x100>>(bytes_, text));

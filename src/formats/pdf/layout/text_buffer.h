@@ -11,14 +11,14 @@ namespace scrivalen::pdf {
 class TextBuffer {
  public:
   /// Appends wide text as it stands. @return how many characters have more than a low byte, and the first of them
-  platform::LossCounter append(std::wstring_view text);
+  scrivalen::LossCounter append(std::wstring_view text);
   /// Appends wide text as WinAnsi bytes. @return what WinAnsi lacks
-  platform::LossCounter appendWinAnsi(std::wstring_view text);
+  scrivalen::LossCounter appendWinAnsi(std::wstring_view text);
   /// Appends wide text as the bytes of a font with an encoding of its own, each as it is given; a tab is a blank, a
   /// carriage return is left out. @return how many characters are no byte, which become "?"
-  platform::LossCounter appendSigns(std::wstring_view text);
+  scrivalen::LossCounter appendSigns(std::wstring_view text);
   /// Appends wide text as it stands, but for its control characters, which become U+FFFD. @return how many there were
-  platform::LossCounter appendTitle(std::wstring_view text);
+  scrivalen::LossCounter appendTitle(std::wstring_view text);
 
   void clear();
   bool isWide() const { return isWide_; }
@@ -26,7 +26,7 @@ class TextBuffer {
   std::u16string_view units() const { return units_; }
 
  private:
-  platform::LossCounter appendWide(std::wstring_view text);
+  scrivalen::LossCounter appendWide(std::wstring_view text);
   void widen();
 
   bool isWide_ = false;

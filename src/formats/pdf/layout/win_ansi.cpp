@@ -11,7 +11,7 @@
 
 namespace scrivalen::pdf {
 
-using platform::LossCounter;
+using scrivalen::LossCounter;
 
 namespace {
 
@@ -55,15 +55,15 @@ std::string_view standInFor(char32_t c) {
 }
 
 // What is a byte of its own and needs no look at it.
-struct PlainWinAnsi : platform::PlainBelow<char, 0x7F> {
+struct PlainWinAnsi : scrivalen::PlainBelow<char, 0x7F> {
   static bool isPlain(unsigned c) { return c >= 0x20 && c < kEnd; }
   static bool arePlain(std::uint64_t bytes) {
-    return platform::allMarked(bytes + platform::eightTimes(0x80 - 0x20));  // all of them are blanks or above
+    return scrivalen::allMarked(bytes + scrivalen::eightTimes(0x80 - 0x20));  // all of them are blanks or above
   }
 };
 
 void appendCharacter(std::string& out, char32_t c, LossCounter& loss) {
-  const auto byte = isControl(c) ? std::nullopt : platform::toWindows1252(c);
+  const auto byte = isControl(c) ? std::nullopt : scrivalen::toWindows1252(c);
   if (byte) {
     out += static_cast<char>(*byte);
     return;
@@ -87,7 +87,7 @@ void appendWinAnsi(std::string& out, std::wstring_view text, LossCounter& loss) 
     const wchar_t* at = text.data();
     const wchar_t* const end = at + text.size();
     if (plain < piece.size()) {
-      appendCharacter(out, platform::nextCharacter(at, end), loss);
+      appendCharacter(out, scrivalen::nextCharacter(at, end), loss);
       text.remove_prefix(static_cast<std::size_t>(at - text.data()));
     }
   }
@@ -95,10 +95,10 @@ void appendWinAnsi(std::string& out, std::wstring_view text, LossCounter& loss) 
 
 void appendUtf16(std::u16string& out, std::wstring_view text) {
   for (const wchar_t wide : text) {
-    const auto c = platform::asCharacter(static_cast<char32_t>(wide));
-    if (platform::unitsOf(c) == 2) {
-      out += static_cast<char16_t>(platform::highSurrogate(c));
-      out += static_cast<char16_t>(platform::lowSurrogate(c));
+    const auto c = scrivalen::asCharacter(static_cast<char32_t>(wide));
+    if (scrivalen::unitsOf(c) == 2) {
+      out += static_cast<char16_t>(scrivalen::highSurrogate(c));
+      out += static_cast<char16_t>(scrivalen::lowSurrogate(c));
     } else {
       out += static_cast<char16_t>(c);
     }

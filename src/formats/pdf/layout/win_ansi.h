@@ -14,7 +14,7 @@ constexpr bool isControl(char32_t c) { return (c < 0x20 && c != U'\n') || (c >= 
 
 /// Appends wide text as WinAnsi bytes (PDF 1.4, appendix D). What WinAnsi lacks becomes something like it where there
 /// is such a thing, else "?", and is counted. A tab is a blank; a carriage return is left out.
-void appendWinAnsi(std::string& out, std::wstring_view text, platform::LossCounter& loss);
+void appendWinAnsi(std::string& out, std::wstring_view text, scrivalen::LossCounter& loss);
 
 /// Appends wide text as UTF-16 code units.
 void appendUtf16(std::u16string& out, std::wstring_view text);
@@ -24,8 +24,8 @@ template <typename Plain>
 std::size_t appendPlain(std::string& out, std::wstring_view text) {
   const std::size_t used = out.size();
   out.resize(used + text.size());
-  std::size_t plain = platform::copyPlainBlocks<Plain>(text.data(), text.size(), out.data() + used);
-  for (; plain < text.size() && Plain::isPlain(platform::characterValue(text[plain])); ++plain) {
+  std::size_t plain = scrivalen::copyPlainBlocks<Plain>(text.data(), text.size(), out.data() + used);
+  for (; plain < text.size() && Plain::isPlain(scrivalen::characterValue(text[plain])); ++plain) {
     out[used + plain] = static_cast<char>(text[plain]);
   }
   out.resize(used + plain);

@@ -10,7 +10,7 @@
 #include <new>
 #include <utility>
 
-using namespace scrivalen::platform;
+using namespace scrivalen;
 
 namespace PDFStuffer {
 namespace {

@@ -68,10 +68,10 @@ struct FontRecord {
 class CPDFFile {
  public:
   /// @param file  open for writing; not closed unless callerOwnsHandle is cleared; must outlive this
-  CPDFFile(scrivalen::platform::NativeFile file, Form form);
+  CPDFFile(scrivalen::NativeFile file, Form form);
   /// @param output  takes the bytes instead of a handle, and reports those it loses itself; not owned; must outlive
   /// this
-  CPDFFile(scrivalen::platform::OutputBuffer& output, Form form);
+  CPDFFile(scrivalen::OutputBuffer& output, Form form);
   CPDFFile(const CPDFFile&) = delete;
   CPDFFile& operator=(const CPDFFile&) = delete;
   virtual ~CPDFFile();
@@ -113,7 +113,7 @@ class CPDFFile {
 
   std::u16string header = u"%PDF-1.4\n";
   std::u16string markComment = u"%\u00E2\u00E3\u00CF\u00D3\n";
-  scrivalen::platform::NativeFile handle;
+  scrivalen::NativeFile handle;
   bool callerOwnsHandle = true;
   std::uint32_t nextObjectNumber = 1;
   MediaBox mediaBox;
@@ -126,12 +126,12 @@ class CPDFFile {
   CPDFOutLines* outlines = nullptr;
 
  private:
-  struct HandleOutput final : scrivalen::platform::ByteSink {
-    explicit HandleOutput(scrivalen::platform::Reason& whyNot) : reason(whyNot) {}
+  struct HandleOutput final : scrivalen::ByteSink {
+    explicit HandleOutput(scrivalen::Reason& whyNot) : reason(whyNot) {}
     bool take(const char* data, std::size_t size) override;
-    scrivalen::platform::NativeFile handle = nullptr;
-    scrivalen::platform::Reason& reason;
-    scrivalen::platform::OutputBuffer buffer{*this};
+    scrivalen::NativeFile handle = nullptr;
+    scrivalen::Reason& reason;
+    scrivalen::OutputBuffer buffer{*this};
   };
 
   void makeRoots();
@@ -144,9 +144,9 @@ class CPDFFile {
   std::uint64_t position() const { return start_ + output_.position(); }
 
   CPDFMemBlock block_;  // one object at a time; its memory serves all
-  scrivalen::platform::Reason reason_;
+  scrivalen::Reason reason_;
   std::unique_ptr<HandleOutput> handleOutput_;
-  scrivalen::platform::OutputBuffer& output_;
+  scrivalen::OutputBuffer& output_;
   std::uint64_t start_ = 0;
   std::size_t written_ = 0;  // objects
 };

@@ -72,7 +72,7 @@ void CPDFPage::Write(CPDFMemBlock& out) {
     add(u"Annots", std::make_unique<References<const CPDFAnnot>>(annotations_));
   }
   addReference(u"Parent", parent);
-  add(u"LastModified", std::make_unique<CPDFDate>(scrivalen::platform::currentTime()));
+  add(u"LastModified", std::make_unique<CPDFDate>(scrivalen::currentTime()));
   if (owner) {
     const MediaBox& box = owner->mediaBox;
     add(u"MediaBox", std::make_unique<CPDFRect>(box.left, box.bottom, box.right, box.top));

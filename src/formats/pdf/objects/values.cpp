@@ -115,7 +115,7 @@ void CPDFRect::Write(CPDFMemBlock& out) {
 }
 
 void CPDFDate::Write(CPDFMemBlock& out) {
-  const auto date = out.isConforming() ? scrivalen::platform::utcTime(time) : scrivalen::platform::localTime(time);
+  const auto date = out.isConforming() ? scrivalen::utcTime(time) : scrivalen::localTime(time);
   if (!date) {
     return;
   }

@@ -185,7 +185,7 @@ TEST(PdfReportLossWithoutMemory, IsToldInAnyCaseAndIsNoFailure) {
   ASSERT_EQ(UnfailingLog::lines().size(), 1u);
   {
     const FailingAllocations memory(1, Extent::AllFromThere);
-    scrivalen::platform::logLoss(L"a", scrivalen::platform::LossCounter(2, U'\x20AC'));
+    scrivalen::logLoss(L"a", scrivalen::LossCounter(2, U'\x20AC'));
   }
   ASSERT_EQ(UnfailingLog::lines().size(), 2u);
   EXPECT_EQ(UnfailingLog::lines().back(), L"A report has characters that could not be written as they were given.");

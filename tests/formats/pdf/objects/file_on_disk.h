@@ -13,14 +13,14 @@ namespace scrivalen::test {
 class FileOnDisk {
  public:
   explicit FileOnDisk(PDFStuffer::Form form = PDFStuffer::Form::Classic)
-      : path(folder_ / L"a.pdf"), handle(platform::openExclusive(path)), pdf(handle, form) {
+      : path(folder_ / L"a.pdf"), handle(scrivalen::openExclusive(path)), pdf(handle, form) {
     EXPECT_NE(handle, nullptr);
   }
   FileOnDisk(const FileOnDisk&) = delete;
   FileOnDisk& operator=(const FileOnDisk&) = delete;
   ~FileOnDisk() {
     if (handle) {
-      platform::closeFile(handle);
+      scrivalen::closeFile(handle);
     }
   }
 
@@ -31,7 +31,7 @@ class FileOnDisk {
   }
 
   std::string closed() {
-    EXPECT_TRUE(platform::closeFile(handle));
+    EXPECT_TRUE(scrivalen::closeFile(handle));
     handle = nullptr;
     return bytesOf(path);
   }
@@ -41,7 +41,7 @@ class FileOnDisk {
 
  public:
   const std::wstring path;
-  platform::NativeFile handle;
+  scrivalen::NativeFile handle;
   PDFStuffer::CPDFFile pdf;
 };
 

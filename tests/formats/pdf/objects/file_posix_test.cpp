@@ -12,11 +12,10 @@
 
 using namespace PDFStuffer;
 using namespace scrivalen::test;
-namespace platform = scrivalen::platform;
 
 namespace {
 
-int descriptor(platform::NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
+int descriptor(scrivalen::NativeFile file) { return static_cast<int>(reinterpret_cast<std::intptr_t>(file)); }
 
 struct Pipe {
   Pipe() { EXPECT_EQ(::pipe(ends.data()), 0); }
@@ -24,7 +23,7 @@ struct Pipe {
   Pipe& operator=(const Pipe&) = delete;
   ~Pipe() { closeReader(), ::close(ends[1]); }
 
-  platform::NativeFile writer() const { return reinterpret_cast<platform::NativeFile>(std::intptr_t{ends[1]}); }
+  scrivalen::NativeFile writer() const { return reinterpret_cast<scrivalen::NativeFile>(std::intptr_t{ends[1]}); }
   void closeReader() {
     if (ends[0] >= 0) {
       ::close(ends[0]);
@@ -38,7 +37,7 @@ struct Pipe {
 }  // namespace
 
 TEST(PdfFileOnAFullDisk, GoesOnAndTellsWhyBytesAreLost) {
-  const platform::NativeFile full = platform::openExclusive(L"/dev/full");
+  const scrivalen::NativeFile full = scrivalen::openExclusive(L"/dev/full");
   ASSERT_NE(full, nullptr);
   {
     CPDFFile pdf(full, Form::Classic);
@@ -48,11 +47,11 @@ TEST(PdfFileOnAFullDisk, GoesOnAndTellsWhyBytesAreLost) {
     EXPECT_EQ(pdf.writeError(), L"No space left on device");
     EXPECT_NE(pdf.objects.back()->fileOffset, 0u);
   }
-  EXPECT_TRUE(platform::closeFile(full));
+  EXPECT_TRUE(scrivalen::closeFile(full));
 }
 
 TEST(PdfFileOnAFullDisk, TellsItWhenTheHandleIsItsOwn) {
-  CPDFFile pdf(platform::openExclusive(L"/dev/full"), Form::Classic);
+  CPDFFile pdf(scrivalen::openExclusive(L"/dev/full"), Form::Classic);
   pdf.callerOwnsHandle = false;
   EXPECT_TRUE(pdf.Save());
   EXPECT_FALSE(pdf.isWhole());
@@ -108,7 +107,7 @@ TEST(PdfFileWithAHandleOfItsOwn, ClosesNothingElseWhenItEnds) {
   const TemporaryFolder folder;
   const int input = ::dup(STDIN_FILENO);
   {
-    CPDFFile pdf(platform::openExclusive(folder / L"a.pdf"), Form::Classic);
+    CPDFFile pdf(scrivalen::openExclusive(folder / L"a.pdf"), Form::Classic);
     pdf.callerOwnsHandle = false;
     EXPECT_TRUE(pdf.Save());
   }

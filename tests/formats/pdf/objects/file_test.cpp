@@ -13,13 +13,12 @@
 
 using namespace PDFStuffer;
 using namespace scrivalen::test;
-namespace platform = scrivalen::platform;
 
 namespace {
 
 using Problems = std::vector<std::string>;
 
-platform::NativeFile invalidHandle() { return reinterpret_cast<platform::NativeFile>(std::intptr_t{-1}); }
+scrivalen::NativeFile invalidHandle() { return reinterpret_cast<scrivalen::NativeFile>(std::intptr_t{-1}); }
 
 // A file for what is never saved.
 CPDFFile unsaved(Form form = Form::Classic) { return CPDFFile(nullptr, form); }
@@ -31,7 +30,7 @@ class Probe final : public CPDFObject {
     objectNumber = file.nextObjectNumber++;
   }
   void Write(CPDFMemBlock& out) override {
-    seen_.push_back(platform::positionOf(file_.handle).value_or(0));
+    seen_.push_back(scrivalen::positionOf(file_.handle).value_or(0));
     WriteHeader(out);
     WriteFooter(out);
   }
@@ -62,8 +61,8 @@ class Plain final : public CPDFObject {
 };
 
 bool canBeOpened(const std::wstring& path) {
-  const platform::NativeFile file = platform::openExclusive(path);
-  return file && platform::closeFile(file);
+  const scrivalen::NativeFile file = scrivalen::openExclusive(path);
+  return file && scrivalen::closeFile(file);
 }
 
 }  // namespace
@@ -270,21 +269,21 @@ TEST(PdfFile, TellsOfWritesThatFail) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
   writeBytes(path, "kept");
-  const platform::NativeFile forReading = platform::openForReading(path);
+  const scrivalen::NativeFile forReading = scrivalen::openForReading(path);
   {
     CPDFFile pdf(forReading, Form::Classic);
     EXPECT_TRUE(pdf.Save());
     EXPECT_FALSE(pdf.isWhole());
     EXPECT_FALSE(pdf.writeError().empty());
   }
-  EXPECT_TRUE(platform::closeFile(forReading));
+  EXPECT_TRUE(scrivalen::closeFile(forReading));
   EXPECT_EQ(bytesOf(path), "kept");
 }
 
 TEST(PdfFile, CountsItsOffsetsFromTheBeginningOfTheFile) {
   FileOnDisk file;
   const std::string before = "before the document\n";
-  EXPECT_TRUE(platform::writeAll(file.handle, before.data(), before.size()));
+  EXPECT_TRUE(scrivalen::writeAll(file.handle, before.data(), before.size()));
   const std::string bytes = file.saved();
   EXPECT_TRUE(bytes.starts_with("before the document\n%PDF-1.4\n"));
   EXPECT_EQ(bytes.substr(35, 7), "1 0 obj");
@@ -328,7 +327,7 @@ TEST(PdfFile, ClosesAHandleOfItsOwnWhenItIsSaved) {
 TEST(PdfFile, ClosesAHandleOfItsOwnWithoutBeingSaved) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
-  const platform::NativeFile handle = platform::openExclusive(path);
+  const scrivalen::NativeFile handle = scrivalen::openExclusive(path);
   {
     CPDFFile pdf(handle, Form::Classic);
     pdf.callerOwnsHandle = false;

@@ -15,7 +15,7 @@
 
 using namespace PDFStuffer;
 using namespace scrivalen::test;
-using scrivalen::platform::Reason;
+using scrivalen::Reason;
 
 namespace {
 
@@ -131,9 +131,9 @@ TEST(ReasonOfAFailure, StandsInTheRoomThereIs) {
   const std::wstring longer = longText(10 * room);
   {
     const FailingAllocations memory(1, Extent::AllFromThere);
-    scrivalen::platform::assignWhatFits(text, longer);
+    scrivalen::assignWhatFits(text, longer);
   }
   EXPECT_EQ(text, longText(room));
-  scrivalen::platform::assignWhatFits(text, longer);
+  scrivalen::assignWhatFits(text, longer);
   EXPECT_EQ(text, longer);
 }
