@@ -38,9 +38,10 @@ includes | awk '
     else if (path ~ /^scrivalen\//) floor = 6
   }
 
-  # Help holds an HTML report, and the layout of a PDF file its objects.
+  # Help holds an HTML report. The layout of a PDF file knows its fonts, and both its objects.
   function mayKnow(from, to) {
-    return from == to || (from == "help" && to == "markup") || (from == "pdf/layout" && to == "pdf/objects")
+    return from == to || (from == "help" && to == "markup") || (from == "pdf/layout" && to == "pdf/fonts") ||
+      (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
   }
 
   # The command knows the interface, and below it what knows nothing of reports.

@@ -23,6 +23,8 @@ write_tree() {
   put src/report/report.cpp '"scrivalen/report.h"'
   put src/formats/help/help.cpp '"formats/markup/html.h"'
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/objects/page.h"'
+  put src/formats/pdf/layout/pages.cpp '"formats/pdf/fonts/fonts.h"'
+  put src/formats/pdf/fonts/fonts.h '"formats/pdf/objects/file.h"'
   put src/formats/pdf/layout/document.cpp '"scrivalen/pdf_doc.h"'
   put src/formats/multi_report.cpp '"formats/rtf/rtf_report.h"'
   put include/scrivalen/report.h '<scrivalen/export.h>'
@@ -59,6 +61,8 @@ expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another form
 expect_found src/formats/rtf/rtf_doc.cpp '"scrivalen/pdf_doc.h"' "another format"
 expect_found src/formats/markup/html.cpp '"formats/help/help_project.h"' "another format"
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/layout/pages.h"' "another format"
+expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/fonts/fonts.h"' "another format"
+expect_found src/formats/pdf/fonts/fonts.cpp '"formats/pdf/layout/pages.h"' "another format"
 expect_found src/formats/text/text_report.cpp '"scrivalen/multi_report.h"' "above"
 expect_found src/text/utf.h '"platform/utf.h"' "no floor"
 expect_found src/platform/utf.h '"text/utf.h"' "no floor"

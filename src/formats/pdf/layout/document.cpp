@@ -1,6 +1,6 @@
 #include "formats/pdf/layout/document.h"
 
-#include "formats/pdf/layout/win_ansi.h"
+#include "formats/pdf/fonts/win_ansi.h"
 
 #include <algorithm>
 #include <new>

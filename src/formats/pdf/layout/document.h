@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/pdf/layout/fonts.h"
+#include "formats/pdf/fonts/fonts.h"
 #include "formats/pdf/layout/items.h"
 #include "formats/pdf/layout/links.h"
 #include "formats/pdf/layout/pages.h"

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "formats/pdf/layout/char_widths.h"
+#include "formats/pdf/fonts/char_widths.h"
+#include "formats/pdf/layout/units.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/pdf/layout/char_widths.h"
+#include "formats/pdf/fonts/char_widths.h"
 #include "formats/pdf/layout/text_style.h"
 #include "formats/pdf/layout/units.h"
 #include "formats/pdf/objects/mem_block.h"

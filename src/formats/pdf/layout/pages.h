@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/pdf/layout/fonts.h"
+#include "formats/pdf/fonts/fonts.h"
 #include "formats/pdf/layout/page_text.h"
 #include "formats/pdf/layout/placement.h"
 #include "formats/pdf/layout/text_style.h"

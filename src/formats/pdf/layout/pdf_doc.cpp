@@ -1,7 +1,7 @@
 #include "scrivalen/pdf_doc.h"
 
+#include "formats/pdf/fonts/win_ansi.h"
 #include "formats/pdf/layout/pdf_doc_state.h"
-#include "formats/pdf/layout/win_ansi.h"
 
 #include <memory>
 #include <string>

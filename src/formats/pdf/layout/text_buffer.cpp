@@ -1,7 +1,7 @@
 #include "formats/pdf/layout/text_buffer.h"
 
+#include "formats/pdf/fonts/win_ansi.h"
 #include "formats/pdf/layout/line_breaking.h"
-#include "formats/pdf/layout/win_ansi.h"
 #include "text/plain_text.h"
 #include "text/utf.h"
 

@@ -1,4 +1,4 @@
-#include "formats/pdf/layout/fonts.h"
+#include "formats/pdf/fonts/fonts.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "formats/pdf/layout/char_widths.h"
+#include "formats/pdf/fonts/char_widths.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,4 +1,4 @@
-#include "formats/pdf/layout/win_ansi.h"
+#include "formats/pdf/fonts/win_ansi.h"
 
 #include "text/plain_text.h"
 #include "text/utf.h"

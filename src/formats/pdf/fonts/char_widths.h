@@ -1,7 +1,5 @@
 #pragma once
 
-#include "formats/pdf/layout/units.h"
-
 #include <array>
 #include <cstdint>
 
@@ -14,8 +12,8 @@ class CharWidths {
   /// @param average  the average width of the font's characters, in points
   explicit CharWidths(float average);
 
-  Points of(char16_t unit) const { return unit < widths_.size() ? widths_[unit] : other_; }
-  Points of(char byte) const { return widths_[static_cast<unsigned char>(byte)]; }
+  std::int64_t of(char16_t unit) const { return unit < widths_.size() ? widths_[unit] : other_; }
+  std::int64_t of(char byte) const { return widths_[static_cast<unsigned char>(byte)]; }
 
  private:
   std::array<std::int32_t, 256> widths_{};
