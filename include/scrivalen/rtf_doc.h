@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 
 /// Writes a document in Rich Text Format (RTF 1.9), one fragment an operation, to a file that the caller has opened.
 ///
@@ -172,13 +171,11 @@ class SCRIVALEN_API RTFdoc {
   ParType nextParType = PAR_DEFAULT;
 
  private:
+  struct Words;
+
   scrivalen::OutputBuffer* buffer() const { return file == bufferedFile_ ? buffer_ : nullptr; }
-  void literal(std::string_view words);
-  void unended(std::string_view wordAndBlank);
-  void numbered(std::string_view word, int value, std::string_view end);
   template <typename Content>
   void fragment(std::size_t units, Content content);
-  void noteLoss(std::uint64_t count, char32_t first);
 
   std::int32_t conformingNext_ = 0;
   std::int32_t conforming_ = 0;

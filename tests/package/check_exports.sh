@@ -1,13 +1,15 @@
 #!/usr/bin/env bash
-# Compares what a built library exports with the list of what the public headers mark, and shows the difference.
+# Compares what a built library exports with the list of what the public headers mark, and shows the difference; and lets
+# the compiler judge whether hosts may use all of it.
 #
-#   check_exports.sh linux LIBRARY NM
-#   check_exports.sh windows LIBRARY OBJDUMP
+#   check_exports.sh linux LIBRARY NM COMPILER INCLUDE_FOLDER...
+#   check_exports.sh windows LIBRARY OBJDUMP COMPILER INCLUDE_FOLDER...
 set -euo pipefail
 
 system=$1
 library=$2
 tool=$3
+shift 3
 here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 export LC_ALL=C
 
@@ -31,5 +33,8 @@ readable_names() {
 }
 
 names="$(mangled_names | readable_names)"
+status=0
 diff -u --label "expected exports" --label "exports of $(basename "$library")" "$here/exports_$system.txt" - \
-  <<<"$names"
+  <<<"$names" || status=1
+"$here/check_declared.sh" "$@" <<<"$names" || status=1
+exit "$status"

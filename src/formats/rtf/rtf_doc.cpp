@@ -61,41 +61,43 @@ const int RTFdoc::OBUF_SIZE = 102400;
 
 RTFdoc::RTFdoc() = default;
 
-void RTFdoc::noteLoss(std::uint64_t count, char32_t first) {
-  if (!file) {
-    return;
+struct RTFdoc::Words {
+  static void noteLoss(RTFdoc& doc, std::uint64_t count, char32_t first) {
+    if (!doc.file) {
+      return;
+    }
+    if (count > 0 && doc.lost_ == 0) {
+      doc.firstLost_ = first;
+    }
+    doc.lost_ += count;
   }
-  if (count > 0 && lost_ == 0) {
-    firstLost_ = first;
+
+  static void literal(RTFdoc& doc, std::string_view words) {
+    if (OutputBuffer* const own = doc.buffer()) {
+      own->write(words.data(), words.size());
+    } else if (doc.file) {
+      doc.file->Write(words.data(), words.size());
+    }
   }
-  lost_ += count;
-}
 
-void RTFdoc::literal(std::string_view words) {
-  if (OutputBuffer* const own = buffer()) {
-    own->write(words.data(), words.size());
-  } else if (file) {
-    file->Write(words.data(), words.size());
+  // RTF 1.9, "Control Words": a blank ends the word and is no part of the text. The classic form has none here, so that
+  // a letter or digit after it becomes a part of the word.
+  static void unended(RTFdoc& doc, std::string_view wordAndBlank) {
+    literal(doc, doc.conforming_ ? wordAndBlank : wordAndBlank.substr(0, wordAndBlank.size() - 1));
   }
-}
 
-// RTF 1.9, "Control Words": a blank ends the word and is no part of the text. The classic form has none here, so that a
-// letter or digit after it becomes a part of the word.
-void RTFdoc::unended(std::string_view wordAndBlank) {
-  literal(conforming_ ? wordAndBlank : wordAndBlank.substr(0, wordAndBlank.size() - 1));
-}
-
-void RTFdoc::numbered(std::string_view word, int value, std::string_view end) {
-  char bytes[kNumberBytes + 16];
-  literal({bytes, put(end, putNumber(value, put(word, bytes)))});
-}
+  static void numbered(RTFdoc& doc, std::string_view word, int value, std::string_view end) {
+    char bytes[kNumberBytes + 16];
+    literal(doc, {bytes, put(end, putNumber(value, put(word, bytes)))});
+  }
+};
 
 template <typename Content>
 void RTFdoc::fragment(std::size_t units, Content content) {
   const Output output{file, buffer()};
   const auto write = [&](auto& part) {
     content(part);
-    noteLoss(part.loss().count(), part.loss().first());
+    Words::noteLoss(*this, part.loss().count(), part.loss().first());
     part.write();
   };
   if (conforming_) {
@@ -124,9 +126,9 @@ int RTFdoc::BegDoc(OutputFile* target, const wchar_t* title, int landscape) {
   fragment(kFormattedUnits, [title](auto& part) {
     part.control("{\\rtf\\ansi{\\info{\\title ").text(orEmpty(title)).control("}} \r\n");
   });
-  literal(kColorTable);
-  literal(landscape ? kLandscape : kPortrait);
-  literal("\r\n{");
+  Words::literal(*this, kColorTable);
+  Words::literal(*this, landscape ? kLandscape : kPortrait);
+  Words::literal(*this, "\r\n{");
   nextParType = PAR_DEFAULT;
   return 1;
 }
@@ -137,9 +139,9 @@ void RTFdoc::EndDoc() {
   }
   // Two at a time: an odd depth ends at -1, and the documents that programs know end so.
   for (; fieldDepth > 0; fieldDepth -= 2) {
-    literal(kFieldEnd);
+    Words::literal(*this, kFieldEnd);
   }
-  literal("}}");
+  Words::literal(*this, "}}");
   file = nullptr;
 }
 
@@ -147,19 +149,19 @@ void RTFdoc::SetConforming(int on) { conformingNext_ = on; }
 
 void RTFdoc::AddFont(int number, const wchar_t* name, ITEM_TYPE pos) {
   if (pos == ITEM_FIRST) {
-    literal("\\fonttbl");
+    Words::literal(*this, "\\fonttbl");
   }
   fragment(kFormattedUnits,
            [=](auto& part) { part.control("{\\f").number(number).control("{").text(orEmpty(name)).control("}}\r\n"); });
   if (pos == ITEM_LAST) {
-    literal("}{");
+    Words::literal(*this, "}{");
   }
 }
 
 void RTFdoc::AddStyle(int number, const wchar_t* name, const wchar_t*, int size, int bold, const wchar_t* extra,
                       ITEM_TYPE pos) {
   if (pos == ITEM_FIRST) {
-    literal("\\stylesheet");
+    Words::literal(*this, "\\stylesheet");
   }
   fragment(kFormattedUnits, [=](auto& part) {
     part.control("{\\s").number(number).control("\\fs").number(size).control(bold ? "\\b" : "");
@@ -170,7 +172,7 @@ void RTFdoc::AddStyle(int number, const wchar_t* name, const wchar_t*, int size,
     part.control("}\r\n");
   });
   if (pos == ITEM_LAST) {
-    literal("}\r\n{");
+    Words::literal(*this, "}\r\n{");
   }
 }
 
@@ -180,12 +182,12 @@ void RTFdoc::Char(char c) {
     SpecChar(byte);
   } else if (c == '\\' || c == '{' || c == '}') {
     const char escaped[] = {'\\', c};
-    literal({escaped, sizeof escaped});
+    Words::literal(*this, {escaped, sizeof escaped});
   } else if (byte >= 0x80) {
     const char escaped[] = {'\\', '\'', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
-    literal({escaped, sizeof escaped});
+    Words::literal(*this, {escaped, sizeof escaped});
   } else {
-    literal({&c, 1});
+    Words::literal(*this, {&c, 1});
   }
 }
 
@@ -215,51 +217,51 @@ void RTFdoc::write(const wchar_t* text, int length) {
 
 void RTFdoc::writeT(const wchar_t*, int) {}
 
-void RTFdoc::BoldOn() { literal("\\b{"); }
-void RTFdoc::BoldOff() { literal("}\\b0 "); }
-void RTFdoc::ItalicOn() { literal("\\i{"); }
-void RTFdoc::ItalicOff() { literal("}\\i0 "); }
-void RTFdoc::StrikeOn() { unended("\\strike "); }
-void RTFdoc::StrikeOff() { literal("\\strike0 "); }
-void RTFdoc::OutlineOn() { unended("\\outl "); }
-void RTFdoc::OutlineOff() { literal("\\outl0 "); }
-void RTFdoc::ShadowOn() { unended("\\shad "); }
-void RTFdoc::ShadowOff() { literal("\\shad0 "); }
-void RTFdoc::SmallOn() { unended("\\scaps "); }
-void RTFdoc::SmallOff() { literal("\\scaps0 "); }
-void RTFdoc::CapsOn() { unended("\\caps "); }
-void RTFdoc::CapsOff() { literal("\\caps0 "); }
-void RTFdoc::ScriptOff() { literal("\\nosupersub "); }
-void RTFdoc::FontColorOff() { literal("\\cf0 "); }
-void RTFdoc::BackgroundColorOff() { literal("\\highlight0 "); }
-void RTFdoc::FontColorOn(int index) { numbered("\\cf", index, " "); }
-void RTFdoc::BackgroundColorOn(int index) { numbered("\\highlight", index, " "); }
-void RTFdoc::FontNo(int number) { numbered("\\f", number, conforming_ ? " " : ""); }
+void RTFdoc::BoldOn() { Words::literal(*this, "\\b{"); }
+void RTFdoc::BoldOff() { Words::literal(*this, "}\\b0 "); }
+void RTFdoc::ItalicOn() { Words::literal(*this, "\\i{"); }
+void RTFdoc::ItalicOff() { Words::literal(*this, "}\\i0 "); }
+void RTFdoc::StrikeOn() { Words::unended(*this, "\\strike "); }
+void RTFdoc::StrikeOff() { Words::literal(*this, "\\strike0 "); }
+void RTFdoc::OutlineOn() { Words::unended(*this, "\\outl "); }
+void RTFdoc::OutlineOff() { Words::literal(*this, "\\outl0 "); }
+void RTFdoc::ShadowOn() { Words::unended(*this, "\\shad "); }
+void RTFdoc::ShadowOff() { Words::literal(*this, "\\shad0 "); }
+void RTFdoc::SmallOn() { Words::unended(*this, "\\scaps "); }
+void RTFdoc::SmallOff() { Words::literal(*this, "\\scaps0 "); }
+void RTFdoc::CapsOn() { Words::unended(*this, "\\caps "); }
+void RTFdoc::CapsOff() { Words::literal(*this, "\\caps0 "); }
+void RTFdoc::ScriptOff() { Words::literal(*this, "\\nosupersub "); }
+void RTFdoc::FontColorOff() { Words::literal(*this, "\\cf0 "); }
+void RTFdoc::BackgroundColorOff() { Words::literal(*this, "\\highlight0 "); }
+void RTFdoc::FontColorOn(int index) { Words::numbered(*this, "\\cf", index, " "); }
+void RTFdoc::BackgroundColorOn(int index) { Words::numbered(*this, "\\highlight", index, " "); }
+void RTFdoc::FontNo(int number) { Words::numbered(*this, "\\f", number, conforming_ ? " " : ""); }
 
 void RTFdoc::FontSize(char size) {
   const int halfPoints = static_cast<signed char>(size);
   if (halfPoints > 0) {
-    numbered("\\fs", halfPoints, " ");
+    Words::numbered(*this, "\\fs", halfPoints, " ");
   }
 }
 
 void RTFdoc::UnderLineOn(char) {
-  literal("\\ul ");
+  Words::literal(*this, "\\ul ");
   ++underlineDepth;
 }
 
 void RTFdoc::UnderLineOff(char) {
   if (underlineDepth > 0) {
     --underlineDepth;
-    literal("\\ul0 ");
+    Words::literal(*this, "\\ul0 ");
   }
 }
 
 void RTFdoc::ScriptOn(char kind) {
   if (kind == 1) {
-    literal("\\super ");
+    Words::literal(*this, "\\super ");
   } else if (kind == 2) {
-    literal("\\sub ");
+    Words::literal(*this, "\\sub ");
   }
 }
 
@@ -270,23 +272,23 @@ void RTFdoc::NextParJ(ParType type) { nextParType = type; }
 void RTFdoc::Paragraf(ParType type, int style) {
   const int number = style < 0 ? nextStyle : style;
   if (number >= 0) {
-    numbered("\\s", number, "");
+    Words::numbered(*this, "\\s", number, "");
   }
   if (type >= 0 && static_cast<std::size_t>(type) < std::size(kAlignments)) {
-    literal(kAlignments[type]);
+    Words::literal(*this, kAlignments[type]);
   }
-  literal("\\par\\pard\\plain ");
+  Words::literal(*this, "\\par\\pard\\plain ");
   nextStyle = -1;
 }
 
-void RTFdoc::PageBreak() { literal("\\page "); }
-void RTFdoc::Tab() { literal("\\tab "); }
-void RTFdoc::LineBreak() { literal(kLineBreak); }
+void RTFdoc::PageBreak() { Words::literal(*this, "\\page "); }
+void RTFdoc::Tab() { Words::literal(*this, "\\tab "); }
+void RTFdoc::LineBreak() { Words::literal(*this, kLineBreak); }
 void RTFdoc::Numbers(int on) {
   if (on) {
-    literal("\\pn{");
+    Words::literal(*this, "\\pn{");
   } else {
-    unended("}\\pn0 ");
+    Words::unended(*this, "}\\pn0 ");
   }
 }
 
@@ -307,31 +309,31 @@ void RTFdoc::BookMark(const wchar_t* name) {
 
 void RTFdoc::BeginField() {
   ++fieldDepth;
-  literal("{\\field{\\*\\fldinst {");
+  Words::literal(*this, "{\\field{\\*\\fldinst {");
 }
 
-void RTFdoc::MiddleField() { literal("}}{\\fldrslt {"); }
+void RTFdoc::MiddleField() { Words::literal(*this, "}}{\\fldrslt {"); }
 
 void RTFdoc::EndField() {
-  literal(kFieldEnd);
+  Words::literal(*this, kFieldEnd);
   --fieldDepth;
 }
 
-void RTFdoc::BeginTable() { literal("\\par "); }
+void RTFdoc::BeginTable() { Words::literal(*this, "\\par "); }
 void RTFdoc::EndTable() {}
 
 void RTFdoc::BeginRow(int cells, int color) {
-  literal(kRowBegin);
+  Words::literal(*this, kRowBegin);
   for (std::int64_t cell = 1; cell <= cells; ++cell) {
     char bytes[kCellBytes];
-    literal({bytes, putCell(cell, color, bytes)});
+    Words::literal(*this, {bytes, putCell(cell, color, bytes)});
   }
-  literal(kRowProperties);
+  Words::literal(*this, kRowProperties);
 }
 
-void RTFdoc::BeginCell() { literal("\\intbl "); }
-void RTFdoc::EndCell() { literal("\\cell \r\n"); }
-void RTFdoc::EndRow() { literal(kRowEnd); }
+void RTFdoc::BeginCell() { Words::literal(*this, "\\intbl "); }
+void RTFdoc::EndCell() { Words::literal(*this, "\\cell \r\n"); }
+void RTFdoc::EndRow() { Words::literal(*this, kRowEnd); }
 
 std::uint64_t RTFdoc::LostCharacters() const { return lost_; }
 char32_t RTFdoc::FirstLostCharacter() const { return firstLost_; }
