@@ -10,7 +10,7 @@
 #include "scrivalen/host.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
 
 #include <cstdio>
 #include <cstdlib>

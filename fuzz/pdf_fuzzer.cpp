@@ -1,9 +1,9 @@
-#include "input.h"
 #include "formats/pdf/layout/pdf_report.h"
+#include "input.h"
 #include "report_calls.h"
 #include "scrivalen/host.h"
 #include "scrivalen/pdf_doc.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
 
 #include <cstdio>
 #include <cstdlib>

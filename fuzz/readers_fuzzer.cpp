@@ -2,7 +2,7 @@
 #include "host.h"
 #include "markup_check.h"
 #include "private_folder.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
 
 #include <algorithm>
 #include <cstdint>

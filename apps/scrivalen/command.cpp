@@ -1,6 +1,6 @@
 #include "command.h"
 
-#include "distributor.h"
+#include "document/distributor.h"
 #include "errors.h"
 #include "fixed_clock.h"
 #include "library_log.h"
@@ -10,7 +10,7 @@
 #include "readers/csv_reader.h"
 #include "readers/markdown_reader.h"
 #include "readers/text_input.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "texts.h"
 
 #include <algorithm>

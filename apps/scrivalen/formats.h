@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document.h"
+#include "document/document.h"
 
 #include <memory>
 #include <string>
@@ -10,7 +10,7 @@ namespace scrivalen::command {
 
 struct Format {
   std::string_view name;
-  std::string_view extensions;                        ///< in lower case, one blank between two
+  std::string_view extensions;  ///< in lower case, one blank between two
   std::unique_ptr<DocumentWriter> (*createWriter)();
 };
 

@@ -1,6 +1,6 @@
 #include "library_stop.h"
 
-#include "system/stop.h"
+#include "system/process/stop.h"
 
 #include <scrivalen/host.h>
 

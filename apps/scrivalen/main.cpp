@@ -1,6 +1,6 @@
 #include "command.h"
 #include "system/console.h"
-#include "system/interrupt.h"
+#include "system/process/interrupt.h"
 
 int main(int argc, char** argv) {
   scrivalen::rememberInterrupts();

@@ -1,7 +1,7 @@
 #include "options.h"
 
 #include "errors.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "templates.h"
 #include "text/ascii.h"
 #include "texts.h"

@@ -1,6 +1,6 @@
 #include "output.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 #include "texts.h"
 
 namespace scrivalen::command {

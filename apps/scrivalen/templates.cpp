@@ -1,6 +1,6 @@
 #include "templates.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 #include "text/ascii.h"
 #include "text/utf.h"
 

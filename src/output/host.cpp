@@ -3,10 +3,10 @@
 #include "output/clog.h"
 #include "output/contain.h"
 #include "scrivalen/host.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/messages.h"
 #include "system/module_path.h"
-#include "system/stop.h"
+#include "system/process/stop.h"
 #include "text/fmt.h"
 #include "text/utf.h"
 

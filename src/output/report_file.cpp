@@ -4,7 +4,7 @@
 #include "output/file_error.h"
 #include "output/output_buffer.h"
 #include "output/reason.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/messages.h"
 #include "text/fmt.h"
 

@@ -1,6 +1,6 @@
 #include "output/target_file.h"
 
-#include "system/file_rights.h"
+#include "system/files/file_rights.h"
 #include "system/messages.h"
 
 #include <utility>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "system/files.h"
-#include "system/work_folder.h"
+#include "system/files/files.h"
+#include "system/files/work_folder.h"
 
 #include <string>
 

@@ -6,7 +6,7 @@
 #include "report/report_error.h"
 #include "report/template_path.h"
 #include "system/clock.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "text/fmt.h"
 #include "text/null_text.h"
 #include "text/replaced_all.h"

@@ -1,6 +1,6 @@
 #include "report/template_path.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 
 namespace scrivalen {
 

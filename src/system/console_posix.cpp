@@ -1,6 +1,6 @@
 #include "system/console.h"
 
-#include "system/stop.h"
+#include "system/process/stop.h"
 
 #include <cerrno>
 #include <cstdio>

@@ -1,6 +1,6 @@
 #include "system/console.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/windows_api.h"
 #include "text/utf.h"
 

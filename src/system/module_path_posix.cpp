@@ -1,6 +1,6 @@
 #include "system/module_path.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <dlfcn.h>
 

@@ -1,7 +1,7 @@
 #include "command_support.h"
 
 #include "command.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "texts.h"
 
 #include <scrivalen/html_report.h>

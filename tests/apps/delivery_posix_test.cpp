@@ -1,6 +1,6 @@
 #include "command_support.h"
-#include "system/files.h"
-#include "system/process.h"
+#include "system/files/files.h"
+#include "system/process/process.h"
 
 #include <gtest/gtest.h>
 

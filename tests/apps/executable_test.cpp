@@ -1,5 +1,5 @@
 #include "command_support.h"
-#include "system/process.h"
+#include "system/process/process.h"
 #include "texts.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "scrivalen/multi_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
-#include "support/file_reports.h"
+#include "support/documents/file_reports.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "support/bytes.h"
 #include "support/captured_log.h"
-#include "support/file_reports.h"
+#include "support/documents/file_reports.h"
+#include "support/documents/templates.h"
 #include "support/files.h"
 #include "support/memory_file.h"
-#include "support/templates.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "scrivalen/multi_report.h"
 #include "support/captured_log.h"
-#include "support/child_formats.h"
+#include "support/documents/child_formats.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

@@ -1,12 +1,12 @@
 #include "scrivalen/multi_report.h"
 #include "support/captured_log.h"
-#include "support/child_formats.h"
+#include "support/documents/child_formats.h"
+#include "support/documents/templates.h"
+#include "support/documents/workbook.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "support/templates.h"
-#include "support/workbook.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

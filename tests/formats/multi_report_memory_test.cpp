@@ -1,6 +1,6 @@
 #include "scrivalen/multi_report.h"
-#include "support/allocation_counter.h"
-#include "support/child_formats.h"
+#include "support/documents/child_formats.h"
+#include "support/faults/allocation_counter.h"
 
 #include <gtest/gtest.h>
 

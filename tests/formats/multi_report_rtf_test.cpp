@@ -1,8 +1,8 @@
 #include "scrivalen/multi_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
 
 #include <gtest/gtest.h>
 

@@ -3,10 +3,10 @@
 #include "scrivalen/html_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/documents/report_state.h"
+#include "support/documents/templates.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "support/report_state.h"
-#include "support/templates.h"
 
 #include <gtest/gtest.h>
 

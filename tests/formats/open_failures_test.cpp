@@ -1,9 +1,9 @@
 #include "support/captured_log.h"
-#include "support/file_reports.h"
+#include "support/documents/file_reports.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

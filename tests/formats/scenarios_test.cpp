@@ -1,19 +1,19 @@
-#include "support/scenarios.h"
+#include "support/documents/scenarios.h"
 
-#include "formats/xlsx/excel_report.h"
-#include "formats/text/text_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
 #include "formats/rtf/rtf_report.h"
+#include "formats/text/text_report.h"
+#include "formats/xlsx/excel_report.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
 #include "scrivalen/text.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/decimal_comma.h"
+#include "support/documents/golden.h"
+#include "support/documents/workbook.h"
 #include "support/files.h"
-#include "support/golden.h"
-#include "support/workbook.h"
 
 #include <gtest/gtest.h>
 

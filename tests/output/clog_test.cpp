@@ -2,7 +2,7 @@
 
 #include "output/loss.h"
 #include "support/captured_log.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

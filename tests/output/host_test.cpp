@@ -5,7 +5,7 @@
 #include "support/captured_log.h"
 #include "support/files.h"
 #include "system/clock.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/module_path.h"
 
 #include <gtest/gtest.h>

@@ -18,7 +18,7 @@ put() {
 write_tree() {
   rm -rf "${work:?}"/*
   put src/text/utf.h '<string>'
-  put src/system/files.cpp '"text/utf.h"'
+  put src/system/files/files.cpp '"text/utf.h"'
   put src/output/host.cpp '"scrivalen/host.h"'
   put src/report/report.cpp '"scrivalen/report.h"'
   put src/formats/help/help.cpp '"formats/markup/html.h"'
@@ -50,9 +50,9 @@ expect_found() {
   fi
 }
 
-expect_found src/text/utf.h '"system/files.h"' "above"
+expect_found src/text/utf.h '"system/files/files.h"' "above"
 expect_found src/text/utf.h '<scrivalen/text.h>' "above"
-expect_found src/system/files.cpp '"output/clog.h"' "above"
+expect_found src/system/files/files.cpp '"output/clog.h"' "above"
 expect_found src/output/host.cpp '"report/report_closing.h"' "above"
 expect_found src/output/host.cpp '  "scrivalen/report.h"' "above"
 expect_found src/report/report.cpp '"formats/markup/html.h"' "above"

@@ -1,7 +1,7 @@
 #include "report/template_path.h"
 #include "scrivalen/report.h"
-#include "support/recording_report.h"
-#include "system/files.h"
+#include "support/documents/recording_report.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "scrivalen/html_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
-#include "support/child_formats.h"
-#include "support/out_of_memory.h"
-#include "support/workbook.h"
+#include "support/documents/child_formats.h"
+#include "support/documents/workbook.h"
+#include "support/faults/out_of_memory.h"
 
 #include <gtest/gtest.h>
 

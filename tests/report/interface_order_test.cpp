@@ -1,6 +1,6 @@
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
-#include "support/recording_report.h"
+#include "support/documents/recording_report.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
 #include "support/captured_log.h"
-#include "support/recording_report.h"
+#include "support/documents/recording_report.h"
 #include "support/time_zone.h"
 #include "system/clock.h"
 

@@ -3,11 +3,11 @@
 #include "scrivalen/version.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/documents/recording_report.h"
+#include "support/documents/templates.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "support/recording_report.h"
-#include "support/templates.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

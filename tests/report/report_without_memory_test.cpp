@@ -8,8 +8,8 @@
 #include "scrivalen/multi_report.h"
 #include "scrivalen/text.h"
 #include "support/bytes.h"
+#include "support/faults/out_of_memory.h"
 #include "support/files.h"
-#include "support/out_of_memory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "support/files.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

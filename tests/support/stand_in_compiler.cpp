@@ -3,7 +3,7 @@
 // one of these is missing it leaves nothing. A file "stand_in" beside the project makes it behave badly.
 
 #include "system/console.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "text/utf.h"
 
 #include <cstdlib>

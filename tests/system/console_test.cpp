@@ -1,5 +1,5 @@
 #include "system/console.h"
-#include "system/interrupt.h"
+#include "system/process/interrupt.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "anchor_names.h"
-#include "document.h"
-#include "event_log.h"
+#include "document/anchor_names.h"
+#include "document/document.h"
+#include "document/event_log.h"
 #include "readers/hidden_ends.h"
 #include "readers/markdown_reader.h"
 #include "readers/markup_text.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document.h"
+#include "document/document.h"
 
 #include <string_view>
 

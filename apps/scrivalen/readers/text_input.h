@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <cstddef>
 #include <string>

@@ -1,6 +1,6 @@
 #include "writers/help_topics.h"
 
-#include "system/files.h"
+#include "system/files/files.h"
 #include "text/ascii.h"
 #include "texts.h"
 

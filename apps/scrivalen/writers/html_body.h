@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document.h"
+#include "document/document.h"
 
 #include <scrivalen/report.h>
 

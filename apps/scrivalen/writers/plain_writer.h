@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document.h"
+#include "document/document.h"
 #include "writers/list_markers.h"
 #include "writers/single_report.h"
 

@@ -6,7 +6,7 @@
 #include "output/file_error.h"
 #include "output/host.h"
 #include "system/code_page.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "text/fmt.h"
 #include "text/utf.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/process.h"
+#include "system/process/process.h"
 #include "text/loss_counter.h"
 
 #include <cstdint>

@@ -7,7 +7,7 @@
 #include "report/left_behind.h"
 #include "report/report_closing.h"
 #include "report/report_error.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "text/fmt.h"
 #include "text/letter_case.h"
 #include "text/null_text.h"

@@ -4,9 +4,9 @@
 #include "scrivalen/text.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

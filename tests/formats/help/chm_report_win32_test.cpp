@@ -3,7 +3,7 @@
 #include "scrivalen/text.h"
 #include "support/captured_log.h"
 #include "support/files.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

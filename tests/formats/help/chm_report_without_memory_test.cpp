@@ -1,8 +1,8 @@
 #include "formats/help/chm_report.h"
 
+#include "support/faults/out_of_memory.h"
 #include "support/files.h"
-#include "support/out_of_memory.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

@@ -4,7 +4,7 @@
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/files.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

@@ -4,9 +4,9 @@
 #include "scrivalen/multi_report.h"
 #include "support/captured_log.h"
 #include "support/files.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/messages.h"
-#include "system/process.h"
+#include "system/process/process.h"
 
 #include <gtest/gtest.h>
 

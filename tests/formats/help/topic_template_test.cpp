@@ -1,9 +1,9 @@
 #include "formats/help/chm_report.h"
 
 #include "support/captured_log.h"
+#include "support/documents/templates.h"
 #include "support/files.h"
-#include "support/templates.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "scrivalen/html_report.h"
 
+#include "support/documents/templates.h"
 #include "support/files.h"
-#include "support/templates.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "support/allocation_counter.h"
+#include "support/faults/allocation_counter.h"
 
 #include "formats/rtf/rtf_report.h"
 #include "scrivalen/multi_report.h"

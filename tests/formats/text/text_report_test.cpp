@@ -2,9 +2,9 @@
 
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/documents/report_state.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "support/report_state.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "formats/xlsx/archive.h"
 
-#include "support/archive_maker.h"
+#include "support/documents/archive_maker.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "formats/xlsx/excel_report.h"
 
+#include "support/faults/out_of_memory.h"
 #include "support/files.h"
-#include "support/out_of_memory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #include "formats/xlsx/excel_report.h"
 
+#include "support/documents/workbook.h"
+#include "support/faults/out_of_memory.h"
 #include "support/files.h"
-#include "support/out_of_memory.h"
-#include "support/workbook.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

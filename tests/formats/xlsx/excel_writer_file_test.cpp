@@ -1,10 +1,10 @@
 #include "formats/xlsx/excel_writer.h"
 
 #include "support/captured_log.h"
+#include "support/documents/workbook.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "support/workbook.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "formats/xlsx/excel_writer.h"
 
 #include "support/captured_log.h"
-#include "support/file_size_limit.h"
+#include "support/documents/workbook.h"
+#include "support/faults/file_size_limit.h"
+#include "support/faults/small_disk.h"
 #include "support/files.h"
-#include "support/small_disk.h"
-#include "support/workbook.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 

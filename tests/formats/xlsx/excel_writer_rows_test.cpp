@@ -1,8 +1,8 @@
 #include "formats/xlsx/excel_writer.h"
 
 #include "support/captured_log.h"
+#include "support/documents/workbook.h"
 #include "support/files.h"
-#include "support/workbook.h"
 
 #include <gtest/gtest.h>
 

@@ -3,8 +3,8 @@
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/decimal_comma.h"
+#include "support/documents/workbook.h"
 #include "support/files.h"
-#include "support/workbook.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "formats/pdf/layout/pages.h"
 
 #include "formats/pdf/objects/numbers.h"
-#include "system/stop.h"
+#include "system/process/stop.h"
 
 #include <stdexcept>
 

@@ -6,7 +6,7 @@
 #include "output/output_buffer.h"
 #include "output/reason.h"
 #include "scrivalen/pdf_doc.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <cstdint>
 #include <memory>

@@ -6,7 +6,7 @@
 #include "formats/pdf/objects/page.h"
 #include "output/output_buffer.h"
 #include "output/reason.h"
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "formats/pdf/layout/document.h"
 #include "formats/pdf/layout/made_pdf.h"
 #include "scrivalen/output_file.h"
-#include "support/allocation_counter.h"
+#include "support/faults/allocation_counter.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

@@ -1,5 +1,5 @@
 #include "formats/pdf/layout/pdf_report.h"
-#include "support/out_of_memory.h"
+#include "support/faults/out_of_memory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "formats/pdf/layout/made_pdf.h"
 
 #include "scrivalen/output_file.h"
+#include "support/documents/pdf_structure.h"
 #include "support/files.h"
-#include "support/pdf_structure.h"
 
 #include <gtest/gtest.h>
 

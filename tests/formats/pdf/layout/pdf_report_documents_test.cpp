@@ -3,11 +3,11 @@
 #include "scrivalen/multi_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/documents/golden.h"
+#include "support/documents/pdf_structure.h"
+#include "support/documents/scenarios.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/golden.h"
-#include "support/open_errors.h"
-#include "support/pdf_structure.h"
-#include "support/scenarios.h"
 
 #include <gtest/gtest.h>
 

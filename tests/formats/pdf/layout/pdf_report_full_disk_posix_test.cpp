@@ -2,7 +2,7 @@
 #include "scrivalen/multi_report.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
-#include "support/file_size_limit.h"
+#include "support/faults/file_size_limit.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>

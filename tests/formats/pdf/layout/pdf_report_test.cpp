@@ -4,9 +4,9 @@
 #include "scrivalen/host.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/documents/pdf_structure.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
-#include "support/open_errors.h"
-#include "support/pdf_structure.h"
 
 #include <gtest/gtest.h>
 

@@ -2,9 +2,9 @@
 #include "output/loss.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
+#include "support/documents/pdf_structure.h"
+#include "support/faults/out_of_memory.h"
 #include "support/files.h"
-#include "support/out_of_memory.h"
-#include "support/pdf_structure.h"
 
 #include <gtest/gtest.h>
 

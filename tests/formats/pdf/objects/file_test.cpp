@@ -4,7 +4,7 @@
 #include "formats/pdf/objects/written.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
 
 #include <gtest/gtest.h>
 

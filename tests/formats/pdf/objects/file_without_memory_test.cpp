@@ -1,10 +1,10 @@
 #include "formats/pdf/objects/file_on_disk.h"
 #include "formats/pdf/objects/sample.h"
 #include "output/reason.h"
-#include "support/allocation_counter.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
+#include "support/faults/allocation_counter.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "formats/pdf/objects/sample.h"
 #include "formats/pdf/objects/written.h"
 #include "support/bytes.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
 
 #include <gtest/gtest.h>
 

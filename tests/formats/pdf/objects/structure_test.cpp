@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/sample.h"
 #include "support/captured_log.h"
-#include "support/pdf_structure.h"
+#include "support/documents/pdf_structure.h"
 
 #include <gtest/gtest.h>
 

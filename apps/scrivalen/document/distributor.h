@@ -1,0 +1,51 @@
+#pragma once
+
+#include "document/document.h"
+#include "document/event_log.h"
+#include "output.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace scrivalen::command {
+
+using Outputs = std::vector<std::unique_ptr<Output>>;
+
+/// Hands a document to every output. The outputs are opened as soon as the title is known; what the reader tells before
+/// is held back, and all of it when a table of contents is to stand at its beginning.
+class Distributor : public EventSink {
+ public:
+  struct Plan {
+    DocumentSettings settings;
+    bool titleFromHeading = false;  ///< the first heading replaces the title of the settings
+    bool contents = false;
+    std::function<void(std::size_t blocks)> progress;  ///< called now and then; what it raises ends the run
+  };
+
+  /// @param outputs  not owned; must outlive the distributor
+  Distributor(const Outputs& outputs, Plan plan);
+
+  /// Raises NoOutputLeft some time after every output has failed.
+  void write(const Event& event) override;
+  /// The document is complete.
+  void finish();
+
+ private:
+  void holdBack(const Event& event);
+  void addToContents(const Event& heading);
+  void start();
+  void replayHeld();
+  void forward(const Event& event);
+  void countBlock();
+
+  const Outputs& outputs_;
+  Plan plan_;
+  EventLog held_;
+  EventLog contents_;
+  bool isFirst_ = true;
+  bool started_ = false;
+  std::size_t blocks_ = 0;
+};
+
+}  // namespace scrivalen::command

@@ -1,0 +1,60 @@
+#include "system/files/files.h"
+
+#include <random>
+
+namespace scrivalen {
+
+std::wstring_view folderOf(std::wstring_view path) {
+  const auto separator = path.find_last_of(kPathSeparators);
+  return separator == std::wstring_view::npos ? std::wstring_view() : path.substr(0, separator + 1);
+}
+
+std::wstring_view fileNameOf(std::wstring_view path) { return path.substr(folderOf(path).size()); }
+
+std::wstring randomName() {
+  constexpr std::wstring_view kLetters = L"abcdefghijklmnopqrstuvwxyz0123456789";
+  std::random_device random;
+  std::uniform_int_distribution<std::size_t> letter(0, kLetters.size() - 1);
+  std::wstring name(12, L'a');
+  for (wchar_t& c : name) {
+    c = kLetters[letter(random)];
+  }
+  return name;
+}
+
+bool copyContents(NativeFile from, NativeFile to) noexcept {
+  char buffer[16384];
+  for (;;) {
+    const auto size = readSome(from, buffer, sizeof buffer);
+    if (!size) {
+      return false;
+    }
+    if (*size == 0) {
+      return true;
+    }
+    if (!writeAll(to, buffer, *size)) {
+      return false;
+    }
+  }
+}
+
+std::optional<std::wstring> createFileBeside(const std::wstring& path) {
+  constexpr int kAttempts = 100;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    std::wstring name(folderOf(path));
+    name += L".scrivalen-";
+    name += randomName();
+    if (pathExists(name)) {
+      continue;
+    }
+    const NativeFile file = createNew(name);
+    if (!file) {
+      break;
+    }
+    closeFile(file);
+    return name;
+  }
+  return std::nullopt;
+}
+
+}  // namespace scrivalen

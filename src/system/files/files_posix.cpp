@@ -1,0 +1,355 @@
+#include "system/files/files.h"
+
+#include "system/files/descriptor_posix.h"
+#include "system/files/native_path_posix.h"
+#include "system/messages.h"
+#include "system/process/stop.h"
+#include "text/ascii.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdlib>
+#include <iterator>
+#include <memory>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/statvfs.h>
+#include <unistd.h>
+
+namespace scrivalen {
+namespace {
+
+// Whether a call of the system was broken off by a signal that is no reason to give up.
+bool isToBeRepeated() { return errno == EINTR && !isStopRequested(); }
+
+int openDescriptor(const std::wstring& path, int flags) {
+  constexpr mode_t kRights = 0666;
+  const NativePath native(path);
+  if (!native.isValid()) {
+    errno = EILSEQ;
+    return -1;
+  }
+  int fd = -1;
+  do {
+    fd = ::open(native.c_str(), flags | O_CLOEXEC, kRights);
+  } while (fd < 0 && isToBeRepeated());
+  return aboveStandardStreams(fd);
+}
+
+bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(NativePath(path).c_str(), &status) == 0; }
+
+bool isRegular(int fd) {
+  struct stat status {};
+  return ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
+}
+
+// On a file system without locks the file is opened as any program would open it.
+bool lock(int fd) {
+  if (::flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
+    return true;
+  }
+  errno = EBUSY;
+  return false;
+}
+
+int openHeld(const std::wstring& path) {
+  const int fd = openDescriptor(path, O_WRONLY | O_CREAT);
+  if (fd >= 0 && isRegular(fd) && !lock(fd)) {
+    closeKeepingError(fd);
+    return -1;
+  }
+  return fd;
+}
+
+bool copyFile(const std::wstring& from, const std::wstring& to) {
+  const NativeFile source = openForReading(from);
+  if (!source) {
+    return false;
+  }
+  const NativeFile target = openExclusive(to);
+  const bool copied = target && copyContents(source, target);
+  const int error = errno;
+  const bool closed = target && closeFile(target);
+  closeKeepingError(descriptor(source));
+  if (!copied) {
+    errno = error;
+  }
+  return copied && closed;
+}
+
+std::string folderOf(const std::string& path) {
+  const std::size_t name = path.rfind('/') + 1;
+  return name == 0 ? "./" : path.substr(0, name);
+}
+
+// A path without links; empty where nothing is there.
+std::string realPath(const std::string& path) {
+  const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.c_str(), nullptr), &std::free);
+  return real ? real.get() : "";
+}
+
+// Where the links lead that a path may be, also when there is nothing at their end; nowhere when there is no end.
+struct Followed {
+  explicit Followed(const std::wstring& from) : path(narrowPath(from)) {
+    constexpr int kMostLinks = 40;
+    char target[PATH_MAX];
+    for (int links = 0; links < kMostLinks; ++links) {
+      isOpenFile |= realPath(folderOf(path)).starts_with("/proc/");
+      const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
+      if (size <= 0) {
+        return;
+      }
+      const std::string next(target, static_cast<std::size_t>(size));
+      path = next.front() == '/' ? next : folderOf(path) + next;
+    }
+    path.clear();
+    errno = ELOOP;
+  }
+
+  std::string path;
+  bool isOpenFile = false;  // whether they lead through the system's list of files that a process has open
+};
+
+bool renamePath(const std::wstring& from, const std::wstring& to) {
+  return ::rename(NativePath(from).c_str(), NativePath(to).c_str()) == 0;
+}
+
+// Through a file beside the target, so that the target is never half written.
+bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
+  const auto beside = createFileBeside(to);
+  if (!beside) {
+    return false;
+  }
+  if (!copyFile(from, *beside) || !renamePath(*beside, to)) {
+    const int error = errno;
+    deleteFile(*beside);
+    errno = error;
+    return false;
+  }
+  return deleteFile(from);
+}
+
+}  // namespace
+
+std::string narrowPath(std::wstring_view path) {
+  std::string bytes;
+  const wchar_t* const end = path.data() + path.size();
+  for (const wchar_t* at = path.data(); at != end;) {
+    char character[4];
+    const char32_t c = nextCharacter(at, end);
+    const std::size_t size = putPathCharacter(c, character);
+    bytes.append(character, size > 0 ? size : putUtf8(c, character));
+  }
+  return bytes;
+}
+
+std::wstring widePath(std::string_view path) {
+  std::wstring wide;
+  const char* at = path.data();
+  const char* const end = at + path.size();
+  while (at != end) {
+    const char* const start = at;
+    char32_t c = 0;
+    if (nextUtf8(at, end, c)) {
+      appendCharacter(wide, c);
+    } else {
+      std::transform(start, at, std::back_inserter(wide),
+                     [](char byte) { return static_cast<wchar_t>(kByteEscape + static_cast<unsigned char>(byte)); });
+    }
+  }
+  return wide;
+}
+
+// Locks before truncating, so that a file another report holds stays as it is.
+NativeFile openExclusive(const std::wstring& path) noexcept {
+  const int fd = openHeld(path);
+  if (fd >= 0 && isRegular(fd) && ::ftruncate(fd, 0) != 0) {
+    closeKeepingError(fd);
+    return nullptr;
+  }
+  return toNative(fd);
+}
+
+HeldFile holdExclusive(const std::wstring& path) noexcept {
+  const bool wasThere = pathExists(path);
+  const NativeFile file = toNative(openHeld(path));
+  return {file, file && !wasThere};
+}
+
+NativeFile createNew(const std::wstring& path) noexcept {
+  return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL));
+}
+
+NativeFile openForReading(const std::wstring& path) noexcept {
+  const int fd = openDescriptor(path, O_RDONLY);
+  if (fd < 0) {
+    return nullptr;
+  }
+  struct stat status {};
+  if (::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) {
+    ::close(fd);
+    errno = EISDIR;
+    return nullptr;
+  }
+  if (S_ISREG(status.st_mode) && ::flock(fd, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+    ::close(fd);
+    errno = EBUSY;
+    return nullptr;
+  }
+  return toNative(fd);
+}
+
+bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
+  const char* at = static_cast<const char*>(data);
+  while (size > 0) {
+    const ssize_t written = ::write(descriptor(file), at, size);
+    if (written < 0) {
+      if (isToBeRepeated()) {
+        continue;
+      }
+      return false;
+    }
+    at += written;
+    size -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+std::optional<std::uint64_t> positionOf(NativeFile file) {
+  const off_t position = ::lseek(descriptor(file), 0, SEEK_CUR);
+  return position < 0 ? std::nullopt : std::optional<std::uint64_t>(static_cast<std::uint64_t>(position));
+}
+
+std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) noexcept {
+  for (;;) {
+    const ssize_t count = ::read(descriptor(file), data, size);
+    if (count >= 0) {
+      return static_cast<std::size_t>(count);
+    }
+    if (!isToBeRepeated()) {
+      return std::nullopt;
+    }
+  }
+}
+
+std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept {
+  struct stat status {};
+  if (::fstat(descriptor(file), &status) != 0 || !S_ISREG(status.st_mode)) {
+    return std::nullopt;
+  }
+  return static_cast<std::uint64_t>(status.st_size);
+}
+
+bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size) {
+  char* at = static_cast<char*>(data);
+  while (size > 0) {
+    const ssize_t count = ::pread(descriptor(file), at, size, static_cast<off_t>(offset));
+    if (count < 0 && errno == EINTR) {
+      continue;
+    }
+    if (count <= 0) {
+      return false;
+    }
+    at += count;
+    offset += static_cast<std::uint64_t>(count);
+    size -= static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
+bool closeFile(NativeFile file) noexcept { return ::close(descriptor(file)) == 0; }
+
+bool pathExists(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status);
+}
+
+bool isFolder(const std::wstring& path) {
+  struct stat status {};
+  return statusOf(path, status) && S_ISDIR(status.st_mode);
+}
+
+bool isSpecialFile(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status) && !S_ISREG(status.st_mode) && !S_ISDIR(status.st_mode);
+}
+
+bool isReadOnly(const std::wstring& path) noexcept {
+  struct stat status {};
+  return statusOf(path, status) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
+bool isSameFile(const std::wstring& a, const std::wstring& b) {
+  struct stat first {};
+  struct stat second {};
+  return statusOf(a, first) && statusOf(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+bool deleteFile(const std::wstring& path) noexcept { return ::unlink(NativePath(path).c_str()) == 0; }
+
+bool moveReplacing(const std::wstring& from, const std::wstring& to) {
+  if (renamePath(from, to)) {
+    return true;
+  }
+  return errno == EXDEV && moveAcrossVolumes(from, to);
+}
+
+std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+  std::vector<std::wstring> names;
+  const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(NativePath(folder).c_str()), &::closedir);
+  if (!entries) {
+    return names;
+  }
+  while (const dirent* entry = ::readdir(entries.get())) {
+    std::wstring name = widePath(entry->d_name);
+    if (endsWithIgnoringCase(name, suffix) && !isFolder(folder + kPathSeparator + name)) {
+      names.push_back(std::move(name));
+    }
+  }
+  return names;
+}
+
+std::optional<std::wstring> createPrivateFolder() {
+  constexpr std::ptrdiff_t kLettersByChance = 6;
+  const char* root = std::getenv("TMPDIR");
+  std::string path = root && *root ? root : "/tmp";
+  path += "/scrivalen-XXXXXX";
+  std::wstring result = widePath(path);
+  if (!::mkdtemp(path.data())) {
+    return std::nullopt;
+  }
+  std::copy(path.end() - kLettersByChance, path.end(), result.end() - kLettersByChance);
+  return result;
+}
+
+std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
+  struct statvfs disk {};
+  if (::statvfs(NativePath(folder).c_str(), &disk) != 0) {
+    return std::nullopt;
+  }
+  return std::uint64_t{disk.f_bavail} * disk.f_frsize;
+}
+
+bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(NativePath(path).c_str()) == 0; }
+
+std::wstring resolvedPath(const std::wstring& path) {
+  const std::string real = realPath(narrowPath(path));
+  if (!real.empty()) {
+    return widePath(real);
+  }
+  const std::string target = Followed(path).path;
+  const std::string folder = target.empty() ? "" : realPath(folderOf(target));
+  if (folder.empty()) {
+    return widePath(target);
+  }
+  const std::string_view name = std::string_view(target).substr(target.rfind('/') + 1);
+  return widePath(folder + (folder.ends_with('/') ? "" : "/")).append(widePath(name));
+}
+
+bool isOpenFilesName(const std::wstring& path) { return Followed(path).isOpenFile; }
+
+}  // namespace scrivalen

@@ -1,0 +1,70 @@
+#include "system/files/work_folder.h"
+
+#include "system/messages.h"
+
+#include <cstdint>
+#include <utility>
+
+namespace scrivalen {
+namespace {
+
+// How the names of all folders for one file begin. The file's own name may be as long as names can be, so this has the
+// number that the FNV-1a hash makes of it.
+std::wstring commonBeginning(std::wstring_view file) {
+  constexpr std::wstring_view kDigits = L"0123456789abcdef";
+  std::uint64_t hash = 0xCBF29CE484222325;
+  for (const wchar_t c : file) {
+    hash = (hash ^ static_cast<std::uint32_t>(c)) * 0x100000001B3;
+  }
+  std::wstring name = L".scrivalen-";
+  for (int shift = 60; shift >= 0; shift -= 4) {
+    name += kDigits[hash >> shift & 0xF];
+  }
+  return name + L'-';
+}
+
+}  // namespace
+
+bool WorkFolder::createBeside(const std::wstring& file) {
+  constexpr int kAttempts = 100;
+  const std::wstring folder(folderOf(file));
+  const std::wstring begin = folder + commonBeginning(fileNameOf(file));
+  const bool isPrivate = pathExists(file);
+  removeAbandonedFolders(folder, fileNameOf(begin));
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    path_ = begin + randomName();  // known before there is a folder that has to go away again
+    if (!createFolder(path_, isPrivate)) {
+      const SystemErrorKeeper error;
+      if (!pathExists(path_)) {
+        return false;
+      }
+    } else if (hold()) {  // unless somebody who removes what was abandoned was quicker
+      return true;
+    }
+  }
+  return false;
+}
+
+bool WorkFolder::createElsewhere() {
+  path_ = createPrivateFolder().value_or(L"");
+  return !path_.empty() && hold();
+}
+
+bool WorkFolder::hold() {
+  held_ = holdFolder(path_);
+  if (!held_) {
+    const SystemErrorKeeper error;
+    deleteFolder(path_);
+  }
+  return held_ != nullptr;
+}
+
+void WorkFolder::remove() noexcept {
+  if (held_) {
+    const SystemErrorKeeper error;
+    removeHeldFolder(std::exchange(held_, nullptr), path_);
+    path_.clear();
+  }
+}
+
+}  // namespace scrivalen

@@ -1,0 +1,263 @@
+#include "system/process/process.h"
+
+#include "system/files/files.h"
+#include "system/process/stop.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <csignal>
+#include <sstream>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+extern char** environ;
+
+namespace scrivalen {
+namespace {
+
+constexpr std::size_t kMostMessages = 4096;
+constexpr int kMostMillisecondsBetweenLooks = 50;
+constexpr std::chrono::milliseconds kPauseBetweenRequests{500};
+constexpr int kMostRequests = 4;
+
+std::wstring quoted(const std::vector<std::wstring>& arguments) {
+  std::wstring line;
+  for (const std::wstring& argument : arguments) {
+    line += line.empty() ? L"\"" : L" \"";
+    line += argument;
+    line += L'"';
+  }
+  return line;
+}
+
+// Ends a program, and what it has started, once work is to stop: politely at first, so that it can tidy up. A shell
+// that is just starting another program may lose a request, so there are several.
+class Stopper {
+ public:
+  /// @param hasGroup  whether the process is the first of a group of its own
+  Stopper(pid_t process, bool hasGroup) : target_(hasGroup ? -process : process) {}
+
+  void look() {
+    if (!isStopRequested()) {
+      return;
+    }
+    const auto now = std::chrono::steady_clock::now();
+    if (now >= nextRequest_) {
+      nextRequest_ = now + kPauseBetweenRequests;
+      ::kill(target_, ++requests_ > kMostRequests ? SIGKILL : SIGTERM);
+    }
+  }
+
+ private:
+  pid_t target_;
+  int requests_ = 0;
+  std::chrono::steady_clock::time_point nextRequest_;
+};
+
+// Most programs are gone as soon as their standard error is closed.
+void waitFor(pid_t process, Stopper& stopper, ProcessResult& result) {
+  result.exitStatus = -1;
+  int status = 0;
+  int pause = 1;
+  pid_t ended = 0;
+  while ((ended = ::waitpid(process, &status, WNOHANG)) != process) {
+    if (ended < 0 && errno != EINTR) {
+      return;
+    }
+    ::poll(nullptr, 0, pause);
+    pause = std::min(2 * pause, kMostMillisecondsBetweenLooks);
+    stopper.look();
+  }
+  if (WIFEXITED(status)) {
+    result.exitStatus = WEXITSTATUS(status);
+  } else if (WIFSIGNALED(status)) {
+    result.signal = WTERMSIG(status);
+  }
+}
+
+// What one end writes, the other reads; both are closed in programs that are started.
+class Pipe {
+ public:
+  Pipe() : error_(::pipe2(ends_, O_CLOEXEC) == 0 ? 0 : errno) {}
+  Pipe(const Pipe&) = delete;
+  Pipe& operator=(const Pipe&) = delete;
+  ~Pipe() {
+    closeEnd(ends_[0]);
+    closeEnd(ends_[1]);
+  }
+
+  int error() const { return error_; }
+  int writingEnd() const { return ends_[1]; }
+  void closeWritingEnd() { closeEnd(ends_[1]); }
+
+  // Reads until all who write are gone, and keeps as much of the beginning as there is room for.
+  void readAll(std::string& kept, Stopper& stopper) const {
+    char chunk[4096];
+    for (;;) {
+      waitForBytes(stopper);
+      const ssize_t count = ::read(ends_[0], chunk, sizeof chunk);
+      if (count > 0) {
+        kept.append(chunk, std::min(static_cast<std::size_t>(count), kept.capacity() - kept.size()));
+      } else if (count == 0 || errno != EINTR) {
+        return;
+      }
+    }
+  }
+
+ private:
+  void waitForBytes(Stopper& stopper) const {
+    pollfd end{ends_[0], POLLIN, 0};
+    int ready = 0;
+    do {
+      stopper.look();
+      ready = ::poll(&end, 1, kMostMillisecondsBetweenLooks);
+    } while (ready == 0 || (ready < 0 && errno == EINTR));
+  }
+
+  static void closeEnd(int& end) {
+    if (end >= 0) {
+      ::close(end);
+    }
+    end = -1;
+  }
+
+  int ends_[2] = {-1, -1};
+  int error_;
+};
+
+// What a program finds open when it is started: the standard files, of which its standard error is the one given. A
+// library older than glibc 2.34 cannot leave out what the host itself lets every program have.
+class StandardFiles {
+ public:
+  explicit StandardFiles(int standardError) {
+    ::posix_spawn_file_actions_init(&actions_);
+    ::posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
+#if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 34)
+    ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+#endif
+  }
+  StandardFiles(const StandardFiles&) = delete;
+  StandardFiles& operator=(const StandardFiles&) = delete;
+  ~StandardFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
+
+  const posix_spawn_file_actions_t* get() const { return &actions_; }
+
+ private:
+  posix_spawn_file_actions_t actions_{};
+};
+
+// How a program begins: with the signals that this process may ignore for its own sake, and in a group of its own where
+// it may have to be ended.
+class StartAttributes {
+ public:
+  explicit StartAttributes(bool hasGroup) {
+    ::posix_spawnattr_init(&attributes_);
+    sigset_t signals;
+    ::sigemptyset(&signals);
+    ::sigaddset(&signals, SIGPIPE);
+    ::sigaddset(&signals, SIGXFSZ);
+    ::posix_spawnattr_setsigdefault(&attributes_, &signals);
+    const int group = hasGroup ? POSIX_SPAWN_SETPGROUP : 0;
+    ::posix_spawnattr_setflags(&attributes_, static_cast<short>(POSIX_SPAWN_SETSIGDEF | group));
+  }
+  StartAttributes(const StartAttributes&) = delete;
+  StartAttributes& operator=(const StartAttributes&) = delete;
+  ~StartAttributes() { ::posix_spawnattr_destroy(&attributes_); }
+
+  const posix_spawnattr_t* get() const { return &attributes_; }
+
+ private:
+  posix_spawnattr_t attributes_{};
+};
+
+std::vector<std::wstring> linesOf(std::string_view utf8) {
+  std::vector<std::wstring> lines;
+  std::istringstream text{std::string(utf8)};
+  for (std::string line; std::getline(text, line);) {
+    if (!line.empty()) {
+      appendWide(lines.emplace_back(), line);
+    }
+  }
+  return lines;
+}
+
+// Texts as the system takes a list of them.
+class TextList {
+ public:
+  explicit TextList(const std::vector<std::wstring>& texts) {
+    for (const std::wstring& text : texts) {
+      texts_.push_back(narrowPath(text));
+    }
+    for (std::string& text : texts_) {
+      pointers_.push_back(text.data());
+    }
+    pointers_.push_back(nullptr);
+  }
+  TextList(const TextList&) = delete;
+  TextList& operator=(const TextList&) = delete;
+
+  // Adds variables of other names.
+  void addOtherVariables(char** variables) {
+    pointers_.pop_back();
+    for (; variables && *variables; ++variables) {
+      if (!hasVariable(*variables)) {
+        pointers_.push_back(*variables);
+      }
+    }
+    pointers_.push_back(nullptr);
+  }
+
+  char** get() { return pointers_.data(); }
+
+ private:
+  bool hasVariable(std::string_view other) const {
+    const std::size_t end = other.find('=');
+    return end != std::string_view::npos && std::any_of(texts_.begin(), texts_.end(), [&](const std::string& own) {
+             return own.starts_with(other.substr(0, end + 1));
+           });
+  }
+
+  std::vector<std::string> texts_;
+  std::vector<char*> pointers_;
+};
+
+}  // namespace
+
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables) {
+  TextList argv(arguments);
+  TextList environment(variables);
+  environment.addOtherVariables(environ);
+
+  ProcessResult result;
+  result.commandLine = quoted(arguments);
+  std::string messages;
+  messages.reserve(kMostMessages);
+  Pipe said;
+  const StandardFiles files(said.writingEnd());
+  const bool hasGroup = canStop();
+  const StartAttributes attributes(hasGroup);
+  pid_t process = 0;
+  int error = said.error();
+  if (error == 0) {
+    error = ::posix_spawnp(&process, *argv.get(), files.get(), attributes.get(), argv.get(), environment.get());
+  }
+  if (error != 0) {
+    result.error = static_cast<std::uint32_t>(error);
+    return result;
+  }
+  result.started = true;
+  said.closeWritingEnd();
+  Stopper stopper(process, hasGroup);
+  said.readAll(messages, stopper);
+  waitFor(process, stopper, result);
+  result.messages = linesOf(std::string_view(messages).substr(0, kMostMessages));
+  return result;
+}
+
+}  // namespace scrivalen

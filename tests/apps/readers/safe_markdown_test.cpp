@@ -1,0 +1,198 @@
+#include "readers/markdown_reader.h"
+
+#include "command_support.h"
+#include "recorded_events.h"
+#include "support/documents/workbook.h"
+
+#include <gtest/gtest.h>
+
+namespace scrivalen::command::test {
+namespace {
+
+Lines eventsOf(std::string_view markdown) {
+  RecordedEvents events;
+  readMarkdown(markdown, Safety::Safe, events);
+  return events.lines();
+}
+
+Lines paragraph(const Lines& content) {
+  Lines lines = {"BeginParagraph"};
+  lines.insert(lines.end(), content.begin(), content.end());
+  lines.push_back("EndParagraph");
+  return lines;
+}
+
+TEST(SafeMarkdown, DropsTagsAndKeepsTheTextBetweenThem) {
+  EXPECT_EQ(eventsOf("a <b onclick=\"x\">b</b> <img src=x onerror=y> *c*"),
+            paragraph({"Text 'a b  '", "BeginEmphasis", "Text 'c'", "EndEmphasis"}));
+}
+
+TEST(SafeMarkdown, BreaksTheLineAtABreak) {
+  EXPECT_EQ(eventsOf("a<br>b<BR/>c<br />d"),
+            paragraph({"Text 'a'", "LineBreak", "Text 'b'", "LineBreak", "Text 'c'", "LineBreak", "Text 'd'"}));
+  EXPECT_EQ(eventsOf("# a<br>b"),
+            (Lines{"BeginHeading 1 'a b' @a-b", "Text 'a'", "LineBreak", "Text 'b'", "EndHeading 1"}));
+  EXPECT_EQ(eventsOf("![a<br>b](c)"), paragraph({"Image 'a b' @c"}));
+}
+
+TEST(SafeMarkdown, MakesAParagraphOfAnHtmlBlock) {
+  EXPECT_EQ(eventsOf("<div>\n<p>a &lt; <b>*b*</b><br>c</p>\n<p>d</p></div>"),
+            paragraph({"Text 'a < *b*'", "LineBreak", "Text 'c'", "LineBreak", "Text 'd'"}));
+}
+
+TEST(SafeMarkdown, MakesNothingOfHtmlWithoutText) {
+  EXPECT_EQ(eventsOf("<div>\n</div>\n\n<!-- a -->\n\n<br>\n\n<a name=\"x\"></a> <b></b>\n\n# <a id=\"y\"></a>"),
+            Lines());
+}
+
+TEST(SafeMarkdown, KeepsWhatIsNoHtml) {
+  EXPECT_EQ(eventsOf("1 < 2 &lt;b> \\<script>x `<script>`"),
+            paragraph({"Text '1 < 2 <b> <script>x '", "BeginCode", "Text '<script>'", "EndCode"}));
+}
+
+TEST(SafeMarkdown, DropsCommentsAndInstructionsOfALine) {
+  EXPECT_EQ(eventsOf("a<!-- b <c> --><?d e?><!F g>h<![CDATA[i]]>j"), paragraph({"Text 'ahj'"}));
+}
+
+TEST(SafeMarkdown, DropsWhatIsInAScriptOfALine) {
+  EXPECT_EQ(eventsOf("a <script>alert(*1*) `c` [d](e) ![f](g) <br> &amp;  \nh</SCRIPT > i"),
+            paragraph({"Text 'a '", "Text ' i'"}));
+  EXPECT_EQ(eventsOf("a <style>b</script>c</style> d"), paragraph({"Text 'a  d'"}));
+}
+
+TEST(SafeMarkdown, KeepsStylesBalancedThatAScriptOverlaps) {
+  EXPECT_EQ(eventsOf("*a <script> b* **c </script> d** e"),
+            paragraph({"BeginEmphasis", "Text 'a '", "EndEmphasis", "Text ' d e'"}));
+}
+
+TEST(SafeMarkdown, DropsAScriptThatEndsInAnotherBlock) {
+  EXPECT_EQ(eventsOf("<div><script>\n\na *b*\n\n# c\n\n---\n\n    d\n\n<p>e</p>\n\nf </script> g\n\nh"),
+            (Lines{"BeginParagraph", "Text ' g'", "EndParagraph", "BeginParagraph", "Text 'h'", "EndParagraph"}));
+}
+
+TEST(SafeMarkdown, KeepsTheStructureThatAScriptEndsIn) {
+  EXPECT_EQ(eventsOf("a <script>\n\n- b\n- c </script> d"),
+            (Lines{"BeginParagraph", "Text 'a '", "EndParagraph", "BeginList tight", "BeginItem", "EndItem",
+                   "BeginItem", "Text ' d'", "EndItem", "EndList"}));
+}
+
+TEST(SafeMarkdown, DropsACommentThatEndsInAnotherBlock) {
+  EXPECT_EQ(eventsOf("<div>a<!-- b\n\nc\n\nd --> e\n\n<p>f</p>"),
+            (Lines{"BeginParagraph", "Text 'a'", "EndParagraph", "BeginParagraph", "Text ' e'", "EndParagraph",
+                   "BeginParagraph", "Text 'f'", "EndParagraph"}));
+}
+
+// A tag that somebody writes about would else take the rest of the document with it.
+TEST(SafeMarkdown, LosesNoTextAfterAScriptThatDoesNotEnd) {
+  const Lines lines = eventsOf("Use <script> here:\n\n```\n<script>a</script>\n```\n\nb <style> c");
+  EXPECT_EQ(lines,
+            (Lines{"BeginParagraph", "Text 'Use  here:'", "EndParagraph", "BeginCodeBlock",
+                   "Text '<script>a</script>\\n'", "EndCodeBlock", "BeginParagraph", "Text 'b  c'", "EndParagraph"}));
+}
+
+TEST(SafeMarkdown, EndsAnHtmlBlocksScriptWithItsBlockAtTheLatest) {
+  EXPECT_EQ(eventsOf("<div>a<script>b\n\nc"),
+            (Lines{"BeginParagraph", "Text 'a'", "EndParagraph", "BeginParagraph", "Text 'c'", "EndParagraph"}));
+  EXPECT_EQ(eventsOf("<div>a<!-- b\n\nc"),
+            (Lines{"BeginParagraph", "Text 'a'", "EndParagraph", "BeginParagraph", "Text 'c'", "EndParagraph"}));
+}
+
+TEST(SafeMarkdown, ShowsAddressesThatRunAProgramInsteadOfLinkingToThem) {
+  EXPECT_EQ(eventsOf("[a *b*](javascript:c 'd') e"),
+            paragraph({"Text 'a '", "BeginEmphasis", "Text 'b'", "EndEmphasis", "Text ' (javascript:c) e'"}));
+  EXPECT_EQ(eventsOf("[](vbscript:c)"), paragraph({"Text 'vbscript:c'"}));
+  EXPECT_EQ(eventsOf("<javascript:a>"), paragraph({"Text 'javascript:a'"}));
+  EXPECT_EQ(eventsOf("[a]\n\n[a]: data:text/html,b"), paragraph({"Text 'a (data:text/html,b)'"}));
+  EXPECT_EQ(eventsOf("[![a](b)](javascript:c)"), paragraph({"Image 'a' @b", "Text ' (javascript:c)'"}));
+}
+
+TEST(SafeMarkdown, FindsSchemesBehindReferencesAndEscapes) {
+  EXPECT_EQ(eventsOf("[a](&#106;ava&#x0A;script&colon;b)"), paragraph({"Text 'a (java\\nscript:b)'"}));
+  EXPECT_EQ(eventsOf("[a](javascript\\:b)"), paragraph({"Text 'a (javascript:b)'"}));
+  EXPECT_EQ(eventsOf("[a](<  JavaScript:b>)"), paragraph({"Text 'a (  JavaScript:b)'"}));
+}
+
+TEST(SafeMarkdown, LetsPicturesHoldTheirData) {
+  EXPECT_EQ(eventsOf("![a](data:image/png;base64,AA)"), paragraph({"Image 'a' @data:image/png;base64,AA"}));
+  EXPECT_EQ(eventsOf("![a](javascript:b)"), paragraph({"Text 'a (javascript:b)'"}));
+}
+
+TEST(SafeMarkdown, CountsAnAddressThatIsShownToItsHeading) {
+  EXPECT_EQ(eventsOf("# [a](javascript:b)")[0], "BeginHeading 1 'a (javascript:b)' @a-javascriptb");
+}
+
+TEST(SafeMarkdown, LeavesOtherAddressesAlone) {
+  EXPECT_EQ(eventsOf("[a](x/javascript:b) <mailto:c@d.org>"),
+            paragraph({"BeginLink @x/javascript:b", "Text 'a'", "EndLink", "Text ' '", "BeginLink @mailto:c@d.org",
+                       "Text 'mailto:c@d.org'", "EndLink"}));
+}
+
+// What every output makes of one text.
+constexpr std::string_view kHostile =
+    "a <b onclick=\"evil()\">b</b><br>c<script>evil()</script> [d](javascript:evil) ![e](j.png)\n\n"
+    "<div style=\"evil\"><p>f</p>\n<style>evil {}</style><!-- evil --></div>\n";
+
+std::string bytesOf(const std::string& name, const std::vector<std::string>& options = {}) {
+  CommandRun run;
+  std::vector<std::string> arguments = {"@/in.md", "--title", "t", "-o", "@/" + name};
+  arguments.insert(arguments.end(), options.begin(), options.end());
+  const Result result = run.with("in.md", kHostile).run(arguments);
+  EXPECT_EQ(result.status, 0) << result.error;
+  EXPECT_EQ(result.error, "");
+  return run.bytes(name);
+}
+
+bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
+
+TEST(SafeMarkdown, IsTextInHtml) {
+  EXPECT_EQ(htmlOf(kHostile), "<p>a b<br>c d (javascript:evil) <img src=\"j.png\" alt=\"e\"></p>\n<p>f</p>");
+}
+
+TEST(SafeMarkdown, IsTextInText) { EXPECT_EQ(textOf(kHostile), "a b\nc d (javascript:evil) e\n\nf\n"); }
+
+TEST(SafeMarkdown, IsTextInXml) {
+  EXPECT_TRUE(holds(xmlOf(kHostile), "<paragraph>a b\nc d (javascript:evil) e</paragraph>\n<paragraph>f</paragraph>\n"))
+      << xmlOf(kHostile);
+}
+
+TEST(SafeMarkdown, IsTextInRtf) {
+  const std::string rtf = bytesOf("out.rtf");
+  EXPECT_TRUE(holds(rtf, "a b\\line c d (javascript:evil) e\\s0\\ql\\par")) << rtf;
+  EXPECT_TRUE(holds(rtf, "f\\s0\\ql\\par")) << rtf;
+  EXPECT_FALSE(holds(rtf, "HYPERLINK")) << rtf;
+}
+
+TEST(SafeMarkdown, IsTextInPdf) {
+  const std::string pdf = bytesOf("out.pdf");
+  for (const std::string_view line : {"(a b)Tj", "(c d \\(javascript:evil\\) e)Tj", "(f)Tj"}) {
+    EXPECT_TRUE(holds(pdf, line)) << line << pdf;
+  }
+  EXPECT_FALSE(holds(pdf, "/URI")) << pdf;
+}
+
+TEST(SafeMarkdown, IsTextInASpreadsheet) {
+  CommandRun run;
+  EXPECT_EQ(run.with("in.md", kHostile).run({"@/in.md", "-o", "@/out.xlsx"}).status, 0);
+  EXPECT_EQ(scrivalen::test::readCells(run.widePath("out.xlsx")), "A1 \"a b\nc d (javascript:evil) e\"\nA2 \"f\"\n");
+}
+
+TEST(UnsafeMarkdown, PassesThroughIntoHtml) {
+  EXPECT_EQ(htmlOf(kHostile, {"--unsafe"}),
+            "<p>a <b onclick=\"evil()\">b</b><br>c<script>evil()</script> <a href=\"javascript:evil\">d</a> "
+            "<img src=\"j.png\" alt=\"e\"></p>\n"
+            "<div style=\"evil\"><p>f</p>\n<style>evil {}</style><!-- evil --></div>");
+}
+
+TEST(UnsafeMarkdown, IsTextInFormatsWithoutTags) {
+  EXPECT_EQ(textOf("a <b>b</b><br>c [d](javascript:e)\n\n<div>\n<p>f</p>\ng</div>", {"--unsafe"}),
+            "a b\nc d (javascript:e)\n\nf\ng\n");
+  const std::string rtf = bytesOf("out.rtf", {"--unsafe"});
+  EXPECT_TRUE(holds(rtf, "a b\\line c")) << rtf;
+  EXPECT_TRUE(holds(rtf, "HYPERLINK \"javascript:evil\"")) << rtf;
+  EXPECT_TRUE(holds(rtf, "f\\s0\\ql\\par")) << rtf;
+  const std::string pdf = bytesOf("out.pdf", {"--unsafe"});
+  EXPECT_TRUE(holds(pdf, "(a b)Tj") && holds(pdf, "(f)Tj")) << pdf;
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test

@@ -1,9 +1,0 @@
-#include "support/failing_realloc.h"
-
-#include "support/allocation_counter.h"
-
-extern "C" void* __real_realloc(void* memory, std::size_t size);
-
-extern "C" void* __wrap_realloc(void* memory, std::size_t size) {
-  return scrivalen::test::shallFail() ? nullptr : __real_realloc(memory, size);
-}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "scrivalen/host.h"
+#include "support/faults/allocation_counter.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace scrivalen::test {
+
+using Extent = FailingAllocations::Extent;
+
+/// Runs an attempt with memory that runs out at the first allocation, at one behind it, and so on, until it has all
+/// that it asks for. The first ones are tried one by one, then fewer and fewer: an attempt has thousands of them.
+/// @param attempt  is called with the number of the allocation that fails first; answers whether one has failed
+template <typename Attempt>
+void runOutOfMemory(Attempt attempt) {
+  std::size_t nth = 1;
+  while (attempt(nth)) {
+    nth += 1 + nth / 64;
+  }
+  EXPECT_GT(nth, 100u);
+}
+
+/// Takes over the log while it lives, with memory of its own. One at a time.
+class UnfailingLog {
+ public:
+  UnfailingLog() {
+    lines().clear();
+    SetLogHandler([](const wchar_t* message) {
+      const UnfailingAllocations ownMemory;
+      lines().emplace_back(message);
+    });
+  }
+  UnfailingLog(const UnfailingLog&) = delete;
+  UnfailingLog& operator=(const UnfailingLog&) = delete;
+  ~UnfailingLog() { SetLogHandler(nullptr); }
+
+  static std::vector<std::wstring>& lines() {
+    static std::vector<std::wstring> all;
+    return all;
+  }
+};
+
+}  // namespace scrivalen::test

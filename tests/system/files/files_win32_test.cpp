@@ -1,0 +1,17 @@
+#include "system/files/files.h"
+
+#include <gtest/gtest.h>
+
+using namespace scrivalen;
+
+TEST(Paths, KeepLoneSurrogatesInNarrowForm) {
+  const std::wstring high(1, static_cast<wchar_t>(0xD83D));
+  const std::wstring low(1, static_cast<wchar_t>(0xDE00));
+  EXPECT_EQ(narrowPath(L"a" + high + L"b"),
+            "a\xED\xA0\xBD"
+            "b");
+  EXPECT_EQ(narrowPath(low), "\xED\xB8\x80");
+  for (const std::wstring& path : {high, low, low + high, L"a" + high + L"\uD55C" + low, high + low}) {
+    EXPECT_EQ(widePath(narrowPath(path)), path);
+  }
+}
