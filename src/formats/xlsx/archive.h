@@ -1,6 +1,6 @@
 #pragma once
 
-#include "system/files.h"
+#include "system/files/files.h"
 
 #include <cstdint>
 #include <optional>

@@ -9,7 +9,7 @@
 #include "output/loss.h"
 #include "output/reason.h"
 #include "output/target_file.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/messages.h"
 #include "text/fmt.h"
 #include "text/null_text.h"

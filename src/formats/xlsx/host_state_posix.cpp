@@ -3,9 +3,22 @@
 #include <cstdlib>
 
 #include <fcntl.h>
+#include <locale.h>
 #include <unistd.h>
 
 namespace scrivalen {
+namespace {
+
+locale_t cLocale() {
+  static const locale_t locale = ::newlocale(LC_ALL_MASK, "C", nullptr);
+  return locale;
+}
+
+}  // namespace
+
+CLocale::CLocale() : before_(reinterpret_cast<std::intptr_t>(::uselocale(cLocale()))) {}
+
+CLocale::~CLocale() { ::uselocale(reinterpret_cast<locale_t>(before_)); }
 
 // A new descriptor is the lowest that is free.
 HostState::HostState() {

@@ -1,10 +1,9 @@
 #include "formats/xlsx/workbook.h"
 
-#include "formats/xlsx/c_locale.h"
 #include "formats/xlsx/host_state.h"
 #include "formats/xlsx/workbook_check.h"
 #include "system/clock.h"
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/messages.h"
 #include "text/utf.h"
 

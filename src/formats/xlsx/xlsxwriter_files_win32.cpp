@@ -1,6 +1,6 @@
 // libxlsxwriter opens its files by narrow names, in the ANSI code page, which cannot name every path. It is built with
 // these functions in the place of the two that open files (see ScrivalenDependencies.cmake), and is given narrowPath.
-#include "system/files.h"
+#include "system/files/files.h"
 #include "system/windows_api.h"
 
 #include <fcntl.h>
