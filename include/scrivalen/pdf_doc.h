@@ -51,8 +51,8 @@ enum PDF_STANDARD_FONT_FACE : int {
 /// after it do nothing, and EndDoc returns -1 without writing anything.
 ///
 /// Texts are UTF-16 code units. The file gets the low byte of each, in a font with WinAnsiEncoding. A conforming
-/// document has WinAnsi text, with readable stand-ins for what that lacks, and follows PDF 1.4 in the other places
-/// where the classic one does not.
+/// document has WinAnsi text, with readable stand-ins for what that lacks, breaks lines by the true widths of its fonts
+/// instead of estimated ones, and follows PDF 1.4 in the other places where the classic one does not.
 class SCRIVALEN_API CPDFdoc {
  public:
   /// Kept from paragraph to paragraph and not used: every paragraph is aligned to the left.

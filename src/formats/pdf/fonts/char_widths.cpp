@@ -6,8 +6,6 @@
 namespace scrivalen::pdf {
 namespace {
 
-constexpr std::size_t kFirst = 32;
-
 // The glyph widths of Times-Roman divided by about 478, for the codes 32 to 126. They serve every font.
 constexpr std::array<double, 95> kFactors = {
     0.523, 0.697, 0.854, 1.047, 1.047, 1.744, 1.629, 0.697,  // space ! " # $ % & '
@@ -23,9 +21,14 @@ constexpr std::array<double, 95> kFactors = {
     1.047, 1.047, 0.697, 0.814, 0.582, 1.047, 1.047, 1.511,  // p q r s t u v w
     1.047, 1.047, 0.929, 1.005, 0.419, 1.005, 1.132};        // x y z { | } ~
 
+constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+
 std::int32_t rounded(double width) {
-  constexpr double kMost = std::numeric_limits<std::int32_t>::max();
-  return static_cast<std::int32_t>(std::clamp(width + 0.5, -kMost, kMost));
+  return static_cast<std::int32_t>(std::clamp(width + 0.5, double{-kMost}, double{kMost}));
+}
+
+std::int32_t scaled(std::int64_t advance, int size) {
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(advance * size, -kMost, kMost));
 }
 
 }  // namespace
@@ -33,8 +36,13 @@ std::int32_t rounded(double width) {
 CharWidths::CharWidths(float average) : other_(rounded(double{average})) {
   widths_.fill(other_);
   for (std::size_t i = 0; i < kFactors.size(); ++i) {
-    widths_[kFirst + i] = rounded(kFactors[i] * double{average});
+    widths_[kFirstCode + i] = rounded(kFactors[i] * double{average});
   }
+}
+
+CharWidths::CharWidths(const AdvanceWidths& advances, int size) : perPoint_(1000) {
+  std::transform(advances.begin(), advances.end(), widths_.begin() + kFirstCode,
+                 [size](std::int64_t advance) { return scaled(advance, size); });
 }
 
 }  // namespace scrivalen::pdf

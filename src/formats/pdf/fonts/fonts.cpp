@@ -123,4 +123,9 @@ float FontTable::averageWidth(int font, int size, bool bold) const {
   return static_cast<float>(size / (bold ? divisors.bold : divisors.regular));
 }
 
+CharWidths FontTable::widths(int font, int size, bool bold, PDFStuffer::Form form) const {
+  const CPDFfontIdx* const entry = form == PDFStuffer::Form::Conforming ? find(font) : nullptr;
+  return entry ? CharWidths(advanceWidths(entry->font->face), size) : CharWidths(averageWidth(font, size, bold));
+}
+
 }  // namespace scrivalen::pdf

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/pdf/fonts/char_widths.h"
 #include "formats/pdf/objects/file.h"
 #include "scrivalen/pdf_doc.h"
 
@@ -34,6 +35,9 @@ class FontTable {
   int nextUnusedId() const { return unusedIdFrom(0); }
   int variantOf(int font, bool bold, bool italic) const;
   float averageWidth(int font, int size, bool bold) const;
+  /// By which lines in a font are broken. Estimated or, in a conforming document, those of the face that it is drawn
+  /// in.
+  CharWidths widths(int font, int size, bool bold, PDFStuffer::Form form) const;
   bool has(int font) const { return find(font) != nullptr; }
   /// Whether a text of this style is drawn in signs instead of letters, as far as fonts are registered by now; an
   /// unknown number stands for the first of them.

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <string_view>
 
 namespace scrivalen::pdf {
@@ -52,13 +53,14 @@ TextLine breakLine(std::basic_string_view<Unit> text, std::size_t fit) {
 /// The character that reaches the width does not fit; a line feed up to there ends the line.
 template <typename Unit>
 TextLine nextLine(std::basic_string_view<Unit> text, Points width, const CharWidths& widths) {
-  Points sum = 0;
+  const std::int64_t limit = width * widths.perPoint();
+  std::int64_t sum = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == Unit('\n')) {
       return {i, i + 1, false};
     }
     sum += widths.of(text[i]);
-    if (sum >= width) {
+    if (sum >= limit) {
       return breakLine(text, i);
     }
   }

@@ -84,8 +84,8 @@ double component(double value, PDFStuffer::Form form) {
 
 }  // namespace
 
-DrawStyle::DrawStyle(const CPDFtextStyle& style, int resolvedFont, float averageWidth, PDFStuffer::Form form)
-    : lead(Points{2} * style.size / 3), height(Points{4} * style.size / 3), widths(averageWidth) {
+DrawStyle::DrawStyle(const CPDFtextStyle& style, int resolvedFont, const CharWidths& charWidths, PDFStuffer::Form form)
+    : lead(Points{2} * style.size / 3), height(Points{4} * style.size / 3), widths(charWidths) {
   const std::string down = downward(lead, form);
   segmentEnd = " Td\r\n" + down + "/F" + std::to_string(resolvedFont) + " " + std::to_string(style.size) + " Tf\r\n" +
                fillColor(style.color, form) + "\r\n(";

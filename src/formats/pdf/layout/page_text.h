@@ -15,7 +15,7 @@ namespace scrivalen::pdf {
 /// Everything about a style that its lines need, made once.
 struct DrawStyle {
   DrawStyle() = default;
-  DrawStyle(const CPDFtextStyle& style, int resolvedFont, float averageWidth, PDFStuffer::Form form);
+  DrawStyle(const CPDFtextStyle& style, int resolvedFont, const CharWidths& charWidths, PDFStuffer::Form form);
 
   Points lead = 0;    // two thirds of the size
   Points height = 0;  // four thirds

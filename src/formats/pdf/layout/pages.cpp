@@ -69,7 +69,7 @@ const DrawStyle& Pages::drawStyle(std::uint32_t style) {
   return lookUp(drawStyles_, style, [&] {
     const CPDFtextStyle& wanted = styles_[style];
     const int font = resolvedFont(wanted);
-    return DrawStyle(wanted, font, fonts_.averageWidth(font, wanted.size, wanted.bold), form_);
+    return DrawStyle(wanted, font, fonts_.widths(font, wanted.size, wanted.bold, form_), form_);
   });
 }
 

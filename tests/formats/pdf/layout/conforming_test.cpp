@@ -21,7 +21,7 @@ Strings linesOf(const std::wstring& text) {
   return conforming([&](CPDFdoc& doc) { paragraph(doc, text.c_str()); }).texts(1);
 }
 
-TEST(ConformingPdf, IsLaidOutAsTheClassicOne) {
+TEST(ConformingPdf, HasUnbrokenLinesWhereTheClassicOneHasThem) {
   const auto fill = [](CPDFdoc& doc) {
     paragraphs(doc, 31);
     doc.BeginTable();
@@ -86,13 +86,13 @@ TEST(ConformingPdf, CountsTheStandIns) {
 }
 
 TEST(ConformingPdf, MeasuresTheBytesThatItWrites) {
-  // 85 question marks of 6 points are 510; "->" is 4 + 7: 46 of them are 506.
+  // 96 question marks of 5.328 points are 511.488; "->" is 3.996 + 6.768: 47 of them and "-" are 509.904.
   std::wstring faces;
-  for (int i = 0; i < 86; ++i) {
+  for (int i = 0; i < 97; ++i) {
     faces += grin();
   }
-  EXPECT_EQ(linesOf(faces), (Strings{std::string(85, '?'), "?"}));
-  const Strings arrows = linesOf(std::wstring(47, L'\x2192'));
+  EXPECT_EQ(linesOf(faces), (Strings{std::string(96, '?'), "?"}));
+  const Strings arrows = linesOf(std::wstring(48, L'\x2192'));
   ASSERT_EQ(arrows.size(), 2u);
   EXPECT_EQ(arrows[1], ">");
 }
@@ -178,18 +178,61 @@ TEST(ConformingPdf, LeavesOutAPageModeThatTheStandardDoesNotHave) {
   EXPECT_EQ(catalogWith(L"").find("/PageMode"), std::string::npos);
 }
 
-// Each face has its own widths, which do not change with its name.
-TEST(ConformingPdf, IsLaidOutAsTheClassicOneInEachFace) {
-  for (int face = 0; face < 20; ++face) {
-    const auto fill = [face](CPDFdoc& doc) {
-      doc.AddFont(1, static_cast<PDF_STANDARD_FONT_FACE>(face));
-      doc.FontNo(1);
-      paragraph(doc, std::wstring(300, L'x').c_str());
-      doc.BoldOn();
-      paragraph(doc, std::wstring(300, L'x').c_str());
-    };
-    EXPECT_EQ(made(fill, kConforming).content(1), made(fill).content(1)) << face;
+struct FaceRow {
+  int face;
+  std::size_t regular;  // how many letters x of 12 points a line has
+  std::size_t bold;
+};
+
+// 85 of 6 points are 510; 96 of 5.328 (italic Times) are 511.488; 77 of 6.672 (bold Helvetica) are 513.744; 71 of 7.2
+// (Courier) are 511.2; 87 of 5.916 (Symbol) are 514.692; 310 of 1.656 (ZapfDingbats) are 513.36.
+constexpr FaceRow kFaceRows[] = {{PDF_TIMES_ROMAN, 85, 85},
+                                 {PDF_TIMES_BOLD, 85, 85},
+                                 {PDF_TIMES_ITALIC, 96, 85},
+                                 {PDF_TIMES_BOLDITALIC, 85, 85},
+                                 {PDF_HELVETICA, 85, 77},
+                                 {PDF_HELVETICA_BOLD, 77, 85},
+                                 {PDF_HELVETICA_OBLIQUE, 85, 85},
+                                 {PDF_HELVETICA_BOLDOBLIQUE, 77, 85},
+                                 {PDF_COURIER, 71, 71},
+                                 {PDF_COURIER_BOLD, 71, 85},
+                                 {PDF_COURIER_OBLIQUE, 71, 85},
+                                 {PDF_COURIER_BOLDOBLIQUE, 71, 85},
+                                 {PDF_SYMBOL, 87, 87},
+                                 {PDF_ZAPFDINGBATS, 310, 85},
+                                 {PDF_ARIAL, 85, 77},
+                                 {PDF_HELVETICA_ITALIC, 85, 85},
+                                 {PDF_HELVETICA_BOLDITALIC, 77, 85},
+                                 {PDF_COURIER_ITALIC, 71, 85},
+                                 {PDF_COURIER_BOLDITALIC, 71, 85},
+                                 {19, 85, 85}};
+
+// What has no bold variant of its own is Times-Bold, whose x has the width of that of Times.
+TEST(ConformingPdf, BreaksLinesByTheWidthsOfTheFontThatTheyAreDrawnIn) {
+  for (const FaceRow& row : kFaceRows) {
+    SCOPED_TRACE(row.face);
+    const MadePdf pdf = made(
+        [&](CPDFdoc& doc) {
+          doc.AddFont(1, static_cast<PDF_STANDARD_FONT_FACE>(row.face));
+          doc.FontNo(1);
+          paragraph(doc, std::wstring(row.regular + 1, L'x').c_str());
+          doc.BoldOn();
+          paragraph(doc, std::wstring(row.bold + 1, L'x').c_str());
+        },
+        kConforming);
+    EXPECT_EQ(pdf.texts(1), (Strings{std::string(row.regular, 'x'), "x", std::string(row.bold, 'x'), "x"}));
   }
+}
+
+TEST(ConformingPdf, BreaksTheLinesOfACellByTrueWidths) {
+  // A column of five has 103 points: 8 of 12 are 96, and a letter of less than 7 fits.
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.BeginTable();
+    row(doc, {L"\x2014\x2014\x2014\x2014\x2014\x2014\x2014\x2014x",
+              L"\x2014\x2014\x2014\x2014\x2014\x2014\x2014\x2014W", L"", L"", L""});
+  });
+  const std::string dashes(8, '\x97');
+  EXPECT_EQ(pdf.texts(1), (Strings{dashes + "x", dashes, "W", "", "", ""}));
 }
 
 TEST(ConformingPdf, HasOnlyStandardFonts) {

@@ -77,6 +77,21 @@ TEST(CharWidthsTest, AreTheFactorsOfTheAverage) {
     }
   }
   EXPECT_EQ(checked, 95u);
+  EXPECT_EQ(widths.perPoint(), 1);
+}
+
+TEST(CharWidthsTest, AreTheTrueOnesInThousandthsOfAPoint) {
+  scrivalen::pdf::AdvanceWidths advances{};
+  advances.front() = 250;
+  advances.back() = 500;
+  const CharWidths widths(advances, 12);
+  EXPECT_EQ(widths.perPoint(), 1000);
+  EXPECT_EQ(widths.of(' '), 3000);
+  EXPECT_EQ(widths.of('\xFF'), 6000);
+  EXPECT_EQ(widths.of('!'), 0);
+  EXPECT_EQ(widths.of('\x1F'), 0);
+  EXPECT_EQ(CharWidths(advances, -12).of(' '), -3000);
+  EXPECT_EQ(CharWidths(advances, 2147483647).of(' '), 2147483647);
 }
 
 TEST(CharWidthsTest, AreTheAverageForAllOtherCodes) {

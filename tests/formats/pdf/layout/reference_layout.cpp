@@ -1,5 +1,7 @@
 #include "formats/pdf/layout/reference_layout.h"
 
+#include "formats/pdf/fonts/advance_widths.h"
+
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -9,6 +11,7 @@ namespace {
 
 constexpr int kLeft = 50;
 constexpr int kBottom = 30;
+constexpr double kLeast = 0.0001;  // less than any difference of widths
 
 struct Factor {
   const char* characters;
@@ -80,11 +83,22 @@ std::string fill(const _RGB_COLOR& color) { return printed("%f %f %f rg", color.
 int twoThirds(int size) { return 2 * size / 3; }
 int fourThirds(int size) { return 4 * size / 3; }
 
+PDF_STANDARD_FONT_FACE boldFace(PDF_STANDARD_FONT_FACE face) {
+  switch (face) {
+    case PDF_HELVETICA:
+    case PDF_ARIAL: return PDF_HELVETICA_BOLD;
+    case PDF_COURIER: return PDF_COURIER_BOLD;
+    case PDF_SYMBOL: return PDF_SYMBOL;
+    default: return PDF_TIMES_BOLD;
+  }
+}
+
 bool isSeparator(char16_t c) { return std::u16string(u"\t ,-./").find(c) != std::u16string::npos; }
 
 }  // namespace
 
-ReferenceDocument::ReferenceDocument(int landscape) : width_(landscape ? 840 : 595), height_(landscape ? 595 : 840) {}
+ReferenceDocument::ReferenceDocument(int landscape, PDFStuffer::Form form)
+    : width_(landscape ? 840 : 595), height_(landscape ? 595 : 840), form_(form) {}
 
 ReferenceItem* ReferenceDocument::current(ReferenceItem::Kind kind) const {
   return current_ && current_->kind == kind ? current_ : nullptr;
@@ -236,6 +250,19 @@ float ReferenceDocument::averageWidth(int font, int size, bool bold) const {
   return static_cast<float>(size * 2) / 3.0f;
 }
 
+// In points; estimates are whole ones.
+double ReferenceDocument::widthOf(char16_t character, const ReferenceStyle& style) const {
+  if (form_ == PDFStuffer::Form::Classic) {
+    return static_cast<int>(factorOf(character) * averageWidth(style.font, style.size, style.bold) + 0.5);
+  }
+  for (const Font& entry : fonts_) {
+    if (entry.id == style.font) {
+      return pdf::advanceWidths(entry.bold ? boldFace(entry.face) : entry.face)[character - 32u] * style.size / 1000.0;
+    }
+  }
+  return 0;
+}
+
 void ReferenceDocument::startPage() {
   ++pageCount_;
   pageLines_.push_back("BT");
@@ -373,15 +400,16 @@ int ReferenceDocument::layoutText(ReferenceItem& item, Lines& lines, const std::
     lines.push_back(printed("0 -%d Td", twoThirds(size)));
     lines.push_back(printed("/F%d %d Tf", item.style.font, size));
     lines.push_back(fill(item.style.color));
-    const Line line = nextLine(*rest, width, averageWidth(item.style.font, size, item.style.bold));
+    const Line line = nextLine(*rest, width, item.style);
     y = writeLine(lines, line.text, size, y - twoThirds(size));
     rest = line.last ? std::nullopt : std::optional(rest->substr(line.count));
   }
   return y;
 }
 
-ReferenceDocument::Line ReferenceDocument::nextLine(const std::u16string& text, int width, double average) {
-  const std::size_t fit = fittingLength(text, width, average);
+ReferenceDocument::Line ReferenceDocument::nextLine(const std::u16string& text, int width,
+                                                    const ReferenceStyle& style) const {
+  const std::size_t fit = fittingLength(text, width, style);
   const std::size_t lineEnd = text.find(u'\n');
   if (lineEnd != std::u16string::npos && lineEnd <= fit) {
     return {lineEnd == 0 ? u" " : text.substr(0, lineEnd), lineEnd + 1, false};
@@ -390,14 +418,14 @@ ReferenceDocument::Line ReferenceDocument::nextLine(const std::u16string& text, 
 }
 
 // An empty text is one line however little fits.
-std::size_t ReferenceDocument::fittingLength(const std::u16string& text, int width, double average) {
+std::size_t ReferenceDocument::fittingLength(const std::u16string& text, int width, const ReferenceStyle& style) const {
   if (text.empty()) {
     return 0;
   }
-  int sum = 0;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    sum += static_cast<int>(factorOf(text[i]) * average + 0.5);
-    if (sum >= width) {
+  double sum = 0;
+  for (std::size_t i = 0; i < text.size() && text[i] != u'\n'; ++i) {
+    sum += widthOf(text[i], style);
+    if (sum > width - kLeast) {
       return i;
     }
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/pdf/objects/mem_block.h"
 #include "scrivalen/pdf_doc.h"
 
 #include <cstddef>
@@ -42,11 +43,12 @@ struct ReferenceItem {
   int level = 0;  // of an entry of the outline
 };
 
-/// The layout of a classic document once more, slow and plain: each line is a string in a list, each row is laid out
-/// three times, and every text that goes on is copied. What CPDFdoc writes by shorter ways has to be the same.
+/// The layout of a document once more, slow and plain: each line is a string in a list, each row is laid out three
+/// times, and every text that goes on is copied. What CPDFdoc writes by shorter ways has to be the same. Of a
+/// conforming document only where lines are broken.
 class ReferenceDocument {
  public:
-  explicit ReferenceDocument(int landscape);
+  explicit ReferenceDocument(int landscape, PDFStuffer::Form form = PDFStuffer::Form::Classic);
 
   void AddFont(int id, PDF_STANDARD_FONT_FACE face);
   void FontNo(int id) { style_.font = id; }
@@ -115,6 +117,7 @@ class ReferenceDocument {
   void createFonts();
   int fontIndex(int font, bool bold) const;
   float averageWidth(int font, int size, bool bold) const;
+  double widthOf(char16_t character, const ReferenceStyle& style) const;
 
   void startPage();
   void finishPage();
@@ -128,8 +131,8 @@ class ReferenceDocument {
   void drawFrame(const ReferenceItem& rowItem, Lines& lines, int y, int bottom) const;
   int leadingGap(ReferenceItem& item, Lines& lines, int y);
   int layoutText(ReferenceItem& item, Lines& lines, const std::u16string& text, int x, int y, int width);
-  static Line nextLine(const std::u16string& text, int width, double average);
-  static std::size_t fittingLength(const std::u16string& text, int width, double average);
+  Line nextLine(const std::u16string& text, int width, const ReferenceStyle& style) const;
+  std::size_t fittingLength(const std::u16string& text, int width, const ReferenceStyle& style) const;
   static Line brokenLine(const std::u16string& text, std::size_t fit);
   static int writeLine(Lines& lines, const std::u16string& text, int size, int y);
 
@@ -140,6 +143,7 @@ class ReferenceDocument {
 
   int width_;
   int height_;
+  PDFStuffer::Form form_;
   std::vector<Font> fonts_;
   ReferenceStyle style_;
   std::vector<std::unique_ptr<ReferenceItem>> items_;
