@@ -24,6 +24,7 @@ struct Summary {
   PDFStuffer::Form form = PDFStuffer::Form::Classic;
   std::size_t pages = 0;
   scrivalen::LossCounter loss;
+  OffPaper offPaper;
 };
 
 /// One document between its beginning and its end: what was collected, and what makes pages of it.
@@ -64,7 +65,7 @@ class Document {
   bool isMakingPages() const { return makingPages_; }
   /// Why not everything was written; empty when it was.
   std::wstring_view writeError() const { return file_->writeError(); }
-  Summary summary() const { return {form_, pages_.count(), loss_}; }
+  Summary summary() const { return {form_, pages_.count(), loss_, pages_.offPaper()}; }
 
  private:
   template <typename Item, typename... Arguments>

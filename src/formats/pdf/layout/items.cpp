@@ -17,6 +17,7 @@ namespace {
 template <typename View>
 Points layoutLines(Pages& pages, PageText& lines, const DrawStyle& style, View text, Points x, Points y, Points width) {
   static constexpr typename View::value_type kBlank[] = {' '};
+  PaperWatch* const watch = pages.paperWatch(lines);
   for (;;) {
     if (y - style.height < kBottomLimit) {
       pages.breakPage();
@@ -24,6 +25,9 @@ Points layoutLines(Pages& pages, PageText& lines, const DrawStyle& style, View t
     }
     const TextLine line = nextLine(text, width, style.widths);
     const bool emptyLine = line.length == 0 && text.starts_with('\n');
+    if (watch) {
+      watch->line(text.substr(0, line.length), style, x, y, pages.pageBreaks());
+    }
     lines.beginText(x, y, style);
     lines.showText(emptyLine ? View(kBlank, 1) : text.substr(0, line.length), style);
     y -= 2 * style.lead;
@@ -101,6 +105,9 @@ Points CPDFparagraf::Layout(Pages& pages, PageText& lines, Points y) {
   PDFStuffer::CPDFPage* const startPage = pages.current();
   const Points bottom = layoutText(pages, lines, kLeftMargin, top, width);
   place(pages, {startPage, pages.current(), top, bottom, width, kLeftMargin});
+  if (PaperWatch* const watch = pages.paperWatch(lines)) {
+    watch->endParagraph();
+  }
   return bottom;
 }
 

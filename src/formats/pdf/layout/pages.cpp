@@ -24,7 +24,13 @@ const auto& lookUp(Cache& cache, std::uint32_t index, Make make) {
 
 Pages::Pages(PDFStuffer::CPDFFile& file, const FontTable& fonts, const Pool<CPDFtextStyle>& styles,
              const Pool<_RGB_COLOR>& backgrounds, const Paper& paper, Form form)
-    : file_(file), fonts_(fonts), styles_(styles), backgrounds_(backgrounds), paper_(paper), form_(form) {}
+    : file_(file),
+      fonts_(fonts),
+      styles_(styles),
+      backgrounds_(backgrounds),
+      paper_(paper),
+      form_(form),
+      paperWatch_(paper) {}
 
 void Pages::begin(Purpose purpose) {
   purpose_ = purpose;

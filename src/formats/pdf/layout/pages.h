@@ -2,6 +2,7 @@
 
 #include "formats/pdf/fonts/fonts.h"
 #include "formats/pdf/layout/page_text.h"
+#include "formats/pdf/layout/paper_watch.h"
 #include "formats/pdf/layout/placement.h"
 #include "formats/pdf/layout/text_style.h"
 #include "formats/pdf/layout/units.h"
@@ -42,6 +43,12 @@ class Pages {
   const Paper& paper() const { return paper_; }
   PDFStuffer::Form form() const { return form_; }
 
+  /// What looks whether a conforming page stays on its paper, when these lines are those of the file; else null.
+  PaperWatch* paperWatch(const PageText& lines) {
+    return form_ == PDFStuffer::Form::Conforming && lines.keepsLines() ? &paperWatch_ : nullptr;
+  }
+  const OffPaper& offPaper() const { return paperWatch_.found(); }
+
   PageText& lines() { return lines_; }
   Placements& placements() { return placements_; }
 
@@ -75,6 +82,7 @@ class Pages {
   PDFStuffer::CPDFPage* current_ = nullptr;
   PageText lines_;
   Placements placements_;
+  PaperWatch paperWatch_;
   Cache<DrawStyle> drawStyles_;
   Cache<std::string> fills_;
 };

@@ -10,11 +10,14 @@
 #include "text/utf.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <iterator>
+#include <string>
 #include <string_view>
 
 using namespace scrivalen;
 using PDFStuffer::Form;
+using scrivalen::pdf::OffPaper;
 using scrivalen::pdf::Summary;
 
 namespace {
@@ -80,6 +83,29 @@ void logMisreading(const wchar_t* file) noexcept {
   }
 }
 
+std::wstring counted(std::uint64_t count, const wchar_t* noun) {
+  return FMT::Format(count == 1 ? L"%d %s" : L"%d %ss", count, noun);
+}
+
+std::wstring described(const OffPaper& found) {
+  std::wstring what = found.paragraphs > 0 ? counted(found.paragraphs, L"paragraph") : L"";
+  if (found.tables > 0) {
+    what += (what.empty() ? L"" : L" and ") + counted(found.tables, L"table");
+  }
+  return what;
+}
+
+void logOffPaper(const wchar_t* file, const OffPaper& found) noexcept {
+  try {
+    const bool isOne = found.paragraphs + found.tables == 1;
+    CLog::Bug2(FMT::Format(
+        isOne ? L"'%s': %s leaves the paper, on page %d." : L"'%s': %s leave the paper, the first on page %d.", file,
+        described(found), found.firstPage));
+  } catch (...) {
+    logLine(L"Paragraphs or tables of a PDF leave the paper.");
+  }
+}
+
 }  // namespace
 
 REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
@@ -99,8 +125,14 @@ REPORT_ERRORS PDFReport::Close() {
   const bool wasOpen = file_.IsOpen();
   const Summary document = document_.state_->summary();
   const REPORT_ERRORS result = scrivalen::closeReportFile(file_, document.loss, {error_, lost_});
-  if (wasOpen && result == REPORT_OK && document.form == Form::Classic && document.pages > 1) {
+  if (!wasOpen || result != REPORT_OK) {
+    return result;
+  }
+  if (document.form == Form::Classic && document.pages > 1) {
     logMisreading(file_.Name());
+  }
+  if (document.offPaper.firstPage > 0) {
+    logOffPaper(file_.Name(), document.offPaper);
   }
   return result;
 }

@@ -21,6 +21,9 @@ Points CPDFtable::Layout(Pages& pages, PageText& lines, Points y) {
   for (CPDFitem* row = rows.first; row; row = row->next) {
     y = row->Layout(pages, lines, y);
   }
+  if (PaperWatch* const watch = pages.paperWatch(lines)) {
+    watch->endTable();
+  }
   return y;
 }
 
@@ -84,6 +87,9 @@ Points CPDFtableRow::Layout(Pages& pages, PageText& lines, Points y) {
 void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, const Columns& columns, Points y, Points bottom) const {
   if (!lines.keepsLines()) {
     return;
+  }
+  if (PaperWatch* const watch = pages.paperWatch(lines)) {
+    watch->frame(bottom + kFrameLift, y + kFrameLift, pages.pageBreaks());
   }
   lines.line("ET");
   lines.line("0.0 0.0 0.0 RG");

@@ -910,3 +910,80 @@ TEST(PdfReportOfSeveralPages, GoesByTheFormThatItWasOpenedIn) {
             }),
             kMisread);
 }
+
+namespace {
+
+void writeInSize(PDFReport& report, int size, const wchar_t* text) {
+  report.BeginParagraph(PARAGRAPH_NORMAL, nullptr);
+  report.BeginStyle(STYLE_FONT_SIZE, size);
+  report.Text(text, PARAGRAPH_NONE, nullptr, 0);
+  report.EndStyle(STYLE_FONT_SIZE, size);
+}
+
+// A table whose columns are that many, with the text in the last one.
+void writeInLastColumn(PDFReport& report, int columns, int size, const wchar_t* text) {
+  report.BeginTable(nullptr, nullptr);
+  report.BeginRow(nullptr, nullptr, columns);
+  report.BeginStyle(STYLE_FONT_SIZE, size);
+  for (int column = 1; column < columns; ++column) {
+    report.Cell(L"", 0, nullptr);
+  }
+  report.Cell(text, 0, nullptr);
+  report.EndRow(nullptr);
+  report.EndTable(nullptr);
+}
+
+}  // namespace
+
+TEST(PdfReportOffThePaper, IsLoggedInOneLineOfAConformingReport) {
+  const auto write = [](PDFReport& r) {
+    writeTwoPages(r);
+    writeInSize(r, 12, L"on the paper");
+    writeInSize(r, 1000, L"a");  // lower than the page
+    writeInSize(r, 700, L"W");   // wider than the page
+    writeInSize(r, -12, L"five letters to the left of it");
+    writeInLastColumn(r, 100, 60, L"WW");
+  };
+  EXPECT_EQ(logOf(write, 1),
+            std::vector<std::wstring>{L"a.pdf': 3 paragraphs and 1 table leave the paper, the first on page 4."});
+  EXPECT_EQ(logOf(write), kMisread);
+}
+
+TEST(PdfReportOffThePaper, IsLoggedOfOneParagraphOrTable) {
+  EXPECT_EQ(logOf([](PDFReport& r) { writeInSize(r, 1000, L"a"); }, 1),
+            std::vector<std::wstring>{L"a.pdf': 1 paragraph leaves the paper, on page 2."});
+  EXPECT_EQ(logOf([](PDFReport& r) { writeInLastColumn(r, 20, 100, L"W"); }, 1),
+            std::vector<std::wstring>{L"a.pdf': 1 table leaves the paper, on page 1."});
+}
+
+// The row is tried on the second page and drawn on the third.
+TEST(PdfReportOffThePaper, IsLoggedOfAFrame) {
+  EXPECT_EQ(logOf([](PDFReport& r) { writeInLastColumn(r, 1, 650, L"."); }, 1),
+            std::vector<std::wstring>{L"a.pdf': 1 table leaves the paper, on page 3."});
+}
+
+TEST(PdfReportOffThePaper, IsLoggedForEachReport) {
+  const CapturedLog log;
+  PDFReport report;
+  report.SetReportOption(OPTION_CONFORMING, 1);
+  pdfOf(
+      report, [](PDFReport& r) { writeInSize(r, 1000, L"a"); }, 1);
+  pdfOf(
+      report, [](PDFReport& r) { writeInSize(r, 12, L"a"); }, 1);
+  EXPECT_EQ(log.lines().size(), 1u);
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(log.lines().size(), 1u);
+}
+
+TEST(PdfReportOffThePaper, IsNotLoggedWhereTextsStayOnIt) {
+  const auto write = [](PDFReport& r) {
+    writeBody(r, std::wstring(300, L'\u2014').c_str());
+    writeBody(r, std::wstring(900, L'i').c_str());
+    writeInSize(r, 500, L"W");
+    writeInSize(r, 0, L"no size");
+    writeTwoPages(r);
+    writeInLastColumn(r, 515, 8, L"WWW");
+    writeInLastColumn(r, 2, 30, std::wstring(700, L'W').c_str());
+  };
+  EXPECT_TRUE(logOf(write, 1).empty());
+}
