@@ -59,7 +59,9 @@ function(scrivalen_xlsxwriter_from_source)
     set_source_files_properties("${folder}/src/packager.c" PROPERTIES COMPILE_DEFINITIONS zipOpen=scrivalenOpenArchive)
   endif()
   add_library(scrivalen_xlsxwriter STATIC ${sources})
-  set_target_properties(scrivalen_xlsxwriter PROPERTIES C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON)
+  # Some of its files ask the C library for large files before they include anything: each by itself.
+  set_target_properties(scrivalen_xlsxwriter PROPERTIES
+    C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
   target_compile_definitions(scrivalen_xlsxwriter PRIVATE NOCRYPT NOUNCRYPT USE_NO_MD5)
   target_include_directories(scrivalen_xlsxwriter SYSTEM PUBLIC "${folder}/include")
   target_link_libraries(scrivalen_xlsxwriter PUBLIC scrivalen_zlib)

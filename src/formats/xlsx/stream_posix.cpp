@@ -1,14 +1,15 @@
 #include "formats/xlsx/stream.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <sys/types.h>
 #include <unistd.h>
 
 namespace scrivalen {
 
 StreamWatch::StreamWatch(std::FILE* stream)
-    : descriptor_(::fileno(stream)), duplicate_(::fcntl(descriptor_, F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {}
+    : duplicate_(::fcntl(::fileno(stream), F_DUPFD_CLOEXEC, STDERR_FILENO + 1)) {
+  position_ = ::lseek(duplicate_, 1, SEEK_END);
+}
 
 StreamWatch::~StreamWatch() {
   if (duplicate_ >= 0) {
@@ -16,12 +17,7 @@ StreamWatch::~StreamWatch() {
   }
 }
 
-bool StreamWatch::isOpen() const {
-  struct stat now {};
-  struct stat own {};
-  return ::fstat(descriptor_, &now) == 0 && ::fstat(duplicate_, &own) == 0 && now.st_dev == own.st_dev &&
-         now.st_ino == own.st_ino;
-}
+bool StreamWatch::isOpen() const { return position_ >= 0 && ::lseek(duplicate_, 0, SEEK_CUR) == position_; }
 
 std::optional<std::uint64_t> streamPosition(std::FILE* stream) {
   const off_t position = ::ftello(stream);

@@ -1,20 +1,11 @@
 #include "formats/xlsx/stream.h"
 
-#include "system/windows_api.h"
-
 #include <io.h>
 
 namespace scrivalen {
-namespace {
-
-bool identityOf(int descriptor, BY_HANDLE_FILE_INFORMATION& identity) {
-  return descriptor >= 0 &&
-         GetFileInformationByHandle(reinterpret_cast<HANDLE>(::_get_osfhandle(descriptor)), &identity);
+StreamWatch::StreamWatch(std::FILE* stream) : duplicate_(::_dup(::_fileno(stream))) {
+  position_ = duplicate_ < 0 ? -1 : ::_lseeki64(duplicate_, 1, SEEK_END);
 }
-
-}  // namespace
-
-StreamWatch::StreamWatch(std::FILE* stream) : descriptor_(::_fileno(stream)), duplicate_(::_dup(descriptor_)) {}
 
 StreamWatch::~StreamWatch() {
   if (duplicate_ >= 0) {
@@ -22,13 +13,7 @@ StreamWatch::~StreamWatch() {
   }
 }
 
-bool StreamWatch::isOpen() const {
-  BY_HANDLE_FILE_INFORMATION now{};
-  BY_HANDLE_FILE_INFORMATION own{};
-  return identityOf(descriptor_, now) && identityOf(duplicate_, own) &&
-         now.dwVolumeSerialNumber == own.dwVolumeSerialNumber && now.nFileIndexHigh == own.nFileIndexHigh &&
-         now.nFileIndexLow == own.nFileIndexLow;
-}
+bool StreamWatch::isOpen() const { return position_ >= 0 && ::_lseeki64(duplicate_, 0, SEEK_CUR) == position_; }
 
 std::optional<std::uint64_t> streamPosition(std::FILE* stream) {
   const auto position = ::_ftelli64(stream);

@@ -1,6 +1,7 @@
 #include "formats/xlsx/workbook.h"
 
 #include "formats/xlsx/host_state.h"
+#include "formats/xlsx/stream.h"
 #include "formats/xlsx/workbook_check.h"
 #include "system/clock.h"
 #include "system/files/files.h"
@@ -73,7 +74,9 @@ Workbook::Workbook(const std::wstring& folder, std::int64_t created) : folder_(n
 
 Workbook::~Workbook() {
   if (book_) {
-    closeRows();
+    for (const Sheet& sheet : sheets_) {
+      std::fclose(sheet.rows);
+    }
     lxw_workbook_free(book_);
   }
 }
@@ -85,7 +88,7 @@ bool Workbook::addSheet() {
   if (!sheet) {
     return false;
   }
-  sheets_.push_back({sheet, sheet->optimize_tmpfile, StreamWatch(sheet->optimize_tmpfile)});
+  sheets_.push_back({sheet, sheet->optimize_tmpfile});
   flushedRow_ = 0;
   worksheet_ignore_errors(sheet, LXW_IGNORE_NUMBER_STORED_AS_TEXT, kWholeSheet);
   if (sheets_.size() == 1) {
@@ -211,6 +214,10 @@ std::wstring Workbook::close(const std::wstring& file) {
 
 // Closing releases the workbook, whatever it answers, but not the files of all of its sheets.
 std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
+  std::vector<StreamWatch> watches;
+  for (const Sheet& sheet : sheets_) {
+    watches.emplace_back(sheet.rows);
+  }
   char* const name = lxw_strdup(narrowPath(file).c_str());
   if (!name) {
     throw std::bad_alloc();
@@ -219,17 +226,17 @@ std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
   book_->options.use_zip64 = isLarge ? LXW_TRUE : LXW_FALSE;
   const lxw_error error = workbook_close(std::exchange(book_, nullptr));
   const std::uint32_t system = lastSystemError();
-  closeRows();
+  closeRows(watches);
   if (error == LXW_NO_ERROR) {
     return {};
   }
   return system == 0 ? toWide(lxw_strerror(error)) : systemErrorText(system);
 }
 
-void Workbook::closeRows() {
-  for (const Sheet& sheet : sheets_) {
-    if (sheet.watch.isOpen()) {
-      std::fclose(sheet.rows);
+void Workbook::closeRows(const std::vector<StreamWatch>& watches) {
+  for (std::size_t i = 0; i < sheets_.size(); ++i) {
+    if (watches[i].isOpen()) {
+      std::fclose(sheets_[i].rows);
     }
   }
   sheets_.clear();

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "formats/xlsx/excel_style.h"
-#include "formats/xlsx/stream.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -13,6 +12,8 @@ struct lxw_workbook;
 struct lxw_worksheet;
 
 namespace scrivalen {
+
+class StreamWatch;
 
 /// A workbook of strings, written row by row with libxlsxwriter: a row is in memory, the others are in a temporary
 /// file for each sheet. That library does not look whether its temporary files took what it wrote, which is made up for
@@ -59,7 +60,6 @@ class Workbook {
   struct Sheet {
     lxw_worksheet* sheet;
     std::FILE* rows;
-    StreamWatch watch;  // of the rows: closing the workbook closes them, but not always
   };
 
   bool hasRows(const Sheet& sheet) const;
@@ -67,7 +67,7 @@ class Workbook {
   bool measureSheets(std::vector<std::uint64_t>& sizes);
   bool measureFrame(const Sheet& sheet, std::uint64_t& size);
   std::wstring assemble(const std::wstring& file, bool isLarge);
-  void closeRows();
+  void closeRows(const std::vector<StreamWatch>& watches);
 
   std::string folder_;
   lxw_workbook* book_ = nullptr;
