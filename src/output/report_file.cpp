@@ -43,7 +43,7 @@ struct ReportFile::State : ByteSink {
     }
   }
 
-  NativeFile file = nullptr;
+  File file;
   std::wstring name;
   Reason openError;
   Reason writeError;
@@ -85,16 +85,15 @@ bool ReportFile::Close() {
     return true;
   }
   state_->buffer.flush();
-  if (!closeFile(state_->file) && state_->writeError.empty()) {
+  if (!state_->file.close() && state_->writeError.empty()) {
     state_->failBySystemError();
   }
-  state_->file = nullptr;
   return state_->writeError.empty();
 }
 
 bool ReportFile::IsOpen() const { return state_ && state_->file; }
 
-void* ReportFile::Handle() const { return state_ ? state_->file : nullptr; }
+void* ReportFile::Handle() const { return state_ ? static_cast<NativeFile>(state_->file) : nullptr; }
 
 const wchar_t* ReportFile::Name() const { return state_ ? state_->name.c_str() : L""; }
 

@@ -10,13 +10,8 @@ namespace {
 
 // What another program has written into a new file meanwhile is not ours to remove.
 bool isEmptyFile(const std::wstring& path) noexcept {
-  const NativeFile file = openForReading(path);
-  if (!file) {
-    return false;
-  }
-  const bool isEmpty = sizeOf(file) == std::uint64_t{0};
-  closeFile(file);
-  return isEmpty;
+  const File file = openForReading(path);
+  return file && sizeOf(file) == std::uint64_t{0};
 }
 
 }  // namespace
@@ -32,7 +27,7 @@ bool TargetFile::hold(const std::wstring& path) {
   if (!held.file) {
     return false;
   }
-  file_ = held.file;
+  file_ = std::move(held.file);
   isNew_ = held.isNew;
   return makePlace();
 }
@@ -57,9 +52,7 @@ bool TargetFile::replaceBy(const std::wstring& finished) {
     return writeInto(finished) && deleteFile(finished);
   }
   // Some systems replace no file that is open.
-  if (file_) {
-    closeFile(std::exchange(file_, nullptr));
-  }
+  file_.close();
   const bool isInFolder = folderOf(finished) == folder() + kPathSeparator;
   if (!(isInFolder ? replaceFile(finished, path_) : replaceThroughFolder(finished))) {
     return false;
@@ -84,29 +77,22 @@ bool TargetFile::replaceThroughFolder(const std::wstring& finished) {
 
 // A file under such a name is opened again, which cuts it: it may be longer than the new content.
 bool TargetFile::writeInto(const std::wstring& finished) {
-  const NativeFile source = openForReading(finished);
+  const File source = openForReading(finished);
   if (!source) {
     return false;
   }
   if (file_ && sizeOf(file_)) {
-    closeFile(std::exchange(file_, nullptr));
+    file_.close();
   }
   if (!file_) {
     file_ = openExclusive(path_);
   }
-  const bool isCopied = file_ && copyContents(source, file_);
-  {
-    const SystemErrorKeeper error;
-    closeFile(source);
-  }
-  return isCopied && closeFile(std::exchange(file_, nullptr));
+  return file_ && copyContents(source, file_) && file_.close();
 }
 
 void TargetFile::release() noexcept {
   const SystemErrorKeeper error;
-  if (file_) {
-    closeFile(std::exchange(file_, nullptr));
-  }
+  file_.close();
   if (std::exchange(isNew_, false) && isEmptyFile(path_)) {
     deleteFile(path_);
   }

@@ -44,7 +44,7 @@ class TargetFile {
   bool replaceThroughFolder(const std::wstring& finished);
 
   std::wstring path_;  // with links resolved
-  NativeFile file_ = nullptr;
+  File file_;
   bool isNew_ = false;
   bool isReplaceable_ = true;
   WorkFolder work_;

@@ -24,11 +24,6 @@ namespace {
 
 constexpr const wchar_t* kRow = L"row";
 
-struct FileCloser {
-  void operator()(NativeFile file) const { closeFile(file); }
-};
-using OpenFile = std::unique_ptr<std::remove_pointer_t<NativeFile>, FileCloser>;
-
 bool appendFile(std::wstring& text, NativeFile file) {
   constexpr std::size_t kChunk = 8192;
   unsigned char chunk[kChunk];
@@ -162,8 +157,8 @@ REPORT_ERRORS AReport::LoadTemplate(std::wstring* text, const wchar_t* name, int
     if (!fullPath && !MakeTemplateName(path, name)) {
       return REPORT_TEMPLATE_NOT_FOUND;
     }
-    const OpenFile file(openForReading(path));
-    if (file && (!text || appendFile(*text, file.get()))) {
+    const File file = openForReading(path);
+    if (file && (!text || appendFile(*text, file))) {
       return REPORT_OK;
     }
     std::wstring reason;

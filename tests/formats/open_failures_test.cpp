@@ -68,10 +68,10 @@ TYPED_TEST(OpenFailure, OfAFileThatAnotherReportHolds) {
 TYPED_TEST(OpenFailure, OfAFileThatIsBeingRead) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "kept");
-  const scrivalen::NativeFile reader = scrivalen::openForReading(folder / L"a");
+  scrivalen::File reader = scrivalen::openForReading(folder / L"a");
   ASSERT_NE(reader, nullptr);
   this->expectRefused(folder / L"a");
-  EXPECT_TRUE(scrivalen::closeFile(reader));
+  EXPECT_TRUE(reader.close());
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 

@@ -44,7 +44,7 @@ TEST(TargetFilePosix, IsClearedOfAKilledProcesssFilesButNotOfALivingOnes) {
   if (process == 0) {
     TargetFile target;
     const bool isPrepared = target.prepare(folder / L"a");
-    const NativeFile file = isPrepared ? createNew(target.newFile()) : nullptr;
+    File file = isPrepared ? createNew(target.newFile()) : File();
     const char said = file && writeAll(file, "half", 4) ? 'y' : 'n';
     while (::write(ends[1], &said, 1) == 1) {
       ::pause();

@@ -21,8 +21,8 @@ std::size_t entryCount(const TemporaryFolder& folder) {
 }
 
 bool isHeld(const std::wstring& path) {
-  const NativeFile file = openForReading(path);
-  return !file || !closeFile(file);
+  File file = openForReading(path);
+  return !file || !file.close();
 }
 
 }  // namespace
@@ -200,8 +200,8 @@ TEST(TargetFile, IsNotTakenForAbandonedByManyAtOnce) {
   const auto prepare = [&] {
     for (int i = 0; i < 100; ++i) {
       TargetFile target;
-      const NativeFile file = target.prepare(folder / L"a") ? createNew(target.newFile()) : nullptr;
-      const bool isWritten = file && closeFile(file) && exists(target.newFile());
+      File file = target.prepare(folder / L"a") ? createNew(target.newFile()) : File();
+      const bool isWritten = file && file.close() && exists(target.newFile());
       failures += isWritten ? 0 : 1;
     }
   };

@@ -34,7 +34,7 @@ std::wstring TemporaryFolder::operator/(std::wstring_view name) const {
 
 std::string bytesOf(const std::wstring& path) {
   std::string bytes;
-  const NativeFile file = openForReading(path);
+  const File file = openForReading(path);
   EXPECT_NE(file, nullptr);
   char chunk[4096];
   for (;;) {
@@ -44,17 +44,14 @@ std::string bytesOf(const std::wstring& path) {
     }
     bytes.append(chunk, *size);
   }
-  if (file) {
-    closeFile(file);
-  }
   return bytes;
 }
 
 void writeBytes(const std::wstring& path, std::string_view bytes) {
-  const NativeFile file = openExclusive(path);
+  File file = openExclusive(path);
   ASSERT_NE(file, nullptr);
   EXPECT_TRUE(writeAll(file, bytes.data(), bytes.size()));
-  EXPECT_TRUE(closeFile(file));
+  EXPECT_TRUE(file.close());
 }
 
 bool exists(const std::wstring& path) { return pathExists(path); }

@@ -16,12 +16,11 @@ namespace {
 
 std::string bytesOf(const std::wstring& path) {
   std::string bytes;
-  if (const NativeFile file = openForReading(path)) {
+  if (const File file = openForReading(path)) {
     char chunk[4096];
     while (const std::size_t size = readSome(file, chunk, sizeof chunk).value_or(0)) {
       bytes.append(chunk, size);
     }
-    closeFile(file);
   }
   return bytes;
 }
@@ -44,8 +43,8 @@ bool appendListedFiles(const std::string& project, std::string& made) {
 }
 
 bool writeBytes(const std::wstring& path, const std::string& bytes) {
-  const NativeFile file = openExclusive(path);
-  return file && writeAll(file, bytes.data(), bytes.size()) && closeFile(file);
+  File file = openExclusive(path);
+  return file && writeAll(file, bytes.data(), bytes.size()) && file.close();
 }
 
 }  // namespace

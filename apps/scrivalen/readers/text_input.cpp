@@ -28,12 +28,6 @@ TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(st
   }
 }
 
-TextInput::~TextInput() {
-  if (file_) {
-    scrivalen::closeFile(file_);
-  }
-}
-
 std::string_view TextInput::next() {
   while (fill()) {
     if (encoding_ == Encoding::Unknown) {

@@ -17,7 +17,6 @@ class TextInput {
   TextInput(const Host& host, std::string name);
   TextInput(const TextInput&) = delete;
   TextInput& operator=(const TextInput&) = delete;
-  ~TextInput();
 
   /// The next piece of the text, whole characters only, valid until the next call; empty at the end.
   std::string_view next();
@@ -41,7 +40,7 @@ class TextInput {
 
   const Host& host_;
   std::string name_;
-  scrivalen::NativeFile file_ = nullptr;
+  scrivalen::File file_;
   Encoding encoding_ = Encoding::Unknown;
   bool ended_ = false;
   std::size_t replaced_ = 0;

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kLinkStart = " href=\"";
 
 bool readFile(const std::wstring& path, std::string& bytes) {
-  const scrivalen::NativeFile file = scrivalen::openForReading(path);
+  const scrivalen::File file = scrivalen::openForReading(path);
   if (!file) {
     return false;
   }
@@ -19,16 +19,12 @@ bool readFile(const std::wstring& path, std::string& bytes) {
   while ((size = scrivalen::readSome(file, chunk, sizeof chunk)).value_or(0) > 0) {
     bytes.append(chunk, *size);
   }
-  return scrivalen::closeFile(file) && size.has_value();
+  return size.has_value();
 }
 
 bool writeFile(const std::wstring& path, const std::string& bytes) {
-  const scrivalen::NativeFile file = scrivalen::openExclusive(path);
-  if (!file) {
-    return false;
-  }
-  const bool isWritten = scrivalen::writeAll(file, bytes.data(), bytes.size());
-  return scrivalen::closeFile(file) && isWritten;
+  scrivalen::File file = scrivalen::openExclusive(path);
+  return file && scrivalen::writeAll(file, bytes.data(), bytes.size()) && file.close();
 }
 
 // RFC 3986, 2.1.

@@ -5,7 +5,6 @@
 #include "text/utf.h"
 
 #include <algorithm>
-#include <memory>
 #include <string_view>
 
 namespace scrivalen {
@@ -54,8 +53,8 @@ std::wstring defectOf(NativeFile file, const std::vector<std::uint64_t>& sheetSi
 }  // namespace
 
 std::wstring workbookDefect(const std::wstring& path, const std::vector<std::uint64_t>& sheetSizes) {
-  const std::unique_ptr<void, bool (*)(NativeFile)> file(openForReading(path), &closeFile);
-  return file ? defectOf(file.get(), sheetSizes) : L"It cannot be read again.";
+  const File file = openForReading(path);
+  return file ? defectOf(file, sheetSizes) : L"It cannot be read again.";
 }
 
 }  // namespace scrivalen

@@ -1,8 +1,24 @@
 #include "system/files/files.h"
 
+#include "system/messages.h"
+
 #include <random>
 
 namespace scrivalen {
+
+File& File::operator=(File&& other) noexcept {
+  File replaced(std::exchange(file_, other.release()));
+  return *this;
+}
+
+File::~File() {
+  if (file_) {
+    const SystemErrorKeeper error;
+    closeFile(file_);
+  }
+}
+
+bool File::close() noexcept { return !file_ || closeFile(release()); }
 
 std::wstring_view folderOf(std::wstring_view path) {
   const auto separator = path.find_last_of(kPathSeparators);
@@ -47,11 +63,9 @@ std::optional<std::wstring> createFileBeside(const std::wstring& path) {
     if (pathExists(name)) {
       continue;
     }
-    const NativeFile file = createNew(name);
-    if (!file) {
+    if (!createNew(name)) {
       break;
     }
-    closeFile(file);
     return name;
   }
   return std::nullopt;

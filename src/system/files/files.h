@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace scrivalen {
@@ -30,12 +31,37 @@ std::string narrowPath(std::wstring_view path);
 /// The inverse of narrowPath.
 std::wstring widePath(std::string_view path);
 
+/// A file that is open, and is closed with this object.
+class File {
+ public:
+  File() noexcept = default;
+  explicit File(NativeFile file) noexcept : file_(file) {}
+  File(File&& other) noexcept : file_(other.release()) {}
+  File& operator=(File&& other) noexcept;
+  /// Leaves lastSystemError as it is.
+  ~File();
+
+  explicit operator bool() const& noexcept { return file_ != nullptr; }
+  explicit operator bool() && noexcept { return file_ != nullptr; }
+  /// What the calls below take, which stays this object's.
+  operator NativeFile() const& noexcept { return file_; }
+  operator NativeFile() && = delete;
+
+  /// @return false when the system reports that bytes were lost; true when no file is open
+  bool close() noexcept;
+  /// Hands the open file over.
+  NativeFile release() noexcept { return std::exchange(file_, nullptr); }
+
+ private:
+  NativeFile file_ = nullptr;
+};
+
 /// Creates or truncates a file for writing that nobody else holds open for writing; one that is held is not touched.
-NativeFile openExclusive(const std::wstring& path) noexcept;
+File openExclusive(const std::wstring& path) noexcept;
 
 /// A file that is held for writing, as openExclusive holds it, and still has the bytes it had.
 struct HeldFile {
-  NativeFile file = nullptr;
+  File file;
   bool isNew = false;  ///< whether it was created by this
 };
 
@@ -43,10 +69,10 @@ struct HeldFile {
 HeldFile holdExclusive(const std::wstring& path) noexcept;
 
 /// Creates a file that does not exist yet, for writing.
-NativeFile createNew(const std::wstring& path) noexcept;
+File createNew(const std::wstring& path) noexcept;
 
 /// Opens a file for reading, denying others to write where the system can.
-NativeFile openForReading(const std::wstring& path) noexcept;
+File openForReading(const std::wstring& path) noexcept;
 
 /// Writes all bytes, however many calls of the system that takes.
 bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept;
@@ -66,6 +92,7 @@ bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size)
 /// Writes all that @p from still has to be read behind what @p to has.
 bool copyContents(NativeFile from, NativeFile to) noexcept;
 
+/// Closes a file that no File has.
 /// @return false when the system reports that bytes were lost
 bool closeFile(NativeFile file) noexcept;
 

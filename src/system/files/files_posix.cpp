@@ -26,18 +26,18 @@ namespace {
 // Whether a call of the system was broken off by a signal that is no reason to give up.
 bool isToBeRepeated() { return errno == EINTR && !isStopRequested(); }
 
-int openDescriptor(const std::wstring& path, int flags) {
+File openFile(const std::wstring& path, int flags) {
   constexpr mode_t kRights = 0666;
   const NativePath native(path);
   if (!native.isValid()) {
     errno = EILSEQ;
-    return -1;
+    return {};
   }
   int fd = -1;
   do {
     fd = ::open(native.c_str(), flags | O_CLOEXEC, kRights);
   } while (fd < 0 && isToBeRepeated());
-  return aboveStandardStreams(fd);
+  return File(toNative(aboveStandardStreams(fd)));
 }
 
 bool statusOf(const std::wstring& path, struct stat& status) { return ::stat(NativePath(path).c_str(), &status) == 0; }
@@ -56,29 +56,18 @@ bool lock(int fd) {
   return false;
 }
 
-int openHeld(const std::wstring& path) {
-  const int fd = openDescriptor(path, O_WRONLY | O_CREAT);
-  if (fd >= 0 && isRegular(fd) && !lock(fd)) {
-    closeKeepingError(fd);
-    return -1;
+File openHeld(const std::wstring& path) {
+  File file = openFile(path, O_WRONLY | O_CREAT);
+  if (file && isRegular(descriptor(file)) && !lock(descriptor(file))) {
+    return {};
   }
-  return fd;
+  return file;
 }
 
 bool copyFile(const std::wstring& from, const std::wstring& to) {
-  const NativeFile source = openForReading(from);
-  if (!source) {
-    return false;
-  }
-  const NativeFile target = openExclusive(to);
-  const bool copied = target && copyContents(source, target);
-  const int error = errno;
-  const bool closed = target && closeFile(target);
-  closeKeepingError(descriptor(source));
-  if (!copied) {
-    errno = error;
-  }
-  return copied && closed;
+  const File source = openForReading(from);
+  File target = source ? openExclusive(to) : File();
+  return target && copyContents(source, target) && target.close();
 }
 
 std::string folderOf(const std::string& path) {
@@ -125,9 +114,8 @@ bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
     return false;
   }
   if (!copyFile(from, *beside) || !renamePath(*beside, to)) {
-    const int error = errno;
+    const SystemErrorKeeper error;
     deleteFile(*beside);
-    errno = error;
     return false;
   }
   return deleteFile(from);
@@ -165,42 +153,38 @@ std::wstring widePath(std::string_view path) {
 }
 
 // Locks before truncating, so that a file another report holds stays as it is.
-NativeFile openExclusive(const std::wstring& path) noexcept {
-  const int fd = openHeld(path);
-  if (fd >= 0 && isRegular(fd) && ::ftruncate(fd, 0) != 0) {
-    closeKeepingError(fd);
-    return nullptr;
+File openExclusive(const std::wstring& path) noexcept {
+  File file = openHeld(path);
+  if (file && isRegular(descriptor(file)) && ::ftruncate(descriptor(file), 0) != 0) {
+    return {};
   }
-  return toNative(fd);
+  return file;
 }
 
 HeldFile holdExclusive(const std::wstring& path) noexcept {
   const bool wasThere = pathExists(path);
-  const NativeFile file = toNative(openHeld(path));
-  return {file, file && !wasThere};
+  File file = openHeld(path);
+  const bool isNew = file && !wasThere;
+  return {std::move(file), isNew};
 }
 
-NativeFile createNew(const std::wstring& path) noexcept {
-  return toNative(openDescriptor(path, O_WRONLY | O_CREAT | O_EXCL));
-}
+File createNew(const std::wstring& path) noexcept { return openFile(path, O_WRONLY | O_CREAT | O_EXCL); }
 
-NativeFile openForReading(const std::wstring& path) noexcept {
-  const int fd = openDescriptor(path, O_RDONLY);
-  if (fd < 0) {
-    return nullptr;
-  }
+File openForReading(const std::wstring& path) noexcept {
+  File file = openFile(path, O_RDONLY);
   struct stat status {};
-  if (::fstat(fd, &status) == 0 && S_ISDIR(status.st_mode)) {
-    ::close(fd);
+  if (!file || ::fstat(descriptor(file), &status) != 0) {
+    return {};
+  }
+  if (S_ISDIR(status.st_mode)) {
     errno = EISDIR;
-    return nullptr;
+    return {};
   }
-  if (S_ISREG(status.st_mode) && ::flock(fd, LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-    ::close(fd);
+  if (S_ISREG(status.st_mode) && ::flock(descriptor(file), LOCK_SH | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
     errno = EBUSY;
-    return nullptr;
+    return {};
   }
-  return toNative(fd);
+  return file;
 }
 
 bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {

@@ -12,9 +12,9 @@ namespace {
 
 constexpr DWORD kNoSharing = 0;
 
-NativeFile openFile(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
+File openFile(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
   const HANDLE file = CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-  return file == INVALID_HANDLE_VALUE ? nullptr : file;
+  return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
 void closeKeepingError(HANDLE file) {
@@ -91,25 +91,23 @@ std::wstring widePath(std::string_view path) {
 }
 
 // An existing file is opened and then cut, which keeps its attributes and works on a hidden file too.
-NativeFile openExclusive(const std::wstring& path) noexcept {
-  const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
+File openExclusive(const std::wstring& path) noexcept {
+  File file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
   if (file && isFileOnDisk(file) && !SetEndOfFile(file)) {
-    closeKeepingError(file);
-    return nullptr;
+    return {};
   }
   return file;
 }
 
 HeldFile holdExclusive(const std::wstring& path) noexcept {
-  const NativeFile file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
-  return {file, file && GetLastError() != ERROR_ALREADY_EXISTS};
+  File file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
+  const bool isNew = file && GetLastError() != ERROR_ALREADY_EXISTS;
+  return {std::move(file), isNew};
 }
 
-NativeFile createNew(const std::wstring& path) noexcept {
-  return openFile(path, GENERIC_WRITE, kNoSharing, CREATE_NEW);
-}
+File createNew(const std::wstring& path) noexcept { return openFile(path, GENERIC_WRITE, kNoSharing, CREATE_NEW); }
 
-NativeFile openForReading(const std::wstring& path) noexcept {
+File openForReading(const std::wstring& path) noexcept {
   return openFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
 }
 

@@ -56,13 +56,13 @@ bool WorkFolder::hold() {
     const SystemErrorKeeper error;
     deleteFolder(path_);
   }
-  return held_ != nullptr;
+  return static_cast<bool>(held_);
 }
 
 void WorkFolder::remove() noexcept {
   if (held_) {
     const SystemErrorKeeper error;
-    removeHeldFolder(std::exchange(held_, nullptr), path_);
+    removeHeldFolder(std::move(held_), path_);
     path_.clear();
   }
 }

@@ -33,7 +33,7 @@ class WorkFolder {
   bool hold();
 
   std::wstring path_;
-  NativeFile held_ = nullptr;
+  File held_;
 };
 
 /// Creates a folder for this user alone. On Windows that is so only where @p isPrivate says so, because what is made in
@@ -42,11 +42,11 @@ bool createFolder(const std::wstring& path, bool isPrivate) noexcept;
 
 /// Takes hold of a folder, which is no link, and looks that it is still there. Where the system has no locks for
 /// folders it is only opened.
-/// @return null, with the reason in lastSystemError, when somebody else holds it
-NativeFile holdFolder(const std::wstring& path) noexcept;
+/// @return no file, with the reason in lastSystemError, when somebody else holds it
+File holdFolder(const std::wstring& path) noexcept;
 
 /// Removes a folder that is held with all in it, and lets go of it.
-void removeHeldFolder(NativeFile held, const std::wstring& path) noexcept;
+void removeHeldFolder(File held, const std::wstring& path) noexcept;
 
 /// Removes the folders in a folder whose names begin so, which this user has made and which certainly nobody holds.
 /// @param folder  empty: the current one

@@ -83,25 +83,23 @@ bool createFolder(const std::wstring& path, bool) noexcept {
   return ::mkdir(native.c_str(), kOwnersOnly) == 0;
 }
 
-NativeFile holdFolder(const std::wstring& path) noexcept {
+File holdFolder(const std::wstring& path) noexcept {
   const NativePath native(path);
-  const int fd = aboveStandardStreams(::open(native.c_str(), kFolderFlags));
-  if (fd < 0) {
-    return nullptr;
+  File folder(toNative(aboveStandardStreams(::open(native.c_str(), kFolderFlags))));
+  if (!folder) {
+    return {};
   }
-  const bool isHeldByOthers = ::flock(fd, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
-  if (isHeldByOthers || !hasItsName(fd, AT_FDCWD, native.c_str())) {
-    ::close(fd);
+  const bool isHeldByOthers = ::flock(descriptor(folder), LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+  if (isHeldByOthers || !hasItsName(descriptor(folder), AT_FDCWD, native.c_str())) {
     errno = EBUSY;
-    return nullptr;
+    return {};
   }
-  return toNative(fd);
+  return folder;
 }
 
-void removeHeldFolder(NativeFile held, const std::wstring& path) noexcept {
+void removeHeldFolder(File held, const std::wstring& path) noexcept {
   removeContents(descriptor(held));
   ::rmdir(NativePath(path).c_str());
-  ::close(descriptor(held));
 }
 
 void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesBegin) noexcept {

@@ -93,25 +93,25 @@ bool createFolder(const std::wstring& path, bool isPrivate) noexcept {
 }
 
 // A file in it that nobody else can open meanwhile, and that goes away with the process that has it.
-NativeFile holdFolder(const std::wstring& path) noexcept {
+File holdFolder(const std::wstring& path) noexcept {
   try {
     const std::wstring lock = path + kPathSeparator + L".scrivalen-lock";
     const HANDLE file = CreateFileW(lock.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_ALWAYS,
                                     FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    return file == INVALID_HANDLE_VALUE ? nullptr : file;
+    return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
   } catch (const std::exception&) {
     SetLastError(ERROR_NOT_ENOUGH_MEMORY);
-    return nullptr;
+    return {};
   }
 }
 
-void removeHeldFolder(NativeFile held, const std::wstring& path) noexcept {
+void removeHeldFolder(File held, const std::wstring& path) noexcept {
   try {
     removeContents(path);
   } catch (const std::exception&) {
     // Without memory for the list of its files the folder stays, for the next run to remove.
   }
-  CloseHandle(held);
+  held.close();
   RemoveDirectoryW(path.c_str());
 }
 
@@ -119,8 +119,8 @@ void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesB
   try {
     for (const Entry& entry : entriesOf(folder + std::wstring(namesBegin) + L"*")) {
       const std::wstring path = folder + entry.name;
-      if (const NativeFile held = entry.isFolder ? holdFolder(path) : nullptr) {
-        removeHeldFolder(held, path);
+      if (File held = entry.isFolder ? holdFolder(path) : File()) {
+        removeHeldFolder(std::move(held), path);
       }
     }
   } catch (const std::exception&) {

@@ -14,13 +14,13 @@ namespace {
 std::string read(const std::string& bytes) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.zip", bytes);
-  const NativeFile file = openForReading(folder / L"a.zip");
+  File file = openForReading(folder / L"a.zip");
   const auto members = membersOf(file);
   std::string result = members ? "" : "no directory";
   for (const ArchiveMember& member : members.value_or(std::vector<ArchiveMember>())) {
     result += member.name + ": " + unpacked(file, member).value_or("cannot be unpacked") + '\n';
   }
-  EXPECT_TRUE(closeFile(file));
+  EXPECT_TRUE(file.close());
   return result;
 }
 

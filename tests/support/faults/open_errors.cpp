@@ -10,14 +10,11 @@ using namespace scrivalen;
 namespace scrivalen::test {
 namespace {
 
-std::wstring errorOf(const std::wstring& path, NativeFile file) {
+std::wstring errorOf(const std::wstring& path, const File& file) {
   std::wstring reason;
   CLog::FormatLastError(reason);
   EXPECT_EQ(file, nullptr);
   EXPECT_FALSE(reason.empty());
-  if (file) {
-    closeFile(file);
-  }
   return L"File open/create error for '" + path + L"'. " + reason;
 }
 

@@ -68,10 +68,10 @@ TEST(Paths, ThatNoNameCanHaveAreRefused) {
 }
 
 TEST(Files, HaveNoSizeWhenTheyAreDevices) {
-  const NativeFile null = openForReading(L"/dev/null");
+  File null = openForReading(L"/dev/null");
   ASSERT_NE(null, nullptr);
   EXPECT_EQ(sizeOf(null), std::nullopt);
-  EXPECT_TRUE(closeFile(null));
+  EXPECT_TRUE(null.close());
 }
 
 TEST(Files, TellWhyNoneCanBeCreatedBesideAPath) {
@@ -83,12 +83,12 @@ TEST(Files, TellWhyNoneCanBeCreatedBesideAPath) {
 
 TEST(Files, DevicesAreSpecialAndCanBeWrittenTo) {
   EXPECT_TRUE(isSpecialFile(L"/dev/null"));
-  const NativeFile first = openExclusive(L"/dev/null");
-  const NativeFile second = openExclusive(L"/dev/null");
+  File first = openExclusive(L"/dev/null");
+  File second = openExclusive(L"/dev/null");
   EXPECT_NE(first, nullptr);
   EXPECT_NE(second, nullptr);
-  EXPECT_TRUE(closeFile(first));
-  EXPECT_TRUE(closeFile(second));
+  EXPECT_TRUE(first.close());
+  EXPECT_TRUE(second.close());
 }
 
 TEST(Files, ResolvesLinks) {

@@ -20,32 +20,32 @@ TEST(Files, OpenExclusiveCutsAnExistingFile) {
 
 TEST(Files, OpenExclusiveRefusesAFileThatIsHeldAndLeavesItAsItIs) {
   const TemporaryFolder folder;
-  const NativeFile held = openExclusive(folder / L"a");
+  File held = openExclusive(folder / L"a");
   ASSERT_NE(held, nullptr);
   EXPECT_TRUE(writeAll(held, "kept", 4));
   EXPECT_EQ(openExclusive(folder / L"a"), nullptr);
-  EXPECT_TRUE(closeFile(held));
+  EXPECT_TRUE(held.close());
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
 TEST(Files, HoldExclusiveLeavesTheBytesOfAFile) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "kept");
-  const HeldFile held = holdExclusive(folder / L"a");
+  HeldFile held = holdExclusive(folder / L"a");
   ASSERT_NE(held.file, nullptr);
   EXPECT_FALSE(held.isNew);
   EXPECT_EQ(openExclusive(folder / L"a"), nullptr);
   EXPECT_EQ(holdExclusive(folder / L"a").file, nullptr);
-  EXPECT_TRUE(closeFile(held.file));
+  EXPECT_TRUE(held.file.close());
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
 TEST(Files, HoldExclusiveTellsWhetherItMadeTheFile) {
   const TemporaryFolder folder;
-  const HeldFile held = holdExclusive(folder / L"a");
+  HeldFile held = holdExclusive(folder / L"a");
   ASSERT_NE(held.file, nullptr);
   EXPECT_TRUE(held.isNew);
-  EXPECT_TRUE(closeFile(held.file));
+  EXPECT_TRUE(held.file.close());
   EXPECT_TRUE(pathExists(folder / L"a"));
   EXPECT_EQ(holdExclusive(folder / L"missing/a").file, nullptr);
 }
@@ -53,7 +53,7 @@ TEST(Files, HoldExclusiveTellsWhetherItMadeTheFile) {
 TEST(Files, AreReadAtAnyPlace) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "0123456789");
-  const NativeFile file = openForReading(folder / L"a");
+  File file = openForReading(folder / L"a");
   ASSERT_NE(file, nullptr);
   EXPECT_EQ(sizeOf(file), 10u);
   char bytes[3] = {};
@@ -63,34 +63,34 @@ TEST(Files, AreReadAtAnyPlace) {
   EXPECT_EQ(std::string_view(bytes, 3), "012");
   EXPECT_FALSE(readAt(file, 8, bytes, 3));
   EXPECT_TRUE(readAt(file, 20, bytes, 0));
-  EXPECT_TRUE(closeFile(file));
+  EXPECT_TRUE(file.close());
 }
 
 TEST(Files, OpenForReadingRefusesAFileThatIsHeldForWriting) {
   const TemporaryFolder folder;
-  const NativeFile held = openExclusive(folder / L"a");
+  File held = openExclusive(folder / L"a");
   EXPECT_EQ(openForReading(folder / L"a"), nullptr);
-  EXPECT_TRUE(closeFile(held));
+  EXPECT_TRUE(held.close());
 }
 
 TEST(Files, OpenExclusiveRefusesAFileThatIsBeingRead) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "kept");
-  const NativeFile reader = openForReading(folder / L"a");
+  File reader = openForReading(folder / L"a");
   EXPECT_EQ(openExclusive(folder / L"a"), nullptr);
-  EXPECT_TRUE(closeFile(reader));
+  EXPECT_TRUE(reader.close());
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
 TEST(Files, OpenForReadingLetsOtherReadersIn) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "x");
-  const NativeFile first = openForReading(folder / L"a");
-  const NativeFile second = openForReading(folder / L"a");
+  File first = openForReading(folder / L"a");
+  File second = openForReading(folder / L"a");
   EXPECT_NE(first, nullptr);
   EXPECT_NE(second, nullptr);
-  EXPECT_TRUE(closeFile(first));
-  EXPECT_TRUE(closeFile(second));
+  EXPECT_TRUE(first.close());
+  EXPECT_TRUE(second.close());
 }
 
 TEST(Files, AFolderIsNoFile) {
@@ -206,12 +206,12 @@ TEST(Files, OrdinaryFilesAreNotSpecial) {
 TEST(Files, ReadsAFileToItsEnd) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "abcde");
-  const NativeFile file = openForReading(folder / L"a");
+  File file = openForReading(folder / L"a");
   char bytes[3];
   EXPECT_EQ(readSome(file, bytes, 3), 3u);
   EXPECT_EQ(readSome(file, bytes, 3), 2u);
   EXPECT_EQ(readSome(file, bytes, 3), 0u);
-  EXPECT_TRUE(closeFile(file));
+  EXPECT_TRUE(file.close());
 }
 
 TEST(FolderOf, KeepsTheSeparator) {

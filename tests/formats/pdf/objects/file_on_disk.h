@@ -18,11 +18,6 @@ class FileOnDisk {
   }
   FileOnDisk(const FileOnDisk&) = delete;
   FileOnDisk& operator=(const FileOnDisk&) = delete;
-  ~FileOnDisk() {
-    if (handle) {
-      scrivalen::closeFile(handle);
-    }
-  }
 
   /// Saves the PDF, closes the file and reads it.
   std::string saved() {
@@ -31,8 +26,7 @@ class FileOnDisk {
   }
 
   std::string closed() {
-    EXPECT_TRUE(scrivalen::closeFile(handle));
-    handle = nullptr;
+    EXPECT_TRUE(handle.close());
     return bytesOf(path);
   }
 
@@ -41,7 +35,7 @@ class FileOnDisk {
 
  public:
   const std::wstring path;
-  scrivalen::NativeFile handle;
+  scrivalen::File handle;
   PDFStuffer::CPDFFile pdf;
 };
 

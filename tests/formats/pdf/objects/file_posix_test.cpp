@@ -37,7 +37,7 @@ struct Pipe {
 }  // namespace
 
 TEST(PdfFileOnAFullDisk, GoesOnAndTellsWhyBytesAreLost) {
-  const scrivalen::NativeFile full = scrivalen::openExclusive(L"/dev/full");
+  scrivalen::File full = scrivalen::openExclusive(L"/dev/full");
   ASSERT_NE(full, nullptr);
   {
     CPDFFile pdf(full, Form::Classic);
@@ -47,11 +47,11 @@ TEST(PdfFileOnAFullDisk, GoesOnAndTellsWhyBytesAreLost) {
     EXPECT_EQ(pdf.writeError(), L"No space left on device");
     EXPECT_NE(pdf.objects.back()->fileOffset, 0u);
   }
-  EXPECT_TRUE(scrivalen::closeFile(full));
+  EXPECT_TRUE(full.close());
 }
 
 TEST(PdfFileOnAFullDisk, TellsItWhenTheHandleIsItsOwn) {
-  CPDFFile pdf(scrivalen::openExclusive(L"/dev/full"), Form::Classic);
+  CPDFFile pdf(scrivalen::openExclusive(L"/dev/full").release(), Form::Classic);
   pdf.callerOwnsHandle = false;
   EXPECT_TRUE(pdf.Save());
   EXPECT_FALSE(pdf.isWhole());
@@ -107,7 +107,7 @@ TEST(PdfFileWithAHandleOfItsOwn, ClosesNothingElseWhenItEnds) {
   const TemporaryFolder folder;
   const int input = ::dup(STDIN_FILENO);
   {
-    CPDFFile pdf(scrivalen::openExclusive(folder / L"a.pdf"), Form::Classic);
+    CPDFFile pdf(scrivalen::openExclusive(folder / L"a.pdf").release(), Form::Classic);
     pdf.callerOwnsHandle = false;
     EXPECT_TRUE(pdf.Save());
   }

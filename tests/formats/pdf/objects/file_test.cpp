@@ -61,8 +61,8 @@ class Plain final : public CPDFObject {
 };
 
 bool canBeOpened(const std::wstring& path) {
-  const scrivalen::NativeFile file = scrivalen::openExclusive(path);
-  return file && scrivalen::closeFile(file);
+  scrivalen::File file = scrivalen::openExclusive(path);
+  return file && file.close();
 }
 
 }  // namespace
@@ -269,14 +269,14 @@ TEST(PdfFile, TellsOfWritesThatFail) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
   writeBytes(path, "kept");
-  const scrivalen::NativeFile forReading = scrivalen::openForReading(path);
+  scrivalen::File forReading = scrivalen::openForReading(path);
   {
     CPDFFile pdf(forReading, Form::Classic);
     EXPECT_TRUE(pdf.Save());
     EXPECT_FALSE(pdf.isWhole());
     EXPECT_FALSE(pdf.writeError().empty());
   }
-  EXPECT_TRUE(scrivalen::closeFile(forReading));
+  EXPECT_TRUE(forReading.close());
   EXPECT_EQ(bytesOf(path), "kept");
 }
 
@@ -317,7 +317,7 @@ TEST(PdfFile, ClosesAHandleOfItsOwnWhenItIsSaved) {
   FileOnDisk file;
   file.pdf.callerOwnsHandle = false;
   EXPECT_TRUE(file.pdf.Save());
-  file.handle = nullptr;
+  file.handle.release();
   EXPECT_EQ(file.pdf.handle, nullptr);
   EXPECT_TRUE(file.pdf.isWhole());
   EXPECT_TRUE(bytesOf(file.path).ends_with("%%EOF"));
@@ -327,9 +327,9 @@ TEST(PdfFile, ClosesAHandleOfItsOwnWhenItIsSaved) {
 TEST(PdfFile, ClosesAHandleOfItsOwnWithoutBeingSaved) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
-  const scrivalen::NativeFile handle = scrivalen::openExclusive(path);
+  scrivalen::File handle = scrivalen::openExclusive(path);
   {
-    CPDFFile pdf(handle, Form::Classic);
+    CPDFFile pdf(handle.release(), Form::Classic);
     pdf.callerOwnsHandle = false;
     EXPECT_FALSE(canBeOpened(path));
   }
