@@ -10,7 +10,8 @@ cmake=$2
 build=$3
 compiler=$4
 toolchain=${5:-}
-consumer="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/consumer"
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
+consumer="$here/consumer"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 prefix="$work/moved to a folder with blanks"
@@ -47,6 +48,7 @@ install_and_move() {
   expect_file lib/cmake/scrivalen/scrivalenConfig.cmake
   expect_file share/doc/scrivalen/LICENSE
   expect_file share/doc/scrivalen/THIRD_PARTY_NOTICES.md
+  "$here/check_links.py" "$prefix" || fail "the installed documents have broken links"
 }
 
 build_with_cmake() {
