@@ -1,5 +1,6 @@
 #include "output.h"
 
+#include "errors.h"
 #include "system/files/files.h"
 #include "texts.h"
 
@@ -11,9 +12,13 @@ void Output::open(const DocumentSettings& settings) {
   if (!prepareFile()) {
     return;
   }
-  isOpen_ = writer_->open(file_, settings);
-  if (!isOpen_) {
-    fail(inPersonsWords(writer_->error()));
+  try {
+    isOpen_ = writer_->open(file_, settings);
+    if (!isOpen_) {
+      fail(inPersonsWords(writer_->error()));
+    }
+  } catch (const InputError& error) {
+    fail(error.what());
   }
 }
 

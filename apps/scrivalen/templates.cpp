@@ -1,8 +1,10 @@
 #include "templates.h"
 
+#include "errors.h"
 #include "system/files/files.h"
 #include "text/ascii.h"
 #include "text/utf.h"
+#include "texts.h"
 
 #include <scrivalen/html_report.h>
 
@@ -13,12 +15,32 @@ namespace {
 
 constexpr std::wstring_view kSuffix = L".htm";
 
-std::vector<std::wstring> templateFiles() {
+std::wstring templateFolder() {
   std::wstring folder;
   HtmlReport().MakeTemplateName(folder, L"");
-  auto files = scrivalen::filesEndingWith(folder, kSuffix);
-  std::sort(files.begin(), files.end());
-  return files;
+  return folder;
+}
+
+[[noreturn]] void fail(const char* what, const std::wstring& path) {
+  const std::string reason = lastErrorText();
+  throw InputError(std::string("cannot read the ") + what + " '" + scrivalen::narrowPath(path) + "': " + reason);
+}
+
+std::vector<std::wstring> templateFiles() {
+  const std::wstring folder = templateFolder();
+  auto files = scrivalen::findFilesEndingWith(folder, kSuffix);
+  if (!files) {
+    fail("folder of templates", folder);
+  }
+  std::sort(files->begin(), files->end());
+  return *files;
+}
+
+void requireReadable(const std::wstring& file) {
+  const std::wstring path = templateFolder() + file;
+  if (!scrivalen::openForReading(path)) {
+    fail("template", path);
+  }
 }
 
 std::wstring withoutSuffix(const std::wstring& file) { return file.substr(0, file.size() - kSuffix.size()); }
@@ -34,6 +56,7 @@ std::vector<std::wstring> templateNames() {
 std::optional<std::wstring> templateFile(std::wstring_view name) {
   for (const std::wstring& file : templateFiles()) {
     if (scrivalen::equalIgnoringCase(file, name) || scrivalen::equalIgnoringCase(withoutSuffix(file), name)) {
+      requireReadable(file);
       return file;
     }
   }

@@ -102,6 +102,7 @@ struct DocumentSettings {
 /// Turns a document's events into calls of a report of its own.
 class DocumentWriter : public EventSink {
  public:
+  /// Raises InputError when something else cannot be read that the document is made with.
   /// @return false with the reason in error()
   virtual bool open(const std::wstring& file, const DocumentSettings& settings) = 0;
   /// @return false when what was written did not all reach the file, with the reason in error()

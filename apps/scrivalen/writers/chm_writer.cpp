@@ -1,3 +1,4 @@
+#include "templates.h"
 #include "writers/help_topics.h"
 #include "writers/html_body.h"
 #include "writers/plain_writer.h"
@@ -155,6 +156,7 @@ class ChmWriter : public DocumentWriter {
 };
 
 bool ChmWriter::open(const std::wstring& file, const DocumentSettings& settings) {
+  templateFile(kDefaultTemplate);  // the report takes it by itself, unless it finds none
   if (settings.conforming) {
     writer_ = std::make_unique<HtmlHelpWriter>();
   } else {

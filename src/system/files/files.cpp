@@ -71,4 +71,8 @@ std::optional<std::wstring> createFileBeside(const std::wstring& path) {
   return std::nullopt;
 }
 
+std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+  return findFilesEndingWith(folder, suffix).value_or(std::vector<std::wstring>());
+}
+
 }  // namespace scrivalen

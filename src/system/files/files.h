@@ -109,7 +109,11 @@ bool deleteFile(const std::wstring& path) noexcept;
 /// Moves a file over another, which it replaces, also from one volume to another; the target is whole or untouched.
 bool moveReplacing(const std::wstring& from, const std::wstring& to);
 
-/// The names of a folder's files that end in @p suffix, in any ASCII case, in the order of the file system.
+/// The names of a folder's files that end in @p suffix, in any ASCII case, in the order of the file system; none where
+/// there is no such folder.
+/// @return nothing when the folder cannot be read
+std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring& folder, std::wstring_view suffix);
+/// The same; none where the folder cannot be read.
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix);
 
 /// Creates a folder of a new name for this user alone, in the system's folder for temporary files.

@@ -77,8 +77,8 @@ std::string folderOf(const std::string& path) {
 
 // A path without links; empty where nothing is there.
 std::string realPath(const std::string& path) {
-  const std::unique_ptr<char, void (*)(void*)> real(::realpath(path.c_str(), nullptr), &std::free);
-  return real ? real.get() : "";
+  char real[PATH_MAX];
+  return ::realpath(path.c_str(), real) ? real : "";
 }
 
 // Where the links lead that a path may be, also when there is nothing at their end; nowhere when there is no end.
@@ -282,11 +282,11 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return errno == EXDEV && moveAcrossVolumes(from, to);
 }
 
-std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
   std::vector<std::wstring> names;
   const std::unique_ptr<DIR, int (*)(DIR*)> entries(::opendir(NativePath(folder).c_str()), &::closedir);
   if (!entries) {
-    return names;
+    return errno == ENOENT ? std::optional(names) : std::nullopt;
   }
   while (const dirent* entry = ::readdir(entries.get())) {
     std::wstring name = widePath(entry->d_name);

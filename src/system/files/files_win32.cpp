@@ -215,13 +215,15 @@ bool moveReplacing(const std::wstring& from, const std::wstring& to) {
   return MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED) != 0;
 }
 
-std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
+std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring& folder, std::wstring_view suffix) {
   std::vector<std::wstring> names;
   const bool isSeparated = !folder.empty() && kPathSeparators.find(folder.back()) != std::wstring_view::npos;
   WIN32_FIND_DATAW entry{};
   const HANDLE search = FindFirstFileW((folder + (isSeparated ? L"*" : L"\\*")).c_str(), &entry);
   if (search == INVALID_HANDLE_VALUE) {
-    return names;
+    const DWORD error = GetLastError();
+    const bool isNone = error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    return isNone ? std::optional(names) : std::nullopt;
   }
   const std::unique_ptr<void, decltype(&FindClose)> closed(search, &FindClose);
   do {
