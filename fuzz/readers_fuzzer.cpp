@@ -76,7 +76,10 @@ Outcome convert(const Choice& choice, std::string_view input) {
     input.remove_prefix(count);
     return std::optional<std::size_t>(count);
   };
-  host.writeOutput = [&](std::string_view text) { output += text; };
+  host.writeOutput = [&](std::string_view text) {
+    output += text;
+    return true;
+  };
   host.writeError = [&](std::string_view text) { outcome.errors += text; };
   host.variable = [](const char*) { return std::optional<std::string>("1700000000"); };
   host.wasInterrupted = [] { return false; };

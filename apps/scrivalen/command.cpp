@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <new>
+#include <stdexcept>
 
 namespace scrivalen::command {
 namespace {
@@ -177,7 +178,9 @@ std::string Conversion::inPersonsWords(const std::wstring& line) const {
 int runOrThrow(const std::vector<std::string>& arguments, const Host& host, Messages& messages) {
   const CommandLine commandLine = parseCommandLine(arguments);
   if (commandLine.answer) {
-    host.writeOutput(*commandLine.answer);
+    if (!host.writeOutput(*commandLine.answer)) {
+      throw std::runtime_error("cannot write to standard output: " + lastErrorText());
+    }
     return kDone;
   }
   if (commandLine.options.quiet) {

@@ -17,9 +17,10 @@ std::optional<std::string> environmentVariable(const char* name);
 /// Reads up to @p size bytes of standard input as they are; 0 at the end, nothing on an error or an interrupt.
 std::optional<std::size_t> readStandardInput(void* data, std::size_t size);
 
-/// Writes UTF-8 text; a terminal shows it as such.
-void writeStandardOutput(std::string_view text);
-void writeStandardError(std::string_view text);
+/// Writes UTF-8 text, without memory; a terminal shows it as such.
+/// @return false, with the reason in lastSystemError, when not all of it was written
+bool writeStandardOutput(std::string_view text) noexcept;
+bool writeStandardError(std::string_view text) noexcept;
 /// Whether standard error is a terminal that understands control sequences.
 bool isStandardErrorTerminal();
 

@@ -1,9 +1,9 @@
 #include "system/console.h"
 
+#include "system/files/descriptor_posix.h"
 #include "system/process/stop.h"
 
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 
 #include <unistd.h>
@@ -29,9 +29,13 @@ std::optional<std::size_t> readStandardInput(void* data, std::size_t size) {
   }
 }
 
-void writeStandardOutput(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stdout); }
+bool writeStandardOutput(std::string_view text) noexcept {
+  return writeAll(toNative(STDOUT_FILENO), text.data(), text.size());
+}
 
-void writeStandardError(std::string_view text) { std::fwrite(text.data(), 1, text.size(), stderr); }
+bool writeStandardError(std::string_view text) noexcept {
+  return writeAll(toNative(STDERR_FILENO), text.data(), text.size());
+}
 
 bool isStandardErrorTerminal() { return ::isatty(STDERR_FILENO) == 1; }
 

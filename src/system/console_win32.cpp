@@ -4,6 +4,8 @@
 #include "system/windows_api.h"
 #include "text/utf.h"
 
+#include <iterator>
+
 #include <shellapi.h>
 
 namespace scrivalen {
@@ -14,15 +16,41 @@ bool isTerminal(HANDLE stream) {
   return GetConsoleMode(stream, &mode) != 0;
 }
 
-void writeStream(DWORD which, std::string_view text) {
-  const HANDLE stream = GetStdHandle(which);
-  if (isTerminal(stream)) {
-    const std::wstring wide = toWide(text);
-    DWORD written = 0;
-    WriteConsoleW(stream, wide.data(), static_cast<DWORD>(wide.size()), &written, nullptr);
-    return;
+// The next units of a text, as many as there is room for.
+std::size_t takeWide(std::string_view& text, wchar_t* units, std::size_t room) noexcept {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  std::size_t size = 0;
+  while (at != end && size + 1 < room) {
+    char32_t c = 0;
+    if (!nextUtf8(at, end, c)) {
+      c = kReplacement;
+    }
+    if (unitsOf(c) == 2) {
+      units[size++] = static_cast<wchar_t>(highSurrogate(c));
+      c = lowSurrogate(c);
+    }
+    units[size++] = static_cast<wchar_t>(c);
   }
-  writeAll(stream, text.data(), text.size());
+  text.remove_prefix(static_cast<std::size_t>(at - text.data()));
+  return size;
+}
+
+bool writeTerminal(HANDLE stream, std::string_view text) noexcept {
+  wchar_t units[1024];
+  while (!text.empty()) {
+    DWORD written = 0;
+    const auto size = static_cast<DWORD>(takeWide(text, units, std::size(units)));
+    if (!WriteConsoleW(stream, units, size, &written, nullptr)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool writeStream(DWORD which, std::string_view text) noexcept {
+  const HANDLE stream = GetStdHandle(which);
+  return isTerminal(stream) ? writeTerminal(stream, text) : writeAll(stream, text.data(), text.size());
 }
 
 }  // namespace
@@ -54,9 +82,9 @@ std::optional<std::size_t> readStandardInput(void* data, std::size_t size) {
   return readSome(GetStdHandle(STD_INPUT_HANDLE), data, size);
 }
 
-void writeStandardOutput(std::string_view text) { writeStream(STD_OUTPUT_HANDLE, text); }
+bool writeStandardOutput(std::string_view text) noexcept { return writeStream(STD_OUTPUT_HANDLE, text); }
 
-void writeStandardError(std::string_view text) { writeStream(STD_ERROR_HANDLE, text); }
+bool writeStandardError(std::string_view text) noexcept { return writeStream(STD_ERROR_HANDLE, text); }
 
 // A terminal that does not understand control sequences would show them: it is not treated as one.
 bool isStandardErrorTerminal() {

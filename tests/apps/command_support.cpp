@@ -77,7 +77,10 @@ TestHost::TestHost() {
     input.erase(0, count);
     return std::optional<std::size_t>(count);
   };
-  host_.writeOutput = [this](std::string_view text) { output += text; };
+  host_.writeOutput = [this](std::string_view text) {
+    output += text;
+    return true;
+  };
   host_.writeError = [this](std::string_view text) { error += text; };
   host_.variable = [this](const char* name) {
     const auto found = variables.find(name);

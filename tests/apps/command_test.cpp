@@ -2,6 +2,7 @@
 
 #include "command_support.h"
 #include "system/files/files.h"
+#include "system/messages.h"
 #include "texts.h"
 
 #include <scrivalen/html_report.h>
@@ -122,6 +123,19 @@ TEST(Command, PrintsItsVersionAndItsHelpOnStandardOutput) {
   EXPECT_EQ(help.status, 0);
   EXPECT_EQ(help.error, "");
   EXPECT_NE(help.output.find("scrivalen notes.md -o notes.html"), std::string::npos);
+}
+
+TEST(Command, EndsWithStatusOneWhenStandardOutputTakesNothing) {
+  CommandRun run;
+  run.host.host().writeOutput = [](std::string_view) {
+    scrivalen::setLastSystemError(scrivalen::diskFullError());
+    return false;
+  };
+  for (const char* const option : {"--help", "--version", "--list-templates"}) {
+    const Result result = run.run({option});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_TRUE(result.error.starts_with("scrivalen: cannot write to standard output: ")) << result.error;
+  }
 }
 
 TEST(Command, EndsWithStatusOneWhenTheInputCannotBeRead) {

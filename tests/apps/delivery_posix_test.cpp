@@ -1,4 +1,5 @@
 #include "command_support.h"
+#include "running_command_posix.h"
 #include "system/files/files.h"
 #include "system/process/process.h"
 
@@ -33,6 +34,15 @@ TEST(DeliveryPosix, TellsAFullDiskThatWasFoundBeforeTheEnd) {
   const Result result = run.with("in.md", longText).run({"@/in.md", "-o", "html:/dev/full"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
+}
+
+TEST(DeliveryPosix, ReportsThatStandardOutputIsFull) {
+  const CommandRun folder;
+  for (const char* const option : {"--help", "--version"}) {
+    RunningCommand full(folder, {.arguments = {option}, .outputFile = "/dev/full"});
+    EXPECT_EQ(full.end(), 1);
+    EXPECT_EQ(full.error(), "scrivalen: cannot write to standard output: No space left on device\n");
+  }
 }
 
 TEST(DeliveryPosix, WritesToADeviceDirectly) {
