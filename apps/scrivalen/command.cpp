@@ -7,6 +7,7 @@
 #include "library_stop.h"
 #include "messages.h"
 #include "options.h"
+#include "output/contain.h"
 #include "readers/csv_reader.h"
 #include "readers/markdown_reader.h"
 #include "readers/text_input.h"
@@ -76,9 +77,10 @@ class Conversion {
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
   void readInput();
+  void finish();
   void deliver();
   void tellReplaced(std::size_t count);
-  void tellLog();
+  std::vector<std::string> logInPersonsWords() const;
   std::string inPersonsWords(const std::wstring& line) const;
 
   const Options& options_;
@@ -97,8 +99,12 @@ int Conversion::run() {
   } catch (const NoOutputLeft&) {
     // Each of them says why below.
   }
+  finish();
+  const std::vector<std::string> warnings = logInPersonsWords();
   deliver();
-  tellLog();
+  for (const std::string& warning : warnings) {
+    messages_.warning(warning);
+  }
   const auto failed = [](const auto& output) { return output->failed(); };
   return std::any_of(outputs_.begin(), outputs_.end(), failed) ? kFailed : kDone;
 }
@@ -131,14 +137,18 @@ void Conversion::stopWhenInterrupted() const {
   }
 }
 
-// What is not delivered is removed. To finish a report may take long and is broken off by an interrupt; so no file is
-// replaced before all are finished.
-void Conversion::deliver() {
+// To finish a report may take long and is broken off by an interrupt, and memory may run out; so no file is replaced
+// before all are finished and what is to be said about them is known.
+void Conversion::finish() {
   for (const auto& output : outputs_) {
     stopWhenInterrupted();
     output->finish();
   }
   stopWhenInterrupted();
+}
+
+// What is not delivered is removed.
+void Conversion::deliver() {
   for (const auto& output : outputs_) {
     output->deliver();
     if (output->failed()) {
@@ -154,15 +164,21 @@ void Conversion::tellReplaced(std::size_t count) {
   }
 }
 
-// The library logs what it also returns as an error; a person sees it once.
-void Conversion::tellLog() {
+// The library logs what it also returns as an error; a person sees it once. An operation that failed has no other
+// result, and nobody knows what an output lacks without it.
+std::vector<std::string> Conversion::logInPersonsWords() const {
+  std::vector<std::string> texts;
   for (const std::wstring& line : log_.lines()) {
     const std::string text = inPersonsWords(line);
+    if (line.starts_with(scrivalen::kOperationFailed)) {
+      throw std::runtime_error(text);
+    }
     const auto saysSo = [&](const auto& output) { return output->error() == text; };
     if (std::none_of(outputs_.begin(), outputs_.end(), saysSo)) {
-      messages_.warning(text);
+      texts.push_back(text);
     }
   }
+  return texts;
 }
 
 std::string Conversion::inPersonsWords(const std::wstring& line) const {

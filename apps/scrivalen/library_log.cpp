@@ -2,16 +2,18 @@
 
 #include <scrivalen/host.h>
 
+#include <new>
+
 namespace scrivalen::command {
 namespace {
 
 // The library's handler is a plain function: it finds the log here.
-std::vector<std::wstring>* current = nullptr;
+LibraryLog* current = nullptr;
 
 }  // namespace
 
 LibraryLog::LibraryLog() {
-  current = &lines_;
+  current = this;
   SetLogHandler(&LibraryLog::receive);
 }
 
@@ -20,9 +22,20 @@ LibraryLog::~LibraryLog() {
   current = nullptr;
 }
 
+const std::vector<std::wstring>& LibraryLog::lines() const {
+  if (!isComplete_) {
+    throw std::bad_alloc();
+  }
+  return lines_;
+}
+
 void LibraryLog::receive(const wchar_t* message) {
-  if (current) {
-    current->emplace_back(message);
+  try {
+    if (current) {
+      current->lines_.emplace_back(message);
+    }
+  } catch (const std::bad_alloc&) {
+    current->isComplete_ = false;
   }
 }
 

@@ -13,12 +13,14 @@ class LibraryLog {
   LibraryLog& operator=(const LibraryLog&) = delete;
   ~LibraryLog();
 
-  const std::vector<std::wstring>& lines() const { return lines_; }
+  /// Raises std::bad_alloc when memory ran out for one of them.
+  const std::vector<std::wstring>& lines() const;
 
  private:
   static void receive(const wchar_t* message);
 
   std::vector<std::wstring> lines_;
+  bool isComplete_ = true;
 };
 
 }  // namespace scrivalen::command

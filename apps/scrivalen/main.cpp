@@ -2,7 +2,11 @@
 #include "system/console.h"
 #include "system/process/interrupt.h"
 
-int main(int argc, char** argv) {
+#include <new>
+
+namespace {
+
+int runProgram(int argc, char** argv) {
   scrivalen::rememberInterrupts();
   auto arguments = scrivalen::programArguments(argc, argv);
   if (!arguments.empty()) {
@@ -20,4 +24,15 @@ int main(int argc, char** argv) {
     scrivalen::endIfInterrupted();
   }
   return status;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return runProgram(argc, argv);
+  } catch (const std::bad_alloc&) {
+    scrivalen::writeStandardError("scrivalen: there is not enough memory\n");
+    return 1;
+  }
 }

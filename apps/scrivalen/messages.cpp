@@ -1,5 +1,8 @@
 #include "messages.h"
 
+#include <new>
+#include <utility>
+
 namespace scrivalen::command {
 namespace {
 
@@ -9,24 +12,56 @@ constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::string_view kClearLine = "\r\x1b[K";
 constexpr std::chrono::milliseconds kProgressPause{100};
 
-// A name may hold anything; a message stays one line and changes nothing about the terminal.
-std::string printable(std::string_view text) {
-  std::string result(text);
-  for (char& c : result) {
-    if (static_cast<unsigned char>(c) < 0x20 || c == 0x7F) {
-      c = ' ';
+// What is written in one piece. It needs no memory, because a message may say that there is none; what is longer than
+// its buffer is written in several pieces.
+class Piece {
+ public:
+  explicit Piece(const Host& host) : host_(host) {}
+  Piece(const Piece&) = delete;
+  Piece& operator=(const Piece&) = delete;
+  ~Piece() { host_.writeError({bytes_, size_}); }
+
+  Piece& add(std::string_view text) {
+    for (const char c : text) {
+      put(c);
     }
+    return *this;
   }
-  return result;
+
+  // A name may hold anything; a message stays one line and changes nothing about the terminal.
+  Piece& addPrintable(std::string_view text) {
+    for (const char c : text) {
+      put(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c);
+    }
+    return *this;
+  }
+
+ private:
+  void put(char c) {
+    if (size_ == sizeof bytes_) {
+      host_.writeError({bytes_, std::exchange(size_, 0)});
+    }
+    bytes_[size_++] = c;
+  }
+
+  const Host& host_;
+  std::size_t size_ = 0;
+  char bytes_[4096];
+};
+
+// NO_COLOR counts when it is not empty (no-color.org).
+bool wantsColours(const Host& host) noexcept {
+  try {
+    return host.errorIsTerminal && host.variable("NO_COLOR").value_or("").empty();
+  } catch (const std::bad_alloc&) {
+    return false;
+  }
 }
 
 }  // namespace
 
-// NO_COLOR counts when it is not empty (no-color.org).
 Messages::Messages(const Host& host)
-    : host_(host),
-      coloured_(host.errorIsTerminal && host.variable("NO_COLOR").value_or("").empty()),
-      lastProgress_(std::chrono::steady_clock::now()) {}
+    : host_(host), coloured_(wantsColours(host)), lastProgress_(std::chrono::steady_clock::now()) {}
 
 Messages::~Messages() { clearProgress(); }
 
@@ -45,15 +80,14 @@ void Messages::progress(std::string_view text) {
   }
   lastProgress_ = now;
   progressShown_ = true;
-  host_.writeError(std::string(kClearLine) + "scrivalen: " + printable(text));
+  Piece(host_).add(kClearLine).add("scrivalen: ").addPrintable(text);
 }
 
 void Messages::line(std::string_view colour, std::string_view kind, std::string_view text) {
   clearProgress();
-  std::string message;
-  message.append(coloured_ ? colour : "").append("scrivalen: ").append(kind).append(printable(text));
-  message.append(coloured_ ? kPlain : "").append("\n");
-  host_.writeError(message);
+  Piece message(host_);
+  message.add(coloured_ ? colour : "").add("scrivalen: ").add(kind).addPrintable(text);
+  message.add(coloured_ ? kPlain : "").add("\n");
 }
 
 void Messages::clearProgress() {

@@ -3,12 +3,12 @@
 #include "host.h"
 
 #include <chrono>
-#include <string>
 #include <string_view>
 
 namespace scrivalen::command {
 
-/// What the command tells the person in front of it, on standard error, one line a message.
+/// What the command tells the person in front of it, on standard error, one line a message. To show one needs no
+/// memory.
 class Messages {
  public:
   explicit Messages(const Host& host);

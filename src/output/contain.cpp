@@ -12,7 +12,7 @@ void logRaised() noexcept {
   Reason reason;
   reason.keepRaised();
   try {
-    CLog::Bug2(FMT::Format(L"A report operation failed: %s", reason.text()));
+    CLog::Bug2(FMT::Format(L"%s%s", kOperationFailed, reason.text()));
   } catch (...) {
     logLine(L"A report operation failed: there is not enough memory.");
   }

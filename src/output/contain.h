@@ -2,7 +2,13 @@
 
 #include "output/reason.h"
 
+#include <string_view>
+
 namespace scrivalen {
+
+/// How the line begins that tells of an operation that raised something. Unless another result says so too, the report
+/// lacks what the operation was to do.
+inline constexpr std::wstring_view kOperationFailed = L"A report operation failed: ";
 
 /// Logs the exception being handled; for use in a catch clause.
 void logRaised() noexcept;

@@ -6,6 +6,7 @@
 
 #include <exception>
 #include <limits>
+#include <new>
 
 namespace scrivalen::command {
 namespace {
@@ -70,7 +71,7 @@ void readMarkdown(std::string_view text, Safety safety, EventSink& sink) {
     std::rethrow_exception(reading.failure);
   }
   if (result != 0) {
-    throw InputError("the Markdown text needs more memory than there is");
+    throw std::bad_alloc();
   }
 }
 

@@ -49,23 +49,15 @@ std::string percentDecoded(std::string_view text) {
 HelpTopics::~HelpTopics() {
   end();
   report_.abandon();
-  if (folder_.empty()) {
-    return;
-  }
-  for (const std::wstring& name : scrivalen::filesEndingWith(folder_, L"")) {
-    scrivalen::deleteFile(folder_ + name);
-  }
-  scrivalen::deleteFolder(folder_);
 }
 
 bool HelpTopics::prepare(const std::wstring& title) {
   title_ = title;
-  const auto folder = scrivalen::createPrivateFolder();
-  if (!folder) {
+  if (!work_.createElsewhere()) {
     error_ = L"cannot make a folder for the help topics: " + toWide(lastErrorText());
     return false;
   }
-  folder_ = *folder + scrivalen::kPathSeparator;
+  folder_ = work_.path() + scrivalen::kPathSeparator;
   return true;
 }
 

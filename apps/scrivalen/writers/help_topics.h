@@ -1,5 +1,6 @@
 #pragma once
 
+#include "system/files/work_folder.h"
 #include "writers/single_report.h"
 
 #include <map>
@@ -9,8 +10,8 @@
 
 namespace scrivalen::command {
 
-/// The topics of a help file: a page for each heading of level 1 or 2, and one for what stands before the first of them.
-/// They are written into a private folder, which goes with this object.
+/// The topics of a help file: a page for each heading of level 1 or 2, and one for what stands before the first of
+/// them. They are written into a private folder, which goes with this object.
 class HelpTopics {
  public:
   /// @param report  of the help format; not owned
@@ -52,7 +53,8 @@ class HelpTopics {
   std::wstring pathOf(const Topic& topic) const { return folder_ + topic.file; }
 
   SingleReport& report_;
-  std::wstring folder_;  // with a separator at its end
+  scrivalen::WorkFolder work_;
+  std::wstring folder_;  // its path with a separator at its end
   std::wstring title_;
   std::vector<Topic> topics_;
   std::map<std::string, std::size_t, std::less<>> anchors_;  // their names in UTF-8, and the topics that have them

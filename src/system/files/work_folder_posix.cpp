@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 #include <string_view>
 
 #include <dirent.h>
@@ -15,35 +14,42 @@
 namespace scrivalen {
 namespace {
 
-using Entries = std::unique_ptr<DIR, int (*)(DIR*)>;
-
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-// Lists a folder through a descriptor of its own.
-Entries entriesOf(int folder) noexcept {
-  const int fd = ::openat(folder, ".", kFolderFlags);
-  DIR* const entries = fd < 0 ? nullptr : ::fdopendir(fd);
-  if (fd >= 0 && !entries) {
+// Calls a function with the name of each entry of a folder but "." and "..". It does without opendir, which needs
+// memory: what is left behind can be removed whatever happens.
+template <class Call>
+void forEachEntry(int folder, Call call) noexcept {
+  alignas(dirent64) char entries[4096];
+  const int fd = ::openat(folder, ".", kFolderFlags);  // with a position of its own
+  for (ssize_t size = 0; fd >= 0 && (size = ::getdents64(fd, entries, sizeof entries)) > 0;) {
+    for (ssize_t at = 0; at < size;) {
+      const auto& entry = *reinterpret_cast<const dirent64*>(entries + at);
+      const std::string_view name = entry.d_name;
+      if (name != "." && name != "..") {
+        call(entry.d_name);
+      }
+      at += entry.d_reclen;
+    }
+  }
+  if (fd >= 0) {
     ::close(fd);
   }
-  return {entries, &::closedir};
 }
 
 // No path is followed on the way, because others may be allowed to rename folders above.
 void removeContents(int folder) noexcept {
-  const Entries entries = entriesOf(folder);
-  while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
-    const std::string_view name = entry->d_name;
-    if (name == "." || name == ".." || ::unlinkat(folder, entry->d_name, 0) == 0) {
-      continue;
+  forEachEntry(folder, [folder](const char* name) noexcept {
+    if (::unlinkat(folder, name, 0) == 0) {
+      return;
     }
-    const int inner = ::openat(folder, entry->d_name, kFolderFlags);
+    const int inner = ::openat(folder, name, kFolderFlags);
     if (inner >= 0) {
       removeContents(inner);
       ::close(inner);
-      ::unlinkat(folder, entry->d_name, AT_REMOVEDIR);
+      ::unlinkat(folder, name, AT_REMOVEDIR);
     }
-  }
+  });
 }
 
 // Whoever has locked a folder may find that it was removed meanwhile.
@@ -108,13 +114,12 @@ void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesB
   if (fd < 0) {
     return;
   }
-  const Entries entries = entriesOf(fd);
-  while (const dirent* entry = entries ? ::readdir(entries.get()) : nullptr) {
-    const std::string_view name = entry->d_name;
+  forEachEntry(fd, [fd, namesBegin](const char* entry) noexcept {
+    const std::string_view name = entry;
     if (name.size() > namesBegin.size() && std::equal(namesBegin.begin(), namesBegin.end(), name.begin())) {
-      removeIfAbandoned(fd, entry->d_name);
+      removeIfAbandoned(fd, entry);
     }
-  }
+  });
   ::close(fd);
 }
 

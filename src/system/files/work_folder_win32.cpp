@@ -4,9 +4,12 @@
 
 #include <sddl.h>
 
+#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <memory>
-#include <vector>
+#include <string_view>
+#include <utility>
 
 namespace scrivalen {
 namespace {
@@ -45,17 +48,40 @@ bool createPrivate(const std::wstring& path) {
   return CreateDirectoryW(path.c_str(), &attributes) != 0;
 }
 
-struct Entry {
-  std::wstring name;
-  bool isFolder;  // and no link to one
+constexpr std::size_t kLongestPath = 32767;  // of any that the system takes
+
+// A path that is put together without memory, so that what is left behind can be removed whatever happens.
+class Path {
+ public:
+  explicit Path(std::wstring_view start) noexcept { add(start); }
+
+  void add(std::wstring_view text) noexcept {
+    const std::size_t count = std::min(text.size(), kLongestPath - size_);
+    std::copy_n(text.begin(), count, text_ + size_);
+    cutTo(size_ + count);
+  }
+
+  void cutTo(std::size_t size) noexcept {
+    size_ = size;
+    text_[size] = L'\0';
+  }
+
+  std::size_t size() const noexcept { return size_; }
+  const wchar_t* c_str() const noexcept { return text_; }
+
+ private:
+  std::size_t size_ = 0;
+  wchar_t text_[kLongestPath + 1];
 };
 
-std::vector<Entry> entriesOf(const std::wstring& pattern) {
-  std::vector<Entry> entries;
+// Calls a function with the name of each entry that a pattern finds but "." and "..", and whether it is a folder and no
+// link to one.
+template <class Call>
+void forEachEntry(const wchar_t* pattern, Call call) {
   WIN32_FIND_DATAW data{};
-  const HANDLE search = FindFirstFileW(pattern.c_str(), &data);
+  const HANDLE search = FindFirstFileW(pattern, &data);
   if (search == INVALID_HANDLE_VALUE) {
-    return entries;
+    return;
   }
   // An open search would keep the folder from being removed.
   const std::unique_ptr<void, decltype(&FindClose)> closed(search, &FindClose);
@@ -63,22 +89,26 @@ std::vector<Entry> entriesOf(const std::wstring& pattern) {
     const std::wstring_view name = data.cFileName;
     const DWORD kind = data.dwFileAttributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT);
     if (name != L"." && name != L"..") {
-      entries.push_back({std::wstring(name), kind == FILE_ATTRIBUTE_DIRECTORY});
+      call(name, kind == FILE_ATTRIBUTE_DIRECTORY);
     }
   } while (FindNextFileW(search, &data));
-  return entries;
 }
 
-void removeContents(const std::wstring& folder) {
-  for (const Entry& entry : entriesOf(folder + L"\\*")) {
-    const std::wstring path = folder + kPathSeparator + entry.name;
-    if (entry.isFolder) {
-      removeContents(path);
-      RemoveDirectoryW(path.c_str());
-    } else if (!DeleteFileW(path.c_str())) {
-      RemoveDirectoryW(path.c_str());
+// The path is that of the folder, before and after.
+void removeContents(Path& folder) noexcept {
+  const std::size_t size = folder.size();
+  folder.add(L"\\*");
+  forEachEntry(folder.c_str(), [&](std::wstring_view name, bool isFolder) noexcept {
+    folder.cutTo(size + 1);
+    folder.add(name);
+    if (isFolder) {
+      removeContents(folder);
     }
-  }
+    if (isFolder || !DeleteFileW(folder.c_str())) {
+      RemoveDirectoryW(folder.c_str());
+    }
+  });
+  folder.cutTo(size);
 }
 
 }  // namespace
@@ -106,23 +136,20 @@ File holdFolder(const std::wstring& path) noexcept {
 }
 
 void removeHeldFolder(File held, const std::wstring& path) noexcept {
-  try {
-    removeContents(path);
-  } catch (const std::exception&) {
-    // Without memory for the list of its files the folder stays, for the next run to remove.
-  }
+  Path folder(path);
+  removeContents(folder);
   held.close();
   RemoveDirectoryW(path.c_str());
 }
 
 void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesBegin) noexcept {
   try {
-    for (const Entry& entry : entriesOf(folder + std::wstring(namesBegin) + L"*")) {
-      const std::wstring path = folder + entry.name;
-      if (File held = entry.isFolder ? holdFolder(path) : File()) {
+    forEachEntry((folder + std::wstring(namesBegin) + L"*").c_str(), [&](std::wstring_view name, bool isFolder) {
+      const std::wstring path = folder + std::wstring(name);
+      if (File held = isFolder ? holdFolder(path) : File()) {
         removeHeldFolder(std::move(held), path);
       }
-    }
+    });
   } catch (const std::exception&) {
     // They stay for the next run.
   }

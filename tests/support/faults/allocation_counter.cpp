@@ -12,12 +12,17 @@ std::atomic<std::size_t> living{0};
 
 std::atomic<std::size_t> toGo{0};  // allocations up to the first one that fails, that one included; 0: none fails
 std::atomic<bool> failsOn{false};  // behind the first one
+std::atomic<bool> mallocFails{false};
 std::atomic<bool> failed{false};
 std::atomic<int> unfailing{0};
 
 void* allocate(std::size_t size) noexcept {
   ++count;
-  void* const memory = scrivalen::test::shallFail() ? nullptr : std::malloc(size > 0 ? size : 1);
+  if (scrivalen::test::shallFail()) {
+    return nullptr;
+  }
+  const scrivalen::test::UnfailingAllocations failsOnce;  // where malloc is asked whether it fails, too
+  void* const memory = std::malloc(size > 0 ? size : 1);
   living += memory ? 1 : 0;
   return memory;
 }
@@ -82,9 +87,12 @@ bool shallFail() {
   return true;
 }
 
-FailingAllocations::FailingAllocations(std::size_t nth, Extent extent) {
+bool shallMallocFail() { return mallocFails && shallFail(); }
+
+FailingAllocations::FailingAllocations(std::size_t nth, Extent extent, Functions functions) {
   throwOnce();
   failed = false;
+  mallocFails = functions == Functions::All;
   failsOn = extent == Extent::AllFromThere;
   toGo = nth;
 }

@@ -15,9 +15,11 @@ std::size_t livingAllocations();
 class FailingAllocations {
  public:
   enum class Extent { One, AllFromThere };
+  enum class Functions { All, OperatorNew };
 
-  /// @param nth  which allocation from now on is the first that fails; 1 is the next, 0 none
-  FailingAllocations(std::size_t nth, Extent extent);
+  /// @param nth        which allocation from now on is the first that fails; 1 is the next, 0 none
+  /// @param functions  which functions fail, in a program that lets those of C fail too
+  FailingAllocations(std::size_t nth, Extent extent, Functions functions = Functions::All);
   FailingAllocations(const FailingAllocations&) = delete;
   FailingAllocations& operator=(const FailingAllocations&) = delete;
   ~FailingAllocations();
@@ -37,6 +39,8 @@ class UnfailingAllocations {
 
 /// For whatever else asks for memory in the program: whether this allocation is to fail.
 bool shallFail();
+/// The same for the functions of C.
+bool shallMallocFail();
 
 /// How often an action asks for memory.
 template <typename Action>

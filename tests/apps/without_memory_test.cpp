@@ -1,0 +1,143 @@
+#include "command.h"
+#include "command_support.h"
+#include "support/bytes.h"
+#include "support/faults/allocation_counter.h"
+#include "texts.h"
+
+#include <scrivalen/host.h>
+
+#include <gtest/gtest.h>
+
+#include <tuple>
+
+namespace scrivalen::command::test {
+namespace {
+
+using scrivalen::test::FailingAllocations;
+using scrivalen::test::UnfailingAllocations;
+using Extent = FailingAllocations::Extent;
+using Functions = FailingAllocations::Functions;
+
+constexpr const char* kOutput = "an output of a name that no string holds in itself";
+constexpr std::string_view kBefore = "what was there before";
+
+constexpr std::string_view kMarkdown =
+    "# A heading of some *length*, [linked](#table)\n\nText with `code`, <b>tags</b>, <!-- a comment --> and &amp;.\n\n"
+    "- [ ] an item\n\n  > a quote\n\n```cpp\nint main() {}\n```\n\n## Table\n\n"
+    "| one | another one |\n| --- | ---: |\n| ![an image](picture.png) | a cell of more than a few letters |\n\n---\n";
+
+constexpr std::string_view kCsv =
+    "one,another one\n\"a cell, \"\"quoted\"\", of more than a few letters\",2\n3.5\" disk,x\n";
+
+struct Case {
+  const char* name;
+  const char* input;
+  const char* format;
+  std::vector<std::string> options;
+  Functions functions = Functions::All;
+};
+
+struct Attempt {
+  int status = 0;
+  std::string error;
+  bool hasFailed = false;
+};
+
+// A host whose own memory does not run out.
+void keepMemoryFor(TestHost& host) {
+  host.host().writeOutput = [&host](std::string_view text) {
+    const UnfailingAllocations ownMemory;
+    host.output += text;
+    return true;
+  };
+  host.host().writeError = [&host](std::string_view text) {
+    const UnfailingAllocations ownMemory;
+    host.error += text;
+  };
+  host.variables["SOURCE_DATE_EPOCH"] = "0";
+}
+
+struct CommandWithoutMemory : testing::TestWithParam<std::tuple<Case, Extent>> {
+  CommandWithoutMemory() {
+    scrivalen::SetDataFolder(toWide(SCRIVALEN_DATA_FOLDER).c_str());
+    run.with("in.md", kMarkdown).with("in.csv", kCsv).with("styles.css", "sheet { font-family: Arial }");
+    keepMemoryFor(run.host);
+    arguments = {run.path(test.input), "-o", std::string(test.format) + ":" + run.path(kOutput)};
+    for (const std::string& option : test.options) {
+      arguments.push_back(replacedAll<char>(option, "@/", run.path("")));
+    }
+  }
+
+  ~CommandWithoutMemory() override { scrivalen::SetDataFolder(nullptr); }
+
+  // The output without the path that the help compiler writes down: each run makes its help in a folder of its own.
+  std::string output() const {
+    constexpr std::string_view kPath = "argument ";
+    constexpr std::string_view kProject = "report.hhp";
+    const std::string bytes = run.bytes(kOutput);
+    const std::size_t end = bytes.starts_with(kPath) ? bytes.find(kProject) : std::string::npos;
+    return end == std::string::npos ? bytes
+                                    : replacedAll<char>(bytes, bytes.substr(kPath.size(), end - kPath.size()), "");
+  }
+
+  Attempt attempt(std::size_t nth) {
+    Attempt made;
+    run.with(kOutput, kBefore);
+    run.host.error.clear();
+    const FailingAllocations memory(nth, extent, test.functions);
+    made.status = runCommand(arguments, run.host.host());
+    const UnfailingAllocations ownMemory;
+    made.hasFailed = memory.hasFailed();
+    made.error = run.host.error;
+    return made;
+  }
+
+  const Case test = std::get<0>(GetParam());
+  const Extent extent = std::get<1>(GetParam());
+  CommandRun run;
+  std::vector<std::string> arguments;
+};
+
+std::string name(const testing::TestParamInfo<CommandWithoutMemory::ParamType>& test) {
+  const auto& [testCase, extent] = test.param;
+  return std::string(testCase.name) + (extent == Extent::One ? "_OneFails" : "_AllFail");
+}
+
+// A block that cannot grow in place may find another way, so that one failure does no harm.
+TEST_P(CommandWithoutMemory, EndsWithAMessageAndLeavesWhatWasThere) {
+  const Attempt good = attempt(0);
+  ASSERT_EQ(good.status, 0) << good.error;
+  const std::string goodBytes = output();
+  const std::vector<std::string> names = run.names();
+  std::size_t nth = 1;
+  for (bool hasFailed = true; hasFailed && !HasFailure(); ++nth) {
+    SCOPED_TRACE(nth);
+    const Attempt made = attempt(nth);
+    hasFailed = made.hasFailed;
+    EXPECT_EQ(run.names(), names);
+    if (made.status == 0) {
+      EXPECT_TRUE(scrivalen::test::areSameBytes(goodBytes, output()));
+      EXPECT_EQ(made.error, good.error);
+    } else {
+      EXPECT_EQ(made.status, 1);
+      EXPECT_NE(made.error.find("memory"), std::string::npos) << made.error;
+      EXPECT_EQ(run.bytes(kOutput), kBefore);
+    }
+  }
+  EXPECT_GT(nth, 100u);
+}
+
+// The library that makes spreadsheets does not survive that malloc fails: it frees what it never had.
+INSTANTIATE_TEST_SUITE_P(
+    Each, CommandWithoutMemory,
+    testing::Combine(
+        testing::Values(Case{"Text", "in.md", "text", {"--toc"}}, Case{"Html", "in.md", "html", {"--unsafe"}},
+                        Case{"Xml", "in.csv", "xml", {}}, Case{"Rtf", "in.md", "rtf", {}},
+                        Case{"Pdf", "in.md", "pdf", {"--toc"}},
+                        Case{"Xlsx", "in.csv", "xlsx", {"--styles", "@/styles.css"}, Functions::OperatorNew},
+                        Case{"Chm", "in.md", "chm", {}}, Case{"ClassicChm", "in.md", "chm", {"--classic"}}),
+        testing::Values(Extent::One, Extent::AllFromThere)),
+    name);
+
+}  // namespace
+}  // namespace scrivalen::command::test
