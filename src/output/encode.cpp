@@ -66,23 +66,20 @@ constexpr bool isTwoByteUtf8(unsigned c) {
   return Plain::kEnd == 0x80 && c >= 0x80 && c < 0x800;
 }
 
-// Writes characters one by one and moves `at` past them. Those that need care go to `careful(at, end, out)`, which also
-// moves past what it takes; of a surrogate pair at the block's end it takes both.
+// Writes a character and moves `at` past it. One that needs care goes to `careful(at, end, out)`, which also moves past
+// what it takes; of a surrogate pair at the block's end it takes both.
 template <typename Plain, typename Careful>
-char* putOneByOne(const wchar_t*& at, const wchar_t* blockEnd, const wchar_t* end, char* out, Careful careful) {
-  while (at < blockEnd) {
-    const unsigned c = characterValue(*at);
-    if (Plain::isPlain(c)) {
-      out = putUnit<typename Plain::Unit>(c, out);
-      ++at;
-    } else if (isTwoByteUtf8<Plain>(c)) {
-      out += putUtf8(c, out);
-      ++at;
-    } else {
-      out = careful(at, end, out);
-    }
+char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, Careful careful) {
+  const unsigned c = characterValue(*at);
+  if (Plain::isPlain(c)) {
+    ++at;
+    return putUnit<typename Plain::Unit>(c, out);
   }
-  return out;
+  if (isTwoByteUtf8<Plain>(c)) {
+    ++at;
+    return out + putUtf8(c, out);
+  }
+  return careful(at, end, out);
 }
 
 template <typename Plain, typename Careful>
@@ -92,13 +89,17 @@ void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
   while (at < end) {
     const wchar_t* const stop = at + std::min(kChunk, static_cast<std::size_t>(end - at));
     char* out = buffer.room(static_cast<std::size_t>(stop - at) * kLongest);
-    while (at < stop) {
-      const std::size_t plain = copyPlainBlocks<Plain>(at, static_cast<std::size_t>(stop - at), out);
-      at += plain;
-      out += plain * sizeof(typename Plain::Unit);
-      const std::size_t block = std::min(kPlainBlock, static_cast<std::size_t>(stop - at));
-      out = putOneByOne<Plain>(at, at + block, end, out, careful);
-    }
+    at = takeApart(
+        at, stop,
+        [&](const wchar_t* from, std::size_t length) {
+          const std::size_t plain = copyPlainBlocks<Plain>(from, length, out);
+          out += plain * sizeof(typename Plain::Unit);
+          return plain;
+        },
+        [&](const wchar_t*& from) {
+          out = putCharacter<Plain>(from, end, out, careful);
+          return true;
+        });
     buffer.advance(out);
   }
 }

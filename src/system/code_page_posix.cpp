@@ -27,22 +27,23 @@ char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, const char
 
 // Answers the end of the bytes; null when they do not fit.
 char* putText(std::wstring_view text, char* out, const char* limit, LossCounter& loss) {
-  const wchar_t* at = text.data();
-  const wchar_t* const end = at + text.size();
-  while (at != end) {
-    const std::size_t plain =
-        copyPlainBlocks<PlainAscii>(at, static_cast<std::size_t>(std::min(end - at, limit - out)), out);
-    at += plain;
-    out += plain;
-    const wchar_t* const stop = at + std::min(kPlainBlock, static_cast<std::size_t>(end - at));
-    while (at < stop) {
-      if (out != limit && PlainAscii::isPlain(characterValue(*at))) {
-        *out++ = static_cast<char>(*at++);
-      } else if (out = putCharacter(at, end, out, limit, loss); !out) {
-        return nullptr;
-      }
-    }
-  }
+  const wchar_t* const end = text.data() + text.size();
+  takeApart(
+      text.data(), end,
+      [&](const wchar_t* at, std::size_t length) {
+        const std::size_t plain =
+            copyPlainBlocks<PlainAscii>(at, std::min(length, static_cast<std::size_t>(limit - out)), out);
+        out += plain;
+        return plain;
+      },
+      [&](const wchar_t*& at) {
+        if (out != limit && PlainAscii::isPlain(characterValue(*at))) {
+          *out++ = static_cast<char>(*at++);
+        } else {
+          out = putCharacter(at, end, out, limit, loss);
+        }
+        return out != nullptr;
+      });
   return out;
 }
 

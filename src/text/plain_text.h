@@ -5,6 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <string>
+#include <string_view>
 
 // The part of a text that an output takes as it stands, which is nearly all of nearly every text, goes there eight
 // characters at a time.
@@ -82,6 +84,40 @@ std::size_t copyPlainBlocks(const wchar_t* from, std::size_t length, char* out) 
     done += kPlainBlock - again;
   }
   return done;
+}
+
+/// Takes a text apart: first the plain blocks, then a block's worth of characters one by one, then plain blocks again.
+/// @param stop           where to end; what takeCharacter takes may lie beyond
+/// @param takeBlocks     (at, length): writes the plain blocks that begin there and returns how many characters they
+/// are
+/// @param takeCharacter  (at): writes the character and moves past it; false ends it all
+/// @return where it ended
+template <typename TakeBlocks, typename TakeCharacter>
+const wchar_t* takeApart(const wchar_t* at, const wchar_t* stop, TakeBlocks takeBlocks, TakeCharacter takeCharacter) {
+  while (at < stop) {
+    at += takeBlocks(at, static_cast<std::size_t>(stop - at));
+    const wchar_t* const blockEnd = at + std::min(kPlainBlock, static_cast<std::size_t>(stop - at));
+    while (at < blockEnd) {
+      if (!takeCharacter(at)) {
+        return at;
+      }
+    }
+  }
+  return at;
+}
+
+/// Appends the plain characters that a text begins with.
+/// @return how many they are
+template <typename Plain>
+std::size_t appendPlain(std::string& out, std::wstring_view text) {
+  const std::size_t used = out.size();
+  out.resize(used + text.size());
+  std::size_t plain = copyPlainBlocks<Plain>(text.data(), text.size(), out.data() + used);
+  for (; plain < text.size() && Plain::isPlain(characterValue(text[plain])); ++plain) {
+    out[used + plain] = static_cast<char>(text[plain]);
+  }
+  out.resize(used + plain);
+  return plain;
 }
 
 }  // namespace scrivalen

@@ -96,18 +96,18 @@ ConformingFragment& ConformingFragment::number(int value) {
 }
 
 ConformingFragment& ConformingFragment::text(std::wstring_view text) {
-  const wchar_t* at = text.data();
-  const wchar_t* const stop = at + text.size();
-  while (at != stop) {
-    const std::size_t plain =
-        copyPlainBlocks<PlainText>(at, std::min(room(), static_cast<std::size_t>(stop - at)), end());
-    at += plain;
-    grow(plain);
-    const wchar_t* const blockEnd = at + std::min(kPlainBlock, static_cast<std::size_t>(stop - at));
-    while (at < blockEnd) {
-      escapeCharacter(at, stop);
-    }
-  }
+  const wchar_t* const stop = text.data() + text.size();
+  takeApart(
+      text.data(), stop,
+      [this](const wchar_t* at, std::size_t length) {
+        const std::size_t plain = copyPlainBlocks<PlainText>(at, std::min(room(), length), end());
+        grow(plain);
+        return plain;
+      },
+      [this, stop](const wchar_t*& at) {
+        escapeCharacter(at, stop);
+        return true;
+      });
   return *this;
 }
 

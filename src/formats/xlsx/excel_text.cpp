@@ -84,13 +84,8 @@ void ExcelText::assign(const wchar_t* text) {
   const std::wstring_view whole = text;
   const std::wstring_view part = fitting(whole);
   isCut_ = part.size() < whole.size();
-  utf8_.resize(part.size());
-  std::size_t done = copyPlainBlocks<Ascii>(part.data(), part.size(), utf8_.data());
-  while (done < part.size() && characterValue(part[done]) < kEndOfAscii) {
-    utf8_[done] = static_cast<char>(part[done]);
-    ++done;
-  }
-  utf8_.resize(done);
+  utf8_.clear();
+  const std::size_t done = appendPlain<Ascii>(utf8_, part);
   width_ = longestLine(utf8_);
   if (done < part.size()) {
     appendRest(part.substr(done));

@@ -1,9 +1,7 @@
 #pragma once
 
 #include "text/loss_counter.h"
-#include "text/plain_text.h"
 
-#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -18,18 +16,5 @@ void appendWinAnsi(std::string& out, std::wstring_view text, scrivalen::LossCoun
 
 /// Appends wide text as UTF-16 code units.
 void appendUtf16(std::u16string& out, std::wstring_view text);
-
-/// Appends the plain characters that a text begins with. @return how many they are
-template <typename Plain>
-std::size_t appendPlain(std::string& out, std::wstring_view text) {
-  const std::size_t used = out.size();
-  out.resize(used + text.size());
-  std::size_t plain = scrivalen::copyPlainBlocks<Plain>(text.data(), text.size(), out.data() + used);
-  for (; plain < text.size() && Plain::isPlain(scrivalen::characterValue(text[plain])); ++plain) {
-    out[used + plain] = static_cast<char>(text[plain]);
-  }
-  out.resize(used + plain);
-  return plain;
-}
 
 }  // namespace scrivalen::pdf
