@@ -22,7 +22,8 @@ using scrivalen::fuzz::Input;
 using scrivalen::fuzz::PrivateFolder;
 
 // Plays the same calls on a MultiReport and on reports of its formats alone, whose files must be the same. The calls
-// either come in any order, or nest as a document's do; then the files are looked at, too.
+// either come in any order, or nest as a document's do; then the files are looked at, too. A class derived from
+// HtmlReport makes pages of the same calls.
 namespace {
 
 const PrivateFolder& folder() {
@@ -358,16 +359,20 @@ struct Results {
   bool operator==(const Results&) const = default;
 };
 
-template <class Report>
-Results play(Report& report, const Plan& plan, Input& input) {
-  Results results;
-  setUp(report, plan);
-  results.open = report.Open();
+void playContent(AReport& report, const Plan& plan, Input& input) {
   if (plan.nested) {
     NestedCalls(report, input).play();
   } else {
     AnyCalls(report, input, plan).play();
   }
+}
+
+template <class Report>
+Results play(Report& report, const Plan& plan, Input& input) {
+  Results results;
+  setUp(report, plan);
+  results.open = report.Open();
+  playContent(report, plan, input);
   results.close = report.Close();
   return results;
 }
@@ -428,6 +433,82 @@ void require(bool good, const Format& format, const std::string& problem) {
   }
 }
 
+// What a host's class derived from HtmlReport can do besides.
+class Page : public HtmlReport {
+ public:
+  using HtmlReport::Open;
+  using HtmlReport::OpenWithHeader;
+  using HtmlReport::OpenWithTemplate;
+  using HtmlReport::ValueToHtml;
+};
+
+class Memory : public OutputFile {
+ public:
+  void Write(const void* data, std::size_t size) override { bytes.append(static_cast<const char*>(data), size); }
+
+  std::string bytes;
+};
+
+// A page that a derived class opens is the one that Open makes.
+std::string pageOpenedByName(const Format& format, Bytes bytes) {
+  Input input(bytes.data, bytes.size);
+  const Plan plan = planOf(input);
+  const std::wstring path = pathOf(format, "page");
+  Page page;
+  page.SetOutputFileName(path.c_str());
+  setUp(page, plan);
+  const REPORT_ERRORS result = plan.hasTemplate ? page.OpenWithTemplate(path.c_str(), templateOf(plan))
+                                                : page.OpenWithHeader(path.c_str(), page.GetProperty(L"%TITLE%"));
+  require(result == REPORT_OK, format, "a derived class cannot open its file");
+  playContent(page, plan, input);
+  require(page.Close() == REPORT_OK, format, "a derived class cannot close its file");
+  return folder().take(nameOf(format, "page"));
+}
+
+// A page in memory is the same but for its head; a call may have opened the file instead.
+std::string pageInMemory(const Format& format, Bytes bytes) {
+  Input input(bytes.data, bytes.size);
+  const Plan plan = planOf(input);
+  Memory memory;
+  Page page;
+  page.SetOutputFileName(pathOf(format, "page").c_str());
+  setUp(page, plan);
+  require(page.Open(&memory) == REPORT_OK, format, "a page in memory does not open");
+  playContent(page, plan, input);
+  require(page.Close() == REPORT_OK, format, "a page in memory does not close");
+  folder().take(nameOf(format, "page"));
+  return memory.bytes;
+}
+
+// Values of any formats, which begin with a percent sign and end in a letter often enough.
+void writeValues(const Format& format, Bytes bytes) {
+  static constexpr const wchar_t* kConversions[] = {L"%d",    L"%5i", L"%-8u|", L"%04x",
+                                                    L"%+.3d", L"%X",  L"%c",    L"100%% %d"};
+  Input input(bytes.data, bytes.size);
+  Memory memory;
+  Page page;
+  require(page.Open(&memory) == REPORT_OK, format, "a page of values does not open");
+  page.ValueToHtml(L"(%s)", L"first");
+  while (!input.empty()) {
+    const int choice = input.byte();
+    const wchar_t* const other = input.text();
+    const wchar_t* const known = kConversions[static_cast<std::size_t>(choice) % std::size(kConversions)];
+    page.ValueToHtml(choice % 3 == 0 ? other : known, input.number());
+    page.ValueToHtml(choice % 2 == 0 ? other : L"%-20.9s%c", input.text());
+  }
+  require(page.Close() == REPORT_OK, format, "a page of values does not close");
+  require(memory.bytes.starts_with("(first)") && memory.bytes.ends_with("</body></html>\n"), format,
+          "a page of values has not its beginning or its end");
+}
+
+void checkPages(const Format& format, const Plan& plan, Bytes bytes, const std::string& alone) {
+  require(pageOpenedByName(format, bytes) == alone, format, "a derived class writes another page");
+  const std::string inMemory = pageInMemory(format, bytes);
+  const bool isComparable = plan.nested && !plan.hasTemplate;
+  require(!isComparable || alone.ends_with(inMemory), format, "a page in memory is another one");
+  writeValues(format, bytes);
+}
+
 // Texts of the classic form are not escaped in PDF and RTF, so that only a conforming file can be taken apart whatever
 // is in it.
 void checkNested(const Format& format, const Plan& plan, const std::string& bytes) {
@@ -443,7 +524,7 @@ void checkNested(const Format& format, const Plan& plan, const std::string& byte
   require(problem.empty(), format, problem);
 }
 
-void check(const Format& format, const Plan& plan, const Results& results) {
+void check(const Format& format, const Plan& plan, const Results& results, Bytes bytes) {
   const std::string together = folder().take(nameOf(format, "multi"));
   const std::string alone = folder().take(nameOf(format, "alone"));
   if (format.format == FORMAT_CHM) {
@@ -454,6 +535,9 @@ void check(const Format& format, const Plan& plan, const Results& results) {
   require(alone == together, format, "it is another one in a MultiReport");
   if (plan.nested) {
     checkNested(format, plan, alone);
+  }
+  if (format.format == FORMAT_HTML) {
+    checkPages(format, plan, bytes, alone);
   }
 }
 
@@ -475,7 +559,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   REPORT_ERRORS close = REPORT_OK;
   for (const Format& format : plan.formats) {
     const Results alone = playAlone(format, bytes);
-    check(format, plan, alone);
+    check(format, plan, alone, bytes);
     close = close == REPORT_OK ? alone.close : close;
   }
   require(together == Results{REPORT_OK, close}, {}, "a MultiReport does not return what its reports do");
