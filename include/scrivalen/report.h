@@ -119,8 +119,8 @@ class SCRIVALEN_API AReport {
   ///         REPORT_OK, with nothing written, when the report is not open
   virtual REPORT_ERRORS Close() = 0;
   /// Appends a property; the first of several of one name is the one found. "%TITLE%" is the title of RTF documents, of
-  /// help files, and of HTML pages that Open() begins without a template; a template has places for every property. Add
-  /// properties before Open.
+  /// help files, and of HTML pages that Open() begins without a template; a template has places for every property.
+  /// Without it RTF documents and help files are titled "Report". Add properties before Open.
   virtual void AddProperty(const wchar_t* name, const wchar_t* value);
   /// Sets the text between two cells of a row, a tab by default (text). It holds at once, up to its first NUL.
   virtual void SetColumnSeparator(const std::wstring& separator);
@@ -252,13 +252,14 @@ class SCRIVALEN_API AReport {
   /// The reason of the last failure, never null; a success does not clear it.
   const wchar_t* GetError() const;
 
-  /// /// Builds the full path of a template: the folder "tmpl" beside the library's own file, and a name in it.
+  /// Builds the full path of a template: the template folder, which is "tmpl" beside the library's own file or where
+  /// scrivalen::SetDataFolder says, and a name in it.
   /// @param path  receives the path, also of a file that does not exist
   /// @param name  the file's name, extension included; null is an empty one
   /// @return 1 when that file exists, else 0, and the miss is logged
   int MakeTemplateName(std::wstring& path, const wchar_t* name);
 
-  /// // The composite rows are written through BeginRow, Cell and EndRow; in XML the row is an element "row".
+  // The composite rows are written through BeginRow, Cell and EndRow; in XML the row is an element "row".
 
   /// Writes a row of two cells.
   /// @param t1, t2  as Cell takes a text

@@ -37,7 +37,8 @@ class SCRIVALEN_API RTFdoc {
   /// @return 1, or 0 when @p file is null
   int BegDoc(OutputFile* file, const wchar_t* title, int landscape);
 
-  /// Closes open fields and the document's groups and forgets the file, which stays open.
+  /// Closes open fields, two at a time and so one too many for an odd number, and the document's groups, and forgets
+  /// the file, which stays open.
   void EndDoc();
 
   /// Makes documents conforming, or classic again, from the next BegDoc on.
