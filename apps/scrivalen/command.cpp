@@ -74,6 +74,7 @@ class Conversion {
 
  private:
   Distributor::Plan plan();
+  void look();
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
   void readInput();
@@ -87,6 +88,7 @@ class Conversion {
   const Host& host_;
   Messages& messages_;
   LibraryLog log_;
+  std::size_t noted_ = 0;  // lines of the log
   Outputs outputs_;
 };
 
@@ -114,12 +116,21 @@ Distributor::Plan Conversion::plan() {
   plan.settings = documentSettings(options_, host_);
   plan.titleFromHeading = !options_.title && options_.inputFormat == InputFormat::Markdown;
   plan.contents = options_.contents && options_.inputFormat == InputFormat::Markdown;
+  plan.look = [this] { look(); };
   plan.progress = [this](std::size_t blocks) { showProgress(blocks); };
   return plan;
 }
 
-void Conversion::showProgress(std::size_t blocks) {
+void Conversion::look() {
   stopWhenInterrupted();
+  for (; noted_ < log_.lines().size(); ++noted_) {
+    for (const auto& output : outputs_) {
+      output->noteLogged(log_.lines()[noted_]);
+    }
+  }
+}
+
+void Conversion::showProgress(std::size_t blocks) {
   messages_.progress(std::to_string(blocks) + (options_.inputFormat == InputFormat::Markdown ? " blocks" : " rows"));
 }
 

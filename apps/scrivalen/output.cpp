@@ -1,6 +1,7 @@
 #include "output.h"
 
 #include "errors.h"
+#include "output/file_error.h"
 #include "system/files/files.h"
 #include "texts.h"
 
@@ -50,6 +51,13 @@ bool Output::prepareFile() {
   }
   file_ = target_->newFile();
   return true;
+}
+
+// A report returns such a failure at its end only. That would be late: the disk is full now.
+void Output::noteLogged(std::wstring_view line) {
+  if (!failed() && line.starts_with(std::wstring(scrivalen::kWriteErrorStart) + file_ + L'\'')) {
+    fail(inPersonsWords(std::wstring(line)));
+  }
 }
 
 void Output::finish() {

@@ -24,6 +24,9 @@ class Output {
       writer_->write(event);
     }
   }
+  /// Takes a line that the library has logged: when it says that what is written here does not reach the file, the
+  /// output has failed.
+  void noteLogged(std::wstring_view line);
   /// Finishes the document.
   void finish();
   /// Moves the finished document over its target.

@@ -7,9 +7,8 @@
 namespace scrivalen {
 
 std::wstring fileErrorText(FileError error, std::wstring_view file, std::wstring_view reason) {
-  return FMT::Format(
-      error == FileError::Open ? L"File open/create error for '%s'. %s" : L"File write error for '%s'. %s", file,
-      reason);
+  return FMT::Format(L"%s%s'. %s", error == FileError::Open ? L"File open/create error for '" : kWriteErrorStart, file,
+                     reason);
 }
 
 void logFileError(FileError error, std::wstring_view file, const wchar_t* reason) noexcept {

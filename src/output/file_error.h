@@ -8,6 +8,9 @@ namespace scrivalen {
 /// What failed with a file.
 enum class FileError { Open, Write };
 
+/// How the sentence begins that says that a write failed; the file's name comes next, and an apostrophe.
+inline constexpr std::wstring_view kWriteErrorStart = L"File write error for '";
+
 /// The sentence on a file and the reason: "File open/create error for '%s'. %s", "File write error for '%s'. %s".
 std::wstring fileErrorText(FileError error, std::wstring_view file, std::wstring_view reason);
 

@@ -1,10 +1,13 @@
 #include "command_support.h"
 #include "running_command_posix.h"
+#include "support/faults/small_disk.h"
 #include "system/files/files.h"
 #include "system/process/process.h"
+#include "texts.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -34,6 +37,67 @@ TEST(DeliveryPosix, TellsAFullDiskThatWasFoundBeforeTheEnd) {
   const Result result = run.with("in.md", longText).run({"@/in.md", "-o", "html:/dev/full"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
+}
+
+// Standard input with a table that is longer than it needs to be.
+class LongTable {
+ public:
+  static constexpr std::size_t kSize = 16 << 20;
+
+  explicit LongTable(Host& host) {
+    host.readInput = [this](void* data, std::size_t size) {
+      const std::size_t count = std::min(size, kSize - read_);
+      for (std::size_t at = 0; at < count; ++at) {
+        static_cast<char*>(data)[at] = kRow[read_++ % kRow.size()];
+      }
+      return std::optional(count);
+    };
+  }
+  LongTable(const LongTable&) = delete;
+  LongTable& operator=(const LongTable&) = delete;
+
+  std::size_t read() const { return read_; }
+
+ private:
+  static constexpr std::string_view kRow = "a cell,another\n";
+  std::size_t read_ = 0;
+};
+
+TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
+  for (const std::string format : {"html", "text", "xml", "rtf"}) {
+    CommandRun run;
+    const LongTable table(run.host.host());
+    const Result result = run.run({"-", "--from", "csv", "-o", format + ":/dev/full", "-o", "@/missing/b.txt"});
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.error,
+              "scrivalen: File write error for '/dev/full'. No space left on device\n"
+              "scrivalen: cannot write '@/missing/b.txt': No such file or directory\n");
+    EXPECT_LT(table.read(), LongTable::kSize / 8) << format;
+  }
+}
+
+TEST(DeliveryPosix, ReadsOnForAnOutputThatHasRoom) {
+  CommandRun run;
+  const LongTable table(run.host.host());
+  const Result result = run.run({"-", "--from", "csv", "-o", "html:/dev/full", "-o", "text:/dev/null"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
+  EXPECT_EQ(table.read(), LongTable::kSize);
+}
+
+TEST(DeliveryPosix, StopsReadingWhenTheDiskOfItsTargetIsFull) {
+  EXPECT_EQ(scrivalen::test::onSmallDisk([](const scrivalen::test::SmallDisk& disk) -> std::string {
+              if (!disk.resize(256)) {
+                return "no small disk";
+              }
+              CommandRun run;
+              const LongTable table(run.host.host());
+              const std::string target = scrivalen::narrowPath(disk / L"a.html");
+              const Result result = run.run({"-", "--from", "csv", "-o", target});
+              const bool isEarly = table.read() < LongTable::kSize / 8;
+              return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, target, "TARGET");
+            }),
+            "early: scrivalen: File write error for 'TARGET'. No space left on device\n");
 }
 
 TEST(DeliveryPosix, ReportsThatStandardOutputIsFull) {

@@ -81,6 +81,18 @@ TEST(Delivery, LeavesNothingBehindWhenItIsInterrupted) {
   EXPECT_EQ(run.names(), (Names{"a.html", "in.csv"}));
 }
 
+TEST(Delivery, IsInterruptedBetweenTwoPiecesOfItsInput) {
+  CommandRun run;
+  int reads = 0;
+  run.host.host().readInput = [&reads](void* data, std::size_t) {
+    *static_cast<char*>(data) = 'x';
+    return std::optional<std::size_t>(++reads < 1000 ? 1 : 0);
+  };
+  run.host.host().wasInterrupted = [&reads] { return reads > 2; };
+  EXPECT_EQ(run.run({"-", "-o", "@/a.html"}).error, "scrivalen: interrupted\n");
+  EXPECT_EQ(reads, 3);
+}
+
 TEST(Delivery, IsInterruptedUntilTheLastMoment) {
   CommandRun run;
   run.host.host().wasInterrupted = [] { return true; };

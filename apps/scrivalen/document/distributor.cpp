@@ -7,7 +7,8 @@
 namespace scrivalen::command {
 namespace {
 
-constexpr std::size_t kBlocksBetweenLooks = 256;
+constexpr std::size_t kEventsBetweenLooks = 64;
+constexpr std::size_t kBlocksOfProgress = 256;
 
 bool endsBlock(EventKind kind) {
   switch (kind) {
@@ -56,6 +57,9 @@ class ContentsInserter : public EventSink {
 Distributor::Distributor(const Outputs& outputs, Plan plan) : outputs_(outputs), plan_(std::move(plan)) {}
 
 void Distributor::write(const Event& event) {
+  if (++events_ % kEventsBetweenLooks == 0) {
+    look();
+  }
   if (started_) {
     return forward(event);
   }
@@ -116,23 +120,20 @@ void Distributor::replayHeld() {
   held_ = EventLog();
 }
 
+void Distributor::look() {
+  plan_.look();
+  if (std::all_of(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->failed(); })) {
+    throw NoOutputLeft();
+  }
+}
+
 void Distributor::forward(const Event& event) {
   for (const auto& output : outputs_) {
     output->write(event);
   }
-  if (endsBlock(event.kind)) {
-    countBlock();
+  if (endsBlock(event.kind) && ++blocks_ % kBlocksOfProgress == 0) {
+    plan_.progress(blocks_);
   }
-}
-
-void Distributor::countBlock() {
-  if (++blocks_ % kBlocksBetweenLooks != 0) {
-    return;
-  }
-  if (std::all_of(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->failed(); })) {
-    throw NoOutputLeft();
-  }
-  plan_.progress(blocks_);
 }
 
 }  // namespace scrivalen::command

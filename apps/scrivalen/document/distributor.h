@@ -20,24 +20,25 @@ class Distributor : public EventSink {
     DocumentSettings settings;
     bool titleFromHeading = false;  ///< the first heading replaces the title of the settings
     bool contents = false;
-    std::function<void(std::size_t blocks)> progress;  ///< called now and then; what it raises ends the run
+    std::function<void()> look;                        ///< called every few events; what it raises ends the run
+    std::function<void(std::size_t blocks)> progress;  ///< called now and then
   };
 
   /// @param outputs  not owned; must outlive the distributor
   Distributor(const Outputs& outputs, Plan plan);
 
-  /// Raises NoOutputLeft some time after every output has failed.
+  /// Raises NoOutputLeft a few events after every output has failed.
   void write(const Event& event) override;
   /// The document is complete.
   void finish();
 
  private:
   void holdBack(const Event& event);
+  void look();
   void addToContents(const Event& heading);
   void start();
   void replayHeld();
   void forward(const Event& event);
-  void countBlock();
 
   const Outputs& outputs_;
   Plan plan_;
@@ -45,6 +46,7 @@ class Distributor : public EventSink {
   EventLog contents_;
   bool isFirst_ = true;
   bool started_ = false;
+  std::size_t events_ = 0;
   std::size_t blocks_ = 0;
 };
 

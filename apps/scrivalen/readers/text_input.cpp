@@ -63,6 +63,9 @@ bool TextInput::fill() {
   end_ -= begin_;
   begin_ = 0;
   while (!ended_) {
+    if (host_.wasInterrupted()) {
+      throw Interrupted();
+    }
     char* const room = bytes_.data() + end_;
     const std::size_t size = bytes_.size() - end_;
     const auto count = file_ ? scrivalen::readSome(file_, room, size) : host_.readInput(room, size);

@@ -47,6 +47,7 @@ class DistributorTest : public testing::Test {
     outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("out.rec")));
     plan_.settings.title = L"File";
     plan_.titleFromHeading = true;
+    plan_.look = [] {};
     plan_.progress = [](std::size_t) {};
   }
 
@@ -111,13 +112,18 @@ TEST_F(DistributorTest, WritesNoContentsOfNothing) {
             (Lines{"BeginHeading 1 'T' @t", "Text 'T'", "EndHeading 1", "BeginParagraph", "Text 'x'", "EndParagraph"}));
 }
 
-TEST_F(DistributorTest, StopsSomeTimeAfterTheLastOutputFailed) {
-  refuses = true;
+// A text of so many paragraphs, each of which makes three events.
+std::string paragraphs(int count) {
   std::string markdown;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < count; ++i) {
     markdown += "text\n\n";
   }
-  EXPECT_THROW(distribute(markdown), NoOutputLeft);
+  return markdown;
+}
+
+TEST_F(DistributorTest, StopsSoonAfterTheLastOutputFailed) {
+  refuses = true;
+  EXPECT_THROW(distribute(paragraphs(30)), NoOutputLeft);
   EXPECT_EQ(outputs_[0]->error(), "refused");
   EXPECT_EQ(told_.events.lines(), Lines());
 }
@@ -133,13 +139,22 @@ TEST_F(DistributorTest, WritesToNoOutputAfterOneRaisedInsteadOfOpening) {
   EXPECT_EQ(told_.events.lines(), Lines());
 }
 
-TEST_F(DistributorTest, LetsWhatItsProgressRaisesThrough) {
-  plan_.progress = [](std::size_t) { throw Interrupted(); };
-  std::string markdown;
-  for (int i = 0; i < 1000; ++i) {
-    markdown += "text\n\n";
-  }
-  EXPECT_THROW(distribute(markdown), Interrupted);
+TEST_F(DistributorTest, LooksEveryFewEventsAndLetsThroughWhatThatRaises) {
+  plan_.titleFromHeading = false;
+  int looks = 0;
+  plan_.look = [&looks] {
+    if (++looks == 2) {
+      throw Interrupted();
+    }
+  };
+  EXPECT_THROW(distribute(paragraphs(1000)), Interrupted);
+  EXPECT_LT(told_.events.lines().size(), 200u);
+}
+
+TEST_F(DistributorTest, LooksAtEventsThatAreHeldBackToo) {
+  plan_.contents = true;
+  plan_.look = [] { throw Interrupted(); };
+  EXPECT_THROW(distribute(paragraphs(30)), Interrupted);
 }
 
 }  // namespace
