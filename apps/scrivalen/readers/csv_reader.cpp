@@ -87,6 +87,7 @@ class CsvReader {
 
   void chooseLineEnd(std::string_view text);
   void readLine(std::string_view line);
+  void endLine();
   void readPart(std::string_view part);
   void readLooseQuote(const char* quote);
   void endRow();
@@ -94,6 +95,7 @@ class CsvReader {
   [[noreturn]] void fail(std::size_t line, const char* reason) const;
 
   std::string name_;  // of the input, for messages
+  std::string_view blanks_;
   EventSink& sink_;
   csv_parser parser_{};
   Row row_;
@@ -101,12 +103,15 @@ class CsvReader {
   std::size_t line_ = 1;
   std::size_t quoteLine_ = 0;  // where the quoted cell that is being read began; 0 in none
   bool cellEnded_ = false;
-  char lineEnd_ = '\0';  // not known yet
+  bool isLineBlank_ = true;   // so far
+  bool beganQuoted_ = false;  // the line, within a cell
+  char lineEnd_ = '\0';       // not known yet
   bool endsWithReturn_ = false;
   std::exception_ptr failure_;
 };
 
-CsvReader::CsvReader(std::string name, char separator, EventSink& sink) : name_(std::move(name)), sink_(sink) {
+CsvReader::CsvReader(std::string name, char separator, EventSink& sink)
+    : name_(std::move(name)), blanks_(separator == '\t' ? " \r\n" : " \t\r\n"), sink_(sink) {
   if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0) {
     throw std::bad_alloc();
   }
@@ -124,7 +129,7 @@ void CsvReader::read(std::string_view text) {
     if (end == std::string_view::npos) {
       return;
     }
-    ++line_;
+    endLine();
     text.remove_prefix(end + 1);
   }
 }
@@ -133,7 +138,9 @@ void CsvReader::read(std::string_view text) {
 void CsvReader::chooseLineEnd(std::string_view text) {
   if (endsWithReturn_) {
     lineEnd_ = text.front() == '\n' ? '\n' : '\r';
-    line_ += lineEnd_ == '\r' ? 1 : 0;
+    if (lineEnd_ == '\r') {
+      endLine();
+    }
     return;
   }
   const std::size_t end = text.find_first_of("\r\n");
@@ -148,12 +155,24 @@ void CsvReader::chooseLineEnd(std::string_view text) {
 
 void CsvReader::readLine(std::string_view line) {
   cellEnded_ = false;
+  isLineBlank_ = isLineBlank_ && line.find_first_not_of(blanks_) == std::string_view::npos;
   readPart(line);
   if (parser_.quoted == 0) {
     quoteLine_ = 0;
   } else if (quoteLine_ == 0 || cellEnded_) {
     quoteLine_ = line_;
   }
+}
+
+// The parser passes over a line without a text; where there is one column only, its value is empty.
+void CsvReader::endLine() {
+  if (isLineBlank_ && !beganQuoted_ && columns_ == 1) {
+    row_.add({});
+    endRow();
+  }
+  isLineBlank_ = true;
+  beganQuoted_ = parser_.quoted != 0;
+  ++line_;
 }
 
 void CsvReader::readPart(std::string_view part) {

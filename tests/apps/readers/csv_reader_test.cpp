@@ -3,6 +3,7 @@
 #include "command_support.h"
 #include "errors.h"
 #include "recorded_events.h"
+#include "texts.h"
 
 #include <gtest/gtest.h>
 
@@ -88,6 +89,28 @@ TEST(CsvReader, FillsShortRowsUpAndKeepsLongOnesLong) {
 }
 
 TEST(CsvReader, SkipsEmptyLines) { EXPECT_EQ(rowsOf("a,b\n\n1,2\n\n\n"), (Lines{"|a|b|", "|1|2|"})); }
+
+TEST(CsvReader, TakesAnEmptyLineForAnEmptyValueOfASingleColumn) {
+  const Lines rows = {"|a|", "|1|", "||", "|2|", "||", "||"};
+  for (const std::string end : {"\n", "\r\n", "\r"}) {
+    const std::string text = replacedAll<char>("a\n1\n\n2\n \t\n\n", "\n", end);
+    EXPECT_EQ(rowsOf(text), rows);
+    EXPECT_EQ(rowsOf(text, ',', 1), rows);
+  }
+  EXPECT_EQ(rowsOf("a\n\n\"\"\n", '\t'), (Lines{"|a|", "||", "||"}));
+}
+
+TEST(CsvReader, TakesNoEmptyLineForAValueBeforeTheHeaderOrAfterTheLastLineEnd) {
+  EXPECT_EQ(rowsOf("\n\na\n1\n"), (Lines{"|a|", "|1|"}));
+  EXPECT_EQ(rowsOf("a\n1"), (Lines{"|a|", "|1|"}));
+}
+
+TEST(CsvReader, TakesNoEmptyLineWithinQuotesForAValue) {
+  EXPECT_EQ(rowsOf("a\n\"1\n\n2\"\n3\n"), (Lines{"|a|", "|1//2|", "|3|"}));
+  EXPECT_EQ(rowsOf("a\n\"1\n\n2\"\n3\n", ',', 1), (Lines{"|a|", "|1//2|", "|3|"}));
+}
+
+TEST(CsvReader, TakesALineOfSeparatorsForCells) { EXPECT_EQ(rowsOf("a\n\t\n", '\t'), (Lines{"|a|", "|||"})); }
 
 TEST(CsvReader, SeparatesByTabsWhenItIsTold) {
   EXPECT_EQ(rowsOf("a,b\tc\n\"x\ty\"\t \n", '\t'), (Lines{"|a,b|c|", "|x\ty||"}));
