@@ -117,7 +117,8 @@ class SCRIVALEN_API CPDFdoc {
   /// Makes the current paragraph or cell the place that links of this name lead to. The last one of a name counts.
   void BookMark(const wchar_t* name);
   /// Appends text and makes the whole current paragraph or cell a link to a bookmark, which may come later.
-  /// @param target  a bookmark's name; in a conforming document with or without "#" in front
+  /// @param target  a bookmark's name; in a conforming document with or without "#" in front, or an address that begins
+  ///                with a scheme, as https:, which readers open
   void HyperLink(const wchar_t* text, const wchar_t* target);
   /// Adds an entry to the outline.
   ///

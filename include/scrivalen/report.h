@@ -119,8 +119,9 @@ class SCRIVALEN_API AReport {
   ///         REPORT_OK, with nothing written, when the report is not open
   virtual REPORT_ERRORS Close() = 0;
   /// Appends a property; the first of several of one name is the one found. "%TITLE%" is the title of RTF documents, of
-  /// help files, and of HTML pages that Open() begins without a template; a template has places for every property.
-  /// Without it RTF documents and help files are titled "Report". Add properties before Open.
+  /// conforming PDF documents, of help files, and of HTML pages that Open() begins without a template; a template has
+  /// places for every property. Without it RTF documents and help files are titled "Report", and PDF documents have no
+  /// title. Add properties before Open.
   virtual void AddProperty(const wchar_t* name, const wchar_t* value);
   /// Sets the text between two cells of a row, a tab by default (text). It holds at once, up to its first NUL.
   virtual void SetColumnSeparator(const std::wstring& separator);
@@ -230,8 +231,8 @@ class SCRIVALEN_API AReport {
   /// there.
   /// @param text    HTML and help: markup, as in Cell
   /// @param target  HTML and help: an address, or "#" followed by an anchor's name. RTF and PDF: an anchor's name,
-  ///                without "#" in the classic form, with it or without in the conforming one. Conforming RTF also
-  ///                takes an address that begins with a scheme, as https:; in PDF such a link leads nowhere
+  ///                without "#" in the classic form, with it or without in the conforming one. Both also take an
+  ///                address that begins with a scheme, as https:, when they are conforming
   virtual void Link(const wchar_t* text, const wchar_t* target) = 0;
   /// @param value  non-zero is on; see REPORT_OPTION for when each option takes effect
   virtual void SetReportOption(REPORT_OPTION option, int value);

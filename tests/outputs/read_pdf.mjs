@@ -43,8 +43,8 @@ async function readWithPdfjs() {
     const page = await document.getPage(number);
     const {items} = await page.getTextContent({disableNormalization: true});
     pages.push(items.map((item) => item.str).join(''));
-    for (const {dest} of await page.getAnnotations()) {
-      links.push({page: number, target: await document.getPageIndex(dest[0]), top: dest[3]});
+    for (const {dest, url} of await page.getAnnotations()) {
+      links.push(url ? {page: number, url} : {page: number, target: await document.getPageIndex(dest[0]), top: dest[3]});
     }
   }
   const outline = [];

@@ -52,6 +52,14 @@ TEST(HasScheme, LooksAtWhatIsInFrontOfTheColon) {
   }
 }
 
+TEST(AsciiAddress, EncodesWhatNoUrlHas) {
+  EXPECT_EQ(asciiAddress(L"https://[::1]:8080/~a/b;c,d?e=f&g=%20+!$'()*@_#h"),
+            "https://[::1]:8080/~a/b;c,d?e=f&g=%20+!$'()*@_#h");
+  EXPECT_EQ(asciiAddress(L" \"<>\\^`{|}\x7F\n\x1F"), "%20%22%3C%3E%5C%5E%60%7B%7C%7D%7F%0A%1F");
+  EXPECT_EQ(asciiAddress(L"\u00E9\u4E2D"), "%C3%A9%E4%B8%AD");
+  EXPECT_EQ(asciiAddress(L""), "");
+}
+
 TEST(ReplacedAll, GoesFromLeftToRight) {
   EXPECT_EQ(replacedAll<char>("aaa", "aa", "b"), "ba");
   EXPECT_EQ(replacedAll<wchar_t>(L"a%b%", L"%", L"%%"), L"a%%b%%");

@@ -215,7 +215,8 @@ void PdfWriter::endCell(bool header) {
   inCell_ = false;
 }
 
-// A link out of the document is spelled out as text: the report supports only links within it.
+// A link out of the document is spelled out as text: paper cannot be clicked on, and a link of the report would be the
+// whole paragraph.
 void PdfWriter::endLink() {
   const auto begin = parts_.begin() + static_cast<std::ptrdiff_t>(linkStart_);
   const std::wstring shown = std::accumulate(begin, parts_.end(), std::wstring(),

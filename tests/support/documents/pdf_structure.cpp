@@ -39,6 +39,14 @@ std::vector<std::size_t> referencesIn(std::string_view value) {
   return found;
 }
 
+// Where the escaped string that begins at `at` has its closing bracket.
+std::size_t endOfString(std::string_view text, std::size_t at) {
+  while (at < text.size() && text[at] != ')') {
+    at += text[at] == '\\' ? 2 : 1;
+  }
+  return at;
+}
+
 std::string named(const char* what, std::size_t number) { return what + (' ' + std::to_string(number)); }
 
 }  // namespace
@@ -86,8 +94,11 @@ void PdfStructure::readTable(std::size_t start) {
 }
 
 void PdfStructure::checkTail(std::size_t behindTable, std::size_t start) {
-  const std::string tail = "trailer\r\n<<\r\n/Size " + std::to_string(count_ + 1) +
-                           "\r\n/Root 1 0 R\r\n>>\r\nstartxref\r\n" + std::to_string(start) + "\r\n%%EOF";
+  const std::string last = std::to_string(count_);
+  const bool isTitled = conforming_ && object(count_).starts_with(last + " 0 obj\r\n<<\r\n/Title (");
+  const std::string tail = "trailer\r\n<<\r\n/Size " + std::to_string(count_ + 1) + "\r\n/Root 1 0 R\r\n" +
+                           (isTitled ? "/Info " + last + " 0 R\r\n" : "") + ">>\r\nstartxref\r\n" +
+                           std::to_string(start) + "\r\n%%EOF";
   expect(from(bytes_, behindTable) == tail, "the trailer");
 }
 
@@ -153,6 +164,8 @@ std::size_t PdfStructure::endOfValue(std::size_t at) const {
       ++i;
     } else if (value[i] == '[' || value[i] == ']') {
       depth += value[i] == '[' ? 1 : -1;
+    } else if (value[i] == '(') {
+      i = std::min(endOfString(value, i), value.size() - 1);
     } else if (depth == 0 && two == "\r\n") {
       return at + i;
     }

@@ -1,9 +1,11 @@
 #include "formats/pdf/layout/document.h"
 
 #include "formats/pdf/fonts/win_ansi.h"
+#include "text/address.h"
 
 #include <algorithm>
 #include <new>
+#include <string>
 #include <type_traits>
 #include <utility>
 
@@ -167,13 +169,21 @@ void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_vie
     return;
   }
   write(text, style);
+  current_->needPlacement();
+  linkTo(target).sources.push_back(current_);
+}
+
+CPDFlink& Document::linkTo(std::wstring_view target) {
+  if (isConforming() && hasScheme(target)) {
+    const std::string address = asciiAddress(target);
+    return links_.outside(std::u16string(address.begin(), address.end()));
+  }
   if (isConforming() && target.starts_with(L'#')) {
     target.remove_prefix(1);
   }
-  current_->needPlacement();
-  std::u16string key;
-  appendUtf16(key, target);
-  links_.named(key).sources.push_back(current_);
+  std::u16string name;
+  appendUtf16(name, target);
+  return links_.named(name);
 }
 
 void Document::addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
@@ -215,13 +225,24 @@ void Document::makePages() {
   LinkWriter writer(*file_, pages_.placements(), paper_, form_);
   for (const CPDFlink& link : links_.entries()) {
     for (const CPDFitem* const source : link.sources) {
-      source->AttachLink(writer, link.target);
+      source->AttachLink(writer, link);
     }
   }
   writer.finishOutline();
 }
 
+void Document::setTitle(std::wstring_view title) {
+  if (isConforming()) {
+    TextBuffer text;
+    loss_.add(text.appendTitle(title));
+    title_ = text.toUnits();
+  }
+}
+
 void Document::save() {
+  if (!title_.empty()) {
+    file_->setTitle(std::move(title_));
+  }
   if (file_->beginSave()) {
     layOut(Pages::Purpose::Writing);
     file_->endSave();

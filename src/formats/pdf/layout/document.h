@@ -57,6 +57,8 @@ class Document {
 
   /// Lays everything out for its place, with bold variants of the fonts. Does nothing the second time.
   void makePages();
+  /// What a conforming document says its title is; nothing when it is empty.
+  void setTitle(std::wstring_view title);
   void setPageMode(const std::u16string& mode) { file_->SetPageMode(&mode); }
   /// Writes the file.
   void save();
@@ -76,6 +78,7 @@ class Document {
   void keepText(CPDFtextItem& item);
   bool takesText() const;
   void appendText(std::wstring_view text, const CPDFtextStyle& style);
+  CPDFlink& linkTo(std::wstring_view target);
   template <typename Unit>
   std::basic_string_view<Unit> stored(std::basic_string_view<Unit> text);
   void layOut(Pages::Purpose purpose);
@@ -99,6 +102,7 @@ class Document {
   TextBuffer text_;              // of the current item
   bool hasText_ = false;
   std::uint32_t outlineSize_ = 0;
+  std::u16string title_;
   Pages pages_;
   bool isCollecting_ = true;
   bool hasBoldVariants_ = false;

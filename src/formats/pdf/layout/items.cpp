@@ -61,7 +61,7 @@ void CPDFtextItem::setText(std::u16string_view units) {
 
 Points CPDFitem::Layout(Pages&, PageText&, Points y) { return y; }
 
-void CPDFitem::AttachLink(LinkWriter& writer, const CPDFitem* target) const { writer.addAnnotation(this, target); }
+void CPDFitem::AttachLink(LinkWriter& writer, const CPDFlink& link) const { writer.addAnnotation(this, link); }
 
 Points CPDFitem::leadingGap(Pages& pages, PageText& lines, std::uint32_t style, Points y) {
   const Points lead = pages.drawStyle(style).lead;
@@ -111,7 +111,7 @@ Points CPDFparagraf::Layout(Pages& pages, PageText& lines, Points y) {
   return bottom;
 }
 
-void CPDFoutlineItem::AttachLink(LinkWriter& writer, const CPDFitem* target) const {
+void CPDFoutlineItem::AttachLink(LinkWriter& writer, const CPDFlink& link) const {
   std::unique_ptr<std::u16string> title;
   if (!hasNoText()) {
     title = visitText([](auto view) {
@@ -120,7 +120,7 @@ void CPDFoutlineItem::AttachLink(LinkWriter& writer, const CPDFitem* target) con
       return units;
     });
   }
-  writer.addOutlineEntry(std::move(title), place_, target);
+  writer.addOutlineEntry(std::move(title), place_, link);
 }
 
 }  // namespace scrivalen::pdf

@@ -25,8 +25,8 @@ class CPDFitem {
 
   /// Lays the item out from @p y down, onto the lines. @return where it ends
   virtual Points Layout(Pages& pages, PageText& lines, Points y);
-  /// Makes the item lead to a target, which may be null, when all pages are made.
-  virtual void AttachLink(LinkWriter& writer, const CPDFitem* target) const;
+  /// Makes the item lead to a link's target, when all pages are made.
+  virtual void AttachLink(LinkWriter& writer, const CPDFlink& link) const;
 
   bool isA(ItemKind kind) const { return kind_ == kind; }
   /// Whether links need to know where it stands.
@@ -98,7 +98,7 @@ class CPDFparagraf final : public CPDFtextItem {
 class CPDFoutlineItem final : public CPDFtextItem {
  public:
   explicit CPDFoutlineItem(const OutlinePlace& placeOfEntry) : CPDFtextItem(ItemKind::Outline), place_(placeOfEntry) {}
-  void AttachLink(LinkWriter& writer, const CPDFitem* target) const override;
+  void AttachLink(LinkWriter& writer, const CPDFlink& link) const override;
 
  private:
   OutlinePlace place_;

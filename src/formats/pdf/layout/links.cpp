@@ -17,33 +17,37 @@ std::int32_t toInt(Points value) {
       std::clamp<Points>(value, std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()));
 }
 
+}  // namespace
+
+CPDFlink& LinkTable::linkOf(Indexes& indexes, std::u16string_view key) {
+  const auto [found, added] = indexes.try_emplace(std::u16string(key), links_.size());
+  if (added) {
+    links_.emplace_back();
+  }
+  return links_[found->second];
+}
+
+CPDFlink& LinkTable::named(std::u16string_view name) { return linkOf(byName_, name); }
+
+CPDFlink& LinkTable::outside(std::u16string_view address) {
+  CPDFlink& link = linkOf(byAddress_, address);
+  link.address = address;
+  return link;
+}
+
 template <typename Source>
-void setDestination(Source& source, const Placement* target) {
-  if (target) {
+void LinkWriter::setTarget(Source& source, const CPDFlink& link) const {
+  source.address = link.address;
+  if (const Placement* const target = placementOf(link.target)) {
     source.destination.target = target->startPage;
     source.destLeft.intValue = toInt(target->x);
     source.destTop.intValue = toInt(target->top);
   }
 }
 
-}  // namespace
-
-CPDFlink& LinkTable::named(std::u16string_view name) {
-  const auto [found, added] = byName_.try_emplace(std::u16string(name), links_.size());
-  if (added) {
-    links_.push_back({found->first, {}, nullptr});
-  }
-  return links_[found->second];
-}
-
-void LinkTable::clear() {
-  links_.clear();
-  byName_.clear();
-}
-
-CPDFAnnot& LinkWriter::newAnnotation(CPDFPage& page, const Placement* target) {
+CPDFAnnot& LinkWriter::newAnnotation(CPDFPage& page, const CPDFlink& link) {
   CPDFAnnot& annotation = *file_.AddAnnotation();
-  setDestination(annotation, target);
+  setTarget(annotation, link);
   page.AddAnnotation(annotation);
   return annotation;
 }
@@ -60,34 +64,34 @@ const Placement* LinkWriter::placementOf(const CPDFitem* item) const {
   return found == placements_.end() ? nullptr : &found->second;
 }
 
-void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFitem* targetItem) {
+void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFlink& link) {
   const Placement* const source = placementOf(sourceItem);
-  const Placement* const target = placementOf(targetItem);
+  const bool leadsNowhere = link.address.empty() && !placementOf(link.target);
   // What leads nowhere is nothing to click on.
-  if (!source || (!target && form_ == Form::Conforming)) {
+  if (!source || (leadsNowhere && form_ == Form::Conforming)) {
     return;
   }
-  CPDFAnnot& annotation = newAnnotation(*source->startPage, target);
+  CPDFAnnot& annotation = newAnnotation(*source->startPage, link);
   if (source->startPage == source->endPage) {
     setRectangle(annotation, *source, source->top, source->bottom);
     return;
   }
   setRectangle(annotation, *source, source->top, kBottomLimit);
-  setRectangle(newAnnotation(*source->endPage, target), *source, paper_.top(), source->bottom);
+  setRectangle(newAnnotation(*source->endPage, link), *source, paper_.top(), source->bottom);
 }
 
 void LinkWriter::addOutlineEntry(std::unique_ptr<std::u16string> title, const OutlinePlace& place,
-                                 const CPDFitem* target) {
+                                 const CPDFlink& link) {
   CPDFOutLine& entry = file_.make<CPDFOutLine>();
   entry.title = std::move(title);
-  setDestination(entry, placementOf(target));
+  setTarget(entry, link);
   if (!file_.outlines) {
     file_.CreateOutlines();
   }
   outline_.push_back({place, &entry});
 }
 
-void LinkWriter::link(CPDFOutLine& entry, std::size_t level) {
+void LinkWriter::hang(CPDFOutLine& entry, std::size_t level) {
   if (level >= lastOnes_.size()) {
     if (form_ == Form::Classic) {
       return;
@@ -111,7 +115,7 @@ void LinkWriter::finishOutline() {
   }
   lastOnes_ = {file_.outlines};
   for (const OutlineEntry& entry : outline_) {
-    link(*entry.object, static_cast<std::size_t>(std::max(entry.place.level, 0)));
+    hang(*entry.object, static_cast<std::size_t>(std::max(entry.place.level, 0)));
   }
   if (form_ == Form::Conforming) {
     countAllBelow();

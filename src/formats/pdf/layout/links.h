@@ -14,25 +14,31 @@
 
 namespace scrivalen::pdf {
 
-/// A name that items link to. The items belong to the document.
+/// Where items link to: an item of a name, or an address. The items belong to the document.
 struct CPDFlink {
-  std::u16string name;
   std::vector<CPDFitem*> sources;
   CPDFitem* target = nullptr;
+  std::u16string address;  // empty where there is a name
 };
 
-/// The links of a document, in the order in which their names first appeared.
+/// The links of a document, in the order in which their names and addresses first appeared.
 class LinkTable {
  public:
   /// The link of this name, which is made when there is none.
   CPDFlink& named(std::u16string_view name);
+  /// The link out of the document to this address, which is made when there is none.
+  CPDFlink& outside(std::u16string_view address);
 
   const std::vector<CPDFlink>& entries() const { return links_; }
-  void clear();
 
  private:
+  using Indexes = std::unordered_map<std::u16string, std::size_t>;
+
+  CPDFlink& linkOf(Indexes& indexes, std::u16string_view key);
+
   std::vector<CPDFlink> links_;
-  std::unordered_map<std::u16string, std::size_t> byName_;
+  Indexes byName_;
+  Indexes byAddress_;
 };
 
 /// Where an entry of the outline belongs: how many entries were added before it, and its level.
@@ -48,10 +54,9 @@ class LinkWriter {
       : file_(file), placements_(placements), paper_(paper), form_(form) {}
 
   /// An annotation where the source stands, two when it goes over a page break.
-  /// @param target  where it leads; null: nowhere
-  void addAnnotation(const CPDFitem* source, const CPDFitem* target);
+  void addAnnotation(const CPDFitem* source, const CPDFlink& link);
   /// @param title  null: none
-  void addOutlineEntry(std::unique_ptr<std::u16string> title, const OutlinePlace& place, const CPDFitem* target);
+  void addOutlineEntry(std::unique_ptr<std::u16string> title, const OutlinePlace& place, const CPDFlink& link);
   /// Puts the entries together when all of them are there.
   void finishOutline();
 
@@ -62,9 +67,11 @@ class LinkWriter {
   };
 
   const Placement* placementOf(const CPDFitem* item) const;
-  PDFStuffer::CPDFAnnot& newAnnotation(PDFStuffer::CPDFPage& page, const Placement* target);
+  template <typename Source>
+  void setTarget(Source& source, const CPDFlink& link) const;
+  PDFStuffer::CPDFAnnot& newAnnotation(PDFStuffer::CPDFPage& page, const CPDFlink& link);
   void setRectangle(PDFStuffer::CPDFAnnot& annotation, const Placement& source, Points top, Points bottom) const;
-  void link(PDFStuffer::CPDFOutLine& entry, std::size_t level);
+  void hang(PDFStuffer::CPDFOutLine& entry, std::size_t level);
   void countAllBelow();
 
   PDFStuffer::CPDFFile& file_;

@@ -113,6 +113,8 @@ REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
     return REPORT_FILE_ERROR;
   }
   document_.state_->begin(*bufferOf(file_), landscape_);
+  const wchar_t* const title = GetProperty(L"%TITLE%");
+  document_.state_->whileWhole([title](scrivalen::pdf::Document& document) { document.setTitle(title ? title : L""); });
   document_.AddFont(kFont, PDF_TIMES_ROMAN);
   return REPORT_OK;
 }

@@ -73,10 +73,18 @@ void TextBuffer::clear() {
   units_.clear();
 }
 
+std::u16string TextBuffer::toUnits() const {
+  if (isWide_) {
+    return units_;
+  }
+  std::u16string units(bytes_.size(), u'\0');
+  std::transform(bytes_.begin(), bytes_.end(), units.begin(), [](char byte) { return unitOf(byte); });
+  return units;
+}
+
 void TextBuffer::widen() {
   if (!isWide_) {
-    units_.resize(bytes_.size());
-    std::transform(bytes_.begin(), bytes_.end(), units_.begin(), [](char byte) { return unitOf(byte); });
+    units_ = toUnits();
     bytes_.clear();
     isWide_ = true;
   }

@@ -24,6 +24,8 @@ class TextBuffer {
   bool isWide() const { return isWide_; }
   std::string_view bytes() const { return bytes_; }
   std::u16string_view units() const { return units_; }
+  /// The text as units, whichever way it is kept.
+  std::u16string toUnits() const;
 
  private:
   scrivalen::LossCounter appendWide(std::wstring_view text);

@@ -15,7 +15,11 @@ void CPDFAnnot::Write(CPDFMemBlock& out) {
   addName(u"Type", u"Annot");
   addName(u"Subtype", u"Link");
   add(u"Rect", std::make_unique<CPDFRect>(rect.left, rect.bottom, rect.right, rect.top));
-  addDestination(*this, destination, destLeft, destTop, out.form());
+  if (address.empty()) {
+    addDestination(*this, destination, destLeft, destTop, out.form());
+  } else {
+    addUriAction(*this, address);
+  }
   auto& border = add(u"Border", std::make_unique<CPDFArray>());
   border.SetLineBreaks(true);
   border.dictionaryFlag = true;

@@ -1,5 +1,7 @@
 #include "formats/pdf/objects/destination.h"
 
+#include <utility>
+
 namespace PDFStuffer {
 
 void addDestination(CPDFDictionary& link, const CPDFIndirectRef& page, const CPDFNumber& left, const CPDFNumber& top,
@@ -15,6 +17,13 @@ void addDestination(CPDFDictionary& link, const CPDFIndirectRef& page, const CPD
   destination.Append(std::make_unique<CPDFNumber>(left));
   destination.Append(std::make_unique<CPDFNumber>(top));
   destination.Append(std::make_unique<CPDFNumber>(0));
+}
+
+void addUriAction(CPDFDictionary& link, std::u16string address) {
+  auto& action = link.add(u"A", std::make_unique<CPDFDictionary>());
+  action.addName(u"Type", u"Action");
+  action.addName(u"S", u"URI");
+  action.add(u"URI", std::make_unique<CPDFString>(std::move(address)));
 }
 
 }  // namespace PDFStuffer

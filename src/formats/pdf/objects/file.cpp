@@ -72,6 +72,9 @@ void CPDFTrailer::Write(CPDFMemBlock& out) {
   const std::size_t registered = xrefs && xrefs->objects ? xrefs->objects->size() : 0;
   addNumber(u"Size", static_cast<std::int32_t>(registered + 1));
   addReference(u"Root", root);
+  if (info) {
+    addReference(u"Info", info);
+  }
   CPDFMemBlock part(out.form());
   CPDFDictionary::Write(part);
   part.Append(Piece().text("startxref\r\n").number(xrefs ? xrefs->fileOffset : 0).text("\r\n").view());
@@ -137,6 +140,12 @@ CPDFStandardFont* CPDFFile::AddStandardFont(std::u16string name, PDF_STANDARD_FO
 
 void CPDFFile::SetPageMode(const std::u16string* mode) {
   catalog->pageMode = mode ? std::optional<std::u16string>(*mode) : std::nullopt;
+}
+
+void CPDFFile::setTitle(std::u16string title) {
+  CPDFInfo& info = make<CPDFInfo>();
+  info.add(u"Title", std::make_unique<CPDFString>(std::move(title)));
+  trailer->info = &info;
 }
 
 // Each code unit is one byte of the file, its low one.

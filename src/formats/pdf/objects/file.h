@@ -44,6 +44,12 @@ class CPDFXRefs final : public CPDFObject {
   const ObjectRegistry* objects = nullptr;
 };
 
+/// What a document says of itself (PDF 1.4, 9.2.1).
+class CPDFInfo final : public CPDFDictionary {
+ public:
+  explicit CPDFInfo(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
+};
+
 /// What stands behind the table (PDF 1.4, 3.4.4).
 class CPDFTrailer final : public CPDFDictionary {
  public:
@@ -51,6 +57,7 @@ class CPDFTrailer final : public CPDFDictionary {
 
   const CPDFXRefs* xrefs = nullptr;
   const CPDFCatalog* root = nullptr;
+  const CPDFInfo* info = nullptr;
 };
 
 /// A font of the file and the name under which pages list it.
@@ -96,6 +103,8 @@ class CPDFFile {
   CPDFStandardFont* AddStandardFont(std::u16string name, PDF_STANDARD_FONT_FACE face);
   /// @param mode  null takes the mode away
   void SetPageMode(const std::u16string* mode);
+  /// Lets the document say its title.
+  void setTitle(std::u16string title);
 
   /// Writes the file. @return false when the handle is the invalid one; then nothing is written
   bool Save();

@@ -30,7 +30,11 @@ void CPDFOutLine::Write(CPDFMemBlock& out) {
   if (title || out.isConforming()) {
     add(u"Title", std::make_unique<CPDFString>(title ? *title : u""));
   }
-  addDestination(*this, destination, destLeft, destTop, out.form());
+  if (address.empty()) {
+    addDestination(*this, destination, destLeft, destTop, out.form());
+  } else {
+    addUriAction(*this, address);
+  }
   addLink(u"First", first);
   addLink(u"Last", last);
   addLink(u"Prev", prev);

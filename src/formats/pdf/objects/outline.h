@@ -42,6 +42,8 @@ class CPDFOutLine final : public OutlineNode {
   CPDFOutLine* next = nullptr;
   /// Null: no title is written.
   std::unique_ptr<std::u16string> title;
+  /// Where it leads out of the document, in ASCII; when empty, it leads to the destination.
+  std::u16string address;
   CPDFIndirectRef destination;
   CPDFNumber destLeft;
   CPDFNumber destTop;

@@ -331,6 +331,64 @@ TEST(ConformingLink, MayHaveANumberSignInFrontOfItsTarget) {
   EXPECT_EQ(pdf.outline(), "1 entries\nentry to page 1 at 50 802\n");
 }
 
+TEST(ConformingLink, WithASchemeOpensAnAddress) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"https://example.com/a_(b)?c=%20#d");
+    paragraph(doc, L"a");
+    doc.HyperLink(L"there", L"mailto:a@example.com");
+  });
+  EXPECT_EQ(pdf.objectWith("(https"),
+            "7 0 obj\r\n<<\r\n/Type /Annot\r\n/Subtype /Link\r\n/Rect [50 786 565 802]\r\n"
+            "/A <<\r\n/Type /Action\r\n/S /URI\r\n/URI (https://example.com/a_\\(b\\)?c=%20#d)\r\n>>\r\n\r\n"
+            "/Border [0\r\n0\r\n0\r\n]\r\n\r\n>>\r\nendobj\r\n\r\n");
+  EXPECT_NE(pdf.objectWith("(mailto").find("/URI (mailto:a@example.com)\r\n"), std::string_view::npos);
+}
+
+TEST(ConformingLink, HasAnAddressInAscii) {
+  const MadePdf pdf =
+      conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", (L"x-a:\xE9 <\x4E2D>\n\"" + grin()).c_str()); });
+  EXPECT_NE(pdf.objectWith("/URI (").find("/URI (x-a:%C3%A9%20%3C%E4%B8%AD%3E%0A%22%F0%9F%98%80)\r\n"),
+            std::string_view::npos);
+}
+
+TEST(ConformingLink, OpensAnAddressOnBothPages) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    paragraphs(doc, 31);
+    doc.Paragraf(0);
+    doc.HyperLink(L"a\nb", L"https://example.com");
+  });
+  const std::string_view file = pdf.bytes;
+  const std::size_t first = file.find("/URI (https://example.com)");
+  EXPECT_NE(first, file.npos);
+  EXPECT_NE(file.find("/URI (https://example.com)", first + 1), file.npos);
+  EXPECT_EQ(pdf.links().size(), 2u);
+}
+
+TEST(ConformingLink, WithASchemeBehindANumberSignIsABookmark) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"#fig:1");
+    doc.BookMark(L"fig:1");
+    doc.Paragraf(0);
+    doc.HyperLink(L"nowhere", L"#fig:2");
+  });
+  EXPECT_EQ(pdf.links(), Strings{"page 1 [50 786 565 802] to page 1 at 50 802"});
+  EXPECT_EQ(pdf.bytes.find("/URI"), std::string::npos);
+}
+
+TEST(ConformingLink, WithADriveIsNoAddress) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", L"C:\\a.txt"); });
+  EXPECT_EQ(pdf.bytes.find("/Annot"), std::string::npos);
+}
+
+TEST(ClassicLink, WithASchemeIsTheNameOfABookmark) {
+  const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
+    doc.HyperLink(L"go", L"https://example.com");
+    doc.BookMark(L"https://example.com");
+  });
+  EXPECT_EQ(pdf.links(), Strings{"page 1 [50 802 565 786] to page 1 at 50 802"});
+  EXPECT_EQ(pdf.bytes.find("/URI"), std::string::npos);
+}
+
 TEST(ConformingLink, IsNotThereWithoutItsBookmark) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", L"there"); });
   EXPECT_EQ(pdf.texts(1), Strings{"go"});
@@ -443,6 +501,14 @@ TEST(ConformingOutline, IsInTheOrderOfTheDocument) {
 TEST(ConformingOutline, HasNoDestinationWithoutItsBookmark) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.AddOutlineItem(L"a", L"there", 0); });
   EXPECT_EQ(pdf.outline(), "1 entries\na without a destination\n");
+}
+
+TEST(ConformingOutline, OpensAnAddress) {
+  const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.AddOutlineItem(L"a", L"https://example.com", 0); });
+  EXPECT_EQ(pdf.outline(), "1 entries\na without a destination\n");
+  EXPECT_NE(pdf.object(7).find("/Title (a)\r\n/A <<\r\n/Type /Action\r\n/S /URI\r\n/URI (https://example.com)\r\n"
+                               ">>\r\n\r\n/Parent "),
+            std::string_view::npos);
 }
 
 TEST(ConformingOutline, EscapesItsTitles) {

@@ -987,3 +987,46 @@ TEST(PdfReportOffThePaper, IsNotLoggedWhereTextsStayOnIt) {
   };
   EXPECT_TRUE(logOf(write, 1).empty());
 }
+
+namespace {
+
+MadePdf pdfWithTitle(const wchar_t* title, int conforming) {
+  PDFReport report;
+  report.SetReportOption(OPTION_CONFORMING, conforming);
+  report.AddProperty(L"%TITLE%", title);
+  return pdfOf(
+      report, [](PDFReport& r) { writeBody(r, L"a"); }, conforming);
+}
+
+}  // namespace
+
+// The last object, so that it changes no number of another.
+TEST(PdfReportTitle, IsWhatAConformingFileSaysOfItself) {
+  const MadePdf titled = pdfWithTitle(L"Smith (& Sons)\\", 1);
+  EXPECT_EQ(titled.object(titled.objectCount()),
+            "7 0 obj\r\n<<\r\n/Title (Smith \\(& Sons\\)\\\\)\r\n>>\r\nendobj\r\n\r\n");
+  EXPECT_NE(titled.bytes.find("trailer\r\n<<\r\n/Size 8\r\n/Root 1 0 R\r\n/Info 7 0 R\r\n>>\r\nstartxref\r\n"),
+            std::string::npos);
+}
+
+TEST(PdfReportTitle, IsInUnicodeWhereItIsNotAscii) {
+  const MadePdf titled = pdfWithTitle((L"\u00E9\u4E2D" + grin()).c_str(), 1);
+  EXPECT_NE(titled.bytes.find(std::string("/Title (\xFE\xFF\0\xE9\x4E\x2D\xD8\x3D\xDE\0)\r\n", 21)), std::string::npos);
+}
+
+TEST(PdfReportTitle, LosesItsControlCharacters) {
+  const CapturedLog log;
+  const MadePdf titled = pdfWithTitle(L"\x1B", 1);
+  EXPECT_NE(titled.bytes.find("/Title (\xFE\xFF\xFF\xFD)\r\n"), std::string::npos);
+  EXPECT_EQ(log.lines().size(), 1u);
+}
+
+TEST(PdfReportTitle, IsNotThereWithoutTheProperty) {
+  EXPECT_EQ(pdf([](PDFReport& r) { writeBody(r, L"a"); }, 1).bytes.find("/Info"), std::string::npos);
+  EXPECT_EQ(pdfWithTitle(L"", 1).bytes.find("/Info"), std::string::npos);
+}
+
+TEST(PdfReportTitle, IsNotInTheClassicForm) {
+  const FixedClock clock(1700000000);
+  EXPECT_EQ(pdfWithTitle(L"title", 0).bytes, pdf([](PDFReport& r) { writeBody(r, L"a"); }).bytes);
+}

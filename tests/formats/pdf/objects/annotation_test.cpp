@@ -59,6 +59,15 @@ TEST_F(PdfAnnotation, LeadsFromARectangleToAPlaceOnAPage) {
   EXPECT_TRUE(areSameBytes(expected, written(annotation)));
 }
 
+TEST_F(PdfAnnotation, OpensAnAddressInsteadOfLeadingToAPage) {
+  annotation.address = u"https://example.com/(a)";
+  annotation.destination.target = &page;
+  const std::string bytes = conforming(annotation);
+  EXPECT_NE(bytes.find("/A <<\r\n/Type /Action\r\n/S /URI\r\n/URI (https://example.com/\\(a\\))\r\n>>\r\n"),
+            std::string::npos);
+  EXPECT_EQ(bytes.find("/Dest"), std::string::npos);
+}
+
 TEST_F(PdfAnnotation, IsTheSameInConformingForm) {
   CPDFAnnot other(next);
   other.objectNumber = annotation.objectNumber;
