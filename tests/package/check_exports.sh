@@ -15,7 +15,9 @@ export LC_ALL=C
 
 mangled_names() {
   case "$system" in
-    linux) "$tool" -D --defined-only "$library" | awk '$2 != "A" {sub(/@+SCRIVALEN_1$/, "", $NF); print $NF}' ;;
+    linux) "$tool" -D --defined-only "$library" | awk '
+      $2 == "A" { next }
+      { print sub(/@@SCRIVALEN_1$/, "", $NF) ? $NF : $NF " without a version" }' ;;
     windows) "$tool" -p "$library" | sed -n '/Name Pointer. Table$/,/^$/s/^[[:space:]]*\[ *[0-9]*\] //p' ;;
     *) printf 'check_exports: unknown system %s\n' "$system" >&2 && return 1 ;;
   esac

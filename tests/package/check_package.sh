@@ -51,6 +51,32 @@ install_and_move() {
   "$here/check_links.py" "$prefix" || fail "the installed documents have broken links"
 }
 
+# files_of [COMPONENT]: the files that it installs, or all components do. Links count as files.
+files_of() {
+  rm -rf "$work/component"
+  quietly "$cmake" --install "$build" --prefix "$work/component" ${1:+--component "$1"}
+  (cd "$work/component" && find . ! -type d | sort)
+}
+
+expect_components() {
+  local component
+  for component in Runtime Development Command; do
+    files_of "$component" >"$work/$component"
+    [ -s "$work/$component" ] || [ "$component" = Command ] || fail "the component $component is empty"
+  done
+  files_of >"$work/all"
+  sort "$work"/{Runtime,Development,Command} | diff "$work/all" - >&2 || fail "the components are not all there is, once"
+}
+
+# expect_in COMPONENT FILE...
+expect_in() {
+  local component=$1 file
+  shift
+  for file in "$@"; do
+    grep -qx "./$file" "$work/$component" || fail "the component $component lacks $file"
+  done
+}
+
 build_with_cmake() {
   quietly "$cmake" -G Ninja -Werror=dev -S "$consumer" -B "$work/consumer" -D CMAKE_BUILD_TYPE=Release \
     -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_PREFIX_PATH="$prefix" ${toolchain:+--toolchain "$toolchain"}
@@ -83,9 +109,14 @@ run_command() {
 }
 
 install_and_move
+expect_components
 case "$system" in
   linux)
     version="$(sed -n 's/^#define SCRIVALEN_VERSION "\(.*\)"$/\1/p' "$prefix/include/scrivalen/version.h")"
+    expect_in Runtime "lib/libscrivalen.so.${version%%.*}" "lib/scrivalen/libscrivalen.so.$version" \
+      lib/scrivalen/tmpl/default.htm lib/scrivalen/hhc/hhc.exe share/doc/scrivalen/LICENSE
+    expect_in Development lib/libscrivalen.so include/scrivalen/report.h include/scrivalen/version.h \
+      lib/cmake/scrivalen/scrivalenConfig.cmake lib/pkgconfig/scrivalen.pc
     expect_link libscrivalen.so "libscrivalen.so.${version%%.*}"
     expect_link "libscrivalen.so.${version%%.*}" "scrivalen/libscrivalen.so.$version"
     expect_file lib/scrivalen/tmpl/default.htm
@@ -98,6 +129,9 @@ case "$system" in
     ;;
   windows)
     expect_file bin/tmpl/default.htm
+    expect_in Runtime bin/Scrivalen.dll bin/tmpl/default.htm share/doc/scrivalen/LICENSE
+    expect_in Development lib/libScrivalen.dll.a include/scrivalen/report.h include/scrivalen/version.h \
+      lib/cmake/scrivalen/scrivalenConfig.cmake
     expect_file lib/libScrivalen.dll.a
     build_with_cmake
     # The library is found on the search path, so that its templates are not beside the program by chance.

@@ -79,7 +79,7 @@ export PKG_CONFIG_PATH="$prefix/lib/pkgconfig"
 [ "$(pkg-config --variable=libdir scrivalen)" = "$prefix/lib" ] || fail "pkg-config has another library folder"
 mkdir "$work/with_pkg_config"
 # shellcheck disable=SC2046  # several flags
-quietly "$compiler" -std=c++17 "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" "$here/consumer/main.cpp" \
+quietly "$compiler" -std=c++17 -DEXPECT_STATIC "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" "$here/consumer/main.cpp" \
   -o "$work/with_pkg_config/consumer" $(pkg-config --cflags --libs scrivalen)
 run_consumer "$work/with_pkg_config/consumer"
 

@@ -8,6 +8,10 @@
 #include <string>
 #include <string_view>
 
+#if defined(EXPECT_STATIC) != defined(SCRIVALEN_STATIC)
+#error "The package says of the library that it is a shared one, or a static one, which it is not."
+#endif
+
 namespace {
 
 const char* const kText = "consumer.txt";
