@@ -47,8 +47,8 @@ enum PDF_STANDARD_FONT_FACE : int {
 /// A null text is left out: a cell or paragraph into which nothing else is written has no text, and a row of such cells
 /// has no height. In a conforming document a null text is an empty one. A null name is an empty one in both.
 ///
-/// Nothing is ever raised but by the constructor. The first failure is kept: when memory runs out for a call, the calls
-/// after it do nothing, and EndDoc returns -1 without writing anything.
+/// Nothing is ever raised. The first failure is kept: when memory runs out for a call, the calls after it do nothing,
+/// and EndDoc returns -1 without writing anything; when it runs out for the constructor, no document can begin.
 ///
 /// Texts are UTF-16 code units. The file gets the low byte of each, in a font with WinAnsiEncoding. A conforming
 /// document has WinAnsi text, with readable stand-ins for what that lacks, breaks lines by the true widths of its fonts

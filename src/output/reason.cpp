@@ -39,12 +39,4 @@ void Reason::clear() noexcept {
   text_[0] = L'\0';
 }
 
-void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept {
-  try {
-    to = text;
-  } catch (const std::exception&) {
-    to.assign(text.substr(0, to.capacity()));
-  }
-}
-
 }  // namespace scrivalen

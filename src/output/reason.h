@@ -28,10 +28,4 @@ class Reason {
   std::size_t size_ = 0;
 };
 
-/// How much room an error text reserves at its beginning, so that it has a reason whatever becomes of the memory.
-inline constexpr std::size_t kErrorRoom = 512;
-
-/// Assigns a text; where there is no memory for it, as much of it as there is room for.
-void assignWhatFits(std::wstring& to, std::wstring_view text) noexcept;
-
 }  // namespace scrivalen

@@ -6,6 +6,7 @@
 #include "output/file_error.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
+#include "scrivalen/pdf_doc.h"
 #include "scrivalen/text.h"
 #include "support/bytes.h"
 #include "support/faults/out_of_memory.h"
@@ -312,6 +313,27 @@ TEST_F(ReportWithoutMemory, IsOfNoUseWhenItIsMadeSo) {
     EXPECT_STREQ(report->GetError(), kNoMemory);
     EXPECT_EQ(report->Close(), REPORT_OK);
   }
+}
+
+TEST_F(ReportWithoutMemory, BeginsNoPdfDocumentThatIsMadeSo) {
+  ReportFile file;
+  ASSERT_TRUE(file.Open(path.c_str()));
+  std::optional<CPDFdoc> document;
+  withoutMemory([&] { document.emplace(); });
+  document->SetConforming(1);
+  document->FontNo(1);
+  document->FontSize(10);
+  document->BoldOn();
+  document->ColorOff();
+  EXPECT_EQ(document->BegDoc(file.Handle(), 0), -3);
+  EXPECT_STREQ(document->WriteError(), kNoMemory);
+  document->Paragraf(0);
+  document->write(kLong);
+  EXPECT_EQ(document->GetNextID(), 0u);
+  EXPECT_EQ(document->GetCurrentPage(), nullptr);
+  EXPECT_EQ(document->GetFontIdx(3, true, false), 3);
+  EXPECT_EQ(document->EndDoc(nullptr), 0);
+  EXPECT_EQ(document->LostCharacters(), 0u);
 }
 
 TEST_F(ReportWithoutMemory, OpensAFileOrSaysWhyNot) {

@@ -2,6 +2,7 @@
 
 #include "formats/pdf/fonts/win_ansi.h"
 #include "formats/pdf/layout/pdf_doc_state.h"
+#include "text/null_text.h"
 
 #include <memory>
 #include <string>
@@ -38,43 +39,72 @@ void CPDFdoc::State::reset() {
   style.size = CPDFtextStyle().size;
 }
 
-namespace {
-
-std::wstring_view viewOf(const wchar_t* text) { return text ? text : L""; }
-
-}  // namespace
-
-CPDFdoc::CPDFdoc() : state_(std::make_unique<State>()) {}
+CPDFdoc::CPDFdoc() {
+  contained([this] { state_ = std::make_unique<State>(); });
+}
 
 CPDFdoc::~CPDFdoc() { Delete(); }
 
-void CPDFdoc::Init() { state_->reset(); }
+void CPDFdoc::Init() {
+  if (state_) {
+    state_->reset();
+  }
+}
 
 int CPDFdoc::BegDoc(void* file, int landscape) {
-  if (state_->document) {
+  if (IsOpen()) {
     return -1;
   }
-  return file ? state_->begin(file, landscape) : -2;
+  if (!file) {
+    return -2;
+  }
+  return state_ ? state_->begin(file, landscape) : -3;
 }
 
-bool CPDFdoc::IsOpen() const { return state_->document != nullptr; }
+bool CPDFdoc::IsOpen() const { return state_ && state_->document; }
 
 void CPDFdoc::AddFont(int id, PDF_STANDARD_FONT_FACE face) {
-  state_->whileWhole([&](Document& document) { document.addFont(id, face); });
+  State::whileWhole(state_, [&](Document& document) { document.addFont(id, face); });
 }
 
-void CPDFdoc::SetConforming(int on) { state_->conforming = on; }
-void CPDFdoc::FontNo(int id) { state_->style.font = id; }
-void CPDFdoc::FontSize(int size) { state_->style.size = size; }
-void CPDFdoc::BoldOn() { state_->style.bold = true; }
-void CPDFdoc::BoldOff() { state_->style.bold = false; }
-void CPDFdoc::ItalicOn() { state_->style.italic = true; }
-void CPDFdoc::ItalicOff() { state_->style.italic = false; }
-void CPDFdoc::ColorOn(_RGB_COLOR color) { state_->style.color = color; }
-void CPDFdoc::ColorOff() { state_->style.color = kBlack; }
+void CPDFdoc::SetConforming(int on) {
+  if (state_) {
+    state_->conforming = on;
+  }
+}
+
+void CPDFdoc::FontNo(int id) {
+  State::restyle(state_, [id](CPDFtextStyle& style) { style.font = id; });
+}
+
+void CPDFdoc::FontSize(int size) {
+  State::restyle(state_, [size](CPDFtextStyle& style) { style.size = size; });
+}
+
+void CPDFdoc::BoldOn() {
+  State::restyle(state_, [](CPDFtextStyle& style) { style.bold = true; });
+}
+
+void CPDFdoc::BoldOff() {
+  State::restyle(state_, [](CPDFtextStyle& style) { style.bold = false; });
+}
+
+void CPDFdoc::ItalicOn() {
+  State::restyle(state_, [](CPDFtextStyle& style) { style.italic = true; });
+}
+
+void CPDFdoc::ItalicOff() {
+  State::restyle(state_, [](CPDFtextStyle& style) { style.italic = false; });
+}
+
+void CPDFdoc::ColorOn(_RGB_COLOR color) {
+  State::restyle(state_, [color](CPDFtextStyle& style) { style.color = color; });
+}
+
+void CPDFdoc::ColorOff() { ColorOn(kBlack); }
 
 void CPDFdoc::Paragraf(ParType type) {
-  state_->whileWhole([&](Document& document) {
+  State::whileWhole(state_, [&](Document& document) {
     if (document.beginParagraph(state_->lastId)) {
       state_->style.paragraphType = type;
     }
@@ -82,83 +112,83 @@ void CPDFdoc::Paragraf(ParType type) {
 }
 
 void CPDFdoc::write(const wchar_t* text) {
-  state_->whileWhole([&](Document& document) { document.write(text, state_->style); });
+  State::whileWhole(state_, [&](Document& document) { document.write(text, state_->style); });
 }
 
 void CPDFdoc::LineBreak() { write(L"\n"); }
 
 void CPDFdoc::BeginTable() {
-  state_->whileWhole([&](Document& document) { document.beginTable(state_->lastId); });
+  State::whileWhole(state_, [&](Document& document) { document.beginTable(state_->lastId); });
 }
 
 void CPDFdoc::EndTable() {
-  state_->whileWhole([](Document& document) { document.endTable(); });
+  State::whileWhole(state_, [](Document& document) { document.endTable(); });
 }
 
 void CPDFdoc::BeginRow(int columns) {
-  state_->whileWhole([&](Document& document) { document.beginRow(state_->lastId, columns); });
+  State::whileWhole(state_, [&](Document& document) { document.beginRow(state_->lastId, columns); });
 }
 
 void CPDFdoc::EndRow() {
-  state_->whileWhole([](Document& document) { document.endRow(); });
+  State::whileWhole(state_, [](Document& document) { document.endRow(); });
 }
 
 void CPDFdoc::BeginCell(_RGB_COLOR background) {
-  state_->whileWhole([&](Document& document) { document.beginCell(state_->lastId, background); });
+  State::whileWhole(state_, [&](Document& document) { document.beginCell(state_->lastId, background); });
 }
 
 void CPDFdoc::EndCell() {
-  state_->whileWhole([](Document& document) { document.endCell(); });
+  State::whileWhole(state_, [](Document& document) { document.endCell(); });
 }
 
 void CPDFdoc::BookMark(const wchar_t* name) {
-  state_->whileWhole([&](Document& document) { document.bookMark(viewOf(name)); });
+  State::whileWhole(state_, [&](Document& document) { document.bookMark(orEmpty(name)); });
 }
 
 void CPDFdoc::HyperLink(const wchar_t* text, const wchar_t* target) {
-  state_->whileWhole([&](Document& document) { document.link(state_->lastId, text, viewOf(target), state_->style); });
+  State::whileWhole(state_,
+                    [&](Document& document) { document.link(state_->lastId, text, orEmpty(target), state_->style); });
 }
 
 void CPDFdoc::AddOutlineItem(const wchar_t* text, const wchar_t* target, int level) {
-  state_->whileWhole(
-      [&](Document& document) { document.addOutlineItem(state_->lastId, text, viewOf(target), level, state_->style); });
+  State::whileWhole(state_, [&](Document& document) {
+    document.addOutlineItem(state_->lastId, text, orEmpty(target), level, state_->style);
+  });
 }
 
 void CPDFdoc::PageBreak() {
-  state_->whileWhole([](Document& document) {
+  State::whileWhole(state_, [](Document& document) {
     if (document.isMakingPages()) {
       document.pages().breakPage();
     }
   });
 }
 
-unsigned long CPDFdoc::GetNextID() { return ++state_->lastId; }
+unsigned long CPDFdoc::GetNextID() { return state_ ? ++state_->lastId : 0; }
 
-PDFStuffer::CPDFPage* CPDFdoc::GetCurrentPage() {
-  return state_->document ? state_->document->pages().current() : nullptr;
-}
+PDFStuffer::CPDFPage* CPDFdoc::GetCurrentPage() { return IsOpen() ? state_->document->pages().current() : nullptr; }
 
 int CPDFdoc::GetFontIdx(int font, bool bold, bool italic) {
-  return state_->document ? state_->document->fonts().variantOf(font, bold, italic) : font;
+  return IsOpen() ? state_->document->fonts().variantOf(font, bold, italic) : font;
 }
 
 float CPDFdoc::GetAvrCharWidth(int font, int size, int bold) {
-  return state_->document ? state_->document->fonts().averageWidth(font, size, bold != 0)
-                          : FontTable().averageWidth(font, size, bold != 0);
+  return IsOpen() ? state_->document->fonts().averageWidth(font, size, bold != 0)
+                  : FontTable().averageWidth(font, size, bold != 0);
 }
 
-int CPDFdoc::GetNextUnusedFontIdx() { return state_->document ? state_->document->fonts().nextUnusedId() : 1; }
+int CPDFdoc::GetNextUnusedFontIdx() { return IsOpen() ? state_->document->fonts().nextUnusedId() : 1; }
 
 void CPDFdoc::CreateFonts() {
-  state_->whileWhole([](Document& document) { document.addBoldVariants(); });
+  State::whileWhole(state_, [](Document& document) { document.addBoldVariants(); });
 }
 
 void CPDFdoc::GeneratePages() {
-  state_->whileWhole([](Document& document) { document.makePages(); });
+  State::whileWhole(state_, [](Document& document) { document.makePages(); });
 }
 
 void CPDFdoc::StartPage() {
-  state_->whileWhole([](Document& document) {
+  State::whileWhole(state_, [](Document& document) {
     if (document.isMakingPages()) {
       document.pages().startPage();
     }
@@ -166,7 +196,7 @@ void CPDFdoc::StartPage() {
 }
 
 void CPDFdoc::FinishPage() {
-  state_->whileWhole([](Document& document) {
+  State::whileWhole(state_, [](Document& document) {
     if (document.isMakingPages()) {
       document.pages().finishPage();
     }
@@ -174,12 +204,12 @@ void CPDFdoc::FinishPage() {
 }
 
 int CPDFdoc::EndDoc(const wchar_t* pageMode) {
-  if (!state_->document) {
+  if (!IsOpen()) {
     return 0;
   }
   CreateFonts();
   GeneratePages();
-  state_->whileWhole([&](Document& document) {
+  State::whileWhole(state_, [&](Document& document) {
     std::u16string mode;
     appendUtf16(mode, pageMode ? pageMode : L"UseNone");
     document.setPageMode(mode);
@@ -193,6 +223,9 @@ int CPDFdoc::EndDoc(const wchar_t* pageMode) {
 }
 
 void CPDFdoc::Delete() {
+  if (!state_) {
+    return;
+  }
   if (state_->document) {
     state_->last = state_->document->summary();
   }
@@ -200,6 +233,6 @@ void CPDFdoc::Delete() {
   state_->lastId = 0;
 }
 
-const wchar_t* CPDFdoc::WriteError() const { return state_->failure.c_str(); }
-std::uint64_t CPDFdoc::LostCharacters() const { return state_->summary().loss.count(); }
-char32_t CPDFdoc::FirstLostCharacter() const { return state_->summary().loss.first(); }
+const wchar_t* CPDFdoc::WriteError() const { return state_ ? state_->failure.c_str() : kOutOfMemory; }
+std::uint64_t CPDFdoc::LostCharacters() const { return state_ ? state_->summary().loss.count() : 0; }
+char32_t CPDFdoc::FirstLostCharacter() const { return state_ ? state_->summary().loss.first() : 0; }

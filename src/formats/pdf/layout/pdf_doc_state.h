@@ -11,7 +11,8 @@
 #include <cstdint>
 #include <memory>
 
-/// What a CPDFdoc keeps. The report begins its document here, to write through the buffer of its own file.
+/// What a CPDFdoc keeps; null where there was no memory for it, and calls then do nothing. The report begins its
+/// document here, to write through the buffer of its own file.
 struct CPDFdoc::State {
   /// @return 0; -3 when the document could not be made, for the reason in failure
   int begin(scrivalen::NativeFile file, int landscape);
@@ -20,9 +21,16 @@ struct CPDFdoc::State {
 
   // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
   template <typename Action>
-  void whileWhole(Action action) {
-    if (document && failure.empty()) {
-      scrivalen::containedIn(failure, [&] { action(*document); });
+  static void whileWhole(const std::unique_ptr<State>& state, Action action) {
+    if (state && state->document && state->failure.empty()) {
+      scrivalen::containedIn(state->failure, [&] { action(*state->document); });
+    }
+  }
+
+  template <typename Action>
+  static void restyle(const std::unique_ptr<State>& state, Action action) {
+    if (state) {
+      action(state->style);
     }
   }
 

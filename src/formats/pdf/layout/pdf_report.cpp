@@ -7,11 +7,13 @@
 #include "report/report_closing.h"
 #include "text/ascii.h"
 #include "text/fmt.h"
+#include "text/null_text.h"
 #include "text/utf.h"
 
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
+#include <new>
 #include <string>
 #include <string_view>
 
@@ -108,13 +110,20 @@ void logOffPaper(const wchar_t* file, const OffPaper& found) noexcept {
 
 }  // namespace
 
+PDFReport::PDFReport() {
+  if (!document_.state_) {
+    throw std::bad_alloc();
+  }
+}
+
 REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {
     return REPORT_FILE_ERROR;
   }
   document_.state_->begin(*bufferOf(file_), landscape_);
   const wchar_t* const title = GetProperty(L"%TITLE%");
-  document_.state_->whileWhole([title](scrivalen::pdf::Document& document) { document.setTitle(title ? title : L""); });
+  CPDFdoc::State::whileWhole(document_.state_,
+                             [title](scrivalen::pdf::Document& document) { document.setTitle(orEmpty(title)); });
   document_.AddFont(kFont, PDF_TIMES_ROMAN);
   return REPORT_OK;
 }

@@ -7,6 +7,8 @@
 /// Writes a report as PDF, in Times: body text of 8 points, headings of 20 down to 12.
 class PDFReport final : public AReport {
  public:
+  /// Raises std::bad_alloc where there is no memory for the document.
+  PDFReport();
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
   REPORT_ERRORS Open(const wchar_t* file) override;
   REPORT_ERRORS Close() override;

@@ -124,16 +124,3 @@ TEST(ReasonOfAFailure, IsWhatWasRaised) {
             L"The reason is not known");
   EXPECT_EQ(raisedBy([] { throw 1; }), L"The reason is not known");
 }
-
-TEST(ReasonOfAFailure, StandsInTheRoomThereIs) {
-  std::wstring text = longText(20);
-  const std::size_t room = text.capacity();
-  const std::wstring longer = longText(10 * room);
-  {
-    const FailingAllocations memory(1, Extent::AllFromThere);
-    scrivalen::assignWhatFits(text, longer);
-  }
-  EXPECT_EQ(text, longText(room));
-  scrivalen::assignWhatFits(text, longer);
-  EXPECT_EQ(text, longer);
-}
