@@ -13,9 +13,9 @@ TEST(Addresses, RunAProgramByTheirScheme) {
   EXPECT_TRUE(runsAsLink(L"data:text/html,x"));
 }
 
-TEST(Addresses, RunAProgramWhateverTheCaseOfTheirScheme) { EXPECT_TRUE(runsAsLink(L"jAvAsCrIpT:x")); }
+TEST(Addresses, RunAProgramInAnyCaseOfTheirScheme) { EXPECT_TRUE(runsAsLink(L"jAvAsCrIpT:x")); }
 
-TEST(Addresses, RunAProgramInSpiteOfWhatBrowsersIgnore) {
+TEST(Addresses, RunAProgramDespiteCharactersThatBrowsersIgnore) {
   for (const std::wstring_view address :
        {L" javascript:x", L"\tjavascript:x", L"\x01\x1F javascript:x", L"java\nscript:x", L"java\r\n\tscript\t:x",
         L"\u00A0javascript:x", L"\uFEFFjavascript:x", L"java\u200Bscript:x"}) {
@@ -31,7 +31,7 @@ TEST(Addresses, RunNoProgramOtherwise) {
   }
 }
 
-TEST(Addresses, OfPicturesMayHoldTheirData) {
+TEST(Addresses, OfImagesMayBeDataUrls) {
   EXPECT_FALSE(runsProgram(L"data:image/png;base64,AA", AddressUse::Image));
   EXPECT_TRUE(runsProgram(L"javascript:x", AddressUse::Image));
   EXPECT_TRUE(runsProgram(L"vbscript:x", AddressUse::Image));
@@ -42,7 +42,7 @@ TEST(Addresses, FollowTheirTextInParentheses) {
   EXPECT_EQ(withAddress(L"", L"http://x"), L"http://x");
 }
 
-TEST(Addresses, AreNotRepeatedNorShownWhenTheyStayInTheDocument) {
+TEST(Addresses, AreOmittedWhenTheyRepeatTheTextOrStayInTheDocument) {
   EXPECT_EQ(withAddress(L"x.org", L"https://x.org"), L"x.org");
   EXPECT_EQ(withAddress(L"a", L"#a"), L"a");
 }

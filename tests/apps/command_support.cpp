@@ -38,10 +38,10 @@ std::string withoutNewlinesAround(std::string_view text) {
   return std::string(text);
 }
 
-// What the default template has between the title and the body, and behind the body.
+// The parts of the default template between the title and the body, and after the body.
 struct Frame {
   std::string before;
-  std::string behind;
+  std::string after;
 };
 
 Frame defaultFrame() {
@@ -120,12 +120,12 @@ std::string CommandRun::body(std::string_view name) const {
   const std::string page = bytes(name);
   const Frame frame = defaultFrame();
   const std::size_t begin = page.find(frame.before);
-  if (begin == std::string::npos || !page.ends_with(frame.behind)) {
-    ADD_FAILURE() << "a page of another template: " << page;
+  if (begin == std::string::npos || !page.ends_with(frame.after)) {
+    ADD_FAILURE() << "the page was not made with the default template: " << page;
     return page;
   }
   const std::size_t start = begin + frame.before.size();
-  return withoutNewlinesAround(std::string_view(page).substr(start, page.size() - frame.behind.size() - start));
+  return withoutNewlinesAround(std::string_view(page).substr(start, page.size() - frame.after.size() - start));
 }
 
 std::vector<std::string> CommandRun::names() const {

@@ -11,7 +11,7 @@
 
 namespace scrivalen::command::test {
 
-/// A host that lives in memory.
+/// A host in memory.
 class TestHost {
  public:
   TestHost();
@@ -21,7 +21,7 @@ class TestHost {
   const Host& host() const { return host_; }
   Host& host() { return host_; }
 
-  std::string input;  ///< what standard input still holds
+  std::string input;  ///< the part of standard input not read yet
   std::string output;
   std::string error;
   std::map<std::string, std::string> variables;
@@ -36,10 +36,10 @@ struct Result {
   std::string error;
 };
 
-/// Runs the command as a person would who stands in a folder with nothing in it but what the test puts there.
+/// Runs the command in a temporary folder that holds only the files of the test.
 class CommandRun {
  public:
-  /// Writes a file; names in the arguments that begin with "@/" mean files of the folder.
+  /// Writes a file. An argument that begins with "@/" names a file in the folder.
   CommandRun& with(std::string_view name, std::string_view bytes);
   Result run(const std::vector<std::string>& arguments);
 
@@ -48,11 +48,11 @@ class CommandRun {
   std::filesystem::path fsPath(std::string_view name) const { return scrivalen::test::asPath(widePath(name)); }
   bool has(std::string_view name) const { return scrivalen::test::exists(widePath(name)); }
   std::string bytes(std::string_view name) const { return scrivalen::test::bytesOf(widePath(name)); }
-  /// A text output, whose bytes must be UTF-16LE with a mark, with its line ends as \n.
+  /// The text of an output in UTF-16LE with a byte order mark, its line ends converted to \n.
   std::string text(std::string_view name) const;
-  /// What an HTML output has put into the default template, without line ends around it.
+  /// The body of a page made with the default template, without the line ends around it.
   std::string body(std::string_view name) const;
-  /// The names of all files of the folder, sorted.
+  /// The names of all files in the folder, sorted.
   std::vector<std::string> names() const;
 
   TestHost host;
@@ -61,7 +61,7 @@ class CommandRun {
   scrivalen::test::TemporaryFolder folder_;
 };
 
-/// What one Markdown text becomes in one format.
+/// A Markdown text converted to one format.
 std::string htmlOf(std::string_view markdown, const std::vector<std::string>& options = {});
 std::string textOf(std::string_view markdown, const std::vector<std::string>& options = {});
 std::string xmlOf(std::string_view markdown);

@@ -53,7 +53,7 @@ TEST(Command, ReadsAnEmptyInput) {
   EXPECT_EQ(run.body("b.html"), "");
 }
 
-TEST(Command, FindsATitle) {
+TEST(Command, PicksATitle) {
   CommandRun run;
   run.with("in.md", "# From *heading*").with("plain.notes.md", "text").with("t.csv", "a\n1\n");
   EXPECT_EQ(titleAfter(run, {"@/in.md"}), "From heading");
@@ -63,7 +63,7 @@ TEST(Command, FindsATitle) {
   EXPECT_EQ(titleAfter(run, {"-"}), "Report");
 }
 
-TEST(Command, TakesATitleThatHoldsAnything) {
+TEST(Command, AcceptsAnyCharactersInTheTitle) {
   CommandRun run;
   run.with("in.md", "x");
   EXPECT_EQ(titleAfter(run, {"@/in.md", "--title", "<a> & \"b\" %BODY% €"}),
@@ -71,7 +71,7 @@ TEST(Command, TakesATitleThatHoldsAnything) {
   EXPECT_EQ(run.body("out.html"), "<p>x</p>");
 }
 
-TEST(Command, BeginsWithATableOfContentsWhenAsked) {
+TEST(Command, WritesATableOfContentsOnRequest) {
   CommandRun run;
   run.with("in.md", "# T\n\n## A & **B**\n\n## C").run({"@/in.md", "--toc", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(run.body("a.html"),
@@ -81,7 +81,7 @@ TEST(Command, BeginsWithATableOfContentsWhenAsked) {
   EXPECT_EQ(run.text("a.txt"), "T\n=\n\nA & B\n-----\n\nC\n-\n");
 }
 
-TEST(Command, TellsOnceHowManyPlacesWereNoText) {
+TEST(Command, WarnsOnceOfInvalidText) {
   CommandRun run;
   run.with("in.md",
            "a\xFF"
@@ -98,7 +98,7 @@ TEST(Command, IsSilentWhenQuiet) {
   EXPECT_EQ(result.error, "");
 }
 
-TEST(Command, ReadsWhatASpreadsheetExports) {
+TEST(Command, ReadsATableExportedByASpreadsheet) {
   CommandRun run;
   using namespace std::string_literals;
   run.with("in.tsv", "\xFF\xFE"s + "a\0\t\0b\0\r\0\n\0\"\0x\0\n\0y\0\"\0\t\0\xAC\x20\r\0\n\0"s);
@@ -106,7 +106,7 @@ TEST(Command, ReadsWhatASpreadsheetExports) {
   EXPECT_EQ(run.text("a.txt"), "a\tb\nx y\t€\n");
 }
 
-TEST(Command, EndsWithStatusTwoAndOneLineOnWrongUsage) {
+TEST(Command, ExitsWithStatusTwoAndOneLineOnAUsageError) {
   CommandRun run;
   const Result result = run.with("in.md", "x").run({"@/in.md"});
   EXPECT_EQ(result.status, 2);
@@ -125,7 +125,7 @@ TEST(Command, PrintsItsVersionAndItsHelpOnStandardOutput) {
   EXPECT_NE(help.output.find("scrivalen notes.md -o notes.html"), std::string::npos);
 }
 
-TEST(Command, EndsWithStatusOneWhenStandardOutputTakesNothing) {
+TEST(Command, ExitsWithStatusOneWhenStandardOutputCannotBeWritten) {
   CommandRun run;
   run.host.host().writeOutput = [](std::string_view) {
     scrivalen::setLastSystemError(scrivalen::diskFullError());
@@ -138,7 +138,7 @@ TEST(Command, EndsWithStatusOneWhenStandardOutputTakesNothing) {
   }
 }
 
-TEST(Command, EndsWithStatusOneWhenTheInputCannotBeRead) {
+TEST(Command, ExitsWithStatusOneWhenTheInputCannotBeRead) {
   CommandRun run;
   const Result result = run.run({"@/missing.md", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 1);
@@ -146,14 +146,14 @@ TEST(Command, EndsWithStatusOneWhenTheInputCannotBeRead) {
   EXPECT_EQ(run.names(), std::vector<std::string>());
 }
 
-TEST(Command, EndsWithStatusOneWhenTheStyleSheetCannotBeRead) {
+TEST(Command, ExitsWithStatusOneWhenTheStyleSheetCannotBeRead) {
   CommandRun run;
   const Result result = run.with("in.md", "x").run({"@/in.md", "--styles", "@/no.css", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 1);
   EXPECT_TRUE(result.error.starts_with("scrivalen: cannot read '@/no.css': ")) << result.error;
 }
 
-TEST(Command, NamesTheLineOfABadTableAndDeliversNothing) {
+TEST(Command, ReportsTheLineOfAMalformedTableAndWritesNoOutput) {
   CommandRun run;
   const Result result = run.with("in.csv", "a\n\"b\n").run({"@/in.csv", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(result.status, 1);
@@ -161,7 +161,7 @@ TEST(Command, NamesTheLineOfABadTableAndDeliversNothing) {
   EXPECT_EQ(run.names(), std::vector<std::string>{"in.csv"});
 }
 
-TEST(Command, RefusesATimeThatIsNone) {
+TEST(Command, RejectsAnInvalidTimestamp) {
   CommandRun run;
   run.host.variables["SOURCE_DATE_EPOCH"] = "yesterday";
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
@@ -177,7 +177,7 @@ TEST(Command, WritesTheSameBytesTwice) {
   EXPECT_EQ(run.bytes("a.html"), run.bytes("b.html"));
 }
 
-// A template of the template folder while it lives. Tests run side by side, so each has a name of its own.
+// Puts a template into the template folder for its lifetime. Tests run in parallel, so each has a name of its own.
 class TestTemplate {
  public:
   explicit TestTemplate(std::string_view bytes) : name_("test-" + toUtf8(scrivalen::randomName())) {
@@ -196,7 +196,7 @@ class TestTemplate {
   std::wstring path_;
 };
 
-TEST(Command, FillsATemplateWithPropertiesThatHoldAnything) {
+TEST(Command, FillsATemplateWithPropertiesOfAnyCharacters) {
   const TestTemplate page("<t>%TITLE% %AUTHOR% %X%</t><body>%BODY%</body>\xE2\x82\xAC");
   CommandRun run;
   const Result result = run.with("in.md", "a")

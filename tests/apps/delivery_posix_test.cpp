@@ -21,7 +21,7 @@ namespace {
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
 
-TEST(DeliveryPosix, TellsAFullDiskInOneLineAndDeliversTheOthers) {
+TEST(DeliveryPosix, ReportsAFullDiskInOneLineAndDeliversTheOtherOutputs) {
   CommandRun run;
   for (const std::string format : {"html", "text", "xml", "rtf", "pdf", "xlsx"}) {
     const Result result = run.with("in.md", "x").run({"@/in.md", "-o", format + ":/dev/full", "-o", "@/b.txt"});
@@ -31,7 +31,7 @@ TEST(DeliveryPosix, TellsAFullDiskInOneLineAndDeliversTheOthers) {
   }
 }
 
-TEST(DeliveryPosix, TellsAFullDiskThatWasFoundBeforeTheEnd) {
+TEST(DeliveryPosix, ReportsAFullDiskFoundBeforeTheEnd) {
   CommandRun run;
   const std::string longText(300000, 'x');
   const Result result = run.with("in.md", longText).run({"@/in.md", "-o", "html:/dev/full"});
@@ -39,7 +39,7 @@ TEST(DeliveryPosix, TellsAFullDiskThatWasFoundBeforeTheEnd) {
   EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
 }
 
-// Standard input with a table that is longer than it needs to be.
+// Replaces standard input by a table far longer than any test needs to read.
 class LongTable {
  public:
   static constexpr std::size_t kSize = 16 << 20;
@@ -85,7 +85,7 @@ TEST(DeliveryPosix, ReadsOnForAnOutputThatHasRoom) {
   EXPECT_EQ(table.read(), LongTable::kSize);
 }
 
-TEST(DeliveryPosix, StopsReadingWhenTheDiskOfItsTargetIsFull) {
+TEST(DeliveryPosix, StopsReadingWhenTheTargetsDiskIsFull) {
   EXPECT_EQ(scrivalen::test::onSmallDisk([](const scrivalen::test::SmallDisk& disk) -> std::string {
               if (!disk.resize(256)) {
                 return "no small disk";
@@ -118,7 +118,7 @@ TEST(DeliveryPosix, WritesToADeviceDirectly) {
   }
 }
 
-TEST(DeliveryPosix, LosesNothingOfAFileThatAStreamWasRedirectedTo) {
+TEST(DeliveryPosix, KeepsAFileThatAStreamIsRedirectedTo) {
   CommandRun run;
   run.with("in.md", "x").with("log", "earlier");
   std::FILE* const stream = std::fopen(run.path("log").c_str(), "a");
@@ -131,7 +131,7 @@ TEST(DeliveryPosix, LosesNothingOfAFileThatAStreamWasRedirectedTo) {
   EXPECT_EQ(run.bytes("log"), "earlier");
 }
 
-// A folder for temporary files while it lives.
+// Makes a folder the one for temporary files for its lifetime.
 class TemporaryFilesIn {
  public:
   explicit TemporaryFilesIn(const fs::path& folder) {
@@ -146,7 +146,7 @@ class TemporaryFilesIn {
   const std::string before_ = std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "";
 };
 
-TEST(DeliveryPosix, CompilesHelpWhateverTheNamesOfFoldersAre) {
+TEST(DeliveryPosix, CompilesHelpInFoldersOfAnyName) {
   for (const std::string folder : {"tmp-ü", "tmp-日本", "tmp-\xFC"}) {
     CommandRun run;
     run.with("in.md", "# A\n\n[c](#c)\n\n# B\n\n## C\n");
@@ -161,7 +161,7 @@ TEST(DeliveryPosix, CompilesHelpWhateverTheNamesOfFoldersAre) {
   }
 }
 
-TEST(DeliveryPosix, CarriesFileNamesThatAreNotUtf8) {
+TEST(DeliveryPosix, AcceptsFileNamesThatAreNotUtf8) {
   CommandRun run;
   run.with("\xE4.md", "x");
   for (const std::string name : {"\xE4.txt", "b\xE4\xC3.txt"}) {
@@ -176,7 +176,7 @@ TEST(DeliveryPosix, CarriesFileNamesThatAreNotUtf8) {
             "scrivalen: cannot write '@/no/\xFF.txt': No such file or directory\n");
 }
 
-TEST(DeliveryPosix, ReplacesTheFileThatALinkLeadsTo) {
+TEST(DeliveryPosix, ReplacesTheTargetOfALink) {
   CommandRun run;
   run.with("in.md", "new").with("real.txt", "old");
   fs::create_symlink("real.txt", run.fsPath("link.txt"));
@@ -185,7 +185,7 @@ TEST(DeliveryPosix, ReplacesTheFileThatALinkLeadsTo) {
   EXPECT_EQ(run.text("real.txt"), "new\n");
 }
 
-TEST(DeliveryPosix, WritesTheFileThatALinkLeadsToAndThatIsNotThereYet) {
+TEST(DeliveryPosix, CreatesTheMissingTargetOfALink) {
   CommandRun run;
   run.with("in.md", "new");
   fs::create_symlink("real.txt", run.fsPath("link.txt"));
@@ -197,7 +197,7 @@ TEST(DeliveryPosix, WritesTheFileThatALinkLeadsToAndThatIsNotThereYet) {
             "scrivalen: two outputs have the name '@/other.txt'\n");
 }
 
-TEST(DeliveryPosix, WritesNothingInThePlaceOfAClosedStream) {
+TEST(DeliveryPosix, FailsOnAClosedStreamAndLeavesItsDeviceAlone) {
   CommandRun run;
   run.with("in.md", "x");
   const auto before = fs::read_symlink("/dev/stdout");
@@ -208,7 +208,7 @@ TEST(DeliveryPosix, WritesNothingInThePlaceOfAClosedStream) {
   EXPECT_EQ(fs::read_symlink("/dev/stdout"), before);
 }
 
-TEST(DeliveryPosix, ReplacesFilesInMemoryToo) {
+TEST(DeliveryPosix, ReplacesFilesOnAMemoryFileSystem) {
   const scrivalen::test::TemporaryFolder folder(L"/dev/shm/scrivalen-" + scrivalen::randomName());
   const std::string output = scrivalen::narrowPath(folder / L"a.xml");
   CommandRun run;
@@ -219,7 +219,7 @@ TEST(DeliveryPosix, ReplacesFilesInMemoryToo) {
   EXPECT_EQ(std::distance(fs::directory_iterator(scrivalen::test::asPath(folder.path())), {}), 1);
 }
 
-TEST(DeliveryPosix, ReplacesOneOfSeveralNamesOfAFile) {
+TEST(DeliveryPosix, ReplacesOnlyOneOfSeveralHardLinks) {
   CommandRun run;
   run.with("in.md", "new").with("a.txt", "old");
   fs::create_hard_link(run.fsPath("a.txt"), run.fsPath("b.txt"));
@@ -228,7 +228,7 @@ TEST(DeliveryPosix, ReplacesOneOfSeveralNamesOfAFile) {
   EXPECT_EQ(run.bytes("b.txt"), "old");
 }
 
-TEST(DeliveryPosix, RemovesWhatAKilledRunHasLeft) {
+TEST(DeliveryPosix, RemovesTheFilesThatAKilledRunLeft) {
   CommandRun run;
   run.with("in.md", "x");
   ASSERT_EQ(::mkfifo(run.fsPath("never.csv").c_str(), 0600), 0);
@@ -243,7 +243,7 @@ TEST(DeliveryPosix, RemovesWhatAKilledRunHasLeft) {
   EXPECT_EQ(run.names(), (Names{"a.xlsx", "b.html", "in.md", "never.csv"}));
 }
 
-TEST(DeliveryPosix, KeepsTheRightsOfAFileInEveryFormat) {
+TEST(DeliveryPosix, KeepsTheModeAndGroupOfAFileInEveryFormat) {
   CommandRun run;
   run.with("in.md", "x");
   for (const std::string name : {"a.txt", "a.html", "a.xml", "a.rtf", "a.pdf", "a.xlsx", "a.chm"}) {
@@ -261,7 +261,7 @@ TEST(DeliveryPosix, KeepsTheRightsOfAFileInEveryFormat) {
   }
 }
 
-TEST(DeliveryPosix, KnowsTheInputThroughLinks) {
+TEST(DeliveryPosix, RecognizesTheInputThroughLinks) {
   CommandRun run;
   run.with("in.md", "# x");
   fs::create_symlink("in.md", run.fsPath("link.txt"));

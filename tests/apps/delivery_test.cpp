@@ -10,14 +10,14 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-TEST(Delivery, ReplacesAnEarlierFileAndLeavesNothingElse) {
+TEST(Delivery, ReplacesAnExistingFileAndLeavesNothingElse) {
   CommandRun run;
   EXPECT_EQ(run.with("in.md", "new").with("a.txt", "old").run({"@/in.md", "-o", "@/a.txt"}).status, 0);
   EXPECT_EQ(run.text("a.txt"), "new\n");
   EXPECT_EQ(run.names(), (Names{"a.txt", "in.md"}));
 }
 
-TEST(Delivery, SaysWhichOutputFailedAndWhyAndDeliversTheOthers) {
+TEST(Delivery, ReportsAFailedOutputAndDeliversTheOthers) {
   CommandRun run;
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/no/a.html", "-o", "@/b.txt"});
   EXPECT_EQ(result.status, 1);
@@ -48,7 +48,7 @@ TEST(Delivery, RefusesAReadOnlyFile) {
   std::filesystem::permissions(run.fsPath("a.txt"), perms::owner_all);
 }
 
-TEST(Delivery, LeavesAnInputAloneThatIsAlsoAnOutput) {
+TEST(Delivery, RefusesToOverwriteItsInput) {
   CommandRun run;
   const Result result = run.with("in.txt", "# x").run({"@/in.txt", "-o", "@/in.txt"});
   EXPECT_EQ(result.status, 2);
@@ -56,7 +56,7 @@ TEST(Delivery, LeavesAnInputAloneThatIsAlsoAnOutput) {
   EXPECT_EQ(run.bytes("in.txt"), "# x");
 }
 
-TEST(Delivery, KnowsTheInputByEveryNameItHas) {
+TEST(Delivery, RecognizesTheInputUnderAnotherName) {
   CommandRun run;
   run.with("in.md", "# x");
   std::filesystem::create_hard_link(run.fsPath("in.md"), run.fsPath("same.html"));
@@ -64,7 +64,7 @@ TEST(Delivery, KnowsTheInputByEveryNameItHas) {
   EXPECT_EQ(run.bytes("in.md"), "# x");
 }
 
-TEST(Delivery, LeavesNothingBehindWhenItIsInterrupted) {
+TEST(Delivery, LeavesNoFilesWhenInterrupted) {
   CommandRun run;
   std::string table = "a,b\n";
   for (int i = 0; i < 2000; ++i) {
@@ -81,7 +81,7 @@ TEST(Delivery, LeavesNothingBehindWhenItIsInterrupted) {
   EXPECT_EQ(run.names(), (Names{"a.html", "in.csv"}));
 }
 
-TEST(Delivery, IsInterruptedBetweenTwoPiecesOfItsInput) {
+TEST(Delivery, CanBeInterruptedBetweenTwoReads) {
   CommandRun run;
   int reads = 0;
   run.host.host().readInput = [&reads](void* data, std::size_t) {
@@ -93,7 +93,7 @@ TEST(Delivery, IsInterruptedBetweenTwoPiecesOfItsInput) {
   EXPECT_EQ(reads, 3);
 }
 
-TEST(Delivery, IsInterruptedUntilTheLastMoment) {
+TEST(Delivery, CanBeInterruptedUntilTheLastMoment) {
   CommandRun run;
   run.host.host().wasInterrupted = [] { return true; };
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
@@ -101,7 +101,7 @@ TEST(Delivery, IsInterruptedUntilTheLastMoment) {
   EXPECT_EQ(run.names(), Names{"in.md"});
 }
 
-TEST(Delivery, ReplacesAFileWhosePathHasLettersOutsideAscii) {
+TEST(Delivery, ReplacesAFileWithANonAsciiPath) {
   CommandRun run;
   run.with("in.md", "x");
   std::filesystem::create_directory(run.fsPath("ordner-ü"));
@@ -115,7 +115,7 @@ TEST(Delivery, ReplacesAFileWhosePathHasLettersOutsideAscii) {
   EXPECT_EQ(run.names(), (Names{"in.md", "ordner-ü", "other.txt", "ä.txt"}));
 }
 
-TEST(Delivery, TakesAnyFileName) {
+TEST(Delivery, AcceptsAnyFileName) {
   CommandRun run;
   run.with("-ein 'Bär'.md", "x");
   for (const std::string name : {"-a.txt", "ä ö € 日本.txt", "it's.txt", "a;b&c%PATH%.txt"}) {

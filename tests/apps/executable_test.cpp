@@ -7,7 +7,7 @@
 namespace scrivalen::command::test {
 namespace {
 
-// The program itself, with nothing of the test in its process.
+// Runs the program in a process of its own.
 int execute(const CommandRun& folder, const std::vector<std::string>& arguments) {
   std::vector<std::wstring> all = {toWide(SCRIVALEN_COMMAND)};
   for (const std::string& argument : arguments) {
@@ -18,7 +18,7 @@ int execute(const CommandRun& folder, const std::vector<std::string>& arguments)
   return result.exitStatus;
 }
 
-TEST(Executable, TurnsAMarkdownFileIntoEveryFormat) {
+TEST(Executable, ConvertsAMarkdownFileToSeveralFormats) {
   CommandRun folder;
   folder.with("Größe.md", "# Größe 😀\n\n- a & b\n");
   EXPECT_EQ(execute(folder, {"@/Größe.md", "-o", "@/ä b.html", "-o", "@/c.txt", "-o", "@/d.xml"}), 0);
@@ -27,7 +27,7 @@ TEST(Executable, TurnsAMarkdownFileIntoEveryFormat) {
   EXPECT_NE(folder.bytes("d.xml").find("<paragraph>- a &amp; b</paragraph>"), std::string::npos);
 }
 
-TEST(Executable, TurnsATableIntoAPageWithTheDefaultTemplate) {
+TEST(Executable, ConvertsATableToAPageWithTheDefaultTemplate) {
   CommandRun folder;
   folder.with("t.csv", "a,b\n1,\"x\ny\"\n");
   EXPECT_EQ(execute(folder, {"@/t.csv", "-o", "@/t.html", "--title", "A <table>"}), 0);
@@ -37,7 +37,7 @@ TEST(Executable, TurnsATableIntoAPageWithTheDefaultTemplate) {
   EXPECT_NE(folder.bytes("t.html").find("<title>A &lt;table&gt;</title>"), std::string::npos);
 }
 
-TEST(Executable, EndsWithTheStatusThatSaysWhatHappened) {
+TEST(Executable, ExitsWithTheDocumentedStatus) {
   CommandRun folder;
   folder.with("in.md", "x");
   EXPECT_EQ(execute(folder, {"@/in.md", "-o", "@/a.html"}), 0);

@@ -11,7 +11,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-TEST(Messages, AreALineEachWithTheCommandsName) {
+TEST(Messages, AreOneLineEachPrefixedWithTheCommandsName) {
   TestHost host;
   Messages messages(host.host());
   messages.error("no such file");
@@ -19,7 +19,7 @@ TEST(Messages, AreALineEachWithTheCommandsName) {
   EXPECT_EQ(host.error, "scrivalen: no such file\nscrivalen: warning: one character lost\n");
 }
 
-TEST(Messages, StayOneLineWhateverAFileIsCalled) {
+TEST(Messages, StayOnOneLineWhateverTheFileName) {
   TestHost host;
   Messages(host.host()).error("cannot read 'a\nb\x1b[2J'");
   EXPECT_EQ(host.error, "scrivalen: cannot read 'a b [2J'\n");
@@ -34,7 +34,7 @@ TEST(Messages, AreColouredOnATerminal) {
   EXPECT_EQ(host.error, "\x1b[31mscrivalen: bad\x1b[0m\n\x1b[33mscrivalen: warning: so-so\x1b[0m\n");
 }
 
-TEST(Messages, AreNotColouredWhenNoColourIsWanted) {
+TEST(Messages, AreNotColouredWhenNoColorIsSet) {
   TestHost host;
   host.host().errorIsTerminal = true;
   host.variables.emplace("NO_COLOR", "1");
@@ -42,7 +42,7 @@ TEST(Messages, AreNotColouredWhenNoColourIsWanted) {
   EXPECT_EQ(host.error, "scrivalen: bad\n");
 }
 
-TEST(Messages, AreErrorsOnlyWhenQuiet) {
+TEST(Messages, AreOnlyErrorsWhenQuiet) {
   TestHost host;
   Messages messages(host.host());
   messages.beQuiet();

@@ -23,7 +23,7 @@ std::string formatOf(const std::string& output) {
   return std::string(options.outputs[0].format->name) + " " + options.outputs[0].name;
 }
 
-TEST(Options, TakeAnInputAndOutputsInAnyOrder) {
+TEST(Options, AcceptTheInputAndOutputsInAnyOrder) {
   const Options options = parsed({"-o", "a.html", "in.md", "--output", "b.txt", "--output=c.xml"});
   EXPECT_EQ(options.input, "in.md");
   ASSERT_EQ(options.outputs.size(), 3u);
@@ -32,28 +32,28 @@ TEST(Options, TakeAnInputAndOutputsInAnyOrder) {
   EXPECT_EQ(options.outputs[2].name, "c.xml");
 }
 
-TEST(Options, TellAFormatByItsExtensionInAnyCase) {
+TEST(Options, DetectAFormatByItsExtensionInAnyCase) {
   EXPECT_EQ(formatOf("a.html"), "html a.html");
   EXPECT_EQ(formatOf("a.HTM"), "html a.HTM");
   EXPECT_EQ(formatOf("dir.txt/a.b.xml"), "xml dir.txt/a.b.xml");
   EXPECT_EQ(formatOf("a.txt"), "text a.txt");
 }
 
-TEST(Options, TakeAFormatsNameOrExtensionInFrontOfAFile) {
+TEST(Options, AcceptAFormatsNameOrExtensionBeforeTheFileName) {
   EXPECT_EQ(formatOf("html:page"), "html page");
   EXPECT_EQ(formatOf("TEXT:a.html"), "text a.html");
   EXPECT_EQ(formatOf("txt:a:b"), "text a:b");
 }
 
-TEST(Options, TakeALetterBeforeAColonForADrive) {
+TEST(Options, TreatALetterBeforeAColonAsADrive) {
   EXPECT_EQ(formatOf("C:\\x.html"), "html C:\\x.html");
   EXPECT_EQ(formatOf("x:y.xml"), "xml x:y.xml");
   EXPECT_EQ(formatOf("html:C:\\x"), "html C:\\x");
 }
 
-TEST(Options, TakeWhatIsNoFormatBeforeAColonForAName) { EXPECT_EQ(formatOf("12:30.html"), "html 12:30.html"); }
+TEST(Options, TreatAnUnknownFormatBeforeAColonAsPartOfTheName) { EXPECT_EQ(formatOf("12:30.html"), "html 12:30.html"); }
 
-TEST(Options, RefuseAFormatThatNobodyKnows) {
+TEST(Options, RejectAnUnknownFormat) {
   EXPECT_EQ(complaint({"in", "-o", "a.doc"}),
             "the format of 'a.doc' is unknown; there are .txt .html .htm .xml .rtf .pdf .xlsx .chm, and FORMAT:FILE");
   EXPECT_NE(complaint({"in", "-o", "html"}), "");
@@ -61,32 +61,32 @@ TEST(Options, RefuseAFormatThatNobodyKnows) {
   EXPECT_NE(complaint({"in", "-o", "-"}), "");
 }
 
-TEST(Options, RefuseAnOutputWithoutAName) {
+TEST(Options, RejectAnOutputWithoutAName) {
   EXPECT_EQ(complaint({"in", "-o", "html:"}), "the output 'html:' has no file name");
 }
 
-TEST(Options, RefuseToWorkWithoutInputOrOutput) {
+TEST(Options, RequireAnInputAndAnOutput) {
   EXPECT_EQ(complaint({}), "there is no input; scrivalen --help tells more");
   EXPECT_EQ(complaint({"in.md"}), "there is no output (-o FILE); scrivalen --help tells more");
 }
 
-TEST(Options, RefuseWhatTheyDoNotKnow) {
+TEST(Options, RejectAnUnknownOptionAndASecondInput) {
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "--titel", "x"}),
             "there is no option '--titel'; scrivalen --help lists them");
   EXPECT_EQ(complaint({"in", "in2", "-o", "a.txt"}), "one input at a time: 'in2' is too many");
 }
 
-TEST(Options, RefuseTwoOutputsOfOneName) {
+TEST(Options, RejectTwoOutputsWithTheSameName) {
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "b.txt", "-o", "a.txt"}), "two outputs have the name 'a.txt'");
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "./a.txt"}), "two outputs have the name './a.txt'");
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "html:a.txt"}), "two outputs have the name 'a.txt'");
 }
 
-TEST(Options, RefuseAnOutputThatIsTheInput) {
+TEST(Options, RejectAnOutputThatIsTheInput) {
   EXPECT_EQ(complaint({"a.txt", "-o", "./a.txt"}), "the output './a.txt' is the input");
 }
 
-TEST(Options, TellTheInputsFormatByItsExtension) {
+TEST(Options, DetectTheInputsFormatByItsExtension) {
   EXPECT_EQ(parsed({"a.md", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
   EXPECT_EQ(parsed({"a.CSV", "-o", "a.txt"}).inputFormat, InputFormat::Csv);
   EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).inputFormat, InputFormat::Tsv);
@@ -94,12 +94,12 @@ TEST(Options, TellTheInputsFormatByItsExtension) {
   EXPECT_EQ(parsed({"-", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
 }
 
-TEST(Options, BelieveFromMoreThanTheExtension) {
+TEST(Options, PreferFromToTheExtension) {
   EXPECT_EQ(parsed({"a.md", "--from", "tsv", "-o", "a.txt"}).inputFormat, InputFormat::Tsv);
   EXPECT_EQ(complaint({"a.md", "--from", "doc", "-o", "a.txt"}), "--from knows markdown, csv and tsv, not 'doc'");
 }
 
-TEST(Options, GivePropertiesThePercentSignsOfTemplates) {
+TEST(Options, EnclosePropertyNamesInPercentSigns) {
   const Options options =
       parsed({"a.md", "-o", "a.txt", "--property", "AUTHOR=A=B", "--property", "%X%=", "--property", "Y=1"});
   ASSERT_EQ(options.properties.size(), 3u);
@@ -108,37 +108,37 @@ TEST(Options, GivePropertiesThePercentSignsOfTemplates) {
   EXPECT_EQ(options.properties[2], (std::pair<std::string, std::string>("%Y%", "1")));
 }
 
-TEST(Options, RefusePropertiesThatAreNone) {
+TEST(Options, RejectInvalidProperties) {
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "x"}), "--property takes NAME=VALUE, not 'x'");
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "=x"}), "--property takes NAME=VALUE, not '=x'");
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "TITLE=x"}), "--property cannot set %TITLE%; --title does");
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "--property", "%BODY%=x"}), "--property cannot set %BODY%");
 }
 
-TEST(Options, TakeValuesThatBeginWithADash) {
+TEST(Options, AcceptValuesThatBeginWithADash) {
   const Options options = parsed({"--title", "-5", "-o", "-a.html", "--", "-in.md"});
   EXPECT_EQ(options.title, "-5");
   EXPECT_EQ(options.outputs[0].name, "-a.html");
   EXPECT_EQ(options.input, "-in.md");
 }
 
-TEST(Options, AreSafeUnlessAskedOtherwise) {
+TEST(Options, AreSafeByDefault) {
   EXPECT_FALSE(parsed({"a.md", "-o", "a.html"}).unsafe);
   EXPECT_TRUE(parsed({"a.md", "-o", "a.html", "--unsafe"}).unsafe);
 }
 
-TEST(Options, KnowAnEmptyTitleFromNone) {
+TEST(Options, DistinguishAnEmptyTitleFromNone) {
   EXPECT_EQ(parsed({"a", "-o", "a.txt"}).title, std::nullopt);
   EXPECT_EQ(parsed({"a", "-o", "a.txt", "--title", ""}).title, "");
 }
 
-TEST(Options, TakeATabAsTheSeparatorThatIsTyped) {
+TEST(Options, AcceptATypedEscapeForATabAsSeparator) {
   EXPECT_EQ(parsed({"a", "-o", "a.txt"}).separator, "\t");
   EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", "\\t|"}).separator, "\t|");
   EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", ";"}).separator, ";");
 }
 
-TEST(Options, TakeFlags) {
+TEST(Options, AcceptFlags) {
   const Options none = parsed({"a", "-o", "a.txt"});
   EXPECT_FALSE(none.landscape || none.singleByte || none.contents || none.classic || none.quiet);
   const Options all =
@@ -152,12 +152,12 @@ TEST(Options, FindATemplateInAnyCaseWithOrWithoutItsExtension) {
   EXPECT_EQ(parsed({"a", "-o", "a.html", "--template", "default.HTM"}).templateFile, L"default.htm");
 }
 
-TEST(Options, RefuseATemplateThatIsNotThere) {
+TEST(Options, RejectAMissingTemplate) {
   EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "../tmpl/default"}),
             "there is no template '../tmpl/default'; scrivalen --list-templates prints the names");
 }
 
-TEST(Options, AnswerQuestionsWithoutAnInput) {
+TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
   EXPECT_TRUE(parseCommandLine({"--list-templates"}).answer.has_value());
   EXPECT_EQ(parseCommandLine({"--version"}).answer, "scrivalen 1.0.0\n");
   const std::string help = parseCommandLine({"--help"}).answer.value_or("");

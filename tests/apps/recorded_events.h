@@ -9,7 +9,7 @@ namespace scrivalen::command::test {
 
 using Lines = std::vector<std::string>;
 
-/// Records what it receives, an event a line: its kind, then those of its fields that are set.
+/// Records each event as one line: its kind, then the fields that are set.
 class RecordedEvents : public EventSink {
  public:
   void write(const Event& event) override;

@@ -21,7 +21,7 @@ namespace {
 constexpr std::chrono::seconds kPatience{30};
 constexpr std::chrono::milliseconds kPause{2};
 
-// What happens in the child between fork and exec.
+// Runs in the child between fork and exec.
 void prepare(const RunningCommand::Start& start, const std::string& errorFile, int input) {
   ::dup2(input, STDIN_FILENO);
   if (!start.outputFile.empty()) {
@@ -48,7 +48,7 @@ void prepare(const RunningCommand::Start& start, const std::string& errorFile, i
 
 RunningCommand::RunningCommand(const CommandRun& folder, const Start& start)
     : folder_(folder), filesAtFirst_(folder.names().size()), errorFile_(scrivalen::toUtf8(errorFolder_ / L"error")) {
-  std::signal(SIGPIPE, SIG_IGN);  // it may end before it has read everything
+  std::signal(SIGPIPE, SIG_IGN);  // the command may end before it has read everything
   std::vector<std::string> arguments = {SCRIVALEN_COMMAND};
   for (const std::string& argument : start.arguments) {
     arguments.push_back(scrivalen::replacedAll<char>(argument, "@/", folder.path("")));
@@ -105,7 +105,7 @@ void RunningCommand::waitForAFile() const {
 void RunningCommand::waitUntil(const std::function<bool()>& condition) {
   const auto end = std::chrono::steady_clock::now() + kPatience;
   while (!condition()) {
-    ASSERT_LT(std::chrono::steady_clock::now(), end) << "it does not happen";
+    ASSERT_LT(std::chrono::steady_clock::now(), end) << "timed out";
     std::this_thread::sleep_for(kPause);
   }
 }

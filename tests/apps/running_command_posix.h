@@ -12,15 +12,16 @@
 
 namespace scrivalen::command::test {
 
-/// The program itself as a child process whose standard input the test writes, for what a person at a terminal does.
+/// The command as a child process. The test writes its standard input and sends it signals, as a user at a terminal
+/// does.
 class RunningCommand {
  public:
   struct Start {
-    std::vector<std::string> arguments = {};  ///< names that begin with "@/" mean files of the folder
+    std::vector<std::string> arguments = {};  ///< one that begins with "@/" names a file in the folder
     std::vector<int> ignored = {};            ///< signals
     std::vector<std::string> variables = {};  ///< NAME=VALUE
     long largestFile = 0;                     ///< bytes; 0: any size
-    std::string outputFile = {};              ///< an existing one, for its standard output; empty: that of the test
+    std::string outputFile = {};              ///< an existing file for its standard output; empty: the test's
   };
 
   RunningCommand(const CommandRun& folder, const Start& start);
@@ -31,14 +32,14 @@ class RunningCommand {
   void write(std::string_view text) const;
   void closeInput();
   void send(int signal) const;
-  /// Waits until the folder has a file more than in the beginning.
+  /// Waits until the folder has more files than at the start.
   void waitForAFile() const;
   static void waitUntil(const std::function<bool()>& condition);
   /// Whether it has ended; does not wait.
   bool hasEnded();
-  /// Waits for its end, not for ever. @return its exit status, or minus the signal that ended it
+  /// Waits for its end, up to a time limit. @return its exit status, or minus the signal that ended it
   int end();
-  /// What it wrote to its standard error, the folder's path as "@/"; after its end.
+  /// Its standard error, with "@/" for the path of the folder. Call it after the end.
   std::string error() const;
 
  private:
@@ -48,7 +49,7 @@ class RunningCommand {
   std::string errorFile_;
   pid_t process_ = -1;
   int input_ = -1;
-  std::optional<int> status_;  // as waitpid says it
+  std::optional<int> status_;  // as waitpid reports it
 };
 
 }  // namespace scrivalen::command::test

@@ -26,7 +26,7 @@ std::string table(int rows) {
   return text;
 }
 
-// Sends it again and again, as somebody does who cannot wait.
+// Sends the signal again and again, as an impatient user does.
 void sendUntilItEnds(RunningCommand& command, int signal) {
   RunningCommand::waitUntil([&] {
     command.send(signal);
@@ -41,9 +41,9 @@ class Signals : public testing::Test {
   CommandRun folder_;
 };
 
-class SignalsThatEnd : public Signals, public testing::WithParamInterface<int> {};
+class TerminatingSignals : public Signals, public testing::WithParamInterface<int> {};
 
-TEST_P(SignalsThatEnd, EndTheCommandWhichLeavesNothing) {
+TEST_P(TerminatingSignals, EndTheCommandWithoutLeavingFiles) {
   folder_.with("a.html", "old");
   RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "@/a.html", "-o", "@/b.txt", "-o",
                                                  "@/c.xlsx", "-o", "@/d.pdf", "-o", "@/e.chm"}});
@@ -56,7 +56,7 @@ TEST_P(SignalsThatEnd, EndTheCommandWhichLeavesNothing) {
   EXPECT_EQ(folder_.bytes("a.html"), "old");
 }
 
-TEST_P(SignalsThatEnd, EndTheCommandWithAnotherOfThemOnTheWay) {
+TEST_P(TerminatingSignals, EndTheCommandEvenWhenRepeated) {
   RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "@/a.html", "-o", "@/c.xlsx"}});
   command.write(table(10));
   command.waitForAFile();
@@ -65,7 +65,7 @@ TEST_P(SignalsThatEnd, EndTheCommandWithAnotherOfThemOnTheWay) {
   EXPECT_EQ(folder_.names(), Names());
 }
 
-TEST_P(SignalsThatEnd, StayIgnoredWhereTheyWere) {
+TEST_P(TerminatingSignals, StayIgnoredWhenTheyWereIgnored) {
   RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "@/a.txt"}, .ignored = {GetParam()}});
   command.write("a,b\n");
   command.waitForAFile();
@@ -76,7 +76,7 @@ TEST_P(SignalsThatEnd, StayIgnoredWhereTheyWere) {
   EXPECT_EQ(folder_.text("a.txt"), "a\tb\n1\t2\n");
 }
 
-TEST_P(SignalsThatEnd, EndTheWaitForAReader) {
+TEST_P(TerminatingSignals, EndTheWaitForAReader) {
   makePipe("pipe");
   folder_.with("in.md", "x");
   RunningCommand command(folder_, {.arguments = {"@/in.md", "-o", "@/a.txt", "-o", "text:@/pipe"}});
@@ -87,19 +87,19 @@ TEST_P(SignalsThatEnd, EndTheWaitForAReader) {
   EXPECT_EQ(folder_.names(), (Names{"in.md", "pipe"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, SignalsThatEnd, testing::Values(SIGINT, SIGTERM, SIGHUP),
+INSTANTIATE_TEST_SUITE_P(Each, TerminatingSignals, testing::Values(SIGINT, SIGTERM, SIGHUP),
                          [](const auto& test) { return "Signal" + std::to_string(test.param); });
 
 TEST_F(Signals, EndTheWaitForAWriter) {
   makePipe("pipe.csv");
   RunningCommand command(folder_, {.arguments = {"@/pipe.csv", "-o", "@/a.txt"}});
-  std::this_thread::sleep_for(std::chrono::milliseconds(100));  // by then it waits, most often
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));  // long enough for it to be waiting, in most runs
   command.send(SIGTERM);
   EXPECT_EQ(command.end(), -SIGTERM);
   EXPECT_EQ(folder_.names(), Names{"pipe.csv"});
 }
 
-TEST_F(Signals, OfALostReaderCostOneOutput) {
+TEST_F(Signals, FromALostReaderFailOneOutput) {
   makePipe("pipe");
   const int reader = ::open(folder_.path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
   RunningCommand command(folder_, {.arguments = {"-", "--from", "csv", "-o", "html:@/pipe", "-o", "@/b.txt"}});
@@ -113,7 +113,7 @@ TEST_F(Signals, OfALostReaderCostOneOutput) {
   EXPECT_EQ(folder_.text("b.txt"), "a\tb\n1\t2\n");
 }
 
-TEST_F(Signals, OfAFileThatGrowsTooLargeCostOneOutput) {
+TEST_F(Signals, FromAFileThatGrowsTooLargeFailOneOutput) {
   const std::string rows = table(1000);
   folder_.with("in.csv", rows);
   RunningCommand command(
@@ -125,7 +125,7 @@ TEST_F(Signals, OfAFileThatGrowsTooLargeCostOneOutput) {
   EXPECT_EQ(folder_.names(), (Names{"b.txt", "in.csv"}));
 }
 
-// The library with a help compiler beside it that takes its time, and tidies up when it is asked to end.
+// A copy of the library with a slow help compiler beside it, which cleans up when it is terminated.
 class SlowHelp {
  public:
   SlowHelp() {
@@ -152,7 +152,7 @@ class SlowHelp {
   CommandRun folder_;
 };
 
-TEST_F(Signals, EndTheHelpCompilerWhichLeavesNothing) {
+TEST_F(Signals, EndTheHelpCompilerWithoutLeavingFiles) {
   const SlowHelp help;
   folder_.with("in.md", "# x").with("a.chm", "old");
   RunningCommand command(folder_,

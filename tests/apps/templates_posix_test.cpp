@@ -9,16 +9,16 @@
 
 #include <unistd.h>
 
-// Templates that are there but cannot be read.
+// Templates that exist but cannot be read.
 
 namespace scrivalen::command::test {
 namespace {
 
 namespace fs = std::filesystem;
 
-constexpr const char* kNoEnd = "Too many levels of symbolic links";
+constexpr const char* kLinkLoop = "Too many levels of symbolic links";
 
-// A folder in which the library looks for its templates while this lives.
+// The library's data folder for its lifetime.
 class DataFolder {
  public:
   DataFolder() { scrivalen::SetDataFolder(folder_.path().c_str()); }
@@ -32,7 +32,7 @@ class DataFolder {
   scrivalen::test::TemporaryFolder folder_;
 };
 
-// A user whom rights concern while it lives.
+// Runs as a user subject to permissions, which root is not, for its lifetime.
 class OrdinaryUser {
  public:
   OrdinaryUser() : before_(::geteuid()) { become(before_ == 0 ? kNobody : before_); }
@@ -68,28 +68,28 @@ struct UnreadableTemplates : testing::Test {
   CommandRun run;
 };
 
-TEST_F(UnreadableTemplates, AreAnErrorOfTheOutputThatUsesThem) {
+TEST_F(UnreadableTemplates, FailTheOutputThatUsesThem) {
   fs::create_symlink("default.htm", page);
   for (const char* const output : {"html:@/a", "chm:@/a"}) {
     const Result made = result({"-o", output, "-o", "text:@/b"});
     EXPECT_EQ(made.status, 1);
-    EXPECT_EQ(made.error, cannotRead("template", page, kNoEnd));
+    EXPECT_EQ(made.error, cannotRead("template", page, kLinkLoop));
     EXPECT_EQ(run.names(), (std::vector<std::string>{"b", "in.md"}));
   }
 }
 
-TEST_F(UnreadableTemplates, AreAnErrorWhenOneIsAskedFor) {
+TEST_F(UnreadableTemplates, AreAnErrorWhenRequestedByName) {
   fs::create_symlink("letter.htm", data / L"tmpl/letter.htm");
   const Result made = result({"--template", "Letter", "-o", "@/a.html"});
   EXPECT_EQ(made.status, 1);
-  EXPECT_EQ(made.error, cannotRead("template", data / L"tmpl/letter.htm", kNoEnd));
+  EXPECT_EQ(made.error, cannotRead("template", data / L"tmpl/letter.htm", kLinkLoop));
   EXPECT_EQ(run.names(), std::vector<std::string>{"in.md"});
 }
 
-TEST_F(UnreadableTemplates, AreAnErrorWhereTheirFolderIsUnreadable) {
+TEST_F(UnreadableTemplates, AreAnErrorWhenTheirFolderIsUnreadable) {
   fs::remove(data / L"tmpl");
   fs::create_symlink("tmpl", data / L"tmpl");
-  const std::string error = cannotRead("folder of templates", data / L"tmpl/", kNoEnd);
+  const std::string error = cannotRead("folder of templates", data / L"tmpl/", kLinkLoop);
   const Result made = result({"-o", "@/a.html"});
   EXPECT_EQ(made.status, 1);
   EXPECT_TRUE(made.error.starts_with(error)) << made.error;
@@ -99,7 +99,7 @@ TEST_F(UnreadableTemplates, AreAnErrorWhereTheirFolderIsUnreadable) {
   EXPECT_EQ(list.error, error);
 }
 
-TEST_F(UnreadableTemplates, AreAnErrorWhereTheUserHasNoRightToThem) {
+TEST_F(UnreadableTemplates, AreAnErrorWhenTheUserMayNotReadThem) {
   fs::permissions(data / L"", fs::perms::all);
   fs::permissions(run.fsPath(""), fs::perms::all);
   scrivalen::test::writeBytes(toWide(page.string()), "%BODY%");
@@ -119,7 +119,7 @@ TEST_F(UnreadableTemplates, AreAnErrorWhereTheUserHasNoRightToThem) {
   fs::permissions(data / L"tmpl", fs::perms::all);
 }
 
-TEST_F(UnreadableTemplates, AreNoneWhereThereIsNoFolderOfThem) {
+TEST_F(UnreadableTemplates, AreNoErrorWithoutATemplateFolder) {
   fs::remove(data / L"tmpl");
   EXPECT_EQ(result({"-o", "@/a.html"}).status, 0);
   EXPECT_EQ(run.run({"--list-templates"}).status, 0);

@@ -43,7 +43,7 @@ struct Attempt {
   bool hasFailed = false;
 };
 
-// A host whose own memory does not run out.
+// Keeps allocations of the host itself from failing.
 void keepMemoryFor(TestHost& host) {
   host.host().writeOutput = [&host](std::string_view text) {
     const UnfailingAllocations ownMemory;
@@ -70,7 +70,7 @@ struct CommandWithoutMemory : testing::TestWithParam<std::tuple<Case, Extent>> {
 
   ~CommandWithoutMemory() override { scrivalen::SetDataFolder(nullptr); }
 
-  // The output without the path that the help compiler writes down: each run makes its help in a folder of its own.
+  // The output without the path in the stand-in compiler's record: each run makes its help in a folder of its own.
   std::string output() const {
     constexpr std::string_view kPath = "argument ";
     constexpr std::string_view kProject = "report.hhp";
@@ -103,8 +103,8 @@ std::string name(const testing::TestParamInfo<CommandWithoutMemory::ParamType>& 
   return std::string(testCase.name) + (extent == Extent::One ? "_OneFails" : "_AllFail");
 }
 
-// A block that cannot grow in place may find another way, so that one failure does no harm.
-TEST_P(CommandWithoutMemory, EndsWithAMessageAndLeavesWhatWasThere) {
+// One failure may be harmless: code that fails to grow a block in place can take another way.
+TEST_P(CommandWithoutMemory, ReportsTheFailureAndKeepsTheExistingFile) {
   const Attempt good = attempt(0);
   ASSERT_EQ(good.status, 0) << good.error;
   const std::string goodBytes = output();
@@ -127,7 +127,7 @@ TEST_P(CommandWithoutMemory, EndsWithAMessageAndLeavesWhatWasThere) {
   EXPECT_GT(nth, 100u);
 }
 
-// The library that makes spreadsheets does not survive that malloc fails: it frees what it never had.
+// The spreadsheet library does not survive a failing malloc: it frees blocks that it never got.
 INSTANTIATE_TEST_SUITE_P(
     Each, CommandWithoutMemory,
     testing::Combine(

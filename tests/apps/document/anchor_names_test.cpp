@@ -9,13 +9,13 @@ namespace {
 
 std::string nameOf(std::string_view heading) { return toUtf8(AnchorNames().next(toWide(heading))); }
 
-TEST(AnchorNames, AreInLowerCaseWithHyphensForBlanks) { EXPECT_EQ(nameOf("First Steps Here"), "first-steps-here"); }
+TEST(AnchorNames, AreLowerCaseWithHyphensForBlanks) { EXPECT_EQ(nameOf("First Steps Here"), "first-steps-here"); }
 
 TEST(AnchorNames, DropPunctuationAndKeepHyphensAndUnderscores) {
   EXPECT_EQ(nameOf("What's new in 2.0? (re-built, my_name)"), "whats-new-in-20-re-built-my_name");
 }
 
-TEST(AnchorNames, KeepABlankForEachSideOfWhatIsDropped) { EXPECT_EQ(nameOf("R & D"), "r--d"); }
+TEST(AnchorNames, KeepTheBlanksAroundDroppedPunctuation) { EXPECT_EQ(nameOf("R & D"), "r--d"); }
 
 TEST(AnchorNames, KeepLettersOfEveryScript) {
   EXPECT_EQ(nameOf("Größe ÄRGER"), "größe-ärger");
@@ -27,7 +27,7 @@ TEST(AnchorNames, KeepLettersOfEveryScript) {
 
 TEST(AnchorNames, DropTypographicPunctuationAndEmoji) { EXPECT_EQ(nameOf("“Quoted” — ok… 😀→"), "quoted--ok-"); }
 
-TEST(AnchorNames, OfAHeadingWithoutLettersIsSection) { EXPECT_EQ(nameOf("!?"), "section"); }
+TEST(AnchorNames, DefaultToSectionForAHeadingWithoutLetters) { EXPECT_EQ(nameOf("!?"), "section"); }
 
 TEST(AnchorNames, AreUnique) {
   AnchorNames names;

@@ -11,26 +11,26 @@
 namespace scrivalen::command::test {
 namespace {
 
-// What a writer was told lands here, because the writer itself goes with its output.
-struct Told {
+// What the writers receive is recorded here, because a writer is destroyed with its output.
+struct Recorded {
   std::wstring title;
   RecordedEvents events;
 };
 
-Told* told = nullptr;
+Recorded* recorded = nullptr;
 bool refuses = false;
-bool raises = false;
+bool throwsOnOpen = false;
 
 class RecordingWriter : public DocumentWriter {
  public:
   bool open(const std::wstring&, const DocumentSettings& settings) override {
-    told->title = settings.title;
-    if (raises) {
+    recorded->title = settings.title;
+    if (throwsOnOpen) {
       throw std::bad_alloc();
     }
     return !refuses;
   }
-  void write(const Event& event) override { told->events.write(event); }
+  void write(const Event& event) override { recorded->events.write(event); }
   bool close() override { return true; }
   std::wstring error() const override { return L"refused"; }
 };
@@ -41,9 +41,9 @@ constexpr Format kRecording = {"recording", "rec",
 class DistributorTest : public testing::Test {
  protected:
   DistributorTest() {
-    told = &told_;
+    recorded = &recorded_;
     refuses = false;
-    raises = false;
+    throwsOnOpen = false;
     outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("out.rec")));
     plan_.settings.title = L"File";
     plan_.titleFromHeading = true;
@@ -55,42 +55,42 @@ class DistributorTest : public testing::Test {
     Distributor distributor(outputs_, plan_);
     readMarkdown(markdown, Safety::Safe, distributor);
     distributor.finish();
-    return told_.events.lines();
+    return recorded_.events.lines();
   }
 
   CommandRun folder_;
-  Told told_;
+  Recorded recorded_;
   Outputs outputs_;
   Distributor::Plan plan_;
 };
 
 TEST_F(DistributorTest, TakesTheTitleFromTheFirstHeading) {
   EXPECT_EQ(distribute("text\n\n## One *two*\n\n# Three").size(), 12u);
-  EXPECT_EQ(told_.title, L"One two");
+  EXPECT_EQ(recorded_.title, L"One two");
 }
 
-TEST_F(DistributorTest, PassesOverAHeadingWithoutAText) {
+TEST_F(DistributorTest, SkipsAnEmptyHeading) {
   distribute("#\n\n# Real");
-  EXPECT_EQ(told_.title, L"Real");
+  EXPECT_EQ(recorded_.title, L"Real");
 }
 
 TEST_F(DistributorTest, KeepsTheGivenTitle) {
   plan_.titleFromHeading = false;
   distribute("# Heading");
-  EXPECT_EQ(told_.title, L"File");
+  EXPECT_EQ(recorded_.title, L"File");
 }
 
 TEST_F(DistributorTest, KeepsTheGivenTitleWhenThereIsNoHeading) {
   EXPECT_EQ(distribute("text"), (Lines{"BeginParagraph", "Text 'text'", "EndParagraph"}));
-  EXPECT_EQ(told_.title, L"File");
+  EXPECT_EQ(recorded_.title, L"File");
 }
 
-TEST_F(DistributorTest, OpensItsOutputsForAnEmptyDocumentToo) {
+TEST_F(DistributorTest, OpensItsOutputsEvenForAnEmptyDocument) {
   EXPECT_EQ(distribute(""), Lines());
-  EXPECT_EQ(told_.title, L"File");
+  EXPECT_EQ(recorded_.title, L"File");
 }
 
-TEST_F(DistributorTest, PutsTheContentsBehindATitle) {
+TEST_F(DistributorTest, PutsTheContentsAfterTheTitle) {
   plan_.contents = true;
   EXPECT_EQ(distribute("# T\n\n## A\n\n### B"),
             (Lines{"BeginHeading 1 'T' @t", "Text 'T'", "EndHeading 1", "BeginContents", "ContentsItem 2 'A' @a",
@@ -103,16 +103,16 @@ TEST_F(DistributorTest, PutsTheContentsFirstWhenTheDocumentBeginsWithoutATitle) 
   EXPECT_EQ(distribute("x\n\n# A"),
             (Lines{"BeginContents", "ContentsItem 1 'A' @a", "EndContents", "BeginParagraph", "Text 'x'",
                    "EndParagraph", "BeginHeading 1 'A' @a", "Text 'A'", "EndHeading 1"}));
-  EXPECT_EQ(told_.title, L"A");
+  EXPECT_EQ(recorded_.title, L"A");
 }
 
-TEST_F(DistributorTest, WritesNoContentsOfNothing) {
+TEST_F(DistributorTest, WritesNoEmptyContents) {
   plan_.contents = true;
   EXPECT_EQ(distribute("# T\n\nx"),
             (Lines{"BeginHeading 1 'T' @t", "Text 'T'", "EndHeading 1", "BeginParagraph", "Text 'x'", "EndParagraph"}));
 }
 
-// A text of so many paragraphs, each of which makes three events.
+// A text of @p count paragraphs, each of which emits three events.
 std::string paragraphs(int count) {
   std::string markdown;
   for (int i = 0; i < count; ++i) {
@@ -121,25 +121,25 @@ std::string paragraphs(int count) {
   return markdown;
 }
 
-TEST_F(DistributorTest, StopsSoonAfterTheLastOutputFailed) {
+TEST_F(DistributorTest, StopsSoonAfterTheLastOutputFails) {
   refuses = true;
   EXPECT_THROW(distribute(paragraphs(30)), NoOutputLeft);
   EXPECT_EQ(outputs_[0]->error(), "refused");
-  EXPECT_EQ(told_.events.lines(), Lines());
+  EXPECT_EQ(recorded_.events.lines(), Lines());
 }
 
-TEST_F(DistributorTest, WritesToNoOutputAfterOneRaisedInsteadOfOpening) {
-  raises = true;
+TEST_F(DistributorTest, WritesNothingAfterAnOutputThrowsWhileOpening) {
+  throwsOnOpen = true;
   outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("never.rec")));
   Distributor distributor(outputs_, plan_);
   EXPECT_THROW(readMarkdown("# text\n\nmore", Safety::Safe, distributor), std::bad_alloc);
   for (const auto& output : outputs_) {
     output->write({.kind = EventKind::Rule});
   }
-  EXPECT_EQ(told_.events.lines(), Lines());
+  EXPECT_EQ(recorded_.events.lines(), Lines());
 }
 
-TEST_F(DistributorTest, LooksEveryFewEventsAndLetsThroughWhatThatRaises) {
+TEST_F(DistributorTest, LooksEveryFewEventsAndPropagatesExceptions) {
   plan_.titleFromHeading = false;
   int looks = 0;
   plan_.look = [&looks] {
@@ -148,10 +148,10 @@ TEST_F(DistributorTest, LooksEveryFewEventsAndLetsThroughWhatThatRaises) {
     }
   };
   EXPECT_THROW(distribute(paragraphs(1000)), Interrupted);
-  EXPECT_LT(told_.events.lines().size(), 200u);
+  EXPECT_LT(recorded_.events.lines().size(), 200u);
 }
 
-TEST_F(DistributorTest, LooksAtEventsThatAreHeldBackToo) {
+TEST_F(DistributorTest, LooksWhileItHoldsEventsBack) {
   plan_.contents = true;
   plan_.look = [] { throw Interrupted(); };
   EXPECT_THROW(distribute(paragraphs(30)), Interrupted);

@@ -13,7 +13,7 @@ Lines replayed(const EventLog& log) {
   return events.lines();
 }
 
-TEST(EventLog, ReplaysWhatItWasToldWithEveryField) {
+TEST(EventLog, ReplaysEveryFieldOfItsEvents) {
   EventLog log;
   log.write({.kind = EventKind::BeginHeading, .number = 2, .text = L"Größe 😀", .address = L"größe"});
   log.write({.kind = EventKind::BeginList, .ordered = true, .tight = true, .number = 7});
@@ -31,7 +31,7 @@ TEST(EventLog, CanBeReplayedTwice) {
   EXPECT_EQ(replayed(log), replayed(log));
 }
 
-TEST(EventLog, IsEmptyUntilItIsToldAnythingAndAfterItWasCleared) {
+TEST(EventLog, IsEmptyAtFirstAndAfterClear) {
   EventLog log;
   EXPECT_TRUE(log.isEmpty());
   log.write({.kind = EventKind::LineBreak});

@@ -23,7 +23,7 @@ Lines eventsOf(std::string text, char separator = ',', std::size_t pieces = 1 <<
   return events.lines();
 }
 
-// Rows as one line each, cells between bars.
+// One line for each row, its cells between bars.
 Lines rowsOf(const std::string& text, char separator = ',', std::size_t pieces = 1 << 20) {
   Lines rows;
   for (const std::string& event : eventsOf(text, separator, pieces)) {
@@ -49,40 +49,38 @@ std::string errorOf(const std::string& text, std::size_t pieces = 1 << 20) {
   }
 }
 
-TEST(CsvReader, TellsATableWhoseFirstRowIsItsHeader) {
+TEST(CsvReader, TreatsTheFirstRowAsTheHeader) {
   EXPECT_EQ(eventsOf("a,b\r\n1,2\r\n"),
             (Lines{"BeginTable", "BeginRow header 2", "BeginCell header", "Text 'a'", "EndCell header",
                    "BeginCell header", "Text 'b'", "EndCell header", "EndRow header", "BeginRow 2", "BeginCell",
                    "Text '1'", "EndCell", "BeginCell", "Text '2'", "EndCell", "EndRow", "EndTable"}));
 }
 
-TEST(CsvReader, TellsNothingOfAnEmptyFile) {
+TEST(CsvReader, EmitsNothingForAnEmptyFile) {
   EXPECT_EQ(eventsOf(""), Lines());
   EXPECT_EQ(eventsOf("\r\n\r\n"), Lines());
 }
 
-TEST(CsvReader, NeedsNoLineEndAtTheEnd) { EXPECT_EQ(rowsOf("a,b\n1,2"), (Lines{"|a|b|", "|1|2|"})); }
+TEST(CsvReader, NeedsNoFinalLineEnd) { EXPECT_EQ(rowsOf("a,b\n1,2"), (Lines{"|a|b|", "|1|2|"})); }
 
-TEST(CsvReader, KnowsTheLineEndsOfEverySystem) {
+TEST(CsvReader, AcceptsTheLineEndsOfEverySystem) {
   EXPECT_EQ(rowsOf("a\r\nb\nc\n"), (Lines{"|a|", "|b|", "|c|"}));
   EXPECT_EQ(rowsOf("a\rb\rc"), (Lines{"|a|", "|b|", "|c|"}));
 }
 
-TEST(CsvReader, TakesQuotesOff) {
-  EXPECT_EQ(rowsOf("\"a,b\",\"say \"\"hi\"\"\",\"\"\n"), (Lines{"|a,b|say \"hi\"||"}));
-}
+TEST(CsvReader, RemovesQuotes) { EXPECT_EQ(rowsOf("\"a,b\",\"say \"\"hi\"\"\",\"\"\n"), (Lines{"|a,b|say \"hi\"||"})); }
 
-TEST(CsvReader, BreaksTheLineWhereACellHasALineEnd) {
+TEST(CsvReader, TurnsALineEndInACellIntoALineBreak) {
   EXPECT_EQ(rowsOf("\"one\r\ntwo\nthree\rfour\n\",x\n"), (Lines{"|one/two/three/four/|x|"}));
 }
 
-TEST(CsvReader, TakesAQuoteInACellThatIsNotQuotedAsItIs) {
+TEST(CsvReader, KeepsAQuoteInAnUnquotedCell) {
   EXPECT_EQ(rowsOf("size\n3.5\" disk\n5\" and 3\"\n"), (Lines{"|size|", "|3.5\" disk|", "|5\" and 3\"|"}));
 }
 
-TEST(CsvReader, DropsBlanksAroundACell) { EXPECT_EQ(rowsOf(" a , \"b, c\" , d e \n"), (Lines{"|a|b, c|d e|"})); }
+TEST(CsvReader, TrimsBlanksAroundACell) { EXPECT_EQ(rowsOf(" a , \"b, c\" , d e \n"), (Lines{"|a|b, c|d e|"})); }
 
-TEST(CsvReader, FillsShortRowsUpAndKeepsLongOnesLong) {
+TEST(CsvReader, PadsShortRowsAndKeepsLongOnes) {
   EXPECT_EQ(rowsOf("a,b,c\n1\n1,2,3,4\n,,\n"), (Lines{"|a|b|c|", "|1|||", "|1|2|3|4|", "||||"}));
   const Lines events = eventsOf("a,b\n1,2,3\n");
   EXPECT_EQ(std::count(events.begin(), events.end(), "BeginRow 3"), 1);
@@ -90,7 +88,7 @@ TEST(CsvReader, FillsShortRowsUpAndKeepsLongOnesLong) {
 
 TEST(CsvReader, SkipsEmptyLines) { EXPECT_EQ(rowsOf("a,b\n\n1,2\n\n\n"), (Lines{"|a|b|", "|1|2|"})); }
 
-TEST(CsvReader, TakesAnEmptyLineForAnEmptyValueOfASingleColumn) {
+TEST(CsvReader, ReadsAnEmptyLineAsAnEmptyValueOfASingleColumn) {
   const Lines rows = {"|a|", "|1|", "||", "|2|", "||", "||"};
   for (const std::string end : {"\n", "\r\n", "\r"}) {
     const std::string text = replacedAll<char>("a\n1\n\n2\n \t\n\n", "\n", end);
@@ -100,23 +98,23 @@ TEST(CsvReader, TakesAnEmptyLineForAnEmptyValueOfASingleColumn) {
   EXPECT_EQ(rowsOf("a\n\n\"\"\n", '\t'), (Lines{"|a|", "||", "||"}));
 }
 
-TEST(CsvReader, TakesNoEmptyLineForAValueBeforeTheHeaderOrAfterTheLastLineEnd) {
+TEST(CsvReader, SkipsEmptyLinesBeforeTheHeaderAndAfterTheLastLineEnd) {
   EXPECT_EQ(rowsOf("\n\na\n1\n"), (Lines{"|a|", "|1|"}));
   EXPECT_EQ(rowsOf("a\n1"), (Lines{"|a|", "|1|"}));
 }
 
-TEST(CsvReader, TakesNoEmptyLineWithinQuotesForAValue) {
+TEST(CsvReader, KeepsAnEmptyLineWithinQuotesInItsCell) {
   EXPECT_EQ(rowsOf("a\n\"1\n\n2\"\n3\n"), (Lines{"|a|", "|1//2|", "|3|"}));
   EXPECT_EQ(rowsOf("a\n\"1\n\n2\"\n3\n", ',', 1), (Lines{"|a|", "|1//2|", "|3|"}));
 }
 
-TEST(CsvReader, TakesALineOfSeparatorsForCells) { EXPECT_EQ(rowsOf("a\n\t\n", '\t'), (Lines{"|a|", "|||"})); }
+TEST(CsvReader, ReadsALineOfSeparatorsAsEmptyCells) { EXPECT_EQ(rowsOf("a\n\t\n", '\t'), (Lines{"|a|", "|||"})); }
 
-TEST(CsvReader, SeparatesByTabsWhenItIsTold) {
+TEST(CsvReader, SeparatesCellsByTabsOnRequest) {
   EXPECT_EQ(rowsOf("a,b\tc\n\"x\ty\"\t \n", '\t'), (Lines{"|a,b|c|", "|x\ty||"}));
 }
 
-TEST(CsvReader, ReadsTheSameInWhateverPiecesTheInputComes) {
+TEST(CsvReader, ReadsTheSameHoweverTheInputIsSplit) {
   const std::string table = "\xEF\xBB\xBFn,\"text\"\r\n1,\"a \"\"q\"\" €,\r\n\r\nb\"\r\n2,5\" x\r\n\r\n3,é\r\n";
   const Lines whole = eventsOf(table);
   for (std::size_t pieces = 1; pieces < 20; ++pieces) {
@@ -124,12 +122,12 @@ TEST(CsvReader, ReadsTheSameInWhateverPiecesTheInputComes) {
   }
 }
 
-TEST(CsvReader, NamesTheLineOfTextBehindAQuote) {
+TEST(CsvReader, ReportsTheLineOfTextAfterAClosingQuote) {
   EXPECT_EQ(errorOf("a,b\n1,2\n\"x\"y,3\n"), "'-', line 3: text behind the closing quote of a cell");
   EXPECT_EQ(errorOf("a,b\n\"one\ntwo\" three,\n"), "'-', line 3: text behind the closing quote of a cell");
 }
 
-TEST(CsvReader, NamesTheLineWhereAQuoteBeginsThatDoesNotEnd) {
+TEST(CsvReader, ReportsTheLineWhereAnUnclosedQuoteBegins) {
   const std::string reason = ": a quoted cell begins here and does not end";
   EXPECT_EQ(errorOf("a,b\n1,2\n3,\"open\n4,5\n6,7\n"), "'-', line 3" + reason);
   EXPECT_EQ(errorOf("\"open"), "'-', line 1" + reason);
@@ -138,15 +136,15 @@ TEST(CsvReader, NamesTheLineWhereAQuoteBeginsThatDoesNotEnd) {
   EXPECT_EQ(errorOf("a\r\"open\rb\r"), "'-', line 2" + reason);
 }
 
-TEST(CsvReader, NamesTheSameLineInWhateverPiecesTheInputComes) {
+TEST(CsvReader, ReportsTheSameLineHoweverTheInputIsSplit) {
   const std::string table = "a,b\n\"x\ny\",1\n\n2,\"open, \"\"\nc\n";
   for (std::size_t pieces = 1; pieces < 20; ++pieces) {
     EXPECT_EQ(errorOf(table, pieces), "'-', line 5: a quoted cell begins here and does not end") << pieces;
   }
 }
 
-TEST(CsvReader, LetsWhatItsListenerRaisesThrough) {
-  struct Raising : EventSink {
+TEST(CsvReader, PropagatesExceptionsFromItsSink) {
+  struct Throwing : EventSink {
     void write(const Event&) override { throw std::runtime_error("enough"); }
   } sink;
   TestHost host;

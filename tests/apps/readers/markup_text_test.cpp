@@ -13,54 +13,54 @@ std::string textOfMarkup(std::string_view markup) {
   return toUtf8(text);
 }
 
-TEST(MarkupText, HasNoTags) { EXPECT_EQ(textOfMarkup("a <b class='x'>bold</b> <i>word</i>"), "a bold word"); }
+TEST(MarkupText, DropsTags) { EXPECT_EQ(textOfMarkup("a <b class='x'>bold</b> <i>word</i>"), "a bold word"); }
 
 TEST(MarkupText, BreaksTheLineAtABreak) { EXPECT_EQ(textOfMarkup("a<br>b<BR/>c<br />d"), "a\nb\nc\nd"); }
 
-TEST(MarkupText, BreaksTheLineOnceWhereBlocksMeet) {
+TEST(MarkupText, BreaksTheLineOnceBetweenBlocks) {
   EXPECT_EQ(textOfMarkup("<div>\n<p>one</p>\n<p>two</p>\n</div>"), "one\ntwo\n");
 }
 
-TEST(MarkupText, DrawsBlanksTogether) { EXPECT_EQ(textOfMarkup("a \n\t b"), "a b"); }
+TEST(MarkupText, CollapsesBlanks) { EXPECT_EQ(textOfMarkup("a \n\t b"), "a b"); }
 
 TEST(MarkupText, ResolvesCharacterReferences) {
   EXPECT_EQ(textOfMarkup("R&amp;D &#8364; & &unknown"), "R&D € & &unknown");
 }
 
-TEST(MarkupText, HasNoCommentsDeclarationsScriptsAndStyleSheets) {
+TEST(MarkupText, DropsCommentsDeclarationsScriptsAndStyleSheets) {
   EXPECT_EQ(textOfMarkup("a<!-- <b>no</b> --><!DOCTYPE x><?php no ?>b"), "ab");
   EXPECT_EQ(textOfMarkup("a<script>if (1 < 2) no();</script><STYLE>p {}</style>b"), "ab");
 }
 
-TEST(MarkupText, KnowsThatAQuotedAttributeMayHoldATagsEnd) {
+TEST(MarkupText, IgnoresATagsEndInAQuotedAttribute) {
   EXPECT_EQ(textOfMarkup("<a title=\"1 > 0\" rel='>'>text</a>"), "text");
 }
 
-TEST(MarkupText, KeepsAnAngleThatBeginsNoTag) { EXPECT_EQ(textOfMarkup("1 < 2 <3"), "1 < 2 <3"); }
+TEST(MarkupText, KeepsAnAngleBracketThatBeginsNoTag) { EXPECT_EQ(textOfMarkup("1 < 2 <3"), "1 < 2 <3"); }
 
-TEST(MarkupText, EndsWithATagThatDoesNotEnd) { EXPECT_EQ(textOfMarkup("a<b class=\"x"), "a"); }
+TEST(MarkupText, EndsAtAnUnclosedTag) { EXPECT_EQ(textOfMarkup("a<b class=\"x"), "a"); }
 
-TEST(MarkupText, EndsWithACommentOrAScriptThatDoesNotEnd) {
+TEST(MarkupText, EndsAtAnUnclosedCommentOrScript) {
   EXPECT_EQ(textOfMarkup("a<!-- b"), "a");
   EXPECT_EQ(textOfMarkup("a<script>b </scrap>"), "a");
 }
 
-TEST(MarkupText, KnowsAQuoteThatQuotesNothing) {
+TEST(MarkupText, IgnoresAQuoteOutsideAnAttributeValue) {
   EXPECT_EQ(textOfMarkup("a<b it's>c</b it's> d<i title = '>'>e"), "ac de");
 }
 
-TEST(MarkupText, HidesNoElementWhoseNameOnlyBeginsLikeAScripts) {
+TEST(MarkupText, KeepsElementsWhoseNameOnlyBeginsLikeAScripts) {
   EXPECT_EQ(textOfMarkup("a<script_x>b</script_x>c<style-x>d</style-x>"), "a\nb\nc\nd\n");
   EXPECT_EQ(textOfMarkup("a<script>b</scripts>c</script\n>d"), "ad");
 }
 
-TEST(MarkupText, TakesNoTagForAReference) { EXPECT_EQ(textOfMarkup("a &<b>c</b>; d"), "a &c; d"); }
+TEST(MarkupText, DoesNotReadAReferenceAcrossATag) { EXPECT_EQ(textOfMarkup("a &<b>c</b>; d"), "a &c; d"); }
 
-TEST(MarkupText, EndsAnEmptyCommentAtOnceAndAMarkedSectionAtItsMark) {
+TEST(MarkupText, FindsTheEndOfEmptyCommentsAndMarkedSections) {
   EXPECT_EQ(textOfMarkup("a<!-->b<!--->c<![CDATA[ > ]]>d"), "abcd");
 }
 
-TEST(MarkupText, RemembersFromPieceToPieceWhatIsHidden) {
+TEST(MarkupText, CarriesHiddenContentFromPieceToPiece) {
   MarkupText markup;
   std::wstring text;
   markup.appendBlock(text, L"a<SCRIPT>b");
@@ -75,7 +75,7 @@ TEST(MarkupText, RemembersFromPieceToPieceWhatIsHidden) {
   EXPECT_EQ(text, L"aceh");
 }
 
-TEST(MarkupText, WithinALineIsNothingButItsBreaks) {
+TEST(MarkupText, KeepsOnlyLineBreaksWithinALine) {
   std::wstring text = L"a ";
   MarkupText().appendInline(text, L"<kbd><!-- x --><br/></custom>");
   EXPECT_EQ(text, L"a \n");

@@ -35,32 +35,32 @@ TEST(SafeMarkdown, BreaksTheLineAtABreak) {
   EXPECT_EQ(eventsOf("![a<br>b](c)"), paragraph({"Image 'a b' @c"}));
 }
 
-TEST(SafeMarkdown, MakesAParagraphOfAnHtmlBlock) {
+TEST(SafeMarkdown, TurnsAnHtmlBlockIntoAParagraph) {
   EXPECT_EQ(eventsOf("<div>\n<p>a &lt; <b>*b*</b><br>c</p>\n<p>d</p></div>"),
             paragraph({"Text 'a < *b*'", "LineBreak", "Text 'c'", "LineBreak", "Text 'd'"}));
 }
 
-TEST(SafeMarkdown, MakesNothingOfHtmlWithoutText) {
+TEST(SafeMarkdown, DropsHtmlWithoutText) {
   EXPECT_EQ(eventsOf("<div>\n</div>\n\n<!-- a -->\n\n<br>\n\n<a name=\"x\"></a> <b></b>\n\n# <a id=\"y\"></a>"),
             Lines());
 }
 
-TEST(SafeMarkdown, KeepsWhatIsNoHtml) {
+TEST(SafeMarkdown, KeepsTextThatOnlyLooksLikeHtml) {
   EXPECT_EQ(eventsOf("1 < 2 &lt;b> \\<script>x `<script>`"),
             paragraph({"Text '1 < 2 <b> <script>x '", "BeginCode", "Text '<script>'", "EndCode"}));
 }
 
-TEST(SafeMarkdown, DropsCommentsAndInstructionsOfALine) {
+TEST(SafeMarkdown, DropsInlineCommentsAndInstructions) {
   EXPECT_EQ(eventsOf("a<!-- b <c> --><?d e?><!F g>h<![CDATA[i]]>j"), paragraph({"Text 'ahj'"}));
 }
 
-TEST(SafeMarkdown, DropsWhatIsInAScriptOfALine) {
+TEST(SafeMarkdown, DropsTheContentOfInlineScripts) {
   EXPECT_EQ(eventsOf("a <script>alert(*1*) `c` [d](e) ![f](g) <br> &amp;  \nh</SCRIPT > i"),
             paragraph({"Text 'a '", "Text ' i'"}));
   EXPECT_EQ(eventsOf("a <style>b</script>c</style> d"), paragraph({"Text 'a  d'"}));
 }
 
-TEST(SafeMarkdown, KeepsStylesBalancedThatAScriptOverlaps) {
+TEST(SafeMarkdown, BalancesStylesThatAScriptOverlaps) {
   EXPECT_EQ(eventsOf("*a <script> b* **c </script> d** e"),
             paragraph({"BeginEmphasis", "Text 'a '", "EndEmphasis", "Text ' d e'"}));
 }
@@ -70,7 +70,7 @@ TEST(SafeMarkdown, DropsAScriptThatEndsInAnotherBlock) {
             (Lines{"BeginParagraph", "Text ' g'", "EndParagraph", "BeginParagraph", "Text 'h'", "EndParagraph"}));
 }
 
-TEST(SafeMarkdown, KeepsTheStructureThatAScriptEndsIn) {
+TEST(SafeMarkdown, KeepsTheStructureInWhichAScriptEnds) {
   EXPECT_EQ(eventsOf("a <script>\n\n- b\n- c </script> d"),
             (Lines{"BeginParagraph", "Text 'a '", "EndParagraph", "BeginList tight", "BeginItem", "EndItem",
                    "BeginItem", "Text ' d'", "EndItem", "EndList"}));
@@ -82,15 +82,15 @@ TEST(SafeMarkdown, DropsACommentThatEndsInAnotherBlock) {
                    "BeginParagraph", "Text 'f'", "EndParagraph"}));
 }
 
-// A tag that somebody writes about would else take the rest of the document with it.
-TEST(SafeMarkdown, LosesNoTextAfterAScriptThatDoesNotEnd) {
+// Otherwise a document that only mentions a tag would lose the rest of its text.
+TEST(SafeMarkdown, KeepsTheTextAfterAnUnclosedScript) {
   const Lines lines = eventsOf("Use <script> here:\n\n```\n<script>a</script>\n```\n\nb <style> c");
   EXPECT_EQ(lines,
             (Lines{"BeginParagraph", "Text 'Use  here:'", "EndParagraph", "BeginCodeBlock",
                    "Text '<script>a</script>\\n'", "EndCodeBlock", "BeginParagraph", "Text 'b  c'", "EndParagraph"}));
 }
 
-TEST(SafeMarkdown, EndsAnHtmlBlocksScriptWithItsBlockAtTheLatest) {
+TEST(SafeMarkdown, EndsAnUnclosedScriptWithItsHtmlBlock) {
   EXPECT_EQ(eventsOf("<div>a<script>b\n\nc"),
             (Lines{"BeginParagraph", "Text 'a'", "EndParagraph", "BeginParagraph", "Text 'c'", "EndParagraph"}));
   EXPECT_EQ(eventsOf("<div>a<!-- b\n\nc"),
@@ -106,18 +106,18 @@ TEST(SafeMarkdown, ShowsAddressesThatRunAProgramInsteadOfLinkingToThem) {
   EXPECT_EQ(eventsOf("[![a](b)](javascript:c)"), paragraph({"Image 'a' @b", "Text ' (javascript:c)'"}));
 }
 
-TEST(SafeMarkdown, FindsSchemesBehindReferencesAndEscapes) {
+TEST(SafeMarkdown, FindsSchemesWrittenWithReferencesAndEscapes) {
   EXPECT_EQ(eventsOf("[a](&#106;ava&#x0A;script&colon;b)"), paragraph({"Text 'a (java\\nscript:b)'"}));
   EXPECT_EQ(eventsOf("[a](javascript\\:b)"), paragraph({"Text 'a (javascript:b)'"}));
   EXPECT_EQ(eventsOf("[a](<  JavaScript:b>)"), paragraph({"Text 'a (  JavaScript:b)'"}));
 }
 
-TEST(SafeMarkdown, LetsPicturesHoldTheirData) {
+TEST(SafeMarkdown, AllowsDataUrlsInImages) {
   EXPECT_EQ(eventsOf("![a](data:image/png;base64,AA)"), paragraph({"Image 'a' @data:image/png;base64,AA"}));
   EXPECT_EQ(eventsOf("![a](javascript:b)"), paragraph({"Text 'a (javascript:b)'"}));
 }
 
-TEST(SafeMarkdown, CountsAnAddressThatIsShownToItsHeading) {
+TEST(SafeMarkdown, IncludesAShownAddressInItsHeading) {
   EXPECT_EQ(eventsOf("# [a](javascript:b)")[0], "BeginHeading 1 'a (javascript:b)' @a-javascriptb");
 }
 
@@ -127,7 +127,7 @@ TEST(SafeMarkdown, LeavesOtherAddressesAlone) {
                        "Text 'mailto:c@d.org'", "EndLink"}));
 }
 
-// What every output makes of one text.
+// The same text in every output.
 constexpr std::string_view kHostile =
     "a <b onclick=\"evil()\">b</b><br>c<script>evil()</script> [d](javascript:evil) ![e](j.png)\n\n"
     "<div style=\"evil\"><p>f</p>\n<style>evil {}</style><!-- evil --></div>\n";

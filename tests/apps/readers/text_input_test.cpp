@@ -28,7 +28,7 @@ Reading readAll(const std::string& bytes) {
   return reading;
 }
 
-// Hands out one byte a call, as a slow pipe may.
+// Supplies one byte per call, as a slow pipe may.
 Reading readByteByByte(const std::string& bytes) {
   TestHost host;
   host.input = bytes;
@@ -53,7 +53,7 @@ TEST(TextInput, ReadsAFile) {
   EXPECT_EQ(input.rest(), "Grüße");
 }
 
-TEST(TextInput, SaysWhyAFileCannotBeRead) {
+TEST(TextInput, ReportsWhyAFileCannotBeRead) {
   CommandRun folder;
   try {
     TextInput(folder.host.host(), folder.path("missing.md"));
@@ -63,13 +63,13 @@ TEST(TextInput, SaysWhyAFileCannotBeRead) {
   }
 }
 
-TEST(TextInput, SaysThatStandardInputCannotBeRead) {
+TEST(TextInput, ReportsThatStandardInputCannotBeRead) {
   TestHost host;
   host.host().readInput = [](void*, std::size_t) { return std::nullopt; };
   EXPECT_THROW(TextInput(host.host(), "-").rest(), InputError);
 }
 
-TEST(TextInput, TakesTheByteOrderMarkOff) {
+TEST(TextInput, RemovesTheByteOrderMark) {
   EXPECT_EQ(readAll("\xEF\xBB\xBFtext").text, "text");
   EXPECT_EQ(readAll("\xEF\xBB\xBF").text, "");
   EXPECT_EQ(readByteByByte("\xEF\xBB\xBFtext").text, "text");
@@ -81,13 +81,13 @@ TEST(TextInput, ConvertsUtf16OfBothByteOrders) {
   EXPECT_EQ(readByteByByte("\xFF\xFE"s + "a\0\xAC\x20\x3D\xD8\x00\xDE"s).text, "a€😀");
 }
 
-TEST(TextInput, ReplacesAndCountsWhatIsNoUtf16) {
+TEST(TextInput, ReplacesAndCountsInvalidUtf16) {
   const Reading reading = readAll("\xFF\xFE"s + "\x3D\xD8" + "a\0"s + "\0\0"s + "b"s);
   EXPECT_EQ(reading.text, "\uFFFDa\uFFFD\uFFFD");
   EXPECT_EQ(reading.replaced, 3u);
 }
 
-TEST(TextInput, ReplacesAndCountsWhatIsNoUtf8) {
+TEST(TextInput, ReplacesAndCountsInvalidUtf8) {
   const Reading reading = readAll(
       "a\xFF"
       "b\xE2\x82"
@@ -96,7 +96,7 @@ TEST(TextInput, ReplacesAndCountsWhatIsNoUtf8) {
   EXPECT_EQ(reading.replaced, 4u);
 }
 
-TEST(TextInput, ReplacesTheSameInWhateverPiecesTheInputComes) {
+TEST(TextInput, ReplacesTheSameHoweverTheInputIsSplit) {
   const Reading reading = readByteByByte(
       "a\xFF"
       "b\xE2\x82"
@@ -105,7 +105,7 @@ TEST(TextInput, ReplacesTheSameInWhateverPiecesTheInputComes) {
   EXPECT_EQ(reading.replaced, 4u);
 }
 
-TEST(TextInput, KeepsACharacterWholeThatLiesAcrossTwoPieces) {
+TEST(TextInput, KeepsACharacterSplitAcrossTwoReads) {
   for (std::size_t shift = 0; shift < 4; ++shift) {
     std::string text(shift, 'x');
     for (int i = 0; i < 200000; ++i) {

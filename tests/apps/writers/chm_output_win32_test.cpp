@@ -7,8 +7,8 @@
 
 #include <gtest/gtest.h>
 
-// The help compiler on the search path of these tests writes down what it was given: the project, the contents and each
-// topic's page.
+// The help compiler on the search path of these tests records its input: the project, the contents and each topic's
+// page.
 namespace scrivalen::command::test {
 namespace {
 
@@ -25,8 +25,8 @@ class ChmOutput : public testing::Test {
   }
 };
 
-// What the compiler was given, with '~' for the folder of the topics, which has another name each time.
-std::string givenFor(std::string_view markdown, const std::vector<std::string>& options = {}) {
+// The compiler's input, with '~' for the folder of the topics, whose name changes with each run.
+std::string compilerInputFor(std::string_view markdown, const std::vector<std::string>& options = {}) {
   CommandRun run;
   std::vector<std::string> arguments = {"@/in.md", "-o", "@/out.chm", "--title", "T"};
   arguments.insert(arguments.end(), options.begin(), options.end());
@@ -41,35 +41,35 @@ std::string givenFor(std::string_view markdown, const std::vector<std::string>& 
 }
 
 TEST_F(ChmOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
-  const std::string given = givenFor("a\n\n# B\n\n### C\n\n## D");
-  EXPECT_TRUE(holds(given, "Default topic=~topic1.htm\n")) << given;
-  EXPECT_TRUE(holds(given, "Title=T\n[FILES]\n~topic1.htm\n~topic2.htm\n~topic3.htm\n")) << given;
-  EXPECT_TRUE(holds(given, "<param name=\"Name\" value=\"T\">\r\n<param name=\"Local\" value=\"~topic1.htm\">"));
-  EXPECT_TRUE(holds(given, "<param name=\"Name\" value=\"B\">\r\n<param name=\"Local\" value=\"~topic2.htm\">"));
-  EXPECT_TRUE(holds(given, "<h1 id=\"b\">B</h1>\n<h3 id=\"c\">C</h3>"));
+  const std::string input = compilerInputFor("a\n\n# B\n\n### C\n\n## D");
+  EXPECT_TRUE(holds(input, "Default topic=~topic1.htm\n")) << input;
+  EXPECT_TRUE(holds(input, "Title=T\n[FILES]\n~topic1.htm\n~topic2.htm\n~topic3.htm\n")) << input;
+  EXPECT_TRUE(holds(input, "<param name=\"Name\" value=\"T\">\r\n<param name=\"Local\" value=\"~topic1.htm\">"));
+  EXPECT_TRUE(holds(input, "<param name=\"Name\" value=\"B\">\r\n<param name=\"Local\" value=\"~topic2.htm\">"));
+  EXPECT_TRUE(holds(input, "<h1 id=\"b\">B</h1>\n<h3 id=\"c\">C</h3>"));
 }
 
 TEST_F(ChmOutput, LinksFromTopicToTopic) {
-  const std::string given = givenFor("# A\n\n[d](#d) [c](#c)\n\n### C\n\n# B\n\n### D\n\n[c](#c)");
-  EXPECT_TRUE(holds(given, "<a href=\"topic2.htm#d\">d</a> <a href=\"#c\">c</a>")) << given;
-  EXPECT_TRUE(holds(given, "<a href=\"topic1.htm#c\">c</a>")) << given;
+  const std::string input = compilerInputFor("# A\n\n[d](#d) [c](#c)\n\n### C\n\n# B\n\n### D\n\n[c](#c)");
+  EXPECT_TRUE(holds(input, "<a href=\"topic2.htm#d\">d</a> <a href=\"#c\">c</a>")) << input;
+  EXPECT_TRUE(holds(input, "<a href=\"topic1.htm#c\">c</a>")) << input;
 }
 
-TEST_F(ChmOutput, BeginsNoTopicWithinAQuoteOrAList) {
-  EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C"), "[FILES]\n~topic1.htm\n[report.hhc]"));
-  EXPECT_TRUE(holds(givenFor("# A\n\n> # B\n\n- # C", {"--classic"}), "[FILES]\n~topic1.htm\n[report.hhc]"));
+TEST_F(ChmOutput, BeginsNoTopicInAQuoteOrAList) {
+  EXPECT_TRUE(holds(compilerInputFor("# A\n\n> # B\n\n- # C"), "[FILES]\n~topic1.htm\n[report.hhc]"));
+  EXPECT_TRUE(holds(compilerInputFor("# A\n\n> # B\n\n- # C", {"--classic"}), "[FILES]\n~topic1.htm\n[report.hhc]"));
 }
 
-TEST_F(ChmOutput, HasRawHtmlAsTextUnlessItIsUnsafe) {
+TEST_F(ChmOutput, WritesRawHtmlAsTextUnlessUnsafe) {
   const std::string_view markdown = "a <b onclick='e'>b</b><script>e</script> [c](javascript:e)\n\n<div>d</div>";
-  EXPECT_TRUE(holds(givenFor(markdown), "<p>a b c (javascript:e)</p>\n<p>d</p>"));
-  EXPECT_TRUE(holds(givenFor(markdown, {"--classic"}), "<p>a b c (javascript:e)</p><p>d</p>"));
-  EXPECT_TRUE(holds(givenFor(markdown, {"--unsafe"}),
+  EXPECT_TRUE(holds(compilerInputFor(markdown), "<p>a b c (javascript:e)</p>\n<p>d</p>"));
+  EXPECT_TRUE(holds(compilerInputFor(markdown, {"--classic"}), "<p>a b c (javascript:e)</p><p>d</p>"));
+  EXPECT_TRUE(holds(compilerInputFor(markdown, {"--unsafe"}),
                     "<p>a <b onclick='e'>b</b><script>e</script> <a href=\"javascript:e\">c</a></p>\n<div>d</div>"));
 }
 
-TEST_F(ChmOutput, IsMadeOfPlainOperationsInItsClassicForm) {
-  EXPECT_TRUE(holds(givenFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
+TEST_F(ChmOutput, UsesPlainOperationsInItsClassicForm) {
+  EXPECT_TRUE(holds(compilerInputFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
 }
 
 }  // namespace

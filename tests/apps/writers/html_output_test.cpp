@@ -10,7 +10,7 @@ TEST(HtmlOutput, HasParagraphsWithStyles) {
             "<p><b>a</b> <i>b</i> <code>c&lt;d</code> <del>e</del> f &amp; g</p>");
 }
 
-TEST(HtmlOutput, GivesHeadingsAnIdThatLinksReach) {
+TEST(HtmlOutput, GivesHeadingsAnIdForLinks) {
   EXPECT_EQ(htmlOf("# A *B* & C\n\n[up](#a-b--c)"),
             "<h1 id=\"a-b--c\">A <i>B</i> &amp; C</h1>\n<p><a href=\"#a-b--c\">up</a></p>");
 }
@@ -20,7 +20,7 @@ TEST(HtmlOutput, HasLinksWithStylesAndTitles) {
             "<p><a href=\"http://x/?p=1&amp;q=2\" title=\"T &quot;q&quot;\">a <b>b</b></a></p>");
 }
 
-TEST(HtmlOutput, EncodesWhatAnAddressMayNotHold) {
+TEST(HtmlOutput, PercentEncodesInvalidCharactersOfAddresses) {
   EXPECT_EQ(htmlOf("[a](<b c\"{}|^`\\\\é%20>)"), "<p><a href=\"b%20c%22%7B%7D%7C%5E%60%5Cé%20\">a</a></p>");
 }
 
@@ -28,14 +28,14 @@ TEST(HtmlOutput, HasImages) {
   EXPECT_EQ(htmlOf("![a \"b\" <](c.png 'T')"), "<p><img src=\"c.png\" alt=\"a &quot;b&quot; &lt;\" title=\"T\"></p>");
 }
 
-TEST(HtmlOutput, BreaksLinesHardOnly) { EXPECT_EQ(htmlOf("a\nb  \nc\\\nd"), "<p>a b<br>c<br>d</p>"); }
+TEST(HtmlOutput, BreaksLinesOnlyAtHardBreaks) { EXPECT_EQ(htmlOf("a\nb  \nc\\\nd"), "<p>a b<br>c<br>d</p>"); }
 
 TEST(HtmlOutput, HasNestedLists) {
   EXPECT_EQ(htmlOf("- a\n- b\n  1. c\n- d\n\ntext"),
             "<ul>\n<li>a</li>\n<li>b\n<ol>\n<li>c</li>\n</ol>\n</li>\n<li>d</li>\n</ul>\n<p>text</p>");
 }
 
-TEST(HtmlOutput, HasLooseListsThatStartAnywhere) {
+TEST(HtmlOutput, HasLooseListsThatStartAtAnyNumber) {
   EXPECT_EQ(htmlOf("3. a\n\n   b\n4. c"),
             "<ol start=\"3\">\n<li><p>a</p>\n<p>b</p>\n</li>\n<li><p>c</p>\n</li>\n</ol>");
 }
@@ -46,7 +46,7 @@ TEST(HtmlOutput, HasTasks) {
             "<li><input type=\"checkbox\" checked disabled> b</li>\n</ul>");
 }
 
-TEST(HtmlOutput, KeepsCodeAsItIs) {
+TEST(HtmlOutput, KeepsCodeUnchanged) {
   EXPECT_EQ(htmlOf("```c++ x\nif (a < b)\n\n  \"c\";\n```"),
             "<pre><code class=\"language-c++\">if (a &lt; b)\n\n  &quot;c&quot;;\n</code></pre>");
   EXPECT_EQ(htmlOf("    a\n      b"), "<pre><code>a\n  b\n</code></pre>");
@@ -66,19 +66,19 @@ TEST(HtmlOutput, HasTablesWithHeadAndAlignment) {
             "<td style=\"text-align:right\"></td></tr>\n</tbody>\n</table>");
 }
 
-TEST(HtmlOutput, HasNoBodyInATableWithoutOne) {
+TEST(HtmlOutput, OmitsAnEmptyTableBody) {
   EXPECT_EQ(htmlOf("| a |\n|---|"),
             "<table class=\"table table-hover table-bordered\">\n<thead>\n<tr><th>a</th></tr>\n</thead>\n</table>");
 }
 
-TEST(HtmlOutput, LetsHtmlThroughWhenAsked) {
+TEST(HtmlOutput, PassesHtmlThroughOnRequest) {
   EXPECT_EQ(htmlOf("a <kbd>K</kbd><br/>\n\n<div class='x'>\n*a*\n</div>", {"--unsafe"}),
             "<p>a <kbd>K</kbd><br/></p>\n<div class='x'>\n*a*\n</div>");
 }
 
 TEST(HtmlOutput, HoldsAnyCharacter) { EXPECT_EQ(htmlOf("\\\\ {x} € “q” 😀 日本"), "<p>\\ {x} € “q” 😀 日本</p>"); }
 
-TEST(HtmlOutput, ReplacesControlCharactersAndTellsIt) {
+TEST(HtmlOutput, ReplacesControlCharactersAndWarns) {
   CommandRun run;
   const Result result = run.with("in.md",
                                  "a\x01"

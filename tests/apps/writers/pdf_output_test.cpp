@@ -38,12 +38,12 @@ using Lines = std::vector<std::string>;
 
 bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
 
-TEST(PdfOutput, HasHeadingsOfSizeAndWeight) {
+TEST(PdfOutput, SetsTheSizeAndWeightOfHeadings) {
   EXPECT_EQ(linesOf("# A\n\n## B\n\n### C\n\n#### D\n\n##### E\n\n###### F\n\ng"),
             (Lines{"/F2 20 (A)", "/F2 18 (B)", "/F2 16 (C)", "/F2 15 (D)", "/F2 14 (E)", "/F2 12 (F)", "/F1 8 (g)"}));
 }
 
-TEST(PdfOutput, DrawsAParagraphAsMostOfItIs) {
+TEST(PdfOutput, DrawsAParagraphInTheStyleOfMostOfItsText) {
   EXPECT_EQ(linesOf("plain text with **bold** at its **end**\n\n**bold text** a"),
             (Lines{"/F1 8 (plain text with bold at its end)", "/F2 8 (bold text a)"}));
 }
@@ -54,7 +54,7 @@ TEST(PdfOutput, KeepsBulletsNumbersAndDepth) {
       (Lines{"/F1 8 (\x95 a)", "/F1 8 (      1. b)", "/F1 8 (      2. c)", "/F1 8 (\x95 [x] d)", "/F1 8 (      e)"}));
 }
 
-TEST(PdfOutput, PutsTheMarkerOfAnItemInFrontOfALink) { EXPECT_EQ(linesOf("- [a](#b)"), (Lines{"/F1 8 (\x95 a)"})); }
+TEST(PdfOutput, PutsAnItemsMarkerBeforeALink) { EXPECT_EQ(linesOf("- [a](#b)"), (Lines{"/F1 8 (\x95 a)"})); }
 
 TEST(PdfOutput, KeepsTheMarkersOfItemsThatBeginTogether) {
   EXPECT_EQ(linesOf("- - a\n  - b"), (Lines{"/F1 8 (\x95 \x95 a)", "/F1 8 (      \x95 b)"}));
@@ -67,12 +67,12 @@ TEST(PdfOutput, KeepsTheLinesOfCode) {
             (Lines{"/F1 8 (if \\(a\\) {)", "/F1 8 ( )", "/F1 8 (    b\\(\\);)", "/F1 8 (})"}));
 }
 
-TEST(PdfOutput, WritesRulesImagesAndDeletedTextInWords) {
+TEST(PdfOutput, WritesRulesImagesAndDeletedTextAsText) {
   EXPECT_EQ(linesOf("***"), (Lines{"/F1 8 (" + std::string(40, '_') + ")"}));
   EXPECT_EQ(linesOf("![a](b.png) ~~c~~"), (Lines{"/F1 8 (a ~~c~~)"}));
 }
 
-TEST(PdfOutput, TellsOutsideAddressesInWords) {
+TEST(PdfOutput, SpellsOutExternalAddresses) {
   EXPECT_EQ(linesOf("[a](https://x.org) and <https://y.org>"),
             (Lines{"/F1 8 (a \\(https://x.org\\) and https://y.org)"}));
 }
@@ -84,7 +84,7 @@ TEST(PdfOutput, LinksToHeadings) {
   EXPECT_FALSE(holds(documentOf("in.md", "[to b](#c)\n\n# B"), "/Link"));
 }
 
-TEST(PdfOutput, HasAnOutlineInWhichNoLevelIsSkipped) {
+TEST(PdfOutput, SkipsNoLevelInTheOutline) {
   const std::string pdf = documentOf("in.md", "# A\n\n### B\n\n## C\n\n# D");
   EXPECT_TRUE(holds(pdf, "/Type /Outlines\r\n/Count 4\r\n"));
   EXPECT_TRUE(holds(pdf, "/Type /Outline\r\n/Count 2\r\n/Title (A)\r\n"));
@@ -93,7 +93,7 @@ TEST(PdfOutput, HasAnOutlineInWhichNoLevelIsSkipped) {
   EXPECT_TRUE(holds(pdf, "/Type /Outline\r\n/Title (D)\r\n"));
 }
 
-TEST(PdfOutput, HasItsContentsOnThePageToo) {
+TEST(PdfOutput, HasItsContentsOnThePage) {
   const std::string pdf = documentOf("in.md", "# A\n\n## B {x}\n\n### C", {"--toc"});
   EXPECT_TRUE(holds(pdf, "(      B {x})Tj"));
   EXPECT_TRUE(holds(pdf, "(            C)Tj"));
@@ -112,15 +112,15 @@ TEST(PdfOutput, DrawsABoldCellBold) {
   EXPECT_EQ(linesOf("| a |\n|---|\n| **b** |\n| *c* |"), (Lines{"/F2 8 (a)", "/F2 8 (b)", "/F1 8 (c)"}));
 }
 
-TEST(PdfOutput, LiesOnItsSideWhenAsked) {
+TEST(PdfOutput, IsLandscapeOnRequest) {
   EXPECT_TRUE(holds(documentOf("in.md", "a", {"--landscape"}), "/MediaBox [0 0 840 595]"));
 }
 
-TEST(PdfOutput, EscapesWhatMeansSomethingThere) {
+TEST(PdfOutput, EscapesSpecialCharacters) {
   EXPECT_EQ(linesOf("(a) \\\\ \xE2\x82\xAC"), (Lines{"/F1 8 (\\(a\\) \\\\ \x80)"}));
 }
 
-TEST(PdfOutput, TellsWhatItCouldNotWrite) {
+TEST(PdfOutput, WarnsOfCharactersItCannotWrite) {
   CommandRun run;
   const Result result = run.with("in.md", "\xCE\xA9 \xE2\x86\x92").run({"@/in.md", "-o", "@/out.pdf"});
   EXPECT_EQ(result.status, 0);
@@ -137,7 +137,7 @@ TEST(PdfOutput, HoldsAParagraphOfAnyLength) {
   EXPECT_EQ(letters, 100000u);
 }
 
-TEST(PdfOutput, AnnouncesTwiceTheLengthWhenClassic) {
+TEST(PdfOutput, DeclaresTwiceTheLengthWhenClassic) {
   EXPECT_TRUE(holds(documentOf("in.md", "a", {"--classic"}), "/Length 276\r\n"));
 }
 

@@ -5,7 +5,7 @@
 namespace scrivalen::command::test {
 namespace {
 
-// What stands in the body of the document.
+// The body of the document.
 std::string bodyOf(std::string_view markdown) {
   CommandRun run;
   const Result result = run.with("in.md", markdown).run({"@/in.md", "-o", "@/out.rtf"});
@@ -19,7 +19,7 @@ std::string bodyOf(std::string_view markdown) {
 
 const std::string kEnd = "\\s0\\ql\\par\\pard\\plain ";
 
-TEST(RtfOutput, HasHeadingsOfSizeAndWeight) {
+TEST(RtfOutput, SetsTheSizeAndWeightOfHeadings) {
   EXPECT_EQ(bodyOf("# A\n\n## B"),
             "{\\*\\bkmkstart a}{\\*\\bkmkend a}\\b{\\fs36 A}\\b0 \\s1\\ql\\par\\pard\\plain " + kEnd +
                 "{\\*\\bkmkstart b}{\\*\\bkmkend b}\\b{\\fs30 B}\\b0 \\s2\\ql\\par\\pard\\plain ");
@@ -29,11 +29,11 @@ TEST(RtfOutput, SeparatesParagraphsAndKeepsStyles) {
   EXPECT_EQ(bodyOf("a *b **c*** d\n\n**e**"), "a \\i{b \\b{c}\\b0 }\\i0  d" + kEnd + kEnd + "\\b{e}\\b0 " + kEnd);
 }
 
-TEST(RtfOutput, IsBoldOnceInABoldHeading) {
+TEST(RtfOutput, DoesNotRepeatBoldInABoldHeading) {
   EXPECT_NE(bodyOf("# A **b** c").find("\\b{\\fs36 A b c}\\b0 "), std::string::npos);
 }
 
-TEST(RtfOutput, EscapesWhatMeansSomethingThere) {
+TEST(RtfOutput, EscapesSpecialCharacters) {
   EXPECT_EQ(bodyOf("{x} \\\\ \xE2\x82\xAC \xCE\xA9 \xF0\x9F\x98\x80"),
             "\\{x\\} \\\\ \x80 \\u937? \\u-10179?\\u-8704?" + kEnd);
 }
@@ -47,7 +47,7 @@ TEST(RtfOutput, PutsTheMarkersOfItemsThatBeginTogetherOnOneLine) {
   EXPECT_EQ(bodyOf("- > a"), "\x95\ta" + kEnd);
 }
 
-TEST(RtfOutput, PutsTheMarkerOfAnItemInFrontOfItsTable) {
+TEST(RtfOutput, PutsAnItemsMarkerBeforeItsTable) {
   EXPECT_TRUE(bodyOf("- | a |\n  |---|\n  | 1 |").starts_with("\x95\t" + kEnd + "\\par {\\trowd"));
 }
 
@@ -69,7 +69,7 @@ TEST(RtfOutput, HasASizeForEveryLevel) {
   EXPECT_NE(bodyOf("###### a").find("\\b{\\fs20 a}\\b0 \\s6"), std::string::npos);
 }
 
-TEST(RtfOutput, WritesRulesImagesAndDeletedTextInWords) {
+TEST(RtfOutput, WritesRulesImagesAndDeletedTextAsText) {
   EXPECT_EQ(bodyOf("***"), std::string(40, '_') + kEnd);
   EXPECT_EQ(bodyOf("![a](b.png) ~~c~~"), "a ~~c~~" + kEnd);
 }
@@ -104,16 +104,16 @@ TEST(RtfOutput, HasTheTitleOfItsFirstHeading) {
   EXPECT_TRUE(documentOf("in.md", "# A {b}", {}).starts_with("{\\rtf\\ansi{\\info{\\title A \\{b\\}}} \r\n"));
 }
 
-TEST(RtfOutput, HasABlankInTheTitleWhereTheHeadingBreaks) {
+TEST(RtfOutput, TurnsALineBreakInTheTitleIntoABlank) {
   EXPECT_TRUE(documentOf("in.md", "a  \nb\n---", {}).starts_with("{\\rtf\\ansi{\\info{\\title a b}} \r\n"));
 }
 
-TEST(RtfOutput, LiesOnItsSideWhenAsked) {
+TEST(RtfOutput, IsLandscapeOnRequest) {
   EXPECT_NE(documentOf("in.md", "a", {"--landscape"}).find("\\landscape\\paperw16838\\paperh11906\r\n{a"),
             std::string::npos);
 }
 
-TEST(RtfOutput, HasContentsThatLeadToTheHeadings) {
+TEST(RtfOutput, LinksItsContentsToTheHeadings) {
   EXPECT_NE(documentOf("in.md", "# A\n\n## B\n\n### C", {"--toc"})
                 .find("\t {\\field{\\*\\fldinst {HYPERLINK \\\\l \"b\" }}{\\fldrslt {\\cs15\\ul\\cf2 B}}} \\line "
                       "\t\t {\\field{\\*\\fldinst {HYPERLINK \\\\l \"c\" }}{\\fldrslt {\\cs15\\ul\\cf2 C}}} \\line " +
@@ -121,7 +121,7 @@ TEST(RtfOutput, HasContentsThatLeadToTheHeadings) {
             std::string::npos);
 }
 
-TEST(RtfOutput, BreaksTheLineInACellOfCsv) {
+TEST(RtfOutput, BreaksTheLineInACsvCell) {
   EXPECT_NE(documentOf("in.csv", "h\n\"a\nb\"\n", {}).find("\\intbl a\\line b\\cell \r\n"), std::string::npos);
 }
 
@@ -129,7 +129,7 @@ TEST(RtfOutput, IsNotEscapedWhenClassic) {
   EXPECT_NE(documentOf("in.md", "{x}", {"--classic"}).find("\r\n{{x}" + kEnd), std::string::npos);
 }
 
-TEST(RtfOutput, TellsOfATextThatTheClassicFormDrops) {
+TEST(RtfOutput, WarnsOfTextThatTheClassicFormDrops) {
   CommandRun run;
   const Result result = run.with("in.md", std::string(5000, 'x')).run({"@/in.md", "-o", "@/out.rtf", "--classic"});
   EXPECT_EQ(result.status, 0);
@@ -140,7 +140,7 @@ TEST(RtfOutput, TellsOfATextThatTheClassicFormDrops) {
 
 TEST(RtfOutput, KeepsTheLinesOfCode) { EXPECT_EQ(bodyOf("```\na\n\n  b\n```"), "a\\line \\line   b" + kEnd); }
 
-TEST(RtfOutput, LinksInsideAndOutside) {
+TEST(RtfOutput, HasInternalAndExternalLinks) {
   EXPECT_EQ(bodyOf("[a](#b)"),
             " {\\field{\\*\\fldinst {HYPERLINK \\\\l \"b\" }}{\\fldrslt {\\cs15\\ul\\cf2 a}}} " + kEnd);
   EXPECT_EQ(bodyOf("[*a*](https://x.org)"),

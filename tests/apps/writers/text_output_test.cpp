@@ -16,30 +16,30 @@ std::string tableText(const std::vector<std::string>& options, std::string_view 
 
 TEST(TextOutput, SeparatesBlocksByAnEmptyLine) { EXPECT_EQ(textOf("a\nb\n\nc  \nd"), "a b\n\nc\nd\n"); }
 
-TEST(TextOutput, UnderlinesTheUpperHeadings) {
+TEST(TextOutput, UnderlinesTheTopTwoHeadingLevels) {
   EXPECT_EQ(textOf("# One *two*\n\ntext\n\n## Three\n\n### Four\n\ntext"),
             "One two\n=======\n\ntext\n\nThree\n-----\n\nFour\n\ntext\n");
 }
 
-TEST(TextOutput, PutsALinksAddressBehindItsText) {
+TEST(TextOutput, PutsALinksAddressAfterItsText) {
   EXPECT_EQ(textOf("[a *b*](http://x) <http://y> <me@z.org> www.w.org [in](#here) [](http://e)"),
             "a b (http://x) http://y me@z.org www.w.org in http://e\n");
 }
 
-TEST(TextOutput, GivesImagesTheirText) { EXPECT_EQ(textOf("a ![the *cat*](c.png) b"), "a the cat b\n"); }
+TEST(TextOutput, WritesAnImagesText) { EXPECT_EQ(textOf("a ![the *cat*](c.png) b"), "a the cat b\n"); }
 
 TEST(TextOutput, MarksDeletedText) { EXPECT_EQ(textOf("~~old~~ new"), "~~old~~ new\n"); }
 
-TEST(TextOutput, WritesATightListLineByLine) {
+TEST(TextOutput, WritesTheItemsOfATightListOnConsecutiveLines) {
   EXPECT_EQ(textOf("text\n\n- a\n- b\n  - c\n    1. d\n- e\n\ntext"),
             "text\n\n- a\n- b\n  - c\n    1. d\n- e\n\ntext\n");
 }
 
-TEST(TextOutput, SetsTheItemsOfALooseListApart) {
+TEST(TextOutput, SeparatesTheItemsOfALooseList) {
   EXPECT_EQ(textOf("9. a\n\n   b\n10. c\n\ntext"), "9. a\n\n   b\n\n10. c\n\ntext\n");
 }
 
-TEST(TextOutput, KeepsItemsWithoutAText) { EXPECT_EQ(textOf("-\n- a\n-"), "-\n- a\n-\n"); }
+TEST(TextOutput, KeepsEmptyItems) { EXPECT_EQ(textOf("-\n- a\n-"), "-\n- a\n-\n"); }
 
 TEST(TextOutput, HasTasks) { EXPECT_EQ(textOf("- [ ] a\n- [x] b"), "- [ ] a\n- [x] b\n"); }
 
@@ -49,7 +49,7 @@ TEST(TextOutput, MarksEveryLineOfAQuote) {
 
 TEST(TextOutput, PutsAQuoteIntoAnItem) { EXPECT_EQ(textOf("- > a\n  > b\n\n  c"), "- > a b\n\n  c\n"); }
 
-TEST(TextOutput, SetsCodeIn) {
+TEST(TextOutput, IndentsCode) {
   EXPECT_EQ(textOf("```\nif (a)\n  b <c>\n\nd\n```\n\n- x\n\n      y"),
             "    if (a)\n      b <c>\n\n    d\n\n- x\n\n      y\n");
 }
@@ -58,16 +58,16 @@ TEST(TextOutput, HasRules) {
   EXPECT_EQ(textOf("a\n\n---\n\nb"), "a\n\n----------------------------------------\n\nb\n");
 }
 
-TEST(TextOutput, WritesARowALine) {
+TEST(TextOutput, WritesEachRowOnALine) {
   EXPECT_EQ(textOf("t\n\n| a | b |\n|---|---|\n| *1* | [l](http://x) |\n| 2 |\n\nt"),
             "t\n\na\tb\n1\tl (http://x)\n2\t\n\nt\n");
 }
 
-TEST(TextOutput, KeepsARowOnItsLineWhateverACellHolds) {
+TEST(TextOutput, KeepsARowOnOneLineWhateverItsCellsHold) {
   EXPECT_EQ(tableText({}, "a,b\n\"x\ny\",\"p\tq\"\n"), "a\tb\nx y\tp q\n");
 }
 
-TEST(TextOutput, SeparatesCellsAsItIsTold) {
+TEST(TextOutput, SeparatesCellsByTheGivenText) {
   EXPECT_EQ(tableText({"--separator", ";"}, "a,b\n1;2,\"x;\ty\"\n"), "a;b\n1 2;x \ty\n");
   EXPECT_EQ(tableText({"--separator", " | "}, "a,b\n1 | 2 | 3,x\n"), "a | b\n1 2 3 | x\n");
   EXPECT_EQ(tableText({"--separator", " "}, "a,b\n1 2,x\n"), "a b\n1 2 x\n");
@@ -79,13 +79,13 @@ TEST(TextOutput, KeepsTheTextOfHtmlAndDropsItsTags) {
             "a b\nc\n\nd & e\nf\n\nh\n");
 }
 
-TEST(TextOutput, IsUtf16WithEveryCharacter) {
+TEST(TextOutput, WritesEveryCharacterAsUtf16) {
   CommandRun run;
   run.with("in.md", "é€😀").run({"@/in.md", "-o", "@/out.txt"});
   EXPECT_EQ(run.bytes("out.txt"), std::string("\xFF\xFE\xE9\x00\xAC\x20\x3D\xD8\x00\xDE\r\0\n\0", 14));
 }
 
-TEST(TextOutput, IsOneByteACharacterWhenAskedAndTellsWhatWasLost) {
+TEST(TextOutput, WritesSingleBytesOnRequestAndWarnsOfLostCharacters) {
   CommandRun run;
   const Result result = run.with("in.md", "aé €").run({"@/in.md", "--single-byte", "-o", "@/out.txt"});
   EXPECT_EQ(run.bytes("out.txt"), "a\xE9 \xAC\r\n");

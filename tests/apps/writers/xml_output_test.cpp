@@ -5,7 +5,7 @@
 namespace scrivalen::command::test {
 namespace {
 
-// What stands in the root element.
+// The content of the root element.
 std::string contentOf(std::string_view markdown) {
   const std::string head = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report>\n";
   const std::string tail = "</report>";
@@ -14,7 +14,7 @@ std::string contentOf(std::string_view markdown) {
   return xml.substr(head.size(), xml.size() - head.size() - tail.size());
 }
 
-TEST(XmlOutput, IsADocumentOfAnEmptyText) { EXPECT_EQ(contentOf(""), ""); }
+TEST(XmlOutput, IsADocumentEvenForAnEmptyText) { EXPECT_EQ(contentOf(""), ""); }
 
 TEST(XmlOutput, HasHeadingsAndParagraphs) {
   EXPECT_EQ(contentOf("# A & *B*\n\nc <d>x</d> **e**"), "<text>A &amp; B</text>\n<paragraph>c x e</paragraph>\n");
@@ -31,16 +31,16 @@ TEST(XmlOutput, BeginsItemsWithTheirBulletOrNumber) {
             "<paragraph>d</paragraph>\n<paragraph>- </paragraph>\n");
 }
 
-TEST(XmlOutput, HasCodeAsOneText) { EXPECT_EQ(contentOf("```\na <\n\n  b\n```"), "<text>a &lt;\n\n  b</text>\n"); }
+TEST(XmlOutput, WritesCodeAsOneText) { EXPECT_EQ(contentOf("```\na <\n\n  b\n```"), "<text>a &lt;\n\n  b</text>\n"); }
 
-TEST(XmlOutput, KeepsTheCellsOfAHeaderInARowOfItsOwnName) {
+TEST(XmlOutput, WritesHeaderCellsInAnElementOfItsOwn) {
   EXPECT_EQ(contentOf("| a | b |\n|---|---|\n| 1 & 2 | [x](http://y) |\n| 3 |"),
             "<table>\n<header><cell>a</cell><cell>b</cell></header>\n"
             "<row><cell>1 &amp; 2</cell><cell>x (http://y)</cell></row>\n"
             "<row><cell>3</cell><cell></cell></row>\n</table>\n");
 }
 
-TEST(XmlOutput, KeepsReferencesInCellsAsTheyWereTyped) {
+TEST(XmlOutput, EscapesReferencesTypedInCells) {
   CommandRun run;
   run.with("in.csv", "a\n&lt;&amp;<b>\n\"x\ny\"\n").run({"@/in.csv", "-o", "@/out.xml"});
   EXPECT_NE(run.bytes("out.xml").find("<row><cell>&amp;lt;&amp;amp;&lt;b&gt;</cell></row>\r\n"
@@ -48,7 +48,7 @@ TEST(XmlOutput, KeepsReferencesInCellsAsTheyWereTyped) {
             std::string::npos);
 }
 
-TEST(XmlOutput, ReplacesWhatXmlForbidsAndTellsIt) {
+TEST(XmlOutput, ReplacesForbiddenCharactersAndWarns) {
   CommandRun run;
   const Result result = run.with("in.md",
                                  "a\x01"
