@@ -1,5 +1,7 @@
 #include "text/letter_case.h"
 
+#include "text/ascii.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -63,6 +65,9 @@ char32_t toCapital(char32_t c) {
 }
 
 char32_t toSmall(char32_t c) {
+  if (c < 0x80) {
+    return asciiLower(c);
+  }
   for (const SmallLetters& row : kSmallLetters) {
     const int letter = static_cast<int>(c) - row.distance;
     if (rowOf(letter) == &row) {

@@ -219,12 +219,9 @@ void MarkdownListener::putVisible(const Event& event) {
   }
 }
 
-void MarkdownListener::write(const Event& event) {
-  if (isParagraphDue_) {
-    isParagraphDue_ = false;
-    sink_->write({.kind = EventKind::BeginParagraph});
-  }
-  sink_->write(event);
+void MarkdownListener::beginDueParagraph() {
+  isParagraphDue_ = false;
+  sink_->write({.kind = EventKind::BeginParagraph});
 }
 
 void MarkdownListener::flush() {

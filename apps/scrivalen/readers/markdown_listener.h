@@ -47,7 +47,13 @@ class MarkdownListener {
 
   void put(const Event& event);
   void putVisible(const Event& event);
-  void write(const Event& event);
+  void write(const Event& event) {
+    if (isParagraphDue_) {
+      beginDueParagraph();
+    }
+    sink_->write(event);
+  }
+  void beginDueParagraph();
   void flush();
   void flushText();
   void flushMarkup(EventKind kind);

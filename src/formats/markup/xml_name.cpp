@@ -3,6 +3,8 @@
 #include "text/utf.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
 #include <iterator>
 
 using namespace scrivalen;
@@ -22,13 +24,22 @@ constexpr Range kFirstCharacters[] = {{U'A', U'Z'},     {U'_', U'_'},     {U'a',
 constexpr Range kOtherCharacters[] = {{U'-', U'.'}, {U'0', U'9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040}};
 
 template <typename Ranges>
-bool isAmong(const Ranges& ranges, char32_t c) {
+constexpr bool isAmong(const Ranges& ranges, char32_t c) {
   return std::any_of(std::begin(ranges), std::end(ranges),
                      [c](const Range& range) { return range.first <= c && c <= range.last; });
 }
 
-bool canBegin(char32_t c) { return isAmong(kFirstCharacters, c); }
-bool canFollow(char32_t c) { return canBegin(c) || isAmong(kOtherCharacters, c); }
+constexpr bool canBegin(char32_t c) { return isAmong(kFirstCharacters, c); }
+constexpr bool canFollow(char32_t c) { return canBegin(c) || isAmong(kOtherCharacters, c); }
+
+// Whether an ASCII character can follow: nearly all names are ASCII, and the same few are written for every cell.
+constexpr auto kAsciiCanFollow = [] {
+  std::array<bool, 0x80> can = {};
+  for (char32_t c = 0; c < can.size(); ++c) {
+    can[c] = canFollow(c);
+  }
+  return can;
+}();
 
 }  // namespace
 
@@ -38,6 +49,10 @@ bool isXmlName(std::wstring_view text) {
   if (at == end || !canBegin(nextCharacter(at, end))) {
     return false;
   }
+  at = std::find_if_not(at, end, [](wchar_t c) {
+    const auto value = static_cast<std::uint32_t>(c);
+    return value < kAsciiCanFollow.size() && kAsciiCanFollow[value];
+  });
   while (at != end) {
     if (!canFollow(nextCharacter(at, end))) {
       return false;
