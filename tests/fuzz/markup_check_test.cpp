@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-// What the fuzzers judge by.
+// The checks that the fuzzers apply to reports.
 namespace scrivalen::fuzz {
 namespace {
 
@@ -12,30 +12,30 @@ bool isXml(const std::string& content) {
 
 bool isSafe(const std::string& content) { return problemOfPage("<body><main>" + content + "</main>").empty(); }
 
-TEST(MarkupCheck, AcceptsWhatReportsWriteInXml) {
+TEST(MarkupCheck, AcceptsXmlAsReportsWriteIt) {
   EXPECT_TRUE(isXml("<report>\r\n<a-b.c>\xC3\xA9 &amp; &#65; &#x1F600; ] ></a-b.c><\xC3\xA9></\xC3\xA9></report>"));
 }
 
-TEST(MarkupCheck, RefusesElementsOfXmlThatDoNotNest) {
+TEST(MarkupCheck, RejectsXmlElementsThatDoNotNest) {
   for (const char* content : {"", "<a>", "</a>", "<a></b>", "<a><b></a></b>", "<a></a><b></b>", "<a></a>x"}) {
     EXPECT_FALSE(isXml(content)) << content;
   }
 }
 
-TEST(MarkupCheck, RefusesNamesThatXmlDoesNotKnow) {
+TEST(MarkupCheck, RejectsInvalidXmlNames) {
   for (const char* name : {"", "1", "-a", "a b", "a<", "\xC3\x97", "\xC3"}) {
     EXPECT_FALSE(isXml(std::string("<") + name + "></" + name + ">")) << name;
   }
 }
 
-TEST(MarkupCheck, RefusesTextsThatXmlDoesNotKnow) {
+TEST(MarkupCheck, RejectsInvalidXmlText) {
   for (const char* text : {"&", "&nbsp;", "&#0;", "&#xD800;", "&#;", "&#x1G;", "&amp", "]]>", "\x01", "\xC3",
                            "\xED\xA0\x80", "\xEF\xBF\xBE", "\xC0\x80", "\xF4\x90\x80\x80"}) {
     EXPECT_FALSE(isXml(std::string("<a>") + text + "</a>")) << text;
   }
 }
 
-TEST(MarkupCheck, AcceptsWhatTheCommandWritesInPages) {
+TEST(MarkupCheck, AcceptsPagesAsTheCommandWritesThem) {
   EXPECT_TRUE(
       isSafe("<p>a<br>b <a href=\"x\" title=\"&lt;\">c</a></p><img src=\"data:image/png;,\" alt=\"\">"
              "<li><input type=\"checkbox\" checked disabled> d</li>"));
@@ -45,7 +45,7 @@ TEST(MarkupCheck, AcceptsAddressesWithoutAScheme) {
   EXPECT_TRUE(isSafe("<a href=\"javascript\">a</a><a href=\"vbscript\">b</a><a href=\"data\">c</a>"));
 }
 
-TEST(MarkupCheck, RefusesWhatRunsInPages) {
+TEST(MarkupCheck, RejectsPagesThatRunPrograms) {
   for (const char* content :
        {"<script></script>", "<style></style>", "<p onclick=\"x\"></p>", "<a href=\"javascript:x\"></a>",
         "<a href=\" Java\tScript:x\"></a>", "<a href=\"&#106;avascript:x\"></a>", "<a href=\"data:x\"></a>",
@@ -54,14 +54,14 @@ TEST(MarkupCheck, RefusesWhatRunsInPages) {
   }
 }
 
-TEST(MarkupCheck, RefusesElementsOfPagesThatDoNotNest) {
+TEST(MarkupCheck, RejectsPageElementsThatDoNotNest) {
   for (const char* content :
        {"<p>", "</p>", "<p><b></p></b>", "<p class=x></p>", "<p", "<a href=\"x\"><a href=\"y\"></a></a>"}) {
     EXPECT_FALSE(isSafe(content)) << content;
   }
 }
 
-TEST(MarkupCheck, KnowsWhetherGroupsOfRtfNest) {
+TEST(MarkupCheck, ChecksWhetherRtfGroupsNest) {
   EXPECT_EQ(problemOfRtf("{\\rtf1 \\{{a}\\\\}"), "");
   for (const char* bytes : {"", "x", "{", "{}}", "{}x", "{\\}", "{a}{b}", "}{"}) {
     EXPECT_NE(problemOfRtf(bytes), "") << bytes;

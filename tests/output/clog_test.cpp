@@ -15,14 +15,14 @@ TEST(Log, WritesAMessageAsOneLine) {
   EXPECT_EQ(log.lines()[0], L"first second");
 }
 
-TEST(Log, TellsADefectWithItsPlace) {
+TEST(Log, ReportsADefectWithItsPlace) {
   const CapturedLog log;
   CLog::Bug(L"HHC Error!", L"CHM", 156, L"Run Compiler");
   ASSERT_EQ(log.lines().size(), 1u);
   EXPECT_EQ(log.lines()[0], L"HHC Error! CHM(156): Run Compiler");
 }
 
-TEST(Log, GivesTheSystemsTextWithoutALineEnd) {
+TEST(Log, ReturnsTheSystemsTextWithoutALineEnd) {
   EXPECT_EQ(scrivalen::openForReading(L"no such folder here/no such file"), nullptr);
   std::wstring message;
   const std::uint32_t error = CLog::FormatLastError(message);
@@ -42,7 +42,7 @@ TEST(LossLine, IsNotWrittenWithoutALoss) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(LossLine, TellsHowManyAndTheFirst) {
+TEST(LossLine, ReportsTheCountAndTheFirstCharacter) {
   const CapturedLog log;
   scrivalen::LossCounter loss;
   loss.note(0x141);

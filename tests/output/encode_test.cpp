@@ -44,7 +44,7 @@ std::wstring grin() { return sizeof(wchar_t) == 2 ? unit(0xD83D) + unit(0xDE00) 
 
 }  // namespace
 
-TEST(PutUtf8Text, WritesTextAsItStands) {
+TEST(PutUtf8Text, WritesTextUnchanged) {
   EXPECT_EQ(put(putUtf8Text, L"<a href=\"x\">&amp; \u00E9 \u20AC</a>\r\n").bytes,
             "<a href=\"x\">&amp; \xC3\xA9 \xE2\x82\xAC</a>\r\n");
 }
@@ -62,9 +62,9 @@ TEST(PutQuoted, EscapesTheFourCharactersAndLeavesTheApostrophe) {
   EXPECT_EQ(put(putQuoted, L"a<b & c>d \"e\" 'f'").bytes, "a&lt;b &amp; c&gt;d &quot;e&quot; 'f'");
 }
 
-TEST(PutQuoted, EscapesWhatIsQuotedAlreadyOnceMore) { EXPECT_EQ(put(putQuoted, L"&lt;").bytes, "&amp;lt;"); }
+TEST(PutQuoted, EscapesAlreadyQuotedTextAgain) { EXPECT_EQ(put(putQuoted, L"&lt;").bytes, "&amp;lt;"); }
 
-TEST(PutQuoted, ReplacesWhatXmlForbids) {
+TEST(PutQuoted, ReplacesCharactersForbiddenInXml) {
   const Written written = put(putQuoted, L"a" + unit(1) + L"\t\r\n" + unit(0xFFFE) + unit(0xDC00) + L"b");
   EXPECT_EQ(written.bytes,
             "a\xEF\xBF\xBD\t\r\n\xEF\xBF\xBD\xEF\xBF\xBD"
@@ -73,7 +73,7 @@ TEST(PutQuoted, ReplacesWhatXmlForbids) {
   EXPECT_EQ(written.loss.first(), 1u);
 }
 
-TEST(PutQuoted, FindsASpecialCharacterAtEveryPlaceOfABlock) {
+TEST(PutQuoted, FindsASpecialCharacterAtEveryPositionInABlock) {
   for (std::size_t at = 0; at < 40; ++at) {
     std::wstring text(40, L'x');
     text[at] = L'<';
@@ -91,7 +91,7 @@ TEST(PutQuoted, WritesAHundredThousandSpecialCharacters) {
   EXPECT_EQ(put(putQuoted, std::wstring(100000, L'"')).bytes, expected);
 }
 
-TEST(PutQuoted, KeepsASurrogatePairTogetherAtEveryPlace) {
+TEST(PutQuoted, KeepsASurrogatePairTogetherAtEveryPosition) {
   for (std::size_t before = 4080; before < 4100; ++before) {
     const std::wstring pair = unit(0xD83D) + unit(0xDE00);
     EXPECT_EQ(put(putQuoted, std::wstring(before, L'x') + pair + L"y").bytes,
@@ -99,19 +99,19 @@ TEST(PutQuoted, KeepsASurrogatePairTogetherAtEveryPlace) {
   }
 }
 
-TEST(PutQuotedOnce, QuotesWhatIsNotQuotedYet) {
+TEST(PutQuotedOnce, QuotesUnquotedText) {
   EXPECT_EQ(put(putQuotedOnce, L"a<b & c>d \"e\" 'f'").bytes, "a&lt;b &amp; c&gt;d &quot;e&quot; 'f'");
   EXPECT_EQ(put(putQuotedOnce, L"AT&T &nbsp; &; &#; &#x; &#xD800; &#0; &#1114112; &#12a; &AMP; &lt").bytes,
             "AT&amp;T &amp;nbsp; &amp;; &amp;#; &amp;#x; &amp;#xD800; &amp;#0; &amp;#1114112; &amp;#12a; &amp;AMP; "
             "&amp;lt");
 }
 
-TEST(PutQuotedOnce, LeavesWhatIsQuotedAlready) {
+TEST(PutQuotedOnce, LeavesQuotedTextAlone) {
   EXPECT_EQ(put(putQuotedOnce, L"&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff; AT&amp;T").bytes,
             "&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff; AT&amp;T");
 }
 
-TEST(PutQuotedOnce, ReplacesWhatXmlForbids) {
+TEST(PutQuotedOnce, ReplacesCharactersForbiddenInXml) {
   const Written written = put(putQuotedOnce, L"a" + unit(1) + L"\t\r\n" + unit(0xDC00) + L"b");
   EXPECT_EQ(written.bytes,
             "a\xEF\xBF\xBD\t\r\n\xEF\xBF\xBD"
@@ -119,7 +119,7 @@ TEST(PutQuotedOnce, ReplacesWhatXmlForbids) {
   EXPECT_EQ(written.loss.count(), 2u);
 }
 
-TEST(PutElementContent, LeavesReferencesThatXmlAllows) {
+TEST(PutElementContent, LeavesValidXmlReferencesAlone) {
   EXPECT_EQ(put(putElementContent, L"&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff;").bytes,
             "&amp;&lt;&gt;&quot;&apos;&#65;&#x1F600;&#xd7ff;");
 }
@@ -130,11 +130,11 @@ TEST(PutElementContent, EscapesEveryOtherAmpersand) {
             "&amp;lt");
 }
 
-TEST(PutElementContent, EscapesAGreaterSignBehindTwoBracketsOnly) {
+TEST(PutElementContent, EscapesAGreaterSignOnlyAfterTwoBrackets) {
   EXPECT_EQ(put(putElementContent, L"a>b ]>c ]]>d \"e\" <f").bytes, "a>b ]>c ]]&gt;d \"e\" &lt;f");
 }
 
-TEST(PutElementContent, SeesBracketsInFrontOfABlock) {
+TEST(PutElementContent, SeesBracketsBeforeABlock) {
   EXPECT_EQ(put(putElementContent, std::wstring(14, L'x') + L"]]>").bytes, std::string(14, 'x') + "]]&gt;");
 }
 
@@ -144,9 +144,9 @@ TEST(PutUtf16, WritesACharacterAboveFFFFAsTwoSurrogates) {
   EXPECT_EQ(utf16(grin()), "\x3D\xD8" + std::string("\x00\xDE", 2));
 }
 
-TEST(PutUtf16, LeavesALoneSurrogate) { EXPECT_EQ(utf16(unit(0xD83D)), "\x3D\xD8"); }
+TEST(PutUtf16, LeavesALoneSurrogateAlone) { EXPECT_EQ(utf16(unit(0xD83D)), "\x3D\xD8"); }
 
-TEST(PutUtf16, WritesEveryPlaceOfABlock) {
+TEST(PutUtf16, WritesASurrogatePairAtEveryPositionInABlock) {
   for (std::size_t at = 0; at < 40; ++at) {
     std::wstring before(at, L'x');
     std::string expected;
@@ -157,7 +157,7 @@ TEST(PutUtf16, WritesEveryPlaceOfABlock) {
   }
 }
 
-TEST(PutLowBytes, CutsEachCodeUnitToItsLowByte) {
+TEST(PutLowBytes, TruncatesEachCodeUnitToItsLowByte) {
   const Written written = put(putLowBytes, L"A\u00E9\u0141" + grin());
   EXPECT_EQ(written.bytes, std::string("A\xE9\x41\x3D\x00", 5));
 }
@@ -175,7 +175,7 @@ TEST(PutLowBytes, CountsASurrogatePairAsOneCharacter) {
   EXPECT_EQ(written.loss.first(), 0x1F600u);
 }
 
-TEST(QuotedText, GivesTheWideTextThatPutQuotedWrites) {
+TEST(QuotedText, ReturnsTheWideTextThatPutQuotedWrites) {
   LossCounter loss;
   EXPECT_EQ(quotedText(L"a<b & \"c\"" + unit(2) + grin() + unit(0xD800), loss),
             L"a&lt;b &amp; &quot;c&quot;\uFFFD" + grin() + L"\uFFFD");
@@ -183,7 +183,7 @@ TEST(QuotedText, GivesTheWideTextThatPutQuotedWrites) {
   EXPECT_EQ(loss.first(), 2u);
 }
 
-TEST(OutputBuffer, HandsOverInOrderWhateverTheSizes) {
+TEST(OutputBuffer, PassesBytesOnInOrderWhateverTheSizes) {
   Memory memory;
   OutputBuffer buffer(memory);
   std::string expected;
@@ -208,7 +208,7 @@ void writeSome(OutputBuffer& buffer, std::size_t size) {
   buffer.write(bytes.data(), bytes.size());
 }
 
-TEST(OutputBuffer, HandsOverWholeBlocksOnlyUntilAFlush) {
+TEST(OutputBuffer, PassesOnOnlyWholeBlocksUntilAFlush) {
   Sizes sink;
   OutputBuffer buffer(sink);
   for (std::size_t size : {1u, 80000u, 140000u}) {
@@ -217,7 +217,7 @@ TEST(OutputBuffer, HandsOverWholeBlocksOnlyUntilAFlush) {
   EXPECT_EQ(sink.sizes, (std::vector<std::size_t>{65536, 65536, 65536}));
 }
 
-TEST(OutputBuffer, IsAtAMultipleOfABlockAgainBehindAFlush) {
+TEST(OutputBuffer, IsAlignedToBlocksAgainAfterAFlush) {
   Sizes sink;
   OutputBuffer buffer(sink);
   writeSome(buffer, 1000);
@@ -226,7 +226,7 @@ TEST(OutputBuffer, IsAtAMultipleOfABlockAgainBehindAFlush) {
   EXPECT_EQ(sink.sizes, (std::vector<std::size_t>{1000, 64536, 65536, 65536}));
 }
 
-TEST(OutputBuffer, CallsTheSinkNoMoreOnceItHasLostBytes) {
+TEST(OutputBuffer, StopsCallingTheSinkOnceBytesAreLost) {
   struct Failing : ByteSink {
     bool take(const char*, std::size_t) override { return ++calls, false; }
     int calls = 0;

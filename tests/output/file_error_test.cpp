@@ -16,7 +16,7 @@ TEST(FileErrorText, NamesTheFileAndTheReason) {
   EXPECT_EQ(fileErrorText(FileError::Write, L"a.txt", L"Disk full"), L"File write error for 'a.txt'. Disk full");
 }
 
-TEST(FileErrorText, TakesPercentSignsInNamesAsTheyStand) {
+TEST(FileErrorText, KeepsPercentSignsInNames) {
   EXPECT_EQ(fileErrorText(FileError::Open, L"%s%d.txt", L"%s"), L"File open/create error for '%s%d.txt'. %s");
 }
 

@@ -30,7 +30,7 @@ TEST(HostHandlers, TheLogGoesToTheHandler) {
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"line"});
 }
 
-TEST(HostHandlers, TheClockIsTheHostsUntilANullHandlerRestoresTheSystems) {
+TEST(HostHandlers, TheHostsClockIsUsedUntilANullHandlerRestoresTheSystems) {
   {
     const scrivalen::test::FixedClock clock(86400);
     EXPECT_EQ(currentTime(), 86400);
@@ -41,7 +41,7 @@ TEST(HostHandlers, TheClockIsTheHostsUntilANullHandlerRestoresTheSystems) {
   EXPECT_LE(now, std::time(nullptr) + 1);
 }
 
-TEST(DataFolder, HasTheTemplatesUntilANullFolderRestoresTheLibrarys) {
+TEST(DataFolder, HoldsTheTemplatesUntilANullFolderRestoresTheLibrarys) {
   const scrivalen::test::TemporaryFolder folder;
   scrivalen::test::makeFolder(folder / L"tmpl");
   scrivalen::test::writeBytes(folder / L"tmpl" + kPathSeparator + L"letter.htm", "");
@@ -65,7 +65,7 @@ TEST(Clock, ConvertsToUtc) {
   EXPECT_EQ(time->tm_sec, 0);
 }
 
-TEST(Clock, AnswersNothingForATimeWithoutADate) {
+TEST(Clock, ReturnsNothingForATimeWithoutADate) {
   EXPECT_FALSE(localTime(INT64_MAX).has_value());
   EXPECT_FALSE(utcTime(INT64_MAX).has_value());
 }

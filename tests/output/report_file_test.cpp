@@ -21,7 +21,7 @@ TEST(ReportFile, BuffersUntilItIsFlushed) {
   EXPECT_EQ(bytesOf(folder / L"a"), "abcde");
 }
 
-TEST(ReportFile, KnowsItsNameAndWhetherItIsOpen) {
+TEST(ReportFile, ReportsItsNameAndWhetherItIsOpen) {
   const TemporaryFolder folder;
   ReportFile file;
   EXPECT_FALSE(file.IsOpen());
@@ -73,7 +73,7 @@ TEST(ReportFile, CanBeOpenedAgainAfterClosing) {
   EXPECT_EQ(bytesOf(folder / L"b"), "second");
 }
 
-TEST(ReportFile, RefusesASecondOpeningAndKeepsTheFirst) {
+TEST(ReportFile, RefusesASecondOpenAndKeepsTheFirst) {
   const TemporaryFolder folder;
   ReportFile file;
   ASSERT_TRUE(file.Open((folder / L"a").c_str()));
@@ -97,7 +97,7 @@ TEST(ReportFile, ExcludesASecondWriterOfTheSameFile) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TEST(ReportFile, TellsWhyItCannotBeOpened) {
+TEST(ReportFile, ReportsWhyItCannotBeOpened) {
   const TemporaryFolder folder;
   ReportFile file;
   EXPECT_FALSE(file.Open((folder / L"missing/a").c_str()));

@@ -36,7 +36,7 @@ bool replace(const std::wstring& path) {
 
 }  // namespace
 
-TEST(TargetFilePosix, IsClearedOfAKilledProcesssFilesButNotOfALivingOnes) {
+TEST(TargetFilePosix, RemovesAKilledProcesssFilesButNotALiveOnes) {
   const TemporaryFolder folder;
   int ends[2];
   ASSERT_EQ(::pipe(ends), 0);
@@ -65,8 +65,8 @@ TEST(TargetFilePosix, IsClearedOfAKilledProcesssFilesButNotOfALivingOnes) {
   ::close(ends[1]);
 }
 
-// Whoever may write into a folder could lead the removal elsewhere.
-TEST(TargetFilePosix, IsNotClearedThroughLinksOrOfOthersFiles) {
+// Anyone who may write into the folder could plant links there, so that the removal reaches other files.
+TEST(TargetFilePosix, NeverRemovesThroughLinksNorOtherUsersFiles) {
   const TemporaryFolder folder;
   const TemporaryFolder victim;
   writeBytes(victim / L"kept", "kept");
@@ -89,7 +89,7 @@ TEST(TargetFilePosix, IsNotClearedThroughLinksOrOfOthersFiles) {
   EXPECT_FALSE(exists(left + L"1"));
 }
 
-TEST(TargetFilePosix, IsWhatALinkLeadsToAlsoWhenThatIsNotThere) {
+TEST(TargetFilePosix, IsTheTargetOfALinkEvenWhenMissing) {
   const TemporaryFolder folder;
   makeFolder(folder / L"inner");
   fs::create_symlink("inner/middle", asPath(folder / L"link"));
@@ -102,7 +102,7 @@ TEST(TargetFilePosix, IsWhatALinkLeadsToAlsoWhenThatIsNotThere) {
   EXPECT_EQ(entriesOf(asPath(folder / L"inner")), 2u);
 }
 
-TEST(TargetFilePosix, IsNotThereWhereLinksLeadNowhere) {
+TEST(TargetFilePosix, IsRefusedWhereLinksLeadNowhere) {
   const TemporaryFolder folder;
   fs::create_symlink("loop", asPath(folder / L"loop"));
   fs::create_symlink("missing/a", asPath(folder / L"link"));
@@ -126,7 +126,7 @@ TEST(TargetFilePosix, MayBeOnAnotherVolume) {
   EXPECT_EQ(entriesOf(asPath(folder.path())), 0u);
 }
 
-TEST(TargetFilePosix, IsWrittenIntoWhenItIsAFileThatIsOpen) {
+TEST(TargetFilePosix, IsWrittenInPlaceWhenItIsAnOpenFile) {
   const TemporaryFolder folder;
   writeBytes(folder / L"log", "longer than the new content");
   const int fd = ::open(narrowPath(folder / L"log").c_str(), O_WRONLY);
@@ -141,7 +141,7 @@ TEST(TargetFilePosix, IsWrittenIntoWhenItIsAFileThatIsOpen) {
   EXPECT_EQ(entriesOf(asPath(folder.path())), 1u);
 }
 
-TEST(Files, AreNamedByTheirOwnNamesInDeviceFoldersToo) {
+TEST(Files, InDeviceFoldersHaveNamesOfTheirOwn) {
   const TemporaryFolder shared(L"/dev/shm/scrivalen-" + randomName());
   writeBytes(shared / L"a", "");
   EXPECT_FALSE(isOpenFilesName(shared / L"a"));

@@ -27,7 +27,7 @@ bool isHeld(const std::wstring& path) {
 
 }  // namespace
 
-TEST(TargetFile, IsThereAndHeldFromTheBeginning) {
+TEST(TargetFile, ExistsAndIsHeldFromTheStart) {
   const TemporaryFolder folder;
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
@@ -35,7 +35,7 @@ TEST(TargetFile, IsThereAndHeldFromTheBeginning) {
   EXPECT_TRUE(isHeld(folder / L"a"));
 }
 
-TEST(TargetFile, KeepsWhatItHadUntilItIsReplaced) {
+TEST(TargetFile, KeepsItsContentUntilItIsReplaced) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "old");
   TargetFile target;
@@ -51,7 +51,7 @@ TEST(TargetFile, KeepsWhatItHadUntilItIsReplaced) {
   EXPECT_EQ(entryCount(folder), 1u);
 }
 
-TEST(TargetFile, IsFreeAgainOnceItIsReplaced) {
+TEST(TargetFile, IsReleasedOnceItIsReplaced) {
   const TemporaryFolder folder;
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
@@ -60,7 +60,7 @@ TEST(TargetFile, IsFreeAgainOnceItIsReplaced) {
   EXPECT_FALSE(isHeld(folder / L"a"));
 }
 
-TEST(TargetFile, NeedNotBeHeldOrBeThere) {
+TEST(TargetFile, NeedNotBeHeldOrExist) {
   const TemporaryFolder folder;
   TargetFile target;
   ASSERT_TRUE(target.prepare(folder / L"a"));
@@ -72,7 +72,7 @@ TEST(TargetFile, NeedNotBeHeldOrBeThere) {
   EXPECT_EQ(entryCount(folder), 1u);
 }
 
-TEST(TargetFile, TakesAFileFromElsewhere) {
+TEST(TargetFile, CanBeReplacedByAFileFromElsewhere) {
   const TemporaryFolder folder;
   const TemporaryFolder elsewhere;
   writeBytes(elsewhere / L"made", "new");
@@ -96,7 +96,7 @@ TEST(TargetFile, LeavesAFileFromElsewhereThatCannotReplaceIt) {
   EXPECT_EQ(bytesOf(elsewhere / L"made"), "new");
 }
 
-TEST(TargetFile, GoesAwayWhenItWasNewAndNotReplaced) {
+TEST(TargetFile, IsRemovedWhenItWasNewAndNotReplaced) {
   const TemporaryFolder folder;
   {
     TargetFile target;
@@ -106,7 +106,7 @@ TEST(TargetFile, GoesAwayWhenItWasNewAndNotReplaced) {
   EXPECT_EQ(entryCount(folder), 0u);
 }
 
-TEST(TargetFile, StaysWhenItWasThereAndNotReplaced) {
+TEST(TargetFile, StaysWhenItExistedAndWasNotReplaced) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "");
   {
@@ -116,7 +116,7 @@ TEST(TargetFile, StaysWhenItWasThereAndNotReplaced) {
   EXPECT_TRUE(exists(folder / L"a"));
 }
 
-TEST(TargetFile, KeepsWhatItHadWhenItCannotBeReplaced) {
+TEST(TargetFile, KeepsItsContentWhenItCannotBeReplaced) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "old");
   {
@@ -127,7 +127,7 @@ TEST(TargetFile, KeepsWhatItHadWhenItCannotBeReplaced) {
   EXPECT_EQ(bytesOf(folder / L"a"), "old");
 }
 
-TEST(TargetFile, IsRefusedWhereNoFileCanBe) {
+TEST(TargetFile, IsRefusedWhereNoFileCanExist) {
   const TemporaryFolder folder;
   TargetFile target;
   EXPECT_FALSE(target.hold(folder / L"missing/a"));
@@ -135,7 +135,7 @@ TEST(TargetFile, IsRefusedWhereNoFileCanBe) {
   EXPECT_FALSE(target.hold(L""));
 }
 
-TEST(TargetFile, IsRefusedWhileItIsHeld) {
+TEST(TargetFile, IsRefusedWhileHeld) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "kept");
   TargetFile first;
@@ -148,7 +148,7 @@ TEST(TargetFile, IsRefusedWhileItIsHeld) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TEST(TargetFile, GetsItsContentInAFolderBesideIt) {
+TEST(TargetFile, IsPreparedInAFolderBesideIt) {
   const TemporaryFolder folder;
   TargetFile target;
   ASSERT_TRUE(target.hold(folder / L"a"));
@@ -158,7 +158,7 @@ TEST(TargetFile, GetsItsContentInAFolderBesideIt) {
   EXPECT_EQ(entryCount(folder), 2u);
 }
 
-TEST(TargetFile, IsClearedOfWhatAKilledRunHasLeft) {
+TEST(TargetFile, RemovesTheFilesThatAKilledRunLeft) {
   const TemporaryFolder folder;
   std::wstring left;
   {
@@ -177,7 +177,7 @@ TEST(TargetFile, IsClearedOfWhatAKilledRunHasLeft) {
   EXPECT_FALSE(exists(left));
 }
 
-TEST(TargetFile, LeavesWhatAnotherRunIsMaking) {
+TEST(TargetFile, LeavesTheFilesOfAnotherRunAlone) {
   const TemporaryFolder folder;
   TargetFile first;
   TargetFile second;
@@ -192,8 +192,8 @@ TEST(TargetFile, LeavesWhatAnotherRunIsMaking) {
   EXPECT_EQ(bytesOf(folder / L"a"), "first");
 }
 
-// Each of them removes what it takes to be abandoned, while others have just made their folders.
-TEST(TargetFile, IsNotTakenForAbandonedByManyAtOnce) {
+// Each run removes the folders that look abandoned, while others have only just created theirs.
+TEST(TargetFile, IsNotMistakenForAbandonedByConcurrentRuns) {
   constexpr int kThreads = 4;
   const TemporaryFolder folder;
   std::atomic<int> failures = 0;

@@ -14,7 +14,7 @@ using scrivalen::test::RecordingReport;
 
 namespace {
 
-// Looks at the fields that a report keeps for its formats.
+// Opens the fields that a report keeps for its formats to the test.
 struct Fields : AReport {
   static bool areInDeclaredOrder(const AReport& report) {
     const void* const addresses[] = {
@@ -26,8 +26,8 @@ struct Fields : AReport {
   static_assert(std::is_same_v<decltype(openFlag_), std::int32_t>);
 };
 
-// A class of a table of virtual operations and these fields alone. Programs that derive from AReport are compiled for
-// its size, so another field of the report may only take the place of padding.
+// A class with a table of virtual operations and only these fields. Programs that derive from AReport are compiled with
+// its size, so a new field of the report may only use padding.
 struct ClassicFields {
   virtual void operation() {}
 
@@ -64,7 +64,7 @@ TEST(BaseClass, KeepsFilesAndTemplatesForItsFormats) {
   EXPECT_FALSE(PreparesTemplatesForAnyone<AReport>);
 }
 
-TEST(BaseClass, HandsTheHeaderFlagOfRowsOnAsItIs) {
+TEST(BaseClass, PassesTheHeaderFlagOfRowsOnUnchanged) {
   RecordingReport report;
   report.Row2(L"a", L"b", 2, nullptr, nullptr);
   report.Row3(L"a", L"b", L"c", -1);
@@ -80,7 +80,7 @@ TEST(TemplatePath, IsTheTemplateFolderBesideTheModule) {
   EXPECT_EQ(templatePath(folder + L"library.dll", L""), folder + L"tmpl" + kPathSeparator);
 }
 
-TEST(TemplatePath, IsNotThereWithoutAFolder) {
+TEST(TemplatePath, HasNoValueWithoutAFolder) {
   EXPECT_EQ(templatePath(L"library.dll", L"page.htm"), std::nullopt);
   EXPECT_EQ(templatePath(L"", L"page.htm"), std::nullopt);
 }

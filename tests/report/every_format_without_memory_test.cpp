@@ -17,7 +17,7 @@ namespace {
 constexpr const wchar_t* kTitle = L"a title that is longer than what a string holds in itself";
 constexpr const wchar_t* kText = L"a text, <quoted> & of more than a few letters, \u4E2D";
 
-// What becomes of a whole report. Its reason is that of the first operation that fails.
+// The outcome of a whole report. The reason is that of the first operation that fails.
 struct Attempt {
   void note(REPORT_ERRORS result, const AReport& report) {
     if (isGood && result != REPORT_OK) {
@@ -84,7 +84,7 @@ std::string name(const testing::TestParamInfo<EveryFormatWithoutMemory::ParamTyp
 
 }  // namespace
 
-TEST_P(EveryFormatWithoutMemory, IsWholeOrOneOfItsResultsSaysThatItIsNot) {
+TEST_P(EveryFormatWithoutMemory, IsCompleteOrReportsTheFailure) {
   const Attempt good = attempt(0);
   ASSERT_TRUE(good.isGood);
   std::size_t nth = 1;

@@ -133,7 +133,7 @@ TEST(Interface, HasNoSlotForADestructor) {
   EXPECT_EQ(slotOf(&WithOneMoreOperation::oneMore), 31);
 }
 
-TEST(Interface, KeepsItsCompositeRowsAndNamesOutOfTheSlots) {
+TEST(Interface, HasNoSlotsForCompositeRowsAndNames) {
   const std::vector<std::ptrdiff_t> slots =
       slotsOf(&AReport::GetProperty, &AReport::SetStyles, &AReport::SetOutputFileName, &AReport::SetTemplateFileName,
               &AReport::GetOutputFileName, &AReport::GetTemplateFileName, &AReport::GetError,
@@ -142,7 +142,7 @@ TEST(Interface, KeepsItsCompositeRowsAndNamesOutOfTheSlots) {
   EXPECT_EQ(slots, std::vector<std::ptrdiff_t>(14, kNotVirtual));
 }
 
-TEST(Interface, IsAllThatMultiReportAndHtmlReportAddToTheirTables) {
+TEST(Interface, HasTheOnlySlotsOfMultiReportAndHtmlReport) {
   struct AfterHtml : HtmlReport {
     virtual void oneMore() {}
   };
@@ -194,7 +194,7 @@ TEST(Interface, NumbersTheOptions) {
   EXPECT_EQ(OPTION_CONFORMING, 100);
 }
 
-TEST(Interface, TakesAnyNumberAsAValueOfItsEnumerations) {
+TEST(Interface, AcceptsAnyNumberAsAValueOfItsEnumerations) {
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<REPORT_FORMAT>, int>));
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<REPORT_ERRORS>, int>));
   EXPECT_TRUE((std::is_same_v<std::underlying_type_t<PARAGRAPH_TYPE>, int>));

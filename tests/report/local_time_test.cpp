@@ -7,7 +7,7 @@
 
 using scrivalen::test::TimeZone;
 
-TEST(LocalTime, IsThatOfTheTimeZone) {
+TEST(LocalTime, FollowsTheTimeZone) {
   const TimeZone tokyo("JST-9");
   const auto time = scrivalen::localTime(1709647620);
   ASSERT_TRUE(time.has_value());
@@ -15,7 +15,7 @@ TEST(LocalTime, IsThatOfTheTimeZone) {
   EXPECT_EQ(time->tm_mday, 5);
 }
 
-TEST(ReportCreatedRow, TellsTheLocalTime) {
+TEST(ReportCreatedRow, ShowsTheLocalTime) {
   const TimeZone tokyo("JST-9");
   const scrivalen::test::FixedClock clock(1709647620);
   scrivalen::test::RecordingReport report;

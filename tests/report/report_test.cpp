@@ -19,7 +19,7 @@ using scrivalen::kPathSeparator;
 
 namespace {
 
-// What a format must supply, doing nothing; the base's own operations show through.
+// Implements only the operations that a format must supply, all empty, so that tests reach those of the base.
 struct BareReport : AReport {
   using AReport::LoadTemplate;
   using AReport::OpenReportFile;
@@ -83,7 +83,7 @@ std::wstring prepared(const BareReport& report, std::wstring text) {
   return text;
 }
 
-// What a template file of these bytes loads as.
+// The text loaded from a template file of these bytes.
 std::wstring loaded(std::string_view bytes) {
   const TemporaryFolder folder;
   writeBytes(folder / L"page.htm", bytes);
@@ -99,7 +99,7 @@ std::string dateRow(const char* date) { return std::string("Cell(\"") + date + "
 
 }  // namespace
 
-TEST(ReportProperties, AreNotFoundWhereThereAreNone) {
+TEST(ReportProperties, AreNotFoundInANewReport) {
   const BareReport report;
   EXPECT_EQ(report.GetProperty(L"name"), nullptr);
   EXPECT_EQ(report.GetProperty(L""), nullptr);
@@ -114,14 +114,14 @@ TEST(ReportProperties, AreFoundByName) {
   EXPECT_EQ(report.GetProperty(L"three"), nullptr);
 }
 
-TEST(ReportProperties, OfOneNameAreFoundByTheFirst) {
+TEST(ReportProperties, OfTheSameNameResolveToTheFirst) {
   BareReport report;
   report.AddProperty(L"name", L"first");
   report.AddProperty(L"name", L"second");
   EXPECT_STREQ(report.GetProperty(L"name"), L"first");
 }
 
-TEST(ReportProperties, AreFoundByTheExactNameOnly) {
+TEST(ReportProperties, AreFoundOnlyByTheExactName) {
   BareReport report;
   report.AddProperty(L"%TITLE%", L"value");
   EXPECT_EQ(report.GetProperty(L"%Title%"), nullptr);
@@ -135,7 +135,7 @@ TEST(ReportProperties, MayHaveAnEmptyName) {
   EXPECT_STREQ(report.GetProperty(L""), L"value");
 }
 
-TEST(ReportProperties, TakeANullTextAsAnEmptyOne) {
+TEST(ReportProperties, TreatANullTextAsEmpty) {
   BareReport report;
   report.AddProperty(nullptr, nullptr);
   EXPECT_STREQ(report.GetProperty(L""), L"");
@@ -165,7 +165,7 @@ TEST(ReportNames, AreEmptyAtFirstAndNeverNull) {
   EXPECT_STREQ(report.GetError(), L"");
 }
 
-TEST(ReportNames, GiveWayToNewOnes) {
+TEST(ReportNames, AreReplacedByNewOnes) {
   BareReport report;
   report.SetOutputFileName(L"a.txt");
   report.SetOutputFileName(L"b.txt");
@@ -175,14 +175,14 @@ TEST(ReportNames, GiveWayToNewOnes) {
   EXPECT_STREQ(report.GetTemplateFileName(), L"b.htm");
 }
 
-TEST(ReportNames, OfTheOutputBecomeEmptyThroughAnEmptyText) {
+TEST(ReportNames, OfTheOutputAreClearedByAnEmptyText) {
   BareReport report;
   report.SetOutputFileName(L"a.txt");
   report.SetOutputFileName(L"");
   EXPECT_STREQ(report.GetOutputFileName(), L"");
 }
 
-TEST(ReportNames, OfTheTemplateStayThroughANullOrEmptyText) {
+TEST(ReportNames, OfTheTemplateIgnoreANullOrEmptyText) {
   BareReport report;
   report.SetTemplateFileName(L"a.htm");
   report.SetTemplateFileName(nullptr);
@@ -191,7 +191,7 @@ TEST(ReportNames, OfTheTemplateStayThroughANullOrEmptyText) {
   EXPECT_STREQ(report.GetTemplateFileName(), L"a.htm");
 }
 
-TEST(ReportNames, TakeANullTextAsAnEmptyOne) {
+TEST(ReportNames, TreatANullTextAsEmpty) {
   BareReport report = filledReport();
   report.SetOutputFileName(nullptr);
   report.SetStyles(nullptr);
@@ -199,7 +199,7 @@ TEST(ReportNames, TakeANullTextAsAnEmptyOne) {
   EXPECT_EQ(report.styles_, L"");
 }
 
-TEST(ReportStyles, AreKeptAsTheyStandAndReplaced) {
+TEST(ReportStyles, AreKeptUnchangedAndReplaced) {
   BareReport report;
   EXPECT_EQ(report.styles_, L"");
   report.SetStyles(L"cell { color: red }\n");
@@ -247,7 +247,7 @@ TEST(ReportCopy, OutlivesItsSource) {
   expectFilled(copy);
 }
 
-TEST(ReportCopy, ForgetsThePropertiesItHad) {
+TEST(ReportCopy, DropsThePropertiesItHad) {
   BareReport report;
   report.AddProperty(L"old", L"1");
   report = filledReport();
@@ -261,7 +261,7 @@ TEST(ReportCopy, ToItselfChangesNothing) {
   expectFilled(report);
 }
 
-TEST(ReportBase, LeavesWhatAFormatDoesNotSupplyEmpty) {
+TEST(ReportBase, DoesNothingInOptionalOperations) {
   BareReport report = filledReport();
   report.SetColumnSeparator(L";");
   EXPECT_EQ(report.BeginSubDocument(L"folder", L"file", L"title"), REPORT_OK);
@@ -280,7 +280,7 @@ TEST(ReportBase, QuotesNothing) {
   EXPECT_EQ(report.Quoting(std::wstring(L"a\0b", 3)), std::wstring(L"a\0b", 3));
 }
 
-TEST(OpenReportFile, CreatesTheFileAndCutsAnExistingOne) {
+TEST(OpenReportFile, CreatesTheFileOrTruncatesAnExistingOne) {
   const TemporaryFolder folder;
   writeBytes(folder / L"old.txt", "old and long");
   BareReport report;
@@ -294,7 +294,7 @@ TEST(OpenReportFile, CreatesTheFileAndCutsAnExistingOne) {
   EXPECT_EQ(bytesOf(folder / L"old.txt"), "");
 }
 
-TEST(OpenReportFile, LeavesTheErrorTextAndTheOpenFlagOnSuccess) {
+TEST(OpenReportFile, LeavesTheErrorTextAndTheOpenFlagAloneOnSuccess) {
   const TemporaryFolder folder;
   BareReport report = filledReport();
   ReportFile file;
@@ -303,7 +303,7 @@ TEST(OpenReportFile, LeavesTheErrorTextAndTheOpenFlagOnSuccess) {
   EXPECT_EQ(report.openFlag_, 1);
 }
 
-TEST(OpenReportFile, TellsTheFileAndTheSystemsReason) {
+TEST(OpenReportFile, ReportsTheFileAndTheSystemsReason) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"missing/a.txt";
   BareReport report = filledReport();
@@ -313,7 +313,7 @@ TEST(OpenReportFile, TellsTheFileAndTheSystemsReason) {
   EXPECT_EQ(report.openFlag_, 1);
 }
 
-TEST(OpenReportFile, TellsAPathWithPercentSignsAsItStands) {
+TEST(OpenReportFile, ReportsAPathWithPercentSignsUnchanged) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"100%s %d %n/a.txt";
   BareReport report;
@@ -322,7 +322,7 @@ TEST(OpenReportFile, TellsAPathWithPercentSignsAsItStands) {
   EXPECT_EQ(report.GetError(), openingError(path));
 }
 
-TEST(OpenReportFile, RefusesNoName) {
+TEST(OpenReportFile, RefusesAMissingName) {
   BareReport report;
   ReportFile file;
   EXPECT_EQ(report.OpenReportFile(file, nullptr), 0);
@@ -331,7 +331,7 @@ TEST(OpenReportFile, RefusesNoName) {
   EXPECT_EQ(report.GetError(), openingError(L""));
 }
 
-TEST(OpenReportFile, LetsNobodyElseReadOrWriteTheFile) {
+TEST(OpenReportFile, LocksTheFileAgainstReadersAndWriters) {
   const TemporaryFolder folder;
   BareReport report;
   ReportFile first;
@@ -362,7 +362,7 @@ TEST(MakeTemplateName, LooksInTheFolderBesideTheLibrarysFile) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(MakeTemplateName, LogsAMissAndLeavesTheErrorText) {
+TEST(MakeTemplateName, LogsAMissAndLeavesTheErrorTextAlone) {
   const CapturedLog log;
   BareReport report = filledReport();
   std::wstring path;
@@ -372,7 +372,7 @@ TEST(MakeTemplateName, LogsAMissAndLeavesTheErrorText) {
   EXPECT_STREQ(report.GetError(), L"error");
 }
 
-TEST(MakeTemplateName, FindsTheFolderItselfForNoName) {
+TEST(MakeTemplateName, ReturnsTheFolderWithoutAName) {
   const CapturedLog log;
   BareReport report;
   std::wstring path;
@@ -391,7 +391,7 @@ TEST(LoadTemplate, FindsATemplateByName) {
   EXPECT_EQ(text, L"head %BODY% tail");
 }
 
-TEST(LoadTemplate, LogsAMissingNameAndLeavesTheErrorText) {
+TEST(LoadTemplate, LogsAMissingNameAndLeavesTheErrorTextAlone) {
   const CapturedLog log;
   BareReport report = filledReport();
   std::wstring text = L"kept";
@@ -402,7 +402,7 @@ TEST(LoadTemplate, LogsAMissingNameAndLeavesTheErrorText) {
                                                    L"no such template.htm' not found."});
 }
 
-TEST(LoadTemplate, TellsWhyAPathCannotBeOpened) {
+TEST(LoadTemplate, ReportsWhyAPathCannotBeOpened) {
   const CapturedLog log;
   const TemporaryFolder folder;
   BareReport report;
@@ -414,7 +414,7 @@ TEST(LoadTemplate, TellsWhyAPathCannotBeOpened) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(LoadTemplate, TellsWhyATemplateCannotBeOpened) {
+TEST(LoadTemplate, ReportsWhyATemplateCannotBeOpened) {
   const TemporaryTemplate unreadable{TemporaryTemplate::Unreadable()};
   BareReport report;
   std::wstring text;
@@ -441,7 +441,7 @@ TEST(LoadTemplate, ProbesWithoutAText) {
   EXPECT_EQ(report.LoadTemplate(nullptr, L"default.htm", 0), REPORT_OK);
 }
 
-TEST(LoadTemplate, RefusesNoPath) {
+TEST(LoadTemplate, RefusesAMissingPath) {
   BareReport report;
   std::wstring text;
   EXPECT_EQ(report.LoadTemplate(&text, nullptr, 1), REPORT_FILE_ERROR);
@@ -459,7 +459,7 @@ TEST(LoadTemplate, ClosesTheFile) {
   EXPECT_TRUE(writer.Open((folder / L"page.htm").c_str()));
 }
 
-TEST(LoadTemplate, AppendsToTheTextThatIsThere) {
+TEST(LoadTemplate, AppendsToTheExistingText) {
   const TemporaryFolder folder;
   writeBytes(folder / L"page.htm", "two");
   BareReport report;
@@ -468,7 +468,7 @@ TEST(LoadTemplate, AppendsToTheTextThatIsThere) {
   EXPECT_EQ(text, L"one two");
 }
 
-TEST(LoadTemplate, MakesACharacterOfEachByte) {
+TEST(LoadTemplate, ConvertsEachByteToACharacter) {
   std::string bytes;
   std::wstring characters;
   for (int value = 0; value < 256; ++value) {
@@ -478,7 +478,7 @@ TEST(LoadTemplate, MakesACharacterOfEachByte) {
   EXPECT_EQ(loaded(bytes), characters);
 }
 
-TEST(LoadTemplate, TakesAByteOrderMarkAndUtf8AsBytes) {
+TEST(LoadTemplate, ReadsAByteOrderMarkAndUtf8AsBytes) {
   EXPECT_EQ(loaded("\xEF\xBB\xBF\xC3\xA9\r\n"), L"\u00EF\u00BB\u00BF\u00C3\u00A9\r\n");
 }
 
@@ -505,7 +505,7 @@ TEST(PrepareTemplate, LeavesATextWithoutPropertiesAlone) {
   EXPECT_EQ(prepared(BareReport(), L"<p>%TITLE%</p>"), L"<p>%TITLE%</p>");
 }
 
-TEST(PrepareTemplate, LetsALaterPropertyReplaceWhatAnEarlierOneBrought) {
+TEST(PrepareTemplate, LetsALaterPropertyReplaceNamesInAnEarlierValue) {
   BareReport report;
   report.AddProperty(L"%A%", L"%B% and %B%");
   report.AddProperty(L"%B%", L"b");
@@ -519,14 +519,14 @@ TEST(PrepareTemplate, DoesNotGoBackToAnEarlierProperty) {
   EXPECT_EQ(prepared(report, L"%A%"), L"%B%");
 }
 
-TEST(PrepareTemplate, LeavesNothingForTheSecondOfOneName) {
+TEST(PrepareTemplate, IgnoresASecondPropertyOfTheSameName) {
   BareReport report;
   report.AddProperty(L"%A%", L"first");
   report.AddProperty(L"%A%", L"second");
   EXPECT_EQ(prepared(report, L"%A%"), L"first");
 }
 
-TEST(PrepareTemplate, TakesNamesLiterally) {
+TEST(PrepareTemplate, TreatsNamesLiterally) {
   BareReport report;
   report.AddProperty(L".*", L"dot star");
   report.AddProperty(L"a", L"A");
@@ -594,14 +594,14 @@ TEST(CompositeRow, QuotesItsValueAndNotItsName) {
                                    "Cell(\"[c<d]\", 0, null)", "EndRow(\"row\")"}));
 }
 
-TEST(CompositeRow, HeadsATableOfAttributes) {
+TEST(CompositeRow, WritesTheHeaderOfATableOfAttributes) {
   RecordingReport report;
   report.AttributeRowHeader();
   EXPECT_EQ(report.calls(), (Calls{"BeginRow(\"row\", null, 2)", "Cell(\"Report Attribute\", 1, \" width=\"25%\"\")",
                                    "Cell(\"Value\", 1, null)", "EndRow(\"row\")"}));
 }
 
-TEST(CompositeRow, TellsWhenTheReportWasCreated) {
+TEST(CompositeRow, ShowsWhenTheReportWasCreated) {
   const FixedClock clock(1709647620);
   RecordingReport report;
   report.ReportCreated();
@@ -623,7 +623,7 @@ TEST(CompositeRow, WritesTheDateWithTwoDigitsForTheDayHoursAndMinutes) {
   EXPECT_EQ(report.calls()[6], dateRow("29-Feb-2000 23:59"));
 }
 
-TEST(CompositeRowDeathTest, EndsTheProgramOverATimeThatHasNoDate) {
+TEST(CompositeRowDeathTest, EndsTheProgramWhenTheTimeHasNoDate) {
   const FixedClock clock(std::numeric_limits<std::int64_t>::max());
   RecordingReport report;
   EXPECT_DEATH(report.ReportCreated(), "Invalid argument: the current time cannot be converted to local time.");

@@ -34,7 +34,7 @@ void withoutMemory(Action action) {
   action();
 }
 
-// A report of a class that is not named, which is destroyed through that class.
+// A report of any class. The pointer destroys it as that class, which AReport without a virtual destructor cannot.
 using AnyReport = std::shared_ptr<AReport>;
 
 template <typename Report>
@@ -97,7 +97,7 @@ TEST_P(LostSetting, FailsEveryOpenAndCreatesNoFile) {
   }
 }
 
-TEST_P(LostSettingOfAPage, FailsTheOpenOfACopyToo) {
+TEST_P(LostSettingOfAPage, FailsTheOpenOfACopy) {
   const UnfailingLog log;
   const TemporaryFolder folder;
   HtmlReport report;
@@ -114,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(Each, LostSetting, testing::Combine(testing::ValuesIn(k
 INSTANTIATE_TEST_SUITE_P(Each, LostSettingOfAPage, testing::ValuesIn(kSettings),
                          [](const auto& test) { return std::string(test.param.name); });
 
-TEST_F(ReportWithoutMemory, OpensNoTextWithoutItsSeparator) {
+TEST_F(ReportWithoutMemory, DoesNotOpenATextReportThatLostItsSeparator) {
   TextReport report;
   const std::wstring separator(100, L';');
   withoutMemory([&] { report.SetColumnSeparator(separator); });
@@ -122,7 +122,7 @@ TEST_F(ReportWithoutMemory, OpensNoTextWithoutItsSeparator) {
   EXPECT_STREQ(report.GetError(), kNoMemory);
 }
 
-TEST_F(ReportWithoutMemory, FailsAtCloseWhereTheSeparatorIsLostInBetween) {
+TEST_F(ReportWithoutMemory, FailsAtCloseWhenTheSeparatorIsLostWhileOpen) {
   TextReport report;
   const std::wstring separator(100, L';');
   ASSERT_EQ(report.Open(path.c_str()), REPORT_OK);
@@ -131,7 +131,7 @@ TEST_F(ReportWithoutMemory, FailsAtCloseWhereTheSeparatorIsLostInBetween) {
   EXPECT_STREQ(report.GetError(), kNoMemory);
 }
 
-TEST_F(ReportWithoutMemory, OpensNothingWhereAChildIsMissing) {
+TEST_F(ReportWithoutMemory, OpensNothingWhenAChildIsMissing) {
   MultiReport report;
   report.AddReport(FORMAT_TEXT, path.c_str(), nullptr);
   withoutMemory([&] { report.AddReport(FORMAT_HTML, path.c_str(), nullptr); });
@@ -143,7 +143,7 @@ TEST_F(ReportWithoutMemory, OpensNothingWhereAChildIsMissing) {
   EXPECT_FALSE(exists(path));
 }
 
-TEST_F(ReportWithoutMemory, IsGoodAgainWhenTheChildrenAreCleared) {
+TEST_F(ReportWithoutMemory, RecoversWhenTheChildrenAreCleared) {
   MultiReport report;
   withoutMemory([&] { report.AddReport(FORMAT_HTML, path.c_str(), nullptr); });
   report.Clear();
@@ -153,7 +153,7 @@ TEST_F(ReportWithoutMemory, IsGoodAgainWhenTheChildrenAreCleared) {
   report.Clear();
 }
 
-TEST_F(ReportWithoutMemory, SaysWhyItDoesNotOpenWithoutMemoryForThat) {
+TEST_F(ReportWithoutMemory, ReportsWhyItDoesNotOpenWithoutAllocating) {
   MultiReport report;
   report.AddReport(FORMAT_TEXT, path.c_str(), nullptr);
   withoutMemory([&] {
@@ -164,7 +164,7 @@ TEST_F(ReportWithoutMemory, SaysWhyItDoesNotOpenWithoutMemoryForThat) {
   report.Clear();
 }
 
-TEST_F(ReportWithoutMemory, QuotesToNothingAndFailsAtClose) {
+TEST_F(ReportWithoutMemory, ReturnsEmptyTextFromQuotingAndFailsAtClose) {
   const std::wstring text = kLong;
   for (const auto& make : {&make<RTFReport>, &make<HtmlReport>, &make<XmlReport>, &make<TextReport>, &make<PDFReport>,
                            &make<ExcelReport>}) {
@@ -178,7 +178,7 @@ TEST_F(ReportWithoutMemory, QuotesToNothingAndFailsAtClose) {
   }
 }
 
-TEST_F(ReportWithoutMemory, WritesNoRowWhoseValueItCannotQuote) {
+TEST_F(ReportWithoutMemory, OmitsARowWhoseValueItCannotQuote) {
   HtmlReport report;
   ASSERT_EQ(report.Open(path.c_str()), REPORT_OK);
   withoutMemory([&] { report.Row2NotEmptyWithQuote(L"name", kLong); });
@@ -187,7 +187,7 @@ TEST_F(ReportWithoutMemory, WritesNoRowWhoseValueItCannotQuote) {
   EXPECT_EQ(bytesOf(path), "</body></html>\n");
 }
 
-TEST_F(ReportWithoutMemory, FailsAtCloseWhereAnyCompositeRowIsNotWhole) {
+TEST_F(ReportWithoutMemory, FailsAtCloseWhenACompositeRowIsIncomplete) {
   MultiReport report;
   report.AddReport(FORMAT_TEXT, path.c_str(), nullptr);
   for (const auto write : {+[](AReport& to) { to.ProductRow(L"product"); },
@@ -202,7 +202,7 @@ TEST_F(ReportWithoutMemory, FailsAtCloseWhereAnyCompositeRowIsNotWhole) {
   report.Clear();
 }
 
-TEST_F(ReportWithoutMemory, DeliversNoWorkbookWithoutARow) {
+TEST_F(ReportWithoutMemory, DeliversNoWorkbookThatLacksARow) {
   ExcelReport report;
   writeBytes(path, "earlier");
   ASSERT_EQ(report.Open(path.c_str()), REPORT_OK);
@@ -211,7 +211,7 @@ TEST_F(ReportWithoutMemory, DeliversNoWorkbookWithoutARow) {
   EXPECT_EQ(bytesOf(path), "earlier");
 }
 
-TEST_F(ReportWithoutMemory, FailsAtCloseWhereAValueOfAPageIsLost) {
+TEST_F(ReportWithoutMemory, FailsAtCloseWhenAValueOfAPageIsLost) {
   struct OpenedUp : HtmlReport {
     using HtmlReport::ValueToHtml;
   } report;
@@ -221,8 +221,8 @@ TEST_F(ReportWithoutMemory, FailsAtCloseWhereAValueOfAPageIsLost) {
   EXPECT_STREQ(report.GetError(), kNoMemory);
 }
 
-// A copy is like its source, or it does not open.
-TEST_F(ReportWithoutMemory, CopiesAPageWholeOrNotAtAll) {
+// A copy equals its source or does not open.
+TEST_F(ReportWithoutMemory, CopiesAPageCompletelyOrRefusesToOpenTheCopy) {
   HtmlReport source;
   source.AddProperty(L"%TITLE%", kLong);
   source.SetOutputFileName(path.c_str());
@@ -296,7 +296,7 @@ TEST_F(ReportWithoutMemory, CopiesAllChildrenOrOpensNone) {
   source.Clear();
 }
 
-TEST_F(ReportWithoutMemory, IsOfNoUseWhenItIsMadeSo) {
+TEST_F(ReportWithoutMemory, RefusesToOpenWhenConstructedWithoutMemory) {
   std::optional<MultiReport> multi;
   std::optional<HtmlReport> page;
   withoutMemory([&] {
@@ -336,7 +336,7 @@ TEST_F(ReportWithoutMemory, BeginsNoPdfDocumentThatIsMadeSo) {
   EXPECT_EQ(document->LostCharacters(), 0u);
 }
 
-TEST_F(ReportWithoutMemory, OpensAFileOrSaysWhyNot) {
+TEST_F(ReportWithoutMemory, OpensAFileOrReportsWhyNot) {
   for (const Extent extent : {Extent::One, Extent::AllFromThere}) {
     bool hasFailed = true;
     for (std::size_t nth = 1; hasFailed; ++nth) {
@@ -362,7 +362,7 @@ TEST_F(ReportWithoutMemory, OpensAFileOrSaysWhyNot) {
   }
 }
 
-TEST_F(ReportWithoutMemory, ConvertsTextToNothing) {
+TEST_F(ReportWithoutMemory, ConvertsTextToAnEmptyText) {
   withoutMemory([] {
     EXPECT_EQ(scrivalen::FromUtf8("a text that is longer than what a string holds"), L"");
     EXPECT_EQ(scrivalen::ToUtf8(kLong), "");
@@ -370,7 +370,7 @@ TEST_F(ReportWithoutMemory, ConvertsTextToNothing) {
   EXPECT_EQ(UnfailingLog::lines().size(), 2u);
 }
 
-TEST_F(ReportWithoutMemory, LogsTheReasonAloneOfAFileError) {
+TEST_F(ReportWithoutMemory, LogsOnlyTheReasonOfAFileError) {
   const std::wstring file(100, L'f');
   withoutMemory([&] { logFileError(FileError::Write, file, L"Disk full"); });
   EXPECT_EQ(UnfailingLog::lines(), std::vector<std::wstring>{L"Disk full"});

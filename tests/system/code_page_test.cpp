@@ -29,18 +29,18 @@ TEST(CodePage, HoldsLatinLettersAndTypographicSigns) {
   EXPECT_EQ(convert(L"Az \u00E9\u00FF \u20AC\u201E\u201C\u2122\u0178").bytes, "Az \xE9\xFF \x80\x84\x93\x99\x9F");
 }
 
-TEST(CodePage, LetsItsFiveUnusedBytesStandForThemselves) {
+TEST(CodePage, MapsItsFiveUnusedBytesToThemselves) {
   EXPECT_EQ(convert(L"\u0081\u008D\u008F\u0090\u009D").bytes, "\x81\x8D\x8F\x90\x9D");
 }
 
-TEST(CodePage, WritesAQuestionMarkForWhatItLacks) {
+TEST(CodePage, WritesAQuestionMarkForAMissingCharacter) {
   const Converted converted = convert(L"a\u0141\u4E2Db");
   EXPECT_EQ(converted.bytes, "a??b");
   EXPECT_EQ(converted.loss.count(), 2u);
   EXPECT_EQ(converted.loss.first(), 0x141u);
 }
 
-TEST(CodePage, TakesNoLookAlikeLetters) { EXPECT_EQ(convert(L"\u0100\uFF21\u221E").bytes, "???"); }
+TEST(CodePage, DoesNotSubstituteLookAlikeLetters) { EXPECT_EQ(convert(L"\u0100\uFF21\u221E").bytes, "???"); }
 
 TEST(CodePage, WritesTwoQuestionMarksForASurrogatePair) {
   EXPECT_EQ(convert(unit(0xD83D) + unit(0xDE00)).bytes, "??");
@@ -48,20 +48,20 @@ TEST(CodePage, WritesTwoQuestionMarksForASurrogatePair) {
   EXPECT_EQ(convert(unit(0xD83D)).bytes, "?");
 }
 
-TEST(CodePage, FillsTheRoomAndNoMore) {
+TEST(CodePage, FillsTheBufferAndNoMore) {
   EXPECT_EQ(convert(L"abcd", 4).bytes, "abcd");
   EXPECT_EQ(convert(L"abcde", 4).bytes, std::nullopt);
   EXPECT_EQ(convert(L"abc" + unit(0xD83D) + unit(0xDE00), 4).bytes, std::nullopt);
   EXPECT_EQ(convert(L"", 0).bytes, "");
 }
 
-TEST(CodePage, TellsWhetherItHoldsAText) {
+TEST(CodePage, ReportsWhetherItHoldsAText) {
   EXPECT_TRUE(isInCodePage(L"caf\u00E9 \u20AC"));
   EXPECT_FALSE(isInCodePage(L"\u0141"));
   EXPECT_FALSE(isInCodePage(unit(0xD83D) + unit(0xDE00)));
 }
 
-TEST(CodePage, FindsWhatNeedsCareAtEveryPlaceOfAText) {
+TEST(CodePage, ConvertsSpecialCharactersAtEveryPositionInAText) {
   struct Special {
     std::wstring text;
     std::string bytes;
@@ -84,7 +84,7 @@ TEST(CodePage, FindsWhatNeedsCareAtEveryPlaceOfAText) {
   }
 }
 
-TEST(CodePage, FillsARoomThatEndsWithABlock) {
+TEST(CodePage, FillsABufferThatEndsWithABlock) {
   for (const std::size_t room : {8u, 16u, 24u}) {
     EXPECT_EQ(convert(letters(room), room).bytes, std::string(room, 'x'));
     EXPECT_EQ(convert(letters(room + 1), room).bytes, std::nullopt);
@@ -95,7 +95,7 @@ TEST(CodePage, FillsARoomThatEndsWithABlock) {
   }
 }
 
-TEST(CodePage, TouchesNothingBehindTheRoom) {
+TEST(CodePage, TouchesNothingBeyondTheBuffer) {
   for (std::size_t room = 0; room <= 24; ++room) {
     for (const std::wstring& text :
          {letters(40), letters(room) + L"\u20AC", letters(room) + unit(0xD83D) + unit(0xDE00)}) {

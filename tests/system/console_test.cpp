@@ -7,13 +7,13 @@
 
 using namespace scrivalen;
 
-TEST(Environment, AnswersAVariable) { EXPECT_EQ(environmentVariable("TZ"), "UTC"); }
+TEST(Environment, ReturnsAVariable) { EXPECT_EQ(environmentVariable("TZ"), "UTC"); }
 
-TEST(Environment, AnswersNothingForAMissingVariable) {
+TEST(Environment, ReturnsNothingForAMissingVariable) {
   EXPECT_EQ(environmentVariable("SCRIVALEN_NO_SUCH_VARIABLE"), std::nullopt);
 }
 
-TEST(Interrupts, AreNotThereWithoutARequest) {
+TEST(Interrupts, AreNotReportedWithoutARequest) {
   rememberInterrupts();
   EXPECT_FALSE(wasInterrupted());
 }

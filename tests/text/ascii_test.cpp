@@ -10,7 +10,7 @@
 
 using namespace scrivalen;
 
-TEST(AsciiCase, ChangesTheLettersAToZOnly) {
+TEST(AsciiCase, ChangesOnlyTheLettersAToZ) {
   EXPECT_EQ(asciiLower('A'), 'a');
   EXPECT_EQ(asciiLower(L'Z'), L'z');
   EXPECT_EQ(asciiUpper('z'), 'Z');
@@ -21,7 +21,7 @@ TEST(AsciiCase, ChangesTheLettersAToZOnly) {
   EXPECT_EQ(asciiLowered<char>("PDF \xC3\x84"), "pdf \xC3\x84");
 }
 
-TEST(AsciiLetter, IsNeitherDigitNorAnythingElse) {
+TEST(AsciiLetter, IsOnlyAToZInEitherCase) {
   for (const char c : {'a', 'z', 'A', 'Z'}) {
     EXPECT_TRUE(isAsciiLetter(c)) << c;
   }
@@ -30,7 +30,7 @@ TEST(AsciiLetter, IsNeitherDigitNorAnythingElse) {
   }
 }
 
-TEST(HexValue, KnowsBothCases) {
+TEST(HexValue, AcceptsBothCases) {
   for (int value = 0; value < 16; ++value) {
     EXPECT_EQ(hexValue(kHexDigits[static_cast<std::size_t>(value)]), value);
     EXPECT_EQ(hexValue(asciiLower(kHexDigits[static_cast<std::size_t>(value)])), value);
@@ -43,7 +43,7 @@ TEST(HexValue, IsNegativeForOtherCharacters) {
   }
 }
 
-TEST(HasScheme, LooksAtWhatIsInFrontOfTheColon) {
+TEST(HasScheme, ChecksTheTextBeforeTheColon) {
   for (const wchar_t* const address : {L"http://a", L"mailto:a", L"x-1+2.3:", L"HTTP:"}) {
     EXPECT_TRUE(hasScheme(address)) << address;
   }
@@ -52,7 +52,7 @@ TEST(HasScheme, LooksAtWhatIsInFrontOfTheColon) {
   }
 }
 
-TEST(AsciiAddress, EncodesWhatNoUrlHas) {
+TEST(AsciiAddress, EncodesCharactersThatUrlsForbid) {
   EXPECT_EQ(asciiAddress(L"https://[::1]:8080/~a/b;c,d?e=f&g=%20+!$'()*@_#h"),
             "https://[::1]:8080/~a/b;c,d?e=f&g=%20+!$'()*@_#h");
   EXPECT_EQ(asciiAddress(L" \"<>\\^`{|}\x7F\n\x1F"), "%20%22%3C%3E%5C%5E%60%7B%7C%7D%7F%0A%1F");

@@ -7,9 +7,9 @@
 #include <cstdio>
 #include <string>
 
-TEST(Fmt, FillsTextsAndNumbers) { EXPECT_EQ(FMT::Format(L"<h%d %s>", 3, L"id=\"x\""), L"<h3 id=\"x\">"); }
+TEST(Fmt, InsertsTextsAndNumbers) { EXPECT_EQ(FMT::Format(L"<h%d %s>", 3, L"id=\"x\""), L"<h3 id=\"x\">"); }
 
-TEST(Fmt, TakesWideTextForSmallS) { EXPECT_EQ(FMT::Format(L"%s", L"\u0416\u20AC"), L"\u0416\u20AC"); }
+TEST(Fmt, AcceptsWideTextForALowerCaseS) { EXPECT_EQ(FMT::Format(L"%s", L"\u0416\u20AC"), L"\u0416\u20AC"); }
 
 TEST(Fmt, WritesANullTextAsEmpty) { EXPECT_EQ(FMT::Format(L"[%s]", static_cast<const wchar_t*>(nullptr)), L"[]"); }
 
@@ -27,11 +27,11 @@ TEST(Fmt, PadsToTheWidth) {
             L"[  -42][42   ][-0042][+7][  ab][ab  ][ab]");
 }
 
-TEST(Fmt, PassesOverSizeModifiers) { EXPECT_EQ(FMT::Format(L"%ls %ld %hd %I64d", L"a", 1, 2, 3), L"a 1 2 3"); }
+TEST(Fmt, IgnoresSizeModifiers) { EXPECT_EQ(FMT::Format(L"%ls %ld %hd %I64d", L"a", 1, 2, 3), L"a 1 2 3"); }
 
 TEST(Fmt, WritesADoubledPercentSignOnce) { EXPECT_EQ(FMT::Format(L"100%%"), L"100%"); }
 
-TEST(Fmt, LeavesWhatItDoesNotKnow) {
+TEST(Fmt, LeavesUnknownConversionsAlone) {
   EXPECT_EQ(FMT::Format(L"%q %", 1), L"%q %");
   EXPECT_EQ(FMT::Format(L"%d %d", 1), L"1 %d");
   EXPECT_EQ(FMT::Format(L"%d", L"text"), L"%d");
@@ -45,7 +45,7 @@ TEST(Fmt, WritesALongText) {
   EXPECT_EQ(FMT::Format(L"%s", text), text);
 }
 
-TEST(Fmt, ShowsANegativeIntAsTheUnsignedOneOfItsBits) {
+TEST(Fmt, ShowsANegativeIntAsUnsigned32BitNumber) {
   EXPECT_EQ(FMT::Format(L"%u %x %X", -1, -1, -1), L"4294967295 ffffffff FFFFFFFF");
   EXPECT_EQ(FMT::Format(L"%u %x", INT_MIN, INT_MIN), L"2147483648 80000000");
   EXPECT_EQ(FMT::Format(L"%u %x", static_cast<short>(-1), static_cast<signed char>(-2)), L"4294967295 fffffffe");
@@ -53,7 +53,7 @@ TEST(Fmt, ShowsANegativeIntAsTheUnsignedOneOfItsBits) {
   EXPECT_EQ(FMT::Format(L"%08x|%.10u", -255, -1), L"ffffff01|4294967295");
 }
 
-TEST(Fmt, TakesAPrecisionForTheFewestDigits) {
+TEST(Fmt, TreatsAPrecisionAsTheMinimumOfDigits) {
   EXPECT_EQ(FMT::Format(L"%.3d %.3d %.3d %.3d", 7, -7, 4711, 0), L"007 -007 4711 000");
   EXPECT_EQ(FMT::Format(L"%.4u %.4x %.4X %.1i", 42u, 255, 255, 0), L"0042 00ff 00FF 0");
   EXPECT_EQ(FMT::Format(L"[%6.3d][%-6.3d][%+.3d][%+6.3d]", -7, -7, 7, 7), L"[  -007][-007  ][+007][  +007]");
@@ -64,21 +64,21 @@ TEST(Fmt, WritesNoDigitsForZeroWithAPrecisionOfZero) {
   EXPECT_EQ(FMT::Format(L"[%.0d][%.0x]", 1, 10), L"[1][a]");
 }
 
-TEST(Fmt, FillsWithBlanksWhereANumberHasAPrecision) {
+TEST(Fmt, PadsANumberWithAPrecisionByBlanks) {
   EXPECT_EQ(FMT::Format(L"[%05.2d][%05d][%-05d][%05.2x]", 7, 7, 7, 7), L"[   07][00007][7    ][   07]");
 }
 
-TEST(Fmt, PutsAPlusSignBeforeSignedConversionsOnly) {
+TEST(Fmt, PutsAPlusSignOnlyBeforeSignedConversions) {
   EXPECT_EQ(FMT::Format(L"%+d %+i %+u %+x", 5, -5, 5, 5), L"+5 -5 5 5");
 }
 
-TEST(Fmt, CutsTextsAndNotCharactersAtThePrecision) {
+TEST(Fmt, TruncatesTextsButNotCharactersAtThePrecision) {
   EXPECT_EQ(FMT::Format(L"[%.0s][%.s][%.1s][%5.2s][%-5.2s][%.9s][%.0c]", L"abc", L"abc", L"abc", L"abc", L"abc", L"abc",
                         L"x"),
             L"[][][a][   ab][ab   ][abc][x]");
 }
 
-TEST(Fmt, WritesAtMost4096CharactersOfAWidthOrPrecision) {
+TEST(Fmt, LimitsWidthAndPrecisionTo4096Characters) {
   EXPECT_EQ(FMT::Format(L"%4096d", 1).size(), 4096u);
   EXPECT_EQ(FMT::Format(L"%99999999999999999999d", 1).size(), 4096u);
   EXPECT_EQ(FMT::Format(L"%.4097d", 1), std::wstring(4095, L'0') + L"1");
@@ -86,7 +86,7 @@ TEST(Fmt, WritesAtMost4096CharactersOfAWidthOrPrecision) {
 
 namespace {
 
-// The conversion as the C library writes it.
+// The conversion by the C library.
 template <typename Number>
 std::wstring byTheCLibrary(const std::string& format, Number number) {
   char text[128] = "";

@@ -7,7 +7,7 @@
 using scrivalen::toCapital;
 using scrivalen::toSmall;
 
-TEST(ToCapital, KnowsTheAlphabetsOfEurope) {
+TEST(ToCapital, ConvertsTheAlphabetsOfEurope) {
   constexpr std::pair<char32_t, char32_t> kPairs[] = {
       {L'a', L'A'},     {L'z', L'Z'},     {0x00E9, 0x00C9}, {0x00FE, 0x00DE}, {0x00FF, 0x0178},
       {0x0101, 0x0100}, {0x0131, L'I'},   {0x0142, 0x0141}, {0x0161, 0x0160}, {0x017E, 0x017D},
@@ -18,13 +18,13 @@ TEST(ToCapital, KnowsTheAlphabetsOfEurope) {
   }
 }
 
-TEST(ToCapital, LeavesEverythingElse) {
+TEST(ToCapital, LeavesOtherCharactersAlone) {
   for (const char32_t c : {U'A', U'1', U'{', U'`', U'\x00F7', U'\x0100', U'\x4E2D'}) {
     EXPECT_EQ(toCapital(c), c);
   }
 }
 
-TEST(ToSmall, TurnsEveryCapitalBack) {
+TEST(ToSmall, ConvertsEveryCapitalBack) {
   constexpr std::pair<char32_t, char32_t> kPairs[] = {
       {U'A', U'a'},     {U'I', U'i'},     {U'Z', U'z'},     {0x00C9, 0x00E9}, {0x00DE, 0x00FE}, {0x0178, 0x00FF},
       {0x0100, 0x0101}, {0x0141, 0x0142}, {0x0160, 0x0161}, {0x017D, 0x017E}, {0x0218, 0x0219}, {0x0386, 0x03AC},
@@ -35,7 +35,7 @@ TEST(ToSmall, TurnsEveryCapitalBack) {
   }
 }
 
-TEST(ToSmall, LeavesEverythingElse) {
+TEST(ToSmall, LeavesOtherCharactersAlone) {
   for (const char32_t c : {U'a', U'1', U'[', U'@', U'\x00D7', U'\x0101', U'\x4E2D', U'\x1F600'}) {
     EXPECT_EQ(toSmall(c), c);
   }

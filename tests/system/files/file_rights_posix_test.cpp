@@ -73,7 +73,7 @@ void setRights(const std::wstring& path, unsigned mode, unsigned owner, unsigned
   ASSERT_EQ(::chmod(narrowPath(path).c_str(), mode), 0);
 }
 
-// Another user, who may do little, while it lives.
+// Runs as an unprivileged user for its lifetime.
 class AsNobody {
  public:
   AsNobody() {
@@ -88,11 +88,11 @@ class AsNobody {
   }
 };
 
-// Tests that need to be several users, as the superuser can.
+// Tests that switch users, as only the superuser can.
 class FileRights : public testing::Test {
  protected:
   void SetUp() override {
-    ASSERT_EQ(::geteuid(), 0u) << "these tests change owners, which takes a superuser";
+    ASSERT_EQ(::geteuid(), 0u) << "these tests change owners and need to run as the superuser";
     ASSERT_EQ(::chmod(narrowPath(folder.path()).c_str(), 0777), 0);
     writeBytes(old, "old");
     writeBytes(made, "new");
@@ -121,7 +121,7 @@ TEST_F(FileRights, StayWithAFileThatIsReplaced) {
   }
 }
 
-TEST_F(FileRights, StayWithAListOfUsers) {
+TEST_F(FileRights, KeepAnAccessControlList) {
   const std::string list = listOf({{1, 6}, {2, 6, 1000}, {2, 0, 1001}, {4, 4}, {16, 6}, {32, 0}});
   setRights(old, 0640, 1234, 2345);
   setList(old, list);
@@ -129,7 +129,7 @@ TEST_F(FileRights, StayWithAListOfUsers) {
   EXPECT_EQ(rightsOf(old), (Rights{0660, 1234, 2345, list}));
 }
 
-TEST_F(FileRights, DoNotComeFromTheFoldersListWhenAFileIsReplaced) {
+TEST_F(FileRights, IgnoreTheFoldersDefaultListWhenAFileIsReplaced) {
   setRights(old, 0600, 0, 0);
   setList(folder.path(), listOf({{1, 7}, {2, 7, 1000}, {4, 7}, {16, 7}, {32, 5}}), "system.posix_acl_default");
   replace();
@@ -153,8 +153,8 @@ TEST_F(FileRights, OfANewFileAreThoseOfAnyFileInItsFolder) {
   EXPECT_EQ(rightsOf(old).group, 2345u);
 }
 
-// Nobody may read the new content before it has the old file's rights.
-TEST_F(FileRights, OfNewContentAreItsUsersAlone) {
+// No other user may read the new content before it has the old file's permissions.
+TEST_F(FileRights, OfNewContentAdmitOnlyItsUser) {
   TargetFile target;
   ASSERT_TRUE(target.prepare(old));
   EXPECT_EQ(rightsOf(target.folder()), (Rights{0700, 0, 0, {}}));
@@ -164,8 +164,8 @@ TEST_F(FileRights, OfNewContentAreItsUsersAlone) {
   EXPECT_EQ(lastSystemError(), std::uint32_t{EACCES});
 }
 
-// Root's group has more rights than others, and the file is no longer of that group.
-TEST_F(FileRights, AreNarrowerWhereTheGroupCannotStay) {
+// The new file is in another group, so the group and others keep only the permissions that both had.
+TEST_F(FileRights, AreNarrowedWhenTheGroupCannotBeKept) {
   for (const auto& [before, after] : {std::pair{0664u, 0644u}, {0660u, 0600u}, {0606u, 0600u}, {0446u, 0444u}}) {
     ASSERT_TRUE(deleteFile(old));
     writeBytes(old, "old");
@@ -176,14 +176,14 @@ TEST_F(FileRights, AreNarrowerWhereTheGroupCannotStay) {
   }
 }
 
-TEST_F(FileRights, AreNarrowerWhereTheOwnerCannotStay) {
+TEST_F(FileRights, AreNarrowedWhenTheOwnerCannotBeKept) {
   setRights(old, 0464, 0, kNobody);
   const AsNobody nobody;
   replace();
   EXPECT_EQ(rightsOf(old), (Rights{0444, kNobody, kNobody, {}}));
 }
 
-TEST_F(FileRights, AreThoseThatAllHaveInCommonWhereAListCannotStay) {
+TEST_F(FileRights, AreTheCommonOnesWhenAnAccessControlListCannotBeKept) {
   setRights(old, 0660, 0, 0);
   setList(old, listOf({{1, 6}, {2, 6, 1000}, {2, 4, 1001}, {4, 6}, {16, 6}, {32, 6}}));
   {
@@ -193,7 +193,7 @@ TEST_F(FileRights, AreThoseThatAllHaveInCommonWhereAListCannotStay) {
   EXPECT_EQ(rightsOf(old), (Rights{0644, kNobody, kNobody, {}}));
 }
 
-TEST_F(FileRights, ThatCannotBeSetMustNotBeWiderThanTheyShould) {
+TEST_F(FileRights, MayOnlyBeLeftUnsetWhenNotTooWide) {
   setRights(old, 0600, 0, 0);
   setRights(made, 0644, 0, 0);
   {
@@ -207,7 +207,7 @@ TEST_F(FileRights, ThatCannotBeSetMustNotBeWiderThanTheyShould) {
   EXPECT_TRUE(copyRights(old, made));
 }
 
-TEST_F(FileRights, StopAReplacementThatWouldMakeThemWider) {
+TEST_F(FileRights, PreventAReplacementThatWouldWidenThem) {
   setRights(old, 0600, 0, 0);
   setRights(made, 0644, 0, 0);
   const AsNobody nobody;

@@ -69,7 +69,7 @@ TEST(FileRights, OfANewFileAreThoseOfAnyFileInItsFolder) {
   EXPECT_EQ(accessOf(folder / L"a"), accessOf(folder / L"b"));
 }
 
-TEST(FileRights, OfNewContentForAFileAreNotEverybodys) {
+TEST(FileRights, OfNewContentDoNotAdmitEveryone) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "old");
   setAccess(folder.path(), L"D:P(A;OICI;FA;;;WD)");

@@ -22,7 +22,7 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-TEST(Files, MoveWorksFromOneVolumeToAnother) {
+TEST(Files, MoveWorksAcrossVolumes) {
   const TemporaryFolder folder;
   if (!isFolder(L"/dev/shm")) {
     FAIL() << "this test needs a second volume at /dev/shm";
@@ -44,7 +44,7 @@ TEST(Paths, CarryBytesThatAreNotUtf8) {
   EXPECT_EQ(widePath("a\xE4z"), std::wstring(L"a") + static_cast<wchar_t>(0xDCE4) + L"z");
 }
 
-TEST(Paths, OfBytesThatAreNotUtf8LeadToTheFileOfThatName) {
+TEST(Paths, OfBytesThatAreNotUtf8NameTheirFile) {
   const TemporaryFolder folder;
   const std::wstring path = folder / widePath("b\xE4r.txt");
   writeBytes(path, "x");
@@ -56,7 +56,7 @@ TEST(Paths, OfBytesThatAreNotUtf8LeadToTheFileOfThatName) {
   EXPECT_TRUE(deleteFile(path));
 }
 
-TEST(Paths, ThatNoNameCanHaveAreRefused) {
+TEST(Paths, WithInvalidCharactersAreRefused) {
   const TemporaryFolder folder;
   for (const int unit : {0xD83D, 0xDC7F, 0xDD00, 0x110000}) {
     const std::wstring path = folder / (L"a" + std::wstring(1, static_cast<wchar_t>(unit)));
@@ -67,14 +67,14 @@ TEST(Paths, ThatNoNameCanHaveAreRefused) {
   EXPECT_TRUE(filesEndingWith(folder.path(), L"").empty());
 }
 
-TEST(Files, HaveNoSizeWhenTheyAreDevices) {
+TEST(Files, HaveNoSizeWhenDevices) {
   File null = openForReading(L"/dev/null");
   ASSERT_NE(null, nullptr);
   EXPECT_EQ(sizeOf(null), std::nullopt);
   EXPECT_TRUE(null.close());
 }
 
-TEST(Files, TellWhyNoneCanBeCreatedBesideAPath) {
+TEST(Files, CreateBesideReportsWhyItFails) {
   EXPECT_EQ(createFileBeside(L"/proc/a"), std::nullopt);
   EXPECT_EQ(lastSystemError(), std::uint32_t{ENOENT});
   EXPECT_EQ(createFileBeside(L"/dev/null/a"), std::nullopt);
@@ -101,7 +101,7 @@ TEST(Files, ResolvesLinks) {
   EXPECT_TRUE(isSameFile(folder / L"link", folder / L"a"));
 }
 
-TEST(Files, AreNotThoseThatTheBeginningOfALongPathLeadsTo) {
+TEST(Files, AreNotFoundByATruncatedPath) {
   const TemporaryFolder folder;
   for (const std::wstring name : {L"./", L"\u20AC/../"}) {
     std::wstring path = folder.path() + L'/';
@@ -127,19 +127,19 @@ TEST(Files, MayHaveTheLongestPath) {
 
 namespace {
 
-// Ends the process with 0 when an action that waits for ever fails after an interrupt because of that.
+// Ends the process with 0 if an interrupt makes an action fail that would otherwise wait forever.
 template <typename Action>
 [[noreturn]] void interrupt(Action fails) {
   rememberInterrupts();
   setStopQuery(&wasInterrupted);
   std::raise(SIGINT);
-  const bool isBrokenOff = fails() && lastSystemError() == EINTR;
-  std::_Exit(isBrokenOff ? 0 : 1);
+  const bool isInterrupted = fails() && lastSystemError() == EINTR;
+  std::_Exit(isInterrupted ? 0 : 1);
 }
 
 }  // namespace
 
-TEST(Files, ThatNobodyReadsAreOpenedNoLongerAfterAnInterrupt) {
+TEST(Files, InterruptEndsAnOpenThatWaits) {
   const TemporaryFolder folder;
   const std::wstring pipe = folder / L"pipe";
   ASSERT_EQ(::mkfifo(std::filesystem::path(pipe).c_str(), 0600), 0);
@@ -147,7 +147,7 @@ TEST(Files, ThatNobodyReadsAreOpenedNoLongerAfterAnInterrupt) {
   EXPECT_EXIT(interrupt([&] { return !openForReading(pipe); }), testing::ExitedWithCode(0), "");
 }
 
-TEST(Files, ThatNobodyReadsOnAreWrittenNoLongerAfterAnInterrupt) {
+TEST(Files, InterruptEndsAReadOrWriteThatWaits) {
   std::array<int, 2> ends{};
   ASSERT_EQ(::pipe(ends.data()), 0);
   const auto file = [&](int end) { return reinterpret_cast<NativeFile>(static_cast<std::intptr_t>(ends.at(end))); };

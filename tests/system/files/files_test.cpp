@@ -11,14 +11,14 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-TEST(Files, OpenExclusiveCutsAnExistingFile) {
+TEST(Files, OpenExclusiveTruncatesAnExistingFile) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "old and long");
   writeBytes(folder / L"a", "new");
   EXPECT_EQ(bytesOf(folder / L"a"), "new");
 }
 
-TEST(Files, OpenExclusiveRefusesAFileThatIsHeldAndLeavesItAsItIs) {
+TEST(Files, OpenExclusiveRefusesAHeldFileAndLeavesItAlone) {
   const TemporaryFolder folder;
   File held = openExclusive(folder / L"a");
   ASSERT_NE(held, nullptr);
@@ -28,7 +28,7 @@ TEST(Files, OpenExclusiveRefusesAFileThatIsHeldAndLeavesItAsItIs) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TEST(Files, HoldExclusiveLeavesTheBytesOfAFile) {
+TEST(Files, HoldExclusiveKeepsTheBytesOfAFile) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "kept");
   HeldFile held = holdExclusive(folder / L"a");
@@ -40,7 +40,7 @@ TEST(Files, HoldExclusiveLeavesTheBytesOfAFile) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TEST(Files, HoldExclusiveTellsWhetherItMadeTheFile) {
+TEST(Files, HoldExclusiveReportsWhetherItCreatedTheFile) {
   const TemporaryFolder folder;
   HeldFile held = holdExclusive(folder / L"a");
   ASSERT_NE(held.file, nullptr);
@@ -50,7 +50,7 @@ TEST(Files, HoldExclusiveTellsWhetherItMadeTheFile) {
   EXPECT_EQ(holdExclusive(folder / L"missing/a").file, nullptr);
 }
 
-TEST(Files, AreReadAtAnyPlace) {
+TEST(Files, AreReadAtAnyOffset) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "0123456789");
   File file = openForReading(folder / L"a");
@@ -82,7 +82,7 @@ TEST(Files, OpenExclusiveRefusesAFileThatIsBeingRead) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TEST(Files, OpenForReadingLetsOtherReadersIn) {
+TEST(Files, OpenForReadingAllowsOtherReaders) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "x");
   File first = openForReading(folder / L"a");
@@ -101,7 +101,7 @@ TEST(Files, AFolderIsNoFile) {
   EXPECT_TRUE(isFolder(folder.path()));
 }
 
-TEST(Files, AMissingFolderLeavesTheReason) {
+TEST(Files, OpenFailsInAMissingFolder) {
   const TemporaryFolder folder;
   EXPECT_EQ(openExclusive(folder / L"missing/a"), nullptr);
   EXPECT_FALSE(pathExists(folder / L"missing/a"));
@@ -147,14 +147,14 @@ TEST(Files, MoveOfAMissingFileFailsAndLeavesTheTarget) {
   EXPECT_EQ(bytesOf(folder / L"b"), "old");
 }
 
-TEST(Files, DeleteAnswersWhetherThereWasAFile) {
+TEST(Files, DeleteReturnsWhetherTheFileExisted) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "");
   EXPECT_TRUE(deleteFile(folder / L"a"));
   EXPECT_FALSE(deleteFile(folder / L"a"));
 }
 
-TEST(Files, ListsByEndingInAnyCaseAndNoFolders) {
+TEST(Files, ListsFilesByEndingInAnyCase) {
   const TemporaryFolder folder;
   for (const wchar_t* name : {L"a.htm", L"B.HTM", L"c.html", L"d.htmx", L"htm"}) {
     writeBytes(folder / name, "");
@@ -177,7 +177,7 @@ TEST(Files, APrivateFolderIsNewAndCanBeDeleted) {
   EXPECT_FALSE(pathExists(*first));
 }
 
-TEST(Files, AFileBesideStandsInTheSameFolder) {
+TEST(Files, AFileBesideIsInTheSameFolder) {
   const TemporaryFolder folder;
   const auto beside = createFileBeside(folder / L"out.html");
   ASSERT_TRUE(beside.has_value());
@@ -186,7 +186,7 @@ TEST(Files, AFileBesideStandsInTheSameFolder) {
   EXPECT_EQ(createFileBeside(folder / L"missing/out.html"), std::nullopt);
 }
 
-TEST(Files, KnowsOneFileByTwoPaths) {
+TEST(Files, RecognizesOneFileByTwoPaths) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a", "");
   writeBytes(folder / L"b", "");
@@ -222,7 +222,7 @@ TEST(FolderOf, KeepsTheSeparator) {
   EXPECT_EQ(fileNameOf(L"two.txt"), L"two.txt");
 }
 
-TEST(Files, HaveRoomOnTheDiskOfAFolderThatIsThere) {
+TEST(Files, RoomIsReportedForAnExistingFolder) {
   const TemporaryFolder folder;
   EXPECT_GT(roomIn(folder.path()).value_or(0), 0u);
   EXPECT_FALSE(roomIn(folder / L"missing").has_value());

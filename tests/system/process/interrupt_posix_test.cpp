@@ -19,7 +19,7 @@ void raiseEach() {
   }
 }
 
-// @return whether a write fails because of it
+// @return whether a write to a pipe without a reader fails with EPIPE
 bool isLostReaderNoticed() {
   int ends[2] = {};
   if (::pipe(ends) != 0) {
@@ -42,7 +42,7 @@ TEST(Interrupts, AreRememberedHoweverOftenTheyCome) {
       testing::ExitedWithCode(0), "");
 }
 
-TEST(Interrupts, EndTheProgramAsTheFirstWouldHaveDone) {
+TEST(Interrupts, EndTheProgramWithTheFirstSignal) {
   EXPECT_EXIT(
       {
         rememberInterrupts();
@@ -53,7 +53,7 @@ TEST(Interrupts, EndTheProgramAsTheFirstWouldHaveDone) {
       testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(Interrupts, DoNotEndTheProgramWhenThereWereNone) {
+TEST(Interrupts, DoNotEndTheProgramWhenNoneCame) {
   EXPECT_EXIT(
       {
         rememberInterrupts();
@@ -63,7 +63,7 @@ TEST(Interrupts, DoNotEndTheProgramWhenThereWereNone) {
       testing::ExitedWithCode(0), "");
 }
 
-TEST(Interrupts, StayIgnoredWhereTheyAre) {
+TEST(Interrupts, StayIgnoredWhenTheyWereIgnored) {
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     EXPECT_EXIT(
         {
@@ -77,7 +77,7 @@ TEST(Interrupts, StayIgnoredWhereTheyAre) {
   }
 }
 
-TEST(Interrupts, BreakOffAWaitThatBeginsAfterThem) {
+TEST(Interrupts, EndAWaitThatBeginsAfterThem) {
   EXPECT_EXIT(
       {
         rememberInterrupts();
@@ -89,7 +89,7 @@ TEST(Interrupts, BreakOffAWaitThatBeginsAfterThem) {
       testing::KilledBySignal(SIGTERM), "");
 }
 
-TEST(Interrupts, LeaveALostReaderToTheWrite) {
+TEST(Interrupts, LetTheWriteReportALostReader) {
   EXPECT_EXIT(
       {
         rememberInterrupts();

@@ -18,7 +18,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// Wants everything to stop as soon as a program has written the file that its $1 names.
+// Requests a stop as soon as a script has created the file named by its $1.
 class StopOnceStarted {
  public:
   StopOnceStarted() {
@@ -32,7 +32,7 @@ class StopOnceStarted {
   static ProcessResult run(const wchar_t* script) {
     const auto start = std::chrono::steady_clock::now();
     ProcessResult result = runProgram({L"sh", L"-c", script, L"sh", path()});
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << "it came to its end";
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20)) << "it was not stopped";
     return result;
   }
 
@@ -47,7 +47,7 @@ class StopOnceStarted {
 
 }  // namespace
 
-TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
+TEST(RunProgram, PassesArgumentsWithoutAShell) {
   const TemporaryFolder folder;
   const std::wstring odd = L"a b;$(touch x) \"q\" 'r' \u20AC";
   const ProcessResult result = runProgram({L"sh", L"-c", L"printf %s \"$1\" > \"$2\"", L"sh", odd, folder / L"out"});
@@ -56,7 +56,7 @@ TEST(RunProgram, HandsArgumentsOverWithoutAShell) {
   EXPECT_EQ(bytesOf(folder / L"out"), "a b;$(touch x) \"q\" 'r' \xE2\x82\xAC");
 }
 
-TEST(RunProgram, AnswersTheStatusOfAProgramThatFails) {
+TEST(RunProgram, ReturnsTheStatusOfAProgramThatFails) {
   EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).exitStatus, 7);
   EXPECT_EQ(runProgram({L"sh", L"-c", L"exit 7"}).signal, 0);
   EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -9 $$"}).exitStatus, -1);
@@ -79,7 +79,7 @@ TEST(RunProgram, KeepsTheBeginningOfManyMessages) {
   EXPECT_EQ(result.messages.back(), L"l");
 }
 
-TEST(RunProgram, HandsOverNoOpenFilesButTheStandardOnes) {
+TEST(RunProgram, PassesOnlyTheStandardStreams) {
   const int open = ::open("/dev/null", O_RDONLY);
   ASSERT_GT(open, 2);
   const std::wstring listing = L"for file in 2 $1; do [ ! -e /proc/$$/fd/$file ] || echo $file >&2; done";
@@ -88,7 +88,7 @@ TEST(RunProgram, HandsOverNoOpenFilesButTheStandardOnes) {
   EXPECT_EQ(result.messages, std::vector<std::wstring>{L"2"});
 }
 
-TEST(RunProgram, HandsOverVariablesBesideThoseOfThisProcess) {
+TEST(RunProgram, AddsVariablesToThoseOfThisProcess) {
   ::setenv("SCRIVALEN_KEPT", "kept", 1);
   ::setenv("SCRIVALEN_CHANGED", "before", 1);
   const std::wstring printing = L"printf '%s|%s|%s' \"$SCRIVALEN_KEPT\" \"$SCRIVALEN_CHANGED\" \"$SCRIVALEN_NEW\" >&2";
@@ -100,29 +100,29 @@ TEST(RunProgram, HandsOverVariablesBesideThoseOfThisProcess) {
   ::unsetenv("SCRIVALEN_CHANGED");
 }
 
-TEST(RunProgram, EndsAProgramThatIsToStopWithAllThatItStarted) {
+TEST(RunProgram, StopsAProgramAndItsChildren) {
   const StopOnceStarted stop;
   EXPECT_EQ(stop.run(L"sleep 60 & : > \"$1\"; wait").exitStatus, -1);
 }
 
-TEST(RunProgram, EndsAProgramThatIsToStopAfterItClosedItsStandardError) {
+TEST(RunProgram, StopsAProgramThatClosedItsStandardError) {
   const StopOnceStarted stop;
   EXPECT_EQ(stop.run(L"exec 2>&-; : > \"$1\"; exec sleep 60").exitStatus, -1);
 }
 
-TEST(RunProgram, LetsAProgramThatIsToStopTidyUp) {
+TEST(RunProgram, LetsAStoppedProgramCleanUp) {
   const StopOnceStarted stop;
   const ProcessResult result = stop.run(L"trap 'echo tidy >&2; exit 4' TERM; : > \"$1\"; sleep 60");
   EXPECT_EQ(result.exitStatus, 4);
   EXPECT_EQ(result.messages.back(), L"tidy");
 }
 
-TEST(RunProgram, EndsAProgramThatRefusesToStop) {
+TEST(RunProgram, KillsAProgramThatRefusesToStop) {
   const StopOnceStarted stop;
   EXPECT_EQ(stop.run(L"trap '' TERM; : > \"$1\"; sleep 60").exitStatus, -1);
 }
 
-TEST(RunProgram, LetsSignalsEndAProgramThatThisProcessIgnores) {
+TEST(RunProgram, ResetsSignalsThatThisProcessIgnores) {
   const auto pipe = std::signal(SIGPIPE, SIG_IGN);
   const auto size = std::signal(SIGXFSZ, SIG_IGN);
   EXPECT_EQ(runProgram({L"sh", L"-c", L"kill -PIPE $$"}).exitStatus, -1);

@@ -7,8 +7,8 @@
 
 using namespace scrivalen;
 
-// The test program itself is a program that is sure to be there on every platform.
-TEST(RunProgram, WaitsAndAnswersTheExitStatus) {
+// Runs this test program, which exists on every platform.
+TEST(RunProgram, WaitsAndReturnsTheExitStatus) {
   const ProcessResult listed = runProgram({modulePath(), L"--gtest_list_tests", L"--gtest_filter=Fmt.*"});
   EXPECT_TRUE(listed.started);
   EXPECT_EQ(listed.exitStatus, 0);
@@ -19,7 +19,7 @@ TEST(RunProgram, QuotesTheProgramAndItsArguments) {
   EXPECT_EQ(result.commandLine, L"\"no such program.exe\" \"C:\\out\\report.hhp\"");
 }
 
-TEST(RunProgram, TellsWhyAProgramWasNotStarted) {
+TEST(RunProgram, ReportsWhyAProgramWasNotStarted) {
   const ProcessResult result = runProgram({L"no such program.exe"});
   EXPECT_FALSE(result.started);
   EXPECT_NE(result.error, 0u);

@@ -17,7 +17,7 @@ std::wstring factsProgram() {
   return path;
 }
 
-// An open file that a program gets which takes over its starter's handles.
+// An open file whose handle a child process may inherit.
 class InheritableFile {
  public:
   explicit InheritableFile(const std::wstring& path) {
@@ -40,7 +40,7 @@ TEST(RunProgram, GivesAProgramNormalPriorityNoWindowAndNoHandles) {
   const TemporaryFolder folder;
   const InheritableFile open(folder / L"open");
   const DWORD before = GetPriorityClass(GetCurrentProcess());
-  EXPECT_TRUE(SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS));  // which programs take over
+  EXPECT_TRUE(SetPriorityClass(GetCurrentProcess(), BELOW_NORMAL_PRIORITY_CLASS));  // which child processes inherit
   const ProcessResult result = runProgram({factsProgram(), folder / L"facts", open.number()});
   EXPECT_TRUE(SetPriorityClass(GetCurrentProcess(), before));
   EXPECT_EQ(result.exitStatus, 0);
