@@ -1,9 +1,9 @@
 #include "formats/help/chm_report.h"
-#include "formats/xlsx/excel_report.h"
-#include "formats/text/text_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
 #include "formats/rtf/rtf_report.h"
+#include "formats/text/text_report.h"
+#include "formats/xlsx/excel_report.h"
 #include "scrivalen/host.h"
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::int64_t kNow = 1'790'000'000;
 
-// No test may wait for a person to close the help report's box.
+// The error box of the help report must not wait for a user.
 class NoBoxes {
  public:
   NoBoxes() {
@@ -47,10 +47,10 @@ constexpr const wchar_t* kTexts[] = {L"",
                                      L"#12AB34",
                                      L"a text that is long enough to be broken into several lines by a narrow column"};
 
-/// A stream of calls by chance: the same seed makes the same calls, whatever takes them.
+/// A random stream of calls; the same seed makes the same calls on every report.
 class RandomStream {
  public:
-  /// @param folder  of the topics, with a separator at its end
+  /// @param folder  for the topics, ends with a separator
   RandomStream(unsigned seed, std::wstring folder) : random_(seed), folder_(std::move(folder)) {}
 
   void play(AReport& report, int calls) {
@@ -86,7 +86,7 @@ void RandomStream::call(AReport& report) {
   }
 }
 
-// Arguments are drawn before the call, because a compiler may evaluate them in any order.
+// The arguments are drawn first because a compiler may evaluate them in any order.
 void RandomStream::callText(AReport& report, int which) {
   const wchar_t* const first = text();
   const wchar_t* const second = text();
@@ -160,7 +160,7 @@ using Files = std::map<std::wstring, std::string>;
 
 constexpr int kCalls = 400;
 
-// The topics of a help report, which its Close removes.
+// The topics of a help report, which its Close deletes.
 Files topicsIn(const TemporaryFolder& folder) {
   Files topics;
   for (int i = 1; i <= kCalls && exists(folder / (L"topic" + std::to_wstring(i) + L".htm")); ++i) {
@@ -178,8 +178,8 @@ void prepare(Report& report, unsigned seed) {
   report.SetStyles(L"bold { color: red }");
 }
 
-// Streams into a report that is open, and closes it. The help file is put together by a program of others, so its topics
-// stand for it.
+// Plays the stream into an open report and closes it. A program of others makes the help file, so the report's topics
+// are compared instead.
 void stream(AReport& report, unsigned seed, const TemporaryFolder& topics, Files& files) {
   const std::wstring folder = topics / L"";
   RandomStream(seed, folder).play(report, kCalls);
@@ -239,7 +239,7 @@ class AllFormats : public testing::TestWithParam<unsigned> {};
 
 }  // namespace
 
-TEST_P(AllFormats, ComeFromOneStreamAsFromSeven) {
+TEST_P(AllFormats, GiveTheSameFilesTogetherAsAlone) {
   const FixedClock clock(kNow);
   const CapturedLog log;
   const NoBoxes boxes;

@@ -20,7 +20,7 @@ struct OnAFullDisk : testing::Test {};
 
 TYPED_TEST_SUITE(OnAFullDisk, FileReports, FileReportName);
 
-// More than a file's buffer holds, in texts that every format takes whole.
+// More than a file's buffer holds, in texts that no format drops or cuts.
 void writeMuch(AReport& report) {
   for (int i = 0; i < 100; ++i) {
     report.Text(longText(4000).c_str(), PARAGRAPH_NORMAL, L"", 0);
@@ -29,7 +29,7 @@ void writeMuch(AReport& report) {
 
 }  // namespace
 
-TYPED_TEST(OnAFullDisk, CloseTellsWhyAndLogsOneLine) {
+TYPED_TEST(OnAFullDisk, CloseReturnsTheReasonAndLogsOneLine) {
   const CapturedLog log;
   TypeParam report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -57,7 +57,7 @@ TYPED_TEST(OnAFullDisk, ClosingAgainIsHarmless) {
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
-TYPED_TEST(OnAFullDisk, TheReportIsGoodAgainInAnotherPlace) {
+TYPED_TEST(OnAFullDisk, TheReportWorksAgainOnAnotherDisk) {
   const CapturedLog log;
   const TemporaryFolder folder;
   TypeParam report;
@@ -71,7 +71,7 @@ TYPED_TEST(OnAFullDisk, TheReportIsGoodAgainInAnotherPlace) {
   EXPECT_STREQ(report.GetError(), kReason);
 }
 
-TYPED_TEST(OnAFullDisk, TheFirstReasonOutlivesARefusedOpening) {
+TYPED_TEST(OnAFullDisk, TheFirstReasonSurvivesARefusedOpen) {
   const CapturedLog log;
   const TemporaryFolder folder;
   TypeParam report;
@@ -101,7 +101,7 @@ TEST(MultiReportOnAFullDisk, CompletesItsOtherChildren) {
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report><text>text</text></report>");
 }
 
-TEST(MultiReportOnAFullDisk, TakesTheTextOfTheFirstChildThatFails) {
+TEST(MultiReportOnAFullDisk, TakesTheErrorTextOfTheFirstChildThatFails) {
   const CapturedLog log;
   const TemporaryFolder folder;
   MultiReport report;
@@ -114,7 +114,7 @@ TEST(MultiReportOnAFullDisk, TakesTheTextOfTheFirstChildThatFails) {
   EXPECT_EQ(log.lines(), kOneLine);
 }
 
-TEST(MultiReportOnAFullDisk, CallsItsChildrenInTheirOrder) {
+TEST(MultiReportOnAFullDisk, CallsItsChildrenInOrder) {
   const CapturedLog log;
   MultiReport report;
   for (const wchar_t* path : {L"/dev/./full", L"/dev/full", L"/dev//full"}) {
@@ -144,7 +144,7 @@ TEST(MultiReportOnAFullDisk, LogsALineForEachChildThatFails) {
   EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason, kReason, kReason, kReason, kReason}));
 }
 
-TEST(RtfReportOnAFullDisk, TellsOfDroppedTextsAndOfTheDisk) {
+TEST(RtfReportOnAFullDisk, ReportsDroppedTextsAndTheDisk) {
   const CapturedLog log;
   RTFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);

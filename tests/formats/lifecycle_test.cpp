@@ -28,7 +28,7 @@ std::uintmax_t sizeOf(const std::wstring& path) { return std::filesystem::file_s
 
 template <typename Report>
 struct Lifecycle : testing::Test {
-  const FixedClock clock{1730815620};  // a PDF tells when it was written
+  const FixedClock clock{1730815620};  // a PDF contains its creation time
 };
 
 TYPED_TEST_SUITE(Lifecycle, FileReports, FileReportName);
@@ -68,7 +68,7 @@ TYPED_TEST(Lifecycle, ClosesTwiceWithoutWritingTwice) {
   EXPECT_TRUE(areSameBytes(bytes, bytesOf(folder / L"a")));
 }
 
-TYPED_TEST(Lifecycle, WritesNothingBeforeItIsOpenAndBehindItsEnd) {
+TYPED_TEST(Lifecycle, WritesNothingBeforeOpenOrAfterClose) {
   const TemporaryFolder folder;
   TypeParam report;
   const auto writeSome = [&report] {
@@ -100,7 +100,7 @@ TYPED_TEST(Lifecycle, HoldsItsFileFromOpenToClose) {
   EXPECT_FALSE(isHeld(folder / L"a"));
 }
 
-TEST(TextReportRows, BeginWithBeginRowOnly) {
+TEST(TextReportRows, OnlyBeginWithBeginRow) {
   const TemporaryFolder folder;
   TextReport report;
   report.SetReportOption(OPTION_SINGLE_BYTE_TEXT, 1);
@@ -117,7 +117,7 @@ TEST(TextReportRows, BeginWithBeginRowOnly) {
   EXPECT_EQ(bytesOf(folder / L"a.txt"), "a\r\n\r\n\tb");
 }
 
-TEST(TextReportOptions, GivenBeforeOpenHoldForEveryFile) {
+TEST(TextReportOptions, SetBeforeOpenApplyToEveryFile) {
   const TemporaryFolder folder;
   TextReport report;
   report.SetColumnSeparator(L"|");
@@ -145,7 +145,7 @@ TEST(TextReportOptions, TakeASeparatorUpToItsNul) {
   EXPECT_EQ(bytesOf(folder / L"a.txt"), "1a2");
 }
 
-TEST(Loss, OfQuotedTextsIsTold) {
+TEST(Loss, OfQuotedTextsIsLogged) {
   const TemporaryFolder folder;
   const CapturedLog log;
   HtmlReport html;
@@ -163,7 +163,7 @@ TEST(Loss, OfQuotedTextsIsTold) {
   EXPECT_TRUE(log.lines()[1].ends_with(L"a.xml': 1 character could not be written as it was given: U+0003."));
 }
 
-TEST(Loss, OfABadTemplateIsTold) {
+TEST(Loss, OfABadTemplateIsLogged) {
   const TemporaryFolder folder;
   const TemporaryTemplate page("\xFF%BODY%");
   const CapturedLog log;
@@ -175,7 +175,7 @@ TEST(Loss, OfABadTemplateIsTold) {
   EXPECT_TRUE(log.lines()[0].ends_with(L"U+FFFD."));
 }
 
-TEST(HtmlReportOverrides, OfCellsAndAnchorsAreNotCalledByWholeOnes) {
+TEST(HtmlReportOverrides, OfBeginAndEndAreNotCalledForWholeCellsAndAnchors) {
   struct Overriding : HtmlReport {
     void BeginCell(const wchar_t*, int, const wchar_t*) override { ++calls; }
     void EndCell(const wchar_t*, int) override { ++calls; }
@@ -198,7 +198,7 @@ TEST(HtmlReportOverrides, OfParagraphsAreCalledByText) {
   EXPECT_EQ(report.calls, 2);
 }
 
-TEST(HtmlReportOverrides, OfOpenDoNotChooseTheResult) {
+TEST(HtmlReportOverrides, OfOpenDoNotChangeTheResultOfOpenWithHeader) {
   struct Overriding : HtmlReport {
     using HtmlReport::OpenWithHeader;
     REPORT_ERRORS Open(const wchar_t*) override { return REPORT_TEMPLATE_NOT_FOUND; }
@@ -216,7 +216,7 @@ TEST(HtmlReportTitle, MayBeEmpty) {
   EXPECT_NE(bytesOf(folder / L"a.html").find("<title></title>\n"), std::string::npos);
 }
 
-TEST(HtmlReportFile, StaysHeldWhenItsReportIsOverwritten) {
+TEST(HtmlReportFile, StaysHeldWhenItsReportIsAssignedTo) {
   const TemporaryFolder folder;
   HtmlReport report;
   EXPECT_EQ(report.Open((folder / L"a.html").c_str()), REPORT_OK);
@@ -236,7 +236,7 @@ TEST(HtmlReportFile, StaysHeldWhenAHostsFileTakesOver) {
   EXPECT_TRUE(isHeld(folder / L"a.html"));
 }
 
-TEST(HtmlReportTail, IsForgottenByOpeningAFileOnly) {
+TEST(HtmlReportTail, IsForgottenOnlyWhenAFileIsOpened) {
   const TemporaryFolder folder;
   const TemporaryTemplate page("head%BODY%tail");
   MemoryFile file;
@@ -284,7 +284,7 @@ TEST(HtmlReportAssignment, CopiesTheOptions) {
   EXPECT_EQ(bytesOf(folder / L"a.html"), "\xC3\xA9</body></html>\n");
 }
 
-TEST(XmlReportNames, MayBeLongAndOfAnyLetters) {
+TEST(XmlReportNames, MayBeLongAndUseAnyLetters) {
   const TemporaryFolder folder;
   const std::wstring longName(100, L'n');
   const std::wstring grin = sizeof(wchar_t) == 2

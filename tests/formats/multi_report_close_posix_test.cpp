@@ -20,7 +20,7 @@ struct MultiReportChildOnAFullDisk : testing::TestWithParam<ChildFormat> {};
 
 }  // namespace
 
-TEST_P(MultiReportChildOnAFullDisk, KeepsNoOtherFromBeingWritten) {
+TEST_P(MultiReportChildOnAFullDisk, DoesNotStopTheOthersFromBeingWritten) {
   const CapturedLog log;
   const ChildFiles files;
   MultiReport report;
@@ -46,7 +46,7 @@ TEST_P(MultiReportChildOnAFullDisk, KeepsNoOtherFromBeingWritten) {
   files.expectAllHaveOneTwo(L"behind");
 }
 
-TEST_P(MultiReportChildOnAFullDisk, IsNotTheOneToldWhenOneBeforeItFails) {
+TEST_P(MultiReportChildOnAFullDisk, IsNotReportedWhenAnEarlierChildFails) {
   const CapturedLog log;
   MultiReport report;
   report.AddReport(FORMAT_EXCEL, L"/dev/./full", nullptr);
@@ -78,7 +78,7 @@ TEST(MultiReportClear, NeitherWritesNorClosesThePageOfATopicThatWasNotEnded) {
 TEST(MultiReportClose, ReleasesThePageOfATopicThatWasNotEnded) {
   const CapturedLog log;
   const ChildFiles files;
-  const std::wstring sameFile = files.folder / L"page";  // the page's own name is deleted with the topics
+  const std::wstring sameFile = files.folder / L"page";  // the page is deleted by its own name with the topics
   MultiReport report;
   files.add(report, childFormats().back());
   EXPECT_EQ(report.Open(), REPORT_OK);

@@ -16,8 +16,8 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// The program of these tests has a help compiler beside it that writes down what it was given, and a template that
-// puts "<title>%TITLE%</title>\n" before a page's text and "\n<hr>\n" behind it.
+// The test program's folder has a help compiler that writes down its input, and a template that puts
+// "<title>%TITLE%</title>\n" before a page's text and "\n<hr>\n" after it.
 
 namespace {
 
@@ -29,7 +29,7 @@ struct MultiReportChild : testing::TestWithParam<ChildFormat> {
   void add(MultiReport& report, const std::wstring& start = L"a") const { files.add(report, GetParam(), start); }
   std::string read(const std::wstring& start = L"a") const { return GetParam().read(path(start)); }
 
-  // A child of the format with a text, not flushed yet, in a topic that is not ended.
+  // Opens a child of this format and writes a text that is not flushed, in a topic that is not ended.
   void openWithText(MultiReport& report) const {
     add(report);
     EXPECT_EQ(report.Open(), REPORT_OK);
@@ -39,7 +39,7 @@ struct MultiReportChild : testing::TestWithParam<ChildFormat> {
 
   std::uintmax_t heldSize() const { return std::filesystem::file_size(asPath(files.heldPath(GetParam()))); }
 
-  // Looks at the size first: a file that nobody holds is emptied.
+  // Checks the size first, because isHeld empties a file that is not held.
   void expectHeldWithSize(std::uintmax_t size) const {
     EXPECT_EQ(heldSize(), size);
     EXPECT_TRUE(isHeld(files.heldPath(GetParam())));
@@ -67,7 +67,7 @@ const ChildFormat& kindOf(REPORT_FORMAT wanted) {
 
 }  // namespace
 
-TEST_P(MultiReportChild, IsCreatedForTheNumberOfItsFormat) {
+TEST_P(MultiReportChild, IsCreatedByItsFormatNumber) {
   MultiReport report;
   add(report);
   EXPECT_EQ(report.Open(), REPORT_OK);
@@ -90,7 +90,7 @@ TEST_P(MultiReportChild, IsNotAddedWithoutAnOutputName) {
   EXPECT_EQ(log.lines(), Lines{});
 }
 
-TEST_P(MultiReportChild, OpensTheFileThatOpenIsGiven) {
+TEST_P(MultiReportChild, OpensTheFilePassedToOpen) {
   MultiReport report;
   add(report);
   EXPECT_EQ(report.Open(path(L"given").c_str()), REPORT_OK);
@@ -101,7 +101,7 @@ TEST_P(MultiReportChild, OpensTheFileThatOpenIsGiven) {
   EXPECT_FALSE(exists(path()));
 }
 
-TEST_P(MultiReportFileChild, ThatFailsToOpenLeavesThoseBeforeItOpenAndThoseBehindItUntouched) {
+TEST_P(MultiReportFileChild, ThatFailsToOpenLeavesEarlierOnesOpenAndLaterOnesUntouched) {
   const std::wstring missing = files.folder / L"missing/a";
   MultiReport report;
   files.addAll(report, L"before");
@@ -112,7 +112,7 @@ TEST_P(MultiReportFileChild, ThatFailsToOpenLeavesThoseBeforeItOpenAndThoseBehin
   for (const ChildFormat& before : fileFormats()) {
     EXPECT_TRUE(isHeld(files.path(before, L"before"))) << before.name;
   }
-  EXPECT_EQ(files.beginTopic(report), REPORT_FILE_ERROR);  // of the help report that is not open
+  EXPECT_EQ(files.beginTopic(report), REPORT_FILE_ERROR);  // from the help report, which is not open
   EXPECT_STREQ(report.GetError(), L"The report is not open.");
   report.Text(L"one", PARAGRAPH_NORMAL, L"", 0);
   report.Text(L"two", PARAGRAPH_NORMAL, L"", 0);
@@ -124,7 +124,7 @@ TEST_P(MultiReportFileChild, ThatFailsToOpenLeavesThoseBeforeItOpenAndThoseBehin
   EXPECT_FALSE(exists(files.folder / L"missing"));
 }
 
-TEST_P(MultiReportFileChild, ThatFailsToOpenAFileLeavesTheErrorText) {
+TEST_P(MultiReportFileChild, ThatFailsToOpenAGivenFileLeavesTheErrorTextUnchanged) {
   MultiReport report;
   add(report, L"missing/a");
   EXPECT_EQ(report.Open(path(L"missing/b").c_str()), REPORT_FILE_ERROR);
@@ -136,7 +136,7 @@ TEST_P(MultiReportFileChild, ThatFailsToOpenAFileLeavesTheErrorText) {
   report.Clear();
 }
 
-TEST_P(MultiReportFileChild, ThatIsOpenKeepsTheFileOfOpenFromThoseBehindIt) {
+TEST_P(MultiReportFileChild, ThatIsOpenKeepsLaterOnesFromTheFilePassedToOpen) {
   MultiReport report;
   add(report);
   EXPECT_EQ(report.Open(), REPORT_OK);
@@ -154,7 +154,7 @@ TEST_P(MultiReportFileChild, ThatIsOpenKeepsTheFileOfOpenFromThoseBehindIt) {
   EXPECT_EQ(read(), GetParam().oneTwo);
 }
 
-TEST_P(MultiReportFileChild, HasTheSameBytesAsAnotherOfItsFormat) {
+TEST_P(MultiReportFileChild, WritesTheSameBytesAsAnotherOfItsFormat) {
   const FixedClock clock(1730815620);
   MultiReport report;
   for (const wchar_t* start : {L"b", L"a", L"c"}) {
@@ -187,7 +187,7 @@ TEST_P(MultiReportChild, IsSharedByCopies) {
   EXPECT_EQ(read(), GetParam().oneTwo);
 }
 
-TEST_P(MultiReportChild, GetsNoCallAfterClear) {
+TEST_P(MultiReportChild, GetsNoCallsAfterClear) {
   MultiReport report;
   add(report);
   EXPECT_EQ(report.Open(), REPORT_OK);
@@ -202,7 +202,7 @@ TEST_P(MultiReportChild, GetsNoCallAfterClear) {
   EXPECT_FALSE(isHeld(path()));
 }
 
-TEST_P(MultiReportChild, KeepsItsFileAsItIsWhenItIsClearedOpen) {
+TEST_P(MultiReportChild, LeavesItsFileUnchangedWhenClearedWhileOpen) {
   MultiReport report;
   openWithText(report);
   const std::uintmax_t size = heldSize();
@@ -211,7 +211,7 @@ TEST_P(MultiReportChild, KeepsItsFileAsItIsWhenItIsClearedOpen) {
   expectHeldWithSize(size);
 }
 
-TEST_P(MultiReportChild, KeepsItsFileAsItIsWhenItIsNotCleared) {
+TEST_P(MultiReportChild, LeavesItsFileUnchangedWhenNotCleared) {
   std::uintmax_t size = 0;
   {
     MultiReport report;
@@ -221,7 +221,7 @@ TEST_P(MultiReportChild, KeepsItsFileAsItIsWhenItIsNotCleared) {
   expectHeldWithSize(size);
 }
 
-TEST_P(MultiReportChild, KeepsItsFileAsItIsWhenAllCopiesAreCleared) {
+TEST_P(MultiReportChild, LeavesItsFileUnchangedWhenAllCopiesAreCleared) {
   MultiReport report;
   openWithText(report);
   const std::uintmax_t size = heldSize();
@@ -234,7 +234,7 @@ TEST_P(MultiReportChild, KeepsItsFileAsItIsWhenAllCopiesAreCleared) {
 INSTANTIATE_TEST_SUITE_P(Each, MultiReportChild, testing::ValuesIn(childFormats()), nameOf);
 INSTANTIATE_TEST_SUITE_P(Each, MultiReportFileChild, testing::ValuesIn(fileFormats()), nameOf);
 
-TEST(MultiReportChildren, AreClosedInTheOrderInWhichTheyWereAdded) {
+TEST(MultiReportChildren, AreClosedInTheOrderTheyWereAdded) {
   const CapturedLog log;
   const ChildFiles files;
   const REPORT_FORMAT order[] = {FORMAT_PDF, FORMAT_HTML, FORMAT_CHM, FORMAT_TEXT, FORMAT_XML, FORMAT_RTF};
@@ -261,7 +261,7 @@ TEST(MultiReportChildren, AreClosedInTheOrderInWhichTheyWereAdded) {
   }
 }
 
-TEST(MultiReportAddProperty, GivesTheTitleToTheChildrenPresentOnly) {
+TEST(MultiReportAddProperty, GivesTheTitleOnlyToTheChildrenAddedSoFar) {
   const ChildFiles files;
   MultiReport report;
   report.AddProperty(L"%TITLE%", L"Early");
@@ -295,7 +295,7 @@ TEST(MultiReportAddProperty, DoesNotReachAHelpChildAddedLater) {
   expectBytesHave(files.folder / L"a.chm", "\nTitle=Report\n");
 }
 
-TEST(MultiReportSetStyles, ReachesTheSpreadsheetsPresentAndNoOtherFormat) {
+TEST(MultiReportSetStyles, ReachesOnlyTheSpreadsheetsAddedSoFar) {
   const ChildFiles files;
   const ChildFormat& sheet = kindOf(FORMAT_EXCEL);
   MultiReport report;
@@ -328,7 +328,7 @@ TEST(MultiReportSetStyles, BeforeAnyChildHasNoEffect) {
   files.expectAllHaveOneTwo(L"a");
 }
 
-TEST(MultiReportSetStyles, ReachesEverySpreadsheetAndIsTakenBackByAnEmptyText) {
+TEST(MultiReportSetStyles, ReachesEverySpreadsheetAndIsUndoneByAnEmptyText) {
   const ChildFiles files;
   const ChildFormat& sheet = kindOf(FORMAT_EXCEL);
   MultiReport report;
@@ -347,7 +347,7 @@ TEST(MultiReportSetStyles, ReachesEverySpreadsheetAndIsTakenBackByAnEmptyText) {
   report.Clear();
 }
 
-TEST(MultiReportSetReportOption, LetsTheHelpChildPresentConform) {
+TEST(MultiReportSetReportOption, MakesTheHelpChildrenAddedSoFarConform) {
   const ChildFiles files;
   MultiReport report;
   report.SetReportOption(OPTION_CONFORMING, 1);
@@ -364,7 +364,7 @@ TEST(MultiReportSetReportOption, LetsTheHelpChildPresentConform) {
   report.Clear();
 }
 
-TEST(MultiReportSetReportOption, LetsTheHtmlChildPresentConform) {
+TEST(MultiReportSetReportOption, MakesTheHtmlChildrenAddedSoFarConform) {
   const TemporaryTemplate page("\xC3\xA9:%BODY%:");
   const ChildFiles files;
   MultiReport report;
@@ -379,7 +379,7 @@ TEST(MultiReportSetReportOption, LetsTheHtmlChildPresentConform) {
   EXPECT_EQ(bytesOf(files.folder / L"classic"), "\xC3\x83\xC2\xA9:x:");
 }
 
-TEST(MultiReportSetReportOption, ChangesNothingInFormatsThatDoNotKnowIt) {
+TEST(MultiReportSetReportOption, HasNoEffectOnFormatsThatDoNotKnowTheOption) {
   const ChildFiles files;
   MultiReport report;
   for (const REPORT_FORMAT format : {FORMAT_TEXT, FORMAT_XML, FORMAT_EXCEL}) {
@@ -397,7 +397,7 @@ TEST(MultiReportSetReportOption, ChangesNothingInFormatsThatDoNotKnowIt) {
   }
 }
 
-TEST(MultiReportQuoting, LetsAValueThroughUnescapedToSpreadsheetsAndHelp) {
+TEST(MultiReportQuoting, PassesAValueUnescapedToSpreadsheetsAndHelp) {
   const ChildFiles files;
   MultiReport report;
   files.add(report, kindOf(FORMAT_EXCEL));
@@ -414,7 +414,7 @@ TEST(MultiReportQuoting, LetsAValueThroughUnescapedToSpreadsheetsAndHelp) {
   EXPECT_EQ(kindOf(FORMAT_CHM).read(files.folder / L"a.chm"), "<tr><td>name</td><td><b>&</td></tr>");
 }
 
-TEST(MultiReportSetReportOption, LetsOneStreamHoldALinkWithAnAmpersand) {
+TEST(MultiReportSetReportOption, AllowsALinkWithAnAmpersandInEveryFormat) {
   const ChildFiles files;
   MultiReport report;
   for (const REPORT_FORMAT format : {FORMAT_HTML, FORMAT_CHM, FORMAT_RTF}) {
@@ -433,7 +433,7 @@ TEST(MultiReportSetReportOption, LetsOneStreamHoldALinkWithAnAmpersand) {
   expectBytesHave(files.path(kindOf(FORMAT_RTF)), "Smith & Sons");
 }
 
-TEST_P(MultiReportFileChild, AnswersThatItHasBegunAnyTopic) {
+TEST_P(MultiReportFileChild, ReturnsSuccessForAnyTopic) {
   MultiReport report;
   add(report);
   EXPECT_EQ(report.BeginSubDocument(L"no such folder here/", L"a.htm", L"A"), REPORT_OK);
@@ -448,7 +448,7 @@ TEST_P(MultiReportFileChild, AnswersThatItHasBegunAnyTopic) {
   EXPECT_EQ(read(), GetParam().oneTwo);
 }
 
-TEST(MultiReportBeginSubDocument, AnswersHowTheTopicOfTheHelpChildOpened) {
+TEST(MultiReportBeginSubDocument, ReturnsTheResultOfTheHelpChild) {
   const CapturedLog log;
   const ChildFiles files;
   const std::wstring missing = files.folder / L"missing" + kPathSeparator;
@@ -469,7 +469,7 @@ TEST(MultiReportBeginSubDocument, AnswersHowTheTopicOfTheHelpChildOpened) {
   EXPECT_FALSE(exists(files.folder / L"a.chm"));
 }
 
-TEST(MultiReportBeginSubDocument, GoesOnToTheChildrenBehindTheOneThatFails) {
+TEST(MultiReportBeginSubDocument, CallsTheChildrenAfterOneThatFails) {
   const CapturedLog log;
   const ChildFiles files;
   MultiReport first;
@@ -487,7 +487,7 @@ TEST(MultiReportBeginSubDocument, GoesOnToTheChildrenBehindTheOneThatFails) {
   report.Clear();
 }
 
-TEST(MultiReportBeginSubDocument, RefusesTheSecondOfTwoHelpChildrenThePageOfTheFirst) {
+TEST(MultiReportBeginSubDocument, RefusesTheSecondHelpChildThePageOfTheFirst) {
   const CapturedLog log;
   const ChildFiles files;
   MultiReport report;
@@ -507,7 +507,7 @@ TEST(MultiReportBeginSubDocument, RefusesTheSecondOfTwoHelpChildrenThePageOfTheF
   EXPECT_FALSE(exists(files.topic()));
 }
 
-TEST(MultiReportClose, CompletesTheOthersWhenTheHelpChildFails) {
+TEST(MultiReportClose, CompletesTheOtherChildrenWhenTheHelpChildFails) {
   const CapturedLog log;
   const ChildFiles files;
   writeBytes(files.topicFolder() + L"stand_in", "leaves nothing");

@@ -18,7 +18,8 @@ struct MultiReportMemory : testing::TestWithParam<ChildFormat> {
     EXPECT_EQ(report.Close(), REPORT_OK);
   }
 
-  // What an action leaves behind; the first time some of it stays for the program's whole life.
+  // The number of allocations that an action leaves alive. It runs twice, because some allocations of the first run
+  // live as long as the program.
   template <typename Action>
   static std::size_t leftBy(Action action) {
     action();
@@ -32,7 +33,7 @@ struct MultiReportMemory : testing::TestWithParam<ChildFormat> {
 
 }  // namespace
 
-TEST_P(MultiReportMemory, OfAClosedChildIsGivenBackByClear) {
+TEST_P(MultiReportMemory, OfAClosedChildIsFreedByClear) {
   EXPECT_EQ(leftBy([this] {
               MultiReport report;
               write(report);
@@ -41,7 +42,7 @@ TEST_P(MultiReportMemory, OfAClosedChildIsGivenBackByClear) {
             0u);
 }
 
-TEST_P(MultiReportMemory, OfAChildThatWasNeverOpenIsGivenBackByClear) {
+TEST_P(MultiReportMemory, OfAChildThatWasNeverOpenIsFreedByClear) {
   EXPECT_EQ(leftBy([this] {
               MultiReport report;
               files.add(report, GetParam());
@@ -50,7 +51,7 @@ TEST_P(MultiReportMemory, OfAChildThatWasNeverOpenIsGivenBackByClear) {
             0u);
 }
 
-TEST_P(MultiReportMemory, OfAChildThatCopiesShareIsGivenBackByTheClearOfOne) {
+TEST_P(MultiReportMemory, OfASharedChildIsFreedByClearOnOneCopy) {
   EXPECT_EQ(leftBy([this] {
               MultiReport report;
               write(report);
@@ -62,7 +63,7 @@ TEST_P(MultiReportMemory, OfAChildThatCopiesShareIsGivenBackByTheClearOfOne) {
             0u);
 }
 
-TEST_P(MultiReportMemory, OfAChildIsKeptWithoutClear) {
+TEST_P(MultiReportMemory, OfAChildIsNotFreedWithoutClear) {
   EXPECT_GT(leftBy([this] {
               MultiReport report;
               write(report);

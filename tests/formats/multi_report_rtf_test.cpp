@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kPortrait = "\\paperw11906\\paperh16838\r\n{";
 constexpr std::string_view kLandscape = "\\landscape\\paperw16838\\paperh11906\r\n{";
 
-// What stands between the head of a document on that paper and its end.
+// The document's bytes between the head with that paper size and the closing braces.
 std::string bodyOf(const std::wstring& path, std::string_view paper = kPortrait) {
   const std::string bytes = bytesOf(path);
   const std::string head = "\\red192\\green192\\blue192;}" + std::string(paper);
@@ -24,7 +24,7 @@ std::string bodyOf(const std::wstring& path, std::string_view paper = kPortrait)
   return at == std::string::npos ? bytes : bytes.substr(begin, bytes.size() - begin - 2);
 }
 
-// What an RTF child writes for a stream of calls on its MultiReport.
+// The body that an RTF child writes for an action on its MultiReport.
 template <typename Action>
 std::string body(Action action, int conforming = 0) {
   const TemporaryFolder folder;
@@ -44,7 +44,7 @@ std::string hyperLink(const std::string& text, const std::string& bookmark) {
 
 }  // namespace
 
-TEST(MultiReportWithRtf, HandsOnTheTitle) {
+TEST(MultiReportWithRtf, ForwardsTheTitle) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddProperty(L"%TITLE%", L"before");
@@ -56,7 +56,7 @@ TEST(MultiReportWithRtf, HandsOnTheTitle) {
   EXPECT_TRUE(bytesOf(folder / L"a.rtf").starts_with("{\\rtf\\ansi{\\info{\\title Sales}} \r\n"));
 }
 
-TEST(MultiReportWithRtf, HandsOnTexts) {
+TEST(MultiReportWithRtf, ForwardsTexts) {
   EXPECT_EQ(body([](AReport& r) {
               r.Text(L"Head", PARAGRAPH_HEADING2, L"x", 0);
               r.BeginParagraph(PARAGRAPH_NORMAL, L"x");
@@ -70,7 +70,7 @@ TEST(MultiReportWithRtf, HandsOnTexts) {
             "Head\\s2\\ql\\par\\pard\\plain \\fs28 a\\fs10  \\line \\s0\\ql\\par\\pard\\plain ");
 }
 
-TEST(MultiReportWithRtf, HandsOnAnchorsLinksAndContents) {
+TEST(MultiReportWithRtf, ForwardsAnchorsLinksAndContents) {
   EXPECT_EQ(body([](AReport& r) {
               r.BeginAncor(L"a");
               r.EndAncor();
@@ -84,7 +84,7 @@ TEST(MultiReportWithRtf, HandsOnAnchorsLinksAndContents) {
                 hyperLink("Item", "b") + "\\line \\s0\\ql\\par\\pard\\plain ");
 }
 
-TEST(MultiReportWithRtf, HandsOnCellsAndTheirColours) {
+TEST(MultiReportWithRtf, ForwardsCellsAndTheirColours) {
   EXPECT_EQ(body([](AReport& r) {
               r.BeginTable(L"t", L"x");
               r.BeginCell(L"c", 1, L"red;yellow");
@@ -99,18 +99,18 @@ TEST(MultiReportWithRtf, HandsOnCellsAndTheirColours) {
             "\\pard \\nowidctlpar\\widctlpar\\adjustright\\row\\pard}\r\n");
 }
 
-TEST(MultiReportWithRtf, HandsOnTheNumberOfColumns) {
+TEST(MultiReportWithRtf, ForwardsTheNumberOfColumns) {
   const std::string row = body([](AReport& r) { r.BeginRow(L"r", L"x", 2); });
   EXPECT_NE(row.find("\\cellx1000"), std::string::npos);
   EXPECT_TRUE(row.ends_with("\\cellx2000\\nowidctlpar\\widctlpar\\adjustright\r\n")) << row;
 }
 
-TEST(MultiReportWithRtf, LeavesAQuotedValueAsItStands) {
+TEST(MultiReportWithRtf, LeavesAQuotedValueUnchanged) {
   const std::string row = body([](AReport& r) { r.Row2NotEmptyWithQuote(L"name", L"<b> & {c}"); });
   EXPECT_NE(row.find("\\intbl <b> & {c}\\cell \r\n"), std::string::npos) << row;
 }
 
-TEST(MultiReportWithRtf, HandsOnLandscapeForTheNextOpening) {
+TEST(MultiReportWithRtf, ForwardsLandscapeForTheNextOpen) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_RTF, (folder / L"a.rtf").c_str(), nullptr);
@@ -124,7 +124,7 @@ TEST(MultiReportWithRtf, HandsOnLandscapeForTheNextOpening) {
   report.Clear();
 }
 
-TEST(MultiReportWithRtf, HandsOnLandscapeToEveryChildPresent) {
+TEST(MultiReportWithRtf, ForwardsLandscapeToEveryChildAddedSoFar) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_RTF, (folder / L"a.rtf").c_str(), nullptr);
@@ -139,7 +139,7 @@ TEST(MultiReportWithRtf, HandsOnLandscapeToEveryChildPresent) {
   EXPECT_EQ(bodyOf(folder / L"c.rtf", kPortrait), "");
 }
 
-TEST(MultiReportWithRtf, HandsOnConforming) {
+TEST(MultiReportWithRtf, ForwardsConforming) {
   const auto action = [](AReport& r) {
     r.Text(L"{\u4E2D}", PARAGRAPH_NONE, L"", 0);
     r.Link(L"See", L"#a");
@@ -151,7 +151,7 @@ TEST(MultiReportWithRtf, HandsOnConforming) {
   EXPECT_TRUE(log.lines()[0].ends_with(L"a.rtf': 1 character could not be written as it was given: U+4E2D."));
 }
 
-TEST(MultiReportWithRtf, IsConformingForTheChildrenThatWereThere) {
+TEST(MultiReportWithRtf, MakesOnlyTheChildrenAddedSoFarConform) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_RTF, (folder / L"conforming.rtf").c_str(), nullptr);
@@ -196,7 +196,7 @@ TEST(MultiReportWithRtf, LeavesTheRtfChildOpenWhenALaterOneFails) {
   EXPECT_EQ(bodyOf(folder / L"a.rtf"), "kept");
 }
 
-TEST(MultiReportWithRtf, WritesTwoRtfChildrenAlike) {
+TEST(MultiReportWithRtf, WritesTwoRtfChildrenIdentically) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_RTF, (folder / L"a.rtf").c_str(), nullptr);

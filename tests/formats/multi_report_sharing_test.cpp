@@ -18,7 +18,7 @@ bool isHeld(const std::wstring& path) {
 
 }  // namespace
 
-TEST(MultiReportCopy, WritesOnWhenItsSourceIsGone) {
+TEST(MultiReportCopy, KeepsWritingAfterItsSourceIsDestroyed) {
   const TemporaryFolder folder;
   std::optional<MultiReport> source(std::in_place);
   source->AddReport(FORMAT_TEXT, (folder / L"a.txt").c_str(), nullptr);
@@ -33,7 +33,7 @@ TEST(MultiReportCopy, WritesOnWhenItsSourceIsGone) {
   EXPECT_EQ(bytesOf(folder / L"a.txt"), "one two");
 }
 
-TEST(MultiReportCopy, ThatIsClearedWhileOpenLeavesTheFileHeldWhenTheOtherGoes) {
+TEST(MultiReportCopy, LeavesTheFileHeldWhenItsSourceIsClearedWhileOpen) {
   const TemporaryFolder folder;
   {
     MultiReport source;
@@ -47,7 +47,7 @@ TEST(MultiReportCopy, ThatIsClearedWhileOpenLeavesTheFileHeldWhenTheOtherGoes) {
   EXPECT_EQ(std::filesystem::file_size(asPath(folder / L"a.txt")), 0u);
 }
 
-TEST(MultiReportCopy, ByAssignmentHasTheBaseOfItsSource) {
+TEST(MultiReportCopy, ByAssignmentCopiesTheBase) {
   MultiReport source;
   source.SetOutputFileName(L"name");
   MultiReport copy;
@@ -55,7 +55,7 @@ TEST(MultiReportCopy, ByAssignmentHasTheBaseOfItsSource) {
   EXPECT_STREQ(copy.GetOutputFileName(), L"name");
 }
 
-TEST(MultiReportOpenOfAFile, OpensNoChildBehindAFailure) {
+TEST(MultiReportOpenOfAFile, OpensNoChildAfterAFailure) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_TEXT, (folder / L"a.txt").c_str(), nullptr);
@@ -67,7 +67,7 @@ TEST(MultiReportOpenOfAFile, OpensNoChildBehindAFailure) {
   report.Clear();
 }
 
-TEST(MultiReportForwarding, HandsTheHeaderFlagOfCellsOn) {
+TEST(MultiReportForwarding, PassesOnTheHeaderFlagOfCells) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_HTML, (folder / L"a.html").c_str(), nullptr);

@@ -18,8 +18,8 @@ namespace {
 
 constexpr std::string_view kXmlStart = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report>";
 
-// What a text, an HTML and an XML child wrote for one stream of calls: the text as single bytes, the page without a
-// head.
+// The output of a text, an HTML and an XML child for one stream of calls: the text in single bytes, the page without
+// its head.
 struct Written {
   std::string text;
   std::string html;
@@ -60,7 +60,7 @@ Written written(Action action) {
           between(kXmlStart, bytesOf(folder / L"a.xml"), "</report>")};
 }
 
-// Whether a file is held by a report: opening it for another one is refused.
+// Whether a report holds a file: opening it a second time is refused.
 bool isHeld(const std::wstring& path) {
   ReportFile file;
   return !file.Open(path.c_str());
@@ -105,7 +105,7 @@ TEST(MultiReportAddReport, CreatesADocumentForXml) {
   EXPECT_EQ(bytesOf(folder / L"a"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report></report>");
 }
 
-TEST(MultiReportAddReport, CreatesAFileOfTextForText) {
+TEST(MultiReportAddReport, CreatesATextFileForText) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_TEXT, (folder / L"a").c_str(), nullptr);
@@ -153,7 +153,7 @@ TEST(MultiReportAddReport, GivesTheChildItsTemplate) {
   EXPECT_EQ(bytesOf(folder / L"a.html"), "<body>");
 }
 
-TEST(MultiReportAddReport, LeavesTheChildWithoutATemplateForAnEmptyName) {
+TEST(MultiReportAddReport, GivesTheChildNoTemplateForAnEmptyName) {
   const CapturedLog log;
   const TemporaryFolder folder;
   MultiReport report;
@@ -166,7 +166,7 @@ TEST(MultiReportAddReport, LeavesTheChildWithoutATemplateForAnEmptyName) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(MultiReportAddReport, PassesNothingOnThatWasGivenBefore) {
+TEST(MultiReportAddReport, DoesNotPassOnEarlierSettings) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddProperty(L"%TITLE%", L"before");
@@ -182,7 +182,7 @@ TEST(MultiReportAddReport, PassesNothingOnThatWasGivenBefore) {
   EXPECT_EQ(fromMarkedUtf16(bytesOf(folder / L"a.txt")), "a\tb\r\n");
 }
 
-TEST(MultiReportAddProperty, ReachesEveryChildPresentAndNotItself) {
+TEST(MultiReportAddProperty, ReachesEveryChildAddedSoFarButNotItself) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_HTML, (folder / L"a.html").c_str(), nullptr);
@@ -290,7 +290,7 @@ TEST(MultiReportForwarding, ReachesOptions) {
             (Written{std::string("a\0", 2), "a", "a"}));
 }
 
-TEST(MultiReportForwarding, PassesWhatTheseFormatsDoNotKnow) {
+TEST(MultiReportForwarding, PassesOnCallsThatTheseFormatsIgnore) {
   EXPECT_EQ(written([](AReport& report) {
               EXPECT_EQ(report.BeginSubDocument(L"folder", L"file", L"title"), REPORT_OK);
               report.SetCellColor(L"red");
@@ -299,7 +299,7 @@ TEST(MultiReportForwarding, PassesWhatTheseFormatsDoNotKnow) {
             (Written{"", "", ""}));
 }
 
-TEST(MultiReportForwarding, GoesThroughCompositeRows) {
+TEST(MultiReportForwarding, ReachesCompositeRows) {
   EXPECT_EQ(written([](AReport& report) {
               report.AttributeRowHeader();
               report.Row3(L"a", L"b", L"c", 0);
@@ -322,7 +322,7 @@ TEST(MultiReportForwarding, DoesNothingWithoutChildren) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(MultiReportForwarding, ReachesEveryChildOfOneFormatInTheirOrder) {
+TEST(MultiReportForwarding, ReachesEveryChildOfOneFormatInOrder) {
   const CapturedLog log;
   const TemporaryFolder folder;
   MultiReport report;
@@ -350,13 +350,13 @@ TEST(MultiReportQuoting, ReturnsItsTextUnchanged) {
   EXPECT_EQ(report.Quoting(L"a<b> & \"c\""), L"a<b> & \"c\"");
 }
 
-TEST(MultiReportQuoting, LetsAValueThroughUnescaped) {
+TEST(MultiReportQuoting, PassesAValueUnescaped) {
   EXPECT_EQ(written([](AReport& report) { report.Row2NotEmptyWithQuote(L"name", L"<b>"); }),
             (Written{"name\t<b>\r\n", "<tr><td>name</td><td><b></td></tr>",
                      "<row><cell>name</cell><cell>&lt;b></cell></row>"}));
 }
 
-TEST(MultiReportOpen, StopsAtTheFirstFailureAndTakesItsText) {
+TEST(MultiReportOpen, StopsAtTheFirstFailureAndTakesItsErrorText) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_XML, (folder / L"missing/a.xml").c_str(), nullptr);
@@ -381,7 +381,7 @@ TEST(MultiReportOpen, LeavesTheChildrenBeforeAFailureOpen) {
   EXPECT_FALSE(exists(folder / L"a.xml"));
 }
 
-TEST(MultiReportOpen, LeavesAFailedChildSilentForEveryLaterCall) {
+TEST(MultiReportOpen, MakesAFailedChildIgnoreEveryLaterCall) {
   const CapturedLog log;
   const TemporaryFolder folder;
   MultiReport report;
@@ -401,7 +401,7 @@ TEST(MultiReportOpen, LeavesAFailedChildSilentForEveryLaterCall) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(MultiReportOpen, AnswersAFileErrorForAnyFailureOfAChild) {
+TEST(MultiReportOpen, ReturnsAFileErrorForAnyFailureOfAChild) {
   const TemporaryFolder folder;
   const TemporaryTemplate unreadable{TemporaryTemplate::Unreadable()};
   MultiReport report;
@@ -411,7 +411,7 @@ TEST(MultiReportOpen, AnswersAFileErrorForAnyFailureOfAChild) {
   report.Clear();
 }
 
-TEST(MultiReportOpen, RefusesOnePathForTwoChildren) {
+TEST(MultiReportOpen, RefusesASecondChildWithTheSamePath) {
   const TemporaryFolder folder;
   MultiReport report;
   addText(report, folder / L"a");
@@ -437,7 +437,7 @@ TEST(MultiReportOpen, KeepsItsErrorTextThroughASuccess) {
   report.Clear();
 }
 
-TEST(MultiReportOpen, UsesNoNameOfItsOwn) {
+TEST(MultiReportOpen, IgnoresItsOwnOutputName) {
   const TemporaryFolder folder;
   MultiReport report;
   report.SetOutputFileName((folder / L"own.txt").c_str());
@@ -460,7 +460,7 @@ TEST(MultiReportOpenOfAFile, GivesTheChildThatFile) {
   EXPECT_FALSE(exists(folder / L"child.txt"));
 }
 
-TEST(MultiReportOpenOfAFile, LeavesTheErrorTextAfterAFailure) {
+TEST(MultiReportOpenOfAFile, SetsNoErrorTextWhenItFails) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_XML, (folder / L"a.xml").c_str(), nullptr);
@@ -482,7 +482,7 @@ TEST(MultiReportOpenOfAFile, KeepsTheEarlierErrorText) {
   report.Clear();
 }
 
-TEST(MultiReportOpenOfAFile, RefusesItToASecondChild) {
+TEST(MultiReportOpenOfAFile, RefusesTheFileToASecondChild) {
   const TemporaryFolder folder;
   MultiReport report;
   addText(report, folder / L"a.txt");
@@ -590,7 +590,7 @@ TEST(MultiReportCopy, SharesTheChildren) {
   EXPECT_EQ(fromMarkedUtf16(bytesOf(folder / L"a.txt")), "one two three");
 }
 
-TEST(MultiReportCopy, HasAListOfItsOwn) {
+TEST(MultiReportCopy, HasItsOwnList) {
   const TemporaryFolder folder;
   MultiReport report;
   MultiReport copy = report;
@@ -599,7 +599,7 @@ TEST(MultiReportCopy, HasAListOfItsOwn) {
   EXPECT_FALSE(exists(folder / L"a.txt"));
 }
 
-TEST(MultiReportCopy, HasTheBaseOfItsSource) {
+TEST(MultiReportCopy, CopiesTheBase) {
   const TemporaryFolder folder;
   MultiReport report;
   report.SetOutputFileName(L"name");

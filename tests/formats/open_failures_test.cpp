@@ -13,7 +13,8 @@ namespace {
 
 template <typename Report>
 struct OpenFailure : testing::Test {
-  // Opens by the output name and by an argument; both are refused with the reason, and what follows is harmless.
+  // Opens the path as the output name and as an argument. Both calls fail with the reason, and later calls are
+  // harmless.
   static void expectRefused(const std::wstring& path) {
     const CapturedLog log;
     Report report;
@@ -53,7 +54,7 @@ TYPED_TEST(OpenFailure, OfAPathUnderAFile) {
 
 TYPED_TEST(OpenFailure, OfAnEmptyPath) { this->expectRefused(L""); }
 
-TYPED_TEST(OpenFailure, OfAFileThatAnotherReportHolds) {
+TYPED_TEST(OpenFailure, OfAFileHeldByAnotherReport) {
   const TemporaryFolder folder;
   TextReport holder;
   holder.SetReportOption(OPTION_SINGLE_BYTE_TEXT, 1);
@@ -75,7 +76,7 @@ TYPED_TEST(OpenFailure, OfAFileThatIsBeingRead) {
   EXPECT_EQ(bytesOf(folder / L"a"), "kept");
 }
 
-TYPED_TEST(OpenFailure, IsNotForAPathWithAnyLetters) {
+TYPED_TEST(OpenFailure, DoesNotHappenForAPathWithAnyLetters) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"r\u00E9sum\u00E9 \u4E2D\u6587 & 'x' 100%s.out";
   TypeParam report;

@@ -26,7 +26,7 @@ using scrivalen::FromUtf8;
 
 namespace {
 
-// The fifth of November 2024, 14:07 UTC: a month whose short name English and German share.
+// 5 November 2024, 14:07 UTC: the month has the same short name in English and German.
 constexpr std::int64_t kNow = 1730815620;
 
 enum Form { CLASSIC, CONFORMING };
@@ -49,7 +49,7 @@ std::string writtenAlone(const Scenario& scenario, Form form) {
 }
 
 struct Format {
-  const char* folder;  // of the expected documents
+  const char* folder;  // with the expected documents
   const char* extension;
   REPORT_FORMAT format;
   std::string (*writtenAlone)(const Scenario& scenario, Form form);
@@ -58,7 +58,7 @@ struct Format {
 
 void PrintTo(const Format& format, std::ostream* out) { *out << format.folder; }
 
-std::string asItStands(std::string_view bytes) { return std::string(bytes); }
+std::string unchanged(std::string_view bytes) { return std::string(bytes); }
 
 std::string asCells(std::string_view bytes) {
   const TemporaryFolder folder;
@@ -67,14 +67,14 @@ std::string asCells(std::string_view bytes) {
 }
 
 constexpr Format kFormats[] = {{"text", "txt", FORMAT_TEXT, &writtenAlone<TextReport>, &fromMarkedUtf16},
-                               {"html", "html", FORMAT_HTML, &writtenAlone<HtmlReport>, &asItStands},
-                               {"xml", "xml", FORMAT_XML, &writtenAlone<XmlReport>, &asItStands},
-                               {"rtf", "rtf", FORMAT_RTF, &writtenAlone<RTFReport>, &asItStands},
-                               {"pdf", "pdf", FORMAT_PDF, &writtenAlone<PDFReport>, &asItStands},
+                               {"html", "html", FORMAT_HTML, &writtenAlone<HtmlReport>, &unchanged},
+                               {"xml", "xml", FORMAT_XML, &writtenAlone<XmlReport>, &unchanged},
+                               {"rtf", "rtf", FORMAT_RTF, &writtenAlone<RTFReport>, &unchanged},
+                               {"pdf", "pdf", FORMAT_PDF, &writtenAlone<PDFReport>, &unchanged},
                                {"excel", "txt", FORMAT_EXCEL, &writtenAlone<ExcelReport>, &asCells}};
 
-// A conforming document is another one in PDF, and where RTF has something to escape or a link; elsewhere the classic
-// one conforms.
+// Only PDF always has a conforming document of its own; RTF has one for texts to escape or links. The classic documents
+// of the others conform.
 bool differsWhenConforming(const Format& format, const Scenario& scenario) {
   const std::string_view name = scenario.name;
   return format.format == FORMAT_PDF ||
@@ -86,7 +86,7 @@ std::string expected(const Format& format, const Scenario& scenario, Form form) 
   return golden(std::string(format.folder) + '/' + scenario.name + (another ? "_conforming." : ".") + format.extension);
 }
 
-// One document for each format of one MultiReport, in the order of kFormats.
+// The documents that one MultiReport writes, in the order of kFormats.
 std::vector<std::string> writtenTogether(const Scenario& scenario, Form form) {
   const TemporaryFolder folder;
   MultiReport report;
@@ -126,7 +126,7 @@ std::string nameOfDocument(const testing::TestParamInfo<EveryDocument::ParamType
 
 }  // namespace
 
-TEST_P(EveryDocument, IsTheExpectedOne) {
+TEST_P(EveryDocument, MatchesTheExpectedOne) {
   const auto& [format, scenario, form] = GetParam();
   EXPECT_TRUE(areSameBytes(expected(format, scenario, form), format.readable(format.writtenAlone(scenario, form))));
 }
@@ -143,7 +143,7 @@ TEST_P(EveryDocument, IsTheSameUnderADecimalComma) {
   EXPECT_TRUE(areSameBytes(before, format.writtenAlone(scenario, form)));
 }
 
-TEST_P(EveryScenario, GivesEqualFilesAloneAndTogether) {
+TEST_P(EveryScenario, WritesTheSameFilesAloneAndTogether) {
   const auto& [scenario, form] = GetParam();
   const std::vector<std::string> together = writtenTogether(scenario, form);
   for (std::size_t i = 0; i < std::size(kFormats); ++i) {
@@ -151,7 +151,7 @@ TEST_P(EveryScenario, GivesEqualFilesAloneAndTogether) {
   }
 }
 
-TEST_P(EveryScenario, GivesEqualFilesInSeveralThreads) {
+TEST_P(EveryScenario, WritesTheSameFilesInSeveralThreads) {
   constexpr std::size_t kThreads = 4;
   const Scenario& scenario = std::get<Scenario>(GetParam());
   const Form form = std::get<Form>(GetParam());
