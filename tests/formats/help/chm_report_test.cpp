@@ -15,15 +15,15 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// The program of these tests has a help compiler beside it that writes down what it was given, and a template that
-// puts "<title>%TITLE%</title>\n" before a page's text and "\n<hr>\n" behind it.
+// The test program's folder has a help compiler that writes down its input, and a template that puts
+// "<title>%TITLE%</title>\n" before a page's text and "\n<hr>\n" after it.
 
 namespace {
 
 constexpr std::string_view kPageStart = "<title>%TITLE%</title>\n";
 constexpr std::string_view kPageEnd = "\n<hr>\n";
 
-// A report in a folder of its own, where its target is help.chm.
+// A report in its own folder, with help.chm as its target.
 struct InFolder {
   explicit InFolder(bool conforming = false) {
     report.SetReportOption(OPTION_CONFORMING, conforming);
@@ -34,7 +34,7 @@ struct InFolder {
     return report.BeginSubDocument(prefix.c_str(), file, title);
   }
 
-  // What the compiler wrote down of a file.
+  // The contents of a file that the compiler wrote down.
   std::string given(const std::string& name) const { return givenIn(bytesOf(target), name); }
   std::string page(const wchar_t* file) const { return given(scrivalen::ToUtf8(prefix + file)); }
 
@@ -59,7 +59,7 @@ struct InFolder {
 
 using Names = std::vector<std::wstring>;
 
-// The text of one topic's page, between what the template has around it.
+// The text of a topic's page without the template around it.
 template <typename Action>
 std::string written(Action action) {
   InFolder help;
@@ -81,7 +81,7 @@ void writeTopic(InFolder& help, const wchar_t* file, const wchar_t* title, const
 
 }  // namespace
 
-TEST(ChmReport, GivesTheCompilerProjectContentsAndPages) {
+TEST(ChmReport, PassesProjectContentsAndPagesToTheCompiler) {
   InFolder help;
   help.report.AddProperty(L"%TITLE%", L"Sales");
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -138,7 +138,7 @@ TEST(ChmReport, CreatesNoFileAtOpen) {
   EXPECT_TRUE(help.leftovers().empty());
 }
 
-TEST(ChmReport, TakesTheFirstTitleOfItsPropertiesOrIsCalledReport) {
+TEST(ChmReport, UsesItsFirstTitlePropertyOrTheTitleReport) {
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   writeTopic(help, L"a.htm", L"A", L"");
@@ -162,7 +162,7 @@ TEST(ChmReport, HasAnEmptyTitleWhenItsPropertyIsEmpty) {
   EXPECT_NE(help.given("report.hhp").find("\nTitle=\n[FILES]\n"), std::string::npos);
 }
 
-TEST(ChmReport, HasItsTitleInOneLineOfTheProject) {
+TEST(ChmReport, PutsItsTitleOnOneLineOfTheProject) {
   InFolder help;
   help.report.AddProperty(L"%TITLE%", L"Sales\r\n[FILES]\nsecret.htm");
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -171,7 +171,7 @@ TEST(ChmReport, HasItsTitleInOneLineOfTheProject) {
   EXPECT_NE(help.given("report.hhp").find("\nTitle=Sales  [FILES] secret.htm\n[FILES]\n"), std::string::npos);
 }
 
-TEST(ChmReport, KeepsItsPropertiesFromThePages) {
+TEST(ChmReport, DoesNotPassItsPropertiesToThePages) {
   InFolder help;
   help.report.AddProperty(L"%TITLE%", L"Sales");
   help.report.AddProperty(L"<hr>", L"replaced");
@@ -210,17 +210,17 @@ TEST(ChmReport, ForwardsTables) {
             "<table border=1><tr id=r><th width=1><i></th><td></td></tr></table>");
 }
 
-TEST(ChmReport, QuotesEvenMarkupInTexts) {
+TEST(ChmReport, EscapesEvenRawText) {
   EXPECT_EQ(written([](AReport& report) { report.Text(L"<b>&amp;</b>", PARAGRAPH_HEADING2, L"id=x", 1); }),
             "<h2 id=x>&lt;b&gt;&amp;amp;&lt;/b&gt;</h2>");
 }
 
-TEST(ChmReport, QuotesAsHtmlDoes) {
+TEST(ChmReport, QuotesLikeHtml) {
   CHMReport report;
   EXPECT_EQ(report.Quoting(L"a<b> & \"c\""), L"a&lt;b&gt; &amp; &quot;c&quot;");
 }
 
-TEST(ChmReport, WritesNothingOfContentsColoursSeparatorsAndOptions) {
+TEST(ChmReport, IgnoresContentsColoursSeparatorsAndOptions) {
   EXPECT_EQ(written([](AReport& report) {
               report.SetColumnSeparator(L";");
               report.BeginToc();
@@ -235,7 +235,7 @@ TEST(ChmReport, WritesNothingOfContentsColoursSeparatorsAndOptions) {
             "<td>1</td><td>2</td>");
 }
 
-TEST(ChmReport, LosesWhatIsWrittenOutsideOfASubDocument) {
+TEST(ChmReport, DropsTextOutsideASubDocument) {
   const auto writeAll = [](AReport& report) {
     report.Text(L"lost", PARAGRAPH_NORMAL, L"", 0);
     report.Row2(L"lost", L"lost", 0, nullptr, nullptr);
@@ -276,7 +276,7 @@ TEST(ChmReport, WorksInTheFolderOfTheLastTopic) {
   EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
 }
 
-TEST(ChmReport, JoinsFolderAndFileAsTheyStand) {
+TEST(ChmReport, JoinsFolderAndFileWithoutASeparator) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -303,7 +303,7 @@ TEST(ChmReport, WithoutTopicsCompilesAnEmptyProjectInTheCurrentFolder) {
   EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
 }
 
-TEST(ChmReport, TakesNullTextsForEmptyOnes) {
+TEST(ChmReport, TreatsNullTextsAsEmpty) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -324,7 +324,7 @@ TEST(ChmReport, ReplacesAnEarlierTarget) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n<p>one</p>\n<hr>\n");
 }
 
-TEST(ChmReport, MayHaveTheCompilersOwnFileAsItsTarget) {
+TEST(ChmReport, MayUseTheCompilersOutputFileAsItsTarget) {
   InFolder help;
   help.target = help.folder / L"report.chm";
   writeBytes(help.target, "earlier");
@@ -348,7 +348,7 @@ TEST(ChmReport, CanBeWrittenAgain) {
   EXPECT_NE(compiled.find(scrivalen::ToUtf8(L"Default topic=" + help.prefix + L"b.htm\n")), std::string::npos);
 }
 
-TEST(ChmReport, ForgetsFolderAndDefaultTopicWhenItIsUsedAgain) {
+TEST(ChmReport, ForgetsFolderAndDefaultTopicWhenReused) {
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   writeTopic(help, L"a.htm", L"A", L"one");
@@ -384,7 +384,7 @@ TEST(ChmReport, ClosesOnce) {
   EXPECT_EQ(bytesOf(help.target), "somebody else's");
 }
 
-TEST(ChmReport, IsOneOfTheFormatsOfAMultiReport) {
+TEST(ChmReport, CanBeAChildOfAMultiReport) {
   InFolder help;
   MultiReport report;
   report.AddReport(FORMAT_CHM, help.target.c_str(), nullptr);
@@ -398,7 +398,7 @@ TEST(ChmReport, IsOneOfTheFormatsOfAMultiReport) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n<p>text</p>\n<hr>\n");
 }
 
-TEST(ConformingChmReport, GivesEachPageTheTitleOfItsTopicQuoted) {
+TEST(ConformingChmReport, GivesEachPageItsQuotedTopicTitle) {
   InFolder help(true);
   help.report.AddProperty(L"%TITLE%", L"Sales");
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -420,7 +420,7 @@ TEST(ConformingChmReport, GivesAPageAnEmptyTitleWhenItsTopicHasNone) {
   EXPECT_EQ(help.page(L"b.htm"), "<title></title>\n<p>two</p>\n<hr>\n");
 }
 
-TEST(ConformingChmReport, FindsNothingToReplaceInATitle) {
+TEST(ConformingChmReport, ReplacesNoPlaceholdersInATitle) {
   InFolder help(true);
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   writeTopic(help, L"a.htm", L"%BODY% is 50% of %TITLE%", L"one");
@@ -428,7 +428,7 @@ TEST(ConformingChmReport, FindsNothingToReplaceInATitle) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>&#37;BODY&#37; is 50&#37; of &#37;TITLE&#37;</title>\n<p>one</p>\n<hr>\n");
 }
 
-TEST(ConformingChmReport, HasItsTitleInOneLineOfTheProject) {
+TEST(ConformingChmReport, PutsItsTitleOnOneLineOfTheProject) {
   InFolder help(true);
   help.report.AddProperty(L"%TITLE%", L"Sales\n[FILES]\rsecret.htm");
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -463,7 +463,7 @@ TEST(ConformingChmReport, QuotesTheTextsOfCellsLinksAnchorsAndRows) {
             "<tr><td>R&amp;D</td><td>R&amp;D</td></tr>\n<hr>\n");
 }
 
-TEST(ConformingChmReport, IsSoFromTheNextOpenOn) {
+TEST(ConformingChmReport, TakesEffectAtTheNextOpen) {
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   help.report.SetReportOption(OPTION_CONFORMING, 1);
@@ -501,7 +501,7 @@ TEST(ChmReportThatFails, LeavesNoTargetWhenTheCompilerLeavesNoFile) {
   }
 }
 
-TEST(ChmReportThatFails, DoesNotTakeAnEarlierFileForTheCompilers) {
+TEST(ChmReportThatFails, DoesNotMistakeAnEarlierFileForTheCompilersOutput) {
   const CapturedLog log;
   InFolder help;
   writeBytes(help.folder / L"stand_in", "leaves nothing");
@@ -560,7 +560,7 @@ TEST(ChmReportThatFails, KeepsAGoodHelpFileWhenATopicWasNotEnded) {
   EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
 }
 
-TEST(ChmReportThatFails, MakesAnIncompleteHelpFileWhereThereIsNone) {
+TEST(ChmReportThatFails, WritesAnIncompleteHelpFileIfThereIsNone) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -570,7 +570,7 @@ TEST(ChmReportThatFails, MakesAnIncompleteHelpFileWhereThereIsNone) {
   EXPECT_EQ(help.page(L"b.htm"), "<title>%TITLE%</title>\n<p>two</p>\n<hr>\n");
 }
 
-TEST(ChmReportThatFails, TellsWhenTheHelpFileCannotBeMoved) {
+TEST(ChmReportThatFails, ReportsAHelpFileThatCannotBeMoved) {
   const CapturedLog log;
   InFolder help;
   const std::wstring target = help.folder / L"missing" + kPathSeparator + L"help.chm";
@@ -585,7 +585,7 @@ TEST(ChmReportThatFails, TellsWhenTheHelpFileCannotBeMoved) {
   EXPECT_EQ(help.leftovers(), Names{L"report.chm"});
 }
 
-TEST(ChmReportThatFails, TellsWhenAFolderIsInTheWay) {
+TEST(ChmReportThatFails, ReportsAFolderInTheWay) {
   const CapturedLog log;
   InFolder help;
   makeFolder(help.folder / L"report.chm");
@@ -599,7 +599,7 @@ TEST(ChmReportThatFails, TellsWhenAFolderIsInTheWay) {
   EXPECT_FALSE(exists(help.folder / L"a.htm"));
 }
 
-TEST(ChmReportThatFails, AnswersHowAPageOpened) {
+TEST(ChmReportThatFails, ReturnsTheResultOfOpeningAPage) {
   const CapturedLog log;
   InFolder help;
   const std::wstring missing = help.folder / L"missing" + kPathSeparator;
@@ -616,7 +616,7 @@ TEST(ChmReportThatFails, AnswersHowAPageOpened) {
   EXPECT_TRUE(help.leftovers().empty());
 }
 
-TEST(ChmReportThatFails, HasItsFirstTopicForItsDefaultThoughThatDidNotOpen) {
+TEST(ChmReportThatFails, KeepsAFirstTopicThatDidNotOpenAsItsDefault) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -701,7 +701,7 @@ TEST(ChmReportThatFails, RefusesATopicWithALineBreakInItsPath) {
   }
 }
 
-TEST(ChmReportThatFails, RefusesATopicOfTheCompilersOwnNames) {
+TEST(ChmReportThatFails, RefusesATopicWithANameOfTheCompilersFiles) {
   for (const wchar_t* name : {L"report.hhp", L"report.hhc", L"Report.CHM"}) {
     const CapturedLog log;
     InFolder help;
@@ -729,7 +729,7 @@ TEST(ChmReportThatFails, DeletesAPageThatWasRefusedAtFirst) {
   EXPECT_EQ(help.leftovers(), Names{L"help.chm"});
 }
 
-TEST(ChmReportThatFails, TellsOfATopicThatWasNotEnded) {
+TEST(ChmReportThatFails, ReportsATopicThatWasNotEnded) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -737,7 +737,8 @@ TEST(ChmReportThatFails, TellsOfATopicThatWasNotEnded) {
   EXPECT_EQ(help.report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(help.report.GetError(), L"The topic '" + help.prefix + L"a.htm' was not ended.");
   ASSERT_FALSE(log.lines().empty());
-  EXPECT_EQ(log.lines().front(), help.report.GetError());  // on Windows the compiler cannot read that page either
+  // On Windows another line follows, because the compiler cannot read the page that is still held.
+  EXPECT_EQ(log.lines().front(), help.report.GetError());
   help.report.EndSubDocument();
   EXPECT_EQ(help.report.Open(), REPORT_OK);
   writeTopic(help, L"b.htm", L"B", L"two");
@@ -758,7 +759,7 @@ TEST(ChmReportThatFails, ReleasesATopicThatWasNotEnded) {
   EXPECT_EQ(help.page(L"b.htm"), "<title>%TITLE%</title>\n<p>two</p>\n<hr>\n");
 }
 
-TEST(ChmReportThatFails, NamesTheTopicThatWasNotEndedThoughAnotherWasRefused) {
+TEST(ChmReportThatFails, NamesTheTopicThatWasNotEndedEvenIfAnotherWasRefused) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -769,7 +770,7 @@ TEST(ChmReportThatFails, NamesTheTopicThatWasNotEndedThoughAnotherWasRefused) {
   EXPECT_EQ(log.lines()[1], L"The topic '" + help.prefix + L"a.htm' was not ended.");
 }
 
-TEST(ChmReportThatFails, TellsOfAProjectOrContentsThatCannotBeWritten) {
+TEST(ChmReportThatFails, ReportsAProjectOrContentsFileThatCannotBeWritten) {
   for (const wchar_t* name : {L"report.hhp", L"report.hhc"}) {
     const CapturedLog log;
     InFolder help;
@@ -785,7 +786,7 @@ TEST(ChmReportThatFails, TellsOfAProjectOrContentsThatCannotBeWritten) {
   }
 }
 
-TEST(ChmReportThatFails, CompilesNoProjectOfAnotherReport) {
+TEST(ChmReportThatFails, DoesNotCompileAnotherReportsProject) {
   for (const wchar_t* name : {L"report.hhp", L"report.hhc"}) {
     const CapturedLog log;
     InFolder help;
@@ -804,7 +805,7 @@ TEST(ChmReportThatFails, CompilesNoProjectOfAnotherReport) {
   }
 }
 
-TEST(ChmReport, TellsAtCloseWhatTheCodePageLacks) {
+TEST(ChmReport, LogsCharactersOutsideTheCodePageAtClose) {
   const CapturedLog log;
   InFolder help;
   help.report.AddProperty(L"%TITLE%", L"\u65E5");
@@ -817,7 +818,7 @@ TEST(ChmReport, TellsAtCloseWhatTheCodePageLacks) {
   EXPECT_EQ(help.page(L"a.htm"), "<title>%TITLE%</title>\n<p>\xE6\x97\xA5</p>\n<hr>\n");
 }
 
-TEST(ChmReport, TellsAtCloseWhatItsPagesLostInTheNameOfTheHelpFile) {
+TEST(ChmReport, LogsTheLossOfItsPagesUnderTheHelpFilesName) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);
@@ -831,7 +832,7 @@ TEST(ChmReport, TellsAtCloseWhatItsPagesLostInTheNameOfTheHelpFile) {
                                L"': 3 characters could not be written as they were given, the first is U+0001."});
 }
 
-TEST(ChmReportThatFails, CountsWhatATopicLostThatWasNotEnded) {
+TEST(ChmReportThatFails, CountsTheLossOfATopicThatWasNotEnded) {
   const CapturedLog log;
   InFolder help;
   EXPECT_EQ(help.report.Open(), REPORT_OK);

@@ -10,9 +10,9 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// The help compiler of these tests opens the topics by the names that stand in the project, which are in the code page.
+// The help compiler of these tests opens the topics by their names in the project, which are in the code page.
 
-TEST(ChmReportOnWindows, HasTopicsOfOddNames) {
+TEST(ChmReportOnWindows, AcceptsTopicsWithOddNames) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring prefix = folder.path() + kPathSeparator;

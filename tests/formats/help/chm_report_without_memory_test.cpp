@@ -9,12 +9,11 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// The program of these tests has a help compiler beside it that writes down what it was given.
+// The test program's folder has a help compiler that writes down its input.
 
 namespace {
 
-// Closes a report of two topics, the second of which was not ended, while memory runs out at an allocation. Returns
-// whether it did.
+// Closes a report with two topics, the second not ended, while the nth allocation fails. Returns whether it failed.
 bool closesWithout(std::size_t nth, Extent extent) {
   const UnfailingLog log;
   const TemporaryFolder folder;
@@ -40,7 +39,7 @@ bool closesWithout(std::size_t nth, Extent extent) {
 
 }  // namespace
 
-TEST(ChmReportWithoutMemory, LeavesNoPageBehindAndEarlierHelpFilesAsTheyWere) {
+TEST(ChmReportWithoutMemory, LeavesNoPagesAndDoesNotChangeEarlierHelpFiles) {
   for (const Extent extent : {Extent::One, Extent::AllFromThere}) {
     runOutOfMemory([extent](std::size_t nth) { return closesWithout(nth, extent); });
   }

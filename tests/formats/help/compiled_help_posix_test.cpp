@@ -20,13 +20,13 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// Help files that the compiler beside the library makes, opened with another library's extract_chmLib.
+// Help files written by the library's own compiler and unpacked with extract_chmLib, which belongs to another library.
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// Starts a command of the shell; "$1" and "$2" are the texts given.
+// Runs a shell command; "$1" and "$2" are the arguments.
 int shell(const wchar_t* command, const std::wstring& first, const std::wstring& second = L"") {
   return runProgram({L"sh", L"-c", command, L"sh", first, second}).exitStatus;
 }
@@ -53,7 +53,7 @@ constexpr unsigned kContentsEntry = 0;
 constexpr unsigned kDefaultTopicEntry = 2;
 constexpr unsigned kTitleEntry = 3;
 
-// A text of the help file's own settings: after a version of four bytes come a code, a length and the bytes of each.
+// A string from the help file's settings: after a four-byte version, each setting has a code, a length and its bytes.
 std::string setting(std::map<std::string, std::string>& files, unsigned wanted) {
   const std::string& settings = files["#SYSTEM"];
   for (std::size_t at = 4; at + 4 <= settings.size();) {
@@ -77,7 +77,7 @@ struct Help {
 
   REPORT_ERRORS open() { return report.Open(target.c_str()); }
 
-  // A topic of a text, in a folder that is made for it; an empty name is the test's own folder.
+  // Writes a topic into a folder that is created for it; an empty name is the test's own folder.
   void topic(const std::wstring& name, const wchar_t* title, const wchar_t* text, const std::wstring& in = L"") {
     const std::wstring prefix = folder / in + (in.empty() ? L"" : L"/");
     makeFolder(prefix);
@@ -98,7 +98,7 @@ struct Help {
   CHMReport report;
 };
 
-// Takes the compiler's own programs away from it while it lives.
+// Hides the programs that the compiler runs for as long as it lives.
 class WithoutPrograms {
  public:
   explicit WithoutPrograms(std::initializer_list<const char*> kept) : path_(std::getenv("PATH")) {
@@ -111,7 +111,7 @@ class WithoutPrograms {
   WithoutPrograms& operator=(const WithoutPrograms&) = delete;
   ~WithoutPrograms() { ::setenv("PATH", path_.c_str(), 1); }
 
-  // Puts a program in a missing one's place.
+  // Puts a script in the place of a missing program.
   void put(const wchar_t* name, const std::string& script) const {
     writeBytes(folder_ / name, script);
     fs::permissions(asPath(folder_ / name), fs::perms::owner_all);
@@ -122,7 +122,7 @@ class WithoutPrograms {
   TemporaryFolder folder_;
 };
 
-// A temporary folder in memory, where those of the other tests are on a disk.
+// A temporary folder in memory; those of the other tests are on a disk.
 class OnAnotherVolume {
  public:
   OnAnotherVolume() {
@@ -165,7 +165,7 @@ TEST(CompiledHelp, HasTopicsContentsTitleAndDefaultTopic) {
   EXPECT_EQ(help.leftovers(), 1u);
 }
 
-TEST(CompiledHelp, HasAnIndexForFullTextSearchAndEnglishForItsLanguage) {
+TEST(CompiledHelp, HasAFullTextIndexAndIsInEnglish) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   help.topic(L"a.htm", L"A", L"word");
@@ -208,7 +208,7 @@ TEST(CompiledHelp, KeepsATimeBefore1970) {
   EXPECT_EQ(filesIn(help.target)["#SYSTEM"].substr(4, 8), std::string("\x0A\x00\x04\x00\xFB\xFF\xFF\xFF", 8));
 }
 
-TEST(CompiledHelp, HoldsTopicsOfOddNames) {
+TEST(CompiledHelp, HoldsTopicsWithOddNames) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   const std::vector<std::wstring> names = {L"two words.htm",  L"it's.htm",         L"say \"x\".htm", L"a;b $c.htm",
@@ -236,7 +236,7 @@ TEST(CompiledHelp, HoldsTopicsOfOddNames) {
   EXPECT_EQ(help.leftovers(), 1u);
 }
 
-TEST(CompiledHelp, PutsNamesThatAProjectCannotBeginALineWithIntoTheirFolder) {
+TEST(CompiledHelp, GivesNamesThatCannotBeginAProjectLineTheirFolder) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   for (const wchar_t* name : {L";a.htm", L" b.htm", L"[FILES]", L"=d.htm", L"\x01x.htm", L"c.htm"}) {
@@ -253,7 +253,7 @@ TEST(CompiledHelp, PutsNamesThatAProjectCannotBeginALineWithIntoTheirFolder) {
   EXPECT_EQ(setting(files, kDefaultTopicEntry), "topics/;a.htm");
 }
 
-TEST(CompiledHelp, PutsNamesOfItsOwnFilesIntoTheirFolder) {
+TEST(CompiledHelp, GivesNamesOfItsInternalFilesTheirFolder) {
   for (const wchar_t* name : {L"#SYSTEM", L"#strings", L"$FIftiMain", L"::DataSpace"}) {
     Help help;
     EXPECT_EQ(help.open(), REPORT_OK);
@@ -267,7 +267,7 @@ TEST(CompiledHelp, PutsNamesOfItsOwnFilesIntoTheirFolder) {
   }
 }
 
-TEST(CompiledHelp, KeepsTheWayFromOneFolderOfTopicsToAnother) {
+TEST(CompiledHelp, KeepsRelativePathsBetweenFoldersOfTopics) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   help.topic(L"a.htm", L"A", L"<a href=\"../two/deep/b.htm\">B</a>", L"one");
@@ -281,7 +281,7 @@ TEST(CompiledHelp, KeepsTheWayFromOneFolderOfTopicsToAnother) {
   EXPECT_EQ(setting(files, kDefaultTopicEntry), "one/a.htm");
 }
 
-TEST(CompiledHelp, HoldsPicturesBesideATopicButNothingFromElsewhere) {
+TEST(CompiledHelp, HoldsPicturesBelowATopicsFolderButNothingOutsideIt) {
   Help help;
   writeBytes(help.folder / L"secret.txt", "secret");
   makeFolder(help.folder / L"topics/pictures");
@@ -311,7 +311,7 @@ TEST(CompiledHelp, WorksInAFolderWhoseNameIsNotInTheCodePage) {
   EXPECT_EQ(log.lines().size(), 2u);
 }
 
-TEST(CompiledHelp, WorksOnPathsFromTheCurrentFolder) {
+TEST(CompiledHelp, WorksWithRelativePaths) {
   const auto before = fs::current_path();
   Help help;
   makeFolder(help.folder / L"-topics");
@@ -329,7 +329,7 @@ TEST(CompiledHelp, WorksOnPathsFromTheCurrentFolder) {
   EXPECT_NE(files["-topics/a.htm"].find("<p>-topics/</p>"), std::string::npos);
 }
 
-TEST(CompiledHelp, OfNoTopicIsAFileWithoutThem) {
+TEST(CompiledHelp, MayHaveNoTopics) {
   const auto before = fs::current_path();
   Help help;
   fs::current_path(asPath(help.folder.path()));
@@ -341,7 +341,7 @@ TEST(CompiledHelp, OfNoTopicIsAFileWithoutThem) {
   EXPECT_EQ(files.count("report.hhc"), 1u);
 }
 
-TEST(CompiledHelp, OfManyTopicsHoldsEveryOne) {
+TEST(CompiledHelp, HoldsManyTopics) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   for (int i = 0; i < 600; ++i) {
@@ -355,7 +355,7 @@ TEST(CompiledHelp, OfManyTopicsHoldsEveryOne) {
   }
 }
 
-TEST(CompiledHelp, OfPagesWithoutAWordHasNoIndexWhichTheLogTells) {
+TEST(CompiledHelp, LogsThatPagesWithoutWordsHaveNoIndex) {
   const CapturedLog log;
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
@@ -383,7 +383,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsMissing) {
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
-TEST(HelpThatIsNotCompiled, TellsWhyATopicHasNoPage) {
+TEST(HelpThatIsNotCompiled, ReportsWhyATopicHasNoPage) {
   const CapturedLog log;
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
@@ -402,7 +402,7 @@ TEST(HelpThatIsNotCompiled, TellsWhyATopicHasNoPage) {
   EXPECT_TRUE(fs::is_directory(asPath(help.folder / L"b.htm")));
 }
 
-TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedOutsideTheCodePage) {
+TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicNameIsOutsideTheCodePage) {
   const CapturedLog log;
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
@@ -413,7 +413,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedOutsideTheCodePage) {
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
-TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedWithAnUnusedByteOfTheCodePage) {
+TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicNameHasAnUnusedByteOfTheCodePage) {
   const CapturedLog log;
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
@@ -426,7 +426,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsNamedWithAnUnusedByteOfTheC
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
-TEST(HelpThatIsNotCompiled, LeavesNothingWhenNoHelpFileCanHoldAName) {
+TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicNameIsInvalidInHelpFiles) {
   for (const wchar_t* name : {L"back\\slash.htm", L"blank.htm ", L"tab.htm\t", L"control.htm\x01"}) {
     const CapturedLog log;
     Help help;
@@ -450,7 +450,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingWithoutTheCompilersPrograms) {
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
-TEST(HelpThatIsNotCompiled, LeavesNothingOfAFileThatDoesNotHoldItsTopics) {
+TEST(HelpThatIsNotCompiled, LeavesNoHelpFileThatLacksItsTopics) {
   const TemporaryFolder other;
   {
     Help good;
@@ -472,7 +472,7 @@ TEST(HelpThatIsNotCompiled, LeavesNothingOfAFileThatDoesNotHoldItsTopics) {
   }
 }
 
-TEST(HelpThatIsNotCompiled, IsNotCutInItsLastByteEither) {
+TEST(HelpThatIsNotCompiled, LeavesNoTruncatedHelpFile) {
   for (const char* cut : {"1", "100", "5000"}) {
     const CapturedLog log;
     Help help;
@@ -486,7 +486,7 @@ TEST(HelpThatIsNotCompiled, IsNotCutInItsLastByteEither) {
   }
 }
 
-TEST(CompiledHelp, GoesIntoADeviceInsteadOfTakingItsPlace) {
+TEST(CompiledHelp, IsWrittenToADeviceInsteadOfReplacingIt) {
   const CapturedLog log;
   Help help;
   EXPECT_EQ(help.report.Open(L"/dev/null"), REPORT_OK);
@@ -501,7 +501,7 @@ TEST(CompiledHelp, GoesIntoADeviceInsteadOfTakingItsPlace) {
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
-TEST(CompiledHelp, TakesOverTheRightsOfTheFileItReplaces) {
+TEST(CompiledHelp, KeepsThePermissionsOfTheFileItReplaces) {
   for (const wchar_t* name : {L"help.chm", L"report.chm"}) {
     Help help;
     help.target = help.folder / name;
@@ -516,7 +516,7 @@ TEST(CompiledHelp, TakesOverTheRightsOfTheFileItReplaces) {
   }
 }
 
-TEST(HelpThatIsNotCompiled, LeavesTheNameOfAClosedStreamAlone) {
+TEST(HelpThatIsNotCompiled, DoesNotReplaceAClosedStandardStream) {
   const CapturedLog log;
   const auto before = fs::read_symlink("/dev/stdout");
   const int output = ::dup(STDOUT_FILENO);
@@ -532,7 +532,7 @@ TEST(HelpThatIsNotCompiled, LeavesTheNameOfAClosedStreamAlone) {
   EXPECT_EQ(fs::read_symlink("/dev/stdout"), before);
 }
 
-TEST(CompiledHelp, ReachesATargetOnAnotherVolume) {
+TEST(CompiledHelp, CanBeMovedToAnotherVolume) {
   const OnAnotherVolume other;
   const std::wstring target = other.folder() / L"help.chm";
   writeBytes(target, "earlier");
@@ -544,7 +544,7 @@ TEST(CompiledHelp, ReachesATargetOnAnotherVolume) {
   EXPECT_EQ(help.leftovers(), 0u);
 }
 
-TEST(HelpThatIsNotCompiled, TellsOfAPageThatIsNotWhole) {
+TEST(HelpThatIsNotCompiled, ReportsAnIncompletePage) {
   const CapturedLog log;
   Help help;
   fs::create_symlink("/dev/full", asPath(help.folder / L"b.htm"));

@@ -12,13 +12,13 @@
 
 using namespace scrivalen::test;
 
-// These tests stand in a program of their own, beside which there is no help compiler.
+// These tests are in a separate program that has no help compiler next to it.
 
 namespace {
 
 namespace fs = std::filesystem;
 
-// A help compiler of a few lines, in front of the search path while it lives.
+// Puts a help compiler, a short script, first on the search path for as long as it lives.
 class CompilerOnPath {
  public:
   explicit CompilerOnPath(const std::string& script) : path_(std::getenv("PATH")) {
@@ -45,7 +45,7 @@ REPORT_ERRORS writeReport(const TemporaryFolder& folder) {
 
 }  // namespace
 
-TEST(HelpCompilerOnThePath, IsTakenWhenNoneIsBesideTheLibrary) {
+TEST(HelpCompilerOnThePath, IsUsedWhenNoneIsNextToTheLibrary) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const CompilerOnPath compiler("printf '%s|' \"$#\" \"$1\" >\"${1%/*}/report.chm\"\n");
@@ -76,7 +76,7 @@ TEST(HelpCompilerOnThePath, IsWaitedForHoweverItEnds) {
   EXPECT_TRUE(log.lines().back().ends_with(L"report.chm'. It was ended by signal 9.")) << log.lines().back().c_str();
 }
 
-TEST(HelpCompilerOnThePath, IsLoggedOnceWhenThereIsNoneAndTheHostShowsNoErrors) {
+TEST(HelpCompilerOnThePath, IsLoggedOnceWhenMissingAndTheHostShowsNoErrors) {
   const CapturedLog log;
   const TemporaryFolder folder;
   EXPECT_EQ(writeReport(folder), REPORT_FILE_ERROR);
@@ -95,7 +95,7 @@ TEST(HelpCompilerOnThePath, DoesNotInheritTheReportsOwnFiles) {
   EXPECT_EQ(bytesOf(folder / L"help.chm").find(scrivalen::ToUtf8(folder / L"open")), std::string::npos);
 }
 
-TEST(HelpCompilerOnThePath, MayLeaveNoPlaceToPutAnEarlierHelpFileBack) {
+TEST(HelpCompilerOnThePath, MayMoveTheFolderThatAnEarlierHelpFileBelongsIn) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring prefix = folder / L"topics/";
@@ -107,8 +107,8 @@ TEST(HelpCompilerOnThePath, MayLeaveNoPlaceToPutAnEarlierHelpFileBack) {
   EXPECT_EQ(report.BeginSubDocument(prefix.c_str(), L"a.htm", L"A"), REPORT_OK);
   report.EndSubDocument();
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
-  const std::wstring& told = log.lines().back();
+  const std::wstring& line = log.lines().back();
   const std::wstring start = L"The earlier '" + prefix + L"report.chm' is called '" + prefix + L".";
-  EXPECT_TRUE(told.starts_with(start)) << scrivalen::ToUtf8(told);
-  EXPECT_TRUE(told.ends_with(L"' now. No such file or directory")) << scrivalen::ToUtf8(told);
+  EXPECT_TRUE(line.starts_with(start)) << scrivalen::ToUtf8(line);
+  EXPECT_TRUE(line.ends_with(L"' now. No such file or directory")) << scrivalen::ToUtf8(line);
 }

@@ -13,7 +13,7 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// The program of these tests has a help compiler beside it that writes down what it was given.
+// The test program's folder has a help compiler that writes down its input.
 
 namespace {
 
@@ -35,7 +35,7 @@ std::string projectOf(CCHM& help, std::wstring_view defaultTopic) {
   return bytesOf(folder / L"report.hhp");
 }
 
-// What stands between the two lists' tags around all entries.
+// The entries of the contents, without the tags of the list around them.
 std::string entriesOf(CCHM& help) {
   const TemporaryFolder folder;
   help.writeContents(folder / L"report.hhc");
@@ -65,7 +65,7 @@ std::string joined(std::initializer_list<std::string_view> pieces) {
   return all;
 }
 
-// A project of two files in a folder, on disk.
+// A project with two files in a folder on disk.
 struct OnDisk {
   OnDisk() {
     help.title = L"Sales";
@@ -85,7 +85,7 @@ struct OnDisk {
 
 }  // namespace
 
-TEST(HelpProject, WritesTheProjectToTheByte) {
+TEST(HelpProject, WritesTheExactBytesOfAProject) {
   CCHM help;
   help.title = L"Sales";
   help.files = {L"C:\\out\\a.htm", L"C:\\out\\b;c $d.htm"};
@@ -104,7 +104,7 @@ TEST(HelpProject, WritesTheProjectToTheByte) {
             "C:\\out\\b;c $d.htm\n");
 }
 
-TEST(HelpProject, WritesAProjectOfNothing) {
+TEST(HelpProject, WritesAnEmptyProject) {
   CCHM help;
   EXPECT_TRUE(projectOf(help, L"").ends_with("\nTitle=\n[FILES]\n"));
   EXPECT_EQ(entriesOf(help), "");
@@ -130,7 +130,7 @@ TEST(HelpProject, LeavesDoubleQuotesOutOfATitle) {
   EXPECT_TRUE(help.files.empty());
 }
 
-TEST(HelpProject, WritesTheOtherCharactersOfATitleAsTheyStand) {
+TEST(HelpProject, WritesTheOtherCharactersOfATitleUnchanged) {
   CCHM help;
   help.addTopic(L"a <b>\nc</b> & &lt;d&gt;", L"a.htm");
   EXPECT_EQ(entriesOf(help),
@@ -152,12 +152,12 @@ TEST(HelpProject, PutsEntriesOfOneLevelIntoOneList) {
   EXPECT_EQ(entriesOf(help), joined({kLevel1, kLevel1, kLevel1}));
 }
 
-TEST(HelpProject, PutsDeeperEntriesIntoAListOfTheirOwn) {
+TEST(HelpProject, PutsDeeperEntriesIntoTheirOwnList) {
   CCHM help = helpOfLevels({1, 2, 1});
   EXPECT_EQ(entriesOf(help), joined({kLevel1, "<UL>", kLevel2, "</UL>", kLevel1}));
 }
 
-TEST(HelpProject, OpensAndClosesOneListHoweverManyLevelsLieBetween) {
+TEST(HelpProject, OpensAndClosesOneListEvenIfLevelsAreSkipped) {
   CCHM help = helpOfLevels({1, 2, 3, 1, 3});
   EXPECT_EQ(entriesOf(help), joined({kLevel1, "<UL>", kLevel2, "<UL>", kLevel3, "</UL>", kLevel1, "<UL>", kLevel3}));
 }
@@ -180,7 +180,7 @@ TEST(HelpProject, WritesInTheCodePage) {
   EXPECT_EQ(help.loss.count(), 0u);
 }
 
-TEST(HelpProject, CountsWhatTheCodePageLacksOfTitlesAndLogsAFileOfSuchAName) {
+TEST(HelpProject, CountsTitleCharactersOutsideTheCodePageAndLogsSuchFileNames) {
   const CapturedLog log;
   CCHM help;
   help.title = L"\u65E5\u672C";
@@ -197,7 +197,7 @@ TEST(HelpProject, CountsWhatTheCodePageLacksOfTitlesAndLogsAFileOfSuchAName) {
                              L"'\u65E5.htm' has a letter outside the code page; the help compiler may not find it."});
 }
 
-TEST(HelpProject, PassesOverAFileThatCannotBeOpened) {
+TEST(HelpProject, KeepsTheReasonWhenAFileCannotBeOpened) {
   const CapturedLog log;
   const TemporaryFolder folder;
   CCHM help;
@@ -212,7 +212,7 @@ TEST(HelpProject, PassesOverAFileThatCannotBeOpened) {
   EXPECT_TRUE(help.failure.starts_with(L"File open/create error for '" + folder.path())) << "no reason is kept";
 }
 
-TEST(HelpProject, KeepsNoStateBetweenProjectsOfTwoThreads) {
+TEST(HelpProject, SharesNoStateBetweenThreads) {
   std::string first;
   std::string second;
   const auto write = [](const wchar_t* title, std::string& bytes) {
@@ -234,7 +234,7 @@ TEST(HelpProject, KeepsNoStateBetweenProjectsOfTwoThreads) {
   EXPECT_EQ(second, expectedSecond);
 }
 
-TEST(HelpProject, ResetEmptiesFilesAndTopicsOnly) {
+TEST(HelpProject, ResetClearsOnlyFilesAndTopics) {
   CCHM help;
   help.title = L"Sales";
   help.files = {L"a.htm"};
@@ -245,7 +245,7 @@ TEST(HelpProject, ResetEmptiesFilesAndTopicsOnly) {
   EXPECT_EQ(help.title, L"Sales");
 }
 
-TEST(HelpCompiler, StandsInAFolderBesideTheModule) {
+TEST(HelpCompiler, IsInAFolderNextToTheModule) {
   const TemporaryFolder folder;
   makeFolder(folder / L"hhc");
   const std::wstring compiler = folder / L"hhc" + kPathSeparator + L"hhc.exe";
@@ -253,14 +253,14 @@ TEST(HelpCompiler, StandsInAFolderBesideTheModule) {
   EXPECT_EQ(scrivalen::formats::helpCompiler(folder / L"library"), compiler);
 }
 
-TEST(HelpCompiler, IsLeftToTheSystemsSearchWhenItIsNotThere) {
+TEST(HelpCompiler, IsLeftToTheSystemsSearchWhenNotNextToTheModule) {
   const TemporaryFolder folder;
   EXPECT_EQ(scrivalen::formats::helpCompiler(folder / L"library"), L"hhc.exe");
   EXPECT_EQ(scrivalen::formats::helpCompiler(L"library"), L"hhc.exe");
   EXPECT_EQ(scrivalen::formats::helpCompiler(L""), L"hhc.exe");
 }
 
-TEST(HelpProjectCompile, RunsTheCompilerBesideTheModuleOnTheProject) {
+TEST(HelpProjectCompile, RunsTheCompilerNextToTheModuleOnTheProject) {
   OnDisk disk;
   EXPECT_EQ(disk.help.compile(disk.project), 1);
   const std::string compiled = bytesOf(disk.folder / L"report.chm");
@@ -279,7 +279,7 @@ TEST(HelpProjectCompile, DeletesTheFilesTheProjectAndTheContents) {
   EXPECT_EQ(disk.help.contentsPath, L"");
 }
 
-TEST(HelpProjectCompile, DoesNotDeleteAFileOfSomebodyElse) {
+TEST(HelpProjectCompile, DoesNotDeleteForeignFiles) {
   OnDisk disk;
   disk.help.foreignFiles = {disk.folder / L"a.htm"};
   disk.help.compile(disk.project);
@@ -287,7 +287,7 @@ TEST(HelpProjectCompile, DoesNotDeleteAFileOfSomebodyElse) {
   EXPECT_FALSE(exists(disk.folder / L"b c.htm"));
 }
 
-TEST(HelpProjectCompile, DoesNotExamineHowTheCompilerEnded) {
+TEST(HelpProjectCompile, IgnoresHowTheCompilerEnded) {
   for (const char* behaviour : {"leaves nothing", "breaks off", "fails but leaves a file"}) {
     const CapturedLog log;
     const CapturedErrorBox box;
@@ -303,7 +303,7 @@ TEST(HelpProjectCompile, DoesNotExamineHowTheCompilerEnded) {
   }
 }
 
-TEST(HelpProjectCompile, HandsOverAPathWithWhatAShellWouldTakeForItsOwn) {
+TEST(HelpProjectCompile, PassesAPathWithShellCharactersUnchanged) {
   const TemporaryFolder folder;
   const std::wstring odd = folder / L"it's; a $(folder) & more %PATH% \u20AC";
   makeFolder(odd);

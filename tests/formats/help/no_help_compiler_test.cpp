@@ -16,7 +16,7 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// These tests stand in a program of their own, beside which there is neither a help compiler nor a template.
+// These tests are in a separate program that has neither a help compiler nor a template next to it.
 
 namespace {
 
@@ -39,7 +39,7 @@ std::wstring reason(const std::wstring& project) {
          L" " + std::wstring(scrivalen::formats::helpCompilerAdvice());
 }
 
-// The log also has that there is no template.
+// Leaves out the log's line about the missing template.
 std::vector<std::wstring> linesThatName(const CapturedLog& log, std::wstring_view name) {
   std::vector<std::wstring> lines;
   std::copy_if(log.lines().begin(), log.lines().end(), std::back_inserter(lines),
@@ -49,7 +49,7 @@ std::vector<std::wstring> linesThatName(const CapturedLog& log, std::wstring_vie
 
 }  // namespace
 
-TEST(WithoutAHelpCompiler, ABoxAndTheLogTellTheCommandTheNumberAndTheMessage) {
+TEST(WithoutAHelpCompiler, ABoxAndTheLogShowTheCommandTheErrorNumberAndTheMessage) {
   ASSERT_NE(searchError(), 0u);
   const CapturedLog log;
   const CapturedErrorBox box;
@@ -63,7 +63,7 @@ TEST(WithoutAHelpCompiler, ABoxAndTheLogTellTheCommandTheNumberAndTheMessage) {
   EXPECT_EQ(help.failure, reason(folder / L"report.hhp"));
 }
 
-TEST(WithoutAHelpCompiler, TheWorkingFilesAreDeletedAllTheSame) {
+TEST(WithoutAHelpCompiler, TheWorkingFilesAreStillDeleted) {
   const CapturedLog log;
   const CapturedErrorBox box;
   const TemporaryFolder folder;
@@ -78,7 +78,7 @@ TEST(WithoutAHelpCompiler, TheWorkingFilesAreDeletedAllTheSame) {
   }
 }
 
-TEST(WithoutAHelpCompiler, CloseTellsHowToGetItAndLeavesNoTarget) {
+TEST(WithoutAHelpCompiler, CloseExplainsHowToGetItAndLeavesNoTarget) {
   const CapturedLog log;
   const CapturedErrorBox box;
   const TemporaryFolder folder;
@@ -115,7 +115,7 @@ TEST(WithoutAHelpCompiler, AnEarlierHelpFileIsLeftAlone) {
   EXPECT_EQ(filesEndingWith(folder.path(), L"").size(), 2u);
 }
 
-TEST(WithoutATemplateFolder, ATopicHasTheWritersOwnHead) {
+TEST(WithoutATemplateFolder, ATopicHasTheDefaultHead) {
   const CapturedLog log;
   const CapturedErrorBox box;
   const TemporaryFolder folder;

@@ -10,7 +10,7 @@
 using namespace scrivalen;
 using namespace scrivalen::test;
 
-// The program of these tests has no templates but those that a test makes.
+// The test program has no templates except those that a test creates.
 
 namespace {
 
@@ -34,7 +34,7 @@ TEST(TopicTemplate, IsReadAsUtf8InTheConformingForm) {
   EXPECT_EQ(emptyPage(false), "<i>\xC3\x83\xC2\xA9</i><b>\xC3\xA2\xC2\x82\xC2\xAC</b>");
 }
 
-TEST(TopicTemplate, ThatCannotBeReadIsAnswered) {
+TEST(TopicTemplate, ThatCannotBeReadIsReported) {
   const TemporaryFolder templates(templateFolder());
   makeFolder(templates / L"default.htm");
   for (const bool conforming : {false, true}) {
