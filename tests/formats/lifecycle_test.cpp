@@ -13,7 +13,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-struct OpenedUp : HtmlReport {
+struct ExposedReport : HtmlReport {
   using HtmlReport::Open;
   using HtmlReport::OpenWithHeader;
   using HtmlReport::OpenWithTemplate;
@@ -167,7 +167,7 @@ TEST(Loss, OfABadTemplateIsLogged) {
   const TemporaryFolder folder;
   const TemporaryTemplate page("\xFF%BODY%");
   const CapturedLog log;
-  OpenedUp report;
+  ExposedReport report;
   report.SetReportOption(OPTION_CONFORMING, 1);
   EXPECT_EQ(report.OpenWithTemplate((folder / L"a.html").c_str(), page.name().c_str()), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
@@ -229,7 +229,7 @@ TEST(HtmlReportFile, StaysHeldWhenItsReportIsAssignedTo) {
 TEST(HtmlReportFile, StaysHeldWhenAHostsFileTakesOver) {
   const TemporaryFolder folder;
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open((folder / L"a.html").c_str()), REPORT_OK);
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
@@ -240,7 +240,7 @@ TEST(HtmlReportTail, IsForgottenOnlyWhenAFileIsOpened) {
   const TemporaryFolder folder;
   const TemporaryTemplate page("head%BODY%tail");
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.OpenWithTemplate((folder / L"a.html").c_str(), page.name().c_str()), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(report.Open(&file), REPORT_OK);
@@ -254,7 +254,7 @@ TEST(HtmlReportTail, IsForgottenOnlyWhenAFileIsOpened) {
 TEST(HtmlReportAssignment, CopiesTheTail) {
   const TemporaryFolder folder;
   const TemporaryTemplate page("head%BODY%tail");
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.OpenWithTemplate((folder / L"a.html").c_str(), page.name().c_str()), REPORT_OK);
   HtmlReport copy;
   copy = report;
@@ -264,7 +264,7 @@ TEST(HtmlReportAssignment, CopiesTheTail) {
 
 TEST(HtmlReportAssignment, CopiesWhetherTheFileIsTheHosts) {
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   HtmlReport copy;
   copy = report;
@@ -277,7 +277,7 @@ TEST(HtmlReportAssignment, CopiesTheOptions) {
   const TemporaryTemplate page("\xC3\xA9%BODY%");
   HtmlReport report;
   report.SetReportOption(OPTION_CONFORMING, 1);
-  OpenedUp copy;
+  ExposedReport copy;
   static_cast<HtmlReport&>(copy) = report;
   EXPECT_EQ(copy.OpenWithTemplate((folder / L"a.html").c_str(), page.name().c_str()), REPORT_OK);
   EXPECT_EQ(copy.Close(), REPORT_OK);

@@ -42,18 +42,18 @@ std::string page(std::string_view title, std::string_view body) {
   return ((((text += title) += kHeadAfterTitle) += body) += kEnd);
 }
 
-// A report with its protected members in the open.
-struct OpenedUp : HtmlReport {
+// A report whose protected members are public.
+struct ExposedReport : HtmlReport {
   using HtmlReport::Open;
   using HtmlReport::OpenWithHeader;
   using HtmlReport::ValueToHtml;
 };
 
-// What is written between the opening on a file of the host's, which writes no head, and the end of the page.
+// The bytes that an action writes to a host's file, which gets no head, without the end of the page.
 template <typename Action>
 std::string written(Action action, bool conforming = false) {
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   report.SetReportOption(OPTION_CONFORMING, conforming);
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   action(report);
@@ -92,13 +92,13 @@ TEST(HtmlReport, WritesAParagraph) {
   EXPECT_EQ(writtenText(L"<i>text</i>", PARAGRAPH_NORMAL, 1), "<p><i>text</i></p>");
 }
 
-TEST(HtmlReport, GivesAHeadingItsAttributesAndAParagraphNone) {
+TEST(HtmlReport, WritesAttributesOnAHeadingButNotOnAParagraph) {
   EXPECT_EQ(written([](AReport& report) { report.Text(L"a", PARAGRAPH_HEADING1, L"class=\"x\"", 0); }),
             "<h1 class=\"x\">a</h1>");
   EXPECT_EQ(written([](AReport& report) { report.Text(L"a", PARAGRAPH_NORMAL, L"class=\"x\"", 0); }), "<p>a</p>");
 }
 
-TEST(HtmlReport, TakesAnyOtherKindOfParagraphForTheNumberOfAHeading) {
+TEST(HtmlReport, UsesAnyOtherParagraphTypeAsAHeadingLevel) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginParagraph(PARAGRAPH_NONE, L"");
               report.EndParagraph(PARAGRAPH_NONE);
@@ -120,7 +120,7 @@ TEST(HtmlReport, BeginsAndEndsParagraphs) {
             "<p></p><h2></h2><h6 id=y></h6>");
 }
 
-TEST(HtmlReport, TakesNullTextsAsEmptyOnes) {
+TEST(HtmlReport, TreatsNullTextsAsEmpty) {
   EXPECT_EQ(written([](AReport& report) {
               report.Text(nullptr, PARAGRAPH_HEADING1, nullptr, 0);
               report.Text(nullptr, PARAGRAPH_NONE, nullptr, 1);
@@ -163,7 +163,7 @@ TEST(HtmlReport, BreaksALine) {
   EXPECT_EQ(written([](AReport& report) { report.EndOfLine(); }), "<br>");
 }
 
-TEST(HtmlReport, WritesASpaceThatDoesNotBreak) {
+TEST(HtmlReport, WritesANonBreakingSpace) {
   EXPECT_EQ(written([](AReport& report) { report.Space(); }), "&nbsp;");
 }
 
@@ -209,12 +209,12 @@ TEST(HtmlReport, GivesATableItsDefaultClass) {
             "<table class=\"table table-hover table-bordered\"></table>");
 }
 
-TEST(HtmlReport, PassesTheAttributesOfATableOn) {
+TEST(HtmlReport, WritesTheAttributesOfATable) {
   EXPECT_EQ(written([](AReport& report) { report.BeginTable(L"name", L"id=\"t\" border=1"); }),
             "<table id=\"t\" border=1>");
 }
 
-TEST(HtmlReport, PassesAnEmptyAttributeTextOfATableOn) {
+TEST(HtmlReport, WritesATableWithEmptyAttributes) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginTable(nullptr, L"");
               report.EndTable(nullptr);
@@ -285,7 +285,7 @@ TEST(HtmlReport, WritesNeitherSubDocumentsNorColoursNorSeparators) {
             "<tr><td>a</td><td>b</td></tr>");
 }
 
-TEST(HtmlReport, TakesPercentSignsAsTheyStand) {
+TEST(HtmlReport, WritesPercentSignsUnchanged) {
   EXPECT_EQ(written([](AReport& report) {
               report.Text(L"100% %s %d %n", PARAGRAPH_HEADING1, L"title=%s", 0);
               report.Cell(L"%s", 0, L" width=\"25%\"");
@@ -298,7 +298,7 @@ TEST(HtmlReport, TakesPercentSignsAsTheyStand) {
             "<li><a href=\"#%d\">%x</a></li><table %s>");
 }
 
-TEST(HtmlReport, LeavesLineEndsInATextAlone) {
+TEST(HtmlReport, LeavesLineEndsInATextUnchanged) {
   EXPECT_EQ(writtenText(L"one\ntwo\r\nthree\t!", PARAGRAPH_NONE, 0), "one\ntwo\r\nthree\t!");
 }
 
@@ -308,7 +308,7 @@ TEST(HtmlReport, WritesUtf8) {
   EXPECT_EQ(writtenText(wideUnit(0xD83D) + wideUnit(0xDE00), PARAGRAPH_NONE, 1), "\xF0\x9F\x98\x80");
 }
 
-TEST(HtmlReport, KeepsPairsOfSurrogatesTogetherWhereverTheyStand) {
+TEST(HtmlReport, NeverSplitsASurrogatePair) {
   for (const std::size_t before : {6u, 7u, 8u, 15u, 16u, 4094u, 4095u, 4096u, 65535u}) {
     const std::wstring text = longText(before) + wideUnit(0xD83D) + wideUnit(0xDE00) + L"<y>" + longText(20);
     const std::string expected = std::string(before, 'x') + "\xF0\x9F\x98\x80&lt;y&gt;" + std::string(20, 'x');
@@ -316,7 +316,7 @@ TEST(HtmlReport, KeepsPairsOfSurrogatesTogetherWhereverTheyStand) {
   }
 }
 
-TEST(HtmlReport, ReplacesWhatUtf8CannotHold) {
+TEST(HtmlReport, ReplacesLoneSurrogates) {
   EXPECT_EQ(writtenText(L"a" + wideUnit(0xD83D) + L"b", PARAGRAPH_NONE, 0),
             "a\xEF\xBF\xBD"
             "b");
@@ -343,7 +343,7 @@ TEST(HtmlReport, WritesLongTextsWhole) {
 }
 
 TEST(HtmlReport, WritesAValueThroughAFormat) {
-  EXPECT_EQ(written([](OpenedUp& report) {
+  EXPECT_EQ(written([](ExposedReport& report) {
               report.ValueToHtml(L"<td>%s</td>", L"a<b");
               report.ValueToHtml(L"<td>%d</td>", -1234567);
               report.ValueToHtml(L"<td width=\"25%%\">%5d|</td>", 42);
@@ -351,8 +351,8 @@ TEST(HtmlReport, WritesAValueThroughAFormat) {
             "<td>a<b</td><td>-1234567</td><td width=\"25%\">   42|</td>");
 }
 
-TEST(HtmlReport, TakesANullFormatOrValueForAnEmptyOne) {
-  EXPECT_EQ(written([](OpenedUp& report) {
+TEST(HtmlReport, TreatsANullFormatOrValueAsEmpty) {
+  EXPECT_EQ(written([](ExposedReport& report) {
               report.ValueToHtml(nullptr, L"text");
               report.ValueToHtml(nullptr, 42);
               report.ValueToHtml(L"[%s]", nullptr);
@@ -362,14 +362,14 @@ TEST(HtmlReport, TakesANullFormatOrValueForAnEmptyOne) {
 
 TEST(HtmlReport, WritesNumbersWithoutTheLocale) {
   const DecimalComma comma;
-  EXPECT_EQ(written([](OpenedUp& report) {
+  EXPECT_EQ(written([](ExposedReport& report) {
               report.ValueToHtml(L"%d", 1234567);
               report.BeginParagraph(static_cast<PARAGRAPH_TYPE>(1234567), L"");
             }),
             "1234567<h1234567>");
 }
 
-TEST(HtmlReport, TellsInTheLogWhatUtf8CouldNotHold) {
+TEST(HtmlReport, LogsCharactersThatItReplaced) {
   const CapturedLog log;
   const TemporaryFolder folder;
   HtmlReport report;
@@ -380,7 +380,7 @@ TEST(HtmlReport, TellsInTheLogWhatUtf8CouldNotHold) {
                                                    L"': 1 character could not be written as it was given: U+D83D."});
 }
 
-TEST(HtmlReport, CountsWhatItsQuotingReplaced) {
+TEST(HtmlReport, CountsCharactersThatQuotingReplaced) {
   const CapturedLog log;
   const TemporaryFolder folder;
   HtmlReport report;
@@ -391,7 +391,7 @@ TEST(HtmlReport, CountsWhatItsQuotingReplaced) {
                                                    L"': 1 character could not be written as it was given: U+0001."});
 }
 
-TEST(HtmlReport, ForgetsTheLossWithItsFile) {
+TEST(HtmlReport, StartsCountingLossesAnewForEachFile) {
   const TemporaryFolder folder;
   HtmlReport report;
   for (const wchar_t* text : {L"\x01", L"A"}) {
@@ -435,7 +435,7 @@ TEST(HtmlReportOpen, LogsNothingWithoutATemplateName) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(HtmlReportOpen, CallsTheOverriddenOpeningOfAFile) {
+TEST(HtmlReportOpen, CallsTheOverrideThatOpensAFile) {
   struct Overriding : HtmlReport {
     using HtmlReport::Open;
     using HtmlReport::OpenWithHeader;
@@ -475,7 +475,7 @@ TEST(HtmlReportOpen, SetsTheOpenFlagUntilItCloses) {
   EXPECT_EQ(ReportState::openFlag(report), 0);
 }
 
-TEST(HtmlReportOpen, TellsWhyTheFileCannotBeCreated) {
+TEST(HtmlReportOpen, ReportsWhyTheFileCannotBeCreated) {
   const TemporaryFolder folder;
   HtmlReport report;
   report.SetOutputFileName((folder / L"missing/a.html").c_str());
@@ -487,7 +487,7 @@ TEST(HtmlReportOpen, TellsWhyTheFileCannotBeCreated) {
   EXPECT_EQ(report.GetError(), openingError(L""));
 }
 
-TEST(HtmlReportOpen, CanBeTriedAgainAfterAFailure) {
+TEST(HtmlReportOpen, CanBeRetriedAfterAFailure) {
   const TemporaryFolder folder;
   HtmlReport report;
   EXPECT_EQ(report.Open((folder / L"missing/a.html").c_str()), REPORT_FILE_ERROR);
@@ -511,9 +511,9 @@ TEST(HtmlReportOpen, RefusesAnotherFileWhileItIsOpen) {
   EXPECT_FALSE(exists(folder / L"b.html"));
 }
 
-TEST(HtmlReportOpen, WithAHeaderWritesTheTitleItIsGiven) {
+TEST(HtmlReportOpen, WithAHeaderWritesTheGivenTitle) {
   const TemporaryFolder folder;
-  OpenedUp report;
+  ExposedReport report;
   report.AddProperty(L"%TITLE%", L"not this one");
   EXPECT_EQ(report.OpenWithHeader((folder / L"a.html").c_str(), L"title"), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
@@ -523,9 +523,9 @@ TEST(HtmlReportOpen, WithAHeaderWritesTheTitleItIsGiven) {
   EXPECT_TRUE(areSameBytes(page("", ""), bytesOf(folder / L"a.html")));
 }
 
-TEST(HtmlReportOpen, WithAHeaderTellsWhyTheFileCannotBeCreated) {
+TEST(HtmlReportOpen, WithAHeaderReportsWhyTheFileCannotBeCreated) {
   const TemporaryFolder folder;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.OpenWithHeader((folder / L"missing/a.html").c_str(), L"title"), REPORT_FILE_ERROR);
   EXPECT_EQ(report.GetError(), openingError(folder / L"missing/a.html"));
 }
@@ -540,7 +540,7 @@ TEST(HtmlReportClose, IsHarmlessOnAClosedReport) {
   EXPECT_EQ(bytesOf(folder / L"a.html"), "</body></html>\n");
 }
 
-TEST(HtmlReportClose, LetsGoOfTheFile) {
+TEST(HtmlReportClose, ReleasesTheFile) {
   const TemporaryFolder folder;
   HtmlReport first;
   HtmlReport second;
@@ -579,7 +579,7 @@ TEST(HtmlReport, WritesNothingWhileItIsClosed) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(HtmlReport, DestroyedWhileOpenKeepsItsFile) {
+TEST(HtmlReport, DestroyedWhileOpenLeavesItsFileHeld) {
   const TemporaryFolder folder;
   {
     HtmlReport report;
@@ -634,7 +634,7 @@ TEST(HtmlReportCopy, ToItselfChangesNothing) {
 
 TEST(HtmlReportOnAHostsFile, WritesNothingAtOpenAndTheEndOfThePageAtClose) {
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   EXPECT_EQ(ReportState::openFlag(report), 1);
   EXPECT_EQ(file.bytes, "");
@@ -646,7 +646,7 @@ TEST(HtmlReportOnAHostsFile, WritesNothingAtOpenAndTheEndOfThePageAtClose) {
 TEST(HtmlReportOnAHostsFile, NeitherClosesNorOwnsIt) {
   MemoryFile file;
   {
-    OpenedUp report;
+    ExposedReport report;
     for (const wchar_t* text : {L"one", L"two"}) {
       EXPECT_EQ(report.Open(&file), REPORT_OK);
       report.Text(text, PARAGRAPH_NONE, L"", 0);
@@ -658,10 +658,10 @@ TEST(HtmlReportOnAHostsFile, NeitherClosesNorOwnsIt) {
   EXPECT_EQ(file.bytes, "one</body></html>\ntwo</body></html>\n!");
 }
 
-TEST(HtmlReportOnAHostsFile, MayGoOnToAFileOfItsOwn) {
+TEST(HtmlReportOnAHostsFile, MayThenOpenItsOwnFile) {
   const TemporaryFolder folder;
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(report.Open((folder / L"a.html").c_str()), REPORT_OK);
@@ -673,7 +673,7 @@ TEST(HtmlReportOnAHostsFile, MayGoOnToAFileOfItsOwn) {
 
 TEST(HtmlReportOnAHostsFile, IsSharedByACopy) {
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   report.Text(L"one ", PARAGRAPH_NONE, L"", 0);
   HtmlReport copy = report;
@@ -683,10 +683,10 @@ TEST(HtmlReportOnAHostsFile, IsSharedByACopy) {
   EXPECT_EQ(file.bytes, "one two three</body></html>\n");
 }
 
-TEST(HtmlReportOnAHostsFile, TakesOverFromAFileThatIsOpenAndLosesNothingOfIt) {
+TEST(HtmlReportOnAHostsFile, ReplacesAnOpenFileWithoutLosingItsBytes) {
   const TemporaryFolder folder;
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open((folder / L"a.html").c_str()), REPORT_OK);
   report.Text(L"one", PARAGRAPH_NONE, L"", 0);
   EXPECT_EQ(report.Open(&file), REPORT_OK);
@@ -699,9 +699,9 @@ TEST(HtmlReportOnAHostsFile, TakesOverFromAFileThatIsOpenAndLosesNothingOfIt) {
   EXPECT_EQ(bytesOf(folder / L"b.html"), "</body></html>\n");
 }
 
-TEST(HtmlReportOnAHostsFile, HandsLongReportsOverWhole) {
+TEST(HtmlReportOnAHostsFile, WritesLongReportsWhole) {
   MemoryFile file;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   for (int i = 0; i < 3; ++i) {
     report.Text(longText(100000).c_str(), PARAGRAPH_NONE, L"", 0);
@@ -710,14 +710,14 @@ TEST(HtmlReportOnAHostsFile, HandsLongReportsOverWhole) {
   EXPECT_TRUE(areSameBytes(std::string(300000, 'x') + "</body></html>\n", file.bytes));
 }
 
-TEST(HtmlReportOnAHostsFile, NeedsOne) {
-  OpenedUp report;
+TEST(HtmlReportOnAHostsFile, RefusesANullFile) {
+  ExposedReport report;
   EXPECT_EQ(report.Open(static_cast<OutputFile*>(nullptr)), REPORT_FILE_ERROR);
   EXPECT_STREQ(report.GetError(), L"There is no output file.");
   EXPECT_EQ(ReportState::openFlag(report), 0);
 }
 
-TEST(HtmlReportOnAHostsFile, TellsWhatItRaisedAtClose) {
+TEST(HtmlReportOnAHostsFile, ReportsItsExceptionAtClose) {
   struct Raising : OutputFile {
     void Write(const void*, std::size_t) override {
       ++calls;
@@ -726,7 +726,7 @@ TEST(HtmlReportOnAHostsFile, TellsWhatItRaisedAtClose) {
     int calls = 0;
   } file;
   const CapturedLog log;
-  OpenedUp report;
+  ExposedReport report;
   report.SetOutputFileName(L"socket");
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   report.Text(longText(100000).c_str(), PARAGRAPH_NONE, L"", 0);
@@ -738,12 +738,12 @@ TEST(HtmlReportOnAHostsFile, TellsWhatItRaisedAtClose) {
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
-TEST(HtmlReportOnAHostsFile, SurvivesWhateverItRaises) {
+TEST(HtmlReportOnAHostsFile, SurvivesAnyException) {
   struct Raising : OutputFile {
     void Write(const void*, std::size_t) override { throw 42; }
   } file;
   const CapturedLog log;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);
   report.Text(L"text", PARAGRAPH_NONE, L"", 0);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
@@ -751,13 +751,13 @@ TEST(HtmlReportOnAHostsFile, SurvivesWhateverItRaises) {
   EXPECT_EQ(log.lines().size(), 1u);
 }
 
-TEST(HtmlReportOnAHostsFile, IsGoodAgainWithAGoodFile) {
+TEST(HtmlReportOnAHostsFile, WorksAgainWithAGoodFile) {
   struct Raising : OutputFile {
     void Write(const void*, std::size_t) override { throw std::runtime_error("socket closed"); }
   } broken;
   MemoryFile good;
   const CapturedLog log;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&broken), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_EQ(report.Open(&good), REPORT_OK);
@@ -798,7 +798,7 @@ TEST(ConformingHtmlReport, QuotesTheTextsOfCompositeRows) {
   EXPECT_EQ(rows.substr(0, kStart.size()), kStart);
 }
 
-TEST(ConformingHtmlReport, LeavesWhatIsQuotedAlready) {
+TEST(ConformingHtmlReport, DoesNotQuoteTwice) {
   EXPECT_EQ(writtenConforming([](AReport& report) {
               report.Cell(report.Quoting(L"a < b & \"c\"").c_str(), 0, nullptr);
               report.Link(L"Smith &amp; &#83;ons &apos;", L"?a=1&amp;b=2");
@@ -808,12 +808,12 @@ TEST(ConformingHtmlReport, LeavesWhatIsQuotedAlready) {
             "<li><a href=\"#a&amp;b\">&lt;A&gt;</a></li>");
 }
 
-TEST(ConformingHtmlReport, TakesNamesThatXmlDoesNotKnowForText) {
+TEST(ConformingHtmlReport, TreatsReferencesUnknownToXmlAsText) {
   EXPECT_EQ(writtenConforming([](AReport& report) { report.Cell(L"&nbsp;&copy &#1;", 0, nullptr); }),
             "<td>&amp;nbsp;&amp;copy &amp;#1;</td>");
 }
 
-TEST(ConformingHtmlReport, LeavesAttributesAndMarkupOfItsHost) {
+TEST(ConformingHtmlReport, LeavesTheHostsAttributesAndMarkupUnchanged) {
   EXPECT_EQ(writtenConforming([](AReport& report) {
               report.Cell(L"x", 0, L" title=\"&copy;\"");
               report.BeginCell(L"<", 0, L" a=\"b\"");
@@ -824,16 +824,16 @@ TEST(ConformingHtmlReport, LeavesAttributesAndMarkupOfItsHost) {
             "<td title=\"&copy;\">x</td><td a=\"b\"><b>&copy;</b></td>&amp;amp;");
 }
 
-TEST(ConformingHtmlReport, CountsWhatItsCellsLose) {
+TEST(ConformingHtmlReport, CountsCharactersLostInCells) {
   const CapturedLog log;
   writtenConforming([](AReport& report) { report.Cell(L"a\x01", 0, nullptr); });
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{L"'': 1 character could not be written as it was given: U+0001."});
 }
 
-TEST(ConformingHtmlReport, IsSoFromTheNextOpenOn) {
+TEST(ConformingHtmlReport, TakesEffectAtTheNextOpen) {
   MemoryFile first;
   MemoryFile second;
-  OpenedUp report;
+  ExposedReport report;
   EXPECT_EQ(report.Open(&first), REPORT_OK);
   report.SetReportOption(OPTION_CONFORMING, 1);
   report.Cell(L"&", 0, nullptr);
@@ -846,7 +846,7 @@ TEST(ConformingHtmlReport, IsSoFromTheNextOpenOn) {
   EXPECT_EQ(second.bytes, "<td>&amp;</td>" + std::string(kEnd));
 }
 
-TEST(ConformingHtmlReport, OpenedByNameQuotesToo) {
+TEST(ConformingHtmlReport, QuotesWhenOpenedByNameToo) {
   const TemporaryFolder folder;
   HtmlReport report;
   report.SetReportOption(OPTION_CONFORMING, 1);

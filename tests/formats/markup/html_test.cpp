@@ -31,7 +31,7 @@ TEST(HtmlWriter, WritesACompleteHeadWithTheEscapedTitle) {
   EXPECT_TRUE(head.ends_with("</style>\n</head>\n<body>\n"));
 }
 
-TEST(HtmlWriter, WritesNoTitleForANullOne) {
+TEST(HtmlWriter, WritesNoTitleWhenItIsNull) {
   const std::string head = written([](HTML& html) { html.Head(nullptr, nullptr, 1); });
   EXPECT_EQ(head.find("title"), std::string::npos);
 }
@@ -40,7 +40,7 @@ TEST(HtmlWriter, WritesTheXmlDeclaration) {
   EXPECT_EQ(written([](HTML& html) { html.HeadXML(); }), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
 }
 
-TEST(HtmlWriter, WritesTextAsItStands) {
+TEST(HtmlWriter, WritesTextUnchanged) {
   EXPECT_EQ(written([](HTML& html) { html.Text(L"<b>&\u20AC"); }), "<b>&\xE2\x82\xAC");
 }
 
@@ -84,7 +84,7 @@ TEST(HtmlWriter, WritesNothingWithoutAFile) {
   EXPECT_TRUE(html.Close(1));
 }
 
-TEST(HtmlWriter, WritesOnInTheSameFileAsItsCopy) {
+TEST(HtmlWriter, SharesItsFileWithACopy) {
   Memory file;
   HTML first;
   first.Open(file);
@@ -96,7 +96,7 @@ TEST(HtmlWriter, WritesOnInTheSameFileAsItsCopy) {
   EXPECT_EQ(file.bytes, "one two three");
 }
 
-TEST(HtmlWriter, KeepsWhatTheHostsFileRaises) {
+TEST(HtmlWriter, StoresTheExceptionOfTheHostsFile) {
   struct Raising : OutputFile {
     void Write(const void*, std::size_t) override { throw std::runtime_error("socket closed"); }
   } file;

@@ -10,9 +10,9 @@
 using namespace scrivalen::test;
 using scrivalen::kPathSeparator;
 
-// These tests stand in a program of their own, beside which there is no template folder.
+// These tests are in a separate program that has no template folder next to it.
 
-TEST(WithoutATemplateFolder, OpeningLogsTheFolderItselfAndWritesThePlainHead) {
+TEST(WithoutATemplateFolder, OpenLogsTheFolderAndWritesTheDefaultHead) {
   const CapturedLog log;
   const TemporaryFolder folder;
   HtmlReport report;
@@ -25,7 +25,7 @@ TEST(WithoutATemplateFolder, OpeningLogsTheFolderItselfAndWritesThePlainHead) {
   EXPECT_STREQ(report.GetError(), L"");
 }
 
-TEST(WithoutATemplateFolder, ThereIsNoTemplateToList) {
+TEST(WithoutATemplateFolder, ListingReportsAnError) {
   std::vector<std::wstring> names;
   EXPECT_EQ(HtmlReport::GetTemplatesList(templateFolder().c_str(), &names), -1);
 }

@@ -16,7 +16,7 @@ namespace {
 
 using Names = std::vector<std::wstring>;
 
-// What is listed of a folder with empty files of these names, sorted: the file system has an order of its own.
+// The list for a folder with empty files of these names, sorted because the file system has its own order.
 Names listed(const std::vector<std::wstring>& files) {
   const TemporaryFolder folder;
   for (const std::wstring& file : files) {
@@ -48,7 +48,7 @@ TEST(TemplatesList, IsInTheOrderOfTheFileSystem) {
   EXPECT_EQ(names, inOrder);
 }
 
-TEST(TemplatesList, TakesAFolderWithASeparatorAtItsEnd) {
+TEST(TemplatesList, AcceptsAFolderWithATrailingSeparator) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.htm", "");
   Names names;
@@ -60,9 +60,9 @@ TEST(TemplatesList, CutsANameAtItsLastDot) { EXPECT_EQ(listed({L"monthly.v2.htm"
 
 TEST(TemplatesList, KeepsANameWhoseOnlyDotComesFirst) { EXPECT_EQ(listed({L".htm"}), Names{L".htm"}); }
 
-TEST(TemplatesList, TakesTheEndingInAnyCase) { EXPECT_EQ(listed({L"a.HTM", L"b.Htm"}), (Names{L"A", L"B"})); }
+TEST(TemplatesList, AcceptsTheExtensionInAnyCase) { EXPECT_EQ(listed({L"a.HTM", L"b.Htm"}), (Names{L"A", L"B"})); }
 
-TEST(TemplatesList, CapitalizesTheFirstLetterOnly) {
+TEST(TemplatesList, CapitalizesOnlyTheFirstLetter) {
   EXPECT_EQ(listed({L"two words.htm", L"UPPER.htm", L"1st.htm", L"_x.htm"}),
             (Names{L"1st", L"Two words", L"UPPER", L"_x"}));
 }
@@ -72,7 +72,7 @@ TEST(TemplatesList, CapitalizesLettersBeyondAscii) {
   EXPECT_EQ(listed({L"\u043E\u0442\u0447\u0435\u0442.htm"}), Names{L"\u041E\u0442\u0447\u0435\u0442"});
 }
 
-TEST(TemplatesList, HasNeitherFoldersNorOtherFiles) {
+TEST(TemplatesList, SkipsFoldersAndOtherFiles) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(asPath(folder / L"folder.htm"));
   for (const wchar_t* file : {L"page.html", L"page.htmx", L"htm", L"a.htm.bak", L"one.htm"}) {
@@ -83,7 +83,7 @@ TEST(TemplatesList, HasNeitherFoldersNorOtherFiles) {
   EXPECT_EQ(names, Names{L"One"});
 }
 
-TEST(TemplatesList, IsEmptiedWhereThereAreNone) {
+TEST(TemplatesList, IsClearedWhenThereAreNone) {
   const TemporaryFolder folder;
   Names names = {L"old"};
   EXPECT_EQ(HtmlReport::GetTemplatesList(folder.path().c_str(), &names), -1);
@@ -93,7 +93,7 @@ TEST(TemplatesList, IsEmptiedWhereThereAreNone) {
   EXPECT_EQ(names, Names{});
 }
 
-TEST(TemplatesList, ReplacesWhatWasInTheList) {
+TEST(TemplatesList, ReplacesEarlierEntries) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.htm", "");
   Names names = {L"old", L"older"};

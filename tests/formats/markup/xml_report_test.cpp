@@ -15,7 +15,7 @@ namespace {
 constexpr std::string_view kStart = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report>";
 constexpr std::string_view kEnd = "</report>";
 
-// What is written inside the root element.
+// The bytes that an action writes inside the root element.
 template <typename Action>
 std::string written(Action action) {
   const TemporaryFolder folder;
@@ -88,7 +88,7 @@ TEST(XmlReport, BreaksALineInTheText) {
   EXPECT_EQ(written([](AReport& report) { report.EndOfLine(); }), "\r\n");
 }
 
-TEST(XmlReport, NamesATableAsItsCallerDoes) {
+TEST(XmlReport, UsesTheCallersNameForATable) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginTable(L"disks", L"class=x");
               report.EndTable(L"disks");
@@ -96,7 +96,7 @@ TEST(XmlReport, NamesATableAsItsCallerDoes) {
             "<disks></disks>");
 }
 
-TEST(XmlReport, TakesNoTableNameForAnEmptyOne) {
+TEST(XmlReport, TreatsANullTableNameAsEmpty) {
   const auto named = [](const wchar_t* name) {
     return written([&](AReport& report) {
       report.BeginTable(name, nullptr);
@@ -106,7 +106,7 @@ TEST(XmlReport, TakesNoTableNameForAnEmptyOne) {
   EXPECT_EQ(named(nullptr), named(L""));
 }
 
-TEST(XmlReport, NamesARowAsItsCallerDoes) {
+TEST(XmlReport, UsesTheCallersNameForARow) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginRow(L"disk", L"class=x", 2);
               report.EndRow(L"disk");
@@ -125,14 +125,14 @@ TEST(XmlReport, WritesNoElementForARowWithoutAName) {
             "<cell>a</cell>");
 }
 
-TEST(XmlReport, WritesCellsAndNoHeaderCells) {
+TEST(XmlReport, WritesCellsButNoHeaderCells) {
   EXPECT_EQ(written([](AReport& report) { report.Cell(L"a", 1, L" width=1"); }), "");
   EXPECT_EQ(written([](AReport& report) { report.Cell(L"a", -1, nullptr); }), "");
   EXPECT_EQ(written([](AReport& report) { report.Cell(L"a", 0, L" width=1"); }), "<cell>a</cell>");
   EXPECT_EQ(written([](AReport& report) { report.Cell(nullptr, 0, nullptr); }), "<cell></cell>");
 }
 
-TEST(XmlReport, LeavesAnEmptyElementOfAHeaderRow) {
+TEST(XmlReport, WritesAnEmptyElementForAHeaderRow) {
   EXPECT_EQ(written([](AReport& report) { report.AttributeRowHeader(); }), "<row></row>");
 }
 
@@ -147,7 +147,7 @@ TEST(XmlReport, WritesCompositeRows) {
             "<row><cell>a</cell><cell>b</cell><cell>c</cell></row></disks>");
 }
 
-TEST(XmlReport, NamesABegunCellAsItsCallerDoes) {
+TEST(XmlReport, UsesTheCallersNameForABegunCell) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginCell(L"size", 0, L" width=1");
               report.Text(L"5", PARAGRAPH_NONE, L"", 0);
@@ -182,7 +182,7 @@ TEST(XmlReport, WritesNoTextInACellWithoutAName) {
   }
 }
 
-TEST(XmlReport, SuppressesTextsOnly) {
+TEST(XmlReport, SuppressesOnlyTexts) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginCell(nullptr, 0, nullptr);
               report.EndOfLine();
@@ -206,7 +206,7 @@ TEST(XmlReport, SuppressesTextsUntilTheNextCellEnds) {
             "<size></size>kept");
 }
 
-TEST(XmlReport, SuppressesTextsAlsoInItsNextFile) {
+TEST(XmlReport, KeepsSuppressingTextsInItsNextFile) {
   const TemporaryFolder folder;
   XmlReport report;
   EXPECT_EQ(report.Open((folder / L"a.xml").c_str()), REPORT_OK);
@@ -226,12 +226,12 @@ TEST(XmlReport, KeepsTheTextOfACellWellFormed) {
   EXPECT_EQ(writtenCell(L"a]]>b ]>"), "<cell>a]]&gt;b ]></cell>");
 }
 
-TEST(XmlReport, LeavesTheReferencesThatXmlKnowsInACellAlone) {
+TEST(XmlReport, LeavesXmlReferencesInACellUnchanged) {
   EXPECT_EQ(writtenCell(L"&amp;&lt;&gt;&quot;&apos;&#65;&#x20aC;&#x10FFFF;"),
             "<cell>&amp;&lt;&gt;&quot;&apos;&#65;&#x20aC;&#x10FFFF;</cell>");
 }
 
-TEST(XmlReport, EscapesTheAmpersandOfEverythingElseInACell) {
+TEST(XmlReport, EscapesEveryOtherAmpersandInACell) {
   EXPECT_EQ(writtenCell(L"&nbsp; &AMP; &amp &; &#; &#x; &#0; &#xD800; &#x110000; &#X41; &#6 5;"),
             "<cell>&amp;nbsp; &amp;AMP; &amp;amp &amp;; &amp;#; &amp;#x; &amp;#0; &amp;#xD800; &amp;#x110000; "
             "&amp;#X41; &amp;#6 5;</cell>");
@@ -239,7 +239,7 @@ TEST(XmlReport, EscapesTheAmpersandOfEverythingElseInACell) {
   EXPECT_EQ(writtenCell(L"&"), "<cell>&amp;</cell>");
 }
 
-TEST(XmlReport, WritesAQuotedTextInACellAsItStands) {
+TEST(XmlReport, WritesAQuotedTextInACellUnchanged) {
   EXPECT_EQ(written([](AReport& report) { report.Row2NotEmptyWithQuote(L"a<b", L"a<b & \"c\""); }),
             "<row><cell>a&lt;b</cell><cell>a&lt;b &amp; &quot;c&quot;</cell></row>");
 }
@@ -287,7 +287,7 @@ TEST(XmlReport, WritesNeitherColoursNorSubDocumentsNorProperties) {
             "");
 }
 
-TEST(XmlReport, TakesNullTextsAsEmptyOnes) {
+TEST(XmlReport, TreatsNullTextsAsEmpty) {
   EXPECT_EQ(written([](AReport& report) {
               report.Text(nullptr, PARAGRAPH_NORMAL, nullptr, 0);
               report.Text(nullptr, PARAGRAPH_NONE, nullptr, 1);
@@ -295,12 +295,12 @@ TEST(XmlReport, TakesNullTextsAsEmptyOnes) {
             "<text></text>");
 }
 
-TEST(XmlReport, TakesPercentSignsAsTheyStand) {
+TEST(XmlReport, WritesPercentSignsUnchanged) {
   EXPECT_EQ(writtenText(L"100% %s %d %n", PARAGRAPH_NORMAL, 0), "<text>100% %s %d %n</text>");
   EXPECT_EQ(writtenCell(L"100% %s %d %n"), "<cell>100% %s %d %n</cell>");
 }
 
-TEST(XmlReport, LeavesLineEndsAlone) {
+TEST(XmlReport, LeavesLineEndsUnchanged) {
   EXPECT_EQ(writtenText(L"a\nb\r\nc\td", PARAGRAPH_NONE, 0), "a\nb\r\nc\td");
   EXPECT_EQ(writtenCell(L"a\nb\r\nc\td"), "<cell>a\nb\r\nc\td</cell>");
 }
@@ -310,7 +310,7 @@ TEST(XmlReport, WritesUtf8) {
   EXPECT_EQ(writtenCell(wideUnit(0xD83D) + wideUnit(0xDE00)), "<cell>\xF0\x9F\x98\x80</cell>");
 }
 
-TEST(XmlReport, ReplacesWhatXmlForbids) {
+TEST(XmlReport, ReplacesCharactersThatXmlForbids) {
   const std::wstring forbidden = L"a" + wideUnit(0xD83D) + L"b" + wideUnit(0x01) + L"c" + wideUnit(0xFFFE) + L"d";
   EXPECT_EQ(writtenText(forbidden, PARAGRAPH_NONE, 0),
             "a\xEF\xBF\xBD"
@@ -324,7 +324,7 @@ TEST(XmlReport, ReplacesWhatXmlForbids) {
             "d</cell>");
 }
 
-TEST(XmlReport, TellsInTheLogWhatXmlForbids) {
+TEST(XmlReport, LogsCharactersThatXmlForbids) {
   const CapturedLog log;
   const TemporaryFolder folder;
   XmlReport report;
@@ -337,7 +337,7 @@ TEST(XmlReport, TellsInTheLogWhatXmlForbids) {
                                                    L"first is U+0001."});
 }
 
-TEST(XmlReport, CountsWhatItsQuotingReplaced) {
+TEST(XmlReport, CountsCharactersThatQuotingReplaced) {
   const CapturedLog log;
   const TemporaryFolder folder;
   XmlReport report;
@@ -348,7 +348,7 @@ TEST(XmlReport, CountsWhatItsQuotingReplaced) {
                                                    L"': 1 character could not be written as it was given: U+0001."});
 }
 
-TEST(XmlReport, ForgetsTheLossWithItsFile) {
+TEST(XmlReport, StartsCountingLossesAnewForEachFile) {
   const TemporaryFolder folder;
   XmlReport report;
   for (const wchar_t* text : {L"\x01", L"A"}) {
@@ -376,7 +376,7 @@ TEST(XmlReport, OpensItsOutputName) {
   EXPECT_EQ(bytesOf(folder / L"a.xml"), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report></report>");
 }
 
-TEST(XmlReport, TellsWhyItCannotBeOpened) {
+TEST(XmlReport, ReportsWhyItCannotBeOpened) {
   const TemporaryFolder folder;
   XmlReport report;
   report.SetOutputFileName((folder / L"missing/a.xml").c_str());
@@ -428,7 +428,7 @@ TEST(XmlReport, CanBeOpenedAgain) {
 
 namespace {
 
-// What a conforming report writes inside the root element.
+// The same for a conforming report.
 template <typename Action>
 std::string conforming(Action action) {
   return written([&](AReport& report) {
@@ -450,14 +450,14 @@ std::string element(const std::string& name) { return "<" + name + "></" + name 
 
 }  // namespace
 
-TEST(ConformingXmlReport, LeavesNamesOfXmlAsTheyAre) {
+TEST(ConformingXmlReport, LeavesValidNamesUnchanged) {
   EXPECT_EQ(conformingTable(L"disks"), "<disks></disks>");
   EXPECT_EQ(conformingTable(L"_a-b.c9"), "<_a-b.c9></_a-b.c9>");
   EXPECT_EQ(conformingTable(L"\u00C9t\u00E9\u00B7\u4E2D\u0301"),
             element("\xC3\x89t\xC3\xA9\xC2\xB7\xE4\xB8\xAD\xCC\x81"));
 }
 
-TEST(ConformingXmlReport, PutsAnUnderscoreForWhatNoNameMayHave) {
+TEST(ConformingXmlReport, ReplacesInvalidNameCharactersByUnderscores) {
   EXPECT_EQ(conformingTable(L"my table"), element("my_table"));
   EXPECT_EQ(conformingTable(L"a<b>&\"c'/d=\n"), element("a_b___c__d__"));
   EXPECT_EQ(conformingTable(L"\u00D7a\u00F7\u037E"), element("_a__"));
@@ -465,7 +465,7 @@ TEST(ConformingXmlReport, PutsAnUnderscoreForWhatNoNameMayHave) {
             element("a\xF0\x9F\x98\x80__"));
 }
 
-TEST(ConformingXmlReport, PutsAnUnderscoreBeforeWhatNoNameBeginsWith) {
+TEST(ConformingXmlReport, PutsAnUnderscoreBeforeAnInvalidFirstCharacter) {
   EXPECT_EQ(conformingTable(L"2026"), element("_2026"));
   EXPECT_EQ(conformingTable(L"-a"), element("_-a"));
   EXPECT_EQ(conformingTable(L".a"), element("_.a"));
@@ -474,17 +474,17 @@ TEST(ConformingXmlReport, PutsAnUnderscoreBeforeWhatNoNameBeginsWith) {
   EXPECT_EQ(conformingTable(L" a"), element("_a"));
 }
 
-TEST(ConformingXmlReport, TakesAPrefixThatNobodyDeclaresForNoName) {
+TEST(ConformingXmlReport, ReplacesTheColonOfAnUndeclaredPrefix) {
   EXPECT_EQ(conformingTable(L"a:b"), element("a_b"));
   EXPECT_EQ(conformingTable(L":"), element("_"));
 }
 
-TEST(ConformingXmlReport, HasATableWhereItsNameIsEmpty) {
+TEST(ConformingXmlReport, WritesATableWithAnEmptyNameAsAnUnderscore) {
   EXPECT_EQ(conformingTable(L""), element("_"));
   EXPECT_EQ(conformingTable(nullptr), element("_"));
 }
 
-TEST(ConformingXmlReport, MendsTheNamesOfRowsAndCellsToo) {
+TEST(ConformingXmlReport, CorrectsTheNamesOfRowsAndCells) {
   EXPECT_EQ(conforming([](AReport& report) {
               report.BeginRow(L"a row", nullptr, 1);
               report.BeginCell(L"1st", 0, nullptr);
@@ -499,7 +499,7 @@ TEST(ConformingXmlReport, MendsTheNamesOfRowsAndCellsToo) {
             "<a_row><_1st>text</_1st></a_row>");
 }
 
-TEST(ConformingXmlReport, LogsOnceWhichNamesItMended) {
+TEST(ConformingXmlReport, LogsTheNamesItCorrectedOncePerFile) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring file = folder / L"a.xml";
@@ -530,7 +530,7 @@ TEST(ConformingXmlReport, LogsOnceWhichNamesItMended) {
                                  L"'_2026'."}));
 }
 
-TEST(ConformingXmlReport, BeginsAndEndsWithTheNextOpening) {
+TEST(ConformingXmlReport, TakesEffectAtTheNextOpen) {
   EXPECT_EQ(written([](AReport& report) {
               report.SetReportOption(OPTION_CONFORMING, 1);
               report.BeginTable(L"2026", nullptr);
