@@ -15,12 +15,12 @@ using namespace scrivalen::test;
 
 namespace {
 
-// Enough calls for the shortest of fragments to fill the file's buffer several times.
+// Enough calls for even the shortest fragments to fill the file's buffer several times.
 constexpr int kCalls = 20000;
 constexpr int kCallsOfLongTexts = 200;
 
-// A host's file that throws its bytes away.
-struct SizeFile : OutputFile {
+// A host's file that discards its bytes and counts them.
+struct CountingFile : OutputFile {
   void Write(const void*, std::size_t count) override { size += count; }
 
   std::size_t size = 0;
@@ -183,7 +183,7 @@ struct Sample {
   int calls;
 };
 
-// Plain and special characters, inside and outside of the code page.
+// Plain and special characters, inside and outside the code page.
 std::span<const Sample> samples() {
   static const std::wstring mixed = L"plain {\\} \u20AC \u0141\u4E2D \"quoted\" line\nbreak " + grin();
   static const Sample all[] = {{L"short", kCalls},
@@ -233,14 +233,14 @@ TEST(AllocationCounter, CountsEveryFormOfNew) {
   EXPECT_EQ(allocationsOf([] {}), 0u);
 }
 
-TEST(AllocationCounter, SeesWhatTheLibraryAllocates) {
+TEST(AllocationCounter, CountsAllocationsInTheLibrary) {
   RTFReport report;
   EXPECT_GT(allocationsOf([&] { report.AddProperty(L"%TITLE%", L"a title of more than a few letters"); }), 0u);
 }
 
 TEST_P(RtfDocOperation, AllocatesNothingForAHostsFile) {
   const auto& [operation, conforming] = GetParam();
-  SizeFile file;
+  CountingFile file;
   RTFdoc doc;
   doc.SetConforming(conforming);
   EXPECT_EQ(allocationsOf([&] { doc.BegDoc(&file, L"title", 0); }), 0u);
@@ -280,7 +280,7 @@ TEST_P(RtfReportOperation, AllocatesNothingBetweenOpenAndClose) {
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
-TEST_P(RtfReportOperation, AllocatesNothingOnItsWayThroughAMultiReport) {
+TEST_P(RtfReportOperation, AllocatesNothingThroughAMultiReport) {
   const auto& [operation, conforming] = GetParam();
   const TemporaryFolder folder;
   MultiReport report;

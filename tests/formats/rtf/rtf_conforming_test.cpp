@@ -26,7 +26,7 @@ std::string conforming(const std::wstring& text) {
 
 }  // namespace
 
-TEST(ConformingRtf, EscapesAtEveryPlaceOfAText) {
+TEST(ConformingRtf, EscapesAtEveryPositionInAText) {
   const std::pair<std::wstring, std::string> specials[] = {{L"{", "\\{"},
                                                            {L"}", "\\}"},
                                                            {L"\\", "\\\\"},
@@ -77,24 +77,24 @@ TEST(ConformingRtf, NeverSplitsAnEscape) {
   }
 }
 
-TEST(ConformingRtf, HandsOverAtMost4096BytesAtOnce) {
+TEST(ConformingRtf, WritesAtMost4096BytesPerCall) {
   const auto calls = callsOf([](RTFdoc& doc) { doc.write(longText(10000).c_str(), 0); }, 1);
   EXPECT_EQ(calls, (std::vector<std::string>{std::string(4096, 'x'), std::string(4096, 'x'), std::string(1808, 'x')}));
 }
 
-TEST(ConformingRtf, TakesALineFeedForALineBreak) { EXPECT_EQ(conforming(L"a\nb\r\nc\td"), "a\\line b\r\\line c\td"); }
+TEST(ConformingRtf, WritesALineFeedAsALineBreak) { EXPECT_EQ(conforming(L"a\nb\r\nc\td"), "a\\line b\r\\line c\td"); }
 
-TEST(ConformingRtf, WritesALoneSurrogateAsItsUnit) {
+TEST(ConformingRtf, WritesALoneSurrogateAsItsCodeUnit) {
   EXPECT_EQ(conforming(L"a" + wideUnit(0xD800) + L"b"), "a\\u-10240?b");
   EXPECT_EQ(conforming(L"a" + wideUnit(0xDC00)), "a\\u-9216?");
   EXPECT_EQ(conforming(wideUnit(0xDC00) + wideUnit(0xD800)), "\\u-9216?\\u-10240?");
 }
 
-TEST(ConformingRtf, TakesASurrogatePairForOneCharacterWhateverTheSizeOfWideCharacters) {
+TEST(ConformingRtf, AcceptsSurrogatePairsForAnySizeOfWideCharacters) {
   EXPECT_EQ(conforming(wideUnit(0xD83D) + wideUnit(0xDE00)), "\\u-10179?\\u-8704?");
 }
 
-TEST(RtfDocWrite, TakesASurrogatePairForOneLostCharacter) {
+TEST(RtfDocWrite, CountsASurrogatePairAsOneLostCharacter) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"T", 0);
@@ -105,9 +105,9 @@ TEST(RtfDocWrite, TakesASurrogatePairForOneLostCharacter) {
   EXPECT_EQ(doc.FirstLostCharacter(), 0x1F600u);
 }
 
-TEST(ConformingRtf, WritesAnUnusedByteOfTheCodePageAsItStands) { EXPECT_EQ(conforming(L"\u0081\u009D"), "\x81\x9D"); }
+TEST(ConformingRtf, WritesAnUnusedByteOfTheCodePageUnchanged) { EXPECT_EQ(conforming(L"\u0081\u009D"), "\x81\x9D"); }
 
-TEST(ConformingRtf, KeepsDoubleQuotesOutOfBookmarks) {
+TEST(ConformingRtf, ReplacesDoubleQuotesInBookmarks) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BookMark(L"\"a\"\"b\""); }, 1),
             "{\\*\\bkmkstart 'a''b'}{\\*\\bkmkend 'a''b'}");
   EXPECT_EQ(written([](RTFdoc& doc) { doc.HyperLink(L"\"See\"", L"a\"{b"); }, 1),
@@ -143,12 +143,12 @@ TEST(ConformingRtf, WritesFontsAndStylesOfAnyLength) {
   }
 }
 
-TEST(ConformingRtf, LeavesTheWordsOfAStyleAsTheyStand) {
+TEST(ConformingRtf, LeavesTheControlWordsOfAStyleUnchanged) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.AddStyle(1, L"{a}", nullptr, 20, 0, L"\\qc{}", RTFdoc::ITEM_INNER); }, 1),
             "{\\s1\\fs20\\qc{}{\\{a\\}}}\r\n");
 }
 
-TEST(ConformingRtf, LosesNoCharacterOfTextsOfAnyLength) {
+TEST(ConformingRtf, LosesNoCharactersOfTextsOfAnyLength) {
   MemoryFile file;
   RTFdoc doc;
   doc.SetConforming(1);
@@ -220,7 +220,7 @@ TEST(ConformingRtf, NeverMergesAControlWordWithACharacterAfterIt) {
   }
 }
 
-// Letters, digits and blanks in every place of every operation: a reader that knows control words finds the text.
+// Text after any two operations must not become part of a control word.
 TEST(ConformingRtf, KeepsTheTextBetweenAnyTwoOperations) {
   const std::vector<Word> words = wordsWithoutEnd();
   std::string expected;
@@ -239,7 +239,7 @@ TEST(ConformingRtf, KeepsTheTextBetweenAnyTwoOperations) {
   EXPECT_TRUE(areSameBytes(expected, document));
 }
 
-TEST(ConformingRtf, IsWindows1252OnEverySystem) {
+TEST(ConformingRtf, UsesWindows1252OnEverySystem) {
   std::wstring text;
   std::string bytes;
   for (unsigned c = 0xA0; c <= 0xFF; ++c) {
@@ -251,7 +251,7 @@ TEST(ConformingRtf, IsWindows1252OnEverySystem) {
   EXPECT_EQ(conforming(L"\u0416\u05D0"), "\\u1046?\\u1488?");
 }
 
-TEST(ConformingRtf, CountsWhatTheWordsOfAStyleLose) {
+TEST(ConformingRtf, CountsCharactersLostInTheControlWordsOfAStyle) {
   MemoryFile file;
   RTFdoc doc;
   doc.SetConforming(1);

@@ -19,7 +19,7 @@ std::string cells(int first, int last, const std::string& shading = "") {
   return all;
 }
 
-// What a document counts as lost when it makes some calls.
+// The characters that a document counts as lost during an action.
 struct Lost {
   std::uint64_t count;
   char32_t first;
@@ -42,21 +42,21 @@ const std::size_t kLinkWords = kLinkFront.size() + kLinkMiddle.size() + kLinkBac
 
 }  // namespace
 
-TEST(RtfDocRows, HoldAsManyCellsAsTheyAreGiven) {
+TEST(RtfDocRows, MayHaveAnyNumberOfCells) {
   for (const int count : {9, 10, 33, 34, 99, 100, 1000}) {
     EXPECT_TRUE(
         areSameBytes(kRow + cells(1, count) + kRowRest, written([count](RTFdoc& doc) { doc.BeginRow(count, -1); })));
   }
 }
 
-TEST(RtfDocRows, ShadeAsManyCellsAsTheyAreGiven) {
+TEST(RtfDocRows, ShadeAnyNumberOfCells) {
   for (const int count : {33, 34, 100}) {
     EXPECT_TRUE(areSameBytes(kRow + cells(1, count, "\\clcbpat16") + kRowRest,
                              written([count](RTFdoc& doc) { doc.BeginRow(count, 16); })));
   }
 }
 
-TEST(RtfDocRows, NumberTheirCellsInAsManyDigitsAsThatTakes) {
+TEST(RtfDocRows, WriteLargeCellNumbersWhole) {
   const std::string row = written([](RTFdoc& doc) { doc.BeginRow(100, 2147483647); });
   EXPECT_NE(row.find("\\clcbpat2147483647\\cellx9000\\clbrdrt"), std::string::npos);
   EXPECT_NE(row.find("\\clcbpat2147483647\\cellx10000\\clbrdrt"), std::string::npos);
@@ -64,7 +64,7 @@ TEST(RtfDocRows, NumberTheirCellsInAsManyDigitsAsThatTakes) {
   EXPECT_TRUE(row.ends_with("\\clcbpat2147483647\\cellx100000\\nowidctlpar\\widctlpar\\adjustright\r\n"));
 }
 
-TEST(RtfDocRows, AreUnshadedInEveryNegativeColour) {
+TEST(RtfDocRows, AreUnshadedForEveryNegativeColour) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BeginRow(2, -2); }), kRow + cells(1, 2) + kRowRest);
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BeginRow(2, -2147483647 - 1); }), kRow + cells(1, 2) + kRowRest);
 }
@@ -74,7 +74,7 @@ TEST(RtfDocRows, AreTheSameOnDisk) {
   EXPECT_TRUE(areSameBytes(kRow + cells(1, 1000, "\\clcbpat6") + kRowRest, writtenOnDisk(row)));
 }
 
-TEST(RtfDocLinks, TakeExactly4096Bytes) {
+TEST(RtfDocLinks, MayHaveExactly4096Bytes) {
   const std::size_t length = 4096 - kLinkWords - 4;
   const auto link = [length](RTFdoc& doc) { doc.HyperLink(longText(length).c_str(), L"name"); };
   const std::string expected = kLinkFront + "name" + kLinkMiddle + std::string(length, 'x') + kLinkBack;
@@ -83,7 +83,7 @@ TEST(RtfDocLinks, TakeExactly4096Bytes) {
   EXPECT_TRUE(areSameBytes(expected, writtenOnDisk(link)));
 }
 
-TEST(RtfDocLinks, AreDroppedWholeFrom4097BytesOn) {
+TEST(RtfDocLinks, AreDroppedWholeAbove4096Bytes) {
   const auto link = [](RTFdoc& doc) {
     doc.write(L"before", 0);
     doc.HyperLink(longText(4096 - kLinkWords - 3).c_str(), L"name");
@@ -93,7 +93,7 @@ TEST(RtfDocLinks, AreDroppedWholeFrom4097BytesOn) {
   EXPECT_EQ(writtenOnDisk(link), "beforebehind");
 }
 
-TEST(RtfDocLinks, AreDroppedForTheirBookmarkAloneToo) {
+TEST(RtfDocLinks, AreDroppedForALongBookmarkAlone) {
   const auto link = [](RTFdoc& doc) {
     doc.HyperLink(L"See", longText(4097).c_str());
     doc.HyperLink(L"See", longText(4096 - kLinkWords - 2).c_str());
@@ -109,7 +109,7 @@ TEST(RtfDocLinks, MayHaveABookmarkThatFillsTheFragment) {
                            written([length](RTFdoc& doc) { doc.HyperLink(L"See", longText(length).c_str()); })));
 }
 
-TEST(RtfDocWrite, TakesExactly4096BytesAndDropsMoreOnDiskToo) {
+TEST(RtfDocWrite, WritesUpTo4096BytesAndDropsMoreOnDiskToo) {
   const auto texts = [](RTFdoc& doc) {
     doc.write(longText(4096).c_str(), 0);
     doc.write(longText(4097).c_str(), 0);
@@ -160,7 +160,7 @@ TEST(RtfDocCalls, AreFourForTheHeadOfADocument) {
                                "\\landscape\\paperw16838\\paperh11906", "\r\n{"}));
 }
 
-TEST(RtfDocCalls, AreOneForAnEntryAndOneForTheWordsOfItsList) {
+TEST(RtfDocCalls, AreOneForAnEntryAndOneForTheControlWordsOfItsList) {
   EXPECT_EQ(callsOf([](RTFdoc& doc) {
               doc.AddFont(0, L"A", RTFdoc::ITEM_FIRST);
               doc.AddFont(1, L"B", RTFdoc::ITEM_LAST);
@@ -173,7 +173,7 @@ TEST(RtfDocCalls, AreOneForAnEntryAndOneForTheWordsOfItsList) {
             (Calls{"\\stylesheet", "{\\s0\\fs20\\b\\qc{A}}\r\n", "{\\s1\\fs20{B}}\r\n", "}\r\n{"}));
 }
 
-TEST(RtfDocCalls, AreOneForAWordAndItsNumber) {
+TEST(RtfDocCalls, AreOneForAControlWordAndItsNumber) {
   EXPECT_EQ(callsOf([](RTFdoc& doc) {
               doc.FontColorOn(6);
               doc.BackgroundColorOn(7);
@@ -193,7 +193,7 @@ TEST(RtfDocCalls, AreNoneForADroppedOrEmptyText) {
             Calls{});
 }
 
-TEST(RtfDocFonts, LetAnEntryOfExactly1024UnitsArriveWhole) {
+TEST(RtfDocFonts, WriteAnEntryOfExactly1024UnitsWhole) {
   const auto font = [](std::size_t length) {
     return written([length](RTFdoc& doc) { doc.AddFont(1, longText(length).c_str(), RTFdoc::ITEM_INNER); });
   };
@@ -202,7 +202,7 @@ TEST(RtfDocFonts, LetAnEntryOfExactly1024UnitsArriveWhole) {
   EXPECT_EQ(font(1019), "{\\f1{" + std::string(1019, 'x'));
 }
 
-TEST(RtfDocStyles, LetAnEntryOfExactly1024UnitsArriveWhole) {
+TEST(RtfDocStyles, WriteAnEntryOfExactly1024UnitsWhole) {
   const auto style = [](std::size_t length) {
     return written([length](RTFdoc& doc) {
       doc.AddStyle(1, longText(length).c_str(), nullptr, 20, 1, L"\\qc", RTFdoc::ITEM_INNER);
@@ -212,18 +212,18 @@ TEST(RtfDocStyles, LetAnEntryOfExactly1024UnitsArriveWhole) {
   EXPECT_EQ(style(1006), "{\\s1\\fs20\\b\\qc{" + std::string(1006, 'x') + "}}\r");
 }
 
-TEST(RtfDocStyles, AreCutInsideTheirName) {
+TEST(RtfDocStyles, AreTruncatedInsideTheirName) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.AddStyle(1, longText(1500).c_str(), nullptr, 20, 0, longText(500).c_str(), RTFdoc::ITEM_LAST);
             }),
             "{\\s1\\fs20" + std::string(500, 'x') + "{" + std::string(514, 'x') + "}\r\n{");
 }
 
-TEST(RtfDocLinks, LetABookmarkOfExactly1024UnitsArriveWhole) {
+TEST(RtfDocLinks, WriteABookmarkOfExactly1024UnitsWhole) {
   const auto bookmark = [](std::size_t length) {
     return written([length](RTFdoc& doc) { doc.BookMark(longText(length).c_str()); });
   };
-  // 14 + 498 + 13 + 498 + 1
+  // 14 + 498 + 13 + 498 + 1 = 1024
   const std::string name(498, 'x');
   EXPECT_EQ(bookmark(498), "{\\*\\bkmkstart " + name + "}{\\*\\bkmkend " + name + "}");
   EXPECT_EQ(bookmark(499), "{\\*\\bkmkstart x" + name + "}{\\*\\bkmkend " + name);
@@ -234,11 +234,11 @@ TEST(RtfDocLoss, CountsEveryCharacterOfADroppedText) {
   EXPECT_EQ(lostBy([](RTFdoc& doc) { doc.HyperLink(L"See", (L"b" + longText(4096)).c_str()); }), (Lost{4100, U'b'}));
 }
 
-TEST(RtfDocLoss, CountsADroppedTextOnceWhateverItsCharactersAre) {
+TEST(RtfDocLoss, CountsEachDroppedCharacterOnlyOnce) {
   EXPECT_EQ(lostBy([](RTFdoc& doc) { doc.write((L"\u0141" + longText(4096)).c_str(), 0); }), (Lost{4097, 0x141}));
 }
 
-TEST(RtfDocLoss, CountsTheEndThatIsCutOff) {
+TEST(RtfDocLoss, CountsTruncatedCharacters) {
   EXPECT_EQ(lostBy([](RTFdoc& doc) { doc.AddFont(1, (longText(1019) + L"yz").c_str(), RTFdoc::ITEM_INNER); }),
             (Lost{2, U'y'}));
   EXPECT_EQ(lostBy([](RTFdoc& doc) { doc.AddFont(1, longText(1019).c_str(), RTFdoc::ITEM_INNER); }), (Lost{0, 0}));
@@ -249,7 +249,7 @@ TEST(RtfDocLoss, CountsTheEndThatIsCutOff) {
   EXPECT_EQ(lostBy([](RTFdoc& doc) { doc.BookMark(longText(600).c_str()); }), (Lost{203, U'x'}));
 }
 
-TEST(RtfDocLoss, AddsUpAndKeepsTheFirst) {
+TEST(RtfDocLoss, AccumulatesAndKeepsTheFirstCharacter) {
   EXPECT_EQ(lostBy([](RTFdoc& doc) {
               doc.write(L"a\u0141\u4E2D", 0);
               doc.write((L"b" + longText(4096)).c_str(), 0);
@@ -276,7 +276,7 @@ TEST(RtfDocLoss, IsTheSameOnDisk) {
             "a?b");
 }
 
-TEST(RtfDocLoss, BeginsAtZeroWithTheNextDocument) {
+TEST(RtfDocLoss, RestartsAtZeroWithEachDocument) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"T", 0);

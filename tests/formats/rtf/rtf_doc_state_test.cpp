@@ -10,25 +10,25 @@ using namespace scrivalen::test;
 
 namespace {
 
-// Throws the same exception each time, once it is switched on.
-struct RaisingFile : OutputFile {
+// Throws the same exception on every call once it is switched on.
+struct ThrowingFile : OutputFile {
   void Write(const void*, std::size_t) override {
-    if (raises) {
+    if (throws) {
       std::rethrow_exception(exception);
     }
   }
 
-  bool raises = false;
+  bool throws = false;
   const std::exception_ptr exception = std::make_exception_ptr(std::runtime_error("disk full"));
 };
 
-// What an action in an open document raises when the file does.
+// Whether an action in an open document throws the file's own exception.
 template <typename Action>
-bool raisesTheFilesOwn(Action action) {
-  RaisingFile file;
+bool throwsTheFilesException(Action action) {
+  ThrowingFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"T", 0);
-  file.raises = true;
+  file.throws = true;
   try {
     action(doc);
   } catch (...) {
@@ -51,7 +51,7 @@ std::string characters(std::initializer_list<int> codes) {
 
 }  // namespace
 
-TEST(RtfDocState, HasItsFieldsInTheirDeclaredOrder) {
+TEST(RtfDocState, HasItsFieldsInDeclarationOrder) {
   const RTFdoc doc;
   constexpr std::size_t kPointer = sizeof(void*);
   EXPECT_EQ(distance(&doc, &doc.file), 0u);
@@ -85,7 +85,7 @@ TEST(RtfDocState, ResetsTheReservedCountersAtTheBeginning) {
   EXPECT_EQ(doc.reserved[1], 0);
 }
 
-TEST(RtfDocState, LosesItsFileToANullOne) {
+TEST(RtfDocState, IsDetachedFromItsFileByANullFile) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"T", 0);
@@ -102,7 +102,7 @@ TEST(RtfDocState, LosesItsFileToANullOne) {
   EXPECT_EQ(file.bytes, document);
 }
 
-TEST(RtfDocState, LosesAFileOnDiskToANullOne) {
+TEST(RtfDocState, IsDetachedFromAFileOnDiskByANullFile) {
   EXPECT_EQ(writtenOnDisk([](RTFdoc& doc) {
               doc.write(L"kept", 0);
               doc.BegDoc(nullptr, L"U", 0);
@@ -113,7 +113,7 @@ TEST(RtfDocState, LosesAFileOnDiskToANullOne) {
             "kept");
 }
 
-TEST(RtfDocState, GoesOnInTheFileThatAProgramPutsThere) {
+TEST(RtfDocState, WritesToTheFileThatAProgramAssigns) {
   MemoryFile other;
   EXPECT_EQ(writtenOnDisk([&other](RTFdoc& doc) {
               OutputFile* const first = doc.file;
@@ -127,7 +127,7 @@ TEST(RtfDocState, GoesOnInTheFileThatAProgramPutsThere) {
   EXPECT_EQ(other.bytes, "other\\tab ");
 }
 
-TEST(RtfDocCopy, HasTheFieldsAndSharesTheFile) {
+TEST(RtfDocCopy, CopiesTheFieldsAndSharesTheFile) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"T", 0);
@@ -165,7 +165,7 @@ TEST(RtfDocCopy, WritesToTheSameFileOnDisk) {
             "ab\\tab }}c");
 }
 
-TEST(RtfDocWithoutAFile, LowersTheUnderlineCounter) {
+TEST(RtfDocWithoutAFile, DecrementsTheUnderlineCounter) {
   RTFdoc doc;
   doc.UnderLineOn(0);
   doc.UnderLineOn(0);
@@ -197,7 +197,7 @@ TEST(RtfDocWithoutAFile, CountsFieldsBelowZero) {
   EXPECT_EQ(doc.fieldDepth, -2);
 }
 
-TEST(RtfDocWithoutAFile, IsQuietBeforeTheFirstDocument) {
+TEST(RtfDocWithoutAFile, IgnoresCallsBeforeTheFirstDocument) {
   RTFdoc doc;
   doc.AddFont(1, L"Arial", RTFdoc::ITEM_FIRST);
   doc.AddStyle(1, L"Heading", nullptr, 20, 1, L"\\qc", RTFdoc::ITEM_LAST);
@@ -230,22 +230,22 @@ TEST(RtfDocEnd, LeavesThreeOpenFieldsAtMinusOneForTheNextDocument) {
   EXPECT_EQ(file.bytes, "}}");
 }
 
-TEST(RtfDocRaising, PassesOnTheFilesOwnException) {
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.BoldOn(); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.Char('x'); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.FontColorOn(6); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.FontSize(20); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.write(L"text", 0); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.HyperLink(L"text", L"name"); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.AddFont(1, L"name", RTFdoc::ITEM_INNER); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.Paragraf(RTFdoc::PAR_LEFT, 1); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.BeginRow(3, 6); }));
-  EXPECT_TRUE(raisesTheFilesOwn([](RTFdoc& doc) { doc.EndDoc(); }));
+TEST(RtfDocExceptions, PropagateUnchangedFromTheFile) {
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.BoldOn(); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.Char('x'); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.FontColorOn(6); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.FontSize(20); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.write(L"text", 0); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.HyperLink(L"text", L"name"); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.AddFont(1, L"name", RTFdoc::ITEM_INNER); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.Paragraf(RTFdoc::PAR_LEFT, 1); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.BeginRow(3, 6); }));
+  EXPECT_TRUE(throwsTheFilesException([](RTFdoc& doc) { doc.EndDoc(); }));
 }
 
-TEST(RtfDocRaising, PassesOnWhatTheFileRaisesInTheHead) {
-  RaisingFile file;
-  file.raises = true;
+TEST(RtfDocExceptions, PropagateFromTheHead) {
+  ThrowingFile file;
+  file.throws = true;
   RTFdoc doc;
   try {
     doc.BegDoc(&file, L"T", 0);
@@ -255,11 +255,11 @@ TEST(RtfDocRaising, PassesOnWhatTheFileRaisesInTheHead) {
   }
 }
 
-TEST(RtfDocRaising, RaisesNothingForAFragmentThatIsDropped) {
-  EXPECT_FALSE(raisesTheFilesOwn([](RTFdoc& doc) { doc.write(longText(4097).c_str(), 0); }));
+TEST(RtfDocExceptions, DoNotOccurForADroppedFragment) {
+  EXPECT_FALSE(throwsTheFilesException([](RTFdoc& doc) { doc.write(longText(4097).c_str(), 0); }));
 }
 
-TEST(RtfDocChar, TakesControlCharactersForBreaks) {
+TEST(RtfDocChar, WritesControlCharactersAsBreaks) {
   EXPECT_EQ(characters({7}), "\\par\\pard\\plain ");
   EXPECT_EQ(characters({9}), "\\tab ");
   EXPECT_EQ(characters({11}), "\\line ");
@@ -272,7 +272,7 @@ TEST(RtfDocChar, WritesNothingForOtherControlCharacters) {
   EXPECT_EQ(characters({31, 32, 33}), " !");
 }
 
-TEST(RtfDocChar, EndsTheParagraphInThePendingStyleAtSeven) {
+TEST(RtfDocChar, EndsTheParagraphInThePendingStyleAtABell) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.Style(5);
               doc.NextParJ(RTFdoc::PAR_RIGHT);
@@ -297,7 +297,7 @@ TEST(RtfDocNullTexts, MakeAnEmptyTitle) {
   EXPECT_TRUE(file.bytes.starts_with("{\\rtf\\ansi{\\info{\\title }} \r\n{\\colortbl;"));
 }
 
-TEST(RtfDocStyles, TakeEveryOtherPositionAsInner) {
+TEST(RtfDocStyles, TreatEveryOtherPositionAsInner) {
   const auto style = [](int position) {
     return written([position](RTFdoc& doc) {
       doc.AddStyle(7, L"X", nullptr, 20, 0, L"", static_cast<RTFdoc::ITEM_TYPE>(position));
@@ -308,11 +308,11 @@ TEST(RtfDocStyles, TakeEveryOtherPositionAsInner) {
   EXPECT_EQ(style(-1), "{\\s7\\fs20{X}}\r\n");
 }
 
-TEST(RtfDocFonts, TakeANegativePositionAsInner) {
+TEST(RtfDocFonts, TreatANegativePositionAsInner) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.AddFont(-7, L"X", static_cast<RTFdoc::ITEM_TYPE>(-1)); }), "{\\f-7{X}}\r\n");
 }
 
-TEST(RtfDocFlags, AreOnInEveryNonZeroValue) {
+TEST(RtfDocFlags, AreOnForEveryNonZeroValue) {
   for (const int on : {1, 2, -1, 256}) {
     EXPECT_EQ(written([on](RTFdoc& doc) { doc.AddStyle(1, L"", nullptr, 20, on, L"", RTFdoc::ITEM_INNER); }),
               "{\\s1\\fs20\\b}\r\n");
@@ -330,7 +330,7 @@ TEST(RtfDocFormatting, FontSizesAreSignedBytes) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.FontSize(static_cast<char>(200)); }), "");
 }
 
-TEST(RtfDocWrite, WritesAZeroInsideItsLength) {
+TEST(RtfDocWrite, WritesANulWithinItsLength) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(L"a\0b", 3); }), std::string("a\0b", 3));
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(L"a\0b", 0); }), "a");
 }

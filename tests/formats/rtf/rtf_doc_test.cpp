@@ -35,14 +35,14 @@ TEST(RtfDoc, FramesALandscapeDocument) {
   EXPECT_EQ(file.bytes, kHeadOfT + "\\landscape\\paperw16838\\paperh11906\r\n{}}");
 }
 
-TEST(RtfDoc, TakesNoNullFile) {
+TEST(RtfDoc, RefusesANullFile) {
   RTFdoc doc;
   EXPECT_EQ(doc.BegDoc(nullptr, L"T", 0), 0);
   EXPECT_EQ(doc.file, nullptr);
   EXPECT_EQ(doc.nextStyle, -1);
 }
 
-TEST(RtfDoc, MovesItsCountersWithoutAFile) {
+TEST(RtfDoc, UpdatesItsCountersWithoutAFile) {
   RTFdoc doc;
   doc.BeginField();
   doc.BeginField();
@@ -60,7 +60,7 @@ TEST(RtfDoc, MovesItsCountersWithoutAFile) {
   EXPECT_EQ(doc.nextStyle, -1);
 }
 
-TEST(RtfDoc, ResetsAtTheBeginningAllButTheFieldDepth) {
+TEST(RtfDoc, ResetsAllButTheFieldDepthAtTheStart) {
   MemoryFile file;
   RTFdoc doc;
   doc.BeginField();
@@ -86,14 +86,14 @@ TEST(RtfDoc, ForgetsTheFileAtTheEnd) {
   EXPECT_EQ(doc.file, nullptr);
 }
 
-TEST(RtfDoc, WritesTheTitleAsItStands) {
+TEST(RtfDoc, WritesTheTitleUnchanged) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"{\\b}", 0);
   EXPECT_TRUE(file.bytes.starts_with("{\\rtf\\ansi{\\info{\\title {\\b}}} \r\n{\\colortbl"));
 }
 
-TEST(RtfDoc, CutsTheTitlesFragmentAt1024Units) {
+TEST(RtfDoc, TruncatesTheTitlesFragmentAt1024Units) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, std::wstring(2000, L'x').c_str(), 0);
@@ -101,7 +101,7 @@ TEST(RtfDoc, CutsTheTitlesFragmentAt1024Units) {
   EXPECT_TRUE(file.bytes.starts_with(front + std::string(1024 - front.size(), 'x') + "{\\colortbl;"));
 }
 
-TEST(RtfDoc, LetsATitlesFragmentOfExactly1024UnitsArriveWhole) {
+TEST(RtfDoc, WritesATitlesFragmentOfExactly1024UnitsWhole) {
   MemoryFile file;
   RTFdoc doc;
   const std::string front = "{\\rtf\\ansi{\\info{\\title ";
@@ -122,7 +122,7 @@ TEST(RtfDoc, CountsACharacterAboveFFFFAsTwoUnits) {
 
 TEST(RtfDoc, KeepsTheOldBufferSizeAsAConstant) { EXPECT_EQ(RTFdoc::OBUF_SIZE, 102400); }
 
-TEST(RtfDoc, PassesOnWhatTheFileRaises) {
+TEST(RtfDoc, PropagatesExceptionsOfTheFile) {
   struct Raising : OutputFile {
     void Write(const void*, std::size_t) override { throw std::runtime_error("disk full"); }
   } file;
@@ -164,11 +164,11 @@ TEST(RtfDocFonts, LeaveTheGroupOpenAfterASingleFirstEntry) {
             "\\fonttbl{\\f0{Arial}}\r\n}}");
 }
 
-TEST(RtfDocFonts, TakeEveryOtherPositionAsInner) {
+TEST(RtfDocFonts, TreatEveryOtherPositionAsInner) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.AddFont(7, L"X", static_cast<RTFdoc::ITEM_TYPE>(9)); }), "{\\f7{X}}\r\n");
 }
 
-TEST(RtfDocFonts, CutTheirEntryAt1024Units) {
+TEST(RtfDocFonts, TruncateTheirEntryAt1024Units) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.AddFont(1, std::wstring(3000, L'x').c_str(), RTFdoc::ITEM_INNER); }),
             "{\\f1{" + std::string(1019, 'x'));
 }
@@ -182,7 +182,7 @@ TEST(RtfDocStyles, OpenTheSheetAndCloseItAroundTheirEntries) {
             "\\stylesheet{\\s1\\fs32\\b\\qc{Heading}}\r\n{\\s2\\fs20}\r\n{\\s3\\fs18}\r\n}\r\n{");
 }
 
-TEST(RtfDocStyles, CutTheirEntryAt1024Units) {
+TEST(RtfDocStyles, TruncateTheirEntryAt1024Units) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.AddStyle(1, L"name", nullptr, 20, 0, std::wstring(3000, L'x').c_str(), RTFdoc::ITEM_INNER);
             }),
@@ -237,7 +237,7 @@ TEST(RtfDocChar, WritesHighBytesInHexadecimal) {
             "\\'E9\\'80\\'FF");
 }
 
-TEST(RtfDocChar, WritesOtherBytesAsTheyAre) {
+TEST(RtfDocChar, WritesOtherBytesUnchanged) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               for (const char c : {' ', 'A', 'z', '~', '\x7F'}) {
                 doc.Char(c);
@@ -286,7 +286,7 @@ TEST(RtfDocSpecChar, EndsTheParagraphInThePendingAlignmentOnce) {
             "\\s2\\qr\\par\\pard\\plain \\ql\\par\\pard\\plain ");
 }
 
-TEST(RtfDocSpecChar, SevenEndsTheParagraphInThePendingStyleWithoutAlignment) {
+TEST(RtfDocSpecChar, EndsTheParagraphWithoutAlignmentAtABell) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.Style(5);
               doc.NextParJ(RTFdoc::PAR_RIGHT);
@@ -295,22 +295,22 @@ TEST(RtfDocSpecChar, SevenEndsTheParagraphInThePendingStyleWithoutAlignment) {
             "\\s5\\par\\pard\\plain ");
 }
 
-TEST(RtfDocWrite, WritesTextAsItStands) {
+TEST(RtfDocWrite, WritesTextUnchanged) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(L"{\\b x}\r\n\u00E9\u20AC", 0); }), "{\\b x}\r\n\xE9\x80");
 }
 
-TEST(RtfDocWrite, TakesALengthOrWritesUpToTheZero) {
+TEST(RtfDocWrite, WritesTheGivenLengthOrUpToTheNul) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(L"abcdef", 3); }), "abc");
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(L"abcdef", 0); }), "abcdef");
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(L"abcdef", -1); }), "abcdef");
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(nullptr, 0); }), "");
 }
 
-TEST(RtfDocWrite, ReplacesWhatTheCodePageLacks) {
+TEST(RtfDocWrite, ReplacesCharactersOutsideTheCodePage) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write((L"a\u0141b" + grin() + L"c").c_str(), 0); }), "a?b??c");
 }
 
-TEST(RtfDocWrite, CountsWhatTheCodePageLacks) {
+TEST(RtfDocWrite, CountsCharactersOutsideTheCodePage) {
   MemoryFile file;
   RTFdoc doc;
   doc.BegDoc(&file, L"T", 0);
@@ -320,7 +320,7 @@ TEST(RtfDocWrite, CountsWhatTheCodePageLacks) {
   EXPECT_EQ(doc.FirstLostCharacter(), 0x141u);
 }
 
-TEST(RtfDocWrite, TakesExactly4096BytesAndDropsMore) {
+TEST(RtfDocWrite, WritesUpTo4096BytesAndDropsMore) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(std::wstring(4096, L'x').c_str(), 0); }), std::string(4096, 'x'));
   EXPECT_EQ(written([](RTFdoc& doc) { doc.write(std::wstring(4097, L'x').c_str(), 0); }), "");
 }
@@ -362,7 +362,7 @@ INSTANTIATE_TEST_SUITE_P(
         Word{"EndRow", &RTFdoc::EndRow, "\\pard \\nowidctlpar\\widctlpar\\adjustright\\row\\pard}\r\n"}),
     [](const testing::TestParamInfo<Word>& word) { return std::string(word.param.name); });
 
-TEST(RtfDocFormatting, FontSizeWritesHalfPointsAboveZeroOnly) {
+TEST(RtfDocFormatting, FontSizeWritesOnlyPositiveHalfPoints) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.FontSize(20); }), "\\fs20 ");
   EXPECT_EQ(written([](RTFdoc& doc) { doc.FontSize(127); }), "\\fs127 ");
   EXPECT_EQ(written([](RTFdoc& doc) { doc.FontSize(0); }), "");
@@ -387,7 +387,7 @@ TEST(RtfDocFormatting, ScriptOnKnowsTwoKinds) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.ScriptOn(3); }), "");
 }
 
-TEST(RtfDocFormatting, NumbersFollowTheirWords) {
+TEST(RtfDocFormatting, NumbersFollowTheirControlWords) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.FontColorOn(6);
               doc.BackgroundColorOn(17);
@@ -415,7 +415,7 @@ TEST(RtfDocFormatting, SomeMembersDoNothing) {
             "");
 }
 
-TEST(RtfDocParagraf, TakesThePendingStyleOnce) {
+TEST(RtfDocParagraf, UsesThePendingStyleOnce) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.Style(3);
               doc.Paragraf(RTFdoc::PAR_CENTER, -1);
@@ -424,7 +424,7 @@ TEST(RtfDocParagraf, TakesThePendingStyleOnce) {
             "\\s3\\qc\\par\\pard\\plain \\qc\\par\\pard\\plain ");
 }
 
-TEST(RtfDocParagraf, TakesAStyleGivenAndForgetsThePendingOne) {
+TEST(RtfDocParagraf, UsesAGivenStyleAndForgetsThePendingOne) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.Style(3);
               doc.Paragraf(RTFdoc::PAR_LEFT, 0);
@@ -453,7 +453,7 @@ TEST(RtfDocLinks, NameAnEmptyBookmark) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BookMark(L"sec1"); }), "{\\*\\bkmkstart sec1}{\\*\\bkmkend sec1}");
 }
 
-TEST(RtfDocLinks, CutABookmarkAt1024Units) {
+TEST(RtfDocLinks, TruncateABookmarkAt1024Units) {
   const std::string front = "{\\*\\bkmkstart ";
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BookMark(std::wstring(2000, L'x').c_str()); }),
             front + std::string(1024 - front.size(), 'x'));
@@ -477,7 +477,7 @@ TEST(RtfDocRows, MayHaveNoCells) {
   EXPECT_EQ(written([](RTFdoc& doc) { doc.BeginRow(-4, 3); }), std::string(kRow) + kRowRest);
 }
 
-TEST(RtfDocBalance, ExtraEndsWriteTheirBraces) {
+TEST(RtfDocBalance, UnmatchedEndsWriteTheirBraces) {
   EXPECT_EQ(written([](RTFdoc& doc) {
               doc.BoldOff();
               doc.ItalicOff();
@@ -496,7 +496,7 @@ TEST(ConformingRtf, WritesCharactersOutsideTheCodePageAsSignedUnits) {
             "\\u937?\\u20013?\\u-223?\\u-10179?\\u-8704?");
 }
 
-TEST(ConformingRtf, LosesNoCharacter) {
+TEST(ConformingRtf, LosesNoCharacters) {
   MemoryFile file;
   RTFdoc doc;
   doc.SetConforming(1);

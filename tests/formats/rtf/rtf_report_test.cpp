@@ -10,7 +10,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// What an action writes into the body of a report.
+// The bytes that an action writes to the body of a report.
 template <typename Action>
 std::string body(Action action, int conforming = 0) {
   const TemporaryFolder folder;
@@ -34,7 +34,7 @@ std::string headOf(RTFReport& report) {
   return bytesOf(folder / L"a.rtf");
 }
 
-bool tellsTheLoss(const CapturedLog& log, std::wstring_view loss) {
+bool logsTheLoss(const CapturedLog& log, std::wstring_view loss) {
   return log.lines().size() == 1 && log.lines()[0].ends_with(loss);
 }
 
@@ -52,7 +52,7 @@ TEST(RtfReport, TakesItsTitleFromTheFirstTitleProperty) {
   EXPECT_TRUE(headOf(report).starts_with("{\\rtf\\ansi{\\info{\\title Sales}} \r\n"));
 }
 
-TEST(RtfReport, LiesOnItsSideFromTheNextOpening) {
+TEST(RtfReport, IsInLandscapeFromTheNextOpen) {
   const TemporaryFolder folder;
   RTFReport report;
   EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
@@ -79,7 +79,7 @@ TEST(RtfReport, OpensTheOutputFileName) {
   EXPECT_TRUE(exists(folder / L"b.rtf"));
 }
 
-TEST(RtfReport, AnswersWhenItsFileCannotBeOpened) {
+TEST(RtfReport, ReturnsAnErrorWhenItsFileCannotBeOpened) {
   const TemporaryFolder folder;
   RTFReport report;
   EXPECT_EQ(report.Open((folder / L"missing/a.rtf").c_str()), REPORT_FILE_ERROR);
@@ -95,7 +95,7 @@ TEST(RtfReport, CanBeOpenedAgain) {
   EXPECT_EQ(headOf(report), first);
 }
 
-TEST(RtfReportText, WritesInlineTextAndNothingElse) {
+TEST(RtfReportText, WritesOnlyItsInlineText) {
   EXPECT_EQ(body([](RTFReport& r) { r.Text(L"a {b} \u20AC", PARAGRAPH_NONE, L"style", 0); }), "a {b} \x80");
   EXPECT_EQ(body([](RTFReport& r) { r.Text(L"\\b x", PARAGRAPH_NONE, nullptr, 1); }), "\\b x");
   EXPECT_EQ(body([](RTFReport& r) { r.Text(nullptr, PARAGRAPH_NONE, nullptr, 0); }), "");
@@ -123,7 +123,7 @@ TEST(RtfReportAnchors, AreEmptyBookmarks) {
   EXPECT_EQ(body([](RTFReport& r) { r.EndAncor(); }), "");
 }
 
-TEST(RtfReportBreaks, AreALineWordAndAPlainBlank) {
+TEST(RtfReportBreaks, AreALineControlWordAndABlank) {
   EXPECT_EQ(body([](RTFReport& r) { r.EndOfLine(); }), "\\line ");
   EXPECT_EQ(body([](RTFReport& r) { r.Space(); }), " ");
 }
@@ -143,12 +143,12 @@ TEST(RtfReportStyles, SetTheSizeInHalfPointsAndResetItToTen) {
   EXPECT_EQ(body([](RTFReport& r) { r.EndStyle(STYLE_FONT_SIZE, 28); }), "\\fs10 ");
 }
 
-TEST(RtfReportStyles, CutTheSizeToASignedByte) {
+TEST(RtfReportStyles, TruncateTheSizeToASignedByte) {
   EXPECT_EQ(body([](RTFReport& r) { r.BeginStyle(STYLE_FONT_SIZE, 200); }), "");
   EXPECT_EQ(body([](RTFReport& r) { r.BeginStyle(STYLE_FONT_SIZE, 256 + 20); }), "\\fs20 ");
 }
 
-TEST(RtfReportStyles, UnknownOnesWriteNothing) {
+TEST(RtfReportStyles, WriteNothingWhenUnknown) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.BeginStyle(static_cast<REPORT_STYLE>(3), 20);
               r.EndStyle(static_cast<REPORT_STYLE>(3), 20);
@@ -165,7 +165,7 @@ TEST(RtfReportToc, IsAParagraphOfLinks) {
             hyperLink("Chapter", "sec1") + "\\line \\s0\\ql\\par\\pard\\plain ");
 }
 
-TEST(RtfReportLink, KeepsTheTargetAsItStands) {
+TEST(RtfReportLink, KeepsTheTargetUnchanged) {
   EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L"#sec1"); }), hyperLink("See", "#sec1"));
 }
 
@@ -197,7 +197,7 @@ TEST(RtfReportCell, TakesForegroundAndBackgroundFromItsAttributes) {
             "\\intbl \\cf6 \\highlight7 \\b{x}\\b0 \\highlight0 \\cf0 \\cell \r\n");
 }
 
-TEST(RtfReportCell, TakesOneNameForBoth) {
+TEST(RtfReportCell, UsesASingleNameForBoth) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.BeginCell(L"", 0, L"Blue");
               r.EndCell(L"", 0);
@@ -215,7 +215,7 @@ TEST(RtfReportCell, ColoursEndWithTheirCell) {
             "\\intbl \\cf6 \\highlight6 \\highlight0 \\cf0 \\cell \r\n\\intbl \\cell \r\n");
 }
 
-TEST(RtfReportCell, AWholeCellLeavesTheColourOfAnOpenOne) {
+TEST(RtfReportCell, KeepsItsColourWhenAWholeCellIsInside) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.BeginCell(L"", 0, L"red");
               r.Cell(L"x", 0, L"blue");
@@ -225,7 +225,7 @@ TEST(RtfReportCell, AWholeCellLeavesTheColourOfAnOpenOne) {
             "\\highlight0 \\cf0 \\cell \r\n");
 }
 
-TEST(RtfReportCell, KnowsTheColoursByTheirKeptNumbers) {
+TEST(RtfReportCell, WritesTheFixedNumbersOfColours) {
   const std::pair<const wchar_t*, int> colors[] = {
       {L"black", 1},  {L"blue", 2},       {L"cyan", 3},         {L"lightgreen", 4}, {L"magenta", 5},
       {L"red", 6},    {L"yellow", 7},     {L"white", 8},        {L"darkblue", 8},   {L"darkcyan", 10},
@@ -245,7 +245,7 @@ TEST(RtfReportCell, SplitsItsColoursAtTheFirstSemicolon) {
             "\\intbl \\cf0 \\highlight7 \\highlight0 \\cf0 \\cell \r\n");
 }
 
-TEST(RtfReport, DropsWhatItHasNoFormFor) {
+TEST(RtfReport, IgnoresUnsupportedCalls) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.SetColumnSeparator(L";");
               r.BeginSubDocument(L"a", L"b", L"c");
@@ -263,7 +263,7 @@ TEST(RtfReport, QuotesNothing) {
   EXPECT_EQ(report.Quoting(L"a<{\\}"), L"a<{\\}");
 }
 
-TEST(RtfReport, TellsWhatTheCodePageLacks) {
+TEST(RtfReport, LogsCharactersOutsideTheCodePage) {
   const CapturedLog log;
   const std::string bytes = body([](RTFReport& r) { r.Text(L"\u0141\u4E2D", PARAGRAPH_NONE, L"", 0); });
   EXPECT_EQ(bytes, "??");
@@ -293,7 +293,7 @@ TEST(ConformingRtfReport, LinksToOutsideAddresses) {
             "{\\fldrslt {\\ul \\cf2 \\{See\\}\\cf0 \\ul0 }}}\n");
 }
 
-TEST(ConformingRtfReport, TakesADriveLetterForNoScheme) {
+TEST(ConformingRtfReport, DoesNotTakeADriveLetterForAScheme) {
   EXPECT_EQ(body([](RTFReport& r) { r.Link(L"x", L"C:name"); }, 1), hyperLink("x", "C:name"));
 }
 
@@ -302,7 +302,7 @@ TEST(ConformingRtfReport, HoldsATextOfAnyLength) {
             std::string(100000, 'x'));
 }
 
-TEST(ConformingRtfReport, BeginsWithTheNextOpening) {
+TEST(ConformingRtfReport, BeginsWithTheNextOpen) {
   const TemporaryFolder folder;
   RTFReport report;
   EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
@@ -313,7 +313,7 @@ TEST(ConformingRtfReport, BeginsWithTheNextOpening) {
   EXPECT_TRUE(bytesOf(folder / L"a.rtf").ends_with("{{}" + hyperLink("x", "#y") + "}}"));
 }
 
-TEST(RtfReportCell, IgnoresTextAndHeaderFlagAtItsBeginningAndEnd) {
+TEST(RtfReportCell, IgnoresTheTextsAndHeaderFlagsOfBeginAndEnd) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.BeginCell(L"begin", 1, nullptr);
               r.Text(L"x", PARAGRAPH_NONE, L"", 0);
@@ -322,7 +322,7 @@ TEST(RtfReportCell, IgnoresTextAndHeaderFlagAtItsBeginningAndEnd) {
             "\\intbl x\\cell \r\n");
 }
 
-TEST(RtfReportCell, TakesEmptyAttributesForNone) {
+TEST(RtfReportCell, TreatsEmptyAttributesAsNone) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.BeginCell(L"x", 0, L"");
               r.EndCell(L"x", 0);
@@ -344,10 +344,10 @@ TEST(RtfReportCell, IsEmptyForATextOfMoreThan4096Bytes) {
   EXPECT_EQ(body([](RTFReport& r) { r.Cell(longText(4096).c_str(), 0, nullptr); }),
             "\\intbl " + std::string(4096, 'x') + "\\cell \r\n");
   EXPECT_TRUE(
-      tellsTheLoss(log, L"a.rtf': 4097 characters could not be written as they were given, the first is U+0078."));
+      logsTheLoss(log, L"a.rtf': 4097 characters could not be written as they were given, the first is U+0078."));
 }
 
-TEST(RtfReportLink, TakesAnOutsideAddressForABookmark) {
+TEST(RtfReportLink, TreatsAnOutsideAddressAsABookmark) {
   EXPECT_EQ(body([](RTFReport& r) { r.Link(L"See", L"https://example.com/"); }),
             hyperLink("See", "https://example.com/"));
 }
@@ -370,7 +370,7 @@ TEST(RtfReportLink, OfMoreThan4096BytesIsDropped) {
       L"a.rtf': 4099 characters could not be written as they were given, the first is U+0078."));
 }
 
-TEST(RtfReport, UnmatchedEndsWriteTheirClosings) {
+TEST(RtfReport, WritesTheClosingWordsOfUnmatchedEnds) {
   EXPECT_EQ(body([](RTFReport& r) {
               r.EndStyle(STYLE_BOLD, 0);
               r.EndStyle(STYLE_ITALIC, 0);
@@ -388,7 +388,7 @@ TEST(RtfReport, MayHaveAnEmptyTitle) {
   EXPECT_TRUE(headOf(report).starts_with("{\\rtf\\ansi{\\info{\\title }} \r\n{\\colortbl;"));
 }
 
-TEST(RtfReport, LiesOnItsSideForEveryNonZeroValue) {
+TEST(RtfReport, IsInLandscapeForEveryNonZeroValue) {
   for (const int value : {2, -1, 256}) {
     RTFReport report;
     report.SetReportOption(OPTION_LANDSCAPE, value);
@@ -396,7 +396,7 @@ TEST(RtfReport, LiesOnItsSideForEveryNonZeroValue) {
   }
 }
 
-TEST(RtfReport, RefusesASecondOpeningAndGoesOnWithTheFirstDocument) {
+TEST(RtfReport, RefusesASecondOpenAndContinuesTheFirstDocument) {
   const TemporaryFolder folder;
   RTFReport report;
   EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
@@ -409,7 +409,7 @@ TEST(RtfReport, RefusesASecondOpeningAndGoesOnWithTheFirstDocument) {
   EXPECT_FALSE(exists(folder / L"b.rtf"));
 }
 
-TEST(RtfReport, WritesNothingBehindAFailedOpening) {
+TEST(RtfReport, WritesNothingAfterAFailedOpen) {
   const TemporaryFolder folder;
   RTFReport report;
   EXPECT_EQ(report.Open((folder / L"a.rtf").c_str()), REPORT_OK);
@@ -424,14 +424,14 @@ TEST(RtfReport, WritesNothingBehindAFailedOpening) {
   EXPECT_FALSE(exists(folder / L"missing"));
 }
 
-TEST(RtfReportLoss, IsToldOnceForADroppedText) {
+TEST(RtfReportLoss, IsLoggedOnceForADroppedText) {
   const CapturedLog log;
   EXPECT_EQ(body([](RTFReport& r) { r.Text((L"a" + longText(4096)).c_str(), PARAGRAPH_NONE, L"", 0); }), "");
   EXPECT_TRUE(
-      tellsTheLoss(log, L"a.rtf': 4097 characters could not be written as they were given, the first is U+0061."));
+      logsTheLoss(log, L"a.rtf': 4097 characters could not be written as they were given, the first is U+0061."));
 }
 
-TEST(RtfReportLoss, BeginsAnewWithTheNextOpening) {
+TEST(RtfReportLoss, RestartsWithTheNextOpen) {
   const TemporaryFolder folder;
   const CapturedLog log;
   RTFReport report;
@@ -447,7 +447,7 @@ TEST(RtfReportLoss, BeginsAnewWithTheNextOpening) {
       log.lines()[1].ends_with(L"a.rtf': 3 characters could not be written as they were given, the first is U+0141."));
 }
 
-TEST(ConformingRtfReport, TellsOfNoLoss) {
+TEST(ConformingRtfReport, LogsNoLoss) {
   const CapturedLog log;
   EXPECT_EQ(body([](RTFReport& r) { r.Text((L"\u4E2D" + longText(5000)).c_str(), PARAGRAPH_NONE, L"", 0); }, 1),
             "\\u20013?" + std::string(5000, 'x'));
@@ -486,7 +486,7 @@ TEST(ConformingRtfReport, HoldsCellsAndLinksOfAnyLength) {
       "{\\field{\\*\\fldinst {HYPERLINK \"https:" + text + "\" }}{\\fldrslt {\\ul \\cf2 " + text + "\\cf0 \\ul0 }}}\n");
 }
 
-TEST(ConformingRtfReport, EndsWithTheNextOpening) {
+TEST(ConformingRtfReport, EndsWithTheNextOpen) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.rtf";
   RTFReport report;
@@ -526,7 +526,7 @@ TEST(ConformingRtfReport, HoldsAParagraphOf100Kilobytes) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(ConformingRtfReport, WritesQuotesOfAnAddressWhereverTheyStand) {
+TEST(ConformingRtfReport, EscapesQuotesAnywhereInAnAddress) {
   const std::pair<const wchar_t*, std::string> addresses[] = {
       {L"https:\"", "https:%22"},
       {L"https:\"\"\"", "https:%22%22%22"},

@@ -12,14 +12,14 @@
 
 namespace scrivalen::test {
 
-/// A file of a host's own that keeps the bytes of each call apart.
+/// A host's file that stores the bytes of each call separately.
 struct CallsFile : OutputFile {
   void Write(const void* data, std::size_t size) override { calls.emplace_back(static_cast<const char*>(data), size); }
 
   std::vector<std::string> calls;
 };
 
-/// What an action writes into the body of an open document.
+/// The bytes that an action writes to the body of an open document.
 template <typename Action>
 std::string written(Action action, int conforming = 0) {
   MemoryFile file;
@@ -46,7 +46,7 @@ std::string writtenOnDisk(Action action, int conforming = 0) {
   return bytesOf(folder / L"a.rtf").substr(begin);
 }
 
-/// The calls of a file that an action in an open document makes.
+/// The bytes of each call that an action in an open document makes on its file.
 template <typename Action>
 std::vector<std::string> callsOf(Action action, int conforming = 0) {
   CallsFile file;

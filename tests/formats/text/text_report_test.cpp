@@ -13,7 +13,7 @@ using namespace std::string_view_literals;
 
 namespace {
 
-// The file that a report writes as single bytes, in which the tests can be read.
+// The bytes of a report written as single bytes, which are readable in the tests.
 template <typename Action>
 std::string written(Action action) {
   const TemporaryFolder folder;
@@ -25,7 +25,7 @@ std::string written(Action action) {
   return bytesOf(folder / L"a.txt");
 }
 
-// The file as it is by default.
+// The bytes of a report with default options.
 template <typename Action>
 std::string writtenWide(Action action) {
   const TemporaryFolder folder;
@@ -46,9 +46,9 @@ std::string writtenWideText(const std::wstring& text) {
 
 }  // namespace
 
-TEST(TextReport, StartsWithAMarkAndWritesUtf16) { EXPECT_EQ(writtenWideText(L"A"), "\xFF\xFE\x41\x00"sv); }
+TEST(TextReport, WritesUtf16WithAByteOrderMark) { EXPECT_EQ(writtenWideText(L"A"), "\xFF\xFE\x41\x00"sv); }
 
-TEST(TextReport, HoldsOnlyTheMarkWhenNothingIsWritten) {
+TEST(TextReport, HasOnlyTheMarkWhenNothingIsWritten) {
   EXPECT_EQ(writtenWide([](AReport&) {}), "\xFF\xFE");
   EXPECT_EQ(written([](AReport&) {}), "");
 }
@@ -64,17 +64,17 @@ TEST(TextReport, WritesTheLowByteOfEachCodeUnit) {
   EXPECT_EQ(writtenText(grin()), "\x3D\x00"sv);
 }
 
-TEST(TextReport, WritesCharactersOutsideThePlaneAsTwoUnits) {
+TEST(TextReport, WritesSupplementaryCharactersAsTwoUnits) {
   EXPECT_EQ(writtenWideText(grin()), "\xFF\xFE\x3D\xD8\x00\xDE"sv);
   EXPECT_EQ(writtenWideText(wideUnit(0xD83D) + wideUnit(0xDE00)), "\xFF\xFE\x3D\xD8\x00\xDE"sv);
 }
 
-TEST(TextReport, LeavesALoneSurrogateAsItIs) {
+TEST(TextReport, LeavesALoneSurrogateUnchanged) {
   EXPECT_EQ(writtenWideText(L"a" + wideUnit(0xD83D) + L"b"), "\xFF\xFE\x61\x00\x3D\xD8\x62\x00"sv);
   EXPECT_EQ(writtenWideText(wideUnit(0xDE00)), "\xFF\xFE\x00\xDE"sv);
 }
 
-TEST(TextReport, TakesAnyValueButZeroForSingleBytes) {
+TEST(TextReport, WritesSingleBytesForEveryNonZeroValue) {
   const TemporaryFolder folder;
   for (const int value : {1, -1, 256}) {
     TextReport report;
@@ -121,7 +121,7 @@ TEST(TextReport, IgnoresOtherOptions) {
   EXPECT_EQ(bytesOf(folder / L"a.txt"), "\xFF\xFE");
 }
 
-TEST(TextReport, EndsALineBehindEveryKindOfParagraph) {
+TEST(TextReport, EndsALineAfterEveryTypeOfParagraph) {
   for (const int type : {1, 2, 3, 4, 5, 6, 7, 42, -1}) {
     EXPECT_EQ(written([&](AReport& report) { report.Text(L"abc", static_cast<PARAGRAPH_TYPE>(type), L"", 0); }),
               "abc\r\n")
@@ -129,7 +129,7 @@ TEST(TextReport, EndsALineBehindEveryKindOfParagraph) {
   }
 }
 
-TEST(TextReport, EndsNoLineBehindInlineText) { EXPECT_EQ(writtenText(L"abc"), "abc"); }
+TEST(TextReport, EndsNoLineAfterInlineText) { EXPECT_EQ(writtenText(L"abc"), "abc"); }
 
 TEST(TextReport, IgnoresTheStyleAndTheRawFlag) {
   EXPECT_EQ(written([](AReport& report) {
@@ -167,7 +167,7 @@ TEST(TextReport, WritesABlankForASpace) {
   EXPECT_EQ(written([](AReport& report) { report.Space(); }), " ");
 }
 
-TEST(TextReport, EndsALineAtTheEndOfAParagraphOnly) {
+TEST(TextReport, EndsALineOnlyAtTheEndOfAParagraph) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginParagraph(PARAGRAPH_NORMAL, L"class=x");
               report.Text(L"abc", PARAGRAPH_NONE, L"", 0);
@@ -199,7 +199,7 @@ TEST(TextReport, KeepsTheColumnOfAnEmptyCell) {
             "\t\tc\r\n");
 }
 
-TEST(TextReport, WritesCellsThatAreBegunAndEndedLikeWholeOnes) {
+TEST(TextReport, WritesBegunAndEndedCellsLikeWholeOnes) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginRow(L"row", nullptr, 3);
               report.BeginCell(L"ignored", 1, L" width=1");
@@ -227,7 +227,7 @@ TEST(TextReport, StartsEveryRowWithoutASeparator) {
             "1\t1\r\n2\t2\r\n");
 }
 
-TEST(TextReport, TakesTheFirstCellOfAllForTheFirstOfARow) {
+TEST(TextReport, TreatsItsFirstCellAsTheFirstOfARow) {
   EXPECT_EQ(written([](AReport& report) {
               report.Cell(L"a", 0, nullptr);
               report.Cell(L"b", 0, nullptr);
@@ -245,7 +245,7 @@ TEST(TextReport, IgnoresTheHeaderFlagAndTheAttributesOfACell) {
             "a\tb\r\n");
 }
 
-TEST(TextReport, TakesASeparatorOfAnyLength) {
+TEST(TextReport, AcceptsASeparatorOfAnyLength) {
   const auto rowWith = [](const std::wstring& separator) {
     return written([&](AReport& report) {
       report.SetColumnSeparator(separator);
@@ -258,7 +258,7 @@ TEST(TextReport, TakesASeparatorOfAnyLength) {
   EXPECT_EQ(rowWith(L"%s%d"), "a%s%db%s%dc\r\n");
 }
 
-TEST(TextReport, LeavesSeparatorsInsideACellAlone) {
+TEST(TextReport, LeavesSeparatorsInsideACellUnchanged) {
   EXPECT_EQ(written([](AReport& report) { report.Row2(L"a\tb", L"c\r\nd", 0, nullptr, nullptr); }), "a\tb\tc\r\nd\r\n");
 }
 
@@ -341,7 +341,7 @@ TEST(TextReport, LeavesTheOpenFlagAlone) {
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
-TEST(TextReport, TellsWhyItCannotBeOpened) {
+TEST(TextReport, ReportsWhyItCannotBeOpened) {
   const TemporaryFolder folder;
   TextReport report;
   report.SetOutputFileName((folder / L"missing/a.txt").c_str());
@@ -392,7 +392,7 @@ TEST(TextReport, CanBeOpenedAgain) {
   EXPECT_EQ(bytesOf(folder / L"a.txt"), "\xFF\xFE\x42\x00"sv);
 }
 
-TEST(TextReport, TellsInTheLogWhatSingleBytesLost) {
+TEST(TextReport, LogsCharactersThatSingleBytesLost) {
   const CapturedLog log;
   const TemporaryFolder folder;
   TextReport report;
@@ -406,7 +406,7 @@ TEST(TextReport, TellsInTheLogWhatSingleBytesLost) {
                                                    L"first is U+0141."});
 }
 
-TEST(TextReport, ForgetsTheLossWithItsFile) {
+TEST(TextReport, StartsCountingLossesAnewForEachFile) {
   const TemporaryFolder folder;
   TextReport report;
   report.SetReportOption(OPTION_SINGLE_BYTE_TEXT, 1);
@@ -419,7 +419,7 @@ TEST(TextReport, ForgetsTheLossWithItsFile) {
   }
 }
 
-TEST(TextReport, CountsALostCharacterOutsideThePlaneAsOne) {
+TEST(TextReport, CountsALostSupplementaryCharacterOnce) {
   const CapturedLog log;
   const TemporaryFolder folder;
   TextReport report;
