@@ -10,7 +10,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// Every member as `name: content`, or why there is none.
+// Every member as `name: content`, or the reason why there are none.
 std::string read(const std::string& bytes) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.zip", bytes);
@@ -29,9 +29,9 @@ const std::string kRead = "a: first\nfolder/b: " + std::string(3000, 'b') + "\nc
 
 }  // namespace
 
-TEST(Archive, TellsItsMembers) { EXPECT_EQ(read(archiveOf(kContent)), kRead); }
+TEST(Archive, ListsItsMembers) { EXPECT_EQ(read(archiveOf(kContent)), kRead); }
 
-TEST(Archive, TellsThoseOfLargeOnesToo) { EXPECT_EQ(read(archiveOf(kContent, Numbers::Large)), kRead); }
+TEST(Archive, ListsItsMembersInTheLargeFormToo) { EXPECT_EQ(read(archiveOf(kContent, Numbers::Large)), kRead); }
 
 TEST(Archive, MayBeEmpty) { EXPECT_EQ(read(archiveOf({})), ""); }
 
@@ -40,7 +40,7 @@ TEST(Archive, HasNoMembersWithoutItsDirectory) {
   EXPECT_EQ(read(std::string(100, 'x')), "no directory");
 }
 
-TEST(Archive, HasNoMembersWhereverItIsCut) {
+TEST(Archive, HasNoMembersWhenTruncatedAnywhere) {
   for (const Numbers numbers : {Numbers::Plain, Numbers::Large}) {
     const std::string bytes = archiveOf(kContent, numbers);
     for (std::size_t size = 0; size < bytes.size(); ++size) {
@@ -49,7 +49,7 @@ TEST(Archive, HasNoMembersWhereverItIsCut) {
   }
 }
 
-TEST(Archive, IsReadSafelyWhateverByteIsWrong) {
+TEST(Archive, IsReadSafelyWithAnyByteCorrupted) {
   for (const Numbers numbers : {Numbers::Plain, Numbers::Large}) {
     const std::string bytes = archiveOf(kContent, numbers);
     for (std::size_t at = 0; at < bytes.size(); ++at) {
@@ -60,7 +60,7 @@ TEST(Archive, IsReadSafelyWhateverByteIsWrong) {
   }
 }
 
-TEST(Archive, RefusesAMemberOfAnotherSizeThanItStates) {
+TEST(Archive, RefusesAMemberWhoseSizeIsWrong) {
   std::string bytes = archiveOf({{"a", "first"}});
   const std::size_t size = bytes.find("PK\1\2") + 24;
   bytes[size] = 6;

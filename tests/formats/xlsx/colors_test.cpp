@@ -15,7 +15,7 @@ TEST(Colors, HaveTheNamesOfCss) {
   EXPECT_EQ(colorOf(L"yellowgreen"), Rgb{0x9ACD32});
 }
 
-TEST(Colors, HaveTheNamesThatOtherFormatsKnow) {
+TEST(Colors, HaveTheNamesOfTheOtherFormats) {
   for (const wchar_t* name :
        {L"black", L"blue", L"cyan", L"lightgreen", L"magenta", L"red", L"yellow", L"white", L"darkblue", L"darkcyan",
         L"green", L"darkmagenta", L"darkred", L"darkyellow", L"gray", L"lightgray", L"darkgrey", L"lightgrey"}) {
@@ -24,17 +24,17 @@ TEST(Colors, HaveTheNamesThatOtherFormatsKnow) {
   EXPECT_EQ(colorOf(L"darkyellow"), Rgb{0x808000});
 }
 
-TEST(Colors, AreNamedInAnyCase) {
+TEST(Colors, IgnoreTheCaseOfTheirNames) {
   EXPECT_EQ(colorOf(L"DarkOrange"), Rgb{0xFF8C00});
   EXPECT_EQ(colorOf(L"NAVY"), Rgb{0x000080});
 }
 
-TEST(Colors, AreGivenAsSixHexadecimalDigits) {
+TEST(Colors, MayBeSixHexadecimalDigits) {
   EXPECT_EQ(colorOf(L"#12aBeF"), Rgb{0x12ABEF});
   EXPECT_EQ(colorOf(L"#000000"), Rgb{0});
 }
 
-TEST(Colors, AreNothingElse) {
+TEST(Colors, RejectAllOtherTexts) {
   for (const wchar_t* text : {L"", L"#", L"#12345", L"#1234567", L"#12345G", L"#-12345", L"123456", L"re", L"redd",
                               L" red", L"r\u00E9d", L"zzz", L"a"}) {
     EXPECT_EQ(colorOf(text), std::nullopt) << text;

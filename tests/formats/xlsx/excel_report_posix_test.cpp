@@ -9,7 +9,7 @@
 
 using namespace scrivalen::test;
 
-TEST(ExcelReport, TellsWhyItCannotBeClosed) {
+TEST(ExcelReport, ReportsWhyItCannotBeClosed) {
   const CapturedLog log;
   ExcelReport report;
   EXPECT_EQ(report.Open(L"/dev/full"), REPORT_OK);

@@ -33,7 +33,7 @@ void writeRow(AReport& report, const wchar_t* text) {
 
 }  // namespace
 
-TEST(ExcelReport, WritesARowForEachTextOutsideOfRows) {
+TEST(ExcelReport, WritesARowForEachTextOutsideARow) {
   EXPECT_EQ(written([](AReport& report) {
               report.Text(L"a", PARAGRAPH_NONE, L"", 0);
               report.Text(L"b", PARAGRAPH_NONE, L"class=x", 1);
@@ -55,7 +55,7 @@ TEST(ExcelReport, WritesHeadingsAndParagraphsBold) {
             "A10 \"y\"\n");
 }
 
-TEST(ExcelReport, WritesATextInsideARowAsOneMoreCell) {
+TEST(ExcelReport, WritesATextInsideARowAsAnotherCell) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginRow(L"row", nullptr, 3);
               report.Cell(L"a", 0, nullptr);
@@ -67,7 +67,7 @@ TEST(ExcelReport, WritesATextInsideARowAsOneMoreCell) {
             "A1 \"a\"\nB1 \"b\"\nC1 \"c\" bold\nA2 \"d\"\n");
 }
 
-TEST(ExcelReport, TakesTextsForCellsThatAreBegunAndEnded) {
+TEST(ExcelReport, WritesTheTextsOfBegunAndEndedCells) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginRow(L"row", nullptr, 2);
               report.BeginCell(L"name", 1, L" class=x");
@@ -109,7 +109,7 @@ TEST(ExcelReport, WritesHeaderCellsBold) {
             "A1 \"a\" bold\nB1 \"b\" bold\nA2 \"c\" bold\nB2 \"d\" bold\nA3 \"e\"\nB3 \"f\"\n");
 }
 
-TEST(ExcelReport, ColoursTheNextCellOnlyAndNotInBold) {
+TEST(ExcelReport, ColoursOnlyTheNextCellAndNotInBold) {
   EXPECT_EQ(written([](AReport& report) {
               report.SetCellColor(L"red");
               report.Row2(L"a", L"b", 0, nullptr, nullptr);
@@ -150,7 +150,7 @@ TEST(ExcelReport, ColoursTheNextTextToo) {
             "A1 \"a\" fill=FF0000\nA2 \"b\" bold\nA3 \"c\" fill=00FF00\nB3 \"d\"\n");
 }
 
-TEST(ExcelReport, TakesTheLastColourAndForgetsItWithAnEmptyOne) {
+TEST(ExcelReport, UsesTheLastColourAndAnEmptyOneResetsIt) {
   EXPECT_EQ(written([](AReport& report) {
               report.SetCellColor(L"red");
               report.SetCellColor(L"lime");
@@ -165,7 +165,7 @@ TEST(ExcelReport, TakesTheLastColourAndForgetsItWithAnEmptyOne) {
             "A1 \"a\" fill=00FF00\nA2 \"b\"\nA3 \"c\"\n");
 }
 
-TEST(ExcelReport, KeepsAPendingColourForACellThatComesMuchLater) {
+TEST(ExcelReport, KeepsAPendingColourForAMuchLaterCell) {
   EXPECT_EQ(written([](AReport& report) {
               report.SetCellColor(L"red");
               report.BeginTable(L"t", nullptr);
@@ -192,7 +192,7 @@ TEST(ExcelReport, WritesBoldUntilTheStyleEnds) {
             "A1 \"a\" bold\nA2 \"b\" bold\nA3 \"c\"\nA4 \"d\"\n");
 }
 
-TEST(ExcelReport, KnowsNoOtherStyle) {
+TEST(ExcelReport, IgnoresOtherStyles) {
   EXPECT_EQ(written([](AReport& report) {
               for (const int style : {1, 2, 3, -1}) {
                 report.BeginStyle(static_cast<REPORT_STYLE>(style), 14);
@@ -207,7 +207,7 @@ TEST(ExcelReport, KnowsNoOtherStyle) {
             "A1 \"a\"\nA2 \"b\" bold\n");
 }
 
-TEST(ExcelReport, WritesNothingOfWhatSpreadsheetsDoNotHave) {
+TEST(ExcelReport, IgnoresCallsThatSpreadsheetsDoNotSupport) {
   EXPECT_EQ(written([](AReport& report) {
               report.EndOfLine();
               report.Space();
@@ -244,7 +244,7 @@ TEST(ExcelReport, WritesTheTextsOfAParagraphAsRows) {
             "A1 \"a\"\nA2 \"b\"\n");
 }
 
-TEST(ExcelReport, EscapesNoText) {
+TEST(ExcelReport, DoesNotEscapeTexts) {
   ExcelReport report;
   EXPECT_EQ(report.Quoting(L"a<b> & \"c\""), L"a<b> & \"c\"");
   EXPECT_EQ(written([](AReport& target) {
@@ -254,7 +254,7 @@ TEST(ExcelReport, EscapesNoText) {
             "A1 \"<em>&amp;</em>\"\nA2 \"a<b\"\nB2 \"c & d\"\n");
 }
 
-TEST(ExcelReport, TakesNullTextsForEmptyOnes) {
+TEST(ExcelReport, TreatsNullTextsAsEmpty) {
   EXPECT_EQ(written([](AReport& report) {
               report.Text(nullptr, PARAGRAPH_NONE, nullptr, 0);
               report.Text(nullptr, PARAGRAPH_HEADING1, nullptr, 0);
@@ -266,7 +266,7 @@ TEST(ExcelReport, TakesNullTextsForEmptyOnes) {
             "A2 \"\" bold\nB3 \"\" bold\n");
 }
 
-TEST(ExcelReport, DropsACellOutsideOfRowsAndTellsSo) {
+TEST(ExcelReport, DropsACellOutsideARowAndLogsIt) {
   const CapturedLog log;
   EXPECT_EQ(written([](AReport& report) {
               report.Cell(L"lost", 0, nullptr);
@@ -278,7 +278,7 @@ TEST(ExcelReport, DropsACellOutsideOfRowsAndTellsSo) {
   EXPECT_TRUE(log.lines()[0].ends_with(L"a.xlsx': 2 cells dropped outside of any row."));
 }
 
-TEST(ExcelReport, BeginsTheNextRowWhereOneIsOpen) {
+TEST(ExcelReport, EndsAnOpenRowWhenTheNextBegins) {
   EXPECT_EQ(written([](AReport& report) {
               report.BeginRow(L"row", nullptr, 1);
               report.Cell(L"a", 0, nullptr);
@@ -291,7 +291,7 @@ TEST(ExcelReport, BeginsTheNextRowWhereOneIsOpen) {
             "A1 \"a\"\nA2 \"b\"\nA3 \"c\"\n");
 }
 
-TEST(ExcelReport, CarriesBoldAndAColourIntoItsNextFile) {
+TEST(ExcelReport, KeepsBoldAndAColourForItsNextFile) {
   const TemporaryFolder folder;
   ExcelReport report;
   EXPECT_EQ(report.Open((folder / L"a.xlsx").c_str()), REPORT_OK);
@@ -304,7 +304,7 @@ TEST(ExcelReport, CarriesBoldAndAColourIntoItsNextFile) {
   EXPECT_EQ(readCells(folder / L"b.xlsx"), "A1 \"a\" fill=FF0000\nB1 \"b\" bold\n");
 }
 
-TEST(ExcelReport, OpensARowOfItsOwnThroughItsOverrides) {
+TEST(ExcelReport, OpensItsOwnRowThroughOverrides) {
   struct Overriding : ExcelReport {
     void BeginRow(const wchar_t* name, const wchar_t* attributes, int columns) override {
       calls += name || attributes || columns != 0 ? "wrong" : "begin ";
@@ -323,7 +323,7 @@ TEST(ExcelReport, OpensARowOfItsOwnThroughItsOverrides) {
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
-TEST(ExcelReport, BeginsACellThroughItsOverridesForAParagraph) {
+TEST(ExcelReport, BeginsACellForAParagraphThroughOverrides) {
   struct Overriding : ExcelReport {
     void BeginCell(const wchar_t* text, int header, const wchar_t* attributes) override {
       calls += text || header != 0 || attributes ? "wrong" : "begin ";
@@ -336,7 +336,7 @@ TEST(ExcelReport, BeginsACellThroughItsOverridesForAParagraph) {
   EXPECT_EQ(report.calls, "begin end");
 }
 
-TEST(ExcelReport, HandsItsStylesOver) {
+TEST(ExcelReport, PassesItsStylesToTheWriter) {
   const CapturedLog log;
   const TemporaryFolder folder;
   ExcelReport report;
@@ -354,7 +354,7 @@ TEST(ExcelReport, HandsItsStylesOver) {
                                                    L"': the style sheet is not understood: 'cell' has no 'margin'."});
 }
 
-TEST(ExcelReport, TellsWhyItCannotBeOpened) {
+TEST(ExcelReport, ReportsWhyItCannotBeOpened) {
   const CapturedLog log;
   const TemporaryFolder folder;
   ExcelReport report;
@@ -380,7 +380,7 @@ TEST(ExcelReport, RefusesAnotherFileWhileItIsOpen) {
   EXPECT_FALSE(exists(folder / L"b.xlsx"));
 }
 
-TEST(ExcelReport, LeavesTheOpenRowAloneWhenItRefusesAnotherFile) {
+TEST(ExcelReport, KeepsTheOpenRowWhenItRefusesAnotherFile) {
   const TemporaryFolder folder;
   ExcelReport report;
   EXPECT_EQ(report.Open((folder / L"a.xlsx").c_str()), REPORT_OK);
@@ -393,7 +393,7 @@ TEST(ExcelReport, LeavesTheOpenRowAloneWhenItRefusesAnotherFile) {
   EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\nB1 \"b\"\n");
 }
 
-TEST(ExcelReport, IsClosedWithoutAFile) {
+TEST(ExcelReport, MayBeClosedWithoutAFile) {
   const CapturedLog log;
   ExcelReport report;
   writeRow(report, L"a");
@@ -402,7 +402,7 @@ TEST(ExcelReport, IsClosedWithoutAFile) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(ExcelReport, TakesNoCellsBehindItsEnd) {
+TEST(ExcelReport, IgnoresCellsAfterClose) {
   const CapturedLog log;
   const TemporaryFolder folder;
   ExcelReport report;
@@ -416,7 +416,7 @@ TEST(ExcelReport, TakesNoCellsBehindItsEnd) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(ExcelReport, IsOneOfTheFormatsOfAMultiReport) {
+TEST(ExcelReport, CanBeAChildOfAMultiReport) {
   const TemporaryFolder folder;
   MultiReport report;
   report.AddReport(FORMAT_EXCEL, (folder / L"a.xlsx").c_str(), nullptr);
@@ -431,7 +431,7 @@ TEST(ExcelReport, IsOneOfTheFormatsOfAMultiReport) {
   EXPECT_EQ(fromMarkedUtf16(bytesOf(folder / L"a.txt")), "a\tb\r\n");
 }
 
-TEST(ExcelReport, LeftOpenByItsMultiReportKeepsItsFile) {
+TEST(ExcelReport, LeftOpenByItsMultiReportLeavesItsFileHeld) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.xlsx", "earlier");
   {
@@ -444,7 +444,7 @@ TEST(ExcelReport, LeftOpenByItsMultiReportKeepsItsFile) {
   EXPECT_EQ(another.Open((folder / L"a.xlsx").c_str()), REPORT_FILE_ERROR);
 }
 
-TEST(ExcelReport, BeginsEveryFileOutsideOfRows) {
+TEST(ExcelReport, BeginsEveryFileOutsideARow) {
   const TemporaryFolder folder;
   ExcelReport report;
   report.BeginRow(nullptr, nullptr, 0);
@@ -459,7 +459,7 @@ TEST(ExcelReport, BeginsEveryFileOutsideOfRows) {
   EXPECT_EQ(readCells(folder / L"b.xlsx"), "A1 \"b\"\n");
 }
 
-TEST(ExcelReport, UsesAColourUpForACellOutsideOfRows) {
+TEST(ExcelReport, UsesUpAColourForACellOutsideARow) {
   const CapturedLog log;
   EXPECT_EQ(written([](AReport& report) {
               report.SetCellColor(L"red");

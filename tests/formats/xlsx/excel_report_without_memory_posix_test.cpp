@@ -20,7 +20,7 @@ std::size_t entriesOf(const std::filesystem::path& folder) {
   return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-// Lets a folder be that for temporary files while it lives.
+// Makes a folder the one for temporary files for as long as it lives.
 class TemporaryFilesIn {
  public:
   explicit TemporaryFilesIn(const std::filesystem::path& folder) { ::setenv("TMPDIR", folder.c_str(), 1); }
@@ -56,7 +56,7 @@ struct ExcelReportOfADevice : testing::TestWithParam<Extent> {
 
 }  // namespace
 
-TEST_P(ExcelReportOfADevice, LeavesNeitherFilesNorDescriptorsWithoutMemory) {
+TEST_P(ExcelReportOfADevice, LeavesNoFilesOrDescriptorsWhenMemoryRunsOut) {
   EXPECT_FALSE(attempt(0));
   const std::size_t descriptors = entriesOf("/proc/self/fd");
   std::size_t nth = 1;

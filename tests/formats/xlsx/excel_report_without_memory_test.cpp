@@ -71,7 +71,7 @@ struct ExcelReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, bool
 
   Names filesLeft() const { return scrivalen::filesEndingWith(folder.path(), L""); }
 
-  // A dropped cell is logged in any case.
+  // The one line in the log is about the dropped cell.
   void expectGood(const Attempt& made) const {
     EXPECT_EQ(made.opened, REPORT_OK);
     EXPECT_EQ(made.closed, REPORT_OK);
@@ -106,7 +106,7 @@ std::string nameOf(const testing::TestParamInfo<ExcelReportWithoutMemory::ParamT
 
 }  // namespace
 
-TEST_P(ExcelReportWithoutMemory, IsWholeOrTellsWhyItIsNot) {
+TEST_P(ExcelReportWithoutMemory, IsWholeOrReportsWhyNot) {
   expectGood(attempt(0));
   std::size_t nth = 1;
   for (bool hasFailed = true; hasFailed && !HasFailure(); ++nth) {
@@ -128,7 +128,7 @@ INSTANTIATE_TEST_SUITE_P(Excel, ExcelReportWithoutMemory,
                                           testing::Values(false, true)),
                          nameOf);
 
-TEST(ExcelReportColourWithoutMemory, IsToldWhereNoFileIsOpen) {
+TEST(ExcelReportColourWithoutMemory, IsLoggedWhenNoFileIsOpen) {
   const UnfailingLog log;
   ExcelReport report;
   {

@@ -29,7 +29,7 @@ std::vector<std::wstring> problemsOf(std::wstring_view text) { return reading(te
 
 }  // namespace
 
-TEST(ExcelStyle, OfNoTextIsNoStyle) {
+TEST(ExcelStyle, IsEmptyForAnEmptyText) {
   for (const wchar_t* text : {L"", L" \r\n", L"/* nothing */", L"cell{}bold { ; ;}"}) {
     const SheetStyle style = cleanly(text);
     EXPECT_FALSE(style.cell.fontFamily || style.cell.fontSize || style.cell.color || style.cell.background);
@@ -53,7 +53,7 @@ TEST(ExcelStyle, HasARuleForEachKindOfCell) {
   EXPECT_EQ(style.bold.background, Rgb{0x000080});
 }
 
-TEST(ExcelStyle, OfTheSheetHoldsForAllCellsThatSayNothingElse) {
+TEST(ExcelStyle, OfTheSheetIsTheDefaultForAllCells) {
   const SheetStyle style = cleanly(L"bold{font-size:14} sheet{font-family:\"Liberation Sans\", Arial; font-size:10}");
   EXPECT_EQ(style.cell.fontFamily, L"Liberation Sans");
   EXPECT_EQ(style.cell.fontSize, 10);
@@ -61,28 +61,28 @@ TEST(ExcelStyle, OfTheSheetHoldsForAllCellsThatSayNothingElse) {
   EXPECT_EQ(style.bold.fontSize, 14);
 }
 
-TEST(ExcelStyle, OfTheSheetHasColumnsAndRows) {
+TEST(ExcelStyle, OfTheSheetSetsColumnWidthAndFrozenRows) {
   const SheetStyle style = cleanly(L"sheet { column-width: 12.5; freeze-rows: 2 }");
   EXPECT_EQ(style.columnWidth, 12.5);
   EXPECT_EQ(style.frozenRows, 2u);
 }
 
-TEST(ExcelStyle, TakesTheLastDeclaration) {
+TEST(ExcelStyle, UsesTheLastDeclaration) {
   const SheetStyle style = cleanly(L"cell{color:red;color:blue} cell{font-size:8}");
   EXPECT_EQ(style.cell.color, Rgb{0x0000FF});
   EXPECT_EQ(style.cell.fontSize, 8);
 }
 
-TEST(ExcelStyle, IsReadInAnyCaseAndWithComments) {
+TEST(ExcelStyle, IgnoresCaseAndComments) {
   const SheetStyle style = cleanly(L"/* a { } */ CELL /* b */ { COLOR : /* c; } */ Red /* open");
   EXPECT_EQ(style.cell.color, Rgb{0xFF0000});
 }
 
-TEST(ExcelStyle, KeepsWhatStandsInQuotesTogether) {
+TEST(ExcelStyle, DoesNotSplitQuotedText) {
   EXPECT_EQ(cleanly(L"cell { font-family: \"A;B}C,D\", serif; font-size: 8 }").cell.fontFamily, L"A;B}C,D");
 }
 
-TEST(ExcelStyle, AppliesWhatItUnderstandsAndTellsTheRest) {
+TEST(ExcelStyle, AppliesWhatItUnderstandsAndReportsTheRest) {
   const Reading result = reading(
       L"table { color: red } cell { border: 1px; color red; color: reddish; font-size: 0; background-color: yellow }"
       L" bold { column-width: 5; font-size: 500 } sheet { column-width: wide; freeze-rows: -1 } } tail");
@@ -103,7 +103,7 @@ TEST(ExcelStyle, MayEndAnywhere) {
   }
 }
 
-TEST(ExcelStyle, RefusesFontNamesThatNoProgramTakes) {
+TEST(ExcelStyle, RefusesInvalidFontNames) {
   EXPECT_EQ(problemsOf(L"cell{font-family:}"), std::vector<std::wstring>{L"'' is no value for 'font-family'"});
   EXPECT_EQ(problemsOf(L"cell{font-family:<b>}"), std::vector<std::wstring>{L"'<b>' is no value for 'font-family'"});
   EXPECT_EQ(problemsOf(L"cell{font-family:" + std::wstring(31, L'x') + L"}").size(), 0u);
@@ -113,14 +113,14 @@ TEST(ExcelStyle, RefusesFontNamesThatNoProgramTakes) {
   }
 }
 
-TEST(ExcelStyle, RefusesNumbersWithARest) {
+TEST(ExcelStyle, RefusesInvalidNumbers) {
   for (const wchar_t* text : {L"cell{font-size:12px}", L"cell{font-size:nan}", L"cell{font-size:1e9}",
                               L"cell{font-size:12,5}", L"sheet{column-width:256}", L"sheet{column-width:inf}"}) {
     EXPECT_EQ(problemsOf(text).size(), 1u) << text;
   }
 }
 
-TEST(ExcelStyle, RefusesPartsOfFrozenRows) {
+TEST(ExcelStyle, RefusesFractionsOfFrozenRows) {
   const Reading half = reading(L"sheet{freeze-rows:1.5; column-width:12.5} cell{font-size:8}");
   EXPECT_EQ(half.problems, std::vector<std::wstring>{L"'1.5' is no value for 'freeze-rows'"});
   EXPECT_EQ(half.style.frozenRows, 0u);
@@ -133,7 +133,7 @@ TEST(ExcelStyle, RefusesPartsOfFrozenRows) {
   EXPECT_EQ(problemsOf(L"sheet{freeze-rows:1001}").size(), 1u);
 }
 
-TEST(ExcelStyle, IsAppliedWithAByteOrderMarkInIt) {
+TEST(ExcelStyle, IsAppliedDespiteByteOrderMarks) {
   const std::vector<std::wstring> problem{L"a byte-order mark is no part of a style sheet"};
   for (const wchar_t* text : {L"\uFEFFcell{color:red}", L" \uFEFF\r\ncell{color:red}", L"cell{\uFEFFcolor:\uFEFFred}",
                               L"bold{}\uFEFFcell{color:red}\uFEFF"}) {
@@ -159,7 +159,7 @@ TEST(CellColorText, FillsTheCell) {
   EXPECT_TRUE(colors.isUnderstood);
 }
 
-TEST(CellColorText, SetsTheFontInFrontOfASemicolon) {
+TEST(CellColorText, SetsTheFontColourBeforeASemicolon) {
   const CellColors both = readColors(L" #112233 ; Yellow ");
   EXPECT_EQ(both.color, Rgb{0x112233});
   EXPECT_EQ(both.background, Rgb{0xFFFF00});
@@ -172,7 +172,7 @@ TEST(CellColorText, SetsTheFontInFrontOfASemicolon) {
   EXPECT_TRUE(both.isUnderstood && font.isUnderstood && fill.isUnderstood);
 }
 
-TEST(CellColorText, ColoursNothingByAnUnknownName) {
+TEST(CellColorText, IgnoresUnknownNames) {
   const CellColors one = readColors(L"blurple");
   EXPECT_FALSE(one.color || one.background || one.isUnderstood);
   const CellColors half = readColors(L"blurple;red");

@@ -31,7 +31,7 @@ TEST(ExcelText, IsUtf8) {
   EXPECT_EQ(written(wideUnit(0xD83D) + wideUnit(0xDE00)), "\xF0\x9F\x98\x80");
 }
 
-TEST(ExcelText, ForgetsTheTextBefore) {
+TEST(ExcelText, ReplacesItsEarlierText) {
   ExcelText text;
   text.assign(longText(40000).c_str());
   EXPECT_TRUE(text.isCut());
@@ -44,7 +44,7 @@ TEST(ExcelText, ForgetsTheTextBefore) {
   EXPECT_EQ(text.width(), 0u);
 }
 
-TEST(ExcelText, ReplacesWhatXmlForbidsAndCountsIt) {
+TEST(ExcelText, ReplacesAndCountsCharactersThatXmlForbids) {
   const ExcelText text = made(L"a\uFFFE\uFFFF" + wideUnit(0xD83D) + L"b" + wideUnit(0xDE00));
   EXPECT_STREQ(text.c_str(),
                "a\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD"
@@ -53,25 +53,25 @@ TEST(ExcelText, ReplacesWhatXmlForbidsAndCountsIt) {
   EXPECT_EQ(text.loss().first(), char32_t{0xFFFE});
 }
 
-TEST(ExcelText, LeavesControlCharactersToTheirEscaping) {
+TEST(ExcelText, LeavesControlCharactersUnescaped) {
   const ExcelText text = made(L"\x01\x1F\x7F\t\n\r");
   EXPECT_STREQ(text.c_str(), "\x01\x1F\x7F\t\n\r");
   EXPECT_EQ(text.loss().count(), 0u);
 }
 
-TEST(ExcelText, KeepsWhatLooksLikeAnEscapeFromBeingOne) {
+TEST(ExcelText, EscapesWhatLooksLikeAnEscape) {
   EXPECT_EQ(written(L"_x0041_"), "_x005F_x0041_");
   EXPECT_EQ(written(L"a _x005F_x00ff_ b"), "a _x005F_x005F_x005F_x00ff_ b");
   EXPECT_EQ(written(L"_x0041_x0042_"), "_x005F_x0041_x005F_x0042_");
   EXPECT_EQ(written(L"\u00E9_x0041_"), "\xC3\xA9_x005F_x0041_");
 }
 
-TEST(ExcelText, SeesAnEscapeThatTheNextControlCharacterWouldComplete) {
+TEST(ExcelText, EscapesWhatTheNextControlCharacterWouldCompleteToAnEscape) {
   EXPECT_EQ(written(L"_x0041\x01"), "_x005F_x0041\x01");
   EXPECT_EQ(written(L"_x0041\n"), "_x0041\n");
 }
 
-TEST(ExcelText, LeavesOtherUnderscoresAlone) {
+TEST(ExcelText, LeavesOtherUnderscoresUnchanged) {
   for (const wchar_t* text :
        {L"_", L"_x", L"_x0041", L"_x004_", L"_x004G_", L"_X0041_", L"x0041_", L"__x__", L"a_xy"}) {
     EXPECT_EQ(written(text), std::string(text, text + std::wcslen(text))) << text;
@@ -96,7 +96,7 @@ TEST(ExcelText, CountsUtf16AndSplitsNoCharacter) {
   EXPECT_EQ(pairs.c_str(), std::string(32766, 'x'));
 }
 
-TEST(ExcelText, IsCutWhereEscapesMakeItTooLong) {
+TEST(ExcelText, IsCutWhenEscapesMakeItTooLong) {
   std::wstring escapes;
   for (int i = 0; i < 4000; ++i) {
     escapes += L"_x0041_";

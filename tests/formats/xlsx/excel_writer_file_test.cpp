@@ -18,7 +18,7 @@ void writeCell(ExcelWriter& writer, const wchar_t* text) {
   writer.Row(false);
 }
 
-// Everything in a folder, the hidden files too.
+// All files in a folder, including hidden ones.
 std::vector<std::wstring> filesIn(const TemporaryFolder& folder) {
   return scrivalen::filesEndingWith(folder.path(), L"");
 }
@@ -27,7 +27,7 @@ using Names = std::vector<std::wstring>;
 
 }  // namespace
 
-TEST(ExcelWriterFile, IsThereFromTheBeginningAndFullAtTheEnd) {
+TEST(ExcelWriterFile, IsCreatedAtBeginAndFilledAtEnd) {
   const TemporaryFolder folder;
   ExcelWriter writer;
   ASSERT_TRUE(writer.Begin((folder / L"a.xlsx").c_str(), nullptr));
@@ -38,7 +38,7 @@ TEST(ExcelWriterFile, IsThereFromTheBeginningAndFullAtTheEnd) {
   EXPECT_EQ(filesIn(folder), Names{L"a.xlsx"});
 }
 
-TEST(ExcelWriterFile, KeepsWhatItHadUntilTheEnd) {
+TEST(ExcelWriterFile, KeepsItsEarlierContentUntilEnd) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.xlsx", "an earlier report");
   {
@@ -55,7 +55,7 @@ TEST(ExcelWriterFile, KeepsWhatItHadUntilTheEnd) {
   EXPECT_EQ(filesIn(folder), Names{L"a.xlsx"});
 }
 
-TEST(ExcelWriterFile, GoesAwayWithoutAnEnd) {
+TEST(ExcelWriterFile, IsDeletedWithoutEnd) {
   const TemporaryFolder folder;
   {
     ExcelWriter writer;
@@ -67,7 +67,7 @@ TEST(ExcelWriterFile, GoesAwayWithoutAnEnd) {
   EXPECT_EQ(filesIn(folder), Names());
 }
 
-TEST(ExcelWriterFile, IsHeldUntilTheEnd) {
+TEST(ExcelWriterFile, IsHeldUntilEnd) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.xlsx";
@@ -86,7 +86,7 @@ TEST(ExcelWriterFile, IsHeldUntilTheEnd) {
   EXPECT_TRUE(log.lines().empty());
 }
 
-TEST(ExcelWriterFile, IsRefusedWithTheReason) {
+TEST(ExcelWriterFile, IsRefusedWithAReason) {
   const CapturedLog log;
   const TemporaryFolder folder;
   writeBytes(folder / L"file", "kept");
@@ -142,7 +142,7 @@ TEST(ExcelWriterFile, MayBeOneOfMany) {
   EXPECT_EQ(filesIn(folder).size(), 2u);
 }
 
-TEST(ExcelWriterFile, MayHaveAnyLettersInItsPath) {
+TEST(ExcelWriterFile, MayHaveAnyLettersInItsName) {
   const TemporaryFolder folder;
   for (const wchar_t* name : {L"r\u00E9sum\u00E9 \u20AC.xlsx", L"\u4E2D\u6587 \u0416.xlsx", L"a & 'b' 100%s.xlsx"}) {
     ExcelWriter writer;
@@ -154,7 +154,7 @@ TEST(ExcelWriterFile, MayHaveAnyLettersInItsPath) {
   EXPECT_EQ(filesIn(folder).size(), 3u);
 }
 
-TEST(ExcelWriterFile, MayStandInAFolderOfAnyLetters) {
+TEST(ExcelWriterFile, MayBeInAFolderWithAnyLetters) {
   const TemporaryFolder folder;
   const TemporaryFolder inner(folder / L"\u4E2D\u6587 caf\u00E9");
   ExcelWriter writer;

@@ -33,14 +33,14 @@ void writeCell(ExcelWriter& writer, const std::wstring& text) {
   writer.Row(false);
 }
 
-// Rows that take 60 bytes each while they are written, and next to nothing once they are packed.
+// Rows that take 60 bytes each while they are written, and next to nothing once compressed.
 void writeEqualRows(ExcelWriter& writer) {
   for (int i = 0; i < kRows; ++i) {
     writeCell(writer, L"equal");
   }
 }
 
-// Rows that cannot be packed well.
+// Rows that hardly compress.
 void writeDifferentRows(ExcelWriter& writer) {
   unsigned value = 1;
   for (int i = 0; i < kRows; ++i) {
@@ -62,8 +62,8 @@ std::string narrow(const std::wstring& text) { return std::string(text.begin(), 
 
 Lines filesIn(const std::wstring& folder) { return scrivalen::filesEndingWith(folder, L""); }
 
-// What is wrong with a spreadsheet that is written to disks from one size to another, page by page: it has to be whole,
-// or refused with the reason and leave what was there.
+// Writes a spreadsheet to disks of increasing size, page by page, and returns what went wrong. The file must be whole,
+// or refused with the reason, which leaves the earlier content in place.
 std::string problemsOnDisks(std::size_t firstKib, std::size_t lastKib, void (*write)(ExcelWriter& writer),
                             std::size_t rows, bool hasEarlier) {
   return onSmallDisk([=](const SmallDisk& disk) {
@@ -118,7 +118,7 @@ std::string problemsOnDisks(std::size_t firstKib, std::size_t lastKib, void (*wr
 
 }  // namespace
 
-TEST(ExcelWriterOnAFullDisk, TellsWhyAtTheRowThatDoesNotFit) {
+TEST(ExcelWriterOnAFullDisk, LogsTheReasonAtTheRowThatDoesNotFit) {
   EXPECT_EQ(onSmallDisk([](const SmallDisk& disk) -> std::string {
               if (!disk.resize(64)) {
                 return "no disk";
@@ -129,9 +129,9 @@ TEST(ExcelWriterOnAFullDisk, TellsWhyAtTheRowThatDoesNotFit) {
               ExcelWriter writer;
               const bool isBegun = writer.Begin((disk / L"a.xlsx").c_str(), nullptr);
               writeDifferentRows(writer);
-              const bool isToldBefore = log.lines() == Lines{expected};
+              const bool isLoggedBeforeEnd = log.lines() == Lines{expected};
               const bool isWhole = writer.End();
-              return std::string(isBegun ? "begun" : "not begun") + (isToldBefore ? ", told" : ", not told") +
+              return std::string(isBegun ? "begun" : "not begun") + (isLoggedBeforeEnd ? ", told" : ", not told") +
                      (isWhole ? ", whole" : ", not whole") + (writer.Error() == expected ? ", with the reason" : "") +
                      (log.lines().size() == 1 ? ", in one line, " : ", in more lines, ") +
                      std::to_string(filesIn(disk.folder()).size()) + " files left";
@@ -147,18 +147,18 @@ TEST(ExcelWriterOnAFullDisk, LeavesAWholeWorkbookOrTheEarlierFile) {
   EXPECT_EQ(problemsOnDisks(100, 420, &writeDifferentRows, kRows, true), "");
 }
 
-TEST(ExcelWriterOnAFullDisk, IsNotDeceivedByRowsThatPackWell) {
+TEST(ExcelWriterOnAFullDisk, DetectsItWithRowsThatCompressWell) {
   EXPECT_EQ(problemsOnDisks(60, 300, &writeEqualRows, kRows, false), "");
 }
 
-TEST(ExcelWriterOnAFullDisk, IsNotDeceivedBySmallParts) {
+TEST(ExcelWriterOnAFullDisk, DetectsItWithSmallParts) {
   EXPECT_EQ(problemsOnDisks(
                 4, 80, [](ExcelWriter& writer) { writeCell(writer, L"one"); }, 1, false),
             "");
 }
 
-// The rows fit, and what is packed does; only the sheet that is made of them in between does not.
-TEST(ExcelWriterWhoseFilesMayNotGrow, MissesBytesThatNobodyElseDoes) {
+// The rows fit and the compressed file fits; only the uncompressed sheet in between does not.
+TEST(ExcelWriterWhoseFilesMayNotGrow, DetectsATruncatedSheet) {
   const CapturedLog log;
   const TemporaryFolder folder;
   ExcelWriter whole;
@@ -178,8 +178,8 @@ TEST(ExcelWriterWhoseFilesMayNotGrow, MissesBytesThatNobodyElseDoes) {
   }
 }
 
-// The last of the rows wait in memory until the end.
-TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhyTheLastRowsDoNotFit) {
+// The last rows stay in memory until End.
+TEST(ExcelWriterWhoseFilesMayNotGrow, ReportsThatTheLastRowsDoNotFit) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const FileSizeLimit limit(2000 * 70);
@@ -192,7 +192,7 @@ TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhyTheLastRowsDoNotFit) {
   EXPECT_EQ(log.lines(), Lines{writer.Error()});
 }
 
-TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhy) {
+TEST(ExcelWriterWhoseFilesMayNotGrow, ReportsTheReason) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const FileSizeLimit limit(50000);
@@ -205,8 +205,8 @@ TEST(ExcelWriterWhoseFilesMayNotGrow, TellsWhy) {
   EXPECT_EQ(filesIn(folder.path()), Lines());
 }
 
-// A host may have closed them, and what is printed there must not get into the workbook.
-TEST(ExcelWriter, LeavesTheDescriptorsOfTheStandardStreamsAlone) {
+// A host may have closed them, and its messages must not end up in the workbook.
+TEST(ExcelWriter, DoesNotUseTheDescriptorsOfTheStandardStreams) {
   const TemporaryFolder folder;
   const int errors = ::dup(STDERR_FILENO);
   ExcelWriter writer;
@@ -222,7 +222,7 @@ TEST(ExcelWriter, LeavesTheDescriptorsOfTheStandardStreamsAlone) {
   EXPECT_EQ(readCells(folder / L"a.xlsx"), "A1 \"a\"\n");
 }
 
-TEST(ExcelWriter, ChangesNoRandomNumbersOfTheHost) {
+TEST(ExcelWriter, DoesNotDisturbTheHostsRandomNumbers) {
   const TemporaryFolder folder;
   std::srand(5);
   const std::vector<int> expected = {std::rand(), std::rand()};
@@ -278,7 +278,7 @@ TEST(ExcelWriterTarget, KeepsItsPermissions) {
   EXPECT_EQ(std::filesystem::status(path).permissions(), perms::owner_read | perms::owner_write);
 }
 
-TEST(ExcelWriterTarget, StaysWhenAnotherProgramHasWrittenIt) {
+TEST(ExcelWriterTarget, IsKeptWhenAnotherProgramHasWrittenIt) {
   const TemporaryFolder folder;
   {
     ExcelWriter abandoned;
@@ -322,7 +322,7 @@ TEST(ExcelWriterTarget, MayBeADeviceWithItsTemporaryFilesElsewhere) {
   EXPECT_EQ(log.lines().size(), 1u);
 }
 
-TEST(ExcelWriterTarget, IsRefusedWhereNothingCanStandBesideIt) {
+TEST(ExcelWriterTarget, IsRefusedInAFolderThatIsNotWritable) {
   const TemporaryFolder folder;
   const std::filesystem::path path = asPath(folder.path());
   writeBytes(folder / L"a.xlsx", "earlier");

@@ -18,26 +18,26 @@ namespace {
 
 constexpr int kRowsOfASheet = 1048576;
 
-// How often a text stands in a part that is read piece by piece, and what the part ends with.
-struct Look {
+// How often a text occurs in a part that is read in pieces, and the end of the part.
+struct Occurrences {
   std::size_t count = 0;
   std::string tail;
 };
 
-Look lookFor(std::string_view wanted, const std::wstring& path, std::string_view part) {
+Occurrences occurrencesOf(std::string_view wanted, const std::wstring& path, std::string_view part) {
   constexpr std::size_t kTail = 1000;
-  Look look;
+  Occurrences found;
   readWorkbookPart(path, part, [&](std::string_view piece) {
-    const std::size_t kept = std::min(look.tail.size(), wanted.size() - 1);
-    std::string text = look.tail.substr(look.tail.size() - kept);
+    const std::size_t kept = std::min(found.tail.size(), wanted.size() - 1);
+    std::string text = found.tail.substr(found.tail.size() - kept);
     text += piece;
     for (std::size_t at = text.find(wanted); at != std::string::npos; at = text.find(wanted, at + 1)) {
-      ++look.count;
+      ++found.count;
     }
-    look.tail += piece;
-    look.tail.erase(0, look.tail.size() - std::min(look.tail.size(), kTail));
+    found.tail += piece;
+    found.tail.erase(0, found.tail.size() - std::min(found.tail.size(), kTail));
   });
-  return look;
+  return found;
 }
 
 void writeRow(ExcelWriter& writer, std::initializer_list<const wchar_t*> cells) {
@@ -54,7 +54,7 @@ void leaveRows(ExcelWriter& writer, int count) {
   }
 }
 
-// A sheet of one wide text, and another one.
+// Writes two sheets with wide texts in different columns.
 void writeTwoSheets(const std::wstring& path, const wchar_t* styles) {
   ExcelWriter writer;
   ASSERT_TRUE(writer.Begin(path.c_str(), styles));
@@ -73,7 +73,7 @@ std::wstring secondSheetLine(const std::wstring& path) {
 
 }  // namespace
 
-TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
+TEST(ExcelWriterRows, ContinueOnAnotherSheetWhenOneIsFull) {
   const CapturedLog log;
   const TemporaryFolder folder;
   ExcelWriter writer;
@@ -85,7 +85,7 @@ TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
   }
   ASSERT_TRUE(writer.End());
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{secondSheetLine(folder / L"a.xlsx")});
-  const Look first = lookFor("<row ", folder / L"a.xlsx", "xl/worksheets/sheet1.xml");
+  const Occurrences first = occurrencesOf("<row ", folder / L"a.xlsx", "xl/worksheets/sheet1.xml");
   EXPECT_EQ(first.count, std::size_t{kRowsOfASheet});
   EXPECT_NE(first.tail.find(
                 "<row r=\"1048576\"><c r=\"A1048576\" t=\"inlineStr\"><is><t>1048576</t></is></c></row></sheetData>"),
@@ -103,7 +103,7 @@ TEST(ExcelWriterRows, GoOnInAnotherSheetWhereOneIsFull) {
       std::string::npos);
 }
 
-TEST(ExcelWriterRows, GiveEachSheetWidthsOfItsOwn) {
+TEST(ExcelWriterRows, GiveEachSheetItsOwnWidths) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.xlsx";
@@ -118,7 +118,7 @@ TEST(ExcelWriterRows, GiveEachSheetWidthsOfItsOwn) {
                                        L"'" + path + L"': 1 cell cut at 32,767 characters, the first at Sheet2!A2."}));
 }
 
-TEST(ExcelWriterRows, HaveTheWidthOfTheStyleOnEachSheet) {
+TEST(ExcelWriterRows, HaveTheStylesWidthOnEachSheet) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.xlsx";
@@ -130,7 +130,7 @@ TEST(ExcelWriterRows, HaveTheWidthOfTheStyleOnEachSheet) {
   }
 }
 
-TEST(ExcelWriterRows, AreFrozenOnTheFirstSheetAlone) {
+TEST(ExcelWriterRows, AreFrozenOnlyOnTheFirstSheet) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.xlsx";
@@ -139,7 +139,7 @@ TEST(ExcelWriterRows, AreFrozenOnTheFirstSheetAlone) {
   EXPECT_FALSE(contains(workbookPart(path, "xl/worksheets/sheet2.xml"), "<pane"));
 }
 
-TEST(ExcelWriterRows, NameTheSheetsTheyWentToInTheLog) {
+TEST(ExcelWriterRows, LogTheSheetsTheyAreOn) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.xlsx";
@@ -152,7 +152,7 @@ TEST(ExcelWriterRows, NameTheSheetsTheyWentToInTheLog) {
                              L"'" + path + L"': a sheet holds 1,048,576 rows, the others are on Sheet2 to Sheet3."});
 }
 
-TEST(ExcelWriterRows, ThatJustFillASheetMakeNoOther) {
+TEST(ExcelWriterRows, ThatExactlyFillASheetStartNoOther) {
   const CapturedLog log;
   const TemporaryFolder folder;
   ExcelWriter writer;

@@ -19,7 +19,7 @@ namespace {
 
 constexpr const wchar_t* kType = L"String";
 
-// A spreadsheet of its own, and what was logged about it, with its path as "'a'".
+// A spreadsheet and the lines logged about it, with "'a'" for its path.
 class Written {
  public:
   template <typename Action>
@@ -65,7 +65,7 @@ void writeColored(ExcelWriter& writer, std::initializer_list<const wchar_t*> col
   writer.Row(false);
 }
 
-// How wide the columns of a row of texts are.
+// The widths of the columns for a row of texts.
 std::string widths(std::initializer_list<const wchar_t*> cells, const wchar_t* styles = nullptr) {
   const std::string all = Written([&](ExcelWriter& writer) { writeRow(writer, cells); }, styles).all();
   return all.substr(all.find('\n') + 1, all.find("A1 ") - all.find('\n') - 1);
@@ -100,7 +100,7 @@ TEST(ExcelWriter, MayWriteNothing) {
   EXPECT_EQ(Written([](ExcelWriter& writer) { writeRow(writer, {}); }).all(), "[Sheet1]\n");
 }
 
-TEST(ExcelWriter, LeavesRoomForEmptyRowsAndCells) {
+TEST(ExcelWriter, KeepsThePlacesOfEmptyRowsAndCells) {
   EXPECT_EQ(Written([](ExcelWriter& writer) {
               writeRow(writer, {L"a", L"", nullptr, L"d"});
               writeRow(writer, {});
@@ -110,7 +110,7 @@ TEST(ExcelWriter, LeavesRoomForEmptyRowsAndCells) {
             "A1 \"a\"\nD1 \"d\"\nB4 \"b\"\n");
 }
 
-TEST(ExcelWriter, ShowsEmptyCellsThatLookDifferent) {
+TEST(ExcelWriter, WritesEmptyCellsThatHaveAFormat) {
   EXPECT_EQ(Written([](ExcelWriter& writer) {
               writer.Row(true);
               writer.SetCellValue(kType, L"", true);
@@ -120,7 +120,7 @@ TEST(ExcelWriter, ShowsEmptyCellsThatLookDifferent) {
             "A1 \"\" bold\nB1 \"\" fill=FFFF00\n");
 }
 
-TEST(ExcelWriter, TakesAnyTypeForAString) {
+TEST(ExcelWriter, TreatsAnyTypeAsAString) {
   EXPECT_EQ(Written([](ExcelWriter& writer) {
               writer.Row(true);
               writer.SetCellValue(L"Number", L"1", false);
@@ -131,7 +131,7 @@ TEST(ExcelWriter, TakesAnyTypeForAString) {
             "A1 \"1\"\nB1 \"2\"\nC1 \"3\" fill=FF0000\n");
 }
 
-TEST(ExcelWriter, EndsTheOpenRowWithTheNextOne) {
+TEST(ExcelWriter, EndsAnOpenRowWhenTheNextBegins) {
   EXPECT_EQ(Written([](ExcelWriter& writer) {
               writer.Row(true);
               writer.SetCellValue(kType, L"a", false);
@@ -141,7 +141,7 @@ TEST(ExcelWriter, EndsTheOpenRowWithTheNextOne) {
             "A1 \"a\"\nA2 \"b\"\n");
 }
 
-TEST(ExcelWriter, EndsNoRowThatIsNotOpen) {
+TEST(ExcelWriter, IgnoresTheEndOfARowThatIsNotOpen) {
   EXPECT_EQ(Written([](ExcelWriter& writer) {
               writer.Row(false);
               writeRow(writer, {L"a"});
@@ -152,7 +152,7 @@ TEST(ExcelWriter, EndsNoRowThatIsNotOpen) {
             "A1 \"a\"\nA2 \"b\"\n");
 }
 
-TEST(ExcelWriter, DropsCellsOutsideOfRowsAndTellsSo) {
+TEST(ExcelWriter, DropsCellsOutsideARowAndLogsIt) {
   const Written written([](ExcelWriter& writer) {
     writer.SetCellValue(kType, L"before", false);
     writeRow(writer, {L"a"});
@@ -200,13 +200,13 @@ TEST(ExcelWriter, EscapesControlCharacters) {
   EXPECT_TRUE(written.log().empty());
 }
 
-TEST(ExcelWriter, WritesWhatLooksLikeAnEscapeAsItStands) {
+TEST(ExcelWriter, WritesWhatLooksLikeAnEscapeUnchanged) {
   const Written written([](ExcelWriter& writer) { writeRow(writer, {L"_x0041_", L"_x005F_x0041_", L"_x0041\x02"}); });
   EXPECT_EQ(written.cells(), "A1 \"_x0041_\"\nB1 \"_x005F_x0041_\"\nC1 \"_x0041\x02\"\n");
   EXPECT_TRUE(contains(written.sheet(), "<t>_x005F_x0041_</t>"));
 }
 
-TEST(ExcelWriter, ReplacesWhatXmlForbidsAndTellsSo) {
+TEST(ExcelWriter, ReplacesCharactersThatXmlForbidsAndLogsIt) {
   const std::wstring lone = L"a" + wideUnit(0xD83D) + L"b";
   const Written written([&](ExcelWriter& writer) { writeRow(writer, {L"\uFFFE", lone.c_str()}); });
   EXPECT_EQ(written.cells(),
@@ -215,7 +215,7 @@ TEST(ExcelWriter, ReplacesWhatXmlForbidsAndTellsSo) {
   EXPECT_EQ(written.log(), Lines{L"'a': 2 characters could not be written as they were given, the first is U+FFFE."});
 }
 
-TEST(ExcelWriter, CutsLongCellsAndTellsSo) {
+TEST(ExcelWriter, CutsLongCellsAndLogsIt) {
   const Written written([](ExcelWriter& writer) {
     writeRow(writer, {L"a", longText(32767).c_str()});
     writeRow(writer, {L"a", longText(32768).c_str(), longText(100000).c_str()});
@@ -226,13 +226,13 @@ TEST(ExcelWriter, CutsLongCellsAndTellsSo) {
   EXPECT_EQ(written.log(), Lines{L"'a': 2 cells cut at 32,767 characters, the first at Sheet1!B2."});
 }
 
-TEST(ExcelWriter, TakesACellFullOfControlCharacters) {
+TEST(ExcelWriter, AcceptsACellFullOfControlCharacters) {
   const Written written([](ExcelWriter& writer) { writeRow(writer, {std::wstring(32767, L'\x01').c_str(), L"b"}); });
   EXPECT_TRUE(areSameBytes("A1 \"" + std::string(32767, '\x01') + "\"\nB1 \"b\"\n", written.cells()));
   EXPECT_TRUE(written.log().empty());
 }
 
-TEST(ExcelWriter, DropsCellsBehindTheLastColumnAndTellsSo) {
+TEST(ExcelWriter, DropsCellsBeyondTheLastColumnAndLogsIt) {
   const Written written([](ExcelWriter& writer) {
     for (int row = 0; row < 2; ++row) {
       writer.Row(true);
@@ -246,7 +246,7 @@ TEST(ExcelWriter, DropsCellsBehindTheLastColumnAndTellsSo) {
   EXPECT_EQ(written.log(), Lines{L"'a': 1 cell dropped beyond column 16,384, the first at Sheet1!XFE2."});
 }
 
-TEST(ExcelWriter, HidesTheMarksOfNumbersThatAreStrings) {
+TEST(ExcelWriter, HidesTheWarningsForNumbersStoredAsText) {
   EXPECT_TRUE(contains(Written([](ExcelWriter& writer) { writeRow(writer, {L"1"}); }).sheet(),
                        "<ignoredError sqref=\"A1:XFD1048576\" numberStoredAsText=\"1\"/>"));
 }
@@ -264,7 +264,7 @@ TEST(ExcelWriterColors, FillTheCellAndColourItsText) {
             "G1 \"black;white\" color=000000 fill=FFFFFF\n");
 }
 
-TEST(ExcelWriterColors, ThatAreNotKnownColourNothingAndAreTold) {
+TEST(ExcelWriterColors, ThatAreUnknownAreIgnoredAndLogged) {
   const Written written([](ExcelWriter& writer) {
     writeColored(writer, {L"blurple", L"blurple", L"red;rot", L"#12345", L""});
     writeColored(writer, {nullptr});
@@ -293,7 +293,7 @@ TEST(ExcelWriterColors, MayBeMany) {
   EXPECT_TRUE(written.log().empty());
 }
 
-TEST(ExcelWriterColors, OfTextsBeyondWhatSpreadsheetProgramsTakeAreToldToo) {
+TEST(ExcelWriterColors, BeyondTheLimitOfFontsAreLogged) {
   const Written written([](ExcelWriter& writer) {
     for (unsigned i = 0; i < 510; ++i) {
       const std::wstring number = std::to_wstring(100000 + i);
@@ -306,7 +306,7 @@ TEST(ExcelWriterColors, OfTextsBeyondWhatSpreadsheetProgramsTakeAreToldToo) {
             Lines{L"'a': 10 cells without the colour, which is not known or one too many, the first is '#100500;'."});
 }
 
-TEST(ExcelWriterStyles, HoldForTheirCells) {
+TEST(ExcelWriterStyles, ApplyToTheirCells) {
   EXPECT_EQ(Written(
                 [](ExcelWriter& writer) {
                   writeRow(writer, {L"a"}, true);
@@ -324,7 +324,7 @@ TEST(ExcelWriterStyles, HoldForTheirCells) {
             "C3 \"blurple\" 9 Arial fill=EEEEEE\n");
 }
 
-TEST(ExcelWriterStyles, ThatAreNotUnderstoodAreToldAndTheOthersApplied) {
+TEST(ExcelWriterStyles, ThatAreInvalidAreLoggedAndTheOthersApplied) {
   const Written written([](ExcelWriter& writer) { writeRow(writer, {L"a"}); },
                         L"cell { colour: red; font-size: large; background-color: yellow } row {}");
   EXPECT_EQ(written.cells(), "A1 \"a\" fill=FFFF00\n");
@@ -333,14 +333,14 @@ TEST(ExcelWriterStyles, ThatAreNotUnderstoodAreToldAndTheOthersApplied) {
                                   L"'a': the style sheet is not understood: there is no rule 'row'."}));
 }
 
-TEST(ExcelWriterStyles, KeepRowsInSight) {
+TEST(ExcelWriterStyles, FreezeRows) {
   const Written written([](ExcelWriter& writer) { writeRow(writer, {L"a"}); }, L"sheet { freeze-rows: 1 }");
   EXPECT_TRUE(
       contains(written.sheet(), "<pane ySplit=\"1\" topLeftCell=\"A2\" activePane=\"bottomLeft\" state=\"frozen\"/>"));
 }
 
-// A width in a file has 5 pixels more than its digits of 7 pixels each.
-TEST(ExcelWriterWidths, AreThoseOfTheLongestText) {
+// A width in the file is 5 pixels more than its digits, which have 7 pixels each.
+TEST(ExcelWriterWidths, FitTheLongestText) {
   EXPECT_EQ(widths({L"twelve chars", L"short", L"\u4E2D\u6587\u4E2D\u6587\u4E2D\u6587 wide", L"nine char"}),
             "A 12.7\nC 17.7\nD 9.7\n");
   EXPECT_EQ(Written([](ExcelWriter& writer) {
@@ -353,7 +353,7 @@ TEST(ExcelWriterWidths, AreThoseOfTheLongestText) {
             "[Sheet1]\nA 11.7\nB 16.7\nA1 ");
 }
 
-TEST(ExcelWriterWidths, AreNotGivenWhereTheTextsAreShort) { EXPECT_EQ(widths({L"eight ch", L"nine char"}), "B 9.7\n"); }
+TEST(ExcelWriterWidths, AreLeftOutWhenTheTextsAreShort) { EXPECT_EQ(widths({L"eight ch", L"nine char"}), "B 9.7\n"); }
 
 TEST(ExcelWriterWidths, AreAtMostSixty) {
   EXPECT_EQ(widths({longText(59).c_str(), longText(60).c_str(), longText(61).c_str(), longText(5000).c_str()}),
@@ -364,7 +364,7 @@ TEST(ExcelWriterWidths, AreTheSameForAllColumnsWhenTheStyleSaysSo) {
   EXPECT_EQ(widths({longText(30).c_str(), L"short"}, L"sheet { column-width: 20 }"), "A:XFD 20.7\n");
 }
 
-TEST(ExcelWriterDate, IsThatOfTheClock) {
+TEST(ExcelWriterDate, ComesFromTheClock) {
   const FixedClock clock(1730815620);
   const Written written([](ExcelWriter&) {});
   const std::string core = workbookPart(written.path(), "docProps/core.xml");
@@ -372,7 +372,7 @@ TEST(ExcelWriterDate, IsThatOfTheClock) {
   EXPECT_TRUE(contains(core, "<dcterms:modified xsi:type=\"dcterms:W3CDTF\">2024-11-05T14:07:00Z</dcterms:modified>"));
 }
 
-TEST(ExcelWriterDate, IsNeverThatOfTheSystemInstead) {
+TEST(ExcelWriterDate, NeverComesFromTheSystem) {
   for (const std::int64_t seconds : {std::int64_t{0}, INT64_MIN, INT64_MAX, std::int64_t{1} << 40}) {
     const FixedClock clock(seconds);
     const Written written([](ExcelWriter&) {});
@@ -401,7 +401,7 @@ TEST(ExcelWriterBytes, AreTheSameUnderADecimalComma) {
   EXPECT_TRUE(areSameBytes(bytesOf(before.path()), bytesOf(written.path())));
 }
 
-TEST(ExcelWriterBytes, LeaveTheHostItsLocale) {
+TEST(ExcelWriterBytes, DoNotChangeTheHostsLocale) {
   const DecimalComma comma;
   const Written written([](ExcelWriter& writer) {
     writeRow(writer, {L"a"});
@@ -410,7 +410,7 @@ TEST(ExcelWriterBytes, LeaveTheHostItsLocale) {
   EXPECT_STREQ(std::localeconv()->decimal_point, ",");
 }
 
-TEST(ExcelWriterBytes, AreRightInSeveralThreads) {
+TEST(ExcelWriterBytes, AreTheSameInSeveralThreads) {
   const FixedClock clock(1730815620);
   const auto write = [](ExcelWriter& writer) {
     for (int i = 0; i < 2000; ++i) {

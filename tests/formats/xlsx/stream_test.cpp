@@ -23,7 +23,7 @@ Stream temporaryStream(const char* content) {
   return stream;
 }
 
-// What the one does who was handed the stream.
+// Reads the stream as its recipient does.
 std::size_t readFromBeginning(std::FILE* stream) {
   char bytes[16];
   std::rewind(stream);
@@ -48,7 +48,7 @@ TEST(StreamWatch, SeesAStreamUntilItIsReadAndClosed) {
   }
 }
 
-TEST(StreamWatch, TakesNoOtherStreamForIt) {
+TEST(StreamWatch, DoesNotMistakeAnotherStreamForIt) {
   Stream stream = temporaryStream("abc");
   ASSERT_TRUE(stream);
   const StreamWatch watch(stream.get());

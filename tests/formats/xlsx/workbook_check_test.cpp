@@ -32,7 +32,7 @@ TEST(WorkbookCheck, FindsNothingInAWholeWorkbook) {
             L"");
 }
 
-TEST(WorkbookCheck, FindsASheetOfAnotherSize) {
+TEST(WorkbookCheck, FindsASheetOfTheWrongSize) {
   EXPECT_EQ(defect({{"xl/worksheets/sheet1.xml", "1234"}}, {5}), L"Sheet 1 has 4 of 5 bytes.");
   EXPECT_EQ(defect({{"xl/worksheets/sheet1.xml", "123456"}}, {5}), L"Sheet 1 has 6 of 5 bytes.");
 }
@@ -41,7 +41,7 @@ TEST(WorkbookCheck, FindsAMissingSheet) {
   EXPECT_EQ(defect({{"xl/worksheets/sheet1.xml", "12345"}}, {5, 7}), L"Sheet 2 has 0 of 7 bytes.");
 }
 
-TEST(WorkbookCheck, FindsACutPart) {
+TEST(WorkbookCheck, FindsATruncatedPart) {
   const std::string whole = kXml + "<workbook a=\"b\"><x/></workbook>";
   for (std::size_t size = 0; size < whole.size(); ++size) {
     EXPECT_EQ(defectOfPart(whole.substr(0, size)), L"Its part 'part.xml' is cut.") << size;
@@ -51,11 +51,11 @@ TEST(WorkbookCheck, FindsACutPart) {
   }
 }
 
-TEST(WorkbookCheck, FindsAnEmptyElementBehindAnOpenOne) {
+TEST(WorkbookCheck, FindsAnElementThatIsNotClosed) {
   EXPECT_EQ(defectOfPart(kXml + "<a><b/>"), L"Its part 'part.xml' is cut.");
 }
 
-TEST(WorkbookCheck, FindsThatThereIsNoArchive) {
+TEST(WorkbookCheck, FindsAFileThatIsNoArchive) {
   const TemporaryFolder folder;
   writeBytes(folder / L"a.xlsx", "no archive");
   EXPECT_EQ(workbookDefect(folder / L"a.xlsx", {}), L"Its directory is missing.");
