@@ -59,11 +59,6 @@ class Pool {
 
   const Value& operator[](std::uint32_t index) const { return values_[index]; }
 
-  void clear() {
-    values_.clear();
-    indexes_.clear();
-  }
-
  private:
   std::vector<Value> values_;
   std::map<PoolKey, std::uint32_t> indexes_;
