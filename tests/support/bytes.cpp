@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t kShown = 80;
 
-// A part of the contents with what cannot be seen written as C++ would.
+// An excerpt of the contents, with invisible characters escaped as in C++.
 std::string shown(std::string_view bytes) {
   constexpr std::string_view kHex = "0123456789ABCDEF";
   std::string text;

@@ -6,7 +6,7 @@
 
 namespace scrivalen::test {
 
-/// Takes over the log while it lives. One at a time.
+/// Captures the log for its lifetime. One at a time.
 class CapturedLog {
  public:
   CapturedLog();
@@ -17,7 +17,7 @@ class CapturedLog {
   const std::vector<std::wstring>& lines() const;
 };
 
-/// Takes over the error box while it lives. One at a time.
+/// Captures the error box for its lifetime. One at a time.
 class CapturedErrorBox {
  public:
   struct Shown {
@@ -33,7 +33,7 @@ class CapturedErrorBox {
   const std::vector<Shown>& shown() const;
 };
 
-/// Lets the clock stand still at a time while it lives: seconds since 1970-01-01 UTC. One at a time.
+/// Stops the clock at a time, in seconds since 1970-01-01 UTC, for its lifetime. One at a time.
 class FixedClock {
  public:
   explicit FixedClock(std::int64_t seconds);

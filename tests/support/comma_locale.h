@@ -2,7 +2,7 @@
 
 namespace scrivalen::test {
 
-/// Lets the C library of this process print numbers with a decimal comma. @return false when the system cannot
+/// Makes the C library of this process print numbers with a decimal comma. @return false when the system cannot
 bool setDecimalComma();
 
 }  // namespace scrivalen::test

@@ -19,9 +19,9 @@ void putNumber(std::string& bytes, unsigned value) {
   }
 }
 
-// The file of a locale's numbers as the GNU C library reads it: a mark, how many values there are, where each stands.
-// They are the decimal point, the separator of thousands and their groups, then both as wide characters, and the
-// character set. That makes the tests independent of what locales a system has.
+// A locale's LC_NUMERIC file as the GNU C library reads it: a magic number, the number of values, the offset of each.
+// The values are the decimal point, the thousands separator and the grouping, then the two separators as wide
+// characters, and the character set. With it the tests do not depend on the locales installed on a system.
 std::string commaNumbers() {
   constexpr unsigned kMark = 0x20031114;
   constexpr unsigned kValues = 6;
@@ -40,7 +40,7 @@ std::string commaNumbers() {
 
 }  // namespace
 
-// The C library keeps what it has read, so that the files may go.
+// The C library keeps what it has read, so the files may be removed.
 bool setDecimalComma() {
   const TemporaryFolder folder;
   std::error_code error;

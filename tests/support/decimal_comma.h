@@ -5,7 +5,7 @@
 
 namespace scrivalen::test {
 
-/// While it lives, numbers have a decimal comma and grouped digits, in the C library's locale and in the C++ library's.
+/// For its lifetime the locales of the C and the C++ library have a decimal comma and grouped digits.
 class DecimalComma {
  public:
   DecimalComma();

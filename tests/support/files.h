@@ -6,7 +6,7 @@
 
 namespace scrivalen::test {
 
-/// A folder of its own for one test, removed with all files in it at the end.
+/// A folder for one test, removed with all its files at the end.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -30,7 +30,7 @@ std::filesystem::path asPath(const std::wstring& path);
 std::string bytesOf(const std::wstring& path);
 void writeBytes(const std::wstring& path, std::string_view bytes);
 bool exists(const std::wstring& path);
-/// Makes a folder, and those above it.
+/// Creates a folder and its parents.
 void makeFolder(const std::wstring& path);
 
 }  // namespace scrivalen::test

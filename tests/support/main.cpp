@@ -1,7 +1,7 @@
 // The main function of every test program. It runs all tests in one process, because starting a process costs more than
-// most tests, under Wine and with sanitizers above all. The option --results=FILE names a file for a line about each
-// test, "listed NAME" before the first one runs and "passed NAME" as each passes. A program that crashes leaves its
-// remaining tests listed and not passed.
+// most tests, above all under Wine and with sanitizers. The option --results=FILE names a file that gets a line
+// "listed NAME" for each test before the first one runs, and "passed NAME" as each passes. A program that crashes
+// leaves its remaining tests listed and not passed.
 
 #include <gtest/gtest.h>
 
@@ -53,7 +53,7 @@ bool writeResults(const char* path) {
   return true;
 }
 
-// The value of an option that begins with @p prefix, null without one.
+// The value of the option that begins with @p prefix, or null.
 const char* optionValue(int argc, char** argv, std::string_view prefix) {
   for (int i = 1; i < argc; ++i) {
     if (std::string_view(argv[i]).substr(0, prefix.size()) == prefix) {
@@ -63,13 +63,15 @@ const char* optionValue(int argc, char** argv, std::string_view prefix) {
   return nullptr;
 }
 
-// A process that GoogleTest starts to die in a death test has all options of the program, and no results.
-bool isToDie(int argc, char** argv) { return optionValue(argc, argv, "--gtest_internal_run_death_test=") != nullptr; }
+// A process that GoogleTest starts for a death test gets all options of the program, but writes no results.
+bool isDeathTestChild(int argc, char** argv) {
+  return optionValue(argc, argv, "--gtest_internal_run_death_test=") != nullptr;
+}
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  const char* results = isToDie(argc, argv) ? nullptr : optionValue(argc, argv, "--results=");
+  const char* results = isDeathTestChild(argc, argv) ? nullptr : optionValue(argc, argv, "--results=");
   testing::InitGoogleTest(&argc, argv);
   if (results != nullptr && !writeResults(results)) {
     return EXIT_FAILURE;

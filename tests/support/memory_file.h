@@ -6,7 +6,7 @@
 
 namespace scrivalen::test {
 
-/// A file of a host's own that keeps its bytes in memory.
+/// A host's own file, which keeps its bytes in memory.
 struct MemoryFile : OutputFile {
   void Write(const void* data, std::size_t size) override { bytes.append(static_cast<const char*>(data), size); }
 

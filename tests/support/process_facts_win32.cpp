@@ -1,5 +1,5 @@
-// Writes down what its process was started with, into the file that its first argument names: its priority, whether it
-// has a window, and whether a handle, which the second argument is, leads to an open file here.
+// Writes facts about its process to the file named by the first argument: its priority, whether it has a window, and
+// whether the handle in the second argument is an open file in this process.
 
 #include "system/windows_api.h"
 

@@ -1,6 +1,6 @@
-// Stands in for a help compiler. It takes a project as a compiler does and leaves report.chm beside it, in which it
-// writes down what it was given: its arguments, the project, the contents and every file of the project's list. When
-// one of these is missing it leaves nothing. A file "stand_in" beside the project makes it behave badly.
+// Stands in for a help compiler. Like one it takes a project and leaves report.chm beside it, but fills it with a
+// record of its input: its arguments, the project, the contents and every file listed in the project. When one of these
+// files is missing, it leaves nothing. A file "stand_in" beside the project makes it misbehave.
 
 #include "system/console.h"
 #include "system/files/files.h"
@@ -25,7 +25,7 @@ std::string bytesOf(const std::wstring& path) {
   return bytes;
 }
 
-// Appends the files of the project's list, whose names are in the code page. Answers whether all are there.
+// Appends the files listed in the project, whose names are in the code page. Returns whether all exist.
 bool appendListedFiles(const std::string& project, std::string& made) {
   constexpr std::string_view kFiles = "[FILES]\n";
   const std::size_t at = project.find(kFiles);

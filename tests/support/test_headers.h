@@ -1,6 +1,6 @@
 #pragma once
 
-// What nearly every test includes, precompiled once for all test programs. A test still includes what it uses.
+// Headers that nearly every test includes, precompiled once for all test programs. A test still includes what it uses.
 
 #include <scrivalen/scrivalen.h>
 

@@ -2,7 +2,7 @@
 
 namespace scrivalen::test {
 
-/// Lets the program live in another time zone for a while, named as POSIX does: "JST-9".
+/// Sets the time zone of the program for its lifetime, named as in POSIX: "JST-9".
 class TimeZone {
  public:
   explicit TimeZone(const char* name) { set(name); }

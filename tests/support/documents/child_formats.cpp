@@ -33,12 +33,12 @@ std::string readXml(const std::wstring& path) {
 
 std::string readText(const std::wstring& path) { return fromMarkedUtf16(bytesOf(path)); }
 
-// What the stand-in compiler wrote down of the topic's page, between what the template has around the text.
+// The topic's page in the stand-in compiler's record, without the template around the text.
 std::string readHelp(const std::wstring& path) {
   return between(bytesOf(path), "topic.htm]\n<title>%TITLE%</title>\n", "\n<hr>\n");
 }
 
-// What is shown on the only page.
+// The text shown on the only page.
 std::string readPdf(const std::wstring& path) {
   const std::string bytes = bytesOf(path);
   const PdfStructure structure(bytes, false);

@@ -11,12 +11,12 @@
 
 namespace scrivalen::test {
 
-/// A format of a MultiReport's children, for tests of what they all have in common. Compiled help needs a program with
-/// the stand-in compiler beside it.
+/// A format of a MultiReport's children, for tests of their common behaviour. Compiled help needs a program with the
+/// stand-in compiler beside it.
 struct ChildFormat {
-  int number;                                ///< its value of REPORT_FORMAT
-  const char* name;                          ///< also the end of its files' names
-  std::string (*read)(const std::wstring&);  ///< the content of a file, without what every file of the format has
+  int number;                                ///< its REPORT_FORMAT value
+  const char* name;                          ///< also the extension of its files
+  std::string (*read)(const std::wstring&);  ///< the content of a file, without the frame common to the format
   const char* oneTwo;                        ///< the content after writeOneTwo
 
   REPORT_FORMAT format() const { return static_cast<REPORT_FORMAT>(number); }
@@ -36,10 +36,10 @@ class ChildFiles {
  public:
   ChildFiles();
 
-  /// A child's file; its name begins as given and ends with the format's name.
+  /// A child's file: @p start, then the format's extension.
   std::wstring path(const ChildFormat& format, const std::wstring& start = L"a") const;
   std::wstring topic() const { return topicFolder_ + L"topic.htm"; }
-  /// The folder of the topics as BeginSubDocument wants it.
+  /// The folder of the topics in the form that BeginSubDocument takes.
   const std::wstring& topicFolder() const { return topicFolder_; }
   /// The file that an open child of this format holds: for help, the page of its topic.
   std::wstring heldPath(const ChildFormat& format) const { return format.isHelp() ? topic() : path(format); }
@@ -47,11 +47,11 @@ class ChildFiles {
   void add(MultiReport& report, const ChildFormat& format, const std::wstring& start = L"a") const;
   /// Adds a child of each format.
   void addAll(MultiReport& report, const std::wstring& start) const;
-  /// Begins the one topic there is.
+  /// Begins the only topic.
   REPORT_ERRORS beginTopic(AReport& report) const;
-  /// Expects of a child of each format that its file has what writeOneTwo writes.
+  /// Expects the file of each format's child to hold what writeOneTwo writes.
   void expectAllHaveOneTwo(const std::wstring& start) const;
-  /// Expects of a child of each format that there is no file of it.
+  /// Expects no file of any format's child to exist.
   void expectNone(const std::wstring& start) const;
 
   TemporaryFolder folder;
@@ -64,7 +64,7 @@ class ChildFiles {
 /// Writes the paragraphs "one" and "two" in the topic.
 void writeOneTwo(AReport& report, const ChildFiles& files);
 
-/// Whether a file is held by a report: opening it for another one is refused. It is emptied when it is not.
+/// Whether a report holds a file, so that it cannot be opened again. Truncates a file that is not held.
 bool isHeld(const std::wstring& path);
 
 }  // namespace scrivalen::test

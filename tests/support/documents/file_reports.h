@@ -14,7 +14,7 @@
 
 namespace scrivalen::test {
 
-/// Every report that writes one file of its own, for typed tests of what they have in common.
+/// Every report that writes one file of its own, for typed tests of their common behaviour.
 using FileReports = testing::Types<TextReport, HtmlReport, XmlReport, RTFReport, PDFReport, ExcelReport>;
 
 struct FileReportName {

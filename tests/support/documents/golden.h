@@ -6,7 +6,7 @@
 namespace scrivalen::test {
 
 /// The bytes of an expected document.
-/// @param path  below the folder of all of them, with slashes
+/// @param path  relative to the golden folder, with slashes
 std::string golden(std::string_view path);
 
 }  // namespace scrivalen::test

@@ -39,7 +39,7 @@ std::vector<std::size_t> referencesIn(std::string_view value) {
   return found;
 }
 
-// Where the escaped string that begins at `at` has its closing bracket.
+// Returns the position of the closing parenthesis of the escaped string that begins at `at`.
 std::size_t endOfString(std::string_view text, std::size_t at) {
   while (at < text.size() && text[at] != ')') {
     at += text[at] == '\\' ? 2 : 1;
@@ -113,8 +113,8 @@ bool PdfStructure::readLine(std::size_t number, std::string_view line) {
   return good;
 }
 
-// The root of an outline without linked entries is not in the file; its line names what comes behind it.
-bool PdfStructure::isSilentOutline(std::size_t number) const {
+// The root of an outline without linked entries is not in the file; its table line holds the offset of the next object.
+bool PdfStructure::isUnwrittenOutline(std::size_t number) const {
   return !conforming_ && number != 0 && objects_.count(number) == 0 && reference(kCatalog, "Outlines") == number;
 }
 
@@ -123,17 +123,17 @@ void PdfStructure::readObject(std::size_t number, std::size_t offset) {
   const std::string name = named("object", number);
   expect(offset == end_, name + " does not begin where the one in front of it ends");
   if (!from(bytes_, offset).starts_with(head)) {
-    expect(isSilentOutline(number), "the offset of " + name);
+    expect(isUnwrittenOutline(number), "the offset of " + name);
     return;
   }
   Object object;
-  const std::size_t behind = readStream(object, readEntries(object, offset + head.size()), number);
-  object.text = bytes_.substr(offset, behind - offset);
-  end_ = behind;
+  const std::size_t end = readStream(object, readEntries(object, offset + head.size()), number);
+  object.text = bytes_.substr(offset, end - offset);
+  end_ = end;
   objects_[number] = object;
 }
 
-// Reads up to the end of the dictionary, where it returns.
+// Reads the dictionary and returns its end.
 std::size_t PdfStructure::readEntries(Object& object, std::size_t at) const {
   while (from(bytes_, at).starts_with('/')) {
     const std::size_t blank = std::min(bytes_.find(' ', at), bytes_.size() - 1);
@@ -146,11 +146,11 @@ std::size_t PdfStructure::readEntries(Object& object, std::size_t at) const {
   return std::min(at, bytes_.size());
 }
 
-// Where the value that begins at `at` ends: in front of a line's end, outside of its brackets.
+// Returns the end of the value that begins at `at`: the first line end outside its brackets.
 std::size_t PdfStructure::endOfValue(std::size_t at) const {
   const std::string_view value = from(bytes_, at);
   if (value.starts_with('(')) {
-    // An escaped text has no line ends of its own; in one that is not, they are followed by anything but an entry.
+    // An escaped text has no line ends of its own; those of an unescaped one are not followed by an entry.
     return std::min(bytes_.find(conforming_ ? ")\r\n" : ")\r\n/", at), bytes_.size() - 1) + 1;
   }
   if (value.starts_with('/')) {
@@ -173,7 +173,7 @@ std::size_t PdfStructure::endOfValue(std::size_t at) const {
   return bytes_.size();
 }
 
-// Reads what comes behind the entries. Returns where the object ends.
+// Reads what follows the entries and returns the object's end.
 std::size_t PdfStructure::readStream(Object& object, std::size_t at, std::size_t number) {
   constexpr std::string_view kBegin = ">>\r\nstream\r\n";
   std::string_view end = ">>\r\nendobj\r\n\r\n";
@@ -234,7 +234,7 @@ void PdfStructure::checkReferences() {
 void PdfStructure::checkReferencesIn(std::size_t number, std::string_view value) {
   for (const std::size_t target : referencesIn(value)) {
     const bool isNowhere = target == 0 && !conforming_;
-    expect(objects_.count(target) > 0 || isNowhere || (number == kCatalog && isSilentOutline(target)),
+    expect(objects_.count(target) > 0 || isNowhere || (number == kCatalog && isUnwrittenOutline(target)),
            named("object", number) + named(" refers to", target) + ", which is not there");
   }
 }
@@ -247,7 +247,7 @@ void PdfStructure::checkDestinations() {
   }
 }
 
-// A page, a place on it, and the zoom as it is.
+// A page, a place on it, and an unchanged zoom.
 void PdfStructure::checkDestination(std::size_t number, std::string_view value) {
   const auto targets = referencesIn(value);
   const bool leadsToPage = targets.size() == 1 && (isOf(targets[0], "/Page") || (targets[0] == 0 && !conforming_));
@@ -299,11 +299,11 @@ void PdfStructure::checkOutline() {
   const std::size_t root = reference(kCatalog, "Outlines");
   const std::size_t linked = objects_.count(root) > 0 ? checkEntriesOf(root) : 0;
   expect(objects_.count(root) == 0 || isOf(root, "/Outlines"), "the outline");
-  // An entry whose level is too deep belongs to no tree in the classic form.
+  // In the classic form an entry nested too deep belongs to no tree.
   expect(!conforming_ || linked == allOf("/Outline").size(), "the outline does not have each of its entries");
 }
 
-// Follows the whole tree. Returns how many entries it has.
+// Follows the whole tree and returns its number of entries.
 std::size_t PdfStructure::checkEntriesOf(std::size_t root) {
   std::set<std::size_t> seen;
   std::vector<OutlineLevel> levels = {{root, reference(root, "First")}};
@@ -332,7 +332,7 @@ std::size_t PdfStructure::checkEntriesOf(std::size_t root) {
   }
 }
 
-// Returns how many entries hang below the node.
+// Returns the number of entries below the node.
 std::size_t PdfStructure::finishLevel(const OutlineLevel& level) {
   const std::string name = named("object", level.node);
   const std::size_t all = level.own + level.all;

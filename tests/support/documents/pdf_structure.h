@@ -8,31 +8,31 @@
 
 namespace scrivalen::test {
 
-/// Reads the structure of a PDF as this library writes it, by its cross-reference table alone, and notes whatever is
-/// not as it has to be. Any bytes may be given.
+/// Reads the structure of a PDF as this library writes it, only by its cross-reference table, and collects whatever is
+/// wrong. Any bytes may be given.
 ///
-/// Texts of the classic form are not escaped, so that one with a line that looks like an entry is taken for one.
+/// Texts of the classic form are not escaped, so a line of text that looks like an entry is taken for one.
 class PdfStructure {
  public:
   /// @param bytes       the whole file; must outlive this
-  /// @param conforming  whether stream lengths are true; else they are announced twice as long
+  /// @param conforming  whether stream lengths are true; else they are declared twice as long
   PdfStructure(std::string_view bytes, bool conforming);
 
-  /// Each what and where; empty when all is well.
+  /// The problems found, each with its place; empty for a correct file.
   const std::vector<std::string>& problems() const { return problems_; }
 
-  /// How many objects the table lists.
+  /// The number of objects in the table.
   std::size_t objectCount() const { return count_; }
-  /// An object as it stands in the file, from its number to the blank line behind it; objects count from 1. Empty for
-  /// one that is not there.
+  /// The bytes of an object, from its number to the blank line after it; objects count from 1. Empty for a missing
+  /// object.
   std::string_view object(std::size_t number) const;
-  /// The value in an object's dictionary as it is written; empty without the entry.
+  /// A value in an object's dictionary, as written; empty without the entry.
   std::string_view entry(std::size_t number, std::string_view key) const;
 
   std::size_t pageCount() const { return pages_.size(); }
   /// The numbers of the pages, in their order.
   const std::vector<std::size_t>& pages() const { return pages_; }
-  /// What stands between "stream" and "endstream" of a page; pages count from 0.
+  /// The bytes between "stream" and "endstream" of a page; pages count from 0.
   std::string_view content(std::size_t page) const;
 
  private:
@@ -40,10 +40,10 @@ class PdfStructure {
     std::string_view text;  // from its number to the blank line
     std::string_view stream;
     bool hasStream = false;
-    std::map<std::string_view, std::string_view> entries;  // those at the dictionary's own level
+    std::map<std::string_view, std::string_view> entries;  // the top level of the dictionary
   };
 
-  // An entry of the outline, or the outline itself, whose entries are being followed.
+  // The outline or one of its entries, while the entries below it are followed.
   struct OutlineLevel {
     std::size_t node;
     std::size_t entry;  // the next one below the node
@@ -59,7 +59,7 @@ class PdfStructure {
   std::size_t readEntries(Object& object, std::size_t at) const;
   std::size_t endOfValue(std::size_t at) const;
   std::size_t readStream(Object& object, std::size_t at, std::size_t number);
-  bool isSilentOutline(std::size_t number) const;
+  bool isUnwrittenOutline(std::size_t number) const;
   void checkReferences();
   void checkReferencesIn(std::size_t number, std::string_view value);
   void checkDestinations();

@@ -7,7 +7,7 @@
 
 namespace scrivalen::test {
 
-/// Notes every operation that reaches it, with its arguments: `BeginRow("row", null, 2)`. Texts are noted as UTF-8.
+/// Records every call with its arguments: `BeginRow("row", null, 2)`. Texts are recorded as UTF-8.
 class RecordingReport final : public AReport {
  public:
   const std::vector<std::string>& calls() const { return calls_; }

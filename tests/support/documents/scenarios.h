@@ -15,7 +15,7 @@ struct Scenario {
 
 void PrintTo(const Scenario& scenario, std::ostream* out);
 
-/// Every scenario. A report with the current date in it wants a clock that stands still.
+/// Every scenario. Those with the current date need a stopped clock.
 std::span<const Scenario> scenarios();
 
 }  // namespace scrivalen::test

@@ -5,16 +5,16 @@
 
 namespace scrivalen::test {
 
-/// The folder that templates are looked for in, without a separator at its end.
+/// The folder of the templates, without a trailing separator.
 std::wstring templateFolder();
 
-/// A template of a new name in that folder, removed at the end.
+/// A template with a unique name in that folder, removed at the end of its lifetime.
 class TemporaryTemplate {
  public:
   struct Unreadable {};
 
   explicit TemporaryTemplate(std::string_view bytes);
-  /// One that exists and cannot be read, because it is a folder.
+  /// A template that exists but cannot be read, because it is a folder.
   explicit TemporaryTemplate(Unreadable);
   TemporaryTemplate(const TemporaryTemplate&) = delete;
   TemporaryTemplate& operator=(const TemporaryTemplate&) = delete;

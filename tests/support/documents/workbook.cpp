@@ -22,7 +22,7 @@ std::size_t number(std::string_view bytes, std::size_t at, std::size_t size) {
   return value;
 }
 
-// The packed bytes of a member, found through the directory at the archive's end.
+// The compressed bytes of a member, found through the directory at the archive's end.
 std::optional<std::string> packedMember(const std::string& archive, std::string_view name) {
   const std::size_t end = archive.rfind("PK\x05\x06");
   if (end == std::string::npos) {
@@ -71,7 +71,7 @@ std::string unescaped(std::string_view text) {
       }
     }
     if (taken == 0) {
-      EXPECT_NE(text.front(), '&') << "a reference that is not known: " << text.substr(0, 20);
+      EXPECT_NE(text.front(), '&') << "an unknown reference: " << text.substr(0, 20);
       result += text.front();
       taken = 1;
     }
@@ -80,7 +80,7 @@ std::string unescaped(std::string_view text) {
   return result;
 }
 
-// ECMA-376, 22.9.2.19; what is escaped here is below U+0080.
+// ECMA-376, 22.9.2.19; only characters below U+0080 are escaped here.
 std::string withoutEscapes(std::string_view text) {
   constexpr std::size_t kSize = 7;
   std::string result;
@@ -168,7 +168,7 @@ std::vector<Token> tokensOf(std::string_view xml) {
     }
     const std::size_t end = xml.find('>');
     if (end == std::string_view::npos) {
-      ADD_FAILURE() << "a tag does not end: " << xml.substr(0, 50);
+      ADD_FAILURE() << "an unclosed tag: " << xml.substr(0, 50);
       break;
     }
     tokens.push_back(readTag(xml.substr(1, end - 1)));
@@ -186,7 +186,7 @@ std::vector<Token> tokensOf(std::string_view xml) {
   return tokens;
 }
 
-// The looks of cells, by the number that cells name.
+// The formats of cells, by the index that cells refer to.
 std::vector<std::string> looksOf(const std::wstring& path) {
   std::vector<std::string> fonts;
   std::vector<std::string> fills;

@@ -8,7 +8,7 @@
 namespace scrivalen::test {
 
 /// A spreadsheet file as text, read without the code that wrote it. Each sheet begins with its name in brackets and the
-/// width of its columns; a line for each cell follows, with what sets it apart:
+/// width of its columns; a line for each cell follows, with its text and formatting:
 ///
 ///     [Sheet1]
 ///     A 20.7
@@ -20,10 +20,10 @@ std::string readWorkbook(const std::wstring& path);
 /// Only the cells, without names and widths.
 std::string readCells(const std::wstring& path);
 
-/// A part of the file, as it stands there.
+/// A part of the file, uncompressed.
 std::string workbookPart(const std::wstring& path, std::string_view name);
 
-/// The same piece by piece, for parts that no one wants in memory.
+/// The same, piece by piece, for parts too large for memory.
 void readWorkbookPart(const std::wstring& path, std::string_view name,
                       const std::function<void(std::string_view)>& take);
 

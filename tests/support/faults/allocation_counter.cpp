@@ -10,24 +10,24 @@ namespace {
 std::atomic<std::size_t> count{0};
 std::atomic<std::size_t> living{0};
 
-std::atomic<std::size_t> toGo{0};  // allocations up to the first one that fails, that one included; 0: none fails
-std::atomic<bool> failsOn{false};  // behind the first one
+std::atomic<std::size_t> toGo{0};  // allocations up to and including the first that fails; 0: none fails
+std::atomic<bool> failsOn{false};  // after the first failure
 std::atomic<bool> mallocFails{false};
 std::atomic<bool> failed{false};
 std::atomic<int> unfailing{0};
 
 void* allocate(std::size_t size) noexcept {
   ++count;
-  if (scrivalen::test::shallFail()) {
+  if (scrivalen::test::shouldFail()) {
     return nullptr;
   }
-  const scrivalen::test::UnfailingAllocations failsOnce;  // where malloc is asked whether it fails, too
+  const scrivalen::test::UnfailingAllocations failsOnce;  // keeps a replaced malloc from failing the same one again
   void* const memory = std::malloc(size > 0 ? size : 1);
   living += memory ? 1 : 0;
   return memory;
 }
 
-// The block that malloc gave stands in front of the aligned one: aligned_alloc is not there on every system.
+// Stores the address of malloc's block before the aligned one: not every system has aligned_alloc.
 void* allocate(std::size_t size, std::align_val_t alignment) noexcept {
   const auto step = static_cast<std::size_t>(alignment);
   void* const block = allocate(size + step + sizeof(void*));
@@ -51,8 +51,8 @@ void release(void* memory, std::align_val_t) noexcept {
   }
 }
 
-// With the first exception of a thread a runtime may need memory that stays with the thread, and where it gets none it
-// ends the program.
+// At a thread's first exception a runtime may allocate memory that it keeps for the thread. If that fails, it ends the
+// program.
 void throwOnce() {
   try {
     throw std::bad_alloc();
@@ -74,7 +74,7 @@ namespace scrivalen::test {
 std::size_t allocationCount() { return count; }
 std::size_t livingAllocations() { return living; }
 
-bool shallFail() {
+bool shouldFail() {
   if (toGo == 0 || unfailing > 0) {
     return false;
   }
@@ -87,7 +87,7 @@ bool shallFail() {
   return true;
 }
 
-bool shallMallocFail() { return mallocFails && shallFail(); }
+bool shouldMallocFail() { return mallocFails && shouldFail(); }
 
 FailingAllocations::FailingAllocations(std::size_t nth, Extent extent, Functions functions) {
   throwOnce();

@@ -4,31 +4,31 @@
 
 namespace scrivalen::test {
 
-/// How often this program has asked operator new for memory, in any of its forms and in any thread. The counter takes
-/// the place of the program's operators, so its source belongs to the programs that count and not to a library.
+/// The number of calls of operator new, in any form and any thread. The counter replaces the program's operators, so
+/// its source belongs to the programs that count and not to a library.
 std::size_t allocationCount();
 
-/// How many of these pieces of memory have not been given back yet.
+/// The number of these blocks not freed yet.
 std::size_t livingAllocations();
 
-/// Lets memory run out while it lives. One at a time, while no other thread runs.
+/// Makes allocations fail for its lifetime. One at a time, while no other thread runs.
 class FailingAllocations {
  public:
   enum class Extent { One, AllFromThere };
   enum class Functions { All, OperatorNew };
 
-  /// @param nth        which allocation from now on is the first that fails; 1 is the next, 0 none
-  /// @param functions  which functions fail, in a program that lets those of C fail too
+  /// @param nth        the first allocation to fail, counted from now: 1 is the next, 0 none
+  /// @param functions  which functions fail, in a program where those of C can fail too
   FailingAllocations(std::size_t nth, Extent extent, Functions functions = Functions::All);
   FailingAllocations(const FailingAllocations&) = delete;
   FailingAllocations& operator=(const FailingAllocations&) = delete;
   ~FailingAllocations();
 
-  /// Whether one has failed.
+  /// Whether an allocation has failed.
   bool hasFailed() const;
 };
 
-/// Lets the program have its memory all the same while it lives, for what belongs to the test itself.
+/// Lets allocations succeed for its lifetime, for the test's own memory.
 class UnfailingAllocations {
  public:
   UnfailingAllocations();
@@ -37,12 +37,12 @@ class UnfailingAllocations {
   ~UnfailingAllocations();
 };
 
-/// For whatever else asks for memory in the program: whether this allocation is to fail.
-bool shallFail();
-/// The same for the functions of C.
-bool shallMallocFail();
+/// Counts an allocation by other functions of the program. @return whether it has to fail
+bool shouldFail();
+/// The same for the C functions.
+bool shouldMallocFail();
 
-/// How often an action asks for memory.
+/// The number of allocations that an action makes.
 template <typename Action>
 std::size_t allocationsOf(Action action) {
   const std::size_t before = allocationCount();

@@ -2,8 +2,8 @@
 
 #include <cerrno>
 
-// Takes the place of the C library's functions in a program, so that FailingAllocations holds for libraries written in
-// C too. The names behind them are the C library's.
+// Replaces the C library's functions in a program, so that FailingAllocations applies to libraries written in C too.
+// The names of the originals are the C library's.
 
 extern "C" {
 
@@ -12,7 +12,7 @@ void* __libc_calloc(std::size_t count, std::size_t size);
 void* __libc_realloc(void* memory, std::size_t size);
 
 void* malloc(std::size_t size) {
-  if (scrivalen::test::shallMallocFail()) {
+  if (scrivalen::test::shouldMallocFail()) {
     errno = ENOMEM;
     return nullptr;
   }
@@ -20,7 +20,7 @@ void* malloc(std::size_t size) {
 }
 
 void* calloc(std::size_t count, std::size_t size) {
-  if (scrivalen::test::shallMallocFail()) {
+  if (scrivalen::test::shouldMallocFail()) {
     errno = ENOMEM;
     return nullptr;
   }
@@ -28,7 +28,7 @@ void* calloc(std::size_t count, std::size_t size) {
 }
 
 void* realloc(void* memory, std::size_t size) {
-  if (scrivalen::test::shallMallocFail()) {
+  if (scrivalen::test::shouldMallocFail()) {
     errno = ENOMEM;
     return nullptr;
   }

@@ -5,5 +5,5 @@
 extern "C" void* __real_realloc(void* memory, std::size_t size);
 
 extern "C" void* __wrap_realloc(void* memory, std::size_t size) {
-  return scrivalen::test::shallFail() ? nullptr : __real_realloc(memory, size);
+  return scrivalen::test::shouldFail() ? nullptr : __real_realloc(memory, size);
 }

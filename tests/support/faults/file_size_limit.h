@@ -7,7 +7,7 @@
 
 namespace scrivalen::test {
 
-/// Lets no file of the program grow beyond a size while it lives; for POSIX.
+/// Limits the size of the program's files for its lifetime. For POSIX.
 class FileSizeLimit {
  public:
   explicit FileSizeLimit(rlim_t bytes) : oldHandler_(std::signal(SIGXFSZ, SIG_IGN)) {

@@ -4,10 +4,10 @@
 
 namespace scrivalen::test {
 
-/// What GetError says of a path that cannot be opened for writing now; fails the test when it can be.
+/// The text that GetError returns for a path that cannot be opened for writing. Fails the test when it can be opened.
 std::wstring openingError(const std::wstring& path);
 
-/// The same of a path that cannot be opened for reading now.
+/// The same for reading.
 std::wstring readingError(const std::wstring& path);
 
 }  // namespace scrivalen::test

@@ -13,9 +13,9 @@ namespace scrivalen::test {
 
 using Extent = FailingAllocations::Extent;
 
-/// Runs an attempt with memory that runs out at the first allocation, at one behind it, and so on, until it has all
-/// that it asks for. The first ones are tried one by one, then fewer and fewer: an attempt has thousands of them.
-/// @param attempt  is called with the number of the allocation that fails first; answers whether one has failed
+/// Repeats an attempt with memory that runs out at the first allocation, then at later ones, until none fails. The
+/// steps grow, because an attempt makes thousands of allocations.
+/// @param attempt  is called with the number of the first allocation to fail; returns whether one has failed
 template <typename Attempt>
 void runOutOfMemory(Attempt attempt) {
   std::size_t nth = 1;
@@ -25,7 +25,7 @@ void runOutOfMemory(Attempt attempt) {
   EXPECT_GT(nth, 100u);
 }
 
-/// Takes over the log while it lives, with memory of its own. One at a time.
+/// Captures the log for its lifetime, with memory that does not fail. One at a time.
 class UnfailingLog {
  public:
   UnfailingLog() {

@@ -29,7 +29,7 @@ bool writeText(const char* path, const std::string& text) {
   return isWritten;
 }
 
-// A user who is root in a namespace of his own, where mounts are nobody else's.
+// Makes the process root in a namespace of its own, where mounts are visible to no other process.
 bool enterNamespace() {
   const std::string user = std::to_string(::geteuid());
   const std::string group = std::to_string(::getegid());

@@ -5,12 +5,12 @@
 
 namespace scrivalen::test {
 
-/// A disk of a few pages that a process of its own has mounted.
+/// A disk of a few pages, mounted in a process of its own.
 class SmallDisk {
  public:
   explicit SmallDisk(std::wstring folder) : folder_(std::move(folder)) {}
 
-  /// Empties the disk and lets it have a size.
+  /// Empties the disk and sets its size.
   /// @return false when the system refuses
   bool resize(std::size_t kib) const;
   const std::wstring& folder() const { return folder_; }
@@ -20,9 +20,9 @@ class SmallDisk {
   std::wstring folder_;
 };
 
-/// Runs an action in a process of its own in which anyone may mount a disk. It has no display and none of the test's
-/// expectations: what it finds, it answers.
-/// @return what the action answers, or why there is no such disk
+/// Runs an action in a child process that may mount a disk. Expectations have no effect there: the action reports by
+/// its result.
+/// @return the action's result, or why there is no such disk
 std::string onSmallDisk(const std::function<std::string(const SmallDisk&)>& action);
 
 }  // namespace scrivalen::test
