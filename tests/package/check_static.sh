@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the static library in few large translation units, installs it component by component with an absolute library
-# folder, and builds and runs the host application on it: with CMake, with pkg-config, as part of a host's own build,
-# and through a static library that the host exports.
+# Builds the static library in one large translation unit, where no two names may meet, installs it component by
+# component with an absolute library folder, and builds and runs the host application on it: with CMake, with pkg-config,
+# as part of a host's own build, and through a static library that the host exports.
 #
 #   check_static.sh CMAKE SOURCES COMPILER
 set -euo pipefail
@@ -60,7 +60,7 @@ run_consumer() {
 }
 
 configure -S "$sources" -B "$work/build" -D BUILD_SHARED_LIBS=OFF -D CMAKE_UNITY_BUILD=ON \
-  -D SCRIVALEN_BUILD_TESTS=OFF -D SCRIVALEN_BUILD_EXAMPLES=OFF \
+  -D CMAKE_UNITY_BUILD_BATCH_SIZE=0 -D SCRIVALEN_BUILD_TESTS=OFF -D SCRIVALEN_BUILD_EXAMPLES=OFF \
   -D CMAKE_INSTALL_PREFIX="$prefix" -D CMAKE_INSTALL_LIBDIR="$prefix/lib"
 quietly "$cmake" --build "$work/build"
 expect_only_in Runtime bin/tmpl/default.htm

@@ -20,8 +20,8 @@ constexpr std::string_view kColorTable =
     "\\red0\\green0\\blue128;\\red0\\green128\\blue128;\\red0\\green128\\blue0;\\red128\\green0\\blue128;"
     "\\red128\\green0\\blue0;\\red128\\green128\\blue0;\\red128\\green128\\blue128;\\red192\\green192\\blue192;}";
 
-constexpr std::string_view kPortrait = "\\paperw11906\\paperh16838";  // A4 in twips
-constexpr std::string_view kLandscape = "\\landscape\\paperw16838\\paperh11906";
+constexpr std::string_view kPortraitPaper = "\\paperw11906\\paperh16838";  // A4 in twips
+constexpr std::string_view kLandscapePaper = "\\landscape\\paperw16838\\paperh11906";
 
 constexpr std::string_view kAlignments[] = {"\\ql", "\\ql", "\\qc", "\\qr", "\\qj"};
 
@@ -127,7 +127,7 @@ int RTFdoc::BegDoc(OutputFile* target, const wchar_t* title, int landscape) {
     part.control("{\\rtf\\ansi{\\info{\\title ").text(orEmpty(title)).control("}} \r\n");
   });
   Words::literal(*this, kColorTable);
-  Words::literal(*this, landscape ? kLandscape : kPortrait);
+  Words::literal(*this, landscape ? kLandscapePaper : kPortraitPaper);
   Words::literal(*this, "\r\n{");
   nextParType = PAR_DEFAULT;
   return 1;

@@ -14,25 +14,25 @@ using namespace scrivalen;
 
 namespace {
 
-struct NamedColor {
+struct TableColor {
   std::wstring_view name;
   int index;
 };
 
 // The numbers do not all line up with the colour table, and "darkblue" is there twice, so that its second row is never
 // reached: documents have always been coloured so.
-constexpr NamedColor kColors[] = {{L"black", 1},        {L"blue", 2},      {L"cyan", 3},        {L"lightgreen", 4},
-                                  {L"magenta", 5},      {L"red", 6},       {L"yellow", 7},      {L"white", 8},
-                                  {L"darkblue", 8},     {L"darkcyan", 10}, {L"green", 11},      {L"darkblue", 12},
-                                  {L"darkmagenta", 13}, {L"darkred", 14},  {L"darkyellow", 15}, {L"gray", 16},
-                                  {L"lightgray", 17}};
+constexpr TableColor kTableColors[] = {{L"black", 1},        {L"blue", 2},      {L"cyan", 3},        {L"lightgreen", 4},
+                                       {L"magenta", 5},      {L"red", 6},       {L"yellow", 7},      {L"white", 8},
+                                       {L"darkblue", 8},     {L"darkcyan", 10}, {L"green", 11},      {L"darkblue", 12},
+                                       {L"darkmagenta", 13}, {L"darkred", 14},  {L"darkyellow", 15}, {L"gray", 16},
+                                       {L"lightgray", 17}};
 
 constexpr int kFontSizeOff = 10;  // half-points, whatever the size was before
 
 int colorIndex(std::wstring_view name) {
-  const auto found = std::find_if(std::begin(kColors), std::end(kColors),
-                                  [name](const NamedColor& color) { return equalIgnoringCase(color.name, name); });
-  return found == std::end(kColors) ? 0 : found->index;
+  const auto found = std::find_if(std::begin(kTableColors), std::end(kTableColors),
+                                  [name](const TableColor& color) { return equalIgnoringCase(color.name, name); });
+  return found == std::end(kTableColors) ? 0 : found->index;
 }
 
 constexpr int kLinkColor = 2;  // blue
