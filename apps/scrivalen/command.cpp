@@ -184,8 +184,9 @@ std::vector<std::string> Conversion::logInPersonsWords() const {
     if (line.starts_with(scrivalen::kOperationFailed)) {
       throw std::runtime_error(text);
     }
-    const auto saysSo = [&](const auto& output) { return output->error() == text; };
-    if (std::none_of(outputs_.begin(), outputs_.end(), saysSo)) {
+    const auto saysSo = [&](const auto& output) { return output->hasSaid(text); };
+    const bool isNew = std::find(texts.begin(), texts.end(), text) == texts.end();
+    if (isNew && std::none_of(outputs_.begin(), outputs_.end(), saysSo)) {
       texts.push_back(text);
     }
   }

@@ -55,9 +55,17 @@ bool Output::prepareFile() {
 
 // A report returns such a failure at its end only. That would be late: the disk is full now.
 void Output::noteLogged(std::wstring_view line) {
-  if (!failed() && line.starts_with(std::wstring(scrivalen::kWriteErrorStart) + file_ + L'\'')) {
+  if (!failed() && line.starts_with(scrivalen::kWriteErrorStart) &&
+      isOwnFile(line.substr(scrivalen::kWriteErrorStart.size()))) {
     fail(inPersonsWords(std::wstring(line)));
   }
+}
+
+// The path ends at an apostrophe.
+bool Output::isOwnFile(std::wstring_view quotedPath) const {
+  const std::wstring folder = writer_->workFolder();
+  return quotedPath.starts_with(file_ + L'\'') ||
+         (!folder.empty() && quotedPath.starts_with(folder + scrivalen::kPathSeparator));
 }
 
 void Output::finish() {
@@ -73,8 +81,32 @@ void Output::deliver() {
 }
 
 std::string Output::inPersonsWords(const std::wstring& message) const {
-  return replacedAll<char>(toUtf8(message), toUtf8(file_), name_);
+  const std::wstring folder = writer_->workFolder();
+  if (folder.empty() || message.find(folder) == message.npos) {
+    return replacedAll<char>(toUtf8(message), toUtf8(file_), name_);
+  }
+  return withName(withoutParts(message, folder));
 }
+
+// A file that the output is made of has a name that nobody knows, but the disk that it is on may be the full one.
+std::string Output::withoutParts(const std::wstring& message, const std::wstring& folder) const {
+  const std::size_t begin = message.find(L'\'' + folder + scrivalen::kPathSeparator);
+  const std::size_t end = begin == message.npos ? begin : message.find(L'\'', begin + 1 + folder.size());
+  if (end == message.npos) {
+    return toUtf8(message);
+  }
+  const std::wstring start = message.substr(0, begin);
+  const std::wstring_view place = scrivalen::folderOf(folder);
+  const std::string note = " (a part of it in '" + scrivalen::narrowPath(place.substr(0, place.size() - 1)) + "')";
+  return toUtf8(start) + "'" + name_ + "'" + (start.ends_with(L" error for ") ? note : "") +
+         toUtf8(message.substr(end + 1));
+}
+
+std::string Output::withName(const std::string& message) const {
+  return message.find(name_) == message.npos ? "'" + name_ + "': " + message : message;
+}
+
+bool Output::hasSaid(std::string_view text) const { return failed() && error_.ends_with(text); }
 
 void Output::fail(const std::string& error) { error_ = error.empty() ? "cannot write '" + name_ + "'" : error; }
 

@@ -89,6 +89,17 @@ TestHost::TestHost() {
   host_.wasInterrupted = [] { return false; };
 }
 
+LongTable::LongTable(TestHost& host) {
+  host.host().readInput = [this](void* data, std::size_t size) {
+    constexpr std::string_view kRow = "a cell,another\n";
+    const std::size_t count = std::min(size, kSize - read_);
+    for (std::size_t at = 0; at < count; ++at) {
+      static_cast<char*>(data)[at] = kRow[read_++ % kRow.size()];
+    }
+    return std::optional(count);
+  };
+}
+
 CommandRun& CommandRun::with(std::string_view name, std::string_view bytes) {
   scrivalen::test::writeBytes(widePath(name), bytes);
   return *this;

@@ -30,6 +30,22 @@ class TestHost {
   Host host_;
 };
 
+/// Replaces standard input by a table of two columns, far longer than any test needs to read.
+class LongTable {
+ public:
+  static constexpr std::size_t kSize = 16 << 20;
+
+  explicit LongTable(TestHost& host);
+  LongTable(const LongTable&) = delete;
+  LongTable& operator=(const LongTable&) = delete;
+
+  /// How many bytes of it were read.
+  std::size_t read() const { return read_; }
+
+ private:
+  std::size_t read_ = 0;
+};
+
 struct Result {
   int status = 0;
   std::string output;

@@ -7,7 +7,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -39,34 +38,10 @@ TEST(DeliveryPosix, ReportsAFullDiskFoundBeforeTheEnd) {
   EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
 }
 
-// Replaces standard input by a table far longer than any test needs to read.
-class LongTable {
- public:
-  static constexpr std::size_t kSize = 16 << 20;
-
-  explicit LongTable(Host& host) {
-    host.readInput = [this](void* data, std::size_t size) {
-      const std::size_t count = std::min(size, kSize - read_);
-      for (std::size_t at = 0; at < count; ++at) {
-        static_cast<char*>(data)[at] = kRow[read_++ % kRow.size()];
-      }
-      return std::optional(count);
-    };
-  }
-  LongTable(const LongTable&) = delete;
-  LongTable& operator=(const LongTable&) = delete;
-
-  std::size_t read() const { return read_; }
-
- private:
-  static constexpr std::string_view kRow = "a cell,another\n";
-  std::size_t read_ = 0;
-};
-
 TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
   for (const std::string format : {"html", "text", "xml", "rtf"}) {
     CommandRun run;
-    const LongTable table(run.host.host());
+    const LongTable table(run.host);
     const Result result = run.run({"-", "--from", "csv", "-o", format + ":/dev/full", "-o", "@/missing/b.txt"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error,
@@ -78,7 +53,7 @@ TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
 
 TEST(DeliveryPosix, ReadsOnForAnOutputThatHasRoom) {
   CommandRun run;
-  const LongTable table(run.host.host());
+  const LongTable table(run.host);
   const Result result = run.run({"-", "--from", "csv", "-o", "html:/dev/full", "-o", "text:/dev/null"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
@@ -91,7 +66,7 @@ TEST(DeliveryPosix, StopsReadingWhenTheTargetsDiskIsFull) {
                 return "no small disk";
               }
               CommandRun run;
-              const LongTable table(run.host.host());
+              const LongTable table(run.host);
               const std::string target = scrivalen::narrowPath(disk / L"a.html");
               const Result result = run.run({"-", "--from", "csv", "-o", target});
               const bool isEarly = table.read() < LongTable::kSize / 8;

@@ -108,6 +108,8 @@ class DocumentWriter : public EventSink {
   /// @return false when what was written did not all reach the file, with the reason in error()
   virtual bool close() = 0;
   virtual std::wstring error() const = 0;
+  /// The folder in which it makes files that its output consists of, without a separator at its end; empty: none.
+  virtual std::wstring workFolder() const { return {}; }
 };
 
 }  // namespace scrivalen::command

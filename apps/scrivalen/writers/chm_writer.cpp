@@ -14,6 +14,7 @@ class HtmlHelpWriter : public DocumentWriter {
   void write(const Event& event) override;
   bool close() override;
   std::wstring error() const override { return topics_.error().empty() ? report_.error() : topics_.error(); }
+  std::wstring workFolder() const override { return topics_.folder(); }
 
  private:
   void notePlaces(const Event& event);
@@ -26,7 +27,7 @@ class HtmlHelpWriter : public DocumentWriter {
 };
 
 bool HtmlHelpWriter::open(const std::wstring& file, const DocumentSettings& settings) {
-  return topics_.prepare(settings.title) && report_.open(file, settings);
+  return topics_.prepare(file, settings.title) && report_.open(file, settings);
 }
 
 void HtmlHelpWriter::write(const Event& event) {
@@ -65,6 +66,7 @@ class ClassicHelpWriter : public PlainWriter {
   bool open(const std::wstring& file, const DocumentSettings& settings) override;
   bool close() override { return topics_.finish() && PlainWriter::close(); }
   std::wstring error() const override { return topics_.error().empty() ? PlainWriter::error() : topics_.error(); }
+  std::wstring workFolder() const override { return topics_.folder(); }
 
  protected:
   void heading(int level, const std::wstring& text) override;
@@ -93,7 +95,7 @@ class ClassicHelpWriter : public PlainWriter {
 };
 
 bool ClassicHelpWriter::open(const std::wstring& file, const DocumentSettings& settings) {
-  return topics_.prepare(settings.title) && PlainWriter::open(file, settings);
+  return topics_.prepare(file, settings.title) && PlainWriter::open(file, settings);
 }
 
 void ClassicHelpWriter::heading(int level, const std::wstring& text) {
@@ -150,6 +152,7 @@ class ChmWriter : public DocumentWriter {
   void write(const Event& event) override { writer_->write(event); }
   bool close() override { return writer_->close(); }
   std::wstring error() const override { return writer_->error(); }
+  std::wstring workFolder() const override { return writer_ ? writer_->workFolder() : L""; }
 
  private:
   std::unique_ptr<DocumentWriter> writer_;

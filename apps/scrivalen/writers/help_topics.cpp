@@ -51,11 +51,11 @@ HelpTopics::~HelpTopics() {
   report_.abandon();
 }
 
-bool HelpTopics::prepare(const std::wstring& title) {
+bool HelpTopics::prepare(const std::wstring& file, const std::wstring& title) {
+  file_ = file;
   title_ = title;
   if (!work_.createElsewhere()) {
-    error_ = L"cannot make a folder for the help topics: " + toWide(lastErrorText());
-    return false;
+    return fail(L"no folder can be made for its pages");
   }
   folder_ = work_.path() + scrivalen::kPathSeparator;
   return true;
@@ -106,11 +106,16 @@ bool HelpTopics::finish() {
   end();
   for (std::size_t topic = 0; topic < topics_.size(); ++topic) {
     if (topics_[topic].mayLink && !completeLinks(topic)) {
-      error_ = L"cannot write the help topic " + topics_[topic].file + L": " + toWide(lastErrorText());
-      return false;
+      return fail(L"its pages cannot be linked");
     }
   }
   return true;
+}
+
+bool HelpTopics::fail(const wchar_t* reason) {
+  const std::wstring why = toWide(lastErrorText());
+  error_ = L"cannot write '" + file_ + L"': " + reason + L": " + why;
+  return false;
 }
 
 // A page is written before it is known where the places are that it links to.

@@ -20,9 +20,12 @@ class HelpTopics {
   HelpTopics& operator=(const HelpTopics&) = delete;
   ~HelpTopics();
 
+  /// @param file   of the help, for messages
   /// @param title  of the page for what stands before the first heading
   /// @return false with the reason in error()
-  bool prepare(const std::wstring& title);
+  bool prepare(const std::wstring& file, const std::wstring& title);
+  /// Where the pages are; without a separator at its end.
+  const std::wstring& folder() const { return work_.path(); }
 
   /// Begins the page that a heading asks for, if it does.
   void beginFor(int level, std::wstring_view heading);
@@ -48,6 +51,7 @@ class HelpTopics {
 
   void begin(const std::wstring& title);
   void end();
+  bool fail(const wchar_t* reason);
   bool completeLinks(std::size_t topic);
   const Topic* topicOf(std::string_view link, std::size_t linksTopic) const;
   std::wstring pathOf(const Topic& topic) const { return folder_ + topic.file; }
@@ -55,6 +59,7 @@ class HelpTopics {
   SingleReport& report_;
   scrivalen::WorkFolder work_;
   std::wstring folder_;  // its path with a separator at its end
+  std::wstring file_;
   std::wstring title_;
   std::vector<Topic> topics_;
   std::map<std::string, std::size_t, std::less<>> anchors_;  // their names in UTF-8, and the topics that have them

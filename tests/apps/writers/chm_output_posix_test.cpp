@@ -1,0 +1,96 @@
+#include "command_support.h"
+#include "support/faults/small_disk.h"
+#include "texts.h"
+
+#include <scrivalen/host.h>
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <filesystem>
+
+// What the command says about a help file, whose pages are made in the folder for temporary files.
+
+namespace scrivalen::command::test {
+namespace {
+
+namespace fs = std::filesystem;
+using scrivalen::test::onSmallDisk;
+using scrivalen::test::SmallDisk;
+
+// A folder for temporary files while it lives.
+class TemporaryFilesIn {
+ public:
+  explicit TemporaryFilesIn(const std::string& folder) { ::setenv("TMPDIR", folder.c_str(), 1); }
+  TemporaryFilesIn(const TemporaryFilesIn&) = delete;
+  TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
+  ~TemporaryFilesIn() { ::setenv("TMPDIR", before_.c_str(), 1); }
+
+ private:
+  std::string before_ = std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp";
+};
+
+// A help compiler of a few lines while it lives.
+class Compiler {
+ public:
+  explicit Compiler(const std::string& script) {
+    scrivalen::test::makeFolder(folder_ / L"hhc");
+    scrivalen::test::makeFolder(folder_ / L"tmpl");
+    scrivalen::test::writeBytes(folder_ / L"tmpl/default.htm", "%BODY%");
+    scrivalen::test::writeBytes(folder_ / L"hhc/hhc.exe", "#!/bin/sh\n" + script);
+    fs::permissions(scrivalen::test::asPath(folder_ / L"hhc/hhc.exe"), fs::perms::owner_all);
+    scrivalen::SetDataFolder(folder_.path().c_str());
+  }
+  Compiler(const Compiler&) = delete;
+  Compiler& operator=(const Compiler&) = delete;
+  ~Compiler() { scrivalen::SetDataFolder(nullptr); }
+
+ private:
+  scrivalen::test::TemporaryFolder folder_;
+};
+
+TEST(ChmMessages, NameTheOutputInAWarning) {
+  const Compiler compiler("printf made >\"${1%/*}/report.chm\"\n");
+  CommandRun run;
+  const Result result = run.with("in.md", "# \xE4\xB8\xAD").run({"@/in.md", "-o", "@/a.chm"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: '@/a.chm': 2 characters could not be written as they were given, the first is "
+            "U+4E2D.\n");
+}
+
+TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
+  EXPECT_EQ(onSmallDisk([](const SmallDisk& disk) -> std::string {
+              if (!disk.resize(64)) {
+                return "no small disk";
+              }
+              CommandRun run;
+              const LongTable table(run.host);
+              const std::string folder = toUtf8(disk.folder());
+              const TemporaryFilesIn temporary(folder);
+              const Result result = run.run({"-", "--from", "csv", "-o", "@/a.chm"});
+              const bool isEarly = table.read() < LongTable::kSize / 8;
+              return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, folder, "DISK");
+            }),
+            "early: scrivalen: File write error for '@/a.chm' (a part of it in 'DISK'). No space left on device\n");
+}
+
+TEST(ChmMessages, NameTheOutputWhereNoPagesCanBeMade) {
+  CommandRun run;
+  const TemporaryFilesIn nowhere("/nowhere");
+  const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error,
+            "scrivalen: cannot write '@/a.chm': no folder can be made for its pages: No such file or directory\n");
+}
+
+TEST(ChmMessages, NameTheOutputThatTheCompilerDidNotMake) {
+  const Compiler compiler("exit 3\n");
+  CommandRun run;
+  const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: The help compiler left no '@/a.chm'. It ended with status 3.\n");
+}
+
+}  // namespace
+}  // namespace scrivalen::command::test
