@@ -2,9 +2,7 @@
 
 #include "document/distributor.h"
 #include "errors.h"
-#include "fixed_clock.h"
-#include "library_log.h"
-#include "library_stop.h"
+#include "library_handlers.h"
 #include "messages.h"
 #include "options.h"
 #include "output/contain.h"

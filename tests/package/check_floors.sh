@@ -14,6 +14,14 @@ includes() {
     src include apps
 }
 
+# A folder of more files than that is one to divide.
+most_files=24
+crowded="$(find src include apps -type f | sed 's|/[^/]*$||' | sort | uniq -c | awk -v most="$most_files" '$1 > most')"
+if [ -n "$crowded" ]; then
+  printf 'check_floors: more than %s files in a folder:\n%s\n' "$most_files" "$crowded"
+  exit 1
+fi
+
 includes | awk '
   # Sets floor and format of a path as it is included. Floor 0: a file of the command, or of another library.
   function place(path) {

@@ -71,6 +71,15 @@ expect_found include/scrivalen/report.h '<scrivalen/scrivalen.h>' "above"
 expect_found apps/scrivalen/command.cpp '"report/report_error.h"' "the command"
 expect_found apps/scrivalen/writers/writers.cpp '"formats/rtf/rtf_report.h"' "the command"
 
+write_tree
+for number in {1..24}; do
+  put "src/text/file$number.h" '<string>'
+done
+if "$check" "$work" >"$work/found" || ! grep -q '25 src/text$' "$work/found"; then
+  printf 'check_floors_test: a folder of 25 files is too full, but: %s\n' "$(cat "$work/found")" >&2
+  failures=1
+fi
+
 rm -rf "${work:?}"/*
 mkdir "$work/src" "$work/include" "$work/apps"
 if "$check" "$work" >/dev/null; then

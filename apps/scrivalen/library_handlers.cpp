@@ -1,0 +1,83 @@
+#include "library_handlers.h"
+
+#include "errors.h"
+#include "system/process/stop.h"
+
+#include <scrivalen/host.h>
+
+#include <charconv>
+#include <cstdint>
+#include <new>
+
+namespace scrivalen::command {
+namespace {
+
+// The handlers are plain functions: they find here what they need.
+std::int64_t fixedTime = 0;
+LibraryLog* currentLog = nullptr;
+const Host* interruptedHost = nullptr;
+
+std::int64_t parseSeconds(const std::string& text) {
+  std::int64_t seconds = 0;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, seconds);
+  if (result.ec != std::errc() || result.ptr != end || seconds < 0) {
+    throw UsageError("SOURCE_DATE_EPOCH is no number of seconds: '" + text + "'");
+  }
+  return seconds;
+}
+
+bool isStopWanted() { return interruptedHost->wasInterrupted(); }
+
+}  // namespace
+
+FixedClock::FixedClock(const Host& host) {
+  const auto value = host.variable("SOURCE_DATE_EPOCH");
+  if (value && !value->empty()) {
+    fixedTime = parseSeconds(*value);
+    SetClockHandler([] { return fixedTime; });
+  }
+}
+
+FixedClock::~FixedClock() { SetClockHandler(nullptr); }
+
+LibraryLog::LibraryLog() {
+  currentLog = this;
+  SetLogHandler(&LibraryLog::receive);
+}
+
+LibraryLog::~LibraryLog() {
+  SetLogHandler(nullptr);
+  currentLog = nullptr;
+}
+
+const std::vector<std::wstring>& LibraryLog::lines() const {
+  if (!isComplete_) {
+    throw std::bad_alloc();
+  }
+  return lines_;
+}
+
+void LibraryLog::receive(const wchar_t* message) {
+  try {
+    if (currentLog) {
+      currentLog->lines_.emplace_back(message);
+    }
+  } catch (const std::bad_alloc&) {
+    currentLog->isComplete_ = false;
+  }
+}
+
+LibraryStop::LibraryStop(const Host& host) {
+  interruptedHost = &host;
+  SetStopHandler(&isStopWanted);
+  scrivalen::setStopQuery(&isStopWanted);
+}
+
+LibraryStop::~LibraryStop() {
+  scrivalen::setStopQuery(nullptr);
+  SetStopHandler(nullptr);
+  interruptedHost = nullptr;
+}
+
+}  // namespace scrivalen::command
