@@ -16,7 +16,7 @@ struct Metrics {
   int sum;  // of all codes
 };
 
-// Taken from the metrics that another reader of PDF has built in.
+// Taken from the built-in metrics of another PDF reader.
 constexpr Metrics kMetrics[] = {{PDF_TIMES_ROMAN, 944, 278, 500, 200, 500, 722, 115160},
                                 {PDF_TIMES_BOLD, 1000, 278, 500, 220, 500, 722, 119951},
                                 {PDF_TIMES_ITALIC, 833, 278, 444, 275, 500, 611, 114393},
@@ -27,7 +27,7 @@ constexpr Metrics kMetrics[] = {{PDF_TIMES_ROMAN, 944, 278, 500, 200, 500, 722, 
                                 {PDF_SYMBOL, 768, 329, 493, 200, 0, 768, 110936},
                                 {PDF_ZAPFDINGBATS, 776, 713, 138, 392, 390, 788, 150697}};
 
-TEST(AdvanceWidthsTest, AreThoseOfTheStandardFonts) {
+TEST(AdvanceWidthsTest, MatchTheStandardFonts) {
   for (const Metrics& font : kMetrics) {
     SCOPED_TRACE(font.face);
     EXPECT_EQ(widthOf(font.face, 'W'), font.w);
@@ -41,21 +41,21 @@ TEST(AdvanceWidthsTest, AreThoseOfTheStandardFonts) {
   }
 }
 
-TEST(AdvanceWidthsTest, AreThoseOfTheFontThatStandsForAFace) {
-  const auto isDrawnIn = [](PDF_STANDARD_FONT_FACE face, PDF_STANDARD_FONT_FACE standard) {
+TEST(AdvanceWidthsTest, MatchTheFontThatReplacesAFace) {
+  const auto hasTheWidthsOf = [](PDF_STANDARD_FONT_FACE face, PDF_STANDARD_FONT_FACE standard) {
     return advanceWidths(face) == advanceWidths(standard);
   };
-  EXPECT_TRUE(isDrawnIn(PDF_HELVETICA_OBLIQUE, PDF_HELVETICA));
-  EXPECT_TRUE(isDrawnIn(PDF_HELVETICA_BOLDOBLIQUE, PDF_HELVETICA_BOLD));
-  EXPECT_TRUE(isDrawnIn(PDF_ARIAL, PDF_HELVETICA));
-  EXPECT_TRUE(isDrawnIn(PDF_HELVETICA_ITALIC, PDF_HELVETICA));
-  EXPECT_TRUE(isDrawnIn(PDF_HELVETICA_BOLDITALIC, PDF_HELVETICA_BOLD));
+  EXPECT_TRUE(hasTheWidthsOf(PDF_HELVETICA_OBLIQUE, PDF_HELVETICA));
+  EXPECT_TRUE(hasTheWidthsOf(PDF_HELVETICA_BOLDOBLIQUE, PDF_HELVETICA_BOLD));
+  EXPECT_TRUE(hasTheWidthsOf(PDF_ARIAL, PDF_HELVETICA));
+  EXPECT_TRUE(hasTheWidthsOf(PDF_HELVETICA_ITALIC, PDF_HELVETICA));
+  EXPECT_TRUE(hasTheWidthsOf(PDF_HELVETICA_BOLDITALIC, PDF_HELVETICA_BOLD));
   for (const auto face :
        {PDF_COURIER_BOLD, PDF_COURIER_OBLIQUE, PDF_COURIER_BOLDOBLIQUE, PDF_COURIER_ITALIC, PDF_COURIER_BOLDITALIC}) {
-    EXPECT_TRUE(isDrawnIn(face, PDF_COURIER)) << face;
+    EXPECT_TRUE(hasTheWidthsOf(face, PDF_COURIER)) << face;
   }
-  EXPECT_TRUE(isDrawnIn(static_cast<PDF_STANDARD_FONT_FACE>(19), PDF_HELVETICA));
-  EXPECT_TRUE(isDrawnIn(static_cast<PDF_STANDARD_FONT_FACE>(-1), PDF_HELVETICA));
+  EXPECT_TRUE(hasTheWidthsOf(static_cast<PDF_STANDARD_FONT_FACE>(19), PDF_HELVETICA));
+  EXPECT_TRUE(hasTheWidthsOf(static_cast<PDF_STANDARD_FONT_FACE>(-1), PDF_HELVETICA));
 }
 
 }  // namespace

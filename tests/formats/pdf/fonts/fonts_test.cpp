@@ -8,7 +8,7 @@ using namespace scrivalen::pdf;
 using PDFStuffer::CPDFFile;
 using PDFStuffer::Form;
 
-// Fonts of a file that is never written.
+// The fonts of a file that is never written.
 struct Fonts : testing::Test {
   CPDFFile file{nullptr, Form::Classic};
   FontTable table;
@@ -16,20 +16,20 @@ struct Fonts : testing::Test {
   int boldIdOf(std::size_t index) const { return table.entries()[table.entries().size() / 2 + index].id; }
 };
 
-TEST_F(Fonts, GiveTheirVariantsTheNextNumbersThatNoFontHas) {
+TEST_F(Fonts, GiveTheirVariantsTheNextUnusedNumbers) {
   for (const int id : {5, 6, 9}) {
     table.add(file, id, PDF_TIMES_ROMAN);
   }
   table.addBoldVariants(file);
-  // Behind three fonts 4 is free; behind four 7 is, behind 5 and 6; behind five it is 8.
+  // With three fonts the next free number is 4; with four it is 7, since 5 and 6 are taken; with five it is 8.
   EXPECT_EQ(boldIdOf(0), 4);
   EXPECT_EQ(boldIdOf(1), 7);
   EXPECT_EQ(boldIdOf(2), 8);
   EXPECT_EQ(table.nextUnusedId(), 10);
 }
 
-// Each number behind that of the fonts is taken, so that every search has a long way to go.
-TEST_F(Fonts, AreTwentyThousandInAMoment) {
+// The numbers after that of the fonts are all taken, so that every search is long.
+TEST_F(Fonts, FindUnusedNumbersForTwentyThousandQuickly) {
   constexpr int kCount = 20000;
   for (int i = 1; i <= kCount; ++i) {
     table.add(file, kCount + i, static_cast<PDF_STANDARD_FONT_FACE>(i % 19));
@@ -42,7 +42,7 @@ TEST_F(Fonts, AreTwentyThousandInAMoment) {
   EXPECT_EQ(table.variantOf(2 * kCount, true, false), 2 * kCount + kCount % 19);
 }
 
-TEST_F(Fonts, CountTheFirstOfTwoWithOneNumber) {
+TEST_F(Fonts, UseTheFirstOfTwoWithTheSameNumber) {
   table.add(file, 1, PDF_HELVETICA);
   table.add(file, 1, PDF_COURIER);
   table.addBoldVariants(file);
@@ -50,7 +50,7 @@ TEST_F(Fonts, CountTheFirstOfTwoWithOneNumber) {
   EXPECT_EQ(table.variantOf(1, true, false), 3);
 }
 
-TEST_F(Fonts, KnowWhatIsDrawnInSigns) {
+TEST_F(Fonts, KnowWhichOfThemAreSymbolic) {
   EXPECT_FALSE(table.isSymbolic(1, false));
   table.add(file, 1, PDF_ZAPFDINGBATS);
   table.add(file, 2, PDF_SYMBOL);

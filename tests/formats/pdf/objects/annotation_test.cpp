@@ -9,7 +9,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// The annotation 9 and something with the number 5 for it to lead to.
+// Annotation 9, and an object with the number 5 as its target.
 struct PdfAnnotation : testing::Test {
   PdfAnnotation() { page.objectNumber = 5; }
 
@@ -30,7 +30,7 @@ TEST_F(PdfAnnotation, TakesTheNextNumberAndIsEmpty) {
   EXPECT_TRUE(annotation.destTop.isInteger);
 }
 
-TEST_F(PdfAnnotation, LeadsFromARectangleToAPlaceOnAPage) {
+TEST_F(PdfAnnotation, LinksARectangleToAPositionOnAPage) {
   annotation.setRectangle(72, 700, 200, 712);
   annotation.destination.target = &page;
   annotation.destLeft.intValue = 72;
@@ -59,7 +59,7 @@ TEST_F(PdfAnnotation, LeadsFromARectangleToAPlaceOnAPage) {
   EXPECT_TRUE(areSameBytes(expected, written(annotation)));
 }
 
-TEST_F(PdfAnnotation, OpensAnAddressInsteadOfLeadingToAPage) {
+TEST_F(PdfAnnotation, OpensAnAddressInsteadOfAPage) {
   annotation.address = u"https://example.com/(a)";
   annotation.destination.target = &page;
   const std::string bytes = conforming(annotation);
@@ -78,7 +78,7 @@ TEST_F(PdfAnnotation, IsTheSameInConformingForm) {
   EXPECT_TRUE(areSameBytes(written(annotation), conforming(other)));
 }
 
-TEST_F(PdfAnnotation, LeadsToObject0WhenNothingWasFilledIn) {
+TEST_F(PdfAnnotation, LeadsToObject0ByDefault) {
   EXPECT_TRUE(
       areSameBytes("9 0 obj\r\n"
                    "<<\r\n"
@@ -103,7 +103,7 @@ TEST_F(PdfAnnotation, LeadsToObject0WhenNothingWasFilledIn) {
                    written(annotation)));
 }
 
-TEST_F(PdfAnnotation, LeadsNowhereInConformingFormWhenNothingWasFilledIn) {
+TEST_F(PdfAnnotation, HasNoDestinationByDefaultInConformingForm) {
   EXPECT_TRUE(
       areSameBytes("9 0 obj\r\n"
                    "<<\r\n"
@@ -121,7 +121,7 @@ TEST_F(PdfAnnotation, LeadsNowhereInConformingFormWhenNothingWasFilledIn) {
                    conforming(annotation)));
 }
 
-TEST_F(PdfAnnotation, TruncatesAPlaceThatIsNoWholeNumber) {
+TEST_F(PdfAnnotation, TruncatesACoordinateThatIsNoInteger) {
   annotation.destLeft.isInteger = false;
   annotation.destLeft.realValue = 72.9;
   annotation.destTop.isInteger = false;
@@ -129,12 +129,12 @@ TEST_F(PdfAnnotation, TruncatesAPlaceThatIsNoWholeNumber) {
   EXPECT_NE(written(annotation).find("/XYZ\r\n72\r\n-3\r\n0\r\n]"), std::string::npos);
 }
 
-TEST_F(PdfAnnotation, WritesARectangleAsItIsGiven) {
+TEST_F(PdfAnnotation, WritesItsRectangleUnchanged) {
   annotation.setRectangle(-1, 2147483647, -2147483647 - 1, 0);
   EXPECT_NE(written(annotation).find("/Rect [-1 2147483647 -2147483648 0]\r\n"), std::string::npos);
 }
 
-TEST_F(PdfAnnotation, MarksItsArraysAsLikeADictionary) {
+TEST_F(PdfAnnotation, SetsTheDictionaryFlagOfItsArrays) {
   annotation.destination.target = &page;
   written(annotation);
   ASSERT_EQ(annotation.entries.size(), 5u);

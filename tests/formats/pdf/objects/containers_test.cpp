@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/containers.h"
 
-#include "formats/pdf/objects/signed.h"
+#include "formats/pdf/objects/tagged.h"
 #include "formats/pdf/objects/values.h"
 #include "formats/pdf/objects/written.h"
 #include "support/bytes.h"
@@ -12,12 +12,12 @@
 using namespace PDFStuffer;
 using scrivalen::test::areSameBytes;
 using scrivalen::test::conforming;
-using scrivalen::test::Signed;
+using scrivalen::test::Tagged;
 using scrivalen::test::written;
 
 namespace {
 
-// Writes what it was given, and may fail after it.
+// Writes a given text and may fail after it.
 class Words : public CPDFObject {
  public:
   explicit Words(std::string text, bool fails = false) : text_(std::move(text)), fails_(fails) {}
@@ -38,8 +38,8 @@ class Words : public CPDFObject {
 std::unique_ptr<Words> words(const char* text) { return std::make_unique<Words>(text); }
 std::unique_ptr<Words> failing(const char* text) { return std::make_unique<Words>(text, true); }
 
-// Raises what is no exception of the standard library.
-class Raises final : public CPDFObject {
+// Throws a type that is not derived from std::exception.
+class ThrowsInt final : public CPDFObject {
  public:
   void Write(CPDFMemBlock& out) override {
     out.Append("ha");
@@ -47,7 +47,7 @@ class Raises final : public CPDFObject {
   }
 };
 
-// Tells when it is deleted.
+// Counts its destruction.
 class Counted final : public Words {
  public:
   explicit Counted(int& deleted) : Words("c"), deleted_(deleted) {}
@@ -115,7 +115,7 @@ TEST(PdfObject, DoesNotOwnItsChildren) {
   EXPECT_EQ(deleted, 0);
 }
 
-TEST(PdfArray, PutsABlankBehindEachElement) {
+TEST(PdfArray, PutsABlankAfterEachElement) {
   CPDFArray array;
   addNumbers(array);
   EXPECT_EQ(written(array), "[1 2 3 ]\r\n");
@@ -129,7 +129,7 @@ TEST(PdfArray, IsAPairOfBracketsWhenEmpty) {
   EXPECT_EQ(written(array), "[]\r\n");
 }
 
-TEST(PdfArray, PutsALineEndBehindEachElementWhenAskedTo) {
+TEST(PdfArray, PutsALineEndAfterEachElementOnRequest) {
   CPDFArray array;
   addNumbers(array);
   array.SetLineBreaks(true);
@@ -138,7 +138,7 @@ TEST(PdfArray, PutsALineEndBehindEachElementWhenAskedTo) {
   EXPECT_EQ(written(array), "[1 2 3 ]\r\n");
 }
 
-TEST(PdfArray, KeepsTheLineEndOfAnArrayInIt) {
+TEST(PdfArray, KeepsTheLineEndOfANestedArray) {
   CPDFArray array;
   auto inner = std::make_unique<CPDFArray>();
   addNumbers(*inner);
@@ -146,7 +146,7 @@ TEST(PdfArray, KeepsTheLineEndOfAnArrayInIt) {
   EXPECT_EQ(written(array), "[[1 2 3 ]\r\n ]\r\n");
 }
 
-TEST(PdfArray, PutsTheSeparatorBehindAnElementThatWritesNothing) {
+TEST(PdfArray, PutsTheSeparatorAfterAnElementThatWritesNothing) {
   CPDFArray array;
   array.Append(words(""));
   array.Append(words("x"));
@@ -177,14 +177,14 @@ TEST(PdfDictionary, IsMarkedAsOneAndDirect) {
   EXPECT_EQ(dictionary.objectNumber, 0u);
 }
 
-TEST(PdfDictionary, ClosesAtOnceWithoutEntries) {
+TEST(PdfDictionary, IsAPairOfBracketsWhenEmpty) {
   CPDFDictionary dictionary;
   EXPECT_EQ(written(dictionary), "<<\r\n>>\r\n");
   dictionary.objectNumber = 4;
   EXPECT_EQ(written(dictionary), "4 0 obj\r\n<<\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfDictionary, WritesItsEntriesInTheirOrder) {
+TEST(PdfDictionary, WritesItsEntriesInOrder) {
   CPDFName pages;
   pages.objectNumber = 2;
   CPDFDictionary dictionary;
@@ -202,7 +202,7 @@ TEST(PdfDictionary, WritesItsEntriesInTheirOrder) {
                    written(dictionary)));
 }
 
-TEST(PdfDictionary, HasAnEmptyLineBehindAnArrayAndADictionary) {
+TEST(PdfDictionary, PutsAnEmptyLineAfterAnArrayAndADictionary) {
   CPDFDictionary dictionary;
   addNumbers(dictionary.add(u"Kids", std::make_unique<CPDFArray>()));
   dictionary.add(u"Font", std::make_unique<CPDFDictionary>()).addNumber(u"Count", -3);
@@ -248,7 +248,7 @@ TEST(PdfDictionary, SkipsAnEntryWithoutKeyOrValue) {
   EXPECT_EQ(written(dictionary), "<<\r\n>>\r\n");
 }
 
-TEST(PdfDictionary, KeepsWhatAFailingValueHasWritten) {
+TEST(PdfDictionary, KeepsTheBytesOfAFailingValue) {
   CPDFDictionary dictionary;
   dictionary.add(u"Half", failing("ha"));
   dictionary.add(u"None", failing(""));
@@ -256,7 +256,7 @@ TEST(PdfDictionary, KeepsWhatAFailingValueHasWritten) {
   EXPECT_EQ(written(dictionary), "<<\r\n/Half ha\r\n/Next 1\r\n>>\r\n");
 }
 
-TEST(PdfDictionary, IsNotWholeWithAValueThatFails) {
+TEST(PdfDictionary, IsIncompleteWithAFailingValue) {
   const auto isWhole = [](std::unique_ptr<CPDFObject> value) {
     CPDFDictionary dictionary;
     dictionary.add(u"In", std::make_unique<CPDFDictionary>()).add(u"Key", std::move(value));
@@ -271,7 +271,7 @@ TEST(PdfDictionary, IsNotWholeWithAValueThatFails) {
   EXPECT_FALSE(isWhole(failing("ha")));
 }
 
-TEST(PdfArray, IsNotWholeWithAnElementThatFailsInAPart) {
+TEST(PdfArray, IsIncompleteWithAnElementThatContainsAFailingOne) {
   CPDFArray array;
   array.Append(std::make_unique<CPDFDictionary>());
   static_cast<CPDFDictionary&>(*array.elements.front()).add(u"Key", failing(""));
@@ -281,7 +281,7 @@ TEST(PdfArray, IsNotWholeWithAnElementThatFailsInAPart) {
   EXPECT_FALSE(out.isWhole());
 }
 
-TEST(PdfDictionary, KeepsTheElementsInFrontOfAFailingOne) {
+TEST(PdfDictionary, KeepsTheElementsBeforeAFailingOne) {
   CPDFDictionary dictionary;
   auto& array = dictionary.add(u"Kids", std::make_unique<CPDFArray>());
   addNumbers(array);
@@ -314,19 +314,19 @@ TEST(PdfDictionary, OwnsItsKeysAndValues) {
   EXPECT_EQ(deleted, 3);
 }
 
-TEST(PdfDictionary, DeletesEachKeyAndThenItsValue) {
+TEST(PdfDictionary, DeletesEachKeyBeforeItsValue) {
   std::string ends;
   {
     CPDFDictionary dictionary;
-    dictionary.AddEntry(std::make_unique<Signed>('k', ends), std::make_unique<Signed>('v', ends));
-    dictionary.AddEntry(std::make_unique<Signed>('K', ends), std::make_unique<Signed>('V', ends));
+    dictionary.AddEntry(std::make_unique<Tagged>('k', ends), std::make_unique<Tagged>('v', ends));
+    dictionary.AddEntry(std::make_unique<Tagged>('K', ends), std::make_unique<Tagged>('V', ends));
   }
   EXPECT_EQ(ends, "kvKV");
 }
 
-TEST(PdfDictionary, GoesOnBehindAValueWhateverItRaises) {
+TEST(PdfDictionary, ContinuesAfterAValueThatThrowsAnything) {
   CPDFDictionary dictionary;
-  dictionary.AddEntry(words("/Half"), std::make_unique<Raises>());
+  dictionary.AddEntry(words("/Half"), std::make_unique<ThrowsInt>());
   EXPECT_EQ(written(dictionary), "<<\r\n/Half ha\r\n>>\r\n");
 }
 
@@ -339,7 +339,7 @@ TEST(PdfDictionary, WritesNothingWhenAKeyFails) {
   EXPECT_EQ(out.text(), "");
 }
 
-TEST(PdfDictionary, DoesNotOwnWhatItRefersTo) {
+TEST(PdfDictionary, DoesNotOwnTheTargetsOfReferences) {
   int deleted = 0;
   Counted target(deleted);
   { CPDFDictionary().addReference(u"Pages", &target); }

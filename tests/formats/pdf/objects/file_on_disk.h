@@ -9,7 +9,7 @@
 
 namespace scrivalen::test {
 
-/// A PDF file with a file on disk under it, for a test to fill and save.
+/// A PDF file on disk for a test to fill and save.
 class FileOnDisk {
  public:
   explicit FileOnDisk(PDFStuffer::Form form = PDFStuffer::Form::Classic)

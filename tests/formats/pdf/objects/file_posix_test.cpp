@@ -36,7 +36,7 @@ struct Pipe {
 
 }  // namespace
 
-TEST(PdfFileOnAFullDisk, GoesOnAndTellsWhyBytesAreLost) {
+TEST(PdfFileOnAFullDisk, ContinuesAndReportsWhyBytesAreLost) {
   scrivalen::File full = scrivalen::openExclusive(L"/dev/full");
   ASSERT_NE(full, nullptr);
   {
@@ -50,7 +50,7 @@ TEST(PdfFileOnAFullDisk, GoesOnAndTellsWhyBytesAreLost) {
   EXPECT_TRUE(full.close());
 }
 
-TEST(PdfFileOnAFullDisk, TellsItWhenTheHandleIsItsOwn) {
+TEST(PdfFileOnAFullDisk, ReportsItWhenItOwnsTheHandle) {
   CPDFFile pdf(scrivalen::openExclusive(L"/dev/full").release(), Form::Classic);
   pdf.callerOwnsHandle = false;
   EXPECT_TRUE(pdf.Save());
@@ -58,7 +58,7 @@ TEST(PdfFileOnAFullDisk, TellsItWhenTheHandleIsItsOwn) {
   EXPECT_EQ(pdf.handle, nullptr);
 }
 
-TEST(PdfFileIntoAPipe, IsTheSameAsOnDisk) {
+TEST(PdfFileIntoAPipe, HasTheSameBytesAsOnDisk) {
   const FixedClock clock(0);
   FileOnDisk file;
   fillSample(file.pdf);
@@ -73,7 +73,7 @@ TEST(PdfFileIntoAPipe, IsTheSameAsOnDisk) {
   EXPECT_TRUE(areSameBytes(file.saved(), std::string_view(bytes.data(), static_cast<std::size_t>(size))));
 }
 
-TEST(PdfFileIntoAPipe, TellsThatNobodyReads) {
+TEST(PdfFileIntoAPipe, ReportsThatThePipeHasNoReader) {
   const auto old = std::signal(SIGPIPE, SIG_IGN);
   Pipe pipe;
   pipe.closeReader();
@@ -84,7 +84,7 @@ TEST(PdfFileIntoAPipe, TellsThatNobodyReads) {
   std::signal(SIGPIPE, old);
 }
 
-TEST(PdfFileBeyondTenDigits, TellsThatItsTableCannotFindItsObjects) {
+TEST(PdfFileBeyondTenDigits, ReportsThatItIsTooLarge) {
   FileOnDisk file;
   EXPECT_EQ(::lseek(descriptor(file.handle), 9999999900, SEEK_SET), 9999999900);
   fillSample(file.pdf);
@@ -103,7 +103,7 @@ TEST(PdfFileOfTenDigits, IsWhole) {
   EXPECT_EQ(file.pdf.catalog->fileOffset, 9999990015u);
 }
 
-TEST(PdfFileWithAHandleOfItsOwn, ClosesNothingElseWhenItEnds) {
+TEST(PdfFileThatOwnsItsHandle, ClosesNoOtherDescriptor) {
   const TemporaryFolder folder;
   const int input = ::dup(STDIN_FILENO);
   {

@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/file.h"
 #include "formats/pdf/objects/sample.h"
-#include "formats/pdf/objects/signed.h"
+#include "formats/pdf/objects/tagged.h"
 #include "formats/pdf/objects/written.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
@@ -20,10 +20,10 @@ using Problems = std::vector<std::string>;
 
 scrivalen::NativeFile invalidHandle() { return reinterpret_cast<scrivalen::NativeFile>(std::intptr_t{-1}); }
 
-// A file for what is never saved.
+// A file that is never saved.
 CPDFFile unsaved(Form form = Form::Classic) { return CPDFFile(nullptr, form); }
 
-// An object that looks where the file stands when it is written.
+// An object that records the file's position when it is written.
 class Probe final : public CPDFObject {
  public:
   Probe(CPDFFile& file, std::vector<std::uint64_t>& seen) : file_(file), seen_(seen) {
@@ -40,7 +40,7 @@ class Probe final : public CPDFObject {
   std::vector<std::uint64_t>& seen_;
 };
 
-// An object that fails when it has written a part.
+// An object that fails after writing a part.
 class Broken final : public CPDFObject {
  public:
   explicit Broken(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
@@ -50,7 +50,7 @@ class Broken final : public CPDFObject {
   }
 };
 
-// An object of which only the line in the table counts.
+// An object that is only used for its line in the table.
 class Plain final : public CPDFObject {
  public:
   explicit Plain(std::uint64_t offset, std::uint32_t itsGeneration = 0) {
@@ -104,19 +104,19 @@ TEST(PdfFile, WithoutPagesIsACatalogAndAnEmptyPageTree) {
                    file.saved()));
 }
 
-TEST(PdfFile, BeginsWithTheVersionAndSixBytesThatTellItIsBinary) {
+TEST(PdfFile, BeginsWithTheVersionAndSixBytesThatMarkItAsBinary) {
   FileOnDisk file;
   const std::string bytes = file.saved();
   EXPECT_EQ(bytes.substr(0, 9), "%PDF-1.4\n");
   EXPECT_EQ(bytes.substr(9, 6), "\x25\xE2\xE3\xCF\xD3\x0A");
 }
 
-TEST(PdfFile, EndsWithItsMarkAndNothingBehindIt) {
+TEST(PdfFile, EndsWithTheEndMark) {
   FileOnDisk file;
   EXPECT_TRUE(file.saved().ends_with("\r\n%%EOF"));
 }
 
-TEST(PdfFile, HasEachObjectWhereTheTableSaysInBothForms) {
+TEST(PdfFile, HasEachObjectAtItsOffsetInTheTableInBothForms) {
   for (const Form form : {Form::Classic, Form::Conforming}) {
     FileOnDisk file(form);
     fillSample(file.pdf);
@@ -165,7 +165,7 @@ TEST(PdfFile, NumbersAPageAndThenItsContent) {
   EXPECT_EQ(pdf.pages->children, std::vector<CPDFObject*>{page});
 }
 
-TEST(PdfFile, RegistersWhatItMakesInTheOrderOfTheNumbers) {
+TEST(PdfFile, RegistersItsObjectsInTheOrderOfTheirNumbers) {
   CPDFFile pdf(nullptr, Form::Classic);
   fillSample(pdf);
   for (std::size_t i = 0; i < pdf.objects.size(); ++i) {
@@ -186,7 +186,7 @@ TEST(PdfFile, RecordsItsFonts) {
   EXPECT_EQ(font->face, PDF_COURIER);
 }
 
-TEST(PdfFile, AnnouncesItsOutlineInTheCatalog) {
+TEST(PdfFile, RefersToItsOutlineInTheCatalog) {
   CPDFFile pdf(nullptr, Form::Classic);
   EXPECT_FALSE(pdf.catalog->hasOutlines);
   pdf.CreateOutlines();
@@ -195,14 +195,14 @@ TEST(PdfFile, AnnouncesItsOutlineInTheCatalog) {
   EXPECT_TRUE(pdf.catalog->hasOutlines);
 }
 
-TEST(PdfFile, GivesTheCatalogItsOutlineWhenItIsSaved) {
+TEST(PdfFile, SetsTheCatalogsOutlineWhenItIsSaved) {
   FileOnDisk file;
   file.pdf.CreateOutlines();
   file.pdf.catalog->outlines = nullptr;
   EXPECT_NE(file.saved().find("/Outlines 3 0 R\r\n"), std::string::npos);
 }
 
-TEST(PdfFile, KeepsACopyOfThePageModeUntilItIsTakenAway) {
+TEST(PdfFile, KeepsACopyOfThePageModeUntilItIsReset) {
   CPDFFile pdf(nullptr, Form::Classic);
   EXPECT_FALSE(pdf.catalog->pageMode.has_value());
   std::u16string mode = u"UseNone";
@@ -213,12 +213,12 @@ TEST(PdfFile, KeepsACopyOfThePageModeUntilItIsTakenAway) {
   EXPECT_FALSE(pdf.catalog->pageMode.has_value());
 }
 
-TEST(PdfFile, DeletesItsObjectsInTheirOrder) {
+TEST(PdfFile, DeletesItsObjectsInOrder) {
   std::string ends;
   {
     CPDFFile pdf(nullptr, Form::Classic);
-    for (const char sign : {'1', '2', '3'}) {
-      pdf.AddObject(std::make_unique<Signed>(sign, ends));
+    for (const char tag : {'1', '2', '3'}) {
+      pdf.AddObject(std::make_unique<Tagged>(tag, ends));
     }
     EXPECT_EQ(ends, "");
   }
@@ -265,7 +265,7 @@ TEST(PdfFile, WritesOtherObjectsWhenOneFails) {
   EXPECT_TRUE(bytes.ends_with("%%EOF"));
 }
 
-TEST(PdfFile, TellsOfWritesThatFail) {
+TEST(PdfFile, ReportsWritesThatFail) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
   writeBytes(path, "kept");
@@ -280,7 +280,7 @@ TEST(PdfFile, TellsOfWritesThatFail) {
   EXPECT_EQ(bytesOf(path), "kept");
 }
 
-TEST(PdfFile, CountsItsOffsetsFromTheBeginningOfTheFile) {
+TEST(PdfFile, CountsItsOffsetsFromTheStartOfTheFile) {
   FileOnDisk file;
   const std::string before = "before the document\n";
   EXPECT_TRUE(scrivalen::writeAll(file.handle, before.data(), before.size()));
@@ -313,7 +313,7 @@ TEST(PdfFile, LeavesTheHandleToItsOwner) {
   EXPECT_EQ(file.closed().substr(0, 9), "%PDF-1.4\n");
 }
 
-TEST(PdfFile, ClosesAHandleOfItsOwnWhenItIsSaved) {
+TEST(PdfFile, ClosesItsOwnHandleWhenSaved) {
   FileOnDisk file;
   file.pdf.callerOwnsHandle = false;
   EXPECT_TRUE(file.pdf.Save());
@@ -324,7 +324,7 @@ TEST(PdfFile, ClosesAHandleOfItsOwnWhenItIsSaved) {
   EXPECT_TRUE(canBeOpened(file.path));
 }
 
-TEST(PdfFile, ClosesAHandleOfItsOwnWithoutBeingSaved) {
+TEST(PdfFile, ClosesItsOwnHandleEvenWhenNotSaved) {
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
   scrivalen::File handle = scrivalen::openExclusive(path);
@@ -336,14 +336,14 @@ TEST(PdfFile, ClosesAHandleOfItsOwnWithoutBeingSaved) {
   EXPECT_TRUE(canBeOpened(path));
 }
 
-TEST(PdfFile, LeavesTheInvalidHandleAloneWhenItEnds) {
+TEST(PdfFile, DoesNotCloseTheInvalidHandle) {
   CPDFFile pdf(invalidHandle(), Form::Classic);
   pdf.callerOwnsHandle = false;
   EXPECT_FALSE(pdf.Save());
   EXPECT_EQ(pdf.handle, invalidHandle());
 }
 
-TEST(PdfFile, IsNumberedByItselfBesideAnother) {
+TEST(PdfFile, NumbersItsObjectsIndependentlyOfAnotherFile) {
   const FixedClock clock(0);
   FileOnDisk alone;
   fillSample(alone.pdf);
@@ -358,7 +358,7 @@ TEST(PdfFile, IsNumberedByItselfBesideAnother) {
   EXPECT_TRUE(areSameBytes(alone.saved(), other.saved()));
 }
 
-TEST(PdfFile, CanBeSavedPartByPart) {
+TEST(PdfFile, CanBeSavedInParts) {
   const FixedClock clock(0);
   FileOnDisk whole;
   fillSample(whole.pdf);
@@ -379,7 +379,7 @@ TEST(PdfFile, CanBeSavedPartByPart) {
   EXPECT_TRUE(areSameBytes(whole.saved(), inParts.closed()));
 }
 
-TEST(PdfCatalog, HasItsTypeWhenItIsMade) {
+TEST(PdfCatalog, HasItsTypeFromTheStart) {
   std::uint32_t next = 9;
   CPDFCatalog catalog(next);
   EXPECT_EQ(catalog.objectNumber, 9u);
@@ -387,7 +387,7 @@ TEST(PdfCatalog, HasItsTypeWhenItIsMade) {
   EXPECT_EQ(written(catalog), "9 0 obj\r\n<<\r\n/Type /Catalog\r\n/Pages 0 0 R\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfCatalog, NamesPagesOutlineAndPageModeInThisOrder) {
+TEST(PdfCatalog, WritesPagesOutlineAndPageModeInThisOrder) {
   std::uint32_t next = 1;
   CPDFCatalog catalog(next);
   CPDFPages pages(next);
@@ -410,7 +410,7 @@ TEST(PdfCatalog, NamesPagesOutlineAndPageModeInThisOrder) {
   EXPECT_EQ(catalog.children, std::vector<CPDFObject*>{&pages});
 }
 
-TEST(PdfCatalog, WritesThePageModeAsItStands) {
+TEST(PdfCatalog, WritesThePageModeUnchanged) {
   std::uint32_t next = 1;
   CPDFCatalog catalog(next);
   catalog.pageMode = u"Use (it)";
@@ -433,14 +433,14 @@ TEST(PdfCatalog, HasOnlyThePageModesOfTheStandardInConformingForm) {
   }
 }
 
-TEST(PdfCatalog, HasAnEmptyPageMode) {
+TEST(PdfCatalog, MayHaveAnEmptyPageMode) {
   std::uint32_t next = 1;
   CPDFCatalog catalog(next);
   catalog.pageMode = u"";
   EXPECT_NE(written(catalog).find("/PageMode /\r\n"), std::string::npos);
 }
 
-TEST(PdfCatalog, DoesNotAnnounceAnEmptyOutlineWhenItConforms) {
+TEST(PdfCatalog, DoesNotReferToAnEmptyOutlineInConformingForm) {
   for (const bool hasEntry : {false, true}) {
     std::uint32_t next = 1;
     CPDFCatalog catalog(next);
@@ -455,7 +455,7 @@ TEST(PdfCatalog, DoesNotAnnounceAnEmptyOutlineWhenItConforms) {
   }
 }
 
-TEST(PdfCrossReferences, AreLinesOf20BytesBehindAFreeOne) {
+TEST(PdfCrossReferences, AreLinesOf20BytesAfterAFreeEntry) {
   ObjectRegistry objects;
   objects.push_back(std::make_unique<Plain>(15));
   objects.push_back(std::make_unique<Plain>(1234567890));
@@ -480,7 +480,7 @@ TEST(PdfCrossReferences, ReachBeyond4Gigabytes) {
   EXPECT_EQ(written(table), "xref\r\n0 2\r\n0000000000 65535 f\r\n5000000000 00000 n\r\n");
 }
 
-TEST(PdfTrailer, TellsSizeRootAndWhereTheTableIs) {
+TEST(PdfTrailer, WritesSizeRootAndTheOffsetOfTheTable) {
   std::uint32_t next = 1;
   const CPDFCatalog catalog(next);
   ObjectRegistry objects(17);

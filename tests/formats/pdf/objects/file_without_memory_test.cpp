@@ -23,7 +23,7 @@ using Extent = FailingAllocations::Extent;
 
 }  // namespace
 
-TEST(PdfFileWithoutMemory, EndsWithTheLastObjectThatIsWhole) {
+TEST(PdfFileWithoutMemory, EndsAfterTheLastCompleteObject) {
   const FixedClock clock(0);
   FileOnDisk good;
   fillSample(good.pdf);
@@ -33,23 +33,23 @@ TEST(PdfFileWithoutMemory, EndsWithTheLastObjectThatIsWhole) {
     FileOnDisk file;
     fillSample(file.pdf);
     ASSERT_TRUE(file.pdf.beginSave());
-    bool raised = false;
+    bool threw = false;
     try {
       const FailingAllocations memory(nth, Extent::One);
       failed = true;
       file.pdf.endSave();
       failed = memory.hasFailed();
     } catch (const std::bad_alloc&) {
-      raised = true;
+      threw = true;
     }
     const std::string bytes = file.closed();
-    EXPECT_EQ(raised, bytes != expected) << nth;
+    EXPECT_EQ(threw, bytes != expected) << nth;
     EXPECT_TRUE(expected.starts_with(bytes)) << nth;
     EXPECT_TRUE(file.pdf.isWhole());
   }
 }
 
-TEST(PdfFileWithoutMemory, WritesNothingWithoutRoomForItsBuffer) {
+TEST(PdfFileWithoutMemory, WritesNothingWithoutMemoryForItsBuffer) {
   FileOnDisk file;
   {
     const FailingAllocations memory(1, Extent::AllFromThere);
@@ -58,8 +58,8 @@ TEST(PdfFileWithoutMemory, WritesNothingWithoutRoomForItsBuffer) {
   EXPECT_EQ(file.closed(), "");
 }
 
-// A block that finds no memory to spare takes what it needs.
-TEST(PdfMemBlockWithoutMemory, MakesDoWithLess) {
+// A block falls back to the size it needs when there is no memory for spare room.
+TEST(PdfMemBlockWithoutMemory, AllocatesOnlyWhatItNeeds) {
   CPDFMemBlock block;
   block.Append("kept");
   {
@@ -69,16 +69,16 @@ TEST(PdfMemBlockWithoutMemory, MakesDoWithLess) {
   EXPECT_TRUE(block.isWhole());
 }
 
-TEST(PdfMemBlockWithoutMemory, TellsThatItIsNotWhole) {
+TEST(PdfMemBlockWithoutMemory, ReportsThatItIsIncomplete) {
   CPDFMemBlock block;
   {
     const FailingAllocations memory(1, Extent::AllFromThere);
     block.Append("lost");
   }
   EXPECT_FALSE(block.isWhole());
-  CPDFMemBlock taker;
-  taker.AppendBlock(block);
-  EXPECT_FALSE(taker.isWhole());
+  CPDFMemBlock target;
+  target.AppendBlock(block);
+  EXPECT_FALSE(target.isWhole());
 }
 
 TEST(ReasonOfAFailure, IsTheFirstOne) {
@@ -94,33 +94,33 @@ TEST(ReasonOfAFailure, IsTheFirstOne) {
   EXPECT_EQ(reason.text(), L"third");
 }
 
-TEST(ReasonOfAFailure, IsNeverWithoutAText) {
+TEST(ReasonOfAFailure, IsNeverEmpty) {
   Reason reason;
   reason.keep(L"");
   EXPECT_STREQ(reason.c_str(), L"The reason is not known");
 }
 
-TEST(ReasonOfAFailure, IsCutAtItsRoom) {
+TEST(ReasonOfAFailure, IsTruncatedToItsCapacity) {
   Reason reason;
   reason.keep(longText(600));
   EXPECT_EQ(reason.text(), longText(511));
   EXPECT_EQ(reason.c_str()[511], L'\0');
 }
 
-TEST(ReasonOfAFailure, IsWhatWasRaised) {
-  const auto raisedBy = [](auto raise) {
+TEST(ReasonOfAFailure, ComesFromTheException) {
+  const auto reasonOf = [](auto action) {
     Reason reason;
     try {
-      raise();
+      action();
     } catch (...) {
       const FailingAllocations memory(1, Extent::One);
       reason.keepRaised();
     }
     return std::wstring(reason.text());
   };
-  EXPECT_EQ(raisedBy([] { throw std::bad_alloc(); }), L"There is not enough memory");
-  EXPECT_EQ(raisedBy([] { throw std::runtime_error("bad"); }), L"bad");
-  EXPECT_EQ(raisedBy([] { throw std::runtime_error("too long to stand in a string itself"); }),
+  EXPECT_EQ(reasonOf([] { throw std::bad_alloc(); }), L"There is not enough memory");
+  EXPECT_EQ(reasonOf([] { throw std::runtime_error("bad"); }), L"bad");
+  EXPECT_EQ(reasonOf([] { throw std::runtime_error("too long to stand in a string itself"); }),
             L"The reason is not known");
-  EXPECT_EQ(raisedBy([] { throw 1; }), L"The reason is not known");
+  EXPECT_EQ(reasonOf([] { throw 1; }), L"The reason is not known");
 }

@@ -16,7 +16,7 @@ using scrivalen::test::written;
 
 namespace {
 
-// The text of a font with the number 1, changed by an action.
+// The bytes of font 1 after an action has changed it.
 template <typename Font = CPDFFont, typename Action>
 std::string fontWith(Action change) {
   std::uint32_t next = 1;
@@ -25,7 +25,7 @@ std::string fontWith(Action change) {
   return written(font);
 }
 
-// The text of a font object with some entries behind its type.
+// The bytes of a font object with some entries after its type.
 std::string font(const std::string& entries) {
   return "1 0 obj\r\n<<\r\n/Type /Font\r\n" + entries + ">>\r\nendobj\r\n\r\n";
 }
@@ -55,14 +55,14 @@ TEST(PdfFontBase, IsADictionaryWithAResourceName) {
   EXPECT_EQ(written(base), "<<\r\n>>\r\n");
 }
 
-TEST(PdfFontBase, RefersToItsMapToUnicode) {
+TEST(PdfFontBase, RefersToItsToUnicodeMap) {
   CPDFFontBase base;
   base.addName(u"Type", u"Font");
   base.toUnicode = 9;
   EXPECT_EQ(written(base), "<<\r\n/Type /Font\r\n/ToUnicode 9 0 R\r\n>>\r\n");
 }
 
-TEST(PdfFont, TakesTheNextNumberAndKnowsItsType) {
+TEST(PdfFont, TakesTheNextNumberAndHasItsType) {
   std::uint32_t next = 4;
   const CPDFFont made(next);
   EXPECT_EQ(made.objectNumber, 4u);
@@ -83,7 +83,7 @@ TEST(PdfFont, HasNothingSetAtFirst) {
   EXPECT_EQ(made.toUnicode, 0u);
 }
 
-TEST(PdfFont, WritesItsSubtypeOnlyWhenNothingElseIsSet) {
+TEST(PdfFont, WritesOnlyItsSubtypeWhenNothingElseIsSet) {
   EXPECT_EQ(fontWith([](CPDFFont&) {}), font("/Subtype /Type0\r\n"));
 }
 
@@ -97,7 +97,7 @@ TEST(PdfFont, WritesEachSubtypeAndTheBaseFontOfSome) {
   EXPECT_EQ(ofSubtype(7), font("/Subtype /CIDFontType2\r\n/BaseFont /Base\r\n"));
 }
 
-TEST(PdfFont, WritesTheSubtypesTwoAndUnknownAsBad) {
+TEST(PdfFont, WritesSubtypeTwoAndUnknownOnesAsBad) {
   for (const std::int32_t subtype : {2, 8, 1000, -1}) {
     EXPECT_EQ(ofSubtype(subtype), font("/Subtype /BADFont\r\n")) << subtype;
   }
@@ -115,7 +115,7 @@ TEST(PdfFont, WritesItsRangeOfCharacters) {
   EXPECT_EQ(ranged, font("/Subtype /Type0\r\n/FirstChar 0\r\n/LastChar 255\r\n"));
 }
 
-TEST(PdfFont, WritesNoHalfRange) {
+TEST(PdfFont, WritesNoIncompleteRange) {
   EXPECT_EQ(fontWith([](CPDFFont& changed) { changed.firstChar = 32; }), font("/Subtype /Type0\r\n"));
   EXPECT_EQ(fontWith([](CPDFFont& changed) { changed.lastChar = 255; }), font("/Subtype /Type0\r\n"));
 }
@@ -142,7 +142,7 @@ TEST(PdfFont, PrefersTheNameOfAnEncodingToItsObject) {
   EXPECT_EQ(named, font("/Subtype /Type0\r\n/Encoding /MacRomanEncoding\r\n"));
 }
 
-TEST(PdfFont, WritesTheObjectOfAnEncodingWithoutAName) {
+TEST(PdfFont, WritesTheObjectOfAnUnnamedEncoding) {
   const std::string described = fontWith([](CPDFFont& changed) {
     auto encoding = std::make_unique<CPDFDictionary>();
     encoding->addName(u"Type", u"Encoding");
@@ -151,7 +151,7 @@ TEST(PdfFont, WritesTheObjectOfAnEncodingWithoutAName) {
   EXPECT_EQ(described, font("/Subtype /Type0\r\n/Encoding <<\r\n/Type /Encoding\r\n>>\r\n\r\n"));
 }
 
-TEST(PdfFont, WritesAllItsEntriesInTheirOrder) {
+TEST(PdfFont, WritesAllItsEntriesInOrder) {
   const std::string whole = fontWith([](CPDFFont& changed) {
     changed.toUnicode = 10;
     changed.encodingName = u"WinAnsiEncoding";
@@ -204,7 +204,7 @@ TEST(PdfStandardFont, IsWrittenWithNameBaseFontAndEncoding) {
                    asInDocuments));
 }
 
-TEST(PdfStandardFont, IsHelveticaUnlessToldOtherwise) {
+TEST(PdfStandardFont, IsHelveticaByDefault) {
   EXPECT_EQ(fontWith<CPDFStandardFont>([](CPDFStandardFont&) {}), standard("Helvetica"));
 }
 
@@ -236,7 +236,7 @@ TEST(PdfStandardFont, IsHelveticaForAnUnknownFace) {
   }
 }
 
-TEST(PdfStandardFont, HasItsOwnSubtypeAndBaseFontAndNoDescriptor) {
+TEST(PdfStandardFont, KeepsItsSubtypeAndBaseFontAndHasNoDescriptor) {
   const std::string changed = fontWith<CPDFStandardFont>([](CPDFStandardFont& standardFont) {
     standardFont.subtype = 5;
     standardFont.baseFont = u"Georgia";
@@ -246,7 +246,7 @@ TEST(PdfStandardFont, HasItsOwnSubtypeAndBaseFontAndNoDescriptor) {
   EXPECT_EQ(changed, standard("Symbol"));
 }
 
-// PDF 1.4, 5.5.1: any other font has to bring the widths of its characters.
+// PDF 1.4, 5.5.1: any other font must have the widths of its characters.
 TEST(PdfStandardFont, IsOneOfTheFourteenInConformingForm) {
   const char* const names[] = {"Times-Roman",
                                "Times-Bold",
@@ -276,7 +276,7 @@ TEST(PdfStandardFont, IsOneOfTheFourteenInConformingForm) {
   }
 }
 
-TEST(PdfStandardFont, HasNoEncodingForSignsInConformingForm) {
+TEST(PdfStandardFont, HasNoEncodingForSymbolFontsInConformingForm) {
   for (const PDF_STANDARD_FONT_FACE face : {PDF_SYMBOL, PDF_ZAPFDINGBATS, PDF_ARIAL}) {
     std::uint32_t next = 1;
     CPDFStandardFont classic(next);

@@ -9,7 +9,7 @@ using namespace PDFStuffer;
 
 namespace {
 
-// More than any machine has, so that no allocator is even asked.
+// More than any machine has, so that every allocation of it fails.
 constexpr std::uint64_t kImpossible = std::uint64_t{1} << 63;
 
 static_assert(std::has_virtual_destructor_v<CPDFMemBlock>);
@@ -30,7 +30,7 @@ TEST(PdfMemBlock, IsEmptyAtFirst) {
 
 TEST(PdfMemBlock, KnowsTheFormItIsFor) { EXPECT_TRUE(CPDFMemBlock(Form::Conforming).isConforming()); }
 
-TEST(PdfMemBlock, GrowsByTwiceWhatIsMissing) {
+TEST(PdfMemBlock, GrowsByTwiceTheMissingBytes) {
   CPDFMemBlock block;
   block.Append("abc");
   EXPECT_EQ(block.size, 6u);
@@ -41,7 +41,7 @@ TEST(PdfMemBlock, GrowsByTwiceWhatIsMissing) {
   EXPECT_EQ(block.text(), "abcdefgh");
 }
 
-TEST(PdfMemBlock, DoesNotGrowForWhatFits) {
+TEST(PdfMemBlock, DoesNotGrowForTextThatFits) {
   CPDFMemBlock block;
   block.Append("abc");
   block.Append("def");
@@ -57,7 +57,7 @@ TEST(PdfMemBlock, GrowsByTwoForASingleCharacter) {
   EXPECT_EQ(block.free, 1u);
 }
 
-TEST(PdfMemBlock, CountsCodeUnitsOfWideTextForItsGrowth) {
+TEST(PdfMemBlock, CountsCodeUnitsOfWideTextWhenItGrows) {
   CPDFMemBlock block;
   block.Append(u"abc");
   EXPECT_EQ(block.size, 6u);
@@ -66,7 +66,7 @@ TEST(PdfMemBlock, CountsCodeUnitsOfWideTextForItsGrowth) {
   EXPECT_EQ(block.text(), "abc");
 }
 
-TEST(PdfMemBlock, TakesNothingFromANullOrAnEmptyText) {
+TEST(PdfMemBlock, IgnoresNullAndEmptyTexts) {
   CPDFMemBlock block;
   block.Append(std::string_view());
   block.Append(std::u16string_view());
@@ -89,7 +89,7 @@ TEST(PdfMemBlock, KeepsALowByteForEachHalfOfASurrogatePair) {
   EXPECT_EQ(block.text(), std::string_view("\x3D\x00", 2));
 }
 
-TEST(PdfMemBlock, MakesRoomOnBothCounts) {
+TEST(PdfMemBlock, IncreasesBothCountsWhenItReserves) {
   CPDFMemBlock block;
   block.Append("abc");
   block.Reserve(10);
@@ -98,7 +98,7 @@ TEST(PdfMemBlock, MakesRoomOnBothCounts) {
   EXPECT_EQ(block.text(), "abc");
 }
 
-TEST(PdfMemBlock, TakesABlockByTheSameRule) {
+TEST(PdfMemBlock, AppendsABlockByTheSameRule) {
   CPDFMemBlock part;
   part.Append("four");
   CPDFMemBlock whole;
@@ -110,7 +110,7 @@ TEST(PdfMemBlock, TakesABlockByTheSameRule) {
   EXPECT_EQ(part.text(), "four");
 }
 
-// Neither of two blocks that grow in turn can grow where it stands.
+// Two blocks that grow in turn cannot grow in place.
 TEST(PdfMemBlock, IsNotCopiedForEachGrowthOfALongText) {
   CPDFMemBlock block;
   CPDFMemBlock neighbour;
@@ -127,7 +127,7 @@ TEST(PdfMemBlock, IsNotCopiedForEachGrowthOfALongText) {
   EXPECT_EQ(block.length(), 50000u);
 }
 
-TEST(PdfMemBlock, CountsNoMoreRoomThanItsSizesSay) {
+TEST(PdfMemBlock, GrowsByItsCountsAndNotByItsMemory) {
   CPDFMemBlock block;
   block.Append("0123456789");
   block.Append("0123456789a");
@@ -141,7 +141,7 @@ TEST(PdfMemBlock, CountsNoMoreRoomThanItsSizesSay) {
   EXPECT_EQ(block.free, 1u);
 }
 
-TEST(PdfMemBlock, KeepsItsMemoryWhenItForgetsItsText) {
+TEST(PdfMemBlock, KeepsItsMemoryWhenRewound) {
   CPDFMemBlock block;
   block.Append("abc");
   const char* const memory = block.data.get();
@@ -163,7 +163,7 @@ TEST(PdfMemBlockWithoutMemory, StaysEmptyWhenItWasEmpty) {
   EXPECT_EQ(block.text(), "abc");
 }
 
-TEST(PdfMemBlockWithoutMemory, CountsTheRoomAllTheSame) {
+TEST(PdfMemBlockWithoutMemory, StillCountsTheReservedBytes) {
   CPDFMemBlock block;
   block.Append("abc");
   const char* const memory = block.data.get();
@@ -174,7 +174,7 @@ TEST(PdfMemBlockWithoutMemory, CountsTheRoomAllTheSame) {
   EXPECT_EQ(block.text(), "abc");
 }
 
-TEST(PdfMemBlockWithoutMemory, DropsWhatDoesNotFitAndCountsIt) {
+TEST(PdfMemBlockWithoutMemory, DropsAndCountsTextThatDoesNotFit) {
   CPDFMemBlock block;
   block.Append("abc");
   block.Reserve(kImpossible);
@@ -187,7 +187,7 @@ TEST(PdfMemBlockWithoutMemory, DropsWhatDoesNotFitAndCountsIt) {
   EXPECT_EQ(block.free, kImpossible - 3);
 }
 
-TEST(PdfMemBlockWithoutMemory, HandsOnWhatItHasKept) {
+TEST(PdfMemBlockWithoutMemory, AppendsOnlyTheBytesThatItHasKept) {
   CPDFMemBlock block;
   block.Append("abc");
   block.Reserve(kImpossible);
@@ -197,18 +197,18 @@ TEST(PdfMemBlockWithoutMemory, HandsOnWhatItHasKept) {
   EXPECT_EQ(whole.text(), "abc");
 }
 
-TEST(PdfMemBlockWithoutMemory, LeavesZerosForWhatItDroppedOnceMemoryIsThereAgain) {
+TEST(PdfMemBlockWithoutMemory, FillsDroppedBytesWithZerosWhenMemoryReturns) {
   CPDFMemBlock block;
   block.Append("abc");
   block.Reserve(kImpossible);
   block.Append("lost text");
-  block.Reserve(kImpossible);  // the counts are back where they were
+  block.Reserve(kImpossible);  // wraps the counts back to their earlier values
   block.Reserve(20);
   block.Append("z");
   EXPECT_EQ(block.text(), std::string_view("abc\0\0\0\0\0\0\0\0\0z", 13));
 }
 
-TEST(PdfMemBlockWithoutMemory, IsAsGoodAsNewWhenItForgetsItsText) {
+TEST(PdfMemBlockWithoutMemory, WorksAgainWhenRewound) {
   CPDFMemBlock block;
   block.Append("abc");
   block.Reserve(kImpossible);

@@ -11,7 +11,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// The outline 3 and the entries 12, 13 and 14.
+// Outline 3 and its entries 12, 13 and 14.
 struct PdfOutline : testing::Test {
   std::uint32_t next = 3;
   CPDFOutLines outline{next};
@@ -36,7 +36,7 @@ TEST_F(PdfOutline, TakesTheNextNumberAndIsEmpty) {
   EXPECT_EQ(outline.count, 0u);
 }
 
-TEST_F(PdfOutline, HasEntriesThatTakeANumberEachAndAreUnlinked) {
+TEST_F(PdfOutline, HasUnlinkedEntriesWithTheirOwnNumbers) {
   EXPECT_EQ(entry.objectNumber, 12u);
   EXPECT_EQ(second.objectNumber, 13u);
   EXPECT_FALSE(entry.dictionaryFlag);
@@ -48,11 +48,11 @@ TEST_F(PdfOutline, HasEntriesThatTakeANumberEachAndAreUnlinked) {
 
 TEST_F(PdfOutline, WritesNothingWithoutEntries) { EXPECT_EQ(written(outline), ""); }
 
-TEST_F(PdfOutline, IsThereWithoutEntriesInConformingForm) {
+TEST_F(PdfOutline, IsWrittenWithoutEntriesInConformingForm) {
   EXPECT_EQ(conforming(outline), "3 0 obj\r\n<<\r\n/Type /Outlines\r\n/Count 0\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST_F(PdfOutline, NamesItsFirstAndLastEntry) {
+TEST_F(PdfOutline, RefersToItsFirstAndLastEntry) {
   entry.linkBelow(outline, outline);
   second.linkBelow(outline, outline);
   EXPECT_TRUE(
@@ -88,7 +88,7 @@ TEST_F(PdfOutline, LinksEntriesOfOneLevel) {
   EXPECT_EQ(entry.count + second.count + third.count, 0u);
 }
 
-TEST_F(PdfOutline, CountsAllEntriesAndEachEntryItsOwn) {
+TEST_F(PdfOutline, CountsAllEntriesAndEachEntrysChildren) {
   entry.linkBelow(outline, outline);
   second.linkBelow(entry, outline);
   third.linkBelow(entry, outline);
@@ -102,7 +102,7 @@ TEST_F(PdfOutline, CountsAllEntriesAndEachEntryItsOwn) {
   EXPECT_EQ(third.parent, &entry);
 }
 
-TEST_F(PdfOutline, CountsADeepEntryInTheOutlineAndAtItsParentOnly) {
+TEST_F(PdfOutline, CountsADeepEntryOnlyInTheOutlineAndItsParent) {
   entry.linkBelow(outline, outline);
   second.linkBelow(entry, outline);
   third.linkBelow(second, outline);
@@ -186,7 +186,7 @@ TEST_F(PdfOutline, WritesAnUnlinkedEntryWithoutLinks) {
                    written(entry)));
 }
 
-TEST_F(PdfOutline, HasATitleAndNoDestinationInConformingFormWhenNothingWasFilledIn) {
+TEST_F(PdfOutline, HasATitleAndNoDestinationByDefaultInConformingForm) {
   EXPECT_TRUE(
       areSameBytes("12 0 obj\r\n"
                    "<<\r\n"
@@ -203,14 +203,14 @@ TEST_F(PdfOutline, WritesAnEmptyTitle) {
   EXPECT_TRUE(hasTitle(written(entry), ""));
 }
 
-TEST_F(PdfOutline, WritesBracketsOfATitleAsTheyStandUnlessItConforms) {
+TEST_F(PdfOutline, EscapesBracketsOfATitleOnlyInConformingForm) {
   entry.title = std::make_unique<std::u16string>(u"a (b\\c) d)");
   EXPECT_TRUE(hasTitle(written(entry), "a (b\\c) d)"));
   second.title = std::make_unique<std::u16string>(u"a (b\\c) d)");
   EXPECT_TRUE(hasTitle(conforming(second), "a \\(b\\\\c\\) d\\)"));
 }
 
-TEST_F(PdfOutline, WritesTheLowBytesOfATitleUnlessItConforms) {
+TEST_F(PdfOutline, WritesTheLowBytesOfATitleUnlessConforming) {
   entry.title = std::make_unique<std::u16string>(u"\u20AC5");
   EXPECT_TRUE(hasTitle(written(entry),
                        "\xAC"
@@ -219,7 +219,7 @@ TEST_F(PdfOutline, WritesTheLowBytesOfATitleUnlessItConforms) {
   EXPECT_TRUE(hasTitle(conforming(second), std::string("\xFE\xFF\x20\xAC\x00\x35", 6)));
 }
 
-TEST_F(PdfOutline, TruncatesAPlaceThatIsNoWholeNumber) {
+TEST_F(PdfOutline, TruncatesACoordinateThatIsNoInteger) {
   entry.destLeft.isInteger = false;
   entry.destLeft.realValue = 0.99;
   entry.destTop.isInteger = false;
@@ -227,13 +227,13 @@ TEST_F(PdfOutline, TruncatesAPlaceThatIsNoWholeNumber) {
   EXPECT_NE(written(entry).find("/XYZ\r\n0\r\n801\r\n0\r\n]"), std::string::npos);
 }
 
-TEST_F(PdfOutline, MarksADestinationAsLikeADictionary) {
+TEST_F(PdfOutline, SetsTheDictionaryFlagOfItsDestination) {
   written(entry);
   ASSERT_EQ(entry.entries.size(), 2u);
   EXPECT_TRUE(entry.entries[1].value->dictionaryFlag);
 }
 
-TEST(PdfOutlineOfAFile, IsNamedByTheTableThoughItIsNotThere) {
+TEST(PdfOutlineOfAFile, IsListedInTheTableThoughItIsNotWritten) {
   FileOnDisk file;
   file.pdf.CreateOutlines();
   file.pdf.AddStandardFont(u"F1", PDF_TIMES_ROMAN);
@@ -247,7 +247,7 @@ TEST(PdfOutlineOfAFile, IsNamedByTheTableThoughItIsNotThere) {
   EXPECT_EQ(PdfStructure(bytes, false).problems(), std::vector<std::string>());
 }
 
-TEST(PdfOutlineOfAFile, IsNotAnnouncedInConformingFormWithoutEntries) {
+TEST(PdfOutlineOfAFile, IsNotInTheCatalogInConformingFormWithoutEntries) {
   FileOnDisk file(Form::Conforming);
   file.pdf.CreateOutlines();
   file.pdf.AddStandardFont(u"F1", PDF_TIMES_ROMAN);

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::int64_t kNoon = 1730808000;  // 2024-11-05 12:00:00 UTC
 
-// The page 3 of a file in portrait, with its content 4.
+// Page 3 of a portrait file, with its content 4.
 struct PdfPage : testing::Test {
   PdfPage() { file.mediaBox = {0, 0, 595, 840}; }
 
@@ -25,7 +25,7 @@ struct PdfPage : testing::Test {
 
 }  // namespace
 
-TEST_F(PdfPage, WithoutFontsAndLinksHasAsFewEntriesAsAPageCan) {
+TEST_F(PdfPage, HasTheFewestEntriesWithoutFontsAndLinks) {
   EXPECT_TRUE(
       areSameBytes("3 0 obj\r\n"
                    "<<\r\n"
@@ -45,7 +45,7 @@ TEST_F(PdfPage, WithoutFontsAndLinksHasAsFewEntriesAsAPageCan) {
                    written(page)));
 }
 
-TEST_F(PdfPage, ListsFontsInItsResourcesAndLinksBehindThem) {
+TEST_F(PdfPage, ListsFontsInItsResourcesAndLinksAfterThem) {
   page.AddFont(*file.AddStandardFont(u"F1", PDF_TIMES_ROMAN));
   page.AddFont(*file.AddStandardFont(u"F20", PDF_COURIER));
   page.AddAnnotation(*file.AddAnnotation());
@@ -80,7 +80,7 @@ TEST_F(PdfPage, HasADateWithItsColonInConformingForm) {
   EXPECT_NE(conforming(page).find("/LastModified (D:20241105120000Z)\r\n"), std::string::npos);
 }
 
-TEST_F(PdfPage, HasTheNextNumberForItsContent) {
+TEST_F(PdfPage, TakesTheNextNumberForItsContent) {
   std::uint32_t next = 20;
   CPDFPage other(next);
   EXPECT_EQ(other.objectNumber, 20u);
@@ -89,14 +89,14 @@ TEST_F(PdfPage, HasTheNextNumberForItsContent) {
   EXPECT_TRUE(other.dictionaryFlag);
 }
 
-TEST_F(PdfPage, ListsAFontAsOftenAsItIsAdded) {
+TEST_F(PdfPage, ListsAFontEachTimeItIsAdded) {
   const CPDFStandardFont& font = *file.AddStandardFont(u"F1", PDF_TIMES_ROMAN);
   page.AddFont(font);
   page.AddFont(font);
   EXPECT_NE(written(page).find("/Font <<\r\n/F1 5 0 R\r\n/F1 5 0 R\r\n>>\r\n"), std::string::npos);
 }
 
-// All pages of a document are there together before the first of them is written.
+// All pages of a document exist before the first is written, so their entries would take much memory.
 TEST_F(PdfPage, HasItsEntriesOnlyWhileItIsWritten) {
   page.AddFont(*file.AddStandardFont(u"F1", PDF_TIMES_ROMAN));
   page.AddAnnotation(*file.AddAnnotation());
@@ -108,13 +108,13 @@ TEST_F(PdfPage, HasItsEntriesOnlyWhileItIsWritten) {
 
 TEST_F(PdfPage, DoesNotWriteItsName) { EXPECT_EQ(written(page).find("a name"), std::string::npos); }
 
-TEST_F(PdfPage, HasTheMediaBoxInForceWhenItIsWritten) {
+TEST_F(PdfPage, HasTheMediaBoxAtTheTimeOfWriting) {
   file.AddPage(u"");
   file.mediaBox = {0, 0, 840, 595};
   EXPECT_NE(written(page).find("/MediaBox [0 0 840 595]\r\n"), std::string::npos);
 }
 
-TEST(PdfPages, AreListedByTheTreeInTheirOrder) {
+TEST(PdfPages, AreListedInThePageTreeInOrder) {
   CPDFFile file(nullptr, Form::Classic);
   file.AddPage(u"");
   file.AddAnnotation();
@@ -133,7 +133,7 @@ TEST(PdfPages, AreListedByTheTreeInTheirOrder) {
                    written(*file.pages)));
 }
 
-TEST(PdfPages, HaveTheTimeAtWhichTheyAreWritten) {
+TEST(PdfPages, HaveTheTimeOfWriting) {
   CPDFFile file(nullptr, Form::Classic);
   CPDFPage* page = nullptr;
   {
@@ -151,7 +151,7 @@ TEST(PdfPages, HaveNoMediaBoxOutsideAFile) {
   EXPECT_TRUE(written(page).ends_with("/Parent 0 0 R\r\n/LastModified (D20241105120000Z)\r\n>>\r\nendobj\r\n\r\n"));
 }
 
-TEST(PdfPages, StandInTheFileEachWithItsContentBehindIt) {
+TEST(PdfPages, AreFollowedByTheirContentInTheFile) {
   FileOnDisk file;
   for (const char* const text : {"BT\r\n(one) Tj\r\nET\r\n", ""}) {
     file.pdf.AddPage(u"")->content().data.Append(text);

@@ -6,7 +6,7 @@
 
 namespace scrivalen::test {
 
-/// Registers an entry of the outline.
+/// Adds an entry to the outline.
 inline PDFStuffer::CPDFOutLine& addOutlineEntry(PDFStuffer::CPDFFile& pdf, const char16_t* title,
                                                 const PDFStuffer::CPDFPage* target) {
   auto& entry = pdf.AddObject(std::make_unique<PDFStuffer::CPDFOutLine>(pdf.nextObjectNumber));
@@ -15,8 +15,8 @@ inline PDFStuffer::CPDFOutLine& addOutlineEntry(PDFStuffer::CPDFFile& pdf, const
   return entry;
 }
 
-/// Two pages (4, with its content 5, and 6) in one font (3), with a link (8) on the first to the second, and an outline
-/// (9) of the entries 10, 11 below it, and 12.
+/// Two pages (object 4 with its content 5, and 6) in one font (3), with a link (8) on the first to the second, and an
+/// outline (9) of the entries 10, 11 below it, and 12.
 inline void fillSample(PDFStuffer::CPDFFile& pdf) {
   const auto* const font = pdf.AddStandardFont(u"F1", PDF_TIMES_ROMAN);
   auto* const first = pdf.AddPage(u"");

@@ -13,7 +13,7 @@ using scrivalen::test::written;
 namespace {
 
 // A stream with the number 3.
-struct Third {
+struct NumberedStream {
   std::uint32_t next = 3;
   CPDFStream stream{next};
 };
@@ -31,14 +31,14 @@ TEST(PdfStream, TakesTheNextNumber) {
 }
 
 TEST(PdfStream, HasADirectDictionary) {
-  const Third third;
-  EXPECT_EQ(third.stream.dictionary.objectNumber, 0u);
-  EXPECT_TRUE(third.stream.dictionary.dictionaryFlag);
+  const NumberedStream numbered;
+  EXPECT_EQ(numbered.stream.dictionary.objectNumber, 0u);
+  EXPECT_TRUE(numbered.stream.dictionary.dictionaryFlag);
 }
 
-TEST(PdfStream, AnnouncesTwiceItsLength) {
-  Third third;
-  third.stream.data.Append("BT\r\nET");
+TEST(PdfStream, StatesTwiceItsLength) {
+  NumberedStream numbered;
+  numbered.stream.data.Append("BT\r\nET");
   EXPECT_TRUE(
       areSameBytes("3 0 obj\r\n"
                    "<<\r\n"
@@ -49,12 +49,12 @@ TEST(PdfStream, AnnouncesTwiceItsLength) {
                    "\r\nendstream\r\n"
                    "endobj\r\n"
                    "\r\n",
-                   written(third.stream)));
+                   written(numbered.stream)));
 }
 
-TEST(PdfStream, AnnouncesItsLengthInConformingForm) {
-  Third third;
-  third.stream.data.Append("BT\r\nET");
+TEST(PdfStream, StatesItsLengthInConformingForm) {
+  NumberedStream numbered;
+  numbered.stream.data.Append("BT\r\nET");
   EXPECT_TRUE(
       areSameBytes("3 0 obj\r\n"
                    "<<\r\n"
@@ -65,41 +65,41 @@ TEST(PdfStream, AnnouncesItsLengthInConformingForm) {
                    "\r\nendstream\r\n"
                    "endobj\r\n"
                    "\r\n",
-                   conforming(third.stream)));
+                   conforming(numbered.stream)));
 }
 
-TEST(PdfStream, CountsCodeUnitsWhereverTheyComeFrom) {
-  Third third;
-  third.stream.data.Append(u"\u20AC\U0001F601");
-  EXPECT_EQ(conforming(third.stream),
+TEST(PdfStream, CountsAByteForEachCodeUnit) {
+  NumberedStream numbered;
+  numbered.stream.data.Append(u"\u20AC\U0001F601");
+  EXPECT_EQ(conforming(numbered.stream),
             "3 0 obj\r\n<<\r\n/Length 3\r\n>>\r\nstream\r\n\xAC\x3D\x01\r\nendstream\r\nendobj\r\n\r\n");
 }
 
 TEST(PdfStream, CanBeEmpty) {
-  Third third;
-  EXPECT_EQ(written(third.stream), "3 0 obj\r\n<<\r\n/Length 0\r\n>>\r\nstream\r\n\r\nendstream\r\nendobj\r\n\r\n");
+  NumberedStream numbered;
+  EXPECT_EQ(written(numbered.stream), "3 0 obj\r\n<<\r\n/Length 0\r\n>>\r\nstream\r\n\r\nendstream\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfStream, PutsTheLengthBehindTheEntriesOfItsDictionary) {
-  Third third;
-  third.stream.dictionary.addName(u"Type", u"XObject");
-  third.stream.data.Append("q");
-  EXPECT_EQ(written(third.stream),
+TEST(PdfStream, PutsTheLengthAfterTheEntriesOfItsDictionary) {
+  NumberedStream numbered;
+  numbered.stream.dictionary.addName(u"Type", u"XObject");
+  numbered.stream.data.Append("q");
+  EXPECT_EQ(written(numbered.stream),
             "3 0 obj\r\n<<\r\n/Type /XObject\r\n/Length 2\r\n>>\r\nstream\r\nq\r\nendstream\r\nendobj\r\n\r\n");
 }
 
 TEST(PdfStream, AddsALengthEachTimeItIsWritten) {
-  Third third;
-  third.stream.data.Append("q");
-  written(third.stream);
-  third.stream.data.Append(" Q");
-  EXPECT_EQ(written(third.stream),
+  NumberedStream numbered;
+  numbered.stream.data.Append("q");
+  written(numbered.stream);
+  numbered.stream.data.Append(" Q");
+  EXPECT_EQ(written(numbered.stream),
             "3 0 obj\r\n<<\r\n/Length 2\r\n/Length 6\r\n>>\r\nstream\r\nq Q\r\nendstream\r\nendobj\r\n\r\n");
 }
 
 TEST(PdfStream, WritesItsDictionaryInItsOwnForm) {
-  Third third;
-  third.stream.dictionary.addName(u"Name", u"a b");
-  EXPECT_EQ(conforming(third.stream),
+  NumberedStream numbered;
+  numbered.stream.dictionary.addName(u"Name", u"a b");
+  EXPECT_EQ(conforming(numbered.stream),
             "3 0 obj\r\n<<\r\n/Name /a#20b\r\n/Length 0\r\n>>\r\nstream\r\n\r\nendstream\r\nendobj\r\n\r\n");
 }

@@ -20,7 +20,7 @@ std::string sample(Form form) {
   return file.saved();
 }
 
-// The first place of some words takes others of the same length.
+// Replaces the first occurrence of some words by others of the same length.
 std::string replaced(std::string bytes, const std::string& words, const std::string& others) {
   const std::size_t at = bytes.find(words);
   EXPECT_NE(at, bytes.npos) << words;
@@ -76,7 +76,7 @@ const Damage kDamages[] = {
 
 }  // namespace
 
-TEST_P(PdfStructureOfADamagedFile, TellsWhatIsWrong) {
+TEST_P(PdfStructureOfADamagedFile, ReportsTheDamage) {
   const Damage& damage = GetParam();
   for (const bool conforming : {false, true}) {
     const std::string bytes =
@@ -93,7 +93,7 @@ TEST(PdfStructure, FindsNothingWrongInAGoodFile) {
   EXPECT_EQ(PdfStructure(sample(Form::Conforming), true).problems(), Problems());
 }
 
-TEST(PdfStructure, GivesObjectsPagesAndContents) {
+TEST(PdfStructure, ReturnsObjectsPagesAndContents) {
   const std::string bytes = sample(Form::Classic);
   const PdfStructure file(bytes, false);
   EXPECT_EQ(file.objectCount(), 12u);
@@ -112,7 +112,7 @@ TEST(PdfStructure, GivesObjectsPagesAndContents) {
   EXPECT_EQ(file.object(13), "");
 }
 
-TEST(PdfStructure, TakesALengthForWhatTheFormSays) {
+TEST(PdfStructure, InterpretsLengthsByTheForm) {
   const auto lengths = [](const Problems& problems) {
     return std::count_if(problems.begin(), problems.end(),
                          [](const std::string& problem) { return problem.starts_with("the length of object "); });
@@ -121,7 +121,7 @@ TEST(PdfStructure, TakesALengthForWhatTheFormSays) {
   EXPECT_EQ(lengths(PdfStructure(sample(Form::Conforming), false).problems()), 2);
 }
 
-TEST(PdfStructure, TellsOfAStreamThatIsLongerOrShorterThanItsLength) {
+TEST(PdfStructure, ReportsAStreamOfTheWrongLength) {
   const std::string bytes = sample(Form::Conforming);
   for (const char* const length : {"/Length 11", "/Length 09", "/Length 99"}) {
     const std::string other = replaced(bytes, "/Length 10", length);
@@ -130,7 +130,7 @@ TEST(PdfStructure, TellsOfAStreamThatIsLongerOrShorterThanItsLength) {
   }
 }
 
-TEST(PdfStructure, TellsOfATableThatIsNotWhereItIsAnnounced) {
+TEST(PdfStructure, ReportsATableAtTheWrongOffset) {
   const std::string bytes = sample(Form::Classic);
   const std::size_t at = bytes.find("startxref\r\n") + 11;
   for (const char* const number : {"0", "1", "9999999", "-1", "", "99999999999999999999999"}) {
@@ -139,19 +139,19 @@ TEST(PdfStructure, TellsOfATableThatIsNotWhereItIsAnnounced) {
   }
 }
 
-TEST(PdfStructure, TellsOfBytesBehindTheEnd) {
+TEST(PdfStructure, ReportsBytesAfterTheEnd) {
   EXPECT_EQ(PdfStructure(sample(Form::Classic) + "\n", false).problems(),
             (Problems{"the end of the file", "the trailer"}));
 }
 
-TEST(PdfStructure, TellsOfEachFileThatIsCut) {
+TEST(PdfStructure, ReportsEveryTruncation) {
   const std::string bytes = sample(Form::Classic);
   for (std::size_t size = 0; size < bytes.size(); ++size) {
     EXPECT_NE(PdfStructure(bytes.substr(0, size), false).problems(), Problems()) << size;
   }
 }
 
-TEST(PdfStructure, TellsOfEachByteThatIsMissing) {
+TEST(PdfStructure, ReportsEveryMissingByte) {
   const std::string bytes = sample(Form::Conforming);
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     std::string other = bytes;
@@ -160,7 +160,7 @@ TEST(PdfStructure, TellsOfEachByteThatIsMissing) {
   }
 }
 
-TEST(PdfStructure, LetsAnOutlineWithoutEntriesBeMissingInTheClassicFormOnly) {
+TEST(PdfStructure, AllowsAMissingEmptyOutlineOnlyInClassicForm) {
   FileOnDisk file;
   file.pdf.CreateOutlines();
   const std::string bytes = file.saved();
@@ -169,7 +169,7 @@ TEST(PdfStructure, LetsAnOutlineWithoutEntriesBeMissingInTheClassicFormOnly) {
             (Problems{"the offset of object 3", "object 1 refers to 3, which is not there"}));
 }
 
-TEST(PdfStructure, LetsAnEntryOfTheOutlineBeUnlinkedInTheClassicFormOnly) {
+TEST(PdfStructure, AllowsAnUnlinkedOutlineEntryOnlyInClassicForm) {
   for (const Form form : {Form::Classic, Form::Conforming}) {
     FileOnDisk file(form);
     addOutlineEntry(file.pdf, u"Nowhere", nullptr);
@@ -180,7 +180,7 @@ TEST(PdfStructure, LetsAnEntryOfTheOutlineBeUnlinkedInTheClassicFormOnly) {
   }
 }
 
-TEST(PdfStructure, LetsALinkLeadToObject0InTheClassicFormOnly) {
+TEST(PdfStructure, AllowsALinkToObject0OnlyInClassicForm) {
   const std::string classic = replaced(sample(Form::Classic), "[6 0 R\r\n/XYZ", "[0 0 R\r\n/XYZ");
   EXPECT_EQ(PdfStructure(classic, false).problems(), Problems());
   const std::string conforming = replaced(sample(Form::Conforming), "[6 0 R\r\n/XYZ", "[0 0 R\r\n/XYZ");
@@ -198,7 +198,7 @@ TEST(PdfStructure, ReadsTextsThatLookLikeStructure) {
   }
 }
 
-TEST(PdfStructure, FollowsAnOutlineOfManyLevels) {
+TEST(PdfStructure, FollowsADeepOutline) {
   FileOnDisk file;
   file.pdf.CreateOutlines();
   OutlineNode* node = file.pdf.outlines;

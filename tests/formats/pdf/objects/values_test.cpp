@@ -94,7 +94,7 @@ TEST(PdfValues, HaveNoNumberAndAreNoDictionaries) {
   expectNewIsDirect<CPDFArray>();
 }
 
-TEST(PdfValues, WriteTheirGoldenTexts) {
+TEST(PdfValues, WriteTheExpectedTexts) {
   EXPECT_EQ(name(u"Catalog"), "/Catalog");
   EXPECT_EQ(integer(42), "42");
   EXPECT_EQ(real(1.5), "      1.50");
@@ -114,7 +114,7 @@ TEST(PdfName, IsNotEscaped) {
   EXPECT_EQ(name(u"()<>[]{}/%#\r\n"), "/()<>[]{}/%#\r\n");
 }
 
-TEST(PdfName, GivesTheLowByteOfALetter) { EXPECT_EQ(name(u"\u00E9\u0142\u20AC"), "/\xE9\x42\xAC"); }
+TEST(PdfName, WritesTheLowByteOfEachCodeUnit) { EXPECT_EQ(name(u"\u00E9\u0142\u20AC"), "/\xE9\x42\xAC"); }
 
 TEST(PdfConformingName, EscapesBlanksAndDelimiters) {
   EXPECT_EQ(name(u"two words", Form::Conforming), "/two#20words");
@@ -122,7 +122,7 @@ TEST(PdfConformingName, EscapesBlanksAndDelimiters) {
   EXPECT_EQ(name(u"\t\r\n", Form::Conforming), "/#09#0D#0A");
 }
 
-TEST(PdfConformingName, EscapesWhatIsNotPrintable) {
+TEST(PdfConformingName, EscapesNonPrintableCharacters) {
   EXPECT_EQ(name(u"\u001F!~\u007F\u00E9\u20AC", Form::Conforming), "/#1F!~#7F#E9#AC");
 }
 
@@ -131,7 +131,7 @@ TEST(PdfConformingName, KeepsRegularCharacters) {
 }
 
 // PDF 1.4, 3.2.4: a name has any character but the null.
-TEST(PdfConformingName, HasNoNull) { EXPECT_EQ(name(u"a\u0100b", Form::Conforming), "/ab"); }
+TEST(PdfConformingName, DropsNullCharacters) { EXPECT_EQ(name(u"a\u0100b", Form::Conforming), "/ab"); }
 
 TEST(PdfNumber, IsAWholeZeroAtFirst) {
   const CPDFNumber number;
@@ -169,7 +169,7 @@ TEST(PdfNumber, RoundsRealNumbersAsTheyAreStored) {
   EXPECT_EQ(real(1e-300), "      0.00");
 }
 
-TEST(PdfNumber, IsCutAfter127Characters) {
+TEST(PdfNumber, IsTruncatedTo127Characters) {
   EXPECT_EQ(
       real(1e123),
       "999999999999999977709969731404129670057984297594921577392083322662491290889839886077866558841507631684757522"
@@ -189,7 +189,7 @@ TEST(PdfNumber, IsCutAfter127Characters) {
   EXPECT_EQ(real(std::numeric_limits<double>::max()).size(), 127u);
 }
 
-TEST(PdfNumber, TakesNoNoticeOfTheLocale) {
+TEST(PdfNumber, IgnoresTheLocale) {
   const scrivalen::test::DecimalComma comma;
   EXPECT_EQ(real(1234.5), "   1234.50");
   EXPECT_EQ(integer(1234567), "1234567");
@@ -207,7 +207,7 @@ TEST(PdfNumberCopy, KeepsAWholeNumber) {
   EXPECT_EQ(written(copy), "7");
 }
 
-TEST(PdfNumberCopy, ReadsTheWholeNumberAsUnsignedForItsRealValue) {
+TEST(PdfNumberCopy, TreatsTheWholeNumberAsUnsignedForItsRealValue) {
   const CPDFNumber number(-1);
   CPDFNumber copy(number);
   EXPECT_EQ(copy.realValue, 4294967295.0);
@@ -215,7 +215,7 @@ TEST(PdfNumberCopy, ReadsTheWholeNumberAsUnsignedForItsRealValue) {
   EXPECT_EQ(written(copy), "-1");
 }
 
-TEST(PdfNumberCopy, OfARealNumberIsTheTruncatedWholeOne) {
+TEST(PdfNumberCopy, OfARealNumberIsTruncatedToAnInteger) {
   CPDFNumber number;
   setReal(number, 2.9);
   CPDFNumber copy(number);
@@ -228,13 +228,13 @@ TEST(PdfNumberCopy, OfARealNumberIsTheTruncatedWholeOne) {
   EXPECT_EQ(written(negative), "-2");
 }
 
-TEST(PdfNumberCopy, OfARealNumberTakesNothingFromItsWholeValue) {
+TEST(PdfNumberCopy, OfARealNumberIgnoresItsWholeValue) {
   CPDFNumber number(99);
   setReal(number, 3.5);
   EXPECT_EQ(CPDFNumber(number).intValue, 3);
 }
 
-TEST(PdfNumberCopy, StaysWithinWholeNumbers) {
+TEST(PdfNumberCopy, IsClampedToTheRangeOfIntegers) {
   CPDFNumber number;
   setReal(number, 1e10);
   EXPECT_EQ(CPDFNumber(number).intValue, kMost);
@@ -260,7 +260,7 @@ TEST(PdfString, IsAPairOfParenthesesWhenEmpty) {
 
 TEST(PdfString, IsNotEscaped) { EXPECT_EQ(string(u"a(b)c) d\\e\r\nf"), "(a(b)c) d\\e\r\nf)"); }
 
-TEST(PdfString, GivesTheLowByteOfALetter) { EXPECT_EQ(string(u"\u00E9\u0142\u20AC"), "(\xE9\x42\xAC)"); }
+TEST(PdfString, WritesTheLowByteOfEachCodeUnit) { EXPECT_EQ(string(u"\u00E9\u0142\u20AC"), "(\xE9\x42\xAC)"); }
 
 TEST(PdfString, WritesRawCharactersInsteadOfItsText) {
   CPDFString object(u"text");
@@ -306,18 +306,18 @@ TEST(PdfConformingString, EscapesTheBytesOfUtf16) {
   EXPECT_EQ(string(u"\u5C5C", Form::Conforming), "(\xFE\xFF\\\\\\\\)");
 }
 
-TEST(PdfReference, NamesNumberAndGeneration) {
+TEST(PdfReference, WritesNumberAndGeneration) {
   EXPECT_EQ(reference(3, 2), "3 2 R");
   EXPECT_EQ(reference(kLargest, kLargest), "4294967295 4294967295 R");
 }
 
-TEST(PdfReference, IsToObjectZeroWithoutATarget) {
+TEST(PdfReference, LeadsToObjectZeroWithoutATarget) {
   CPDFIndirectRef object;
   EXPECT_EQ(written(object), "0 0 R");
   EXPECT_EQ(conforming(object), "0 0 R");
 }
 
-TEST(PdfReference, IsToTheNumberThatTheTargetHasWhenItIsWritten) {
+TEST(PdfReference, UsesTheTargetsNumberAtTheTimeOfWriting) {
   CPDFName target;
   CPDFIndirectRef object(&target);
   EXPECT_EQ(written(object), "0 0 R");
@@ -325,7 +325,7 @@ TEST(PdfReference, IsToTheNumberThatTheTargetHasWhenItIsWritten) {
   EXPECT_EQ(written(object), "9 0 R");
 }
 
-TEST(PdfRect, WritesItsFourNumbersInTheirOrder) {
+TEST(PdfRect, WritesItsFourNumbersInOrder) {
   EXPECT_EQ(rectangle(1, 2, 3, 4), "[1 2 3 4]");
   EXPECT_EQ(rectangle(kLeast, -1, 0, kMost), "[-2147483648 -1 0 2147483647]");
   CPDFRect empty;

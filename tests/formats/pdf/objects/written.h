@@ -6,7 +6,7 @@
 
 namespace scrivalen::test {
 
-/// The bytes that an object puts into a file.
+/// The bytes that an object writes.
 inline std::string written(PDFStuffer::CPDFObject& object, PDFStuffer::Form form = PDFStuffer::Form::Classic) {
   PDFStuffer::CPDFMemBlock out(form);
   object.Write(out);
