@@ -24,11 +24,11 @@ struct Call {
   std::function<void(CPDFdoc&)> make;
 };
 
-// Far more than fits into a string itself, and into what one has grown to.
+// Longer than any string's own buffer or spare capacity.
 const std::wstring kLong = std::wstring(300, L'a');
 
-// Every kind of call that may ask for memory, each with a text or a number that no other has.
-const std::vector<Call>& callsThatTakeMemory() {
+// Every kind of call that may allocate, each with a text or a number of its own.
+const std::vector<Call>& callsThatAllocate() {
   static const std::vector<Call> calls = {
       {"AddFont", [](CPDFdoc& doc) { doc.AddFont(7, PDF_COURIER); }},
       {"write", [](CPDFdoc& doc) { doc.write(kLong.c_str()); }},
@@ -44,9 +44,9 @@ const std::vector<Call>& callsThatTakeMemory() {
   return calls;
 }
 
-// A little of everything.
+// Calls of every kind.
 void callEverything(CPDFdoc& doc) {
-  for (const Call& call : callsThatTakeMemory()) {
+  for (const Call& call : callsThatAllocate()) {
     call.make(doc);
   }
   doc.BeginTable();
@@ -58,7 +58,7 @@ void callEverything(CPDFdoc& doc) {
   doc.EndTable();
 }
 
-// A document of many paragraphs, so that the memory of items and texts is asked for often.
+// A document of many paragraphs, which allocates often for items and texts.
 struct OpenDocument {
   OpenDocument() {
     EXPECT_TRUE(file.Open(path.c_str()));
@@ -79,7 +79,7 @@ struct OpenDocument {
 }  // namespace
 
 TEST(PdfDocWithoutMemory, DoesNothingAfterTheFirstFailure) {
-  for (const Call& call : callsThatTakeMemory()) {
+  for (const Call& call : callsThatAllocate()) {
     SCOPED_TRACE(call.name);
     OpenDocument open;
     {
@@ -111,7 +111,7 @@ TEST(PdfDocWithoutMemory, IsReadyForTheNextDocument) {
                                                                               }).bytes);
 }
 
-TEST(PdfDocWithoutMemory, RemembersItWhenASecondDocumentIsRefused) {
+TEST(PdfDocWithoutMemory, KeepsTheReasonWhenASecondDocumentIsRefused) {
   const TemporaryFolder folder;
   ReportFile file;
   ASSERT_TRUE(file.Open((folder / L"a.pdf").c_str()));
@@ -128,7 +128,7 @@ TEST(PdfDocWithoutMemory, RemembersItWhenASecondDocumentIsRefused) {
   EXPECT_STREQ(doc.WriteError(), L"");
 }
 
-TEST(PdfDocWithoutMemory, TellsWhyItCannotBegin) {
+TEST(PdfDocWithoutMemory, ReportsWhyItCannotBegin) {
   const TemporaryFolder folder;
   ReportFile file;
   ASSERT_TRUE(file.Open((folder / L"a.pdf").c_str()));
@@ -143,7 +143,7 @@ TEST(PdfDocWithoutMemory, TellsWhyItCannotBegin) {
   EXPECT_EQ(doc.BegDoc(file.Handle(), 0), 0);
 }
 
-TEST(PdfDocWithoutMemory, BreaksNoPageWhenThePagesCouldNotBeMade) {
+TEST(PdfDocWithoutMemory, BreaksNoPageWhenPagesCannotBeGenerated) {
   class OpenSteps : public CPDFdoc {
    public:
     using CPDFdoc::GeneratePages;
@@ -167,7 +167,7 @@ TEST(PdfDocWithoutMemory, BreaksNoPageWhenThePagesCouldNotBeMade) {
   }
 }
 
-TEST(PdfItemText, OfMoreThanFourGigaUnitsIsRefused) {
+TEST(PdfItemText, OfMoreThanFourBillionUnitsIsRefused) {
   constexpr std::size_t kTooLong = std::size_t{1} << 32;
   CPDFparagraf item;
   const std::string text = "a";

@@ -21,7 +21,7 @@ Strings linesOf(const std::wstring& text) {
   return conforming([&](CPDFdoc& doc) { paragraph(doc, text.c_str()); }).texts(1);
 }
 
-TEST(ConformingPdf, HasUnbrokenLinesWhereTheClassicOneHasThem) {
+TEST(ConformingPdf, HasTheSamePagesAsTheClassicOneForShortLines) {
   const auto fill = [](CPDFdoc& doc) {
     paragraphs(doc, 31);
     doc.BeginTable();
@@ -37,12 +37,12 @@ TEST(ConformingPdf, HasUnbrokenLinesWhereTheClassicOneHasThem) {
   }
 }
 
-TEST(ConformingPdf, AnnouncesTheTrueLengthOfItsContents) {
+TEST(ConformingPdf, StatesTheTrueLengthOfItsContents) {
   EXPECT_NE(made([](CPDFdoc&) {}, kConforming).bytes.find("/Length 19\r\n"), std::string::npos);
   EXPECT_NE(made([](CPDFdoc&) {}).bytes.find("/Length 38\r\n"), std::string::npos);
 }
 
-TEST(ConformingPdf, IsChosenWhenItBegins) {
+TEST(ConformingPdf, IsChosenAtBegDoc) {
   const MadePdf pdf = made(
       [](CPDFdoc& doc) {
         doc.SetConforming(0);
@@ -52,7 +52,7 @@ TEST(ConformingPdf, IsChosenWhenItBegins) {
   EXPECT_EQ(pdf.texts(1), Strings{"\x80"});
 }
 
-TEST(ConformingPdf, IsStampedInTheStandardsForm) {
+TEST(ConformingPdf, HasDatesInTheStandardForm) {
   const FixedClock clock(1700000000);
   EXPECT_NE(made([](CPDFdoc&) {}, kConforming).bytes.find("/LastModified (D:20231114221320Z)\r\n"), std::string::npos);
 }
@@ -64,7 +64,7 @@ TEST(ConformingPdf, HasWinAnsiText) {
                     "caf\xE9\x94 \x96 5 \x80\x85 \x8A\xFF"});
 }
 
-TEST(ConformingPdf, HasStandInsForWhatWinAnsiLacks) {
+TEST(ConformingPdf, HasSubstitutesForCharactersOutsideWinAnsi) {
   EXPECT_EQ(linesOf(L"\x2192\x2212\xFB01\x0141\x2713\x2260\x2264|\x200B|"), Strings{"->-fiLx!=<=||"});
   EXPECT_EQ(linesOf(L"\x4E2D" + grin() + L"\x85\x7F"), Strings{"????"});
   EXPECT_EQ(linesOf(L"a\tb\r\nc\x2028"
@@ -72,7 +72,7 @@ TEST(ConformingPdf, HasStandInsForWhatWinAnsiLacks) {
             (Strings{"a b", "c", "d"}));
 }
 
-TEST(ConformingPdf, CountsTheStandIns) {
+TEST(ConformingPdf, CountsSubstitutes) {
   CPDFdoc doc;
   made(
       doc,
@@ -85,7 +85,7 @@ TEST(ConformingPdf, CountsTheStandIns) {
   EXPECT_EQ(doc.FirstLostCharacter(), U'\x2192');
 }
 
-TEST(ConformingPdf, MeasuresTheBytesThatItWrites) {
+TEST(ConformingPdf, MeasuresTheSubstitutesThatItWrites) {
   // 96 question marks of 5.328 points are 511.488; "->" is 3.996 + 6.768: 47 of them and "-" are 509.904.
   std::wstring faces;
   for (int i = 0; i < 97; ++i) {
@@ -97,12 +97,12 @@ TEST(ConformingPdf, MeasuresTheBytesThatItWrites) {
   EXPECT_EQ(arrows[1], ">");
 }
 
-TEST(ConformingPdf, EscapesItsTextsAsTheClassicOneDoes) {
+TEST(ConformingPdf, EscapesItsTextsLikeTheClassicOne) {
   EXPECT_EQ(linesOf(L"a(b)\\c"), Strings{"a\\(b\\)\\\\c"});
   EXPECT_EQ(linesOf(L"\x0128("), Strings{"I\\("});
 }
 
-TEST(ConformingPdf, DrawsInTheFirstFontForANumberThatNoFontHas) {
+TEST(ConformingPdf, UsesTheFirstFontForAnUnknownNumber) {
   const MadePdf pdf = made(
       [](CPDFdoc& doc) {
         doc.AddFont(3, PDF_TIMES_ROMAN);
@@ -118,7 +118,7 @@ TEST(ConformingPdf, DrawsInTheFirstFontForANumberThatNoFontHas) {
   EXPECT_NE(pdf.content(1).find("/F4 12 Tf\n0.000000 0.000000 0.000000 rg\n(bold)Tj\n"), std::string::npos);
 }
 
-TEST(ConformingPdf, HasTimesWithoutAnyFont) {
+TEST(ConformingPdf, UsesTimesWhenThereIsNoFont) {
   const MadePdf pdf = made([](CPDFdoc& doc) { paragraph(doc, L"a"); }, kConforming);
   EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n"), std::string::npos);
   EXPECT_NE(pdf.object(3).find("/Name /F1\r\n/BaseFont /Times-Roman\r\n/Encoding /WinAnsiEncoding\r\n"),
@@ -126,7 +126,7 @@ TEST(ConformingPdf, HasTimesWithoutAnyFont) {
   EXPECT_NE(pdf.object(4).find("/Name /F2\r\n/BaseFont /Times-Bold\r\n"), std::string_view::npos);
 }
 
-TEST(ConformingPdf, KeepsItsColoursWithinTheirRange) {
+TEST(ConformingPdf, ClampsItsColours) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     const _RGB_COLOR odd{2, -1, std::numeric_limits<double>::quiet_NaN()};
     doc.ColorOn(odd);
@@ -139,7 +139,7 @@ TEST(ConformingPdf, KeepsItsColoursWithinTheirRange) {
   EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n1.000000 0.000000 0.000000 rg\n(a)Tj\n"), std::string::npos);
 }
 
-TEST(ConformingPdf, HasNoSignInFrontOfAColour) {
+TEST(ConformingPdf, WritesNoSignBeforeAColour) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     constexpr double kInfinite = std::numeric_limits<double>::infinity();
     doc.ColorOn({-0.0, -1e-9, -std::numeric_limits<double>::quiet_NaN()});
@@ -152,7 +152,7 @@ TEST(ConformingPdf, HasNoSignInFrontOfAColour) {
   EXPECT_NE(pdf.content(1).find("/F1 12 Tf\n0.000000 0.000000 0.000000 rg\n(a)Tj\n"), std::string::npos);
 }
 
-TEST(ConformingPdf, HasOneSignInFrontOfAStep) {
+TEST(ConformingPdf, WritesAtMostOneSignBeforeAStep) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.FontSize(-12);
     paragraph(doc, L"a");
@@ -168,7 +168,7 @@ TEST(ConformingPdf, HasOneSignInFrontOfAStep) {
             "ET\n");
 }
 
-TEST(ConformingPdf, LeavesOutAPageModeThatTheStandardDoesNotHave) {
+TEST(ConformingPdf, OmitsAPageModeThatIsNotInTheStandard) {
   const auto catalogWith = [](const wchar_t* mode) {
     return std::string(made([](CPDFdoc&) {}, {0, 1, mode}).object(1));
   };
@@ -180,7 +180,7 @@ TEST(ConformingPdf, LeavesOutAPageModeThatTheStandardDoesNotHave) {
 
 struct FaceRow {
   int face;
-  std::size_t regular;  // how many letters x of 12 points a line has
+  std::size_t regular;  // the number of 12-point x letters on a line
   std::size_t bold;
 };
 
@@ -207,8 +207,8 @@ constexpr FaceRow kFaceRows[] = {{PDF_TIMES_ROMAN, 85, 85},
                                  {PDF_COURIER_BOLDITALIC, 71, 85},
                                  {19, 85, 85}};
 
-// What has no bold variant of its own is Times-Bold, whose x has the width of that of Times.
-TEST(ConformingPdf, BreaksLinesByTheWidthsOfTheFontThatTheyAreDrawnIn) {
+// Faces without a bold variant use Times-Bold, whose x is as wide as that of Times.
+TEST(ConformingPdf, BreaksLinesByTheWidthsOfTheirFont) {
   for (const FaceRow& row : kFaceRows) {
     SCOPED_TRACE(row.face);
     const MadePdf pdf = made(
@@ -225,7 +225,7 @@ TEST(ConformingPdf, BreaksLinesByTheWidthsOfTheFontThatTheyAreDrawnIn) {
 }
 
 TEST(ConformingPdf, BreaksTheLinesOfACellByTrueWidths) {
-  // A column of five has 103 points: 8 of 12 are 96, and a letter of less than 7 fits.
+  // A column of five has 103 points: 8 dashes of 12 are 96, and a letter of less than 7 fits.
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.BeginTable();
     row(doc, {L"\x2014\x2014\x2014\x2014\x2014\x2014\x2014\x2014x",
@@ -250,7 +250,7 @@ TEST(ConformingPdf, HasOnlyStandardFonts) {
             std::string_view::npos);
 }
 
-TEST(ConformingPdf, HasAFontNumberOnceThoughItIsRegisteredTwice) {
+TEST(ConformingPdf, ListsAFontNumberOnceEvenIfRegisteredTwice) {
   const auto fill = [](CPDFdoc& doc) {
     doc.AddFont(1, PDF_TIMES_ROMAN);
     doc.AddFont(1, PDF_COURIER);
@@ -263,7 +263,7 @@ TEST(ConformingPdf, HasAFontNumberOnceThoughItIsRegisteredTwice) {
   EXPECT_EQ(pdf.content(1), made(fill).content(1));
 }
 
-TEST(ConformingPdf, HasTheBytesOfSignsAsTheyAreGiven) {
+TEST(ConformingPdf, WritesTheBytesOfSymbolsUnchanged) {
   const auto textIn = [](PDF_STANDARD_FONT_FACE face, bool bold, const wchar_t* text) {
     return made(
                [&](CPDFdoc& doc) {
@@ -275,16 +275,16 @@ TEST(ConformingPdf, HasTheBytesOfSignsAsTheyAreGiven) {
                kConforming)
         .texts(1);
   };
-  const wchar_t* const signs = L"a(\xA0\x80\x8D\x7F\x1B";
-  EXPECT_EQ(textIn(PDF_SYMBOL, false, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
-  EXPECT_EQ(textIn(PDF_SYMBOL, true, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
-  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, false, signs), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
-  // Bold, it is drawn in Times.
-  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, true, signs), Strings{"a\\(\xA0????"});
+  const wchar_t* const symbols = L"a(\xA0\x80\x8D\x7F\x1B";
+  EXPECT_EQ(textIn(PDF_SYMBOL, false, symbols), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  EXPECT_EQ(textIn(PDF_SYMBOL, true, symbols), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, false, symbols), Strings{"a\\(\xA0\x80\x8D\x7F\x1B"});
+  // Its bold text is drawn in Times.
+  EXPECT_EQ(textIn(PDF_ZAPFDINGBATS, true, symbols), Strings{"a\\(\xA0????"});
   EXPECT_EQ(textIn(PDF_SYMBOL, false, L"a\tb\r\n\x20AC"), (Strings{"a b", "?"}));
 }
 
-TEST(ConformingPdf, CountsWhatIsNoSign) {
+TEST(ConformingPdf, CountsCharactersThatAreNoSymbols) {
   CPDFdoc doc;
   const MadePdf pdf = made(
       doc,
@@ -317,7 +317,7 @@ TEST(ConformingLink, HasItsLowerEdgeFirstOnBothPages) {
             (Strings{"page 1 [50 30 565 58] to page 1 at 50 58", "page 2 [50 794 565 810] to page 1 at 50 58"}));
 }
 
-TEST(ConformingLink, MayHaveANumberSignInFrontOfItsTarget) {
+TEST(ConformingLink, MayHaveANumberSignBeforeItsTarget) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"one", L"#there");
     doc.BookMark(L"there");
@@ -331,7 +331,7 @@ TEST(ConformingLink, MayHaveANumberSignInFrontOfItsTarget) {
   EXPECT_EQ(pdf.outline(), "1 entries\nentry to page 1 at 50 802\n");
 }
 
-TEST(ConformingLink, WithASchemeOpensAnAddress) {
+TEST(ConformingLink, OpensAnAddressWhenItHasAScheme) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"https://example.com/a_(b)?c=%20#d");
     paragraph(doc, L"a");
@@ -344,7 +344,7 @@ TEST(ConformingLink, WithASchemeOpensAnAddress) {
   EXPECT_NE(pdf.objectWith("(mailto").find("/URI (mailto:a@example.com)\r\n"), std::string_view::npos);
 }
 
-TEST(ConformingLink, HasAnAddressInAscii) {
+TEST(ConformingLink, WritesItsAddressInAscii) {
   const MadePdf pdf =
       conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", (L"x-a:\xE9 <\x4E2D>\n\"" + grin()).c_str()); });
   EXPECT_NE(pdf.objectWith("/URI (").find("/URI (x-a:%C3%A9%20%3C%E4%B8%AD%3E%0A%22%F0%9F%98%80)\r\n"),
@@ -364,7 +364,7 @@ TEST(ConformingLink, OpensAnAddressOnBothPages) {
   EXPECT_EQ(pdf.links().size(), 2u);
 }
 
-TEST(ConformingLink, WithASchemeBehindANumberSignIsABookmark) {
+TEST(ConformingLink, LeadsToABookmarkWhenANumberSignIsBeforeTheScheme) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"#fig:1");
     doc.BookMark(L"fig:1");
@@ -375,12 +375,12 @@ TEST(ConformingLink, WithASchemeBehindANumberSignIsABookmark) {
   EXPECT_EQ(pdf.bytes.find("/URI"), std::string::npos);
 }
 
-TEST(ConformingLink, WithADriveIsNoAddress) {
+TEST(ConformingLink, DoesNotTakeADriveForAScheme) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", L"C:\\a.txt"); });
   EXPECT_EQ(pdf.bytes.find("/Annot"), std::string::npos);
 }
 
-TEST(ClassicLink, WithASchemeIsTheNameOfABookmark) {
+TEST(ClassicLink, TakesAnAddressForABookmark) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"https://example.com");
     doc.BookMark(L"https://example.com");
@@ -389,7 +389,7 @@ TEST(ClassicLink, WithASchemeIsTheNameOfABookmark) {
   EXPECT_EQ(pdf.bytes.find("/URI"), std::string::npos);
 }
 
-TEST(ConformingLink, IsNotThereWithoutItsBookmark) {
+TEST(ConformingLink, IsNotWrittenWithoutItsBookmark) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", L"there"); });
   EXPECT_EQ(pdf.texts(1), Strings{"go"});
   EXPECT_EQ(pdf.bytes.find("/Annot"), std::string::npos);
@@ -406,7 +406,7 @@ TEST(ConformingLink, BeginsWhereItsTextBegins) {
   EXPECT_EQ(pdf.links(), Strings{"page 2 [50 794 565 810] to page 2 at 50 810"});
 }
 
-TEST(ConformingLink, LeadsToAParagraphWithoutTextWhereItStands) {
+TEST(ConformingLink, LeadsToThePositionOfAParagraphWithoutText) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"there");
     paragraphs(doc, 31);
@@ -417,7 +417,7 @@ TEST(ConformingLink, LeadsToAParagraphWithoutTextWhereItStands) {
   EXPECT_EQ(pdf.links(), Strings{"page 1 [50 786 565 802] to page 1 at 50 34"});
 }
 
-TEST(ConformingLink, GoesWithARowThatIsMoved) {
+TEST(ConformingLink, MovesWithItsRow) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     paragraphs(doc, 32);
     doc.BeginTable();
@@ -431,7 +431,7 @@ TEST(ConformingLink, GoesWithARowThatIsMoved) {
   EXPECT_EQ(pdf.links(), Strings{"page 2 [50 794 307 810] to page 2 at 50 810"});
 }
 
-TEST(ConformingPdf, BreaksNoPageInVainForATextThatFitsOnNone) {
+TEST(ConformingPdf, BreaksPagesLikeTheClassicOneForOversizedText) {
   const auto fill = [](CPDFdoc& doc) {
     doc.FontSize(700);
     paragraph(doc, L"a");
@@ -441,7 +441,7 @@ TEST(ConformingPdf, BreaksNoPageInVainForATextThatFitsOnNone) {
   EXPECT_EQ(conforming(fill).pageCount(), madeInTimes(fill).pageCount());
 }
 
-TEST(ConformingPdf, TakesANullTextForAnEmptyOne) {
+TEST(ConformingPdf, TreatsNullTextsAsEmpty) {
   const auto withText = [](const wchar_t* text) {
     return conforming([text](CPDFdoc& doc) {
       paragraph(doc, text);
@@ -458,7 +458,7 @@ TEST(ConformingPdf, TakesANullTextForAnEmptyOne) {
   EXPECT_EQ(pdf.links(), withText(L"").links());
 }
 
-TEST(ConformingOutline, HangsAnEntryThatIsTooDeepBelowTheDeepestOne) {
+TEST(ConformingOutline, PutsAnEntryThatIsTooDeepBelowTheDeepestOne) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"there");
     doc.BookMark(L"there");
@@ -468,7 +468,7 @@ TEST(ConformingOutline, HangsAnEntryThatIsTooDeepBelowTheDeepestOne) {
     doc.AddOutlineItem(L"c", L"there", 1);
     doc.AddOutlineItem(L"second", L"there", 0);
   });
-  // A count is that of all entries below.
+  // The counts include all entries below.
   EXPECT_EQ(pdf.outline(),
             "5 entries\n"
             "first (3) to page 1 at 50 802\n"
@@ -478,8 +478,8 @@ TEST(ConformingOutline, HangsAnEntryThatIsTooDeepBelowTheDeepestOne) {
             "second to page 1 at 50 802\n");
 }
 
-// Links make their entries in another order: that in which the names of their targets first appeared.
-TEST(ConformingOutline, IsInTheOrderOfTheDocument) {
+// Link targets are written in another order, that of the first use of their names.
+TEST(ConformingOutline, IsInDocumentOrder) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"b");
     doc.BookMark(L"b");
@@ -537,7 +537,7 @@ TEST(ConformingOutline, HasNoControlCharactersInItsTitles) {
   EXPECT_EQ(doc.FirstLostCharacter(), U'\x1B');
 }
 
-TEST(ConformingOutline, LosesNothingOfItsTitles) {
+TEST(ConformingOutline, LosesNoCharactersOfItsTitles) {
   CPDFdoc doc;
   made(
       doc, [](CPDFdoc& open) { open.AddOutlineItem(L"\x4E2D", L"", 0); }, kConforming);

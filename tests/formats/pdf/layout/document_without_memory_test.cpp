@@ -59,7 +59,7 @@ void addChapter(CPDFdoc& doc, const wchar_t* name, int level) {
   doc.write(L"continued behind them.");
 }
 
-// A document of two pages, with a link that goes over their border.
+// A document of two pages, with a link that crosses the page break.
 void fill(CPDFdoc& doc) {
   doc.AddFont(1, PDF_TIMES_ROMAN);
   doc.AddFont(2, PDF_HELVETICA);
@@ -139,7 +139,7 @@ std::string nameOf(const testing::TestParamInfo<DocumentWithoutMemory::ParamType
 
 }  // namespace
 
-TEST_P(DocumentWithoutMemory, IsGoodOrTellsWhyItIsNot) {
+TEST_P(DocumentWithoutMemory, IsWholeOrReportsWhyNot) {
   EXPECT_TRUE(good.ends_with("%%EOF"));
   EXPECT_EQ(PdfStructure(good, conforming != 0).problems(), Problems());
   EXPECT_EQ(countOf("/Type /Page\r\n", good), 2u);

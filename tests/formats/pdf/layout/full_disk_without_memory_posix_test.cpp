@@ -15,7 +15,7 @@ const std::wstring kNoMemory = L"There is not enough memory";
 
 std::wstring sentence(const std::wstring& reason) { return L"File write error for '/dev/full'. " + reason; }
 
-// Without memory for the sentence its reason is reported alone.
+// When there is no memory for the whole message, only its reason is reported.
 bool isOfAFailure(const std::wstring& text) {
   return text == sentence(kNoRoom) || text == sentence(kNoMemory) || text == kNoRoom || text == kNoMemory;
 }
@@ -45,7 +45,7 @@ TEST_P(PdfReportOnAFullDiskWithoutMemory, LogsOneLine) {
 
 INSTANTIATE_TEST_SUITE_P(Pdf, PdfReportOnAFullDiskWithoutMemory, testing::Values(Extent::One, Extent::AllFromThere));
 
-TEST(ReportFileOnAFullDiskWithoutMemory, IsClosedAllTheSame) {
+TEST(ReportFileOnAFullDiskWithoutMemory, IsStillClosed) {
   const UnfailingLog log;
   ReportFile file;
   ASSERT_TRUE(file.Open(L"/dev/full"));

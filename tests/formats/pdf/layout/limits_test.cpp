@@ -23,8 +23,8 @@ void textInColumn(CPDFdoc& doc, int columns, const std::wstring& text) {
   doc.write(text.c_str());
 }
 
-// 85 letters fit on a line and 48 lines on a page: 11765 lines are 245 pages and 5 lines.
-TEST(PdfLimits, HasAMillionCharactersWithoutABlank) {
+// 85 letters fit on a line and 48 lines on a page: 11,765 lines are 245 pages and 5 lines.
+TEST(PdfLimits, AllowAMillionCharactersWithoutABlank) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, std::wstring(kMillion, L'x').c_str()); });
   ASSERT_EQ(pdf.pageCount(), 246u);
   EXPECT_EQ(pdf.texts(1), Strings(48, std::string(85, 'x')));
@@ -33,8 +33,8 @@ TEST(PdfLimits, HasAMillionCharactersWithoutABlank) {
   EXPECT_EQ(pdf.texts(246).back(), std::string(60, 'x'));
 }
 
-// Room is made for a piece of it at a time; a letter in another alphabet may stand on either side of a border.
-TEST(PdfLimits, HasAMillionLettersOfAnotherAlphabet) {
+// The buffer grows by a piece of the text at a time; a non-ASCII letter may be on either side of a boundary.
+TEST(PdfLimits, AllowAMillionLettersOfAnotherAlphabet) {
   scrivalen::pdf::TextBuffer text;
   EXPECT_EQ(text.appendWinAnsi(std::wstring(kMillion, L'\x0416')).count(), kMillion);
   EXPECT_EQ(text.bytes(), std::string(kMillion, '?'));
@@ -49,21 +49,21 @@ TEST(PdfLimits, HasAMillionLettersOfAnotherAlphabet) {
   }
 }
 
-// Both trials and the row itself break 245 pages each.
-TEST(PdfLimits, HasThemInACell) {
+// Both trials and the row itself break the page 245 times.
+TEST(PdfLimits, AllowAMillionCharactersInACell) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { textInColumn(doc, 1, std::wstring(kMillion, L'x')); });
   EXPECT_EQ(pdf.pageCount(), 1 + 3 * 245u);
   EXPECT_EQ(pdf.texts(pdf.pageCount()).back(), std::string(60, 'x'));
 }
 
 // 20,001 lines, the last of them empty: 416 page breaks, three times.
-TEST(PdfLimits, HasALongTextInAColumnNarrowerThanACharacter) {
+TEST(PdfLimits, AllowALongTextInAColumnNarrowerThanACharacter) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { textInColumn(doc, 200, std::wstring(20000, L'x')); });
   EXPECT_EQ(pdf.pageCount(), 1 + 3 * 416u);
   EXPECT_EQ(pdf.texts(pdf.pageCount()).size(), 20001u - 416 * 48);
 }
 
-TEST(PdfLimits, HasTenThousandLineEnds) {
+TEST(PdfLimits, AllowTenThousandLineEnds) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     for (int i = 0; i < 10000; ++i) {
@@ -78,8 +78,8 @@ TEST(PdfLimits, HasTenThousandLineEnds) {
   EXPECT_EQ(pdf.texts(209), last);
 }
 
-// Each fits on the line with everything behind it; that must not be measured again for each.
-TEST(PdfLimits, HasManyLineEndsInSizeZero) {
+// Each line end fits on the line with all text after it, which must not be measured again for each.
+TEST(PdfLimits, AllowManyLineEndsInSizeZero) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(0);
     paragraph(doc, std::wstring(200000, L'\n').c_str());
@@ -88,7 +88,7 @@ TEST(PdfLimits, HasManyLineEndsInSizeZero) {
   EXPECT_EQ(pdf.texts(1).size(), 200001u);
 }
 
-TEST(PdfLimits, HasATableOfTwoHundredColumns) {
+TEST(PdfLimits, AllowATableOfTwoHundredColumns) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginTable();
     for (int i = 0; i < 30; ++i) {
@@ -113,34 +113,34 @@ MadePdf rowOf(int columns, PdfSetting setting = kClassic) {
       setting);
 }
 
-TEST(PdfLimits, HasAsManyColumnsAsPoints) {
+TEST(PdfLimits, AllowAsManyColumnsAsPoints) {
   EXPECT_EQ(rowOf(515).frames(1).size(), 515u);
   EXPECT_EQ(rowOf(515).frames(1).back(), "564 789 1 16");
   EXPECT_EQ(rowOf(760, kWide).frames(1).size(), 760u);
   EXPECT_EQ(rowOf(760, kWide).frames(1).back(), "809 544 1 16");
 }
 
-TEST(PdfLimits, HasColumnsWithoutAWidthOnOneSpot) {
+TEST(PdfLimits, PutColumnsWithoutWidthInOnePlace) {
   EXPECT_EQ(rowOf(516).frames(1), Strings(516, "50 789 0 16"));
   EXPECT_EQ(rowOf(761, kWide).frames(1), Strings(761, "50 544 0 16"));
   EXPECT_EQ(rowOf(1000).frames(1), Strings(1000, "50 789 0 16"));
 }
 
-TEST(PdfLimits, DrawsNoMoreThanAThousandEmptyColumns) {
+TEST(PdfLimits, DrawAtMostAThousandEmptyColumns) {
   for (const int columns : {1001, 70000, std::numeric_limits<int>::max()}) {
     EXPECT_EQ(rowOf(columns).frames(1), Strings(1000, "50 789 0 16")) << columns;
     EXPECT_EQ(rowOf(columns, kConforming).frames(1), Strings(1000, "50 789 0 16")) << columns;
   }
 }
 
-TEST(PdfLimits, HasARowWithoutColumns) {
+TEST(PdfLimits, AllowARowWithoutColumns) {
   for (const int columns : {0, -1, -516, std::numeric_limits<int>::min()}) {
     const MadePdf pdf = rowOf(columns);
     EXPECT_EQ(pdf.content(1), "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n0 802 Td\nET\n0.0 0.0 0.0 RG\nBT\nET\n") << columns;
   }
 }
 
-TEST(PdfLimits, HasMoreCellsThanPoints) {
+TEST(PdfLimits, AllowMoreCellsThanPoints) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginTable();
     doc.BeginRow(70000);
@@ -157,8 +157,8 @@ TEST(PdfLimits, HasMoreCellsThanPoints) {
                                "0.000000 0.000000 0.000000 rg\n()Tj\n0 -8 Td\nET\n"));
 }
 
-// 97 gaps of 8 on the first page; then each page begins with a table that needs none.
-TEST(PdfLimits, HasAThousandEmptyTables) {
+// 97 gaps of 8 on the first page; every later page begins with a table without a gap.
+TEST(PdfLimits, AllowAThousandEmptyTables) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     for (int i = 0; i < 1000; ++i) {
       doc.BeginTable();
@@ -168,7 +168,7 @@ TEST(PdfLimits, HasAThousandEmptyTables) {
   EXPECT_EQ(pdf.pageCount(), 11u);
 }
 
-TEST(PdfLimits, HasAHundredThousandOutlineEntries) {
+TEST(PdfLimits, AllowAHundredThousandOutlineEntries) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(1);
     for (int i = 0; i < 100000; ++i) {
@@ -183,7 +183,7 @@ TEST(PdfLimits, HasAHundredThousandOutlineEntries) {
   EXPECT_TRUE(outline.ends_with("\n  99999 to page 1 at 50 810\n"));
 }
 
-TEST(PdfLimits, HasLinksToAHundredThousandNames) {
+TEST(PdfLimits, AllowLinksToAHundredThousandNames) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     for (int i = 0; i < 100000; ++i) {
@@ -200,7 +200,7 @@ TEST(PdfLimits, HasLinksToAHundredThousandNames) {
   EXPECT_EQ(links[99999], "page 1 [50 802 565 802] to object 0 at 0 0");
 }
 
-TEST(PdfLimits, HasAHundredThousandLinksFromOneParagraph) {
+TEST(PdfLimits, AllowAHundredThousandLinksFromOneParagraph) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     doc.BookMark(L"here");
@@ -211,7 +211,7 @@ TEST(PdfLimits, HasAHundredThousandLinksFromOneParagraph) {
   EXPECT_EQ(pdf.links(), Strings(100000, "page 1 [50 802 565 802] to page 1 at 50 802"));
 }
 
-TEST(PdfLimits, HasAThousandFonts) {
+TEST(PdfLimits, AllowAThousandFonts) {
   const MadePdf pdf = made([](CPDFdoc& doc) {
     for (int i = 1; i <= 1000; ++i) {
       doc.AddFont(1000 + i, static_cast<PDF_STANDARD_FONT_FACE>(i % 19));
@@ -221,28 +221,28 @@ TEST(PdfLimits, HasAThousandFonts) {
       paragraph(doc, L"a");
     }
   });
-  // The page tree's pages come behind 2,000 fonts.
+  // The pages come after 2,000 fonts.
   ASSERT_EQ(pdf.pageCount(), 32u);
   EXPECT_NE(pdf.object(2003).find("/Font <<\r\n/F1001 3 0 R\r\n/F1002 4 0 R\r\n"), std::string_view::npos);
   EXPECT_NE(pdf.object(2003).find("\r\n/F3000 2002 0 R\r\n>>\r\n"), std::string_view::npos);
   EXPECT_NE(pdf.content(32).find("/F2000 12 Tf\n"), std::string::npos);
 }
 
-// A letter of 491 points, two of which fit neither beside nor below each other.
-TEST(PdfLimits, HasALongTextWithAPageForEachLetter) {
+// A letter has 491 points; two fit neither side by side nor below each other.
+TEST(PdfLimits, AllowALongTextWithAPageForEachLetter) {
   const std::wstring text(20000, L'W');
   const MadePdf pdf = madeInTimes([&](CPDFdoc& doc) {
     doc.FontSize(500);
     paragraph(doc, text.c_str());
   });
-  // The gap in front of it takes a page of its own.
+  // The gap before it takes a page of its own.
   ASSERT_EQ(pdf.pageCount(), 20001u);
   EXPECT_EQ(pdf.texts(1), Strings{});
   EXPECT_EQ(pdf.texts(2), Strings{"W"});
   EXPECT_EQ(pdf.texts(20001), Strings{"W"});
 }
 
-TEST(PdfLimits, HasThemInACellWithThreePagesForEachLetter) {
+TEST(PdfLimits, AllowACellWithThreePagesForEachLetter) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(500);
     textInColumn(doc, 1, std::wstring(5000, L'W'));
@@ -251,19 +251,19 @@ TEST(PdfLimits, HasThemInACellWithThreePagesForEachLetter) {
   EXPECT_EQ(pdf.texts(pdf.pageCount()), Strings{"W"});
 }
 
-TEST(PdfLimits, HasTheLargestFont) {
+TEST(PdfLimits, AllowTheLargestFont) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(std::numeric_limits<int>::max());
     paragraph(doc, L"ab");
   });
-  // Neither the gap nor a line fits onto any page: one for the gap, then one for each letter and for the empty rest.
+  // Neither the gap nor a line fits on any page: one page is for the gap, and one for each letter and the empty rest.
   ASSERT_EQ(pdf.pageCount(), 5u);
   EXPECT_EQ(pdf.content(3),
             "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n50 810 Td\n0 -1431655764 Td\n/F1 2147483647 Tf\n"
             "0.000000 0.000000 0.000000 rg\n(a)Tj\n0 -1431655764 Td\nET\n");
 }
 
-TEST(PdfLimits, HasTheSmallestFont) {
+TEST(PdfLimits, AllowTheSmallestFont) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(std::numeric_limits<int>::min());
     paragraph(doc, L"ab");
@@ -274,7 +274,7 @@ TEST(PdfLimits, HasTheSmallestFont) {
             "0.000000 0.000000 0.000000 rg\n(ab)Tj\n0 --1431655765 Td\nET\n");
 }
 
-TEST(PdfLimits, HasColoursThatAreNoNumbers) {
+TEST(PdfLimits, AllowColoursThatAreNotNumbers) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     constexpr double kInfinite = std::numeric_limits<double>::infinity();
     doc.ColorOn({std::numeric_limits<double>::quiet_NaN(), kInfinite, -kInfinite});
@@ -288,8 +288,8 @@ TEST(PdfLimits, HasColoursThatAreNoNumbers) {
   EXPECT_NE(pdf.content(1).find("\n-0.000000 " + digits + " -0.000000 rg\n(b)Tj\n"), std::string::npos);
 }
 
-// Each piece has a letter of more than a byte, so that the text before it is kept as code units.
-TEST(PdfLimits, GoesOnWithAWideTextBehindAnEntryOfTheOutline) {
+// Each piece has a character of more than one byte, so that the text before it is stored as code units.
+TEST(PdfLimits, AllowWideTextAroundOutlineEntries) {
   const auto fill = [](CPDFdoc& doc) {
     doc.Paragraf(0);
     for (int i = 0; i < 1000; ++i) {
@@ -313,7 +313,7 @@ TEST(PdfLimits, GoesOnWithAWideTextBehindAnEntryOfTheOutline) {
   EXPECT_EQ(madeInTimes(fill, kConforming).texts(1).front().substr(0, 6), "aLbaLb");
 }
 
-TEST(PdfLimits, LeavesNullTextsOut) {
+TEST(PdfLimits, AllowNullTexts) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.write(nullptr);
     doc.Paragraf(0);

@@ -16,12 +16,12 @@ using scrivalen::pdf::CharWidths;
 
 using Texts = std::vector<std::string>;
 
-// In 12-point Times an x is 6 points wide, an i, a blank, "," "." "/" are 3, "-" is 4, a tab is 6, a J is 5. A line has
-// less than 515 points.
+// In 12-point Times an x is 6 points wide; an i, a blank, "," "." and "/" are 3, "-" is 4, a tab is 6, a J is 5. A line
+// is narrower than 515 points.
 std::string xs(std::size_t count) { return std::string(count, 'x'); }
 std::wstring wideXs(std::size_t count) { return std::wstring(count, L'x'); }
 
-// The lines of a paragraph. The same text with a letter behind it that needs more than a byte is broken alike.
+// The lines of a paragraph. The lines must not change when a character of more than one byte comes after the text.
 Texts linesOf(const std::wstring& text) {
   const auto written = [](const std::wstring& all) {
     return madeInTimes([&](CPDFdoc& doc) { paragraph(doc, all.c_str()); }).texts(1);
@@ -36,7 +36,7 @@ Texts linesOf(const std::wstring& text) {
   return lines;
 }
 
-// The lines of the only cell with text in a row of so many columns.
+// The lines of the only cell with text in a row with this number of columns.
 Texts linesInColumn(int columns, const wchar_t* text, int size = 12) {
   return madeInTimes([&](CPDFdoc& doc) {
            doc.FontSize(size);
@@ -53,7 +53,7 @@ struct WidthRow {
   std::vector<int> thousandths;
 };
 
-// Of each row, with an average of 1000 points.
+// The widths for an average of 1000 points.
 const std::vector<WidthRow> kWidthRows = {{" !\"#$%&'", {523, 697, 854, 1047, 1047, 1744, 1629, 697}},
                                           {"()*+,-./", {697, 697, 1047, 1181, 523, 697, 523, 582}},
                                           {"0123456789", {1047, 1047, 1047, 1047, 1047, 1047, 1047, 1047, 1047, 1047}},
@@ -80,7 +80,7 @@ TEST(CharWidthsTest, AreTheFactorsOfTheAverage) {
   EXPECT_EQ(widths.perPoint(), 1);
 }
 
-TEST(CharWidthsTest, AreTheTrueOnesInThousandthsOfAPoint) {
+TEST(CharWidthsTest, AreTrueWidthsInThousandthsOfAPoint) {
   scrivalen::pdf::AdvanceWidths advances{};
   advances.front() = 250;
   advances.back() = 500;
@@ -103,7 +103,7 @@ TEST(CharWidthsTest, AreTheAverageForAllOtherCodes) {
   EXPECT_EQ(widths.of('\xE9'), 1000);
 }
 
-TEST(CharWidthsTest, AreCutAfterAHalfIsAdded) {
+TEST(CharWidthsTest, AreTruncatedAfterAHalfIsAdded) {
   // 12 / 2.01 = 5.97: x 6.25, i 3.47, a 5.55, @ 11.51, | 2.50.
   const CharWidths widths(static_cast<float>(12 / 2.01));
   EXPECT_EQ(widths.of('x'), 6);
@@ -113,7 +113,7 @@ TEST(CharWidthsTest, AreCutAfterAHalfIsAdded) {
   EXPECT_EQ(widths.of('|'), 3);
 }
 
-TEST(CharWidthsTest, AreCutTowardsZeroBelowZero) {
+TEST(CharWidthsTest, AreTruncatedTowardsZeroBelowZero) {
   // -5.97: x -6.25 + 0.5 is -5.75, i -3.47 + 0.5 is -2.97, | -2.50 + 0.5 is -2.0015.
   const CharWidths widths(static_cast<float>(-12 / 2.01));
   EXPECT_EQ(widths.of('x'), -5);
@@ -122,8 +122,8 @@ TEST(CharWidthsTest, AreCutTowardsZeroBelowZero) {
   EXPECT_EQ(CharWidths(0.0f).of('x'), 0);
 }
 
-TEST(CharWidthsTest, ComeFromTheAverageAsAFloatAndAProductAsADouble) {
-  // 1.005 / 2.01 is a half: 15 times that is 7.5, and less with the average as a float.
+TEST(CharWidthsTest, UseAFloatAverageAndADoubleProduct) {
+  // 1.005 / 2.01 is a half: 15 times that is 7.5, but less with the average as a float.
   EXPECT_EQ(CharWidths(static_cast<float>(15 / 2.01)).of('{'), 7);
 }
 
@@ -140,14 +140,14 @@ TEST(LineBreaking, MeasuresBracesInOddSizes) {
   EXPECT_EQ(lines(11, std::wstring(110, L'}')), (Texts{std::string(102, '}'), std::string(8, '}')}));
 }
 
-TEST(LineBreaking, KeepsWhatFitsOnOneLine) { EXPECT_EQ(linesOf(wideXs(85)), Texts{xs(85)}); }
+TEST(LineBreaking, KeepsTextThatFitsOnOneLine) { EXPECT_EQ(linesOf(wideXs(85)), Texts{xs(85)}); }
 
 TEST(LineBreaking, CutsAWordThatIsLongerThanTheLine) {
   EXPECT_EQ(linesOf(wideXs(86)), (Texts{xs(85), "x"}));
   EXPECT_EQ(linesOf(wideXs(200)), (Texts{xs(85), xs(85), xs(30)}));
 }
 
-TEST(LineBreaking, DoesNotFitACharacterThatReachesTheWidth) {
+TEST(LineBreaking, WrapsACharacterThatReachesTheFullWidth) {
   // 103 x 5 = 515.
   const std::string js(102, 'J');
   EXPECT_EQ(linesOf(std::wstring(102, L'J')), Texts{js});
@@ -193,7 +193,7 @@ TEST(LineBreaking, MeasuresEachHalfOfASurrogatePair) {
   EXPECT_EQ(pdf.texts(1), (Texts{shown.substr(0, 85), shown.substr(85)}));
 }
 
-TEST(LineBreaking, PlacesEachLineByItself) {
+TEST(LineBreaking, PositionsEachLineSeparately) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, L"one\ntwo"); });
   EXPECT_EQ(pdf.content(1),
             "BT\n50 810 Td\n"
@@ -209,41 +209,39 @@ TEST(LineBreaking, EndsALineAtALineFeed) {
   EXPECT_EQ(linesOf(L"a, b\nc d"), (Texts{"a, b", "c d"}));
 }
 
-TEST(LineBreaking, ShowsABlankOnAnEmptyLine) {
+TEST(LineBreaking, WritesABlankOnAnEmptyLine) {
   EXPECT_EQ(linesOf(L"\na"), (Texts{" ", "a"}));
   EXPECT_EQ(linesOf(L"a\n\nb"), (Texts{"a", " ", "b"}));
 }
 
-TEST(LineBreaking, ShowsNothingBehindTheLastLineFeed) {
+TEST(LineBreaking, WritesNothingAfterTheLastLineFeed) {
   EXPECT_EQ(linesOf(L"\n"), (Texts{" ", ""}));
   EXPECT_EQ(linesOf(L"a\n"), (Texts{"a", ""}));
   EXPECT_EQ(linesOf(L"\n\n"), (Texts{" ", " ", ""}));
 }
 
-TEST(LineBreaking, FindsALineFeedThatDoesNotFitItself) {
-  EXPECT_EQ(linesOf(wideXs(85) + L"\ny"), (Texts{xs(85), "y"}));
-}
+TEST(LineBreaking, FindsALineFeedThatDoesNotFit) { EXPECT_EQ(linesOf(wideXs(85) + L"\ny"), (Texts{xs(85), "y"})); }
 
-TEST(LineBreaking, CutsInFrontOfALineFeedThatStandsFurther) {
+TEST(LineBreaking, WrapsBeforeALineFeedThatIsFurtherAway) {
   EXPECT_EQ(linesOf(wideXs(86) + L"\ny"), (Texts{xs(85), "x", "y"}));
   EXPECT_EQ(linesOf(L"a " + wideXs(85) + L"\ny"), (Texts{"a", xs(85), "y"}));
 }
 
 TEST(LineBreaking, EndsWithAnEmptyLineWhenNothingIsLeft) {
-  // The blank does not fit: 513 + 3. It is left out, and nothing follows it.
+  // The blank does not fit (513 + 3), is left out, and nothing follows it.
   EXPECT_EQ(linesOf(wideXs(84) + L"iii "), (Texts{xs(84) + "iii", ""}));
 }
 
 struct Separator {
   wchar_t character;
   const char* atLineEnd;    // when it fits
-  const char* atLineBegin;  // when it is the first that does not
+  const char* atLineBegin;  // when it is the first character that does not fit
 };
 
 constexpr Separator kSeparators[] = {{L' ', "", ""},   {L'\t', "", "\t"}, {L',', ",", ","},
                                      {L'-', "-", "-"}, {L'.', ".", "."},  {L'/', "/", "/"}};
 
-TEST(LineBreaking, BreaksBehindOrInsteadOfASeparator) {
+TEST(LineBreaking, BreaksAfterOrInsteadOfASeparator) {
   for (const Separator& separator : kSeparators) {
     EXPECT_EQ(linesOf(L"one" + std::wstring(1, separator.character) + wideXs(85)),
               (Texts{std::string("one") + separator.atLineEnd, xs(85)}))
@@ -251,7 +249,7 @@ TEST(LineBreaking, BreaksBehindOrInsteadOfASeparator) {
   }
 }
 
-TEST(LineBreaking, BreaksInFrontOfASeparatorThatDoesNotFit) {
+TEST(LineBreaking, BreaksBeforeASeparatorThatDoesNotFit) {
   for (const Separator& separator : kSeparators) {
     EXPECT_EQ(linesOf(L"o n-e" + wideXs(80) + L"iii" + std::wstring(1, separator.character) + L"next"),
               (Texts{"o n-e" + xs(80) + "iii", separator.atLineBegin + std::string("next")}))
@@ -259,13 +257,13 @@ TEST(LineBreaking, BreaksInFrontOfASeparatorThatDoesNotFit) {
   }
 }
 
-TEST(LineBreaking, LeavesOneBlankOut) {
+TEST(LineBreaking, DropsOneBlank) {
   const std::wstring full = wideXs(84) + L"iii";
   EXPECT_EQ(linesOf(full + L"  next"), (Texts{xs(84) + "iii", " next"}));
   EXPECT_EQ(linesOf(L"one  " + wideXs(85)), (Texts{"one ", xs(85)}));
 }
 
-TEST(LineBreaking, TakesTheLastSeparatorThatFits) {
+TEST(LineBreaking, BreaksAtTheLastSeparatorThatFits) {
   EXPECT_EQ(linesOf(L"a/b.c,d-e\tf " + wideXs(85)), (Texts{"a/b.c,d-e\tf", xs(85)}));
   EXPECT_EQ(linesOf(L"a b\tc-d,e.f/" + wideXs(85)), (Texts{"a b\tc-d,e.f/", xs(85)}));
   EXPECT_EQ(linesOf(L"a b,c" + wideXs(84)), (Texts{"a b,", "c" + xs(84)}));
@@ -279,14 +277,14 @@ TEST(LineBreaking, BreaksAtNoOtherCharacter) {
   EXPECT_EQ(linesOf(others + wideXs(80)).back().find_first_not_of('x'), std::string::npos);
 }
 
-TEST(LineBreaking, CutsAWordBehindASeparatorAtTheBeginning) {
+TEST(LineBreaking, CutsAWordAfterALeadingSeparator) {
   // A blank and 85 x are 513 points, "-" and 85 x are 514.
   EXPECT_EQ(linesOf(L" " + wideXs(86)), (Texts{" " + xs(85), "x"}));
   EXPECT_EQ(linesOf(L"-" + wideXs(86)), (Texts{"-" + xs(85), "x"}));
 }
 
-TEST(LineBreaking, BreaksBehindASeparatorThatIsTheLastThatFits) {
-  // "- " as the 87th and 88th character: the first fits.
+TEST(LineBreaking, BreaksAfterASeparatorThatJustFits) {
+  // The blank ends at 514 and is the last character that fits; without it, "-" is.
   EXPECT_EQ(linesOf(wideXs(84) + L"i- next"), (Texts{xs(84) + "i-", "next"}));
   EXPECT_EQ(linesOf(wideXs(84) + L"i-next"), (Texts{xs(84) + "i-", "next"}));
 }
@@ -299,29 +297,29 @@ TEST(LineBreaking, WrapsProse) {
              "brown fox jumps over the lazy dog."}));
 }
 
-// Columns of 2 points, and of none.
+// Columns of 2 points, and of no width.
 class NarrowColumn : public testing::TestWithParam<int> {};
 
-TEST_P(NarrowColumn, TakesOneCharacterALine) {
+TEST_P(NarrowColumn, HoldsOneCharacterPerLine) {
   EXPECT_EQ(linesInColumn(GetParam(), L"abc"), (Texts{"a", "b", "c", ""}));
   EXPECT_EQ(linesInColumn(GetParam(), L"\x0141\x0141"), (Texts{"A", "A", ""}));
 }
 
-TEST_P(NarrowColumn, LeavesOutABlankBehindACharacter) {
+TEST_P(NarrowColumn, DropsABlankAfterACharacter) {
   EXPECT_EQ(linesInColumn(GetParam(), L"a b"), (Texts{"a", "b", ""}));
   EXPECT_EQ(linesInColumn(GetParam(), L"a  b"), (Texts{"a", "", "b", ""}));
 }
 
-TEST_P(NarrowColumn, HasAnEmptyLineForABlankAtTheBeginning) {
+TEST_P(NarrowColumn, HasAnEmptyLineForALeadingBlank) {
   EXPECT_EQ(linesInColumn(GetParam(), L" a"), (Texts{"", "a", ""}));
   EXPECT_EQ(linesInColumn(GetParam(), L" "), (Texts{"", ""}));
 }
 
-TEST_P(NarrowColumn, TakesOtherSeparatorsAsCharacters) {
+TEST_P(NarrowColumn, TreatsOtherSeparatorsAsCharacters) {
   EXPECT_EQ(linesInColumn(GetParam(), L"\t,-./"), (Texts{"\t", ",", "-", ".", "/", ""}));
 }
 
-TEST_P(NarrowColumn, EndsALineAtALineFeedThatComesFirst) {
+TEST_P(NarrowColumn, EndsALineAtALeadingLineFeed) {
   EXPECT_EQ(linesInColumn(GetParam(), L"\n"), (Texts{" ", ""}));
   EXPECT_EQ(linesInColumn(GetParam(), L"a\nb"), (Texts{"a", " ", "b", ""}));
 }
@@ -351,12 +349,12 @@ TEST(LineBreaking, FitsEverythingInSizeZero) {
                 "0 -0 Td\nET\n");
 }
 
-TEST(LineBreaking, FitsNothingInSizeZeroIntoAColumnWithoutWidth) {
+TEST(LineBreaking, FitsNothingOfSizeZeroInAColumnWithoutWidth) {
   EXPECT_EQ(linesInColumn(600, L"ab", 0), (Texts{"a", "b", ""}));
   EXPECT_EQ(linesInColumn(600, L"", 0), Texts{""});
 }
 
-TEST(LineBreaking, FitsEverythingBelowSizeZeroAndGoesUp) {
+TEST(LineBreaking, FitsEverythingOfNegativeSizeAndGoesUp) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(-12);
     paragraph(doc, (wideXs(300) + L"\ny").c_str());
@@ -376,12 +374,12 @@ TEST(LineBreaking, FitsEverythingBelowSizeZeroAndGoesUp) {
                 "(z)Tj\n0 -0 Td\nET\n");
 }
 
-TEST(LineBreaking, FitsEverythingBelowSizeZeroIntoAColumnWithoutWidth) {
+TEST(LineBreaking, FitsEverythingOfNegativeSizeInAColumnWithoutWidth) {
   EXPECT_EQ(linesInColumn(600, L"abc", -12), Texts{"abc"});
   EXPECT_EQ(linesInColumn(600, L"", -12), Texts{""});
 }
 
-TEST(LineBreaking, CutsTheStepsTowardsZero) {
+TEST(LineBreaking, TruncatesTheStepsTowardsZero) {
   // Two thirds of 1, 2, 8 and 20 are 0, 1, 5 and 13.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     for (const int size : {1, 2, 8, 20}) {
@@ -402,8 +400,8 @@ TEST(LineBreaking, CutsTheStepsTowardsZero) {
             "ET\n");
 }
 
-TEST(LineBreaking, BreaksThePageByTheHeightOfFourThirds) {
-  // In size 8 a paragraph takes 5 + 10: 51 of them go from 810 to 45, where the gap ends at 40 and 10 more at 30.
+TEST(LineBreaking, BreaksThePageAtFourThirdsOfTheSize) {
+  // In size 8 a paragraph takes 5 + 10: 51 of them go from 810 to 45. The next gap ends at 40 and its line at 30.
   const auto written = [](int count) {
     return madeInTimes([&](CPDFdoc& doc) {
       doc.FontSize(8);

@@ -36,7 +36,7 @@ TEST(PdfLink, IsAnAnnotationOfItsPage) {
     linkParagraph(doc, L"go", L"there");
     markedParagraph(doc, L"here", L"there");
   });
-  // The page is object 5, its content 6.
+  // The page is object 5, its content object 6.
   EXPECT_NE(pdf.object(5).find("/Annots [7 0 R ]\r\n"), std::string_view::npos);
   EXPECT_EQ(pdf.object(7),
             "7 0 obj\r\n<<\r\n/Type /Annot\r\n/Subtype /Link\r\n/Rect [50 802 565 786]\r\n"
@@ -49,7 +49,7 @@ TEST(PdfLink, IsNotListedByAPageWithoutOne) {
   EXPECT_EQ(pdf.object(5).find("/Annots"), std::string_view::npos);
 }
 
-TEST(PdfLink, LeadsToNoPlaceWhoseNameOnlyBeginsAlike) {
+TEST(PdfLink, DoesNotMatchANameByItsBeginning) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     markedParagraph(doc, L"here", L"a b");
     linkParagraph(doc, L"go", L"a c");
@@ -68,7 +68,7 @@ TEST(PdfLink, CoversItsWholeParagraph) {
   EXPECT_EQ(pdf.links(), Strings{"page 1 [50 802 565 754] to page 1 at 50 746"});
 }
 
-TEST(PdfLink, CoversTheColumnOfItsCellDownToItsOwnText) {
+TEST(PdfLink, CoversItsColumnDownToTheEndOfItsText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginTable();
     doc.BeginRow(2);
@@ -88,12 +88,12 @@ TEST(PdfLink, CoversTheColumnOfItsCellDownToItsOwnText) {
             (Strings{"page 1 [307 802 564 786] to page 1 at 50 802", "page 1 [50 762 565 746] to page 1 at 307 802"}));
 }
 
-TEST(PdfLink, IsAsWideAsThePageInLandscape) {
+TEST(PdfLink, IsWiderInLandscape) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { linkParagraph(doc, L"go", L"there"); }, kWide);
   EXPECT_EQ(pdf.links(), Strings{"page 1 [50 557 810 541]" + std::string(kNowhere)});
 }
 
-TEST(PdfLink, MayComeBeforeOrBehindItsBookmark) {
+TEST(PdfLink, MayComeBeforeOrAfterItsBookmark) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     linkParagraph(doc, L"go", L"there");
     markedParagraph(doc, L"here", L"there");
@@ -121,7 +121,7 @@ TEST(PdfLink, LeadsToTheLastBookmarkOfItsName) {
   EXPECT_EQ(pdf.links(), Strings{"page 1 [50 778 565 762] to page 1 at 50 754"});
 }
 
-TEST(PdfLink, KnowsNamesByAllTheirCharacters) {
+TEST(PdfLink, ComparesAllCharactersOfNames) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     markedParagraph(doc, L"a", L"\x20AC");
     markedParagraph(doc, L"b", L"\xAC");
@@ -137,7 +137,7 @@ TEST(PdfLink, KnowsNamesByAllTheirCharacters) {
                "page 1 [50 682 565 666] to page 1 at 50 754", "page 1 [50 658 565 642]" + std::string(kNowhere)}));
 }
 
-TEST(PdfLink, TakesNoNameForTheEmptyOne) {
+TEST(PdfLink, TreatsANullNameAsEmpty) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     markedParagraph(doc, L"here", L"");
     doc.HyperLink(nullptr, nullptr);
@@ -145,7 +145,7 @@ TEST(PdfLink, TakesNoNameForTheEmptyOne) {
   EXPECT_EQ(pdf.links(), Strings{"page 1 [50 802 565 786] to page 1 at 50 802"});
 }
 
-TEST(PdfLink, StandsInTheOrderOfNamesAndThenOfSources) {
+TEST(PdfLink, IsInTheOrderOfNamesAndThenOfSources) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     linkParagraph(doc, L"go", L"b");
     markedParagraph(doc, L"here", L"c");
@@ -159,7 +159,7 @@ TEST(PdfLink, StandsInTheOrderOfNamesAndThenOfSources) {
                                   "page 1 [50 754 565 738]" + std::string(kNowhere)}));
 }
 
-TEST(PdfLink, StandsOnceForEachTimeItWasSet) {
+TEST(PdfLink, IsWrittenForEachTimeItIsSet) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     linkParagraph(doc, L"go", L"a");
     doc.HyperLink(L"again", L"a");
@@ -167,7 +167,7 @@ TEST(PdfLink, StandsOnceForEachTimeItWasSet) {
   EXPECT_EQ(pdf.links(), Strings(2, "page 1 [50 802 565 786]" + std::string(kNowhere)));
 }
 
-TEST(PdfLink, HasAParagraphWithoutTextAsAPlaceOfNoHeight) {
+TEST(PdfLink, HasNoHeightForAParagraphWithoutText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     doc.BookMark(L"there");
@@ -176,7 +176,7 @@ TEST(PdfLink, HasAParagraphWithoutTextAsAPlaceOfNoHeight) {
   EXPECT_EQ(pdf.links(), Strings{"page 1 [50 802 565 802] to page 1 at 50 802"});
 }
 
-// 31 paragraphs end at 66, the gap of the next one at 58; its first line fits there, its second does not.
+// 31 paragraphs end at 66 and the gap of the next at 58. Its first line fits there, its second does not.
 TEST(PdfLink, IsSplitByAPageBreak) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraphs(doc, 31);
@@ -188,7 +188,7 @@ TEST(PdfLink, IsSplitByAPageBreak) {
             (Strings{"page 1 [50 58 565 30] to page 1 at 50 58", "page 2 [50 810 565 794] to page 1 at 50 58"}));
 }
 
-TEST(PdfLink, CoversTheFirstAndTheLastOfThreePages) {
+TEST(PdfLink, CoversOnlyTheFirstAndLastOfThreePages) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { linkParagraph(doc, lines(100).c_str(), L"there"); });
   ASSERT_EQ(pdf.pageCount(), 3u);
   EXPECT_EQ(pdf.texts(3).size(), 4u);
@@ -214,7 +214,7 @@ TEST(PdfLink, IsSplitInLandscapeToo) {
                                   "page 2 [50 565 810 437]" + std::string(kNowhere)}));
 }
 
-TEST(PdfLink, GoesWithARowThatIsMoved) {
+TEST(PdfLink, MovesWithItsRow) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraphs(doc, 31);
     doc.BeginTable();
@@ -229,8 +229,8 @@ TEST(PdfLink, GoesWithARowThatIsMoved) {
   EXPECT_EQ(pdf.links(), Strings{"page 2 [50 810 307 794] to page 2 at 50 810"});
 }
 
-// The row begins for good on page 3 and ends on page 4.
-TEST(PdfLink, StandsWhereATallRowIsLaidOutLast) {
+// The row's final layout begins on page 3 and ends on page 4.
+TEST(PdfLink, IsAtTheFinalPlaceOfATallRow) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginTable();
     doc.BeginRow(1);

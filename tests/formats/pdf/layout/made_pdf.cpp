@@ -21,7 +21,7 @@ std::size_t numberAt(std::string_view text, std::size_t at) {
   return number;
 }
 
-// What stands between the words and the next end mark behind them; empty without the words.
+// The text between the words and the next end mark after them; empty if there are no such words.
 std::string_view between(std::string_view text, std::string_view words, std::string_view end) {
   const auto found = text.find(words);
   if (found == text.npos) {
@@ -31,12 +31,12 @@ std::string_view between(std::string_view text, std::string_view words, std::str
   return text.substr(begin, text.find(end, begin) - begin);
 }
 
-// The object that an entry refers to; 0 without the entry.
+// The number of the object that an entry refers to; 0 if there is no such entry.
 std::size_t reference(std::string_view object, std::string_view key) {
   return numberAt(between(object, "\r\n/" + std::string(key) + " ", " 0 R"), 0);
 }
 
-// A line feed alone is none of the content's line ends.
+// The content's line ends must all be CR LF.
 std::string withPlainLineEnds(std::string_view content) {
   std::string plain;
   for (std::size_t i = 0; i < content.size(); ++i) {
@@ -176,7 +176,7 @@ std::string MadePdf::entryOf(std::size_t number) const {
 }
 
 std::string MadePdf::outline() const {
-  std::vector<std::size_t> next;  // of each level that is open
+  std::vector<std::size_t> next;  // on each open level
   std::string tree;
   for (const std::string_view object : objects_) {
     if (object.find("/Type /Outlines\r\n") != object.npos) {

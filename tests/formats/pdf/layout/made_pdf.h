@@ -10,21 +10,21 @@
 
 namespace scrivalen::test {
 
-/// A PDF that a test has made, taken apart.
+/// A PDF written by a test, split into its parts.
 class MadePdf {
  public:
-  /// Finds the objects through the file's own table; a test fails when that is wrong.
+  /// Finds the objects through the file's own table; the test fails if the table is wrong.
   explicit MadePdf(std::string fileBytes);
   MadePdf(MadePdf&&) = default;
   MadePdf& operator=(MadePdf&&) = default;
 
   std::string bytes;
-  /// What EndDoc answered.
+  /// The result of EndDoc.
   int result = 0;
 
   std::size_t pageCount() const { return pages_.size(); }
   std::size_t objectCount() const { return objects_.size(); }
-  /// An object as it stands in the file, from its number to the blank line behind it; objects count from 1.
+  /// The bytes of an object, from its number to the blank line after it; objects count from 1.
   std::string_view object(std::size_t number) const;
   /// The one object that contains these words.
   std::string_view objectWith(std::string_view words) const;
@@ -38,8 +38,8 @@ class MadePdf {
 
   /// The links in the order of their pages, each as "page 1 [50 802 565 786] to page 2 at 50 802".
   std::vector<std::string> links() const;
-  /// The outline as a reader shows it, two blanks for a level, each entry as "Title (2) to page 1 at 50 802" with the
-  /// number of its children.
+  /// The outline as a reader shows it, indented by two blanks a level, each entry as "Title (2) to page 1 at 50 802"
+  /// with its /Count.
   std::string outline() const;
 
  private:
@@ -49,7 +49,7 @@ class MadePdf {
   std::size_t pageWith(std::size_t number) const;
 
   std::vector<std::string_view> objects_;
-  std::vector<std::size_t> pages_;  // the numbers of their objects
+  std::vector<std::size_t> pages_;  // as object numbers
 };
 
 struct PdfSetting {
@@ -64,17 +64,17 @@ inline constexpr PdfSetting kWide{1};
 
 inline constexpr _RGB_COLOR kWhiteCell{1, 1, 1};
 
-/// What a document becomes that an action fills between BegDoc and EndDoc; a test fails when its structure is wrong.
+/// The document that an action fills between BegDoc and EndDoc; the test fails if its structure is wrong.
 MadePdf made(CPDFdoc& doc, const std::function<void(CPDFdoc&)>& fill, PdfSetting setting = kClassic);
 MadePdf made(const std::function<void(CPDFdoc&)>& fill, PdfSetting setting = kClassic);
-/// The same with font 1, Times, chosen.
+/// The same with Times as the current font 1.
 MadePdf madeInTimes(const std::function<void(CPDFdoc&)>& fill, PdfSetting setting = kClassic);
 
-/// A paragraph with a text.
+/// Adds a paragraph with a text.
 void paragraph(CPDFdoc& doc, const wchar_t* text);
-/// A row with a cell for each text, in white.
+/// Adds a row with a white cell for each text.
 void row(CPDFdoc& doc, const std::vector<const wchar_t*>& texts);
-/// @p count paragraphs "1", "2", ...; in size 12 one takes 24 points, and the 32nd is the last on a first page.
+/// Adds @p count paragraphs "1", "2", ...; in size 12 each takes 24 points, and the 32nd is the last on the first page.
 void paragraphs(CPDFdoc& doc, int count);
 
 }  // namespace scrivalen::test

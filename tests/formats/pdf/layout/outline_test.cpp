@@ -17,7 +17,7 @@ struct Heading {
   int level;
 };
 
-// One entry for each, all to the bookmark of a paragraph at 802.
+// One entry for each heading, all to the bookmark of a paragraph at 802.
 MadePdf withEntries(const std::vector<Heading>& headings) {
   return madeInTimes([&](CPDFdoc& doc) {
     paragraph(doc, L"here");
@@ -28,7 +28,7 @@ MadePdf withEntries(const std::vector<Heading>& headings) {
   });
 }
 
-// The catalog, the page tree, two fonts, the page and its content are objects 1 to 6, the first entry is 7, the
+// Objects 1 to 6 are the catalog, the page tree, two fonts, the page and its content; the first entry is 7, the
 // outline 8.
 TEST(PdfOutline, LinksLevelsZeroOneOne) {
   const MadePdf pdf = withEntries({{L"Intro", 0}, {L"One", 1}, {L"Two", 1}});
@@ -48,7 +48,7 @@ TEST(PdfOutline, LinksLevelsZeroOneOne) {
 TEST(PdfOutline, HasThreeLevels) {
   const MadePdf pdf =
       withEntries({{L"1", 0}, {L"1.1", 1}, {L"1.1.1", 2}, {L"1.1.2", 2}, {L"1.2", 1}, {L"2", 0}, {L"2.1", 1}});
-  // A count is that of an entry's own children; that of the outline is all of them.
+  // The count of an entry is that of its own children, the count of the outline that of all entries.
   EXPECT_EQ(pdf.outline(),
             "7 entries\n"
             "1 (2) to page 1 at 50 802\n"
@@ -60,12 +60,12 @@ TEST(PdfOutline, HasThreeLevels) {
             "  2.1 to page 1 at 50 802\n");
 }
 
-TEST(PdfOutline, IsNotThereWithoutEntries) {
+TEST(PdfOutline, IsNotWrittenWithoutEntries) {
   const MadePdf pdf = withEntries({});
   EXPECT_EQ(pdf.object(1).find("/Outlines"), std::string_view::npos);
 }
 
-TEST(PdfOutline, LeavesOutAnEntryThatIsTooDeep) {
+TEST(PdfOutline, OmitsAnEntryThatIsTooDeep) {
   const MadePdf pdf = withEntries({{L"top", 0}, {L"too deep", 2}, {L"child", 1}, {L"too deep again", 3}});
   EXPECT_EQ(pdf.outline(), "2 entries\ntop (1) to page 1 at 50 802\n  child to page 1 at 50 802\n");
   EXPECT_EQ(pdf.object(9),
@@ -73,19 +73,19 @@ TEST(PdfOutline, LeavesOutAnEntryThatIsTooDeep) {
             "/Dest [5 0 R\r\n/XYZ\r\n50\r\n802\r\n0\r\n]\r\n\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfOutline, IsNamedAndNotWrittenWhenAllItsEntriesAreTooDeep) {
+TEST(PdfOutline, IsReferredToButNotWrittenWhenAllItsEntriesAreTooDeep) {
   const MadePdf pdf = withEntries({{L"too deep", 1}});
   ASSERT_EQ(pdf.objectCount(), 8u);
   EXPECT_EQ(pdf.object(8), "");
   EXPECT_NE(pdf.object(1).find("/Outlines 8 0 R\r\n"), std::string_view::npos);
 }
 
-TEST(PdfOutline, TakesALevelBelowZeroForTheTop) {
+TEST(PdfOutline, TreatsANegativeLevelAsTheTop) {
   EXPECT_EQ(withEntries({{L"a", -1}, {L"b", 1}, {L"c", INT32_MIN}, {L"d", INT32_MAX}}).outline(),
             "3 entries\na (1) to page 1 at 50 802\n  b to page 1 at 50 802\nc to page 1 at 50 802\n");
 }
 
-TEST(PdfOutline, HasAnEntryWithoutATitleForANullText) {
+TEST(PdfOutline, WritesAnEntryWithoutATitleForANullText) {
   const MadePdf pdf = withEntries({{nullptr, 0}, {L"", 0}});
   EXPECT_EQ(pdf.object(7),
             "7 0 obj\r\n<<\r\n/Type /Outline\r\n/Dest [5 0 R\r\n/XYZ\r\n50\r\n802\r\n0\r\n]\r\n\r\n"
@@ -93,7 +93,7 @@ TEST(PdfOutline, HasAnEntryWithoutATitleForANullText) {
   EXPECT_NE(pdf.object(9).find("/Title ()\r\n"), std::string_view::npos);
 }
 
-TEST(PdfOutline, WritesTitlesAsTheyStand) {
+TEST(PdfOutline, WritesTitlesUnchanged) {
   const MadePdf pdf = withEntries({{L"f(x)", 0}, {L"\x20AC\xE9", 0}});
   EXPECT_NE(pdf.object(7).find("/Title (f(x))\r\n"), std::string_view::npos);
   EXPECT_NE(pdf.object(9).find("/Title (\xAC\xE9)\r\n"), std::string_view::npos);
@@ -119,12 +119,12 @@ TEST(PdfOutline, LeadsToThePagesOfItsBookmarks) {
     paragraphs(doc, 33);
     doc.BookMark(L"b");
   });
-  // 34 paragraphs: the 33rd is the first on page 2, from 810 to 794; the 34th has its gap at 786.
+  // There are 34 paragraphs: the 33rd is the first on page 2, from 810 to 794; the gap of the 34th ends at 786.
   EXPECT_EQ(pdf.outline(), "2 entries\nfirst to page 1 at 50 802\nsecond to page 2 at 50 786\n");
 }
 
-// Entries are linked name by name, in the order in which the names first appeared.
-TEST(PdfOutline, StandsInTheOrderOfItsBookmarksNames) {
+// Entries are linked for one target name after another, in the order of their first use.
+TEST(PdfOutline, IsInTheOrderOfItsTargetNames) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"b");
     doc.AddOutlineItem(L"to a", L"a", 0);
@@ -140,7 +140,7 @@ TEST(PdfOutline, StandsInTheOrderOfItsBookmarksNames) {
             "  to a again to object 0 at 0 0\n");
 }
 
-std::size_t numberBehind(std::string_view object, std::string_view key) {
+std::size_t numberAfter(std::string_view object, std::string_view key) {
   std::size_t number = 0;
   const auto at = object.find(key);
   if (at != object.npos) {
@@ -149,7 +149,7 @@ std::size_t numberBehind(std::string_view object, std::string_view key) {
   return number;
 }
 
-TEST(PdfOutline, IsAHundredThousandLevelsDeep) {
+TEST(PdfOutline, MayBeAHundredThousandLevelsDeep) {
   constexpr std::size_t kLevels = 100000;
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     for (std::size_t level = 0; level < kLevels; ++level) {
@@ -157,8 +157,8 @@ TEST(PdfOutline, IsAHundredThousandLevelsDeep) {
     }
   });
   std::size_t levels = 0;
-  for (std::size_t entry = 7; entry != 0 && levels <= kLevels; entry = numberBehind(pdf.object(entry), "/First ")) {
-    EXPECT_EQ(numberBehind(pdf.object(entry), "/Count "), levels + 1 < kLevels ? 1u : 0u);
+  for (std::size_t entry = 7; entry != 0 && levels <= kLevels; entry = numberAfter(pdf.object(entry), "/First ")) {
+    EXPECT_EQ(numberAfter(pdf.object(entry), "/Count "), levels + 1 < kLevels ? 1u : 0u);
     ++levels;
   }
   EXPECT_EQ(levels, kLevels);

@@ -17,7 +17,7 @@ namespace {
 
 using namespace scrivalen::test;
 
-// The steps that a derived class may use.
+// Makes the steps for derived classes public.
 class OpenSteps : public CPDFdoc {
  public:
   using CPDFdoc::CreateFonts;
@@ -29,7 +29,7 @@ class OpenSteps : public CPDFdoc {
   using CPDFdoc::StartPage;
 };
 
-// A file on disk that a document can be begun on.
+// A file on disk for a document.
 struct DiskFile {
   DiskFile() { EXPECT_TRUE(file.Open(path.c_str())); }
   std::string closedBytes() {
@@ -48,7 +48,7 @@ struct OpenDocument : DiskFile {
   OpenSteps doc;
 };
 
-// Lets nothing come from the default resource while it lives.
+// Makes every allocation from the default resource fail for as long as it lives.
 class UnusableDefaultResource {
  public:
   UnusableDefaultResource() : old_(std::pmr::set_default_resource(std::pmr::null_memory_resource())) {}
@@ -62,7 +62,7 @@ class UnusableDefaultResource {
 
 constexpr const char* kEmptyPage = "BT\n50 810 Td\nET\n";
 
-TEST(PdfDocBegDoc, TellsThatThereIsNoFile) {
+TEST(PdfDocBegDoc, ReportsAMissingFile) {
   CPDFdoc doc;
   EXPECT_EQ(doc.GetNextID(), 1u);
   EXPECT_EQ(doc.BegDoc(nullptr, 0), -2);
@@ -70,20 +70,20 @@ TEST(PdfDocBegDoc, TellsThatThereIsNoFile) {
   EXPECT_EQ(doc.GetNextID(), 2u);
 }
 
-TEST(PdfDocBegDoc, TurnsThePagesForWhateverIsNotZero) {
+TEST(PdfDocBegDoc, UsesLandscapeForEveryNonZeroValue) {
   for (const int landscape : {-1, 2}) {
     EXPECT_EQ(made([](CPDFdoc&) {}, {landscape}).content(1), "BT\n50 565 Td\nET\n");
   }
 }
 
-TEST(PdfDocBegDoc, TellsThatADocumentIsOpen) {
+TEST(PdfDocBegDoc, ReportsThatADocumentIsOpen) {
   OpenDocument open;
   EXPECT_EQ(open.doc.BegDoc(open.file.Handle(), 0), -1);
   EXPECT_EQ(open.doc.BegDoc(nullptr, 0), -1);
   EXPECT_TRUE(open.doc.IsOpen());
 }
 
-TEST(PdfDocBegDoc, ChangesNothingThatTheOpenDocumentWrites) {
+TEST(PdfDocBegDoc, DoesNotChangeAnOpenDocument) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(20);
     doc.Paragraf(0);
@@ -96,7 +96,7 @@ TEST(PdfDocBegDoc, ChangesNothingThatTheOpenDocumentWrites) {
   EXPECT_NE(pdf.objectWith("/Type /Page\r\n").find("[0 0 595 840]"), std::string::npos);
 }
 
-TEST(PdfDocBegDoc, BeginsAgainAfterTheEnd) {
+TEST(PdfDocBegDoc, CanBeginAgainAfterEndDoc) {
   CPDFdoc doc;
   const auto once = [&] {
     return made(doc, [](CPDFdoc& open) {
@@ -110,7 +110,7 @@ TEST(PdfDocBegDoc, BeginsAgainAfterTheEnd) {
   EXPECT_EQ(once().bytes, first);
 }
 
-TEST(PdfDocBegDoc, GivesTheSizeBackAndKeepsTheRestOfTheStyle) {
+TEST(PdfDocBegDoc, ResetsTheSizeAndKeepsTheRestOfTheStyle) {
   CPDFdoc doc;
   made(doc, [](CPDFdoc& open) {
     open.FontNo(7);
@@ -132,7 +132,7 @@ TEST(PdfDocBegDoc, KeepsBold) {
   EXPECT_NE(second.content(1).find("/F2 12 Tf\n"), std::string::npos);
 }
 
-TEST(PdfDocBegDoc, WritesBehindWhatTheFileHolds) {
+TEST(PdfDocBegDoc, WritesAfterTheFilesContent) {
   DiskFile disk;
   disk.file.Write("front", 5);
   ASSERT_TRUE(disk.file.Flush());
@@ -142,7 +142,7 @@ TEST(PdfDocBegDoc, WritesBehindWhatTheFileHolds) {
   EXPECT_EQ(disk.closedBytes().substr(0, 14), "front%PDF-1.4\n");
 }
 
-TEST(PdfDoc, WritesNothingOfADocumentThatIsDropped) {
+TEST(PdfDoc, WritesNothingWhenDestroyedWhileOpen) {
   DiskFile disk;
   {
     CPDFdoc doc;
@@ -152,7 +152,7 @@ TEST(PdfDoc, WritesNothingOfADocumentThatIsDropped) {
   EXPECT_EQ(disk.closedBytes(), "");
 }
 
-TEST(PdfDoc, IsDroppedByItsSteps) {
+TEST(PdfDoc, IsDroppedByInitAndDelete) {
   for (const bool init : {true, false}) {
     OpenDocument open;
     paragraph(open.doc, L"a");
@@ -164,7 +164,7 @@ TEST(PdfDoc, IsDroppedByItsSteps) {
   }
 }
 
-TEST(PdfDoc, IgnoresEveryCallBeforeTheBeginning) {
+TEST(PdfDoc, IgnoresEveryCallBeforeBegDoc) {
   OpenSteps doc;
   doc.AddFont(1, PDF_TIMES_ROMAN);
   doc.Paragraf(0);
@@ -200,7 +200,7 @@ TEST(PdfDoc, HasOneEmptyPageWithoutItems) {
   EXPECT_NE(pdf.bytes.find("stream\r\nBT\r\n50 810 Td\r\nET\r\n\r\nendstream\r\n"), std::string::npos);
 }
 
-TEST(PdfDoc, IsWideInLandscape) {
+TEST(PdfDoc, IsWiderInLandscape) {
   const MadePdf pdf = made([](CPDFdoc&) {}, kWide);
   EXPECT_EQ(pdf.content(1), "BT\n50 565 Td\nET\n");
   EXPECT_NE(pdf.objectWith("/Type /Page\r\n").find("/MediaBox [0 0 840 595]\r\n"), std::string::npos);
@@ -223,7 +223,7 @@ TEST(PdfDoc, WritesAParagraph) {
             "ET\n");
 }
 
-TEST(PdfDoc, HasDocumentsSideBySideEachWithPaperOfItsOwn) {
+TEST(PdfDoc, AllowsTwoDocumentsWithDifferentPaper) {
   OpenDocument tall(0);
   OpenDocument wide(1);
   paragraph(tall.doc, L"t");
@@ -238,7 +238,7 @@ TEST(PdfDoc, HasDocumentsSideBySideEachWithPaperOfItsOwn) {
   EXPECT_NE(widePdf.objectWith("/Type /Page\r\n").find("[0 0 840 595]"), std::string::npos);
 }
 
-TEST(PdfDoc, TakesNothingFromTheDefaultResourceOfTheHost) {
+TEST(PdfDoc, DoesNotUseTheHostsDefaultMemoryResource) {
   const FixedClock clock(0);
   const auto fill = [](CPDFdoc& doc, const wchar_t* text) {
     paragraph(doc, text);
@@ -257,7 +257,7 @@ TEST(PdfDoc, TakesNothingFromTheDefaultResourceOfTheHost) {
   EXPECT_EQ(second.closedBytes(), other);
 }
 
-TEST(PdfDocStyle, IsThatOfTheLastWriteForAWholeItem) {
+TEST(PdfDocStyle, OfTheLastWriteAppliesToTheWholeItem) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     doc.write(L"one ");
@@ -276,7 +276,7 @@ TEST(PdfDocStyle, IsThatOfTheLastWriteForAWholeItem) {
             "ET\n");
 }
 
-TEST(PdfDocStyle, IsThatOfAnEmptyWriteToo) {
+TEST(PdfDocStyle, MayComeFromAnEmptyWrite) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraph(doc, L"a");
     doc.FontSize(9);
@@ -299,7 +299,7 @@ TEST(PdfDocStyle, DrawsItalicUpright) {
   EXPECT_NE(pdf.content(1).find("/F2 12 Tf\n0.000000 0.000000 0.000000 rg\n(c)Tj\n"), std::string::npos);
 }
 
-TEST(PdfDocStyle, KeepsAFontNumberThatNoFontHas) {
+TEST(PdfDocStyle, KeepsAnUnknownFontNumber) {
   const MadePdf pdf = made([](CPDFdoc& doc) {
     doc.AddFont(1, PDF_TIMES_ROMAN);
     paragraph(doc, L"a");
@@ -337,7 +337,7 @@ TEST(PdfDocWrite, DoesNothingWithoutAnItemThatTakesText) {
   EXPECT_EQ(pdf.texts(1), std::vector<std::string>{});
 }
 
-TEST(PdfDocWrite, LeavesAParagraphThatIsNeverWrittenIntoWithoutText) {
+TEST(PdfDocWrite, DistinguishesAnEmptyTextFromNoText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     doc.write(nullptr);
@@ -356,12 +356,12 @@ TEST(PdfDocWrite, PutsABackslashBeforeBracketsAndBackslashes) {
   EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a\\(b\\)\\\\c"});
 }
 
-TEST(PdfDocWrite, WritesControlCharactersAsTheyStand) {
+TEST(PdfDocWrite, WritesControlCharactersUnchanged) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraph(doc, L"a\rb\001c\177\200"); });
   EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a\rb\001c\177\200"});
 }
 
-TEST(PdfDocWrite, FindsWhatNeedsABackslashAnywhereInALongText) {
+TEST(PdfDocWrite, EscapesAnywhereInALongText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(4);
     paragraph(doc, L"0123456(89abcdefghij\\lmno)((tuvwxyz01234\xE9(6789)");
@@ -379,7 +379,7 @@ TEST(PdfDocWrite, WritesTheLowByteOfEachCodeUnit) {
   EXPECT_EQ(pdf.texts(1), (std::vector<std::string>{"\xE4\x41\xAC\x28\\(", std::string("\x3D\0", 2)}));
 }
 
-TEST(PdfDocWrite, CountsWhatTheLowBytesLose) {
+TEST(PdfDocWrite, CountsCharactersLostByTheLowBytes) {
   CPDFdoc doc;
   made(doc, [](CPDFdoc& open) {
     paragraph(open, L"\xE4\x0141");
@@ -408,7 +408,7 @@ TEST(PdfDocParagraf, IsIgnoredInsideATable) {
   EXPECT_NE(pdf.content(1).find("50 778 Td\n"), std::string::npos);
 }
 
-TEST(PdfDocParagraf, FollowsOnAnother) {
+TEST(PdfDocParagraf, FollowsTheOneBefore) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraphs(doc, 3); });
   EXPECT_EQ(pdf.texts(1), (std::vector<std::string>{"1", "2", "3"}));
   // Each takes a gap of 8 and a line of 16.
@@ -446,7 +446,7 @@ TEST(PdfDocTable, EndsOnlyWhenItIsCurrent) {
   EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a"});
 }
 
-TEST(PdfDocTable, HasNoRowsOutsideAndNoRowsInRows) {
+TEST(PdfDocTable, IgnoresRowsOutsideATableAndInsideARow) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginRow(1);
     doc.Paragraf(0);
@@ -476,7 +476,7 @@ TEST(PdfDocTable, DropsCellsBeyondTheColumnsWithTheirText) {
   EXPECT_EQ(pdf.texts(1), (std::vector<std::string>{"a", "b"}));
 }
 
-TEST(PdfDocTable, HasNoCellsWithoutARow) {
+TEST(PdfDocTable, IgnoresCellsWithoutARow) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.BeginCell(kWhiteCell);
     doc.write(L"a");
@@ -499,11 +499,11 @@ TEST(PdfDocBookMark, IsIgnoredOutsideParagraphsAndCells) {
     doc.BookMark(L"there");
     doc.HyperLink(L"a", L"there");
   });
-  // A gap of 8, a row without cells of no height, another gap of 8.
+  // A gap of 8, a row without cells and without height, and another gap of 8.
   EXPECT_EQ(pdf.links(), std::vector<std::string>{"page 1 [50 794 565 778] to object 0 at 0 0"});
 }
 
-TEST(PdfDocHyperLink, BeginsAParagraphWhereThereIsNoItem) {
+TEST(PdfDocHyperLink, BeginsAParagraphWhenThereIsNoItem) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { doc.HyperLink(L"a", L"there"); });
   EXPECT_EQ(pdf.texts(1), std::vector<std::string>{"a"});
   EXPECT_EQ(pdf.links(), std::vector<std::string>{"page 1 [50 802 565 786] to object 0 at 0 0"});
@@ -520,7 +520,7 @@ TEST(PdfDocHyperLink, IsIgnoredInTablesAndRows) {
   EXPECT_EQ(pdf.links(), std::vector<std::string>{});
 }
 
-TEST(PdfDocHyperLink, LinksAnItemThatHasItsTextAlready) {
+TEST(PdfDocHyperLink, LinksAnItemThatAlreadyHasText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraph(doc, L"a");
     doc.HyperLink(nullptr, L"there");
@@ -529,7 +529,7 @@ TEST(PdfDocHyperLink, LinksAnItemThatHasItsTextAlready) {
   EXPECT_EQ(pdf.links().size(), 1u);
 }
 
-TEST(PdfDocAddOutlineItem, LeavesTheCurrentItemCurrent) {
+TEST(PdfDocAddOutlineItem, KeepsTheCurrentItem) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraph(doc, L"before ");
     doc.AddOutlineItem(L"entry", L"there", 0);
@@ -539,7 +539,7 @@ TEST(PdfDocAddOutlineItem, LeavesTheCurrentItemCurrent) {
   EXPECT_EQ(pdf.outline(), "1 entries\nentry to object 0 at 0 0\n");
 }
 
-TEST(PdfDocAddOutlineItem, LeavesNothingCurrentWhereNothingWas) {
+TEST(PdfDocAddOutlineItem, DoesNotBecomeTheCurrentItem) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.AddOutlineItem(L"entry", L"there", 0);
     doc.write(L"nowhere");
@@ -553,16 +553,16 @@ TEST(PdfDocGetNextID, CountsUp) {
   EXPECT_EQ(doc.GetNextID(), 2u);
 }
 
-TEST(PdfDocGetNextID, IsTakenByEachItem) {
+TEST(PdfDocGetNextID, IsUsedByEachItem) {
   OpenDocument open;
   CPDFdoc& doc = open.doc;
   doc.Paragraf(0);                            // 1
   doc.BeginTable();                           // 2
-  doc.Paragraf(0);                            // none: it is ignored
+  doc.Paragraf(0);                            // none: ignored
   doc.BeginRow(1);                            // 3
   doc.BeginCell(kWhiteCell);                  // 4
   doc.EndCell();                              //
-  doc.BeginCell(kWhiteCell);                  // none: it is dropped
+  doc.BeginCell(kWhiteCell);                  // none: dropped
   doc.AddOutlineItem(L"entry", L"there", 0);  // 5
   EXPECT_EQ(doc.GetNextID(), 6u);
   doc.EndRow();
@@ -571,7 +571,7 @@ TEST(PdfDocGetNextID, IsTakenByEachItem) {
   EXPECT_EQ(doc.GetNextID(), 8u);
 }
 
-TEST(PdfDocGetNextID, BeginsAnewInADocument) {
+TEST(PdfDocGetNextID, RestartsWithEachDocument) {
   OpenDocument open;
   open.doc.Paragraf(0);
   EXPECT_EQ(open.doc.EndDoc(nullptr), 0);
@@ -590,14 +590,14 @@ TEST(PdfDocFonts, AreListedWithABoldVariantEach) {
             "/Encoding /WinAnsiEncoding\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfDocFonts, AreListedByEveryPageInTheirOrder) {
+TEST(PdfDocFonts, AreListedByEveryPageInOrder) {
   const MadePdf pdf = made([](CPDFdoc& doc) {
     doc.AddFont(3, PDF_TIMES_ROMAN);
     doc.AddFont(1, PDF_HELVETICA);
     paragraphs(doc, 60);
   });
   ASSERT_EQ(pdf.pageCount(), 2u);
-  // Two fonts and their variants F4 and F5 are the objects 3 to 6.
+  // Objects 3 to 6 are the two fonts and their variants F4 and F5.
   const std::string fonts = "/Font <<\r\n/F3 3 0 R\r\n/F1 4 0 R\r\n/F4 5 0 R\r\n/F5 6 0 R\r\n>>\r\n";
   EXPECT_NE(pdf.object(7).find(fonts), std::string_view::npos);
   EXPECT_NE(pdf.object(9).find(fonts), std::string_view::npos);
@@ -634,20 +634,20 @@ constexpr BoldRow kBoldRows[] = {{0, "Times-Roman", "Times-Bold"},
 TEST(PdfDocFonts, HaveTheBoldVariantOfTheirFace) {
   for (const BoldRow& expected : kBoldRows) {
     const MadePdf pdf = made([&](CPDFdoc& doc) { doc.AddFont(1, static_cast<PDF_STANDARD_FONT_FACE>(expected.face)); });
-    const std::string behind = "\r\n/Encoding /WinAnsiEncoding\r\n>>";
-    EXPECT_NE(pdf.object(3).find("/BaseFont /" + (expected.base + behind)), std::string_view::npos) << expected.face;
-    EXPECT_NE(pdf.object(4).find("/BaseFont /" + (expected.bold + behind)), std::string_view::npos) << expected.face;
+    const std::string suffix = "\r\n/Encoding /WinAnsiEncoding\r\n>>";
+    EXPECT_NE(pdf.object(3).find("/BaseFont /" + (expected.base + suffix)), std::string_view::npos) << expected.face;
+    EXPECT_NE(pdf.object(4).find("/BaseFont /" + (expected.bold + suffix)), std::string_view::npos) << expected.face;
   }
 }
 
-TEST(PdfDocFonts, AreNamedByTheirNumberWhateverItsSign) {
+TEST(PdfDocFonts, MayHaveNegativeNumbers) {
   const MadePdf pdf = made([](CPDFdoc& doc) { doc.AddFont(-4, PDF_TIMES_ROMAN); });
   EXPECT_NE(pdf.object(3).find("/Name /F-4\r\n"), std::string_view::npos);
   EXPECT_NE(pdf.objectWith("/Type /Page\r\n").find("/Font <<\r\n/F-4 3 0 R\r\n/F2 4 0 R\r\n>>\r\n"),
             std::string_view::npos);
 }
 
-TEST(PdfDocFonts, GiveTheirVariantsNumbersThatNoFontHas) {
+TEST(PdfDocFonts, GiveTheirVariantsUnusedNumbers) {
   OpenDocument open;
   EXPECT_EQ(open.doc.GetNextUnusedFontIdx(), 1);
   open.doc.AddFont(1, PDF_TIMES_ROMAN);
@@ -659,7 +659,7 @@ TEST(PdfDocFonts, GiveTheirVariantsNumbersThatNoFontHas) {
   open.doc.AddFont(-4, PDF_ARIAL);
   EXPECT_EQ(open.doc.GetNextUnusedFontIdx(), 7);
   open.doc.CreateFonts();
-  // The variants 7, 8, 9, 10 and 11: each search begins behind the number of fonts.
+  // The variants are 7, 8, 9, 10 and 11: each search begins after the number of fonts.
   EXPECT_EQ(open.doc.GetFontIdx(1, true, false), 7);
   EXPECT_EQ(open.doc.GetFontIdx(2, true, false), 8);
   EXPECT_EQ(open.doc.GetFontIdx(5, true, false), 9);
@@ -690,7 +690,7 @@ TEST(PdfDocFonts, ShareTheFirstVariantOfAFace) {
   EXPECT_EQ(open.doc.GetFontIdx(2, true, false), 3);
 }
 
-TEST(PdfDocFonts, AreReturnedAsTheyAreWithoutADocument) {
+TEST(PdfDocFonts, AreReturnedUnchangedWithoutADocument) {
   CPDFdoc doc;
   EXPECT_EQ(doc.GetFontIdx(5, true, false), 5);
   OpenDocument open;
@@ -720,13 +720,13 @@ TEST(PdfDocGetAvrCharWidth, DividesTheSizeByTheDivisorOfTheFace) {
   }
 }
 
-TEST(PdfDocGetAvrCharWidth, TakesEveryNumberButZeroForBold) {
+TEST(PdfDocGetAvrCharWidth, TreatsEveryNonZeroValueAsBold) {
   OpenDocument open;
   open.doc.AddFont(1, PDF_TIMES_ROMAN);
   EXPECT_EQ(open.doc.GetAvrCharWidth(1, 14, -1), 7.0f);
 }
 
-TEST(PdfDocGetAvrCharWidth, IsTwoThirdsOfTheSizeForAFontThatIsNotThere) {
+TEST(PdfDocGetAvrCharWidth, IsTwoThirdsOfTheSizeForAnUnknownFont) {
   CPDFdoc closed;
   EXPECT_EQ(closed.GetAvrCharWidth(1, 10, 0), 20.0f / 3.0f);
   OpenDocument open;
@@ -737,7 +737,7 @@ TEST(PdfDocGetAvrCharWidth, IsTwoThirdsOfTheSizeForAFontThatIsNotThere) {
   EXPECT_EQ(open.doc.GetAvrCharWidth(2, -12, 0), -8.0f);
 }
 
-TEST(PdfDocPages, AreNotThereWhileTheDocumentIsCollected) {
+TEST(PdfDocPages, AreNotGeneratedWhileTheDocumentIsFilled) {
   OpenDocument open;
   paragraph(open.doc, L"a");
   open.doc.PageBreak();
@@ -749,7 +749,7 @@ TEST(PdfDocPages, AreNotThereWhileTheDocumentIsCollected) {
   EXPECT_EQ(MadePdf(open.closedBytes()).pageCount(), 1u);
 }
 
-TEST(PdfDocPages, AreMadeByTheStepOfThatName) {
+TEST(PdfDocPages, AreGeneratedByGeneratePages) {
   OpenDocument open;
   open.doc.AddFont(1, PDF_TIMES_ROMAN);
   open.doc.FontNo(1);
@@ -759,7 +759,7 @@ TEST(PdfDocPages, AreMadeByTheStepOfThatName) {
   EXPECT_NE(open.doc.GetCurrentPage(), nullptr);
 }
 
-// Two fonts are objects 3 and 4, the pages 5 and 7, each with its content behind it.
+// The two fonts are objects 3 and 4, the pages 5 and 7, each followed by its content.
 TEST(PdfDocPages, LeaveTheLastOneCurrent) {
   OpenDocument open;
   open.doc.AddFont(1, PDF_TIMES_ROMAN);
@@ -770,7 +770,7 @@ TEST(PdfDocPages, LeaveTheLastOneCurrent) {
   EXPECT_EQ(open.doc.GetCurrentPage()->objectNumber, 7u);
 }
 
-TEST(PdfDocPages, TakeNothingOnceTheyAreMade) {
+TEST(PdfDocPages, IgnoreCallsOnceGenerated) {
   const FixedClock clock(0);
   const auto bytesOfDocument = [](bool goesOn, int conforming) {
     DiskFile disk;
@@ -806,7 +806,7 @@ TEST(PdfDocPages, TakeNothingOnceTheyAreMade) {
   }
 }
 
-TEST(PdfDocPages, ListTheBoldVariantsThatTheirTextsAreDrawnIn) {
+TEST(PdfDocPages, ListTheBoldVariantsThatTheirTextsUse) {
   OpenDocument open;
   open.doc.AddFont(1, PDF_TIMES_ROMAN);
   open.doc.FontNo(1);
@@ -820,7 +820,7 @@ TEST(PdfDocPages, ListTheBoldVariantsThatTheirTextsAreDrawnIn) {
 }
 
 TEST(PdfDocPages, BreakBeforeALineBelowTheLimit) {
-  // 32 paragraphs of 24 points go from 810 down to 42; the gap of the next one ends at 34, its line on a new page.
+  // 32 paragraphs of 24 points go from 810 down to 42. The next gap ends at 34, and its line is on a new page.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraphs(doc, 33); });
   ASSERT_EQ(pdf.pageCount(), 2u);
   EXPECT_EQ(pdf.texts(1).size(), 32u);
@@ -832,7 +832,7 @@ TEST(PdfDocPages, BreakBeforeALineBelowTheLimit) {
 }
 
 TEST(PdfDocPages, BeginWithoutAGapWhenThereIsNoRoomForIt) {
-  // 48 lines of 16 points behind a gap of 8: 810 - 8 - 768 = 34. A gap of 8 would end at 26.
+  // 48 lines of 16 points after a gap of 8: 810 - 8 - 768 = 34. Another gap of 8 would end at 26.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.Paragraf(0);
     for (int i = 1; i < 48; ++i) {
@@ -851,7 +851,7 @@ TEST(PdfDocPages, BeginWithoutAGapWhenThereIsNoRoomForIt) {
             "ET\n");
 }
 
-TEST(PdfDocPages, HaveAGapDownToTheLimit) {
+TEST(PdfDocPages, MayHaveAGapDownToTheLimit) {
   // 31 x 24, a line of 16 and 2 x 6 points in size 3 end at 38.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraphs(doc, 31);
@@ -865,7 +865,7 @@ TEST(PdfDocPages, HaveAGapDownToTheLimit) {
 }
 
 TEST(PdfDocPages, BreakEarlierInLandscape) {
-  // From 565 down to 37 in 22 paragraphs of 24; the gap of the 23rd would end at 29.
+  // 22 paragraphs of 24 points go from 565 down to 37; the gap of the 23rd would end at 29.
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) { paragraphs(doc, 23); }, kWide);
   ASSERT_EQ(pdf.pageCount(), 2u);
   EXPECT_TRUE(pdf.content(1).ends_with("(22)Tj\n0 -8 Td\nET\n"));
@@ -901,7 +901,7 @@ TEST(PdfDocEndDoc, ClosesTheDocumentAndLeavesTheFileOpen) {
   EXPECT_TRUE(open.closedBytes().ends_with("%%EOF"));
 }
 
-TEST(PdfDocEndDoc, TellsThatNothingWasWrittenToAnInvalidHandle) {
+TEST(PdfDocEndDoc, ReportsAnInvalidHandle) {
   CPDFdoc doc;
   ASSERT_EQ(doc.BegDoc(reinterpret_cast<void*>(std::intptr_t{-1}), 0), 0);
   paragraph(doc, L"a");
@@ -910,7 +910,7 @@ TEST(PdfDocEndDoc, TellsThatNothingWasWrittenToAnInvalidHandle) {
   EXPECT_FALSE(doc.IsOpen());
 }
 
-TEST(PdfDocEndDoc, LeavesNothingOfAFailureToTheNextDocument) {
+TEST(PdfDocEndDoc, DoesNotCarryAFailureOverToTheNextDocument) {
   const FixedClock clock(0);
   const auto fill = [](CPDFdoc& doc) { paragraph(doc, L"a"); };
   CPDFdoc doc;
@@ -924,7 +924,7 @@ TEST(PdfDocEndDoc, LeavesNothingOfAFailureToTheNextDocument) {
   EXPECT_EQ(next.bytes, made(fill).bytes);
 }
 
-TEST(PdfDocEndDoc, NumbersTheObjectsInTheOrderInWhichTheyAreMade) {
+TEST(PdfDocEndDoc, NumbersTheObjectsInTheOrderOfTheirCreation) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     paragraph(doc, L"a");
     doc.BookMark(L"a");

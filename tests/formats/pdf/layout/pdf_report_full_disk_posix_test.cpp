@@ -26,7 +26,7 @@ void writeMuch(AReport& report) {
 
 }  // namespace
 
-TEST(PdfReportOnAFullDisk, TellsOfTheDiskWhenItIsClosedAndNotBefore) {
+TEST(PdfReportOnAFullDisk, ReportsTheDiskAtCloseAndNotBefore) {
   const CapturedLog log;
   PDFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -37,7 +37,7 @@ TEST(PdfReportOnAFullDisk, TellsOfTheDiskWhenItIsClosedAndNotBefore) {
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{kReason});
 }
 
-TEST(PdfReportOnAFullDisk, TellsOfItEvenOfAnEmptyDocument) {
+TEST(PdfReportOnAFullDisk, ReportsTheDiskEvenForAnEmptyDocument) {
   const CapturedLog log;
   PDFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -46,7 +46,7 @@ TEST(PdfReportOnAFullDisk, TellsOfItEvenOfAnEmptyDocument) {
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{kReason});
 }
 
-TEST(PdfReportOnAFullDisk, TellsOfLostCharactersAndOfTheDisk) {
+TEST(PdfReportOnAFullDisk, ReportsLostCharactersAndTheDisk) {
   const CapturedLog log;
   PDFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -57,11 +57,11 @@ TEST(PdfReportOnAFullDisk, TellsOfLostCharactersAndOfTheDisk) {
                              kReason, L"'/dev/full': 1 character could not be written as it was given: U+20AC."}));
 }
 
-TEST(PdfReportOfAFileThatIsGone, TellsTheFirstReasonInOneLine) {
+TEST(PdfReportOnAClosedDescriptor, ReportsTheFirstReasonInOneLine) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
-  const int descriptor = ::open("/dev/null", O_RDONLY);  // the report gets the same one
+  const int descriptor = ::open("/dev/null", O_RDONLY);  // the report gets the same descriptor
   ::close(descriptor);
   PDFReport report;
   EXPECT_EQ(report.Open(path.c_str()), REPORT_OK);
@@ -85,13 +85,13 @@ TEST(PdfReportOnAFullDisk, CompletesTheOtherChildren) {
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   EXPECT_STREQ(report.GetError(), kReason);
   report.Clear();
-  ASSERT_EQ(log.lines().size(), 2u);  // the other one's is that it has several pages
+  ASSERT_EQ(log.lines().size(), 2u);  // the other report logs that it has several pages
   EXPECT_EQ(log.lines().front(), kReason);
   EXPECT_TRUE(bytesOf(folder / L"a.pdf").ends_with("%%EOF"));
   EXPECT_EQ(fromMarkedUtf16(bytesOf(folder / L"a.txt")).size(), 1000u * 402u);
 }
 
-TEST(PdfReportOfAFileThatMayNotGrow, TellsOfItAndKeepsWhatFitted) {
+TEST(PdfReportOfAFileThatMayNotGrow, ReportsItAndKeepsTheBytesThatFitted) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";

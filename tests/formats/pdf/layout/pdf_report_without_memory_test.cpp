@@ -37,7 +37,7 @@ void playTable(AReport& report) {
   report.EndTable(L"stock");
 }
 
-// A report of two pages, with a link that goes over their border.
+// A report of two pages, with a link that crosses the page break.
 void play(AReport& report) {
   report.TocItem(L"begin", L"Begin", 0);
   report.TocItem(L"end", L"End", 1);
@@ -86,7 +86,7 @@ struct PdfReportWithoutMemory : testing::TestWithParam<std::tuple<Extent, int>> 
     return result;
   }
 
-  // A classic report of two pages has a line of the log, which says less without memory.
+  // A classic report of two pages logs one line, which is shorter when memory runs out.
   void expectGood(const Attempt& made) const {
     EXPECT_EQ(made.opened, REPORT_OK);
     EXPECT_EQ(made.closed, REPORT_OK);
@@ -129,7 +129,7 @@ std::string nameOf(const testing::TestParamInfo<PdfReportWithoutMemory::ParamTyp
 
 }  // namespace
 
-TEST_P(PdfReportWithoutMemory, IsGoodOrTellsWhyItIsNot) {
+TEST_P(PdfReportWithoutMemory, IsWholeOrReportsWhyNot) {
   EXPECT_EQ(PdfStructure(good, conforming != 0).problems(), std::vector<std::string>());
   EXPECT_EQ(PdfStructure(good, conforming != 0).pageCount(), 2u);
   runOutOfMemory([this](std::size_t nth) {
@@ -145,7 +145,7 @@ TEST_P(PdfReportWithoutMemory, IsGoodOrTellsWhyItIsNot) {
   });
 }
 
-TEST(PdfReportOpenWithoutMemory, LeavesItToCloseToTellThatTheDocumentCouldNotBegin) {
+TEST(PdfReportOpenWithoutMemory, MayLeaveTheFailureForCloseToReport) {
   const UnfailingLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";
@@ -174,7 +174,7 @@ INSTANTIATE_TEST_SUITE_P(Pdf, PdfReportWithoutMemory,
                          testing::Combine(testing::Values(Extent::One, Extent::AllFromThere), testing::Values(0, 1)),
                          nameOf);
 
-TEST(PdfReportLossWithoutMemory, IsToldInAnyCaseAndIsNoFailure) {
+TEST(PdfReportLossWithoutMemory, IsAlwaysLoggedAndIsNoFailure) {
   const UnfailingLog log;
   const TemporaryFolder folder;
   const std::wstring path = folder / L"a.pdf";

@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kLeft = 50;
 constexpr int kBottom = 30;
-constexpr double kLeast = 0.0001;  // less than any difference of widths
+constexpr double kLeast = 0.0001;  // less than any difference between widths
 
 struct Factor {
   const char* characters;
@@ -250,7 +250,7 @@ float ReferenceDocument::averageWidth(int font, int size, bool bold) const {
   return static_cast<float>(size * 2) / 3.0f;
 }
 
-// In points; estimates are whole ones.
+// In points; estimates are integers.
 double ReferenceDocument::widthOf(char16_t character, const ReferenceStyle& style) const {
   if (form_ == PDFStuffer::Form::Classic) {
     return static_cast<int>(factorOf(character) * averageWidth(style.font, style.size, style.bold) + 0.5);
@@ -417,7 +417,7 @@ ReferenceDocument::Line ReferenceDocument::nextLine(const std::u16string& text, 
   return text.size() <= fit ? Line{text, text.size(), true} : brokenLine(text, fit);
 }
 
-// An empty text is one line however little fits.
+// An empty text is one line, no matter how little fits.
 std::size_t ReferenceDocument::fittingLength(const std::u16string& text, int width, const ReferenceStyle& style) const {
   if (text.empty()) {
     return 0;
@@ -535,7 +535,8 @@ std::string ReferenceDocument::outline() const {
   return tree;
 }
 
-// The catalog and the page tree, each font, each page with its content, each link, the outline with its entries.
+// Counts the catalog and the page tree, each font, each page with its content, each link, and the outline with its
+// entries.
 std::size_t ReferenceDocument::objectCount() const {
   return 2 + fonts_.size() + 2 * pages_.size() + annotations_.size() + entries_.size() + (entries_.empty() ? 0 : 1);
 }

@@ -40,12 +40,12 @@ struct ReferenceItem {
   int columnIndex = 0;  // of a cell
   int columnCount = 0;  // of a cell
   _RGB_COLOR background{0, 0, 0};
-  int level = 0;  // of an entry of the outline
+  int level = 0;  // of an outline entry
 };
 
-/// The layout of a document once more, slow and plain: each line is a string in a list, each row is laid out three
-/// times, and every text that goes on is copied. What CPDFdoc writes by shorter ways has to be the same. Of a
-/// conforming document only where lines are broken.
+/// A second implementation of the layout, slow and simple: each line is a string in a list, each row is laid out three
+/// times, and the rest of a text is copied for each line. CPDFdoc must write the same by its faster ways. For a
+/// conforming document it only breaks lines.
 class ReferenceDocument {
  public:
   explicit ReferenceDocument(int landscape, PDFStuffer::Form form = PDFStuffer::Form::Classic);
@@ -73,7 +73,7 @@ class ReferenceDocument {
   void AddOutlineItem(const wchar_t* text, const wchar_t* target, int level);
   void end();
 
-  /// What end has made, in the forms that MadePdf shows.
+  /// The results of end, in the form of MadePdf.
   const std::vector<std::string>& pages() const { return pages_; }
   std::vector<std::string> links() const;
   std::string outline() const;
@@ -105,7 +105,7 @@ class ReferenceDocument {
   };
   struct Line {
     std::u16string text;
-    std::size_t count;  // how many characters are done with
+    std::size_t count;  // the number of characters consumed
     bool last;
   };
 

@@ -13,7 +13,7 @@ namespace {
 
 using namespace scrivalen::test;
 
-// Numbers that are the same on every platform (xorshift64*).
+// Random numbers that are the same on every platform (xorshift64*).
 class Random {
  public:
   explicit Random(std::uint64_t seed) : state_(seed * 0x9E3779B97F4A7C15u + 1) {}
@@ -43,7 +43,7 @@ std::wstring randomWord(Random& random) {
   return word;
 }
 
-// A title is written as it stands: a bracket in it would not be read again.
+// Titles are written unescaped, so MadePdf could not read one with a bracket.
 std::wstring randomTitle(Random& random) { return std::wstring(1, static_cast<wchar_t>(L'a' + random.below(26))); }
 
 std::wstring randomText(Random& random, int mostWords) {
@@ -67,7 +67,7 @@ const wchar_t* randomName(Random& random) {
 int randomSize(Random& random) {
   static const int usual[] = {8, 8, 8, 10, 12, 12, 12, 14, 20};
   static const int odd[] = {0, 1, 2, 3, 5, 7, 13, 37, 90, -1, -2, -8, -40};
-  static const int larger[] = {250, 586, 700};  // the latter two do not fit onto any page
+  static const int larger[] = {250, 586, 700};  // the latter two fit on no page
   if (random.oneIn(100)) {
     return random.oneOf(larger);
   }
@@ -129,7 +129,7 @@ void addTable(Doc& doc, Random& random) {
   doc.EndTable();
 }
 
-// A report as a program would write it, if with odd contents.
+// A report as a program would write it, though with odd contents.
 template <typename Doc>
 void writeReport(Doc& doc, std::uint64_t seed) {
   Random random(seed);
@@ -169,7 +169,7 @@ void callAnything(Doc& doc, Random& random) {
   }
 }
 
-// Calls in any order, most of them in wrong places.
+// Calls in any order, most of them not allowed where they are made.
 template <typename Doc>
 void callInAnyOrder(Doc& doc, std::uint64_t seed) {
   Random random(seed);
@@ -200,7 +200,7 @@ void expectSameAsReference(std::uint64_t seed, Write write) {
   expectSame(reference, pdf);
 }
 
-// More styles than are kept ready, of which some share a place there; each text goes over page breaks.
+// More styles than the cache holds, some of which share a slot; each text crosses page breaks.
 template <typename Doc>
 void writeInManyStyles(Doc& doc, std::uint64_t) {
   doc.AddFont(1, PDF_TIMES_ROMAN);
@@ -228,9 +228,9 @@ void writeInManyStyles(Doc& doc, std::uint64_t) {
   }
 }
 
-// Cells that grow upward, beside one that goes over a page break, in each order.
+// Cells that grow upward next to one that crosses a page break, in every order.
 template <typename Doc>
-void writeRowsThatGoBothWays(Doc& doc, std::uint64_t) {
+void writeRowsThatGrowBothWays(Doc& doc, std::uint64_t) {
   static const int sizes[][3] = {{-40, 12, 300}, {12, 300, -40}, {300, -40, 12}, {-40, -2, 12}, {-300, 300, -300}};
   doc.AddFont(1, PDF_TIMES_ROMAN);
   doc.FontNo(1);
@@ -252,8 +252,8 @@ void writeRowsThatGoBothWays(Doc& doc, std::uint64_t) {
   }
 }
 
-// What both forms write alike: texts that are not null, characters that are the same bytes in both, numbers that fonts
-// have, colours in range.
+// Restricts the calls to those that both forms write alike: texts that are not null, characters with the same bytes in
+// both forms, known font numbers and colours in range.
 template <typename Base>
 class PlainDocument : public Base {
  public:
@@ -281,7 +281,7 @@ class PlainDocument : public Base {
   int fonts_ = 0;
 };
 
-// The classic form puts a sign in front of steps upward and of none.
+// The classic form writes an extra minus sign before steps upward and zero steps.
 std::string withoutDoubleSigns(std::string content) {
   for (std::size_t at = content.find("\n0 --"); at != content.npos; at = content.find("\n0 --", at)) {
     content.erase(at + 3, 2);
@@ -317,17 +317,17 @@ void expectConformingSameAsReference(std::uint64_t seed, Write write) {
 const auto kReports = [](auto& doc, std::uint64_t seed) { writeReport(doc, seed); };
 const auto kAnyCalls = [](auto& doc, std::uint64_t seed) { callInAnyOrder(doc, seed); };
 
-TEST(LayoutOfManyStyles, IsThatOfThePlainReference) {
+TEST(LayoutOfManyStyles, MatchesTheReference) {
   expectSameAsReference(1, [](auto& doc, std::uint64_t seed) { writeInManyStyles(doc, seed); });
 }
 
-TEST(LayoutOfRowsThatGoBothWays, IsThatOfThePlainReference) {
+TEST(LayoutOfRowsThatGrowBothWays, MatchesTheReference) {
   for (const std::uint64_t seed : {1, 5}) {
-    expectSameAsReference(seed, [](auto& doc, std::uint64_t chosen) { writeRowsThatGoBothWays(doc, chosen); });
+    expectSameAsReference(seed, [](auto& doc, std::uint64_t chosen) { writeRowsThatGrowBothWays(doc, chosen); });
   }
 }
 
-TEST(LayoutInConformingForm, IsThatOfThePlainReference) {
+TEST(LayoutInConformingForm, MatchesTheReference) {
   for (std::uint64_t seed = 20001; seed < 20051 && !testing::Test::HasFailure(); ++seed) {
     expectConformingSameAsReference(seed, kReports);
     expectConformingSameAsReference(seed, kAnyCalls);
@@ -339,13 +339,13 @@ class LayoutOfAnyCalls : public testing::TestWithParam<std::uint64_t> {};
 
 constexpr std::uint64_t kDocuments = 80;
 
-TEST_P(LayoutOfReports, IsThatOfThePlainReference) {
+TEST_P(LayoutOfReports, MatchesTheReference) {
   for (std::uint64_t seed = GetParam(); seed < GetParam() + kDocuments && !HasFailure(); ++seed) {
     expectSameAsReference(seed, kReports);
   }
 }
 
-TEST_P(LayoutOfAnyCalls, IsThatOfThePlainReference) {
+TEST_P(LayoutOfAnyCalls, MatchesTheReference) {
   for (std::uint64_t seed = GetParam(); seed < GetParam() + kDocuments && !HasFailure(); ++seed) {
     expectSameAsReference(seed, kAnyCalls);
   }

@@ -12,7 +12,7 @@ using namespace scrivalen::test;
 
 using Strings = std::vector<std::string>;
 
-// "1\n2\n...", so many lines.
+// This number of lines, "1\n2\n...".
 std::wstring numberedLines(int count) {
   std::wstring text = L"1";
   for (int i = 2; i <= count; ++i) {
@@ -30,7 +30,7 @@ MadePdf withTable(const std::function<void(CPDFdoc&)>& rows, int paragraphsAbove
   });
 }
 
-TEST(PdfTable, DrawsItsFramesAndThenItsTexts) {
+TEST(PdfTable, DrawsItsFramesBeforeItsTexts) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {L"a", L"b"}); });
   EXPECT_EQ(pdf.content(1),
             "BT\n"
@@ -84,7 +84,7 @@ TEST(PdfTable, FillsEachCellWithItsColour) {
             "BT\nET\n");
 }
 
-TEST(PdfTable, FramesColumnsWithoutACellAndDoesNotFillThem) {
+TEST(PdfTable, DrawsOnlyAFrameForColumnsWithoutACell) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     doc.BeginRow(3);
     doc.BeginCell({0, 0, 1});
@@ -103,7 +103,7 @@ TEST(PdfTable, FramesColumnsWithoutACellAndDoesNotFillThem) {
             "ET\n");
 }
 
-TEST(PdfTable, IsAsHighAsItsLowestCell) {
+TEST(PdfTable, IsAsTallAsItsTallestCell) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     row(doc, {L"a", L"b\nc\nd", L"e\nf"});
     row(doc, {L"g"});
@@ -113,7 +113,7 @@ TEST(PdfTable, IsAsHighAsItsLowestCell) {
   EXPECT_EQ(pdf.texts(1), (Strings{"a", "b", "c", "d", "e", "f", "g"}));
 }
 
-TEST(PdfTable, TakesTheStyleOfEachCell) {
+TEST(PdfTable, UsesTheStyleOfEachCell) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     doc.BeginRow(2);
     doc.BeginCell(kWhiteCell);
@@ -134,7 +134,7 @@ TEST(PdfTable, TakesTheStyleOfEachCell) {
       "ET\n"));
 }
 
-TEST(PdfTable, DrawsManyColoursAndStylesEachWhereItBelongs) {
+TEST(PdfTable, DrawsManyColoursAndStylesInTheRightCells) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     for (int i = 0; i < 40; ++i) {
       doc.BeginRow(2);
@@ -161,12 +161,12 @@ TEST(PdfTable, DrawsManyColoursAndStylesEachWhereItBelongs) {
   EXPECT_LT(all.find("0.609375 0.000000 0.000000 rg\n50 "), all.rfind("0.000000 0.000000 0.000000 rg\n307 "));
 }
 
-TEST(PdfTable, HasOnlyItsGapWithoutRows) {
+TEST(PdfTable, HasOnlyAGapWithoutRows) {
   const MadePdf pdf = withTable([](CPDFdoc&) {});
   EXPECT_EQ(pdf.content(1), "BT\n50 810 Td\n1 0 0 1 0 0 Tm\n0 802 Td\nET\n");
 }
 
-TEST(PdfTable, HasAGapByItsOwnStyle) {
+TEST(PdfTable, HasAGapOfTheDefaultStyle) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(40);
     doc.BeginTable();
@@ -205,11 +205,11 @@ TEST(PdfTable, DrawsNoColumnsWhenARowHasNone) {
   }
 }
 
-TEST(PdfTable, HasOneColumnOfTheWholeWidth) {
+TEST(PdfTable, MayHaveOneColumnOfTheFullWidth) {
   EXPECT_EQ(withTable([](CPDFdoc& doc) { row(doc, {L"a"}); }).frames(1), Strings{"50 789 515 16"});
 }
 
-TEST(PdfTable, HasTwoHundredColumnsOfTwoPoints) {
+TEST(PdfTable, MayHaveTwoHundredColumnsOfTwoPoints) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     doc.BeginRow(200);
     for (int i = 0; i < 200; ++i) {
@@ -219,14 +219,14 @@ TEST(PdfTable, HasTwoHundredColumnsOfTwoPoints) {
     }
   });
   ASSERT_EQ(pdf.frames(1).size(), 200u);
-  // Two letters and the empty rest are three lines.
+  // Two letters and the empty rest take three lines.
   EXPECT_EQ(pdf.frames(1).front(), "50 757 2 48");
   EXPECT_EQ(pdf.frames(1).back(), "448 757 2 48");
   EXPECT_EQ(pdf.texts(1).size(), 600u);
   EXPECT_NE(pdf.content(1).find("449 802 Td\n"), std::string::npos);
 }
 
-TEST(PdfTable, HasSixHundredColumnsWithoutWidth) {
+TEST(PdfTable, MayHaveSixHundredColumnsWithoutWidth) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     doc.BeginRow(600);
     doc.BeginCell(kWhiteCell);
@@ -250,8 +250,8 @@ TEST(PdfTable, IsWiderInLandscape) {
   EXPECT_NE(pdf.content(1).find("557 557 Td\n"), std::string::npos);
 }
 
-// 31 paragraphs end at 66, and the table's gap at 58.
-TEST(PdfTable, BeginsARowOnTheNextPageWhenItWouldRunOff) {
+// 31 paragraphs end at 66, the table's gap at 58.
+TEST(PdfTable, BeginsARowOnTheNextPageWhenItDoesNotFit) {
   const MadePdf pdf = withTable(
       [](CPDFdoc& doc) {
         row(doc, {L"first"});
@@ -272,7 +272,7 @@ TEST(PdfTable, BeginsARowOnTheNextPageWhenItWouldRunOff) {
             "ET\n");
 }
 
-TEST(PdfTable, MovesAWholeRowWhenItsLastCellRunsOff) {
+TEST(PdfTable, MovesAWholeRowWhenItsLastCellOverflows) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {L"a", L"b\nc"}); }, 31);
   ASSERT_EQ(pdf.pageCount(), 2u);
   EXPECT_EQ(pdf.frames(1), Strings{});
@@ -281,14 +281,14 @@ TEST(PdfTable, MovesAWholeRowWhenItsLastCellRunsOff) {
   EXPECT_EQ(pdf.texts(2), (Strings{"a", "b", "c"}));
 }
 
-TEST(PdfTable, MovesAWholeRowWhenItsFirstCellRunsOff) {
+TEST(PdfTable, MovesAWholeRowWhenItsFirstCellOverflows) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {L"b\nc", L"a"}); }, 31);
   ASSERT_EQ(pdf.pageCount(), 2u);
   EXPECT_TRUE(pdf.content(1).ends_with("0 58 Td\nET\n"));
   EXPECT_EQ(pdf.texts(2), (Strings{"b", "c", "a"}));
 }
 
-TEST(PdfTable, GoesOnBelowARowThatWasMoved) {
+TEST(PdfTable, ContinuesBelowAMovedRow) {
   const MadePdf pdf = withTable(
       [](CPDFdoc& doc) {
         row(doc, {L"a\nb"});
@@ -312,8 +312,8 @@ TEST(PdfTable, BreaksThePageInsteadOfAGapBelowTheLimit) {
 }
 
 // From 802 there is room for 48 lines. The first trial ends on page 2 at 810 - 12 x 16 = 618, which is not above 802
-// and so goes unnoticed; the second trial goes on from page 2 to page 3, and the row itself from page 3 to page 4.
-TEST(PdfTable, HasPagesOfItsTrialsWhenARowIsTallerThanAPage) {
+// and so goes unnoticed; the second trial continues from page 2 to page 3, and the row itself from page 3 to page 4.
+TEST(PdfTable, LeavesPagesFromTrialsOfARowTallerThanAPage) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) {
     row(doc, {numberedLines(60).c_str()});
     row(doc, {L"next"});
@@ -334,9 +334,9 @@ TEST(PdfTable, HasPagesOfItsTrialsWhenARowIsTallerThanAPage) {
   EXPECT_EQ(pdf.frames(4), Strings{"50 605 515 16"});
 }
 
-// 17 paragraphs end at 402, the gap at 394. There is room for 22 lines, and the first
-// trial ends on page 2 at 810 - 38 x 16 = 202, which is not above 394.
-TEST(PdfTable, LeavesATallRowWhereItBeganWhenItEndsLower) {
+// 17 paragraphs end at 402, the gap at 394. There is room for 22 lines, and the first trial ends on page 2 at 810 - 38
+// x 16 = 202, which is not above 394.
+TEST(PdfTable, DoesNotMoveATallRowThatEndsLower) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {numberedLines(60).c_str()}); }, 17);
   ASSERT_EQ(pdf.pageCount(), 4u);
   EXPECT_EQ(pdf.content(2), "BT\n50 810 Td\nET\n");
@@ -345,20 +345,20 @@ TEST(PdfTable, LeavesATallRowWhereItBeganWhenItEndsLower) {
   EXPECT_EQ(pdf.texts(4).size(), 38u);
 }
 
-// At 154 seven lines fit; the first trial ends on page 2 at 810 - 31 x 16 = 314, above 154: the row is moved.
-TEST(PdfTable, MovesATallRowWhenItEndsHigher) {
+// Seven lines fit below 154. The first trial ends on page 2 at 810 - 31 x 16 = 314, above 154, so the row is moved.
+TEST(PdfTable, MovesATallRowThatEndsHigher) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {numberedLines(38).c_str()}); }, 27);
   ASSERT_EQ(pdf.pageCount(), 2u);
   EXPECT_EQ(pdf.frames(2), Strings{"50 205 515 608"});
   EXPECT_EQ(pdf.texts(2).size(), 38u);
 }
 
-// A second cell begins where the first one of the row began, on the page where the first one ended.
-TEST(PdfTable, LaysEachCellOutFromTheSameHeightOnThePageThatIsReached) {
+// The second cell begins at the height of the first, but on the page where the first ended.
+TEST(PdfTable, LaysOutEachCellFromTheSameHeightOnTheCurrentPage) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {numberedLines(49).c_str(), L"b"}); });
-  // Trial 1 breaks once, trial 2 once, the row itself once.
+  // Each trial and the row itself break the page once.
   ASSERT_EQ(pdf.pageCount(), 4u);
-  // The lowest is the second cell: 802 - 16.
+  // The bottom is that of the second cell: 802 - 16.
   EXPECT_EQ(pdf.frames(3), (Strings{"50 789 257 16", "307 789 257 16"}));
   EXPECT_EQ(pdf.texts(3).size(), 48u);
   EXPECT_EQ(pdf.content(4),
@@ -368,7 +368,7 @@ TEST(PdfTable, LaysEachCellOutFromTheSameHeightOnThePageThatIsReached) {
             "ET\n");
 }
 
-TEST(PdfTable, BeginsAtTheTopWhenACellEndsHigherWithoutAPageBreak) {
+TEST(PdfTable, MovesARowThatEndsHigherToTheTopWithoutAPageBreak) {
   const MadePdf pdf = withTable(
       [](CPDFdoc& doc) {
         doc.FontSize(-12);
@@ -383,8 +383,8 @@ TEST(PdfTable, BeginsAtTheTopWhenACellEndsHigherWithoutAPageBreak) {
       "ET\n"));
 }
 
-// Had the first trial gone on to the third cell, that would have broken page 2, as tall as it is.
-TEST(PdfTable, StopsTheFirstTrialAtTheCellThatRunsOff) {
+// A first trial of the third cell, which is as tall as page 2, would have broken that page.
+TEST(PdfTable, StopsTheFirstTrialAtTheCellThatOverflows) {
   const MadePdf pdf = withTable([](CPDFdoc& doc) { row(doc, {L"a", L"b\nc", numberedLines(48).c_str()}); }, 31);
   ASSERT_EQ(pdf.pageCount(), 2u);
   EXPECT_EQ(pdf.frames(2).front(), "50 45 171 768");
