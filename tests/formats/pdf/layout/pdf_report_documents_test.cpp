@@ -142,7 +142,7 @@ constexpr Document kDocuments[] = {{"one_paragraph", &playOneParagraph, 0},
                                    {"three_level_outline", &playThreeLevelOutline, 0},
                                    {"landscape", &playLandscape, 1}};
 
-// What a report holds that was written on its own. Large enough for several pages, with links, an outline and tables.
+// Writes a part of a report. All parts take several pages, with links, an outline and tables.
 void writePart(AReport& report, int part) {
   const std::wstring name = L"part " + std::to_wstring(part);
   report.TocItem(name.c_str(), name.c_str(), part % 3);
@@ -176,7 +176,7 @@ void writeParts(AReport& report) {
   }
 }
 
-// Whatever is written is read again.
+// The bytes of a report written on its own, with their structure checked.
 template <typename Play>
 std::string writtenAlone(const Kind& kind, Play play) {
   const TemporaryFolder folder;
@@ -209,7 +209,7 @@ struct MultiReportWithPdf : PdfReportsAtOnce {};
 
 }  // namespace
 
-TEST_P(PdfReportDocument, IsTheExpectedOne) {
+TEST_P(PdfReportDocument, MatchesTheExpectedOne) {
   const auto& [document, conforming] = GetParam();
   const std::string expected = golden(std::string("pdf/") + document.name + (conforming ? "_conforming.pdf" : ".pdf"));
   EXPECT_TRUE(areSameBytes(expected, writtenAlone({document.landscape, conforming}, document.play)));
@@ -218,7 +218,7 @@ TEST_P(PdfReportDocument, IsTheExpectedOne) {
 INSTANTIATE_TEST_SUITE_P(Whole, PdfReportDocument,
                          testing::Combine(testing::ValuesIn(kDocuments), testing::Values(0, 1)), nameOf);
 
-TEST(PdfReportOfEveryScenario, HasAStructureThatHoldsTogether) {
+TEST(PdfReportOfEveryScenario, HasAConsistentStructure) {
   for (const Scenario& scenario : scenarios()) {
     for (const Kind& kind : {kPortrait, kWideConforming}) {
       EXPECT_FALSE(writtenAlone(kind, scenario.play).empty()) << scenario.name;
@@ -242,7 +242,7 @@ TEST_F(MultiReportWithPdf, WritesChildrenOfDifferentPaperAndForm) {
   EXPECT_TRUE(areSameBytes(writtenAlone(kPortrait), bytesOf(folder / L"upright.pdf")));
 }
 
-TEST_F(MultiReportWithPdf, GivesTheChildNothingFromBefore) {
+TEST_F(MultiReportWithPdf, DoesNotPassOnEarlierSettings) {
   MultiReport report;
   report.SetReportOption(OPTION_LANDSCAPE, 1);
   report.AddProperty(L"%TITLE%", L"Title");
@@ -253,7 +253,7 @@ TEST_F(MultiReportWithPdf, GivesTheChildNothingFromBefore) {
   EXPECT_TRUE(areSameBytes(golden("pdf/empty.pdf"), bytesOf(folder / L"a.pdf")));
 }
 
-TEST_F(MultiReportWithPdf, OpensItsOneChildOnAFile) {
+TEST_F(MultiReportWithPdf, OpensItsOnlyChildOnTheGivenFile) {
   MultiReport report;
   report.AddReport(FORMAT_PDF, (folder / L"a.pdf").c_str(), nullptr);
   EXPECT_EQ(report.Open((folder / L"b.pdf").c_str()), REPORT_OK);
@@ -287,7 +287,7 @@ TEST_F(MultiReportWithPdf, LeavesThePdfChildOpenWhenALaterOneFails) {
   EXPECT_EQ(MadePdf(bytesOf(folder / L"a.pdf")).texts(1), std::vector<std::string>{"kept"});
 }
 
-TEST_F(MultiReportWithPdf, LeavesAQuotedValueAsItStands) {
+TEST_F(MultiReportWithPdf, LeavesAQuotedValueUnchanged) {
   MultiReport report;
   report.AddReport(FORMAT_PDF, (folder / L"a.pdf").c_str(), nullptr);
   EXPECT_EQ(report.Open(), REPORT_OK);
@@ -298,7 +298,7 @@ TEST_F(MultiReportWithPdf, LeavesAQuotedValueAsItStands) {
   EXPECT_EQ(MadePdf(bytesOf(folder / L"a.pdf")).texts(1), (std::vector<std::string>{"name", "<b> & {c}"}));
 }
 
-TEST_F(PdfReportsAtOnce, ComeOutAsIfAloneWhenTheirCallsAlternate) {
+TEST_F(PdfReportsAtOnce, DoNotInterfereWhenTheirCallsAlternate) {
   PDFReport upright;
   PDFReport wide;
   open(upright, folder / L"upright.pdf", kPortrait);
@@ -318,7 +318,7 @@ TEST_F(PdfReportsAtOnce, ComeOutAsIfAloneWhenTheirCallsAlternate) {
   EXPECT_TRUE(areSameBytes(writtenAlone(kWideConforming), bytesOf(folder / L"wide.pdf")));
 }
 
-TEST_F(PdfReportsAtOnce, ComeOutAsIfAloneWhenTheFirstIsClosedLast) {
+TEST_F(PdfReportsAtOnce, DoNotInterfereWhenTheFirstIsClosedLast) {
   PDFReport wide;
   PDFReport upright;
   open(wide, folder / L"wide.pdf", kWidePaper);
@@ -331,7 +331,7 @@ TEST_F(PdfReportsAtOnce, ComeOutAsIfAloneWhenTheFirstIsClosedLast) {
   EXPECT_TRUE(areSameBytes(writtenAlone(kWidePaper), bytesOf(folder / L"wide.pdf")));
 }
 
-TEST_F(PdfReportsAtOnce, ComeOutAsIfAloneInTwoThreads) {
+TEST_F(PdfReportsAtOnce, DoNotInterfereInTwoThreads) {
   constexpr int kRounds = 10;
   constexpr std::array kKinds = {kPortrait, kWideConforming};
   std::array<std::vector<std::string>, kKinds.size()> written;

@@ -16,7 +16,7 @@ using namespace scrivalen::test;
 
 namespace {
 
-// What a report becomes that an action fills between Open and Close.
+// The document that an action writes between Open and Close.
 template <typename Action>
 MadePdf pdfOf(PDFReport& report, Action action, int conforming = 0) {
   const TemporaryFolder folder;
@@ -35,7 +35,7 @@ MadePdf pdf(Action action, int conforming = 0) {
   return pdfOf(report, action, conforming);
 }
 
-// The lines of the only page, without those that every page begins and ends with.
+// The lines of the only page, without the first and last, which every page has.
 template <typename Action>
 std::string lines(Action action, int conforming = 0) {
   const MadePdf made = pdf(action, conforming);
@@ -47,7 +47,7 @@ std::string lines(Action action, int conforming = 0) {
   return content.substr(kHead.size(), content.size() - kHead.size() - 3);
 }
 
-// The line that chooses the font of the only text.
+// The line that sets the font of the only text.
 template <typename Action>
 std::string font(Action action, int conforming = 0) {
   const std::string all = lines(action, conforming);
@@ -57,7 +57,7 @@ std::string font(Action action, int conforming = 0) {
   return begin == std::string::npos ? all : all.substr(begin, all.find('\n', begin) - begin);
 }
 
-// The colour that fills the only cell.
+// The fill colour of the only cell.
 template <typename Action>
 std::string fill(Action cell) {
   const std::string all = lines([cell](PDFReport& r) {
@@ -118,7 +118,7 @@ constexpr const char* kBodyText =
 
 }  // namespace
 
-TEST(PdfReport, HasTimesAsItsFontAndTheBoldOneOfIt) {
+TEST(PdfReport, UsesTimesAndItsBoldVariant) {
   const MadePdf made = pdf([](PDFReport&) {});
   EXPECT_EQ(made.object(3),
             "3 0 obj\r\n<<\r\n/Type /Font\r\n/Subtype /Type1\r\n/Name /F1\r\n/BaseFont /Times-Roman\r\n"
@@ -128,7 +128,7 @@ TEST(PdfReport, HasTimesAsItsFontAndTheBoldOneOfIt) {
             "/Encoding /WinAnsiEncoding\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfReport, OpensWithoutThePanelsOfAReader) {
+TEST(PdfReport, ShowsNoPanelsInAReader) {
   EXPECT_EQ(pdf([](PDFReport&) {}).object(1),
             "1 0 obj\r\n<<\r\n/Type /Catalog\r\n/Pages 2 0 R\r\n/PageMode /UseNone\r\n>>\r\nendobj\r\n\r\n");
 }
@@ -142,7 +142,7 @@ TEST(PdfReport, OpensTheOutputFileName) {
   EXPECT_TRUE(bytesOf(folder / L"b.pdf").ends_with("%%EOF"));
 }
 
-TEST(PdfReport, AnswersWhenItsFileCannotBeOpened) {
+TEST(PdfReport, ReturnsAnErrorWhenItsFileCannotBeOpened) {
   const TemporaryFolder folder;
   PDFReport report;
   EXPECT_EQ(report.Open((folder / L"missing/a.pdf").c_str()), REPORT_FILE_ERROR);
@@ -153,7 +153,7 @@ TEST(PdfReport, AnswersWhenItsFileCannotBeOpened) {
   EXPECT_FALSE(exists(folder / L"missing"));
 }
 
-TEST(PdfReport, BeginsEmptyAfterAnOpeningThatFailed) {
+TEST(PdfReport, BeginsEmptyAfterAFailedOpen) {
   const TemporaryFolder folder;
   PDFReport report;
   EXPECT_EQ(report.Open((folder / L"missing/a.pdf").c_str()), REPORT_FILE_ERROR);
@@ -161,7 +161,7 @@ TEST(PdfReport, BeginsEmptyAfterAnOpeningThatFailed) {
   EXPECT_EQ(pdfOf(report, [](PDFReport& r) { writeBody(r, L"body"); }).texts(1), std::vector<std::string>{"body"});
 }
 
-TEST(PdfReport, ThatIsOpenRefusesAnotherFileAndKeepsItsDocument) {
+TEST(PdfReport, RefusesAnotherFileWhileOpenAndKeepsItsDocument) {
   const TemporaryFolder folder;
   PDFReport report;
   EXPECT_EQ(report.Open((folder / L"a.pdf").c_str()), REPORT_OK);
@@ -177,14 +177,14 @@ TEST(PdfReport, ThatIsOpenRefusesAnotherFileAndKeepsItsDocument) {
   EXPECT_NE(made.objectWith("/Type /Page\r\n").find("/MediaBox [0 0 595 840]\r\n"), std::string::npos);
 }
 
-TEST(PdfReport, ClosesWithoutHavingBeenOpened) {
+TEST(PdfReport, MayBeClosedWithoutBeingOpened) {
   PDFReport report;
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
 TEST(PdfReport, FailsSoonWhenTheHostStopsIt) {
-  static int questions;
-  questions = 0;
+  static int calls;
+  calls = 0;
   const TemporaryFolder folder;
   const CapturedLog log;
   PDFReport report;
@@ -192,18 +192,18 @@ TEST(PdfReport, FailsSoonWhenTheHostStopsIt) {
   for (int i = 0; i < 10000; ++i) {
     report.Text(L"a paragraph", PARAGRAPH_NORMAL, nullptr, 0);
   }
-  scrivalen::SetStopHandler([] { return ++questions > 2; });
+  scrivalen::SetStopHandler([] { return ++calls > 2; });
   EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
   scrivalen::SetStopHandler(nullptr);
-  EXPECT_GT(questions, 2);
-  EXPECT_LT(questions, 10);
+  EXPECT_GT(calls, 2);
+  EXPECT_LT(calls, 10);
   EXPECT_TRUE(std::wstring_view(report.GetError()).ends_with(L"'. The host has stopped the report"))
       << report.GetError();
   EXPECT_EQ(report.Open((folder / L"a.pdf").c_str()), REPORT_OK);
   EXPECT_EQ(report.Close(), REPORT_OK);
 }
 
-TEST(PdfReport, LeavesNothingForTheNextDocument) {
+TEST(PdfReport, CarriesNothingOverToTheNextDocument) {
   PDFReport report;
   const MadePdf first = pdfOf(report, [](PDFReport& r) {
     writeBody(r, L"first");
@@ -236,7 +236,7 @@ TEST(PdfReportText, OfAHeadingHasTheSizeOfItsLevel) {
   }
 }
 
-TEST(PdfReportText, OfAHeadingLeavesEightPoints) {
+TEST(PdfReportText, OfAHeadingIsFollowedByEightPoints) {
   EXPECT_EQ(font([](PDFReport& r) {
               r.Text(L"Title", PARAGRAPH_HEADING1, L"", 0);
               r.Text(L" and more", PARAGRAPH_NONE, L"", 0);
@@ -244,7 +244,7 @@ TEST(PdfReportText, OfAHeadingLeavesEightPoints) {
             "/F1 8 Tf");
 }
 
-TEST(PdfReportText, BeforeAnythingWasBegunIsNotWritten) {
+TEST(PdfReportText, BeforeTheFirstParagraphIsNotWritten) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.Text(L"lost", PARAGRAPH_NONE, L"", 0);
               r.Space();
@@ -253,7 +253,7 @@ TEST(PdfReportText, BeforeAnythingWasBegunIsNotWritten) {
             "");
 }
 
-TEST(PdfReportText, WithoutATypeIsAppendedToTheParagraphBefore) {
+TEST(PdfReportText, WithoutATypeIsAppendedToThePreviousParagraph) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.Text(L"bo", PARAGRAPH_NORMAL, L"", 0);
               r.Text(L"dy", PARAGRAPH_NONE, L"", 0);
@@ -261,7 +261,7 @@ TEST(PdfReportText, WithoutATypeIsAppendedToTheParagraphBefore) {
             kBodyText);
 }
 
-TEST(PdfReportText, ThatIsNullIsLeftOut) {
+TEST(PdfReportText, ThatIsNullIsIgnored) {
   EXPECT_EQ(lines([](PDFReport& r) { r.Text(nullptr, PARAGRAPH_NORMAL, nullptr, 0); }), "1 0 0 1 0 0 Tm\n0 802 Td\n");
   EXPECT_EQ(lines([](PDFReport& r) {
               r.Text(L"body", PARAGRAPH_NORMAL, L"", 0);
@@ -270,7 +270,7 @@ TEST(PdfReportText, ThatIsNullIsLeftOut) {
             kBodyText);
 }
 
-TEST(PdfReportText, TakesTheStyleOfItsLastPiece) {
+TEST(PdfReportText, UsesTheStyleOfItsLastPiece) {
   EXPECT_EQ(font([](PDFReport& r) {
               r.BeginParagraph(PARAGRAPH_HEADING1, L"");
               r.Text(L"a", PARAGRAPH_NONE, L"", 0);
@@ -285,7 +285,7 @@ TEST(PdfReportText, HasItsBracketsAndBackslashesEscaped) {
   EXPECT_EQ(pdf([](PDFReport& r) { writeBody(r, L"a(b)\\c"); }).texts(1), std::vector<std::string>{"a\\(b\\)\\\\c"});
 }
 
-TEST(PdfReportText, BehindAnAnchorHasAFontThatNoPageListsUnlessConforming) {
+TEST(PdfReportText, AfterAnAnchorHasAnUnlistedFontUnlessConforming) {
   const auto action = [](PDFReport& r) {
     r.Ancor(L"here");
     r.Text(L"a", PARAGRAPH_NONE, L"", 0);
@@ -294,13 +294,13 @@ TEST(PdfReportText, BehindAnAnchorHasAFontThatNoPageListsUnlessConforming) {
   EXPECT_EQ(font(action, 1), "/F1 12 Tf");
 }
 
-TEST(PdfReportLink, BeforeAnyParagraphHasAFontThatNoPageListsUnlessConforming) {
+TEST(PdfReportLink, BeforeAnyParagraphHasAnUnlistedFontUnlessConforming) {
   const auto action = [](PDFReport& r) { r.Link(L"a", L"b"); };
   EXPECT_EQ(font(action), "/F0 12 Tf");
   EXPECT_EQ(font(action, 1), "/F1 12 Tf");
 }
 
-TEST(PdfReportParagraph, EndsInEightPointsWhateverItsType) {
+TEST(PdfReportParagraph, IsFollowedByEightPointsForAnyType) {
   for (const PARAGRAPH_TYPE type : {PARAGRAPH_NONE, PARAGRAPH_HEADING1, PARAGRAPH_NORMAL}) {
     EXPECT_EQ(font([type](PDFReport& r) {
                 r.BeginParagraph(PARAGRAPH_HEADING2, L"");
@@ -311,7 +311,7 @@ TEST(PdfReportParagraph, EndsInEightPointsWhateverItsType) {
   }
 }
 
-TEST(PdfReportParagraph, StaysCurrentBehindItsEnd) {
+TEST(PdfReportParagraph, StaysCurrentAfterItsEnd) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.BeginParagraph(PARAGRAPH_NORMAL, L"");
               r.EndParagraph(PARAGRAPH_NORMAL);
@@ -359,7 +359,7 @@ TEST(PdfReportBreaks, AreALineEndAndABlank) {
             "0 -5 Td\n");
 }
 
-TEST(PdfReportStyles, AreDrawnInTheBoldFontAndUprightAndInAnySize) {
+TEST(PdfReportStyles, UseTheBoldFontForBoldNoItalicAndAnySize) {
   const auto styled = [](REPORT_STYLE style, int value) {
     return font([=](PDFReport& r) {
       r.BeginParagraph(PARAGRAPH_NORMAL, L"");
@@ -374,7 +374,7 @@ TEST(PdfReportStyles, AreDrawnInTheBoldFontAndUprightAndInAnySize) {
   EXPECT_EQ(styled(static_cast<REPORT_STYLE>(-1), 33), "/F1 8 Tf");
 }
 
-TEST(PdfReportStyles, EndInPlainTextOfTenPoints) {
+TEST(PdfReportStyles, EndInPlainTextAndASizeOfTenPoints) {
   const auto ended = [](REPORT_STYLE style, int value) {
     return font([=](PDFReport& r) {
       r.BeginParagraph(PARAGRAPH_HEADING1, L"");
@@ -390,7 +390,7 @@ TEST(PdfReportStyles, EndInPlainTextOfTenPoints) {
   EXPECT_EQ(ended(static_cast<REPORT_STYLE>(3), 33), "/F1 20 Tf");
 }
 
-TEST(PdfReportStyles, EndEachOnItsOwn) {
+TEST(PdfReportStyles, EndIndependently) {
   EXPECT_EQ(font([](PDFReport& r) {
               r.BeginParagraph(PARAGRAPH_NORMAL, L"");
               r.BeginStyle(STYLE_BOLD, 0);
@@ -401,7 +401,7 @@ TEST(PdfReportStyles, EndEachOnItsOwn) {
             "/F2 10 Tf");
 }
 
-TEST(PdfReportAnchors, AreTheParagraphTheyStandIn) {
+TEST(PdfReportAnchors, MarkTheirParagraph) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.BeginParagraph(PARAGRAPH_NORMAL, L"");
     r.BeginAncor(L"here");
@@ -414,7 +414,7 @@ TEST(PdfReportAnchors, AreTheParagraphTheyStandIn) {
   EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [50 805 565 795] to page 1 at 50 805"});
 }
 
-TEST(PdfReportAnchors, ThatAreWholeBeginAParagraph) {
+TEST(PdfReportAnchors, InOneCallBeginAParagraph) {
   const auto action = [](PDFReport& r) {
     writeBody(r, L"before");
     r.Ancor(L"here");
@@ -427,7 +427,7 @@ TEST(PdfReportAnchors, ThatAreWholeBeginAParagraph) {
   EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [50 775 565 765] to page 1 at 50 790"});
 }
 
-TEST(PdfReportAnchors, BeforeAnythingWasBegunLeadNowhere) {
+TEST(PdfReportAnchors, BeforeTheFirstParagraphAreIgnored) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.BeginAncor(L"here");
     r.EndAncor();
@@ -436,7 +436,7 @@ TEST(PdfReportAnchors, BeforeAnythingWasBegunLeadNowhere) {
   EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [50 802 565 786] to object 0 at 0 0"});
 }
 
-TEST(PdfReportAnchors, InACellAreTheCell) {
+TEST(PdfReportAnchors, InACellMarkTheCell) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.BeginTable(L"t", nullptr);
     r.BeginRow(L"r", nullptr, 2);
@@ -449,7 +449,7 @@ TEST(PdfReportAnchors, InACellAreTheCell) {
   EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [307 794 564 778] to page 1 at 307 794"});
 }
 
-TEST(PdfReportLink, BeginsAParagraphWhereThereIsNone) {
+TEST(PdfReportLink, BeginsAParagraphWhenThereIsNone) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.Link(L"forward", L"later");
     r.Ancor(L"later");
@@ -469,7 +469,7 @@ TEST(PdfReportLink, WithoutATextMakesTheParagraphALink) {
   EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [50 805 565 795] to page 1 at 50 805"});
 }
 
-TEST(PdfReportLink, WithANumberSignIsTheSameNameWhenConforming) {
+TEST(PdfReportLink, IgnoresANumberSignWhenConforming) {
   const auto action = [](PDFReport& r) {
     r.Ancor(L"here");
     r.Link(L"a", L"#here");
@@ -493,20 +493,20 @@ TEST(PdfReportToc, IsTheOutline) {
   EXPECT_EQ(made.texts(1), std::vector<std::string>{"body"});
 }
 
-TEST(PdfReportToc, HasNoPlaceWhereTheAnchorIsMissing) {
+TEST(PdfReportToc, LeadsToObjectZeroWithoutItsAnchor) {
   const MadePdf made = pdf([](PDFReport& r) { r.TocItem(L"missing", L"Lost", 0); });
   EXPECT_EQ(made.objectWith("/Type /Outline\r\n"),
             "7 0 obj\r\n<<\r\n/Type /Outline\r\n/Title (Lost)\r\n/Dest [0 0 R\r\n/XYZ\r\n0\r\n0\r\n0\r\n]\r\n\r\n"
             "/Parent 8 0 R\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfReportToc, HasNoDestinationWhereTheAnchorIsMissingWhenConforming) {
+TEST(PdfReportToc, HasNoDestinationWithoutItsAnchorWhenConforming) {
   const MadePdf made = pdf([](PDFReport& r) { r.TocItem(L"missing", L"Lost", 0); }, 1);
   EXPECT_EQ(made.objectWith("/Type /Outline\r\n"),
             "7 0 obj\r\n<<\r\n/Type /Outline\r\n/Title (Lost)\r\n/Parent 8 0 R\r\n>>\r\nendobj\r\n\r\n");
 }
 
-TEST(PdfReportToc, TakesWhatHasNoName) {
+TEST(PdfReportToc, AcceptsNullNames) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.TocItem(nullptr, nullptr, -1);
     r.Ancor(nullptr);
@@ -516,7 +516,7 @@ TEST(PdfReportToc, TakesWhatHasNoName) {
   EXPECT_EQ(made.links(), std::vector<std::string>{"page 1 [50 802 565 802] to page 1 at 50 802"});
 }
 
-TEST(PdfReportToc, InterruptsNothing) {
+TEST(PdfReportToc, DoesNotInterruptTheParagraph) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.Text(L"bo", PARAGRAPH_NORMAL, L"", 0);
               r.TocItem(L"a", L"A", 0);
@@ -525,7 +525,7 @@ TEST(PdfReportToc, InterruptsNothing) {
             kBodyText);
 }
 
-TEST(PdfReportTable, HasAnEmptyParagraphInFrontAndAFrameAroundEachCell) {
+TEST(PdfReportTable, HasAnEmptyParagraphBeforeItAndAFrameAroundEachCell) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.BeginParagraph(PARAGRAPH_NORMAL, L"");
               r.BeginTable(L"name", L"attributes");
@@ -570,7 +570,7 @@ TEST(PdfReportTable, HasAnEmptyParagraphInFrontAndAFrameAroundEachCell) {
             "0 -5 Td\n");
 }
 
-TEST(PdfReportTable, TakesNoParagraphUntilItsEnd) {
+TEST(PdfReportTable, IgnoresParagraphsUntilItsEnd) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.BeginTable(L"t", nullptr);
     writeBody(r, L"in the table");
@@ -586,7 +586,7 @@ TEST(PdfReportTable, TakesNoParagraphUntilItsEnd) {
   EXPECT_TRUE(made.links().empty());
 }
 
-TEST(PdfReportTable, EndsFromItselfOnly) {
+TEST(PdfReportTable, EndsOnlyWhenCurrent) {
   EXPECT_EQ(pdf([](PDFReport& r) {
               r.BeginTable(L"t", nullptr);
               r.BeginRow(L"r", nullptr, 3);
@@ -607,7 +607,7 @@ TEST(PdfReportTable, EndsFromItselfOnly) {
             (std::vector<std::string>{"a", "b", "c", "d"}));
 }
 
-TEST(PdfReportTable, HasRowsOfTheirOwnNumbersOfColumns) {
+TEST(PdfReportTable, MayHaveRowsWithDifferentNumbersOfColumns) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.BeginParagraph(PARAGRAPH_NORMAL, L"");
     r.BeginTable(L"t", nullptr);
@@ -618,7 +618,7 @@ TEST(PdfReportTable, HasRowsOfTheirOwnNumbersOfColumns) {
                                                       "221 769 171 10", "392 769 171 10"}));
 }
 
-TEST(PdfReportRow, DropsCellsThatAreTooManyAndFramesThoseThatAreMissing) {
+TEST(PdfReportRow, DropsExtraCellsAndFramesMissingOnes) {
   const MadePdf made = pdf([](PDFReport& r) {
     r.BeginTable(L"t", nullptr);
     r.BeginRow(L"r", nullptr, 2);
@@ -652,13 +652,13 @@ TEST(PdfReportRow, OutsideATableIsIgnored) {
             std::vector<std::string>{"abc"});
 }
 
-TEST(PdfReportCell, IsFilledWithTheColourOfItsName) {
+TEST(PdfReportCell, IsFilledWithItsNamedColour) {
   for (const NamedFill& named : kFills) {
     EXPECT_EQ(fillOf(named.name.c_str()), named.fill) << testing::PrintToString(named.name);
   }
 }
 
-TEST(PdfReportCell, KnowsItsColourByASmallFirstLetterAndAnyOthers) {
+TEST(PdfReportCell, NeedsOnlyTheFirstLetterOfItsColourInLowerCase) {
   for (const NamedFill& named : kFills) {
     const std::wstring capitals = inCapitals(named.name);
     EXPECT_EQ(fillOf((named.name.front() + capitals.substr(1)).c_str()), named.fill)
@@ -676,7 +676,7 @@ TEST(PdfReportCell, IsWhiteForAnyOtherName) {
   EXPECT_EQ(fillOf(nullptr), kWhite);
 }
 
-TEST(PdfReportCell, ThatIsAHeaderIsGreyAndBoldWhateverItsName) {
+TEST(PdfReportCell, ThatIsAHeaderIsGreyAndBoldForAnyColour) {
   EXPECT_EQ(fill([](PDFReport& r) {
               r.BeginCell(nullptr, 1, L"red");
               r.EndCell(nullptr, 1);
@@ -692,7 +692,7 @@ TEST(PdfReportCell, ThatIsAHeaderIsGreyAndBoldWhateverItsName) {
             "/F2 8 Tf");
 }
 
-TEST(PdfReportCell, ThatIsAHeaderEndsBold) {
+TEST(PdfReportCell, ThatIsAHeaderTurnsBoldOffAtItsEnd) {
   const auto secondCell = [](int header) {
     return font([header](PDFReport& r) {
       r.BeginParagraph(PARAGRAPH_NORMAL, L"");
@@ -708,7 +708,7 @@ TEST(PdfReportCell, ThatIsAHeaderEndsBold) {
   EXPECT_EQ(secondCell(0), "/F2 8 Tf");
 }
 
-TEST(PdfReportCell, TakesTheSizeOfAParagraphInItAndAnyNumberForAHeader) {
+TEST(PdfReportCell, UsesTheSizeOfItsParagraphAndIsAHeaderForAnyNonZeroValue) {
   const std::string all = lines([](PDFReport& r) {
     r.BeginTable(L"t", nullptr);
     r.BeginRow(L"r", nullptr, 3);
@@ -737,7 +737,7 @@ TEST(PdfReportCell, InOneCallIsWhiteOrAGreyHeader) {
             "/F2 8 Tf");
 }
 
-TEST(PdfReportCell, IgnoresTheColourThatIsSetApart) {
+TEST(PdfReportCell, IgnoresSetCellColor) {
   EXPECT_EQ(fill([](PDFReport& r) {
               r.SetCellColor(L"red");
               r.Cell(L"a", 0, nullptr);
@@ -745,7 +745,7 @@ TEST(PdfReportCell, IgnoresTheColourThatIsSetApart) {
             kWhite);
 }
 
-TEST(PdfReportCell, OfAnEmptyTextHasALineAndOneWithoutATextHasNone) {
+TEST(PdfReportCell, HasALineForAnEmptyTextAndNoneForANullText) {
   const auto frameOf = [](const wchar_t* text) {
     return pdf([text](PDFReport& r) {
              r.BeginParagraph(PARAGRAPH_NORMAL, L"");
@@ -759,7 +759,7 @@ TEST(PdfReportCell, OfAnEmptyTextHasALineAndOneWithoutATextHasNone) {
   EXPECT_EQ(frameOf(nullptr), std::vector<std::string>{"50 789 515 0"});
 }
 
-TEST(PdfReportOptions, LayThePageOnItsSide) {
+TEST(PdfReportOptions, SetLandscapeForEveryNonZeroValue) {
   for (const int on : {1, -1, 7}) {
     PDFReport report;
     report.SetReportOption(OPTION_LANDSCAPE, on);
@@ -769,7 +769,7 @@ TEST(PdfReportOptions, LayThePageOnItsSide) {
   }
 }
 
-TEST(PdfReportOptions, HoldFromTheNextOpeningOn) {
+TEST(PdfReportOptions, TakeEffectAtTheNextOpen) {
   PDFReport report;
   const auto sideways = [](PDFReport& r) { r.SetReportOption(OPTION_LANDSCAPE, 1); };
   const auto upright = [](PDFReport& r) { r.SetReportOption(OPTION_LANDSCAPE, 0); };
@@ -778,7 +778,7 @@ TEST(PdfReportOptions, HoldFromTheNextOpeningOn) {
   EXPECT_EQ(pdfOf(report, upright).content(1), "BT\n50 810 Td\nET\n");
 }
 
-TEST(PdfReportOptions, OfTheFormHoldFromTheNextOpeningOn) {
+TEST(PdfReportOptions, OfTheFormTakeEffectAtTheNextOpen) {
   PDFReport report;
   const auto conform = [](PDFReport& r) { r.SetReportOption(OPTION_CONFORMING, 1); };
   const auto classic = [](PDFReport& r) { r.SetReportOption(OPTION_CONFORMING, 0); };
@@ -787,7 +787,7 @@ TEST(PdfReportOptions, OfTheFormHoldFromTheNextOpeningOn) {
   EXPECT_NE(pdfOf(report, classic).bytes.find("\r\n/Length 38\r\n"), std::string::npos);
 }
 
-TEST(PdfReportOptions, ThatAreNotItsOwnAreIgnored) {
+TEST(PdfReportOptions, OfOtherFormatsAreIgnored) {
   PDFReport report;
   report.SetReportOption(OPTION_SINGLE_BYTE_TEXT, 1);
   report.SetReportOption(static_cast<REPORT_OPTION>(2), 1);
@@ -797,7 +797,7 @@ TEST(PdfReportOptions, ThatAreNotItsOwnAreIgnored) {
   EXPECT_NE(made.bytes.find("\r\n/Length 38\r\n"), std::string::npos);
 }
 
-TEST(PdfReport, WritesNothingForWhatThePdfHasNoPlaceFor) {
+TEST(PdfReport, IgnoresUnsupportedCalls) {
   EXPECT_EQ(lines([](PDFReport& r) {
               r.SetColumnSeparator(L";");
               EXPECT_EQ(r.BeginSubDocument(L"folder", L"file", L"title"), REPORT_OK);
@@ -820,7 +820,7 @@ TEST(PdfReport, KeepsPropertiesAndQuotesNothing) {
 
 namespace {
 
-// The lines of the log, each from the report's name on.
+// The lines of the log, each starting at the report's file name.
 template <typename Action>
 std::vector<std::wstring> logOf(Action action, int conforming = 0) {
   const CapturedLog log;
@@ -834,7 +834,7 @@ std::vector<std::wstring> logOf(Action action, int conforming = 0) {
 
 }  // namespace
 
-TEST(PdfReportLoss, IsToldInOneLine) {
+TEST(PdfReportLoss, IsLoggedInOneLine) {
   EXPECT_EQ(logOf([](PDFReport& r) { writeBody(r, L"a\u20AC"); }),
             std::vector<std::wstring>{L"a.pdf': 1 character could not be written as it was given: U+20AC."});
   EXPECT_EQ(
@@ -845,7 +845,7 @@ TEST(PdfReportLoss, IsToldInOneLine) {
       std::vector<std::wstring>{L"a.pdf': 3 characters could not be written as they were given, the first is U+4E2D."});
 }
 
-TEST(PdfReportLoss, OfAConformingReportIsWhatWinAnsiLacks) {
+TEST(PdfReportLoss, OfAConformingReportIsOnlyOutsideWinAnsi) {
   EXPECT_EQ(logOf(
                 [](PDFReport& r) {
                   writeBody(r, L"\u20AC \u2192");
@@ -855,11 +855,11 @@ TEST(PdfReportLoss, OfAConformingReportIsWhatWinAnsiLacks) {
             std::vector<std::wstring>{L"a.pdf': 1 character could not be written as it was given: U+2192."});
 }
 
-TEST(PdfReportLoss, IsNotToldWhereThereIsNone) {
+TEST(PdfReportLoss, IsNotLoggedWhenThereIsNone) {
   EXPECT_TRUE(logOf([](PDFReport& r) { writeBody(r, L"caf\u00E9"); }).empty());
 }
 
-TEST(PdfReportLoss, IsToldOfTheDocumentThatHadIt) {
+TEST(PdfReportLoss, IsLoggedOnlyForItsDocument) {
   const CapturedLog log;
   PDFReport report;
   pdfOf(report, [](PDFReport& r) { writeBody(r, L"\u20AC"); });
@@ -882,14 +882,14 @@ void writeTwoPages(PDFReport& report) {
 
 }  // namespace
 
-TEST(PdfReportOfSeveralPages, SaysWhichProgramsMisreadItInClassicForm) {
+TEST(PdfReportOfSeveralPages, LogsWhichProgramsMisreadItsClassicForm) {
   EXPECT_EQ(pdf(writeTwoPages).pageCount(), 2u);
   EXPECT_EQ(logOf(writeTwoPages), kMisread);
   EXPECT_TRUE(logOf(writeTwoPages, 1).empty());
   EXPECT_TRUE(logOf([](PDFReport& r) { writeBody(r, L"a"); }).empty());
 }
 
-TEST(PdfReportOfSeveralPages, SaysSoOnceForEachReport) {
+TEST(PdfReportOfSeveralPages, LogsItOnceForEachReport) {
   const CapturedLog log;
   PDFReport report;
   pdfOf(report, writeTwoPages);
@@ -902,8 +902,8 @@ TEST(PdfReportOfSeveralPages, SaysSoOnceForEachReport) {
   EXPECT_EQ(log.lines().size(), 2u);
 }
 
-// The option counts from the next Open on.
-TEST(PdfReportOfSeveralPages, GoesByTheFormThatItWasOpenedIn) {
+// The option takes effect at the next Open.
+TEST(PdfReportOfSeveralPages, UsesTheFormThatItWasOpenedIn) {
   EXPECT_EQ(logOf([](PDFReport& r) {
               writeTwoPages(r);
               r.SetReportOption(OPTION_CONFORMING, 1);
@@ -920,7 +920,7 @@ void writeInSize(PDFReport& report, int size, const wchar_t* text) {
   report.EndStyle(STYLE_FONT_SIZE, size);
 }
 
-// A table whose columns are that many, with the text in the last one.
+// Writes a table with this number of columns and the text in the last one.
 void writeInLastColumn(PDFReport& report, int columns, int size, const wchar_t* text) {
   report.BeginTable(nullptr, nullptr);
   report.BeginRow(nullptr, nullptr, columns);
@@ -935,11 +935,11 @@ void writeInLastColumn(PDFReport& report, int columns, int size, const wchar_t* 
 
 }  // namespace
 
-TEST(PdfReportOffThePaper, IsLoggedInOneLineOfAConformingReport) {
+TEST(PdfReportOffThePaper, IsLoggedInOneLineForAConformingReport) {
   const auto write = [](PDFReport& r) {
     writeTwoPages(r);
     writeInSize(r, 12, L"on the paper");
-    writeInSize(r, 1000, L"a");  // lower than the page
+    writeInSize(r, 1000, L"a");  // taller than the page
     writeInSize(r, 700, L"W");   // wider than the page
     writeInSize(r, -12, L"five letters to the left of it");
     writeInLastColumn(r, 100, 60, L"WW");
@@ -949,15 +949,15 @@ TEST(PdfReportOffThePaper, IsLoggedInOneLineOfAConformingReport) {
   EXPECT_EQ(logOf(write), kMisread);
 }
 
-TEST(PdfReportOffThePaper, IsLoggedOfOneParagraphOrTable) {
+TEST(PdfReportOffThePaper, IsLoggedForOneParagraphOrTable) {
   EXPECT_EQ(logOf([](PDFReport& r) { writeInSize(r, 1000, L"a"); }, 1),
             std::vector<std::wstring>{L"a.pdf': 1 paragraph leaves the paper, on page 2."});
   EXPECT_EQ(logOf([](PDFReport& r) { writeInLastColumn(r, 20, 100, L"W"); }, 1),
             std::vector<std::wstring>{L"a.pdf': 1 table leaves the paper, on page 1."});
 }
 
-// The row is tried on the second page and drawn on the third.
-TEST(PdfReportOffThePaper, IsLoggedOfAFrame) {
+// The trial of the row is on the second page, its final layout on the third.
+TEST(PdfReportOffThePaper, IsLoggedForAFrame) {
   EXPECT_EQ(logOf([](PDFReport& r) { writeInLastColumn(r, 1, 650, L"."); }, 1),
             std::vector<std::wstring>{L"a.pdf': 1 table leaves the paper, on page 3."});
 }
@@ -975,7 +975,7 @@ TEST(PdfReportOffThePaper, IsLoggedForEachReport) {
   EXPECT_EQ(log.lines().size(), 1u);
 }
 
-TEST(PdfReportOffThePaper, IsNotLoggedWhereTextsStayOnIt) {
+TEST(PdfReportOffThePaper, IsNotLoggedWhenTextsStayOnThePaper) {
   const auto write = [](PDFReport& r) {
     writeBody(r, std::wstring(300, L'\u2014').c_str());
     writeBody(r, std::wstring(900, L'i').c_str());
@@ -1000,8 +1000,8 @@ MadePdf pdfWithTitle(const wchar_t* title, int conforming) {
 
 }  // namespace
 
-// The last object, so that it changes no number of another.
-TEST(PdfReportTitle, IsWhatAConformingFileSaysOfItself) {
+// It is the last object, so that no other object's number changes.
+TEST(PdfReportTitle, IsInTheInformationOfAConformingFile) {
   const MadePdf titled = pdfWithTitle(L"Smith (& Sons)\\", 1);
   EXPECT_EQ(titled.object(titled.objectCount()),
             "7 0 obj\r\n<<\r\n/Title (Smith \\(& Sons\\)\\\\)\r\n>>\r\nendobj\r\n\r\n");
@@ -1009,7 +1009,7 @@ TEST(PdfReportTitle, IsWhatAConformingFileSaysOfItself) {
             std::string::npos);
 }
 
-TEST(PdfReportTitle, IsInUnicodeWhereItIsNotAscii) {
+TEST(PdfReportTitle, IsInUnicodeWhenItIsNotAscii) {
   const MadePdf titled = pdfWithTitle((L"\u00E9\u4E2D" + grin()).c_str(), 1);
   EXPECT_NE(titled.bytes.find(std::string("/Title (\xFE\xFF\0\xE9\x4E\x2D\xD8\x3D\xDE\0)\r\n", 21)), std::string::npos);
 }
@@ -1021,7 +1021,7 @@ TEST(PdfReportTitle, LosesItsControlCharacters) {
   EXPECT_EQ(log.lines().size(), 1u);
 }
 
-TEST(PdfReportTitle, IsNotThereWithoutTheProperty) {
+TEST(PdfReportTitle, IsNotWrittenWithoutTheProperty) {
   EXPECT_EQ(pdf([](PDFReport& r) { writeBody(r, L"a"); }, 1).bytes.find("/Info"), std::string::npos);
   EXPECT_EQ(pdfWithTitle(L"", 1).bytes.find("/Info"), std::string::npos);
 }
