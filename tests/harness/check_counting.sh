@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Counts the tests of a program that fails, and of the same program that crashes, is not started or ends badly.
+# Counts the tests of a program that fails, and of the same program when it crashes, does not start or exits with an
+# error.
 #
 #   check_counting.sh PROGRAM
 set -euo pipefail
@@ -9,7 +10,7 @@ here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 
-# expect_count WHAT PASSED_AND_FAILED STATUS: counts what stands in the work folder, with a second test of ctest's.
+# expect_count WHAT PASSED_AND_FAILED STATUS: counts the results in the work folder, with a second test of ctest.
 expect_count() {
   local found
   printf '<testsuite><testcase name="crashing" status="%s"/><testcase name="Other.Test" status="run"/></testsuite>' \
@@ -34,5 +35,5 @@ ulimit -c 0
 run env SCRIVALEN_CRASH=1 "$program" 2>/dev/null # the shell reports a crash
 expect_count "a program that crashes" "2 5" fail
 printf 'listed A.B\npassed A.B\n' >"$work/crashing.txt"
-expect_count "a program that ends well" "2 0" run
-expect_count "a program that ends badly" "2 1" fail
+expect_count "a program that succeeds" "2 0" run
+expect_count "a program that passes its tests but exits with an error" "2 1" fail

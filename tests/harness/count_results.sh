@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Counts the tests of a run of ctest, prints "PASSED FAILED" and names the failed ones on standard error. A test program
-# is one test of ctest, named without a dot, and many of its own: they count one by one, as the program listed them and
-# noted them as passed. Whatever it listed and did not note has failed. A program that ends badly although all its
-# tests passed is one failure more, and so is one that lists nothing.
+# Counts the tests of a ctest run, prints "PASSED FAILED" and names the failed ones on standard error. A test program is
+# one test of ctest, named without a dot, with many tests of its own. Each of them counts: the program lists them all
+# and notes those that pass, so a test that is listed but not noted has failed. A program that exits with an error
+# although all its tests passed is one more failure, and so is one that lists no tests.
 #
 #   count_results.sh JUNIT_FILE RESULTS_FOLDER
 set -euo pipefail
@@ -41,7 +41,7 @@ count_program() {
     fail "$1: $test"
   done
   if [ -z "$missing" ] && [ "$2" = no ]; then
-    fail "$1, whose tests passed before it ended badly"
+    fail "$1, which exited with an error after its tests had passed"
   fi
 }
 

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets the command write help files, and chmlib read them.
+# Has the command write help files, and chmlib read them.
 #
 #   check_chm.sh COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -13,7 +13,7 @@ mkdir "$TMPDIR"
 write_help() {
   (cd "$work" && "${command[@]}" "$@" 2>help.err) || fail "the command failed: $(cat "$work/help.err")"
   expect_equal "messages" "$expected_messages" "$(cat "$work/help.err")"
-  expect_equal "what is left in the folder for temporary files" "" "$(ls -A "$TMPDIR")"
+  expect_equal "files left in the folder for temporary files" "" "$(ls -A "$TMPDIR")"
 }
 
 expected_messages=""
@@ -23,7 +23,7 @@ open_help() {
   extract_chmLib "$work/$1" "$work/opened" >"$work/extract.out" || fail "chmlib does not open $1"
 }
 
-# The part of a page that the template does not have.
+# The part of a page inside the template's frame.
 body() {
   sed -e '1,/<main/d' -e '/<\/main>/,$d' "$1"
 }
@@ -60,10 +60,10 @@ MD
   body "$work/book.html" >"$work/book.body"
   [ -s "$work/book.body" ] || fail "the page has no body"
   diff <(tr -d '\n' <"$work/book.body") <(tr -d '\n' <"$work/book.bodies") || fail "the topics are not the page"
-  grep -qF 'href="topic4.htm#the-end-"' "$work/opened/topic1.htm" || fail "topic 1 does not lead to topic 4"
+  grep -qF 'href="topic4.htm#the-end-"' "$work/opened/topic1.htm" || fail "topic 1 does not link to topic 4"
   grep -qF 'href="https://x.org/#first"' "$work/opened/topic1.htm" || fail "the outside link was changed"
   grep -qF 'href="#deep"' "$work/opened/topic2.htm" || fail "a link within a topic was changed"
-  grep -qF 'href="topic2.htm#deep"' "$work/opened/topic4.htm" || fail "topic 4 does not lead back"
+  grep -qF 'href="topic2.htm#deep"' "$work/opened/topic4.htm" || fail "topic 4 does not link back"
 }
 
 check_contents() {
@@ -75,7 +75,7 @@ check_contents() {
   done
 }
 
-# A page does not end in the middle of a quote or a list, and links lead to every kind of place.
+# A page does not end inside a quote or a list, and links reach every kind of target.
 check_nesting_and_places() {
   cat >"$work/nested.md" <<'MD'
 # Café
@@ -100,11 +100,11 @@ MD
     "$work/opened/topic1.htm" || fail "topic 1: $(body "$work/opened/topic1.htm")"
   grep -qF '<a href="topic1.htm#caf%C3%A9">c</a> <a href="topic1.htm#listed">l</a>' "$work/opened/topic2.htm" ||
     fail "topic 2: $(body "$work/opened/topic2.htm")"
-  [ -f "$vnu" ] || fail "the HTML validator is not there; scripts/setup.sh test installs it"
+  [ -f "$vnu" ] || fail "the HTML validator is missing; scripts/setup.sh test installs it"
   (cd "$work/opened" && java -jar "$vnu" --errors-only topic*.htm) || fail "the validator finds errors in the topics"
 }
 
-# Raw HTML and addresses that run a program are text.
+# Raw HTML and addresses that run a program are written as text.
 check_safety() {
   printf '%s\n' '# A' '' 'a <b onclick="e">b</b><script>e</script> [c](javascript:e)' '' '<div>d</div>' >"$work/safe.md"
   expected_messages=""
@@ -114,18 +114,18 @@ check_safety() {
     "$(body "$work/opened/topic1.htm" | sed '/^ *$/d')"
 }
 
-# The title stands in the project and in the contents.
+# The title is in the project and in the contents.
 check_letters_outside_the_code_page() {
   printf '# 日 😀\n\ndaylight 日 comes again\n' >"$work/far.md"
   expected_messages="scrivalen: warning: 'far.chm': 4 characters could not be written as they were given, the first is "
   expected_messages+="U+65E5."
   write_help far.md -o far.chm
   open_help far.chm
-  grep -qF '<param name="Name" value="? ?' "$work/opened/report.hhc" || fail "the title is another one"
+  grep -qF '<param name="Name" value="? ?' "$work/opened/report.hhc" || fail "the title is wrong"
   grep -qF '<p>daylight 日 comes again</p>' "$work/opened/topic1.htm" || fail "the page has lost its text"
 }
 
-# A document that fills several topics with a table, in the classic form.
+# A document of several topics with a table, in the classic form.
 check_classic() {
   printf '%s\n' 'a *b*' '' '# One' '' '- x' '' '|h|' '|---|' '|<c>|' '' '## Two' >"$work/classic.md"
   expected_messages=""

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets the command write documents or tables, and other people's programs read them.
+# Has the command write documents or tables, and third-party programs read them.
 #
 #   check_outputs.sh documents|tables COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -10,7 +10,7 @@ shift
 command=("$@")
 vnu="$root/node_modules/vnu-jar/build/dist/vnu.jar"
 
-# The command is started where its files are and gets plain names: a path would be an option to a Windows program.
+# The command runs in the folder of its files and gets plain names: a Windows program takes a path for an option.
 write_reports() {
   local input=$1 name=${1%.*}
   (cd "$work" && "${command[@]}" "$input" -o "$name.txt" -o "$name.html" -o "$name.xml" >"$name.out" 2>"$name.err") ||
@@ -21,19 +21,19 @@ write_reports() {
 
 check_text() {
   expect_equal "the first bytes of $1" "fffe" "$(head -c 2 "$work/$1" | od -An -tx1 | tr -d ' ')"
-  iconv -f UTF-16 -t UTF-8 "$work/$1" >/dev/null || fail "$1 is no UTF-16 text"
+  iconv -f UTF-16 -t UTF-8 "$work/$1" >/dev/null || fail "$1 is not UTF-16 text"
 }
 
 check_xml() {
-  xmllint --stream --huge --noout "$work/$1" || fail "$1 is no well-formed XML"
+  xmllint --stream --huge --noout "$work/$1" || fail "$1 is not well-formed XML"
 }
 
 check_html() {
-  [ -f "$vnu" ] || fail "the HTML validator is not there; scripts/setup.sh test installs it"
+  [ -f "$vnu" ] || fail "the HTML validator is missing; scripts/setup.sh test installs it"
   (cd "$work" && java -jar "$vnu" --errors-only "$@") || fail "the validator finds errors in $*"
 }
 
-# What a browser makes of a page, as markup again.
+# A page as a browser parses it, as markup again.
 browser_sees() {
   (cd "$work" && timeout 120 chromium --headless --no-sandbox --disable-gpu --disable-dev-shm-usage \
     --user-data-dir="$work/profile" --dump-dom "$1" 2>"$work/chromium.err") ||

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets the command, or a program that uses every face, write PDF, and five other programs read it.
+# Has the command, or a program that uses every face, write PDF, and five other programs read it.
 #
 #   check_pdf.sh documents|tables COMMAND...
 #   check_pdf.sh faces PROGRAM...
@@ -12,7 +12,7 @@ command=("$@")
 
 read_pdf() {
   (cd "$work" && NODE_PATH="$root/node_modules" node "$root/tests/outputs/read_pdf.mjs" "$1" "$2.pdf" "$3.utf8") ||
-    fail "readers do not find in $2.pdf what was written"
+    fail "readers do not find the written text in $2.pdf"
 }
 
 check_syntax() {
@@ -20,7 +20,7 @@ check_syntax() {
   ! grep -q WARNING "$work/$1.qpdf" || fail "qpdf warns of $1.pdf: $(cat "$work/$1.qpdf")"
 }
 
-# What tools make of a file that they take apart and put together again.
+# Reads the file again after other tools have rewritten it.
 check_rewritten() {
   local name=$1
   mutool clean "$work/$name.pdf" "$work/$name-clean.pdf" >"$work/clean.err" 2>&1 || fail "mutool: $(cat "$work/clean.err")"
@@ -41,7 +41,7 @@ check_input() {
   check_rewritten "$name"
 }
 
-# Classic text has the characters up to U+00FF: no bullets, no euro sign.
+# Classic text has only characters up to U+00FF: no bullets, no euro sign.
 check_classic() {
   local expected_messages="scrivalen: warning: 'classic.pdf': programs that use poppler (Evince, Okular, pdftotext) draw \
 the next page over the one shown. OPTION_CONFORMING, set before Open, prevents that."
@@ -66,7 +66,7 @@ check_fonts() {
     print $1, $4 }' "$work/$1.fonts" | sort -u | paste -sd,)"
 }
 
-# Only poppler and PDFium know dingbats as characters; the others have to draw them without a complaint.
+# Only poppler and PDFium map dingbats to characters; the others must draw them without messages.
 check_dingbats() {
   pdftotext -raw "$work/$1.pdf" "$work/$1.txt" 2>"$work/$1.err"
   expect_equal "poppler's messages on $1.pdf" "" "$(cat "$work/$1.err")"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets the command write RTF, and LibreOffice and unrtf read it.
+# Has the command write RTF, and LibreOffice and unrtf read it.
 #
 #   check_rtf.sh COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -7,7 +7,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 command=("$@")
 
-# office FORMAT FILE...: converts files into the folder office, with settings of its own so that tests may run at once.
+# office FORMAT FILE...: converts files into the folder office. Its own settings let tests run in parallel.
 office() {
   local format=$1
   shift
@@ -15,8 +15,8 @@ office() {
     --outdir office "$@" >office.log 2>&1) || fail "LibreOffice did not convert $*: $(cat "$work/office.log")"
 }
 
-# What is said, without the white space, the list markers and the rules, in which a text and a document differ. In a
-# document the address of a link outside is not among the words.
+# The words alone: a text and a document differ in white space, list markers and rules, and a document does not show the
+# address of an external link.
 said() {
   perl -CSD -0pe 's/\s+//g; s/\(https?:[^)]*\)//g; s/[-=>_\x{2022}\x{FEFF}]//g'
 }
@@ -24,7 +24,7 @@ said() {
 check_text() {
   said <"$work/$1.utf8" >"$work/$1.expected"
   said <"$work/office/$1.txt" >"$work/$1.found"
-  cmp "$work/$1.expected" "$work/$1.found" >&2 || fail "LibreOffice does not find in $1.rtf what was written"
+  cmp "$work/$1.expected" "$work/$1.found" >&2 || fail "LibreOffice does not find the written text in $1.rtf"
 }
 
 check_texts() {
@@ -72,7 +72,7 @@ odd() {
   xmllint --xpath "$1" "$work/office/odd.fodt"
 }
 
-# What would break a document comes back as it went in.
+# Characters that could break a document come back unchanged.
 check_odd_characters() {
   local anchor='braces-a-and---ωμέγα-中文-'
   write_odd

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Lets the command write a document and a table in every format, in both forms, and looks whether they are whole: for
-# builds whose bytes are those of another build, which other people's programs have read.
+# Has the command write a document and a table in every format, in both forms, and checks that they are complete. For
+# builds that write the same bytes as another one, whose output third-party programs have read.
 #
 #   check_well_formed.sh COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -10,18 +10,18 @@ command=("$@")
 
 check_spreadsheet() {
   local part
-  unzip -qt "$work/$1" >"$work/unzip.out" || fail "$1 is no archive: $(cat "$work/unzip.out")"
+  unzip -qt "$work/$1" >"$work/unzip.out" || fail "$1 is not an archive: $(cat "$work/unzip.out")"
   for part in '\[Content_Types\].xml' xl/workbook.xml xl/worksheets/sheet1.xml; do
-    unzip -p "$work/$1" "$part" | xmllint --noout - || fail "$part of $1 is no well-formed XML"
+    unzip -p "$work/$1" "$part" | xmllint --noout - || fail "$part of $1 is not well-formed XML"
   done
 }
 
-# Braces balance but for those that a backslash stands in front of.
+# Braces must balance, except those after a backslash.
 check_rtf() {
-  perl -0777 -ne 's/\\[\\{}]//g; exit !(/^\{\\rtf\b/ && tr/{// == tr/}//)' "$work/$1" || fail "$1 is no whole RTF"
+  perl -0777 -ne 's/\\[\\{}]//g; exit !(/^\{\\rtf\b/ && tr/{// == tr/}//)' "$work/$1" || fail "$1 is not complete RTF"
 }
 
-# Programs that are strict warn of a classic file.
+# Strict programs warn about a classic file.
 check_pdf() {
   local status=0
   qpdf --check "$work/$1.pdf" >"$work/qpdf.out" 2>&1 || status=$?
@@ -31,9 +31,9 @@ check_pdf() {
 }
 
 check_files() {
-  iconv -f UTF-16 -t UTF-8 "$work/$1.txt" >"$work/$1.utf8" || fail "$1.txt is no UTF-16 text"
-  grep -qF "$2" "$work/$1.utf8" || fail "$1.txt does not hold its text"
-  xmllint --noout "$work/$1.xml" || fail "$1.xml is no well-formed XML"
+  iconv -f UTF-16 -t UTF-8 "$work/$1.txt" >"$work/$1.utf8" || fail "$1.txt is not UTF-16 text"
+  grep -qF "$2" "$work/$1.utf8" || fail "$1.txt does not contain its text"
+  xmllint --noout "$work/$1.xml" || fail "$1.xml is not well-formed XML"
   [ "$(tail -c 9 "$work/$1.html" | tr -d '\r\n')" = "</html>" ] || fail "$1.html does not end"
   check_rtf "$1.rtf"
   check_pdf "$1"

@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Lets a program write a spreadsheet, and openpyxl and LibreOffice read it.
+# Has a program write a spreadsheet, and openpyxl and LibreOffice read it.
 #
 #   check_workbook.sh PROGRAM...
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 program=("$@")
-python=/usr/bin/python3 # the one that Debian's packages are for
+python=/usr/bin/python3 # the one with Debian's packages
 
 write_workbook() {
   (cd "$work" && "${program[@]}" >odd.out 2>odd.err) || fail "the program failed: $(cat "$work/odd.err")"
@@ -38,10 +38,10 @@ B8 s 'neither' Liberation Sans 9
 A9 s 'The end, in a line that is longer than the widest column may become in this sheet.' Liberation Sans 9
 CELLS
   "$python" "$root/tests/outputs/read_workbook.py" "$work/odd.xlsx" >"$work/found" || fail "openpyxl does not open it"
-  diff -u "$work/expected" "$work/found" >&2 || fail "openpyxl does not find what was written"
+  diff -u "$work/expected" "$work/found" >&2 || fail "openpyxl does not find the written cells"
 }
 
-# The filter's numbers: comma, quotation mark, UTF-8, and so on to "as shown", which turns no text into a formula.
+# The filter's options: comma, quotation mark, UTF-8 and so on, up to "as shown", which turns no text into a formula.
 check_with_libreoffice() {
   (cd "$work" && timeout 180 soffice "-env:UserInstallation=file://$work/settings" --headless \
     --convert-to 'csv:Text - txt - csv (StarCalc):44,34,76,1,,0,true' odd.xlsx >office.log 2>&1) ||
@@ -58,7 +58,7 @@ lines","a,b;c	d"
 "both","neither",
 "The end, in a line that is longer than the widest column may become in this sheet.",,
 CSV
-  diff -u "$work/expected.csv" "$work/odd.csv" >&2 || fail "LibreOffice does not find what was written"
+  diff -u "$work/expected.csv" "$work/odd.csv" >&2 || fail "LibreOffice does not find the written cells"
 }
 
 write_workbook

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets the command write spreadsheets, and openpyxl and LibreOffice read them.
+# Has the command write spreadsheets, and openpyxl and LibreOffice read them.
 #
 #   check_xlsx.sh COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -7,12 +7,12 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 command=("$@")
 
-# Debian's own Python has Debian's own modules, whatever other one comes first.
+# Debian's own Python has Debian's modules, whichever Python comes first on the path.
 read_xlsx() {
   /usr/bin/python3 "$root/tests/outputs/read_xlsx.py" "$@" || fail "openpyxl does not read ${*: -1}"
 }
 
-# LibreOffice starts anew for each file: it would open a second one in a running copy that others may own.
+# LibreOffice gets settings of its own: otherwise it would open the file in a running instance, perhaps another user's.
 office_csv() {
   (cd "$work" && soffice "-env:UserInstallation=file://$work/office" --headless \
     --convert-to 'csv:Text - txt - csv (StarCalc):9,34,76,1,,0,false,true,false' "$1.xlsx" >office.out 2>&1) ||
@@ -26,25 +26,25 @@ check_document() {
   printf '%s\n' 'A & B[bold]' 'One two three four (https://x.org).[]' '- a[]' '    1. b[]' '- [x] c[]' \
     $'h[bold]\ti[bold]' $'1[]\t=2+3[]' 'x = "<y>"[]' '  z[]' 'Last €😀[bold]' 'frozen None' >"$work/small.expected"
   read_xlsx --looks "$work/small.xlsx" >"$work/small.cells"
-  diff "$work/small.expected" "$work/small.cells" || fail "small.xlsx does not hold what small.md says"
+  diff "$work/small.expected" "$work/small.cells" || fail "small.xlsx does not hold the content of small.md"
 }
 
-# The text output has the same rows and cells, made by other code.
+# The text output has the same rows and cells, written by other code.
 check_table() {
   make_table 3000 >"$work/table.csv"
   write_with_text xlsx table.csv table
   tr -d '\r' <"$work/table.utf8" | sed 's/\\/\\\\/g; s/\t*$//' >"$work/table.expected"
   read_xlsx "$work/table.xlsx" >"$work/table.cells"
-  cmp "$work/table.expected" "$work/table.cells" || fail "table.xlsx does not hold what table.csv says"
+  cmp "$work/table.expected" "$work/table.cells" || fail "table.xlsx does not hold the content of table.csv"
   read_xlsx --looks "$work/table.xlsx" >"$work/table.looks"
-  expect_equal "the header's looks" "$(printf '%s[bold]\t' Number Customer Remark Price Paid)City[bold]" \
+  expect_equal "the header's formatting" "$(printf '%s[bold]\t' Number Customer Remark Price Paid)City[bold]" \
     "$(head -1 "$work/table.looks")"
-  expect_equal "what is frozen" "frozen A2" "$(tail -1 "$work/table.looks")"
+  expect_equal "the frozen rows" "frozen A2" "$(tail -1 "$work/table.looks")"
   office_csv table
   expect_equal "rows that LibreOffice sees" 3001 "$(wc -l <"$work/table.csv")"
   tr -d '\r' <"$work/table.utf8" >"$work/table.rows"
   sed 's/"\([^"]*\(""[^"]*\)*\)"/\1/g; s/""/"/g' "$work/table.csv" >"$work/table.office"
-  cmp "$work/table.rows" "$work/table.office" || fail "LibreOffice does not see what table.csv says"
+  cmp "$work/table.rows" "$work/table.office" || fail "LibreOffice does not show the content of table.csv"
 }
 
 check_document

@@ -1,10 +1,10 @@
-# What the checks of outputs share, to be sourced. It makes a folder $work where the check is started, which goes away
-# at its end.
+# Shared by the checks of outputs, which source it. Creates a folder $work in the current folder and removes it at the
+# end.
 # shellcheck shell=bash
 set -euo pipefail
 
 export LC_ALL=C.UTF-8
-# shellcheck disable=SC2034  # for those who source this
+# shellcheck disable=SC2034  # for the scripts that source this
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/../.." && pwd)"
 work="$(mktemp -d "$PWD/work.XXXXXX")"
 trap 'rm -rf "$work"' EXIT
@@ -18,20 +18,20 @@ expect_equal() {
   [ "$2" = "$3" ] || fail "$1: expected $2, found $3"
 }
 
-# write_with_text FORMAT INPUT NAME [OPTION...]: the command's report, and its text as NAME.utf8, which other code makes of
-# the same input and which therefore tells what the report has to say. Plain names, as for Windows programs a path would
-# be an option.
+# write_with_text FORMAT INPUT NAME [OPTION...]: writes the command's report, and as NAME.utf8 its text output, which
+# other code writes from the same input and which therefore holds the expected text. Names are plain, because Windows
+# programs take a path for an option.
 write_with_text() {
   local format=$1 input=$2 name=$3
   shift 3
-  # shellcheck disable=SC2154  # set by those who source this
+  # shellcheck disable=SC2154  # set by the scripts that source this
   (cd "$work" && "${command[@]}" "$input" "$@" -o "$name.txt" -o "$name.$format" 2>"$name.err") ||
     fail "the command failed on $input: $(cat "$work/$name.err")"
   expect_equal "messages for $input" "${expected_messages-}" "$(cat "$work/$name.err")"
   iconv -f UTF-16 -t UTF-8 "$work/$name.txt" >"$work/$name.utf8"
 }
 
-# make_table ROWS: a table of six columns and a header, with what tends to break a format in it.
+# make_table ROWS: a table of six columns and a header, with characters that tend to break a format.
 make_table() {
   awk -v rows="$1" 'BEGIN {
     print "Number,Customer,Remark,Price,Paid,City"
@@ -42,7 +42,7 @@ make_table() {
   }'
 }
 
-# Rows are counted piece by piece, for outputs that no one wants in memory.
+# Rows are counted in a stream, for outputs too large for memory.
 text_rows() {
   iconv -f UTF-16 -t UTF-8 "$1" | wc -l
 }
@@ -51,7 +51,7 @@ html_rows() {
   tr '<' '\n' <"$1" | grep -c '^tr[ >]'
 }
 
-# The header is an element of another name.
+# The header is an element with another name.
 xml_rows() {
   tr '<' '\n' <"$1" | grep -c '^row>'
 }

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Lets the command run into a full disk with one of its outputs, each format in turn. It must end with status 1, say so
-# in one line, leave neither a half-written nor a changed file behind, and deliver the outputs on another disk whole.
+# Makes the disk of one of the command's outputs too small, for each format in turn. The command must exit with status
+# 1, report the failure in one line, leave no partial or changed file, and deliver the outputs on another disk
+# completely.
 #
 #   full_disk.sh COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -10,10 +11,10 @@ formats=(txt html xml rtf pdf xlsx)
 command=("$@")
 export SOURCE_DATE_EPOCH=1790000000 # two runs write the same bytes
 
-# In a mount namespace of its own anyone may mount a small disk, and it is gone with the script.
+# In its own mount namespace any user may mount a small disk, and the mount ends with the script.
 if [ -z "${SCRIVALEN_IN_NAMESPACE:-}" ]; then
   unshare -rm true 2>"$work/reason" ||
-    fail "no small disk can be mounted, a mount namespace is refused: $(cat "$work/reason")"
+    fail "cannot mount a small disk, a mount namespace is refused: $(cat "$work/reason")"
   SCRIVALEN_IN_NAMESPACE=1 unshare -rm "$0" "$@"
   exit
 fi
@@ -42,12 +43,12 @@ check_format() {
   expect_equal "files left on the full disk for $format" "$kept" "$(ls -A "$work/full")"
   for other in "${formats[@]}"; do
     [ "$other" = "$format" ] || cmp "$work/good/report.$other" "$work/$format/report.$other" ||
-      fail "report.$other is not whole when report.$format finds its disk full"
+      fail "report.$other is incomplete when the disk of report.$format is full"
   done
 }
 
 mkdir "$work/full" "$work/good"
-mount -t tmpfs -o size=256k tmpfs "$work/full" || fail "no small disk can be mounted"
+mount -t tmpfs -o size=256k tmpfs "$work/full" || fail "cannot mount a small disk"
 trap 'umount "$work/full"; rm -rf "$work"' EXIT
 make_table 20000 >"$work/table.csv"
 write_reports none good

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Lets the help compiler run into a disk that is full, with every amount of room from none to enough. Either it leaves a
-# help file that holds every topic, or it ends with a status that is not 0, says so in one line and leaves nothing.
+# Runs the help compiler on a disk with increasing room, from none to enough. Either it leaves a help file that holds
+# every topic, or it exits with a status other than 0, reports the failure in one line and leaves nothing.
 #
 #   full_disk_help.sh COMPILER
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -8,10 +8,10 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 compiler=$1
 
-# In a mount namespace of its own anyone may mount a small disk, and it is gone with the script.
+# In its own mount namespace any user may mount a small disk, and the mount ends with the script.
 if [ -z "${SCRIVALEN_IN_NAMESPACE:-}" ]; then
   unshare -rm true 2>"$work/reason" ||
-    fail "no small disk can be mounted, a mount namespace is refused: $(cat "$work/reason")"
+    fail "cannot mount a small disk, a mount namespace is refused: $(cat "$work/reason")"
   SCRIVALEN_IN_NAMESPACE=1 unshare -rm "$0" "$@"
   exit
 fi
@@ -41,7 +41,7 @@ write_project() {
   printf 'an earlier report' >"$disk/report.chm"
 }
 
-# What stays beside the project whatever the compiler does.
+# The files beside the project that the compiler must leave alone.
 inputs() {
   (cd "$disk" && printf '%s\n' ballast report.hhc report.hhp ./*.htm | sed 's,^\./,,' | sort)
 }
@@ -50,7 +50,7 @@ check_whole() {
   local i
   expect_equal "files with $1 KiB free" "$(printf '%s\n' "$(inputs)" report.chm | sort)" "$(ls -A "$disk")"
   rm -rf "$work/out"
-  extract_chmLib "$disk/report.chm" "$work/out" >/dev/null 2>&1 || fail "the help file made with $1 KiB free is no good"
+  extract_chmLib "$disk/report.chm" "$work/out" >/dev/null 2>&1 || fail "the help file made with $1 KiB free cannot be opened"
   for ((i = 1; i <= topics; i++)); do
     cmp "$disk/$i$ending" "$work/out/$i$ending" || fail "the help file made with $1 KiB free does not hold its topics"
   done
@@ -62,9 +62,9 @@ check_nothing() {
 }
 
 mkdir "$disk" "$temporary"
-mount -t tmpfs -o size=1m tmpfs "$disk" || fail "no small disk can be mounted"
+mount -t tmpfs -o size=1m tmpfs "$disk" || fail "cannot mount a small disk"
 trap 'umount "$disk" "$temporary" 2>/dev/null; rm -rf "$work"' EXIT
-mount -t tmpfs -o size=4k tmpfs "$temporary" || fail "no small disk can be mounted"
+mount -t tmpfs -o size=4k tmpfs "$temporary" || fail "cannot mount a small disk"
 for free in 0 4 8 12 16 20 24 28 32 40 48 64 96 128; do
   write_project
   dd if=/dev/zero of="$disk/ballast" bs=1k 2>/dev/null || true
@@ -78,19 +78,19 @@ for free in 0 4 8 12 16 20 24 28 32 40 48 64 96 128; do
   fi
 done
 if [ "$failures" -lt 3 ] || [ "$successes" -lt 3 ]; then
-  fail "$failures times too full and $successes times not"
+  fail "the disk was too full $failures times and had room $successes times"
 fi
 
-# The folder for temporary files may be full where there is room for the help file.
+# The folder for temporary files may be full while the help file's disk has room.
 umount "$disk"
-mount -t tmpfs -o size=64m tmpfs "$disk" || fail "no disk can be mounted"
+mount -t tmpfs -o size=64m tmpfs "$disk" || fail "cannot mount a disk"
 topics=1500
 rows=1
 ending=-$(printf '%050d' 0).htm
 write_project
 printf '' >"$disk/ballast"
-[ "$(wc -c <"$disk/report.hhp")" -gt 65536 ] || fail "so few names would not need a file"
+[ "$(wc -c <"$disk/report.hhp")" -gt 65536 ] || fail "the project is too small for the shell to need a temporary file"
 dd if=/dev/zero of="$temporary/ballast" bs=1k 2>/dev/null || true
 TMPDIR="$temporary" "$compiler" "$disk/report.hhp" 2>"$work/messages" ||
-  fail "a full folder for temporary files is too much: $(cat "$work/messages")"
+  fail "the compiler fails when the folder for temporary files is full: $(cat "$work/messages")"
 check_whole 65536

@@ -1,5 +1,6 @@
 #!/usr/bin/env bash
-# Sends a million rows through the command in one pass into every format that keeps none of them. Its memory must not grow with the table.
+# Converts a million rows in one pass to every format that keeps no rows in memory. The command's memory must not grow
+# with the table.
 #
 #   million_rows.sh COMMAND...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -8,7 +9,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 command=("$@")
 growth_allowed=2048 # KiB
 
-# peak_memory NAME: the most memory that a run over NAME.csv had at a time, in KiB.
+# peak_memory NAME: the peak memory of a run over NAME.csv, in KiB.
 peak_memory() {
   (cd "$work" && command time -f %M -o "$1.peak" "${command[@]}" --quiet "$1.csv" \
     -o "$1.txt" -o "$1.html" -o "$1.xml" -o "$1.rtf" -o "$1.xlsx") || fail "the command failed on $1.csv"

@@ -1,4 +1,4 @@
-// Writes a conforming PDF with a paragraph in each face, and what readers are to find in it.
+// Writes a conforming PDF with a paragraph in each face, and the text that readers must find in it.
 //
 //   scrivalen_pdf_faces PDF TEXT [FACE]     TEXT becomes a file of UTF-8; FACE is left out
 #include "scrivalen/output_file.h"
@@ -48,7 +48,7 @@ std::wstring fill(CPDFdoc& doc, int leftOut) {
   doc.AddFont(100, PDF_TIMES_ROMAN);
   for (int face = 0; face < kFaces; ++face) {
     doc.AddFont(face, static_cast<PDF_STANDARD_FONT_FACE>(face));
-    doc.AddFont(face, PDF_COURIER);  // a second one of its number, which does not count
+    doc.AddFont(face, PDF_COURIER);  // ignored: the number is taken
   }
   std::wstring read;
   for (int face = 0; face < kFaces; ++face) {

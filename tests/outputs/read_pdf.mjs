@@ -1,15 +1,14 @@
-// Reads a PDF with five programs and compares what they find: the characters of each page, and the pictures of two of
-// them; where the outline and the links lead.
+// Reads a PDF with five programs and compares their results: the characters of each page, the pictures that two of them
+// draw, and the targets of the outline and the links.
 //
-//   read_pdf.mjs conforming|classic FILE TEXT     TEXT is a file of UTF-8: what the pages, one after the other, are to say
+//   read_pdf.mjs conforming|classic FILE TEXT     TEXT is a UTF-8 file with the expected text of all pages
 //
-// Of a classic file, whose streams announce twice their length, only MuPDF and Ghostscript find the pages as they are;
-// poppler shows the text of the next page over each but the last, which is looked for too, so that it is known when it
-// changes.
+// The streams of a classic file declare twice their length. Only MuPDF and Ghostscript read its pages correctly;
+// poppler draws the next page over each page but the last. The check expects that too, to notice when poppler changes.
 //
-// Readers split and join words differently, so that white space is left out. List markers, rules and the arrows of
-// quotes differ between a text and a page, and are left out too. Readers that put texts together by their place on the
-// page change the order within a row of a table: the order is asked of those that keep the content's own.
+// Readers split and join words differently, so white space is ignored. List markers, rules and the arrows of quotes
+// differ between a text and a page and are ignored too. Readers that order texts by their position on the page change
+// the order within a row of a table, so the order is only compared for readers that keep that of the content.
 import {execFileSync} from 'node:child_process';
 import {mkdtempSync, readFileSync, rmSync} from 'node:fs';
 import {tmpdir} from 'node:os';
@@ -61,14 +60,14 @@ async function readWithPdfjs() {
 async function readWithPdfium() {
   const library = await PDFiumLibrary.init();
   const document = await library.loadDocument(bytes());
-  // A hyphen at the end of a line comes as a character of its own.
+  // PDFium returns U+FFFE for a hyphen at the end of a line.
   const pages = [...document.pages()].map((page) => page.getText().replaceAll('\uFFFE', '-'));
   document.destroy();
   library.destroy();
   return pages;
 }
 
-// Programs that write all pages with a form feed behind each.
+// Splits the output of programs that write a form feed after each page.
 function splitPages(text, count) {
   const pages = text.toString('utf8').split('\f');
   return pages.slice(0, Math.max(count, pages.length - 1));
@@ -109,7 +108,7 @@ function firstDifference(a, b) {
   return `${JSON.stringify(a.slice(Math.max(at - 20, 0), at + 30))} and ${JSON.stringify(b.slice(Math.max(at - 20, 0), at + 30))}`;
 }
 
-// The grey of squares of eight by eight points; fonts may differ within them.
+// The grey levels of squares of 8 by 8 points; within a square, fonts may differ.
 function readPicture(path) {
   const data = readFileSync(path);
   const header = /^P5\s+(\d+)\s+(\d+)\s+255\s/.exec(data.subarray(0, 64).toString('latin1'));
@@ -138,13 +137,13 @@ function comparePictures(folder, page) {
   const distances = poppler.squares.map((grey, index) => Math.abs(grey - mupdf.squares[index]));
   const mean = distances.reduce((sum, distance) => sum + distance, 0) / distances.length;
   check(mean < 10 && Math.max(...distances) < 90,
-        `page ${page}: the pictures differ by ${mean.toFixed(1)} in the mean, ${Math.max(...distances).toFixed(0)} at most`);
+        `page ${page}: the pictures differ by ${mean.toFixed(1)} on average, ${Math.max(...distances).toFixed(0)} at most`);
 }
 
 function checkPlaces({pages, links, outline}) {
   for (const {title, target} of outline) {
     check(target !== null && withoutBlanks(pages[target] ?? '').includes(withoutBlanks(title)),
-          `the outline's "${title}" leads to page ${target + 1}, which does not say it`);
+          `the outline's "${title}" leads to page ${target + 1}, which does not contain it`);
   }
   const places = new Set(outline.map(({target, top}) => `${target} ${top}`));
   for (const {page, target, top} of outline.length > 0 ? links : []) {
@@ -160,7 +159,7 @@ async function checkConforming(expected) {
   comparePages('MuPDF', own.pages, splitPages(mupdf(), count));
   compareWithGhostscript(own.pages);
   const found = content(own.pages.join(''));
-  check(expected === found, `the pages do not say what they are to: ${firstDifference(expected, found)}`);
+  check(expected === found, `the pages do not have the expected text: ${firstDifference(expected, found)}`);
   checkPlaces(own);
   const folder = mkdtempSync(join(tmpdir(), 'pictures.'));
   try {
@@ -177,11 +176,11 @@ function checkClassic(expected) {
   const pages = splitPages(mupdf(), 0).filter((page) => page.length > 0);
   compareWithGhostscript(pages);
   const found = content(pages.join(''));
-  check(sorted(expected) === sorted(found), `the pages do not say what they are to: ${differences(expected, found)}`);
+  check(sorted(expected) === sorted(found), `the pages do not have the expected text: ${differences(expected, found)}`);
   const shown = splitPages(poppler(), pages.length).map((page) => withoutBlanks(page).length);
   const overlaid = pages.slice(0, -1).filter((page, index) => shown[index] > withoutBlanks(page).length);
-  check(pages.length > 1 && overlaid.length > 0, 'poppler reads the classic pages apart: the guide says that it does not');
-  return `${pages.length} pages, on ${overlaid.length} of them poppler shows the next one too`;
+  check(pages.length > 1 && overlaid.length > 0, 'poppler separates the classic pages: the guide says that it does not');
+  return `${pages.length} pages, on ${overlaid.length} of them poppler draws the next one too`;
 }
 
 const expected = content(readFileSync(textFile, 'utf8'));

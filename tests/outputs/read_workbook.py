@@ -1,4 +1,4 @@
-"""Shows the cells of a spreadsheet as openpyxl sees them: place, text, and what sets the cell apart."""
+"""Prints the cells of a spreadsheet as openpyxl reads them: position, text and formatting."""
 
 import sys
 

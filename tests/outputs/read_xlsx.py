@@ -1,7 +1,7 @@
-"""Prints the cells of a workbook, a sheet's row a line and a tab between two cells.
+"""Prints the cells of a workbook, one line per row, with a tab between two cells.
 
   read_xlsx.py FILE          the texts; line breaks and tabs in them are written as \\n and \\t
-  read_xlsx.py --looks FILE  behind each text its weight and its fill, as in "a[bold yellow]"; then what is frozen
+  read_xlsx.py --looks FILE  each text followed by its weight and fill, as in "a[bold FFFF00]"; then the frozen rows
 """
 import sys
 

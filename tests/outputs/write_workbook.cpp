@@ -1,4 +1,4 @@
-// Writes a spreadsheet with what tends to break one, for other people's programs to read.
+// Writes a spreadsheet with content that tends to break one, for third-party programs to read.
 #include <scrivalen/scrivalen.h>
 
 #include <cstdio>

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Reads names of exported symbols, one a line as c++filt writes them, and lets a compiler judge whether a host that has
-# the public headers may use each of them: members of classes are named from a derived class, so that private ones fail,
-# everything else from the outside, so that what the headers do not declare fails.
+# Reads the names of exported symbols, one per line as c++filt writes them, and has a compiler check that a host with
+# the public headers may use each of them. Members are named in a derived class, so that private ones fail; other names
+# are used outside any class, so that undeclared ones fail.
 #
 #   check_declared.sh COMPILER INCLUDE_FOLDER... <NAMES
 set -euo pipefail
@@ -66,6 +66,6 @@ if [ -z "$names" ]; then
 fi
 declarations <<<"$names" >"$work/uses.cpp"
 "$compiler" -std=c++20 -fsyntax-only "${@/#/-I}" "$work/uses.cpp" || {
-  printf 'check_declared: the public headers do not let a host use what the errors above name\n' >&2
+  printf 'check_declared: the public headers do not let a host use the names in the errors above\n' >&2
   exit 1
 }

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Gives check_declared.sh names that hosts may use, and one at a time names that they may not.
+# Gives check_declared.sh names that hosts may use and, one at a time, names that they may not.
 #
 #   check_declared_test.sh COMPILER INCLUDE_FOLDER...
 set -euo pipefail
@@ -55,7 +55,7 @@ expect_found 'vtable for NotDeclared' "$@"
 expect_found 'notDeclared(int)' "$@"
 expect_found '' "$@"
 
-# One of two operations of a name is private.
+# One of two overloads is private.
 mkdir "$work/scrivalen"
 touch "$work/scrivalen/version.h"
 printf '%s\n' 'class Mixed {' ' public:' '  void both(int);' ' private:' '  void both(char);' '  Mixed();' \

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Compares what a built library exports with the list of what the public headers mark, and shows the difference; and lets
-# the compiler judge whether hosts may use all of it.
+# Compares the exports of a built library with the list of names that the public headers mark and shows the difference.
+# Also has the compiler check that hosts may use all of them.
 #
 #   check_exports.sh linux LIBRARY NM COMPILER INCLUDE_FOLDER...
 #   check_exports.sh windows LIBRARY OBJDUMP COMPILER INCLUDE_FOLDER...

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Reads every #include of the sources and fails on one that goes upward, or from one format to another. A file's folder
-# decides where it belongs; of the public headers, which share a folder, the one that declares a report belongs to what
-# implements it.
+# decides its floor. The public headers share a folder, so one that declares a report is on the floor that implements
+# it.
 #
 #   check_floors.sh SOURCES
 set -euo pipefail
 
 cd "$1"
 
-# FILE:LINE:#include "PATH", with the folder of the public headers in front of theirs.
+# FILE:LINE:#include "PATH"; public headers keep their folder in PATH.
 includes() {
   grep -rnE --include='*.h' --include='*.h.in' --include='*.cpp' '^[[:space:]]*#[[:space:]]*include[[:space:]]*["<]' \
     src include apps
@@ -23,7 +23,7 @@ if [ -n "$crowded" ]; then
 fi
 
 includes | awk '
-  # Sets floor and format of a path as it is included. Floor 0: a file of the command, or of another library.
+  # Sets the floor and the format of an included path. Floor 0: a file of the command or of another library.
   function place(path) {
     floor = 0
     format = ""
@@ -42,7 +42,7 @@ includes | awk '
     else if (path ~ /^scrivalen\/report\.h/) floor = 4
     else if (path ~ /^scrivalen\/html_report\.h/) { floor = 5; format = "markup" }
     else if (path ~ /^scrivalen\/rtf_doc\.h/) { floor = 5; format = "rtf" }
-    else if (path ~ /^scrivalen\/pdf_doc\.h/) { floor = 5; format = "pdf/objects" }  # it names the faces, too
+    else if (path ~ /^scrivalen\/pdf_doc\.h/) { floor = 5; format = "pdf/objects" }  # it also names the faces
     else if (path ~ /^scrivalen\//) floor = 6
   }
 
@@ -52,7 +52,7 @@ includes | awk '
       (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
   }
 
-  # The command knows the interface, and below it what knows nothing of reports.
+  # The command knows the interface, and below it only the floors without reports.
   function commandMayKnow(path) {
     return path ~ /^scrivalen\// || floor <= 3
   }

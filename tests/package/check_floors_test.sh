@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets check_floors.sh find one wrong include at a time in a small tree of sources that is otherwise right.
+# Checks that check_floors.sh finds each wrong include in a small tree of sources that is otherwise right.
 #
 #   check_floors_test.sh
 set -euo pipefail
@@ -9,7 +9,7 @@ work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 failures=0
 
-# put FILE INCLUDE: lets FILE include what is named with its quotes.
+# put FILE INCLUDE: adds an #include to FILE; INCLUDE has its quotes or angle brackets.
 put() {
   mkdir -p "$work/$(dirname "$1")"
   printf '#include %s\n' "$2" >>"$work/$1"
@@ -83,7 +83,7 @@ fi
 rm -rf "${work:?}"/*
 mkdir "$work/src" "$work/include" "$work/apps"
 if "$check" "$work" >/dev/null; then
-  printf 'check_floors_test: a tree without sources is said to be right\n' >&2
+  printf 'check_floors_test: a tree without sources passes\n' >&2
   failures=1
 fi
 exit "$failures"

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# What is given to Windows users needs no DLL but the system's and our own: no compiler's runtime to ship along.
+# The Windows programs must need no DLL except the system's and our own, so that no compiler runtime has to be shipped.
 #
 #   check_imports.sh OBJDUMP FILE...
 set -euo pipefail

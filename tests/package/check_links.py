@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Follows the relative links of every Markdown file below a folder and reports those that lead nowhere.
+"""Follows the relative links of every Markdown file below a folder and reports broken ones.
 
     check_links.py FOLDER [FILE...]
 
-With files, relative to the folder, only these are read. A target is a file or folder below FOLDER; after a "#" comes
-the anchor of a heading.
+With FILEs, which are relative to the folder, only these are read. A target is a file or folder below FOLDER, or the
+anchor of a heading after a "#".
 """
 
 import os
@@ -41,7 +41,7 @@ def without_code_blocks(text):
 
 
 def anchor_of(heading):
-    """As the common hosts of repositories make it: letters, digits, hyphens and underscores stay."""
+    """As common repository hosts build it: letters, digits, hyphens and underscores stay."""
     shown = re.sub(r"\[([^\]]*)\]\([^)]*\)", r"\1", heading)
     return re.sub(r"[^\w\- ]", "", shown.lower()).replace(" ", "-")
 
@@ -69,7 +69,7 @@ def links_of(path):
 
 
 def defect_of(link, source, root):
-    """Why a link leads nowhere; None when it leads somewhere."""
+    """Why a link is broken; None for a good one."""
     path, _, anchor = link.partition("#")
     target = os.path.normpath(os.path.join(os.path.dirname(source), urllib.parse.unquote(path))) if path else source
     if os.path.isabs(path) or os.path.relpath(target, root).startswith(".."):

@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Lets check_links.py find one broken link at a time in documents that are otherwise right.
+# Checks that check_links.py finds each broken link in documents that are otherwise right.
 #
 #   check_links_test.sh
 set -euo pipefail
@@ -62,7 +62,7 @@ expect_found docs/guide.md '[outside](/README.md)' /README.md
 
 rm -rf "${work:?}"/*
 if "$check" "$work" >/dev/null; then
-  printf 'check_links_test: a folder without documents is said to be right\n' >&2
+  printf 'check_links_test: a folder without documents passes\n' >&2
   failures=1
 fi
 exit "$failures"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Installs a build into a new folder, moves that folder elsewhere, and builds and runs a host application there: a
-# package must not remember where it was installed.
+# Installs a build into a new folder, moves that folder elsewhere, and builds and runs a host application with it: a
+# package must not depend on where it was installed.
 #
 #   check_package.sh linux|windows CMAKE BUILD_FOLDER COMPILER [TOOLCHAIN_FILE]
 set -euo pipefail
@@ -29,9 +29,9 @@ quietly() {
 }
 
 expect_link() {
-  local answer
-  answer="$(readlink "$prefix/lib/$1")" || fail "lib/$1 is no link"
-  [ "$answer" = "$2" ] || fail "lib/$1 leads to $answer instead of $2"
+  local target
+  target="$(readlink "$prefix/lib/$1")" || fail "lib/$1 is not a link"
+  [ "$target" = "$2" ] || fail "lib/$1 points to $target instead of $2"
 }
 
 expect_file() {
@@ -42,7 +42,7 @@ install_and_move() {
   quietly "$cmake" --install "$build" --prefix "$work/first"
   mv "$work/first" "$prefix"
   if grep -rIl --exclude-dir=doc -e "$work/first" -e "$build" "$prefix"; then
-    fail "the files above remember folders of the build"
+    fail "the files above contain folders of the build"
   fi
   expect_file include/scrivalen/version.h
   expect_file lib/cmake/scrivalen/scrivalenConfig.cmake
@@ -51,7 +51,7 @@ install_and_move() {
   "$here/check_links.py" "$prefix" || fail "the installed documents have broken links"
 }
 
-# files_of [COMPONENT]: the files that it installs, or all components do. Links count as files.
+# files_of [COMPONENT]: the files that it installs, or all components without one. Links count as files.
 files_of() {
   rm -rf "$work/component"
   quietly "$cmake" --install "$build" --prefix "$work/component" ${1:+--component "$1"}
@@ -65,7 +65,7 @@ expect_components() {
     [ -s "$work/$component" ] || [ "$component" = Command ] || fail "the component $component is empty"
   done
   files_of >"$work/all"
-  sort "$work"/{Runtime,Development,Command} | diff "$work/all" - >&2 || fail "the components are not all there is, once"
+  sort "$work"/{Runtime,Development,Command} | diff "$work/all" - >&2 || fail "the components do not hold every file exactly once"
 }
 
 # expect_in COMPONENT FILE...
@@ -83,7 +83,7 @@ build_with_cmake() {
   quietly "$cmake" --build "$work/consumer"
 }
 
-# Blanks in paths are beyond pkg-config, hence the link.
+# pkg-config does not support blanks in paths, hence the link.
 build_with_pkg_config() {
   ln -s "$prefix" "$work/prefix"
   local flags
@@ -94,7 +94,7 @@ build_with_pkg_config() {
     "$consumer/main.cpp" -o "$work/with_pkg_config" $flags
 }
 
-# A fresh folder each, so that nobody reads the files of another.
+# Each run gets a new folder, so that none reads another's files.
 run_consumer() {
   local folder
   folder="$(mktemp -d "$work/run.XXXXXX")"
@@ -104,7 +104,7 @@ run_consumer() {
 run_command() {
   [ -e "$1" ] || return 0
   shift
-  [[ "$("$@" --version)" == *[0-9].[0-9]* ]] || fail "the installed command does not tell its version"
+  [[ "$("$@" --version)" == *[0-9].[0-9]* ]] || fail "the installed command does not print its version"
   [[ "$("$@" --list-templates)" == *[Dd]efault* ]] || fail "the installed command does not find the templates"
 }
 
@@ -134,7 +134,7 @@ case "$system" in
       lib/cmake/scrivalen/scrivalenConfig.cmake
     expect_file lib/libScrivalen.dll.a
     build_with_cmake
-    # The library is found on the search path, so that its templates are not beside the program by chance.
+    # The library is found on the search path, so the templates are not beside the program by chance.
     run_consumer env WINEPATH="$(winepath -w "$prefix/bin")" wine "$work/consumer/consumer.exe"
     [ ! -e "$prefix/bin/scrivalen.exe" ] || expect_file share/doc/scrivalen/LGPL-2.1.txt
     run_command "$prefix/bin/scrivalen.exe" wine "$prefix/bin/scrivalen.exe"

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Builds the static library in one large translation unit, where no two names may meet, installs it component by
-# component with an absolute library folder, and builds and runs the host application on it: with CMake, with pkg-config,
-# as part of a host's own build, and through a static library that the host exports.
+# Builds the static library in one large translation unit, which finds names that clash, installs it by components with an
+# absolute library folder, and builds and runs the host application with it: with CMake, with pkg-config, as part of a
+# host's own build, and through a static library that the host exports.
 #
 #   check_static.sh CMAKE SOURCES COMPILER
 set -euo pipefail
@@ -30,7 +30,7 @@ configure() {
   quietly "$cmake" -G Ninja -D CMAKE_BUILD_TYPE=Debug -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_CXX_FLAGS_DEBUG=-O0 "$@"
 }
 
-# The files that one component installs, without the folder that they are installed into.
+# The files that one component installs, relative to the prefix.
 files_of() {
   rm -rf "$work/component"
   quietly env DESTDIR="$work/component" "$cmake" --install "$work/build" --component "$1"
@@ -45,7 +45,7 @@ expect_only_in() {
   local component
   for component in Runtime Development Command; do
     if [ "$component" != "$1" ] && files_of "$component" | grep -qx "./$2"; then
-      fail "the component $component has $2, which is a part of $1"
+      fail "the component $component has $2, which belongs to $1"
     fi
   done
   expect_in "$1" "$2"
@@ -76,7 +76,7 @@ quietly "$cmake" --build "$work/consumer"
 run_consumer "$work/consumer/consumer"
 
 export PKG_CONFIG_PATH="$prefix/lib/pkgconfig"
-[ "$(pkg-config --variable=libdir scrivalen)" = "$prefix/lib" ] || fail "pkg-config has another library folder"
+[ "$(pkg-config --variable=libdir scrivalen)" = "$prefix/lib" ] || fail "pkg-config reports another library folder"
 mkdir "$work/with_pkg_config"
 # shellcheck disable=SC2046  # several flags
 quietly "$compiler" -std=c++17 -DEXPECT_STATIC "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" "$here/consumer/main.cpp" \

@@ -1,4 +1,4 @@
-// Reads the version resource of a library as the properties of a file do, and compares it with the version of the
+// Reads the version resource of a library, as a file's properties show it, and compares it with the version in the
 // headers.
 //
 //   version_resource LIBRARY
@@ -65,7 +65,7 @@ int main(int argc, char** argv) {
   std::vector<char> resource(GetFileVersionInfoSizeW(library.c_str(), nullptr));
   if (resource.empty() ||
       !GetFileVersionInfoW(library.c_str(), 0, static_cast<DWORD>(resource.size()), resource.data())) {
-    std::fprintf(stderr, "version_resource: '%s' has none\n", argc == 2 ? argv[1] : "");
+    std::fprintf(stderr, "version_resource: '%s' has no version resource\n", argc == 2 ? argv[1] : "");
     return 1;
   }
   checkNumbers(resource.data());

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds the library and threads_test.cpp with the thread sanitizer and runs them. The spreadsheet library is built along
-# with them where its sources are, so that the sanitizer sees what that one shares.
+# Builds the library and threads_test.cpp with the thread sanitizer and runs the test. The spreadsheet library is built
+# with it where its sources exist, so that the sanitizer sees what that library shares.
 #
 #   check_threads.sh CMAKE SOURCES COMPILER
 set -euo pipefail
@@ -20,7 +20,7 @@ quietly() {
   }
 }
 
-# A data folder has a template and a help compiler, which here puts the pages one after the other.
+# A data folder with the templates and a help compiler, which here only concatenates the pages.
 make_data_folder() {
   mkdir -p "$1/hhc"
   cp -r "$sources/tmpl" "$1/"

@@ -1,6 +1,6 @@
-// Eight threads, each with reports of its own in every format, for a sanitizer that finds what they share. The handlers
-// and the data folder, which do belong to all of them, are set again and again meanwhile. As all write the same, all
-// files of a format must have the same bytes.
+// Eight threads, each with reports of its own in every format, for a sanitizer that finds shared data. The handlers and
+// the data folder, which all threads do share, are set again and again meanwhile. All threads write the same content,
+// so all files of a format must have the same bytes.
 //
 //   threads_test FOLDER DATA_FOLDER OTHER_DATA_FOLDER
 //
@@ -39,7 +39,7 @@ std::atomic<int> logged = 0;
 
 void expect(bool holds, const std::string& what) {
   if (!holds) {
-    std::fprintf(stderr, "threads_test: not so: %s\n", what.c_str());
+    std::fprintf(stderr, "threads_test: failed: %s\n", what.c_str());
     ++failures;
   }
 }
@@ -88,7 +88,7 @@ void writeTable(AReport& report) {
     report.BeginRow(L"person", nullptr, 3);
     report.Cell(L"Name", row == 0, nullptr);
     report.SetCellColor(L"yellow");
-    report.Cell(L"Gr\u00FC\u00DFe \u4F60\u597D", 0, nullptr);  // not all formats can hold it: a line of the log
+    report.Cell(L"Gr\u00FC\u00DFe \u4F60\u597D", 0, nullptr);  // not every format can hold it, which is logged
     report.Cell(L"12.5", 0, nullptr);
     report.EndRow(L"person");
   }
@@ -133,11 +133,11 @@ void writeReports(const std::filesystem::path& folder, int conforming) {
   report.Clear();
 }
 
-void leaveReportsBehind(const std::filesystem::path& folder) {
+void abandonReports(const std::filesystem::path& folder) {
   std::filesystem::create_directories(folder);
   MultiReport report;
   addReports(report, folder);
-  expect(report.Open() == REPORT_OK, "the reports to be left behind open");
+  expect(report.Open() == REPORT_OK, "the abandoned reports open");
   writeContent(report, wide(folder / ""));
 }
 
@@ -172,11 +172,11 @@ void work(Written& own, const std::vector<std::filesystem::path>& dataFolders) {
     std::vector<std::wstring> templates;
     expect(HtmlReport::GetTemplatesList(wide(dataFolders[0] / "tmpl").c_str(), &templates) == 1, "there is a template");
   }
-  leaveReportsBehind(own.folder / "left");
+  abandonReports(own.folder / "left");
 }
 
 void expectTheSame(const Written& first, const Written& other) {
-  expect(first.inMemory == other.inMemory, "what two threads write to memory is the same");
+  expect(first.inMemory == other.inMemory, "two threads write the same to memory");
   for (int round = 0; round < kRounds; ++round) {
     for (const Output& output : kOutputs) {
       const std::string bytes = bytesOf(roundFolder(first, round) / output.name);
@@ -211,7 +211,7 @@ int main(int argc, char** argv) {
   for (const Written& own : written) {
     expectTheSame(written.front(), own);
   }
-  expect(logged > 0, "lines are logged");
+  expect(logged > 0, "something is logged");
   std::printf("threads_test: %s\n", failures == 0 ? "all is well" : "something is wrong");
   return failures == 0 ? 0 : 1;
 }

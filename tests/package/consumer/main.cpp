@@ -1,4 +1,4 @@
-// A host application as its author would write it: it knows the installed package only.
+// A host application as its author would write it, with only the installed package.
 #include <scrivalen/scrivalen.h>
 
 #include <filesystem>
@@ -9,7 +9,7 @@
 #include <string_view>
 
 #if defined(EXPECT_STATIC) != defined(SCRIVALEN_STATIC)
-#error "The package says of the library that it is a shared one, or a static one, which it is not."
+#error "The package takes a static library for a shared one, or a shared one for a static one."
 #endif
 
 namespace {
@@ -22,7 +22,7 @@ int failures = 0;
 
 void expect(bool holds, std::string_view what) {
   if (!holds) {
-    std::cerr << "consumer: not so: " << what << '\n';
+    std::cerr << "consumer: failed: " << what << '\n';
     ++failures;
   }
 }
@@ -36,10 +36,8 @@ bool contains(const std::string& text, std::string_view part) { return text.find
 
 std::wstring wide(const char* ascii) { return scrivalen::FromUtf8(ascii); }
 
-// The standard library would convert wide text by the locale on some systems.
-std::filesystem::path asPath(const std::wstring& path) {
-  return std::filesystem::u8path(scrivalen::ToUtf8(path));
-}
+// On some systems the standard library would convert wide text by the locale.
+std::filesystem::path asPath(const std::wstring& path) { return std::filesystem::u8path(scrivalen::ToUtf8(path)); }
 
 /// ASCII text as UTF-16LE.
 std::string utf16(std::string_view ascii) {
@@ -79,7 +77,7 @@ void checkReports() {
   expect(text == "\xFF\xFE" + utf16("Summary\r\nName\tGr") + std::string("\xFC\0\xDF\0", 4) + utf16("e\r\n"),
          "the text report holds the heading and the row as UTF-16");
   const std::string html = contentOf(kHtml);
-  expect(contains(html, "<title>A consumer's report</title>"), "the page has the shipped template around it");
+  expect(contains(html, "<title>A consumer's report</title>"), "the page uses the shipped template");
   expect(contains(html,
                   "<h1>Summary</h1><table class=\"table table-hover table-bordered\">"
                   "<tr><td>Name</td><td>Gr\xC3\xBC\xC3\x9F"
@@ -96,12 +94,12 @@ void checkReports() {
 void checkTemplates() {
   MultiReport report;
   std::wstring path;
-  expect(report.MakeTemplateName(path, L"default.htm") == 1, "the template folder stands beside the library");
-  expect(std::filesystem::is_regular_file(asPath(path)), "the template's path leads to a file");
+  expect(report.MakeTemplateName(path, L"default.htm") == 1, "the template folder is beside the library");
+  expect(std::filesystem::is_regular_file(asPath(path)), "the template's path is that of a file");
 }
 
 void checkVersion() {
-  expect(std::string_view(SCRIVALEN_VERSION) == EXPECTED_VERSION, "the headers tell the package's version");
+  expect(std::string_view(SCRIVALEN_VERSION) == EXPECTED_VERSION, "the headers have the package's version");
 }
 
 }  // namespace
