@@ -14,7 +14,7 @@ includes() {
     src include apps
 }
 
-# A folder of more files than that is one to divide.
+# A folder with more files than this should be divided.
 most_files=24
 crowded="$(find src include apps -type f | sed 's|/[^/]*$||' | sort | uniq -c | awk -v most="$most_files" '$1 > most')"
 if [ -n "$crowded" ]; then
