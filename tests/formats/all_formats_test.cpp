@@ -239,7 +239,7 @@ class AllFormats : public testing::TestWithParam<unsigned> {};
 
 }  // namespace
 
-TEST_P(AllFormats, GiveTheSameFilesTogetherAsAlone) {
+TEST_P(AllFormats, WriteTheSameFilesTogetherAsAlone) {
   const FixedClock clock(kNow);
   const CapturedLog log;
   const NoBoxes boxes;

@@ -133,7 +133,7 @@ TEST(TextReportOptions, SetBeforeOpenApplyToEveryFile) {
   }
 }
 
-TEST(TextReportOptions, TakeASeparatorUpToItsNul) {
+TEST(TextReportOptions, UseASeparatorUpToItsNul) {
   const TemporaryFolder folder;
   TextReport report;
   report.SetReportOption(OPTION_SINGLE_BYTE_TEXT, 1);
@@ -262,7 +262,7 @@ TEST(HtmlReportAssignment, CopiesTheTail) {
   EXPECT_EQ(bytesOf(folder / L"a.html"), "headtail");
 }
 
-TEST(HtmlReportAssignment, CopiesWhetherTheFileIsTheHosts) {
+TEST(HtmlReportAssignment, CopiesTheOwnershipOfTheFile) {
   MemoryFile file;
   ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);

@@ -136,7 +136,7 @@ TEST_P(MultiReportFileChild, ThatFailsToOpenAGivenFileLeavesTheErrorTextUnchange
   report.Clear();
 }
 
-TEST_P(MultiReportFileChild, ThatIsOpenKeepsLaterOnesFromTheFilePassedToOpen) {
+TEST_P(MultiReportFileChild, ThatIsOpenPreventsLaterOnesFromOpeningTheGivenFile) {
   MultiReport report;
   add(report);
   EXPECT_EQ(report.Open(), REPORT_OK);

@@ -198,7 +198,7 @@ TEST(MultiReportAddProperty, ReachesEveryChildAddedSoFarButNotItself) {
   EXPECT_EQ(bytesOf(folder / L"c.html").find("<title>"), std::string::npos);
 }
 
-TEST(MultiReportSetStyles, KeepsNoStylesOfItsOwn) {
+TEST(MultiReportSetStyles, StoresNoStylesItself) {
   const TemporaryFolder folder;
   MultiReport report;
   report.SetStyles(L"cell { color: red }");

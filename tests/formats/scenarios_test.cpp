@@ -73,8 +73,8 @@ constexpr Format kFormats[] = {{"text", "txt", FORMAT_TEXT, &writtenAlone<TextRe
                                {"pdf", "pdf", FORMAT_PDF, &writtenAlone<PDFReport>, &unchanged},
                                {"excel", "txt", FORMAT_EXCEL, &writtenAlone<ExcelReport>, &asCells}};
 
-// Only PDF always has a conforming document of its own; RTF has one for texts to escape or links. The classic documents
-// of the others conform.
+// A conforming PDF always differs from the classic one, an RTF only when it has characters to escape or links; the
+// other formats never differ.
 bool differsWhenConforming(const Format& format, const Scenario& scenario) {
   const std::string_view name = scenario.name;
   return format.format == FORMAT_PDF ||

@@ -236,7 +236,7 @@ TEST(CompiledHelp, HoldsTopicsWithOddNames) {
   EXPECT_EQ(help.leftovers(), 1u);
 }
 
-TEST(CompiledHelp, GivesNamesThatCannotBeginAProjectLineTheirFolder) {
+TEST(CompiledHelp, PrefixesTheFolderToNamesThatCannotBeginAProjectLine) {
   Help help;
   EXPECT_EQ(help.open(), REPORT_OK);
   for (const wchar_t* name : {L";a.htm", L" b.htm", L"[FILES]", L"=d.htm", L"\x01x.htm", L"c.htm"}) {
@@ -253,7 +253,7 @@ TEST(CompiledHelp, GivesNamesThatCannotBeginAProjectLineTheirFolder) {
   EXPECT_EQ(setting(files, kDefaultTopicEntry), "topics/;a.htm");
 }
 
-TEST(CompiledHelp, GivesNamesOfItsInternalFilesTheirFolder) {
+TEST(CompiledHelp, PrefixesTheFolderToNamesOfItsInternalFiles) {
   for (const wchar_t* name : {L"#SYSTEM", L"#strings", L"$FIftiMain", L"::DataSpace"}) {
     Help help;
     EXPECT_EQ(help.open(), REPORT_OK);

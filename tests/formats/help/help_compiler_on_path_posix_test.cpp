@@ -95,7 +95,7 @@ TEST(HelpCompilerOnThePath, DoesNotInheritTheReportsOwnFiles) {
   EXPECT_EQ(bytesOf(folder / L"help.chm").find(scrivalen::ToUtf8(folder / L"open")), std::string::npos);
 }
 
-TEST(HelpCompilerOnThePath, MayMoveTheFolderThatAnEarlierHelpFileBelongsIn) {
+TEST(HelpCompilerOnThePath, MayMoveTheFolderOfAnEarlierHelpFile) {
   const CapturedLog log;
   const TemporaryFolder folder;
   const std::wstring prefix = folder / L"topics/";

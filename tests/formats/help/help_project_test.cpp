@@ -139,7 +139,7 @@ TEST(HelpProject, WritesTheOtherCharactersOfATitleUnchanged) {
             "</OBJECT>");
 }
 
-TEST(HelpProject, GivesAHeadingNoFile) {
+TEST(HelpProject, WritesAHeadingWithoutAFile) {
   CCHM help;
   help.topics.push_back({1, L"Chapter", L"never.htm", 1});
   EXPECT_EQ(entriesOf(help), "<LI><OBJECT type=\"text/sitemap\"><param name=\"Name\" value=\"Chapter\">\r\n</OBJECT>");

@@ -333,7 +333,7 @@ TEST(HtmlReport, ReplacesControlCharactersInEscapedText) {
             "c");
 }
 
-TEST(HtmlReport, WritesLongTextsWhole) {
+TEST(HtmlReport, WritesLongTextsInFull) {
   EXPECT_TRUE(areSameBytes(std::string(100000, 'x'), writtenText(longText(100000), PARAGRAPH_NONE, 0)));
   std::string escaped;
   for (int i = 0; i < 100000; ++i) {
@@ -699,7 +699,7 @@ TEST(HtmlReportOnAHostsFile, ReplacesAnOpenFileWithoutLosingItsBytes) {
   EXPECT_EQ(bytesOf(folder / L"b.html"), "</body></html>\n");
 }
 
-TEST(HtmlReportOnAHostsFile, WritesLongReportsWhole) {
+TEST(HtmlReportOnAHostsFile, WritesLongReportsInFull) {
   MemoryFile file;
   ExposedReport report;
   EXPECT_EQ(report.Open(&file), REPORT_OK);

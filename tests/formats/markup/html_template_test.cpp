@@ -71,7 +71,7 @@ TEST(HtmlTemplate, IsWrittenUpToTheBodyAtOpenAndAfterItAtClose) {
   EXPECT_EQ(bytesOf(folder / L"a.html"), "xB");
 }
 
-TEST(HtmlTemplate, WithoutABodyIsWrittenWholeBeforeTheReportsText) {
+TEST(HtmlTemplate, WithoutABodyIsWrittenInFullBeforeTheReportsText) {
   EXPECT_EQ(filledIn("<body>%BODY"), "<body>%BODY[body]</body></html>\n");
   EXPECT_EQ(filledIn("<body>%Body%"), "<body>%Body%[body]</body></html>\n");
 }
@@ -138,7 +138,7 @@ TEST(HtmlTemplate, MayBeLongerThanAReadBuffer) {
   EXPECT_TRUE(areSameBytes(head + "[body]" + tail, filledIn(head + "%BODY%" + tail)));
 }
 
-TEST(HtmlTemplate, ShippedWithTheLibraryMakesAWholePage) {
+TEST(HtmlTemplate, ShippedWithTheLibraryMakesACompletePage) {
   const std::string shipped = bytesOf(templateFolder() + kPathSeparator + L"default.htm");
   const auto [beforeTitle, afterTitle] = cutAt(shipped, "%TITLE%");
   const auto [beforeBody, afterBody] = cutAt(afterTitle, "%BODY%");

@@ -360,7 +360,7 @@ TEST(XmlReport, StartsCountingLossesAnewForEachFile) {
   }
 }
 
-TEST(XmlReport, WritesLongTextsWhole) {
+TEST(XmlReport, WritesLongTextsInFull) {
   const std::string letters(100000, 'x');
   EXPECT_TRUE(areSameBytes(letters, writtenText(longText(100000), PARAGRAPH_NONE, 0)));
   EXPECT_TRUE(areSameBytes("<cell>" + letters + "</cell>", writtenCell(longText(100000))));

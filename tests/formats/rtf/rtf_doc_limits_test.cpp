@@ -56,7 +56,7 @@ TEST(RtfDocRows, ShadeAnyNumberOfCells) {
   }
 }
 
-TEST(RtfDocRows, WriteLargeCellNumbersWhole) {
+TEST(RtfDocRows, WriteLargeCellNumbersInFull) {
   const std::string row = written([](RTFdoc& doc) { doc.BeginRow(100, 2147483647); });
   EXPECT_NE(row.find("\\clcbpat2147483647\\cellx9000\\clbrdrt"), std::string::npos);
   EXPECT_NE(row.find("\\clcbpat2147483647\\cellx10000\\clbrdrt"), std::string::npos);
@@ -83,7 +83,7 @@ TEST(RtfDocLinks, MayHaveExactly4096Bytes) {
   EXPECT_TRUE(areSameBytes(expected, writtenOnDisk(link)));
 }
 
-TEST(RtfDocLinks, AreDroppedWholeAbove4096Bytes) {
+TEST(RtfDocLinks, AreDroppedEntirelyAbove4096Bytes) {
   const auto link = [](RTFdoc& doc) {
     doc.write(L"before", 0);
     doc.HyperLink(longText(4096 - kLinkWords - 3).c_str(), L"name");
@@ -135,7 +135,7 @@ TEST(RtfDocWrite, KeepsTheOrderOfItsFragmentsAcrossFullBuffers) {
   EXPECT_TRUE(areSameBytes(expected, written(texts)));
 }
 
-TEST(RtfDocWrite, CallsAFilesOwnWriteWhereAHostHasDerivedOne) {
+TEST(RtfDocWrite, CallsAnOverriddenWriteOfAReportFile) {
   struct Upper : ReportFile {
     void Write(const void* data, std::size_t size) override { bytes.append(static_cast<const char*>(data), size); }
     std::string bytes;
@@ -193,7 +193,7 @@ TEST(RtfDocCalls, AreNoneForADroppedOrEmptyText) {
             Calls{});
 }
 
-TEST(RtfDocFonts, WriteAnEntryOfExactly1024UnitsWhole) {
+TEST(RtfDocFonts, WriteAnEntryOfExactly1024UnitsInFull) {
   const auto font = [](std::size_t length) {
     return written([length](RTFdoc& doc) { doc.AddFont(1, longText(length).c_str(), RTFdoc::ITEM_INNER); });
   };
@@ -202,7 +202,7 @@ TEST(RtfDocFonts, WriteAnEntryOfExactly1024UnitsWhole) {
   EXPECT_EQ(font(1019), "{\\f1{" + std::string(1019, 'x'));
 }
 
-TEST(RtfDocStyles, WriteAnEntryOfExactly1024UnitsWhole) {
+TEST(RtfDocStyles, WriteAnEntryOfExactly1024UnitsInFull) {
   const auto style = [](std::size_t length) {
     return written([length](RTFdoc& doc) {
       doc.AddStyle(1, longText(length).c_str(), nullptr, 20, 1, L"\\qc", RTFdoc::ITEM_INNER);
@@ -219,7 +219,7 @@ TEST(RtfDocStyles, AreTruncatedInsideTheirName) {
             "{\\s1\\fs20" + std::string(500, 'x') + "{" + std::string(514, 'x') + "}\r\n{");
 }
 
-TEST(RtfDocLinks, WriteABookmarkOfExactly1024UnitsWhole) {
+TEST(RtfDocLinks, WriteABookmarkOfExactly1024UnitsInFull) {
   const auto bookmark = [](std::size_t length) {
     return written([length](RTFdoc& doc) { doc.BookMark(longText(length).c_str()); });
   };

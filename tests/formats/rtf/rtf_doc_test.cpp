@@ -101,7 +101,7 @@ TEST(RtfDoc, TruncatesTheTitlesFragmentAt1024Units) {
   EXPECT_TRUE(file.bytes.starts_with(front + std::string(1024 - front.size(), 'x') + "{\\colortbl;"));
 }
 
-TEST(RtfDoc, WritesATitlesFragmentOfExactly1024UnitsWhole) {
+TEST(RtfDoc, WritesATitlesFragmentOfExactly1024UnitsInFull) {
   MemoryFile file;
   RTFdoc doc;
   const std::string front = "{\\rtf\\ansi{\\info{\\title ";

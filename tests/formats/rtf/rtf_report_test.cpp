@@ -293,7 +293,7 @@ TEST(ConformingRtfReport, LinksToOutsideAddresses) {
             "{\\fldrslt {\\ul \\cf2 \\{See\\}\\cf0 \\ul0 }}}\n");
 }
 
-TEST(ConformingRtfReport, DoesNotTakeADriveLetterForAScheme) {
+TEST(ConformingRtfReport, DoesNotMistakeADriveLetterForAScheme) {
   EXPECT_EQ(body([](RTFReport& r) { r.Link(L"x", L"C:name"); }, 1), hyperLink("x", "C:name"));
 }
 

@@ -149,7 +149,7 @@ TEST(TextReport, EscapesNothing) {
             "\"q\" 'a' <b> & 100% %s %n {\\}\ttab\nline\r\n");
 }
 
-TEST(TextReport, WritesLongTextsWhole) {
+TEST(TextReport, WritesLongTextsInFull) {
   EXPECT_TRUE(areSameBytes(std::string(100000, 'x'), writtenText(longText(100000))));
   std::string wide = "\xFF\xFE";
   for (int i = 0; i < 100000; ++i) {

@@ -106,7 +106,7 @@ std::string nameOf(const testing::TestParamInfo<ExcelReportWithoutMemory::ParamT
 
 }  // namespace
 
-TEST_P(ExcelReportWithoutMemory, IsWholeOrReportsWhyNot) {
+TEST_P(ExcelReportWithoutMemory, IsCompleteOrReportsWhyNot) {
   expectGood(attempt(0));
   std::size_t nth = 1;
   for (bool hasFailed = true; hasFailed && !HasFailure(); ++nth) {

@@ -66,7 +66,7 @@ TEST(ExcelText, EscapesWhatLooksLikeAnEscape) {
   EXPECT_EQ(written(L"\u00E9_x0041_"), "\xC3\xA9_x005F_x0041_");
 }
 
-TEST(ExcelText, EscapesWhatTheNextControlCharacterWouldCompleteToAnEscape) {
+TEST(ExcelText, EscapesTextThatAControlCharacterWouldTurnIntoAnEscape) {
   EXPECT_EQ(written(L"_x0041\x01"), "_x005F_x0041\x01");
   EXPECT_EQ(written(L"_x0041\n"), "_x0041\n");
 }

@@ -139,11 +139,11 @@ TEST(ExcelWriterOnAFullDisk, LogsTheReasonAtTheRowThatDoesNotFit) {
             "begun, told, not whole, with the reason, in one line, 0 files left");
 }
 
-TEST(ExcelWriterOnAFullDisk, LeavesAWholeWorkbookOrNone) {
+TEST(ExcelWriterOnAFullDisk, LeavesACompleteWorkbookOrNone) {
   EXPECT_EQ(problemsOnDisks(100, 420, &writeDifferentRows, kRows, false), "");
 }
 
-TEST(ExcelWriterOnAFullDisk, LeavesAWholeWorkbookOrTheEarlierFile) {
+TEST(ExcelWriterOnAFullDisk, LeavesACompleteWorkbookOrTheEarlierFile) {
   EXPECT_EQ(problemsOnDisks(100, 420, &writeDifferentRows, kRows, true), "");
 }
 

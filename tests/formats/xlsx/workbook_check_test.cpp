@@ -22,7 +22,7 @@ std::wstring defectOfPart(const std::string& xml) { return defect({{"part.xml", 
 
 }  // namespace
 
-TEST(WorkbookCheck, FindsNothingInAWholeWorkbook) {
+TEST(WorkbookCheck, FindsNothingWrongInACompleteWorkbook) {
   EXPECT_EQ(defect({{"xl/worksheets/sheet1.xml", "12345"},
                     {"xl/worksheets/sheet2.xml", "1234567"},
                     {"xl/workbook.xml", kXml + "<workbook a=\"b\"><x/></workbook>"},

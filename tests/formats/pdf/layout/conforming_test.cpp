@@ -375,12 +375,12 @@ TEST(ConformingLink, LeadsToABookmarkWhenANumberSignIsBeforeTheScheme) {
   EXPECT_EQ(pdf.bytes.find("/URI"), std::string::npos);
 }
 
-TEST(ConformingLink, DoesNotTakeADriveForAScheme) {
+TEST(ConformingLink, DoesNotMistakeADriveForAScheme) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) { doc.HyperLink(L"go", L"C:\\a.txt"); });
   EXPECT_EQ(pdf.bytes.find("/Annot"), std::string::npos);
 }
 
-TEST(ClassicLink, TakesAnAddressForABookmark) {
+TEST(ClassicLink, TreatsAnAddressAsABookmark) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"https://example.com");
     doc.BookMark(L"https://example.com");

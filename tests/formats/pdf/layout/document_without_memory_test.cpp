@@ -139,7 +139,7 @@ std::string nameOf(const testing::TestParamInfo<DocumentWithoutMemory::ParamType
 
 }  // namespace
 
-TEST_P(DocumentWithoutMemory, IsWholeOrReportsWhyNot) {
+TEST_P(DocumentWithoutMemory, IsCompleteOrReportsWhyNot) {
   EXPECT_TRUE(good.ends_with("%%EOF"));
   EXPECT_EQ(PdfStructure(good, conforming != 0).problems(), Problems());
   EXPECT_EQ(countOf("/Type /Page\r\n", good), 2u);

@@ -772,7 +772,7 @@ TEST(PdfDocPages, LeaveTheLastOneCurrent) {
 
 TEST(PdfDocPages, IgnoreCallsOnceGenerated) {
   const FixedClock clock(0);
-  const auto bytesOfDocument = [](bool goesOn, int conforming) {
+  const auto bytesOfDocument = [](bool continues, int conforming) {
     DiskFile disk;
     OpenSteps doc;
     doc.SetConforming(conforming);
@@ -782,7 +782,7 @@ TEST(PdfDocPages, IgnoreCallsOnceGenerated) {
     doc.BoldOn();
     paragraph(doc, L"a");
     doc.GeneratePages();
-    if (goesOn) {
+    if (continues) {
       doc.AddFont(2, PDF_COURIER);
       doc.write(L"lost");
       doc.HyperLink(L"lost", L"b");

@@ -771,11 +771,11 @@ TEST(PdfReportOptions, SetLandscapeForEveryNonZeroValue) {
 
 TEST(PdfReportOptions, TakeEffectAtTheNextOpen) {
   PDFReport report;
-  const auto sideways = [](PDFReport& r) { r.SetReportOption(OPTION_LANDSCAPE, 1); };
-  const auto upright = [](PDFReport& r) { r.SetReportOption(OPTION_LANDSCAPE, 0); };
-  EXPECT_EQ(pdfOf(report, sideways).content(1), "BT\n50 810 Td\nET\n");
-  EXPECT_EQ(pdfOf(report, upright).content(1), "BT\n50 565 Td\nET\n");
-  EXPECT_EQ(pdfOf(report, upright).content(1), "BT\n50 810 Td\nET\n");
+  const auto landscape = [](PDFReport& r) { r.SetReportOption(OPTION_LANDSCAPE, 1); };
+  const auto portrait = [](PDFReport& r) { r.SetReportOption(OPTION_LANDSCAPE, 0); };
+  EXPECT_EQ(pdfOf(report, landscape).content(1), "BT\n50 810 Td\nET\n");
+  EXPECT_EQ(pdfOf(report, portrait).content(1), "BT\n50 565 Td\nET\n");
+  EXPECT_EQ(pdfOf(report, portrait).content(1), "BT\n50 810 Td\nET\n");
 }
 
 TEST(PdfReportOptions, OfTheFormTakeEffectAtTheNextOpen) {
@@ -845,7 +845,7 @@ TEST(PdfReportLoss, IsLoggedInOneLine) {
       std::vector<std::wstring>{L"a.pdf': 3 characters could not be written as they were given, the first is U+4E2D."});
 }
 
-TEST(PdfReportLoss, OfAConformingReportIsOnlyOutsideWinAnsi) {
+TEST(PdfReportLoss, OfAConformingReportCountsOnlyCharactersOutsideWinAnsi) {
   EXPECT_EQ(logOf(
                 [](PDFReport& r) {
                   writeBody(r, L"\u20AC \u2192");

@@ -129,7 +129,7 @@ std::string nameOf(const testing::TestParamInfo<PdfReportWithoutMemory::ParamTyp
 
 }  // namespace
 
-TEST_P(PdfReportWithoutMemory, IsWholeOrReportsWhyNot) {
+TEST_P(PdfReportWithoutMemory, IsCompleteOrReportsWhyNot) {
   EXPECT_EQ(PdfStructure(good, conforming != 0).problems(), std::vector<std::string>());
   EXPECT_EQ(PdfStructure(good, conforming != 0).pageCount(), 2u);
   runOutOfMemory([this](std::size_t nth) {

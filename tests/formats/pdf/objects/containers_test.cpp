@@ -171,7 +171,7 @@ TEST(PdfArray, OwnsItsElements) {
   EXPECT_EQ(deleted, 2);
 }
 
-TEST(PdfDictionary, IsMarkedAsOneAndDirect) {
+TEST(PdfDictionary, HasTheDictionaryFlagAndIsDirect) {
   const CPDFDictionary dictionary;
   EXPECT_TRUE(dictionary.dictionaryFlag);
   EXPECT_EQ(dictionary.objectNumber, 0u);

@@ -93,7 +93,7 @@ TEST(PdfFileBeyondTenDigits, ReportsThatItIsTooLarge) {
   EXPECT_EQ(file.pdf.writeError(), L"A PDF cannot be larger than 10 gigabytes");
 }
 
-TEST(PdfFileOfTenDigits, IsWhole) {
+TEST(PdfFileOfTenDigits, IsComplete) {
   FileOnDisk file;
   EXPECT_EQ(::lseek(descriptor(file.handle), 9999990000, SEEK_SET), 9999990000);
   fillSample(file.pdf);

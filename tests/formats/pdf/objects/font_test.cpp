@@ -70,7 +70,7 @@ TEST(PdfFont, TakesTheNextNumberAndHasItsType) {
   EXPECT_EQ(made.entries.size(), 1u);
 }
 
-TEST(PdfFont, HasNothingSetAtFirst) {
+TEST(PdfFont, HasNothingSetByDefault) {
   std::uint32_t next = 1;
   const CPDFFont made(next);
   EXPECT_EQ(made.subtype, 0);

@@ -28,7 +28,7 @@ TEST(PdfMemBlock, IsEmptyAtFirst) {
   EXPECT_FALSE(block.isConforming());
 }
 
-TEST(PdfMemBlock, KnowsTheFormItIsFor) { EXPECT_TRUE(CPDFMemBlock(Form::Conforming).isConforming()); }
+TEST(PdfMemBlock, HasTheGivenForm) { EXPECT_TRUE(CPDFMemBlock(Form::Conforming).isConforming()); }
 
 TEST(PdfMemBlock, GrowsByTwiceTheMissingBytes) {
   CPDFMemBlock block;

@@ -133,14 +133,14 @@ TEST(PdfConformingName, KeepsRegularCharacters) {
 // PDF 1.4, 3.2.4: a name has any character but the null.
 TEST(PdfConformingName, DropsNullCharacters) { EXPECT_EQ(name(u"a\u0100b", Form::Conforming), "/ab"); }
 
-TEST(PdfNumber, IsAWholeZeroAtFirst) {
+TEST(PdfNumber, IsAnIntegerZeroByDefault) {
   const CPDFNumber number;
   EXPECT_TRUE(number.isInteger);
   EXPECT_EQ(number.intValue, 0);
   EXPECT_EQ(number.realValue, 0.0);
 }
 
-TEST(PdfNumber, WritesWholeNumbersWithoutBlanksOrZeros) {
+TEST(PdfNumber, WritesIntegersWithoutBlanksOrZeros) {
   EXPECT_EQ(integer(0), "0");
   EXPECT_EQ(integer(-1), "-1");
   EXPECT_EQ(integer(1000000), "1000000");
@@ -155,7 +155,7 @@ TEST(PdfNumber, WritesRealNumbersTenCharactersWide) {
   EXPECT_EQ(real(1234567.891), "1234567.89");
 }
 
-TEST(PdfNumber, WritesWiderRealNumbersWhole) {
+TEST(PdfNumber, WritesWiderRealNumbersInFull) {
   EXPECT_EQ(real(12345678.9), "12345678.90");
   EXPECT_EQ(real(-12345678.9), "-12345678.90");
 }
@@ -198,7 +198,7 @@ TEST(PdfNumber, IgnoresTheLocale) {
   EXPECT_EQ(date(kMorning), "(D20200112093005Z)");
 }
 
-TEST(PdfNumberCopy, KeepsAWholeNumber) {
+TEST(PdfNumberCopy, KeepsAnInteger) {
   const CPDFNumber number(7);
   CPDFNumber copy(number);
   EXPECT_EQ(copy.intValue, 7);
@@ -207,7 +207,7 @@ TEST(PdfNumberCopy, KeepsAWholeNumber) {
   EXPECT_EQ(written(copy), "7");
 }
 
-TEST(PdfNumberCopy, TreatsTheWholeNumberAsUnsignedForItsRealValue) {
+TEST(PdfNumberCopy, TreatsAnIntegerAsUnsignedForItsRealValue) {
   const CPDFNumber number(-1);
   CPDFNumber copy(number);
   EXPECT_EQ(copy.realValue, 4294967295.0);
@@ -228,7 +228,7 @@ TEST(PdfNumberCopy, OfARealNumberIsTruncatedToAnInteger) {
   EXPECT_EQ(written(negative), "-2");
 }
 
-TEST(PdfNumberCopy, OfARealNumberIgnoresItsWholeValue) {
+TEST(PdfNumberCopy, OfARealNumberIgnoresItsIntegerValue) {
   CPDFNumber number(99);
   setReal(number, 3.5);
   EXPECT_EQ(CPDFNumber(number).intValue, 3);
