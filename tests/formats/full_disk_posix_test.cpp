@@ -29,7 +29,7 @@ void writeMuch(AReport& report) {
 
 }  // namespace
 
-TYPED_TEST(OnAFullDisk, CloseReturnsTheReasonAndLogsOneLine) {
+TYPED_TEST(OnAFullDisk, CloseReportsTheReasonAndLogsOneLine) {
   const CapturedLog log;
   TypeParam report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -144,7 +144,7 @@ TEST(MultiReportOnAFullDisk, LogsALineForEachChildThatFails) {
   EXPECT_EQ(log.lines(), (std::vector<std::wstring>{kReason, kReason, kReason, kReason, kReason}));
 }
 
-TEST(RtfReportOnAFullDisk, ReportsDroppedTextsAndTheDisk) {
+TEST(RtfReportOnAFullDisk, ReportsItAndDroppedTexts) {
   const CapturedLog log;
   RTFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);

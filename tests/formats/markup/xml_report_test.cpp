@@ -457,7 +457,7 @@ TEST(ConformingXmlReport, LeavesValidNamesUnchanged) {
             element("\xC3\x89t\xC3\xA9\xC2\xB7\xE4\xB8\xAD\xCC\x81"));
 }
 
-TEST(ConformingXmlReport, ReplacesInvalidNameCharactersByUnderscores) {
+TEST(ConformingXmlReport, ReplacesInvalidNameCharactersWithUnderscores) {
   EXPECT_EQ(conformingTable(L"my table"), element("my_table"));
   EXPECT_EQ(conformingTable(L"a<b>&\"c'/d=\n"), element("a_b___c__d__"));
   EXPECT_EQ(conformingTable(L"\u00D7a\u00F7\u037E"), element("_a__"));

@@ -113,7 +113,7 @@ TEST(CharWidthsTest, AreTruncatedAfterAHalfIsAdded) {
   EXPECT_EQ(widths.of('|'), 3);
 }
 
-TEST(CharWidthsTest, AreTruncatedTowardsZeroBelowZero) {
+TEST(CharWidthsTest, AreTruncatedTowardsZeroWhenNegative) {
   // -5.97: x -6.25 + 0.5 is -5.75, i -3.47 + 0.5 is -2.97, | -2.50 + 0.5 is -2.0015.
   const CharWidths widths(static_cast<float>(-12 / 2.01));
   EXPECT_EQ(widths.of('x'), -5);
@@ -354,7 +354,7 @@ TEST(LineBreaking, FitsNothingOfSizeZeroInAColumnWithoutWidth) {
   EXPECT_EQ(linesInColumn(600, L"", 0), Texts{""});
 }
 
-TEST(LineBreaking, FitsEverythingOfNegativeSizeAndGoesUp) {
+TEST(LineBreaking, FitsEverythingOfNegativeSizeAndGrowsUpward) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.FontSize(-12);
     paragraph(doc, (wideXs(300) + L"\ny").c_str());

@@ -322,7 +322,7 @@ TEST(PdfDocWrite, AppendsToTheCurrentItem) {
   EXPECT_EQ(pdf.texts(1), (std::vector<std::string>{"ab", "c"}));
 }
 
-TEST(PdfDocWrite, DoesNothingWithoutAnItemThatTakesText) {
+TEST(PdfDocWrite, DoesNothingWithoutAnItemThatAcceptsText) {
   const MadePdf pdf = madeInTimes([](CPDFdoc& doc) {
     doc.write(L"nothing is current");
     doc.BeginTable();

@@ -26,7 +26,7 @@ void writeMuch(AReport& report) {
 
 }  // namespace
 
-TEST(PdfReportOnAFullDisk, ReportsTheDiskAtCloseAndNotBefore) {
+TEST(PdfReportOnAFullDisk, ReportsItAtCloseAndNotBefore) {
   const CapturedLog log;
   PDFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -37,7 +37,7 @@ TEST(PdfReportOnAFullDisk, ReportsTheDiskAtCloseAndNotBefore) {
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{kReason});
 }
 
-TEST(PdfReportOnAFullDisk, ReportsTheDiskEvenForAnEmptyDocument) {
+TEST(PdfReportOnAFullDisk, ReportsItEvenForAnEmptyDocument) {
   const CapturedLog log;
   PDFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
@@ -46,7 +46,7 @@ TEST(PdfReportOnAFullDisk, ReportsTheDiskEvenForAnEmptyDocument) {
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{kReason});
 }
 
-TEST(PdfReportOnAFullDisk, ReportsLostCharactersAndTheDisk) {
+TEST(PdfReportOnAFullDisk, ReportsItAndLostCharacters) {
   const CapturedLog log;
   PDFReport report;
   EXPECT_EQ(report.Open(kFull), REPORT_OK);
