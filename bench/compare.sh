@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Compares whole processes in turn, so that a machine that gets slower or faster meanwhile does so for both, and prints
-# medians beside the limits. Ends with 1 when a limit is passed.
+# Compares whole processes in turn, so that changes in the machine's speed affect both sides, and prints medians beside
+# the limits. Exits with 1 when a limit is exceeded.
 #
-#   bench/compare.sh             both of what follows; Markdown only where cmark and the command are there
-#   bench/compare.sh ledger      the library against writers by hand, scaling, memory
+#   bench/compare.sh             everything below; Markdown only if cmark and the command exist
+#   bench/compare.sh ledger      the library against handwritten writers, scaling, memory
 #   bench/compare.sh pdf         PDF against libharu
 #   bench/compare.sh xlsx        spreadsheets against libxlsxwriter
 #   bench/compare.sh markdown    the command against cmark
 #
-# BUILD is the build folder (build/linux), RUNS how often each side runs (11), TMPDIR where the files go.
-# shellcheck disable=SC2317  # the functions that are measured are called by name
+# BUILD is the build folder (build/linux), RUNS the number of runs per side (11), TMPDIR the folder of the files.
+# shellcheck disable=SC2317  # the measured functions are called by name
 set -euo pipefail
 shopt -s inherit_errexit
 export LC_ALL=C
@@ -31,7 +31,7 @@ fail() {
   exit 1
 }
 
-# The median of each column, each column of the input sorted by itself.
+# The median of each column of the input.
 medians() {
   local columns column file="$work/columns"
   cat >"$file"
@@ -54,8 +54,8 @@ verdict() {
   printf '%-36s %12s %12s %8.3f %8s  %s\n' "$1" "$2" "$3" "$4" "$5" "$word"
 }
 
-# cpu FORMAT WRITER ROWS [FILE]: the cpu seconds of a process that writes the ledger. The files are new ones each time,
-# so that no process pays for the end of another's.
+# cpu FORMAT WRITER ROWS [FILE]: the cpu seconds of a process that writes the ledger. The files are new each time, so
+# that no process pays for truncating another's.
 cpu() {
   run_ledger "$@" | cut -d ' ' -f 1
 }
@@ -72,8 +72,8 @@ require_same_bytes() {
   cmp "$work/a" "$work/b" >&2 || fail "$format: the two writers write different bytes, so there is nothing to compare"
 }
 
-# pairs A B: runs two functions that print seconds in turn. The medians of both and of their ratio are then in seconds,
-# other and ratio.
+# pairs A B: runs two functions that print seconds in turn. Sets seconds, other and ratio to the medians of both and of
+# their ratio.
 pairs() {
   local run a b
   for ((run = 0; run < runs; ++run)); do
@@ -91,7 +91,7 @@ against_handwritten() {
   verdict "$format, $writer" "$seconds" "$other" "$ratio" "$limit"
 }
 
-# The passes leave three files, as one pass does.
+# The passes leave three files, like the single pass.
 three_passes() {
   local format
   rm -f "$work"/ledger*
@@ -105,7 +105,7 @@ at_once() {
   verdict "three formats" "$seconds" "$other" "$ratio" 0.80
 }
 
-# row_cost FORMAT WRITER ROWS [FILE]: the cpu microseconds of a row, whatever their number.
+# row_cost FORMAT WRITER ROWS [FILE]: the cpu microseconds per row.
 row_cost() {
   cpu "$@" | awk -v rows="$3" '{printf "%.6f\n", $1 / rows * 1e6}'
 }
@@ -117,7 +117,7 @@ scaling() {
   verdict "$format, $writer${file:+, $file}" "$seconds" "$other" "$ratio" 1.05
 }
 
-# A process starts with the peak of the one that started it: it is a small shell's, below what is measured here.
+# A process inherits the peak of its parent, here a small shell, whose peak is below the values measured.
 peak() {
   local run
   for ((run = 0; run < 5; ++run)); do
@@ -160,7 +160,7 @@ compare_pdf() {
   head_line "cpu seconds, PDF" library libharu ratio limit
   against_haru 10000 0.33
   against_haru 100000 0.33
-  # A million rows are a gigabyte; see above.
+  # A million rows are a gigabyte; see compare_ledger.
   against_haru 1000000 0.25 /dev/null
   pairs "cpu prose library 1000" "cpu prose haru 1000"
   verdict "1,000 sections of prose" "$seconds" "$other" "$ratio" 0.40
@@ -175,7 +175,7 @@ compare_pdf() {
   peak_against_haru 1000000
 }
 
-# peak_over_xlsxwriter ROWS: how many MiB more the library needs.
+# peak_over_xlsxwriter ROWS: the MiB that the library needs beyond libxlsxwriter.
 peak_over_xlsxwriter() {
   local rows=$1 own other
   own="$(peak xlsx library "$rows")"
@@ -217,8 +217,8 @@ compare_ledger() {
   scaling text library
   scaling html library
   scaling xml library
-  # A million rows of RTF are 1.1 GB. What the system's cache takes for a file of that size doubles from one run to the
-  # next, whoever writes it; the growth of the writer's own cost would not be seen.
+  # A million rows of RTF are 1.1 GB. The cost of the system's cache for a file of that size doubles from one run to the
+  # next, with any writer, and would hide the growth of the writer's own cost.
   scaling rtf library /dev/null
   scaling rtf document /dev/null
   head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
@@ -230,7 +230,7 @@ compare_ledger() {
   memory all common
 }
 
-# make_markdown BYTES: what both programs know, so CommonMark without tables and without markup of its own.
+# make_markdown BYTES: text that both programs support, so CommonMark without tables and raw markup.
 make_markdown() {
   awk -v wanted="$1" 'BEGIN {
     for (section = 1; size < wanted; ++section) {

@@ -11,7 +11,7 @@ namespace scrivalen::bench {
 namespace {
 
 constexpr std::size_t kBufferSize = 65536;
-constexpr std::size_t kCellSize = 4096;  // bytes of a cell that are collected before they are written
+constexpr std::size_t kCellSize = 4096;  // bytes of a cell collected before they are written
 constexpr std::size_t kLongest = 6;      // bytes of the longest escape
 
 void put(const char* text, std::FILE* out) { std::fputs(text, out); }
@@ -62,7 +62,7 @@ struct XmlEscaper {
   }
 };
 
-// The ledger has no other letters; a report with the typographic signs of the code page would have a table for them.
+// The ledger has no other letters. A report with the typographic signs of the code page would need a table for them.
 struct RtfEncoder {
   static char* put(wchar_t c, char* out) {
     const auto number = static_cast<char32_t>(c);

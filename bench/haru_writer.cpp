@@ -1,5 +1,5 @@
-// Draws what the library's PDF report draws with libharu, as a program would that uses it: words are measured with its
-// own metrics to find the lines, a cell is filled, stroked and written into. The pages are not compressed.
+// Draws the library's PDF report with libharu, as a program that uses it would: words are measured with its metrics to
+// break the lines, and a cell is filled, stroked and written into. The pages are not compressed.
 #include "ledger.h"
 #include "prose.h"
 #include "writers.h"
@@ -32,7 +32,7 @@ void raise(HPDF_STATUS error, HPDF_STATUS, void*) {
   throw std::runtime_error("libharu: error " + std::to_string(error));
 }
 
-/// The ledger and the prose have no letters that WinAnsi has elsewhere than Latin-1.
+/// The ledger and the prose have only letters with the same code in WinAnsi and Latin-1.
 std::string narrow(std::wstring_view text) {
   std::string bytes(text.size(), '\0');
   std::transform(text.begin(), text.end(), bytes.begin(), [](wchar_t c) { return static_cast<char>(c); });
@@ -91,7 +91,7 @@ class HaruDocument {
     y_ = kTop;
   }
 
-  // How many characters of a text go onto its next line.
+  // The number of characters that fit on the next line.
   std::size_t fitting(const char* text, float width) {
     const HPDF_UINT count = HPDF_Page_MeasureText(page_, text, width, HPDF_TRUE, nullptr);
     return std::max<std::size_t>(count, 1);

@@ -34,7 +34,7 @@ static_assert(std::all_of(kRemarks.begin(), kRemarks.end(), [](auto text) { retu
 // Spreads the row's number over 32 bits, so that neighbouring rows differ in every column (Knuth's multiplier).
 constexpr std::uint32_t spread(std::uint32_t number) { return number * 2654435761u; }
 
-// Writes a number in front of `end` with at least `digits` digits.
+// Writes a number of at least `digits` digits that ends before `end`.
 wchar_t* putNumberBefore(wchar_t* end, std::uint32_t number, int digits) {
   for (; number > 0 || digits > 0; number /= 10, --digits) {
     *--end = static_cast<wchar_t>(L'0' + number % 10);
@@ -65,7 +65,7 @@ wchar_t* putDateBefore(wchar_t* end, std::chrono::sys_days day) {
 
 }  // namespace
 
-// The last character of a buffer is never written: it ends the text. The views of literals end with one too.
+// The last character of a buffer is never written: it is the terminating NUL. The views of literals have one too.
 const Row& Ledger::next() {
   const std::uint32_t bits = spread(++number_);
   row_ = {putNumberBefore(&id_.back(), number_, 1),

@@ -12,15 +12,15 @@ inline constexpr const wchar_t* kTitle = L"Ledger";
 /// The cells of one row: number, name, remark, amount, date, status.
 using Row = std::array<const wchar_t*, kColumns>;
 
-/// An invented ledger, the same for everyone who writes it. Numbers, amounts and dates are formatted row by row, as in
-/// a program that has them as numbers; the texts stand ready.
+/// An invented ledger, the same for every writer. Numbers, amounts and dates are formatted row by row, as in a program
+/// that stores them as numbers; the texts exist already.
 class Ledger {
  public:
   Ledger() = default;
   Ledger(const Ledger&) = delete;
   Ledger& operator=(const Ledger&) = delete;
 
-  /// The row behind the last one; valid until the next call.
+  /// The next row; valid until the next call.
   const Row& next();
 
  private:

@@ -21,7 +21,7 @@ constexpr REPORT_FORMAT reportFormat(Format format) {
 
 void writeWholeCell(AReport& report, const wchar_t* text) { report.Cell(text, 0, nullptr); }
 
-// An HTML cell that is written whole takes markup; this way its text is escaped, in every format.
+// Cell takes markup in HTML; this way the text is escaped in every format.
 void writeCellInParts(AReport& report, const wchar_t* text) {
   report.BeginCell(L"cell", 0, nullptr);
   report.Text(text, PARAGRAPH_NONE, nullptr, 0);

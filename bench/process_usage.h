@@ -4,7 +4,7 @@ namespace scrivalen::bench {
 
 struct ProcessUsage {
   double cpuSeconds;   // user and system, since the process started
-  long peakMemoryKiB;  // the most that was resident at a time
+  long peakMemoryKiB;  // the largest resident size
 };
 
 ProcessUsage processUsage();

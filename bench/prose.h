@@ -6,7 +6,7 @@ namespace scrivalen::bench {
 
 inline constexpr int kParagraphsOfASection = 20;
 
-/// Invented prose, the same for everyone who writes it: sections of 20 paragraphs of 600 characters each.
+/// Invented prose, the same for every writer: sections of 20 paragraphs of 600 characters each.
 class Prose {
  public:
   /// The heading of the next section. Valid until the next call.

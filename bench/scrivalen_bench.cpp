@@ -1,5 +1,5 @@
-// Measures the ledger through the library, in turn with what it is compared with: a handwritten writer of the same
-// bytes and, for all formats at once, one pass for each.
+// Measures the ledger through the library in turn with its alternative: a handwritten writer of the same bytes or, for
+// several formats at once, one pass for each.
 #include "process_usage.h"
 #include "same_bytes.h"
 #include "writers.h"
@@ -31,7 +31,7 @@ struct Comparison {
   long mostRows;
 };
 
-// With larger files, as with a million rows in several formats, the system's disk cache would be measured.
+// Larger files, such as a million rows in several formats, would measure the system's disk cache.
 constexpr long kMostRowsOfLargeFiles = 100000;
 constexpr long kMostRows = 1000000;
 
@@ -54,7 +54,7 @@ std::vector<Comparison> comparisons() {
   return all;
 }
 
-/// A folder for the files of one run, which goes away with them.
+/// A folder for the files of one run, removed with them.
 class WorkFolder {
  public:
   WorkFolder() : path_((std::filesystem::temp_directory_path() / "scrivalen_bench.XXXXXX").string()) {
@@ -75,7 +75,7 @@ class WorkFolder {
   std::string path_;
 };
 
-/// The cpu seconds of a call that answers why it failed.
+/// The cpu seconds of a call. Throws the text that the call returns when it fails.
 template <typename Write>
 double cpuSecondsOf(Write write) {
   const double start = processUsage().cpuSeconds;
@@ -93,7 +93,7 @@ double median(std::vector<double>& values) {
   return *middle;
 }
 
-/// Times one call and, in turn with it, outside the benchmark's time, what it is compared with.
+/// Times a call and, in turn with it but outside the benchmark's time, its alternative.
 template <typename Write, typename Other>
 void compare(benchmark::State& state, const char* counter, Write write, Other other) {
   std::vector<double> ratios;
@@ -133,7 +133,7 @@ void compareWithThreePasses(benchmark::State& state, const WorkFolder& folder) {
       [&] { return writeOneByOne(rows, other); });
 }
 
-/// A comparison with a writer by hand means nothing unless both sides write the same.
+/// A comparison with a handwritten writer is only valid if both write the same bytes.
 void requireSameBytes(const WorkFolder& folder) {
   constexpr long kRows = 1000;
   for (const Comparison& comparison : comparisons()) {

@@ -1,4 +1,4 @@
-// Writes the ledger once and tells what the whole process cost until then: cpu seconds and peak memory in KiB.
+// Writes the ledger once and prints the cost of the whole process so far: cpu seconds and peak memory in KiB.
 #include "process_usage.h"
 #include "writers.h"
 

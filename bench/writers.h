@@ -15,33 +15,33 @@ struct NamedFormat {
 inline constexpr NamedFormat kFormats[] = {{"text", Format::Text}, {"html", Format::Html}, {"xml", Format::Xml},
                                            {"rtf", Format::Rtf},   {"pdf", Format::Pdf},   {"xlsx", Format::Xlsx}};
 
-/// How many of them, from the first on, writeAllWithCommonCalls writes.
+/// The number of formats, from the first, that writeAllWithCommonCalls writes.
 inline constexpr std::size_t kFormatsAtOnce = 3;
 
-/// Writes the first rows of the ledger through the library, as a host does that wants this one format.
-/// @return why it failed; empty when it did not
+/// Writes the first rows of the ledger through the library, with the calls that suit the one format.
+/// @return the reason of a failure; empty on success
 std::string writeWithLibrary(Format format, long rows, const std::string& file);
 
-/// Writes the same bytes through RTFdoc, without a report in front of it.
+/// Writes the same bytes through RTFdoc, without a report.
 /// @param format  RTF: the only format with a document writer that hosts may call
 std::string writeWithDocument(Format format, long rows, const std::string& file);
 
-/// Does the same as writeWithLibrary with the calls that serve every format: a cell's text between its begin and its
-/// end. In XML this escapes quotation marks and every > too, elsewhere the bytes are the same.
+/// Does the same as writeWithLibrary with the calls that serve every format: a cell's text comes between BeginCell and
+/// EndCell. In XML this also escapes quotation marks and every >, elsewhere the bytes are the same.
 std::string writeWithCommonCalls(Format format, long rows, const std::string& file);
 
-/// Writes text, HTML and XML at once with those calls, into the file name with ".txt", ".html" and ".xml" behind it.
+/// Writes text, HTML and XML at once with those calls, to @p file with ".txt", ".html" and ".xml" appended.
 std::string writeAllWithCommonCalls(long rows, const std::string& file);
 
-/// Writes the same bytes as writeWithLibrary with nothing but buffered stdio: what a program would do for one format
-/// without the library. There is none for PDF, where libharu is the peer, and for xlsx, where libxlsxwriter is.
+/// Writes the same bytes as writeWithLibrary with only buffered stdio, as a program would for one format without the
+/// library. There is none for PDF and xlsx, which are compared with libharu and libxlsxwriter.
 std::string writeByHand(Format format, long rows, const std::string& file);
 
-/// Draws the same table as writeWithLibrary makes of PDF with libharu.
+/// Draws with libharu the table that writeWithLibrary draws as PDF.
 /// @param format  PDF
 std::string writeWithHaru(Format format, long rows, const std::string& file);
 
-/// Writes the same cells as writeWithLibrary makes of xlsx with libxlsxwriter.
+/// Writes with libxlsxwriter the cells that writeWithLibrary writes as xlsx.
 /// @param format  xlsx
 std::string writeWithXlsxwriter(Format format, long rows, const std::string& file);
 

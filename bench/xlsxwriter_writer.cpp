@@ -1,5 +1,5 @@
-// Writes what the library's spreadsheet report writes with libxlsxwriter, as a program would that uses it: in its mode
-// for large tables, with the result of closing looked at, and without anything around the cells.
+// Writes the cells of the library's spreadsheet report with libxlsxwriter, as a program that uses it would: in its mode
+// for large tables, with a check of the result of closing, and with nothing but the cells.
 #include "ledger.h"
 #include "writers.h"
 

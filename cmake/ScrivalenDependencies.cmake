@@ -1,6 +1,6 @@
-# The libraries that the library and the command are built with. They are the system's, or are compiled from sources in
-# SCRIVALEN_SOURCES_DIR where there are no packages. The library takes scrivalen_xlsxwriter for spreadsheets and
-# scrivalen_zlib to look at them again; scrivalen_use_command_dependencies defines what the command takes besides.
+# The libraries that the library and the command need. They are the system's or, where there are no packages, compiled
+# from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_xlsxwriter to write spreadsheets and scrivalen_zlib
+# to check them; scrivalen_use_command_dependencies defines the libraries that the command needs in addition.
 include_guard(GLOBAL)
 
 # Finds one file by a pattern below SCRIVALEN_SOURCES_DIR.
@@ -13,7 +13,7 @@ function(scrivalen_find_source result pattern)
   set(${result} "${first}" PARENT_SCOPE)
 endfunction()
 
-# Compiles a library of one C file, whose header stands beside it.
+# Compiles a library of one C file, with its header in the same folder.
 function(scrivalen_library_from_source target pattern)
   scrivalen_find_source(source "${pattern}")
   get_filename_component(folder "${source}" DIRECTORY)
@@ -22,7 +22,7 @@ function(scrivalen_library_from_source target pattern)
   target_include_directories(${target} SYSTEM INTERFACE "${folder}")
 endfunction()
 
-# Takes a library of the system.
+# Defines a library of the system.
 function(scrivalen_library_of_system target library header)
   find_path(${target}_INCLUDE_DIR ${header} REQUIRED)
   find_library(${target}_LIBRARY ${library} REQUIRED)
@@ -32,7 +32,7 @@ function(scrivalen_library_of_system target library header)
   target_link_libraries(${target} INTERFACE "${${target}_LIBRARY}")
 endfunction()
 
-# Where it is linked in, an import library would only get in the way.
+# Looks for the static file by name: an import library could be found first.
 function(scrivalen_static_zlib)
   find_library(scrivalen_zlib_LIBRARY libz.a REQUIRED)
   find_path(scrivalen_zlib_INCLUDE_DIR zlib.h REQUIRED)
@@ -42,8 +42,8 @@ function(scrivalen_static_zlib)
   target_link_libraries(scrivalen_zlib INTERFACE "${scrivalen_zlib_LIBRARY}")
 endfunction()
 
-# Compiles libxlsxwriter without its checksums, which are for pictures, and with what minizip needs to write. On Windows
-# the library opens its files itself: see src/formats/xlsx/xlsxwriter_files_win32.cpp.
+# Compiles libxlsxwriter without its checksums, which only pictures need, and with the parts of minizip that write. On
+# Windows our library opens the files for it: see src/formats/xlsx/xlsxwriter_files_win32.cpp.
 function(scrivalen_xlsxwriter_from_source)
   scrivalen_find_source(workbook "libxlsxwriter-*/src/workbook.c")
   get_filename_component(folder "${workbook}" DIRECTORY)
@@ -59,7 +59,7 @@ function(scrivalen_xlsxwriter_from_source)
     set_source_files_properties("${folder}/src/packager.c" PROPERTIES COMPILE_DEFINITIONS zipOpen=scrivalenOpenArchive)
   endif()
   add_library(scrivalen_xlsxwriter STATIC ${sources})
-  # Some of its files ask the C library for large files before they include anything: each by itself.
+  # Some files request large file support before their first include, so each is compiled separately.
   set_target_properties(scrivalen_xlsxwriter PROPERTIES
     C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
   target_compile_definitions(scrivalen_xlsxwriter PRIVATE NOCRYPT NOUNCRYPT USE_NO_MD5)
@@ -90,8 +90,8 @@ function(scrivalen_use_command_dependencies)
     scrivalen_library_of_system(scrivalen_csv csv csv.h)
   endif()
 
-  # Headers only, the same for every system. A cross build gets them through a folder of their own, because the folder
-  # that they stand in holds the building system's headers too.
+  # Headers only, the same for every system. A cross build gets them in a folder of their own, because the folder they
+  # are installed in also holds the build machine's headers.
   find_path(scrivalen_cli11_INCLUDE_DIR CLI/CLI.hpp REQUIRED NO_CMAKE_FIND_ROOT_PATH)
   mark_as_advanced(scrivalen_cli11_INCLUDE_DIR)
   add_library(scrivalen_cli11 INTERFACE)

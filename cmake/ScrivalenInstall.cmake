@@ -1,4 +1,4 @@
-# Installs the library, the command and what finds them.
+# Installs the library, the command and the files that locate them.
 #
 # The library looks for its templates and its help compiler beside its own file, with links resolved. On Linux it
 # therefore has a folder of its own, and the library folder holds the versioned links that loaders and linkers find. A
@@ -61,7 +61,7 @@ install(FILES
   "${PROJECT_BINARY_DIR}/package/scrivalenConfigVersion.cmake"
   DESTINATION "${package_dir}" COMPONENT Development)
 
-# The prefix is told relative to the file's own folder, so that an installed tree may be moved.
+# The prefix is relative to the file's folder, so that an installed tree can be moved.
 file(RELATIVE_PATH to_prefix "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig" "${CMAKE_INSTALL_PREFIX}")
 string(REGEX REPLACE "/$" "" to_prefix "${to_prefix}")
 get_target_property(link_name scrivalen OUTPUT_NAME)
@@ -88,7 +88,7 @@ endif()
 configure_file("${PROJECT_SOURCE_DIR}/cmake/scrivalen.pc.in" "${PROJECT_BINARY_DIR}/package/scrivalen.pc" @ONLY)
 install(FILES "${PROJECT_BINARY_DIR}/package/scrivalen.pc" DESTINATION "${pkgconfig_dir}" COMPONENT Development)
 
-# Everything that the documents link to is installed with them.
+# Installs the documents with everything that they link to.
 install(FILES
   "${PROJECT_SOURCE_DIR}/LICENSE"
   "${PROJECT_SOURCE_DIR}/THIRD_PARTY_NOTICES.md"
@@ -101,13 +101,13 @@ install(FILES
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
   DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
 
-# The Windows command contains libcsv, whose licence goes along with it.
+# The Windows command contains libcsv, so its licence is installed too.
 if(WIN32 AND TARGET scrivalen_command)
   file(GLOB licence "${SCRIVALEN_SOURCES_DIR}/libcsv-*/COPYING.LESSER")
   install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Command RENAME LGPL-2.1.txt)
 endif()
 
-# Where this project is part of a larger one, find_package finds the target that is there already.
+# In a larger project that includes this one, find_package finds the existing target.
 if(NOT PROJECT_IS_TOP_LEVEL)
   file(WRITE "${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/scrivalen-config.cmake" "# The target scrivalen::scrivalen is part of this build.\n")
   configure_file("${PROJECT_BINARY_DIR}/package/scrivalenConfigVersion.cmake"

@@ -1,4 +1,4 @@
-# What every target of this project is built with.
+# Sets the options common to all targets of this project.
 function(scrivalen_target target)
   target_compile_features(${target} PRIVATE cxx_std_20)
   set_target_properties(${target} PROPERTIES
@@ -17,7 +17,7 @@ function(scrivalen_target target)
       -Wall -Wextra -Wpedantic -Wconversion -Wshadow $<$<COMPILE_LANGUAGE:CXX>:-Wold-style-cast> -Werror)
   endif()
   if(UNIX)
-    # The library calls its own exported functions, which nobody replaces, as directly as its others.
+    # Lets the library call its own exported functions directly: no program replaces them.
     target_compile_options(${target} PRIVATE -fno-semantic-interposition)
   endif()
   if(SCRIVALEN_SANITIZE)

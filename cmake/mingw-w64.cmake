@@ -1,5 +1,5 @@
-# Cross-building for 64-bit Windows with mingw-w64. Posix threads, because the win32 flavour has no std::mutex; the
-# compiler's runtime is linked in, so that what is built needs no DLL but the system's.
+# Cross-builds for 64-bit Windows with mingw-w64. Uses POSIX threads, because the win32 flavour has no std::mutex. The
+# compiler's runtime is linked statically, so that programs need no DLL except the system's.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_C_COMPILER x86_64-w64-mingw32-gcc-posix)

@@ -1,6 +1,6 @@
-# Looks at the C++ excerpts of the documents: each must stand in one of the examples as it is, so that it compiles.
+# Checks the C++ excerpts in the documents: each must occur unchanged in an example, so that it compiles.
 #
-#   DOCUMENTS, EXAMPLES   the files, a comma between two
+#   DOCUMENTS, EXAMPLES   the files, separated by commas
 string(REPLACE "," ";" documents "${DOCUMENTS}")
 string(REPLACE "," ";" examples "${EXAMPLES}")
 
@@ -23,7 +23,7 @@ foreach(document IN LISTS documents)
     string(SUBSTRING "${rest}" 0 ${end} excerpt)
     string(FIND "${code}" "${excerpt}" at)
     if(at EQUAL -1)
-      message(FATAL_ERROR "This excerpt of ${document} stands in no example:\n${excerpt}")
+      message(FATAL_ERROR "This excerpt of ${document} is in no example:\n${excerpt}")
     endif()
     math(EXPR count "${count} + 1")
     string(SUBSTRING "${rest}" ${end} -1 rest)
@@ -34,4 +34,4 @@ endforeach()
 if(count EQUAL 0)
   message(FATAL_ERROR "There is no excerpt in ${DOCUMENTS}.")
 endif()
-message("${count} excerpts stand in the examples.")
+message("All ${count} excerpts are in the examples.")

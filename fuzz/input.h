@@ -8,7 +8,7 @@
 
 namespace scrivalen::fuzz {
 
-/// Takes the fuzzer's bytes apart into the arguments of calls; zeros and empty texts when they have run out.
+/// Turns the fuzzer's bytes into arguments of calls. After the last byte, further bytes are 0 and texts are null.
 class Input {
  public:
   Input(const std::uint8_t* data, std::size_t size) : at_(data), end_(data + size) {}
@@ -17,7 +17,7 @@ class Input {
 
   int byte() { return empty() ? 0 : *at_++; }
 
-  /// A number in which the small and the extreme ones are likely.
+  /// A number, likely a small or an extreme one.
   int number() {
     const int kind = byte();
     if (kind < 128) {
@@ -30,7 +30,7 @@ class Input {
     return value;
   }
 
-  /// A text, now and then null, very long, or of characters that need care. Valid until the next input is made.
+  /// A text, sometimes null, very long or of special characters. Valid for the lifetime of this input.
   const wchar_t* text() {
     const int kind = byte();
     if (kind == 0) {

@@ -9,7 +9,7 @@
 namespace scrivalen::fuzz {
 namespace {
 
-// Raised where something is not as it must be.
+// Thrown at the first problem.
 struct Problem {
   std::string text;
 };
@@ -58,7 +58,7 @@ class Reader {
   std::string_view rest_;
 };
 
-// The characters of UTF-8 text; U+FFFFFFFF for what is none.
+// The characters of UTF-8 text; 0xFFFFFFFF for an invalid one.
 std::vector<char32_t> charactersOf(std::string_view text) {
   constexpr char32_t kNone = 0xFFFFFFFF;
   std::vector<char32_t> characters;
@@ -212,7 +212,7 @@ bool isOneOf(const std::array<std::string_view, N>& names, std::string_view name
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
-// The scheme of an address as a browser reads it, which skips blanks and control characters; empty without one.
+// The scheme of an address as a browser reads it, without blanks and control characters; empty without one.
 std::string schemeOf(std::string_view address) {
   const std::size_t colon = address.find(':');
   std::string scheme;

@@ -5,12 +5,12 @@
 
 namespace scrivalen::fuzz {
 
-/// Why bytes are no well-formed XML 1.0 of elements without attributes and text, which is what reports write; empty
-/// when they are.
+/// Why bytes are not well-formed XML 1.0 of elements without attributes and text, as reports write it. Empty when they
+/// are.
 std::string problemOfXml(std::string_view bytes);
 
-/// Why a page that the command made of text it does not trust is not safe, or its elements do not nest; empty when all
-/// is well. A page of the default template is expected.
+/// Why a page that the command wrote from untrusted text is unsafe, or where its elements do not nest. Empty for a good
+/// page. Expects a page made with the default template.
 std::string problemOfPage(std::string_view page);
 
 /// Why the groups of an RTF file do not nest; empty when they do.

@@ -21,9 +21,9 @@
 using scrivalen::fuzz::Input;
 using scrivalen::fuzz::PrivateFolder;
 
-// Plays the same calls on a MultiReport and on reports of its formats alone, whose files must be the same. The calls
-// either come in any order, or nest as a document's do; then the files are looked at, too. A class derived from
-// HtmlReport makes pages of the same calls.
+// Makes the same calls on a MultiReport and on single reports of its formats, whose files must be the same. The calls
+// either come in any order or nest like a document's; in that case the files are checked, too. A class derived from
+// HtmlReport writes pages with the same calls.
 namespace {
 
 const PrivateFolder& folder() {
@@ -34,14 +34,14 @@ const PrivateFolder& folder() {
 struct Format {
   REPORT_FORMAT format = FORMAT_TEXT;
   const char* extension = "";
-  int oneIn = 1;  // runs; a spreadsheet or a help file takes as long as a hundred others
+  int oneIn = 1;  // runs; a spreadsheet or a help file takes as long as a hundred other files
 };
 
 constexpr Format kFormats[] = {{FORMAT_RTF, "rtf", 2},  {FORMAT_HTML, "html", 2}, {FORMAT_XML, "xml", 2},
                                {FORMAT_TEXT, "txt", 2}, {FORMAT_PDF, "pdf", 2},   {FORMAT_EXCEL, "xlsx", 32},
                                {FORMAT_CHM, "chm", 32}};
 
-// What a run does before its first call.
+// The settings of a run, made before its first call.
 struct Plan {
   std::vector<Format> formats;
   bool nested = false;
@@ -86,8 +86,8 @@ void setUp(Report& report, const Plan& plan) {
   report.SetReportOption(OPTION_LANDSCAPE, plan.landscape ? 1 : 0);
 }
 
-// Calls that come in any order, with any arguments. Composite rows do not quote in a MultiReport what they do in
-// others.
+// Calls in any order, with any arguments. A MultiReport does not quote the values of composite rows as other reports
+// do.
 class AnyCalls {
  public:
   AnyCalls(AReport& report, Input& input, const Plan& plan) : report_(report), input_(input), plan_(plan) {}
@@ -188,7 +188,7 @@ void AnyCalls::call() {
   }
 }
 
-// Topics of a few names, so that some are refused, in a folder that is there.
+// Topics of a few names in an existing folder, so that some are refused.
 void AnyCalls::beginTopic() {
   static constexpr const wchar_t* kNames[] = {L"1.htm",      L"2.htm",    L"3.htm",     L"a b.htm",
                                               L"report.hhp", L"x\ny.htm", L"none/1.htm"};
@@ -201,7 +201,7 @@ void AnyCalls::beginTopic() {
   }
 }
 
-// Once, and without a template: properties that hold one another would make it as long as they like.
+// Once, and without a template: properties that contain one another could make it arbitrarily long.
 void AnyCalls::openAgain() {
   if (!wasOpenedAgain_ && !plan_.hasTemplate) {
     wasOpenedAgain_ = true;
@@ -210,7 +210,7 @@ void AnyCalls::openAgain() {
   }
 }
 
-// Calls that nest as a document's do.
+// Calls that nest like a document's.
 class NestedCalls {
  public:
   NestedCalls(AReport& report, Input& input) : report_(report), input_(input) {}
@@ -346,7 +346,7 @@ void NestedCalls::end() {
   }
 }
 
-// An element's name; in the classic form the caller's duty.
+// A valid element name: in the classic form that is up to the caller.
 std::wstring NestedCalls::name() {
   static constexpr const wchar_t* kNames[] = {L"table", L"row", L"cell", L"a-1.b", L"\u00E9", L"_"};
   return kNames[static_cast<std::size_t>(input_.byte()) % std::size(kNames)];
@@ -433,7 +433,7 @@ void require(bool good, const Format& format, const std::string& problem) {
   }
 }
 
-// What a host's class derived from HtmlReport can do besides.
+// Opens the protected operations, as a host's class derived from HtmlReport can.
 class Page : public HtmlReport {
  public:
   using HtmlReport::Open;
@@ -449,7 +449,7 @@ class Memory : public OutputFile {
   std::string bytes;
 };
 
-// A page that a derived class opens is the one that Open makes.
+// A page opened by a derived class, which must equal one opened by Open.
 std::string pageOpenedByName(const Format& format, Bytes bytes) {
   Input input(bytes.data, bytes.size);
   const Plan plan = planOf(input);
@@ -465,7 +465,7 @@ std::string pageOpenedByName(const Format& format, Bytes bytes) {
   return folder().take(nameOf(format, "page"));
 }
 
-// A page in memory is the same but for its head; a call may have opened the file instead.
+// A page in memory, which has the same bytes except the head. A call may have opened the file instead.
 std::string pageInMemory(const Format& format, Bytes bytes) {
   Input input(bytes.data, bytes.size);
   const Plan plan = planOf(input);
@@ -480,7 +480,7 @@ std::string pageInMemory(const Format& format, Bytes bytes) {
   return memory.bytes;
 }
 
-// Values of any formats, which begin with a percent sign and end in a letter often enough.
+// Values with any format string; the fixed ones make sure that conversions occur often enough.
 void writeValues(const Format& format, Bytes bytes) {
   static constexpr const wchar_t* kConversions[] = {L"%d",    L"%5i", L"%-8u|", L"%04x",
                                                     L"%+.3d", L"%X",  L"%c",    L"100%% %d"};
@@ -498,19 +498,19 @@ void writeValues(const Format& format, Bytes bytes) {
   }
   require(page.Close() == REPORT_OK, format, "a page of values does not close");
   require(memory.bytes.starts_with("(first)") && memory.bytes.ends_with("</body></html>\n"), format,
-          "a page of values has not its beginning or its end");
+          "a page of values lacks its beginning or its end");
 }
 
 void checkPages(const Format& format, const Plan& plan, Bytes bytes, const std::string& alone) {
-  require(pageOpenedByName(format, bytes) == alone, format, "a derived class writes another page");
+  require(pageOpenedByName(format, bytes) == alone, format, "a derived class writes a different page");
   const std::string inMemory = pageInMemory(format, bytes);
   const bool isComparable = plan.nested && !plan.hasTemplate;
-  require(!isComparable || alone.ends_with(inMemory), format, "a page in memory is another one");
+  require(!isComparable || alone.ends_with(inMemory), format, "a page in memory differs");
   writeValues(format, bytes);
 }
 
-// Texts of the classic form are not escaped in PDF and RTF, so that only a conforming file can be taken apart whatever
-// is in it.
+// Texts of the classic form are not escaped in PDF and RTF, so only a conforming file can be parsed whatever its
+// content.
 void checkNested(const Format& format, const Plan& plan, const std::string& bytes) {
   std::string problem;
   if (format.format == FORMAT_XML) {
@@ -531,8 +531,8 @@ void check(const Format& format, const Plan& plan, const Results& results, Bytes
     return require(results.close != REPORT_OK && alone.empty() && together.empty(), format, "made without a compiler");
   }
   require(results == Results{}, format, "it did not open or close");
-  require(!alone.empty() || format.format == FORMAT_TEXT, format, "there is nothing in it");
-  require(alone == together, format, "it is another one in a MultiReport");
+  require(!alone.empty() || format.format == FORMAT_TEXT, format, "the file is empty");
+  require(alone == together, format, "a MultiReport writes a different file");
   if (plan.nested) {
     checkNested(format, plan, alone);
   }
@@ -547,7 +547,7 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   scrivalen::SetLogHandler([](const wchar_t*) {});
   scrivalen::SetErrorBoxHandler([](const wchar_t*, const wchar_t*) {});
   scrivalen::SetClockHandler([] { return std::int64_t{1700000000}; });
-  // No help compiler is found, which would take a second each time.
+  // Hides the help compiler, which would take a second each time.
   return setenv("PATH", folder().path().c_str(), 1);
 }
 
@@ -562,7 +562,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     check(format, plan, alone, bytes);
     close = close == REPORT_OK ? alone.close : close;
   }
-  require(together == Results{REPORT_OK, close}, {}, "a MultiReport does not return what its reports do");
+  require(together == Results{REPORT_OK, close}, {}, "a MultiReport does not return the results of its reports");
   if (!folder().isEmpty()) {
     std::fprintf(stderr, "a file is left behind\n");
     std::abort();

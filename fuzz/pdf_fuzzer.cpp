@@ -16,7 +16,7 @@ using scrivalen::fuzz::Input;
 
 namespace {
 
-// A file in memory, under a name by which a report can open it too.
+// A file in memory with a path by which a report can open it.
 class MemoryFile {
  public:
   MemoryFile() : descriptor_(memfd_create("fuzz", 0)) {}
@@ -39,7 +39,7 @@ class MemoryFile {
   int descriptor_;
 };
 
-// So many columns, lines or levels that a run still ends soon.
+// Limits the number of columns, lines or levels, so that a run ends soon.
 int few(int number) { return number % 300; }
 
 _RGB_COLOR color(Input& input) {
@@ -103,7 +103,7 @@ void runReport(Input& input, const MemoryFile& file, bool conforming) {
   }
 }
 
-// Texts of the classic form are not escaped, so that only a conforming file can be taken apart whatever is in it.
+// Texts of the classic form are not escaped, so only a conforming file can be parsed whatever its content.
 void checkStructure(const std::string& bytes) {
   const scrivalen::test::PdfStructure structure(bytes, true);
   for (const std::string& problem : structure.problems()) {

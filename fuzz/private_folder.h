@@ -8,7 +8,7 @@
 
 namespace scrivalen::fuzz {
 
-/// A folder for the files of one process, in memory where the system has room for that. It is removed at the end.
+/// A folder for the files of one process, in memory if the system has a folder for that. It is removed at the end.
 class PrivateFolder {
  public:
   PrivateFolder() {
@@ -27,13 +27,13 @@ class PrivateFolder {
     std::filesystem::remove_all(path_, ignored);
   }
 
-  /// The path with a slash at its end, in ASCII.
+  /// The path in ASCII, with a trailing slash.
   const std::string& path() const { return path_; }
   std::wstring widePath() const { return {path_.begin(), path_.end()}; }
 
   bool isEmpty() const { return std::filesystem::is_empty(path_); }
 
-  /// The bytes of a file, which is removed.
+  /// Returns the bytes of a file and removes it.
   std::string take(const std::string& name) const {
     std::string bytes;
     {

@@ -16,7 +16,7 @@
 
 using scrivalen::fuzz::PrivateFolder;
 
-// Converts a text by the command: the first two bytes say how, the others are the text.
+// Converts a text with the command: the first two bytes choose the options, the others are the text.
 namespace {
 
 const PrivateFolder& folder() {
@@ -26,7 +26,7 @@ const PrivateFolder& folder() {
 
 enum class Format { Text, Html, Xml, Rtf, Pdf, Xlsx, Chm };
 
-// What is quick is chosen more often: a spreadsheet takes as long as a hundred pages.
+// Quick formats are chosen more often: a spreadsheet takes as long as a hundred pages.
 constexpr Format kFormats[] = {Format::Html, Format::Html, Format::Html, Format::Html, Format::Xml, Format::Xml,
                                Format::Text, Format::Text, Format::Text, Format::Rtf,  Format::Rtf, Format::Rtf,
                                Format::Pdf,  Format::Pdf,  Format::Pdf,  Format::Xlsx, Format::Chm};
@@ -105,7 +105,7 @@ std::string problemOfPdf(const std::string& bytes) {
 
 std::string problemOfWorkbook(const std::string& bytes) { return bytes.starts_with("PK\x03\x04") ? "" : "no archive"; }
 
-// Classic forms are not escaped, in which anything may come out.
+// Classic forms are not escaped, so their output cannot be checked.
 std::string problemOf(const Choice& choice, const std::string& bytes) {
   switch (choice.format) {
     case Format::Html: return choice.unsafe ? "" : scrivalen::fuzz::problemOfPage(bytes);
@@ -122,7 +122,7 @@ std::string problemOf(const Choice& choice, const std::string& bytes) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // Help topics are written there, and no help compiler is found.
+  // Help topics are written to this folder, and the help compiler is not found.
   const char* const path = folder().path().c_str();
   return setenv("TMPDIR", path, 1) + setenv("PATH", path, 1);
 }
@@ -137,7 +137,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::string bytes = folder().take("out");
   const bool mayFail = choice.from != std::string_view("markdown") || choice.format == Format::Chm;
   require(outcome.status == 0 || (outcome.status == 1 && mayFail), choice, outcome.errors);
-  require(outcome.status == 0 || (!outcome.errors.empty() && bytes.empty()), choice, "it failed without a word");
+  require(outcome.status == 0 || (!outcome.errors.empty() && bytes.empty()), choice, "it failed without a message");
   if (outcome.status == 0) {
     const std::string problem = problemOf(choice, bytes);
     require(problem.empty(), choice, problem);

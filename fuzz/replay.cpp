@@ -5,7 +5,7 @@
 #include <iterator>
 #include <string>
 
-// Runs a fuzzer on the inputs of its corpus, without the engine: those that failed once must not fail again.
+// Runs a fuzzer on the inputs of its corpus, without the engine: inputs that once failed must not fail again.
 extern "C" int LLVMFuzzerInitialize(int* count, char*** arguments);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 

@@ -1,6 +1,6 @@
+#include "formats/rtf/rtf_report.h"
 #include "input.h"
 #include "report_calls.h"
-#include "formats/rtf/rtf_report.h"
 #include "scrivalen/host.h"
 #include "scrivalen/rtf_doc.h"
 
@@ -11,7 +11,7 @@ using scrivalen::fuzz::Input;
 
 namespace {
 
-// Takes bytes and forgets them, once it has counted the groups that are open behind them.
+// Discards the bytes but counts the open groups.
 struct Sink : OutputFile {
   void Write(const void* data, std::size_t size) override {
     for (std::size_t i = 0; i < size; ++i) {
@@ -35,18 +35,18 @@ struct Sink : OutputFile {
   bool isEscaped = false;
 };
 
-// A conforming document's texts open and close no group, whatever they are.
+// In a conforming document no text may open or close a group.
 template <typename Call>
 void callBalanced(const Sink& sink, bool conforming, Call call) {
   const int depth = sink.depth;
-  const bool wasEscaped = sink.isEscaped;  // by a classic text that ended so
+  const bool wasEscaped = sink.isEscaped;  // by a classic text that ended in a backslash
   call();
   if (conforming && !wasEscaped && (sink.depth != depth || sink.isEscaped)) {
     std::abort();
   }
 }
 
-// A text's length or less, or a negative number.
+// At most the text's length, or a negative number.
 int partOf(const wchar_t* text, Input& input) {
   const int length = text ? static_cast<int>(std::wcslen(text)) : 0;
   return input.number() % (length + 1);

@@ -10,7 +10,7 @@ written=()
 
 export LC_ALL=C.UTF-8
 
-# The separator of dpkg's answer is one that no field holds; quotes make any text a field of a CSV file.
+# The separator of dpkg's output occurs in no field; quotes make any text a CSV field.
 write_inventory_csv() {
   local separator=$'\x1f' fields
   fields="\${db:Status-Status}$separator\${Package}$separator\${Version}$separator\${Architecture}$separator"
@@ -26,7 +26,7 @@ write_inventory_csv() {
     }'
 }
 
-# write_reports NAME INPUT [OPTION...]: all formats in one pass; notes each file with the time of that pass.
+# write_reports NAME INPUT [OPTION...]: writes all formats in one pass and notes each file with the time of the pass.
 write_reports() {
   local name=$1 input=$2 format outputs=() begin end
   shift 2

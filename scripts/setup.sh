@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Installs what is missing on a Debian 12 machine. It is quick when everything is there, and may run as often as wanted.
+# Installs missing packages on a Debian 12 machine. It is quick when nothing is missing and may run any number of times.
 #
 #   scripts/setup.sh demo    what scripts/demo.sh needs
 #   scripts/setup.sh test    what scripts/test.sh needs: also the cross-compiler, Wine and the validators
@@ -21,7 +21,7 @@ as_root() {
   elif command -v sudo >/dev/null; then
     sudo "$@"
   else
-    fail "this needs root, and there is no sudo: $*"
+    fail "this needs root, and sudo is missing: $*"
   fi
 }
 
@@ -36,8 +36,8 @@ need_packages() {
   done
 }
 
-# need_command COMMAND PACKAGE...: for programs that may well have come from elsewhere, where the package of the same
-# program could even conflict.
+# need_command COMMAND PACKAGE...: for programs that may have been installed from elsewhere, where their package could
+# even conflict.
 need_command() {
   local command=$1
   shift
@@ -90,7 +90,7 @@ install_missing() {
     "${missing[@]}"
 }
 
-# Every Debian archive that this machine's apt knows, one a line: address, release, component.
+# The Debian archives in this machine's apt sources, one per line: address, release, component.
 debian_archives() {
   # shellcheck disable=SC2016  # apt expands these, not the shell
   apt-get indextargets --format '$(ORIGIN)|$(REPO_URI)|$(RELEASE)|$(COMPONENT)' 'Created-By: Packages' |
@@ -105,7 +105,7 @@ write_source_entries() {
     as_root apt-get -q update
     archives="$(debian_archives)"
   fi
-  [ -n "$archives" ] || fail "apt knows no Debian archive to take source packages from"
+  [ -n "$archives" ] || fail "apt has no Debian archive for source packages"
   while read -r uri release component; do
     printf 'Types: deb-src\nURIs: %s\nSuites: %s\nComponents: %s\n' "$uri" "$release" "$component"
     [ ! -f "$keyring" ] || printf 'Signed-By: %s\n' "$keyring"
@@ -113,7 +113,7 @@ write_source_entries() {
   done <<<"$archives" >"$file"
 }
 
-# apt with lists of its own, so that the machine's sources stay as they are. It verifies signatures as always.
+# Runs apt with lists of its own, so that the machine's sources stay unchanged. It still verifies signatures.
 private_apt() {
   local sandbox=()
   [ "$(id -u)" -ne 0 ] || sandbox=(-o APT::Sandbox::User=root)
@@ -121,8 +121,8 @@ private_apt() {
     -o Dir::State::lists="$incoming/lists" -o Dir::Cache="$incoming/cache" "$@"
 }
 
-# Unpacks the makers' own tarballs, which are all that a cross-build needs of a source package, into
-# build/sources/NAME-VERSION/. A folder there is always a whole one.
+# Unpacks the upstream tarballs, all that a cross-build needs of a source package, into build/sources/NAME-VERSION/. A
+# folder there is always complete.
 fetch_sources() {
   local package wanted=()
   for package in "$@"; do
@@ -144,7 +144,7 @@ fetch_sources() {
 unpack_source() {
   local package=$1 tarballs version folder
   mapfile -t tarballs < <(compgen -G "$incoming/${package}_*.orig.tar.*")
-  [ "${#tarballs[@]}" -eq 1 ] || fail "no single tarball came for the source package $package"
+  [ "${#tarballs[@]}" -eq 1 ] || fail "the source package $package does not have exactly one tarball"
   version="${tarballs[0]##*/"${package}"_}"
   folder="$package-${version%.orig.tar.*}"
   mkdir "$incoming/$folder"
@@ -163,8 +163,8 @@ install_node_modules() {
   fi
 }
 
-[ "$#" -eq 1 ] || fail "say what for: demo or test"
-command -v apt-get >/dev/null || fail "this script knows Debian only: there is no apt-get"
+[ "$#" -eq 1 ] || fail "usage: scripts/setup.sh demo|test"
+command -v apt-get >/dev/null || fail "this script supports only Debian: there is no apt-get"
 trap remove_incoming EXIT
 case "$1" in
   demo)

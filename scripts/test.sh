@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Builds everything and runs every test: on Linux, on Linux with sanitizers, and cross-built for Windows under Wine; then
-# the fuzzers for a minute, each of which counts as a test. The last line of a good run is "N passed, 0 failed".
+# Builds everything and runs every test: on Linux, on Linux with sanitizers, and cross-built for Windows under Wine.
+# Then runs the fuzzers for a minute; each counts as a test. The last line of a good run is "N passed, 0 failed".
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -9,15 +9,15 @@ presets=(linux linux-asan windows)
 fuzzers=(rtf pdf multi readers)
 seconds_a_test=600
 seconds_a_fuzzer=60
-# The same seed for everyone, so that no change is blamed for what only another seed finds; 0 is a random one.
+# A fixed seed, so that no change is blamed for a failure that only another seed finds; 0 is a random one.
 fuzzer_seed="${FUZZER_SEED:-1}"
 
-# The same surroundings for everyone: no display, no one to ask, one time zone, a Windows of our own.
+# The same environment for everyone: no display, no input, one time zone, a Wine prefix of our own.
 exec </dev/null
 unset DISPLAY WAYLAND_DISPLAY
 export LC_ALL=C.UTF-8 TZ=UTC WINEDEBUG=-all WINEPREFIX="$root/build/wine" WINEDLLOVERRIDES="mscoree,mshtml="
 
-# Where there is a compiler cache, it is used, but for the tests, which have a precompiled header.
+# Uses a compiler cache if there is one, except for the tests, which have a precompiled header.
 if command -v ccache >/dev/null; then
   export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
 fi
@@ -32,8 +32,8 @@ heading() {
   printf '\n== %s ==\n' "$*"
 }
 
-# A program that only waits keeps Wine's own services running from one test to the next. Each test would start its own
-# otherwise, which takes longer than the test; and they would hold its output open, for which its caller then waits.
+# A program that only waits keeps Wine's services running from one test to the next. Otherwise each test would start its
+# own, which takes longer than the test, and its caller would wait for them, because they hold its output open.
 prepare_wine() {
   if [ ! -f "$WINEPREFIX/system.reg" ]; then
     heading "Wine: first start"
@@ -53,22 +53,22 @@ conclude() {
   summary+=("$(printf '%-12s %s passed, %s failed%s' "$1" "$2" "$3" "${4:+ ($4)}")")
 }
 
-# The user and system time of everything that has ended so far, in seconds. Not in a subshell, which has a time of its own.
+# The user and system time of all processes that have ended so far, in seconds. A subshell has times of its own.
 read_cpu_time() {
   times >"$root/build/times"
   cpu_time="$(tr 'ms' '  ' <"$root/build/times" | awk '{ sum += 60 * ($1 + $3) + $2 + $4 } END { printf "%d", sum }')"
 }
 
-# note_cpu_time WHAT: what it took since the last note.
+# note_cpu_time WHAT: notes the time since the last note.
 note_cpu_time() {
   local before=$cpu_time
   read_cpu_time
   costs+=("$(printf '%-20s %4d s of cpu time' "$1" $((cpu_time - before)))")
 }
 
-# run_tests PRESET RESULTS: counts whatever did not run to a good end as failed, the skipped and the disabled too, and
-# every test of a program by itself. A process under Wine hangs now and then before it has begun, so a program that ran
-# out of time gets a second chance.
+# run_tests PRESET RESULTS: counts each test of a program, and every test that did not pass as failed, skipped and
+# disabled ones too. Now and then a process under Wine hangs at its start, so a program that times out gets a second
+# chance.
 run_tests() {
   local preset=$1 results=$2 status=0 counts passed failed
   ctest --preset "$preset" -j "$(nproc)" --no-tests=error --timeout "$seconds_a_test" \
@@ -92,7 +92,7 @@ run_preset() {
   rm -rf "$results" "$root/build/$preset/test-results"
   heading "$preset: build"
   if ! cmake --preset "$preset" || ! cmake --build --preset "$preset" -j "$(nproc)"; then
-    conclude "$preset" 0 1 "it did not build"
+    conclude "$preset" 0 1 "the build failed"
     return
   fi
   note_cpu_time "$preset: build"
@@ -101,12 +101,12 @@ run_preset() {
   note_cpu_time "$preset: tests"
 }
 
-# All fuzzers at the same time, each on a processor of its own where there are enough.
+# Runs all fuzzers at the same time, each on its own processor if there are enough.
 run_fuzzers() {
   local name folder=build/linux-fuzz/runs running=() corpora failed=0
   heading "linux-fuzz: build"
   if ! cmake --preset linux-fuzz || ! cmake --build --preset linux-fuzz -j "$(nproc)"; then
-    conclude linux-fuzz 0 "${#fuzzers[@]}" "it did not build"
+    conclude linux-fuzz 0 "${#fuzzers[@]}" "the build failed"
     return
   fi
   note_cpu_time "linux-fuzz: build"
