@@ -13,7 +13,8 @@ using namespace scrivalen::test;
 
 namespace {
 
-// Closes a report with two topics, the second not ended, while the nth allocation fails. Returns whether it failed.
+// Closes a report with two topics, the second not ended, while memory runs out at the nth allocation. Returns whether
+// it did.
 bool closesWithout(std::size_t nth, Extent extent) {
   const UnfailingLog log;
   const TemporaryFolder folder;

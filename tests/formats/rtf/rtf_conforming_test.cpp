@@ -183,7 +183,7 @@ struct Word {
   std::string bytes;
 };
 
-// Every operation whose classic bytes end in a control word.
+// Every operation whose classic bytes end in a control word without a delimiter.
 std::vector<Word> wordsWithoutEnd() {
   return {{[](RTFdoc& doc) { doc.StrikeOn(); }, "\\strike"}, {[](RTFdoc& doc) { doc.OutlineOn(); }, "\\outl"},
           {[](RTFdoc& doc) { doc.ShadowOn(); }, "\\shad"},   {[](RTFdoc& doc) { doc.SmallOn(); }, "\\scaps"},

@@ -20,7 +20,7 @@ std::size_t entriesOf(const std::filesystem::path& folder) {
   return static_cast<std::size_t>(std::distance(begin(entries), end(entries)));
 }
 
-// Makes a folder the one for temporary files for as long as it lives.
+// Redirects temporary files to a folder for as long as it lives.
 class TemporaryFilesIn {
  public:
   explicit TemporaryFilesIn(const std::filesystem::path& folder) { ::setenv("TMPDIR", folder.c_str(), 1); }

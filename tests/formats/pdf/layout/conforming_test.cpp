@@ -478,7 +478,7 @@ TEST(ConformingOutline, PutsAnEntryThatIsTooDeepBelowTheDeepestOne) {
             "second to page 1 at 50 802\n");
 }
 
-// Link targets are written in another order, that of the first use of their names.
+// Entries are created in another order, that of the first use of their target names.
 TEST(ConformingOutline, IsInDocumentOrder) {
   const MadePdf pdf = conforming([](CPDFdoc& doc) {
     doc.HyperLink(L"go", L"b");
@@ -526,7 +526,7 @@ TEST(ConformingOutline, HasTitlesInUnicode) {
             std::string_view::npos);
 }
 
-// An escape would begin the name of a language (PDF 1.4, 3.8.1).
+// An escape character would begin a language code (PDF 1.4, 3.8.1).
 TEST(ConformingOutline, HasNoControlCharactersInItsTitles) {
   CPDFdoc doc;
   const MadePdf pdf = made(

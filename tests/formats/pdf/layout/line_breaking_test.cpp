@@ -166,7 +166,7 @@ TEST(LineBreaking, MeasuresByTheFontAndItsSize) {
   EXPECT_EQ(lines([](CPDFdoc& doc) { doc.BoldOn(); }), (Texts{xs(73), xs(17)}));
   // 40 / 2.01 x 1.047 + 0.5 = 21.3: 24 x 21 = 504.
   EXPECT_EQ(lines([](CPDFdoc& doc) { doc.FontSize(40); }), (Texts{xs(24), xs(24), xs(24), xs(18)}));
-  // A font that is not there: 12 x 2 / 3 x 1.047 + 0.5 = 8.88: 64 x 8 = 512.
+  // An unknown font: 12 x 2 / 3 x 1.047 + 0.5 = 8.88: 64 x 8 = 512.
   EXPECT_EQ(lines([](CPDFdoc& doc) { doc.FontNo(9); }), (Texts{xs(64), xs(26)}));
   // Courier: 12 / 1.45 x 1.047 + 0.5 = 9.16: 57 x 9 = 513.
   EXPECT_EQ(lines([](CPDFdoc& doc) {

@@ -44,8 +44,8 @@ struct ReferenceItem {
 };
 
 /// A second implementation of the layout, slow and simple: each line is a string in a list, each row is laid out three
-/// times, and the rest of a text is copied for each line. CPDFdoc must write the same by its faster ways. For a
-/// conforming document it only breaks lines.
+/// times, and the rest of a text is copied for each line. CPDFdoc must write the same by its faster ways. The
+/// conforming form only changes where lines are broken.
 class ReferenceDocument {
  public:
   explicit ReferenceDocument(int landscape, PDFStuffer::Form form = PDFStuffer::Form::Classic);

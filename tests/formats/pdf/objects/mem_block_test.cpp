@@ -9,7 +9,7 @@ using namespace PDFStuffer;
 
 namespace {
 
-// More than any machine has, so that every allocation of it fails.
+// More than any machine has, so the block does not even ask the allocator.
 constexpr std::uint64_t kImpossible = std::uint64_t{1} << 63;
 
 static_assert(std::has_virtual_destructor_v<CPDFMemBlock>);
