@@ -2,8 +2,8 @@
 //
 //   ledger_report [FOLDER]
 //
-// It writes ledger.html, ledger.xml and ledger.txt into the folder, and a summary as a page in memory, which a program
-// could send as a mail. Run it without an argument and look at the three files side by side.
+// It writes ledger.html, ledger.xml and ledger.txt to the folder, and a summary as a page in memory, which a program
+// could send by mail. Run it without an argument and compare the three files.
 #include <scrivalen/scrivalen.h>
 
 #include <cstdio>
@@ -27,7 +27,7 @@ struct Account {
   std::vector<Entry> entries;
 };
 
-// Stands for whatever the application reads from its database. Names from outside hold anything.
+// Stands for the application's database. Names from outside may contain any characters.
 const std::vector<Account>& accounts() {
   static const std::vector<Account> list = {
       {L"sales",
@@ -58,18 +58,19 @@ void print(std::FILE* stream, const std::wstring& text) {
   std::fprintf(stream, "%s\n", scrivalen::ToUtf8(text).c_str());
 }
 
-// What the library logs goes where the application's own log goes. The handler is called from whichever thread writes a
-// report, and must not raise.
+// Sends the library's log to the application's own log. The handler is called in any thread that writes a report, and
+// must not throw.
 void onLog(const wchar_t* message) { print(stderr, std::wstring(L"log: ") + message); }
 
-// Link takes its text and its address as they shall stand in the page. Quoting is the format's own, and a MultiReport
-// has no format, so an HTML report is asked. XML and text drop links, address and text alike.
+// Link writes its text and its address into the page unchanged, so they have to be quoted. Each format has its own
+// Quoting, but a MultiReport has none, so this uses that of an HTML report. XML and text drop links, both address and
+// text.
 std::wstring quoted(const wchar_t* text) {
   static HtmlReport html;
   return html.Quoting(text);
 }
 
-// Cell writes its text into the page as it stands; BeginCell, Text, EndCell lets every format quote it. The name is the
+// Cell writes its text into the page unchanged; with BeginCell, Text, EndCell every format quotes it. The name is the
 // element's name in XML.
 void cell(AReport& report, const wchar_t* name, const std::wstring& text, const wchar_t* attributes = nullptr) {
   report.BeginCell(name, 0, attributes);
@@ -86,7 +87,7 @@ void writeContents(AReport& report) {
   report.EndToc();
 }
 
-// A row without a name is a row in HTML and text, and nothing in XML, which drops header cells anyway.
+// A row without a name is a row in HTML and text but nothing in XML, which drops header cells anyway.
 void writeHeader(AReport& report) {
   report.BeginRow(nullptr, nullptr, 3);
   report.Cell(L"Date", 1, L" style=\"width:8em\"");
@@ -95,7 +96,7 @@ void writeHeader(AReport& report) {
   report.EndRow(nullptr);
 }
 
-// SetCellColor is for the formats that have no attributes; HTML takes the colour from the attribute text.
+// SetCellColor is for the formats without attributes; HTML takes the colour from the attribute text.
 void writeEntry(AReport& report, const Entry& entry) {
   report.BeginRow(L"entry", nullptr, 3);
   cell(report, L"date", entry.date);
@@ -108,7 +109,7 @@ void writeEntry(AReport& report, const Entry& entry) {
   report.EndRow(L"entry");
 }
 
-// A link to an anchor of the report is a "#" and its name.
+// A link to an anchor in the report is "#" and the anchor's name.
 void writeBalance(AReport& report, const Account& account) {
   report.BeginParagraph(PARAGRAPH_NORMAL, nullptr);
   report.Text(L"Balance: ", PARAGRAPH_NONE, L"", 0);
@@ -142,7 +143,7 @@ void writeAccount(AReport& report, const Account& account) {
   writeBalance(report, account);
 }
 
-// The composite rows spare a host the usual first table.
+// The composite rows write the table with which many reports begin.
 void writeAttributes(AReport& report) {
   report.BeginTable(L"attributes", nullptr);
   report.AttributeRowHeader();
@@ -161,20 +162,20 @@ void writeLedger(AReport& report) {
   }
 }
 
-// The library takes wide paths; the standard library's own conversion goes by the locale on some systems.
+// The library takes wide paths; on some systems the standard library's own conversion depends on the locale.
 std::wstring wide(const std::filesystem::path& path) {
   const std::u8string utf8 = path.u8string();
   return scrivalen::FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
 }
 
-// Opening may fail half way, and Close is where a full disk is reported: both results count. Close ends what was
-// opened, also after a failed opening; Clear then releases the reports.
+// Open may fail for some of the reports, and Close reports a full disk, so check both results. Close also closes what a
+// failed Open has opened; Clear then releases the reports.
 bool writeFiles(const std::filesystem::path& folder) {
   MultiReport report;
   report.AddReport(FORMAT_HTML, wide(folder / "ledger.html").c_str(), L"default.htm");
   report.AddReport(FORMAT_XML, wide(folder / "ledger.xml").c_str(), nullptr);
   report.AddReport(FORMAT_TEXT, wide(folder / "ledger.txt").c_str(), nullptr);
-  // Only reports that are there already hear of these.
+  // These settings only apply to reports added before.
   report.AddProperty(L"%TITLE%", quoted(L"Ledger of Smith & Sons").c_str());
   report.SetColumnSeparator(L"; ");
   report.SetReportOption(OPTION_CONFORMING, 1);
@@ -190,7 +191,7 @@ bool writeFiles(const std::filesystem::path& folder) {
   return opened && whole;
 }
 
-// A stream of the host's own. A Write that cannot keep its bytes raises, and the report's Close then says so.
+// A stream of the host. If Write cannot keep its bytes, it throws, and the report's Close reports the failure.
 class MemoryFile : public OutputFile {
  public:
   void Write(const void* data, std::size_t size) override { bytes_.append(static_cast<const char*>(data), size); }
@@ -200,8 +201,8 @@ class MemoryFile : public OutputFile {
   std::string bytes_;
 };
 
-// A host that derives from HtmlReport reaches its protected operations: writing to a stream, and formatted values.
-// Such a page begins without a head, so it brings one.
+// A class derived from HtmlReport can use its protected operations: writing to a stream, and formatted values. A page
+// on a stream begins without a head, so this one writes its own.
 class SummaryPage : public HtmlReport {
  public:
   bool write(OutputFile& file) {

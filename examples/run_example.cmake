@@ -1,12 +1,12 @@
-# Runs an example in an empty folder and looks at how it ends and at what it leaves.
+# Runs an example in an empty folder and checks its exit status and the files that it leaves.
 #
-#   PROGRAM, EMULATOR   what to run, and with what; the emulator may be empty
-#   FOLDER              where; made anew
-#   ARGUMENT            of the program; may be empty
-#   STATUS              the exit status it must have; 0 when not given
-#   FILES               what it must leave, not empty, a comma between two
-#   FULL                a file of the folder to which no byte can be written
-#   OUTPUT, MESSAGES    texts that its standard output and its standard error must hold
+#   PROGRAM, EMULATOR   the program and its emulator, which may be empty
+#   FOLDER              the working folder, emptied first
+#   ARGUMENT            the program's argument; may be empty
+#   STATUS              the expected exit status; 0 by default
+#   FILES               the files it must leave, not empty, separated by commas
+#   FULL                a file in the folder whose disk is full
+#   OUTPUT, MESSAGES    texts that must occur in its standard output and its standard error
 file(REMOVE_RECURSE "${FOLDER}")
 file(MAKE_DIRECTORY "${FOLDER}")
 if(FULL)
@@ -21,7 +21,7 @@ if(NOT STATUS)
   set(STATUS 0)
 endif()
 if(NOT status STREQUAL STATUS)
-  message(FATAL_ERROR "It ended with '${status}' instead of ${STATUS}.")
+  message(FATAL_ERROR "It exited with '${status}' instead of ${STATUS}.")
 endif()
 
 string(REPLACE "," ";" files "${FILES}")
@@ -38,7 +38,7 @@ endforeach()
 function(require_text name text wanted)
   string(FIND "${text}" "${wanted}" at)
   if(at EQUAL -1)
-    message(FATAL_ERROR "Its ${name} does not hold '${wanted}'.")
+    message(FATAL_ERROR "Its ${name} does not contain '${wanted}'.")
   endif()
 endfunction()
 require_text(output "${output}" "${OUTPUT}")

@@ -1,10 +1,10 @@
-// One stream of calls, seven files: what a garage tells the owner of a fleet.
+// One stream of calls, seven files: a garage's report to the owner of a fleet.
 //
 //   seven_formats [FOLDER]
 //
-// It writes fleet.txt, fleet.html, fleet.xml, fleet.rtf, fleet.pdf, fleet.xlsx and fleet.chm into the folder, which
-// must exist. The help file needs a compiler, see the guide; without one the program says so, and the other six are
-// there.
+// It writes fleet.txt, fleet.html, fleet.xml, fleet.rtf, fleet.pdf, fleet.xlsx and fleet.chm to the folder, which must
+// exist. The help file needs a compiler, see the guide; without one the program reports an error and writes the other
+// six.
 #include <scrivalen/scrivalen.h>
 
 #include <cstdio>
@@ -56,16 +56,16 @@ void print(std::FILE* stream, const std::wstring& text) {
   std::fprintf(stream, "%s\n", scrivalen::ToUtf8(text).c_str());
 }
 
-// The library takes wide paths; the standard library's own conversion goes by the locale on some systems.
+// The library takes wide paths; on some systems the standard library's own conversion depends on the locale.
 std::wstring wide(const std::filesystem::path& path) {
   const std::u8string utf8 = path.u8string();
   return scrivalen::FromUtf8({reinterpret_cast<const char*>(utf8.data()), utf8.size()});
 }
 
-/// Streams the report. It knows nothing of formats.
+/// Writes the report, independent of the formats.
 class FleetReport {
  public:
-  /// @param topics  where the pages of the help file are put together, with a separator at its end
+  /// @param topics  the folder for the pages of the help file, with a trailing separator
   FleetReport(AReport& report, const std::filesystem::path& topics) : report_(report), topics_(wide(topics)) {}
 
   void write();
@@ -86,7 +86,7 @@ class FleetReport {
   std::wstring topics_;
 };
 
-// Each topic is a page of the help file; the other formats go on as if nothing had been said.
+// Each topic is a page of the help file; the other formats ignore the calls that begin and end it.
 void FleetReport::write() {
   overview();
   for (const Vehicle& each : vehicles()) {
@@ -119,7 +119,7 @@ void FleetReport::paragraph(const wchar_t* text) {
   report_.EndParagraph(PARAGRAPH_NORMAL);
 }
 
-// A list of links in HTML and RTF, the outline in PDF. A help file has contents of its own, made of its topics.
+// In HTML and RTF this is a list of links, in PDF the outline. A help file builds its contents from its topics.
 void FleetReport::contents() {
   report_.BeginToc();
   for (const Vehicle& each : vehicles()) {
@@ -158,7 +158,7 @@ void FleetReport::visits(const Vehicle& vehicle) {
   report_.EndTable(vehicle.anchor);
 }
 
-// A colour is for the next cell. Names of colours are understood by every format that colours cells on demand.
+// A colour applies to the next cell. Every format that can colour single cells knows the names of colours.
 void FleetReport::visit(const Visit& visit) {
   report_.BeginRow(L"visit", nullptr, 4);
   cell(L"date", visit.date);
@@ -171,7 +171,7 @@ void FleetReport::visit(const Visit& visit) {
   report_.EndRow(L"visit");
 }
 
-// The text between BeginCell and EndCell is escaped by each format as it must be.
+// Each format escapes the text between BeginCell and EndCell as it needs.
 void FleetReport::cell(const wchar_t* name, const std::wstring& text) {
   report_.BeginCell(name, 0, nullptr);
   report_.Text(text.c_str(), PARAGRAPH_NONE, L"", 0);
@@ -188,7 +188,7 @@ void addReports(MultiReport& report, const std::filesystem::path& folder) {
   report.AddReport(FORMAT_CHM, wide(folder / "fleet.chm").c_str(), nullptr);
 }
 
-// Settings reach the reports that are there already.
+// Settings only apply to reports added before.
 void prepare(MultiReport& report) {
   report.AddProperty(L"%TITLE%", L"Fleet report");
   report.SetColumnSeparator(L" | ");
@@ -212,7 +212,7 @@ bool writeFiles(const std::filesystem::path& folder) {
   return opened && whole;
 }
 
-// The box that a missing help compiler asks for; a service has nobody to look at one.
+// Prints the error box for a missing help compiler: a service has no user to see one.
 void onErrorBox(const wchar_t* title, const wchar_t* text) { print(stderr, std::wstring(title) + L" " + text); }
 
 }  // namespace
