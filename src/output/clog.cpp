@@ -1,6 +1,6 @@
 #include "output/clog.h"
 
-#include "output/host.h"
+#include "output/host_handlers.h"
 #include "scrivalen/version.h"
 #include "system/messages.h"
 #include "text/fmt.h"

@@ -1,7 +1,7 @@
 #include "output/contain.h"
 
 #include "output/clog.h"
-#include "output/host.h"
+#include "output/host_handlers.h"
 #include "text/fmt.h"
 
 #include <new>

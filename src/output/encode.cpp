@@ -13,8 +13,8 @@
 namespace scrivalen {
 namespace {
 
-constexpr std::size_t kChunk = 4096;  // characters that are written between two looks at the buffer's room
-constexpr std::size_t kLongest = 6;   // bytes of the longest escape, which is longer than any UTF-8 sequence
+constexpr std::size_t kChunk = 4096;       // characters that are written between two looks at the buffer's room
+constexpr std::size_t kLongestEscape = 6;  // bytes of the longest escape, which is longer than any UTF-8 sequence
 
 // What a character below 0x80 becomes; an empty text is the character itself.
 constexpr std::array<std::string_view, 128> makeEscapes(std::string_view escaped) {
@@ -66,10 +66,10 @@ constexpr bool isTwoByteUtf8(unsigned c) {
   return Plain::kEnd == 0x80 && c >= 0x80 && c < 0x800;
 }
 
-// Writes a character and moves `at` past it. One that needs care goes to `careful(at, end, out)`, which also moves past
-// what it takes; of a surrogate pair at the block's end it takes both.
-template <typename Plain, typename Careful>
-char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, Careful careful) {
+// Writes a character and moves `at` past it. One that needs care goes to `writeSpecial(at, end, out)`, which also moves
+// past what it takes; of a surrogate pair at the block's end it takes both.
+template <typename Plain, typename WriteSpecial>
+char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, WriteSpecial writeSpecial) {
   const unsigned c = characterValue(*at);
   if (Plain::isPlain(c)) {
     ++at;
@@ -79,17 +79,17 @@ char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, Careful ca
     ++at;
     return out + putUtf8(c, out);
   }
-  return careful(at, end, out);
+  return writeSpecial(at, end, out);
 }
 
-template <typename Plain, typename Careful>
-void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
+template <typename Plain, typename WriteSpecial>
+void putText(OutputBuffer& buffer, std::wstring_view text, WriteSpecial writeSpecial) {
   const wchar_t* at = text.data();
   const wchar_t* const end = at + text.size();
   while (at < end) {
     const wchar_t* const stop = at + std::min(kChunk, static_cast<std::size_t>(end - at));
-    char* out = buffer.room(static_cast<std::size_t>(stop - at) * kLongest);
-    at = takeApart(
+    char* out = buffer.reserve(static_cast<std::size_t>(stop - at) * kLongestEscape);
+    at = transcode(
         at, stop,
         [&](const wchar_t* from, std::size_t length) {
           const std::size_t plain = copyPlainBlocks<Plain>(from, length, out);
@@ -97,7 +97,7 @@ void putText(OutputBuffer& buffer, std::wstring_view text, Careful careful) {
           return plain;
         },
         [&](const wchar_t*& from) {
-          out = putCharacter<Plain>(from, end, out, careful);
+          out = putCharacter<Plain>(from, end, out, writeSpecial);
           return true;
         });
     buffer.advance(out);

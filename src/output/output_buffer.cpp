@@ -4,7 +4,7 @@
 
 namespace scrivalen {
 
-void OutputBuffer::hand(const char* data, std::size_t size) {
+void OutputBuffer::handOver(const char* data, std::size_t size) {
   taken_ += size;
   if (!lost_ && size > 0) {
     lost_ = !sink_->take(data, size);
@@ -12,7 +12,7 @@ void OutputBuffer::hand(const char* data, std::size_t size) {
 }
 
 bool OutputBuffer::flush() {
-  hand(bytes_.get(), static_cast<std::size_t>(at_ - bytes_.get()));
+  handOver(bytes_.get(), static_cast<std::size_t>(at_ - bytes_.get()));
   begin();
   return !lost_;
 }
@@ -23,30 +23,30 @@ void OutputBuffer::reset() {
   begin();
 }
 
-// The block behind a flush is shorter, so that the next one is aligned again.
+// The block after a flush is shorter, so that the next one is aligned again.
 void OutputBuffer::begin() {
   at_ = bytes_.get();
   end_ = bytes_ ? at_ + (kBlock - taken_ % kBlock) : nullptr;
 }
 
-// A block that is not full yet stays: behind its end there is room for as much again.
-void OutputBuffer::makeRoom() {
+// A block that is not full yet stays: after its end there is room for as much again.
+void OutputBuffer::makeSpace() {
   if (!bytes_) {
     bytes_ = std::make_unique_for_overwrite<char[]>(kCapacity);
     begin();
   } else if (at_ >= end_) {
     const auto rest = static_cast<std::size_t>(at_ - end_);
-    const char* const behind = end_;
-    hand(bytes_.get(), static_cast<std::size_t>(end_ - bytes_.get()));
+    const char* const overflow = end_;
+    handOver(bytes_.get(), static_cast<std::size_t>(end_ - bytes_.get()));
     begin();
-    std::memmove(bytes_.get(), behind, rest);
+    std::memmove(bytes_.get(), overflow, rest);
     at_ += rest;
   }
 }
 
 void OutputBuffer::writeThrough(const char* data, std::size_t size) {
   while (size > 0) {
-    makeRoom();
+    makeSpace();
     const std::size_t part = std::min(size, static_cast<std::size_t>(end_ - at_));
     std::memcpy(at_, data, part);
     at_ += part;

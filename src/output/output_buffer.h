@@ -28,16 +28,16 @@ class OutputBuffer {
   explicit OutputBuffer(ByteSink& sink) : sink_(&sink) {}
 
   /// Room for up to kBlock bytes, to be written in place and told with advance.
-  char* room(std::size_t size) {
+  char* reserve(std::size_t size) {
     if (static_cast<std::ptrdiff_t>(size) > end_ - at_) {
-      makeRoom();
+      makeSpace();
     }
     return at_;
   }
   void advance(char* to) { at_ = to; }
 
   void put(char c) {
-    char* at = room(1);
+    char* at = reserve(1);
     *at = c;
     advance(at + 1);
   }
@@ -64,9 +64,9 @@ class OutputBuffer {
 
  private:
   void begin();
-  void makeRoom();
+  void makeSpace();
   void writeThrough(const char* data, std::size_t size);
-  void hand(const char* data, std::size_t size);
+  void handOver(const char* data, std::size_t size);
 
   ByteSink* sink_;
   std::unique_ptr<char[]> bytes_;

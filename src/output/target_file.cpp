@@ -18,7 +18,7 @@ bool isEmptyFile(const std::wstring& path) noexcept {
 
 bool TargetFile::prepare(const std::wstring& path) {
   path_ = path;
-  return makePlace();
+  return createWorkFolder();
 }
 
 bool TargetFile::hold(const std::wstring& path) {
@@ -29,10 +29,10 @@ bool TargetFile::hold(const std::wstring& path) {
   }
   file_ = std::move(held.file);
   isNew_ = held.isNew;
-  return makePlace();
+  return createWorkFolder();
 }
 
-bool TargetFile::makePlace() {
+bool TargetFile::createWorkFolder() {
   isReplaceable_ = !isSpecialFile(path_) && !isOpenFilesName(path_);
   if (!isReplaceable_) {
     return work_.createElsewhere();

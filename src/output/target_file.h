@@ -39,7 +39,7 @@ class TargetFile {
   void release() noexcept;
 
  private:
-  bool makePlace();
+  bool createWorkFolder();
   bool writeInto(const std::wstring& finished);
   bool replaceThroughFolder(const std::wstring& finished);
 

@@ -2,7 +2,7 @@
 
 #include "output/clog.h"
 #include "output/contain.h"
-#include "output/host.h"
+#include "output/host_handlers.h"
 #include "report/report_error.h"
 #include "report/template_path.h"
 #include "system/clock.h"

@@ -1,5 +1,5 @@
 #include "report/report_closing.h"
-#include "output/loss.h"
+#include "output/log_loss.h"
 
 namespace scrivalen {
 

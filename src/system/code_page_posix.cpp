@@ -28,7 +28,7 @@ char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, const char
 // Answers the end of the bytes; null when they do not fit.
 char* putText(std::wstring_view text, char* out, const char* limit, LossCounter& loss) {
   const wchar_t* const end = text.data() + text.size();
-  takeApart(
+  transcode(
       text.data(), end,
       [&](const wchar_t* at, std::size_t length) {
         const std::size_t plain =

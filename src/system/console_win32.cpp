@@ -17,11 +17,11 @@ bool isTerminal(HANDLE stream) {
 }
 
 // The next units of a text, as many as there is room for.
-std::size_t takeWide(std::string_view& text, wchar_t* units, std::size_t room) noexcept {
+std::size_t takeWide(std::string_view& text, wchar_t* units, std::size_t capacity) noexcept {
   const char* at = text.data();
   const char* const end = at + text.size();
   std::size_t size = 0;
-  while (at != end && size + 1 < room) {
+  while (at != end && size + 1 < capacity) {
     char32_t c = 0;
     if (!nextUtf8(at, end, c)) {
       c = kReplacement;

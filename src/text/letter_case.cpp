@@ -9,14 +9,14 @@ namespace scrivalen {
 namespace {
 
 // Small letters `first`, `first + step`, ... up to `last` (Unicode 15, UnicodeData.txt, simple upper-case mapping).
-struct SmallLetters {
+struct LowerCaseRange {
   int first;
   int last;
   int step;
   int distance;  // to the capital
 };
 
-constexpr SmallLetters kSmallLetters[] = {
+constexpr LowerCaseRange kLowerCaseRanges[] = {
     {L'a', L'z', 1, -32},
     // Latin-1
     {0x00E0, 0x00F6, 1, -32},
@@ -48,29 +48,29 @@ constexpr SmallLetters kSmallLetters[] = {
     {0x0561, 0x0586, 1, -48},
 };
 
-// The row of a small letter; null where there is none.
-const SmallLetters* rowOf(int letter) {
+// The range of a small letter; null where there is none.
+const LowerCaseRange* rangeOf(int letter) {
   const auto found =
-      std::find_if(std::begin(kSmallLetters), std::end(kSmallLetters), [letter](const SmallLetters& row) {
-        return letter >= row.first && letter <= row.last && (letter - row.first) % row.step == 0;
+      std::find_if(std::begin(kLowerCaseRanges), std::end(kLowerCaseRanges), [letter](const LowerCaseRange& range) {
+        return letter >= range.first && letter <= range.last && (letter - range.first) % range.step == 0;
       });
-  return found == std::end(kSmallLetters) ? nullptr : found;
+  return found == std::end(kLowerCaseRanges) ? nullptr : found;
 }
 
 }  // namespace
 
-char32_t toCapital(char32_t c) {
-  const SmallLetters* const row = rowOf(static_cast<int>(c));
-  return row ? static_cast<char32_t>(static_cast<int>(c) + row->distance) : c;
+char32_t toUpperCase(char32_t c) {
+  const LowerCaseRange* const range = rangeOf(static_cast<int>(c));
+  return range ? static_cast<char32_t>(static_cast<int>(c) + range->distance) : c;
 }
 
-char32_t toSmall(char32_t c) {
+char32_t toLowerCase(char32_t c) {
   if (c < 0x80) {
     return asciiLower(c);
   }
-  for (const SmallLetters& row : kSmallLetters) {
-    const int letter = static_cast<int>(c) - row.distance;
-    if (rowOf(letter) == &row) {
+  for (const LowerCaseRange& range : kLowerCaseRanges) {
+    const int letter = static_cast<int>(c) - range.distance;
+    if (rangeOf(letter) == &range) {
       return static_cast<char32_t>(letter);
     }
   }

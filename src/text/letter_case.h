@@ -6,9 +6,9 @@ namespace scrivalen {
 // as it is.
 
 /// The capital of a small letter.
-char32_t toCapital(char32_t c);
+char32_t toUpperCase(char32_t c);
 
 /// The small letter of a capital.
-char32_t toSmall(char32_t c);
+char32_t toLowerCase(char32_t c);
 
 }  // namespace scrivalen

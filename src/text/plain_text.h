@@ -87,18 +87,18 @@ std::size_t copyPlainBlocks(const wchar_t* from, std::size_t length, char* out) 
 }
 
 /// Takes a text apart: first the plain blocks, then a block's worth of characters one by one, then plain blocks again.
-/// @param stop           where to end; what takeCharacter takes may lie beyond
-/// @param takeBlocks     (at, length): writes the plain blocks that begin there and returns how many characters they
+/// @param stop           where to end; what writeCharacter takes may lie beyond
+/// @param copyBlocks     (at, length): writes the plain blocks that begin there and returns how many characters they
 /// are
-/// @param takeCharacter  (at): writes the character and moves past it; false ends it all
+/// @param writeCharacter  (at): writes the character and moves past it; false ends it all
 /// @return where it ended
-template <typename TakeBlocks, typename TakeCharacter>
-const wchar_t* takeApart(const wchar_t* at, const wchar_t* stop, TakeBlocks takeBlocks, TakeCharacter takeCharacter) {
+template <typename CopyBlocks, typename WriteCharacter>
+const wchar_t* transcode(const wchar_t* at, const wchar_t* stop, CopyBlocks copyBlocks, WriteCharacter writeCharacter) {
   while (at < stop) {
-    at += takeBlocks(at, static_cast<std::size_t>(stop - at));
+    at += copyBlocks(at, static_cast<std::size_t>(stop - at));
     const wchar_t* const blockEnd = at + std::min(kPlainBlock, static_cast<std::size_t>(stop - at));
     while (at < blockEnd) {
-      if (!takeCharacter(at)) {
+      if (!writeCharacter(at)) {
         return at;
       }
     }

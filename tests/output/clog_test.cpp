@@ -1,6 +1,6 @@
 #include "output/clog.h"
 
-#include "output/loss.h"
+#include "output/log_loss.h"
 #include "support/captured_log.h"
 #include "system/files/files.h"
 

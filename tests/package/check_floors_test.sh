@@ -19,7 +19,7 @@ write_tree() {
   rm -rf "${work:?}"/*
   put src/text/utf.h '<string>'
   put src/system/files/files.cpp '"text/utf.h"'
-  put src/output/host.cpp '"scrivalen/host.h"'
+  put src/output/host_handlers.cpp '"scrivalen/host.h"'
   put src/report/report.cpp '"scrivalen/report.h"'
   put src/formats/help/help.cpp '"formats/markup/html.h"'
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/objects/page.h"'
@@ -53,8 +53,8 @@ expect_found() {
 expect_found src/text/utf.h '"system/files/files.h"' "above"
 expect_found src/text/utf.h '<scrivalen/text.h>' "above"
 expect_found src/system/files/files.cpp '"output/clog.h"' "above"
-expect_found src/output/host.cpp '"report/report_closing.h"' "above"
-expect_found src/output/host.cpp '  "scrivalen/report.h"' "above"
+expect_found src/output/host_handlers.cpp '"report/report_closing.h"' "above"
+expect_found src/output/host_handlers.cpp '  "scrivalen/report.h"' "above"
 expect_found src/report/report.cpp '"formats/markup/html.h"' "above"
 expect_found src/report/report.cpp '"scrivalen/html_report.h"' "above"
 expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another format"

@@ -38,7 +38,7 @@ const std::wstring& AnchorNames::next(std::wstring_view heading) {
     if (c == ' ') {
       name_ += L'-';
     } else if (!isDropped(c)) {
-      scrivalen::appendCharacter(name_, scrivalen::toSmall(c));
+      scrivalen::appendCharacter(name_, scrivalen::toLowerCase(c));
     }
   }
   if (name_.empty()) {

@@ -4,7 +4,7 @@
 #include "formats/markup/html.h"
 #include "output/clog.h"
 #include "output/file_error.h"
-#include "output/host.h"
+#include "output/host_handlers.h"
 #include "system/code_page.h"
 #include "system/files/files.h"
 #include "text/fmt.h"

@@ -60,7 +60,7 @@ void HTML::Open(ReportFile& file) {
 void HTML::Open(OutputFile& file) {
   Flush();
   auto host = std::make_shared<HostOutput>(file);
-  host->buffer.room(1);  // so that no write has to ask for memory
+  host->buffer.reserve(1);  // so that no write has to ask for memory
   host_ = std::move(host);
   out_ = &host_->buffer;
 }
@@ -118,7 +118,7 @@ void HTML::writeName(const wchar_t* name) {
   if (!out_ || !name) {
     return;
   }
-  char* at = out_->room(kUsual);
+  char* at = out_->reserve(kUsual);
   const char* const limit = at + kUsual;
   while (*name > 0 && *name < 0x80 && at < limit) {
     *at++ = static_cast<char>(*name++);

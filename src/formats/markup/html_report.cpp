@@ -3,7 +3,7 @@
 #include "formats/markup/html.h"
 #include "formats/markup/page_loss.h"
 #include "output/contain.h"
-#include "output/loss.h"
+#include "output/log_loss.h"
 #include "report/left_behind.h"
 #include "report/report_closing.h"
 #include "report/report_error.h"
@@ -91,7 +91,7 @@ std::wstring displayName(std::wstring file) {
     file.resize(dot);
   }
   if (!file.empty()) {
-    file[0] = static_cast<wchar_t>(toCapital(static_cast<char32_t>(file[0])));
+    file[0] = static_cast<wchar_t>(toUpperCase(static_cast<char32_t>(file[0])));
   }
   return file;
 }

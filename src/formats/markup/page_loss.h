@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/loss.h"
+#include "output/log_loss.h"
 #include "scrivalen/html_report.h"
 
 namespace scrivalen::formats {

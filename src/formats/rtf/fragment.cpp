@@ -40,7 +40,7 @@ ClassicFragment& ClassicFragment::number(int value) {
 ClassicFragment& ClassicFragment::text(std::wstring_view text) {
   const std::size_t whole = wholeCharacters(text);
   countCharacters(text, whole);
-  const auto size = toCodePage(text.substr(0, whole), end(), room(), lost_);
+  const auto size = toCodePage(text.substr(0, whole), end(), freeBytes(), lost_);
   isDropped_ = isDropped_ || !size;
   grow(size.value_or(0));
   // Where the limit falls between the two code units of a character, half of its stand-in arrives.
@@ -52,7 +52,7 @@ ClassicFragment& ClassicFragment::text(std::wstring_view text) {
 }
 
 void ClassicFragment::appendOrDrop(std::string_view bytes) {
-  if (bytes.size() > room()) {
+  if (bytes.size() > freeBytes()) {
     isDropped_ = true;
   } else {
     append(bytes);
@@ -97,10 +97,10 @@ ConformingFragment& ConformingFragment::number(int value) {
 
 ConformingFragment& ConformingFragment::text(std::wstring_view text) {
   const wchar_t* const stop = text.data() + text.size();
-  takeApart(
+  transcode(
       text.data(), stop,
       [this](const wchar_t* at, std::size_t length) {
-        const std::size_t plain = copyPlainBlocks<PlainText>(at, std::min(room(), length), end());
+        const std::size_t plain = copyPlainBlocks<PlainText>(at, std::min(freeBytes(), length), end());
         grow(plain);
         return plain;
       },
@@ -135,7 +135,7 @@ ConformingFragment& ConformingFragment::controlText(std::wstring_view words) {
 }
 
 void ConformingFragment::appendOrWrite(std::string_view bytes) {
-  if (bytes.size() > room()) {
+  if (bytes.size() > freeBytes()) {
     write();
   }
   append(bytes);

@@ -41,7 +41,7 @@ class Fragment {
  protected:
   explicit Fragment(const Output& output) : output_(output) { begin(); }
 
-  std::size_t room() const { return kFragmentBytes - size_; }
+  std::size_t freeBytes() const { return kFragmentBytes - size_; }
   char* end() { return bytes_ + size_; }
   void grow(std::size_t size) { size_ += size; }
   void append(std::string_view bytes) {
@@ -49,7 +49,7 @@ class Fragment {
     grow(bytes.size());
   }
   void begin() {
-    bytes_ = output_.buffer ? output_.buffer->room(kFragmentBytes) : own_;
+    bytes_ = output_.buffer ? output_.buffer->reserve(kFragmentBytes) : own_;
     size_ = 0;
   }
   void handOver() {

@@ -33,7 +33,7 @@ constexpr std::string_view kCellBorders =
     "\\cltxlrtb \r\n";
 constexpr std::string_view kCellShading = "\\clcbpat";
 constexpr std::string_view kCellEdge = "\\cellx";
-constexpr std::string_view kTwipsBehindCellNumber = "000";
+constexpr std::string_view kThousandTwips = "000";
 constexpr std::string_view kRowProperties = "\\nowidctlpar\\widctlpar\\adjustright\r\n";
 constexpr std::string_view kRowEnd = "\\pard \\nowidctlpar\\widctlpar\\adjustright\\row\\pard}\r\n";
 
@@ -41,8 +41,8 @@ constexpr std::string_view kFieldEnd = "}}}\n";
 
 constexpr RTFdoc::ParType kNoAlignment = static_cast<RTFdoc::ParType>(-1);
 
-constexpr std::size_t kCellBytes = kCellBorders.size() + kCellShading.size() + kNumberBytes + kCellEdge.size() +
-                                   kNumberBytes + kTwipsBehindCellNumber.size();
+constexpr std::size_t kCellBytes =
+    kCellBorders.size() + kCellShading.size() + kNumberBytes + kCellEdge.size() + kNumberBytes + kThousandTwips.size();
 
 char* put(std::string_view words, char* out) { return std::copy(words.begin(), words.end(), out); }
 
@@ -52,7 +52,7 @@ char* putCell(std::int64_t cell, int color, char* out) {
   if (color >= 0) {
     out = putNumber(color, put(kCellShading, out));
   }
-  return put(kTwipsBehindCellNumber, putNumber(cell, put(kCellEdge, out)));
+  return put(kThousandTwips, putNumber(cell, put(kCellEdge, out)));
 }
 
 }  // namespace

@@ -81,7 +81,7 @@ std::optional<double> numberOf(std::wstring_view text, std::wstring_view unit, d
 constexpr std::size_t kLongestFontName = 31;
 
 // An attribute keeps no line ends.
-bool isNoLetter(wchar_t c) {
+bool isInvalidInFontName(wchar_t c) {
   const auto value = characterValue(c);
   return value < 0x20 || !(isSurrogate(value) || isXmlCharacter(value)) ||
          std::wstring_view(L"\"'<>").find(c) != std::wstring_view::npos;
@@ -92,7 +92,7 @@ std::optional<std::wstring> fontOf(std::wstring_view list) {
   if (name.size() >= 2 && (name.front() == L'"' || name.front() == L'\'') && name.back() == name.front()) {
     name = trimmed(name.substr(1, name.size() - 2));
   }
-  if (name.empty() || name.size() > kLongestFontName || std::any_of(name.begin(), name.end(), &isNoLetter)) {
+  if (name.empty() || name.size() > kLongestFontName || std::any_of(name.begin(), name.end(), &isInvalidInFontName)) {
     return std::nullopt;
   }
   return std::wstring(name);
@@ -134,14 +134,14 @@ struct SheetProperty {
 
 constexpr double kNarrowestColumn = 1;  // digits; columns of 0 are hidden ones
 constexpr double kWidestColumn = 255;
-constexpr double kMostFrozenRows = 1000;
+constexpr double kMaxFrozenRows = 1000;
 
 bool setColumnWidth(Rules& rules, std::wstring_view value) {
   return keep(rules.columnWidth, numberOf(value, L"", kNarrowestColumn, kWidestColumn));
 }
 
 bool setFrozenRows(Rules& rules, std::wstring_view value) {
-  const std::optional<double> rows = numberOf(value, L"", 0, kMostFrozenRows);
+  const std::optional<double> rows = numberOf(value, L"", 0, kMaxFrozenRows);
   return rows == std::floor(rows.value_or(0)) && keep(rules.frozenRows, rows);
 }
 
@@ -179,12 +179,12 @@ class Reader {
     const Part head = takeUntil(text, L"{}");
     const std::wstring_view name = trimmed(head.text);
     if (head.end != L'{') {
-      return tell(L"'%s' is no rule", name);
+      return report(L"'%s' is no rule", name);
     }
     std::wstring_view block = takeUntil(text, L"}").text;
     const RuleName* const rule = find(kRules, name);
     if (!rule) {
-      return tell(L"there is no rule '%s'", name);
+      return report(L"there is no rule '%s'", name);
     }
     while (!block.empty()) {
       readDeclaration(*rule, takeUntil(block, L";").text);
@@ -199,7 +199,7 @@ class Reader {
     const std::size_t colon = declaration.find(L':');
     const std::wstring_view name = trimmed(declaration.substr(0, colon));
     if (colon == std::wstring_view::npos) {
-      return tell(L"'%s' is no declaration", declaration);
+      return report(L"'%s' is no declaration", declaration);
     }
     const std::wstring_view value = trimmed(declaration.substr(colon + 1));
     const SheetProperty* const ofSheet = rule.style == &Rules::sheet ? find(kSheetProperties, name) : nullptr;
@@ -212,7 +212,7 @@ class Reader {
     }
   }
 
-  void tell(std::wstring_view format, std::wstring_view part) { problem_(FMT::Format(format, part)); }
+  void report(std::wstring_view format, std::wstring_view part) { problem_(FMT::Format(format, part)); }
 
   Rules& rules_;
   const std::function<void(const std::wstring&)>& problem_;

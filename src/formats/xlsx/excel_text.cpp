@@ -62,9 +62,9 @@ bool looksLikeEscape(std::string_view text, std::size_t at) {
   if (!rest.starts_with("_x") || rest.size() < 2 + kEscapeDigits + 1) {
     return false;
   }
-  const char behind = rest[2 + kEscapeDigits];
+  const char next = rest[2 + kEscapeDigits];
   return std::all_of(rest.begin() + 2, rest.begin() + 2 + kEscapeDigits, &isHexDigit) &&
-         (behind == '_' || becomesEscape(behind));
+         (next == '_' || becomesEscape(next));
 }
 
 bool beginsCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }

@@ -5,8 +5,8 @@
 #include "formats/xlsx/workbook.h"
 #include "output/clog.h"
 #include "output/contain.h"
-#include "output/host.h"
-#include "output/loss.h"
+#include "output/host_handlers.h"
+#include "output/log_loss.h"
 #include "output/reason.h"
 #include "output/target_file.h"
 #include "system/files/files.h"
@@ -29,8 +29,8 @@ using namespace scrivalen;
 
 namespace {
 
-constexpr std::size_t kMostWidth = 60;
-constexpr std::size_t kLeastWidth = 9;  // a narrower column gets no width: it is about as wide anyway
+constexpr std::size_t kMaxWidth = 60;
+constexpr std::size_t kMinWidth = 9;  // a narrower column gets no width: it is about as wide anyway
 
 std::wstring nameOfColumn(std::uint32_t column) {
   std::wstring name;
@@ -79,10 +79,10 @@ class ColorFormats {
   };
 
   Entry make(const std::wstring& text, const CellStyle& plain, Workbook& book);
-  bool hasRoomFor(const CellColors& colors) const;
+  bool canAdd(const CellColors& colors) const;
   void refuse(const std::wstring& text);
 
-  static constexpr std::size_t kMostTexts = 100000;
+  static constexpr std::size_t kMaxTexts = 100000;
 
   std::map<std::wstring, Entry, std::less<>> byText_;
   std::map<std::pair<std::optional<Rgb>, std::optional<Rgb>>, lxw_format*> byColors_;
@@ -94,7 +94,7 @@ class ColorFormats {
 lxw_format* ColorFormats::find(const std::wstring& text, const CellStyle& plain, Workbook& book) {
   const auto known = byText_.find(text);
   const Entry entry = known != byText_.end() ? known->second : make(text, plain, book);
-  if (known == byText_.end() && byText_.size() < kMostTexts) {
+  if (known == byText_.end() && byText_.size() < kMaxTexts) {
     byText_.emplace(text, entry);
   }
   if (!entry.isUnderstood) {
@@ -113,7 +113,7 @@ ColorFormats::Entry ColorFormats::make(const std::wstring& text, const CellStyle
   if (known != byColors_.end()) {
     return {known->second, colors.isUnderstood};
   }
-  if (!hasRoomFor(colors)) {
+  if (!canAdd(colors)) {
     return {nullptr, false};
   }
   CellStyle style = plain;
@@ -125,7 +125,7 @@ ColorFormats::Entry ColorFormats::make(const std::wstring& text, const CellStyle
   return {format, colors.isUnderstood};
 }
 
-bool ColorFormats::hasRoomFor(const CellColors& colors) const {
+bool ColorFormats::canAdd(const CellColors& colors) const {
   return byColors_.size() < Workbook::kFormats &&
          (fontColors_.size() < Workbook::kFonts || fontColors_.count(colors.color) > 0);
 }
@@ -240,7 +240,7 @@ void ExcelWriter::Document::endSheet() {
     while (next < count && widths_[next] == widths_[first]) {
       ++next;
     }
-    if (widths_[first] >= kLeastWidth) {
+    if (widths_[first] >= kMinWidth) {
       book_->setWidth(static_cast<std::uint16_t>(first), static_cast<std::uint16_t>(next - 1), widths_[first]);
     }
   }
@@ -313,7 +313,7 @@ void ExcelWriter::Document::widen(std::size_t width) {
   if (column >= widths_.size()) {
     widths_.resize(column + 1);
   }
-  widths_[column] = std::max(widths_[column], static_cast<std::uint8_t>(std::min(width, kMostWidth)));
+  widths_[column] = std::max(widths_[column], static_cast<std::uint8_t>(std::min(width, kMaxWidth)));
 }
 
 void ExcelWriter::Document::logFailure() const noexcept {

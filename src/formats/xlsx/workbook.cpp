@@ -1,7 +1,7 @@
 #include "formats/xlsx/workbook.h"
 
 #include "formats/xlsx/host_state.h"
-#include "formats/xlsx/stream.h"
+#include "formats/xlsx/stream_watch.h"
 #include "formats/xlsx/workbook_check.h"
 #include "system/clock.h"
 #include "system/files/files.h"
@@ -54,7 +54,9 @@ lxw_color_t libraryColor(Rgb color) { return color == 0 ? kBlack : color; }
 std::wstring systemReason() { return systemErrorText(lastSystemError()); }
 
 // Whether a folder's disk has room for some bytes, as far as the system tells.
-bool hasRoom(const std::string& folder, std::uint64_t size) { return roomIn(widePath(folder)).value_or(size) >= size; }
+bool hasFreeSpace(const std::string& folder, std::uint64_t size) {
+  return freeSpaceIn(widePath(folder)).value_or(size) >= size;
+}
 
 }  // namespace
 
@@ -205,7 +207,7 @@ std::wstring Workbook::close(const std::wstring& file) {
     return systemReason();
   }
   const std::uint64_t largest = *std::max_element(sizes.begin(), sizes.end());
-  if (!hasRoom(folder_, largest + kSmallestWorkbook)) {
+  if (!hasFreeSpace(folder_, largest + kSmallestWorkbook)) {
     return systemErrorText(diskFullError());
   }
   const std::wstring reason = assemble(file, largest > kLargestPlainSheet);

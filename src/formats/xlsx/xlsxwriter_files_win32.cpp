@@ -31,7 +31,7 @@ voidpf openForWriting(voidpf, const void* path, int) {
 }
 
 // A file that goes away with its last handle, however the program ends.
-HANDLE createPassing(const std::wstring& folder) {
+HANDLE createTemporary(const std::wstring& folder) {
   constexpr int kAttempts = 100;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     const std::wstring path = folder + kPathSeparator + L".scrivalen-" + randomName();
@@ -57,7 +57,7 @@ extern "C" FILE* tmpfileplus(const char* dir, const char*, char** pathname, int)
   if (pathname) {
     *pathname = nullptr;
   }
-  const HANDLE file = opened([dir] { return createPassing(widePath(dir)); });
+  const HANDLE file = opened([dir] { return createTemporary(widePath(dir)); });
   if (!file || file == INVALID_HANDLE_VALUE) {
     return nullptr;
   }

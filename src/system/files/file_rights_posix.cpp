@@ -34,7 +34,7 @@ class AccessList {
     isUnknown_ = size < 0 && errno != ENODATA && errno != ENOTSUP;
   }
 
-  bool isThere() const noexcept { return size_ > 0; }
+  bool exists() const noexcept { return size_ > 0; }
   // Whether there may be one that cannot be read.
   bool isUnknown() const noexcept { return isUnknown_; }
 
@@ -73,7 +73,7 @@ bool isNoWider(const NativePath& path, mode_t mode) noexcept {
   struct stat status {};
   const AccessList list(path);
   const bool isNarrow = ::stat(path.c_str(), &status) == 0 && (status.st_mode & kRights & ~(mode | kOwner)) == 0 &&
-                        !list.isThere() && !list.isUnknown();
+                        !list.exists() && !list.isUnknown();
   errno = error;
   return isNarrow;
 }
@@ -120,7 +120,7 @@ bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
   const bool keepsOwner = now.st_uid == old.st_uid;
   const bool keepsGroup = now.st_gid == old.st_gid;
   mode_t mode = narrowed(old.st_mode & kRights, keepsOwner, keepsGroup);
-  if (list.isThere()) {
+  if (list.exists()) {
     const mode_t common = list.commonBits();
     const mode_t most = groupBits(old.st_mode) | otherBits(old.st_mode);
     const bool isSafe = keepsGroup && (keepsOwner || (most & ~ownerBits(old.st_mode)) == 0);

@@ -11,12 +11,12 @@ constexpr DWORD kInheritedAttributes =
     FILE_ATTRIBUTE_ARCHIVE | FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED | FILE_ATTRIBUTE_SYSTEM;
 
 bool copyAccessList(const std::wstring& from, const std::wstring& to) {
-  constexpr DWORD kMost = 65536;  // an access control list is shorter
-  const auto bytes = std::unique_ptr<char[]>(new (std::nothrow) char[kMost]);
+  constexpr DWORD kMaxSize = 65536;  // an access control list is shorter
+  const auto bytes = std::unique_ptr<char[]>(new (std::nothrow) char[kMaxSize]);
   DWORD needed = 0;
   SECURITY_DESCRIPTOR_CONTROL control = 0;
   DWORD revision = 0;
-  if (!bytes || !GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, bytes.get(), kMost, &needed) ||
+  if (!bytes || !GetFileSecurityW(from.c_str(), DACL_SECURITY_INFORMATION, bytes.get(), kMaxSize, &needed) ||
       !GetSecurityDescriptorControl(bytes.get(), &control, &revision)) {
     return false;
   }

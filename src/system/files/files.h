@@ -122,7 +122,7 @@ std::optional<std::wstring> createPrivateFolder();
 bool deleteFolder(const std::wstring& path) noexcept;
 
 /// How many bytes a folder's disk has room for; nothing where the system does not tell.
-std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept;
+std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept;
 
 /// Creates an empty file of a new, hidden name in the folder of @p path.
 /// @return its path; nothing on an error

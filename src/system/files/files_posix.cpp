@@ -24,7 +24,7 @@ namespace scrivalen {
 namespace {
 
 // Whether a call of the system was broken off by a signal that is no reason to give up.
-bool isToBeRepeated() { return errno == EINTR && !isStopRequested(); }
+bool shouldRetry() { return errno == EINTR && !isStopRequested(); }
 
 File openFile(const std::wstring& path, int flags) {
   constexpr mode_t kRights = 0666;
@@ -36,7 +36,7 @@ File openFile(const std::wstring& path, int flags) {
   int fd = -1;
   do {
     fd = ::open(native.c_str(), flags | O_CLOEXEC, kRights);
-  } while (fd < 0 && isToBeRepeated());
+  } while (fd < 0 && shouldRetry());
   return File(toNative(aboveStandardStreams(fd)));
 }
 
@@ -84,9 +84,9 @@ std::string realPath(const std::string& path) {
 // Where the links lead that a path may be, also when there is nothing at their end; nowhere when there is no end.
 struct Followed {
   explicit Followed(const std::wstring& from) : path(narrowPath(from)) {
-    constexpr int kMostLinks = 40;
+    constexpr int kMaxLinks = 40;
     char target[PATH_MAX];
-    for (int links = 0; links < kMostLinks; ++links) {
+    for (int links = 0; links < kMaxLinks; ++links) {
       isOpenFile |= realPath(folderOf(path)).starts_with("/proc/");
       const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
       if (size <= 0) {
@@ -192,7 +192,7 @@ bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
   while (size > 0) {
     const ssize_t written = ::write(descriptor(file), at, size);
     if (written < 0) {
-      if (isToBeRepeated()) {
+      if (shouldRetry()) {
         continue;
       }
       return false;
@@ -214,7 +214,7 @@ std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t siz
     if (count >= 0) {
       return static_cast<std::size_t>(count);
     }
-    if (!isToBeRepeated()) {
+    if (!shouldRetry()) {
       return std::nullopt;
     }
   }
@@ -298,7 +298,7 @@ std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring&
 }
 
 std::optional<std::wstring> createPrivateFolder() {
-  constexpr std::ptrdiff_t kLettersByChance = 6;
+  constexpr std::ptrdiff_t kRandomLetters = 6;
   const char* root = std::getenv("TMPDIR");
   std::string path = root && *root ? root : "/tmp";
   path += "/scrivalen-XXXXXX";
@@ -306,11 +306,11 @@ std::optional<std::wstring> createPrivateFolder() {
   if (!::mkdtemp(path.data())) {
     return std::nullopt;
   }
-  std::copy(path.end() - kLettersByChance, path.end(), result.end() - kLettersByChance);
+  std::copy(path.end() - kRandomLetters, path.end(), result.end() - kRandomLetters);
   return result;
 }
 
-std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
+std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept {
   struct statvfs disk {};
   if (::statvfs(NativePath(folder).c_str(), &disk) != 0) {
     return std::nullopt;

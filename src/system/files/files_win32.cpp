@@ -112,11 +112,11 @@ File openForReading(const std::wstring& path) noexcept {
 }
 
 bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
-  constexpr std::size_t kMost = 1u << 30;
+  constexpr std::size_t kMaxChunk = 1u << 30;
   const char* at = static_cast<const char*>(data);
   while (size > 0) {
     DWORD written = 0;
-    if (!WriteFile(file, at, static_cast<DWORD>(std::min(size, kMost)), &written, nullptr)) {
+    if (!WriteFile(file, at, static_cast<DWORD>(std::min(size, kMaxChunk)), &written, nullptr)) {
       return false;
     }
     if (written == 0) {
@@ -138,9 +138,9 @@ std::optional<std::uint64_t> positionOf(NativeFile file) {
 }
 
 std::optional<std::size_t> readSome(NativeFile file, void* data, std::size_t size) noexcept {
-  constexpr std::size_t kMost = 1u << 30;
+  constexpr std::size_t kMaxChunk = 1u << 30;
   DWORD count = 0;
-  if (!ReadFile(file, data, static_cast<DWORD>(std::min(size, kMost)), &count, nullptr)) {
+  if (!ReadFile(file, data, static_cast<DWORD>(std::min(size, kMaxChunk)), &count, nullptr)) {
     return GetLastError() == ERROR_BROKEN_PIPE ? std::optional<std::size_t>(0) : std::nullopt;
   }
   return count;
@@ -155,14 +155,14 @@ std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept {
 }
 
 bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size) {
-  constexpr std::size_t kMost = 1u << 30;
+  constexpr std::size_t kMaxChunk = 1u << 30;
   char* at = static_cast<char*>(data);
   while (size > 0) {
     OVERLAPPED place{};
     place.Offset = static_cast<DWORD>(offset & 0xFFFFFFFF);
     place.OffsetHigh = static_cast<DWORD>(offset >> 32);
     DWORD count = 0;
-    if (!ReadFile(file, at, static_cast<DWORD>(std::min(size, kMost)), &count, &place) || count == 0) {
+    if (!ReadFile(file, at, static_cast<DWORD>(std::min(size, kMaxChunk)), &count, &place) || count == 0) {
       return false;
     }
     at += count;
@@ -249,7 +249,7 @@ std::optional<std::wstring> createPrivateFolder() {
   return path;
 }
 
-std::optional<std::uint64_t> roomIn(const std::wstring& folder) noexcept {
+std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept {
   ULARGE_INTEGER room{};
   return GetDiskFreeSpaceExW(folder.c_str(), &room, nullptr, nullptr) ? std::optional<std::uint64_t>(room.QuadPart)
                                                                       : std::nullopt;

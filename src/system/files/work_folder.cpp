@@ -10,7 +10,7 @@ namespace {
 
 // How the names of all folders for one file begin. The file's own name may be as long as names can be, so this has the
 // number that the FNV-1a hash makes of it.
-std::wstring commonBeginning(std::wstring_view file) {
+std::wstring commonPrefix(std::wstring_view file) {
   constexpr std::wstring_view kDigits = L"0123456789abcdef";
   std::uint64_t hash = 0xCBF29CE484222325;
   for (const wchar_t c : file) {
@@ -28,7 +28,7 @@ std::wstring commonBeginning(std::wstring_view file) {
 bool WorkFolder::createBeside(const std::wstring& file) {
   constexpr int kAttempts = 100;
   const std::wstring folder(folderOf(file));
-  const std::wstring begin = folder + commonBeginning(fileNameOf(file));
+  const std::wstring begin = folder + commonPrefix(fileNameOf(file));
   const bool isPrivate = pathExists(file);
   removeAbandonedFolders(folder, fileNameOf(begin));
   for (int attempt = 0; attempt < kAttempts; ++attempt) {

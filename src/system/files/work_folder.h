@@ -50,6 +50,6 @@ void removeHeldFolder(File held, const std::wstring& path) noexcept;
 
 /// Removes the folders in a folder whose names begin so, which this user has made and which certainly nobody holds.
 /// @param folder  empty: the current one
-void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesBegin) noexcept;
+void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix) noexcept;
 
 }  // namespace scrivalen

@@ -108,15 +108,15 @@ void removeHeldFolder(File held, const std::wstring& path) noexcept {
   ::rmdir(NativePath(path).c_str());
 }
 
-void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesBegin) noexcept {
+void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix) noexcept {
   const NativePath path(folder);
   const int fd = ::open(folder.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   if (fd < 0) {
     return;
   }
-  forEachEntry(fd, [fd, namesBegin](const char* entry) noexcept {
+  forEachEntry(fd, [fd, prefix](const char* entry) noexcept {
     const std::string_view name = entry;
-    if (name.size() > namesBegin.size() && std::equal(namesBegin.begin(), namesBegin.end(), name.begin())) {
+    if (name.size() > prefix.size() && std::equal(prefix.begin(), prefix.end(), name.begin())) {
       removeIfAbandoned(fd, entry);
     }
   });

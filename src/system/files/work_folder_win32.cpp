@@ -142,9 +142,9 @@ void removeHeldFolder(File held, const std::wstring& path) noexcept {
   RemoveDirectoryW(path.c_str());
 }
 
-void removeAbandonedFolders(const std::wstring& folder, std::wstring_view namesBegin) noexcept {
+void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix) noexcept {
   try {
-    forEachEntry((folder + std::wstring(namesBegin) + L"*").c_str(), [&](std::wstring_view name, bool isFolder) {
+    forEachEntry((folder + std::wstring(prefix) + L"*").c_str(), [&](std::wstring_view name, bool isFolder) {
       const std::wstring path = folder + std::wstring(name);
       if (File held = isFolder ? holdFolder(path) : File()) {
         removeHeldFolder(std::move(held), path);

@@ -16,7 +16,7 @@ volatile std::sig_atomic_t firstRequest = 0;  // the signal's number
 timer_t alarms;
 bool hasAlarms = false;
 
-void breakOff(int) {}
+void interruptCall(int) {}
 
 void remember(int signal) {
   if (firstRequest == 0) {
@@ -24,8 +24,8 @@ void remember(int signal) {
   }
   if (hasAlarms) {
     constexpr timespec kPause{0, kNanosecondsBetweenAlarms};
-    constexpr itimerspec kAgainAndAgain{kPause, kPause};
-    ::timer_settime(alarms, 0, &kAgainAndAgain, nullptr);
+    constexpr itimerspec kRepeating{kPause, kPause};
+    ::timer_settime(alarms, 0, &kRepeating, nullptr);
   }
 }
 
@@ -45,7 +45,7 @@ bool isIgnored(int signal) {
 }  // namespace
 
 void rememberInterrupts() {
-  handle(SIGALRM, &breakOff);
+  handle(SIGALRM, &interruptCall);
   hasAlarms = ::timer_create(CLOCK_MONOTONIC, nullptr, &alarms) == 0;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
     if (!isIgnored(signal)) {

@@ -21,10 +21,10 @@ extern char** environ;
 namespace scrivalen {
 namespace {
 
-constexpr std::size_t kMostMessages = 4096;
-constexpr int kMostMillisecondsBetweenLooks = 50;
+constexpr std::size_t kMaxMessageBytes = 4096;
+constexpr int kPollMilliseconds = 50;
 constexpr std::chrono::milliseconds kPauseBetweenRequests{500};
-constexpr int kMostRequests = 4;
+constexpr int kMaxRequests = 4;
 
 std::wstring quoted(const std::vector<std::wstring>& arguments) {
   std::wstring line;
@@ -43,14 +43,14 @@ class Stopper {
   /// @param hasGroup  whether the process is the first of a group of its own
   Stopper(pid_t process, bool hasGroup) : target_(hasGroup ? -process : process) {}
 
-  void look() {
+  void poll() {
     if (!isStopRequested()) {
       return;
     }
     const auto now = std::chrono::steady_clock::now();
     if (now >= nextRequest_) {
       nextRequest_ = now + kPauseBetweenRequests;
-      ::kill(target_, ++requests_ > kMostRequests ? SIGKILL : SIGTERM);
+      ::kill(target_, ++requests_ > kMaxRequests ? SIGKILL : SIGTERM);
     }
   }
 
@@ -71,8 +71,8 @@ void waitFor(pid_t process, Stopper& stopper, ProcessResult& result) {
       return;
     }
     ::poll(nullptr, 0, pause);
-    pause = std::min(2 * pause, kMostMillisecondsBetweenLooks);
-    stopper.look();
+    pause = std::min(2 * pause, kPollMilliseconds);
+    stopper.poll();
   }
   if (WIFEXITED(status)) {
     result.exitStatus = WEXITSTATUS(status);
@@ -115,8 +115,8 @@ class Pipe {
     pollfd end{ends_[0], POLLIN, 0};
     int ready = 0;
     do {
-      stopper.look();
-      ready = ::poll(&end, 1, kMostMillisecondsBetweenLooks);
+      stopper.poll();
+      ready = ::poll(&end, 1, kPollMilliseconds);
     } while (ready == 0 || (ready < 0 && errno == EINTR));
   }
 
@@ -237,13 +237,13 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   ProcessResult result;
   result.commandLine = quoted(arguments);
   std::string messages;
-  messages.reserve(kMostMessages);
-  Pipe said;
-  const StandardFiles files(said.writingEnd());
+  messages.reserve(kMaxMessageBytes);
+  Pipe messagePipe;
+  const StandardFiles files(messagePipe.writingEnd());
   const bool hasGroup = canStop();
   const StartAttributes attributes(hasGroup);
   pid_t process = 0;
-  int error = said.error();
+  int error = messagePipe.error();
   if (error == 0) {
     error = ::posix_spawnp(&process, *argv.get(), files.get(), attributes.get(), argv.get(), environment.get());
   }
@@ -252,11 +252,11 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
     return result;
   }
   result.started = true;
-  said.closeWritingEnd();
+  messagePipe.closeWritingEnd();
   Stopper stopper(process, hasGroup);
-  said.readAll(messages, stopper);
+  messagePipe.readAll(messages, stopper);
   waitFor(process, stopper, result);
-  result.messages = linesOf(std::string_view(messages).substr(0, kMostMessages));
+  result.messages = linesOf(std::string_view(messages).substr(0, kMaxMessageBytes));
   return result;
 }
 

@@ -6,7 +6,7 @@
 namespace scrivalen {
 namespace {
 
-constexpr DWORD kMillisecondsBetweenLooks = 50;
+constexpr DWORD kPollMilliseconds = 50;
 
 // Quotes an argument the way programs take their command line apart: backslashes before a double quote are doubled.
 void appendQuoted(std::wstring& line, const std::wstring& argument) {
@@ -24,7 +24,7 @@ void appendQuoted(std::wstring& line, const std::wstring& argument) {
 }
 
 int waitFor(const PROCESS_INFORMATION& process) {
-  while (WaitForSingleObject(process.hProcess, kMillisecondsBetweenLooks) == WAIT_TIMEOUT) {
+  while (WaitForSingleObject(process.hProcess, kPollMilliseconds) == WAIT_TIMEOUT) {
     if (isStopRequested()) {
       TerminateProcess(process.hProcess, static_cast<UINT>(-1));
     }

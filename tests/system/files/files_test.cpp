@@ -224,6 +224,6 @@ TEST(FolderOf, KeepsTheSeparator) {
 
 TEST(Files, RoomIsReportedForAnExistingFolder) {
   const TemporaryFolder folder;
-  EXPECT_GT(roomIn(folder.path()).value_or(0), 0u);
-  EXPECT_FALSE(roomIn(folder / L"missing").has_value());
+  EXPECT_GT(freeSpaceIn(folder.path()).value_or(0), 0u);
+  EXPECT_FALSE(freeSpaceIn(folder / L"missing").has_value());
 }

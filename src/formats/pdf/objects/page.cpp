@@ -2,7 +2,7 @@
 
 #include "formats/pdf/objects/file.h"
 #include "formats/pdf/objects/values.h"
-#include "output/host.h"
+#include "output/host_handlers.h"
 
 namespace PDFStuffer {
 namespace {

@@ -1,5 +1,5 @@
 #include "formats/pdf/layout/pdf_report.h"
-#include "output/loss.h"
+#include "output/log_loss.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/documents/pdf_structure.h"

@@ -1,6 +1,6 @@
 #include "scrivalen/host.h"
 
-#include "output/host.h"
+#include "output/host_handlers.h"
 #include "scrivalen/html_report.h"
 #include "support/captured_log.h"
 #include "support/files.h"

@@ -1,4 +1,4 @@
-#include "formats/xlsx/stream.h"
+#include "formats/xlsx/stream_watch.h"
 
 #include <gtest/gtest.h>
 

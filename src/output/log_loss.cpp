@@ -1,4 +1,4 @@
-#include "output/loss.h"
+#include "output/log_loss.h"
 
 #include "output/clog.h"
 #include "output/contain.h"

@@ -1,4 +1,4 @@
-#include "output/host.h"
+#include "output/host_handlers.h"
 
 #include "output/clog.h"
 #include "output/contain.h"
