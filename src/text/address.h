@@ -5,7 +5,7 @@
 
 namespace scrivalen {
 
-/// Whether an address begins with a scheme (RFC 3986, 3.1). A single letter is a drive.
+/// Whether an address begins with a scheme (RFC 3986, 3.1). A single letter is a drive letter instead.
 bool hasScheme(std::wstring_view address);
 
 /// An address in the ASCII characters that a URL may have (WHATWG URL, 4.3): the bytes of any other character in UTF-8

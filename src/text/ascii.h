@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// Letters and digits of ASCII, whatever the locale, in texts of any kind of character.
+// ASCII letters and digits, independent of the locale, for any character type.
 namespace scrivalen {
 
 template <typename Char>
@@ -27,7 +27,7 @@ constexpr bool isAsciiLetter(Char c) {
   return asciiLower(c) >= 'a' && asciiLower(c) <= 'z';
 }
 
-/// A text with its capitals A to Z made small.
+/// Returns a text with A to Z in lower case.
 template <typename Char>
 std::basic_string<Char> asciiLowered(std::basic_string_view<Char> text) {
   std::basic_string<Char> result(text);
@@ -37,7 +37,7 @@ std::basic_string<Char> asciiLowered(std::basic_string_view<Char> text) {
 
 inline constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
-/// The value of a hexadecimal digit in either case; -1 for every other character.
+/// The value of a hexadecimal digit in either case; -1 for any other character.
 template <typename Char>
 constexpr int hexValue(Char c) {
   if (isAsciiDigit(c)) {
@@ -47,7 +47,7 @@ constexpr int hexValue(Char c) {
   return letter >= 'a' && letter <= 'f' ? static_cast<int>(letter - 'a') + 10 : -1;
 }
 
-/// Compares without regard to the case of the letters A to Z.
+/// Compares texts ignoring the case of A to Z.
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
 bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix);
 

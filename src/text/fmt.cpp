@@ -18,7 +18,7 @@ struct Conversion {
   wchar_t type = 0;
 };
 
-// Widths come from literals and from hosts; more than this is a mistake, not a wish.
+// Formats come from literals and from hosts; a larger width is a mistake.
 constexpr std::size_t kLargestWidth = 4096;
 
 std::size_t parseNumber(std::wstring_view format, std::size_t& at) {
@@ -49,7 +49,7 @@ void skipSizeModifiers(std::wstring_view format, std::size_t& at) {
   }
 }
 
-// Reads the conversion behind a percent sign and moves past it; the type is 0 where the format ends too early.
+// Parses the conversion after a percent sign and moves past it; the type is 0 when the format ends first.
 Conversion parseConversion(std::wstring_view format, std::size_t& at) {
   Conversion conversion;
   parseFlags(format, at, conversion);
@@ -77,7 +77,7 @@ struct Number {
   std::uint64_t magnitude;
 };
 
-// A negative number is shown by %u and %x as the unsigned one of the same bits.
+// %u and %x print a negative number as the unsigned number with the same bits.
 Number numberOf(const FormatValue& value, wchar_t type) {
   const bool isNegative = value.kind == FormatValue::Kind::Signed && static_cast<std::int64_t>(value.number) < 0;
   if (isNegative && isSigned(type)) {

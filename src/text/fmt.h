@@ -28,15 +28,15 @@ struct FormatValue {
   Kind kind;
   std::wstring_view text;
   std::uint64_t number = 0;
-  bool isLong = false;  ///< whether a signed number has 64 bits; else it has 32 when it is taken for an unsigned one
+  bool isLong = false;  ///< whether a signed number has 64 bits; if not, %u and %x print it with 32
 };
 
 /// printf-style formatting into wide text, the same on every platform and in every locale: %s and %c take wide text.
 ///
-/// Known are %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision, each with the
-/// meaning it has in printf; width and precision count at most 4,096 characters. Size modifiers (h, l, ll, I64) are
-/// passed over: a number has the size of its own type, and %d shows a large unsigned one as it is. What is not known,
-/// or has no value, is written as it stands. A null text is empty.
+/// It supports %s %c %d %i %u %x %X and %%, with the flags "-", "0" and "+", a width and a precision, all with their
+/// printf meaning; width and precision are limited to 4,096. Size modifiers (h, l, ll, I64) are ignored: a number has
+/// the size of its own type, and %d prints a large unsigned number as is. A conversion that is unknown or has no
+/// matching value is copied unchanged. A null text is empty.
 struct FMT {
   template <typename... Values>
   static std::wstring Format(std::wstring_view format, const Values&... values) {

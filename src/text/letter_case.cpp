@@ -8,12 +8,13 @@
 namespace scrivalen {
 namespace {
 
-// Small letters `first`, `first + step`, ... up to `last` (Unicode 15, UnicodeData.txt, simple upper-case mapping).
+// Lower-case letters `first`, `first + step`, ... up to `last` (Unicode 15, UnicodeData.txt, simple upper-case
+// mapping).
 struct LowerCaseRange {
   int first;
   int last;
   int step;
-  int distance;  // to the capital
+  int distance;  // to the upper-case letter
 };
 
 constexpr LowerCaseRange kLowerCaseRanges[] = {
@@ -22,7 +23,7 @@ constexpr LowerCaseRange kLowerCaseRanges[] = {
     {0x00E0, 0x00F6, 1, -32},
     {0x00F8, 0x00FE, 1, -32},
     {0x00FF, 0x00FF, 1, 121},
-    // Latin Extended-A, where small letters follow their capitals
+    // Latin Extended-A, where each lower-case letter follows its upper-case one
     {0x0101, 0x012F, 2, -1},
     {0x0131, 0x0131, 1, -232},
     {0x0133, 0x0137, 2, -1},
@@ -48,7 +49,7 @@ constexpr LowerCaseRange kLowerCaseRanges[] = {
     {0x0561, 0x0586, 1, -48},
 };
 
-// The range of a small letter; null where there is none.
+// The range that contains a lower-case letter; null if there is none.
 const LowerCaseRange* rangeOf(int letter) {
   const auto found =
       std::find_if(std::begin(kLowerCaseRanges), std::end(kLowerCaseRanges), [letter](const LowerCaseRange& range) {

@@ -2,13 +2,13 @@
 
 namespace scrivalen {
 
-// Letters of the Latin, Greek, Cyrillic and Armenian alphabets, whatever the locale. Every other character is returned
-// as it is.
+// Case mapping of Latin, Greek, Cyrillic and Armenian letters, independent of the locale. Other characters are returned
+// unchanged.
 
-/// The capital of a small letter.
+/// The upper-case form of a lower-case letter.
 char32_t toUpperCase(char32_t c);
 
-/// The small letter of a capital.
+/// The lower-case form of an upper-case letter.
 char32_t toLowerCase(char32_t c);
 
 }  // namespace scrivalen

@@ -5,7 +5,7 @@
 
 namespace scrivalen {
 
-/// Counts the characters that an output could not hold as they were given.
+/// Counts the characters that an output could not represent, and keeps the first of them.
 class LossCounter {
  public:
   LossCounter() = default;

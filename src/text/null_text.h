@@ -1,6 +1,6 @@
 #pragma once
 
-// Hosts may hand in null for a text, which counts as an empty one.
+// Hosts may pass null for a text; it counts as empty.
 namespace scrivalen {
 
 constexpr const wchar_t* orEmpty(const wchar_t* text) { return text ? text : L""; }

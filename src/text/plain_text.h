@@ -8,29 +8,29 @@
 #include <string>
 #include <string_view>
 
-// The part of a text that an output takes as it stands, which is nearly all of nearly every text, goes there eight
-// characters at a time.
+// A fast path for text: characters that an output takes unchanged, which is most of almost every text, are copied eight
+// at a time.
 namespace scrivalen {
 
 inline constexpr std::size_t kPlainBlock = 8;
 
 inline unsigned characterValue(wchar_t c) { return static_cast<unsigned>(c); }
 
-/// What an output takes as it stands: characters below a power of two, in units of its own. An output that takes fewer
-/// derives from it and hides both functions.
+/// The characters that an output takes unchanged: those below a power of two, one unit each. An output that takes fewer
+/// derives from this and hides both functions.
 template <typename OutputUnit, unsigned kLimit>
 struct PlainBelow {
   using Unit = OutputUnit;
   static constexpr unsigned kEnd = kLimit;
   static bool isPlain(unsigned c) { return c < kEnd; }
-  /// Whether nothing among eight bytes needs care; asked when all of them are below kEnd.
+  /// Whether eight bytes, all below kEnd, are plain.
   static bool arePlain(std::uint64_t) { return true; }
 };
 
 constexpr std::uint64_t eightTimes(std::uint64_t byte) { return byte * 0x0101010101010101; }
 
-/// Marks, in the top bit of each of eight bytes below 0x80, which of them differ from a character. Such bytes do not
-/// carry into each other.
+/// Sets the top bit of each of eight bytes that differs from a character. The bytes are below 0x80, so none carries
+/// into the next.
 /// @param ignored  bits that are not compared, so that one test serves two characters
 constexpr std::uint64_t differFrom(std::uint64_t bytes, char character, unsigned ignored = 0) {
   const std::uint64_t other = eightTimes(static_cast<unsigned char>(character) | ignored);
@@ -39,7 +39,7 @@ constexpr std::uint64_t differFrom(std::uint64_t bytes, char character, unsigned
 
 constexpr bool allMarked(std::uint64_t bytes) { return (bytes & eightTimes(0x80)) == eightTimes(0x80); }
 
-/// The unit as the file has it, little-endian.
+/// The unit in the byte order of files, little-endian.
 template <typename Unit>
 Unit storedUnit(unsigned c) {
   if constexpr (sizeof(Unit) == 2 && std::endian::native == std::endian::big) {
@@ -49,9 +49,9 @@ Unit storedUnit(unsigned c) {
   }
 }
 
-/// Writes eight characters as they stand. The array keeps the compiler free to use wide moves: `out` alone could be
-/// anywhere, in `from` too.
-/// @return false when something in them was not plain; what was written is then to be written over
+/// Copies eight characters unchanged. The local array lets the compiler use vector instructions: `out` might alias
+/// `from`.
+/// @return false when one of them is not plain; the bytes written must then be overwritten
 template <typename Plain>
 bool copyPlainBlock(const wchar_t* from, char* out) {
   using Unit = typename Plain::Unit;
@@ -67,10 +67,10 @@ bool copyPlainBlock(const wchar_t* from, char* out) {
   return all < Plain::kEnd && Plain::arePlain(bytes);
 }
 
-/// Writes the plain blocks that a text begins with; what is left behind the last one goes with a block that begins
-/// inside that one.
-/// @param out  room for as many units as there are characters
-/// @return how many characters were written
+/// Copies the plain blocks at the beginning of a text. A remainder shorter than a block is copied as a block that
+/// overlaps the previous one.
+/// @param out  must have space for one unit per character
+/// @return the number of characters copied
 template <typename Plain>
 std::size_t copyPlainBlocks(const wchar_t* from, std::size_t length, char* out) {
   constexpr std::size_t kUnit = sizeof(typename Plain::Unit);
@@ -86,12 +86,12 @@ std::size_t copyPlainBlocks(const wchar_t* from, std::size_t length, char* out) 
   return done;
 }
 
-/// Takes a text apart: first the plain blocks, then a block's worth of characters one by one, then plain blocks again.
-/// @param stop           where to end; what writeCharacter takes may lie beyond
-/// @param copyBlocks     (at, length): writes the plain blocks that begin there and returns how many characters they
-/// are
-/// @param writeCharacter  (at): writes the character and moves past it; false ends it all
-/// @return where it ended
+/// Writes a text: plain blocks as far as possible, then one block's worth of characters singly, then plain blocks
+/// again.
+/// @param stop  where to end; writeCharacter may move past it
+/// @param copyBlocks  (at, length): copies the plain blocks there and returns the number of characters
+/// @param writeCharacter  (at): writes the character and moves past it; returns false to stop
+/// @return where it stopped
 template <typename CopyBlocks, typename WriteCharacter>
 const wchar_t* transcode(const wchar_t* at, const wchar_t* stop, CopyBlocks copyBlocks, WriteCharacter writeCharacter) {
   while (at < stop) {
@@ -106,8 +106,8 @@ const wchar_t* transcode(const wchar_t* at, const wchar_t* stop, CopyBlocks copy
   return at;
 }
 
-/// Appends the plain characters that a text begins with.
-/// @return how many they are
+/// Appends the leading plain characters of a text.
+/// @return how many there are
 template <typename Plain>
 std::size_t appendPlain(std::string& out, std::wstring_view text) {
   const std::size_t used = out.size();

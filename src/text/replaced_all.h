@@ -6,7 +6,7 @@
 
 namespace scrivalen {
 
-/// A text in which every occurrence of @p part is replaced, from left to right; an empty part is not replaced.
+/// Returns a text with every occurrence of @p part replaced, from left to right; an empty part is not replaced.
 template <typename Char>
 std::basic_string<Char> replacedAll(std::basic_string_view<Char> text,
                                     std::type_identity_t<std::basic_string_view<Char>> part,

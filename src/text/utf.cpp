@@ -16,8 +16,8 @@ bool isAsciiBlock(const char* at) {
 }
 
 struct LeadByte {
-  int trailing;            // how many bytes follow; -1 for a byte that starts nothing
-  char32_t bits;           // what the byte contributes
+  int trailing;            // the number of bytes that follow; -1 for a byte that cannot begin a sequence
+  char32_t bits;           // the byte's part of the code point
   unsigned char firstLow;  // the range of the first trailing byte (Unicode 15, table 3-7)
   unsigned char firstHigh;
 };
@@ -33,7 +33,7 @@ LeadByte leadByte(unsigned char c) {
   return {-1, 0, 0, 0};
 }
 
-// Decodes the sequence at `at`, which is not ASCII, and moves past it, or past its longest well-formed beginning.
+// Decodes the non-ASCII sequence at `at` and moves past it, or, if it is ill-formed, past its maximal subpart.
 bool decodeSequence(const char*& at, const char* end, char32_t& result) {
   const LeadByte lead = leadByte(static_cast<unsigned char>(*at++));
   if (lead.trailing < 0) {

@@ -10,28 +10,28 @@ namespace scrivalen {
 inline constexpr char32_t kReplacement = 0xFFFD;
 
 constexpr bool isSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDFFF; }
-/// Whether a number is that of a character (Unicode scalar value).
+/// Whether a number is a Unicode scalar value.
 constexpr bool isCharacter(char32_t c) { return !isSurrogate(c) && c <= 0x10FFFF; }
 constexpr bool isHighSurrogate(char32_t c) { return c >= 0xD800 && c <= 0xDBFF; }
 constexpr bool isLowSurrogate(char32_t c) { return c >= 0xDC00 && c <= 0xDFFF; }
 
-/// The two code units of a character above U+FFFF.
+/// The surrogates of a character above U+FFFF.
 constexpr char32_t highSurrogate(char32_t c) { return 0xD800 + ((c - 0x10000) >> 10); }
 constexpr char32_t lowSurrogate(char32_t c) { return 0xDC00 + ((c - 0x10000) & 0x3FF); }
 
-/// The character of two surrogates.
+/// The character that a surrogate pair encodes.
 constexpr char32_t fromSurrogates(char32_t high, char32_t low) {
   return 0x10000 + ((high - 0xD800) << 10) + (low - 0xDC00);
 }
 
-/// How many UTF-16 code units a character has.
+/// The number of UTF-16 code units of a character.
 constexpr std::size_t unitsOf(char32_t c) { return c > 0xFFFF ? 2 : 1; }
 
-/// What a wide character stands for: U+FFFD where its number is no character's.
+/// U+FFFD for a number above 0x10FFFF; anything else, surrogates included, is returned unchanged.
 constexpr char32_t asCharacter(char32_t c) { return c > 0x10FFFF ? kReplacement : c; }
 
-/// The character at @p at of wide text, which it moves past it: a surrogate pair is one character, also where wide
-/// characters have 32 bits; a lone surrogate and a number above 0x10FFFF are answered as they stand.
+/// Returns the character at @p at and moves past it. A surrogate pair is one character, even where wide characters have
+/// 32 bits; a lone surrogate or a number above 0x10FFFF is returned as is.
 inline char32_t nextCharacter(const wchar_t*& at, const wchar_t* end) {
   const auto c = static_cast<char32_t>(*at++);
   if (isHighSurrogate(c) && at != end && isLowSurrogate(static_cast<char32_t>(*at))) {
@@ -41,8 +41,8 @@ inline char32_t nextCharacter(const wchar_t*& at, const wchar_t* end) {
 }
 
 /// Writes one character as UTF-8; a surrogate or a number above 0x10FFFF becomes U+FFFD.
-/// @param out  room for 4 bytes
-/// @return how many bytes were written
+/// @param out  must have space for 4 bytes
+/// @return the number of bytes written
 inline std::size_t putUtf8(char32_t c, char* out) {
   const auto byte = [](char32_t value) { return static_cast<char>(static_cast<unsigned char>(value)); };
   if (c < 0x80) {
@@ -74,21 +74,21 @@ inline std::size_t putUtf8(char32_t c, char* out) {
 /// @return how many sequences were replaced
 std::size_t appendWide(std::wstring& wide, std::string_view utf8);
 
-/// The same as a text of its own.
+/// Converts UTF-8 to a new wide text.
 std::wstring toWide(std::string_view utf8);
 
-/// How many bytes a sequence has that begins with a byte; 0 where none begins so.
+/// The length in bytes of a sequence with this lead byte; 0 for a byte that cannot begin one.
 std::size_t utf8Length(char lead);
 
-/// Decodes the character at @p at of UTF-8, which is not at its end, and moves past it. Where there is none, it moves
-/// past the maximal ill-formed sequence and returns false.
+/// Decodes the UTF-8 sequence at @p at, which is before @p end, and moves past it. Returns false after moving past a
+/// maximal ill-formed sequence.
 bool nextUtf8(const char*& at, const char* end, char32_t& c);
 
 /// Appends wide text to UTF-8; lone surrogates become U+FFFD.
 void appendUtf8(std::string& utf8, std::wstring_view wide);
 std::string toUtf8(std::wstring_view wide);
 
-/// Appends one character to wide text, as two surrogates where wide characters have 16 bits.
+/// Appends one character to wide text, as a surrogate pair if it needs one and wide characters have 16 bits.
 void appendCharacter(std::wstring& wide, char32_t c);
 
 }  // namespace scrivalen

@@ -4,7 +4,7 @@
 
 namespace scrivalen {
 
-/// The byte of a character in Windows-1252, whose five unused bytes stand for themselves; nothing for what it lacks.
+/// The Windows-1252 byte of a character; nothing if there is none. The five unassigned bytes map to themselves.
 std::optional<unsigned char> toWindows1252(char32_t c);
 
 }  // namespace scrivalen
