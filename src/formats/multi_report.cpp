@@ -25,11 +25,11 @@ using scrivalen::ReportError;
 
 namespace {
 
-// A report of the list. The pointer remembers the concrete class, through which the report is destroyed.
+// A report in the list. The pointer destroys it as an object of its concrete class.
 struct Child {
   std::shared_ptr<AReport> report;
   bool open = false;
-  bool cleared = false;  // by a MultiReport that had it
+  bool cleared = false;  // by a MultiReport that contained it
 };
 
 struct FormatRow {
@@ -57,7 +57,7 @@ std::shared_ptr<AReport> createReport(REPORT_FORMAT format) {
 }  // namespace
 
 struct MultiReport::Children {
-  // Stands in, empty and never changed, where there is no memory for a list.
+  // Used when memory for a list runs out; empty and never changed.
   static Children& none() {
     static Children children;
     return children;
@@ -65,14 +65,14 @@ struct MultiReport::Children {
 
   bool isNone() const { return this == &none(); }
 
-  // What a report does with its children: not the report's own functions, which would be exported with it.
+  // Operations on MultiReport that are not its members, because those would be exported.
   static void take(MultiReport& report, const Children& children);
   static void drop(MultiReport& report);
 
-  // Copies of a MultiReport share the children, so what is known of a child is shared too.
+  // Copies of a MultiReport share the children and their state.
   std::vector<std::shared_ptr<Child>> list;
 
-  // Calls one operation on every child; a child that fails does not keep the call from the others.
+  // Calls an operation on every child, even after one of them has failed.
   template <typename... Parameters, typename... Arguments>
   void forward(void (AReport::*operation)(Parameters...), const Arguments&... arguments) {
     for (const auto& child : list) {
@@ -80,8 +80,8 @@ struct MultiReport::Children {
     }
   }
 
-  // Calls one operation that has a result on every child.
-  // @return the first result that is not REPORT_OK; `error` then is that child's text
+  // Calls an operation that has a result on every child.
+  // @return the first result that is not REPORT_OK; `error` then has that child's text
   template <typename Operation>
   REPORT_ERRORS callEach(ReportError error, Operation operation) {
     REPORT_ERRORS first = REPORT_OK;
@@ -95,7 +95,7 @@ struct MultiReport::Children {
     return first;
   }
 
-  // The list goes. A child that no other MultiReport has goes too, unless it is open or was never cleared.
+  // Drops the list. A child in no other MultiReport is destroyed, unless it is open or was never cleared.
   void release() noexcept {
     const auto released = std::exchange(list, {});
     for (const auto& child : released) {

@@ -8,9 +8,9 @@
 
 namespace scrivalen {
 
-void logRaised() noexcept {
+void logException() noexcept {
   Reason reason;
-  reason.keepRaised();
+  reason.keepException();
   try {
     CLog::Bug2(FMT::Format(L"%s%s", kOperationFailed, reason.text()));
   } catch (...) {
@@ -26,7 +26,7 @@ void logLine(const wchar_t* line) noexcept {
       sendToLog(line);
     }
   } catch (...) {
-    // What the host's handler raises can be told to nobody.
+    // An exception from the host's log handler cannot be reported anywhere.
   }
 }
 

@@ -6,25 +6,25 @@
 
 namespace scrivalen {
 
-/// How the line begins that tells of an operation that raised something. Unless another result says so too, the report
-/// lacks what the operation was to do.
+/// The beginning of the log line for an operation that threw an exception. Its effect is missing from the report, and
+/// possibly no result says so.
 inline constexpr std::wstring_view kOperationFailed = L"A report operation failed: ";
 
-/// Logs the exception being handled; for use in a catch clause.
-void logRaised() noexcept;
+/// Logs the exception being handled; call it in a catch clause.
+void logException() noexcept;
 
-/// Logs a message as one line; without memory for that, as it stands.
+/// Logs a message as one line, or unchanged when memory runs out.
 void logLine(const wchar_t* line) noexcept;
 
-/// Runs @p action; what it raises is logged and goes no further. Exported functions end here what they raise
-/// themselves, which is little more than running out of memory.
-/// @return what the action answers, or @p fallback
+/// Runs @p action; an exception is logged and not propagated. Exported functions contain their own exceptions with
+/// this, which are little more than std::bad_alloc.
+/// @return the action's result, or @p fallback after an exception
 template <typename Result, typename Action>
 Result contained(Result fallback, Action&& action) noexcept {
   try {
     return action();
   } catch (...) {
-    logRaised();
+    logException();
     return fallback;
   }
 }
@@ -34,17 +34,17 @@ void contained(Action&& action) noexcept {
   try {
     action();
   } catch (...) {
-    logRaised();
+    logException();
   }
 }
 
-/// Runs @p action; what it raises becomes the reason, unless there is one already, and goes no further.
+/// Runs @p action; an exception is not propagated, and becomes the reason unless there is one already.
 template <typename Action>
 void containedIn(Reason& reason, Action&& action) noexcept {
   try {
     action();
   } catch (...) {
-    reason.keepRaised();
+    reason.keepException();
   }
 }
 

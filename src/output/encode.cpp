@@ -13,10 +13,10 @@
 namespace scrivalen {
 namespace {
 
-constexpr std::size_t kChunk = 4096;       // characters that are written between two looks at the buffer's room
+constexpr std::size_t kChunk = 4096;       // characters per request for buffer space
 constexpr std::size_t kLongestEscape = 6;  // bytes of the longest escape, which is longer than any UTF-8 sequence
 
-// What a character below 0x80 becomes; an empty text is the character itself.
+// The escape of each character below 0x80; empty for a character that is written as is.
 constexpr std::array<std::string_view, 128> makeEscapes(std::string_view escaped) {
   std::array<std::string_view, 128> table{};
   for (const char c : escaped) {
@@ -32,11 +32,11 @@ using PlainUtf8 = PlainBelow<char, 0x80>;
 using PlainLowByte = PlainBelow<char, 0x100>;
 using PlainUtf16 = PlainBelow<char16_t, 0x10000>;
 
-// Quotes are looked at in content too: they are rare there, and one test serves both.
+// Quotes are not plain in content either: they are rare there, and one test serves both.
 struct PlainMarkup : PlainBelow<char, 0x80> {
   static bool isPlain(unsigned c) { return c >= 0x20 && c < kEnd && c != '&' && c != '<' && c != '>' && c != '"'; }
 
-  // '<' and '>' differ in one bit, '"' and '&' do so too.
+  // '<' and '>' differ in one bit, and so do '"' and '&'.
   static bool arePlain(std::uint64_t bytes) {
     const std::uint64_t printable = bytes + eightTimes(0x80 - 0x20);
     return allMarked(printable & differFrom(bytes, '<', '<' ^ '>') & differFrom(bytes, '"', '"' ^ '&'));
@@ -60,14 +60,14 @@ char* putReplacement(char32_t lost, char* out, LossCounter& loss) {
   return out + putUtf8(kReplacement, out);
 }
 
-// The letters of many alphabets: two bytes in UTF-8, and never in need of care.
+// The letters of many alphabets: two bytes in UTF-8, never escaped.
 template <typename Plain>
 constexpr bool isTwoByteUtf8(unsigned c) {
   return Plain::kEnd == 0x80 && c >= 0x80 && c < 0x800;
 }
 
-// Writes a character and moves `at` past it. One that needs care goes to `writeSpecial(at, end, out)`, which also moves
-// past what it takes; of a surrogate pair at the block's end it takes both.
+// Writes a character and moves `at` past it. One that is not plain goes to `writeSpecial(at, end, out)`, which moves
+// past it too; a surrogate pair may extend past the end of the block.
 template <typename Plain, typename WriteSpecial>
 char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, WriteSpecial writeSpecial) {
   const unsigned c = characterValue(*at);

@@ -43,7 +43,7 @@ std::atomic<LogHandler> logHandler = &logToStandardError;
 std::atomic<ErrorBoxHandler> errorBoxHandler = &showBoxOrLog;
 std::atomic<ClockHandler> clockHandler = &systemTime;
 
-// Constructed at its first use, which may be in a constructor that runs while the host is being loaded.
+// Constructed on first use, which may be in a static constructor of the host.
 struct DataFolder {
   static DataFolder& get() {
     static DataFolder folder;
@@ -51,7 +51,7 @@ struct DataFolder {
   }
 
   std::mutex mutex;
-  std::wstring path;  // with a separator at its end; empty for the folder of the library's own file
+  std::wstring path;  // ends in a separator; empty for the folder of the library's own file
 };
 
 }  // namespace

@@ -6,8 +6,8 @@
 
 namespace scrivalen {
 
-/// Logs one line that tells how many characters of a report were lost and which the first was; nothing without a loss.
-/// When memory runs out here, the report stays good and the line says less.
+/// Logs in one line how many characters of a report were lost and which was the first; logs nothing without a loss.
+/// When memory runs out here, the line says less and the report is unaffected.
 void logLoss(std::wstring_view file, const LossCounter& loss) noexcept;
 
 }  // namespace scrivalen

@@ -29,7 +29,7 @@ void OutputBuffer::begin() {
   end_ = bytes_ ? at_ + (kBlock - taken_ % kBlock) : nullptr;
 }
 
-// A block that is not full yet stays: after its end there is room for as much again.
+// A block that is not full is kept: after its end there is space for another one.
 void OutputBuffer::makeSpace() {
   if (!bytes_) {
     bytes_ = std::make_unique_for_overwrite<char[]>(kCapacity);

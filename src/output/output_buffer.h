@@ -7,7 +7,7 @@
 
 namespace scrivalen {
 
-/// Takes the bytes of a full buffer.
+/// Receives the bytes of a buffer.
 class ByteSink {
  public:
   virtual ~ByteSink() = default;
@@ -15,10 +15,11 @@ class ByteSink {
   virtual bool take(const char* data, std::size_t size) = 0;
 };
 
-/// 64 KiB in front of a sink, and as much behind them. Writers put their bytes in place, so that a byte costs a store
-/// and not a call. The sink gets blocks of 64 KiB exactly; the one behind a flush is shorter, so that the next one ends
-/// on a multiple of them again. A file that grows by aligned blocks costs the system less: Linux can cache each in one
-/// piece of memory. Once the sink has lost bytes, nothing more is handed to it until the next reset.
+/// Buffers a block of 64 KiB for a sink, with another 64 KiB after it for overflow. Writers store their bytes in place,
+/// so that a byte costs a store and not a call. The sink gets blocks of exactly 64 KiB; only the block after a flush is
+/// shorter, so that the next one ends on a multiple of 64 KiB again. A file that grows by aligned blocks costs the
+/// system less: Linux can cache each block in one piece of memory. Once the sink has lost bytes, it gets no more until
+/// the next reset.
 class OutputBuffer {
  public:
   static constexpr std::size_t kCapacity = 131072;
@@ -27,7 +28,7 @@ class OutputBuffer {
   /// @param sink  not owned; must outlive the buffer
   explicit OutputBuffer(ByteSink& sink) : sink_(&sink) {}
 
-  /// Room for up to kBlock bytes, to be written in place and told with advance.
+  /// Returns space for up to kBlock bytes; the caller writes in place and then calls advance.
   char* reserve(std::size_t size) {
     if (static_cast<std::ptrdiff_t>(size) > end_ - at_) {
       makeSpace();
@@ -53,13 +54,13 @@ class OutputBuffer {
     }
   }
 
-  /// Hands over what is there. @return false when bytes were lost since the last reset
+  /// Passes the buffered bytes to the sink. @return false when bytes were lost since the last reset
   bool flush();
 
-  /// Empties the buffer for a new document.
+  /// Discards the buffered bytes, for a new document.
   void reset();
 
-  /// How many bytes were written since the last reset.
+  /// The number of bytes written since the last reset.
   std::uint64_t position() const { return taken_ + static_cast<std::uint64_t>(at_ - bytes_.get()); }
 
  private:
@@ -71,7 +72,7 @@ class OutputBuffer {
   ByteSink* sink_;
   std::unique_ptr<char[]> bytes_;
   char* at_ = nullptr;
-  char* end_ = nullptr;  // of the block; what is written in place may reach past it
+  char* end_ = nullptr;  // of the block; bytes written in place may extend past it
   std::uint64_t taken_ = 0;
   bool lost_ = false;
 };

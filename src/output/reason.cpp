@@ -18,7 +18,7 @@ void Reason::keep(std::wstring_view reason) noexcept {
   *std::copy_n(known.begin(), size_, text_) = L'\0';
 }
 
-void Reason::keepRaised() noexcept {
+void Reason::keepException() noexcept {
   try {
     throw;
   } catch (const std::bad_alloc&) {

@@ -9,14 +9,14 @@ namespace scrivalen {
 /// The reason when memory ran out.
 inline constexpr const wchar_t* kOutOfMemory = L"There is not enough memory";
 
-/// Why something failed: of several reasons the first. It is kept in space of its own, because running out of memory is
-/// a reason too; what is longer is cut.
+/// Why something failed: the first of several reasons. The text is in the object itself, because one reason is that
+/// memory ran out; a longer text is cut.
 class Reason {
  public:
-  /// Keeps a reason unless there is one already. It need not be known: an empty one counts too.
+  /// Keeps a reason unless there is one already. An empty one counts as an unknown reason.
   void keep(std::wstring_view reason) noexcept;
-  /// Keeps what the exception tells that is being handled; for use in a catch clause.
-  void keepRaised() noexcept;
+  /// Keeps the text of the exception being handled; call it in a catch clause.
+  void keepException() noexcept;
   void clear() noexcept;
 
   bool empty() const noexcept { return size_ == 0; }

@@ -36,7 +36,7 @@ struct ReportFile::State : ByteSink {
   void open(const wchar_t* path) {
     name = path ? path : L"";
     buffer.reset();
-    buffer.reserve(1);  // so that no write has to ask for memory
+    buffer.reserve(1);  // allocates now, so that no write has to
     file = openExclusive(name);
     if (!file) {
       openError.keep(systemErrorText(lastSystemError()));

@@ -8,7 +8,7 @@
 namespace scrivalen {
 namespace {
 
-// What another program has written into a new file meanwhile is not ours to remove.
+// A new file that another program has written to meanwhile is not ours to delete.
 bool isEmptyFile(const std::wstring& path) noexcept {
   const File file = openForReading(path);
   return file && sizeOf(file) == std::uint64_t{0};
@@ -22,7 +22,7 @@ bool TargetFile::prepare(const std::wstring& path) {
 }
 
 bool TargetFile::hold(const std::wstring& path) {
-  path_ = path;  // known before there is a file that may have to go away again
+  path_ = path;  // allocated before there is a file to delete
   HeldFile held = holdExclusive(path_);
   if (!held.file) {
     return false;
@@ -51,7 +51,7 @@ bool TargetFile::replaceBy(const std::wstring& finished) {
   if (!isReplaceable_) {
     return writeInto(finished) && deleteFile(finished);
   }
-  // Some systems replace no file that is open.
+  // Some systems cannot replace an open file.
   file_.close();
   const bool isInFolder = folderOf(finished) == folder() + kPathSeparator;
   if (!(isInFolder ? replaceFile(finished, path_) : replaceThroughFolder(finished))) {
@@ -61,7 +61,7 @@ bool TargetFile::replaceBy(const std::wstring& finished) {
   return true;
 }
 
-// The folder is on the target's volume, and nobody else sees the file in it before it has the target's rights.
+// The work folder is on the target's volume, and nobody else can read the file there before it has the target's rights.
 bool TargetFile::replaceThroughFolder(const std::wstring& finished) {
   const std::wstring moved = newFile();
   if (!moveReplacing(finished, moved)) {
@@ -75,7 +75,7 @@ bool TargetFile::replaceThroughFolder(const std::wstring& finished) {
   return true;
 }
 
-// A file under such a name is opened again, which cuts it: it may be longer than the new content.
+// An open file's name is opened again, which truncates the file: it may be longer than the new content.
 bool TargetFile::writeInto(const std::wstring& finished) {
   const File source = openForReading(finished);
   if (!source) {

@@ -7,10 +7,10 @@
 
 namespace scrivalen {
 
-/// A file that gets new content in one step once that is whole. Until then it has what it had, and the new content is
-/// made beside it, where nobody else can read it. A file that is replaced hands its rights on; other names that it has
-/// (hard links) keep the old content. A device, a pipe or an open file's name (/dev/stdout) cannot be replaced: the
-/// content is made elsewhere and written into it.
+/// A file whose content is replaced in one step, when the new content is complete. Until then the file is unchanged,
+/// and the new content is in a folder beside it, where nobody else can read it. The new file gets the old one's rights;
+/// other hard links to the old file keep the old content. A device, a pipe or an open file's name (/dev/stdout) cannot
+/// be replaced: the content is made elsewhere and written into it.
 class TargetFile {
  public:
   TargetFile() = default;
@@ -18,24 +18,24 @@ class TargetFile {
   TargetFile& operator=(const TargetFile&) = delete;
   ~TargetFile() { release(); }
 
-  /// Finds out what the path leads to, and makes place for new content.
-  /// @return false, with the reason in lastSystemError, when no content can be made for it
+  /// Resolves the path and creates the folder for the new content.
+  /// @return false, with the reason in lastSystemError, when that fails
   bool prepare(const std::wstring& path);
 
-  /// The same for a file that is created where there is none, and held from now on, so that nobody else writes it. It
-  /// goes away again when the new content does not come.
+  /// The same, but creates the file if there is none, and holds it open, so that nobody else writes to it. A new file
+  /// is deleted again unless it gets its content.
   bool hold(const std::wstring& path);
 
-  /// The folder in which the new content is made, without a separator at its end.
+  /// The folder for the new content, without a trailing separator.
   const std::wstring& folder() const { return work_.path(); }
-  /// Where to make the new content: no file yet, in that folder and with the target's name.
+  /// The path for the new content, in that folder and with the target's name; there is no file yet.
   std::wstring newFile() const;
 
-  /// Lets the target have the content of a finished file, which may be anywhere and is gone then.
-  /// @return false, with the reason in lastSystemError, when that failed; the finished file stays
+  /// Replaces the target's content by that of a finished file, which may be anywhere and is gone afterwards.
+  /// @return false, with the reason in lastSystemError, when that fails; the finished file is then kept
   bool replaceBy(const std::wstring& finished);
 
-  /// Lets go of the target and removes what was made for it; lastSystemError stays as it is.
+  /// Closes the target and removes the folder; preserves lastSystemError.
   void release() noexcept;
 
  private:

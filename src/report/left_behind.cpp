@@ -12,7 +12,7 @@ struct Objects {
   std::vector<std::shared_ptr<void>> list;
 };
 
-// Holds an object and does not release it.
+// Holds an object and never releases it.
 union Forgotten {
   explicit Forgotten(std::shared_ptr<void> owner) noexcept : object(std::move(owner)) {}
   Forgotten(const Forgotten&) = delete;
@@ -22,7 +22,7 @@ union Forgotten {
   std::shared_ptr<void> object;
 };
 
-// Never destroyed: what is kept here must not be flushed or closed at the end of the process either.
+// Never destroyed: these objects must not be flushed or closed at the end of the process either.
 Objects& objects() {
   static Objects& kept = *new Objects;
   return kept;
@@ -35,7 +35,7 @@ void leaveBehind(std::shared_ptr<void> object) noexcept {
     const std::lock_guard lock(objects().mutex);
     objects().list.push_back(std::move(object));
   } catch (...) {
-    // Without memory for the list it stays all the same, but out of a leak checker's sight.
+    // When memory for the list runs out, the object is kept all the same, but a leak checker reports it.
     const Forgotten forgotten(std::move(object));
   }
 }

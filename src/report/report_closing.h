@@ -6,8 +6,8 @@
 
 namespace scrivalen {
 
-/// Closes a report's file and tells in the log which characters it could not hold.
-/// @param error  receives the reason when bytes were lost, or content because memory ran out
+/// Closes a report's file and logs which characters it could not represent.
+/// @param error  gets the reason when bytes were lost, or when content was lost because memory ran out
 REPORT_ERRORS closeReportFile(ReportFile& file, const scrivalen::LossCounter& loss, ReportError error) noexcept;
 
 }  // namespace scrivalen

@@ -10,10 +10,10 @@
 
 namespace scrivalen {
 
-/// The error text of a report and what the report lost because memory ran out. AReport keeps both in its fields; its
-/// members and its formats change them through this. Nothing here raises.
+/// The error text of a report and what the report lost because memory ran out. Both are fields of AReport, which its
+/// members and its formats change through this class. Nothing here throws.
 ///
-/// A lost setting makes every Open of the report fail, lost content the next Open or Close.
+/// A lost setting makes every Open of the report fail; lost content makes the next Open or Close fail.
 class ReportError {
  public:
   enum Lost : std::int32_t { kSetting = 1, kContent = 2, kText = 4 };
@@ -22,16 +22,16 @@ class ReportError {
   /// @param lost  a combination of Lost
   ReportError(std::wstring& text, std::int32_t& lost) : text_(&text), lost_(&lost) {}
 
-  /// The text to return for these fields; without memory for the error text a fixed one.
+  /// The error text to return; a fixed one when memory for it ran out.
   static const wchar_t* textOf(const std::wstring& text, std::int32_t lost);
 
   void set(std::wstring_view text) noexcept;
-  /// Sets the sentence on a file and the reason; without memory for it, the reason alone.
+  /// Sets the message for a file error, or only the reason when memory runs out.
   void set(scrivalen::FileError error, std::wstring_view file, std::wstring_view reason) noexcept;
 
-  /// Runs a part of a call that sets the report up, or of one that writes content. What it raises is logged, and the
+  /// Runs a part of a call that changes a setting, or of one that writes content. An exception is logged, and the
   /// setting or content counts as lost.
-  /// @return whether nothing was raised
+  /// @return false after an exception
   template <typename Action>
   bool keepSetting(Action&& action) noexcept {
     return keep(kSetting, action);
@@ -41,7 +41,7 @@ class ReportError {
     return keep(kContent, action);
   }
 
-  /// Runs an opening or closing. What it raises becomes the error text.
+  /// Runs an Open or Close. The text of an exception becomes the error text.
   template <typename Action>
   REPORT_ERRORS resultOf(Action&& action) noexcept {
     scrivalen::Reason raised;
@@ -53,12 +53,12 @@ class ReportError {
     return result;
   }
 
-  /// Reports what was lost: an Open or Close asks this and fails when it is true.
+  /// Reports a loss: Open and Close call this and fail when it returns true.
   /// @param what  a combination of kSetting and kContent
-  /// @return whether something of it was lost; the error text then says that memory ran out
+  /// @return whether any of these was lost; the error text then says that memory ran out
   bool reportLoss(std::int32_t what = kSetting | kContent) noexcept;
 
-  /// Forgets what was lost, because it belonged to something that is gone.
+  /// Forgets the losses, because the settings and content concerned are gone.
   void forgetLoss() noexcept { *lost_ &= kText; }
 
  private:
@@ -68,7 +68,7 @@ class ReportError {
       action();
       return true;
     } catch (...) {
-      scrivalen::logRaised();
+      scrivalen::logException();
       lose(what);
       return false;
     }

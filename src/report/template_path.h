@@ -6,7 +6,7 @@
 
 namespace scrivalen {
 
-/// The path of a template: the folder "tmpl" beside a module's file; nothing when the module's path names no folder.
+/// The path of a template, in the folder "tmpl" beside a module's file; nothing when the module's path has no folder.
 std::optional<std::wstring> templatePath(std::wstring_view module, std::wstring_view name);
 
 }  // namespace scrivalen

@@ -30,7 +30,7 @@ constexpr std::string_view kHeadAfterTitle =
 
 }  // namespace
 
-// A buffer of the writer's own in front of a file that the host brought.
+// A buffer of the writer's own for the host's file.
 struct HTML::HostOutput : ByteSink {
   explicit HostOutput(OutputFile& target) : file(&target), buffer(*this) {}
 
@@ -39,7 +39,7 @@ struct HTML::HostOutput : ByteSink {
       file->Write(data, size);
       return true;
     } catch (const std::exception&) {
-      error.keepRaised();
+      error.keepException();
     } catch (...) {
       error.keep(L"The output file failed.");
     }
@@ -60,7 +60,7 @@ void HTML::Open(ReportFile& file) {
 void HTML::Open(OutputFile& file) {
   Flush();
   auto host = std::make_shared<HostOutput>(file);
-  host->buffer.reserve(1);  // so that no write has to ask for memory
+  host->buffer.reserve(1);  // allocates now, so that no write has to
   host_ = std::move(host);
   out_ = &host_->buffer;
 }
@@ -112,7 +112,7 @@ void HTML::Content(const wchar_t* text) {
   }
 }
 
-// Names are short and ASCII nearly always: such a one is written while its end is looked for.
+// Names are almost always short and ASCII: these are copied while their end is searched for.
 void HTML::writeName(const wchar_t* name) {
   constexpr std::size_t kUsual = 64;
   if (!out_ || !name) {

@@ -25,7 +25,7 @@ REPORT_ERRORS TextReport::Close() {
 }
 
 void TextReport::SetColumnSeparator(const std::wstring& separator) {
-  ReportError(error_, lost_).keepSetting([&] { separator_ = separator.c_str(); });  // up to its NUL, as every text
+  ReportError(error_, lost_).keepSetting([&] { separator_ = separator.c_str(); });  // up to its NUL, like every text
 }
 
 void TextReport::SetReportOption(REPORT_OPTION option, int value) {

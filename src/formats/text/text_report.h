@@ -6,8 +6,8 @@
 
 #include <string_view>
 
-/// Writes a report as plain text: UTF-16, little-endian, with a byte-order mark, or one byte per character. A table's
-/// row is a line, its cells joined by the column separator. What plain text has no form for is dropped.
+/// Writes a report as plain text: UTF-16, little-endian, with a byte-order mark, or one byte per character. A table row
+/// is a line of cells joined by the column separator. Whatever plain text cannot express is dropped.
 class TextReport final : public AReport {
  public:
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
@@ -34,7 +34,7 @@ class TextReport final : public AReport {
   void EndCell(const wchar_t*, int) override {}
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void Link(const wchar_t*, const wchar_t*) override {}
-  /// Knows OPTION_SINGLE_BYTE_TEXT.
+  /// Supports OPTION_SINGLE_BYTE_TEXT.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:

@@ -114,7 +114,7 @@ TEST(ReasonOfAFailure, ComesFromTheException) {
       action();
     } catch (...) {
       const FailingAllocations memory(1, Extent::One);
-      reason.keepRaised();
+      reason.keepException();
     }
     return std::wstring(reason.text());
   };
