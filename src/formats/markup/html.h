@@ -9,25 +9,25 @@
 #include <string_view>
 #include <utility>
 
-/// Writes tags, texts and page frames of HTML and XML in UTF-8. It adds no line breaks inside the body. Null texts are
-/// empty. Not bound to a file, it writes nothing.
+/// Writes tags, texts and page frames of HTML and XML in UTF-8. It adds no line breaks in the body. Null texts are
+/// empty. A writer that is not bound to a file writes nothing.
 ///
 /// A copy writes to the same file as its source.
 class HTML {
  public:
-  /// Binds the writer to an open file, which is not owned and must outlive the writing. What was lost since Unbind,
-  /// through quoting, belongs to this file.
+  /// Binds the writer to an open file, which is not owned and must stay open as long as it is written to. Characters
+  /// lost by quoting since Unbind count for this file.
   void Open(ReportFile& file);
-  /// What the file raises is kept: Flush answers false, and Error says why.
+  /// An exception from the file is kept: Flush returns false, and Error returns the reason.
   void Open(OutputFile& file);
   void Unbind();
 
   /// Writes a page's head: doctype, character set, title and a style sheet that makes bare tables readable.
-  /// @param title  null: no title; the other two arguments change nothing
+  /// @param title  null: no title; the other two arguments are ignored
   void Head(const wchar_t* title, const wchar_t* text, int kind);
   /// Writes the XML declaration.
   void HeadXML();
-  /// Writes a text as it stands.
+  /// Writes a text unescaped.
   void Text(std::wstring_view text);
   void Text(const wchar_t* text) { Text(text ? std::wstring_view(text) : std::wstring_view()); }
   void Literal(std::string_view ascii) {
@@ -36,32 +36,32 @@ class HTML {
     }
   }
   void Number(int number);
-  /// Writes a text with what means something in HTML escaped.
+  /// Writes a text with the special characters of HTML escaped.
   void QuotedText(const wchar_t* text);
-  /// The same for a text that may be quoted already.
+  /// The same for a text that may already be escaped.
   void QuotedOnce(const wchar_t* text);
-  /// Writes a text as the content of an element, escaped as far as it is not yet.
+  /// Writes element content; text that is already escaped is kept.
   void Content(const wchar_t* text);
   /// Writes a start tag, with one attribute when @p attribute is not null.
   void OpenTag(const wchar_t* name, const wchar_t* attribute, const wchar_t* value);
   void CloseTag(const wchar_t* name);
-  /// Writes an element; its content is escaped as far as it is not yet. The last two texts are not written.
+  /// Writes an element with the given content, as Content does. The last two arguments are ignored.
   void Tag(const wchar_t* name, const wchar_t* content, const wchar_t* attribute, const wchar_t* value);
   /// Writes the start tag of a table (1, -1, attributes) or its end tag (0, 1, null).
   void Table(short open, short close, const wchar_t* attributes);
   static std::wstring Quoting(const std::wstring& text, int kind);
-  /// The same, with what it replaces counted among what this writer lost.
+  /// The same, but counts replaced characters as lost by this writer.
   std::wstring CountedQuoting(const std::wstring& text);
-  /// Counts a character that could not be written as it was given.
+  /// Counts a character that could not be represented.
   void NoteLoss(char32_t character) { loss_.note(character); }
-  /// Hands over what is held. @return false when bytes were lost
+  /// Flushes the buffer. @return false when bytes were lost
   bool Flush();
   /// Ends the page and flushes.
   bool Close(int kind);
 
   const scrivalen::LossCounter& Loss() const { return loss_; }
   scrivalen::LossCounter TakeLoss() { return std::exchange(loss_, {}); }
-  /// Why a file of the host's failed; empty when none did.
+  /// Why the host's file failed; empty if it did not.
   std::wstring_view Error() const;
 
  private:

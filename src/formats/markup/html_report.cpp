@@ -20,7 +20,7 @@ using namespace scrivalen;
 using scrivalen::ReportError;
 
 struct HtmlReport::State {
-  // Stands in, bound to no file and never changed, where there is no memory for a state.
+  // Used when memory for a state runs out; bound to no file and never changed.
   static State& none() {
     static State state;
     return state;
@@ -28,14 +28,14 @@ struct HtmlReport::State {
 
   bool isNone() const { return this == &none(); }
 
-  // What is let go while it is open stays open until the process ends: only Close finishes a file.
+  // A file that is still open stays open until the process ends: only Close finishes a file.
   void leaveFile() noexcept {
     if (file && file.use_count() == 1 && file->IsOpen()) {
       scrivalen::leaveBehind(std::move(file));
     }
   }
 
-  // Writes a text that is markup in the classic form.
+  // Writes a text, which in the classic form is markup.
   void put(const wchar_t* text) {
     if (openConforming) {
       writer.QuotedOnce(text);
@@ -50,7 +50,7 @@ struct HtmlReport::State {
     writer.Literal("\">");
   }
 
-  // What a report does with its state: not the report's own functions, which would be exported with it.
+  // Operations on HtmlReport that are not its members, because those would be exported.
   static void take(HtmlReport& report, const State& state);
   static void drop(HtmlReport& report);
   static void beginPage(HtmlReport& report, std::wstring& page);
@@ -59,11 +59,11 @@ struct HtmlReport::State {
   static REPORT_ERRORS closeHostsFile(HtmlReport& report, bool isWhole);
 
   HTML writer;
-  std::shared_ptr<ReportFile> file;  // null until the first opening by name; shared by copies
-  std::wstring tail;                 // what a template has behind "%BODY%"
+  std::shared_ptr<ReportFile> file;  // null until the first Open by name; shared by copies
+  std::wstring tail;                 // the template's text after "%BODY%"
   std::int32_t externalFile = 0;
-  bool conforming = false;      // what the option asks for
-  bool openConforming = false;  // what the open report is
+  bool conforming = false;      // the option, for the next Open
+  bool openConforming = false;  // of the open report
 };
 
 namespace {
@@ -71,7 +71,8 @@ namespace {
 constexpr const wchar_t* kDefaultTable = L"class=\"table table-hover table-bordered\"";
 constexpr std::wstring_view kBody = L"%BODY%";
 
-// A template read one character a byte, as UTF-8; the mark that some editors put in front is no text.
+// Decodes a template, which was read as one character per byte, from UTF-8. A byte-order mark, which some editors
+// write, is dropped.
 std::wstring decodeUtf8(std::wstring_view bytes, HTML& writer) {
   std::string utf8(bytes.size(), '\0');
   std::transform(bytes.begin(), bytes.end(), utf8.begin(), [](wchar_t c) { return static_cast<char>(c); });

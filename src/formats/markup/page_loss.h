@@ -5,9 +5,9 @@
 
 namespace scrivalen::formats {
 
-/// The characters that a page could not hold, for a report whose pages are parts of one file.
+/// The characters that a page could not represent, for a report that makes one file of several pages.
 struct PageLoss {
-  /// Takes their count from a page, whose Close then does not log it.
+  /// Moves the count out of a page, so that its Close does not log it.
   static scrivalen::LossCounter takeFrom(HtmlReport& page);
 };
 

@@ -16,7 +16,7 @@ struct Range {
   char32_t first, last;
 };
 
-// XML 1.0, 2.3, NameStartChar without the colon, and what NameChar has more.
+// XML 1.0, 2.3: NameStartChar without the colon, and the additional characters of NameChar.
 constexpr Range kFirstCharacters[] = {{U'A', U'Z'},     {U'_', U'_'},     {U'a', U'z'},      {0xC0, 0xD6},
                                       {0xD8, 0xF6},     {0xF8, 0x2FF},    {0x370, 0x37D},    {0x37F, 0x1FFF},
                                       {0x200C, 0x200D}, {0x2070, 0x218F}, {0x2C00, 0x2FEF},  {0x3001, 0xD7FF},
@@ -61,7 +61,7 @@ bool isXmlName(std::wstring_view text) {
   return true;
 }
 
-void mendXmlName(std::wstring_view text, const std::function<void(std::wstring_view)>& put) {
+void repairXmlName(std::wstring_view text, const std::function<void(std::wstring_view)>& put) {
   constexpr std::wstring_view kInstead = L"_";
   const wchar_t* at = text.data();
   const wchar_t* const end = at + text.size();
@@ -78,9 +78,9 @@ void mendXmlName(std::wstring_view text, const std::function<void(std::wstring_v
   }
 }
 
-std::wstring mendedXmlName(std::wstring_view text) {
+std::wstring repairedXmlName(std::wstring_view text) {
   std::wstring name;
-  mendXmlName(text, [&name](std::wstring_view piece) { name += piece; });
+  repairXmlName(text, [&name](std::wstring_view piece) { name += piece; });
   return name;
 }
 

@@ -6,15 +6,15 @@
 
 namespace scrivalen::formats {
 
-/// Whether a text is the name of an element (XML 1.0, 2.3). One with a colon is not: its prefix would have to be
-/// declared (Namespaces in XML 1.0, 5), and no report can do that.
+/// Whether a text is a valid element name (XML 1.0, 2.3). One with a colon is not: its prefix would have to be declared
+/// (Namespaces in XML 1.0, 5), and no report can do that.
 bool isXmlName(std::wstring_view text);
 
-/// Hands over the nearest name, piece by piece: what no name may have becomes "_", and so does an empty text; a text
-/// that begins with what no name begins with has "_" before it.
-void mendXmlName(std::wstring_view text, const std::function<void(std::wstring_view)>& put);
+/// Passes the nearest valid name to @p put, piece by piece: an invalid character or an empty text becomes "_", and a
+/// character that may not begin a name gets "_" before it if it is the first.
+void repairXmlName(std::wstring_view text, const std::function<void(std::wstring_view)>& put);
 
-/// The nearest name as a whole.
-std::wstring mendedXmlName(std::wstring_view text);
+/// The nearest valid name.
+std::wstring repairedXmlName(std::wstring_view text);
 
 }  // namespace scrivalen::formats

@@ -110,7 +110,7 @@ void XmlReport::openElement(const wchar_t* name) {
   const std::wstring_view given = name ? name : L"";
   if (openConforming_ && !isXmlName(given)) {
     noteRenamed(given);
-    mendedTag("<", given);
+    writeRepairedTag("<", given);
   } else {
     writer_.OpenTag(name, nullptr, nullptr);
   }
@@ -119,16 +119,16 @@ void XmlReport::openElement(const wchar_t* name) {
 void XmlReport::closeElement(const wchar_t* name) {
   const std::wstring_view given = name ? name : L"";
   if (openConforming_ && !isXmlName(given)) {
-    mendedTag("</", given);
+    writeRepairedTag("</", given);
   } else {
     writer_.CloseTag(name);
   }
 }
 
-// Nothing here asks for memory, so that every element that begins also ends.
-void XmlReport::mendedTag(std::string_view begin, std::wstring_view name) {
+// Nothing here allocates, so that every element that begins also ends.
+void XmlReport::writeRepairedTag(std::string_view begin, std::wstring_view name) {
   writer_.Literal(begin);
-  mendXmlName(name, [this](std::wstring_view piece) { writer_.Text(piece); });
+  repairXmlName(name, [this](std::wstring_view piece) { writer_.Text(piece); });
   writer_.Literal(">");
 }
 
@@ -144,6 +144,6 @@ void XmlReport::logRenamed() const {
         renamed_ == 1
             ? L"'%s': %d element was renamed because XML does not allow its name, from '%s' to '%s'."
             : L"'%s': %d elements were renamed because XML does not allow their names, the first from '%s' to '%s'.";
-    CLog::Bug2(FMT::Format(format, file_.Name(), renamed_, firstRenamed_, mendedXmlName(firstRenamed_)));
+    CLog::Bug2(FMT::Format(format, file_.Name(), renamed_, firstRenamed_, repairedXmlName(firstRenamed_)));
   }
 }

@@ -36,7 +36,7 @@ class XmlReport final : public AReport {
   void EndCell(const wchar_t* name, int header) override;
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void Link(const wchar_t*, const wchar_t*) override {}
-  /// Knows OPTION_CONFORMING, from the next Open: an element's name that XML does not allow is mended.
+  /// Supports OPTION_CONFORMING, from the next Open: an element name that XML does not allow is corrected.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:
@@ -44,13 +44,13 @@ class XmlReport final : public AReport {
   void closeNamed(const wchar_t* name);
   void openElement(const wchar_t* name);
   void closeElement(const wchar_t* name);
-  void mendedTag(std::string_view begin, std::wstring_view name);
+  void writeRepairedTag(std::string_view begin, std::wstring_view name);
   void noteRenamed(std::wstring_view name);
   void logRenamed() const;
 
   HTML writer_;
-  bool conforming_ = false;      // what the option asks for
-  bool openConforming_ = false;  // what the open report is
+  bool conforming_ = false;      // the option, for the next Open
+  bool openConforming_ = false;  // of the open report
   std::uint64_t renamed_ = 0;    // elements of the open report
   std::wstring firstRenamed_;
   std::int32_t suppressText_ = 0;  // 1 while a cell that was begun without a name is open
