@@ -11,7 +11,7 @@ namespace {
 
 using PlainAscii = PlainBelow<char, 0x80>;
 
-// Writes the character at `at`, which it moves past it, and answers the end of its bytes; null when they do not fit.
+// Writes the character at `at` and moves past it. Returns the end of its bytes; null when they do not fit.
 char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, const char* limit, LossCounter& loss) {
   const char32_t c = nextCharacter(at, end);
   const std::size_t width = unitsOf(c);
@@ -25,7 +25,7 @@ char* putCharacter(const wchar_t*& at, const wchar_t* end, char* out, const char
   return std::fill_n(out, width, static_cast<char>(byte.value_or('?')));
 }
 
-// Answers the end of the bytes; null when they do not fit.
+// Returns the end of the bytes; null when they do not fit.
 char* putText(std::wstring_view text, char* out, const char* limit, LossCounter& loss) {
   const wchar_t* const end = text.data() + text.size();
   transcode(

@@ -6,7 +6,7 @@
 namespace scrivalen {
 namespace {
 
-// A system set to UTF-8 has no ANSI letters to offer; documents say "ansi", which is Windows-1252.
+// A system set to UTF-8 has no ANSI code page; documents say "ansi", which is Windows-1252.
 UINT codePage() {
   constexpr UINT kWestern = 1252;
   const UINT page = GetACP();
@@ -26,8 +26,8 @@ Conversion convert(const wchar_t* text, int length, char* out, int capacity) {
 
 }  // namespace
 
-// A character at a time: only so a lone surrogate, a pair and an unknown letter each give as many "?" as they have code
-// units, and can be counted.
+// Converts one character at a time: otherwise a lone surrogate, a pair and an unknown letter would not each become one
+// "?" per code unit, and could not be counted.
 std::optional<std::size_t> toCodePage(std::wstring_view text, char* out, std::size_t capacity, LossCounter& loss) {
   std::size_t size = 0;
   const wchar_t* at = text.data();

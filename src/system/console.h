@@ -8,16 +8,16 @@
 
 namespace scrivalen {
 
-/// The program's arguments, its own name first: UTF-8, or any bytes, as narrowPath returns them.
+/// The program's arguments, its own name first, as narrowPath encodes them.
 std::vector<std::string> programArguments(int argc, char** argv);
 
-/// An environment variable as UTF-8; nothing when it is not set.
+/// An environment variable, as narrowPath encodes it; nothing when it is not set.
 std::optional<std::string> environmentVariable(const char* name);
 
-/// Reads up to @p size bytes of standard input as they are; 0 at the end, nothing on an error or an interrupt.
+/// Reads up to @p size bytes from standard input, unconverted; 0 at the end, nothing on an error or an interrupt.
 std::optional<std::size_t> readStandardInput(void* data, std::size_t size);
 
-/// Writes UTF-8 text, without memory; a terminal shows it as such.
+/// Writes UTF-8 text without allocating; a terminal shows it correctly.
 /// @return false, with the reason in lastSystemError, when not all of it was written
 bool writeStandardOutput(std::string_view text) noexcept;
 bool writeStandardError(std::string_view text) noexcept;

@@ -16,7 +16,7 @@ bool isTerminal(HANDLE stream) {
   return GetConsoleMode(stream, &mode) != 0;
 }
 
-// The next units of a text, as many as there is room for.
+// Takes as many UTF-16 code units off a text as fit.
 std::size_t takeWide(std::string_view& text, wchar_t* units, std::size_t capacity) noexcept {
   const char* at = text.data();
   const char* const end = at + text.size();
@@ -55,7 +55,7 @@ bool writeStream(DWORD which, std::string_view text) noexcept {
 
 }  // namespace
 
-// What main receives has gone through the code page; the system's own command line has not.
+// The arguments of main have been converted to the code page; the system's own command line has not.
 std::vector<std::string> programArguments(int, char**) {
   int count = 0;
   wchar_t** const list = CommandLineToArgvW(GetCommandLineW(), &count);
@@ -86,7 +86,7 @@ bool writeStandardOutput(std::string_view text) noexcept { return writeStream(ST
 
 bool writeStandardError(std::string_view text) noexcept { return writeStream(STD_ERROR_HANDLE, text); }
 
-// A terminal that does not understand control sequences would show them: it is not treated as one.
+// A terminal that does not understand control sequences would show them, so it does not count as one.
 bool isStandardErrorTerminal() {
   const HANDLE stream = GetStdHandle(STD_ERROR_HANDLE);
   DWORD mode = 0;

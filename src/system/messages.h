@@ -5,13 +5,13 @@
 
 namespace scrivalen {
 
-/// The number that the system gives for its last call that failed: errno, or GetLastError.
+/// The system's error number for its last failed call: errno, or GetLastError.
 std::uint32_t lastSystemError();
 
-/// Restores such a number, where what was done since is of no interest.
+/// Restores such a number after calls whose own errors do not matter.
 void setLastSystemError(std::uint32_t error);
 
-/// Keeps the reason of a failure while something is cleaned up.
+/// Preserves the reason of a failure during a cleanup.
 class SystemErrorKeeper {
  public:
   SystemErrorKeeper() : error_(lastSystemError()) {}
@@ -23,10 +23,10 @@ class SystemErrorKeeper {
   std::uint32_t error_;
 };
 
-/// The system's number for a disk without room.
+/// The system's error number for a full disk.
 std::uint32_t diskFullError();
 
-/// The system's text for such a number, without the line end that some systems put behind it.
+/// The system's text for an error number, without the line break that some systems append.
 std::wstring systemErrorText(std::uint32_t error);
 
 #ifdef _WIN32
@@ -35,7 +35,7 @@ inline constexpr bool kHasMessageBox = true;
 inline constexpr bool kHasMessageBox = false;
 #endif
 
-/// Shows an error in a modal box; does nothing on a system that has none.
+/// Shows an error in a modal message box; does nothing on a system that has none.
 void showMessageBox(const wchar_t* title, const wchar_t* text);
 
 }  // namespace scrivalen

@@ -4,7 +4,7 @@
 
 namespace scrivalen {
 
-/// The full file name of the module that holds this library, links resolved; empty when the system does not tell.
+/// The full path of the module that contains this library; empty when it is unknown. On Linux, links are resolved.
 std::wstring modulePath();
 
 }  // namespace scrivalen

@@ -14,11 +14,11 @@ std::wstring findModule() {
     return {};
   }
   const std::wstring path = widePath(info.dli_fname);
-  // A program linked with the library's objects is known by the name it was called by, which need not be a path.
+  // For a program that contains the library's objects this is the name it was started by, which need not be a path.
   return resolvedPath(folderOf(path).empty() ? L"/proc/self/exe" : path);
 }
 
-// Asked while the library is being loaded: its name may be relative to a folder that the host leaves later.
+// Found while the library is being loaded: its name may be relative to a current folder that the host changes later.
 const std::wstring loadedFrom = findModule();
 
 }  // namespace

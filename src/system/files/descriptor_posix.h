@@ -23,8 +23,8 @@ inline void closeKeepingError(int fd) {
   errno = error;
 }
 
-/// A descriptor of 3 or above in place of one that was just opened: 0 would read as no file, and a host that has closed
-/// its standard streams must not find a report in their place.
+/// Moves a descriptor that was just opened to 3 or above: 0 would read as no file, and a report must not take the place
+/// of a standard stream that the host has closed.
 inline int aboveStandardStreams(int fd) {
   if (fd < 0 || fd > STDERR_FILENO) {
     return fd;

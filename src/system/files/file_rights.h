@@ -4,10 +4,10 @@
 
 namespace scrivalen {
 
-/// Moves a finished file over another of the same volume, or to where there is none. A file that is replaced hands its
-/// rights on: on Linux mode, owner, group and access control list, on Windows the access control list and the
-/// attributes. Where the system does not allow that, the new file has narrower rights, never wider ones.
-/// @return false, with the reason in lastSystemError; the target is as it was then
+/// Moves a finished file to a path on the same volume, and replaces any file there. The new file gets the old one's
+/// rights: on Linux mode, owner, group and access control list; on Windows access control list and attributes. Where
+/// the system does not allow that, it gets narrower rights, never wider ones.
+/// @return false, with the reason in lastSystemError and the target unchanged, when that fails
 bool replaceFile(const std::wstring& finished, const std::wstring& target) noexcept;
 
 /// Gives a file the rights of another, or narrower ones.

@@ -21,11 +21,11 @@ mode_t ownerBits(mode_t mode) { return mode >> 6 & 7; }
 mode_t groupBits(mode_t mode) { return mode >> 3 & 7; }
 mode_t otherBits(mode_t mode) { return mode & 7; }
 
-// Only what a file's owner may do, and one right for everybody else.
+// The owner's bits of a mode, and the same bits for group and others.
 mode_t withSharedBits(mode_t mode, mode_t shared) { return (mode & kOwner) | shared << 3 | shared; }
 
-// A file's access control list as Linux hands it out: a version of four bytes, then eight bytes an entry, the first
-// four of which are its tag and its rights, all little-endian.
+// A file's access control list as Linux returns it: a version of four bytes, then eight bytes per entry, the first four
+// of which are its tag and its rights, all little-endian.
 class AccessList {
  public:
   explicit AccessList(const NativePath& path) noexcept {
@@ -35,14 +35,14 @@ class AccessList {
   }
 
   bool exists() const noexcept { return size_ > 0; }
-  // Whether there may be one that cannot be read.
+  // Whether there may be a list that cannot be read.
   bool isUnknown() const noexcept { return isUnknown_; }
 
   bool applyTo(const NativePath& path) const noexcept {
     return ::setxattr(path.c_str(), kListName, bytes_, size_, 0) == 0;
   }
 
-  // The rights that all who are not the owner have in common.
+  // The rights that every entry but the owner's grants.
   mode_t commonBits() const noexcept {
     constexpr std::size_t kHeader = 4;
     constexpr std::size_t kEntry = 8;
@@ -62,12 +62,12 @@ class AccessList {
                                                         << 8;
   }
 
-  char bytes_[16384];  // more than file systems have room for
+  char bytes_[16384];  // more than file systems can store
   std::size_t size_ = 0;
   bool isUnknown_ = false;
 };
 
-// Whether the file has no rights beyond some, where setting them has failed.
+// Whether the file has no more rights than @p mode although they could not be set.
 bool isNoWider(const NativePath& path, mode_t mode) noexcept {
   const int error = errno;
   struct stat status {};
@@ -78,7 +78,7 @@ bool isNoWider(const NativePath& path, mode_t mode) noexcept {
   return isNarrow;
 }
 
-// Gives a file the owner and the group of another as far as this user may. @return the file's status then
+// Gives a file the owner and the group of another as far as this user may. Returns the file's new status.
 struct stat withOwnerOf(const struct stat& old, const NativePath& path) noexcept {
   struct stat status {};
   ::stat(path.c_str(), &status);
@@ -91,8 +91,8 @@ struct stat withOwnerOf(const struct stat& old, const NativePath& path) noexcept
   return status;
 }
 
-// Someone who owned the old file, or was in its group, is one of the others now, and someone else is not. So nobody may
-// do what not both could.
+// With a new owner or group, a user may get the rights of another class. So each class only gets the rights that both
+// the old and the new class had.
 mode_t narrowed(mode_t mode, bool keepsOwner, bool keepsGroup) {
   mode_t group = groupBits(mode);
   mode_t other = otherBits(mode);
@@ -131,7 +131,7 @@ bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
   } else if (list.isUnknown()) {
     mode &= kOwner;
   }
-  // A list that the folder has handed down would stay, with the group's bits as the most that it grants.
+  // A list inherited from the folder would stay in force, with the group's bits as its mask.
   if (::removexattr(target.c_str(), kListName) != 0 && errno != ENODATA && errno != ENOTSUP) {
     mode &= kOwner;
   }

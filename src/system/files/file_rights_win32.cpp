@@ -34,8 +34,8 @@ bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
          copyAccessList(from, to);
 }
 
-// The system's own replacing hands on what else a file has, such as its time of creation. Where it refuses, the new
-// file has been made in a folder for its user alone, and keeps the rights that it has got there.
+// ReplaceFileW also preserves other properties, such as the creation time. Where it fails, the new file keeps the
+// rights that it got in the work folder, which is private to this user.
 bool replaceFile(const std::wstring& finished, const std::wstring& target) noexcept {
   const DWORD attributes = GetFileAttributesW(target.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES) {

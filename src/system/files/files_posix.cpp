@@ -23,7 +23,7 @@
 namespace scrivalen {
 namespace {
 
-// Whether a call of the system was broken off by a signal that is no reason to give up.
+// Whether a system call was interrupted by a signal that is no reason to give up.
 bool shouldRetry() { return errno == EINTR && !isStopRequested(); }
 
 File openFile(const std::wstring& path, int flags) {
@@ -47,7 +47,7 @@ bool isRegular(int fd) {
   return ::fstat(fd, &status) == 0 && S_ISREG(status.st_mode);
 }
 
-// On a file system without locks the file is opened as any program would open it.
+// A file system without locks is no reason to fail: the file is then opened without one.
 bool lock(int fd) {
   if (::flock(fd, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {
     return true;
@@ -75,13 +75,13 @@ std::string folderOf(const std::string& path) {
   return name == 0 ? "./" : path.substr(0, name);
 }
 
-// A path without links; empty where nothing is there.
+// A path with all links resolved; empty if it does not exist.
 std::string realPath(const std::string& path) {
   char real[PATH_MAX];
   return ::realpath(path.c_str(), real) ? real : "";
 }
 
-// Where the links lead that a path may be, also when there is nothing at their end; nowhere when there is no end.
+// Follows the links that a path may be, even to a target that does not exist. The path is empty when they form a loop.
 struct Followed {
   explicit Followed(const std::wstring& from) : path(narrowPath(from)) {
     constexpr int kMaxLinks = 40;
@@ -100,14 +100,14 @@ struct Followed {
   }
 
   std::string path;
-  bool isOpenFile = false;  // whether they lead through the system's list of files that a process has open
+  bool isOpenFile = false;  // whether they lead through /proc, and so to a process's open file
 };
 
 bool renamePath(const std::wstring& from, const std::wstring& to) {
   return ::rename(NativePath(from).c_str(), NativePath(to).c_str()) == 0;
 }
 
-// Through a file beside the target, so that the target is never half written.
+// Copies to a file beside the target first, so that the target is never half written.
 bool moveAcrossVolumes(const std::wstring& from, const std::wstring& to) {
   const auto beside = createFileBeside(to);
   if (!beside) {
@@ -152,7 +152,7 @@ std::wstring widePath(std::string_view path) {
   return wide;
 }
 
-// Locks before truncating, so that a file another report holds stays as it is.
+// Locks before truncating, so that a file locked by another report is untouched.
 File openExclusive(const std::wstring& path) noexcept {
   File file = openHeld(path);
   if (file && isRegular(descriptor(file)) && ::ftruncate(descriptor(file), 0) != 0) {

@@ -25,9 +25,9 @@ void closeKeepingError(HANDLE file) {
 
 bool isFileOnDisk(HANDLE file) { return GetFileType(file) == FILE_TYPE_DISK; }
 
-// A path without links; empty where nothing is there.
+// A path with all links resolved; empty if it does not exist.
 std::wstring realPath(const std::wstring& path) {
-  std::wstring real(32768, L'\0');  // before there is a handle that running out of memory would leave open
+  std::wstring real(32768, L'\0');  // allocated before there is a handle to close
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
   if (file == INVALID_HANDLE_VALUE) {
@@ -39,7 +39,7 @@ std::wstring realPath(const std::wstring& path) {
   return real;
 }
 
-// The identity of a file, for which opening it for nothing is enough.
+// The identity of a file; opening it without any access is enough for that.
 bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) {
   const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
                                   OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
@@ -90,7 +90,7 @@ std::wstring widePath(std::string_view path) {
   return wide;
 }
 
-// An existing file is opened and then cut, which keeps its attributes and works on a hidden file too.
+// An existing file is opened and then truncated, which keeps its attributes and also works for a hidden file.
 File openExclusive(const std::wstring& path) noexcept {
   File file = openFile(path, GENERIC_WRITE, kNoSharing, OPEN_ALWAYS);
   if (file && isFileOnDisk(file) && !SetEndOfFile(file)) {
@@ -227,7 +227,7 @@ std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring&
   }
   const std::unique_ptr<void, decltype(&FindClose)> closed(search, &FindClose);
   do {
-    // The system's own patterns match short names too, so that "*.htm" would find "page.html".
+    // The system's own patterns match short names too, so "*.htm" would find "page.html".
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0 && endsWithIgnoringCase(entry.cFileName, suffix)) {
       names.emplace_back(entry.cFileName);
     }
@@ -241,7 +241,7 @@ std::optional<std::wstring> createPrivateFolder() {
   if (length == 0 || length >= std::size(root)) {
     return std::nullopt;
   }
-  // The temporary folder is the user's own, and a new folder takes over its access rights.
+  // The temporary folder is the user's own, and a new folder inherits its access rights.
   std::wstring path = std::wstring(root, length) + L"scrivalen-" + randomName();
   if (!CreateDirectoryW(path.c_str(), nullptr)) {
     return std::nullopt;

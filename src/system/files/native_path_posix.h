@@ -8,9 +8,9 @@
 
 namespace scrivalen {
 
-inline constexpr char32_t kByteEscape = 0xDC00;  ///< plus a byte of 0x80 or above, which is not UTF-8
+inline constexpr char32_t kByteEscape = 0xDC00;  ///< plus a byte that is not UTF-8, 0x80 or above
 
-/// Writes one character of a path. Returns how many bytes those were; 0 for what no path can hold.
+/// Writes one character of a path. Returns the number of bytes; 0 for a character that no path can contain.
 inline std::size_t putPathCharacter(char32_t c, char* out) noexcept {
   if (c >= kByteEscape + 0x80 && c <= kByteEscape + 0xFF) {
     *out = static_cast<char>(static_cast<unsigned char>(c - kByteEscape));
@@ -19,8 +19,8 @@ inline std::size_t putPathCharacter(char32_t c, char* out) noexcept {
   return isCharacter(c) ? putUtf8(c, out) : 0;
 }
 
-/// A path as the system takes it. It needs no memory, so that what is left behind can be removed whatever happens; of a
-/// path that is longer than the system takes there is enough for the system to say so.
+/// A path in the system's encoding. It does not allocate, so that cleaning up works even without memory. A path that is
+/// too long is cut, but stays too long for the system.
 class NativePath {
  public:
   explicit NativePath(const std::wstring& path) noexcept {
@@ -38,12 +38,12 @@ class NativePath {
     path_[size] = '\0';
   }
 
-  /// Whether there can be such a path; if not, c_str is empty, which leads to no file.
+  /// Whether such a path can exist; if not, c_str is empty, which names no file.
   bool isValid() const noexcept { return isValid_; }
   const char* c_str() const noexcept { return path_; }
 
  private:
-  char path_[PATH_MAX + 4];  // the last character may go beyond
+  char path_[PATH_MAX + 4];  // the last character may extend past PATH_MAX
   bool isValid_ = true;
 };
 

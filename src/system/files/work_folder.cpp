@@ -8,8 +8,8 @@
 namespace scrivalen {
 namespace {
 
-// How the names of all folders for one file begin. The file's own name may be as long as names can be, so this has the
-// number that the FNV-1a hash makes of it.
+// The common prefix of all folder names for one file. The file's own name may already have the maximum length, so the
+// prefix contains its FNV-1a hash instead.
 std::wstring commonPrefix(std::wstring_view file) {
   constexpr std::wstring_view kDigits = L"0123456789abcdef";
   std::uint64_t hash = 0xCBF29CE484222325;
@@ -32,13 +32,13 @@ bool WorkFolder::createBeside(const std::wstring& file) {
   const bool isPrivate = pathExists(file);
   removeAbandonedFolders(folder, fileNameOf(begin));
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    path_ = begin + randomName();  // known before there is a folder that has to go away again
+    path_ = begin + randomName();  // allocated before there is a folder to remove
     if (!createFolder(path_, isPrivate)) {
       const SystemErrorKeeper error;
       if (!pathExists(path_)) {
         return false;
       }
-    } else if (hold()) {  // unless somebody who removes what was abandoned was quicker
+    } else if (hold()) {  // unless another process has already removed it as abandoned
       return true;
     }
   }

@@ -7,9 +7,9 @@
 
 namespace scrivalen {
 
-/// A folder in which new content for a file is made. It is for this user alone, so that nobody reads the content before
-/// it has the file's rights, and it is held as long as it is in use: what a run that was killed has left is removed by
-/// the next one for the same file.
+/// A folder for the new content of a file. It is for this user alone, so that nobody reads the content before it has
+/// the file's rights, and it is locked while it is in use: a folder left by a killed run is removed by the next run for
+/// the same file.
 class WorkFolder {
  public:
   WorkFolder() = default;
@@ -17,16 +17,16 @@ class WorkFolder {
   WorkFolder& operator=(const WorkFolder&) = delete;
   ~WorkFolder() { remove(); }
 
-  /// Creates it beside a file, on whose volume it is then.
-  /// @return false, with the reason in lastSystemError
+  /// Creates it beside a file, and so on the same volume.
+  /// @return false, with the reason in lastSystemError, when that fails
   bool createBeside(const std::wstring& file);
-  /// Creates it in the system's folder for temporary files.
+  /// Creates it in the system's temporary folder.
   bool createElsewhere();
 
-  /// Removes it with all in it, and leaves lastSystemError as it is.
+  /// Removes it and its contents; preserves lastSystemError.
   void remove() noexcept;
 
-  /// Without a separator at its end.
+  /// Without a trailing separator.
   const std::wstring& path() const { return path_; }
 
  private:
@@ -36,19 +36,20 @@ class WorkFolder {
   File held_;
 };
 
-/// Creates a folder for this user alone. On Windows that is so only where @p isPrivate says so, because what is made in
-/// it has its rights.
+/// Creates a folder for this user alone. On Windows that is only done if @p isPrivate is set, because files created in
+/// the folder inherit its rights.
 bool createFolder(const std::wstring& path, bool isPrivate) noexcept;
 
-/// Takes hold of a folder, which is no link, and looks that it is still there. Where the system has no locks for
-/// folders it is only opened.
-/// @return no file, with the reason in lastSystemError, when somebody else holds it
+/// Locks a folder, which must not be a link, and checks that it still exists. Where the system cannot lock folders it
+/// is only opened.
+/// @return no file, with the reason in lastSystemError, when that fails, for example because another process holds the
+///         lock
 File holdFolder(const std::wstring& path) noexcept;
 
-/// Removes a folder that is held with all in it, and lets go of it.
+/// Removes a locked folder and its contents, and releases the lock.
 void removeHeldFolder(File held, const std::wstring& path) noexcept;
 
-/// Removes the folders in a folder whose names begin so, which this user has made and which certainly nobody holds.
+/// Removes the subfolders whose names have the prefix, that this user has created and that are known to be unlocked.
 /// @param folder  empty: the current one
 void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix) noexcept;
 

@@ -16,8 +16,8 @@ namespace {
 
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
-// Calls a function with the name of each entry of a folder but "." and "..". It does without opendir, which needs
-// memory: what is left behind can be removed whatever happens.
+// Calls a function with the name of each entry of a folder except "." and "..". It avoids opendir, which allocates, so
+// that cleaning up works even without memory.
 template <class Call>
 void forEachEntry(int folder, Call call) noexcept {
   alignas(dirent64) char entries[4096];
@@ -37,7 +37,7 @@ void forEachEntry(int folder, Call call) noexcept {
   }
 }
 
-// No path is followed on the way, because others may be allowed to rename folders above.
+// Follows no paths, because others may be allowed to rename the folders above.
 void removeContents(int folder) noexcept {
   forEachEntry(folder, [folder](const char* name) noexcept {
     if (::unlinkat(folder, name, 0) == 0) {
@@ -52,7 +52,7 @@ void removeContents(int folder) noexcept {
   });
 }
 
-// Whoever has locked a folder may find that it was removed meanwhile.
+// A folder may have been removed between being opened and being locked.
 bool hasItsName(int fd, int folder, const char* name) noexcept {
   struct stat own {};
   struct stat named {};

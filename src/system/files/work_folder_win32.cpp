@@ -17,7 +17,7 @@ namespace {
 template <typename T>
 using Local = std::unique_ptr<T, HLOCAL (*)(HLOCAL)>;
 
-// The user that this process runs as, as a security descriptor names users; empty when the system does not tell.
+// The process's user in the notation of security descriptors; empty when it is unknown.
 std::wstring ownUser() {
   HANDLE token = nullptr;
   if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
@@ -37,7 +37,7 @@ std::wstring ownUser() {
 
 bool createPrivate(const std::wstring& path) {
   const std::wstring user = ownUser();
-  const std::wstring description = L"D:P(A;OICI;FA;;;" + user + L")";  // handed down to what is made in it
+  const std::wstring description = L"D:P(A;OICI;FA;;;" + user + L")";  // inherited by everything created in it
   void* descriptor = nullptr;
   if (user.empty() || !ConvertStringSecurityDescriptorToSecurityDescriptorW(description.c_str(), SDDL_REVISION_1,
                                                                             &descriptor, nullptr)) {
@@ -48,9 +48,9 @@ bool createPrivate(const std::wstring& path) {
   return CreateDirectoryW(path.c_str(), &attributes) != 0;
 }
 
-constexpr std::size_t kLongestPath = 32767;  // of any that the system takes
+constexpr std::size_t kLongestPath = 32767;  // that the system accepts
 
-// A path that is put together without memory, so that what is left behind can be removed whatever happens.
+// A path that is assembled without allocating, so that cleaning up works even without memory.
 class Path {
  public:
   explicit Path(std::wstring_view start) noexcept { add(start); }
@@ -74,8 +74,8 @@ class Path {
   wchar_t text_[kLongestPath + 1];
 };
 
-// Calls a function with the name of each entry that a pattern finds but "." and "..", and whether it is a folder and no
-// link to one.
+// Calls a function with the name of each entry that matches a pattern, except "." and "..", and whether it is a folder
+// and not a link to one.
 template <class Call>
 void forEachEntry(const wchar_t* pattern, Call call) {
   WIN32_FIND_DATAW data{};
@@ -83,7 +83,7 @@ void forEachEntry(const wchar_t* pattern, Call call) {
   if (search == INVALID_HANDLE_VALUE) {
     return;
   }
-  // An open search would keep the folder from being removed.
+  // An open search would prevent the folder from being removed.
   const std::unique_ptr<void, decltype(&FindClose)> closed(search, &FindClose);
   do {
     const std::wstring_view name = data.cFileName;
@@ -94,7 +94,7 @@ void forEachEntry(const wchar_t* pattern, Call call) {
   } while (FindNextFileW(search, &data));
 }
 
-// The path is that of the folder, before and after.
+// Changes the path while it runs, and restores it.
 void removeContents(Path& folder) noexcept {
   const std::size_t size = folder.size();
   folder.add(L"\\*");
@@ -122,7 +122,7 @@ bool createFolder(const std::wstring& path, bool isPrivate) noexcept {
   }
 }
 
-// A file in it that nobody else can open meanwhile, and that goes away with the process that has it.
+// The lock is a file in the folder that nobody else can open and that disappears with the process.
 File holdFolder(const std::wstring& path) noexcept {
   try {
     const std::wstring lock = path + kPathSeparator + L".scrivalen-lock";
@@ -151,7 +151,7 @@ void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix
       }
     });
   } catch (const std::exception&) {
-    // They stay for the next run.
+    // The folders are left for the next run.
   }
 }
 

@@ -12,7 +12,7 @@ constexpr long kNanosecondsBetweenAlarms = 50'000'000;
 
 volatile std::sig_atomic_t firstRequest = 0;  // the signal's number
 
-// A request may come just before a call of the system that waits. The alarms break that off later, again and again.
+// A request may come just before a system call blocks. The repeated alarms interrupt that call later.
 timer_t alarms;
 bool hasAlarms = false;
 
@@ -29,7 +29,7 @@ void remember(int signal) {
   }
 }
 
-// Without SA_RESTART, so that a call that waits is broken off.
+// Without SA_RESTART, so that a blocking call is interrupted.
 void handle(int signal, void (*handler)(int)) {
   struct sigaction action {};
   action.sa_handler = handler;

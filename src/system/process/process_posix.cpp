@@ -36,11 +36,11 @@ std::wstring quoted(const std::vector<std::wstring>& arguments) {
   return line;
 }
 
-// Ends a program, and what it has started, once work is to stop: politely at first, so that it can tidy up. A shell
-// that is just starting another program may lose a request, so there are several.
+// Ends a program and what it has started once work is to stop: first with SIGTERM, so that they can clean up. A shell
+// that is just starting another program may lose a signal, so several are sent.
 class Stopper {
  public:
-  /// @param hasGroup  whether the process is the first of a group of its own
+  /// @param hasGroup  whether the process leads its own group
   Stopper(pid_t process, bool hasGroup) : target_(hasGroup ? -process : process) {}
 
   void poll() {
@@ -60,7 +60,7 @@ class Stopper {
   std::chrono::steady_clock::time_point nextRequest_;
 };
 
-// Most programs are gone as soon as their standard error is closed.
+// Most programs exit as soon as their standard error is closed, so the first pauses are short.
 void waitFor(pid_t process, Stopper& stopper, ProcessResult& result) {
   result.exitStatus = -1;
   int status = 0;
@@ -81,7 +81,7 @@ void waitFor(pid_t process, Stopper& stopper, ProcessResult& result) {
   }
 }
 
-// What one end writes, the other reads; both are closed in programs that are started.
+// A pipe; programs that are started inherit neither end.
 class Pipe {
  public:
   Pipe() : error_(::pipe2(ends_, O_CLOEXEC) == 0 ? 0 : errno) {}
@@ -96,7 +96,8 @@ class Pipe {
   int writingEnd() const { return ends_[1]; }
   void closeWritingEnd() { closeEnd(ends_[1]); }
 
-  // Reads until all who write are gone, and keeps as much of the beginning as there is room for.
+  // Reads until all writers have closed the pipe, and keeps the beginning as far as it fits into the capacity of
+  // `kept`.
   void readAll(std::string& kept, Stopper& stopper) const {
     char chunk[4096];
     for (;;) {
@@ -131,8 +132,8 @@ class Pipe {
   int error_;
 };
 
-// What a program finds open when it is started: the standard files, of which its standard error is the one given. A
-// library older than glibc 2.34 cannot leave out what the host itself lets every program have.
+// The open files of a program that is started: the standard streams, with the given file as its standard error. A glibc
+// before 2.34 cannot close the files that the host lets every program inherit.
 class StandardFiles {
  public:
   explicit StandardFiles(int standardError) {
@@ -152,8 +153,8 @@ class StandardFiles {
   posix_spawn_file_actions_t actions_{};
 };
 
-// How a program begins: with the signals that this process may ignore for its own sake, and in a group of its own where
-// it may have to be ended.
+// The attributes of a program that is started: default actions for the signals that this process may ignore, and its
+// own process group if it may have to be ended.
 class StartAttributes {
  public:
   explicit StartAttributes(bool hasGroup) {
@@ -187,7 +188,7 @@ std::vector<std::wstring> linesOf(std::string_view utf8) {
   return lines;
 }
 
-// Texts as the system takes a list of them.
+// A null-terminated list of texts, as the system expects it.
 class TextList {
  public:
   explicit TextList(const std::vector<std::wstring>& texts) {
@@ -202,7 +203,7 @@ class TextList {
   TextList(const TextList&) = delete;
   TextList& operator=(const TextList&) = delete;
 
-  // Adds variables of other names.
+  // Adds the variables whose names are not in the list yet.
   void addOtherVariables(char** variables) {
     pointers_.pop_back();
     for (; variables && *variables; ++variables) {

@@ -8,7 +8,7 @@ namespace {
 
 constexpr DWORD kPollMilliseconds = 50;
 
-// Quotes an argument the way programs take their command line apart: backslashes before a double quote are doubled.
+// Quotes an argument for the way programs parse their command line: backslashes before a double quote are doubled.
 void appendQuoted(std::wstring& line, const std::wstring& argument) {
   line += line.empty() ? L"\"" : L" \"";
   std::size_t backslashes = 0;
@@ -43,7 +43,7 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   for (const std::wstring& argument : arguments) {
     appendQuoted(result.commandLine, argument);
   }
-  std::wstring line = result.commandLine;  // the system may write into it
+  std::wstring line = result.commandLine;  // the system may write to it
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process{};

@@ -4,14 +4,14 @@ namespace scrivalen {
 
 using StopQuery = bool (*)();
 
-/// Sets what tells whether work that takes long is to stop; null: nothing stops it. May be called from any thread, and
-/// so may the query be.
+/// Sets the query whether long-running work is to stop; null: it never is. Both this function and the query may be
+/// called from any thread.
 void setStopQuery(StopQuery query) noexcept;
 
-/// Whether there is such a query, whatever it says now.
+/// Whether a query is set, whatever it returns now.
 bool canStop() noexcept;
 
-/// Whether work that takes long is to stop. Cheap enough to be asked for every page.
+/// Whether long-running work is to stop. Cheap enough to be called for every page.
 bool isStopRequested() noexcept;
 
 }  // namespace scrivalen
