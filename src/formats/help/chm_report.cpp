@@ -37,7 +37,7 @@ bool isTemplateThere() {
   return path && pathExists(*path);
 }
 
-// Gives a template a text in which it finds nothing more to replace: its own names stand between percent signs.
+// Escapes the percent signs of a text, so that a template replaces nothing in it: its names are between percent signs.
 std::wstring forTemplate(std::wstring_view quoted) {
   std::wstring text;
   for (const wchar_t c : quoted) {
@@ -56,8 +56,8 @@ std::wstring oneLine(std::wstring text) {
   return text;
 }
 
-// The project has a line for each topic, and the compiler names its own files.
-std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
+// The project has one line per topic, and the compiler's own files have fixed names.
+std::optional<std::wstring> refusalReason(const std::wstring& path) {
   if (oneLine(path) != path) {
     return FMT::Format(L"'%s' cannot be a topic: there is a line break in its path.", oneLine(path));
   }
@@ -69,15 +69,15 @@ std::optional<std::wstring> whyNoTopic(const std::wstring& path) {
   return std::nullopt;
 }
 
-std::wstring howItEnded(const ProcessResult& run) {
+std::wstring exitText(const ProcessResult& run) {
   return run.signal != 0 ? FMT::Format(L"It was ended by signal %d.", run.signal)
                          : FMT::Format(L"It ended with status %d.", run.exitStatus);
 }
 
 }  // namespace
 
-// The compiler's own output, and a file of that name from an earlier run. The earlier file is renamed, so that it is
-// never taken for this report's, and gets its name back unless it is discarded.
+// The compiler's output file. An earlier file of that name is renamed, so that it is never mistaken for this report's,
+// and gets its name back unless it is discarded.
 class CHMReport::Compiled {
  public:
   Compiled() = default;
@@ -85,7 +85,7 @@ class CHMReport::Compiled {
   Compiled& operator=(const Compiled&) = delete;
   ~Compiled() { restoreEarlier(); }
 
-  // Some systems would rename a folder, too.
+  // A folder is left alone, which some systems would rename too.
   void setName(const std::wstring& path) {
     path_ = path;
     if (pathExists(path) && !isFolder(path)) {
@@ -99,7 +99,7 @@ class CHMReport::Compiled {
   }
 
   const std::wstring& path() const { return path_; }
-  // Whether something of that name could not be renamed.
+  // Whether something of that name could not be moved away.
   bool isBlocked() const { return isBlocked_; }
   bool isMade() const { return !isBlocked_ && pathExists(path_); }
   const std::optional<std::wstring>& earlier() const { return earlier_; }
@@ -178,7 +178,7 @@ REPORT_ERRORS CHMReport::beginTopic(const wchar_t* folder, const wchar_t* file, 
     return REPORT_FILE_ERROR;
   }
   const std::wstring path = orEmpty(folder) + std::wstring(orEmpty(file));
-  if (const auto reason = whyNoTopic(path)) {
+  if (const auto reason = refusalReason(path)) {
     error_ = *reason;
     reportFailure(error_);
     return REPORT_FILE_ERROR;
@@ -204,14 +204,14 @@ void CHMReport::addTopic(const std::wstring& path, const wchar_t* title) {
   project_.addTopic(orEmpty(title), path);
 }
 
-// Until the page is open, a file of its path is somebody else's, unless an earlier topic put it there.
+// Until the page is open, a file at its path belongs to somebody else, unless an earlier topic created it.
 void CHMReport::disownPage(const std::wstring& path) {
   if (std::count(project_.files.begin(), project_.files.end(), path) == 0) {
     project_.foreignFiles.push_back(path);
   }
 }
 
-// A device is nobody's to delete.
+// A device is never deleted.
 void CHMReport::claimPage(const std::wstring& path) {
   std::erase(project_.foreignFiles, path);
   if (isSpecialFile(path)) {
@@ -219,7 +219,7 @@ void CHMReport::claimPage(const std::wstring& path) {
   }
 }
 
-// A page that was created but could not be begun is this report's, too.
+// A page that was created belongs to this report even if it could not be begun.
 REPORT_ERRORS CHMReport::openPage(const std::wstring& path) {
   std::wstring opened = path;
   const REPORT_ERRORS result = page_.Open();
@@ -232,7 +232,7 @@ REPORT_ERRORS CHMReport::openPage(const std::wstring& path) {
   return result;
 }
 
-// A template takes the title as it stands, the plain head quotes it.
+// A template inserts the title unescaped; the plain head escapes it.
 void CHMReport::preparePage(const std::wstring& path, const wchar_t* title) {
   page_.SetTemplateFileName(kTemplate);
   page_.SetOutputFileName(path.c_str());
@@ -251,7 +251,7 @@ void CHMReport::EndSubDocument() {
   }
 }
 
-// A page is gone when the help file is there: what it lost is logged with the name of the help file.
+// A page no longer exists when the help file does, so its losses are logged under the help file's name.
 REPORT_ERRORS CHMReport::closePage() {
   openTopic_.clear();
   project_.loss.add(scrivalen::formats::PageLoss::takeFrom(page_));
@@ -268,8 +268,8 @@ void CHMReport::SetReportOption(REPORT_OPTION option, int value) {
   }
 }
 
-// The pages are deleted whatever happens. That of a topic which was not ended is open until the compiler has run; some
-// systems delete no open file.
+// The pages are deleted in any case. The page of a topic that was not ended is closed first, after the compiler has
+// run: some systems cannot delete an open file.
 REPORT_ERRORS CHMReport::Close() {
   if (openFlag_ == 0) {
     return REPORT_OK;
@@ -317,12 +317,12 @@ void CHMReport::finish(Compiled& compiled) {
   if (!project_.failure.empty()) {
     reportProjectFailure();
   } else if (!isMade && !compiled.isBlocked()) {
-    reportNothingMade(compiled.path());
+    reportNoHelpFile(compiled.path());
   }
   for (const std::wstring& message : project_.run.messages) {
     CLog::Bug2(message);
   }
-  if (isMade && isToBeDelivered()) {
+  if (isMade && shouldDeliver()) {
     deliver(compiled);
     compiled.discardEarlier();
   } else if (isMade) {
@@ -344,9 +344,9 @@ void CHMReport::reportProjectFailure() {
   }
 }
 
-// What the compiler says last is why it gives up.
-void CHMReport::reportNothingMade(const std::wstring& path) {
-  std::wstring reason = FMT::Format(L"The help compiler left no '%s'. %s", path, howItEnded(project_.run));
+// The compiler's last message says why it gave up.
+void CHMReport::reportNoHelpFile(const std::wstring& path) {
+  std::wstring reason = FMT::Format(L"The help compiler left no '%s'. %s", path, exitText(project_.run));
   if (std::vector<std::wstring>& messages = project_.run.messages; !messages.empty()) {
     reason += L' ' + messages.back();
     messages.pop_back();
@@ -354,10 +354,11 @@ void CHMReport::reportNothingMade(const std::wstring& path) {
   reportFailure(reason);
 }
 
-// An incomplete help file is better than none, but no better than the one that is there.
-bool CHMReport::isToBeDelivered() const { return failure_.empty() || !hadTarget_; }
+// An incomplete help file is better than none, but not better than an existing one.
+bool CHMReport::shouldDeliver() const { return failure_.empty() || !hadTarget_; }
 
-// The compiler's own file may be the target; the earlier one, whose rights it takes over, has another name then.
+// The compiler's output may already be at the target. Then it takes over the rights of the earlier file, which has
+// another name by now.
 void CHMReport::deliver(const Compiled& compiled) {
   const std::wstring& path = compiled.path();
   const auto& earlier = compiled.earlier();

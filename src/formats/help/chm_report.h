@@ -7,27 +7,28 @@
 #include <string>
 #include <utility>
 
-/// Writes a report as compiled HTML help. Every sub-document is a topic: an HTML page, written where BeginSubDocument
-/// says. Close has the help compiler make one file of them, deletes the pages and moves that file to its target. What
-/// is written outside a sub-document is lost. The contents are made of the sub-documents; BeginToc and its like do
-/// nothing.
+/// Writes a report as compiled HTML Help. Every sub-document is a topic: an HTML page, written to the path given to
+/// BeginSubDocument. Close has the help compiler make one file of the pages, deletes them and moves that file to its
+/// target. Content outside a sub-document is lost. The table of contents lists the sub-documents; BeginToc, TocItem and
+/// EndToc do nothing.
 class CHMReport final : public AReport {
  public:
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
-  /// Creates no file yet. Line breaks in the help file's title become blanks. A report that is open is not opened
-  /// again.
+  /// Creates no file yet. Line breaks in the help file's title become spaces. A report that is already open is not
+  /// opened again.
   REPORT_ERRORS Open(const wchar_t* file) override;
-  /// Deletes the pages, also that of a topic that was not ended. A help file from which something is missing does not
-  /// replace a file.
-  /// @return REPORT_FILE_ERROR, with the reason in GetError and the log, when the compiler could not be started, when
-  ///         it left no help file, when that could not be moved, or when a page is missing or incomplete
+  /// Deletes the pages, including that of a topic that was not ended. An incomplete help file does not replace an
+  /// existing file.
+  /// @return REPORT_FILE_ERROR, with the reason in GetError and the log, when the compiler could not be started or left
+  ///         no help file, when that file could not be moved, or when a page is missing or incomplete
   REPORT_ERRORS Close() override;
   std::wstring Quoting(const std::wstring& text) override { return page_.Quoting(text); }
-  /// Quotes every text, markup too, unless the report is conforming.
+  /// Quotes every text, even markup, unless the report is conforming.
   void Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) override;
-  /// Takes no line break in a topic's path, and none of the names of the compiler's own files: report.hhp, report.hhc
-  /// and report.chm. A topic that is refused so is left out of the help file.
-  /// @return how the topic's page opened; REPORT_FILE_ERROR when it was refused or the report is not open
+  /// Refuses a topic whose path has a line break or whose file has the name of one of the compiler's own: report.hhp,
+  /// report.hhc and report.chm. A refused topic is left out of the help file.
+  /// @return the result of opening the topic's page; REPORT_FILE_ERROR when the topic was refused or the report is not
+  ///         open
   REPORT_ERRORS BeginSubDocument(const wchar_t* folder, const wchar_t* file, const wchar_t* title) override;
   void EndSubDocument() override;
   void BeginAncor(const wchar_t* name) override { page_.BeginAncor(name); }
@@ -56,7 +57,7 @@ class CHMReport final : public AReport {
     page_.Cell(text, header, attributes);
   }
   void Link(const wchar_t* text, const wchar_t* target) override { page_.Link(text, target); }
-  /// Knows OPTION_CONFORMING: from the next Open, a page knows its topic's title as "%TITLE%", templates are read as
+  /// Supports OPTION_CONFORMING: from the next Open, pages have their topic's title as "%TITLE%", templates are read as
   /// UTF-8, Text honours its raw flag, and pages quote the texts of cells, links and anchors as conforming HTML does.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
@@ -68,9 +69,9 @@ class CHMReport final : public AReport {
     void setTitle(const wchar_t* title);
     using HtmlReport::Open;
     REPORT_ERRORS Open(const wchar_t* file) override;
-    /// Whether a file was created since this was asked last.
+    /// Whether a file was created since the last call.
     bool takeIsCreated() { return std::exchange(isCreated_, false); }
-    /// Forgets what pages of an earlier report lost.
+    /// Forgets the losses of an earlier report's pages.
     void forgetLoss();
 
    private:
@@ -89,21 +90,21 @@ class CHMReport final : public AReport {
   void compile(Compiled& compiled);
   void finish(Compiled& compiled);
   void reportProjectFailure();
-  void reportNothingMade(const std::wstring& path);
-  bool isToBeDelivered() const;
+  void reportNoHelpFile(const std::wstring& path);
+  bool shouldDeliver() const;
   void deliver(const Compiled& compiled);
   void keepFailure(const std::wstring& reason);
   void reportFailure(const std::wstring& reason);
 
   std::wstring target_;
   std::wstring defaultTopic_;
-  std::wstring folder_;  // of the latest topic; joined to file names as it stands
+  std::wstring folder_;  // of the latest topic; file names are appended to it as is
   Page page_;
   CCHM project_;
   bool firstTopicPending_ = false;
   std::wstring openTopic_;       // the page that is open; empty when none is
-  bool conforming_ = false;      // what the option asks for
-  bool openConforming_ = false;  // what the open report is
-  bool hadTarget_ = false;       // whether there was a file at the target when the compiler was started
-  std::wstring failure_;         // what went wrong first
+  bool conforming_ = false;      // the option, for the next Open
+  bool openConforming_ = false;  // of the open report
+  bool hadTarget_ = false;       // whether the target existed when the compiler was started
+  std::wstring failure_;         // the first failure
 };

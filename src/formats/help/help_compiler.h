@@ -4,7 +4,7 @@
 
 namespace scrivalen::formats {
 
-/// What a user does who has no help compiler.
+/// What a user without a help compiler should do.
 std::wstring_view helpCompilerAdvice();
 
 }  // namespace scrivalen::formats

@@ -17,7 +17,7 @@ using namespace scrivalen;
 
 namespace {
 
-constexpr int kBugLine = 156;  // of the source that the report of a compiler that does not start has always named
+constexpr int kBugLine = 156;  // the line number in the log entry for a compiler that does not start; fixed
 
 constexpr const wchar_t* kContentsHead =
     L"<!DOCTYPE HTML PUBLIC \"-//IETF//DTD HTML//EN\">\n<HTML>\n<HEAD>\n<!-- Sitemap 1.0 -->\n</HEAD>\n<BODY>\n";
@@ -29,7 +29,7 @@ struct MemoryFile : OutputFile {
 };
 
 std::string toBytes(std::wstring_view text, LossCounter& loss) {
-  constexpr std::size_t kWidest = 4;  // bytes of a character in any code page
+  constexpr std::size_t kWidest = 4;  // bytes per character in any code page
   std::string bytes(text.size() * kWidest, '\0');
   bytes.resize(toCodePage(text, bytes.data(), bytes.size(), loss).value_or(0));
   return bytes;
@@ -62,7 +62,7 @@ void writeEntry(HTML& writer, const CCHM::ContentsEntry& entry) {
   writer.CloseTag(L"OBJECT");
 }
 
-// Only one list is closed, however many levels the next entry climbs back: readers have always been given it so.
+// Only one list is closed, however many levels the next entry goes back up: readers expect this form.
 void writeEntries(HTML& writer, const std::vector<CCHM::ContentsEntry>& entries) {
   for (std::size_t i = 0; i < entries.size(); ++i) {
     const std::int32_t level = entries[i].level;
@@ -112,7 +112,7 @@ void CCHM::writeProject(const std::wstring& path, std::wstring_view defaultTopic
     }
     bytes += toBytes(file + L'\n');
   }
-  std::wstring written = path;  // needs no memory once the file is there, so that it is deleted in any case
+  std::wstring written = path;  // allocated before the file exists, so that it is deleted in any case
   if (writeFile(path, bytes)) {
     projectPath.swap(written);
   }
@@ -140,7 +140,7 @@ void CCHM::writeContents(const std::wstring& path) {
   }
 }
 
-// Returns whether the file could be opened. What then is lost in writing, the file logs itself.
+// Returns whether the file could be opened. The file itself logs a write error.
 bool CCHM::writeFile(const std::wstring& path, std::string_view bytes) {
   ReportFile file;
   if (!file.Open(path.c_str())) {
