@@ -12,7 +12,7 @@ using namespace scrivalen;
 namespace scrivalen::rtf {
 namespace {
 
-// What the conforming form writes unescaped.
+// The characters that the conforming form writes unescaped.
 struct PlainText : PlainBelow<char, 0x80> {
   static bool isPlain(unsigned c) { return c < kEnd && c != '\\' && c != '{' && c != '}' && c != '\n'; }
   static bool arePlain(std::uint64_t bytes) {
@@ -43,7 +43,7 @@ ClassicFragment& ClassicFragment::text(std::wstring_view text) {
   const auto size = toCodePage(text.substr(0, whole), end(), freeBytes(), lost_);
   isDropped_ = isDropped_ || !size;
   grow(size.value_or(0));
-  // Where the limit falls between the two code units of a character, half of its stand-in arrives.
+  // Where the limit falls between the two code units of a character, only half of its "??" is written.
   if (whole < text.size() && unitsLeft_ > 0) {
     unitsLeft_ = 0;
     appendOrDrop("?");
@@ -59,7 +59,7 @@ void ClassicFragment::appendOrDrop(std::string_view bytes) {
   }
 }
 
-// How much of a text fits into the limit, in whole characters.
+// How much of a text fits within the limit, in whole characters.
 std::size_t ClassicFragment::wholeCharacters(std::wstring_view text) {
   if (unitsLeft_ == kUnlimited) {
     return text.size();
@@ -75,7 +75,7 @@ std::size_t ClassicFragment::wholeCharacters(std::wstring_view text) {
   return length;
 }
 
-// All of them are lost when the fragment is dropped, else those that are cut off.
+// All characters are lost when the fragment is dropped, otherwise those that are cut off.
 void ClassicFragment::countCharacters(std::wstring_view text, std::size_t arriving) {
   if (!text.empty()) {
     characters_.add({text.size(), static_cast<char32_t>(text.front())});
@@ -147,7 +147,7 @@ void ConformingFragment::escapeCharacter(const wchar_t*& at, const wchar_t* end)
   if (PlainText::isPlain(c)) {
     appendByte(escaped[1]);
   } else if (c == '\n') {
-    appendOrWrite(kLineBreak);  // readers pass over the character itself
+    appendOrWrite(kLineBreak);  // readers ignore the character itself
   } else if (c < 0x80) {
     appendOrWrite({escaped, sizeof escaped});
   } else {
@@ -167,7 +167,7 @@ void ConformingFragment::character(char32_t c) {
   }
 }
 
-// RTF 1.9, "Unicode RTF": the code unit as a signed 16-bit number, then what a reader without Unicode shows.
+// RTF 1.9, "Unicode RTF": the code unit as a signed 16-bit number, then the substitute for readers without Unicode.
 void ConformingFragment::unicode(char32_t unit) {
   char bytes[kNumberBytes + 3] = {'\\', 'u'};
   char* const digitsEnd = putNumber(static_cast<std::int16_t>(static_cast<std::uint16_t>(unit)), bytes + 2);

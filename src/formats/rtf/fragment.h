@@ -11,8 +11,8 @@
 #include <limits>
 #include <string_view>
 
-// A document's fragments: each is put together in one place and written once. The classic form has limits that programs
-// know; the conforming form escapes its texts and takes any length.
+// A document's fragments: each is assembled in one place and written at once. The classic form has fixed limits that
+// programs rely on; the conforming form escapes its texts and takes any length.
 namespace scrivalen::rtf {
 
 inline constexpr std::size_t kFragmentBytes = 4096;
@@ -23,16 +23,16 @@ inline constexpr std::string_view kLineBreak = "\\line ";
 
 inline constexpr std::size_t kNumberBytes = std::numeric_limits<std::int64_t>::digits10 + 2;
 
-/// Writes a number's digits; @p out has room for kNumberBytes. @return their end
+/// Writes a number's digits; @p out must have space for kNumberBytes. @return their end
 inline char* putNumber(std::int64_t number, char* out) { return std::to_chars(out, out + kNumberBytes, number).ptr; }
 
-/// Where fragments go. Neither is owned.
+/// The destination of fragments. Neither pointer is owned.
 struct Output {
-  OutputFile* file;                 ///< null: nowhere
-  scrivalen::OutputBuffer* buffer;  ///< of a file of the library's own; null: its Write takes the fragments
+  OutputFile* file;                 ///< null: fragments are discarded
+  scrivalen::OutputBuffer* buffer;  ///< the file's, if it is the library's own; null: fragments go to Write
 };
 
-/// The bytes of a fragment that is not written yet, at most kFragmentBytes: in the file's buffer where it has one.
+/// A fragment that is not written yet, of at most kFragmentBytes: assembled in the file's buffer if it has one.
 class Fragment {
  public:
   Fragment(const Fragment&) = delete;
@@ -67,10 +67,10 @@ class Fragment {
   char own_[kFragmentBytes];
 };
 
-/// Texts go out as they are, in the code page of the system. A fragment of more than kFragmentBytes is dropped.
+/// Writes texts unescaped, in the system's code page. A fragment of more than kFragmentBytes is dropped.
 class ClassicFragment : public Fragment {
  public:
-  /// @param units  the fragment is cut after so many UTF-16 code units
+  /// @param units  the fragment is cut after this many UTF-16 code units
   ClassicFragment(const Output& output, std::size_t units) : Fragment(output), unitsLeft_(units) {}
 
   ClassicFragment& control(std::string_view words);
@@ -79,7 +79,7 @@ class ClassicFragment : public Fragment {
   ClassicFragment& bookmark(std::wstring_view name) { return text(name); }
   ClassicFragment& controlText(std::wstring_view words) { return text(words); }
 
-  /// The characters of its texts that are not written as they were given.
+  /// The characters of its texts that were lost.
   scrivalen::LossCounter loss() const { return isDropped_ ? characters_ : lost_; }
   void write() {
     if (!isDropped_) {
@@ -94,12 +94,12 @@ class ClassicFragment : public Fragment {
 
   std::size_t unitsLeft_;
   bool isDropped_ = false;
-  scrivalen::LossCounter characters_;  // all of its texts
-  scrivalen::LossCounter lost_;        // of them
+  scrivalen::LossCounter characters_;  // of all its texts
+  scrivalen::LossCounter lost_;        // those of them that are lost
 };
 
-/// Texts are escaped, and characters outside of Windows-1252 are written as Unicode (RTF 1.9, "Unicode RTF"). What
-/// exceeds kFragmentBytes is written in several pieces.
+/// Escapes texts, and writes characters outside Windows-1252 as Unicode (RTF 1.9, "Unicode RTF"). A fragment of more
+/// than kFragmentBytes is written in several pieces.
 class ConformingFragment : public Fragment {
  public:
   explicit ConformingFragment(const Output& output) : Fragment(output) {}
@@ -107,9 +107,9 @@ class ConformingFragment : public Fragment {
   ConformingFragment& control(std::string_view words);
   ConformingFragment& number(int value);
   ConformingFragment& text(std::wstring_view text);
-  /// The field that jumps to a bookmark has its name in double quotes, so a name has none: they become apostrophes.
+  /// The field that links to a bookmark has its name in double quotes, so those in a name become apostrophes.
   ConformingFragment& bookmark(std::wstring_view name);
-  /// Control words that a caller hands in, which are not escaped.
+  /// Writes a caller's control words, unescaped.
   ConformingFragment& controlText(std::wstring_view words);
 
   const scrivalen::LossCounter& loss() const { return lost_; }

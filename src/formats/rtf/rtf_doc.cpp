@@ -46,7 +46,7 @@ constexpr std::size_t kCellBytes =
 
 char* put(std::string_view words, char* out) { return std::copy(words.begin(), words.end(), out); }
 
-// One cell of a row's definition, at most kCellBytes.
+// Writes one cell of a row's definition, at most kCellBytes.
 char* putCell(std::int64_t cell, int color, char* out) {
   out = put(kCellBorders, out);
   if (color >= 0) {
@@ -80,8 +80,8 @@ struct RTFdoc::Words {
     }
   }
 
-  // RTF 1.9, "Control Words": a blank ends the word and is no part of the text. The classic form has none here, so that
-  // a letter or digit after it becomes a part of the word.
+  // RTF 1.9, "Control Words": a space ends the word and is not part of the text. The classic form has none here, so
+  // that a following letter or digit becomes part of the word.
   static void unended(RTFdoc& doc, std::string_view wordAndBlank) {
     literal(doc, doc.conforming_ ? wordAndBlank : wordAndBlank.substr(0, wordAndBlank.size() - 1));
   }
@@ -117,7 +117,7 @@ int RTFdoc::BegDoc(OutputFile* target, const wchar_t* title, int landscape) {
   conforming_ = conformingNext_;
   lost_ = 0;
   bufferedFile_ = file;
-  // A host's class derived from it may have a Write of its own.
+  // A class that a host derives from it may override Write.
   const bool ownFile = file && typeid(*file) == typeid(ReportFile);
   buffer_ = ownFile ? bufferOf(static_cast<ReportFile&>(*file)) : nullptr;
   if (!file) {
@@ -137,7 +137,8 @@ void RTFdoc::EndDoc() {
   if (!file) {
     return;
   }
-  // Two at a time: an odd depth ends at -1, and the documents that programs know end so.
+  // Two at a time, which closes only half of the fields and leaves an odd depth at -1: programs know the documents this
+  // way.
   for (; fieldDepth > 0; fieldDepth -= 2) {
     Words::literal(*this, kFieldEnd);
   }
@@ -268,7 +269,7 @@ void RTFdoc::ScriptOn(char kind) {
 void RTFdoc::Style(int number) { nextStyle = number; }
 void RTFdoc::NextParJ(ParType type) { nextParType = type; }
 
-// The words in front of \par apply to the paragraph that it ends.
+// The words before \par apply to the paragraph that it ends.
 void RTFdoc::Paragraf(ParType type, int style) {
   const int number = style < 0 ? nextStyle : style;
   if (number >= 0) {

@@ -19,8 +19,8 @@ struct TableColor {
   int index;
 };
 
-// The numbers do not all line up with the colour table, and "darkblue" is there twice, so that its second row is never
-// reached: documents have always been coloured so.
+// Some numbers do not match the colour table, and the second "darkblue" is never reached: documents have always been
+// coloured this way.
 constexpr TableColor kTableColors[] = {{L"black", 1},        {L"blue", 2},      {L"cyan", 3},        {L"lightgreen", 4},
                                        {L"magenta", 5},      {L"red", 6},       {L"yellow", 7},      {L"white", 8},
                                        {L"darkblue", 8},     {L"darkcyan", 10}, {L"green", 11},      {L"darkblue", 12},
@@ -171,7 +171,7 @@ void RTFReport::Link(const wchar_t* text, const wchar_t* target) {
   }
 }
 
-// The address stands in double quotes, so that its own are written as a URL writes them (RFC 3986, 2.1).
+// The address is in double quotes, so double quotes within it are percent-encoded (RFC 3986, 2.1).
 void RTFReport::outsideLink(const wchar_t* text, std::wstring_view address) {
   const auto write = [this](std::wstring_view piece) {
     if (!piece.empty()) {

@@ -5,7 +5,7 @@
 
 #include <string_view>
 
-/// Writes a report in Rich Text Format. It defines no fonts and no style sheet; headings carry their style numbers.
+/// Writes a report in Rich Text Format. It defines no fonts and no style sheet; headings have their style numbers.
 class RTFReport final : public AReport {
  public:
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
@@ -31,7 +31,7 @@ class RTFReport final : public AReport {
   void EndCell(const wchar_t* text, int header) override;
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void Link(const wchar_t* text, const wchar_t* target) override;
-  /// Knows OPTION_LANDSCAPE and OPTION_CONFORMING, both from the next Open.
+  /// Supports OPTION_LANDSCAPE and OPTION_CONFORMING, both from the next Open.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:
@@ -43,6 +43,6 @@ class RTFReport final : public AReport {
   ReportFile file_;
   bool cellColored = false;
   bool landscape = false;
-  bool conforming_ = false;      // what the option asks for
-  bool openConforming_ = false;  // what the open document is
+  bool conforming_ = false;      // the option, for the next Open
+  bool openConforming_ = false;  // of the open document
 };
