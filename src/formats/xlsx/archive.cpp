@@ -8,7 +8,7 @@
 namespace scrivalen {
 namespace {
 
-// APPNOTE 4.3.6 and on: the records of an archive and where in them stands what is wanted. Numbers are little-endian.
+// APPNOTE 4.3.6 ff.: the records of an archive and the offsets of the fields that are read. Numbers are little-endian.
 constexpr std::uint64_t kEndSignature = 0x06054B50;
 constexpr std::size_t kEndSize = 22;
 constexpr std::size_t kEndDirectorySize = 12;
@@ -36,7 +36,7 @@ constexpr std::size_t kLocalSize = 30;
 constexpr std::size_t kLocalNameLength = 26;
 constexpr std::size_t kLocalExtraLength = 28;
 
-constexpr std::uint64_t kLargeExtra = 1;  // the id of the field that holds what does not fit into 32 bits
+constexpr std::uint64_t kLargeExtra = 1;  // the id of the extra field for numbers of more than 32 bits
 constexpr std::uint64_t kElsewhere = 0xFFFFFFFF;
 
 constexpr std::uint64_t kLargestDirectory = 1u << 26;
@@ -62,7 +62,7 @@ struct Directory {
   std::uint64_t size;
 };
 
-// The record for large archives, whose place a locator in front of the usual one tells.
+// The Zip64 end record; a locator before the usual end record has its offset.
 std::optional<Directory> findLargeDirectory(NativeFile archive, std::uint64_t end) {
   if (end < kLocatorSize) {
     return std::nullopt;
@@ -94,7 +94,7 @@ std::optional<Directory> findDirectory(NativeFile archive) {
   return directory;
 }
 
-// The field for large members has, in this order, those of the three numbers that stand elsewhere (APPNOTE 4.5.3).
+// The Zip64 extra field has, in this order, those of the three numbers that the entry does not have (APPNOTE 4.5.3).
 bool readLargeNumbers(ArchiveMember& member, std::string_view extra) {
   std::string_view numbers;
   while (extra.size() >= 4) {

@@ -9,7 +9,7 @@
 
 namespace scrivalen {
 
-/// What an archive states of one of its members (ZIP, APPNOTE 4.3.12).
+/// A member as described in the archive's directory (ZIP, APPNOTE 4.3.12).
 struct ArchiveMember {
   std::string name;
   std::uint64_t offset = 0;  ///< of its local header
@@ -17,10 +17,10 @@ struct ArchiveMember {
   std::uint64_t size = 0;
 };
 
-/// Reads the directory of an archive without a comment; nothing when there is none.
+/// Reads the directory of an archive without a comment; nothing when it has none that can be read.
 std::optional<std::vector<ArchiveMember>> membersOf(NativeFile archive);
 
-/// Unpacks a member that is small enough for memory; nothing when that fails or its size is another one than stated.
+/// Unpacks a member of at most 64 MiB; nothing when that fails or the size is not the stated one.
 std::optional<std::string> unpacked(NativeFile archive, const ArchiveMember& member);
 
 }  // namespace scrivalen

@@ -14,7 +14,7 @@ struct NamedColor {
   Rgb color;
 };
 
-// CSS Color Module Level 4, 6.1, and "darkyellow", which the colour names of other formats have. Sorted by name.
+// CSS Color Module Level 4, 6.1, and "darkyellow", which is among the colour names of other formats. Sorted by name.
 constexpr NamedColor kColors[] = {
     {L"aliceblue", 0xF0F8FF},
     {L"antiquewhite", 0xFAEBD7},

@@ -77,7 +77,7 @@ void ExcelReport::SetCellColor(const wchar_t* color) {
   }
 }
 
-// Within a catch clause. The workbook knows at once, so that nothing more is written to it.
+// Called in a catch clause. The workbook fails at once, so that nothing more is written to it.
 void ExcelReport::loseColor() noexcept {
   if (writer_.IsBegun()) {
     writer_.Fail(kOutOfMemory);

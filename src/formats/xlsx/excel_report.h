@@ -5,8 +5,8 @@
 
 #include <string>
 
-/// Writes a report as a spreadsheet: a row for each row of a table and for each text outside of one. Bold and the
-/// colour of cells are kept, all other formatting is dropped.
+/// Writes a report as a spreadsheet: one row per table row and per text outside a table. Bold and cell colours are
+/// kept; all other formatting is dropped.
 class ExcelReport : public AReport {
  public:
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
@@ -32,7 +32,7 @@ class ExcelReport : public AReport {
   void BeginCell(const wchar_t*, int, const wchar_t*) override {}
   void EndCell(const wchar_t*, int) override {}
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
-  /// Colours the next cell, whichever operation writes it; such a cell is not bold. An empty text takes that back.
+  /// Colours the next cell, whichever operation writes it; such a cell is not bold. An empty text cancels the colour.
   void SetCellColor(const wchar_t* color) override;
   void Link(const wchar_t*, const wchar_t*) override {}
 
@@ -44,6 +44,6 @@ class ExcelReport : public AReport {
   std::wstring pendingColor_;  // of the next cell
   ExcelWriter writer_;
   bool inRow_ = false;
-  bool textMadeRow_ = false;  // while Text has a row of its own open
+  bool textMadeRow_ = false;  // while a row that Text has begun is open
   bool bold_ = false;
 };

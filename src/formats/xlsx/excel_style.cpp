@@ -24,7 +24,7 @@ std::wstring_view trimmed(std::wstring_view text) {
   return text.substr(first, text.find_last_not_of(kBlanks) - first + 1);
 }
 
-// A comment that does not end takes the rest of the text.
+// An unterminated comment extends to the end of the text.
 std::wstring withoutComments(std::wstring_view text) {
   std::wstring result;
   for (;;) {
@@ -39,15 +39,15 @@ std::wstring withoutComments(std::wstring_view text) {
   }
 }
 
-// Editors begin a file with one, and files that were joined have others inside.
+// Editors begin a file with one, and concatenated files have others inside.
 constexpr wchar_t kByteOrderMark = 0xFEFF;
 
 struct Part {
   std::wstring_view text;
-  wchar_t end;  // the character behind it; 0 at the end of everything
+  wchar_t end;  // the character after it; 0 at the end of the text
 };
 
-// Takes what stands in front of one of some characters off a text, with that character; one in quotes does not count.
+// Takes the part before the first of some characters off a text, and that character; characters in quotes do not count.
 Part takeUntil(std::wstring_view& text, std::wstring_view ends) {
   wchar_t quote = 0;
   std::size_t at = 0;
@@ -77,10 +77,10 @@ std::optional<double> numberOf(std::wstring_view text, std::wstring_view unit, d
   return number;
 }
 
-// A spreadsheet takes no longer names.
+// Spreadsheet programs accept no longer names.
 constexpr std::size_t kLongestFontName = 31;
 
-// An attribute keeps no line ends.
+// The name becomes an XML attribute, which does not preserve line breaks.
 bool isInvalidInFontName(wchar_t c) {
   const auto value = characterValue(c);
   return value < 0x20 || !(isSurrogate(value) || isXmlCharacter(value)) ||
@@ -132,7 +132,7 @@ struct SheetProperty {
   bool (*set)(Rules& rules, std::wstring_view value);
 };
 
-constexpr double kNarrowestColumn = 1;  // digits; columns of 0 are hidden ones
+constexpr double kNarrowestColumn = 1;  // digits; a column of width 0 is hidden
 constexpr double kWidestColumn = 255;
 constexpr double kMaxFrozenRows = 1000;
 

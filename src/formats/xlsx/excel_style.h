@@ -10,7 +10,7 @@
 
 namespace scrivalen {
 
-/// How cells look; what is not set is as the spreadsheet program has it.
+/// A cell format; the spreadsheet program's defaults apply to members that are not set.
 struct CellStyle {
   std::optional<std::wstring> fontFamily;
   std::optional<double> fontSize;  ///< points
@@ -18,25 +18,25 @@ struct CellStyle {
   std::optional<Rgb> background;
 };
 
-/// How the cells of a workbook look.
+/// The formats of a workbook.
 struct SheetStyle {
   CellStyle cell;
-  CellStyle bold;                     ///< of bold cells, which take nothing from the others
-  std::optional<double> columnWidth;  ///< of every column, in digits of the default font; else each has its own
-  std::uint32_t frozenRows = 0;       ///< how many rows of the first sheet stay in sight when the others are scrolled
+  CellStyle bold;                     ///< of bold cells, which inherit nothing from the others
+  std::optional<double> columnWidth;  ///< of every column, in digits of the default font; if not set, each has its own
+  std::uint32_t frozenRows = 0;       ///< rows of the first sheet that do not scroll
 };
 
-/// Reads a style text: rules `sheet`, `cell` and `bold`, each with declarations in braces, as in
-/// `sheet { font-family: "Arial"; column-width: 20 } bold { color: #FFFFFF; background-color: navy }`.
+/// Parses a style sheet: rules `sheet`, `cell` and `bold`, each with declarations in braces, as in `sheet {
+/// font-family: "Arial"; column-width: 20 } bold { color: #FFFFFF; background-color: navy }`.
 ///
-/// A rule takes `font-family` (the first name of a list), `font-size` (points, 1 to 409), `color` and
-/// `background-color`; `sheet` holds for the cells of both kinds as far as their own rule says nothing else, and takes
-/// `column-width` (1 to 255) and `freeze-rows` (whole rows, up to 1,000) too. Later declarations win. Comments are
-/// those of CSS.
+/// A rule may have `font-family` (the first name of a list), `font-size` (points, 1 to 409), `color` and
+/// `background-color`; `sheet` applies to both kinds of cells unless their own rule overrides it, and may also have
+/// `column-width` (1 to 255) and `freeze-rows` (whole rows, up to 1,000). Later declarations win. Comments are as in
+/// CSS.
 /// @param problem  called for each part that is not understood, which is skipped
 SheetStyle readStyle(std::wstring_view text, const std::function<void(const std::wstring&)>& problem);
 
-/// What the text of a cell's colour says: `fill`, or `font;fill`. An unknown name colours nothing.
+/// The colours in a cell's colour text: `fill`, or `font;fill`. An unknown name sets no colour.
 struct CellColors {
   std::optional<Rgb> color;
   std::optional<Rgb> background;

@@ -18,7 +18,7 @@ using Ascii = PlainBelow<char, kEndOfAscii>;
 constexpr std::string_view kEscapedUnderscore = "_x005F";
 constexpr std::size_t kEscapeDigits = 4;
 
-// The part that a cell takes; a character is not split.
+// The part that fits into a cell, without splitting a character.
 std::wstring_view fitting(std::wstring_view text) {
   if (text.size() <= Workbook::kCellLength / 2) {
     return text;
@@ -40,7 +40,7 @@ struct Range {
   char32_t last;
 };
 
-// The scripts whose letters are as wide as two others (Unicode Standard Annex 11), in broad strokes.
+// The approximate ranges of double-width characters (Unicode Standard Annex 11).
 constexpr Range kWide[] = {{0x1100, 0x115F}, {0x2E80, 0xA4CF}, {0xAC00, 0xD7A3},   {0xF900, 0xFAFF},  {0xFE30, 0xFE6F},
                            {0xFF00, 0xFF60}, {0xFFE0, 0xFFE6}, {0x1F300, 0x1FAFF}, {0x20000, 0x3FFFD}};
 
@@ -53,10 +53,10 @@ std::size_t widthOf(char32_t c) {
 
 bool isHexDigit(char c) { return hexValue(c) >= 0; }
 
-// What libxlsxwriter escapes, so that an underscore comes first of it.
+// Whether libxlsxwriter escapes a character, so that its escape begins with an underscore.
 bool becomesEscape(char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t'; }
 
-// Whether the underscore at a place would be read as the beginning of an escape.
+// Whether the underscore at `at` would be read as the beginning of an escape.
 bool looksLikeEscape(std::string_view text, std::size_t at) {
   const std::string_view rest = text.substr(at);
   if (!rest.starts_with("_x") || rest.size() < 2 + kEscapeDigits + 1) {
@@ -96,7 +96,7 @@ void ExcelText::assign(const wchar_t* text) {
 }
 
 void ExcelText::appendRest(std::wstring_view rest) {
-  const std::size_t lineBegin = utf8_.rfind('\n') + 1;  // 0 where there is no line end
+  const std::size_t lineBegin = utf8_.rfind('\n') + 1;  // 0 if there is no line break
   std::size_t width = utf8_.size() - lineBegin;
   const wchar_t* const end = rest.data() + rest.size();
   for (const wchar_t* at = rest.data(); at != end;) {
@@ -112,7 +112,7 @@ void ExcelText::appendRest(std::wstring_view rest) {
   }
 }
 
-// libxlsxwriter counts the escapes as characters of the cell, so that a long text full of them is cut earlier.
+// libxlsxwriter counts the escapes as characters of the cell, so a long text full of them is cut earlier.
 void ExcelText::escapeEscapes() {
   std::string escaped;
   std::size_t length = 0;

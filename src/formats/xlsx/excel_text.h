@@ -8,20 +8,20 @@
 
 namespace scrivalen {
 
-/// The text of a cell as a spreadsheet file has it: UTF-8, cut where the text is longer than a cell may be. U+FFFE,
-/// U+FFFF and lone surrogates, which XML forbids, become U+FFFD. Control characters stay, libxlsxwriter escapes them as
-/// `_x0001_` (ECMA-376, 22.9.2.19); text that looks like such an escape is kept from being read as one here.
+/// A cell's text as a spreadsheet file has it: UTF-8, cut at the maximum length of a cell. U+FFFE, U+FFFF and lone
+/// surrogates, which XML forbids, become U+FFFD. Control characters are kept, and libxlsxwriter escapes them as
+/// `_x0001_` (ECMA-376, 22.9.2.19); text that looks like such an escape is escaped here, so that it is not read as one.
 class ExcelText {
  public:
   void assign(const wchar_t* text);
 
   bool isEmpty() const { return utf8_.empty(); }
-  /// Whether the text was longer than a cell may be.
+  /// Whether the text was too long for a cell.
   bool isCut() const { return isCut_; }
-  /// How many columns of letters the longest line takes.
+  /// The width of the longest line in characters; wide ones count twice.
   std::size_t width() const { return width_; }
   const char* c_str() const { return utf8_.c_str(); }
-  /// The characters of all texts so far that are not what they were.
+  /// The characters of all texts so far that were replaced.
   const LossCounter& loss() const { return loss_; }
 
  private:

@@ -30,7 +30,7 @@ using namespace scrivalen;
 namespace {
 
 constexpr std::size_t kMaxWidth = 60;
-constexpr std::size_t kMinWidth = 9;  // a narrower column gets no width: it is about as wide anyway
+constexpr std::size_t kMinWidth = 9;  // a narrower column keeps the default width, which is about this
 
 std::wstring nameOfColumn(std::uint32_t column) {
   std::wstring name;
@@ -42,7 +42,7 @@ std::wstring nameOfColumn(std::uint32_t column) {
 
 std::wstring cells(std::uint64_t count) { return FMT::Format(count == 1 ? L"%d cell" : L"%d cells", count); }
 
-// Counts cells that did not come out as they were given, and remembers the place of the first.
+// Counts cells that were changed or dropped, and keeps the position of the first.
 class CellCounter {
  public:
   void note(std::size_t sheet, std::uint32_t row, std::uint32_t column) {
@@ -65,10 +65,10 @@ class CellCounter {
 // The formats of coloured cells, one for each pair of colours.
 class ColorFormats {
  public:
-  /// @param plain  how the cell looks without the colours
-  /// @return null where there are none
+  /// @param plain  the format without the colours
+  /// @return null if the text yields no format
   lxw_format* find(const std::wstring& text, const CellStyle& plain, Workbook& book);
-  /// How many texts were not understood, or came when there were too many colours already.
+  /// How many texts were not understood, or exceeded the number of colours.
   std::uint64_t refused() const { return refused_; }
   const std::wstring& firstRefused() const { return firstRefused_; }
 
@@ -152,13 +152,13 @@ class ExcelWriter::Document {
   void cell(const wchar_t* value, bool bold) noexcept;
   void cell(const wchar_t* value, const wchar_t* color) noexcept;
   void fail(std::wstring_view reason) noexcept;
-  /// @return why there is no workbook; empty when there is one
+  /// @return why there is no workbook; empty on success
   const Reason& finish() noexcept;
   const std::wstring& name() const { return name_; }
 
  private:
-  /// Takes a step of the work, unless one has failed before; a failure is logged at once, so that the log has it where
-  /// it happened.
+  /// Runs a step, unless an earlier one has failed; a failure is logged at once, so that the log shows when it
+  /// happened.
   template <typename Step>
   void take(Step step) noexcept {
     if (failure_.empty()) {
@@ -196,7 +196,7 @@ class ExcelWriter::Document {
   CellCounter cut_;
   CellCounter dropped_;
   std::uint64_t strayed_ = 0;
-  Reason failure_;  // the first one; nothing is written behind it
+  Reason failure_;  // the first one; nothing is written after it
 };
 
 bool ExcelWriter::Document::open(const wchar_t* styles) {

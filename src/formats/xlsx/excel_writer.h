@@ -9,12 +9,12 @@
 
 /// Writes a spreadsheet (Office Open XML, .xlsx) row by row; all cells are strings.
 ///
-/// The file is held from the beginning, and keeps what it had until the workbook is whole: then it is replaced in one
-/// step. Whatever fails, even when memory runs out, leaves neither half a workbook nor other files behind.
+/// The file is locked from the beginning, and keeps its content until the workbook is complete: then it is replaced in
+/// one step. A failure leaves neither half a workbook nor other files, even when memory runs out.
 ///
-/// A sheet takes 1,048,576 rows; the next one begins another sheet, which is logged and has no frozen rows. Columns are
-/// as wide as their longest text, up to 60 characters. What a spreadsheet cannot hold is left out and told in the log
-/// at the end: what a cell has beyond 32,767 UTF-16 code units, cells beyond 16,384 columns, and cells outside of rows.
+/// A sheet has up to 1,048,576 rows; further rows go to another sheet, which is logged and has no frozen rows. Columns
+/// are as wide as their longest text, up to 60 characters. Whatever a spreadsheet cannot hold is dropped and logged at
+/// the end: text of a cell beyond 32,767 UTF-16 code units, cells beyond 16,384 columns, and cells outside rows.
 class ExcelWriter {
  public:
   ExcelWriter();
@@ -24,31 +24,31 @@ class ExcelWriter {
   ~ExcelWriter();
 
   /// @param file    null is an empty path
-  /// @param styles  null: none; see readStyle for what is understood. The rest is logged and passed over
-  /// @return false, with the reason in Error, when the file cannot be written or another one is begun
+  /// @param styles  null: none; readStyle says what is understood. The rest is logged and skipped
+  /// @return false, with the reason in Error, when the file cannot be written or a spreadsheet is already begun
   bool Begin(const wchar_t* file, const wchar_t* styles) noexcept;
 
-  /// Begins a row, which ends the one that is open, or ends it.
+  /// Begins a row, which ends any open one; or only ends the open one.
   void Row(bool begin) noexcept;
 
   /// Appends a cell to the row.
-  /// @param type   changes nothing: every cell holds a string
+  /// @param type   ignored: every cell is a string
   /// @param value  null is an empty text
   void SetCellValue(const wchar_t* type, const wchar_t* value, bool bold) noexcept;
-  /// @param color  `fill` or `font;fill`, each a name or `#RRGGBB`; an unknown name colours nothing. Null is empty
+  /// @param color  `fill` or `font;fill`, each a name or `#RRGGBB`; an unknown name sets no colour. Null is empty
   void SetCellValue(const wchar_t* type, const wchar_t* value, const wchar_t* color) noexcept;
 
-  /// Whether a spreadsheet is begun and not ended.
+  /// Whether a spreadsheet has been begun and not ended.
   bool IsBegun() const noexcept { return document_ != nullptr; }
 
-  /// Lets the spreadsheet that is begun fail for a reason of its caller's, who has lost a part of it.
+  /// Makes the open spreadsheet fail, for a caller that has lost a part of it.
   void Fail(std::wstring_view reason) noexcept;
 
   /// Finishes the spreadsheet.
   /// @return false, with the reason in Error, when it failed; true when none was begun
   bool End() noexcept;
 
-  /// Why Begin or End failed last; empty when they did not, or when there is no memory for the text.
+  /// Why the last Begin or End failed; empty after a success, or when memory for the text ran out.
   const std::wstring& Error() const { return error_; }
 
  private:

@@ -5,8 +5,7 @@
 
 namespace scrivalen {
 
-/// While it lives, the C library formats numbers and classifies characters in this thread as programs in C find them at
-/// their start, whatever locale the host has set. Other threads do not see it.
+/// Sets this thread's locale to "C" while it exists, whatever locale the host has set. Other threads are not affected.
 class CLocale {
  public:
   CLocale();
@@ -15,14 +14,13 @@ class CLocale {
   ~CLocale();
 
  private:
-  std::intptr_t before_ = 0;  // what the system needs to have the thread's locale again
-  std::string name_;          // of that locale, where it is known by its name
+  std::intptr_t before_ = 0;  // what the system needs to restore the thread's locale
+  std::string name_;          // of that locale, where it is restored by name
 };
 
-/// While it lives, a C library may open files and draw random numbers without the host's noticing. Where the host has
-/// closed its standard streams, their descriptors are taken, so that no file of the library's gets one of them and what
-/// is printed there ends up in that file. And numbers are drawn from a state of its own: a library that seeds them
-/// would change those that the host draws.
+/// While it exists, a C library may open files and seed random numbers without affecting the host. If the host has
+/// closed its standard streams, their descriptors are occupied, so that no file of the library gets one and receives
+/// what is printed there. Random numbers come from a separate state, so that seeding does not change the host's.
 class HostState {
  public:
   HostState();

@@ -20,7 +20,7 @@ CLocale::CLocale() : before_(reinterpret_cast<std::intptr_t>(::uselocale(cLocale
 
 CLocale::~CLocale() { ::uselocale(reinterpret_cast<locale_t>(before_)); }
 
-// A new descriptor is the lowest that is free.
+// A new descriptor is the lowest free one.
 HostState::HostState() {
   for (int stream = 0; stream < kStandardStreams; ++stream) {
     if (::fcntl(stream, F_GETFD) < 0) {

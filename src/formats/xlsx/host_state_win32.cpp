@@ -25,7 +25,7 @@ CLocale::~CLocale() {
   }
 }
 
-// A new descriptor is the lowest that is free. Nothing draws random numbers here: see xlsxwriter_files_win32.cpp.
+// A new descriptor is the lowest free one. Nothing draws random numbers here: see xlsxwriter_files_win32.cpp.
 HostState::HostState() {
   for (int stream = 0; stream < kStandardStreams; ++stream) {
     if (::_get_osfhandle(stream) == -1) {

@@ -22,17 +22,17 @@ namespace scrivalen {
 namespace {
 
 constexpr const char* kWholeSheet = "A1:XFD1048576";
-constexpr std::uint64_t kLargestPlainSheet = 0xFFFF0000;  // bytes; a larger one needs the archive's wider numbers
+constexpr std::uint64_t kLargestPlainSheet = 0xFFFF0000;  // bytes; a larger one needs Zip64
 constexpr lxw_color_t kBlack = LXW_COLOR_BLACK;           // 0 means no colour
 
-// libxlsxwriter and the C library under it keep state for the whole process: the seed of names for temporary files, and
-// the date that gmtime answers.
+// libxlsxwriter and the C library have state for the whole process: the seed of names for temporary files, and the date
+// that gmtime returns.
 std::mutex& libraryMutex() {
   static std::mutex& mutex = *new std::mutex;
   return mutex;
 }
 
-/// What surrounds each use of the library in which it opens files.
+/// Surrounds each library call that opens files.
 class LibraryCall {
  private:
   const std::lock_guard<std::mutex> lock_{libraryMutex()};
@@ -40,7 +40,7 @@ class LibraryCall {
   const HostState hostState_;
 };
 
-// 0 would mean the system's clock, and what is no date would be no date in the file.
+// The library takes 0 for the current time, and would write an invalid date for a time that has none.
 std::time_t creationTime(std::int64_t seconds) {
   constexpr int kYearZero = -1900;
   constexpr int kYear9999 = 9999 - 1900;
@@ -53,7 +53,7 @@ lxw_color_t libraryColor(Rgb color) { return color == 0 ? kBlack : color; }
 
 std::wstring systemReason() { return systemErrorText(lastSystemError()); }
 
-// Whether a folder's disk has room for some bytes, as far as the system tells.
+// Whether a folder's disk has enough free space, as far as the system reports it.
 bool hasFreeSpace(const std::string& folder, std::uint64_t size) {
   return freeSpaceIn(widePath(folder)).value_or(size) >= size;
 }
@@ -153,13 +153,13 @@ void Workbook::freeze(std::uint32_t rows) {
 
 bool Workbook::hasRows(const Sheet& sheet) const { return sheet.sheet->dim_rowmin != LXW_ROW_MAX; }
 
-// From here on the library rewinds the file, which makes it forget that a write has failed.
+// Checked here, because the library then rewinds the file, which clears its error flag.
 bool Workbook::flushRows(const Sheet& sheet) {
   lxw_worksheet_write_single_row(sheet.sheet);
   return std::fflush(sheet.rows) == 0 && std::ferror(sheet.rows) == 0;
 }
 
-// The library writes the sheet once without its rows, to tell what stands around them.
+// Has the library write the sheet once without its rows, to measure the rest.
 bool Workbook::measureFrame(const Sheet& sheet, std::uint64_t& size) {
   std::FILE* const frame = lxw_tmpfile(folder_.data());
   std::FILE* const noRows = frame ? lxw_tmpfile(folder_.data()) : nullptr;
@@ -197,8 +197,8 @@ bool Workbook::measureSheets(std::vector<std::uint64_t>& sizes) {
   return true;
 }
 
-// Each sheet is put together in a file of its own before it is packed. The library prints to the standard error stream
-// when it finds the disk full, and does not say so, which is why it is not let into that.
+// Each sheet is assembled in a file of its own before it is packed. On a full disk the library prints to standard error
+// and reports success, so the free space is checked first.
 std::wstring Workbook::close(const std::wstring& file) {
   constexpr std::uint64_t kSmallestWorkbook = 16384;
   const LibraryCall call;
@@ -214,7 +214,7 @@ std::wstring Workbook::close(const std::wstring& file) {
   return reason.empty() ? workbookDefect(file, sizes) : reason;
 }
 
-// Closing releases the workbook, whatever it answers, but not the files of all of its sheets.
+// Closing releases the workbook, whatever it returns, but not the files of all of its sheets.
 std::wstring Workbook::assemble(const std::wstring& file, bool isLarge) {
   std::vector<StreamWatch> watches;
   for (const Sheet& sheet : sheets_) {

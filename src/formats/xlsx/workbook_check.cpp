@@ -14,7 +14,7 @@ constexpr std::string_view kSheets = "xl/worksheets/";
 
 std::string nameOfSheet(std::size_t number) { return std::string(kSheets) + "sheet" + std::to_string(number) + ".xml"; }
 
-// Whether the last tag ends the element that the text begins with.
+// Whether the last tag closes the root element.
 bool isWholeXml(std::string_view text) {
   text = text.substr(0, text.find_last_not_of("\r\n") + 1);
   const std::size_t root = text.find("?>");

@@ -1,5 +1,6 @@
-// libxlsxwriter opens its files by narrow names, in the ANSI code page, which cannot name every path. It is built with
-// these functions in the place of the two that open files (see ScrivalenDependencies.cmake), and is given narrowPath.
+// libxlsxwriter opens its files by narrow names in the ANSI code page, which cannot express every path. It is built
+// with these functions in place of its two that open files (see ScrivalenDependencies.cmake), and gets names from
+// narrowPath.
 #include "system/files/files.h"
 #include "system/windows_api.h"
 
@@ -15,7 +16,7 @@ using namespace scrivalen;
 
 namespace {
 
-// Nothing may be raised through the library, which is C.
+// No exception may pass through the library, which is C.
 template <typename Open>
 auto opened(Open open) noexcept -> decltype(open()) {
   try {
@@ -30,7 +31,7 @@ voidpf openForWriting(voidpf, const void* path, int) {
   return opened([path] { return _wfopen(widePath(static_cast<const char*>(path)).c_str(), L"wb"); });
 }
 
-// A file that goes away with its last handle, however the program ends.
+// A file that is deleted with its last handle, however the program ends.
 HANDLE createTemporary(const std::wstring& folder) {
   constexpr int kAttempts = 100;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
