@@ -31,7 +31,7 @@ class TargetFile {
   /// The path for the new content, in that folder and with the target's name; there is no file yet.
   std::wstring newFile() const;
 
-  /// Replaces the target's content by that of a finished file, which may be anywhere and is gone afterwards.
+  /// Replaces the target's content with that of a finished file, which may be anywhere and no longer exists afterwards.
   /// @return false, with the reason in lastSystemError, when that fails; the finished file is then kept
   bool replaceBy(const std::wstring& finished);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-// The Windows headers without their macros that collide with ordinary names.
+// The Windows headers without the macros that collide with ordinary names.
 #ifndef NOMINMAX
 #define NOMINMAX
 #endif

@@ -85,7 +85,7 @@ class CHMReport::Compiled {
   Compiled& operator=(const Compiled&) = delete;
   ~Compiled() { restoreEarlier(); }
 
-  // A folder is left alone, which some systems would rename too.
+  // A folder is left alone: some systems would rename that too.
   void setName(const std::wstring& path) {
     path_ = path;
     if (pathExists(path) && !isFolder(path)) {

@@ -27,7 +27,7 @@ constexpr TableColor kTableColors[] = {{L"black", 1},        {L"blue", 2},      
                                        {L"darkmagenta", 13}, {L"darkred", 14},  {L"darkyellow", 15}, {L"gray", 16},
                                        {L"lightgray", 17}};
 
-constexpr int kFontSizeOff = 10;  // half-points, whatever the size was before
+constexpr int kFontSizeOff = 10;  // half-points, not the size that was set before
 
 int colorIndex(std::wstring_view name) {
   const auto found = std::find_if(std::begin(kTableColors), std::end(kTableColors),

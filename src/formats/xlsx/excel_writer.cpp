@@ -223,7 +223,7 @@ bool ExcelWriter::Document::beginSheet() {
     return false;
   }
   ++sheet_;
-  // A later sheet begins with rows of data: the header is on the first.
+  // Later sheets begin with rows of data: the header is on the first.
   if (sheet_ == 1 && style_.frozenRows > 0) {
     book_->freeze(style_.frozenRows);
   }

@@ -28,7 +28,7 @@ class ExcelWriter {
   /// @return false, with the reason in Error, when the file cannot be written or a spreadsheet is already begun
   bool Begin(const wchar_t* file, const wchar_t* styles) noexcept;
 
-  /// Begins a row, which ends any open one; or only ends the open one.
+  /// Ends the open row, if any, and begins another if @p begin is set.
   void Row(bool begin) noexcept;
 
   /// Appends a cell to the row.

@@ -8,8 +8,8 @@
 namespace scrivalen {
 
 /// Checks whether a stream that was handed over is still open. The new owner either reads it from the beginning and
-/// closes it, or does neither. The position is moved to where no reader gets, and checked through a duplicate
-/// descriptor: the stream's own may be another file's by then.
+/// closes it, or does neither. The position is set beyond what any reader reaches, and checked through a duplicate
+/// descriptor, because the stream's own may be another file's by then.
 class StreamWatch {
  public:
   /// @param stream  must have nothing to flush

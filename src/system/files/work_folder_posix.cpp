@@ -21,7 +21,7 @@ constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 template <class Call>
 void forEachEntry(int folder, Call call) noexcept {
   alignas(dirent64) char entries[4096];
-  const int fd = ::openat(folder, ".", kFolderFlags);  // with a position of its own
+  const int fd = ::openat(folder, ".", kFolderFlags);  // has its own position
   for (ssize_t size = 0; fd >= 0 && (size = ::getdents64(fd, entries, sizeof entries)) > 0;) {
     for (ssize_t at = 0; at < size;) {
       const auto& entry = *reinterpret_cast<const dirent64*>(entries + at);
