@@ -47,9 +47,9 @@ void writeContent(AReport& report, long rows, WriteCell writeCell) {
 std::string failure(const AReport& report) { return ToUtf8(report.GetError()); }
 
 std::string closed(MultiReport& report) {
-  const bool whole = report.Close() == REPORT_OK;
+  const bool closed = report.Close() == REPORT_OK;
   report.Clear();
-  return whole ? std::string() : failure(report);
+  return closed ? std::string() : failure(report);
 }
 
 std::string writeOneFormat(Format format, long rows, const std::string& file, WriteCell writeCell) {

@@ -15,7 +15,7 @@ int main() {
     report.Row2(L"Written", L"once, in three formats", 0, nullptr, nullptr);
     report.EndTable(L"facts");
   }
-  const bool whole = report.Close() == REPORT_OK;
+  const bool closed = report.Close() == REPORT_OK;
   report.Clear();
-  return opened && whole ? 0 : 1;
+  return opened && closed ? 0 : 1;
 }

@@ -183,12 +183,12 @@ bool writeFiles(const std::filesystem::path& folder) {
   if (opened) {
     writeLedger(report);
   }
-  const bool whole = report.Close() == REPORT_OK;
-  if (!opened || !whole) {
+  const bool closed = report.Close() == REPORT_OK;
+  if (!opened || !closed) {
     print(stderr, std::wstring(L"ledger_report: ") + report.GetError());
   }
   report.Clear();
-  return opened && whole;
+  return opened && closed;
 }
 
 // A stream of the host. If Write cannot keep its bytes, it throws, and the report's Close reports the failure.
@@ -222,9 +222,9 @@ class SummaryPage : public HtmlReport {
 
 bool printSummary() {
   MemoryFile file;
-  const bool whole = SummaryPage().write(file);
+  const bool written = SummaryPage().write(file);
   std::fwrite(file.bytes().data(), 1, file.bytes().size(), stdout);
-  return whole;
+  return written;
 }
 
 }  // namespace

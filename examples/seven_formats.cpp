@@ -204,12 +204,12 @@ bool writeFiles(const std::filesystem::path& folder) {
   if (opened) {
     FleetReport(report, std::filesystem::absolute(folder) / "").write();
   }
-  const bool whole = report.Close() == REPORT_OK;
-  if (!opened || !whole) {
+  const bool closed = report.Close() == REPORT_OK;
+  if (!opened || !closed) {
     print(stderr, std::wstring(L"seven_formats: ") + report.GetError());
   }
   report.Clear();
-  return opened && whole;
+  return opened && closed;
 }
 
 // Prints the error box for a missing help compiler: a service has no user to see one.

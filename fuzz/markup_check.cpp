@@ -154,7 +154,7 @@ void readXmlText(Reader& reader) {
   const std::string_view text = reader.takeUntil("<&");
   const auto characters = charactersOf(text);
   if (!std::all_of(characters.begin(), characters.end(), isXmlCharacter)) {
-    reader.fail("a character that XML does not know before");
+    reader.fail("an invalid character before");
   }
   if (text.find("]]>") != std::string_view::npos) {
     reader.fail("the end of a marked section before");
@@ -162,7 +162,7 @@ void readXmlText(Reader& reader) {
   if (reader.accept("&")) {
     const std::string_view name = reader.takeUntil(";<");
     if (!isXmlReference(name) || !reader.accept(";")) {
-      reader.fail("no reference '" + std::string(name) + "'");
+      reader.fail("an unknown reference '" + std::string(name) + "'");
     }
   }
 }
@@ -177,14 +177,14 @@ void readXml(Reader& reader) {
     if (reader.accept("</")) {
       const std::string_view name = reader.takeUntil(">");
       if (open.empty() || open.back() != name) {
-        reader.fail("the end of another element");
+        reader.fail("a mismatched end tag");
       }
       open.pop_back();
       reader.expect(">");
     } else if (reader.accept("<")) {
       const std::string_view name = reader.takeUntil(">");
       if (!isName(name)) {
-        reader.fail("no name: " + std::string(name));
+        reader.fail("an invalid name: " + std::string(name));
       }
       open.push_back(name);
       reader.expect(">");
@@ -263,7 +263,7 @@ void readPage(Reader& reader) {
     if (reader.accept("</")) {
       const std::string_view name = reader.takeUntil(">");
       if (open.empty() || open.back() != name) {
-        reader.fail("the end of another element than " + std::string(open.empty() ? "" : open.back()));
+        reader.fail("an end tag that does not match " + std::string(open.empty() ? "" : open.back()));
       }
       open.pop_back();
       reader.expect(">");

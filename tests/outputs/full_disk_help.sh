@@ -46,7 +46,7 @@ inputs() {
   (cd "$disk" && printf '%s\n' ballast report.hhc report.hhp ./*.htm | sed 's,^\./,,' | sort)
 }
 
-check_whole() {
+check_complete() {
   local i
   expect_equal "files with $1 KiB free" "$(printf '%s\n' "$(inputs)" report.chm | sort)" "$(ls -A "$disk")"
   rm -rf "$work/out"
@@ -70,7 +70,7 @@ for free in 0 4 8 12 16 20 24 28 32 40 48 64 96 128; do
   dd if=/dev/zero of="$disk/ballast" bs=1k 2>/dev/null || true
   truncate -s "-$((free * 1024))" "$disk/ballast"
   if "$compiler" "$disk/report.hhp" 2>"$work/messages"; then
-    check_whole "$free"
+    check_complete "$free"
     successes=$((successes + 1))
   else
     check_nothing "$free"
@@ -93,4 +93,4 @@ printf '' >"$disk/ballast"
 dd if=/dev/zero of="$temporary/ballast" bs=1k 2>/dev/null || true
 TMPDIR="$temporary" "$compiler" "$disk/report.hhp" 2>"$work/messages" ||
   fail "the compiler fails when the folder for temporary files is full: $(cat "$work/messages")"
-check_whole 65536
+check_complete 65536

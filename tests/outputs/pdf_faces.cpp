@@ -79,6 +79,6 @@ int main(int count, char** arguments) {
   doc.BegDoc(pdf.Handle(), 0);
   const std::string read = scrivalen::ToUtf8(fill(doc, count == 4 ? std::atoi(arguments[3]) : -1));
   text.Write(read.data(), read.size());
-  const bool whole = doc.EndDoc(L"no mode of the standard") == 0;
-  return pdf.Close() && text.Close() && whole ? 0 : 1;
+  const bool isComplete = doc.EndDoc(L"no mode of the standard") == 0;
+  return pdf.Close() && text.Close() && isComplete ? 0 : 1;
 }

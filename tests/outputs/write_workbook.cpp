@@ -27,10 +27,10 @@ int main() {
   report.EndTable(L"table");
   report.Text(L"The end, in a line that is longer than the widest column may become in this sheet.", PARAGRAPH_NONE,
               L"", 0);
-  const bool whole = report.Close() == REPORT_OK;
-  if (!whole) {
+  const bool closed = report.Close() == REPORT_OK;
+  if (!closed) {
     std::fprintf(stderr, "%s\n", scrivalen::ToUtf8(report.GetError()).c_str());
   }
   report.Clear();
-  return whole ? 0 : 1;
+  return closed ? 0 : 1;
 }

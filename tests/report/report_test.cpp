@@ -482,7 +482,7 @@ TEST(LoadTemplate, ReadsAByteOrderMarkAndUtf8AsBytes) {
   EXPECT_EQ(loaded("\xEF\xBB\xBF\xC3\xA9\r\n"), L"\u00EF\u00BB\u00BF\u00C3\u00A9\r\n");
 }
 
-TEST(LoadTemplate, ReadsLargeFilesWhole) {
+TEST(LoadTemplate, ReadsLargeFilesCompletely) {
   for (const std::size_t size : {8191u, 8192u, 8193u, 16384u, 100000u}) {
     std::string bytes;
     while (bytes.size() < size) {

@@ -128,8 +128,8 @@ void writeReports(const std::filesystem::path& folder, int conforming) {
   report.SetReportOption(OPTION_CONFORMING, conforming);
   expect(report.Open() == REPORT_OK, "the reports open");
   writeContent(report, wide(folder / ""));
-  const bool isWhole = report.Close() == REPORT_OK;
-  expect(isWhole, "the reports close without a loss: " + scrivalen::ToUtf8(report.GetError()));
+  const bool closed = report.Close() == REPORT_OK;
+  expect(closed, "the reports close without a loss: " + scrivalen::ToUtf8(report.GetError()));
   report.Clear();
 }
 

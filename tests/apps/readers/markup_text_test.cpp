@@ -49,7 +49,7 @@ TEST(MarkupText, IgnoresAQuoteOutsideAnAttributeValue) {
   EXPECT_EQ(textOfMarkup("a<b it's>c</b it's> d<i title = '>'>e"), "ac de");
 }
 
-TEST(MarkupText, KeepsElementsWhoseNameOnlyBeginsLikeAScripts) {
+TEST(MarkupText, KeepsElementsWhoseNameOnlyBeginsWithScript) {
   EXPECT_EQ(textOfMarkup("a<script_x>b</script_x>c<style-x>d</style-x>"), "a\nb\nc\nd\n");
   EXPECT_EQ(textOfMarkup("a<script>b</scripts>c</script\n>d"), "ad");
 }

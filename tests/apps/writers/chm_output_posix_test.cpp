@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <filesystem>
 
-// What the command says about a help file, whose pages are made in the folder for temporary files.
+// The command's messages about help files, whose pages it writes to the folder for temporary files.
 
 namespace scrivalen::command::test {
 namespace {
@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using scrivalen::test::onSmallDisk;
 using scrivalen::test::SmallDisk;
 
-// A folder for temporary files while it lives.
+// Makes a folder the one for temporary files for its lifetime.
 class TemporaryFilesIn {
  public:
   explicit TemporaryFilesIn(const std::string& folder) { ::setenv("TMPDIR", folder.c_str(), 1); }
@@ -30,7 +30,7 @@ class TemporaryFilesIn {
   std::string before_ = std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp";
 };
 
-// A help compiler of a few lines while it lives.
+// Makes a script the help compiler for its lifetime.
 class Compiler {
  public:
   explicit Compiler(const std::string& script) {
@@ -75,7 +75,7 @@ TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
             "early: scrivalen: File write error for '@/a.chm' (a part of it in 'DISK'). No space left on device\n");
 }
 
-TEST(ChmMessages, NameTheOutputWhereNoPagesCanBeMade) {
+TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
   CommandRun run;
   const TemporaryFilesIn nowhere("/nowhere");
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});

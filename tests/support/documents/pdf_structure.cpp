@@ -93,13 +93,13 @@ void PdfStructure::readTable(std::size_t start) {
   checkTail(start + at, start);
 }
 
-void PdfStructure::checkTail(std::size_t behindTable, std::size_t start) {
+void PdfStructure::checkTail(std::size_t afterTable, std::size_t start) {
   const std::string last = std::to_string(count_);
   const bool isTitled = conforming_ && object(count_).starts_with(last + " 0 obj\r\n<<\r\n/Title (");
   const std::string tail = "trailer\r\n<<\r\n/Size " + std::to_string(count_ + 1) + "\r\n/Root 1 0 R\r\n" +
                            (isTitled ? "/Info " + last + " 0 R\r\n" : "") + ">>\r\nstartxref\r\n" +
                            std::to_string(start) + "\r\n%%EOF";
-  expect(from(bytes_, behindTable) == tail, "the trailer");
+  expect(from(bytes_, afterTable) == tail, "the trailer");
 }
 
 bool PdfStructure::readLine(std::size_t number, std::string_view line) {
@@ -251,9 +251,9 @@ void PdfStructure::checkDestinations() {
 void PdfStructure::checkDestination(std::size_t number, std::string_view value) {
   const auto targets = referencesIn(value);
   const bool leadsToPage = targets.size() == 1 && (isOf(targets[0], "/Page") || (targets[0] == 0 && !conforming_));
-  const bool isWhole = value.find(" 0 R\r\n/XYZ\r\n") != kNowhere && value.ends_with("\r\n0\r\n]") &&
-                       std::count(value.begin(), value.end(), '\n') == 5;
-  expect(leadsToPage && isWhole, "the destination of" + named(" object", number));
+  const bool isComplete = value.find(" 0 R\r\n/XYZ\r\n") != kNowhere && value.ends_with("\r\n0\r\n]") &&
+                          std::count(value.begin(), value.end(), '\n') == 5;
+  expect(leadsToPage && isComplete, "the destination of" + named(" object", number));
 }
 
 void PdfStructure::checkPages() {

@@ -53,7 +53,7 @@ class PdfStructure {
   };
 
   void readTable(std::size_t start);
-  void checkTail(std::size_t behindTable, std::size_t start);
+  void checkTail(std::size_t afterTable, std::size_t start);
   bool readLine(std::size_t number, std::string_view line);
   void readObject(std::size_t number, std::size_t offset);
   std::size_t readEntries(Object& object, std::size_t at) const;

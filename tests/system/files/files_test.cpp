@@ -93,7 +93,7 @@ TEST(Files, OpenForReadingAllowsOtherReaders) {
   EXPECT_TRUE(second.close());
 }
 
-TEST(Files, AFolderIsNoFile) {
+TEST(Files, AFolderIsNotAFile) {
   const TemporaryFolder folder;
   EXPECT_EQ(openExclusive(folder.path()), nullptr);
   EXPECT_EQ(openForReading(folder.path()), nullptr);
