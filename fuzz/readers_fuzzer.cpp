@@ -1,5 +1,5 @@
 #include "command.h"
-#include "host.h"
+#include "environment.h"
 #include "markup_check.h"
 #include "private_folder.h"
 #include "support/documents/pdf_structure.h"
@@ -69,24 +69,24 @@ struct Outcome {
 Outcome convert(const Choice& choice, std::string_view input) {
   Outcome outcome;
   std::string output;
-  scrivalen::command::Host host;
-  host.readInput = [&](void* data, std::size_t size) {
+  scrivalen::command::Environment environment;
+  environment.readInput = [&](void* data, std::size_t size) {
     const std::size_t count = std::min(size, input.size());
     std::memcpy(data, input.data(), count);
     input.remove_prefix(count);
     return std::optional<std::size_t>(count);
   };
-  host.writeOutput = [&](std::string_view text) {
+  environment.writeOutput = [&](std::string_view text) {
     output += text;
     return true;
   };
-  host.writeError = [&](std::string_view text) { outcome.errors += text; };
-  host.variable = [](const char*) { return std::optional<std::string>("1700000000"); };
-  host.wasInterrupted = [] { return false; };
+  environment.writeError = [&](std::string_view text) { outcome.errors += text; };
+  environment.variable = [](const char*) { return std::optional<std::string>("1700000000"); };
+  environment.wasInterrupted = [] { return false; };
   const std::string target = kNames[static_cast<std::size_t>(choice.format)] + (":" + folder().path() + "out");
   std::vector<std::string> arguments = {"-", "--from", choice.from, "-o", target};
   arguments.insert(arguments.end(), choice.options.begin(), choice.options.end());
-  outcome.status = scrivalen::command::runCommand(arguments, host);
+  outcome.status = scrivalen::command::runCommand(arguments, environment);
   return outcome;
 }
 

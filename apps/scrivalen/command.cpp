@@ -35,9 +35,11 @@ std::wstring titleFromName(const std::string& input) {
   return name;
 }
 
-std::string wholeFile(const Host& host, const std::string& name) { return TextInput(host, name).rest(); }
+std::string wholeFile(const Environment& environment, const std::string& name) {
+  return TextInput(environment, name).rest();
+}
 
-DocumentSettings documentSettings(const Options& options, const Host& host) {
+DocumentSettings documentSettings(const Options& options, const Environment& environment) {
   DocumentSettings settings;
   settings.title = options.title ? toWide(*options.title) : titleFromName(options.input);
   for (const auto& [name, value] : options.properties) {
@@ -45,7 +47,7 @@ DocumentSettings documentSettings(const Options& options, const Host& host) {
   }
   settings.templateFile = options.templateFile;
   if (!options.stylesFile.empty()) {
-    settings.styles = toWide(wholeFile(host, options.stylesFile));
+    settings.styles = toWide(wholeFile(environment, options.stylesFile));
   }
   settings.columnSeparator = toWide(options.separator);
   settings.landscape = options.landscape;
@@ -65,28 +67,28 @@ void read(TextInput& input, const Options& options, EventSink& sink) {
 /// One conversion, from its options to its exit status.
 class Conversion {
  public:
-  Conversion(const Options& options, const Host& host, Messages& messages)
-      : options_(options), host_(host), messages_(messages) {}
+  Conversion(const Options& options, const Environment& environment, Messages& messages)
+      : options_(options), environment_(environment), messages_(messages) {}
 
   int run();
 
  private:
   Distributor::Plan plan();
-  void look();
+  void poll();
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
   void readInput();
   void finish();
   void deliver();
-  void tellReplaced(std::size_t count);
-  std::vector<std::string> logInPersonsWords() const;
-  std::string inPersonsWords(const std::wstring& line) const;
+  void warnOfReplacements(std::size_t count);
+  std::vector<std::string> loggedWarnings() const;
+  std::string userMessage(const std::wstring& line) const;
 
   const Options& options_;
-  const Host& host_;
+  const Environment& environment_;
   Messages& messages_;
   LibraryLog log_;
-  std::size_t noted_ = 0;  // lines of the log
+  std::size_t notedLines_ = 0;  // lines of the log
   Outputs outputs_;
 };
 
@@ -100,7 +102,7 @@ int Conversion::run() {
     // Each of them says why below.
   }
   finish();
-  const std::vector<std::string> warnings = logInPersonsWords();
+  const std::vector<std::string> warnings = loggedWarnings();
   deliver();
   for (const std::string& warning : warnings) {
     messages_.warning(warning);
@@ -111,19 +113,19 @@ int Conversion::run() {
 
 Distributor::Plan Conversion::plan() {
   Distributor::Plan plan;
-  plan.settings = documentSettings(options_, host_);
+  plan.settings = documentSettings(options_, environment_);
   plan.titleFromHeading = !options_.title && options_.inputFormat == InputFormat::Markdown;
   plan.contents = options_.contents && options_.inputFormat == InputFormat::Markdown;
-  plan.look = [this] { look(); };
+  plan.poll = [this] { poll(); };
   plan.progress = [this](std::size_t blocks) { showProgress(blocks); };
   return plan;
 }
 
-void Conversion::look() {
+void Conversion::poll() {
   stopWhenInterrupted();
-  for (; noted_ < log_.lines().size(); ++noted_) {
+  for (; notedLines_ < log_.lines().size(); ++notedLines_) {
     for (const auto& output : outputs_) {
-      output->noteLogged(log_.lines()[noted_]);
+      output->noteLogged(log_.lines()[notedLines_]);
     }
   }
 }
@@ -133,15 +135,15 @@ void Conversion::showProgress(std::size_t blocks) {
 }
 
 void Conversion::readInput() {
-  TextInput input(host_, options_.input);
+  TextInput input(environment_, options_.input);
   Distributor distributor(outputs_, plan());
   read(input, options_, distributor);
   distributor.finish();
-  tellReplaced(input.replaced());
+  warnOfReplacements(input.replaced());
 }
 
 void Conversion::stopWhenInterrupted() const {
-  if (host_.wasInterrupted()) {
+  if (environment_.wasInterrupted()) {
     throw Interrupted();
   }
 }
@@ -166,7 +168,7 @@ void Conversion::deliver() {
   }
 }
 
-void Conversion::tellReplaced(std::size_t count) {
+void Conversion::warnOfReplacements(std::size_t count) {
   if (count > 0) {
     messages_.warning("'" + options_.input + "': replaced " + std::to_string(count) +
                       (count == 1 ? " place that is" : " places that are") + " no valid text by U+FFFD");
@@ -175,25 +177,25 @@ void Conversion::tellReplaced(std::size_t count) {
 
 // The library logs what it also returns as an error; a person sees it once. An operation that failed has no other
 // result, and nobody knows what an output lacks without it.
-std::vector<std::string> Conversion::logInPersonsWords() const {
+std::vector<std::string> Conversion::loggedWarnings() const {
   std::vector<std::string> texts;
   for (const std::wstring& line : log_.lines()) {
-    const std::string text = inPersonsWords(line);
+    const std::string text = userMessage(line);
     if (line.starts_with(scrivalen::kOperationFailed)) {
       throw std::runtime_error(text);
     }
-    const auto saysSo = [&](const auto& output) { return output->hasSaid(text); };
+    const auto reportsIt = [&](const auto& output) { return output->hasReported(text); };
     const bool isNew = std::find(texts.begin(), texts.end(), text) == texts.end();
-    if (isNew && std::none_of(outputs_.begin(), outputs_.end(), saysSo)) {
+    if (isNew && std::none_of(outputs_.begin(), outputs_.end(), reportsIt)) {
       texts.push_back(text);
     }
   }
   return texts;
 }
 
-std::string Conversion::inPersonsWords(const std::wstring& line) const {
+std::string Conversion::userMessage(const std::wstring& line) const {
   for (const auto& output : outputs_) {
-    std::string text = output->inPersonsWords(line);
+    std::string text = output->userMessage(line);
     if (text != toUtf8(line)) {
       return text;
     }
@@ -201,10 +203,10 @@ std::string Conversion::inPersonsWords(const std::wstring& line) const {
   return toUtf8(line);
 }
 
-int runOrThrow(const std::vector<std::string>& arguments, const Host& host, Messages& messages) {
+int runOrThrow(const std::vector<std::string>& arguments, const Environment& environment, Messages& messages) {
   const CommandLine commandLine = parseCommandLine(arguments);
-  if (commandLine.answer) {
-    if (!host.writeOutput(*commandLine.answer)) {
+  if (commandLine.printout) {
+    if (!environment.writeOutput(*commandLine.printout)) {
       throw std::runtime_error("cannot write to standard output: " + lastErrorText());
     }
     return kDone;
@@ -212,17 +214,17 @@ int runOrThrow(const std::vector<std::string>& arguments, const Host& host, Mess
   if (commandLine.options.quiet) {
     messages.beQuiet();
   }
-  const FixedClock clock(host);
-  const LibraryStop stop(host);
-  return Conversion(commandLine.options, host, messages).run();
+  const FixedClock clock(environment);
+  const LibraryStop stop(environment);
+  return Conversion(commandLine.options, environment, messages).run();
 }
 
 }  // namespace
 
-int runCommand(const std::vector<std::string>& arguments, const Host& host) {
-  Messages messages(host);
+int runCommand(const std::vector<std::string>& arguments, const Environment& environment) {
+  Messages messages(environment);
   try {
-    return runOrThrow(arguments, host, messages);
+    return runOrThrow(arguments, environment, messages);
   } catch (const UsageError& error) {
     messages.error(error.what());
     return kWrongUsage;

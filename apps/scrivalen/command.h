@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host.h"
+#include "environment.h"
 
 #include <string>
 #include <vector>
@@ -10,6 +10,6 @@ namespace scrivalen::command {
 /// Runs the command.
 /// @param arguments  UTF-8, without the program's name
 /// @return 0 done, 1 an input or an output failed, 2 wrong usage
-int runCommand(const std::vector<std::string>& arguments, const Host& host);
+int runCommand(const std::vector<std::string>& arguments, const Environment& environment);
 
 }  // namespace scrivalen::command

@@ -15,7 +15,7 @@ namespace {
 // The handlers are plain functions: they find here what they need.
 std::int64_t fixedTime = 0;
 LibraryLog* currentLog = nullptr;
-const Host* interruptedHost = nullptr;
+const Environment* currentEnvironment = nullptr;
 
 std::int64_t parseSeconds(const std::string& text) {
   std::int64_t seconds = 0;
@@ -27,12 +27,12 @@ std::int64_t parseSeconds(const std::string& text) {
   return seconds;
 }
 
-bool isStopWanted() { return interruptedHost->wasInterrupted(); }
+bool isStopWanted() { return currentEnvironment->wasInterrupted(); }
 
 }  // namespace
 
-FixedClock::FixedClock(const Host& host) {
-  const auto value = host.variable("SOURCE_DATE_EPOCH");
+FixedClock::FixedClock(const Environment& environment) {
+  const auto value = environment.variable("SOURCE_DATE_EPOCH");
   if (value && !value->empty()) {
     fixedTime = parseSeconds(*value);
     SetClockHandler([] { return fixedTime; });
@@ -68,8 +68,8 @@ void LibraryLog::receive(const wchar_t* message) {
   }
 }
 
-LibraryStop::LibraryStop(const Host& host) {
-  interruptedHost = &host;
+LibraryStop::LibraryStop(const Environment& environment) {
+  currentEnvironment = &environment;
   SetStopHandler(&isStopWanted);
   scrivalen::setStopQuery(&isStopWanted);
 }
@@ -77,7 +77,7 @@ LibraryStop::LibraryStop(const Host& host) {
 LibraryStop::~LibraryStop() {
   scrivalen::setStopQuery(nullptr);
   SetStopHandler(nullptr);
-  interruptedHost = nullptr;
+  currentEnvironment = nullptr;
 }
 
 }  // namespace scrivalen::command

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host.h"
+#include "environment.h"
 
 #include <string>
 #include <vector>
@@ -12,7 +12,7 @@ namespace scrivalen::command {
 /// lives. Raises UsageError when that is no number of seconds.
 class FixedClock {
  public:
-  explicit FixedClock(const Host& host);
+  explicit FixedClock(const Environment& environment);
   FixedClock(const FixedClock&) = delete;
   FixedClock& operator=(const FixedClock&) = delete;
   ~FixedClock();
@@ -39,8 +39,8 @@ class LibraryLog {
 /// While it lives, an interrupt stops what the library, or a call of the system, takes long for.
 class LibraryStop {
  public:
-  /// @param host  not owned; must outlive this
-  explicit LibraryStop(const Host& host);
+  /// @param environment  not owned; must outlive this
+  explicit LibraryStop(const Environment& environment);
   LibraryStop(const LibraryStop&) = delete;
   LibraryStop& operator=(const LibraryStop&) = delete;
   ~LibraryStop();

@@ -12,14 +12,14 @@ int runProgram(int argc, char** argv) {
   if (!arguments.empty()) {
     arguments.erase(arguments.begin());
   }
-  scrivalen::command::Host host;
-  host.readInput = &scrivalen::readStandardInput;
-  host.writeOutput = &scrivalen::writeStandardOutput;
-  host.writeError = &scrivalen::writeStandardError;
-  host.variable = &scrivalen::environmentVariable;
-  host.wasInterrupted = &scrivalen::wasInterrupted;
-  host.errorIsTerminal = scrivalen::isStandardErrorTerminal();
-  const int status = scrivalen::command::runCommand(arguments, host);
+  scrivalen::command::Environment environment;
+  environment.readInput = &scrivalen::readStandardInput;
+  environment.writeOutput = &scrivalen::writeStandardOutput;
+  environment.writeError = &scrivalen::writeStandardError;
+  environment.variable = &scrivalen::environmentVariable;
+  environment.wasInterrupted = &scrivalen::wasInterrupted;
+  environment.errorIsTerminal = scrivalen::isStandardErrorTerminal();
+  const int status = scrivalen::command::runCommand(arguments, environment);
   if (status != 0) {
     scrivalen::endIfInterrupted();
   }

@@ -14,14 +14,14 @@ constexpr std::chrono::milliseconds kProgressPause{100};
 
 // What is written in one piece. It needs no memory, because a message may say that there is none; what is longer than
 // its buffer is written in several pieces.
-class Piece {
+class ErrorWriter {
  public:
-  explicit Piece(const Host& host) : host_(host) {}
-  Piece(const Piece&) = delete;
-  Piece& operator=(const Piece&) = delete;
-  ~Piece() { host_.writeError({bytes_, size_}); }
+  explicit ErrorWriter(const Environment& environment) : environment_(environment) {}
+  ErrorWriter(const ErrorWriter&) = delete;
+  ErrorWriter& operator=(const ErrorWriter&) = delete;
+  ~ErrorWriter() { environment_.writeError({bytes_, size_}); }
 
-  Piece& add(std::string_view text) {
+  ErrorWriter& add(std::string_view text) {
     for (const char c : text) {
       put(c);
     }
@@ -29,7 +29,7 @@ class Piece {
   }
 
   // A name may hold anything; a message stays one line and changes nothing about the terminal.
-  Piece& addPrintable(std::string_view text) {
+  ErrorWriter& addPrintable(std::string_view text) {
     for (const char c : text) {
       put(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c);
     }
@@ -39,20 +39,20 @@ class Piece {
  private:
   void put(char c) {
     if (size_ == sizeof bytes_) {
-      host_.writeError({bytes_, std::exchange(size_, 0)});
+      environment_.writeError({bytes_, std::exchange(size_, 0)});
     }
     bytes_[size_++] = c;
   }
 
-  const Host& host_;
+  const Environment& environment_;
   std::size_t size_ = 0;
   char bytes_[4096];
 };
 
 // NO_COLOR counts when it is not empty (no-color.org).
-bool wantsColours(const Host& host) noexcept {
+bool wantsColours(const Environment& environment) noexcept {
   try {
-    return host.errorIsTerminal && host.variable("NO_COLOR").value_or("").empty();
+    return environment.errorIsTerminal && environment.variable("NO_COLOR").value_or("").empty();
   } catch (const std::bad_alloc&) {
     return false;
   }
@@ -60,8 +60,10 @@ bool wantsColours(const Host& host) noexcept {
 
 }  // namespace
 
-Messages::Messages(const Host& host)
-    : host_(host), coloured_(wantsColours(host)), lastProgress_(std::chrono::steady_clock::now()) {}
+Messages::Messages(const Environment& environment)
+    : environment_(environment),
+      coloured_(wantsColours(environment)),
+      lastProgress_(std::chrono::steady_clock::now()) {}
 
 Messages::~Messages() { clearProgress(); }
 
@@ -75,24 +77,24 @@ void Messages::warning(std::string_view text) {
 
 void Messages::progress(std::string_view text) {
   const auto now = std::chrono::steady_clock::now();
-  if (quiet_ || !host_.errorIsTerminal || now - lastProgress_ < kProgressPause) {
+  if (quiet_ || !environment_.errorIsTerminal || now - lastProgress_ < kProgressPause) {
     return;
   }
   lastProgress_ = now;
   progressShown_ = true;
-  Piece(host_).add(kClearLine).add("scrivalen: ").addPrintable(text);
+  ErrorWriter(environment_).add(kClearLine).add("scrivalen: ").addPrintable(text);
 }
 
 void Messages::line(std::string_view colour, std::string_view kind, std::string_view text) {
   clearProgress();
-  Piece message(host_);
+  ErrorWriter message(environment_);
   message.add(coloured_ ? colour : "").add("scrivalen: ").add(kind).addPrintable(text);
   message.add(coloured_ ? kPlain : "").add("\n");
 }
 
 void Messages::clearProgress() {
   if (progressShown_) {
-    host_.writeError(kClearLine);
+    environment_.writeError(kClearLine);
     progressShown_ = false;
   }
 }

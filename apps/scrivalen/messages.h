@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host.h"
+#include "environment.h"
 
 #include <chrono>
 #include <string_view>
@@ -11,7 +11,7 @@ namespace scrivalen::command {
 /// memory.
 class Messages {
  public:
-  explicit Messages(const Host& host);
+  explicit Messages(const Environment& environment);
   Messages(const Messages&) = delete;
   Messages& operator=(const Messages&) = delete;
   ~Messages();
@@ -29,7 +29,7 @@ class Messages {
   void line(std::string_view colour, std::string_view kind, std::string_view text);
   void clearProgress();
 
-  const Host& host_;
+  const Environment& environment_;
   bool quiet_ = false;
   bool coloured_;
   bool progressShown_ = false;

@@ -72,7 +72,7 @@ void describe(CLI::App& app, Raw& raw) {
   app.add_flag("--quiet", options.quiet, "Print errors only");
 }
 
-void refuseLeftovers(std::vector<std::string> leftovers) {
+void rejectLeftovers(std::vector<std::string> leftovers) {
   std::erase(leftovers, "--");
   for (const std::string& argument : leftovers) {
     if (argument.starts_with('-')) {
@@ -224,7 +224,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());
   }
-  refuseLeftovers(app.remaining());
+  rejectLeftovers(app.remaining());
   if (raw.listTemplates) {
     return {{}, templateList()};
   }

@@ -36,7 +36,7 @@ struct Options {
 
 struct CommandLine {
   Options options;
-  std::optional<std::string> answer;  ///< what to print instead of doing anything: the help, the version, a list
+  std::optional<std::string> printout;  ///< what to print instead of doing anything: the help, the version, a list
 };
 
 /// Raises UsageError.

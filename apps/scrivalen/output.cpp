@@ -16,7 +16,7 @@ void Output::open(const DocumentSettings& settings) {
   try {
     isOpen_ = writer_->open(file_, settings);
     if (!isOpen_) {
-      fail(inPersonsWords(writer_->error()));
+      fail(userMessage(writer_->error()));
     }
   } catch (const InputError& error) {
     fail(error.what());
@@ -57,7 +57,7 @@ bool Output::prepareFile() {
 void Output::noteLogged(std::wstring_view line) {
   if (!failed() && line.starts_with(scrivalen::kWriteErrorStart) &&
       isOwnFile(line.substr(scrivalen::kWriteErrorStart.size()))) {
-    fail(inPersonsWords(std::wstring(line)));
+    fail(userMessage(std::wstring(line)));
   }
 }
 
@@ -70,7 +70,7 @@ bool Output::isOwnFile(std::wstring_view quotedPath) const {
 
 void Output::finish() {
   if (!failed() && !writer_->close()) {
-    fail(inPersonsWords(writer_->error()));
+    fail(userMessage(writer_->error()));
   }
 }
 
@@ -80,16 +80,16 @@ void Output::deliver() {
   }
 }
 
-std::string Output::inPersonsWords(const std::wstring& message) const {
+std::string Output::userMessage(const std::wstring& message) const {
   const std::wstring folder = writer_->workFolder();
   if (folder.empty() || message.find(folder) == message.npos) {
     return replacedAll<char>(toUtf8(message), toUtf8(file_), name_);
   }
-  return withName(withoutParts(message, folder));
+  return withName(withoutPartName(message, folder));
 }
 
 // A file that the output is made of has a name that nobody knows, but the disk that it is on may be the full one.
-std::string Output::withoutParts(const std::wstring& message, const std::wstring& folder) const {
+std::string Output::withoutPartName(const std::wstring& message, const std::wstring& folder) const {
   const std::size_t begin = message.find(L'\'' + folder + scrivalen::kPathSeparator);
   const std::size_t end = begin == message.npos ? begin : message.find(L'\'', begin + 1 + folder.size());
   if (end == message.npos) {
@@ -106,7 +106,7 @@ std::string Output::withName(const std::string& message) const {
   return message.find(name_) == message.npos ? "'" + name_ + "': " + message : message;
 }
 
-bool Output::hasSaid(std::string_view text) const { return failed() && error_.ends_with(text); }
+bool Output::hasReported(std::string_view text) const { return failed() && error_.ends_with(text); }
 
 void Output::fail(const std::string& error) { error_ = error.empty() ? "cannot write '" + name_ + "'" : error; }
 

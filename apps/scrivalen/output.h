@@ -35,14 +35,14 @@ class Output {
   bool failed() const { return !error_.empty(); }
   const std::string& error() const { return error_; }
   /// Whether its error says this already.
-  bool hasSaid(std::string_view text) const;
+  bool hasReported(std::string_view text) const;
 
   /// A message of the library with the name that the person knows.
-  std::string inPersonsWords(const std::wstring& message) const;
+  std::string userMessage(const std::wstring& message) const;
 
  private:
   bool isOwnFile(std::wstring_view quotedPath) const;
-  std::string withoutParts(const std::wstring& message, const std::wstring& folder) const;
+  std::string withoutPartName(const std::wstring& message, const std::wstring& folder) const;
   std::string withName(const std::string& message) const;
   bool prepareFile();
   void fail(const std::string& error);

@@ -70,27 +70,27 @@ std::string outputOf(std::string_view markdown, const std::string& output, Comma
 
 }  // namespace
 
-TestHost::TestHost() {
-  host_.readInput = [this](void* data, std::size_t size) {
+TestEnvironment::TestEnvironment() {
+  environment_.readInput = [this](void* data, std::size_t size) {
     const std::size_t count = std::min(size, input.size());
     std::memcpy(data, input.data(), count);
     input.erase(0, count);
     return std::optional<std::size_t>(count);
   };
-  host_.writeOutput = [this](std::string_view text) {
+  environment_.writeOutput = [this](std::string_view text) {
     output += text;
     return true;
   };
-  host_.writeError = [this](std::string_view text) { error += text; };
-  host_.variable = [this](const char* name) {
+  environment_.writeError = [this](std::string_view text) { error += text; };
+  environment_.variable = [this](const char* name) {
     const auto found = variables.find(name);
     return found == variables.end() ? std::nullopt : std::optional<std::string>(found->second);
   };
-  host_.wasInterrupted = [] { return false; };
+  environment_.wasInterrupted = [] { return false; };
 }
 
-LongTable::LongTable(TestHost& host) {
-  host.host().readInput = [this](void* data, std::size_t size) {
+LongTable::LongTable(TestEnvironment& environment) {
+  environment.get().readInput = [this](void* data, std::size_t size) {
     constexpr std::string_view kRow = "a cell,another\n";
     const std::size_t count = std::min(size, kSize - read_);
     for (std::size_t at = 0; at < count; ++at) {
@@ -110,12 +110,12 @@ Result CommandRun::run(const std::vector<std::string>& arguments) {
   for (const std::string& argument : arguments) {
     real.push_back(replacedAll<char>(argument, "@/", path("")));
   }
-  host.output.clear();
-  host.error.clear();
+  environment.output.clear();
+  environment.error.clear();
   Result result;
-  result.status = runCommand(real, host.host());
-  result.output = host.output;
-  result.error = replacedAll<char>(host.error, path(""), "@/");
+  result.status = runCommand(real, environment.get());
+  result.output = environment.output;
+  result.error = replacedAll<char>(environment.error, path(""), "@/");
   return result;
 }
 

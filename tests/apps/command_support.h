@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host.h"
+#include "environment.h"
 #include "support/files.h"
 
 #include <filesystem>
@@ -11,15 +11,15 @@
 
 namespace scrivalen::command::test {
 
-/// A host in memory.
-class TestHost {
+/// An environment in memory.
+class TestEnvironment {
  public:
-  TestHost();
-  TestHost(const TestHost&) = delete;
-  TestHost& operator=(const TestHost&) = delete;
+  TestEnvironment();
+  TestEnvironment(const TestEnvironment&) = delete;
+  TestEnvironment& operator=(const TestEnvironment&) = delete;
 
-  const Host& host() const { return host_; }
-  Host& host() { return host_; }
+  const Environment& get() const { return environment_; }
+  Environment& get() { return environment_; }
 
   std::string input;  ///< the part of standard input not read yet
   std::string output;
@@ -27,7 +27,7 @@ class TestHost {
   std::map<std::string, std::string> variables;
 
  private:
-  Host host_;
+  Environment environment_;
 };
 
 /// Replaces standard input by a table of two columns, far longer than any test needs to read.
@@ -35,7 +35,7 @@ class LongTable {
  public:
   static constexpr std::size_t kSize = 16 << 20;
 
-  explicit LongTable(TestHost& host);
+  explicit LongTable(TestEnvironment& environment);
   LongTable(const LongTable&) = delete;
   LongTable& operator=(const LongTable&) = delete;
 
@@ -71,7 +71,7 @@ class CommandRun {
   /// The names of all files in the folder, sorted.
   std::vector<std::string> names() const;
 
-  TestHost host;
+  TestEnvironment environment;
 
  private:
   scrivalen::test::TemporaryFolder folder_;

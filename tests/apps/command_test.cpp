@@ -39,7 +39,7 @@ TEST(Command, WritesEveryOutputInOneRun) {
 
 TEST(Command, ReadsStandardInput) {
   CommandRun run;
-  run.host.input = "a,b\n1,2\n";
+  run.environment.input = "a,b\n1,2\n";
   EXPECT_EQ(run.run({"-", "--from", "csv", "-o", "@/a.txt"}).status, 0);
   EXPECT_EQ(run.text("a.txt"), "a\tb\n1\t2\n");
 }
@@ -127,7 +127,7 @@ TEST(Command, PrintsItsVersionAndItsHelpOnStandardOutput) {
 
 TEST(Command, ExitsWithStatusOneWhenStandardOutputCannotBeWritten) {
   CommandRun run;
-  run.host.host().writeOutput = [](std::string_view) {
+  run.environment.get().writeOutput = [](std::string_view) {
     scrivalen::setLastSystemError(scrivalen::diskFullError());
     return false;
   };
@@ -163,7 +163,7 @@ TEST(Command, ReportsTheLineOfAMalformedTableAndWritesNoOutput) {
 
 TEST(Command, RejectsAnInvalidTimestamp) {
   CommandRun run;
-  run.host.variables["SOURCE_DATE_EPOCH"] = "yesterday";
+  run.environment.variables["SOURCE_DATE_EPOCH"] = "yesterday";
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.error, "scrivalen: SOURCE_DATE_EPOCH is no number of seconds: 'yesterday'\n");
@@ -171,7 +171,7 @@ TEST(Command, RejectsAnInvalidTimestamp) {
 
 TEST(Command, WritesTheSameBytesTwice) {
   CommandRun run;
-  run.host.variables["SOURCE_DATE_EPOCH"] = "86400";
+  run.environment.variables["SOURCE_DATE_EPOCH"] = "86400";
   run.with("in.md", "# T\n\n- a");
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.html", "-o", "@/b.html"}).status, 0);
   EXPECT_EQ(run.bytes("a.html"), run.bytes("b.html"));

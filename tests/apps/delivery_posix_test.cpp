@@ -41,7 +41,7 @@ TEST(DeliveryPosix, ReportsAFullDiskFoundBeforeTheEnd) {
 TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
   for (const std::string format : {"html", "text", "xml", "rtf"}) {
     CommandRun run;
-    const LongTable table(run.host);
+    const LongTable table(run.environment);
     const Result result = run.run({"-", "--from", "csv", "-o", format + ":/dev/full", "-o", "@/missing/b.txt"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error,
@@ -53,7 +53,7 @@ TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
 
 TEST(DeliveryPosix, ReadsOnForAnOutputThatHasRoom) {
   CommandRun run;
-  const LongTable table(run.host);
+  const LongTable table(run.environment);
   const Result result = run.run({"-", "--from", "csv", "-o", "html:/dev/full", "-o", "text:/dev/null"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
@@ -66,7 +66,7 @@ TEST(DeliveryPosix, StopsReadingWhenTheTargetsDiskIsFull) {
                 return "no small disk";
               }
               CommandRun run;
-              const LongTable table(run.host);
+              const LongTable table(run.environment);
               const std::string target = scrivalen::narrowPath(disk / L"a.html");
               const Result result = run.run({"-", "--from", "csv", "-o", target});
               const bool isEarly = table.read() < LongTable::kSize / 8;

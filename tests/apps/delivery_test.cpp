@@ -70,8 +70,8 @@ TEST(Delivery, LeavesNoFilesWhenInterrupted) {
   for (int i = 0; i < 2000; ++i) {
     table += "1,2\n";
   }
-  int looks = 0;
-  run.host.host().wasInterrupted = [&] { return ++looks > 2; };
+  int polls = 0;
+  run.environment.get().wasInterrupted = [&] { return ++polls > 2; };
   const Result result = run.with("in.csv", table)
                             .with("a.html", "old")
                             .run({"@/in.csv", "-o", "@/a.html", "-o", "@/b.txt", "-o", "@/c.xml"});
@@ -84,18 +84,18 @@ TEST(Delivery, LeavesNoFilesWhenInterrupted) {
 TEST(Delivery, CanBeInterruptedBetweenTwoReads) {
   CommandRun run;
   int reads = 0;
-  run.host.host().readInput = [&reads](void* data, std::size_t) {
+  run.environment.get().readInput = [&reads](void* data, std::size_t) {
     *static_cast<char*>(data) = 'x';
     return std::optional<std::size_t>(++reads < 1000 ? 1 : 0);
   };
-  run.host.host().wasInterrupted = [&reads] { return reads > 2; };
+  run.environment.get().wasInterrupted = [&reads] { return reads > 2; };
   EXPECT_EQ(run.run({"-", "-o", "@/a.html"}).error, "scrivalen: interrupted\n");
   EXPECT_EQ(reads, 3);
 }
 
 TEST(Delivery, CanBeInterruptedUntilTheLastMoment) {
   CommandRun run;
-  run.host.host().wasInterrupted = [] { return true; };
+  run.environment.get().wasInterrupted = [] { return true; };
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(run.names(), Names{"in.md"});

@@ -12,68 +12,68 @@ namespace {
 using namespace std::chrono_literals;
 
 TEST(Messages, AreOneLineEachPrefixedWithTheCommandsName) {
-  TestHost host;
-  Messages messages(host.host());
+  TestEnvironment environment;
+  Messages messages(environment.get());
   messages.error("no such file");
   messages.warning("one character lost");
-  EXPECT_EQ(host.error, "scrivalen: no such file\nscrivalen: warning: one character lost\n");
+  EXPECT_EQ(environment.error, "scrivalen: no such file\nscrivalen: warning: one character lost\n");
 }
 
 TEST(Messages, StayOnOneLineWhateverTheFileName) {
-  TestHost host;
-  Messages(host.host()).error("cannot read 'a\nb\x1b[2J'");
-  EXPECT_EQ(host.error, "scrivalen: cannot read 'a b [2J'\n");
+  TestEnvironment environment;
+  Messages(environment.get()).error("cannot read 'a\nb\x1b[2J'");
+  EXPECT_EQ(environment.error, "scrivalen: cannot read 'a b [2J'\n");
 }
 
 TEST(Messages, AreColouredOnATerminal) {
-  TestHost host;
-  host.host().errorIsTerminal = true;
-  Messages messages(host.host());
+  TestEnvironment environment;
+  environment.get().errorIsTerminal = true;
+  Messages messages(environment.get());
   messages.error("bad");
   messages.warning("so-so");
-  EXPECT_EQ(host.error, "\x1b[31mscrivalen: bad\x1b[0m\n\x1b[33mscrivalen: warning: so-so\x1b[0m\n");
+  EXPECT_EQ(environment.error, "\x1b[31mscrivalen: bad\x1b[0m\n\x1b[33mscrivalen: warning: so-so\x1b[0m\n");
 }
 
 TEST(Messages, AreNotColouredWhenNoColorIsSet) {
-  TestHost host;
-  host.host().errorIsTerminal = true;
-  host.variables.emplace("NO_COLOR", "1");
-  Messages(host.host()).error("bad");
-  EXPECT_EQ(host.error, "scrivalen: bad\n");
+  TestEnvironment environment;
+  environment.get().errorIsTerminal = true;
+  environment.variables.emplace("NO_COLOR", "1");
+  Messages(environment.get()).error("bad");
+  EXPECT_EQ(environment.error, "scrivalen: bad\n");
 }
 
 TEST(Messages, AreOnlyErrorsWhenQuiet) {
-  TestHost host;
-  Messages messages(host.host());
+  TestEnvironment environment;
+  Messages messages(environment.get());
   messages.beQuiet();
   messages.warning("so-so");
   messages.error("bad");
-  EXPECT_EQ(host.error, "scrivalen: bad\n");
+  EXPECT_EQ(environment.error, "scrivalen: bad\n");
 }
 
 TEST(Messages, ShowProgressOnATerminalAndClearItAtTheEnd) {
-  TestHost host;
-  host.host().errorIsTerminal = true;
+  TestEnvironment environment;
+  environment.get().errorIsTerminal = true;
   {
-    Messages messages(host.host());
+    Messages messages(environment.get());
     std::this_thread::sleep_for(110ms);
     messages.progress("5 rows");
     messages.progress("6 rows");
   }
-  EXPECT_EQ(host.error, "\r\x1b[Kscrivalen: 5 rows\r\x1b[K");
+  EXPECT_EQ(environment.error, "\r\x1b[Kscrivalen: 5 rows\r\x1b[K");
 }
 
 TEST(Messages, ShowNoProgressInAFileOrWhenQuiet) {
-  TestHost host;
-  Messages messages(host.host());
+  TestEnvironment environment;
+  Messages messages(environment.get());
   std::this_thread::sleep_for(110ms);
   messages.progress("5 rows");
-  host.host().errorIsTerminal = true;
-  Messages quiet(host.host());
+  environment.get().errorIsTerminal = true;
+  Messages quiet(environment.get());
   quiet.beQuiet();
   std::this_thread::sleep_for(110ms);
   quiet.progress("5 rows");
-  EXPECT_EQ(host.error, "");
+  EXPECT_EQ(environment.error, "");
 }
 
 }  // namespace

@@ -158,9 +158,9 @@ TEST(Options, RejectAMissingTemplate) {
 }
 
 TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
-  EXPECT_TRUE(parseCommandLine({"--list-templates"}).answer.has_value());
-  EXPECT_EQ(parseCommandLine({"--version"}).answer, "scrivalen 1.0.0\n");
-  const std::string help = parseCommandLine({"--help"}).answer.value_or("");
+  EXPECT_TRUE(parseCommandLine({"--list-templates"}).printout.has_value());
+  EXPECT_EQ(parseCommandLine({"--version"}).printout, "scrivalen 1.0.0\n");
+  const std::string help = parseCommandLine({"--help"}).printout.value_or("");
   for (const char* word : {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates",
                            "--styles", "--landscape", "--single-byte", "--separator", "--toc", "--classic", "--quiet",
                            "--version", "--help", "Examples:"}) {

@@ -43,25 +43,25 @@ struct Attempt {
   bool hasFailed = false;
 };
 
-// Keeps allocations of the host itself from failing.
-void keepMemoryFor(TestHost& host) {
-  host.host().writeOutput = [&host](std::string_view text) {
+// Keeps allocations of the environment itself from failing.
+void keepMemoryFor(TestEnvironment& environment) {
+  environment.get().writeOutput = [&environment](std::string_view text) {
     const UnfailingAllocations ownMemory;
-    host.output += text;
+    environment.output += text;
     return true;
   };
-  host.host().writeError = [&host](std::string_view text) {
+  environment.get().writeError = [&environment](std::string_view text) {
     const UnfailingAllocations ownMemory;
-    host.error += text;
+    environment.error += text;
   };
-  host.variables["SOURCE_DATE_EPOCH"] = "0";
+  environment.variables["SOURCE_DATE_EPOCH"] = "0";
 }
 
 struct CommandWithoutMemory : testing::TestWithParam<std::tuple<Case, Extent>> {
   CommandWithoutMemory() {
     scrivalen::SetDataFolder(toWide(SCRIVALEN_DATA_FOLDER).c_str());
     run.with("in.md", kMarkdown).with("in.csv", kCsv).with("styles.css", "sheet { font-family: Arial }");
-    keepMemoryFor(run.host);
+    keepMemoryFor(run.environment);
     arguments = {run.path(test.input), "-o", std::string(test.format) + ":" + run.path(kOutput)};
     for (const std::string& option : test.options) {
       arguments.push_back(replacedAll<char>(option, "@/", run.path("")));
@@ -83,12 +83,12 @@ struct CommandWithoutMemory : testing::TestWithParam<std::tuple<Case, Extent>> {
   Attempt attempt(std::size_t nth) {
     Attempt made;
     run.with(kOutput, kBefore);
-    run.host.error.clear();
+    run.environment.error.clear();
     const FailingAllocations memory(nth, extent, test.functions);
-    made.status = runCommand(arguments, run.host.host());
+    made.status = runCommand(arguments, run.environment.get());
     const UnfailingAllocations ownMemory;
     made.hasFailed = memory.hasFailed();
-    made.error = run.host.error;
+    made.error = run.environment.error;
     return made;
   }
 

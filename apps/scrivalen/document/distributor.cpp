@@ -7,7 +7,7 @@
 namespace scrivalen::command {
 namespace {
 
-constexpr std::size_t kEventsBetweenLooks = 64;
+constexpr std::size_t kEventsBetweenPolls = 64;
 constexpr std::size_t kBlocksOfProgress = 256;
 
 bool endsBlock(EventKind kind) {
@@ -57,8 +57,8 @@ class ContentsInserter : public EventSink {
 Distributor::Distributor(const Outputs& outputs, Plan plan) : outputs_(outputs), plan_(std::move(plan)) {}
 
 void Distributor::write(const Event& event) {
-  if (++events_ % kEventsBetweenLooks == 0) {
-    look();
+  if (++events_ % kEventsBetweenPolls == 0) {
+    poll();
   }
   if (started_) {
     return forward(event);
@@ -120,8 +120,8 @@ void Distributor::replayHeld() {
   held_ = EventLog();
 }
 
-void Distributor::look() {
-  plan_.look();
+void Distributor::poll() {
+  plan_.poll();
   if (std::all_of(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->failed(); })) {
     throw NoOutputLeft();
   }

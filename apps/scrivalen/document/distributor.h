@@ -20,7 +20,7 @@ class Distributor : public EventSink {
     DocumentSettings settings;
     bool titleFromHeading = false;  ///< the first heading replaces the title of the settings
     bool contents = false;
-    std::function<void()> look;                        ///< called every few events; what it raises ends the run
+    std::function<void()> poll;                        ///< called every few events; what it raises ends the run
     std::function<void(std::size_t blocks)> progress;  ///< called now and then
   };
 
@@ -34,7 +34,7 @@ class Distributor : public EventSink {
 
  private:
   void holdBack(const Event& event);
-  void look();
+  void poll();
   void addToContents(const Event& heading);
   void start();
   void replayHeld();

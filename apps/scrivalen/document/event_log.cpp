@@ -41,11 +41,11 @@ class Reader {
     return header;
   }
 
-  std::wstring_view text(std::uint32_t size, std::wstring& room) {
-    room.clear();
-    scrivalen::appendWide(room, std::string_view(bytes_).substr(at_, size));
+  std::wstring_view text(std::uint32_t size, std::wstring& storage) {
+    storage.clear();
+    scrivalen::appendWide(storage, std::string_view(bytes_).substr(at_, size));
     at_ += size;
-    return room;
+    return storage;
   }
 
  private:

@@ -307,10 +307,10 @@ void MarkdownListener::revealUnlessItEnds() {
   if (!isHidden()) {
     return;
   }
-  if (!hiddenEnds_) {
-    hiddenEnds_.emplace(markdown_);
+  if (!hiddenContentEnds_) {
+    hiddenContentEnds_.emplace(markdown_);
   }
-  if (!hiddenEnds_->follow(markupText_.hidden(), texts_)) {
+  if (!hiddenContentEnds_->follow(markupText_.hidden(), texts_)) {
     markupText_.reveal();
   }
 }
@@ -319,7 +319,7 @@ void MarkdownListener::revealUnlessItEnds() {
 void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
   constexpr std::string_view kEnd = "-->";
   const std::size_t end = text.find(kEnd);
-  if (markupText_.hidden() == Hidden::Comment && type == MD_TEXT_NORMAL && end != std::string_view::npos) {
+  if (markupText_.hidden() == HiddenContent::Comment && type == MD_TEXT_NORMAL && end != std::string_view::npos) {
     markupText_.reveal();
     scrivalen::appendWide(text_, text.substr(end + kEnd.size()));
   }

@@ -3,7 +3,7 @@
 #include "document/anchor_names.h"
 #include "document/document.h"
 #include "document/event_log.h"
-#include "readers/hidden_ends.h"
+#include "readers/hidden_content_ends.h"
 #include "readers/markdown_reader.h"
 #include "readers/markup_text.h"
 
@@ -63,7 +63,7 @@ class MarkdownListener {
   void endMarkupBlock();
   void revealUnlessItEnds();
   void readHidden(MD_TEXTTYPE type, std::string_view text);
-  bool isHidden() const { return markupText_.hidden() != Hidden::Nothing; }
+  bool isHidden() const { return markupText_.hidden() != HiddenContent::None; }
   bool isEmptied() const;
   void beginParagraph();
   void endParagraph();
@@ -93,9 +93,9 @@ class MarkdownListener {
   std::wstring linkText_;    // of a link in words
   std::vector<Span> spans_;  // around what is being read
   MarkupText markupText_;
-  std::optional<HiddenEnds> hiddenEnds_;  // found out when something hidden does not end where it began
-  std::size_t texts_ = 0;                 // how many the parser has told
-  int imageDepth_ = 0;                    // inside an image only its text counts
+  std::optional<HiddenContentEnds> hiddenContentEnds_;  // found out when something hidden does not end where it began
+  std::size_t texts_ = 0;                               // how many the parser has told
+  int imageDepth_ = 0;                                  // inside an image only its text counts
   int columns_ = 0;
   bool header_ = false;
   bool isParagraphDue_ = false;  // the beginning of one is written with its content

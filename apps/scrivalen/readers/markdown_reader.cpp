@@ -16,7 +16,7 @@ struct Reading {
   std::exception_ptr failure;
 };
 
-constexpr int kGoOn = 0;
+constexpr int kContinue = 0;
 constexpr int kStop = -1;  // the parser takes values above 0 for no reason to stop
 
 // The parser is C and passes no exception on: it is asked to stop, and the exception is raised again after it.
@@ -25,7 +25,7 @@ int guarded(void* reading, Call call) {
   auto& state = *static_cast<Reading*>(reading);
   try {
     call(state.listener);
-    return kGoOn;
+    return kContinue;
   } catch (...) {
     state.failure = std::current_exception();
     return kStop;

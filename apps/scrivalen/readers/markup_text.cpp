@@ -39,11 +39,11 @@ std::size_t endOfElement(std::wstring_view element, std::wstring_view markup) {
 
 class MarkupReader {
  public:
-  MarkupReader(std::wstring& text, std::wstring_view markup, bool isBlock, Hidden hidden)
+  MarkupReader(std::wstring& text, std::wstring_view markup, bool isBlock, HiddenContent hidden)
       : text_(text), rest_(markup), isBlock_(isBlock), hidden_(hidden) {}
 
   /// What has begun and not ended.
-  Hidden read();
+  HiddenContent read();
 
  private:
   void skipHidden();
@@ -59,12 +59,12 @@ class MarkupReader {
   std::wstring& text_;
   std::wstring_view rest_;
   bool isBlock_;
-  Hidden hidden_;
+  HiddenContent hidden_;
 };
 
-Hidden MarkupReader::read() {
+HiddenContent MarkupReader::read() {
   while (!rest_.empty()) {
-    if (hidden_ != Hidden::Nothing) {
+    if (hidden_ != HiddenContent::None) {
       skipHidden();
     } else if (rest_.front() == L'<') {
       readAngle();
@@ -80,7 +80,7 @@ Hidden MarkupReader::read() {
 void MarkupReader::skipHidden() {
   const std::size_t end = endOfHidden(hidden_, rest_);
   if (end != std::wstring_view::npos) {
-    hidden_ = Hidden::Nothing;
+    hidden_ = HiddenContent::None;
   }
   skip(end);
 }
@@ -98,7 +98,7 @@ void MarkupReader::readCharacter() {
 void MarkupReader::readAngle() {
   const wchar_t next = rest_.size() > 1 ? rest_[1] : L' ';
   if (rest_.starts_with(L"<!--")) {
-    hidden_ = Hidden::Comment;
+    hidden_ = HiddenContent::Comment;
     skip(2);  // in "<!-->" the dashes belong to the end, too
   } else if (rest_.starts_with(L"<?")) {
     skip(endOf(L"?>", rest_));
@@ -122,9 +122,9 @@ void MarkupReader::readTag() {
   if (is(L"br")) {
     text_ += L'\n';
   } else if (!closing && is(L"script")) {
-    hidden_ = Hidden::Script;
+    hidden_ = HiddenContent::Script;
   } else if (!closing && is(L"style")) {
-    hidden_ = Hidden::StyleSheet;
+    hidden_ = HiddenContent::StyleSheet;
   } else if (isBlock_ && std::none_of(kInlineElements.begin(), kInlineElements.end(), is)) {
     endBlock();
   }
@@ -190,12 +190,12 @@ void MarkupText::appendInline(std::wstring& text, std::wstring_view markup) {
   hidden_ = MarkupReader(text, markup, false, hidden_).read();
 }
 
-std::size_t endOfHidden(Hidden hidden, std::wstring_view markup) {
+std::size_t endOfHidden(HiddenContent hidden, std::wstring_view markup) {
   switch (hidden) {
-    case Hidden::Script: return endOfElement(L"script", markup);
-    case Hidden::StyleSheet: return endOfElement(L"style", markup);
-    case Hidden::Comment: return endOf(L"-->", markup);
-    case Hidden::Nothing: break;
+    case HiddenContent::Script: return endOfElement(L"script", markup);
+    case HiddenContent::StyleSheet: return endOfElement(L"style", markup);
+    case HiddenContent::Comment: return endOf(L"-->", markup);
+    case HiddenContent::None: break;
   }
   return 0;
 }

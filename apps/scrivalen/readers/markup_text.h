@@ -8,7 +8,7 @@
 namespace scrivalen::command {
 
 /// What HTML holds, besides its tags, that a reader of the page does not see.
-enum class Hidden : std::uint8_t { Nothing, Script, StyleSheet, Comment };
+enum class HiddenContent : std::uint8_t { None, Script, StyleSheet, Comment };
 
 /// Makes plain text of HTML that comes in pieces: what is hidden may begin in one piece and end in another.
 class MarkupText {
@@ -21,15 +21,15 @@ class MarkupText {
   void appendInline(std::wstring& text, std::wstring_view markup);
 
   /// What has begun and not ended yet.
-  Hidden hidden() const { return hidden_; }
+  HiddenContent hidden() const { return hidden_; }
   /// Takes it as ended.
-  void reveal() { hidden_ = Hidden::Nothing; }
+  void reveal() { hidden_ = HiddenContent::None; }
 
  private:
-  Hidden hidden_ = Hidden::Nothing;
+  HiddenContent hidden_ = HiddenContent::None;
 };
 
 /// The position after the end of what is hidden; npos when it does not end in this piece of HTML.
-std::size_t endOfHidden(Hidden hidden, std::wstring_view markup);
+std::size_t endOfHidden(HiddenContent hidden, std::wstring_view markup);
 
 }  // namespace scrivalen::command

@@ -17,7 +17,8 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-TextInput::TextInput(const Host& host, std::string name) : host_(host), name_(std::move(name)) {
+TextInput::TextInput(const Environment& environment, std::string name)
+    : environment_(environment), name_(std::move(name)) {
   bytes_.resize(kChunk);
   if (name_ == "-") {
     return;
@@ -51,7 +52,7 @@ std::string TextInput::rest() {
 
 void TextInput::fail() const {
   const std::string reason = lastErrorText();
-  if (host_.wasInterrupted()) {
+  if (environment_.wasInterrupted()) {
     throw Interrupted();
   }
   throw InputError("cannot read '" + name_ + "': " + reason);
@@ -63,12 +64,12 @@ bool TextInput::fill() {
   end_ -= begin_;
   begin_ = 0;
   while (!ended_) {
-    if (host_.wasInterrupted()) {
+    if (environment_.wasInterrupted()) {
       throw Interrupted();
     }
-    char* const room = bytes_.data() + end_;
+    char* const space = bytes_.data() + end_;
     const std::size_t size = bytes_.size() - end_;
-    const auto count = file_ ? scrivalen::readSome(file_, room, size) : host_.readInput(room, size);
+    const auto count = file_ ? scrivalen::readSome(file_, space, size) : environment_.readInput(space, size);
     if (!count) {
       fail();
     }
@@ -98,10 +99,10 @@ void TextInput::recognizeEncoding() {
 std::string_view TextInput::takeUtf8() {
   std::string_view text(bytes_.data() + begin_, end_ - begin_);
   if (!ended_) {
-    text.remove_suffix(unfinishedSequence(text));
+    text.remove_suffix(incompleteSequence(text));
   }
   begin_ += text.size();
-  return isCleanUtf8(text) ? text : repaired(text);
+  return isValidUtf8(text) ? text : repaired(text);
 }
 
 std::string_view TextInput::repaired(std::string_view text) {

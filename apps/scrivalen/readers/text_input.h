@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host.h"
+#include "environment.h"
 #include "system/files/files.h"
 
 #include <cstddef>
@@ -14,7 +14,7 @@ namespace scrivalen::command {
 class TextInput {
  public:
   /// @param name  a path, or "-" for standard input
-  TextInput(const Host& host, std::string name);
+  TextInput(const Environment& environment, std::string name);
   TextInput(const TextInput&) = delete;
   TextInput& operator=(const TextInput&) = delete;
 
@@ -38,7 +38,7 @@ class TextInput {
   std::string_view takeUtf16();
   std::string_view repaired(std::string_view text);
 
-  const Host& host_;
+  const Environment& environment_;
   std::string name_;
   scrivalen::File file_;
   Encoding encoding_ = Encoding::Unknown;

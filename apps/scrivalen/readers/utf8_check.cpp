@@ -22,7 +22,7 @@ bool isPlainBlock(const char* at) {
 
 }  // namespace
 
-bool isCleanUtf8(std::string_view text) {
+bool isValidUtf8(std::string_view text) {
   const char* at = text.data();
   const char* const end = at + text.size();
   while (at != end) {
@@ -43,7 +43,7 @@ bool isCleanUtf8(std::string_view text) {
   return true;
 }
 
-std::size_t unfinishedSequence(std::string_view text) {
+std::size_t incompleteSequence(std::string_view text) {
   const std::size_t longest = std::min<std::size_t>(3, text.size());
   for (std::size_t back = 1; back <= longest; ++back) {
     const char c = text[text.size() - back];

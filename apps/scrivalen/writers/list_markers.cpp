@@ -14,12 +14,12 @@ std::wstring_view taskMarker(Task task) {
 
 }  // namespace
 
-std::wstring ListMarkers::next(Task task, std::wstring_view bullet, std::wstring_view behind) {
+std::wstring ListMarkers::next(Task task, std::wstring_view bullet, std::wstring_view suffix) {
   List& list = lists_.back();
   std::wstring marker(bullet);
   if (list.ordered) {
     marker = std::to_wstring(list.next++);
-    marker += behind;
+    marker += suffix;
   }
   return marker.append(taskMarker(task));
 }

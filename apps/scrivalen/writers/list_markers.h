@@ -15,8 +15,8 @@ class ListMarkers {
   void leave() { lists_.pop_back(); }
   /// What stands before the next item of the innermost list, such as "3. " or "- [x] ".
   /// @param bullet  before an item without a number
-  /// @param behind  what follows the number of one that has it
-  std::wstring next(Task task, std::wstring_view bullet, std::wstring_view behind);
+  /// @param suffix  what follows the number of one that has it
+  std::wstring next(Task task, std::wstring_view bullet, std::wstring_view suffix);
 
  private:
   struct List {

@@ -47,7 +47,7 @@ class DistributorTest : public testing::Test {
     outputs_.push_back(std::make_unique<Output>(kRecording, folder_.path("out.rec")));
     plan_.settings.title = L"File";
     plan_.titleFromHeading = true;
-    plan_.look = [] {};
+    plan_.poll = [] {};
     plan_.progress = [](std::size_t) {};
   }
 
@@ -139,11 +139,11 @@ TEST_F(DistributorTest, WritesNothingAfterAnOutputThrowsWhileOpening) {
   EXPECT_EQ(recorded_.events.lines(), Lines());
 }
 
-TEST_F(DistributorTest, LooksEveryFewEventsAndPropagatesExceptions) {
+TEST_F(DistributorTest, PollsEveryFewEventsAndPropagatesExceptions) {
   plan_.titleFromHeading = false;
-  int looks = 0;
-  plan_.look = [&looks] {
-    if (++looks == 2) {
+  int polls = 0;
+  plan_.poll = [&polls] {
+    if (++polls == 2) {
       throw Interrupted();
     }
   };
@@ -151,9 +151,9 @@ TEST_F(DistributorTest, LooksEveryFewEventsAndPropagatesExceptions) {
   EXPECT_LT(recorded_.events.lines().size(), 200u);
 }
 
-TEST_F(DistributorTest, LooksWhileItHoldsEventsBack) {
+TEST_F(DistributorTest, PollsWhileItHoldsEventsBack) {
   plan_.contents = true;
-  plan_.look = [] { throw Interrupted(); };
+  plan_.poll = [] { throw Interrupted(); };
   EXPECT_THROW(distribute(paragraphs(30)), Interrupted);
 }
 

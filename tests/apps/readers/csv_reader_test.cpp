@@ -13,11 +13,11 @@ namespace scrivalen::command::test {
 namespace {
 
 Lines eventsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 20) {
-  TestHost host;
-  host.input = std::move(text);
-  const auto whole = host.host().readInput;
-  host.host().readInput = [=](void* data, std::size_t size) { return whole(data, std::min(pieces, size)); };
-  TextInput input(host.host(), "-");
+  TestEnvironment environment;
+  environment.input = std::move(text);
+  const auto whole = environment.get().readInput;
+  environment.get().readInput = [=](void* data, std::size_t size) { return whole(data, std::min(pieces, size)); };
+  TextInput input(environment.get(), "-");
   RecordedEvents events;
   readCsv(input, separator, events);
   return events.lines();
@@ -147,9 +147,9 @@ TEST(CsvReader, PropagatesExceptionsFromItsSink) {
   struct Throwing : EventSink {
     void write(const Event&) override { throw std::runtime_error("enough"); }
   } sink;
-  TestHost host;
-  host.input = "a\nb\nc\n";
-  TextInput input(host.host(), "-");
+  TestEnvironment environment;
+  environment.input = "a\nb\nc\n";
+  TextInput input(environment.get(), "-");
   EXPECT_THROW(readCsv(input, ',', sink), std::runtime_error);
 }
 

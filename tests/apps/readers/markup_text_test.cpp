@@ -64,14 +64,14 @@ TEST(MarkupText, CarriesHiddenContentFromPieceToPiece) {
   MarkupText markup;
   std::wstring text;
   markup.appendBlock(text, L"a<SCRIPT>b");
-  EXPECT_EQ(markup.hidden(), Hidden::Script);
+  EXPECT_EQ(markup.hidden(), HiddenContent::Script);
   markup.appendInline(text, L"</style><br>");
   markup.appendBlock(text, L"</Script >c<style x>d");
-  EXPECT_EQ(markup.hidden(), Hidden::StyleSheet);
+  EXPECT_EQ(markup.hidden(), HiddenContent::StyleSheet);
   markup.appendBlock(text, L"</style>e<!-- f");
-  EXPECT_EQ(markup.hidden(), Hidden::Comment);
+  EXPECT_EQ(markup.hidden(), HiddenContent::Comment);
   markup.appendBlock(text, L"g -->h");
-  EXPECT_EQ(markup.hidden(), Hidden::Nothing);
+  EXPECT_EQ(markup.hidden(), HiddenContent::None);
   EXPECT_EQ(text, L"aceh");
 }
 

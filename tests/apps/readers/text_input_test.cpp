@@ -19,9 +19,9 @@ struct Reading {
 };
 
 Reading readAll(const std::string& bytes) {
-  TestHost host;
-  host.input = bytes;
-  TextInput input(host.host(), "-");
+  TestEnvironment environment;
+  environment.input = bytes;
+  TextInput input(environment.get(), "-");
   Reading reading;
   reading.text = input.rest();
   reading.replaced = input.replaced();
@@ -30,11 +30,13 @@ Reading readAll(const std::string& bytes) {
 
 // Supplies one byte per call, as a slow pipe may.
 Reading readByteByByte(const std::string& bytes) {
-  TestHost host;
-  host.input = bytes;
-  const auto whole = host.host().readInput;
-  host.host().readInput = [whole](void* data, std::size_t size) { return whole(data, std::min<std::size_t>(1, size)); };
-  TextInput input(host.host(), "-");
+  TestEnvironment environment;
+  environment.input = bytes;
+  const auto whole = environment.get().readInput;
+  environment.get().readInput = [whole](void* data, std::size_t size) {
+    return whole(data, std::min<std::size_t>(1, size));
+  };
+  TextInput input(environment.get(), "-");
   Reading reading;
   reading.text = input.rest();
   reading.replaced = input.replaced();
@@ -49,14 +51,14 @@ TEST(TextInput, ReadsStandardInput) {
 TEST(TextInput, ReadsAFile) {
   CommandRun folder;
   folder.with("grüße.md", "Grüße");
-  TextInput input(folder.host.host(), folder.path("grüße.md"));
+  TextInput input(folder.environment.get(), folder.path("grüße.md"));
   EXPECT_EQ(input.rest(), "Grüße");
 }
 
 TEST(TextInput, ReportsWhyAFileCannotBeRead) {
   CommandRun folder;
   try {
-    TextInput(folder.host.host(), folder.path("missing.md"));
+    TextInput(folder.environment.get(), folder.path("missing.md"));
     FAIL() << "the file was read";
   } catch (const InputError& error) {
     EXPECT_TRUE(std::string(error.what()).starts_with("cannot read '" + folder.path("missing.md") + "': "));
@@ -64,9 +66,9 @@ TEST(TextInput, ReportsWhyAFileCannotBeRead) {
 }
 
 TEST(TextInput, ReportsThatStandardInputCannotBeRead) {
-  TestHost host;
-  host.host().readInput = [](void*, std::size_t) { return std::nullopt; };
-  EXPECT_THROW(TextInput(host.host(), "-").rest(), InputError);
+  TestEnvironment environment;
+  environment.get().readInput = [](void*, std::size_t) { return std::nullopt; };
+  EXPECT_THROW(TextInput(environment.get(), "-").rest(), InputError);
 }
 
 TEST(TextInput, RemovesTheByteOrderMark) {

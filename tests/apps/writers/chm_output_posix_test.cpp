@@ -65,7 +65,7 @@ TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
                 return "no small disk";
               }
               CommandRun run;
-              const LongTable table(run.host);
+              const LongTable table(run.environment);
               const std::string folder = toUtf8(disk.folder());
               const TemporaryFilesIn temporary(folder);
               const Result result = run.run({"-", "--from", "csv", "-o", "@/a.chm"});

@@ -21,14 +21,14 @@ constexpr std::array<double, 95> kFactors = {
     1.047, 1.047, 0.697, 0.814, 0.582, 1.047, 1.047, 1.511,  // p q r s t u v w
     1.047, 1.047, 0.929, 1.005, 0.419, 1.005, 1.132};        // x y z { | } ~
 
-constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
+constexpr std::int32_t kMax = std::numeric_limits<std::int32_t>::max();
 
 std::int32_t rounded(double width) {
-  return static_cast<std::int32_t>(std::clamp(width + 0.5, double{-kMost}, double{kMost}));
+  return static_cast<std::int32_t>(std::clamp(width + 0.5, double{-kMax}, double{kMax}));
 }
 
 std::int32_t scaled(std::int64_t advance, int size) {
-  return static_cast<std::int32_t>(std::clamp<std::int64_t>(advance * size, -kMost, kMost));
+  return static_cast<std::int32_t>(std::clamp<std::int64_t>(advance * size, -kMax, kMax));
 }
 
 }  // namespace

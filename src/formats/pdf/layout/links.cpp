@@ -67,7 +67,7 @@ const Placement* LinkWriter::placementOf(const CPDFitem* item) const {
 void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFlink& link) {
   const Placement* const source = placementOf(sourceItem);
   const bool leadsNowhere = link.address.empty() && !placementOf(link.target);
-  // What leads nowhere is nothing to click on.
+  // What leads discarded is nothing to click on.
   if (!source || (leadsNowhere && form_ == Form::Conforming)) {
     return;
   }
@@ -91,16 +91,16 @@ void LinkWriter::addOutlineEntry(std::unique_ptr<std::u16string> title, const Ou
   outline_.push_back({place, &entry});
 }
 
-void LinkWriter::hang(CPDFOutLine& entry, std::size_t level) {
-  if (level >= lastOnes_.size()) {
+void LinkWriter::attach(CPDFOutLine& entry, std::size_t level) {
+  if (level >= lastEntries_.size()) {
     if (form_ == Form::Classic) {
       return;
     }
-    level = lastOnes_.size() - 1;
+    level = lastEntries_.size() - 1;
   }
-  entry.linkBelow(*lastOnes_[level], *file_.outlines);
-  lastOnes_.resize(level + 1);
-  lastOnes_.push_back(&entry);
+  entry.linkBelow(*lastEntries_[level], *file_.outlines);
+  lastEntries_.resize(level + 1);
+  lastEntries_.push_back(&entry);
 }
 
 // The entries come link by link, in the order in which the names of their targets first appeared. The classic form
@@ -113,9 +113,9 @@ void LinkWriter::finishOutline() {
     std::sort(outline_.begin(), outline_.end(),
               [](const OutlineEntry& a, const OutlineEntry& b) { return a.place.order < b.place.order; });
   }
-  lastOnes_ = {file_.outlines};
+  lastEntries_ = {file_.outlines};
   for (const OutlineEntry& entry : outline_) {
-    hang(*entry.object, static_cast<std::size_t>(std::max(entry.place.level, 0)));
+    attach(*entry.object, static_cast<std::size_t>(std::max(entry.place.level, 0)));
   }
   if (form_ == Form::Conforming) {
     countAllBelow();

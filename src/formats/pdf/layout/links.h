@@ -71,7 +71,7 @@ class LinkWriter {
   void setTarget(Source& source, const CPDFlink& link) const;
   PDFStuffer::CPDFAnnot& newAnnotation(PDFStuffer::CPDFPage& page, const CPDFlink& link);
   void setRectangle(PDFStuffer::CPDFAnnot& annotation, const Placement& source, Points top, Points bottom) const;
-  void hang(PDFStuffer::CPDFOutLine& entry, std::size_t level);
+  void attach(PDFStuffer::CPDFOutLine& entry, std::size_t level);
   void countAllBelow();
 
   PDFStuffer::CPDFFile& file_;
@@ -79,7 +79,7 @@ class LinkWriter {
   Paper paper_;
   PDFStuffer::Form form_;
   // The outline, its last entry, that one's last entry, and so on.
-  std::vector<PDFStuffer::OutlineNode*> lastOnes_;
+  std::vector<PDFStuffer::OutlineNode*> lastEntries_;
   std::vector<OutlineEntry> outline_;
 };
 

@@ -1,7 +1,7 @@
 #include "formats/pdf/layout/page_text.h"
 
 #include "formats/pdf/layout/line_breaking.h"
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 #include "text/plain_text.h"
 
 #include <algorithm>
@@ -99,13 +99,13 @@ std::string fillColor(const _RGB_COLOR& color, PDFStuffer::Form form) {
 
 void PageText::line(std::string_view words) {
   if (keeps_) {
-    endAt(put(put(room(words.size() + kLineEnd.size()), words), kLineEnd));
+    endAt(put(put(reserve(words.size() + kLineEnd.size()), words), kLineEnd));
   }
 }
 
 void PageText::moveDown(Points y) {
   if (keeps_) {
-    char* const begin = room(kTextMatrix.size() + kNumberSize + 8);
+    char* const begin = reserve(kTextMatrix.size() + kNumberSize + 8);
     endAt(put(put(put(put(begin, kTextMatrix), "0 "), y), " Td\r\n"));
   }
 }
@@ -113,7 +113,7 @@ void PageText::moveDown(Points y) {
 // A line opens with its bracket, which showText closes.
 void PageText::beginText(Points x, Points y, const DrawStyle& style) {
   if (keeps_) {
-    char* at = put(room(kTextMatrix.size() + 2 * kNumberSize + style.segmentEnd.size()), kTextMatrix);
+    char* at = put(reserve(kTextMatrix.size() + 2 * kNumberSize + style.segmentEnd.size()), kTextMatrix);
     at = put(put(put(at, x), " "), y);
     endAt(put(at, style.segmentEnd));
   }
@@ -121,7 +121,7 @@ void PageText::beginText(Points x, Points y, const DrawStyle& style) {
 
 void PageText::rectangle(Points x, std::string_view rest) {
   if (keeps_) {
-    endAt(put(put(room(kNumberSize + rest.size()), x), rest));
+    endAt(put(put(reserve(kNumberSize + rest.size()), x), rest));
   }
 }
 
@@ -130,7 +130,7 @@ void PageText::show(View text, const DrawStyle& style) {
   if (!keeps_) {
     return;
   }
-  char* at = room(2 * text.size() + style.lineEnd.size());
+  char* at = reserve(2 * text.size() + style.lineEnd.size());
   while (!text.empty()) {
     const std::size_t plain = putPlain(text, at);
     text.remove_prefix(plain);
@@ -144,7 +144,7 @@ void PageText::show(View text, const DrawStyle& style) {
 template void PageText::show(std::string_view text, const DrawStyle& style);
 template void PageText::show(std::u16string_view text, const DrawStyle& style);
 
-char* PageText::room(std::size_t size) {
+char* PageText::reserve(std::size_t size) {
   if (capacity_ - size_ < size) {
     const std::size_t grown = std::max(2 * capacity_, size_ + size);
     auto bytes = std::make_unique_for_overwrite<char[]>(grown);

@@ -51,7 +51,7 @@ class PageText {
  private:
   template <typename View>
   void show(View text, const DrawStyle& style);
-  char* room(std::size_t size);
+  char* reserve(std::size_t size);
   void endAt(const char* end) { size_ = static_cast<std::size_t>(end - bytes_.get()); }
 
   bool keeps_;

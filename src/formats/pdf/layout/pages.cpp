@@ -1,6 +1,6 @@
 #include "formats/pdf/layout/pages.h"
 
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 #include "system/process/stop.h"
 
 #include <stdexcept>

@@ -21,7 +21,7 @@ struct CPDFdoc::State {
 
   // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
   template <typename Action>
-  static void whileWhole(const std::unique_ptr<State>& state, Action action) {
+  static void withDocument(const std::unique_ptr<State>& state, Action action) {
     if (state && state->document && state->failure.empty()) {
       scrivalen::containedIn(state->failure, [&] { action(*state->document); });
     }

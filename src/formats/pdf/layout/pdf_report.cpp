@@ -122,8 +122,8 @@ REPORT_ERRORS PDFReport::Open(const wchar_t* file) {
   }
   document_.state_->begin(*bufferOf(file_), landscape_);
   const wchar_t* const title = GetProperty(L"%TITLE%");
-  CPDFdoc::State::whileWhole(document_.state_,
-                             [title](scrivalen::pdf::Document& document) { document.setTitle(orEmpty(title)); });
+  CPDFdoc::State::withDocument(document_.state_,
+                               [title](scrivalen::pdf::Document& document) { document.setTitle(orEmpty(title)); });
   document_.AddFont(kFont, PDF_TIMES_ROMAN);
   return REPORT_OK;
 }

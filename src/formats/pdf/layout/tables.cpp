@@ -1,6 +1,6 @@
 #include "formats/pdf/layout/tables.h"
 
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 
 #include <algorithm>
 
@@ -12,7 +12,7 @@ constexpr Points kFrameLift = 3;  // of a row's lower edge, above its lowest tex
 
 // Of columns that have no cell. More columns than the paper has points have no width: their frames are all in one
 // place, where a thousand of them look like two thousand million.
-constexpr std::int32_t kMostEmptyColumns = 1000;
+constexpr std::int32_t kMaxEmptyColumns = 1000;
 
 }  // namespace
 
@@ -36,12 +36,12 @@ Points CPDFtableCell::layOut(Pages& pages, PageText& lines, Points x, Points y, 
 }
 
 CPDFtableRow::Trial CPDFtableRow::tryCells(Pages& pages, const Columns& columns, Points y) const {
-  PageText nowhere(PageText::Keeping::Nothing);
+  PageText discarded(PageText::Keeping::Nothing);
   Trial trial{y, false};
   std::int32_t column = 0;
   for (const CPDFitem* item = cells_.first; item && !trial.ranOff; item = item->next) {
     const auto& cell = static_cast<const CPDFtableCell&>(*item);
-    const Points bottom = cell.layOut(pages, nowhere, columns.left(column++), y, columns.width());
+    const Points bottom = cell.layOut(pages, discarded, columns.left(column++), y, columns.width());
     trial.bottom = std::min(trial.bottom, bottom);
     trial.ranOff = bottom > y;
   }
@@ -77,8 +77,8 @@ Points CPDFtableRow::Layout(Pages& pages, PageText& lines, Points y) {
   if (trial.ranOff) {
     y = pages.paper().top();
   }
-  PageText nowhere(PageText::Keeping::Nothing);
-  const Points bottom = layOutCells(pages, nowhere, columns, y);
+  PageText discarded(PageText::Keeping::Nothing);
+  const Points bottom = layOutCells(pages, discarded, columns, y);
   drawFrame(pages, lines, columns, y, bottom);
   layOutCells(pages, lines, columns, y);
   return bottom;
@@ -97,7 +97,7 @@ void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, const Columns& colum
   rest.text(" ").number(bottom + kFrameLift).text(" ").number(columns.width()).text(" ");
   rest.number(y - bottom).text(" re\r\n");
   const CPDFitem* cell = cells_.first;
-  const std::int32_t drawn = std::min(columns_, std::max(cellCount_, kMostEmptyColumns));
+  const std::int32_t drawn = std::min(columns_, std::max(cellCount_, kMaxEmptyColumns));
   for (std::int32_t column = 0; column < drawn; ++column) {
     const Points x = columns.left(column);
     if (cell) {

@@ -88,9 +88,9 @@ void CPDFStream::Write(CPDFMemBlock& out) {
 }
 
 void CPDFStream::writeHead(CPDFMemBlock& out, std::uint64_t length) {
-  constexpr std::uint64_t kMost = std::numeric_limits<std::int32_t>::max();
+  constexpr std::uint64_t kMax = std::numeric_limits<std::int32_t>::max();
   const std::uint64_t announced = out.isConforming() ? length : 2 * length;
-  dictionary.addNumber(u"Length", static_cast<std::int32_t>(std::min(announced, kMost)));
+  dictionary.addNumber(u"Length", static_cast<std::int32_t>(std::min(announced, kMax)));
   WriteHeader(out);
   dictionary.Write(out);
   out.Append("stream\r\n");

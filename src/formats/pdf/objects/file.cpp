@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/file.h"
 
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 #include "formats/pdf/objects/values.h"
 #include "output/contain.h"
 #include "system/messages.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kObjectsPerFlush = 50;
 constexpr std::uint64_t kFreeGeneration = 65535;
-constexpr std::uint64_t kMostOffset = 9999999999;  // ten digits is what a line of the table has room for
+constexpr std::uint64_t kMaxOffset = 9999999999;  // ten digits is what a line of the table has room for
 
 // PDF 1.4, table 3.16.
 constexpr std::u16string_view kPageModes[] = {u"UseNone", u"UseOutlines", u"UseThumbs", u"FullScreen"};
@@ -157,7 +157,7 @@ void CPDFFile::WriteText(std::u16string_view text) {
 
 void CPDFFile::begin(CPDFObject& object) {
   object.fileOffset = position();
-  if (object.fileOffset > kMostOffset) {
+  if (object.fileOffset > kMaxOffset) {
     reason_.keep(L"A PDF cannot be larger than 10 gigabytes");
   }
 }

@@ -7,10 +7,10 @@
 namespace PDFStuffer {
 
 void CPDFMemBlock::Reserve(std::uint64_t extra) {
-  constexpr std::uint64_t kMost = std::numeric_limits<std::ptrdiff_t>::max();
-  const bool possible = extra <= kMost && size <= kMost - extra;
-  if (possible && makeMemory(size + extra)) {
-    fillDropped(size + extra);
+  constexpr std::uint64_t kMax = std::numeric_limits<std::ptrdiff_t>::max();
+  const bool possible = extra <= kMax && size <= kMax - extra;
+  if (possible && growCapacity(size + extra)) {
+    zeroDropped(size + extra);
     usable_ = size + extra;
   }
   if (!data) {
@@ -22,15 +22,15 @@ void CPDFMemBlock::Reserve(std::uint64_t extra) {
 }
 
 // The sizes grow by what is missing; the memory grows by doubling, or a long list would be copied for each entry.
-bool CPDFMemBlock::makeMemory(std::uint64_t needed) {
-  if (data && needed <= memory_) {
+bool CPDFMemBlock::growCapacity(std::uint64_t needed) {
+  if (data && needed <= capacity_) {
     return true;
   }
-  for (const std::uint64_t wanted : {std::max(needed, 2 * memory_), needed}) {
+  for (const std::uint64_t wanted : {std::max(needed, 2 * capacity_), needed}) {
     if (void* const grown = std::realloc(data.get(), static_cast<std::size_t>(wanted))) {
       data.release();
       data.reset(static_cast<char*>(grown));
-      memory_ = wanted;
+      capacity_ = wanted;
       return true;
     }
   }
@@ -39,14 +39,14 @@ bool CPDFMemBlock::makeMemory(std::uint64_t needed) {
 
 // Text that was dropped has a place all the same: once there is memory for it, the file gets zeros there, not whatever
 // the memory held.
-void CPDFMemBlock::fillDropped(std::uint64_t usable) {
+void CPDFMemBlock::zeroDropped(std::uint64_t usable) {
   if (const std::uint64_t end = std::min(length(), usable); end > usable_) {
     std::memset(data.get() + usable_, 0, static_cast<std::size_t>(end - usable_));
   }
 }
 
 void CPDFMemBlock::Rewind() {
-  size = std::min(size, memory_);
+  size = std::min(size, capacity_);
   free = usable_ = size;
   isWhole_ = true;
 }

@@ -51,13 +51,13 @@ class CPDFMemBlock {
 
  private:
   char* take(std::size_t length);
-  bool makeMemory(std::uint64_t needed);
-  void fillDropped(std::uint64_t usable);
+  bool growCapacity(std::uint64_t needed);
+  void zeroDropped(std::uint64_t usable);
 
   Form form_;
   bool isWhole_ = true;
   std::uint64_t usable_ = 0;  // for how much of the size there is memory; once text was dropped, how much of it is kept
-  std::uint64_t memory_ = 0;  // how many bytes there are behind data
+  std::uint64_t capacity_ = 0;  // how many bytes there are behind data
 };
 
 }  // namespace PDFStuffer

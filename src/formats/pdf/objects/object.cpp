@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/object.h"
 
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 
 namespace PDFStuffer {
 

@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/values.h"
 
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 #include "system/clock.h"
 
 #include <algorithm>
@@ -55,9 +55,9 @@ std::u16string escaped(std::u16string_view text) {
 }
 
 std::int32_t truncated(double value) {
-  constexpr double kLeast = std::numeric_limits<std::int32_t>::min();
-  constexpr double kMost = std::numeric_limits<std::int32_t>::max();
-  return std::isnan(value) ? 0 : static_cast<std::int32_t>(std::clamp(value, kLeast, kMost));
+  constexpr double kMin = std::numeric_limits<std::int32_t>::min();
+  constexpr double kMax = std::numeric_limits<std::int32_t>::max();
+  return std::isnan(value) ? 0 : static_cast<std::int32_t>(std::clamp(value, kMin, kMax));
 }
 
 }  // namespace

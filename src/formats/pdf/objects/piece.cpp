@@ -1,4 +1,4 @@
-#include "formats/pdf/objects/numbers.h"
+#include "formats/pdf/objects/piece.h"
 
 #include <limits>
 

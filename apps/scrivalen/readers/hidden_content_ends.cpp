@@ -1,4 +1,4 @@
-#include "readers/hidden_ends.h"
+#include "readers/hidden_content_ends.h"
 
 #include "readers/markdown_dialect.h"
 #include "texts.h"
@@ -19,7 +19,7 @@ int ignoreBlock(MD_BLOCKTYPE, void*, void*) { return 0; }
 int ignoreSpan(MD_SPANTYPE, void*, void*) { return 0; }
 
 void lookInto(Search& search, MD_TEXTTYPE type, std::string_view text) {
-  const auto note = [&](Hidden hidden, std::wstring_view markup) {
+  const auto note = [&](HiddenContent hidden, std::wstring_view markup) {
     if (endOfHidden(hidden, markup) != std::wstring_view::npos) {
       search.last[static_cast<std::size_t>(hidden)] = search.text;
     }
@@ -28,11 +28,11 @@ void lookInto(Search& search, MD_TEXTTYPE type, std::string_view text) {
   const bool isMarkup = type == MD_TEXT_HTML;
   if (isMarkup && text.find("</") != std::string_view::npos) {
     const std::wstring markup = toWide(text);
-    note(Hidden::Script, markup);
-    note(Hidden::StyleSheet, markup);
+    note(HiddenContent::Script, markup);
+    note(HiddenContent::StyleSheet, markup);
   }
   if ((isMarkup || type == MD_TEXT_NORMAL) && text.find("-->") != std::string_view::npos) {
-    search.last[static_cast<std::size_t>(Hidden::Comment)] = search.text;
+    search.last[static_cast<std::size_t>(HiddenContent::Comment)] = search.text;
   }
 }
 
@@ -49,7 +49,7 @@ int onHiddenText(MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* data
 
 }  // namespace
 
-HiddenEnds::HiddenEnds(std::string_view markdown) {
+HiddenContentEnds::HiddenContentEnds(std::string_view markdown) {
   MD_PARSER parser{};
   parser.flags = kMarkdownDialect;
   parser.enter_block = &ignoreBlock;
