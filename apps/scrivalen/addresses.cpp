@@ -5,7 +5,7 @@
 namespace scrivalen::command {
 namespace {
 
-// Whether a link's text shows its address already, as that of <https://example.org> and <me@example.org> does.
+// Whether a link's text already shows its address, as in <https://example.org> and <me@example.org>.
 bool showsAddress(std::wstring_view text, std::wstring_view address) {
   for (const std::wstring_view hidden : {L"", L"mailto:", L"http://", L"https://"}) {
     if (address.size() == hidden.size() + text.size() && address.starts_with(hidden) && address.ends_with(text)) {
@@ -15,15 +15,15 @@ bool showsAddress(std::wstring_view text, std::wstring_view address) {
   return false;
 }
 
-// WHATWG URL, 4.4: browsers drop tabs and line ends anywhere in an address, and controls and blanks before it. To drop
-// every invisible character costs nothing, for no other scheme has one.
+// WHATWG URL, 4.4: browsers remove tabs and line ends anywhere in an address, and leading controls and blanks. Skipping
+// every invisible character is safe, because no other scheme contains one.
 bool isInvisible(wchar_t c) {
   const auto unit = static_cast<char32_t>(c);
   return unit <= U' ' || (unit >= 0x7F && unit <= 0xA0) || unit == 0xAD || (unit >= 0x2000 && unit <= 0x200F) ||
          (unit >= 0x2028 && unit <= 0x202F) || (unit >= 0x205F && unit <= 0x206F) || unit == 0x3000 || unit == 0xFEFF;
 }
 
-// Whether an address begins with a scheme, which is given in lower case with its colon.
+// Whether an address begins with a scheme. The scheme is in lower case and includes its colon.
 bool hasVisibleStart(std::wstring_view address, std::wstring_view scheme) {
   for (const wchar_t c : address) {
     if (isInvisible(c)) {

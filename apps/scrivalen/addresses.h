@@ -3,17 +3,17 @@
 #include <string>
 #include <string_view>
 
-/// What the addresses of links and images mean.
+/// Display and safety of link and image addresses.
 namespace scrivalen::command {
 
-/// A link's text followed by its address in parentheses, unless the text shows the address already or the address is an
-/// anchor of the document. The result begins with the text.
+/// Returns a link's text followed by its address in parentheses. The address is left out if the text already shows it
+/// or if it is an anchor of the document. The result begins with the text.
 std::wstring withAddress(std::wstring_view text, std::wstring_view address);
 
 enum class AddressUse { Link, Image };
 
-/// Whether following an address runs a program that is in it: javascript:, vbscript:, and data: except in an image. The
-/// scheme is found as browsers find it, whatever its case and the blanks and control characters around and within it.
+/// Whether following an address runs a program contained in it: javascript:, vbscript:, and data: except in an image.
+/// The scheme is recognized as browsers do, in any case and with blanks and control characters around or inside it.
 bool runsProgram(std::wstring_view address, AddressUse use);
 
 }  // namespace scrivalen::command

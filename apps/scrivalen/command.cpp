@@ -88,7 +88,7 @@ class Conversion {
   const Environment& environment_;
   Messages& messages_;
   LibraryLog log_;
-  std::size_t notedLines_ = 0;  // lines of the log
+  std::size_t notedLines_ = 0;  // log lines already passed to the outputs
   Outputs outputs_;
 };
 
@@ -99,7 +99,7 @@ int Conversion::run() {
   try {
     readInput();
   } catch (const NoOutputLeft&) {
-    // Each of them says why below.
+    // Each output reports its own error below.
   }
   finish();
   const std::vector<std::string> warnings = loggedWarnings();
@@ -148,8 +148,8 @@ void Conversion::stopWhenInterrupted() const {
   }
 }
 
-// To finish a report may take long and is broken off by an interrupt, and memory may run out; so no file is replaced
-// before all are finished and what is to be said about them is known.
+// Finishing a report may take long, be interrupted or run out of memory. No file is therefore replaced before all
+// reports are finished and all warnings are known.
 void Conversion::finish() {
   for (const auto& output : outputs_) {
     stopWhenInterrupted();
@@ -158,7 +158,7 @@ void Conversion::finish() {
   stopWhenInterrupted();
 }
 
-// What is not delivered is removed.
+// Outputs that are not delivered are removed.
 void Conversion::deliver() {
   for (const auto& output : outputs_) {
     output->deliver();
@@ -175,8 +175,8 @@ void Conversion::warnOfReplacements(std::size_t count) {
   }
 }
 
-// The library logs what it also returns as an error; a person sees it once. An operation that failed has no other
-// result, and nobody knows what an output lacks without it.
+// The library logs errors that it also returns; the user sees each once. A failed operation is reported in the log
+// only, and the outputs lack an unknown part of their content, so it ends the run.
 std::vector<std::string> Conversion::loggedWarnings() const {
   std::vector<std::string> texts;
   for (const std::wstring& line : log_.lines()) {

@@ -8,10 +8,10 @@
 
 namespace scrivalen::command {
 
-/// What surrounds a run of the command: the standard streams, the environment, the keyboard.
+/// The environment of a run: standard streams, environment variables and interrupts.
 struct Environment {
   std::function<std::optional<std::size_t>(void* data, std::size_t size)> readInput;
-  std::function<bool(std::string_view)> writeOutput;  ///< false, with the reason as the system's last error: it failed
+  std::function<bool(std::string_view)> writeOutput;  ///< on failure false, with the reason in the system's last error
   std::function<void(std::string_view)> writeError;
   std::function<std::optional<std::string>(const char* name)> variable;
   std::function<bool()> wasInterrupted;

@@ -6,22 +6,22 @@
 
 namespace scrivalen::command {
 
-/// The input cannot be read to its end; the message is UTF-8, one line, and names the place where it can.
+/// An input cannot be read completely. The message is one line of UTF-8 and names the place if it is known.
 class InputError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// The command was called in a way it does not understand; the message is UTF-8 and one line.
+/// The command line or the environment is invalid. The message is one line of UTF-8.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// There is no output left to write to; each one knows why.
+/// Every output has failed; each one keeps its own error.
 class NoOutputLeft : public std::exception {};
 
-/// The person at the keyboard has seen enough.
+/// The user interrupted the run.
 class Interrupted : public std::exception {};
 
 }  // namespace scrivalen::command

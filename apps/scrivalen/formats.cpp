@@ -15,7 +15,7 @@ constexpr Format kFormats[] = {
     {"chm", "chm", &createChmWriter},
 };
 
-// Calls a function with each extension of a list until it answers true.
+// Calls a function with each extension of a list until it returns true.
 template <class Call>
 bool anyExtension(std::string_view extensions, Call call) {
   while (!extensions.empty()) {

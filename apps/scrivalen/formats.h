@@ -10,11 +10,11 @@ namespace scrivalen::command {
 
 struct Format {
   std::string_view name;
-  std::string_view extensions;  ///< in lower case, one blank between two
+  std::string_view extensions;  ///< in lower case, separated by blanks
   std::unique_ptr<DocumentWriter> (*createWriter)();
 };
 
-/// The format of a name or an extension without its dot, in any case of letters; null when there is none.
+/// Finds a format by its name or by an extension without the dot, ignoring case. Returns null if there is none.
 const Format* findFormat(std::string_view nameOrExtension);
 
 /// All extensions, as ".txt .html ...".

@@ -12,7 +12,7 @@
 namespace scrivalen::command {
 namespace {
 
-// The handlers are plain functions: they find here what they need.
+// The handlers are plain functions and take no context pointer.
 std::int64_t fixedTime = 0;
 LibraryLog* currentLog = nullptr;
 const Environment* currentEnvironment = nullptr;

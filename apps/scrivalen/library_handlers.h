@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-// The library's handlers, each set as long as an object lives. There is one object of each class at a time.
+// Each class installs handlers of the library for its lifetime. Only one object of each class may exist at a time.
 namespace scrivalen::command {
 
-/// Sets the library's clock to what SOURCE_DATE_EPOCH says, so that equal inputs give equal bytes, while this object
-/// lives. Raises UsageError when that is no number of seconds.
+/// Sets the library's clock to SOURCE_DATE_EPOCH, if it is set, so that equal inputs give equal bytes. Raises
+/// UsageError when the value is not a number of seconds.
 class FixedClock {
  public:
   explicit FixedClock(const Environment& environment);
@@ -18,7 +18,7 @@ class FixedClock {
   ~FixedClock();
 };
 
-/// Keeps what the library logs while this object lives.
+/// Collects the lines that the library logs.
 class LibraryLog {
  public:
   LibraryLog();
@@ -26,7 +26,7 @@ class LibraryLog {
   LibraryLog& operator=(const LibraryLog&) = delete;
   ~LibraryLog();
 
-  /// Raises std::bad_alloc when memory ran out for one of them.
+  /// Raises std::bad_alloc if memory ran out for one of the lines.
   const std::vector<std::wstring>& lines() const;
 
  private:
@@ -36,10 +36,10 @@ class LibraryLog {
   bool isComplete_ = true;
 };
 
-/// While it lives, an interrupt stops what the library, or a call of the system, takes long for.
+/// Lets an interrupt stop long operations of the library and of the system.
 class LibraryStop {
  public:
-  /// @param environment  not owned; must outlive this
+  /// @param environment  not owned; must outlive this object
   explicit LibraryStop(const Environment& environment);
   LibraryStop(const LibraryStop&) = delete;
   LibraryStop& operator=(const LibraryStop&) = delete;

@@ -12,8 +12,8 @@ constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::string_view kClearLine = "\r\x1b[K";
 constexpr std::chrono::milliseconds kProgressPause{100};
 
-// What is written in one piece. It needs no memory, because a message may say that there is none; what is longer than
-// its buffer is written in several pieces.
+// Collects a message and writes it at once. It allocates no memory, because the message may be that memory ran out. A
+// message longer than the buffer is written in several pieces.
 class ErrorWriter {
  public:
   explicit ErrorWriter(const Environment& environment) : environment_(environment) {}
@@ -28,7 +28,8 @@ class ErrorWriter {
     return *this;
   }
 
-  // A name may hold anything; a message stays one line and changes nothing about the terminal.
+  // A file name may contain anything. The message stays on one line and must not send control sequences to the
+  // terminal.
   ErrorWriter& addPrintable(std::string_view text) {
     for (const char c : text) {
       put(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c);
@@ -49,7 +50,7 @@ class ErrorWriter {
   char bytes_[4096];
 };
 
-// NO_COLOR counts when it is not empty (no-color.org).
+// NO_COLOR has an effect if it is not empty (no-color.org).
 bool wantsColours(const Environment& environment) noexcept {
   try {
     return environment.errorIsTerminal && environment.variable("NO_COLOR").value_or("").empty();

@@ -7,8 +7,7 @@
 
 namespace scrivalen::command {
 
-/// What the command tells the person in front of it, on standard error, one line a message. To show one needs no
-/// memory.
+/// Writes messages to standard error, one line each. Writing one allocates no memory.
 class Messages {
  public:
   explicit Messages(const Environment& environment);
@@ -16,13 +15,13 @@ class Messages {
   Messages& operator=(const Messages&) = delete;
   ~Messages();
 
-  /// Keeps everything but errors to itself.
+  /// Suppresses everything but errors.
   void beQuiet() { quiet_ = true; }
 
   void error(std::string_view text);
   void warning(std::string_view text);
 
-  /// Shows how far the command is, on a terminal only, at most ten times a second.
+  /// Shows progress, on a terminal only, at most ten times a second.
   void progress(std::string_view text);
 
  private:

@@ -30,7 +30,7 @@ constexpr const char* kExamples =
     "leaves that file as it was.\n"
     "Exit status: 0 done, 1 an input or an output failed, 2 wrong usage.";
 
-// The options as they were typed.
+// The options before they are interpreted.
 struct Raw {
   Options options;
   std::vector<std::string> outputs;
@@ -164,7 +164,7 @@ std::string templateList() {
   return list;
 }
 
-// Whether two names lead to one file, also to one that does not exist yet.
+// Whether two names refer to the same file, which need not exist yet.
 bool isSameTarget(const std::string& a, const std::string& b) {
   const std::wstring first = scrivalen::widePath(a);
   const std::wstring second = scrivalen::widePath(b);

@@ -16,13 +16,13 @@ struct OutputRequest {
   std::string name;
 };
 
-/// What a run is asked to do. Texts are UTF-8.
+/// The options of a run. Texts are UTF-8.
 struct Options {
   std::string input;
   InputFormat inputFormat = InputFormat::Markdown;
   std::vector<OutputRequest> outputs;
   std::optional<std::string> title;
-  std::vector<std::pair<std::string, std::string>> properties;  ///< placeholders, percent signs and all, and values
+  std::vector<std::pair<std::string, std::string>> properties;  ///< placeholders with their percent signs, and values
   std::wstring templateFile;                                    ///< empty: the default
   std::string stylesFile;                                       ///< empty: none
   std::string separator;
@@ -30,13 +30,13 @@ struct Options {
   bool singleByte = false;
   bool contents = false;
   bool classic = false;
-  bool unsafe = false;  ///< raw HTML and every address of Markdown are passed on
+  bool unsafe = false;  ///< pass on raw HTML and all addresses of Markdown
   bool quiet = false;
 };
 
 struct CommandLine {
   Options options;
-  std::optional<std::string> printout;  ///< what to print instead of doing anything: the help, the version, a list
+  std::optional<std::string> printout;  ///< the help, version or list to print instead of a conversion
 };
 
 /// Raises UsageError.

@@ -33,13 +33,14 @@ bool Output::prepareFile() {
     fail("cannot write '" + name_ + "': it is a folder");
     return false;
   }
-  // The file that a shell has redirected a stream to may hold more than what is written now.
+  // The name refers to an open descriptor. A file that a shell redirected to may already have content, so it must not
+  // be replaced.
   if (scrivalen::isOpenFilesName(path)) {
     const bool exists = scrivalen::pathExists(path);
     fail("cannot write '" + name_ + "': it " + (exists ? "leads to a file; give that file's name" : "is closed"));
     return false;
   }
-  // It could be replaced all the same, but whoever protected it did not want that.
+  // Replacing it would work, but write protection is deliberate.
   if (scrivalen::isReadOnly(path)) {
     fail("cannot write '" + name_ + "': it is read-only");
     return false;
@@ -53,7 +54,7 @@ bool Output::prepareFile() {
   return true;
 }
 
-// A report returns such a failure at its end only. That would be late: the disk is full now.
+// The report returns this error only when it is closed. That may be much later.
 void Output::noteLogged(std::wstring_view line) {
   if (!failed() && line.starts_with(scrivalen::kWriteErrorStart) &&
       isOwnFile(line.substr(scrivalen::kWriteErrorStart.size()))) {
@@ -61,7 +62,7 @@ void Output::noteLogged(std::wstring_view line) {
   }
 }
 
-// The path ends at an apostrophe.
+// The quoted path ends with an apostrophe.
 bool Output::isOwnFile(std::wstring_view quotedPath) const {
   const std::wstring folder = writer_->workFolder();
   return quotedPath.starts_with(file_ + L'\'') ||
@@ -88,7 +89,7 @@ std::string Output::userMessage(const std::wstring& message) const {
   return withName(withoutPartName(message, folder));
 }
 
-// A file that the output is made of has a name that nobody knows, but the disk that it is on may be the full one.
+// The user does not know the names of temporary parts. Their folder is named because its disk may be the full one.
 std::string Output::withoutPartName(const std::wstring& message, const std::wstring& folder) const {
   const std::size_t begin = message.find(L'\'' + folder + scrivalen::kPathSeparator);
   const std::size_t end = begin == message.npos ? begin : message.find(L'\'', begin + 1 + folder.size());

@@ -9,11 +9,12 @@
 
 namespace scrivalen::command {
 
-/// One output of a run. It is written beside its target and moved over it at the end, so that the target is whole or
-/// untouched; only a device or a pipe is written to directly. Once something failed, nothing more happens to it.
+/// One output of a run. It is written to a new file next to its target, which it replaces at the end, so that the
+/// target is either complete or untouched. Only a device or a pipe is written to directly. After a failure, all calls
+/// do nothing.
 class Output {
  public:
-  /// @param name  as the person gave it
+  /// @param name  as given on the command line
   Output(const Format& format, std::string name);
   Output(const Output&) = delete;
   Output& operator=(const Output&) = delete;
@@ -24,8 +25,7 @@ class Output {
       writer_->write(event);
     }
   }
-  /// Takes a line that the library has logged: when it says that what is written here does not reach the file, the
-  /// output has failed.
+  /// Handles a line of the library's log. If the line reports a write error for this output, the output has failed.
   void noteLogged(std::wstring_view line);
   /// Finishes the document.
   void finish();
@@ -34,10 +34,10 @@ class Output {
 
   bool failed() const { return !error_.empty(); }
   const std::string& error() const { return error_; }
-  /// Whether its error says this already.
+  /// Whether its error already contains this text.
   bool hasReported(std::string_view text) const;
 
-  /// A message of the library with the name that the person knows.
+  /// Replaces internal paths in a message of the library by the name given on the command line.
   std::string userMessage(const std::wstring& message) const;
 
  private:
@@ -49,8 +49,8 @@ class Output {
 
   std::string name_;
   std::unique_ptr<scrivalen::TargetFile> target_;  // null for a device
-  std::unique_ptr<DocumentWriter> writer_;         // goes first: some systems do not remove a file that is open
-  std::wstring file_;                              // what is written to
+  std::unique_ptr<DocumentWriter> writer_;         // destroyed first: some systems cannot remove an open file
+  std::wstring file_;                              // the file that is written to
   std::string error_;
   bool isOpen_ = false;
 };

@@ -7,17 +7,17 @@
 
 namespace scrivalen::command {
 
-/// The template of HTML pages that is used when none is asked for.
+/// The template of HTML pages that is used by default.
 inline constexpr const wchar_t* kDefaultTemplate = L"default.htm";
 
-// Each of these raises InputError when the folder of the templates beside the library, or a template in it, is there
-// but cannot be read: to make another page then would hide it.
+// Each of these functions raises InputError if the folder of the templates, or a template in it, exists but cannot be
+// read. Falling back to another page would hide the error.
 
 /// The names of the templates, without ".htm", sorted.
 std::vector<std::wstring> templateNames();
 
-/// The file name of a template that is named with or without ".htm", in any case; nothing when there is none.
-/// The template can be read.
+/// Finds a template by its name with or without ".htm", ignoring case, and makes sure that it is readable. Returns its
+/// file name, or nothing if there is no such template.
 std::optional<std::wstring> templateFile(std::wstring_view name);
 
 }  // namespace scrivalen::command

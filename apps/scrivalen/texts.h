@@ -12,7 +12,7 @@ using scrivalen::replacedAll;
 using scrivalen::toUtf8;
 using scrivalen::toWide;
 
-/// The reason that the system gives for its last call that failed.
+/// The system's text for its last error.
 std::string lastErrorText();
 
 }  // namespace scrivalen::command

@@ -6,8 +6,8 @@
 
 namespace scrivalen::command {
 
-/// Gives headings the names by which links reach them: lower case, blanks as hyphens, punctuation dropped, as the
-/// places where Markdown is read online do it. A name that is taken gets "-1", "-2", ... behind it.
+/// Makes the anchor names of headings as Markdown hosting sites do: in lower case, with hyphens for blanks and without
+/// punctuation. A name already in use gets the suffix "-1", "-2", ...
 class AnchorNames {
  public:
   /// Valid until the next call.
@@ -15,7 +15,7 @@ class AnchorNames {
 
  private:
   std::wstring name_;
-  std::unordered_map<std::wstring, int> used_;  // how many names came from each
+  std::unordered_map<std::wstring, int> used_;  // how often each name was used
 };
 
 }  // namespace scrivalen::command

@@ -21,8 +21,8 @@ bool endsBlock(EventKind kind) {
   }
 }
 
-// Passes a document on with its table of contents in it: behind a heading that the document begins with, which is its
-// title, else before everything.
+// Inserts the table of contents into a document: after a heading that the document begins with, which is its title,
+// otherwise at the very beginning.
 class ContentsInserter : public EventSink {
  public:
   ContentsInserter(EventSink& target, const EventLog& contents) : target_(target), contents_(contents) {}
@@ -84,7 +84,7 @@ void Distributor::finish() {
   }
 }
 
-// A heading that the document begins with is its title and no entry of its contents.
+// A heading that the document begins with is its title, not an entry of its contents.
 void Distributor::holdBack(const Event& event) {
   if (plan_.contents && event.kind == EventKind::BeginHeading && !held_.isEmpty() && !event.text.empty()) {
     addToContents(event);

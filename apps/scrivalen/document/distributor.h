@@ -12,24 +12,24 @@ namespace scrivalen::command {
 
 using Outputs = std::vector<std::unique_ptr<Output>>;
 
-/// Hands a document to every output. The outputs are opened as soon as the title is known; what the reader tells before
-/// is held back, and all of it when a table of contents is to stand at its beginning.
+/// Passes a document to every output. The outputs are opened as soon as the title is known; earlier events are held
+/// back. If a table of contents is wanted, the whole document is held back.
 class Distributor : public EventSink {
  public:
   struct Plan {
     DocumentSettings settings;
     bool titleFromHeading = false;  ///< the first heading replaces the title of the settings
     bool contents = false;
-    std::function<void()> poll;                        ///< called every few events; what it raises ends the run
-    std::function<void(std::size_t blocks)> progress;  ///< called now and then
+    std::function<void()> poll;                        ///< called every few events; an exception it raises ends the run
+    std::function<void(std::size_t blocks)> progress;  ///< called every few hundred blocks
   };
 
   /// @param outputs  not owned; must outlive the distributor
   Distributor(const Outputs& outputs, Plan plan);
 
-  /// Raises NoOutputLeft a few events after every output has failed.
+  /// Raises NoOutputLeft within a few events after the last output has failed.
   void write(const Event& event) override;
-  /// The document is complete.
+  /// Opens the outputs if that has not happened yet. Called at the end of the document.
   void finish();
 
  private:

@@ -8,32 +8,32 @@
 
 namespace scrivalen::command {
 
-/// What a document consists of, in reading order. Behind each kind stands which fields of its event mean something.
+/// The parts of a document, in reading order. The comment after each kind lists the event fields that it uses.
 enum class EventKind : std::uint8_t {
-  BeginHeading,  ///< number: its level, 1 to 6; text: all of its text; address: its anchor name, unique
+  BeginHeading,  ///< number: the level, 1 to 6; text: the heading's whole text; address: its unique anchor name
   EndHeading,    ///< number
   BeginParagraph,
   EndParagraph,
   BeginQuote,
   EndQuote,
-  BeginList,  ///< ordered, and then number: where it starts; tight: its items are lines rather than paragraphs
+  BeginList,  ///< ordered; number: the first number, if ordered; tight: the items are lines, not paragraphs
   EndList,    ///< ordered
   BeginItem,  ///< task
   EndItem,
-  BeginCodeBlock,  ///< text: the language, may be empty
+  BeginCodeBlock,  ///< text: the language; may be empty
   EndCodeBlock,
   Rule,
-  MarkupBlock,  ///< text: HTML as it was typed
+  MarkupBlock,  ///< text: raw HTML
   BeginTable,
   EndTable,
-  BeginRow,   ///< header; number: how many cells follow
+  BeginRow,   ///< header; number: the number of cells
   EndRow,     ///< header
   BeginCell,  ///< header, align
   EndCell,    ///< header
 
-  Text,  ///< text: a part of the text; in code blocks with its line breaks
+  Text,  ///< text: a run of text; in code blocks with its line breaks
   LineBreak,
-  Markup,  ///< text: HTML tags and comments as they were typed
+  Markup,  ///< text: raw HTML tags and comments
   BeginEmphasis,
   EndEmphasis,
   BeginStrong,
@@ -42,9 +42,9 @@ enum class EventKind : std::uint8_t {
   EndDeleted,
   BeginCode,
   EndCode,
-  BeginLink,  ///< address; title, may be empty
+  BeginLink,  ///< address; title; may be empty
   EndLink,
-  Image,  ///< text: what stands for the image; address; title, may be empty
+  Image,  ///< text: the alternative text; address; title; may be empty
 
   BeginContents,
   ContentsItem,  ///< number: the heading's level; text; address: the heading's anchor name
@@ -66,7 +66,7 @@ constexpr EventGroup groupOf(EventKind kind) {
   return kind < EventKind::BeginContents ? EventGroup::Inline : EventGroup::Contents;
 }
 
-/// Each text is followed by a NUL and valid only while the event is handled.
+/// Each text is followed by a NUL and is valid only while the event is handled.
 struct Event {
   EventKind kind;
   Align align = Align::Default;
@@ -86,11 +86,11 @@ class EventSink {
   virtual void write(const Event& event) = 0;
 };
 
-/// What a writer receives before the first event.
+/// The settings that a writer gets before the first event.
 struct DocumentSettings {
   std::wstring title;
-  std::vector<std::pair<std::wstring, std::wstring>> properties;  ///< placeholders and their values, as typed
-  std::wstring templateFile;                                      ///< empty: the format's choice
+  std::vector<std::pair<std::wstring, std::wstring>> properties;  ///< placeholders and their values, as given
+  std::wstring templateFile;                                      ///< empty: the format's default
   std::wstring styles;
   std::wstring columnSeparator = L"\t";
   bool landscape = false;
@@ -99,16 +99,16 @@ struct DocumentSettings {
   bool beginsWithTable = false;
 };
 
-/// Turns a document's events into calls of a report of its own.
+/// Writes a document's events through a report that it owns.
 class DocumentWriter : public EventSink {
  public:
-  /// Raises InputError when something else cannot be read that the document is made with.
-  /// @return false with the reason in error()
+  /// Raises InputError when another input of the document, such as a template, cannot be read.
+  /// @return false on failure, with the reason in error()
   virtual bool open(const std::wstring& file, const DocumentSettings& settings) = 0;
-  /// @return false when what was written did not all reach the file, with the reason in error()
+  /// @return false when the file is incomplete, with the reason in error()
   virtual bool close() = 0;
   virtual std::wstring error() const = 0;
-  /// The folder in which it makes files that its output consists of, without a separator at its end; empty: none.
+  /// The folder for temporary parts of the output, without a trailing separator; empty if there is none.
   virtual std::wstring workFolder() const { return {}; }
 };
 

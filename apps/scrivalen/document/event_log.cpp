@@ -8,7 +8,7 @@
 namespace scrivalen::command {
 namespace {
 
-// Stands before the texts of an event, of which it tells the size in bytes.
+// Precedes the texts of an event; the sizes are in bytes.
 struct Header {
   EventKind kind;
   Align align;

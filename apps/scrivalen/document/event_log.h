@@ -7,7 +7,7 @@
 
 namespace scrivalen::command {
 
-/// Keeps events for later, their texts as UTF-8: a quarter of the memory of wide text where that has 32 bits.
+/// Keeps events for replay. Texts are stored as UTF-8, which takes a quarter of the memory of 32-bit wide text.
 class EventLog : public EventSink {
  public:
   void write(const Event& event) override;

@@ -14,7 +14,7 @@
 namespace scrivalen::command {
 namespace {
 
-// The row that is being read: its cells stand one behind the other, each with a NUL at its end.
+// The row that is being read. The cells are stored consecutively, each followed by a NUL.
 class Row {
  public:
   void add(std::string_view cell) {
@@ -49,7 +49,7 @@ class Row {
   }
 
  private:
-  // Each line of a cell gets the NUL that an event's text needs in the place of its line end.
+  // Replaces the line ends of a cell by the NUL that must follow an event's text.
   static void writeLines(EventSink& sink, wchar_t* line, wchar_t* end) {
     const auto isLineEnd = [](wchar_t c) { return c == L'\n' || c == L'\r'; };
     for (;;) {
@@ -99,13 +99,13 @@ class CsvReader {
   EventSink& sink_;
   csv_parser parser_{};
   Row row_;
-  std::size_t columns_ = 0;  // of the header; 0 before it
+  std::size_t columns_ = 0;  // in the header; 0 until it is read
   std::size_t line_ = 1;
-  std::size_t quoteLine_ = 0;  // where the quoted cell that is being read began; 0 in none
+  std::size_t quoteLine_ = 0;  // where the current quoted cell began; 0 outside a quoted cell
   bool cellEnded_ = false;
   bool isLineBlank_ = true;   // so far
-  bool beganQuoted_ = false;  // the line, within a cell
-  char lineEnd_ = '\0';       // not known yet
+  bool beganQuoted_ = false;  // whether the line began inside a quoted cell
+  char lineEnd_ = '\0';       // NUL until it is known
   bool endsWithReturn_ = false;
   std::exception_ptr failure_;
 };
@@ -118,7 +118,7 @@ CsvReader::CsvReader(std::string name, char separator, EventSink& sink)
   csv_set_delim(&parser_, static_cast<unsigned char>(separator));
 }
 
-// The parser gets line by line, so that an error can name its line.
+// The parser is fed line by line, so that an error can name its line.
 void CsvReader::read(std::string_view text) {
   if (lineEnd_ == '\0') {
     chooseLineEnd(text);
@@ -134,7 +134,8 @@ void CsvReader::read(std::string_view text) {
   }
 }
 
-// Lines end as the first one does; a carriage return at the end of a piece may be followed by its line feed.
+// All lines end like the first one. A carriage return at the end of a piece may belong to a line feed in the next
+// piece.
 void CsvReader::chooseLineEnd(std::string_view text) {
   if (endsWithReturn_) {
     lineEnd_ = text.front() == '\n' ? '\n' : '\r';
@@ -164,7 +165,7 @@ void CsvReader::readLine(std::string_view line) {
   }
 }
 
-// The parser passes over a line without a text; where there is one column only, its value is empty.
+// The parser skips blank lines. In a table of one column, a blank line is an empty value.
 void CsvReader::endLine() {
   if (isLineBlank_ && !beganQuoted_ && columns_ == 1) {
     row_.add({});
@@ -193,7 +194,8 @@ void CsvReader::readPart(std::string_view part) {
   }
 }
 
-// A quote inside a cell that is not quoted, as in 3.5" disk: the strict parser stops before it, the other one takes it.
+// A quote inside an unquoted cell, as in 3.5" disk. The strict parser stops before it; in non-strict mode it accepts
+// the quote.
 void CsvReader::readLooseQuote(const char* quote) {
   csv_set_opts(&parser_, CSV_STRICT_FINI);
   csv_parse(&parser_, quote, 1, &onCell, &onRow, this);
@@ -242,7 +244,7 @@ void CsvReader::endRow() {
   row_.clear();
 }
 
-// The parser is C and passes no exception on.
+// The parser is C code: exceptions must not pass through it.
 void CsvReader::rethrow() {
   if (failure_) {
     std::rethrow_exception(failure_);

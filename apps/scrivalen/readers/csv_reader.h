@@ -5,10 +5,10 @@
 
 namespace scrivalen::command {
 
-/// Reads a table of separated values, row by row: its first row is the header, a shorter row is filled up with empty
-/// cells to the header's length, a longer one stays longer. Empty lines are skipped, as are the blanks around a cell
-/// that is not quoted. A quote inside such a cell is a character like any other; whatever else is wrong with the quotes
-/// raises an InputError that names the line.
+/// Reads a table of separated values, row by row. The first row is the header. A shorter row is padded with empty
+/// cells; a longer one stays longer. Blank lines are skipped unless the table has one column; blanks around an unquoted
+/// cell are dropped. A quote inside an unquoted cell is an ordinary character; any other misplaced quote raises an
+/// InputError that names the line.
 void readCsv(TextInput& input, char separator, EventSink& sink);
 
 }  // namespace scrivalen::command

@@ -11,7 +11,7 @@
 namespace scrivalen::command {
 namespace {
 
-// CommonMark 0.30, 6.2: what is no character becomes U+FFFD.
+// CommonMark 0.30, 6.2: an invalid character becomes U+FFFD.
 std::optional<char32_t> numericReference(std::string_view digits) {
   const bool hexadecimal = digits.starts_with('x') || digits.starts_with('X');
   digits.remove_prefix(hexadecimal ? 1 : 0);

@@ -5,8 +5,8 @@
 
 namespace scrivalen::command {
 
-/// Appends what a character reference stands for; a name that HTML does not know is appended as it was typed.
-/// @param reference  as typed, from '&' to ';'
+/// Appends the character of a character reference. An unknown reference is appended unchanged.
+/// @param reference  from '&' to ';'
 void appendEntity(std::wstring& text, std::string_view reference);
 
 }  // namespace scrivalen::command

@@ -4,7 +4,7 @@
 
 namespace scrivalen::command {
 
-/// What the Markdown parser is asked to know: CommonMark with tables, strike-through, task lists and bare addresses.
+/// CommonMark with tables, strike-through, task lists and bare addresses as links.
 constexpr unsigned kMarkdownDialect = MD_DIALECT_GITHUB;
 
 }  // namespace scrivalen::command

@@ -9,7 +9,7 @@
 namespace scrivalen::command {
 namespace {
 
-// A text is handed on once it is this long, so that a huge code block does not become a huge wide text.
+// A longer text is passed on in pieces, so that a huge code block is never held as a whole in wide characters.
 constexpr std::size_t kLongText = 16384;
 
 struct SpanEvents {
@@ -142,8 +142,9 @@ void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
   spans_.push_back({type, form});
 }
 
-// The parser does not always nest: a link takes from it the end or the beginning of an emphasis that it paired with one
-// in the link's address. What it did not begin does not end, and what is within ends with it.
+// The parser does not always nest spans: it may pair the beginning or end of an emphasis with one in a link's address
+// and then drops that one. The end of a span that was never begun is ignored; the end of a span also ends the spans
+// inside it.
 void MarkdownListener::leaveSpan(MD_SPANTYPE type) {
   flushMarkup(EventKind::Markup);
   if (imageDepth_ > 0) {
@@ -256,7 +257,7 @@ void MarkdownListener::flushMarkup(EventKind kind) {
   markup_.clear();
 }
 
-// Tags within a line.
+// Tags inside a line.
 void MarkdownListener::flushShown() {
   std::wstring shown;
   markupText_.appendInline(shown, markup_);
@@ -315,7 +316,7 @@ void MarkdownListener::revealUnlessItEnds() {
   }
 }
 
-// The end of a comment is no tag: when it is not in an HTML block, it is a text.
+// The parser passes the end of a comment outside an HTML block as text.
 void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
   constexpr std::string_view kEnd = "-->";
   const std::size_t end = text.find(kEnd);
@@ -325,7 +326,7 @@ void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
   }
 }
 
-// Whether nothing is left of the paragraph or heading that is being read.
+// Whether the current paragraph or heading is blank after its markup was removed.
 bool MarkdownListener::isEmptied() const { return hasLostMarkup_ && isBlank(text_); }
 
 void MarkdownListener::beginParagraph() {
@@ -369,7 +370,7 @@ void MarkdownListener::endHeading(int level) {
   sink_->write({.kind = EventKind::EndHeading, .number = level});
 }
 
-// No format has links within links; a bare address may stand in the text of one.
+// No format supports nested links, but the text of a link may contain a bare address.
 MarkdownListener::Form MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
   const auto isLink = [](const Span& span) { return span.type == MD_SPAN_A; };
   if (std::any_of(spans_.begin(), spans_.end(), isLink)) {

@@ -17,13 +17,13 @@
 
 namespace scrivalen::command {
 
-/// Makes events of what the Markdown parser tells. A run of text, soft breaks and character references is one event;
-/// what is inside a heading is held back until its end, because its anchor name comes from its text. A safe listener
-/// makes texts and line breaks of raw HTML; what a script, a style sheet or a comment hides makes no event of a line,
-/// and no paragraph, heading or code block of its own.
+/// Converts callbacks of the Markdown parser to events. A run of text, soft breaks and character references becomes one
+/// event. The events inside a heading are held back until its end, because its anchor name is made from its text. A
+/// safe listener converts raw HTML to text and line breaks. Content hidden by a script, a style sheet or a comment
+/// produces no events.
 class MarkdownListener {
  public:
-  /// @param markdown  the whole text that the parser reads; must outlive this object
+  /// @param markdown  the whole text to be parsed; must outlive this object
   MarkdownListener(std::string_view markdown, Safety safety, EventSink& document)
       : markdown_(markdown), safety_(safety), document_(document), sink_(&document) {}
 
@@ -36,8 +36,8 @@ class MarkdownListener {
  private:
   enum class Form : std::uint8_t {
     Written,
-    Silent,  // not told: hidden, or a link within a link
-    Words    // a link whose address is shown rather than linked to
+    Silent,  // not written: hidden, or a link inside a link
+    Words    // a link whose address is shown as text
   };
 
   struct Span {
@@ -84,22 +84,23 @@ class MarkdownListener {
   EventLog headingLog_;
   std::wstring headingText_;
   AnchorNames anchorNames_;
-  std::wstring text_;    // not yet handed on; unless the listener is safe, of text and markup one at least is empty
-  std::wstring markup_;  // comes after the text
+  std::wstring text_;    // not yet passed on; in an unsafe listener text or markup is empty
+  std::wstring markup_;  // follows the text
   std::wstring language_;
   std::wstring address_;  // of the image
   std::wstring title_;
   std::wstring linkAddress_;
   std::wstring linkText_;    // of a link in words
-  std::vector<Span> spans_;  // around what is being read
+  std::vector<Span> spans_;  // the open spans
   MarkupText markupText_;
-  std::optional<HiddenContentEnds> hiddenContentEnds_;  // found out when something hidden does not end where it began
-  std::size_t texts_ = 0;                               // how many the parser has told
-  int imageDepth_ = 0;                                  // inside an image only its text counts
+  std::optional<HiddenContentEnds>
+      hiddenContentEnds_;  // computed when hidden content does not end in the piece it began in
+  std::size_t texts_ = 0;  // texts received from the parser
+  int imageDepth_ = 0;     // inside an image only text is kept
   int columns_ = 0;
   bool header_ = false;
-  bool isParagraphDue_ = false;  // the beginning of one is written with its content
-  bool hasLostMarkup_ = false;   // so that nothing may be left of the paragraph or heading
+  bool isParagraphDue_ = false;  // begun, but not written before its first content
+  bool hasLostMarkup_ = false;   // in the current paragraph or heading
   bool isLinkInWords_ = false;
   bool isImageHidden_ = false;
 };

@@ -17,9 +17,9 @@ struct Reading {
 };
 
 constexpr int kContinue = 0;
-constexpr int kStop = -1;  // the parser takes values above 0 for no reason to stop
+constexpr int kStop = -1;  // the parser stops on negative values only
 
-// The parser is C and passes no exception on: it is asked to stop, and the exception is raised again after it.
+// The parser is C code: exceptions must not pass through it. It is stopped, and the exception is rethrown afterwards.
 template <class Call>
 int guarded(void* reading, Call call) {
   auto& state = *static_cast<Reading*>(reading);

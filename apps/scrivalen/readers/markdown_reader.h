@@ -7,7 +7,7 @@
 namespace scrivalen::command {
 
 enum class Safety {
-  Safe,   ///< of raw HTML its text and line breaks are left; addresses that run a program become text
+  Safe,   ///< only the text and line breaks of raw HTML are kept; addresses that run a program become text
   Unsafe  ///< raw HTML and every address are passed on
 };
 

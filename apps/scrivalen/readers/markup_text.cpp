@@ -11,7 +11,7 @@
 namespace scrivalen::command {
 namespace {
 
-// Elements that stand within a line; every other one begins and ends a block.
+// Inline elements; any other element begins and ends a block.
 constexpr std::array<std::wstring_view, 34> kInlineElements = {
     L"a",      L"abbr", L"b",   L"bdi",  L"bdo",   L"cite", L"code", L"data", L"del",  L"dfn",   L"em",   L"font",
     L"i",      L"img",  L"ins", L"kbd",  L"label", L"mark", L"q",    L"s",    L"samp", L"small", L"span", L"strike",
@@ -20,7 +20,7 @@ constexpr std::array<std::wstring_view, 34> kInlineElements = {
 bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r' || c == L'\f'; }
 bool endsTagName(wchar_t c) { return isBlank(c) || c == L'/' || c == L'>'; }
 
-// The position after a mark; npos without one.
+// The position after the mark; npos if it is missing.
 std::size_t endOf(std::wstring_view mark, std::wstring_view markup, std::size_t from = 0) {
   const std::size_t at = markup.find(mark, from);
   return at == std::wstring_view::npos ? at : at + mark.size();
@@ -42,7 +42,7 @@ class MarkupReader {
   MarkupReader(std::wstring& text, std::wstring_view markup, bool isBlock, HiddenContent hidden)
       : text_(text), rest_(markup), isBlock_(isBlock), hidden_(hidden) {}
 
-  /// What has begun and not ended.
+  /// Returns the hidden content that is still open at the end.
   HiddenContent read();
 
  private:
@@ -99,7 +99,7 @@ void MarkupReader::readAngle() {
   const wchar_t next = rest_.size() > 1 ? rest_[1] : L' ';
   if (rest_.starts_with(L"<!--")) {
     hidden_ = HiddenContent::Comment;
-    skip(2);  // in "<!-->" the dashes belong to the end, too
+    skip(2);  // in "<!-->" the dashes are also part of the end
   } else if (rest_.starts_with(L"<?")) {
     skip(endOf(L"?>", rest_));
   } else if (rest_.starts_with(L"<![CDATA[")) {
@@ -130,7 +130,8 @@ void MarkupReader::readTag() {
   }
 }
 
-// A '>' inside a quoted attribute value does not end its tag. A quote that follows no '=' quotes nothing.
+// A '>' inside a quoted attribute value does not end its tag. A quote that does not follow '=' is an ordinary
+// character.
 std::wstring_view MarkupReader::takeTag() {
   wchar_t quote = L'\0';
   wchar_t previous = L'\0';

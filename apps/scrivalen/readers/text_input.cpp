@@ -58,7 +58,7 @@ void TextInput::fail() const {
   throw InputError("cannot read '" + name_ + "': " + reason);
 }
 
-// Moves what is left to the front and reads on behind it, until there are enough bytes to tell a byte-order mark.
+// Moves the remaining bytes to the front and reads more after them, until a byte-order mark can be recognized.
 bool TextInput::fill() {
   std::memmove(bytes_.data(), bytes_.data() + begin_, end_ - begin_);
   end_ -= begin_;
@@ -102,7 +102,7 @@ std::string_view TextInput::takeUtf8() {
     text.remove_suffix(incompleteSequence(text));
   }
   begin_ += text.size();
-  return isValidUtf8(text) ? text : repaired(text);
+  return isCleanUtf8(text) ? text : repaired(text);
 }
 
 std::string_view TextInput::repaired(std::string_view text) {

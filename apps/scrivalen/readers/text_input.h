@@ -9,8 +9,8 @@
 
 namespace scrivalen::command {
 
-/// The input as valid UTF-8, whatever it was: a byte-order mark is taken off, UTF-16 with such a mark is converted, and
-/// what is no text (ill-formed sequences, NULs) becomes U+FFFD.
+/// Reads the input as valid UTF-8. A byte-order mark is removed, UTF-16 with such a mark is converted, and ill-formed
+/// sequences and NULs become U+FFFD.
 class TextInput {
  public:
   /// @param name  a path, or "-" for standard input
@@ -18,14 +18,14 @@ class TextInput {
   TextInput(const TextInput&) = delete;
   TextInput& operator=(const TextInput&) = delete;
 
-  /// The next piece of the text, whole characters only, valid until the next call; empty at the end.
+  /// Returns the next piece of the text, which never splits a character. Valid until the next call; empty at the end.
   std::string_view next();
-  /// All that is left.
+  /// Returns the rest of the text.
   std::string rest();
 
   const std::string& name() const { return name_; }
 
-  /// How many U+FFFD stand for something else so far.
+  /// How many U+FFFD were substituted so far.
   std::size_t replaced() const { return replaced_; }
 
  private:
@@ -45,7 +45,7 @@ class TextInput {
   bool ended_ = false;
   std::size_t replaced_ = 0;
   std::string bytes_;      // as read
-  std::size_t begin_ = 0;  // of what was not yet taken
+  std::size_t begin_ = 0;  // of the bytes not yet returned
   std::size_t end_ = 0;
   std::wstring wide_;
   std::string converted_;

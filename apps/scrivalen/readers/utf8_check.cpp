@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kBlock = 16;
 
-// In each byte of a block the highest bit is set when the byte is 0 or not ASCII; borrows only add such bits above a 0.
+// The high bit of each byte is set if the byte is 0 or not ASCII. A borrow can only set further bits above a 0.
 bool isPlainBlock(const char* at) {
   std::uint64_t words[2];
   std::memcpy(words, at, kBlock);
@@ -22,7 +22,7 @@ bool isPlainBlock(const char* at) {
 
 }  // namespace
 
-bool isValidUtf8(std::string_view text) {
+bool isCleanUtf8(std::string_view text) {
   const char* at = text.data();
   const char* const end = at + text.size();
   while (at != end) {

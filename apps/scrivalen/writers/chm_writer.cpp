@@ -7,7 +7,7 @@
 namespace scrivalen::command {
 namespace {
 
-/// Makes the topics as the HTML writer makes its page.
+/// Writes each topic as the HTML writer writes its page.
 class HtmlHelpWriter : public DocumentWriter {
  public:
   bool open(const std::wstring& file, const DocumentSettings& settings) override;
@@ -23,7 +23,7 @@ class HtmlHelpWriter : public DocumentWriter {
   HtmlReport quoting_;
   HtmlBody body_{report_.get(), quoting_};
   HelpTopics topics_{report_};
-  int depth_ = 0;  // quotes and lists around what is being written; no page ends within one
+  int depth_ = 0;  // open quotes and lists; a page does not end inside one
 };
 
 bool HtmlHelpWriter::open(const std::wstring& file, const DocumentSettings& settings) {
@@ -32,7 +32,7 @@ bool HtmlHelpWriter::open(const std::wstring& file, const DocumentSettings& sett
 
 void HtmlHelpWriter::write(const Event& event) {
   if (groupOf(event.kind) == EventGroup::Contents) {
-    return;  // a help file has them anyway
+    return;  // a help file has its own table of contents
   }
   if (event.kind == EventKind::BeginHeading && depth_ == 0) {
     topics_.beginFor(event.number, event.text);
@@ -58,7 +58,7 @@ void HtmlHelpWriter::notePlaces(const Event& event) {
 
 bool HtmlHelpWriter::close() { return topics_.finish() && report_.close(); }
 
-/// Makes the topics of what a report has operations for: the classic help report quotes every text.
+/// Writes the topics with report operations only: the classic help report escapes all text, so markup is not possible.
 class ClassicHelpWriter : public PlainWriter {
  public:
   ClassicHelpWriter() : PlainWriter(FORMAT_CHM) {}
@@ -90,7 +90,7 @@ class ClassicHelpWriter : public PlainWriter {
 
   HelpTopics topics_{report_};
   std::wstring marker_;  // of the item whose first block comes next
-  int depth_ = 0;        // quotes and lists around what is being written; no page ends within one
+  int depth_ = 0;        // open quotes and lists; a page does not end inside one
   bool inHeader_ = false;
 };
 
@@ -117,7 +117,7 @@ void ClassicHelpWriter::paragraph(const std::wstring& text) {
   marker_.clear();
 }
 
-// An item without a text is there all the same.
+// An item without text is still written.
 void ClassicHelpWriter::endItem() {
   if (!marker_.empty()) {
     paragraph(L"");
@@ -145,7 +145,7 @@ void ClassicHelpWriter::putLines(const std::wstring& text) {
   report_->Text(text.substr(start).c_str(), PARAGRAPH_NONE, L"", 0);
 }
 
-/// Chooses between the two once the form is known.
+/// Chooses one of the two writers once the form is known.
 class ChmWriter : public DocumentWriter {
  public:
   bool open(const std::wstring& file, const DocumentSettings& settings) override;
@@ -159,7 +159,7 @@ class ChmWriter : public DocumentWriter {
 };
 
 bool ChmWriter::open(const std::wstring& file, const DocumentSettings& settings) {
-  templateFile(kDefaultTemplate);  // the report takes it by itself, unless it finds none
+  templateFile(kDefaultTemplate);  // only checks that it is readable; the report loads it itself
   if (settings.conforming) {
     writer_ = std::make_unique<HtmlHelpWriter>();
   } else {

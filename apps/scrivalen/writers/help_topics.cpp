@@ -45,7 +45,7 @@ std::string percentDecoded(std::string_view text) {
 
 }  // namespace
 
-// Whatever was not finished stays so: to compile pages that go now would help nobody.
+// An unfinished report is abandoned: its pages are about to be removed and need not be compiled.
 HelpTopics::~HelpTopics() {
   end();
   report_.abandon();
@@ -69,7 +69,7 @@ void HelpTopics::beginFor(int level, std::wstring_view heading) {
   beginIfNone();
 }
 
-// The report tells at its end which page was not written whole.
+// When it is closed, the report names a page that is incomplete.
 void HelpTopics::begin(const std::wstring& title) {
   end();
   topics_.push_back({L"topic" + std::to_wstring(topics_.size() + 1) + L".htm"});
@@ -118,7 +118,7 @@ bool HelpTopics::fail(const wchar_t* reason) {
   return false;
 }
 
-// A page is written before it is known where the places are that it links to.
+// A page is written before the targets of its links are known.
 bool HelpTopics::completeLinks(std::size_t topic) {
   const std::wstring path = pathOf(topics_[topic]);
   std::string page;
@@ -138,7 +138,7 @@ bool HelpTopics::completeLinks(std::size_t topic) {
   return done == 0 || writeFile(path, completed.append(page, done));
 }
 
-// The other topic that a link leads to; null for one that leads elsewhere.
+// The other topic that a link leads to; null if it does not lead to one.
 const HelpTopics::Topic* HelpTopics::topicOf(std::string_view link, std::size_t linksTopic) const {
   if (!link.starts_with('#')) {
     return nullptr;

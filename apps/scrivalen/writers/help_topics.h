@@ -10,8 +10,8 @@
 
 namespace scrivalen::command {
 
-/// The topics of a help file: a page for each heading of level 1 or 2, and one for what stands before the first of
-/// them. They are written into a private folder, which goes with this object.
+/// The topics of a help file: a page for each heading of level 1 or 2, and one for the content before the first of
+/// them. They are written to a private folder, which is removed with this object.
 class HelpTopics {
  public:
   /// @param report  of the help format; not owned
@@ -21,25 +21,25 @@ class HelpTopics {
   ~HelpTopics();
 
   /// @param file   of the help, for messages
-  /// @param title  of the page for what stands before the first heading
-  /// @return false with the reason in error()
+  /// @param title  of the page for the content before the first heading
+  /// @return false on failure, with the reason in error()
   bool prepare(const std::wstring& file, const std::wstring& title);
-  /// Where the pages are; without a separator at its end.
+  /// The folder of the pages, without a trailing separator.
   const std::wstring& folder() const { return work_.path(); }
 
-  /// Begins the page that a heading asks for, if it does.
+  /// Begins a page if the heading's level requires one.
   void beginFor(int level, std::wstring_view heading);
-  /// Begins the page for what stands before the first heading, unless there is one already.
+  /// Begins the page for the content before the first heading, unless there is a page already.
   void beginIfNone();
-  /// A place of the page that is being written, to which links may lead from others.
+  /// Adds an anchor of the current page, so that links from other pages can reach it.
   void addAnchor(std::wstring_view name);
-  /// The same for the places that HTML names, as it was typed.
+  /// Adds the anchors in raw HTML.
   void addAnchorsOf(std::wstring_view markup);
-  /// The page that is being written may link to another one.
+  /// Notes that the current page may link to another one.
   void expectLinks() { topics_.back().mayLink = true; }
 
-  /// Ends the last page and makes the links between pages whole.
-  /// @return false with the reason in error()
+  /// Ends the last page and completes the links between pages.
+  /// @return false on failure, with the reason in error()
   bool finish();
   const std::wstring& error() const { return error_; }
 
@@ -58,11 +58,11 @@ class HelpTopics {
 
   SingleReport& report_;
   scrivalen::WorkFolder work_;
-  std::wstring folder_;  // its path with a separator at its end
+  std::wstring folder_;  // its path with a trailing separator
   std::wstring file_;
   std::wstring title_;
   std::vector<Topic> topics_;
-  std::map<std::string, std::size_t, std::less<>> anchors_;  // their names in UTF-8, and the topics that have them
+  std::map<std::string, std::size_t, std::less<>> anchors_;  // UTF-8 names and the topics that contain them
   std::wstring error_;
   bool isOpen_ = false;
 };

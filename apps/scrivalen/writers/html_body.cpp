@@ -29,7 +29,7 @@ bool beginsBlock(EventKind kind) {
   }
 }
 
-// WHATWG URL, 4.3: the ASCII characters that are no URL code points. A percent sign is taken to encode already.
+// WHATWG URL, 4.3: the ASCII characters that are not URL code points. A percent sign is assumed to begin an escape.
 bool isEncodedInAddresses(wchar_t c) {
   switch (c) {
     case L' ':
@@ -73,7 +73,7 @@ void HtmlBody::write(const Event& event) {
   }
 }
 
-// The text of an item in a tight list is no paragraph; what follows it in the item begins on a line of its own.
+// The text of an item in a tight list is not a paragraph; the next block of the item begins on a new line.
 void HtmlBody::breakLineBefore(EventKind kind) {
   if (isLineOpen_ && beginsBlock(kind)) {
     markup(L"\n");
@@ -181,7 +181,7 @@ void HtmlBody::beginTable() {
   hasTableBody_ = false;
 }
 
-// A header row in a <thead> is repeated on every page that the table is printed on.
+// Browsers repeat a <thead> on each printed page of the table.
 void HtmlBody::beginRow(const Event& row) {
   if (row.header) {
     markup(L"<thead>\n");

@@ -8,13 +8,13 @@
 
 namespace scrivalen::command {
 
-/// Tells a document to a report that makes HTML and takes raw text. What a report has no operation for (lists, quotes,
-/// code, rules, images) is written as markup, and so is a link, because Link takes a plain text and a link of Markdown
-/// may hold styles.
+/// Writes a document through an HTML report, which accepts raw text. Elements without a report operation (lists,
+/// quotes, code, rules, images) are written as markup. So are links, because Link takes plain text and a Markdown link
+/// may contain styles.
 class HtmlBody : public EventSink {
  public:
   /// @param report   not owned
-  /// @param quoting  escapes for HTML, and counts what that replaces; may be the same report; not owned
+  /// @param quoting  escapes text for HTML and counts replaced characters; may be the same report; not owned
   HtmlBody(AReport& report, AReport& quoting) : report_(report), quoting_(quoting) {}
 
   void write(const Event& event) override;
@@ -44,7 +44,7 @@ class HtmlBody : public EventSink {
   AReport& report_;
   AReport& quoting_;
   std::wstring markup_;
-  bool isLineOpen_ = false;  // text was written behind which nothing ended its block
+  bool isLineOpen_ = false;  // text was written whose block has not ended
   bool hasTableBody_ = false;
 };
 

@@ -11,7 +11,7 @@ class HtmlWriter : public DocumentWriter {
   HtmlWriter() = default;
   HtmlWriter(const HtmlWriter&) = delete;
   HtmlWriter& operator=(const HtmlWriter&) = delete;
-  /// A report that goes while it is open would keep its file open.
+  /// Destroying an open report would leave its file open.
   ~HtmlWriter() override { report_.Close(); }
 
   bool open(const std::wstring& file, const DocumentSettings& settings) override;
@@ -42,7 +42,7 @@ bool HtmlWriter::open(const std::wstring& file, const DocumentSettings& settings
   return report_.Open() == REPORT_OK;
 }
 
-// A value stands in a template as it is, and a placeholder in it would be filled in turn.
+// Values are inserted into a template verbatim, and a placeholder inside a value would be replaced as well.
 std::wstring HtmlWriter::templateValue(const std::wstring& value) {
   std::wstring result;
   for (const wchar_t c : report_.Quoting(value)) {

@@ -8,14 +8,14 @@
 
 namespace scrivalen::command {
 
-/// Counts the items of lists within lists.
+/// Numbers the items of nested lists.
 class ListMarkers {
  public:
   void enter(const Event& list) { lists_.push_back({list.ordered, static_cast<unsigned>(list.number)}); }
   void leave() { lists_.pop_back(); }
-  /// What stands before the next item of the innermost list, such as "3. " or "- [x] ".
-  /// @param bullet  before an item without a number
-  /// @param suffix  what follows the number of one that has it
+  /// The marker of the next item of the innermost list, such as "3. " or "- [x] ".
+  /// @param bullet  the marker of an unnumbered item
+  /// @param suffix  the text after an item's number
   std::wstring next(Task task, std::wstring_view bullet, std::wstring_view suffix);
 
  private:

@@ -10,8 +10,8 @@
 namespace scrivalen::command {
 namespace {
 
-/// Writes a block a paragraph. The report draws a paragraph in one style, so that each is collected first and then
-/// drawn as most of it is. What stands in lists and quotes is set off by blanks.
+/// Writes each block as a paragraph. The report draws a paragraph in one style, so each paragraph is collected first
+/// and then drawn in the style of most of its text. Lists and quotes are indented by blanks.
 class PdfWriter : public DocumentWriter {
  public:
   PdfWriter() : report_(FORMAT_PDF) {}
@@ -24,7 +24,7 @@ class PdfWriter : public DocumentWriter {
   std::wstring error() const override { return report_.error(); }
 
  private:
-  // A part of a block: plain or bold, and a link when it has a target.
+  // A part of a block: plain or bold, and a link if it has a target.
   struct Part {
     std::wstring text;
     std::wstring target;
@@ -57,13 +57,13 @@ class PdfWriter : public DocumentWriter {
 
   SingleReport report_;
   ListMarkers markers_;
-  std::vector<Part> parts_;         // of the block or cell that is being read
-  std::vector<int> headingLevels_;  // of the headings that the next one may stand below
-  std::wstring marker_;             // of the items whose first block is still to come
-  std::size_t markerDepth_ = 0;     // lists and quotes around the outermost of them
+  std::vector<Part> parts_;         // of the current block or cell
+  std::vector<int> headingLevels_;  // of the headings that the next one may be nested under
+  std::wstring marker_;             // of the items whose first block comes next
+  std::size_t markerDepth_ = 0;     // nesting depth of the outermost of these items
   std::wstring linkTarget_;
-  std::size_t linkStart_ = 0;  // the part that a link begins with
-  std::size_t depth_ = 0;      // lists and quotes around what is being written
+  std::size_t linkStart_ = 0;  // the first part of the link
+  std::size_t depth_ = 0;      // open lists and quotes
   int bold_ = 0;
   bool inCell_ = false;
 };
@@ -139,7 +139,7 @@ void PdfWriter::writeInline(const Event& event) {
   }
 }
 
-// The reader's own contents come with the headings; these stand on the page.
+// The headings make the outline; this table of contents is printed on the page.
 void PdfWriter::writeContents(const Event& event) {
   endBlock();
   if (event.kind == EventKind::ContentsItem) {
@@ -155,7 +155,7 @@ void PdfWriter::beginHeading(const Event& heading) {
   report_->BeginAncor(heading.address.data());
 }
 
-// A level that the document skips would leave its entries without one to hang below.
+// If the document skips a level, entries would have no parent. Levels are therefore renumbered without gaps.
 int PdfWriter::outlineLevel(int headingLevel) {
   while (!headingLevels_.empty() && headingLevels_.back() >= headingLevel) {
     headingLevels_.pop_back();
@@ -169,7 +169,7 @@ void PdfWriter::endHeading(int level) {
   report_->EndParagraph(static_cast<PARAGRAPH_TYPE>(level));
 }
 
-// The first item of a list that an item begins with stands on the same line.
+// If an item begins with a list, the markers of both share a line.
 void PdfWriter::beginItem(Task task) {
   if (marker_.empty()) {
     markerDepth_ = depth_ - 1;
@@ -177,7 +177,7 @@ void PdfWriter::beginItem(Task task) {
   marker_ += markers_.next(task, L"\u2022 ", L". ");
 }
 
-// An item without a text is there all the same.
+// An item without text is still written.
 void PdfWriter::writeMarker() {
   if (!marker_.empty()) {
     add(L"");
@@ -198,7 +198,7 @@ void PdfWriter::markupBlock(std::wstring_view markup) {
   endBlock();
 }
 
-// The report takes the font and the size of a table from the last paragraph, of which there may be none yet.
+// The report takes a table's font and size from the last paragraph, and there may be none yet.
 void PdfWriter::beginTable() {
   writeMarker();
   report_->BeginParagraph(PARAGRAPH_NORMAL, L"");
@@ -215,8 +215,8 @@ void PdfWriter::endCell(bool header) {
   inCell_ = false;
 }
 
-// A link out of the document is spelled out as text: paper cannot be clicked on, and a link of the report would be the
-// whole paragraph.
+// A link out of the document is spelled out as text: paper cannot be clicked, and in the report a link covers the whole
+// paragraph.
 void PdfWriter::endLink() {
   const auto begin = parts_.begin() + static_cast<std::ptrdiff_t>(linkStart_);
   const std::wstring shown = std::accumulate(begin, parts_.end(), std::wstring(),
@@ -242,7 +242,7 @@ void PdfWriter::add(std::wstring_view text) {
   parts_.back().text += text;
 }
 
-// Each line of an indented block is indented.
+// Indents each line of an indented block.
 void PdfWriter::addLines(std::wstring_view text) {
   while (!text.empty()) {
     const std::size_t end = std::min(text.find(L'\n'), text.size());
@@ -258,7 +258,7 @@ void PdfWriter::endBlock() {
   if (parts_.empty()) {
     return;
   }
-  // The last line's end is that of its block.
+  // The end of the last line is the end of the block.
   std::wstring& last = parts_.back().text;
   last.erase(last.find_last_not_of(L" \n") + 1);
   report_->BeginParagraph(PARAGRAPH_NORMAL, L"");

@@ -84,7 +84,7 @@ void PlainWriter::endHeading(int level) {
   }
 }
 
-// Also ends the text of an item in a tight list, which is no paragraph of its own.
+// Also ends the text of an item in a tight list, which has no paragraph of its own.
 void PlainWriter::endParagraph() {
   trimEnd(text_);
   if (!text_.empty()) {

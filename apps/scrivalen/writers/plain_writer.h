@@ -8,8 +8,8 @@
 
 namespace scrivalen::command {
 
-/// The base of writers for formats that know neither styles nor links: it makes one text of what is within a block. A
-/// link is its text with the address behind it in parentheses, an image what stands for it, HTML the text in it.
+/// The base of writers for formats without styles and links. Each block becomes one plain text. A link is written as
+/// its text followed by the address in parentheses, an image as its alternative text, HTML as the text it contains.
 class PlainWriter : public DocumentWriter {
  public:
   explicit PlainWriter(REPORT_FORMAT format) : report_(format) {}
@@ -20,7 +20,7 @@ class PlainWriter : public DocumentWriter {
   void write(const Event& event) final;
 
  protected:
-  // Texts hold a '\n' where a line breaks, and at no end.
+  // Texts contain a '\n' for each line break, but none at the end.
   virtual void heading(int level, const std::wstring& text) = 0;
   virtual void paragraph(const std::wstring& text) = 0;
   virtual void codeBlock(const std::wstring& text) = 0;
@@ -29,7 +29,7 @@ class PlainWriter : public DocumentWriter {
   virtual void endQuote() {}
   virtual void beginList(bool /*tight*/) {}
   virtual void endList() {}
-  /// @param marker  what stands before the item, a blank at its end
+  /// @param marker  the item's marker, with a trailing blank
   virtual void beginItem(const std::wstring& /*marker*/) {}
   virtual void endItem() {}
   virtual void beginTable() = 0;
@@ -50,7 +50,7 @@ class PlainWriter : public DocumentWriter {
   void leaveList();
   void endLink();
 
-  std::wstring text_;  // of the block that is being read
+  std::wstring text_;  // of the current block
   ListMarkers markers_;
   std::size_t linkStart_ = 0;
   std::wstring linkAddress_;

@@ -11,13 +11,13 @@
 namespace scrivalen::command {
 namespace {
 
-// The report's "gray" is the light one of the document's colours.
+// The report maps "gray" to the document's light gray.
 constexpr const wchar_t* kHeaderColors = L"black;gray";
 
 constexpr std::array<int, 6> kHeadingSizes = {36, 30, 26, 24, 22, 20};  // half-points, by level
 
-/// Writes a block a paragraph, with an empty one between two blocks unless they are in a tight list. A format without
-/// list operations gets its items indented by tabs, the marker in front.
+/// Writes each block as a paragraph, with an empty paragraph between two blocks unless they are in a tight list. The
+/// report has no list operations, so items are indented by tabs and begin with their markers.
 class RtfWriter : public DocumentWriter {
  public:
   RtfWriter() : report_(FORMAT_RTF) {}
@@ -59,20 +59,20 @@ class RtfWriter : public DocumentWriter {
 
   SingleReport report_;
   ListMarkers markers_;
-  std::vector<bool> tight_{false};  // for the document and each list around what is being written
-  std::wstring marker_;             // of the items whose first block is still to come
-  std::size_t markerDepth_ = 0;     // lists and quotes around the outermost of them
-  std::wstring link_;               // the text of the link that is being read
+  std::vector<bool> tight_{false};  // for the document and each open list
+  std::wstring marker_;             // of the items whose first block comes next
+  std::size_t markerDepth_ = 0;     // nesting depth of the outermost of these items
+  std::wstring link_;               // the text of the current link
   std::wstring address_;
-  std::size_t depth_ = 0;  // lists and quotes around what is being written
-  int bold_ = 0;           // how many things ask for bold; only the first and the last of them write it
+  std::size_t depth_ = 0;  // open lists and quotes
+  int bold_ = 0;           // nesting depth of bold; only the outermost level is written
   int italic_ = 0;
   bool inBlock_ = false;
   bool inCell_ = false;
   bool inLink_ = false;
   bool inCode_ = false;
-  bool isBreakDue_ = false;  // a line of code has ended; the break is written when another follows
-  bool isSeparated_ = true;  // no empty paragraph is due before the next block
+  bool isBreakDue_ = false;  // a line of code has ended; its break is written when another line follows
+  bool isSeparated_ = true;  // the next block needs no empty paragraph before it
 };
 
 void RtfWriter::write(const Event& event) {
@@ -142,7 +142,7 @@ void RtfWriter::writeTable(const Event& event) {
 }
 
 void RtfWriter::writeInline(const Event& event) {
-  // The text of an item in a tight list is no paragraph of its own.
+  // The text of an item in a tight list has no paragraph of its own.
   if (!inBlock_ && !inCell_) {
     beginBlock();
   }
@@ -197,14 +197,14 @@ void RtfWriter::beginHeading(const Event& heading) {
   report_->BeginStyle(STYLE_FONT_SIZE, kHeadingSizes[level - 1]);
 }
 
-// The end of the paragraph ends the size too.
+// The end of the paragraph also ends the font size.
 void RtfWriter::endHeading(int level) {
   endBold();
   report_->EndParagraph(static_cast<PARAGRAPH_TYPE>(level));
   inBlock_ = false;
 }
 
-// The first item of a list that an item begins with stands on the same line.
+// If an item begins with a list, the markers of both share a line.
 void RtfWriter::beginItem(const Event& item) {
   endBlock();
   if (marker_.empty()) {
@@ -213,7 +213,7 @@ void RtfWriter::beginItem(const Event& item) {
   marker_ += markers_.next(item.task, L"\u2022\t", L".\t");
 }
 
-// An item without a text is there all the same.
+// An item without text is still written.
 void RtfWriter::writeMarker() {
   endBlock();
   if (!marker_.empty()) {
@@ -264,7 +264,7 @@ void RtfWriter::beginLink(const Event& link) {
   address_ = link.address;
 }
 
-// A relative address to another document is spelled out as text: a reader of this file cannot follow it.
+// A relative address of another document is spelled out as text, because a link to it could not be followed.
 void RtfWriter::endLink() {
   inLink_ = false;
   const std::wstring& shown = link_.empty() ? address_ : link_;
@@ -299,7 +299,8 @@ void RtfWriter::endBlock() {
   }
 }
 
-// The report's groups would not nest with what it writes for a link; and what is bold already stays so to its end.
+// Inside a link, style groups would not nest with the groups that the report writes for the link. Styles that began
+// before the link continue inside it.
 void RtfWriter::beginBold() {
   if (!inLink_ && bold_++ == 0) {
     report_->BeginStyle(STYLE_BOLD, 0);
@@ -332,7 +333,7 @@ void RtfWriter::text(std::wstring_view text) {
   }
 }
 
-// A document of this format knows line breaks as words, not as characters. The last line's end is that of its block.
+// RTF line breaks are control words, not characters. The end of the last line is the end of the block.
 void RtfWriter::codeText(std::wstring_view text) {
   while (!text.empty()) {
     if (isBreakDue_) {

@@ -2,7 +2,7 @@
 
 namespace scrivalen::command {
 
-// A child that is let go while it is open would keep its file open.
+// Destroying an open child would leave its file open.
 SingleReport::~SingleReport() {
   close();
   report_.Clear();

@@ -6,7 +6,7 @@
 
 namespace scrivalen::command {
 
-/// One report of a format that only a MultiReport reaches.
+/// A single report of a format that can only be created through a MultiReport.
 class SingleReport {
  public:
   explicit SingleReport(REPORT_FORMAT format) : format_(format) {}
@@ -16,7 +16,7 @@ class SingleReport {
 
   bool open(const std::wstring& file, const DocumentSettings& settings);
   bool close();
-  /// Lets the report be that is not to be finished. It must have no file open.
+  /// Keeps the report from being closed. No file of it may be open.
   void abandon() { isOpen_ = false; }
   std::wstring error() const { return report_.GetError(); }
 
@@ -29,7 +29,7 @@ class SingleReport {
   bool isOpen_ = false;
 };
 
-/// Gives a report what every format may use of the settings.
+/// Sets the options that apply to all formats.
 void applySettings(AReport& report, const DocumentSettings& settings);
 
 }  // namespace scrivalen::command

@@ -17,8 +17,8 @@ std::size_t characters(std::wstring_view text) {
   return count;
 }
 
-/// Writes a block a line, with an empty line between two blocks unless they are in a tight list. What stands in a quote
-/// or an item is set off by what its lines begin with.
+/// Writes each block as a line, with an empty line between two blocks unless they are in a tight list. Lines of quotes
+/// and items begin with a prefix.
 class TextWriter : public PlainWriter {
  public:
   TextWriter() : PlainWriter(FORMAT_TEXT) {}
@@ -44,7 +44,7 @@ class TextWriter : public PlainWriter {
 
  private:
   struct Container {
-    std::size_t prefixSize;  // of the containers around it
+    std::size_t prefixSize;  // of the enclosing containers
     bool tight;
   };
 
@@ -59,10 +59,10 @@ class TextWriter : public PlainWriter {
 
   std::vector<Container> containers_{{0, false}};
   std::wstring prefix_;  // of each line in the innermost container
-  std::wstring lead_;    // what the next line begins with instead of the prefix: the item's marker
+  std::wstring lead_;    // replaces the prefix of the next line: prefix and item marker
   std::wstring line_;
   std::wstring separator_;
-  bool isSeparated_ = true;  // no empty line is due before the next block
+  bool isSeparated_ = true;  // the next block needs no empty line before it
 };
 
 bool TextWriter::open(const std::wstring& file, const DocumentSettings& settings) {
@@ -119,7 +119,7 @@ void TextWriter::beginItem(const std::wstring& marker) {
   enter(std::wstring(marker.size(), L' '), containers_.back().tight);
 }
 
-// An item without a text is there all the same.
+// An item without text is still written.
 void TextWriter::endItem() {
   if (!lead_.empty()) {
     writeLines(L"", L"");
@@ -147,7 +147,8 @@ void TextWriter::endRow(bool) {
   isSeparated_ = false;
 }
 
-// A row is one line and has as many separators as there are cells but one, whatever the cells hold.
+// A row is a single line with exactly one separator between two cells, so line breaks and separators inside a cell
+// become blanks.
 void TextWriter::cell(const std::wstring& text) {
   line_ = text;
   std::replace(line_.begin(), line_.end(), L'\n', L' ');

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-/// The writers there are, one for each format.
+/// Creates the writer of each format.
 namespace scrivalen::command {
 
 std::unique_ptr<DocumentWriter> createChmWriter();

@@ -6,7 +6,8 @@
 namespace scrivalen::command {
 namespace {
 
-/// Writes a block a row, in its first cell, and a row of a table a row. Quotes and lists set their texts off by blanks.
+/// Writes each block into the first cell of a row, and each row of a table as a row. Quotes and lists are indented by
+/// blanks.
 class XlsxWriter : public PlainWriter {
  public:
   XlsxWriter() : PlainWriter(FORMAT_EXCEL) {}
@@ -34,12 +35,12 @@ class XlsxWriter : public PlainWriter {
   void put(const std::wstring& text);
 
   std::wstring marker_;    // of the item whose first block comes next
-  std::size_t depth_ = 0;  // lists and quotes around what is being written
+  std::size_t depth_ = 0;  // open lists and quotes
   bool inHeader_ = false;
 };
 
-// A table that a document begins with has its header row in sight wherever the reader scrolls, unless the style sheet
-// behind says otherwise.
+// If the document begins with a table, its header row is frozen, unless the given style sheet says
+// otherwise.
 bool XlsxWriter::open(const std::wstring& file, const DocumentSettings& settings) {
   if (!settings.beginsWithTable) {
     return PlainWriter::open(file, settings);
@@ -63,7 +64,7 @@ void XlsxWriter::codeBlock(const std::wstring& text) {
   }
 }
 
-// An item without a text is there all the same.
+// An item without text is still written.
 void XlsxWriter::endItem() {
   if (!marker_.empty()) {
     put(L"");
@@ -77,7 +78,7 @@ void XlsxWriter::beginRow(bool header, int columns) {
 
 void XlsxWriter::endRow(bool) { report_->EndRow(L""); }
 
-// The outermost list stands at the edge: its markers set it off already.
+// The outermost list is not indented, because its markers already set it off.
 void XlsxWriter::put(const std::wstring& text) {
   constexpr std::size_t kBlanksADepth = 4;
   const std::size_t blanks = depth_ > 1 ? (depth_ - 1) * kBlanksADepth : 0;

@@ -4,8 +4,8 @@
 namespace scrivalen::command {
 namespace {
 
-/// Writes the blocks one below the other. An item of a list is a paragraph that begins with its bullet or number; the
-/// header of a table is a row named "header" of ordinary cells, because the format drops header cells.
+/// Writes the blocks in sequence. A list item is a paragraph that begins with its bullet or number. A table header is a
+/// row named "header" of ordinary cells, because the format drops header cells.
 class XmlWriter : public PlainWriter {
  public:
   XmlWriter() : PlainWriter(FORMAT_XML) {}
@@ -62,7 +62,7 @@ void XmlWriter::codeBlock(const std::wstring& text) {
   putElement(text, PARAGRAPH_NORMAL);
 }
 
-// An item without a text is there all the same.
+// An item without text is still written.
 void XmlWriter::endItem() {
   if (!marker_.empty()) {
     paragraph(L"");
@@ -98,7 +98,7 @@ void XmlWriter::putElement(const std::wstring& text, PARAGRAPH_TYPE type) {
   report_->EndOfLine();
 }
 
-// The text with the line ends that the report writes itself.
+// The text with the report's own line ends.
 const wchar_t* XmlWriter::withLineEnds(const std::wstring& text) {
   if (text.find(L'\n') == std::wstring::npos) {
     return text.c_str();
