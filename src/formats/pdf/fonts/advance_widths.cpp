@@ -3,8 +3,8 @@
 namespace scrivalen::pdf {
 namespace {
 
-// From the fonts' published metrics (PDF 1.4, 5.5.1). The letters are in WinAnsiEncoding, where a code without a
-// character is a bullet (appendix D); an oblique Helvetica is as wide as the upright one.
+// From the fonts' published metrics (PDF 1.4, 5.5.1). Text fonts use WinAnsiEncoding, in which unused codes are bullets
+// (appendix D). Oblique Helvetica is as wide as upright Helvetica.
 constexpr AdvanceWidths kTimesRoman = {
     250,  333, 408, 500, 500, 833, 778, 180, 333, 333, 500, 564, 250, 333, 250,  278, 500, 500,  500, 500, 500,
     500,  500, 500, 500, 500, 278, 278, 564, 564, 564, 444, 921, 722, 667, 667,  722, 611, 556,  722, 722, 333,
@@ -82,7 +82,7 @@ constexpr AdvanceWidths kHelveticaBold = {
     667,  667, 611, 556,  556, 556, 556, 556, 556, 889, 556, 556, 556, 556, 556,  278, 278,  278,  278, 611,  611,
     611,  611, 611, 611,  611, 584, 611, 611, 611, 611, 611, 556, 611, 556};
 
-// In encodings of their own, where a code without a sign draws nothing.
+// These fonts have their own encodings, in which unused codes draw nothing.
 constexpr AdvanceWidths kSymbol = {
     250, 333, 713, 500, 549, 833, 778, 439, 333, 333,  500, 549,  250, 549,  250, 278, 500, 500, 500, 500,  500,
     500, 500, 500, 500, 500, 278, 278, 549, 549, 549,  444, 549,  722, 667,  722, 612, 611, 763, 603, 722,  333,

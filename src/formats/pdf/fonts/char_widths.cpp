@@ -6,7 +6,7 @@
 namespace scrivalen::pdf {
 namespace {
 
-// The glyph widths of Times-Roman divided by about 478, for the codes 32 to 126. They serve every font.
+// The glyph widths of Times-Roman divided by about 478, for the codes 32 to 126. They are used for all fonts.
 constexpr std::array<double, 95> kFactors = {
     0.523, 0.697, 0.854, 1.047, 1.047, 1.744, 1.629, 0.697,  // space ! " # $ % & '
     0.697, 0.697, 1.047, 1.181, 0.523, 0.697, 0.523, 0.582,  // ( ) * + , - . /

@@ -7,20 +7,20 @@
 
 namespace scrivalen::pdf {
 
-/// How wide the characters of one font in one size are taken to be.
+/// The character widths of one font in one size.
 class CharWidths {
  public:
   CharWidths() = default;
-  /// The estimates of the classic form, in whole points.
-  /// @param average  the average width of the font's characters, in points
+  /// Estimates widths as the classic form does, in whole points.
+  /// @param average  the average character width of the font, in points
   explicit CharWidths(float average);
-  /// The true widths of bytes in a font, in thousandths of a point.
+  /// Computes the true widths of bytes in a font, in thousandths of a point.
   /// @param size  of the font, in points
   CharWidths(const AdvanceWidths& advances, int size);
 
   std::int64_t of(char16_t unit) const { return unit < widths_.size() ? widths_[unit] : other_; }
   std::int64_t of(char byte) const { return widths_[static_cast<unsigned char>(byte)]; }
-  /// How many of the widths' units are a point.
+  /// How many units of the widths make a point.
   std::int64_t perPoint() const { return perPoint_; }
 
  private:

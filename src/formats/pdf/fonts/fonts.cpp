@@ -12,7 +12,7 @@ struct BoldFace {
   PDF_STANDARD_FONT_FACE bold;
 };
 
-// Every other face becomes Times-Bold.
+// The bold variant of any other face is Times-Bold.
 constexpr BoldFace kBoldFaces[] = {{PDF_TIMES_ROMAN, PDF_TIMES_BOLD},
                                    {PDF_HELVETICA, PDF_HELVETICA_BOLD},
                                    {PDF_COURIER, PDF_COURIER_BOLD},
@@ -25,13 +25,13 @@ PDF_STANDARD_FONT_FACE boldFaceOf(PDF_STANDARD_FONT_FACE face) {
   return found == std::end(kBoldFaces) ? PDF_TIMES_BOLD : found->bold;
 }
 
-// The average width of a character is the size divided by these.
+// The average character width is the font size divided by these.
 struct WidthDivisors {
   double regular;
   double bold;
 };
 
-constexpr int kLargeTimes = 14;  // points, from which on bold Times is taken to be narrower
+constexpr int kLargeTimes = 14;  // points; from this size on bold Times is estimated narrower
 
 WidthDivisors widthDivisors(PDF_STANDARD_FONT_FACE face, int size) {
   switch (face) {
@@ -81,8 +81,8 @@ void FontTable::addBoldVariants(PDFStuffer::CPDFFile& file) {
   }
 }
 
-// The candidates begin behind the number of fonts. What was taken before stays taken, so that who asks for many goes on
-// behind the last one.
+// Candidates begin after the number of fonts. Used numbers are never freed, so a caller that needs many can continue
+// after the last one.
 int FontTable::unusedIdFrom(int least) const {
   int id = std::max(static_cast<int>(entries_.size()) + 1, least);
   while (indexOfId_.contains(id)) {

@@ -13,10 +13,10 @@
 
 namespace scrivalen::pdf {
 
-/// A font that texts name by its number.
+/// A font, which texts refer to by its number.
 struct CPDFfontIdx {
   int id = 0;
-  /// The face it was registered under; a bold variant has that of its base.
+  /// The face it was registered with; a bold variant has the face of its base font.
   PDF_STANDARD_FONT_FACE face = PDF_TIMES_ROMAN;
   /// Owned by the file.
   PDFStuffer::CPDFStandardFont* font = nullptr;
@@ -25,7 +25,7 @@ struct CPDFfontIdx {
   std::u16string resourceName;
 };
 
-/// The fonts of a document, in the order of their registration.
+/// The fonts of a document, in order of registration.
 class FontTable {
  public:
   void add(PDFStuffer::CPDFFile& file, int id, PDF_STANDARD_FONT_FACE face);
@@ -35,12 +35,11 @@ class FontTable {
   int nextUnusedId() const { return unusedIdFrom(0); }
   int variantOf(int font, bool bold, bool italic) const;
   float averageWidth(int font, int size, bool bold) const;
-  /// By which lines in a font are broken. Estimated or, in a conforming document, those of the face that it is drawn
-  /// in.
+  /// The widths used for line breaking: estimates, or in a conforming document the widths of the font that is drawn.
   CharWidths widths(int font, int size, bool bold, PDFStuffer::Form form) const;
   bool has(int font) const { return find(font) != nullptr; }
-  /// Whether a text of this style is drawn in signs instead of letters, as far as fonts are registered by now; an
-  /// unknown number stands for the first of them.
+  /// Whether text of this style is drawn in symbols, given the fonts registered so far. An unknown number means the
+  /// first font.
   bool isSymbolic(int font, bool bold) const;
   const std::vector<CPDFfontIdx>& entries() const { return entries_; }
 
@@ -51,7 +50,7 @@ class FontTable {
   const CPDFfontIdx* find(int id) const;
   int unusedIdFrom(int least) const;
 
-  // Of two fonts with one number, or of one face and the same weight and slope, the first counts.
+  // If two fonts share a number, or face, weight and slope, the first one is used.
   std::vector<CPDFfontIdx> entries_;
   std::unordered_map<int, std::size_t> indexOfId_;
   std::map<Variant, int> idOfVariant_;

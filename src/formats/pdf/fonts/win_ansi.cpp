@@ -20,7 +20,7 @@ struct StandIn {
   std::string_view text;
 };
 
-// In the order of the characters.
+// Sorted by character.
 constexpr StandIn kStandIns[] = {
     {0x2002, " "},   {0x2003, " "},   {0x2004, " "},    {0x2005, " "},    {0x2006, " "},    {0x2007, "\xA0"},
     {0x2008, " "},   {0x2009, " "},   {0x200A, " "},    {0x200B, ""},     {0x200C, ""},     {0x200D, ""},
@@ -33,7 +33,7 @@ constexpr StandIn kStandIns[] = {
     {0x2500, "-"},   {0x2502, "|"},   {0x25CF, "\x95"}, {0x25E6, "o"},    {0x2713, "x"},    {0x3000, " "},
     {0xFB00, "ff"},  {0xFB01, "fi"},  {0xFB02, "fl"},   {0xFB03, "ffi"},  {0xFB04, "ffl"},  {0xFEFF, ""}};
 
-// U+0100 to U+017F, the letters without their marks; "?" where there is no one letter for it.
+// U+0100 to U+017F without diacritics; "?" where no single letter fits.
 constexpr std::string_view kLatinExtended =
     "AaAaAaCcCcCcCcDdDdEeEeEeEeEeGgGgGgGgHhHhIiIiIiIiIi??JjKkkLlLlLlLlLlNnNnNnnNnOoOoOo??RrRrRrSsSsSsSsTtTtTtUuUuUu"
     "UuUuUuWwYyYZzZzZzs";
@@ -54,11 +54,11 @@ std::string_view standInFor(char32_t c) {
   return found != std::end(kStandIns) && found->character == c ? found->text : "?";
 }
 
-// What is a byte of its own and needs no look at it.
+// Characters that are copied as one byte without further checks.
 struct PlainWinAnsi : scrivalen::PlainBelow<char, 0x7F> {
   static bool isPlain(unsigned c) { return c >= 0x20 && c < kEnd; }
   static bool arePlain(std::uint64_t bytes) {
-    return scrivalen::allMarked(bytes + scrivalen::eightTimes(0x80 - 0x20));  // all of them are blanks or above
+    return scrivalen::allMarked(bytes + scrivalen::eightTimes(0x80 - 0x20));  // all are 0x20 or above
   }
 };
 
@@ -77,8 +77,8 @@ void appendCharacter(std::string& out, char32_t c, LossCounter& loss) {
 }  // namespace
 
 void appendWinAnsi(std::string& out, std::wstring_view text, LossCounter& loss) {
-  // Room is made for a piece at a time: were it for all of the rest, a long text in another alphabet would take for
-  // ever.
+  // Memory is reserved for one piece at a time. Reserving the whole rest each time would make a long text in another
+  // alphabet take quadratic time.
   constexpr std::size_t kPiece = 256;
   while (!text.empty()) {
     const std::wstring_view piece = text.substr(0, kPiece);

@@ -7,11 +7,11 @@
 
 namespace scrivalen::pdf {
 
-/// Whether a character has no place in a text. A line feed has one.
+/// Whether a character is a control character other than a line feed.
 constexpr bool isControl(char32_t c) { return (c < 0x20 && c != U'\n') || (c >= 0x7F && c < 0xA0); }
 
-/// Appends wide text as WinAnsi bytes (PDF 1.4, appendix D). What WinAnsi lacks becomes something like it where there
-/// is such a thing, else "?", and is counted. A tab is a blank; a carriage return is left out.
+/// Appends wide text as WinAnsi bytes (PDF 1.4, appendix D). A character missing in WinAnsi is replaced by a similar
+/// one, or else by "?", and is counted. A tab becomes a blank; a carriage return is dropped.
 void appendWinAnsi(std::string& out, std::wstring_view text, scrivalen::LossCounter& loss);
 
 /// Appends wide text as UTF-16 code units.

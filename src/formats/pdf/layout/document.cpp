@@ -25,15 +25,15 @@ Document::Document(std::unique_ptr<PDFStuffer::CPDFFile> file, const Paper& pape
   styles_.indexOf(CPDFtextStyle());  // becomes kDefaultStyle
 }
 
-// The classic form lists a number as often as it is registered; in a conforming page each name stands once. A font that
-// came later than the layout would change it behind the places that links lead to.
+// The classic form lists a number each time it is registered; a conforming page lists each name once. Fonts are ignored
+// after the layout, because they could move text away from the link targets found.
 void Document::addFont(int id, PDF_STANDARD_FONT_FACE face) {
   if (isCollecting_ && (!isConforming() || !fonts_.has(id))) {
     fonts_.add(*file_, id, face);
   }
 }
 
-// A conforming text is always drawn in a font that its page lists.
+// Conforming text always uses a font that its page lists.
 void Document::addBoldVariants() {
   if (!isCollecting_) {
     return;
@@ -53,7 +53,7 @@ Item& Document::make(std::uint32_t& itemId, Arguments&&... arguments) {
   return *new (place) Item(std::forward<Arguments>(arguments)...);
 }
 
-// The text of an item is complete when another becomes the current one: none becomes it again.
+// An item's text is complete when another item becomes current, because an item with text never becomes current again.
 void Document::setCurrent(CPDFitem* item) {
   CPDFitem* const complete = std::exchange(current_, item);
   if (std::exchange(hasText_, false)) {
@@ -70,7 +70,7 @@ void Document::keepText(CPDFtextItem& item) {
   text_.clear();
 }
 
-// An empty text is there all the same.
+// An empty text is not null, so that it still counts as text.
 template <typename Unit>
 std::basic_string_view<Unit> Document::stored(std::basic_string_view<Unit> text) {
   static constexpr Unit kEmpty[] = {0};
@@ -108,7 +108,7 @@ void Document::beginRow(std::uint32_t& itemId, int columns) {
   }
 }
 
-// A cell beyond the columns of its row is dropped, with its text: no cell is current then.
+// A cell beyond the last column is dropped. The row stays current, so the cell's text is dropped too.
 void Document::beginCell(std::uint32_t& itemId, const _RGB_COLOR& background) {
   if (current_ && current_->isA(ItemKind::Row) && !row_->isFull()) {
     auto& cell = make<CPDFtableCell>(itemId, backgrounds_.indexOf(background));
@@ -123,7 +123,7 @@ void Document::end(ItemKind kind, CPDFitem* parent) {
   }
 }
 
-// Whether the current item has a text of its own.
+// Whether the current item can hold text.
 bool Document::takesText() const {
   return current_ &&
          (current_->isA(ItemKind::Paragraph) || current_->isA(ItemKind::Cell) || current_->isA(ItemKind::Outline));
@@ -138,7 +138,7 @@ void Document::write(const wchar_t* text, const CPDFtextStyle& style) {
   hasText_ = true;
 }
 
-// Titles of the outline are not drawn in a font: a conforming file has them in Unicode.
+// Outline titles are not drawn in a font of the document, so a conforming file stores them in Unicode.
 void Document::appendText(std::wstring_view text, const CPDFtextStyle& style) {
   if (!isConforming()) {
     loss_.add(text_.append(text));

@@ -19,7 +19,7 @@
 
 namespace scrivalen::pdf {
 
-/// What is known of a document when its pages are made.
+/// Facts about a finished document.
 struct Summary {
   PDFStuffer::Form form = PDFStuffer::Form::Classic;
   std::size_t pages = 0;
@@ -27,10 +27,9 @@ struct Summary {
   OffPaper offPaper;
 };
 
-/// One document between its beginning and its end: what was collected, and what makes pages of it.
+/// One document from its beginning to its end: the collected items and the page layout.
 ///
-/// A call that raises leaves the document in no state to go on: only its destructor may follow. Once the pages are made
-/// nothing more is collected.
+/// After a call that raises, only the destructor may be called. Once the pages are made, nothing more is collected.
 class Document {
  public:
   Document(std::unique_ptr<PDFStuffer::CPDFFile> file, const Paper& paper, PDFStuffer::Form form);
@@ -39,25 +38,26 @@ class Document {
   void addBoldVariants();
   const FontTable& fonts() const { return fonts_; }
 
-  /// @return whether it is there: inside a table there are no paragraphs
+  /// @return false inside a table, where paragraphs are not possible
   bool beginParagraph(std::uint32_t& itemId);
   void beginTable(std::uint32_t& itemId);
   void beginRow(std::uint32_t& itemId, int columns);
   void beginCell(std::uint32_t& itemId, const _RGB_COLOR& background);
-  // These end what is current when it is of their kind; what it stands in is current then.
+  // Each ends the current item if it is of the right kind and makes its parent current.
   void endTable() { end(ItemKind::Table, nullptr); }
   void endRow() { end(ItemKind::Row, table_); }
   void endCell() { end(ItemKind::Cell, row_); }
-  /// A null text is nothing in the classic form and an empty text in the conforming one, here and in a link.
+  /// A null text is ignored in the classic form and empty in the conforming one, here and in a link.
   void write(const wchar_t* text, const CPDFtextStyle& style);
   void bookMark(std::wstring_view name);
   void link(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, const CPDFtextStyle& style);
   void addOutlineItem(std::uint32_t& itemId, const wchar_t* text, std::wstring_view target, int level,
                       const CPDFtextStyle& style);
 
-  /// Lays everything out for its place, with bold variants of the fonts. Does nothing the second time.
+  /// Lays everything out to find positions and resolves the links; adds bold variants of the fonts if they are missing.
+  /// Further calls do nothing.
   void makePages();
-  /// What a conforming document says its title is; nothing when it is empty.
+  /// Sets the title of a conforming document. An empty title is not written.
   void setTitle(std::wstring_view title);
   void setPageMode(const std::u16string& mode) { file_->SetPageMode(&mode); }
   /// Writes the file.
@@ -65,7 +65,7 @@ class Document {
 
   Pages& pages() { return pages_; }
   bool isMakingPages() const { return makingPages_; }
-  /// Why not everything was written; empty when it was.
+  /// The reason why the file is incomplete; empty if it is complete.
   std::wstring_view writeError() const { return file_->writeError(); }
   Summary summary() const { return {form_, pages_.count(), loss_, pages_.offPaper()}; }
 
@@ -87,7 +87,7 @@ class Document {
 
   PDFStuffer::Form form_;
   Paper paper_;
-  // Not of the default resource, which belongs to the host.
+  // Not the default resource, which belongs to the host.
   std::pmr::monotonic_buffer_resource itemMemory_{std::pmr::new_delete_resource()};
   std::pmr::monotonic_buffer_resource textMemory_{std::pmr::new_delete_resource()};
   std::unique_ptr<PDFStuffer::CPDFFile> file_;
@@ -97,8 +97,8 @@ class Document {
   LinkTable links_;
   ItemList items_;
   CPDFitem* current_ = nullptr;
-  CPDFtable* table_ = nullptr;   // that of the current row or cell
-  CPDFtableRow* row_ = nullptr;  // that of the current cell
+  CPDFtable* table_ = nullptr;   // of the current row or cell
+  CPDFtableRow* row_ = nullptr;  // of the current cell
   TextBuffer text_;              // of the current item
   bool hasText_ = false;
   std::uint32_t outlineSize_ = 0;

@@ -13,7 +13,7 @@
 namespace scrivalen::pdf {
 namespace {
 
-// Each line begins with a step down of its own, so that the distance of two lines is twice the style's lead.
+// Each line begins with its own step down, so the distance between two lines is twice the style's lead.
 template <typename View>
 Points layoutLines(Pages& pages, PageText& lines, const DrawStyle& style, View text, Points x, Points y, Points width) {
   static constexpr typename View::value_type kBlank[] = {' '};
@@ -81,8 +81,8 @@ Points CPDFtextItem::layoutText(Pages& pages, PageText& lines, Points x, Points 
   return visitText([&](auto view) { return layoutLines(pages, lines, drawn, view, x, y, width); });
 }
 
-// A text that does not fit begins on the next page. In a conforming document links lead there; classic ones lead to
-// where it would have begun.
+// Text that does not fit begins on the next page. Conforming links lead there; classic links lead to the position where
+// it would have begun.
 Points CPDFtextItem::beginOfText(Pages& pages, Points y) const {
   const Points top = pages.paper().top();
   const auto fitsAt = [&](Points from) { return from - pages.drawStyle(style_).height >= kBottomLimit; };

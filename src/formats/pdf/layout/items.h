@@ -14,22 +14,22 @@ namespace scrivalen::pdf {
 
 enum class ItemKind : std::uint8_t { Paragraph, Table, Row, Cell, Outline };
 
-// A report of a million cells is collected whole before its first page is made. Items are therefore small: they lie in
-// the document's memory, which is given back at once and calls no destructors; they hold their children in a list that
-// goes through them; their styles and colours are numbers; and only those with a link to or from them have a placement.
+// A report of a million cells is collected completely before its first page is made, so items are small. They are
+// allocated from the document's memory, which is freed as a whole without calling destructors. Children form an
+// intrusive list, styles and colours are indexes, and only items with a link to or from them have a placement.
 class CPDFitem {
  public:
   explicit CPDFitem(ItemKind itemKind) : kind_(itemKind) {}
   CPDFitem(const CPDFitem&) = delete;
   CPDFitem& operator=(const CPDFitem&) = delete;
 
-  /// Lays the item out from @p y down, onto the lines. @return where it ends
+  /// Lays the item out from @p y down and appends its lines. @return its lower end
   virtual Points Layout(Pages& pages, PageText& lines, Points y);
-  /// Makes the item lead to a link's target, when all pages are made.
+  /// Makes the item lead to a link's target. Called when all pages are made.
   virtual void AttachLink(LinkWriter& writer, const CPDFlink& link) const;
 
   bool isA(ItemKind kind) const { return kind_ == kind; }
-  /// Whether links need to know where it stands.
+  /// Whether links need its position.
   bool isPlaced() const { return isPlaced_; }
   void needPlacement() { isPlaced_ = true; }
 
@@ -46,15 +46,15 @@ class CPDFitem {
   bool isPlaced_ = false;
 };
 
-/// An item with a text of its own: a paragraph, a cell or an entry of the outline.
+/// An item with text: a paragraph, a cell or an outline entry.
 class CPDFtextItem : public CPDFitem {
  public:
   using CPDFitem::CPDFitem;
 
-  /// The text: UTF-16 code units, kept as bytes when none of them is above 255. Not owned.
+  /// Sets the text: UTF-16 code units, stored as bytes if none of them is above 255. Not owned.
   void setText(std::string_view bytes);
   void setText(std::u16string_view units);
-  /// Whether nothing was ever written, not even an empty text.
+  /// Whether nothing was written, not even an empty text.
   bool hasNoText() const { return !text_; }
   void setStyle(std::uint32_t style) { style_ = style; }
 
@@ -78,7 +78,7 @@ class CPDFtextItem : public CPDFitem {
   std::uint32_t length_ = 0;
 };
 
-/// Items one after the other.
+/// An intrusive list of items.
 struct ItemList {
   CPDFitem* first = nullptr;
   CPDFitem* last = nullptr;

@@ -12,12 +12,12 @@ namespace scrivalen::pdf {
 
 /// The next line of a text.
 struct TextLine {
-  std::size_t length;  // of the text's beginning, which the line shows
-  std::size_t next;    // where the text goes on
-  bool last;           // nothing goes on
+  std::size_t length;  // of the text shown, from the beginning
+  std::size_t next;    // where the rest of the text begins
+  bool last;           // nothing is left
 };
 
-// A text whose code units all fit into a byte is kept as bytes.
+// A text whose code units all fit into a byte is stored as bytes.
 inline char16_t unitOf(char byte) { return static_cast<unsigned char>(byte); }
 inline char16_t unitOf(char16_t unit) { return unit; }
 
@@ -27,8 +27,8 @@ constexpr bool isSeparator(char16_t unit) {
   return isBlank(unit) || unit == u',' || unit == u'-' || unit == u'.' || unit == u'/';
 }
 
-/// Breaks a text that is longer than what fits, behind or instead of the last separator that fits. At least one
-/// character is used up, however narrow the line is.
+/// Breaks a text of which only @p fit characters fit. The break follows the last separator that fits, or replaces it if
+/// it is blank. At least one character is consumed, however narrow the line.
 template <typename Unit>
 TextLine breakLine(std::basic_string_view<Unit> text, std::size_t fit) {
   TextLine line{fit, fit, false};
@@ -36,7 +36,7 @@ TextLine breakLine(std::basic_string_view<Unit> text, std::size_t fit) {
     const auto candidate = text.substr(0, fit);
     const auto found =
         std::find_if(candidate.rbegin(), candidate.rend(), [](Unit c) { return isSeparator(unitOf(c)); });
-    const auto position = static_cast<std::size_t>(candidate.rend() - found);  // one behind the separator
+    const auto position = static_cast<std::size_t>(candidate.rend() - found);  // after the separator
     if (position > 1) {
       line = {isBlank(unitOf(candidate[position - 1])) ? position - 1 : position, position, false};
     }
@@ -50,7 +50,7 @@ TextLine breakLine(std::basic_string_view<Unit> text, std::size_t fit) {
   return line;
 }
 
-/// The character that reaches the width does not fit; a line feed up to there ends the line.
+/// Breaks a text at the first line feed, or before the character with which the line reaches the width.
 template <typename Unit>
 TextLine nextLine(std::basic_string_view<Unit> text, Points width, const CharWidths& widths) {
   const std::int64_t limit = width * widths.perPoint();

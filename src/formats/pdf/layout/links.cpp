@@ -53,7 +53,7 @@ CPDFAnnot& LinkWriter::newAnnotation(CPDFPage& page, const CPDFlink& link) {
 }
 
 void LinkWriter::setRectangle(CPDFAnnot& annotation, const Placement& source, Points top, Points bottom) const {
-  // The classic form has the upper edge first.
+  // The classic form writes the upper edge first.
   const bool classic = form_ == Form::Classic;
   annotation.setRectangle(toInt(source.x), toInt(classic ? top : bottom), toInt(source.x + source.width),
                           toInt(classic ? bottom : top));
@@ -67,7 +67,7 @@ const Placement* LinkWriter::placementOf(const CPDFitem* item) const {
 void LinkWriter::addAnnotation(const CPDFitem* sourceItem, const CPDFlink& link) {
   const Placement* const source = placementOf(sourceItem);
   const bool leadsNowhere = link.address.empty() && !placementOf(link.target);
-  // What leads discarded is nothing to click on.
+  // A conforming document has no annotation for a link without a target.
   if (!source || (leadsNowhere && form_ == Form::Conforming)) {
     return;
   }
@@ -103,8 +103,8 @@ void LinkWriter::attach(CPDFOutLine& entry, std::size_t level) {
   lastEntries_.push_back(&entry);
 }
 
-// The entries come link by link, in the order in which the names of their targets first appeared. The classic form
-// leaves them so.
+// The entries are added link by link, in the order in which their targets first appeared. The classic form keeps that
+// order.
 void LinkWriter::finishOutline() {
   if (outline_.empty()) {
     return;
@@ -122,7 +122,7 @@ void LinkWriter::finishOutline() {
   }
 }
 
-// PDF 1.4, 8.2.2: the count of an open entry is that of all entries below it. The classic form counts its own only.
+// PDF 1.4, 8.2.2: the count of an open entry includes all its descendants. The classic form counts only its children.
 void LinkWriter::countAllBelow() {
   for (auto entry = outline_.rbegin(); entry != outline_.rend(); ++entry) {
     const CPDFOutLine& object = *entry->object;

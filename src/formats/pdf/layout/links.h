@@ -14,19 +14,19 @@
 
 namespace scrivalen::pdf {
 
-/// Where items link to: an item of a name, or an address. The items belong to the document.
+/// A link from items to a named item or to an address. The items belong to the document.
 struct CPDFlink {
   std::vector<CPDFitem*> sources;
   CPDFitem* target = nullptr;
-  std::u16string address;  // empty where there is a name
+  std::u16string address;  // empty for a named item
 };
 
-/// The links of a document, in the order in which their names and addresses first appeared.
+/// The links of a document, in order of the first use of their names and addresses.
 class LinkTable {
  public:
-  /// The link of this name, which is made when there is none.
+  /// Returns the link with this name, creating it if necessary.
   CPDFlink& named(std::u16string_view name);
-  /// The link out of the document to this address, which is made when there is none.
+  /// Returns the link to this address outside the document, creating it if necessary.
   CPDFlink& outside(std::u16string_view address);
 
   const std::vector<CPDFlink>& entries() const { return links_; }
@@ -41,23 +41,23 @@ class LinkTable {
   Indexes byAddress_;
 };
 
-/// Where an entry of the outline belongs: how many entries were added before it, and its level.
+/// The position of an outline entry: how many entries were added before it, and its level.
 struct OutlinePlace {
   std::uint32_t order;
   int level;
 };
 
-/// Puts the links of a document, when all its pages are made, onto them and into the outline.
+/// Adds the links of a document to its pages and its outline when all pages are made.
 class LinkWriter {
  public:
   LinkWriter(PDFStuffer::CPDFFile& file, const Placements& placements, const Paper& paper, PDFStuffer::Form form)
       : file_(file), placements_(placements), paper_(paper), form_(form) {}
 
-  /// An annotation where the source stands, two when it goes over a page break.
+  /// Adds an annotation on the source, or two if the source crosses a page break.
   void addAnnotation(const CPDFitem* source, const CPDFlink& link);
-  /// @param title  null: none
+  /// @param title  null: no title
   void addOutlineEntry(std::unique_ptr<std::u16string> title, const OutlinePlace& place, const CPDFlink& link);
-  /// Puts the entries together when all of them are there.
+  /// Builds the outline tree when all entries are added.
   void finishOutline();
 
  private:
@@ -78,7 +78,7 @@ class LinkWriter {
   const Placements& placements_;
   Paper paper_;
   PDFStuffer::Form form_;
-  // The outline, its last entry, that one's last entry, and so on.
+  // The outline, its last child, the last child of that, and so on.
   std::vector<PDFStuffer::OutlineNode*> lastEntries_;
   std::vector<OutlineEntry> outline_;
 };

@@ -22,7 +22,7 @@ char* put(char* at, std::string_view words) {
   return at + words.size();
 }
 
-// Nearly every number of a page has at most three digits.
+// Nearly all numbers on a page have at most three digits.
 char* put(char* at, Points number) {
   if (number < 0 || number > 999) {
     return std::to_chars(at, at + kNumberSize, number).ptr;
@@ -40,7 +40,7 @@ char* put(char* at, Points number) {
 
 bool isEscaped(char16_t unit) { return unit == u'(' || unit == u')' || unit == u'\\'; }
 
-// Copies what a text of bytes begins with, eight at a time, as long as nothing needs care. @return how many
+// Copies the leading bytes of a text that need no escaping, eight at a time. @return how many bytes were copied
 std::size_t putPlain(std::string_view text, char* at) {
   std::size_t done = 0;
   for (; text.size() - done >= kPlainBlock; done += kPlainBlock) {
@@ -69,12 +69,12 @@ char* putEscaped(View text, char* at) {
 }
 
 std::string downward(Points distance, PDFStuffer::Form form) {
-  // The classic form puts the sign in front of whatever the number is.
+  // The classic form writes a minus sign even before a negative number or zero.
   const bool signedTwice = distance <= 0 && form == PDFStuffer::Form::Classic;
   return signedTwice ? "0 -" + std::to_string(distance) + " Td\r\n" : "0 " + std::to_string(-distance) + " Td\r\n";
 }
 
-// What is no number and a zero with a sign are not above zero either.
+// NaN and negative zero also become 0.
 double component(double value, PDFStuffer::Form form) {
   if (form == PDFStuffer::Form::Classic) {
     return value;
@@ -110,7 +110,7 @@ void PageText::moveDown(Points y) {
   }
 }
 
-// A line opens with its bracket, which showText closes.
+// The line ends with the opening parenthesis of the text, which showText closes.
 void PageText::beginText(Points x, Points y, const DrawStyle& style) {
   if (keeps_) {
     char* at = put(reserve(kTextMatrix.size() + 2 * kNumberSize + style.segmentEnd.size()), kTextMatrix);

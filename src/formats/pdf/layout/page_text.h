@@ -12,7 +12,7 @@
 
 namespace scrivalen::pdf {
 
-/// Everything about a style that its lines need, made once.
+/// The parts of a style's lines that are computed only once.
 struct DrawStyle {
   DrawStyle() = default;
   DrawStyle(const CPDFtextStyle& style, int resolvedFont, const CharWidths& charWidths, PDFStuffer::Form form);
@@ -20,14 +20,14 @@ struct DrawStyle {
   Points lead = 0;    // two thirds of the size
   Points height = 0;  // four thirds
   CharWidths widths;
-  std::string segmentEnd;  // behind the position of a line: the first step down, the font, the colour
-  std::string lineEnd;     // behind the text of a line: the next step down
+  std::string segmentEnd;  // after a line's position: the first step down, the font, the colour
+  std::string lineEnd;     // after a line's text: the next step down
 };
 
-/// "%f %f %f rg", the words that set the colour of texts and fills, without a line end.
+/// "%f %f %f rg", the operator that sets the colour of text and fills, without a line end.
 std::string fillColor(const _RGB_COLOR& color, PDFStuffer::Form form);
 
-/// Lines of a page's content (PDF 1.4, 5.3), each with its line end; or nothing of them, where only positions count.
+/// Lines of a page's content (PDF 1.4, 5.3), each with its line end. Keeps nothing if only positions are needed.
 class PageText {
  public:
   enum class Keeping { Lines, Nothing };
@@ -41,7 +41,7 @@ class PageText {
   void showText(std::string_view text, const DrawStyle& style) { show(text, style); }
   void showText(std::u16string_view text, const DrawStyle& style) { show(text, style); }
 
-  /// A rectangle of a row of them, whose height and width are the same.
+  /// One of a row of rectangles, which differ only in @p x.
   void rectangle(Points x, std::string_view rest);
   bool keepsLines() const { return keeps_; }
 

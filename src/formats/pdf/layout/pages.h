@@ -15,10 +15,11 @@
 
 namespace scrivalen::pdf {
 
-/// The pages of a document while they are laid out.
+/// The pages of a document during layout.
 ///
-/// A document is laid out twice, with the same page breaks. The first time makes the pages and finds the places on
-/// them; the second time each page's text is made, written and forgotten, so that no more than one is ever held.
+/// A document is laid out twice, with the same page breaks. The first layout creates the pages and finds the positions
+/// on them. The second one makes each page's text, writes it and drops it, so that at most one page's text is in
+/// memory.
 class Pages {
  public:
   enum class Purpose { Placing, Writing };
@@ -26,7 +27,7 @@ class Pages {
   Pages(PDFStuffer::CPDFFile& file, const FontTable& fonts, const Pool<CPDFtextStyle>& styles,
         const Pool<_RGB_COLOR>& backgrounds, const Paper& paper, PDFStuffer::Form form);
 
-  /// Begins a layout from the first page on.
+  /// Begins a layout at the first page.
   void begin(Purpose purpose);
 
   void startPage();
@@ -36,14 +37,15 @@ class Pages {
     startPage();
   }
 
-  /// The page that is being made; null when there is none.
+  /// The current page; null if there is none.
   PDFStuffer::CPDFPage* current() const { return current_; }
   std::uint64_t pageBreaks() const { return started_; }
   std::size_t count() const { return pages_.size(); }
   const Paper& paper() const { return paper_; }
   PDFStuffer::Form form() const { return form_; }
 
-  /// What looks whether a conforming page stays on its paper, when these lines are those of the file; else null.
+  /// The check for content off the paper, if the document is conforming and these lines are written to the file;
+  /// otherwise null.
   PaperWatch* paperWatch(const PageText& lines) {
     return form_ == PDFStuffer::Form::Conforming && lines.keepsLines() ? &paperWatch_ : nullptr;
   }
@@ -53,11 +55,11 @@ class Pages {
   Placements& placements() { return placements_; }
 
   const DrawStyle& drawStyle(std::uint32_t style);
-  /// The words that set the colour of a cell.
+  /// The operator that sets a cell's background colour.
   const std::string& background(std::uint32_t color);
 
  private:
-  // What was made last for a number of a pool; as many as alternate in a usual report.
+  // Caches the value made for a pool index. The cache holds as many values as alternate in a usual report.
   template <typename Value>
   struct Cached {
     bool known = false;

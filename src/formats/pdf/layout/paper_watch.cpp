@@ -13,9 +13,9 @@ Points widthOf(std::string_view text, const CharWidths& widths) {
 
 }  // namespace
 
-// Letters reach two thirds of the size above the baseline, which is the style's lead, and two ninths below it. A line
-// of several letters has been broken before it reached the width of its column; one letter is never broken, and a
-// negative size reaches no width at all.
+// Letters reach two thirds of the size, which is the style's lead, above the baseline and two ninths below it. A line
+// of several letters was broken before it reached the width of its column. A single letter cannot be broken, and text
+// of a negative size never reaches the width.
 void PaperWatch::line(std::string_view text, const DrawStyle& style, Points x, Points y, std::uint64_t page) {
   if (text.empty() || text == " ") {
     return;

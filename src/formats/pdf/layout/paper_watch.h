@@ -8,24 +8,24 @@
 
 namespace scrivalen::pdf {
 
-/// How much of a document is partly outside the paper.
+/// Counts the parts of a document that are partly off the paper.
 struct OffPaper {
   std::uint64_t paragraphs = 0;
   std::uint64_t tables = 0;
   std::uint64_t firstPage = 0;  // pages count from 1
 };
 
-/// Finds the paragraphs and tables of a conforming document that leave the paper.
+/// Finds the paragraphs and tables of a conforming document that are partly off the paper.
 ///
-/// Only one that cannot be helped does: a letter that is wider than what its column leaves of the paper, a size higher
-/// than a page, a negative size, which turns the letters around.
+/// The layout prevents this except for a letter too wide for the paper right of its column's left edge, a size higher
+/// than a page, and a negative size, which turns letters upside down.
 class PaperWatch {
  public:
   explicit PaperWatch(const Paper& paper) : paper_(paper) {}
 
-  /// A line of text that begins at @p x and whose letters reach up to @p y.
+  /// Checks a line of text that begins at @p x and whose letters reach up to @p y.
   void line(std::string_view text, const DrawStyle& style, Points x, Points y, std::uint64_t page);
-  void line(std::u16string_view, const DrawStyle&, Points, Points, std::uint64_t) {}  // no conforming text is wide
+  void line(std::u16string_view, const DrawStyle&, Points, Points, std::uint64_t) {}  // conforming text is never wide
   void frame(Points bottom, Points top, std::uint64_t page);
 
   void endParagraph() { countInto(found_.paragraphs); }
@@ -38,7 +38,7 @@ class PaperWatch {
   void countInto(std::uint64_t& count);
 
   Paper paper_;
-  bool isOutside_ = false;  // a part of the paragraph or table that is being drawn
+  bool isOutside_ = false;  // a part of the current paragraph or table
   OffPaper found_;
 };
 

@@ -11,15 +11,15 @@
 #include <cstdint>
 #include <memory>
 
-/// What a CPDFdoc keeps; null where there was no memory for it, and calls then do nothing. The report begins its
-/// document here, to write through the buffer of its own file.
+/// The state of a CPDFdoc. It is null if memory ran out for it; calls then do nothing. The report begins its document
+/// here, so that it writes through the buffer of its own file.
 struct CPDFdoc::State {
-  /// @return 0; -3 when the document could not be made, for the reason in failure
+  /// @return 0, or -3 if the document could not be created, with the reason in failure
   int begin(scrivalen::NativeFile file, int landscape);
   int begin(scrivalen::OutputBuffer& output, int landscape);
   void reset();
 
-  // Calls without an open document do nothing, nor do those after the first failure, which EndDoc reports.
+  // Calls do nothing without an open document and after the first failure, which EndDoc reports.
   template <typename Action>
   static void withDocument(const std::unique_ptr<State>& state, Action action) {
     if (state && state->document && state->failure.empty()) {
@@ -40,8 +40,8 @@ struct CPDFdoc::State {
   scrivalen::pdf::CPDFtextStyle style;
   std::uint32_t lastId = 0;
   int conforming = 0;
-  scrivalen::Reason failure;     ///< the first one of the last document
-  scrivalen::pdf::Summary last;  ///< of the document that was open last
+  scrivalen::Reason failure;     ///< the first failure of the last document
+  scrivalen::pdf::Summary last;  ///< of the document closed last
 
  private:
   template <typename MakeFile>

@@ -62,7 +62,7 @@ constexpr NamedColor kColors[] = {{L"black", {0, 0, 0}},
 constexpr _RGB_COLOR kWhite{1, 1, 1};
 constexpr _RGB_COLOR kHeaderGrey{0.75, 0.75, 0.75};
 
-// The first letter has to be a small one, the case of the others does not count: so it has always been.
+// The first letter must be lower case; the case of the others is ignored. Existing callers rely on this.
 _RGB_COLOR colorNamed(const wchar_t* text) {
   const std::wstring_view name = text ? text : L"";
   const auto found = std::find_if(std::begin(kColors), std::end(kColors), [name](const NamedColor& row) {
@@ -71,7 +71,7 @@ _RGB_COLOR colorNamed(const wchar_t* text) {
   return found == std::end(kColors) ? kWhite : found->color;
 }
 
-// Poppler goes by the length that a stream announces, which in the classic form is twice the true one.
+// Poppler trusts a stream's Length, which in the classic form is twice the true one.
 void logMisreading(const wchar_t* file) noexcept {
   try {
     CLog::Bug2(FMT::Format(

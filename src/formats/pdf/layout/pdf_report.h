@@ -4,10 +4,10 @@
 #include "scrivalen/pdf_doc.h"
 #include "scrivalen/report.h"
 
-/// Writes a report as PDF, in Times: body text of 8 points, headings of 20 down to 12.
+/// Writes a report as PDF, in Times: body text in 8 points, headings in 20 down to 12.
 class PDFReport final : public AReport {
  public:
-  /// Raises std::bad_alloc where there is no memory for the document.
+  /// Raises std::bad_alloc if memory runs out for the document.
   PDFReport();
   REPORT_ERRORS Open() override { return Open(GetOutputFileName()); }
   REPORT_ERRORS Open(const wchar_t* file) override;
@@ -34,7 +34,7 @@ class PDFReport final : public AReport {
   void EndCell(const wchar_t* text, int header) override;
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void Link(const wchar_t* text, const wchar_t* target) override { document_.HyperLink(text, target); }
-  /// Knows OPTION_LANDSCAPE and OPTION_CONFORMING, both from the next Open.
+  /// Supports OPTION_LANDSCAPE and OPTION_CONFORMING, both effective from the next Open.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:

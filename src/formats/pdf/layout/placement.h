@@ -9,7 +9,7 @@ namespace scrivalen::pdf {
 
 class CPDFitem;
 
-/// Where a laid-out item stands.
+/// The position of a laid-out item.
 struct Placement {
   PDFStuffer::CPDFPage* startPage = nullptr;
   PDFStuffer::CPDFPage* endPage = nullptr;

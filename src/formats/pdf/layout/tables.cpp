@@ -8,10 +8,10 @@ namespace scrivalen::pdf {
 namespace {
 
 constexpr Points kCellIndent = 1;
-constexpr Points kFrameLift = 3;  // of a row's lower edge, above its lowest text
+constexpr Points kFrameLift = 3;  // how far a row's frame is raised
 
-// Of columns that have no cell. More columns than the paper has points have no width: their frames are all in one
-// place, where a thousand of them look like two thousand million.
+// Limits the columns without cells. If there are more columns than points across the paper, columns have no width and
+// their frames coincide, so a thousand of them look like two billion.
 constexpr std::int32_t kMaxEmptyColumns = 1000;
 
 }  // namespace
@@ -59,9 +59,9 @@ Points CPDFtableRow::layOutCells(Pages& pages, PageText& lines, const Columns& c
   return bottom;
 }
 
-// A row is tried first: when a cell runs off the page, which breaks it for good, the row begins on the next one; then
-// it is tried again for its height, and only then laid out. Without a page break all three give the same lines, so the
-// first layout, which keeps no lines, does with the trial, and the second one with its height.
+// A row is laid out on trial first. If a cell runs off the page, the page break stays and the row begins on the next
+// page; a second trial finds its height, and only then is the row drawn. Without a page break all three give the same
+// lines. The first layout, which keeps no lines, then needs only the trial, and the second one only the height.
 Points CPDFtableRow::Layout(Pages& pages, PageText& lines, Points y) {
   const Columns columns(pages.paper(), columns_);
   if (height_ != kUnknown) {

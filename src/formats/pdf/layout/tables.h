@@ -17,13 +17,13 @@ class CPDFtable final : public CPDFitem {
   ItemList rows;
 };
 
-/// The columns of a row, all of one width.
+/// The columns of a row, all of the same width.
 class Columns {
  public:
   Columns(const Paper& paper, std::int32_t count) : width_(count == 0 ? 0 : paper.usableWidth() / count) {}
 
   Points width() const { return width_; }
-  /// The left edge of a column; they count from 0.
+  /// The left edge of a column; columns are numbered from 0.
   Points left(std::int32_t column) const { return kLeftMargin + column * width_; }
 
  private:
@@ -54,7 +54,7 @@ class CPDFtableRow final : public CPDFitem {
 
   struct Trial {
     Points bottom;
-    bool ranOff;  // a cell ended above where it began
+    bool ranOff;  // a cell ended higher than it began, so on another page
   };
 
   Trial tryCells(Pages& pages, const Columns& columns, Points y) const;
@@ -64,7 +64,7 @@ class CPDFtableRow final : public CPDFitem {
   std::int32_t columns_;
   std::int32_t cellCount_ = 0;
   ItemList cells_;
-  Points height_ = kUnknown;  // found by the first layout when the row breaks no page
+  Points height_ = kUnknown;  // found by the first layout if the row causes no page break
 };
 
 }  // namespace scrivalen::pdf

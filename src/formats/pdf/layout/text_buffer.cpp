@@ -52,7 +52,7 @@ LossCounter TextBuffer::appendSigns(std::wstring_view text) {
   return loss;
 }
 
-// An escape begins the name of a language (PDF 1.4, 3.8.1); the other control characters mean nothing.
+// ESC begins a language code (PDF 1.4, 3.8.1); the other control characters have no meaning.
 LossCounter TextBuffer::appendTitle(std::wstring_view text) {
   LossCounter loss;
   std::wstring title(text);

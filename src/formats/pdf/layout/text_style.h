@@ -12,7 +12,7 @@ namespace scrivalen::pdf {
 
 inline constexpr _RGB_COLOR kBlack{0, 0, 0};
 
-/// How an item is drawn.
+/// The style of an item's text.
 struct CPDFtextStyle {
   int font = 0;
   int size = 12;
@@ -22,7 +22,7 @@ struct CPDFtextStyle {
   _RGB_COLOR color = kBlack;
 };
 
-/// The number of the style that items have until something is written into them.
+/// The index of the style of items without text.
 inline constexpr std::uint32_t kDefaultStyle = 0;
 
 using PoolKey = std::array<std::uint64_t, 5>;
@@ -40,7 +40,7 @@ inline PoolKey keyOf(const CPDFtextStyle& style) {
   return key;
 }
 
-/// Keeps each value once. A million items that look alike then share a number of 32 bits.
+/// Stores each distinct value once, so that items keep only a 32-bit index.
 template <typename Value>
 class Pool {
  public:

@@ -4,7 +4,7 @@
 
 namespace scrivalen::pdf {
 
-/// Whole points. Of 64 bits, so that no font size that a host may set overflows.
+/// Whole points, in 64 bits so that no font size set by a host overflows.
 using Points = std::int64_t;
 
 inline constexpr Points kLeftMargin = 50;
