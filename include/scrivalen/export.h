@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// SCRIVALEN_API marks what the library exports; everything else stays hidden.
-/// Define SCRIVALEN_STATIC before including a header when the library's objects are linked in directly.
+/// SCRIVALEN_API marks the exported symbols; all others stay hidden.
+/// Define SCRIVALEN_STATIC before including a header when linking the static library.
 
 #if defined(SCRIVALEN_STATIC)
 #define SCRIVALEN_API

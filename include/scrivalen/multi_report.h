@@ -10,40 +10,40 @@
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 #endif
 
-/// Writes one report in several formats at once: it forwards every call to the reports it creates, in the order in
-/// which they were added. Quoting is not forwarded and returns its argument unchanged.
+/// Writes one report in several formats at once: it forwards every call to its reports, in the order in which they were
+/// added. Quoting is not forwarded and returns its argument unchanged.
 class SCRIVALEN_API MultiReport : public AReport {
  public:
   MultiReport();
-  /// The copy shares the children of the source.
+  /// The copy shares the reports of the source.
   MultiReport(const MultiReport& other);
   MultiReport& operator=(const MultiReport& other);
-  /// Neither closes nor writes anything: call Close and Clear first. A child that is still there keeps its file open
+  /// Neither closes nor writes anything: call Close and Clear first. A report that is still open keeps its file open
   /// until the process ends.
   ~MultiReport();
 
-  /// Adds a report. Properties, styles, the separator and options given earlier do not reach it. Several reports of one
-  /// format are allowed, each with a file of its own.
-  /// @param format        a number that is no format adds nothing, which is logged
+  /// Adds a report. Properties, styles, the separator and options set earlier do not apply to it. Several reports of
+  /// one format are allowed, each with its own file.
+  /// @param format        an unknown format adds nothing, which is logged
   /// @param file          its output file; null or empty: nothing is added
-  /// @param templateFile  its template's file name (HTML); may be null. Help takes "default.htm" always
+  /// @param templateFile  its template's file name (HTML); may be null. Help always uses "default.htm"
   void AddReport(REPORT_FORMAT format, const wchar_t* file, const wchar_t* templateFile);
-  /// Releases every report. Nothing is written or closed: a report that is still open keeps its file open, with what
-  /// was not yet flushed lost, until the process ends.
+  /// Releases every report. Nothing is written or closed: a report that is still open keeps its file open until the
+  /// process ends, and its unflushed bytes are lost.
   void Clear();
-  /// Sets the style sheet text of every report present; the MultiReport keeps none.
+  /// Sets the style sheet text of the reports added so far; the MultiReport keeps none.
   void SetStyles(const wchar_t* text);
 
   /// Opens every report under its own name.
-  /// @return REPORT_FILE_ERROR at the first that fails, with its error text; those after it are not opened. So it is
-  ///         too when memory ran out for an AddReport since the last Clear: then no report is opened
+  /// @return REPORT_FILE_ERROR at the first that fails, with its error text; the reports after it are not opened.
+  ///         REPORT_FILE_ERROR too if an AddReport since the last Clear ran out of memory: then no report is opened
   REPORT_ERRORS Open() override;
   /// Opens every report under one name; meant for a single report. A report that fails leaves the error text unchanged.
   REPORT_ERRORS Open(const wchar_t* file) override;
   /// Closes every report.
   /// @return the first result that is not REPORT_OK, with that report's error text
   REPORT_ERRORS Close() override;
-  /// Adds the property to every report present; the MultiReport keeps none, so its GetProperty finds nothing.
+  /// Adds the property to the reports added so far; the MultiReport keeps none, so its GetProperty finds nothing.
   void AddProperty(const wchar_t* name, const wchar_t* value) override;
   void SetColumnSeparator(const std::wstring& separator) override;
   void Text(const wchar_t* text, PARAGRAPH_TYPE type, const wchar_t* style, int raw) override;
@@ -71,7 +71,7 @@ class SCRIVALEN_API MultiReport : public AReport {
   void Cell(const wchar_t* text, int header, const wchar_t* attributes) override;
   void SetCellColor(const wchar_t* color) override;
   void Link(const wchar_t* text, const wchar_t* target) override;
-  /// Sets the option of every report present.
+  /// Sets the option in the reports added so far.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
  private:

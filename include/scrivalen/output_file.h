@@ -6,8 +6,8 @@
 #include <cstdint>
 #include <memory>
 
-/// A byte stream that is open for writing. A host may derive its own (memory, a socket) and hand it to RTFdoc::BegDoc
-/// or to HtmlReport::Open; neither owns it.
+/// A byte stream that is open for writing. A host may derive its own (memory, a socket) and pass it to RTFdoc::BegDoc
+/// or to HtmlReport::Open; neither takes ownership.
 class SCRIVALEN_API OutputFile {
  public:
   OutputFile();
@@ -15,9 +15,10 @@ class SCRIVALEN_API OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
   virtual ~OutputFile();
 
-  /// Appends bytes. What it raises passes through RTFdoc to the caller; HtmlReport keeps it, and Close reports it.
-  /// @param data  the bytes; not null unless @p size is 0; only read during the call
-  /// @param size  how many bytes
+  /// Appends bytes. An exception thrown here passes through RTFdoc to the caller; HtmlReport catches it, and Close
+  /// reports it.
+  /// @param data  the bytes; not null unless @p size is 0; read during the call only
+  /// @param size  the number of bytes
   virtual void Write(const void* data, std::size_t size) = 0;
 };
 
@@ -31,56 +32,56 @@ void giveUp(ReportFile& file, const wchar_t* reason);
 
 /// A file on disk, open for writing by this object alone and buffered (64 KiB).
 ///
-/// The first write that fails is remembered with the system's reason and logged once; later writes do nothing, and
-/// Flush and Close return false. Nothing is ever raised: a file for which memory runs out cannot be opened.
+/// The first failed write is remembered with the system's reason and logged once; later writes do nothing, and Flush
+/// and Close return false. Nothing is ever thrown: if memory runs out, the file cannot be opened.
 class SCRIVALEN_API ReportFile : public OutputFile {
  public:
   ReportFile();
-  /// Closes the file when it is still open; a failure is logged.
+  /// Closes the file if it is still open; a failure is logged.
   ~ReportFile() override;
 
-  /// Creates or truncates a file for writing, with exclusive sharing: a file that anyone holds open for writing through
-  /// this library is refused and stays untouched. On Linux other programs do not notice that it is held.
-  /// @param name  the file's path, whose folder must exist; null is an empty path
-  /// @return true when the file is open; false with the reason in Error, or when this object has a file open already,
-  ///         which stays open
+  /// Creates or truncates a file for exclusive writing: a file that is already open for writing through this library is
+  /// refused and left untouched. On Linux the lock is advisory: programs that do not check it can still write the file.
+  /// @param name  the file's path; its folder must exist; null is an empty path
+  /// @return true if the file was opened; false with the reason in Error otherwise. False too if this object already
+  ///         has a file open, which stays open
   bool Open(const wchar_t* name);
 
-  /// Appends bytes; without an open file it does nothing.
+  /// Appends bytes; does nothing without an open file.
   void Write(const void* data, std::size_t size) override;
 
-  /// The number of bytes written since Open, those in the buffer included; 0 without an open file.
+  /// The number of bytes written since Open, including those in the buffer; 0 without an open file.
   std::uint64_t Position() const;
 
-  /// Hands the buffered bytes to the operating system; it does not wait for the disk.
-  /// @return false when bytes were lost since Open
+  /// Passes the buffered bytes to the operating system; does not wait for the disk.
+  /// @return false if bytes were lost since Open
   bool Flush();
 
   /// Flushes and closes the file; harmless without an open file.
-  /// @return false when bytes written since Open did not all reach the file; WriteError says why
+  /// @return false if not all bytes written since Open reached the file; WriteError says why
   bool Close();
 
-  /// Whether there is a file between Open and Close.
+  /// Whether a file is open.
   bool IsOpen() const;
 
-  /// The operating system's handle: a HANDLE on Windows, a file descriptor carried in the pointer on Linux; null
-  /// without an open file. A descriptor is 3 or above, so that none is mistaken for null. Bytes written around this
-  /// object must follow a Flush.
+  /// The operating system's handle: a HANDLE on Windows, a file descriptor cast to a pointer on Linux; null without an
+  /// open file. A descriptor is 3 or above, so that none is mistaken for null. Call Flush before writing to the handle
+  /// directly.
   void* Handle() const;
 
-  /// The path that was given to Open last; never null.
+  /// The path last passed to Open; never null.
   const wchar_t* Name() const;
 
-  /// Why the last opening failed; empty when it did not. Valid until the next opening.
+  /// Why the last Open failed; empty if it succeeded. Valid until the next Open.
   const wchar_t* Error() const;
 
-  /// The system's text for the first failed write since Open; empty when there was none. Valid until the next opening.
+  /// The system's text for the first failed write since Open; empty if there was none. Valid until the next Open.
   const wchar_t* WriteError() const;
 
  private:
-  /// The library's own writers put their bytes into the buffer instead of handing them over.
+  /// The library's own writers write their bytes directly into the buffer.
   friend scrivalen::OutputBuffer* scrivalen::bufferOf(ReportFile& file);
-  /// A writer that cannot go on lets its file fail: nothing more is written, and Close returns false.
+  /// Makes the file of a writer that cannot continue fail: nothing more is written, and Close returns false.
   friend void scrivalen::giveUp(ReportFile& file, const wchar_t* reason);
   struct State;
   std::unique_ptr<State> state_;

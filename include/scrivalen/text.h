@@ -6,7 +6,7 @@
 #include <string_view>
 
 /// Conversions between UTF-8 and the wide text of the interface: UTF-16 code units on Windows, code points on Linux.
-/// They raise nothing: when memory runs out, that is logged and the result is empty.
+/// They throw nothing: when memory runs out, this is logged and the result is empty.
 namespace scrivalen {
 
 /// @param text  UTF-8; every maximal ill-formed sequence (Unicode 15, 3.9) becomes one U+FFFD
