@@ -13,7 +13,7 @@ void Reason::keep(std::wstring_view reason) noexcept {
   if (!empty()) {
     return;
   }
-  const std::wstring_view kept = reason.empty() ? L"The reason is not kept" : reason;
+  const std::wstring_view kept = reason.empty() ? L"The reason is not known" : reason;
   size_ = std::min(kept.size(), std::size(text_) - 1);
   *std::copy_n(kept.begin(), size_, text_) = L'\0';
 }
