@@ -7,8 +7,7 @@
 
 namespace PDFStuffer {
 
-/// A link on a page (PDF 1.4, 8.4.5) to a place in the same document or to an address, without a visible
-/// border.
+/// A link on a page (PDF 1.4, 8.4.5) to a destination in the document or to an address, without a visible border.
 class CPDFAnnot final : public CPDFDictionary {
  public:
   explicit CPDFAnnot(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
@@ -18,7 +17,7 @@ class CPDFAnnot final : public CPDFDictionary {
 
   /// In points from the page's lower left corner.
   CPDFRect rect;
-  /// Where it leads out of the document, in ASCII; when empty, it leads to the destination.
+  /// The target address in ASCII; if empty, the link leads to the destination.
   std::u16string address;
   CPDFIndirectRef destination;
   CPDFNumber destLeft;

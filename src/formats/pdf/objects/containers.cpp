@@ -8,7 +8,7 @@
 namespace PDFStuffer {
 namespace {
 
-// What a value that fails has written until then stays.
+// A value that fails keeps the bytes it has already written.
 void writeValue(CPDFObject& value, CPDFMemBlock& out) {
   try {
     value.Write(out);

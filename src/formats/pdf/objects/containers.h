@@ -14,7 +14,7 @@ namespace PDFStuffer {
 class CPDFArray final : public CPDFObject {
  public:
   void Write(CPDFMemBlock& out) override;
-  /// Whether each element ends with a line instead of a blank.
+  /// Whether each element is followed by a line end instead of a blank.
   virtual void SetLineBreaks(bool on) { lineBreaks = on; }
 
   void Append(std::unique_ptr<CPDFObject> element) { elements.push_back(std::move(element)); }
@@ -28,7 +28,7 @@ struct CPDFDictionaryEntry {
   std::unique_ptr<CPDFObject> key;  // deleted first
 };
 
-/// A dictionary (PDF 1.4, 3.2.6), which owns its keys and values. A key that is added twice is written twice.
+/// A dictionary (PDF 1.4, 3.2.6), which owns its keys and values. A key added twice is written twice.
 class CPDFDictionary : public CPDFObject {
  public:
   CPDFDictionary() { dictionaryFlag = true; }
@@ -52,13 +52,13 @@ class CPDFDictionary : public CPDFObject {
   void addNamed(const char16_t* key, std::unique_ptr<CPDFObject> value);
 };
 
-/// A stream (PDF 1.4, 3.2.7). The classic form announces two bytes for each that is written.
+/// A stream (PDF 1.4, 3.2.7). In the classic form its Length is twice the true one.
 class CPDFStream final : public CPDFObject {
  public:
   explicit CPDFStream(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
-  /// Adds a "Length" to the dictionary each time.
+  /// Adds a "Length" entry to the dictionary on each call.
   void Write(CPDFMemBlock& out) override;
-  /// What Write appends before and after the data, for data of @p length bytes that are not kept here.
+  /// Write the parts before and after the data, for @p length bytes of data that are not stored here.
   void writeHead(CPDFMemBlock& out, std::uint64_t length);
   void writeTail(CPDFMemBlock& out) const;
 

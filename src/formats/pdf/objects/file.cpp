@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::size_t kObjectsPerFlush = 50;
 constexpr std::uint64_t kFreeGeneration = 65535;
-constexpr std::uint64_t kMaxOffset = 9999999999;  // ten digits is what a line of the table has room for
+constexpr std::uint64_t kMaxOffset = 9999999999;  // a line of the table has ten digits
 
 // PDF 1.4, table 3.16.
 constexpr std::u16string_view kPageModes[] = {u"UseNone", u"UseOutlines", u"UseThumbs", u"FullScreen"};
@@ -47,7 +47,7 @@ CPDFCatalog::CPDFCatalog(std::uint32_t& nextObjectNumber) {
 void CPDFCatalog::Write(CPDFMemBlock& out) {
   children.push_back(pages);
   addReference(u"Pages", pages);
-  // An outline without entries is not announced; the classic form names it though it is not even in the file.
+  // An outline without entries is left out; the classic form refers to it although the file does not contain it.
   if (hasOutlines && !(out.isConforming() && outlines && !outlines->first)) {
     addReference(u"Outlines", outlines);
   }
@@ -148,7 +148,7 @@ void CPDFFile::setTitle(std::u16string title) {
   trailer->info = &info;
 }
 
-// Each code unit is one byte of the file, its low one.
+// The low byte of each code unit is written.
 void CPDFFile::WriteText(std::u16string_view text) {
   for (const char16_t unit : text) {
     output_.put(static_cast<char>(unit & 0xFF));
@@ -171,7 +171,7 @@ CPDFObject& CPDFFile::beginNextObject() {
   return object;
 }
 
-// What an object raises costs the file the rest of that object; memory that has run out costs it all that follows.
+// After another exception, only the rest of this object is lost; after bad_alloc, the rest of the file.
 template <typename Write>
 void CPDFFile::writePart(Write write) {
   block_.Rewind();
@@ -229,7 +229,7 @@ void CPDFFile::saveThrough(CPDFStream& stream, std::string_view content) {
   writePart([&](CPDFMemBlock& out) { stream.writeHead(out, content.size()); });
   output_.write(content.data(), content.size());
   writePart([&](CPDFMemBlock& out) { stream.writeTail(out); });
-  stream.dictionary.entries = std::vector<CPDFDictionaryEntry>();  // there is a stream for each page
+  stream.dictionary.entries = std::vector<CPDFDictionaryEntry>();  // frees memory: there is a stream for each page
 }
 
 void CPDFFile::endSave() {

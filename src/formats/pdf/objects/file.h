@@ -36,7 +36,8 @@ class CPDFCatalog final : public CPDFDictionary {
 
 using ObjectRegistry = std::vector<std::unique_ptr<CPDFObject>>;
 
-/// The table of where each object begins (PDF 1.4, 3.4.3). Its own offset is that of the table.
+/// The cross-reference table (PDF 1.4, 3.4.3), which lists the offset of each object. Its fileOffset is the offset of
+/// the table itself.
 class CPDFXRefs final : public CPDFObject {
  public:
   void Write(CPDFMemBlock& out) override;
@@ -44,13 +45,13 @@ class CPDFXRefs final : public CPDFObject {
   const ObjectRegistry* objects = nullptr;
 };
 
-/// What a document says of itself (PDF 1.4, 9.2.1).
+/// The document information dictionary (PDF 1.4, 9.2.1).
 class CPDFInfo final : public CPDFDictionary {
  public:
   explicit CPDFInfo(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
 };
 
-/// What stands behind the table (PDF 1.4, 3.4.4).
+/// The trailer after the cross-reference table (PDF 1.4, 3.4.4).
 class CPDFTrailer final : public CPDFDictionary {
  public:
   void Write(CPDFMemBlock& out) override;
@@ -60,7 +61,7 @@ class CPDFTrailer final : public CPDFDictionary {
   const CPDFInfo* info = nullptr;
 };
 
-/// A font of the file and the name under which pages list it.
+/// A font of the file and its resource name on pages.
 struct FontRecord {
   std::uint32_t objectNumber = 0;
   std::uint32_t generation = 0;
@@ -68,22 +69,22 @@ struct FontRecord {
   CPDFStandardFont* font = nullptr;
 };
 
-/// A PDF file: it numbers the objects, owns them, and writes them in their order with the table that finds them.
+/// A PDF file. It numbers the objects, owns them, and writes them in order, followed by the cross-reference table.
 ///
-/// An object takes its number when it is made and its place in the table when it is registered, so each is registered
-/// before the next is made. What a call raises because memory runs out leaves the file in no state to go on.
+/// An object takes its number when it is created and its place in the table when it is registered, so register each one
+/// before creating the next. After std::bad_alloc the file is unusable.
 class CPDFFile {
  public:
-  /// @param file  open for writing; not closed unless callerOwnsHandle is cleared; must outlive this
+  /// @param file  open for writing; closed only if callerOwnsHandle is cleared; must outlive this object
   CPDFFile(scrivalen::NativeFile file, Form form);
-  /// @param output  takes the bytes instead of a handle, and reports those it loses itself; not owned; must outlive
-  /// this
+  /// @param output  receives the bytes instead of a handle, and reports its own errors; not owned; must outlive this
+  /// object
   CPDFFile(scrivalen::OutputBuffer& output, Form form);
   CPDFFile(const CPDFFile&) = delete;
   CPDFFile& operator=(const CPDFFile&) = delete;
   virtual ~CPDFFile();
 
-  /// Registers an object, which belongs to the file from now on.
+  /// Registers an object, which the file then owns.
   template <typename Object>
   Object& AddObject(std::unique_ptr<Object> object) {
     Object& added = *object;
@@ -91,7 +92,7 @@ class CPDFFile {
     return added;
   }
 
-  /// Makes an object under the next number and registers it.
+  /// Creates an object with the next number and registers it.
   template <typename Object>
   Object& make() {
     return AddObject(std::make_unique<Object>(nextObjectNumber));
@@ -101,23 +102,24 @@ class CPDFFile {
   CPDFAnnot* AddAnnotation();
   void CreateOutlines();
   CPDFStandardFont* AddStandardFont(std::u16string name, PDF_STANDARD_FONT_FACE face);
-  /// @param mode  null takes the mode away
+  /// @param mode  null removes the mode
   void SetPageMode(const std::u16string* mode);
-  /// Lets the document say its title.
+  /// Adds an information dictionary with the document's title.
   void setTitle(std::u16string title);
 
-  /// Writes the file. @return false when the handle is the invalid one; then nothing is written
+  /// Writes the file. @return false, with nothing written, if the handle is the invalid one
   bool Save();
 
-  /// Save in steps, so that content can be made just before it is written: the head; the objects not yet written, up to
-  /// a registered stream, which gets this content; the rest, the table and the trailer.
+  /// Save in steps, so that content can be made just before it is written. beginSave writes the header; saveThrough the
+  /// objects up to and including a registered stream, with the given content; endSave the remaining objects, the table
+  /// and the trailer.
   bool beginSave();
   void saveThrough(CPDFStream& stream, std::string_view content);
   void endSave();
 
-  /// Whether everything is in the file: it was made, the handle has taken it, and the table finds it.
+  /// Whether the file is complete: every object was made and written, and the table can address it.
   bool isWhole() const { return reason_.empty(); }
-  /// The first reason why not.
+  /// The first reason why it is not.
   std::wstring_view writeError() const { return reason_.text(); }
 
   std::u16string header = u"%PDF-1.4\n";
@@ -152,12 +154,12 @@ class CPDFFile {
   void writeObject(CPDFObject& object);
   std::uint64_t position() const { return start_ + output_.position(); }
 
-  CPDFMemBlock block_;  // one object at a time; its memory serves all
+  CPDFMemBlock block_;  // holds one object at a time; its memory is reused
   scrivalen::Reason reason_;
   std::unique_ptr<HandleOutput> handleOutput_;
   scrivalen::OutputBuffer& output_;
   std::uint64_t start_ = 0;
-  std::size_t written_ = 0;  // objects
+  std::size_t written_ = 0;  // number of objects written
 };
 
 }  // namespace PDFStuffer

@@ -9,7 +9,7 @@ namespace {
 
 constexpr const char16_t* kBadSubtype = u"BADFont";
 
-// The gap is old; files with it are known.
+// The gap at index 2 is kept for compatibility with existing files.
 constexpr std::array kSubtypes = {u"Type0", u"Type1",    kBadSubtype,     u"MMType1",
                                   u"Type3", u"TrueType", u"CIDFontType0", u"CIDFontType2"};
 
@@ -17,7 +17,7 @@ constexpr std::int32_t kType1 = 1;
 
 struct BaseFont {
   const char16_t* name;
-  const char16_t* standard;  // the one of the 14 fonts of PDF 1.4, 5.5.1: others have to bring their widths
+  const char16_t* standard;  // one of the 14 standard fonts (PDF 1.4, 5.5.1); any other font needs a Widths entry
 };
 
 constexpr std::array<BaseFont, 19> kBaseFonts = {{{u"Times-Roman", u"Times-Roman"},
@@ -53,7 +53,7 @@ const char16_t* baseFontName(PDF_STANDARD_FONT_FACE face, Form form) {
   return form == Form::Conforming ? font.standard : font.name;
 }
 
-// A reference to an object of which only the number is known.
+// A reference to an object known only by its number.
 class NumberedRef final : public CPDFObject {
  public:
   explicit NumberedRef(std::uint32_t number) { numbered_.objectNumber = number; }

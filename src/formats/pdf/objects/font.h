@@ -9,14 +9,14 @@
 
 namespace PDFStuffer {
 
-/// A dictionary that pages list under its resource name.
+/// The base of fonts, which pages list by resource name.
 class CPDFFontBase : public CPDFDictionary {
  public:
   void Write(CPDFMemBlock& out) override;
   virtual const std::u16string& resourceName() const { return name; }
 
   std::u16string name;
-  /// The number of the object that maps codes to Unicode; 0: none.
+  /// The number of the object that maps codes to Unicode; 0 if there is none.
   std::uint32_t toUnicode = 0;
 };
 
@@ -29,24 +29,24 @@ class CPDFFont : public CPDFFontBase {
   void Write(CPDFMemBlock& out) override;
 
   std::u16string baseFont;
-  /// An index into the subtypes of fonts: 1 is Type1.
+  /// An index into the font subtypes; 1 is Type1.
   std::int32_t subtype = 0;
   std::uint32_t firstChar = kNoChar;
   std::uint32_t lastChar = kNoChar;
-  /// Written once: the dictionary takes it over.
+  /// Written once: Write moves it into the dictionary.
   std::unique_ptr<CPDFArray> widths;
-  /// The number of the descriptor; 0: none.
+  /// The number of the font descriptor; 0 if there is none.
   std::uint32_t fontDescriptor = 0;
   std::u16string encodingName;
-  /// Written once, when there is no name: the dictionary takes it over.
+  /// Written once, if there is no name: Write moves it into the dictionary.
   std::unique_ptr<CPDFObject> encoding;
 };
 
-/// Whether a font has signs of its own instead of letters, in an encoding of its own (PDF 1.4, 5.5.5).
+/// Whether a font has symbols instead of letters, in its own encoding (PDF 1.4, 5.5.5).
 bool isSymbolic(PDF_STANDARD_FONT_FACE face);
 
-/// One of the fonts that every reader has (PDF 1.4, 5.5.1), and some that most have. The conforming form names the
-/// former only, the one that looks like the face, and no encoding for one that is symbolic.
+/// One of the 14 standard fonts, which every reader has (PDF 1.4, 5.5.1), or a common alias. The conforming form
+/// replaces an alias by the matching standard font and gives a symbolic font no encoding.
 class CPDFStandardFont final : public CPDFFont {
  public:
   using CPDFFont::CPDFFont;

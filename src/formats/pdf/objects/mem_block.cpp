@@ -21,7 +21,8 @@ void CPDFMemBlock::Reserve(std::uint64_t extra) {
   free += extra;
 }
 
-// The sizes grow by what is missing; the memory grows by doubling, or a long list would be copied for each entry.
+// The public sizes grow by what is needed, the memory by doubling; otherwise each entry of a long list would cause a
+// copy.
 bool CPDFMemBlock::growCapacity(std::uint64_t needed) {
   if (data && needed <= capacity_) {
     return true;
@@ -37,8 +38,8 @@ bool CPDFMemBlock::growCapacity(std::uint64_t needed) {
   return false;
 }
 
-// Text that was dropped has a place all the same: once there is memory for it, the file gets zeros there, not whatever
-// the memory held.
+// Dropped text still occupies its place. If memory for that place becomes available later, it is zeroed, so that no
+// uninitialized bytes reach the file.
 void CPDFMemBlock::zeroDropped(std::uint64_t usable) {
   if (const std::uint64_t end = std::min(length(), usable); end > usable_) {
     std::memset(data.get() + usable_, 0, static_cast<std::size_t>(end - usable_));
@@ -51,7 +52,7 @@ void CPDFMemBlock::Rewind() {
   isWhole_ = true;
 }
 
-// Where the next code units go; null when there is no memory for them.
+// The place for the next code units; null if there is no memory for them.
 char* CPDFMemBlock::take(std::size_t length) {
   if (length == 0) {
     return nullptr;

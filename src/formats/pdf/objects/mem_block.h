@@ -7,12 +7,13 @@
 
 namespace PDFStuffer {
 
-/// Whether a file keeps the bytes it has always had, or follows PDF 1.4 where those do not.
+/// Whether a file keeps its traditional bytes or follows PDF 1.4 where they do not.
 enum class Form { Classic, Conforming };
 
-/// A growable text on its way to the file, with the form in which it is to be written.
+/// A growable buffer for text on its way to the file, with the form to write it in.
 ///
-/// Texts are UTF-16. Of each code unit the file gets the low byte, and only that is kept: a page's content is long.
+/// Texts are UTF-16, but only the low byte of each code unit is stored, as it is written to the file: page content is
+/// long.
 class CPDFMemBlock {
  public:
   explicit CPDFMemBlock(Form form = Form::Classic) : form_(form) {}
@@ -20,7 +21,7 @@ class CPDFMemBlock {
   CPDFMemBlock& operator=(const CPDFMemBlock&) = delete;
   virtual ~CPDFMemBlock() = default;
 
-  /// Makes room. When memory is exhausted the sizes grow all the same, and what does not fit is dropped in silence.
+  /// Increases the capacity. If memory runs out, the sizes still grow, and text that does not fit is silently dropped.
   void Reserve(std::uint64_t extra);
 
   void Append(std::u16string_view text);
@@ -31,11 +32,11 @@ class CPDFMemBlock {
   }
 
   std::string_view text() const;
-  /// Forgets the text and keeps its room for the next one; room for which there was no memory is forgotten too.
+  /// Clears the text and keeps the allocated capacity for the next one. Capacity without memory is given up.
   void Rewind();
-  /// How many code units were appended.
+  /// The number of code units appended.
   std::uint64_t length() const { return size - free; }
-  /// Whether everything that was to be written into it is there; what is lost is left out in silence.
+  /// Whether no text was lost; lost text is left out silently.
   bool isWhole() const { return isWhole_; }
   void noteLoss() { isWhole_ = false; }
   Form form() const { return form_; }
@@ -45,7 +46,7 @@ class CPDFMemBlock {
     void operator()(char* bytes) const { std::free(bytes); }
   };
   std::unique_ptr<char, Release> data;
-  /// How many code units there is room for, and for how many of them still.
+  /// The capacity and the free part of it, in code units.
   std::uint64_t size = 0;
   std::uint64_t free = 0;
 
@@ -56,8 +57,8 @@ class CPDFMemBlock {
 
   Form form_;
   bool isWhole_ = true;
-  std::uint64_t usable_ = 0;  // for how much of the size there is memory; once text was dropped, how much of it is kept
-  std::uint64_t capacity_ = 0;  // how many bytes there are behind data
+  std::uint64_t usable_ = 0;    // the part of the size that has memory; once text was dropped, the part kept
+  std::uint64_t capacity_ = 0;  // the bytes allocated at data
 };
 
 }  // namespace PDFStuffer

@@ -7,7 +7,8 @@
 
 namespace PDFStuffer {
 
-/// An object of a PDF file (PDF 1.4, 3.2). One with a number stands in the file by itself, one without inside another.
+/// An object of a PDF file (PDF 1.4, 3.2). An object with a number is an indirect object of the file; one without a
+/// number is part of another object.
 class CPDFObject {
  public:
   CPDFObject() = default;
@@ -23,9 +24,9 @@ class CPDFObject {
 
   std::uint32_t objectNumber = 0;
   std::uint32_t generation = 0;
-  /// Where the object begins in the file; of 64 bits, so that a file above 4 GiB has a right table.
+  /// The offset at which the object begins in the file, in 64 bits, so that the table of a file above 4 GiB is correct.
   std::uint64_t fileOffset = 0;
-  /// Set by what is like a dictionary; no reader of it is known.
+  /// Set by dictionary-like objects; not read by the library.
   bool dictionaryFlag = false;
   /// Not owned.
   std::vector<CPDFObject*> children;

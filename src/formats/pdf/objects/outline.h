@@ -10,7 +10,7 @@ namespace PDFStuffer {
 
 class CPDFOutLine;
 
-/// What has entries below it: the outline itself and each of its entries. The entries belong to the file.
+/// A node with child entries: the outline or one of its entries. The entries belong to the file.
 class OutlineNode : public CPDFDictionary {
  public:
   explicit OutlineNode(std::uint32_t& nextObjectNumber) { objectNumber = nextObjectNumber++; }
@@ -20,29 +20,29 @@ class OutlineNode : public CPDFDictionary {
   std::uint32_t count = 0;
 };
 
-/// The outline of a document (PDF 1.4, 8.2.2); its count is that of all entries. Without entries the classic
-/// form writes nothing, so that the line of the table for it names what comes behind; the conforming one is empty.
+/// The outline of a document (PDF 1.4, 8.2.2); its count includes all entries. Without entries the classic form writes
+/// nothing, so that its line in the table points to the next object; the conforming form writes an empty outline.
 class CPDFOutLines final : public OutlineNode {
  public:
   using OutlineNode::OutlineNode;
   void Write(CPDFMemBlock& out) override;
 };
 
-/// An entry of the outline; its count is that of its own entries.
+/// An entry of the outline; its count is the number of its own entries.
 class CPDFOutLine final : public OutlineNode {
  public:
   explicit CPDFOutLine(std::uint32_t& nextObjectNumber) : OutlineNode(nextObjectNumber) { dictionaryFlag = false; }
   void Write(CPDFMemBlock& out) override;
 
-  /// Puts the entry behind the last one below @p node, and counts it there and in the outline.
+  /// Appends the entry to the children of @p node, and counts it there and in the outline.
   void linkBelow(OutlineNode& node, CPDFOutLines& root);
 
   OutlineNode* parent = nullptr;
   CPDFOutLine* prev = nullptr;
   CPDFOutLine* next = nullptr;
-  /// Null: no title is written.
+  /// The title; null if it has none.
   std::unique_ptr<std::u16string> title;
-  /// Where it leads out of the document, in ASCII; when empty, it leads to the destination.
+  /// The target address in ASCII; if empty, the entry leads to the destination.
   std::u16string address;
   CPDFIndirectRef destination;
   CPDFNumber destLeft;

@@ -7,7 +7,7 @@
 namespace PDFStuffer {
 namespace {
 
-// Written as an array of references, of which a document may have a hundred thousand.
+// Writes references to objects as an array without creating an object for each: a document may have a hundred thousand.
 template <typename Object>
 class References final : public CPDFObject {
  public:
@@ -63,7 +63,8 @@ void CPDFPage::addResources() {
   }
 }
 
-// The entries are there only while the page is written: all together they would take more memory than all else.
+// The entries exist only while the page is written: for all pages together they would take more memory than everything
+// else.
 void CPDFPage::Write(CPDFMemBlock& out) {
   addName(u"Type", u"Page");
   addReference(u"Contents", content_);

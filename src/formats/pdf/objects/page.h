@@ -12,31 +12,31 @@ namespace PDFStuffer {
 
 class CPDFFile;
 
-/// The node of the page tree (PDF 1.4, 3.6.2) that lists all pages, which are its children.
+/// The page tree node (PDF 1.4, 3.6.2) whose children are all pages.
 class CPDFPages final : public CPDFDictionary {
  public:
   explicit CPDFPages(std::uint32_t& nextObjectNumber);
   void Write(CPDFMemBlock& out) override;
 };
 
-/// A page (PDF 1.4, 3.6.2). Its entries are made when it is written, and gone again behind that.
+/// A page (PDF 1.4, 3.6.2). Its entries are created when it is written and deleted afterwards.
 class CPDFPage final : public CPDFDictionary {
  public:
-  /// Takes a number for itself and the next one for its content.
+  /// Takes one number for itself and the next one for its content.
   explicit CPDFPage(std::uint32_t& nextObjectNumber);
   void Write(CPDFMemBlock& out) override;
 
   /// Lists a font in the page's resources.
   void AddFont(const CPDFFontBase& font);
   void AddAnnotation(const CPDFAnnot& annotation);
-  /// The content, which the caller owns from now on; it must live as long as the page.
+  /// Hands the content over to the caller; it must live as long as the page.
   std::unique_ptr<CPDFStream> takeContent() { return std::move(ownContent_); }
   CPDFStream& content() { return *content_; }
 
-  /// The name it was added under; not written.
+  /// The name passed to AddPage; not written.
   std::u16string name;
   CPDFPages* parent = nullptr;
-  /// Whose media box the page has when it is written.
+  /// The file whose media box is written for the page.
   const CPDFFile* owner = nullptr;
 
  private:

@@ -7,7 +7,7 @@
 
 namespace PDFStuffer {
 
-/// A few words and numbers put together, whatever the locale.
+/// A short piece of PDF text, built from words and numbers independently of the locale.
 class Piece {
  public:
   Piece& text(std::string_view words) {
@@ -22,7 +22,7 @@ class Piece {
     return *this;
   }
 
-  /// A number with zeros in front.
+  /// A number with leading zeros.
   Piece& padded(std::uint64_t value, std::size_t width);
 
   std::string_view view() const { return text_; }
@@ -31,7 +31,7 @@ class Piece {
   std::string text_;
 };
 
-/// A real number as C's "%.*f" writes it.
+/// A real number as "%.*f" prints it in the C locale.
 std::string fixed(double value, int decimals);
 
 }  // namespace PDFStuffer

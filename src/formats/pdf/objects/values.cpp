@@ -12,9 +12,9 @@
 namespace PDFStuffer {
 namespace {
 
-constexpr std::size_t kNumberUnits = 127;  // a longer number is cut
+constexpr std::size_t kNumberUnits = 127;  // a longer number is truncated
 
-// PDF 1.4, 3.2.4: what is no regular character, as its number; the null has no place in a name.
+// PDF 1.4, 3.2.4: characters other than regular ones are written as their numbers; a name cannot contain NUL.
 void appendNameCharacter(std::u16string& name, char16_t unit) {
   constexpr std::u16string_view kDelimiters = u"()<>[]{}/%#";
   constexpr char16_t kDigits[] = u"0123456789ABCDEF";
@@ -75,7 +75,7 @@ void CPDFName::Write(CPDFMemBlock& out) {
   out.Append(written);
 }
 
-// The copy of a real number is a whole one: positions of links have always been written so.
+// A copy of a real number is an integer: the positions of links have always been written this way.
 CPDFNumber::CPDFNumber(const CPDFNumber& other)
     : intValue(other.isInteger ? other.intValue : truncated(other.realValue)),
       realValue(other.isInteger ? static_cast<std::uint32_t>(other.intValue) : other.realValue) {}

@@ -8,7 +8,7 @@
 
 namespace PDFStuffer {
 
-/// A name (PDF 1.4, 3.2.4). The classic form writes it as it stands.
+/// A name (PDF 1.4, 3.2.4). The classic form writes it unescaped.
 class CPDFName final : public CPDFObject {
  public:
   explicit CPDFName(std::u16string text = {}) : name(std::move(text)) {}
@@ -17,7 +17,7 @@ class CPDFName final : public CPDFObject {
   std::u16string name;
 };
 
-/// A whole or a real number (PDF 1.4, 3.2.2). A copy is always whole.
+/// An integer or a real number (PDF 1.4, 3.2.2). A copy is always an integer.
 class CPDFNumber final : public CPDFObject {
  public:
   explicit CPDFNumber(std::int32_t value = 0) : intValue(value) {}
@@ -29,8 +29,8 @@ class CPDFNumber final : public CPDFObject {
   bool isInteger = true;
 };
 
-/// A text (PDF 1.4, 3.2.3 and 3.8.1). The classic form writes it as it stands; the conforming one escapes it, and
-/// writes what is not ASCII as UTF-16.
+/// A string (PDF 1.4, 3.2.3 and 3.8.1). The classic form writes it unescaped; the conforming form escapes it and writes
+/// non-ASCII text as UTF-16.
 class CPDFString final : public CPDFObject {
  public:
   explicit CPDFString(std::u16string words = {}) : text(std::move(words)) {}
@@ -42,7 +42,7 @@ class CPDFString final : public CPDFObject {
   std::uint32_t rawLength = 0;
 };
 
-/// A reference to an object with a number (PDF 1.4, 3.2.9).
+/// A reference to an indirect object (PDF 1.4, 3.2.9).
 class CPDFIndirectRef final : public CPDFObject {
  public:
   explicit CPDFIndirectRef(const CPDFObject* object = nullptr) : target(object) {}
@@ -63,8 +63,8 @@ class CPDFRect final : public CPDFObject {
   std::int32_t left = 0, bottom = 0, right = 0, top = 0;
 };
 
-/// A date (PDF 1.4, 3.8.2). The classic form has the local time without the colon, though it ends in Z; the conforming
-/// one has UTC. A time without a calendar date writes nothing.
+/// A date (PDF 1.4, 3.8.2). The classic form writes local time without the colon after D, although it ends in Z; the
+/// conforming form writes UTC. A time without a calendar date is not written.
 class CPDFDate final : public CPDFObject {
  public:
   explicit CPDFDate(std::int64_t seconds = 0) : time(seconds) {}
