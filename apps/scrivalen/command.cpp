@@ -170,8 +170,8 @@ void Conversion::deliver() {
 
 void Conversion::warnOfReplacements(std::size_t count) {
   if (count > 0) {
-    messages_.warning("'" + options_.input + "': replaced " + std::to_string(count) +
-                      (count == 1 ? " place that is" : " places that are") + " no valid text by U+FFFD");
+    messages_.warning("'" + options_.input + "': replaced " + std::to_string(count) + " invalid character" +
+                      (count == 1 ? "" : "s") + " with U+FFFD");
   }
 }
 
@@ -231,7 +231,7 @@ int runCommand(const std::vector<std::string>& arguments, const Environment& env
   } catch (const Interrupted&) {
     messages.error("interrupted");
   } catch (const std::bad_alloc&) {
-    messages.error("there is not enough memory");
+    messages.error("out of memory");
   } catch (const std::exception& error) {
     messages.error(error.what());
   }

@@ -22,7 +22,7 @@ std::int64_t parseSeconds(const std::string& text) {
   const char* const end = text.data() + text.size();
   const auto result = std::from_chars(text.data(), end, seconds);
   if (result.ec != std::errc() || result.ptr != end || seconds < 0) {
-    throw UsageError("SOURCE_DATE_EPOCH is no number of seconds: '" + text + "'");
+    throw UsageError("SOURCE_DATE_EPOCH is not a number of seconds: '" + text + "'");
   }
   return seconds;
 }

@@ -32,7 +32,7 @@ int main(int argc, char** argv) {
   try {
     return runProgram(argc, argv);
   } catch (const std::bad_alloc&) {
-    scrivalen::writeStandardError("scrivalen: there is not enough memory\n");
+    scrivalen::writeStandardError("scrivalen: out of memory\n");
     return 1;
   }
 }

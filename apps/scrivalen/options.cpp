@@ -26,9 +26,9 @@ constexpr const char* kExamples =
     "  scrivalen sales.csv --separator \";\" -o text:sales.dat\n"
     "  sort rows.tsv | scrivalen - --from tsv -o sorted.html\n"
     "\n"
-    "An output replaces the file of its name once it is complete; a failed one\n"
-    "leaves that file as it was.\n"
-    "Exit status: 0 done, 1 an input or an output failed, 2 wrong usage.";
+    "An output replaces an existing file once it is complete; a failed output\n"
+    "leaves the file unchanged.\n"
+    "Exit status: 0 success, 1 an input or output failed, 2 wrong usage.";
 
 // The options before they are interpreted.
 struct Raw {
@@ -45,14 +45,14 @@ void describe(CLI::App& app, Raw& raw) {
   Options& options = raw.options;
   app.add_option("INPUT", options.input, "The file to read; \"-\" is standard input")->type_name("");
   app.add_option("-o,--output", raw.outputs,
-                 "A file to write, its format told by its extension\n(" + knownExtensions() +
-                     "), or by a name in front\nof it, as in html:FILE. May be given several times")
+                 "A file to write, in the format of its extension\n(" + knownExtensions() +
+                     ") or of a prefix,\nas in html:FILE. May be given several times")
       ->type_name("FILE")
       ->allow_extra_args(false);
   app.add_option("--from", raw.from,
-                 "What the input is: markdown, csv or tsv\n(default: by its extension, else markdown)")
+                 "The input format: markdown, csv or tsv\n(default: by its extension, otherwise markdown)")
       ->type_name("FORMAT");
-  app.add_option("--title", options.title, "The title (default: the first heading,\nelse the input's name)")
+  app.add_option("--title", options.title, "The title (default: the first heading,\notherwise the input's name)")
       ->type_name("TEXT");
   app.add_option("--property", raw.properties,
                  "Fills the placeholder %NAME% of a template.\nMay be given several times")
@@ -61,14 +61,14 @@ void describe(CLI::App& app, Raw& raw) {
   app.add_option("--template", raw.templateName, "The template of HTML pages (default: default)")->type_name("NAME");
   app.add_flag("--list-templates", raw.listTemplates, "Print the names of the templates and exit");
   app.add_option("--styles", options.stylesFile, "A style sheet for spreadsheets")->type_name("FILE");
-  app.add_flag("--landscape", options.landscape, "Lay the paper on its side");
+  app.add_flag("--landscape", options.landscape, "Use landscape pages");
   app.add_flag("--single-byte", options.singleByte, "Write text with one byte a character, not UTF-16");
-  app.add_option("--separator", raw.separator, "What stands between two cells of a row in text\n(default: \\t, a tab)")
+  app.add_option("--separator", raw.separator, "The separator between cells in text output\n(default: \\t, a tab)")
       ->type_name("TEXT");
   app.add_flag("--toc", options.contents, "Begin with a table of contents, in formats with links");
   app.add_flag("--unsafe", options.unsafe,
                "Pass on the raw HTML of Markdown, and addresses\nthat run a program (javascript:)");
-  app.add_flag("--classic", options.classic, "Keep each format's classic bytes instead of following\nits standard");
+  app.add_flag("--classic", options.classic, "Write each format's classic bytes instead of\nfollowing its standard");
   app.add_flag("--quiet", options.quiet, "Print errors only");
 }
 
@@ -76,11 +76,11 @@ void rejectLeftovers(std::vector<std::string> leftovers) {
   std::erase(leftovers, "--");
   for (const std::string& argument : leftovers) {
     if (argument.starts_with('-')) {
-      throw UsageError("there is no option '" + argument + "'; scrivalen --help lists them");
+      throw UsageError("unknown option '" + argument + "'; see scrivalen --help");
     }
   }
   if (!leftovers.empty()) {
-    throw UsageError("one input at a time: '" + leftovers.front() + "' is too many");
+    throw UsageError("more than one input: '" + leftovers.front() + "'");
   }
 }
 
@@ -102,8 +102,7 @@ OutputRequest outputRequest(const std::string& argument) {
     throw UsageError("the output '" + argument + "' has no file name");
   }
   if (!request.format) {
-    throw UsageError("the format of '" + argument + "' is unknown; there are " + knownExtensions() +
-                     ", and FORMAT:FILE");
+    throw UsageError("the format of '" + argument + "' is unknown; use " + knownExtensions() + ", or FORMAT:FILE");
   }
   return request;
 }
@@ -128,7 +127,7 @@ InputFormat inputFormat(const std::string& from, const std::string& input) {
     }
   }
   if (!from.empty()) {
-    throw UsageError("--from knows markdown, csv and tsv, not '" + from + "'");
+    throw UsageError("--from takes markdown, csv or tsv, not '" + from + "'");
   }
   return InputFormat::Markdown;
 }
@@ -143,7 +142,7 @@ std::pair<std::string, std::string> property(const std::string& argument) {
     name = '%' + name + '%';
   }
   if (name == "%TITLE%" || name == "%BODY%") {
-    throw UsageError("--property cannot set " + name + (name == "%TITLE%" ? "; --title does" : ""));
+    throw UsageError("--property cannot set " + name + (name == "%TITLE%" ? "; use --title" : ""));
   }
   return {name, argument.substr(equals + 1)};
 }
@@ -151,7 +150,7 @@ std::pair<std::string, std::string> property(const std::string& argument) {
 std::wstring chosenTemplate(const std::string& name) {
   const auto file = templateFile(scrivalen::widePath(name));
   if (!file) {
-    throw UsageError("there is no template '" + name + "'; scrivalen --list-templates prints the names");
+    throw UsageError("there is no template '" + name + "'; see scrivalen --list-templates");
   }
   return *file;
 }
@@ -188,10 +187,10 @@ void requireDifferentFiles(const Options& options) {
 Options interpreted(Raw raw) {
   Options options = std::move(raw.options);
   if (options.input.empty()) {
-    throw UsageError("there is no input; scrivalen --help tells more");
+    throw UsageError("no input given; see scrivalen --help");
   }
   if (raw.outputs.empty()) {
-    throw UsageError("there is no output (-o FILE); scrivalen --help tells more");
+    throw UsageError("no output given (-o FILE); see scrivalen --help");
   }
   options.inputFormat = inputFormat(raw.from, options.input);
   std::transform(raw.outputs.begin(), raw.outputs.end(), std::back_inserter(options.outputs), outputRequest);

@@ -88,7 +88,7 @@ TEST(Command, WarnsOnceOfInvalidText) {
            "b\xFE [x]: # c\n\n[l]: \xC3\n");
   const Result result = run.run({"@/in.md", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': replaced 3 places that are no valid text by U+FFFD\n");
+  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': replaced 3 invalid characters with U+FFFD\n");
 }
 
 TEST(Command, IsSilentWhenQuiet) {
@@ -110,7 +110,7 @@ TEST(Command, ExitsWithStatusTwoAndOneLineOnAUsageError) {
   CommandRun run;
   const Result result = run.with("in.md", "x").run({"@/in.md"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.error, "scrivalen: there is no output (-o FILE); scrivalen --help tells more\n");
+  EXPECT_EQ(result.error, "scrivalen: no output given (-o FILE); see scrivalen --help\n");
   EXPECT_EQ(result.output, "");
 }
 
@@ -157,7 +157,7 @@ TEST(Command, ReportsTheLineOfAMalformedTableAndWritesNoOutput) {
   CommandRun run;
   const Result result = run.with("in.csv", "a\n\"b\n").run({"@/in.csv", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.error, "scrivalen: '@/in.csv', line 2: a quoted cell begins here and does not end\n");
+  EXPECT_EQ(result.error, "scrivalen: '@/in.csv', line 2: a quoted cell begins here but never ends\n");
   EXPECT_EQ(run.names(), std::vector<std::string>{"in.csv"});
 }
 
@@ -166,7 +166,7 @@ TEST(Command, RejectsAnInvalidTimestamp) {
   run.environment.variables["SOURCE_DATE_EPOCH"] = "yesterday";
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.error, "scrivalen: SOURCE_DATE_EPOCH is no number of seconds: 'yesterday'\n");
+  EXPECT_EQ(result.error, "scrivalen: SOURCE_DATE_EPOCH is not a number of seconds: 'yesterday'\n");
 }
 
 TEST(Command, WritesTheSameBytesTwice) {

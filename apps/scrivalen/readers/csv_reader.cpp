@@ -187,7 +187,7 @@ void CsvReader::readPart(std::string_view part) {
       throw std::bad_alloc();
     }
     if (parser_.quoted != 0) {
-      fail(line_, "text behind the closing quote of a cell");
+      fail(line_, "text after the closing quote of a cell");
     }
     readLooseQuote(part.data() + done);
     part.remove_prefix(done + 1);
@@ -204,7 +204,7 @@ void CsvReader::readLooseQuote(const char* quote) {
 
 void CsvReader::finish() {
   if (csv_fini(&parser_, &onCell, &onRow, this) != 0) {
-    fail(quoteLine_, "a quoted cell begins here and does not end");
+    fail(quoteLine_, "a quoted cell begins here but never ends");
   }
   rethrow();
   if (columns_ > 0) {

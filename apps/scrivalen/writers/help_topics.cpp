@@ -55,7 +55,7 @@ bool HelpTopics::prepare(const std::wstring& file, const std::wstring& title) {
   file_ = file;
   title_ = title;
   if (!work_.createElsewhere()) {
-    return fail(L"no folder can be made for its pages");
+    return fail(L"no folder can be created for its pages");
   }
   folder_ = work_.path() + scrivalen::kPathSeparator;
   return true;

@@ -123,12 +123,12 @@ TEST(CsvReader, ReadsTheSameHoweverTheInputIsSplit) {
 }
 
 TEST(CsvReader, ReportsTheLineOfTextAfterAClosingQuote) {
-  EXPECT_EQ(errorOf("a,b\n1,2\n\"x\"y,3\n"), "'-', line 3: text behind the closing quote of a cell");
-  EXPECT_EQ(errorOf("a,b\n\"one\ntwo\" three,\n"), "'-', line 3: text behind the closing quote of a cell");
+  EXPECT_EQ(errorOf("a,b\n1,2\n\"x\"y,3\n"), "'-', line 3: text after the closing quote of a cell");
+  EXPECT_EQ(errorOf("a,b\n\"one\ntwo\" three,\n"), "'-', line 3: text after the closing quote of a cell");
 }
 
 TEST(CsvReader, ReportsTheLineWhereAnUnclosedQuoteBegins) {
-  const std::string reason = ": a quoted cell begins here and does not end";
+  const std::string reason = ": a quoted cell begins here but never ends";
   EXPECT_EQ(errorOf("a,b\n1,2\n3,\"open\n4,5\n6,7\n"), "'-', line 3" + reason);
   EXPECT_EQ(errorOf("\"open"), "'-', line 1" + reason);
   EXPECT_EQ(errorOf("a,b\n\n\n\"open\n"), "'-', line 4" + reason);
@@ -139,7 +139,7 @@ TEST(CsvReader, ReportsTheLineWhereAnUnclosedQuoteBegins) {
 TEST(CsvReader, ReportsTheSameLineHoweverTheInputIsSplit) {
   const std::string table = "a,b\n\"x\ny\",1\n\n2,\"open, \"\"\nc\n";
   for (std::size_t pieces = 1; pieces < 20; ++pieces) {
-    EXPECT_EQ(errorOf(table, pieces), "'-', line 5: a quoted cell begins here and does not end") << pieces;
+    EXPECT_EQ(errorOf(table, pieces), "'-', line 5: a quoted cell begins here but never ends") << pieces;
   }
 }
 
