@@ -81,7 +81,7 @@ TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error,
-            "scrivalen: cannot write '@/a.chm': no folder can be made for its pages: No such file or directory\n");
+            "scrivalen: cannot write '@/a.chm': no folder can be created for its pages: No such file or directory\n");
 }
 
 TEST(ChmMessages, NameTheOutputThatTheCompilerDidNotMake) {
