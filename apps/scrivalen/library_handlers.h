@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// Each class installs handlers of the library for its lifetime. Only one object of each class may exist at a time.
+// Each object sets a handler of the library for its lifetime. Only one object of each class may exist at a time.
 namespace scrivalen::command {
 
 /// Sets the library's clock to SOURCE_DATE_EPOCH, if it is set, so that equal inputs give equal bytes. Raises

@@ -133,7 +133,7 @@ void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
   }
   Form form = Form::Written;
   if (isHidden()) {
-    form = Form::Silent;
+    form = Form::Omitted;
   } else if (type == MD_SPAN_A) {
     form = beginLink(as<MD_SPAN_A_DETAIL>(detail));
   } else {
@@ -168,8 +168,8 @@ void MarkdownListener::endSpan() {
   spans_.pop_back();
   if (span.form == Form::Written) {
     put({.kind = eventsOf(span.type)->end});
-  } else if (span.form == Form::Words) {
-    endLinkInWords();
+  } else if (span.form == Form::ShownAddress) {
+    endShownLink();
   }
 }
 
@@ -237,7 +237,7 @@ void MarkdownListener::flushText() {
   if (sink_ == &headingLog_) {
     headingText_ += text_;
   }
-  if (isLinkInWords_) {
+  if (isLinkShown_) {
     linkText_ += text_;
   }
   write({.kind = EventKind::Text, .text = text_});
@@ -374,22 +374,22 @@ void MarkdownListener::endHeading(int level) {
 MarkdownListener::Form MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
   const auto isLink = [](const Span& span) { return span.type == MD_SPAN_A; };
   if (std::any_of(spans_.begin(), spans_.end(), isLink)) {
-    return Form::Silent;
+    return Form::Omitted;
   }
   assignAttribute(linkAddress_, link.href);
   if (safety_ == Safety::Safe && runsProgram(linkAddress_, AddressUse::Link)) {
     flush();
     linkText_.clear();
-    isLinkInWords_ = true;
-    return Form::Words;
+    isLinkShown_ = true;
+    return Form::ShownAddress;
   }
   assignAttribute(title_, link.title);
   put({.kind = EventKind::BeginLink, .address = linkAddress_, .title = title_});
   return Form::Written;
 }
 
-void MarkdownListener::endLinkInWords() {
-  isLinkInWords_ = false;
+void MarkdownListener::endShownLink() {
+  isLinkShown_ = false;
   if (!isHidden()) {
     linkText_ += text_;
     text_.append(withAddress(linkText_, linkAddress_), linkText_.size());
@@ -420,7 +420,7 @@ void MarkdownListener::endImage() {
   if (sink_ == &headingLog_) {
     headingText_ += text_;
   }
-  if (isLinkInWords_) {
+  if (isLinkShown_) {
     linkText_ += text_;
   }
   write({.kind = EventKind::Image, .text = text_, .address = address_, .title = title_});

@@ -36,8 +36,8 @@ class MarkdownListener {
  private:
   enum class Form : std::uint8_t {
     Written,
-    Silent,  // not written: hidden, or a link inside a link
-    Words    // a link whose address is shown as text
+    Omitted,      // not written: hidden, or a link inside a link
+    ShownAddress  // a link whose address is shown as text
   };
 
   struct Span {
@@ -71,7 +71,7 @@ class MarkdownListener {
   void beginHeading();
   void endHeading(int level);
   Form beginLink(const MD_SPAN_A_DETAIL& link);
-  void endLinkInWords();
+  void endShownLink();
   void endSpan();
   void endSpans();
   void beginImage(const MD_SPAN_IMG_DETAIL& image);
@@ -90,7 +90,7 @@ class MarkdownListener {
   std::wstring address_;  // of the image
   std::wstring title_;
   std::wstring linkAddress_;
-  std::wstring linkText_;    // of a link in words
+  std::wstring linkText_;    // of a link whose address is shown
   std::vector<Span> spans_;  // the open spans
   MarkupText markupText_;
   std::optional<HiddenContentEnds>
@@ -101,7 +101,7 @@ class MarkdownListener {
   bool header_ = false;
   bool isParagraphDue_ = false;  // begun, but not written before its first content
   bool hasLostMarkup_ = false;   // in the current paragraph or heading
-  bool isLinkInWords_ = false;
+  bool isLinkShown_ = false;
   bool isImageHidden_ = false;
 };
 

@@ -39,8 +39,7 @@ class XlsxWriter : public PlainWriter {
   bool inHeader_ = false;
 };
 
-// If the document begins with a table, its header row is frozen, unless the given style sheet says
-// otherwise.
+// If the document begins with a table, its header row is frozen, unless the given style sheet says otherwise.
 bool XlsxWriter::open(const std::wstring& file, const DocumentSettings& settings) {
   if (!settings.beginsWithTable) {
     return PlainWriter::open(file, settings);

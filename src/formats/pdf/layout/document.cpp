@@ -155,7 +155,7 @@ void Document::bookMark(std::wstring_view name) {
   if (!current_ || !(current_->isA(ItemKind::Paragraph) || current_->isA(ItemKind::Cell))) {
     return;
   }
-  current_->needPlacement();
+  current_->requirePlacement();
   std::u16string key;
   appendUtf16(key, name);
   links_.named(key).target = current_;
@@ -169,7 +169,7 @@ void Document::link(std::uint32_t& itemId, const wchar_t* text, std::wstring_vie
     return;
   }
   write(text, style);
-  current_->needPlacement();
+  current_->requirePlacement();
   linkTo(target).sources.push_back(current_);
 }
 

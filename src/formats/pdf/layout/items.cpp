@@ -17,7 +17,7 @@ namespace {
 template <typename View>
 Points layoutLines(Pages& pages, PageText& lines, const DrawStyle& style, View text, Points x, Points y, Points width) {
   static constexpr typename View::value_type kBlank[] = {' '};
-  PaperWatch* const watch = pages.paperWatch(lines);
+  OffPaperCheck* const check = pages.offPaperCheck(lines);
   for (;;) {
     if (y - style.height < kBottomLimit) {
       pages.breakPage();
@@ -25,8 +25,8 @@ Points layoutLines(Pages& pages, PageText& lines, const DrawStyle& style, View t
     }
     const TextLine line = nextLine(text, width, style.widths);
     const bool emptyLine = line.length == 0 && text.starts_with('\n');
-    if (watch) {
-      watch->line(text.substr(0, line.length), style, x, y, pages.pageBreaks());
+    if (check) {
+      check->line(text.substr(0, line.length), style, x, y, pages.pageBreaks());
     }
     lines.beginText(x, y, style);
     lines.showText(emptyLine ? View(kBlank, 1) : text.substr(0, line.length), style);
@@ -94,7 +94,7 @@ Points CPDFtextItem::beginOfText(Pages& pages, Points y) const {
 }
 
 void CPDFitem::place(Pages& pages, const Placement& placement) const {
-  if (isPlaced()) {
+  if (needsPlacement()) {
     pages.placements()[this] = placement;
   }
 }
@@ -105,8 +105,8 @@ Points CPDFparagraf::Layout(Pages& pages, PageText& lines, Points y) {
   PDFStuffer::CPDFPage* const startPage = pages.current();
   const Points bottom = layoutText(pages, lines, kLeftMargin, top, width);
   place(pages, {startPage, pages.current(), top, bottom, width, kLeftMargin});
-  if (PaperWatch* const watch = pages.paperWatch(lines)) {
-    watch->endParagraph();
+  if (OffPaperCheck* const check = pages.offPaperCheck(lines)) {
+    check->endParagraph();
   }
   return bottom;
 }

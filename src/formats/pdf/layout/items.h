@@ -30,8 +30,8 @@ class CPDFitem {
 
   bool isA(ItemKind kind) const { return kind_ == kind; }
   /// Whether links need its position.
-  bool isPlaced() const { return isPlaced_; }
-  void needPlacement() { isPlaced_ = true; }
+  bool needsPlacement() const { return needsPlacement_; }
+  void requirePlacement() { needsPlacement_ = true; }
 
   CPDFitem* next = nullptr;
 
@@ -43,7 +43,7 @@ class CPDFitem {
 
  private:
   ItemKind kind_;
-  bool isPlaced_ = false;
+  bool needsPlacement_ = false;
 };
 
 /// An item with text: a paragraph, a cell or an outline entry.

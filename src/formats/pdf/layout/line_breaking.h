@@ -50,7 +50,7 @@ TextLine breakLine(std::basic_string_view<Unit> text, std::size_t fit) {
   return line;
 }
 
-/// Breaks a text at the first line feed, or before the character with which the line reaches the width.
+/// The next line ends at the first line feed; otherwise it is broken before the character that reaches the width.
 template <typename Unit>
 TextLine nextLine(std::basic_string_view<Unit> text, Points width, const CharWidths& widths) {
   const std::int64_t limit = width * widths.perPoint();

@@ -30,7 +30,7 @@ Pages::Pages(PDFStuffer::CPDFFile& file, const FontTable& fonts, const Pool<CPDF
       backgrounds_(backgrounds),
       paper_(paper),
       form_(form),
-      paperWatch_(paper) {}
+      offPaperCheck_(paper) {}
 
 void Pages::begin(Purpose purpose) {
   purpose_ = purpose;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "formats/pdf/fonts/fonts.h"
+#include "formats/pdf/layout/off_paper_check.h"
 #include "formats/pdf/layout/page_text.h"
-#include "formats/pdf/layout/paper_watch.h"
 #include "formats/pdf/layout/placement.h"
 #include "formats/pdf/layout/text_style.h"
 #include "formats/pdf/layout/units.h"
@@ -46,10 +46,10 @@ class Pages {
 
   /// The check for content off the paper, if the document is conforming and these lines are written to the file;
   /// otherwise null.
-  PaperWatch* paperWatch(const PageText& lines) {
-    return form_ == PDFStuffer::Form::Conforming && lines.keepsLines() ? &paperWatch_ : nullptr;
+  OffPaperCheck* offPaperCheck(const PageText& lines) {
+    return form_ == PDFStuffer::Form::Conforming && lines.keepsLines() ? &offPaperCheck_ : nullptr;
   }
-  const OffPaper& offPaper() const { return paperWatch_.found(); }
+  const OffPaper& offPaper() const { return offPaperCheck_.found(); }
 
   PageText& lines() { return lines_; }
   Placements& placements() { return placements_; }
@@ -84,7 +84,7 @@ class Pages {
   PDFStuffer::CPDFPage* current_ = nullptr;
   PageText lines_;
   Placements placements_;
-  PaperWatch paperWatch_;
+  OffPaperCheck offPaperCheck_;
   Cache<DrawStyle> drawStyles_;
   Cache<std::string> fills_;
 };

@@ -21,8 +21,8 @@ Points CPDFtable::Layout(Pages& pages, PageText& lines, Points y) {
   for (CPDFitem* row = rows.first; row; row = row->next) {
     y = row->Layout(pages, lines, y);
   }
-  if (PaperWatch* const watch = pages.paperWatch(lines)) {
-    watch->endTable();
+  if (OffPaperCheck* const check = pages.offPaperCheck(lines)) {
+    check->endTable();
   }
   return y;
 }
@@ -88,8 +88,8 @@ void CPDFtableRow::drawFrame(Pages& pages, PageText& lines, const Columns& colum
   if (!lines.keepsLines()) {
     return;
   }
-  if (PaperWatch* const watch = pages.paperWatch(lines)) {
-    watch->frame(bottom + kFrameLift, y + kFrameLift, pages.pageBreaks());
+  if (OffPaperCheck* const check = pages.offPaperCheck(lines)) {
+    check->frame(bottom + kFrameLift, y + kFrameLift, pages.pageBreaks());
   }
   lines.line("ET");
   lines.line("0.0 0.0 0.0 RG");

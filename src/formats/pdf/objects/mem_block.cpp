@@ -9,7 +9,7 @@ namespace PDFStuffer {
 void CPDFMemBlock::Reserve(std::uint64_t extra) {
   constexpr std::uint64_t kMax = std::numeric_limits<std::ptrdiff_t>::max();
   const bool possible = extra <= kMax && size <= kMax - extra;
-  if (possible && growCapacity(size + extra)) {
+  if (possible && allocate(size + extra)) {
     zeroDropped(size + extra);
     usable_ = size + extra;
   }
@@ -23,15 +23,15 @@ void CPDFMemBlock::Reserve(std::uint64_t extra) {
 
 // The public sizes grow by what is needed, the memory by doubling; otherwise each entry of a long list would cause a
 // copy.
-bool CPDFMemBlock::growCapacity(std::uint64_t needed) {
-  if (data && needed <= capacity_) {
+bool CPDFMemBlock::allocate(std::uint64_t needed) {
+  if (data && needed <= allocated_) {
     return true;
   }
-  for (const std::uint64_t wanted : {std::max(needed, 2 * capacity_), needed}) {
+  for (const std::uint64_t wanted : {std::max(needed, 2 * allocated_), needed}) {
     if (void* const grown = std::realloc(data.get(), static_cast<std::size_t>(wanted))) {
       data.release();
       data.reset(static_cast<char*>(grown));
-      capacity_ = wanted;
+      allocated_ = wanted;
       return true;
     }
   }
@@ -47,7 +47,7 @@ void CPDFMemBlock::zeroDropped(std::uint64_t usable) {
 }
 
 void CPDFMemBlock::Rewind() {
-  size = std::min(size, capacity_);
+  size = std::min(size, allocated_);
   free = usable_ = size;
   isWhole_ = true;
 }

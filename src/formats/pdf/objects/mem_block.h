@@ -52,13 +52,13 @@ class CPDFMemBlock {
 
  private:
   char* take(std::size_t length);
-  bool growCapacity(std::uint64_t needed);
+  bool allocate(std::uint64_t needed);
   void zeroDropped(std::uint64_t usable);
 
   Form form_;
   bool isWhole_ = true;
-  std::uint64_t usable_ = 0;    // the part of the size that has memory; once text was dropped, the part kept
-  std::uint64_t capacity_ = 0;  // the bytes allocated at data
+  std::uint64_t usable_ = 0;     // the part of the size that has memory; once text was dropped, the part kept
+  std::uint64_t allocated_ = 0;  // the bytes allocated at data
 };
 
 }  // namespace PDFStuffer

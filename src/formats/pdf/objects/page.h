@@ -29,7 +29,7 @@ class CPDFPage final : public CPDFDictionary {
   /// Lists a font in the page's resources.
   void AddFont(const CPDFFontBase& font);
   void AddAnnotation(const CPDFAnnot& annotation);
-  /// Hands the content over to the caller; it must live as long as the page.
+  /// Transfers the content to the caller, who must keep it as long as the page lives.
   std::unique_ptr<CPDFStream> takeContent() { return std::move(ownContent_); }
   CPDFStream& content() { return *content_; }
 

@@ -1,4 +1,4 @@
-#include "formats/pdf/layout/paper_watch.h"
+#include "formats/pdf/layout/off_paper_check.h"
 
 #include <algorithm>
 #include <numeric>
@@ -16,7 +16,7 @@ Points widthOf(std::string_view text, const CharWidths& widths) {
 // Letters reach two thirds of the size, which is the style's lead, above the baseline and two ninths below it. A line
 // of several letters was broken before it reached the width of its column. A single letter cannot be broken, and text
 // of a negative size never reaches the width.
-void PaperWatch::line(std::string_view text, const DrawStyle& style, Points x, Points y, std::uint64_t page) {
+void OffPaperCheck::line(std::string_view text, const DrawStyle& style, Points x, Points y, std::uint64_t page) {
   if (text.empty() || text == " ") {
     return;
   }
@@ -30,23 +30,23 @@ void PaperWatch::line(std::string_view text, const DrawStyle& style, Points x, P
   }
 }
 
-void PaperWatch::frame(Points bottom, Points top, std::uint64_t page) {
+void OffPaperCheck::frame(Points bottom, Points top, std::uint64_t page) {
   const auto [low, high] = std::minmax({bottom, top});
   checkHeights(low, high, page);
 }
 
-void PaperWatch::checkHeights(Points bottom, Points top, std::uint64_t page) {
+void OffPaperCheck::checkHeights(Points bottom, Points top, std::uint64_t page) {
   if (bottom < 0 || top > paper_.height) {
     note(page);
   }
 }
 
-void PaperWatch::note(std::uint64_t page) {
+void OffPaperCheck::note(std::uint64_t page) {
   isOutside_ = true;
   found_.firstPage = found_.firstPage == 0 ? page : found_.firstPage;
 }
 
-void PaperWatch::countInto(std::uint64_t& count) {
+void OffPaperCheck::countInto(std::uint64_t& count) {
   count += isOutside_ ? 1 : 0;
   isOutside_ = false;
 }

@@ -19,9 +19,9 @@ struct OffPaper {
 ///
 /// The layout prevents this except for a letter too wide for the paper right of its column's left edge, a size higher
 /// than a page, and a negative size, which turns letters upside down.
-class PaperWatch {
+class OffPaperCheck {
  public:
-  explicit PaperWatch(const Paper& paper) : paper_(paper) {}
+  explicit OffPaperCheck(const Paper& paper) : paper_(paper) {}
 
   /// Checks a line of text that begins at @p x and whose letters reach up to @p y.
   void line(std::string_view text, const DrawStyle& style, Points x, Points y, std::uint64_t page);
