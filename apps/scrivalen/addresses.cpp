@@ -7,8 +7,8 @@ namespace {
 
 // Whether a link's text already shows its address, as in <https://example.org> and <me@example.org>.
 bool showsAddress(std::wstring_view text, std::wstring_view address) {
-  for (const std::wstring_view hidden : {L"", L"mailto:", L"http://", L"https://"}) {
-    if (address.size() == hidden.size() + text.size() && address.starts_with(hidden) && address.ends_with(text)) {
+  for (const std::wstring_view prefix : {L"", L"mailto:", L"http://", L"https://"}) {
+    if (address.size() == prefix.size() + text.size() && address.starts_with(prefix) && address.ends_with(text)) {
       return true;
     }
   }
@@ -24,7 +24,7 @@ bool isInvisible(wchar_t c) {
 }
 
 // Whether an address begins with a scheme. The scheme is in lower case and includes its colon.
-bool hasVisibleStart(std::wstring_view address, std::wstring_view scheme) {
+bool startsWithScheme(std::wstring_view address, std::wstring_view scheme) {
   for (const wchar_t c : address) {
     if (isInvisible(c)) {
       continue;
@@ -54,8 +54,8 @@ std::wstring withAddress(std::wstring_view text, std::wstring_view address) {
 }
 
 bool runsProgram(std::wstring_view address, AddressUse use) {
-  return hasVisibleStart(address, L"javascript:") || hasVisibleStart(address, L"vbscript:") ||
-         (use == AddressUse::Link && hasVisibleStart(address, L"data:"));
+  return startsWithScheme(address, L"javascript:") || startsWithScheme(address, L"vbscript:") ||
+         (use == AddressUse::Link && startsWithScheme(address, L"data:"));
 }
 
 }  // namespace scrivalen::command

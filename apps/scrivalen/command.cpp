@@ -35,7 +35,7 @@ std::wstring titleFromName(const std::string& input) {
   return name;
 }
 
-std::string wholeFile(const Environment& environment, const std::string& name) {
+std::string fileText(const Environment& environment, const std::string& name) {
   return TextInput(environment, name).rest();
 }
 
@@ -47,7 +47,7 @@ DocumentSettings documentSettings(const Options& options, const Environment& env
   }
   settings.templateFile = options.templateFile;
   if (!options.stylesFile.empty()) {
-    settings.styles = toWide(wholeFile(environment, options.stylesFile));
+    settings.styles = toWide(fileText(environment, options.stylesFile));
   }
   settings.columnSeparator = toWide(options.separator);
   settings.landscape = options.landscape;

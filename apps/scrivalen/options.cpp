@@ -31,7 +31,7 @@ constexpr const char* kExamples =
     "Exit status: 0 success, 1 an input or output failed, 2 wrong usage.";
 
 // The options before they are interpreted.
-struct Raw {
+struct RawOptions {
   Options options;
   std::vector<std::string> outputs;
   std::vector<std::string> properties;
@@ -41,7 +41,7 @@ struct Raw {
   bool listTemplates = false;
 };
 
-void describe(CLI::App& app, Raw& raw) {
+void addOptions(CLI::App& app, RawOptions& raw) {
   Options& options = raw.options;
   app.add_option("INPUT", options.input, "The file to read; \"-\" is standard input")->type_name("");
   app.add_option("-o,--output", raw.outputs,
@@ -184,7 +184,7 @@ void requireDifferentFiles(const Options& options) {
   }
 }
 
-Options interpreted(Raw raw) {
+Options interpret(RawOptions raw) {
   Options options = std::move(raw.options);
   if (options.input.empty()) {
     throw UsageError("no input given; see scrivalen --help");
@@ -212,8 +212,8 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   app.allow_extras();
   app.get_formatter()->column_width(25);
   app.set_version_flag("--version", "scrivalen " SCRIVALEN_VERSION);
-  Raw raw;
-  describe(app, raw);
+  RawOptions raw;
+  addOptions(app, raw);
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::CallForHelp&) {
@@ -227,7 +227,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   if (raw.listTemplates) {
     return {{}, templateList()};
   }
-  return {interpreted(std::move(raw)), std::nullopt};
+  return {interpret(std::move(raw)), std::nullopt};
 }
 
 }  // namespace scrivalen::command

@@ -23,7 +23,7 @@ class Row {
     ends_.push_back(text_.size());
   }
 
-  void fillUp(std::size_t cells) {
+  void padTo(std::size_t cells) {
     while (ends_.size() < cells) {
       add({});
     }
@@ -239,7 +239,7 @@ void CsvReader::endRow() {
     columns_ = row_.size();
     sink_.write({.kind = EventKind::BeginTable});
   }
-  row_.fillUp(columns_);
+  row_.padTo(columns_);
   row_.write(sink_, header);
   row_.clear();
 }

@@ -220,8 +220,8 @@ void MarkdownListener::putVisible(const Event& event) {
   }
 }
 
-void MarkdownListener::beginDueParagraph() {
-  isParagraphDue_ = false;
+void MarkdownListener::beginPendingParagraph() {
+  isParagraphPending_ = false;
   sink_->write({.kind = EventKind::BeginParagraph});
 }
 
@@ -249,7 +249,7 @@ void MarkdownListener::flushMarkup(EventKind kind) {
     return;
   }
   if (safety_ == Safety::Safe) {
-    return flushShown();
+    return flushVisibleText();
   }
   if (imageDepth_ == 0) {
     write({.kind = kind, .text = markup_});
@@ -258,7 +258,7 @@ void MarkdownListener::flushMarkup(EventKind kind) {
 }
 
 // Tags inside a line.
-void MarkdownListener::flushShown() {
+void MarkdownListener::flushVisibleText() {
   std::wstring shown;
   markupText_.appendInline(shown, markup_);
   markup_.clear();
@@ -330,14 +330,14 @@ void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
 bool MarkdownListener::isEmptied() const { return hasLostMarkup_ && isBlank(text_); }
 
 void MarkdownListener::beginParagraph() {
-  isParagraphDue_ = true;
+  isParagraphPending_ = true;
   hasLostMarkup_ = isHidden();
 }
 
 void MarkdownListener::endParagraph() {
   flushMarkup(EventKind::Markup);
-  if (isParagraphDue_ && isEmptied()) {
-    isParagraphDue_ = false;
+  if (isParagraphPending_ && isEmptied()) {
+    isParagraphPending_ = false;
     text_.clear();
   } else {
     put({.kind = EventKind::EndParagraph});

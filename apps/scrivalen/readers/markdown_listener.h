@@ -48,16 +48,16 @@ class MarkdownListener {
   void put(const Event& event);
   void putVisible(const Event& event);
   void write(const Event& event) {
-    if (isParagraphDue_) {
-      beginDueParagraph();
+    if (isParagraphPending_) {
+      beginPendingParagraph();
     }
     sink_->write(event);
   }
-  void beginDueParagraph();
+  void beginPendingParagraph();
   void flush();
   void flushText();
   void flushMarkup(EventKind kind);
-  void flushShown();
+  void flushVisibleText();
   void breakLine();
   void putLines(std::wstring_view text);
   void endMarkupBlock();
@@ -99,8 +99,8 @@ class MarkdownListener {
   int imageDepth_ = 0;     // inside an image only text is kept
   int columns_ = 0;
   bool header_ = false;
-  bool isParagraphDue_ = false;  // begun, but not written before its first content
-  bool hasLostMarkup_ = false;   // in the current paragraph or heading
+  bool isParagraphPending_ = false;  // begun, but not written before its first content
+  bool hasLostMarkup_ = false;       // in the current paragraph or heading
   bool isLinkShown_ = false;
   bool isImageHidden_ = false;
 };

@@ -17,7 +17,7 @@ class HtmlHelpWriter : public DocumentWriter {
   std::wstring workFolder() const override { return topics_.folder(); }
 
  private:
-  void notePlaces(const Event& event);
+  void noteAnchorsAndLinks(const Event& event);
 
   SingleReport report_{FORMAT_CHM};
   HtmlReport quoting_;
@@ -38,11 +38,11 @@ void HtmlHelpWriter::write(const Event& event) {
     topics_.beginFor(event.number, event.text);
   }
   topics_.beginIfNone();
-  notePlaces(event);
+  noteAnchorsAndLinks(event);
   body_.write(event);
 }
 
-void HtmlHelpWriter::notePlaces(const Event& event) {
+void HtmlHelpWriter::noteAnchorsAndLinks(const Event& event) {
   switch (event.kind) {
     case EventKind::BeginHeading: return topics_.addAnchor(event.address);
     case EventKind::BeginLink: return topics_.expectLinks();

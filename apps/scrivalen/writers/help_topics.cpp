@@ -139,12 +139,12 @@ bool HelpTopics::completeLinks(std::size_t topic) {
 }
 
 // The other topic that a link leads to; null if it does not lead to one.
-const HelpTopics::Topic* HelpTopics::topicOf(std::string_view link, std::size_t linksTopic) const {
+const HelpTopics::Topic* HelpTopics::topicOf(std::string_view link, std::size_t sourceTopic) const {
   if (!link.starts_with('#')) {
     return nullptr;
   }
   const auto anchor = anchors_.find(percentDecoded(link.substr(1)));
-  return anchor == anchors_.end() || anchor->second == linksTopic ? nullptr : &topics_[anchor->second];
+  return anchor == anchors_.end() || anchor->second == sourceTopic ? nullptr : &topics_[anchor->second];
 }
 
 }  // namespace scrivalen::command

@@ -53,7 +53,7 @@ class HelpTopics {
   void end();
   bool fail(const wchar_t* reason);
   bool completeLinks(std::size_t topic);
-  const Topic* topicOf(std::string_view link, std::size_t linksTopic) const;
+  const Topic* topicOf(std::string_view link, std::size_t sourceTopic) const;
   std::wstring pathOf(const Topic& topic) const { return folder_ + topic.file; }
 
   SingleReport& report_;

@@ -71,8 +71,8 @@ class RtfWriter : public DocumentWriter {
   bool inCell_ = false;
   bool inLink_ = false;
   bool inCode_ = false;
-  bool isBreakDue_ = false;  // a line of code has ended; its break is written when another line follows
-  bool isSeparated_ = true;  // the next block needs no empty paragraph before it
+  bool isBreakPending_ = false;  // a line of code has ended; its break is written when another line follows
+  bool isSeparated_ = true;      // the next block needs no empty paragraph before it
 };
 
 void RtfWriter::write(const Event& event) {
@@ -118,7 +118,7 @@ void RtfWriter::writeBlock(const Event& event) {
       return;
     case EventKind::EndCodeBlock:
       inCode_ = false;
-      isBreakDue_ = false;
+      isBreakPending_ = false;
       return endBlock();
     case EventKind::Rule: return rule();
     case EventKind::MarkupBlock: return markupBlock(event.text);
@@ -238,7 +238,7 @@ void RtfWriter::markupBlock(std::wstring_view markup) {
   }
   beginBlock();
   codeText(shown);
-  isBreakDue_ = false;
+  isBreakPending_ = false;
   endBlock();
 }
 
@@ -336,14 +336,14 @@ void RtfWriter::text(std::wstring_view text) {
 // RTF line breaks are control words, not characters. The end of the last line is the end of the block.
 void RtfWriter::codeText(std::wstring_view text) {
   while (!text.empty()) {
-    if (isBreakDue_) {
+    if (isBreakPending_) {
       report_->EndOfLine();
       put(std::wstring(depth_, L'\t'));
     }
     const std::size_t end = text.find(L'\n');
     put(std::wstring(text.substr(0, end)));
-    isBreakDue_ = end != std::wstring_view::npos;
-    text.remove_prefix(isBreakDue_ ? end + 1 : text.size());
+    isBreakPending_ = end != std::wstring_view::npos;
+    text.remove_prefix(isBreakPending_ ? end + 1 : text.size());
   }
 }
 

@@ -18,7 +18,7 @@ struct OffPaper {
 /// Finds the paragraphs and tables of a conforming document that are partly off the paper.
 ///
 /// The layout prevents this except for a letter too wide for the paper right of its column's left edge, a size higher
-/// than a page, and a negative size, which turns letters upside down.
+/// than a page, and a negative size, which rotates letters by 180 degrees.
 class OffPaperCheck {
  public:
   explicit OffPaperCheck(const Paper& paper) : paper_(paper) {}

@@ -68,7 +68,7 @@ char* putEscaped(View text, char* at) {
   return at;
 }
 
-std::string downward(Points distance, PDFStuffer::Form form) {
+std::string stepDown(Points distance, PDFStuffer::Form form) {
   // The classic form writes a minus sign even before a negative number or zero.
   const bool signedTwice = distance <= 0 && form == PDFStuffer::Form::Classic;
   return signedTwice ? "0 -" + std::to_string(distance) + " Td\r\n" : "0 " + std::to_string(-distance) + " Td\r\n";
@@ -86,7 +86,7 @@ double component(double value, PDFStuffer::Form form) {
 
 DrawStyle::DrawStyle(const CPDFtextStyle& style, int resolvedFont, const CharWidths& charWidths, PDFStuffer::Form form)
     : lead(Points{2} * style.size / 3), height(Points{4} * style.size / 3), widths(charWidths) {
-  const std::string down = downward(lead, form);
+  const std::string down = stepDown(lead, form);
   segmentEnd = " Td\r\n" + down + "/F" + std::to_string(resolvedFont) + " " + std::to_string(style.size) + " Tf\r\n" +
                fillColor(style.color, form) + "\r\n(";
   lineEnd = ")Tj\r\n" + down;
@@ -98,13 +98,13 @@ std::string fillColor(const _RGB_COLOR& color, PDFStuffer::Form form) {
 }
 
 void PageText::line(std::string_view words) {
-  if (keeps_) {
+  if (keepsLines_) {
     endAt(put(put(reserve(words.size() + kLineEnd.size()), words), kLineEnd));
   }
 }
 
 void PageText::moveDown(Points y) {
-  if (keeps_) {
+  if (keepsLines_) {
     char* const begin = reserve(kTextMatrix.size() + kNumberSize + 8);
     endAt(put(put(put(put(begin, kTextMatrix), "0 "), y), " Td\r\n"));
   }
@@ -112,7 +112,7 @@ void PageText::moveDown(Points y) {
 
 // The line ends with the opening parenthesis of the text, which showText closes.
 void PageText::beginText(Points x, Points y, const DrawStyle& style) {
-  if (keeps_) {
+  if (keepsLines_) {
     char* at = put(reserve(kTextMatrix.size() + 2 * kNumberSize + style.segmentEnd.size()), kTextMatrix);
     at = put(put(put(at, x), " "), y);
     endAt(put(at, style.segmentEnd));
@@ -120,23 +120,23 @@ void PageText::beginText(Points x, Points y, const DrawStyle& style) {
 }
 
 void PageText::rectangle(Points x, std::string_view rest) {
-  if (keeps_) {
+  if (keepsLines_) {
     endAt(put(put(reserve(kNumberSize + rest.size()), x), rest));
   }
 }
 
 template <typename View>
 void PageText::show(View text, const DrawStyle& style) {
-  if (!keeps_) {
+  if (!keepsLines_) {
     return;
   }
   char* at = reserve(2 * text.size() + style.lineEnd.size());
   while (!text.empty()) {
     const std::size_t plain = putPlain(text, at);
     text.remove_prefix(plain);
-    const View careful = text.substr(0, kPlainBlock);
-    at = putEscaped(careful, at + plain);
-    text.remove_prefix(careful.size());
+    const View block = text.substr(0, kPlainBlock);
+    at = putEscaped(block, at + plain);
+    text.remove_prefix(block.size());
   }
   endAt(put(at, style.lineEnd));
 }

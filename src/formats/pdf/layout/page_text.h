@@ -32,7 +32,7 @@ class PageText {
  public:
   enum class Keeping { Lines, Nothing };
 
-  explicit PageText(Keeping keeping = Keeping::Lines) : keeps_(keeping == Keeping::Lines) {}
+  explicit PageText(Keeping keeping = Keeping::Lines) : keepsLines_(keeping == Keeping::Lines) {}
 
   void line(std::string_view words);
 
@@ -43,7 +43,7 @@ class PageText {
 
   /// One of a row of rectangles, which differ only in @p x.
   void rectangle(Points x, std::string_view rest);
-  bool keepsLines() const { return keeps_; }
+  bool keepsLines() const { return keepsLines_; }
 
   void clear() { size_ = 0; }
   std::string_view text() const { return {bytes_.get(), size_}; }
@@ -54,7 +54,7 @@ class PageText {
   char* reserve(std::size_t size);
   void endAt(const char* end) { size_ = static_cast<std::size_t>(end - bytes_.get()); }
 
-  bool keeps_;
+  bool keepsLines_;
   std::unique_ptr<char[]> bytes_;
   std::size_t size_ = 0;
   std::size_t capacity_ = 0;

@@ -62,7 +62,7 @@ constexpr NamedColor kColors[] = {{L"black", {0, 0, 0}},
 constexpr _RGB_COLOR kWhite{1, 1, 1};
 constexpr _RGB_COLOR kHeaderGrey{0.75, 0.75, 0.75};
 
-// The first letter must be lower case; the case of the others is ignored. Existing callers rely on this.
+// The first letter must be lower case; the case of the others is ignored. Kept for compatibility.
 _RGB_COLOR colorNamed(const wchar_t* text) {
   const std::wstring_view name = text ? text : L"";
   const auto found = std::find_if(std::begin(kColors), std::end(kColors), [name](const NamedColor& row) {
