@@ -116,7 +116,7 @@ class SCRIVALEN_API RTFdoc {
 
   /// Sets the style of the paragraph that the next Paragraf ends.
   void Style(int number);
-  /// Sets the alignment of the paragraph that the next Char(13) ends.
+  /// Sets the alignment of the paragraph that the next Char(13) or SpecChar(13) ends.
   void NextParJ(ParType type);
   /// Ends a paragraph.
   /// @param type   the alignment of the paragraph that ends
