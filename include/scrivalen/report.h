@@ -23,7 +23,7 @@ enum REPORT_FORMAT : int {
 /// What Open, Close and BeginSubDocument return.
 enum REPORT_ERRORS : int {
   REPORT_OK = 0,
-  /// A file could not be created, opened or written whole; GetError says which and why.
+  /// A file could not be created, opened or written completely; GetError says which and why.
   REPORT_FILE_ERROR = 1,
   /// The template is missing, which is logged, or unreadable.
   REPORT_TEMPLATE_NOT_FOUND = 2
@@ -162,7 +162,7 @@ class SCRIVALEN_API AReport {
   virtual void EndOfLine() = 0;
   /// Begins a style. End styles in reverse order.
   ///
-  /// Begin and end a style within one paragraph or one cell, between BeginCell and EndCell. Styles around whole cells
+  /// Begin and end a style within one paragraph or one cell, between BeginCell and EndCell. Styles around entire cells
   /// or rows work in PDF and spreadsheets only: in HTML an element would span cells, in RTF a group would. PDF draws
   /// each paragraph and each cell in one style, that of the last text in it.
   /// @param value  the size, with STYLE_FONT_SIZE; else ignored. RTF uses its low byte; above 127 that sets no size
@@ -214,7 +214,7 @@ class SCRIVALEN_API AReport {
   virtual void BeginCell(const wchar_t* text, int header, const wchar_t* attributes) = 0;
   /// @param text, header  as passed to BeginCell
   virtual void EndCell(const wchar_t* text, int header) = 0;
-  /// Writes a whole cell.
+  /// Writes a complete cell.
   /// @param text        HTML and help: markup, written unchanged; a conforming report escapes it unless it is already
   ///                    escaped. XML: escaped unless it is already. Null is an empty text, but in classic PDF no text
   ///                    at all: a row of such cells has no height
