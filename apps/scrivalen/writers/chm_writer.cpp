@@ -83,7 +83,7 @@ class ClassicHelpWriter : public PlainWriter {
   void endTable() override { report_->EndTable(L"table"); }
   void beginRow(bool header, int columns) override;
   void endRow(bool) override { report_->EndRow(L"row"); }
-  void cell(const std::wstring& text) override { report_->Cell(text.c_str(), inHeader_ ? 1 : 0, L""); }
+  void cell(const std::wstring& text) override;
 
  private:
   void putLines(const std::wstring& text);
@@ -133,6 +133,13 @@ void ClassicHelpWriter::beginTable() {
 void ClassicHelpWriter::beginRow(bool header, int columns) {
   inHeader_ = header;
   report_->BeginRow(L"row", L"", columns);
+}
+
+// Cell would write the text unescaped.
+void ClassicHelpWriter::cell(const std::wstring& text) {
+  report_->BeginCell(nullptr, inHeader_ ? 1 : 0, L"");
+  putLines(text);
+  report_->EndCell(nullptr, inHeader_ ? 1 : 0);
 }
 
 void ClassicHelpWriter::putLines(const std::wstring& text) {

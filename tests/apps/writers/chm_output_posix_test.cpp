@@ -9,7 +9,8 @@
 #include <cstdlib>
 #include <filesystem>
 
-// The command's messages about help files, whose pages it writes to the folder for temporary files.
+// Help files made from their pages by a script, and the command's messages about them. The command writes the pages to
+// the folder for temporary files.
 
 namespace scrivalen::command::test {
 namespace {
@@ -48,6 +49,37 @@ class Compiler {
  private:
   scrivalen::test::TemporaryFolder folder_;
 };
+
+// Makes a help file that consists of its pages.
+constexpr const char* kJoinPages = "cat \"${1%/*}\"/*.htm >\"${1%/*}/report.chm\"\n";
+
+std::string classicPagesOf(const std::string& name, std::string_view input) {
+  const Compiler compiler(kJoinPages);
+  CommandRun run;
+  const Result result = run.with(name, input).run({"@/" + name, "--classic", "-o", "@/a.chm"});
+  EXPECT_EQ(result.status, 0) << result.error;
+  return run.bytes("a.chm");
+}
+
+bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
+
+TEST(ClassicHelp, EscapesTheCellsOfMarkdown) {
+  const std::string pages = classicPagesOf("in.md", "| \\<b> |\n|---|\n| `<script>` |\n| \\<img src=x onerror=y> |");
+  EXPECT_TRUE(holds(pages, "<th>&lt;b&gt;</th>")) << pages;
+  EXPECT_TRUE(holds(pages, "<td>&lt;script&gt;</td>")) << pages;
+  EXPECT_TRUE(holds(pages, "<td>&lt;img src=x onerror=y&gt;</td>")) << pages;
+}
+
+TEST(ClassicHelp, EscapesTheCellsOfCsv) {
+  const std::string pages = classicPagesOf("in.csv", "<b>\n<script>&amp;\n");
+  EXPECT_TRUE(holds(pages, "<th>&lt;b&gt;</th>")) << pages;
+  EXPECT_TRUE(holds(pages, "<td>&lt;script&gt;&amp;amp;</td>")) << pages;
+}
+
+TEST(ClassicHelp, BreaksTheLinesOfCells) {
+  const std::string pages = classicPagesOf("in.csv", "a\n\"b\nc\"\n");
+  EXPECT_TRUE(holds(pages, "<td>b<br>c</td>")) << pages;
+}
 
 TEST(ChmMessages, NameTheOutputInAWarning) {
   const Compiler compiler("printf made >\"${1%/*}/report.chm\"\n");
