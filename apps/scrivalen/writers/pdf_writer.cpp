@@ -2,6 +2,7 @@
 #include "readers/markup_text.h"
 #include "writers/list_markers.h"
 #include "writers/single_report.h"
+#include "writers/visible_content.h"
 #include "writers/writers.h"
 
 #include <algorithm>
@@ -56,6 +57,7 @@ class PdfWriter : public DocumentWriter {
   static constexpr std::size_t kBlanksPerLevel = 6;
 
   SingleReport report_;
+  VisibleContent content_;
   ListMarkers markers_;
   std::vector<Part> parts_;         // of the current block or cell
   std::vector<int> headingLevels_;  // of the headings that the next one may be nested under
@@ -69,6 +71,9 @@ class PdfWriter : public DocumentWriter {
 };
 
 void PdfWriter::write(const Event& event) {
+  if (!content_.includes(event)) {
+    return;
+  }
   switch (groupOf(event.kind)) {
     case EventGroup::Block: return writeBlock(event);
     case EventGroup::Table: return writeTable(event);
@@ -122,7 +127,7 @@ void PdfWriter::writeInline(const Event& event) {
     case EventKind::LineBreak: return addLines(L"\n");
     case EventKind::Markup: {
       std::wstring text;
-      MarkupText().appendInline(text, event.text);
+      content_.appendMarkup(text, event.text);
       return addLines(text);
     }
     case EventKind::BeginStrong: ++bold_; return;

@@ -15,6 +15,9 @@ bool PlainWriter::open(const std::wstring& file, const DocumentSettings& setting
 }
 
 void PlainWriter::write(const Event& event) {
+  if (!content_.includes(event)) {
+    return;
+  }
   switch (groupOf(event.kind)) {
     case EventGroup::Block: return writeBlock(event);
     case EventGroup::Table: return writeTable(event);
@@ -64,7 +67,7 @@ void PlainWriter::writeInline(const Event& event) {
     case EventKind::Text:
     case EventKind::Image: text_ += event.text; return;
     case EventKind::LineBreak: text_ += L'\n'; return;
-    case EventKind::Markup: return MarkupText().appendInline(text_, event.text);
+    case EventKind::Markup: return content_.appendMarkup(text_, event.text);
     case EventKind::BeginDeleted:
     case EventKind::EndDeleted: text_ += L"~~"; return;
     case EventKind::BeginLink:

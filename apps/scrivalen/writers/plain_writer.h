@@ -3,6 +3,7 @@
 #include "document/document.h"
 #include "writers/list_markers.h"
 #include "writers/single_report.h"
+#include "writers/visible_content.h"
 
 #include <string>
 
@@ -51,6 +52,7 @@ class PlainWriter : public DocumentWriter {
   void endLink();
 
   std::wstring text_;  // of the current block
+  VisibleContent content_;
   ListMarkers markers_;
   std::size_t linkStart_ = 0;
   std::wstring linkAddress_;

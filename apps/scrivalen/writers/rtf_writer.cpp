@@ -3,6 +3,7 @@
 #include "text/address.h"
 #include "writers/list_markers.h"
 #include "writers/single_report.h"
+#include "writers/visible_content.h"
 #include "writers/writers.h"
 
 #include <algorithm>
@@ -58,6 +59,7 @@ class RtfWriter : public DocumentWriter {
   void put(const std::wstring& text) { report_->Text(text.c_str(), PARAGRAPH_NONE, L"", 0); }
 
   SingleReport report_;
+  VisibleContent content_;
   ListMarkers markers_;
   std::vector<bool> tight_{false};  // for the document and each open list
   std::wstring marker_;             // of the items whose first block comes next
@@ -76,6 +78,9 @@ class RtfWriter : public DocumentWriter {
 };
 
 void RtfWriter::write(const Event& event) {
+  if (!content_.includes(event)) {
+    return;
+  }
   switch (groupOf(event.kind)) {
     case EventGroup::Block: return writeBlock(event);
     case EventGroup::Table: return writeTable(event);
@@ -152,7 +157,7 @@ void RtfWriter::writeInline(const Event& event) {
     case EventKind::LineBreak: return inLink_ ? text(L" ") : report_->EndOfLine();
     case EventKind::Markup: {
       std::wstring breaks;
-      MarkupText().appendInline(breaks, event.text);
+      content_.appendMarkup(breaks, event.text);
       for (std::size_t i = 0; i < breaks.size(); ++i) {
         writeInline({.kind = EventKind::LineBreak});
       }

@@ -194,5 +194,29 @@ TEST(UnsafeMarkdown, IsTextInFormatsWithoutTags) {
   EXPECT_TRUE(holds(pdf, "(a b)Tj") && holds(pdf, "(f)Tj")) << pdf;
 }
 
+constexpr std::string_view kInlineScript =
+    "a<style>p {}</style> <script>evil() *evil* [evil](evil) ![evil](e) ~~evil~~</script><b>b</b>\n\nc\n";
+
+TEST(UnsafeMarkdown, DropsTheContentOfInlineScriptsInFormatsWithoutTags) {
+  EXPECT_EQ(textOf(kInlineScript, {"--unsafe"}), "a b\n\nc\n");
+  CommandRun run;
+  run.with("in.md", kInlineScript);
+  EXPECT_EQ(
+      run.run({"@/in.md", "--unsafe", "-o", "@/a.xml", "-o", "@/a.rtf", "-o", "@/a.pdf", "-o", "@/a.xlsx"}).status, 0);
+  EXPECT_TRUE(holds(run.bytes("a.xml"), "<paragraph>a b</paragraph>")) << run.bytes("a.xml");
+  EXPECT_TRUE(holds(run.bytes("a.rtf"), "{a b\\s0\\ql\\par")) << run.bytes("a.rtf");
+  EXPECT_TRUE(holds(run.bytes("a.pdf"), "(a b)Tj")) << run.bytes("a.pdf");
+  EXPECT_EQ(scrivalen::test::readCells(run.widePath("a.xlsx")), "A1 \"a b\"\nA2 \"c\"\n");
+}
+
+TEST(UnsafeMarkdown, EndsTheStylesAndLinksThatAScriptOverlaps) {
+  EXPECT_EQ(textOf("~~a [b <script>c](d) e~~ f</script> g", {"--unsafe"}), "~~a b  (d)~~ g\n");
+  EXPECT_EQ(textOf("<b>a</b> <script>[b</script>c](d) e", {"--unsafe"}), "a c e\n");
+}
+
+TEST(UnsafeMarkdown, ShowsTheBlocksAfterAnUnclosedScriptInFormatsWithoutTags) {
+  EXPECT_EQ(textOf("a <script> b\n\nc\n\n| d <style> |\n|---|\n| e |", {"--unsafe"}), "a\n\nc\n\nd \ne\n");
+}
+
 }  // namespace
 }  // namespace scrivalen::command::test
