@@ -24,6 +24,7 @@ class RtfWriter : public DocumentWriter {
   RtfWriter() : report_(FORMAT_RTF) {}
 
   bool open(const std::wstring& file, const DocumentSettings& settings) override {
+    isConforming_ = settings.conforming;
     return report_.open(file, settings);
   }
   void write(const Event& event) override;
@@ -44,6 +45,7 @@ class RtfWriter : public DocumentWriter {
   void endCell(const Event& cell);
   void beginLink(const Event& link);
   void endLink();
+  void breakLine();
   void rule();
   void markupBlock(std::wstring_view markup);
 
@@ -73,6 +75,7 @@ class RtfWriter : public DocumentWriter {
   bool inCell_ = false;
   bool inLink_ = false;
   bool inCode_ = false;
+  bool isConforming_ = true;
   bool isBreakPending_ = false;  // a line of code has ended; its break is written when another line follows
   bool isSeparated_ = true;      // the next block needs no empty paragraph before it
 };
@@ -154,7 +157,7 @@ void RtfWriter::writeInline(const Event& event) {
   switch (event.kind) {
     case EventKind::Text: return inCode_ ? codeText(event.text) : text(event.text);
     case EventKind::Image: return text(event.text);
-    case EventKind::LineBreak: return inLink_ ? text(L" ") : report_->EndOfLine();
+    case EventKind::LineBreak: return breakLine();
     case EventKind::Markup: {
       std::wstring breaks;
       content_.appendMarkup(breaks, event.text);
@@ -278,6 +281,15 @@ void RtfWriter::endLink() {
     report_->Link(shown.c_str(), address_.c_str());
   } else {
     put(withAddress(link_, address_));
+  }
+}
+
+// The classic form does not convert the line feeds of a text, and readers ignore them.
+void RtfWriter::breakLine() {
+  if (inLink_) {
+    text(isConforming_ ? L"\n" : L" ");
+  } else {
+    report_->EndOfLine();
   }
 }
 

@@ -148,6 +148,22 @@ TEST(RtfOutput, HasInternalAndExternalLinks) {
   EXPECT_EQ(bodyOf("[a](b.md)"), "a (b.md)" + kEnd);
 }
 
+TEST(RtfOutput, BreaksTheLineInALink) {
+  for (const std::string lineBreak : {"<br>", "  \n"}) {
+    EXPECT_EQ(bodyOf("[a" + lineBreak + "b](https://x.org)"),
+              "{\\field{\\*\\fldinst {HYPERLINK \"https://x.org\" }}{\\fldrslt {\\ul \\cf2 a\\line b\\cf0 \\ul0 }}}\n" +
+                  kEnd);
+    EXPECT_EQ(bodyOf("[a" + lineBreak + "b](#c)"),
+              " {\\field{\\*\\fldinst {HYPERLINK \\\\l \"c\" }}{\\fldrslt {\\cs15\\ul\\cf2 a\\line b}}} " + kEnd);
+    EXPECT_EQ(bodyOf("[a" + lineBreak + "b](c.md)"), "a\\line b (c.md)" + kEnd);
+  }
+}
+
+// The classic form writes a line feed as it is, and readers ignore it.
+TEST(RtfOutput, TurnsALineBreakInAClassicLinkIntoABlank) {
+  EXPECT_NE(documentOf("in.md", "[a<br>b](c.md)", {"--classic"}).find("{a b (c.md)" + kEnd), std::string::npos);
+}
+
 TEST(RtfOutput, HasTablesWithABoldHeaderOnGrey) {
   const std::string table = bodyOf("| a | b |\n|---|---|\n| 1 | *2* |");
   EXPECT_TRUE(table.starts_with("\\par {\\trowd"));

@@ -94,5 +94,9 @@ TEST(TextOutput, WritesSingleBytesOnRequestAndWarnsOfLostCharacters) {
             "scrivalen: warning: '@/out.txt': 1 character could not be written as it was given: U+20AC.\n");
 }
 
+TEST(TextOutput, TurnsALineBreakInACellIntoABlank) { EXPECT_EQ(textOf("| a<br>b |\n|---|\n| c<br>d |"), "a b\nc d\n"); }
+
+TEST(TextOutput, BreaksTheLineInALink) { EXPECT_EQ(textOf("[a<br>b](c)"), "a\nb (c)\n"); }
+
 }  // namespace
 }  // namespace scrivalen::command::test
