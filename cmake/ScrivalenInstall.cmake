@@ -106,10 +106,3 @@ if(WIN32 AND TARGET scrivalen_command)
   file(GLOB licence "${SCRIVALEN_SOURCES_DIR}/libcsv-*/COPYING.LESSER")
   install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Command RENAME LGPL-2.1.txt)
 endif()
-
-# In a larger project that includes this one, find_package finds the existing target.
-if(NOT PROJECT_IS_TOP_LEVEL)
-  file(WRITE "${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/scrivalen-config.cmake" "# The target scrivalen::scrivalen is part of this build.\n")
-  configure_file("${PROJECT_BINARY_DIR}/package/scrivalenConfigVersion.cmake"
-    "${CMAKE_FIND_PACKAGE_REDIRECTS_DIR}/scrivalen-config-version.cmake" COPYONLY)
-endif()

@@ -90,7 +90,7 @@ build_with_pkg_config() {
   export PKG_CONFIG_PATH="$work/prefix/lib/pkgconfig"
   flags="$(pkg-config --cflags --libs scrivalen)"
   # shellcheck disable=SC2086  # several flags
-  quietly "$compiler" -std=c++20 "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" \
+  quietly "$compiler" -std=c++17 "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" \
     "$consumer/main.cpp" -o "$work/with_pkg_config" $flags
 }
 

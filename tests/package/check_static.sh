@@ -61,7 +61,8 @@ run_consumer() {
 
 configure -S "$sources" -B "$work/build" -D BUILD_SHARED_LIBS=OFF -D CMAKE_UNITY_BUILD=ON \
   -D CMAKE_UNITY_BUILD_BATCH_SIZE=0 -D SCRIVALEN_BUILD_TESTS=OFF -D SCRIVALEN_BUILD_EXAMPLES=OFF \
-  -D CMAKE_INSTALL_PREFIX="$prefix" -D CMAKE_INSTALL_LIBDIR="$prefix/lib"
+  -D CMAKE_INSTALL_PREFIX="$prefix" -D CMAKE_INSTALL_LIBDIR="$prefix/lib" \
+  -D CMAKE_INSTALL_INCLUDEDIR="$prefix/include"
 quietly "$cmake" --build "$work/build"
 expect_only_in Runtime bin/tmpl/default.htm
 expect_only_in Development lib/libscrivalen.a
@@ -77,6 +78,7 @@ run_consumer "$work/consumer/consumer"
 
 export PKG_CONFIG_PATH="$prefix/lib/pkgconfig"
 [ "$(pkg-config --variable=libdir scrivalen)" = "$prefix/lib" ] || fail "pkg-config reports another library folder"
+[ "$(pkg-config --variable=includedir scrivalen)" = "$prefix/include" ] || fail "pkg-config reports other headers"
 mkdir "$work/with_pkg_config"
 # shellcheck disable=SC2046  # several flags
 quietly "$compiler" -std=c++17 -DEXPECT_STATIC "-DEXPECTED_VERSION=\"$(pkg-config --modversion scrivalen)\"" "$here/consumer/main.cpp" \
@@ -87,5 +89,12 @@ configure -S "$here/host" -B "$work/host" -D SCRIVALEN_SOURCES="$sources" -D BUI
   -D CMAKE_UNITY_BUILD=ON -D CMAKE_INSTALL_PREFIX="$work/host_prefix" -D CMAKE_INSTALL_LIBDIR=lib
 quietly "$cmake" --build "$work/host"
 quietly "$cmake" --install "$work/host"
-[ -f "$work/host_prefix/lib/cmake/host/hostTargets.cmake" ] || fail "the host's library is not exported"
+configure -S "$here/host_user" -B "$work/host_user" -D CMAKE_PREFIX_PATH="$work/host_prefix" \
+  -D DATA_FOLDER="$work/host_prefix/bin"
+quietly "$cmake" --build "$work/host_user"
+(cd "$work/run" && "$work/host_user/host_user") || fail "the user of the host's library writes no page"
+grep -q '<main' "$work/run/greeting.html" || fail "the page of the host's library is not made from its template"
+
+# A library that is not installed is found by the rest of the build all the same.
+configure -S "$here/host" -B "$work/host_without_install" -D SCRIVALEN_SOURCES="$sources" -D SCRIVALEN_INSTALL=OFF
 printf 'check_static: all is well\n'

@@ -3,7 +3,9 @@
 
 int writeGreeting(const wchar_t* file) {
   HtmlReport report;
-  if (report.Open(file) != REPORT_OK) {
+  report.SetTemplateFileName(L"default.htm");
+  report.SetOutputFileName(file);
+  if (report.Open() != REPORT_OK) {
     return 1;
   }
   report.Text(L"Hello", PARAGRAPH_NORMAL, L"", 0);
