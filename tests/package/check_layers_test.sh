@@ -1,10 +1,10 @@
 #!/usr/bin/env bash
-# Checks that check_floors.sh finds each wrong include in a small tree of sources that is otherwise right.
+# Checks that check_layers.sh finds each wrong include in a small tree of sources that is otherwise right.
 #
-#   check_floors_test.sh
+#   check_layers_test.sh
 set -euo pipefail
 
-check="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/check_floors.sh"
+check="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)/check_layers.sh"
 work="$(mktemp -d)"
 trap 'rm -rf "$work"' EXIT
 failures=0
@@ -36,7 +36,7 @@ write_tree() {
 
 write_tree
 "$check" "$work" >"$work/found" || {
-  printf 'check_floors_test: the tree is right, but %s\n' "$(cat "$work/found")" >&2
+  printf 'check_layers_test: the tree is right, but %s\n' "$(cat "$work/found")" >&2
   failures=1
 }
 
@@ -45,7 +45,7 @@ expect_found() {
   write_tree
   put "$1" "$2"
   if "$check" "$work" >"$work/found" || ! grep -qF "$1:" "$work/found" || ! grep -qF "$3" "$work/found"; then
-    printf 'check_floors_test: %s may not include %s, but: %s\n' "$1" "$2" "$(cat "$work/found")" >&2
+    printf 'check_layers_test: %s may not include %s, but: %s\n' "$1" "$2" "$(cat "$work/found")" >&2
     failures=1
   fi
 }
@@ -64,9 +64,9 @@ expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/layout/pages.h"' "an
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/fonts/fonts.h"' "another format"
 expect_found src/formats/pdf/fonts/fonts.cpp '"formats/pdf/layout/pages.h"' "another format"
 expect_found src/formats/text/text_report.cpp '"scrivalen/multi_report.h"' "above"
-expect_found src/text/utf.h '"platform/utf.h"' "no floor"
-expect_found src/platform/utf.h '"text/utf.h"' "no floor"
-expect_found src/strays.cpp '<string>' "no floor"
+expect_found src/text/utf.h '"platform/utf.h"' "no layer"
+expect_found src/platform/utf.h '"text/utf.h"' "no layer"
+expect_found src/strays.cpp '<string>' "no layer"
 expect_found include/scrivalen/report.h '<scrivalen/scrivalen.h>' "above"
 expect_found apps/scrivalen/command.cpp '"report/report_error.h"' "the command"
 expect_found apps/scrivalen/writers/writers.cpp '"formats/rtf/rtf_report.h"' "the command"
@@ -76,14 +76,14 @@ for number in {1..24}; do
   put "src/text/file$number.h" '<string>'
 done
 if "$check" "$work" >"$work/found" || ! grep -q '25 src/text$' "$work/found"; then
-  printf 'check_floors_test: a folder of 25 files is too full, but: %s\n' "$(cat "$work/found")" >&2
+  printf 'check_layers_test: a folder of 25 files is too full, but: %s\n' "$(cat "$work/found")" >&2
   failures=1
 fi
 
 rm -rf "${work:?}"/*
 mkdir "$work/src" "$work/include" "$work/apps"
 if "$check" "$work" >/dev/null; then
-  printf 'check_floors_test: a tree without sources passes\n' >&2
+  printf 'check_layers_test: a tree without sources passes\n' >&2
   failures=1
 fi
 exit "$failures"

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Reads every #include of the sources and fails on one that goes upward, or from one format to another. A file's folder
-# decides its floor. The public headers share a folder, so one that declares a report is on the floor that implements
+# decides its layer. The public headers share a folder, so one that declares a report is in the layer that implements
 # it.
 #
-#   check_floors.sh SOURCES
+#   check_layers.sh SOURCES
 set -euo pipefail
 
 cd "$1"
@@ -18,32 +18,32 @@ includes() {
 most_files=24
 crowded="$(find src include apps -type f | sed 's|/[^/]*$||' | sort | uniq -c | awk -v most="$most_files" '$1 > most')"
 if [ -n "$crowded" ]; then
-  printf 'check_floors: more than %s files in a folder:\n%s\n' "$most_files" "$crowded"
+  printf 'check_layers: more than %s files in a folder:\n%s\n' "$most_files" "$crowded"
   exit 1
 fi
 
 includes | awk '
-  # Sets the floor and the format of an included path. Floor 0: a file of the command or of another library.
+  # Sets the layer and the format of an included path. Layer 0: a file of the command or of another library.
   function place(path) {
-    floor = 0
+    layer = 0
     format = ""
-    if (path ~ /^text\//) floor = 1
-    else if (path ~ /^system\//) floor = 2
-    else if (path ~ /^output\//) floor = 3
-    else if (path ~ /^report\//) floor = 4
+    if (path ~ /^text\//) layer = 1
+    else if (path ~ /^system\//) layer = 2
+    else if (path ~ /^output\//) layer = 3
+    else if (path ~ /^report\//) layer = 4
     else if (path ~ /^formats\/[^\/]*\//) {
-      floor = 5
+      layer = 5
       format = path
       sub(/^formats\//, "", format)
       sub(/\/[^\/]*$/, "", format)
     }
-    else if (path ~ /^formats\//) floor = 6
-    else if (path ~ /^scrivalen\/(export|host|output_file|text|version)\.h/) floor = 3
-    else if (path ~ /^scrivalen\/report\.h/) floor = 4
-    else if (path ~ /^scrivalen\/html_report\.h/) { floor = 5; format = "markup" }
-    else if (path ~ /^scrivalen\/rtf_doc\.h/) { floor = 5; format = "rtf" }
-    else if (path ~ /^scrivalen\/pdf_doc\.h/) { floor = 5; format = "pdf/objects" }  # it also names the faces
-    else if (path ~ /^scrivalen\//) floor = 6
+    else if (path ~ /^formats\//) layer = 6
+    else if (path ~ /^scrivalen\/(export|host|output_file|text|version)\.h/) layer = 3
+    else if (path ~ /^scrivalen\/report\.h/) layer = 4
+    else if (path ~ /^scrivalen\/html_report\.h/) { layer = 5; format = "markup" }
+    else if (path ~ /^scrivalen\/rtf_doc\.h/) { layer = 5; format = "rtf" }
+    else if (path ~ /^scrivalen\/pdf_doc\.h/) { layer = 5; format = "pdf/objects" }  # it also names the faces
+    else if (path ~ /^scrivalen\//) layer = 6
   }
 
   # Help holds an HTML report. The layout of a PDF file knows its fonts, and both its objects.
@@ -52,13 +52,13 @@ includes | awk '
       (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
   }
 
-  # The command knows the interface, and below it only the floors without reports.
+  # The command knows the interface, and below it only the layers without reports.
   function commandMayKnow(path) {
-    return path ~ /^scrivalen\// || floor <= 3
+    return path ~ /^scrivalen\// || layer <= 3
   }
 
   function wrong(why) {
-    printf "check_floors: %s:%s: %s\n", file, line, why
+    printf "check_layers: %s:%s: %s\n", file, line, why
     status = 1
   }
 
@@ -76,13 +76,13 @@ includes | awk '
       next
     }
     place(substr(file, index(file, "/") + 1))
-    ownFloor = floor
+    ownLayer = layer
     ownFormat = format
-    if (ownFloor == 0) wrong("the folder of this file is on no floor")
+    if (ownLayer == 0) wrong("the folder of this file is in no layer")
     place(path)
-    if (floor == 0 && $0 ~ /include[[:space:]]*"/) wrong(path " is on no floor")
-    else if (floor > ownFloor) wrong(path " is above this file")
-    else if (floor == 5 && ownFloor == 5 && !mayKnow(ownFormat, format)) wrong(path " belongs to another format")
+    if (layer == 0 && $0 ~ /include[[:space:]]*"/) wrong(path " is in no layer")
+    else if (layer > ownLayer) wrong(path " is above this file")
+    else if (layer == 5 && ownLayer == 5 && !mayKnow(ownFormat, format)) wrong(path " belongs to another format")
   }
 
   END {
