@@ -12,8 +12,9 @@ std::wstring withAddress(std::wstring_view text, std::wstring_view address);
 
 enum class AddressUse { Link, Image };
 
-/// Whether following an address runs a program contained in it: javascript:, vbscript:, and data: except in an image.
-/// The scheme is recognized as browsers do, in any case and with blanks and control characters around or inside it.
+/// Whether following an address may run a script, a macro or a program that it holds or names, such as javascript:,
+/// macro: and ms-msdt:; also data:, except in an image. The scheme is recognized as browsers do, in any case and with
+/// blanks and control characters around or inside it.
 bool runsProgram(std::wstring_view address, AddressUse use);
 
 }  // namespace scrivalen::command

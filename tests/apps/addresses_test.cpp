@@ -13,6 +13,37 @@ TEST(Addresses, RunAProgramByTheirScheme) {
   EXPECT_TRUE(runsAsLink(L"data:text/html,x"));
 }
 
+TEST(Addresses, RunScriptsOfOldBrowsers) {
+  for (const std::wstring_view address :
+       {L"livescript:x", L"mocha:x", L"about:<script>x</script>", L"url:javascript:x", L"feed:javascript:x",
+        L"view-source:javascript:x", L"jar:http://x.org/y.jar!/z.html"}) {
+    EXPECT_TRUE(runsAsLink(address));
+  }
+}
+
+TEST(Addresses, RunMacrosAndCommandsOfLibreOffice) {
+  for (const std::wstring_view address :
+       {L"macro:///Standard.Module1.Main", L"vnd.sun.star.script:x?language=Basic", L"vnd.sun.star.expand:x",
+        L".uno:RunMacro", L"slot:6000", L"service:x", L"private:factory/swriter"}) {
+    EXPECT_TRUE(runsAsLink(address));
+  }
+}
+
+TEST(Addresses, StartProgramsOfWindows) {
+  for (const std::wstring_view address :
+       {L"ms-msdt:/id PCWDiagnostic", L"ms-officecmd:x", L"MS-Word:ofe|u|x", L"search-ms:query=x", L"search:query=x",
+        L"shell:startup", L"hcp://x", L"help:x"}) {
+    EXPECT_TRUE(runsAsLink(address));
+  }
+}
+
+TEST(Addresses, OpenPagesInTheHelpViewerWithItsRights) {
+  for (const std::wstring_view address : {L"mk:@MSITStore:C:\\x.chm::/y.htm", L"its:x.chm::/y.htm",
+                                          L"ms-its:x.chm::/y.htm", L"mhtml:file://x!y", L"res://x.dll/y"}) {
+    EXPECT_TRUE(runsAsLink(address));
+  }
+}
+
 TEST(Addresses, RunAProgramInAnyCaseOfTheirScheme) { EXPECT_TRUE(runsAsLink(L"jAvAsCrIpT:x")); }
 
 TEST(Addresses, RunAProgramDespiteCharactersThatBrowsersIgnore) {
@@ -24,9 +55,30 @@ TEST(Addresses, RunAProgramDespiteCharactersThatBrowsersIgnore) {
 }
 
 TEST(Addresses, RunNoProgramOtherwise) {
-  for (const std::wstring_view address :
-       {L"", L"javascript", L"x/javascript:y", L"#javascript:", L"javascripts:x", L"javascript%3Ax",
-        L"https://x.org/data:", L"mailto:a@b.org", L"\u0130avascript:x", L"\u212Aavascript:x", L"data"}) {
+  for (const std::wstring_view address : {L"",
+                                          L"javascript",
+                                          L"x/javascript:y",
+                                          L"#javascript:",
+                                          L"javascripts:x",
+                                          L"javascript%3Ax",
+                                          L"https://x.org/data:",
+                                          L"http://x.org",
+                                          L"mailto:a@b.org",
+                                          L"file:///x",
+                                          L"ftp://x.org",
+                                          L"tel:1",
+                                          L"magnet:x",
+                                          L"geo:1,2",
+                                          L"ms",
+                                          L"ms-x/y:z",
+                                          L"ms:x",
+                                          L"vnd.sun.starx:y",
+                                          L"macros:x",
+                                          L"?macro:x",
+                                          L"a b:macro:",
+                                          L"\u0130avascript:x",
+                                          L"\u212Aavascript:x",
+                                          L"data"}) {
     EXPECT_FALSE(runsAsLink(address));
   }
 }
@@ -35,6 +87,7 @@ TEST(Addresses, OfImagesMayBeDataUrls) {
   EXPECT_FALSE(runsProgram(L"data:image/png;base64,AA", AddressUse::Image));
   EXPECT_TRUE(runsProgram(L"javascript:x", AddressUse::Image));
   EXPECT_TRUE(runsProgram(L"vbscript:x", AddressUse::Image));
+  EXPECT_TRUE(runsProgram(L"mhtml:file://x!y", AddressUse::Image));
 }
 
 TEST(Addresses, FollowTheirTextInParentheses) {

@@ -100,6 +100,8 @@ TEST(SafeMarkdown, EndsAnUnclosedScriptWithItsHtmlBlock) {
 TEST(SafeMarkdown, ShowsAddressesThatRunAProgramInsteadOfLinkingToThem) {
   EXPECT_EQ(eventsOf("[a *b*](javascript:c 'd') e"),
             paragraph({"Text 'a '", "BeginEmphasis", "Text 'b'", "EndEmphasis", "Text ' (javascript:c) e'"}));
+  EXPECT_EQ(eventsOf("[a](vnd.sun.star.script:b)"), paragraph({"Text 'a (vnd.sun.star.script:b)'"}));
+  EXPECT_EQ(eventsOf("<ms-msdt:a>"), paragraph({"Text 'ms-msdt:a'"}));
   EXPECT_EQ(eventsOf("[](vbscript:c)"), paragraph({"Text 'vbscript:c'"}));
   EXPECT_EQ(eventsOf("<javascript:a>"), paragraph({"Text 'javascript:a'"}));
   EXPECT_EQ(eventsOf("[a]\n\n[a]: data:text/html,b"), paragraph({"Text 'a (data:text/html,b)'"}));
