@@ -35,8 +35,9 @@ std::wstring titleFromName(const std::string& input) {
   return name;
 }
 
-std::string fileText(const Environment& environment, const std::string& name) {
-  return TextInput(environment, name).rest();
+// With its byte-order mark, which the library logs.
+std::string styleSheet(const Environment& environment, const std::string& name) {
+  return TextInput(environment, name, TextInput::ByteOrderMark::Kept).rest();
 }
 
 DocumentSettings documentSettings(const Options& options, const Environment& environment) {
@@ -47,7 +48,7 @@ DocumentSettings documentSettings(const Options& options, const Environment& env
   }
   settings.templateFile = options.templateFile;
   if (!options.stylesFile.empty()) {
-    settings.styles = toWide(fileText(environment, options.stylesFile));
+    settings.styles = toWide(styleSheet(environment, options.stylesFile));
   }
   settings.columnSeparator = toWide(options.separator);
   settings.landscape = options.landscape;

@@ -17,8 +17,8 @@ constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
 }  // namespace
 
-TextInput::TextInput(const Environment& environment, std::string name)
-    : environment_(environment), name_(std::move(name)) {
+TextInput::TextInput(const Environment& environment, std::string name, ByteOrderMark mark)
+    : environment_(environment), name_(std::move(name)), mark_(mark) {
   bytes_.resize(kChunk);
   if (name_ == "-") {
     return;
@@ -84,16 +84,18 @@ bool TextInput::fill() {
 
 void TextInput::recognizeEncoding() {
   const std::string_view start(bytes_.data(), end_);
+  std::size_t markSize = 0;
   encoding_ = Encoding::Utf8;
   if (start.starts_with(kUtf8Mark)) {
-    begin_ = kUtf8Mark.size();
+    markSize = kUtf8Mark.size();
   } else if (start.starts_with("\xFF\xFE")) {
     encoding_ = Encoding::Utf16Little;
-    begin_ = 2;
+    markSize = 2;
   } else if (start.starts_with("\xFE\xFF")) {
     encoding_ = Encoding::Utf16Big;
-    begin_ = 2;
+    markSize = 2;
   }
+  begin_ = mark_ == ByteOrderMark::Removed ? markSize : 0;
 }
 
 std::string_view TextInput::takeUtf8() {

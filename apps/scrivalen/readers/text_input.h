@@ -9,12 +9,14 @@
 
 namespace scrivalen::command {
 
-/// Reads the input as valid UTF-8. A byte-order mark is removed, UTF-16 with such a mark is converted, and ill-formed
-/// sequences and NULs become U+FFFD.
+/// Reads the input as valid UTF-8. A byte-order mark is removed unless it is to be kept, UTF-16 with such a mark is
+/// converted, and ill-formed sequences and NULs become U+FFFD.
 class TextInput {
  public:
+  enum class ByteOrderMark { Removed, Kept };
+
   /// @param name  a path, or "-" for standard input
-  TextInput(const Environment& environment, std::string name);
+  TextInput(const Environment& environment, std::string name, ByteOrderMark mark = ByteOrderMark::Removed);
   TextInput(const TextInput&) = delete;
   TextInput& operator=(const TextInput&) = delete;
 
@@ -40,6 +42,7 @@ class TextInput {
 
   const Environment& environment_;
   std::string name_;
+  ByteOrderMark mark_;
   scrivalen::File file_;
   Encoding encoding_ = Encoding::Unknown;
   bool ended_ = false;

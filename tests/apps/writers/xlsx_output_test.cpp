@@ -81,6 +81,27 @@ TEST(XlsxOutput, WarnsOfUnknownStyleSheetProperties) {
             "scrivalen: warning: '@/out.xlsx': the style sheet is not understood: 'cell' has no 'margin'.\n");
 }
 
+TEST(XlsxOutput, WarnsOfAByteOrderMarkInAStyleSheetAndAppliesTheRest) {
+  const std::string sheet = "sheet{freeze-rows:0}";
+  std::string wideSheet = "\xFF\xFE";
+  for (const char c : sheet) {
+    wideSheet.append({c, '\0'});
+  }
+  for (const std::string& styles : {"\xEF\xBB\xBF" + sheet, wideSheet}) {
+    CommandRun run;
+    const Result result = run.with("in.csv", "a\n1\n")
+                              .with("styles", styles)
+                              .run({"@/in.csv", "-o", "@/out.xlsx", "--styles", "@/styles"});
+    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(result.error,
+              "scrivalen: warning: '@/out.xlsx': the style sheet is not understood: a byte-order mark is no part of a "
+              "style sheet.\n");
+    const std::string page = scrivalen::test::workbookPart(run.widePath("out.xlsx"), "xl/worksheets/sheet1.xml");
+    EXPECT_NE(page.find("<sheetView"), std::string::npos) << page;
+    EXPECT_EQ(page.find("<pane"), std::string::npos) << page;
+  }
+}
+
 TEST(XlsxOutput, IsTheSameInClassicForm) {
   EXPECT_EQ(cellsOf("in.md", "# A\n\nb", {"--classic"}), "A1 \"A\" bold\nA2 \"b\"\n");
 }
