@@ -133,6 +133,8 @@ class SCRIVALEN_API AReport {
   /// paragraphs and cells, help drops every text outside a topic. In a spreadsheet a text within a row is one more cell
   /// of the row; any other text is a row of one cell, bold unless its type is PARAGRAPH_NONE. In XML a text between
   /// BeginCell(null) and EndCell is dropped.
+  /// @param text   null is an empty text, but in classic PDF no text at all: a cell without another text is then as
+  ///               Cell(null) makes it
   /// @param type   HTML and help: p or h1 to h6; XML: an element "text" for every type; text: a line; RTF: a paragraph
   ///               of style 1 to 6, or 0; PDF: 20, 18, 16, 15, 14, 12 points, or 8
   /// @param style  attribute text of a heading, without a leading blank (HTML, help), else ignored; may be null
@@ -229,7 +231,8 @@ class SCRIVALEN_API AReport {
   virtual void SetCellColor(const wchar_t* color);
   /// Writes a link. XML, text and spreadsheet drop it together with its text. In PDF the whole paragraph or cell is the
   /// link.
-  /// @param text    HTML and help: markup, as in Cell
+  /// @param text    HTML and help: markup, as in Cell. Null is an empty text, but in classic PDF no text at all, as in
+  ///                Cell
   /// @param target  HTML and help: an address, or "#" followed by an anchor's name. RTF and PDF: an anchor's name,
   ///                without "#" in the classic form, with or without it in the conforming form, which also accepts an
   ///                address that begins with a scheme, such as https:
