@@ -83,10 +83,10 @@ void Output::deliver() {
 
 std::string Output::userMessage(const std::wstring& message) const {
   const std::wstring folder = writer_->workFolder();
-  if (folder.empty() || message.find(folder) == message.npos) {
-    return replacedAll<char>(toUtf8(message), toUtf8(file_), name_);
-  }
-  return withName(withoutPartName(message, folder));
+  const bool namesPart = !folder.empty() && message.find(folder) != message.npos;
+  const std::string text = namesPart ? withoutPartName(message, folder) : toUtf8(message);
+  const std::string named = replacedAll<char>(text, toUtf8(file_), name_);
+  return namesPart ? withName(named) : named;
 }
 
 // The user does not know the names of temporary parts. Their folder is named because its disk may be the full one.

@@ -320,7 +320,7 @@ void CHMReport::finish(Compiled& compiled) {
     reportNoHelpFile(compiled.path());
   }
   for (const std::wstring& message : project_.run.messages) {
-    CLog::Bug2(message);
+    CLog::Bug2(FMT::Format(L"'%s': %s", target_, message));
   }
   if (isMade && shouldDeliver()) {
     deliver(compiled);

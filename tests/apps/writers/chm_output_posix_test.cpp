@@ -91,6 +91,17 @@ TEST(ChmMessages, NameTheOutputInAWarning) {
             "U+4E2D.\n");
 }
 
+TEST(ChmMessages, NameTheOutputInAWarningOfTheCompiler) {
+  const Compiler compiler(
+      "printf made >\"${1%/*}/report.chm\"\necho \"hhc.exe: a\nhhc.exe: no '${1%/*}/b.htm'\" >&2\n");
+  CommandRun run;
+  const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.html", "-o", "@/b.chm", "-o", "@/c.chm"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: '@/b.chm': hhc.exe: a\nscrivalen: warning: '@/b.chm': hhc.exe: no '@/b.chm'\n"
+            "scrivalen: warning: '@/c.chm': hhc.exe: a\nscrivalen: warning: '@/c.chm': hhc.exe: no '@/c.chm'\n");
+}
+
 TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
   EXPECT_EQ(onSmallDisk([](const SmallDisk& disk) -> std::string {
               if (!disk.resize(64)) {

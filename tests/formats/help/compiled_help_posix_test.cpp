@@ -364,7 +364,8 @@ TEST(CompiledHelp, LogsThatPagesWithoutWordsHaveNoIndex) {
   EXPECT_EQ(help.report.Close(), REPORT_OK) << scrivalen::ToUtf8(help.report.GetError());
   EXPECT_EQ(filesIn(help.target)["b.htm"], help.pages[L"b.htm"]);
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{
-                             L"hhc.exe: chmcmd cannot index these pages: the help file has no full-text search"});
+                             L"'" + help.target +
+                             L"': hhc.exe: chmcmd cannot index these pages: the help file has no full-text search"});
 }
 
 TEST(HelpThatIsNotCompiled, LeavesNothingWhenATopicIsMissing) {
