@@ -57,6 +57,9 @@ class OutputBuffer {
   /// Passes the buffered bytes to the sink. @return false when bytes were lost since the last reset
   bool flush();
 
+  /// Whether bytes were lost since the last reset.
+  bool hasLostBytes() const { return lost_; }
+
   /// Discards the buffered bytes, for a new document.
   void reset();
 

@@ -244,7 +244,11 @@ void Document::save() {
     file_->setTitle(std::move(title_));
   }
   if (file_->beginSave()) {
-    layOut(Pages::Purpose::Writing);
+    try {
+      layOut(Pages::Purpose::Writing);
+    } catch (const Pages::LostBytes&) {
+      makingPages_ = false;
+    }
     file_->endSave();
   }
 }

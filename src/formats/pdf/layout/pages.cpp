@@ -50,6 +50,9 @@ void Pages::startPage() {
   if (scrivalen::isStopRequested()) {
     throw std::runtime_error("The host has stopped the report");
   }
+  if (purpose_ == Purpose::Writing && file_.hasLostBytes()) {
+    throw LostBytes();
+  }
   if (started_ == pages_.size()) {
     addPage();
   }

@@ -24,6 +24,9 @@ class Pages {
  public:
   enum class Purpose { Placing, Writing };
 
+  /// Thrown by startPage when bytes of earlier pages were lost, as on a full disk: more pages would be lost too.
+  struct LostBytes {};
+
   Pages(PDFStuffer::CPDFFile& file, const FontTable& fonts, const Pool<CPDFtextStyle>& styles,
         const Pool<_RGB_COLOR>& backgrounds, const Paper& paper, PDFStuffer::Form form);
 

@@ -117,6 +117,9 @@ class CPDFFile {
   void saveThrough(CPDFStream& stream, std::string_view content);
   void endSave();
 
+  /// Whether bytes were lost, as on a full disk; no more reach the file then.
+  bool hasLostBytes() const { return output_.hasLostBytes(); }
+
   /// Whether the file is complete: every object was made and written, and the table can address it.
   bool isWhole() const { return reason_.empty(); }
   /// The first reason why it is not.

@@ -37,6 +37,26 @@ TEST(PdfReportOnAFullDisk, ReportsItAtCloseAndNotBefore) {
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{kReason});
 }
 
+// Each page that is begun asks whether the host wants to stop.
+TEST(PdfReportOnAFullDisk, LaysOutNoMorePages) {
+  static int begun;
+  const auto pagesBegunOn = [](const wchar_t* file) {
+    const CapturedLog log;
+    PDFReport report;
+    EXPECT_EQ(report.Open(file), REPORT_OK);
+    writeMuch(report);
+    begun = 0;
+    scrivalen::SetStopHandler([] { return ++begun < 0; });
+    report.Close();
+    scrivalen::SetStopHandler(nullptr);
+    return begun;
+  };
+  const int all = pagesBegunOn(L"/dev/null");
+  EXPECT_GT(all, 100);
+  EXPECT_GT(pagesBegunOn(kFull), all / 2);  // the pages are begun twice: to be placed, and to be written
+  EXPECT_LT(pagesBegunOn(kFull), all / 2 + all / 8);
+}
+
 TEST(PdfReportOnAFullDisk, ReportsItEvenForAnEmptyDocument) {
   const CapturedLog log;
   PDFReport report;
