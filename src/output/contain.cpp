@@ -1,6 +1,5 @@
 #include "output/contain.h"
 
-#include "output/clog.h"
 #include "output/host_handlers.h"
 #include "text/fmt.h"
 
@@ -11,11 +10,8 @@ namespace scrivalen {
 void logException() noexcept {
   Reason reason;
   reason.keepException();
-  try {
-    CLog::Bug2(FMT::Format(L"%s%s", kOperationFailed, reason.text()));
-  } catch (...) {
-    logLine(L"A report operation failed: there is not enough memory.");
-  }
+  logMessage([&] { return FMT::Format(L"%s%s", kOperationFailed, reason.text()); },
+             L"A report operation failed: there is not enough memory.");
 }
 
 void logLine(const wchar_t* line) noexcept {

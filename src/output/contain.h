@@ -1,5 +1,6 @@
 #pragma once
 
+#include "output/clog.h"
 #include "output/reason.h"
 
 #include <string_view>
@@ -15,6 +16,16 @@ void logException() noexcept;
 
 /// Logs a message as one line, or unchanged when memory runs out.
 void logLine(const wchar_t* line) noexcept;
+
+/// Logs the message that @p make returns, or @p line when memory runs out for it.
+template <typename Make>
+void logMessage(Make make, const wchar_t* line) noexcept {
+  try {
+    CLog::Bug2(make());
+  } catch (...) {
+    logLine(line);
+  }
+}
 
 /// Runs @p action; an exception is logged and not propagated. Exported functions contain their own exceptions with
 /// this, which are little more than std::bad_alloc.

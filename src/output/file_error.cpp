@@ -1,6 +1,5 @@
 #include "output/file_error.h"
 
-#include "output/clog.h"
 #include "output/contain.h"
 #include "text/fmt.h"
 
@@ -12,11 +11,7 @@ std::wstring fileErrorText(FileError error, std::wstring_view file, std::wstring
 }
 
 void logFileError(FileError error, std::wstring_view file, const wchar_t* reason) noexcept {
-  try {
-    CLog::Bug2(fileErrorText(error, file, reason));
-  } catch (...) {
-    logLine(reason);
-  }
+  logMessage([&] { return fileErrorText(error, file, reason); }, reason);
 }
 
 }  // namespace scrivalen

@@ -1,6 +1,5 @@
 #include "output/log_loss.h"
 
-#include "output/clog.h"
 #include "output/contain.h"
 #include "text/fmt.h"
 
@@ -10,14 +9,14 @@ void logLoss(std::wstring_view file, const LossCounter& loss) noexcept {
   if (loss.count() == 0) {
     return;
   }
-  try {
-    CLog::Bug2(loss.count() == 1
+  logMessage(
+      [&] {
+        return loss.count() == 1
                    ? FMT::Format(L"'%s': 1 character could not be written as it was given: U+%04X.", file, loss.first())
                    : FMT::Format(L"'%s': %d characters could not be written as they were given, the first is U+%04X.",
-                                 file, loss.count(), loss.first()));
-  } catch (...) {
-    logLine(L"A report has characters that could not be written as they were given.");
-  }
+                                 file, loss.count(), loss.first());
+      },
+      L"A report has characters that could not be written as they were given.");
 }
 
 }  // namespace scrivalen

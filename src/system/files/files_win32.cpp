@@ -12,43 +12,35 @@ namespace {
 
 constexpr DWORD kNoSharing = 0;
 
-File openFile(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition) {
-  const HANDLE file = CreateFileW(path.c_str(), access, sharing, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
+File openFile(const std::wstring& path, DWORD access, DWORD sharing, DWORD disposition,
+              DWORD flags = FILE_ATTRIBUTE_NORMAL) noexcept {
+  const HANDLE file = CreateFileW(path.c_str(), access, sharing, nullptr, disposition, flags, nullptr);
   return File(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-void closeKeepingError(HANDLE file) {
-  const DWORD error = GetLastError();
-  CloseHandle(file);
-  SetLastError(error);
+// A file or folder whatever others do with it, which needs no access to it.
+File openToAsk(const std::wstring& path) noexcept {
+  return openFile(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, OPEN_EXISTING,
+                  FILE_FLAG_BACKUP_SEMANTICS);
 }
 
 bool isFileOnDisk(HANDLE file) { return GetFileType(file) == FILE_TYPE_DISK; }
 
 // A path with all links resolved; empty if it does not exist.
 std::wstring realPath(const std::wstring& path) {
-  std::wstring real(32768, L'\0');  // allocated before there is a handle to close
-  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
+  const File file = openToAsk(path);
+  if (!file) {
     return {};
   }
+  std::wstring real(32768, L'\0');
   const DWORD length = GetFinalPathNameByHandleW(file, real.data(), static_cast<DWORD>(real.size()), 0);
-  CloseHandle(file);
   real.resize(length < real.size() ? length : 0);
   return real;
 }
 
-// The identity of a file; opening it without any access is enough for that.
 bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) {
-  const HANDLE file = CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
-                                  OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
-    return false;
-  }
-  const bool known = GetFileInformationByHandle(file, &identity) != 0;
-  closeKeepingError(file);
-  return known;
+  const File file = openToAsk(path);
+  return file && GetFileInformationByHandle(file, &identity) != 0;
 }
 
 }  // namespace
@@ -192,14 +184,8 @@ bool isSpecialFile(const std::wstring& path) noexcept {
   if (isFolder(path) || !pathExists(path)) {
     return false;
   }
-  const HANDLE file =
-      CreateFileW(path.c_str(), 0, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
-  if (file == INVALID_HANDLE_VALUE) {
-    return false;
-  }
-  const bool special = !isFileOnDisk(file);
-  CloseHandle(file);
-  return special;
+  const File file = openFile(path, 0, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+  return file && !isFileOnDisk(file);
 }
 
 bool isSameFile(const std::wstring& a, const std::wstring& b) {

@@ -16,13 +16,17 @@ namespace {
 
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
+File openFolderIn(int folder, const char* name) noexcept {
+  return File(toNative(aboveStandardStreams(::openat(folder, name, kFolderFlags))));
+}
+
 // Calls a function with the name of each entry of a folder except "." and "..". It avoids opendir, which allocates, so
 // that cleaning up works even without memory.
 template <class Call>
 void forEachEntry(int folder, Call call) noexcept {
   alignas(dirent64) char entries[4096];
-  const int fd = ::openat(folder, ".", kFolderFlags);  // has its own position
-  for (ssize_t size = 0; fd >= 0 && (size = ::getdents64(fd, entries, sizeof entries)) > 0;) {
+  const File own = openFolderIn(folder, ".");  // has its own position
+  for (ssize_t size = 0; own && (size = ::getdents64(descriptor(own), entries, sizeof entries)) > 0;) {
     for (ssize_t at = 0; at < size;) {
       const auto& entry = *reinterpret_cast<const dirent64*>(entries + at);
       const std::string_view name = entry.d_name;
@@ -32,9 +36,6 @@ void forEachEntry(int folder, Call call) noexcept {
       at += entry.d_reclen;
     }
   }
-  if (fd >= 0) {
-    ::close(fd);
-  }
 }
 
 // Follows no paths, because others may be allowed to rename the folders above.
@@ -43,10 +44,9 @@ void removeContents(int folder) noexcept {
     if (::unlinkat(folder, name, 0) == 0) {
       return;
     }
-    const int inner = ::openat(folder, name, kFolderFlags);
-    if (inner >= 0) {
-      removeContents(inner);
-      ::close(inner);
+    const File inner = openFolderIn(folder, name);
+    if (inner) {
+      removeContents(descriptor(inner));
       ::unlinkat(folder, name, AT_REMOVEDIR);
     }
   });
@@ -66,15 +66,15 @@ bool isOwn(int fd) noexcept {
 }
 
 void removeIfAbandoned(int folder, const char* name) noexcept {
-  const int fd = ::openat(folder, name, kFolderFlags);
-  if (fd < 0) {
+  const File found = openFolderIn(folder, name);
+  if (!found) {
     return;
   }
+  const int fd = descriptor(found);
   if (isOwn(fd) && ::flock(fd, LOCK_EX | LOCK_NB) == 0 && hasItsName(fd, folder, name)) {
     removeContents(fd);
     ::unlinkat(folder, name, AT_REMOVEDIR);
   }
-  ::close(fd);
 }
 
 }  // namespace
@@ -91,7 +91,7 @@ bool createFolder(const std::wstring& path, bool) noexcept {
 
 File holdFolder(const std::wstring& path) noexcept {
   const NativePath native(path);
-  File folder(toNative(aboveStandardStreams(::open(native.c_str(), kFolderFlags))));
+  File folder = openFolderIn(AT_FDCWD, native.c_str());
   if (!folder) {
     return {};
   }
@@ -110,17 +110,18 @@ void removeHeldFolder(File held, const std::wstring& path) noexcept {
 
 void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix) noexcept {
   const NativePath path(folder);
-  const int fd = ::open(folder.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (fd < 0) {
+  const int flags = O_RDONLY | O_DIRECTORY | O_CLOEXEC;  // follows links, as the caller's path may have some
+  const File opened(toNative(aboveStandardStreams(::open(folder.empty() ? "." : path.c_str(), flags))));
+  if (!opened) {
     return;
   }
+  const int fd = descriptor(opened);
   forEachEntry(fd, [fd, prefix](const char* entry) noexcept {
     const std::string_view name = entry;
     if (name.size() > prefix.size() && std::equal(prefix.begin(), prefix.end(), name.begin())) {
       removeIfAbandoned(fd, entry);
     }
   });
-  ::close(fd);
 }
 
 }  // namespace scrivalen

@@ -1,7 +1,6 @@
 #include "formats/pdf/layout/pdf_report.h"
 
 #include "formats/pdf/layout/pdf_doc_state.h"
-#include "output/clog.h"
 #include "output/contain.h"
 #include "output/reason.h"
 #include "report/report_closing.h"
@@ -73,16 +72,15 @@ _RGB_COLOR colorNamed(const wchar_t* text) {
 
 // Poppler trusts a stream's Length, which in the classic form is twice the true one.
 void logMisreading(const wchar_t* file) noexcept {
-  try {
-    CLog::Bug2(FMT::Format(
-        L"'%s': programs that use poppler (Evince, Okular, pdftotext) draw the next page over the one shown. "
-        L"OPTION_CONFORMING, set before Open, prevents that.",
-        file));
-  } catch (...) {
-    logLine(
-        L"Programs that use poppler draw the next page of a classic PDF over the one shown. OPTION_CONFORMING prevents "
-        L"that.");
-  }
+  logMessage(
+      [file] {
+        return FMT::Format(
+            L"'%s': programs that use poppler (Evince, Okular, pdftotext) draw the next page over the one shown. "
+            L"OPTION_CONFORMING, set before Open, prevents that.",
+            file);
+      },
+      L"Programs that use poppler draw the next page of a classic PDF over the one shown. OPTION_CONFORMING prevents "
+      L"that.");
 }
 
 std::wstring counted(std::uint64_t count, const wchar_t* noun) {
@@ -98,14 +96,14 @@ std::wstring described(const OffPaper& found) {
 }
 
 void logOffPaper(const wchar_t* file, const OffPaper& found) noexcept {
-  try {
-    const bool isOne = found.paragraphs + found.tables == 1;
-    CLog::Bug2(FMT::Format(
-        isOne ? L"'%s': %s leaves the paper, on page %d." : L"'%s': %s leave the paper, the first on page %d.", file,
-        described(found), found.firstPage));
-  } catch (...) {
-    logLine(L"Paragraphs or tables of a PDF leave the paper.");
-  }
+  logMessage(
+      [&] {
+        const bool isOne = found.paragraphs + found.tables == 1;
+        return FMT::Format(
+            isOne ? L"'%s': %s leaves the paper, on page %d." : L"'%s': %s leave the paper, the first on page %d.",
+            file, described(found), found.firstPage);
+      },
+      L"Paragraphs or tables of a PDF leave the paper.");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "formats/pdf/objects/piece.h"
 #include "system/clock.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <cmath>
@@ -17,11 +18,13 @@ constexpr std::size_t kNumberUnits = 127;  // a longer number is truncated
 // PDF 1.4, 3.2.4: characters other than regular ones are written as their numbers; a name cannot contain NUL.
 void appendNameCharacter(std::u16string& name, char16_t unit) {
   constexpr std::u16string_view kDelimiters = u"()<>[]{}/%#";
-  constexpr char16_t kDigits[] = u"0123456789ABCDEF";
   if (unit > 0x20 && unit < 0x7F && kDelimiters.find(unit) == std::u16string_view::npos) {
     name += unit;
   } else if ((unit & 0xFF) != 0) {
-    name += {u'#', kDigits[(unit >> 4) & 0xF], kDigits[unit & 0xF]};
+    const auto digit = [unit](unsigned shift) {
+      return static_cast<char16_t>(scrivalen::kHexDigits[unit >> shift & 0xF]);
+    };
+    name += {u'#', digit(4), digit(0)};
   }
 }
 
