@@ -76,6 +76,25 @@ void writeEntries(HTML& writer, const std::vector<CCHM::ContentsEntry>& entries)
   }
 }
 
+// Logs the pages and folders that the compiler may not find, because the project holds their names in the code page.
+void logPagesNotFound(const std::vector<std::wstring>& files, std::wstring_view projectFolder) {
+  std::wstring_view logged;
+  for (const std::wstring& file : files) {
+    const std::wstring_view folder = folderOf(file);
+    const bool isFolderFound =
+        isInCodePage(folder) || (folder == projectFolder && scrivalen::formats::findsPagesInAnyProjectFolder());
+    if (!isInCodePage(fileNameOf(file))) {
+      CLog::Bug2(FMT::Format(L"'%s' has a letter outside the code page; the help compiler may not find it.", file));
+    }
+    if (!isFolderFound && folder != logged) {
+      logged = folder;
+      CLog::Bug2(FMT::Format(
+          L"The folder '%s' has a letter outside the code page; the help compiler may not find the pages in it.",
+          folder.substr(0, folder.size() - 1)));
+    }
+  }
+}
+
 }  // namespace
 
 std::wstring scrivalen::formats::helpCompiler(std::wstring_view module) {
@@ -106,10 +125,8 @@ void CCHM::writeProject(const std::wstring& path, std::wstring_view defaultTopic
               optionLine(L"Language", L"0x409 English (United States)"));
   bytes += toBytes(optionLine(L"Title", title), loss);
   bytes += "[FILES]\n";
+  logPagesNotFound(files, folderOf(path));
   for (const std::wstring& file : files) {
-    if (!isInCodePage(file)) {
-      CLog::Bug2(FMT::Format(L"'%s' has a letter outside the code page; the help compiler may not find it.", file));
-    }
     bytes += toBytes(file + L'\n');
   }
   std::wstring written = path;  // allocated before the file exists, so that it is deleted in any case

@@ -102,6 +102,17 @@ TEST(ChmMessages, NameTheOutputInAWarningOfTheCompiler) {
             "scrivalen: warning: '@/c.chm': hhc.exe: a\nscrivalen: warning: '@/c.chm': hhc.exe: no '@/c.chm'\n");
 }
 
+TEST(ChmMessages, DoNotBlameTheOutputForTheFolderOfItsPages) {
+  const Compiler compiler(kJoinPages);
+  CommandRun run;
+  const std::string pages = run.with("in.md", "text").path("\xE6\x97\xA5");
+  scrivalen::test::makeFolder(run.widePath("\xE6\x97\xA5"));
+  const TemporaryFilesIn temporary(pages);
+  const Result result = run.run({"@/in.md", "-o", "@/a.chm"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.error, "");
+}
+
 TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
   EXPECT_EQ(onSmallDisk([](const SmallDisk& disk) -> std::string {
               if (!disk.resize(64)) {

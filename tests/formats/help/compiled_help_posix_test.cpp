@@ -308,7 +308,7 @@ TEST(CompiledHelp, WorksInAFolderWhoseNameIsNotInTheCodePage) {
   auto files = filesIn(help.target);
   EXPECT_EQ(files["a.htm"], help.pages[L"a.htm"]);
   EXPECT_EQ(files["b.htm"], help.pages[L"b.htm"]);
-  EXPECT_EQ(log.lines().size(), 2u);
+  EXPECT_EQ(log.lines(), std::vector<std::wstring>{});
 }
 
 TEST(CompiledHelp, WorksWithRelativePaths) {

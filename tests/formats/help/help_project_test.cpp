@@ -197,6 +197,22 @@ TEST(HelpProject, CountsTitleCharactersOutsideTheCodePageAndLogsSuchFileNames) {
                              L"'\u65E5.htm' has a letter outside the code page; the help compiler may not find it."});
 }
 
+TEST(HelpProject, LogsAFolderOutsideTheCodePageOnce) {
+  const CapturedLog log;
+  const std::wstring folder = L"\u65E5";
+  CCHM help;
+  for (const wchar_t* name : {L"a.htm", L"b.htm", L"\u672C.htm"}) {
+    help.files.push_back(folder + kPathSeparator + name);
+  }
+  projectOf(help, L"");
+  EXPECT_EQ(log.lines(),
+            (std::vector<std::wstring>{
+                L"The folder '" + folder +
+                    L"' has a letter outside the code page; the help compiler may not find the "
+                    L"pages in it.",
+                L"'" + help.files[2] + L"' has a letter outside the code page; the help compiler may not find it."}));
+}
+
 TEST(HelpProject, KeepsTheReasonWhenAFileCannotBeOpened) {
   const CapturedLog log;
   const TemporaryFolder folder;
