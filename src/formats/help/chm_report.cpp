@@ -155,6 +155,7 @@ REPORT_ERRORS CHMReport::Open(const wchar_t* file) {
     const wchar_t* const title = GetProperty(kTitle);
     target_ = orEmpty(file);
     defaultTopic_.clear();
+    topicPaths_.clear();
     folder_.clear();
     failure_.clear();
     project_.reset();
@@ -206,8 +207,9 @@ void CHMReport::addTopic(const std::wstring& path, const wchar_t* title) {
 
 // Until the page is open, a file at its path belongs to somebody else, unless an earlier topic created it.
 void CHMReport::disownPage(const std::wstring& path) {
-  if (std::count(project_.files.begin(), project_.files.end(), path) == 0) {
+  if (topicPaths_.find(path) == topicPaths_.end()) {
     project_.foreignFiles.push_back(path);
+    topicPaths_.insert(path);
   }
 }
 

@@ -5,6 +5,7 @@
 #include "scrivalen/report.h"
 
 #include <string>
+#include <unordered_set>
 #include <utility>
 
 /// Writes a report as compiled HTML Help. Every sub-document is a topic: an HTML page, written to the path given to
@@ -98,6 +99,7 @@ class CHMReport final : public AReport {
 
   std::wstring target_;
   std::wstring defaultTopic_;
+  std::unordered_set<std::wstring> topicPaths_;
   std::wstring folder_;  // of the latest topic; file names are appended to it as is
   Page page_;
   CCHM project_;
