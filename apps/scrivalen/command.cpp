@@ -5,7 +5,7 @@
 #include "library_handlers.h"
 #include "messages.h"
 #include "options.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "readers/csv_reader.h"
 #include "readers/markdown_reader.h"
 #include "readers/text_input.h"

@@ -7,7 +7,7 @@
 #include "formats/text/text_report.h"
 #include "formats/xlsx/excel_report.h"
 #include "output/clog.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "report/left_behind.h"
 #include "report/report_error.h"
 #include "scrivalen/html_report.h"

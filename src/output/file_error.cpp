@@ -1,6 +1,6 @@
 #include "output/file_error.h"
 
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "text/fmt.h"
 
 namespace scrivalen {

@@ -1,7 +1,7 @@
 #include "output/host_handlers.h"
 
 #include "output/clog.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "scrivalen/host.h"
 #include "system/files/files.h"
 #include "system/messages.h"

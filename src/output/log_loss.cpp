@@ -1,6 +1,6 @@
 #include "output/log_loss.h"
 
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "text/fmt.h"
 
 namespace scrivalen {

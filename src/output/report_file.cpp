@@ -1,9 +1,9 @@
 #include "scrivalen/output_file.h"
 
-#include "output/contain.h"
+#include "output/exception_barrier.h"
+#include "output/failure_reason.h"
 #include "output/file_error.h"
 #include "output/output_buffer.h"
-#include "output/reason.h"
 #include "system/files/files.h"
 #include "system/messages.h"
 #include "text/fmt.h"

@@ -1,6 +1,6 @@
 #include "scrivalen/text.h"
 
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "text/utf.h"
 
 namespace scrivalen {

@@ -1,7 +1,7 @@
 #include "scrivalen/report.h"
 
 #include "output/clog.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "output/host_handlers.h"
 #include "report/report_error.h"
 #include "report/template_path.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "output/file_error.h"
 #include "scrivalen/report.h"
 

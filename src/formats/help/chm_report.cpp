@@ -2,7 +2,7 @@
 
 #include "formats/markup/page_loss.h"
 #include "output/clog.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "output/host_handlers.h"
 #include "output/log_loss.h"
 #include "output/target_file.h"

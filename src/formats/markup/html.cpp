@@ -1,7 +1,7 @@
 #include "formats/markup/html.h"
 
 #include "output/encode.h"
-#include "output/reason.h"
+#include "output/failure_reason.h"
 
 #include <charconv>
 #include <exception>

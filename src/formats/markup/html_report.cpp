@@ -2,7 +2,7 @@
 
 #include "formats/markup/html.h"
 #include "formats/markup/page_loss.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "output/log_loss.h"
 #include "report/left_behind.h"
 #include "report/report_closing.h"

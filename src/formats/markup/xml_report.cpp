@@ -2,7 +2,7 @@
 
 #include "formats/markup/xml_name.h"
 #include "output/clog.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "report/report_closing.h"
 #include "text/fmt.h"
 

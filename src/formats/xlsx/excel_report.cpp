@@ -1,6 +1,6 @@
 #include "formats/xlsx/excel_report.h"
 
-#include "output/reason.h"
+#include "output/failure_reason.h"
 #include "report/report_error.h"
 
 #include <string_view>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "output/failure_reason.h"
 #include "output/file_error.h"
-#include "output/reason.h"
 
 #include <memory>
 #include <string>

@@ -2,9 +2,9 @@
 
 #include "formats/pdf/layout/document.h"
 #include "formats/pdf/layout/text_style.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
+#include "output/failure_reason.h"
 #include "output/output_buffer.h"
-#include "output/reason.h"
 #include "scrivalen/pdf_doc.h"
 #include "system/files/files.h"
 

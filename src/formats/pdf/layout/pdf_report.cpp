@@ -1,8 +1,8 @@
 #include "formats/pdf/layout/pdf_report.h"
 
 #include "formats/pdf/layout/pdf_doc_state.h"
-#include "output/contain.h"
-#include "output/reason.h"
+#include "output/exception_barrier.h"
+#include "output/failure_reason.h"
 #include "report/report_closing.h"
 #include "text/ascii.h"
 #include "text/fmt.h"

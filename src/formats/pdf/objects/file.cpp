@@ -2,7 +2,7 @@
 
 #include "formats/pdf/objects/piece.h"
 #include "formats/pdf/objects/values.h"
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 #include "system/messages.h"
 
 #include <algorithm>

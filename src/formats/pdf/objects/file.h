@@ -4,8 +4,8 @@
 #include "formats/pdf/objects/font.h"
 #include "formats/pdf/objects/outline.h"
 #include "formats/pdf/objects/page.h"
+#include "output/failure_reason.h"
 #include "output/output_buffer.h"
-#include "output/reason.h"
 #include "system/files/files.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "formats/pdf/objects/file_on_disk.h"
 #include "formats/pdf/objects/sample.h"
-#include "output/reason.h"
+#include "output/failure_reason.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/documents/pdf_structure.h"

@@ -1,4 +1,4 @@
-#include "output/reason.h"
+#include "output/failure_reason.h"
 
 #include "text/utf.h"
 

@@ -1,4 +1,4 @@
-#include "output/contain.h"
+#include "output/exception_barrier.h"
 
 #include "output/host_handlers.h"
 #include "text/fmt.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "output/clog.h"
-#include "output/reason.h"
+#include "output/failure_reason.h"
 
 #include <string_view>
 
