@@ -26,7 +26,9 @@ using scrivalen::ReportError;
 namespace {
 
 // A report in the list. The pointer destroys it as an object of its concrete class.
-struct Child {
+struct Child : LeftBehind {
+  explicit Child(std::shared_ptr<AReport> made) : report(std::move(made)) {}
+
   std::shared_ptr<AReport> report;
   bool open = false;
   bool cleared = false;  // by a MultiReport that contained it
@@ -161,7 +163,7 @@ void MultiReport::AddReport(REPORT_FORMAT format, const wchar_t* file, const wch
     }
     report->SetOutputFileName(file);
     report->SetTemplateFileName(templateFile);
-    children_->list.push_back(std::make_shared<Child>(Child{report}));
+    children_->list.push_back(std::make_shared<Child>(report));
   });
 }
 

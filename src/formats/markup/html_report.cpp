@@ -19,6 +19,12 @@
 using namespace scrivalen;
 using scrivalen::ReportError;
 
+namespace {
+
+struct PageFile : ReportFile, LeftBehind {};
+
+}  // namespace
+
 struct HtmlReport::State {
   // Used when memory for a state runs out; bound to no file and never changed.
   static State& none() {
@@ -59,8 +65,8 @@ struct HtmlReport::State {
   static REPORT_ERRORS closeHostsFile(HtmlReport& report, bool isWhole);
 
   HTML writer;
-  std::shared_ptr<ReportFile> file;  // null until the first Open by name; shared by copies
-  std::wstring tail;                 // the template's text after "%BODY%"
+  std::shared_ptr<PageFile> file;  // null until the first Open by name; shared by copies
+  std::wstring tail;               // the template's text after "%BODY%"
   std::int32_t externalFile = 0;
   bool conforming = false;      // the option, for the next Open
   bool openConforming = false;  // of the open report
@@ -182,7 +188,7 @@ REPORT_ERRORS HtmlReport::Open(const wchar_t* file) {
       throw std::bad_alloc();
     }
     if (!state_->file) {
-      state_->file = std::make_shared<ReportFile>();
+      state_->file = std::make_shared<PageFile>();
     }
     if (!OpenReportFile(*state_->file, file)) {
       return REPORT_FILE_ERROR;
