@@ -20,8 +20,6 @@
 #include <vector>
 
 using namespace scrivalen;
-using scrivalen::leaveBehind;
-using scrivalen::ReportError;
 
 namespace {
 

@@ -18,7 +18,6 @@
 #include <type_traits>
 
 using namespace scrivalen;
-using scrivalen::ReportError;
 
 namespace {
 

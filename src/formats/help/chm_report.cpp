@@ -22,7 +22,6 @@
 #include <optional>
 
 using namespace scrivalen;
-using scrivalen::ReportError;
 
 namespace {
 

@@ -17,7 +17,6 @@
 #include <new>
 
 using namespace scrivalen;
-using scrivalen::ReportError;
 
 namespace {
 

@@ -8,8 +8,6 @@
 
 using namespace scrivalen::formats;
 using namespace scrivalen;
-using scrivalen::closeReportFile;
-using scrivalen::ReportError;
 
 REPORT_ERRORS XmlReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {

@@ -4,8 +4,6 @@
 #include "report/report_closing.h"
 
 using namespace scrivalen;
-using scrivalen::closeReportFile;
-using scrivalen::ReportError;
 
 REPORT_ERRORS TextReport::Open(const wchar_t* file) {
   if (!OpenReportFile(file_, file)) {

@@ -7,7 +7,6 @@
 #include <utility>
 
 using namespace scrivalen;
-using scrivalen::ReportError;
 
 namespace {
 
