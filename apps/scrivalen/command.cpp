@@ -185,7 +185,7 @@ std::vector<std::string> Conversion::loggedWarnings() const {
     if (line.starts_with(scrivalen::kOperationFailed)) {
       throw std::runtime_error(text);
     }
-    const auto reportsIt = [&](const auto& output) { return output->hasReported(text); };
+    const auto reportsIt = [&](const auto& output) { return output->hasReported(line); };
     const bool isNew = std::find(texts.begin(), texts.end(), text) == texts.end();
     if (isNew && std::none_of(outputs_.begin(), outputs_.end(), reportsIt)) {
       texts.push_back(text);

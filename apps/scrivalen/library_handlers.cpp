@@ -44,9 +44,11 @@ FixedClock::~FixedClock() { SetClockHandler(nullptr); }
 LibraryLog::LibraryLog() {
   currentLog = this;
   SetLogHandler(&LibraryLog::receive);
+  SetErrorBoxHandler([](const wchar_t*, const wchar_t*) {});
 }
 
 LibraryLog::~LibraryLog() {
+  SetErrorBoxHandler(nullptr);
   SetLogHandler(nullptr);
   currentLog = nullptr;
 }

@@ -18,7 +18,8 @@ class FixedClock {
   ~FixedClock();
 };
 
-/// Collects the lines that the library logs.
+/// Collects the lines that the library logs, and keeps it from showing error boxes: each repeats a line of the log, and
+/// a modal box would hold up a script.
 class LibraryLog {
  public:
   LibraryLog();

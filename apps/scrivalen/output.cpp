@@ -1,6 +1,7 @@
 #include "output.h"
 
 #include "errors.h"
+#include "formats/help/help_compiler.h"
 #include "output/file_error.h"
 #include "system/files/files.h"
 #include "texts.h"
@@ -107,7 +108,16 @@ std::string Output::withName(const std::string& message) const {
   return message.find(name_) == message.npos ? "'" + name_ + "': " + message : message;
 }
 
-bool Output::hasReported(std::string_view text) const { return failed() && error_.ends_with(text); }
+bool Output::hasReported(const std::wstring& line) const {
+  return failed() && (error_.ends_with(userMessage(line)) || isMissingCompiler(line));
+}
+
+// The library words this failure differently in its log and in its error.
+bool Output::isMissingCompiler(std::wstring_view line) const {
+  const std::wstring folder = writer_->workFolder();
+  return line.starts_with(scrivalen::formats::kNotStartedLine) && !folder.empty() && line.find(folder) != line.npos &&
+         error_.find(toUtf8(scrivalen::formats::kNotStartedReason)) != error_.npos;
+}
 
 void Output::fail(const std::string& error) { error_ = error.empty() ? "cannot write '" + name_ + "'" : error; }
 

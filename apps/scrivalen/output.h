@@ -34,13 +34,14 @@ class Output {
 
   bool failed() const { return !error_.empty(); }
   const std::string& error() const { return error_; }
-  /// Whether its error already contains this text.
-  bool hasReported(std::string_view text) const;
+  /// Whether its error already says what a line of the library's log says.
+  bool hasReported(const std::wstring& line) const;
 
   /// Replaces internal paths in a message of the library by the name given on the command line.
   std::string userMessage(const std::wstring& message) const;
 
  private:
+  bool isMissingCompiler(std::wstring_view line) const;
   bool isOwnFile(std::wstring_view quotedPath) const;
   std::string withoutPartName(const std::wstring& message, const std::wstring& folder) const;
   std::string withName(const std::string& message) const;

@@ -196,8 +196,8 @@ void CCHM::reportNotStarted() {
   if (!isErrorBoxLogged()) {
     showErrorBox(L"Help Compiler Error!", text.c_str());
   }
-  CLog::Bug(L"HHC Error!", L"CHM", kBugLine, text);
-  noteFailure(FMT::Format(L"The help compiler could not be started: %s %s %s", run.commandLine, message,
+  CLog::Bug(scrivalen::formats::kNotStartedLine, L"CHM", kBugLine, text);
+  noteFailure(FMT::Format(L"%s%s %s %s", scrivalen::formats::kNotStartedReason, run.commandLine, message,
                           scrivalen::formats::helpCompilerAdvice()),
               true);
 }

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 
@@ -19,16 +20,39 @@ namespace fs = std::filesystem;
 using scrivalen::test::onSmallDisk;
 using scrivalen::test::SmallDisk;
 
-// Makes a folder the one for temporary files for its lifetime.
-class TemporaryFilesIn {
+// Sets a variable of the process for its lifetime.
+class Variable {
  public:
-  explicit TemporaryFilesIn(const std::string& folder) { ::setenv("TMPDIR", folder.c_str(), 1); }
-  TemporaryFilesIn(const TemporaryFilesIn&) = delete;
-  TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
-  ~TemporaryFilesIn() { ::setenv("TMPDIR", before_.c_str(), 1); }
+  Variable(const char* name, const std::string& value) : name_(name) {
+    const char* const before = std::getenv(name);
+    before_ = before ? before : "";
+    ::setenv(name, value.c_str(), 1);
+  }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+  ~Variable() { before_.empty() ? ::unsetenv(name_) : ::setenv(name_, before_.c_str(), 1); }
 
  private:
-  std::string before_ = std::getenv("TMPDIR") ? std::getenv("TMPDIR") : "/tmp";
+  const char* name_;
+  std::string before_;
+};
+
+// A data folder of the library with a template and no help compiler.
+class DataFolder {
+ public:
+  DataFolder() {
+    scrivalen::test::makeFolder(folder_ / L"tmpl");
+    scrivalen::test::writeBytes(folder_ / L"tmpl/default.htm", "%BODY%");
+    scrivalen::SetDataFolder(folder_.path().c_str());
+  }
+  DataFolder(const DataFolder&) = delete;
+  DataFolder& operator=(const DataFolder&) = delete;
+  ~DataFolder() { scrivalen::SetDataFolder(nullptr); }
+
+  std::wstring operator/(std::wstring_view name) const { return folder_ / name; }
+
+ private:
+  scrivalen::test::TemporaryFolder folder_;
 };
 
 // Makes a script the help compiler for its lifetime.
@@ -36,18 +60,12 @@ class Compiler {
  public:
   explicit Compiler(const std::string& script) {
     scrivalen::test::makeFolder(folder_ / L"hhc");
-    scrivalen::test::makeFolder(folder_ / L"tmpl");
-    scrivalen::test::writeBytes(folder_ / L"tmpl/default.htm", "%BODY%");
     scrivalen::test::writeBytes(folder_ / L"hhc/hhc.exe", "#!/bin/sh\n" + script);
     fs::permissions(scrivalen::test::asPath(folder_ / L"hhc/hhc.exe"), fs::perms::owner_all);
-    scrivalen::SetDataFolder(folder_.path().c_str());
   }
-  Compiler(const Compiler&) = delete;
-  Compiler& operator=(const Compiler&) = delete;
-  ~Compiler() { scrivalen::SetDataFolder(nullptr); }
 
  private:
-  scrivalen::test::TemporaryFolder folder_;
+  DataFolder folder_;
 };
 
 // Makes a help file that consists of its pages.
@@ -107,7 +125,7 @@ TEST(ChmMessages, DoNotBlameTheOutputForTheFolderOfItsPages) {
   CommandRun run;
   const std::string pages = run.with("in.md", "text").path("\xE6\x97\xA5");
   scrivalen::test::makeFolder(run.widePath("\xE6\x97\xA5"));
-  const TemporaryFilesIn temporary(pages);
+  const Variable temporary("TMPDIR", pages);
   const Result result = run.run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error, "");
@@ -121,7 +139,7 @@ TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
               CommandRun run;
               const LongTable table(run.environment);
               const std::string folder = toUtf8(disk.folder());
-              const TemporaryFilesIn temporary(folder);
+              const Variable temporary("TMPDIR", folder);
               const Result result = run.run({"-", "--from", "csv", "-o", "@/a.chm"});
               const bool isEarly = table.read() < LongTable::kSize / 8;
               return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, folder, "DISK");
@@ -131,11 +149,22 @@ TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
 
 TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
   CommandRun run;
-  const TemporaryFilesIn nowhere("/nowhere");
+  const Variable nowhere("TMPDIR", "/nowhere");
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error,
             "scrivalen: cannot write '@/a.chm': no folder can be created for its pages: No such file or directory\n");
+}
+
+TEST(ChmMessages, SayOnceThatTheCompilerIsMissing) {
+  const Variable nowhere("PATH", "/nowhere");
+  const DataFolder folder;
+  CommandRun run;
+  const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
+  EXPECT_EQ(result.status, 1);
+  const std::string_view start = "scrivalen: '@/a.chm': The help compiler could not be started: \"hhc.exe\" ";
+  EXPECT_TRUE(result.error.starts_with(start)) << result.error;
+  EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1) << result.error;
 }
 
 TEST(ChmMessages, NameTheOutputThatTheCompilerDidNotMake) {
