@@ -325,7 +325,6 @@ void CHMReport::finish(Compiled& compiled) {
   }
   if (isMade && shouldDeliver()) {
     deliver(compiled);
-    compiled.discardEarlier();
   } else if (isMade) {
     deleteFile(compiled.path());
     CLog::Bug2(FMT::Format(L"'%s' is left as it was, because the new help file is incomplete.", target_));
@@ -358,15 +357,31 @@ void CHMReport::reportNoHelpFile(const std::wstring& path) {
 // An incomplete help file is better than none, but not better than an existing one.
 bool CHMReport::shouldDeliver() const { return failure_.empty() || !hadTarget_; }
 
-// The compiler's output may already be at the target. Then it takes over the rights of the earlier file, which has
-// another name by now.
-void CHMReport::deliver(const Compiled& compiled) {
-  const std::wstring& path = compiled.path();
+void CHMReport::deliver(Compiled& compiled) {
+  if (isSameFile(compiled.path(), target_)) {
+    deliverInPlace(compiled);
+  } else {
+    moveToTarget(compiled.path());
+    compiled.discardEarlier();
+  }
+}
+
+// The compiler's output is already at the target, and the earlier file has another name. Without that file's rights the
+// output might admit more readers than it, so the earlier file is restored.
+void CHMReport::deliverInPlace(Compiled& compiled) {
   const auto& earlier = compiled.earlier();
+  if (!earlier || copyRights(*earlier, compiled.path())) {
+    compiled.discardEarlier();
+    return;
+  }
+  const std::wstring reason = systemErrorText(lastSystemError());
+  reportFailure(
+      FMT::Format(L"The new help file cannot have the rights of the earlier '%s', which is kept. %s", target_, reason));
+}
+
+void CHMReport::moveToTarget(const std::wstring& path) {
   TargetFile target;
-  const bool isDelivered = isSameFile(path, target_) ? !earlier || copyRights(*earlier, path)
-                                                     : target.prepare(target_) && target.replaceBy(path);
-  if (!isDelivered) {
+  if (!target.prepare(target_) || !target.replaceBy(path)) {
     const std::wstring reason = systemErrorText(lastSystemError());
     reportFailure(FMT::Format(L"The help file '%s' could not be moved to '%s'. %s", path, target_, reason));
     if (isSpecialFile(target_)) {

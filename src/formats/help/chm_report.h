@@ -93,7 +93,9 @@ class CHMReport final : public AReport {
   void reportProjectFailure();
   void reportNoHelpFile(const std::wstring& path);
   bool shouldDeliver() const;
-  void deliver(const Compiled& compiled);
+  void deliver(Compiled& compiled);
+  void deliverInPlace(Compiled& compiled);
+  void moveToTarget(const std::wstring& path);
   void keepFailure(const std::wstring& reason);
   void reportFailure(const std::wstring& reason);
 

@@ -25,17 +25,45 @@ bool copyAccessList(const std::wstring& from, const std::wstring& to) {
   return SetFileSecurityW(to.c_str(), DACL_SECURITY_INFORMATION | protection, bytes.get()) != 0;
 }
 
+// Whether access control lists mean anything on a file's volume.
+bool hasAccessLists(const std::wstring& path) {
+  wchar_t root[MAX_PATH + 1];
+  DWORD flags = 0;
+  return !GetVolumePathNameW(path.c_str(), root, MAX_PATH + 1) ||
+         !GetVolumeInformationW(root, nullptr, 0, nullptr, nullptr, &flags, nullptr, 0) ||
+         (flags & FILE_PERSISTENT_ACLS) != 0;
+}
+
+// Admits only the file's owner. It does not allocate.
+bool restrictToOwner(const std::wstring& path) {
+  SID_IDENTIFIER_AUTHORITY authority = SECURITY_CREATOR_SID_AUTHORITY;
+  alignas(SID) char owner[SECURITY_MAX_SID_SIZE];
+  alignas(ACL) char list[sizeof(ACL) + sizeof(ACCESS_ALLOWED_ACE) + SECURITY_MAX_SID_SIZE];
+  SECURITY_DESCRIPTOR descriptor;
+  if (!InitializeSid(owner, &authority, 1) || !InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION)) {
+    return false;
+  }
+  *GetSidSubAuthority(owner, 0) = SECURITY_CREATOR_OWNER_RIGHTS_RID;
+  return AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, FILE_ALL_ACCESS, owner) &&
+         InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
+         SetSecurityDescriptorDacl(&descriptor, TRUE, reinterpret_cast<ACL*>(list), FALSE) &&
+         SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, &descriptor);
+}
+
 }  // namespace
 
+// Attributes grant nothing, so they may stay unset.
 bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
   const DWORD attributes = GetFileAttributesW(from.c_str());
-  return attributes != INVALID_FILE_ATTRIBUTES &&
-         SetFileAttributesW(to.c_str(), (attributes & kInheritedAttributes) | FILE_ATTRIBUTE_NORMAL) &&
-         copyAccessList(from, to);
+  if (attributes == INVALID_FILE_ATTRIBUTES) {
+    return false;
+  }
+  SetFileAttributesW(to.c_str(), (attributes & kInheritedAttributes) | FILE_ATTRIBUTE_NORMAL);
+  return copyAccessList(from, to) || !hasAccessLists(to) || restrictToOwner(to);
 }
 
 // ReplaceFileW also preserves other properties, such as the creation time. Where it fails, the new file keeps the
-// rights that it got in the work folder, which is private to this user.
+// rights that it has by then.
 bool replaceFile(const std::wstring& finished, const std::wstring& target) noexcept {
   const DWORD attributes = GetFileAttributesW(target.c_str());
   if (attributes != INVALID_FILE_ATTRIBUTES) {
@@ -43,7 +71,9 @@ bool replaceFile(const std::wstring& finished, const std::wstring& target) noexc
       SetLastError(ERROR_ACCESS_DENIED);
       return false;
     }
-    copyRights(target, finished);
+    if (!copyRights(target, finished)) {
+      return false;
+    }
     if (ReplaceFileW(target.c_str(), finished.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
       return true;
     }

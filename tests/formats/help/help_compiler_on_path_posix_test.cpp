@@ -3,6 +3,7 @@
 #include "scrivalen/text.h"
 #include "support/captured_log.h"
 #include "support/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +11,7 @@
 #include <cstdlib>
 #include <filesystem>
 
+using namespace scrivalen;
 using namespace scrivalen::test;
 
 // These tests are in a separate program that has no help compiler next to it.
@@ -111,4 +113,25 @@ TEST(HelpCompilerOnThePath, MayMoveTheFolderOfAnEarlierHelpFile) {
   const std::wstring start = L"The earlier '" + prefix + L"report.chm' is called '" + prefix + L".";
   EXPECT_TRUE(line.starts_with(start)) << scrivalen::ToUtf8(line);
   EXPECT_TRUE(line.ends_with(L"' now. No such file or directory")) << scrivalen::ToUtf8(line);
+}
+
+// Not even the superuser may set the rights of the file that the output leads to.
+TEST(HelpCompilerOnThePath, DoesNotReplaceAFileWhoseRightsItsOutputCannotHave) {
+  const CapturedLog log;
+  const TemporaryFolder folder;
+  const std::wstring target = folder / L"report.chm";
+  writeBytes(target, "earlier");
+  fs::permissions(asPath(target), fs::perms(0600));
+  const CompilerOnPath compiler("ln -s /proc/self/status \"${1%/*}/report.chm\"\n");
+  CHMReport report;
+  EXPECT_EQ(report.Open(target.c_str()), REPORT_OK);
+  EXPECT_EQ(report.BeginSubDocument((folder / L"").c_str(), L"a.htm", L"A"), REPORT_OK);
+  report.EndSubDocument();
+  EXPECT_EQ(report.Close(), REPORT_FILE_ERROR);
+  EXPECT_EQ(report.GetError(), L"The new help file cannot have the rights of the earlier '" + target +
+                                   L"', which is kept. Operation not permitted");
+  EXPECT_EQ(log.lines().back(), report.GetError());
+  EXPECT_EQ(bytesOf(target), "earlier");
+  EXPECT_EQ(fs::status(asPath(target)).permissions(), fs::perms(0600));
+  EXPECT_EQ(filesEndingWith(folder.path(), L""), std::vector<std::wstring>{L"report.chm"});
 }
