@@ -1,5 +1,6 @@
 #include "addresses.h"
 #include "readers/markup_text.h"
+#include "text/utf.h"
 #include "writers/list_markers.h"
 #include "writers/single_report.h"
 #include "writers/visible_content.h"
@@ -11,6 +12,32 @@
 namespace scrivalen::command {
 namespace {
 
+// PDF 1.4, 3.2.3. The classic report writes the low byte of each UTF-16 unit of an outline title as it is.
+bool endsString(char32_t unit) {
+  const char32_t byte = unit & 0xFF;
+  return byte == U'(' || byte == U')' || byte == U'\\';
+}
+
+// The backslash escapes the byte that is written for the character. A character of two units would need one between
+// them.
+std::wstring escapedTitle(std::wstring_view title) {
+  std::wstring escaped;
+  const wchar_t* at = title.data();
+  const wchar_t* const end = at + title.size();
+  while (at != end) {
+    const char32_t c = scrivalen::nextCharacter(at, end);
+    if (c > 0xFFFF && (endsString(scrivalen::highSurrogate(c)) || endsString(scrivalen::lowSurrogate(c)))) {
+      scrivalen::appendCharacter(escaped, scrivalen::kReplacement);
+      continue;
+    }
+    if (c <= 0xFFFF && endsString(c)) {
+      escaped += L'\\';
+    }
+    scrivalen::appendCharacter(escaped, c);
+  }
+  return escaped;
+}
+
 /// Writes each block as a paragraph. The report draws a paragraph in one style, so each paragraph is collected first
 /// and then drawn in the style of most of its text. Lists and quotes are indented by blanks.
 class PdfWriter : public DocumentWriter {
@@ -18,6 +45,7 @@ class PdfWriter : public DocumentWriter {
   PdfWriter() : report_(FORMAT_PDF) {}
 
   bool open(const std::wstring& file, const DocumentSettings& settings) override {
+    isClassic_ = !settings.conforming;
     return report_.open(file, settings);
   }
   void write(const Event& event) override;
@@ -68,6 +96,7 @@ class PdfWriter : public DocumentWriter {
   std::size_t depth_ = 0;      // open lists and quotes
   int bold_ = 0;
   bool inCell_ = false;
+  bool isClassic_ = false;
 };
 
 void PdfWriter::write(const Event& event) {
@@ -155,7 +184,8 @@ void PdfWriter::writeContents(const Event& event) {
 }
 
 void PdfWriter::beginHeading(const Event& heading) {
-  report_->TocItem(heading.address.data(), heading.text.data(), outlineLevel(heading.number));
+  const std::wstring title = isClassic_ ? escapedTitle(heading.text) : std::wstring(heading.text);
+  report_->TocItem(heading.address.data(), title.c_str(), outlineLevel(heading.number));
   report_->BeginParagraph(static_cast<PARAGRAPH_TYPE>(std::clamp(heading.number, 1, 6)), L"");
   report_->BeginAncor(heading.address.data());
 }

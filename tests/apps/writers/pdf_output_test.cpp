@@ -137,6 +137,23 @@ TEST(PdfOutput, HoldsAParagraphOfAnyLength) {
   EXPECT_EQ(letters, 100000u);
 }
 
+TEST(PdfOutput, EscapesClassicTitlesInTheOutline) {
+  const std::string pdf = documentOf("in.md", "# x) /A << /S /JavaScript >>\n\n# (a) \\\\", {"--classic"});
+  EXPECT_TRUE(holds(pdf, "/Title (x\\) /A << /S /JavaScript >>)\r\n")) << pdf;
+  EXPECT_TRUE(holds(pdf, "/Title (\\(a\\) \\\\)\r\n")) << pdf;
+}
+
+// The low byte of U+0129 is a parenthesis, as is that of the second surrogate of U+10429.
+TEST(PdfOutput, EscapesClassicTitlesWhoseLowBytesEndAString) {
+  const std::string pdf = documentOf("in.md", "# a\xC4\xA9 \xE6\x84\xA8 \xF0\x90\x90\xA9 \xE6\x85\x9C", {"--classic"});
+  EXPECT_TRUE(holds(pdf, "/Title (a\\) \\( \xFD \\\\)\r\n")) << pdf;
+}
+
+TEST(PdfOutput, KeepsOtherClassicTitlesAsTheyAre) {
+  const std::string pdf = documentOf("in.md", "# \xC3\xA9 \xC4\x80 \xF0\x9F\x98\x80", {"--classic"});
+  EXPECT_TRUE(holds(pdf, std::string_view("/Title (\xE9 \0 \x3D\0)\r\n", 17))) << pdf;
+}
+
 TEST(PdfOutput, DeclaresTwiceTheLengthWhenClassic) {
   EXPECT_TRUE(holds(documentOf("in.md", "a", {"--classic"}), "/Length 276\r\n"));
 }
