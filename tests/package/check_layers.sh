@@ -30,7 +30,11 @@ includes | awk '
     if (path ~ /^text\//) layer = 1
     else if (path ~ /^system\//) layer = 2
     else if (path ~ /^output\//) layer = 3
-    else if (path ~ /^report\//) layer = 4
+    else if (path ~ /^(report|document)\//) {
+      layer = 4
+      format = path
+      sub(/\/.*$/, "", format)
+    }
     else if (path ~ /^formats\/[^\/]*\//) {
       layer = 5
       format = path
@@ -38,11 +42,13 @@ includes | awk '
       sub(/\/[^\/]*$/, "", format)
     }
     else if (path ~ /^formats\//) layer = 6
+    else if (path ~ /^api\//) layer = 7
     else if (path ~ /^scrivalen\/(export|host|output_file|text|version)\.h/) layer = 3
-    else if (path ~ /^scrivalen\/report\.h/) layer = 4
+    else if (path ~ /^scrivalen\/report\.h/) { layer = 4; format = "report" }
     else if (path ~ /^scrivalen\/html_report\.h/) { layer = 5; format = "markup" }
     else if (path ~ /^scrivalen\/rtf_doc\.h/) { layer = 5; format = "rtf" }
     else if (path ~ /^scrivalen\/pdf_doc\.h/) { layer = 5; format = "pdf/objects" }  # it also names the faces
+    else if (path ~ /^scrivalen\/document\.h/) layer = 7
     else if (path ~ /^scrivalen\//) layer = 6
   }
 
@@ -82,6 +88,7 @@ includes | awk '
     place(path)
     if (layer == 0 && $0 ~ /include[[:space:]]*"/) wrong(path " is in no layer")
     else if (layer > ownLayer) wrong(path " is above this file")
+    else if (layer == 4 && ownLayer == 4 && format != ownFormat) wrong(path " is beside this file, not below it")
     else if (layer == 5 && ownLayer == 5 && !mayKnow(ownFormat, format)) wrong(path " belongs to another format")
   }
 

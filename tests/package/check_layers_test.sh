@@ -21,6 +21,10 @@ write_tree() {
   put src/system/files/files.cpp '"text/utf.h"'
   put src/output/host_handlers.cpp '"scrivalen/host.h"'
   put src/report/report.cpp '"scrivalen/report.h"'
+  put src/document/event.h '"text/colors.h"'
+  put src/formats/text/text_writer.cpp '"document/writer.h"'
+  put src/api/document_api.cpp '"formats/document_formats.h"'
+  put src/api/document_api.cpp '<scrivalen/document.h>'
   put src/formats/help/help.cpp '"formats/markup/html.h"'
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/objects/page.h"'
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/fonts/fonts.h"'
@@ -56,6 +60,11 @@ expect_found src/system/files/files.cpp '"output/clog.h"' "above"
 expect_found src/output/host_handlers.cpp '"report/report_closing.h"' "above"
 expect_found src/output/host_handlers.cpp '  "scrivalen/report.h"' "above"
 expect_found src/report/report.cpp '"formats/markup/html.h"' "above"
+expect_found src/report/report.cpp '"document/event.h"' "beside"
+expect_found src/document/event.h '"report/report_error.h"' "beside"
+expect_found src/document/event.h '"scrivalen/report.h"' "beside"
+expect_found src/document/event.h '"formats/markup/html.h"' "above"
+expect_found src/formats/multi_report.cpp '"api/document_api.h"' "above"
 expect_found src/report/report.cpp '"scrivalen/html_report.h"' "above"
 expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another format"
 expect_found src/formats/rtf/rtf_doc.cpp '"scrivalen/pdf_doc.h"' "another format"

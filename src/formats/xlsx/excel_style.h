@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/xlsx/colors.h"
+#include "text/colors.h"
 
 #include <cstdint>
 #include <functional>

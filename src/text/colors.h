@@ -10,6 +10,7 @@ namespace scrivalen {
 using Rgb = std::uint32_t;
 
 /// The colour that a text names: `#RRGGBB`, or a name in any case. Nothing for any other text.
+std::optional<Rgb> colorOf(std::string_view text);
 std::optional<Rgb> colorOf(std::wstring_view text);
 
 }  // namespace scrivalen

@@ -1,4 +1,4 @@
-#include "formats/xlsx/colors.h"
+#include "text/colors.h"
 
 #include <gtest/gtest.h>
 

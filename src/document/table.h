@@ -1,0 +1,64 @@
+#pragma once
+
+#include "document/event.h"
+#include "document/values.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::document {
+
+class EventLog;
+
+enum class ValueType : std::uint8_t { Auto, Text, Number, Integer, Date, Time, Boolean };
+
+/// A column of a table that begins.
+struct Column {
+  std::string name;  ///< its element in XML; empty: "cell"
+  ValueType type = ValueType::Auto;
+  Align align = Align::Auto;  ///< never Auto once the table has begun
+  double width = 0;           ///< its share, beside those of the others; 0: from the content
+  ValueFormat format;         ///< of values that are given as values
+
+  // Of the sample, in columns of a monospaced font; East Asian wide characters take two.
+  std::size_t longestWord = 0;
+  std::size_t longestLine = 0;
+};
+
+struct Table {
+  std::string name;
+  std::vector<Column> columns;  ///< at least one
+};
+
+/// The content of a cell. A value has its type, and its text as the settings and its column show it.
+struct Cell {
+  std::string_view text;  ///< clean UTF-8; a line feed is a line break. Of a cell with content: the plain text of it
+  ValueType type = ValueType::Auto;  ///< of a value; Auto or Text for a text: whether it may become a value
+  bool header = false;
+  Align align = Align::Auto;  ///< Auto: its column's
+  int span = 1;               ///< in columns; those of a row add up to the table's
+  double number = 0;          ///< of a Number
+  std::int64_t integer = 0;   ///< of an Integer, Date (days since 1970), Time (seconds since 1970) or Boolean
+  std::optional<Rgb> color = std::nullopt;
+  std::optional<Rgb> background = std::nullopt;
+
+  /// Spans, links, pictures and the like, in a part of the log; null for a cell that has only text.
+  const EventLog* content = nullptr;
+  std::size_t contentBegin = 0;
+  std::size_t contentEnd = 0;
+
+  bool isValue() const { return type > ValueType::Text; }
+  void replay(EventSink& sink) const;
+};
+
+struct Row {
+  std::span<const Cell> cells;
+  bool header = false;
+  bool repeated = false;  ///< one of the first rows, all of them header rows, that each page repeats; at most 20
+};
+
+}  // namespace scrivalen::document

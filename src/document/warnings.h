@@ -1,0 +1,61 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <vector>
+
+namespace scrivalen::document {
+
+enum class WarningCode : int {
+  CharactersReplaced = 1,
+  TextCut = 2,
+  CellsDropped = 3,
+  SomethingLeftOut = 4,
+  InputMended = 5
+};
+
+inline constexpr std::size_t kAllOutputs = static_cast<std::size_t>(-1);
+
+struct Warning {
+  std::size_t output;
+  WarningCode code;
+  std::uint64_t count;
+  std::string message;
+};
+
+/// What could not be written as given: one warning for each output, code and message, with a count. After kMost of
+/// them only the number of further ones is kept.
+class Warnings {
+ public:
+  static constexpr std::size_t kMost = 1000;
+
+  void add(std::size_t output, WarningCode code, std::string_view message, std::uint64_t count = 1);
+  /// In the order in which they came; if there were more than kMost, the last says how many.
+  std::vector<Warning> all() const;
+
+ private:
+  std::vector<Warning> list_;
+  std::map<std::tuple<std::size_t, WarningCode, std::string>, std::size_t, std::less<>> places_;
+  std::uint64_t further_ = 0;
+};
+
+/// Takes the warnings of one output.
+class OutputWarnings {
+ public:
+  OutputWarnings(Warnings& all, std::size_t output) : all_(all), output_(output) {}
+
+  /// @param message  one line for a person, without the count
+  void add(WarningCode code, std::string_view message, std::uint64_t count = 1) {
+    all_.add(output_, code, message, count);
+  }
+
+ private:
+  Warnings& all_;
+  std::size_t output_;
+};
+
+}  // namespace scrivalen::document
