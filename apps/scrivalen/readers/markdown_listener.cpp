@@ -59,6 +59,14 @@ void assignAttribute(std::wstring& wide, const MD_ATTRIBUTE& attribute) {
   }
 }
 
+// The text of tags and comments where a line cannot be broken.
+std::wstring textOnOneLine(MarkupText& reader, std::wstring_view markup) {
+  std::wstring text;
+  reader.appendInline(text, markup);
+  std::replace(text.begin(), text.end(), L'\n', L' ');
+  return text;
+}
+
 bool isBlank(std::wstring_view text) { return text.find_first_not_of(L" \t\n") == std::wstring_view::npos; }
 
 template <class Detail>
@@ -234,9 +242,7 @@ void MarkdownListener::flushText() {
   if (text_.empty() || imageDepth_ > 0) {
     return;
   }
-  if (sink_ == &headingLog_) {
-    headingText_ += text_;
-  }
+  addToHeading(text_);
   if (isLinkShown_) {
     linkText_ += text_;
   }
@@ -251,8 +257,12 @@ void MarkdownListener::flushMarkup(EventKind kind) {
   if (safety_ == Safety::Safe) {
     return flushVisibleText();
   }
-  if (imageDepth_ == 0) {
+  if (imageDepth_ > 0) {
+    MarkupText reader;
+    text_ += textOnOneLine(reader, markup_);
+  } else {
     write({.kind = kind, .text = markup_});
+    addMarkupToHeading();
   }
   markup_.clear();
 }
@@ -273,9 +283,7 @@ void MarkdownListener::breakLine() {
     return;
   }
   put({.kind = EventKind::LineBreak});
-  if (sink_ == &headingLog_) {
-    headingText_ += L' ';
-  }
+  addToHeading(L" ");
 }
 
 void MarkdownListener::putLines(std::wstring_view text) {
@@ -352,8 +360,22 @@ void MarkdownListener::beginCodeBlock(const MD_BLOCK_CODE_DETAIL& code) {
 void MarkdownListener::beginHeading() {
   headingLog_.clear();
   headingText_.clear();
+  headingMarkup_.reveal();
   sink_ = &headingLog_;
   hasLostMarkup_ = isHidden();
+}
+
+void MarkdownListener::addToHeading(std::wstring_view text) {
+  if (sink_ == &headingLog_ && headingMarkup_.hidden() == HiddenContent::None) {
+    headingText_ += text;
+  }
+}
+
+// Markup is passed on as it is, but the plain text of the heading is what a page shows of it.
+void MarkdownListener::addMarkupToHeading() {
+  if (sink_ == &headingLog_) {
+    headingText_ += textOnOneLine(headingMarkup_, markup_);
+  }
 }
 
 void MarkdownListener::endHeading(int level) {
@@ -417,9 +439,7 @@ void MarkdownListener::endImage() {
     text_ = withAddress(text_, address_);
     return;
   }
-  if (sink_ == &headingLog_) {
-    headingText_ += text_;
-  }
+  addToHeading(text_);
   if (isLinkShown_) {
     linkText_ += text_;
   }

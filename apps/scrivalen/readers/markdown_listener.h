@@ -69,6 +69,8 @@ class MarkdownListener {
   void endParagraph();
   void beginCodeBlock(const MD_BLOCK_CODE_DETAIL& code);
   void beginHeading();
+  void addToHeading(std::wstring_view text);
+  void addMarkupToHeading();
   void endHeading(int level);
   Form beginLink(const MD_SPAN_A_DETAIL& link);
   void endShownLink();
@@ -83,6 +85,7 @@ class MarkdownListener {
   EventSink* sink_;  // the document, or the log of the heading that is being read
   EventLog headingLog_;
   std::wstring headingText_;
+  MarkupText headingMarkup_;  // follows the markup that an unsafe listener passes on
   AnchorNames anchorNames_;
   std::wstring text_;    // not yet passed on; in an unsafe listener text or markup is empty
   std::wstring markup_;  // follows the text

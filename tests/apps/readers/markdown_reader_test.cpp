@@ -32,6 +32,21 @@ TEST(MarkdownReader, IncludesAnImagesTextInItsHeading) {
   EXPECT_EQ(eventsOf("# A ![logo](l.png)")[0], "BeginHeading 1 'A logo' @a-logo");
 }
 
+TEST(MarkdownReader, BeginsAnUnsafeHeadingWithItsVisibleText) {
+  const auto beginningOf = [](std::string_view heading) { return eventsOf(heading, Safety::Unsafe)[0]; };
+  EXPECT_EQ(beginningOf("# a<br>b <kbd>c</kbd>"), "BeginHeading 1 'a b c' @a-b-c");
+  EXPECT_EQ(beginningOf("# a<script>x()</script><!-- y --> b"), "BeginHeading 1 'a b' @a-b");
+  EXPECT_EQ(beginningOf("# a<style>x *y* ![z](z)</style>b"), "BeginHeading 1 'ab' @ab");
+  EXPECT_EQ(beginningOf("a<script>x  \ny</script>b\n==="), "BeginHeading 1 'ab' @ab");
+  EXPECT_EQ(beginningOf("# ![a<br>b](c)"), "BeginHeading 1 'a b' @a-b");
+}
+
+TEST(MarkdownReader, EndsTheHiddenContentOfAnUnsafeHeadingWithTheHeading) {
+  const Lines events = eventsOf("# a <script>x\n\n# b", Safety::Unsafe);
+  EXPECT_EQ(events[0], "BeginHeading 1 'a ' @a-");
+  EXPECT_EQ(events[5], "BeginHeading 1 'b' @b");
+}
+
 TEST(MarkdownReader, GivesHeadingsUniqueAnchorNames) {
   const Lines events = eventsOf("# A\n\n# A");
   EXPECT_EQ(events[0], "BeginHeading 1 'A' @a");
