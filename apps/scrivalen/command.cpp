@@ -1,7 +1,7 @@
 #include "command.h"
 
-#include "document/distributor.h"
 #include "errors.h"
+#include "events/distributor.h"
 #include "library_handlers.h"
 #include "messages.h"
 #include "options.h"

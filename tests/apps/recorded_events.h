@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/document.h"
+#include "events/document.h"
 
 #include <string>
 #include <vector>

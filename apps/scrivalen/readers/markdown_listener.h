@@ -1,8 +1,8 @@
 #pragma once
 
-#include "document/anchor_names.h"
-#include "document/document.h"
-#include "document/event_log.h"
+#include "events/anchor_names.h"
+#include "events/document.h"
+#include "events/event_log.h"
 #include "readers/hidden_content_ends.h"
 #include "readers/markdown_reader.h"
 #include "readers/markup_text.h"

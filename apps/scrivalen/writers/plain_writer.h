@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/document.h"
+#include "events/document.h"
 #include "writers/list_markers.h"
 #include "writers/single_report.h"
 #include "writers/visible_content.h"

@@ -1,4 +1,4 @@
-#include "document/event_log.h"
+#include "events/event_log.h"
 
 #include "recorded_events.h"
 

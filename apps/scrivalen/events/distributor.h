@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/document.h"
-#include "document/event_log.h"
+#include "events/document.h"
+#include "events/event_log.h"
 #include "output.h"
 
 #include <functional>

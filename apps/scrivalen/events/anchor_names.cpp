@@ -1,4 +1,4 @@
-#include "document/anchor_names.h"
+#include "events/anchor_names.h"
 
 #include "text/letter_case.h"
 #include "text/utf.h"

@@ -1,4 +1,4 @@
-#include "document/distributor.h"
+#include "events/distributor.h"
 
 #include "command_support.h"
 #include "errors.h"

@@ -1,4 +1,4 @@
-#include "document/event_log.h"
+#include "events/event_log.h"
 
 #include "text/utf.h"
 
