@@ -65,6 +65,16 @@ std::size_t utf8Length(char lead) {
   return byte < 0x80 ? 1 : static_cast<std::size_t>(leadByte(byte).trailing + 1);
 }
 
+const char* endOfAscii(const char* at, const char* end) {
+  while (static_cast<std::size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
+    at += kBlock;
+  }
+  while (at != end && static_cast<unsigned char>(*at) < 0x80) {
+    ++at;
+  }
+  return at;
+}
+
 bool nextUtf8(const char*& at, const char* end, char32_t& c) {
   const auto first = static_cast<unsigned char>(*at);
   if (first >= 0x80) {
@@ -90,12 +100,7 @@ std::size_t appendWide(std::wstring& wide, std::string_view utf8) {
   const char* const end = at + utf8.size();
   while (at != end) {
     const char* const start = at;
-    while (static_cast<std::size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
-      at += kBlock;
-    }
-    while (at != end && static_cast<unsigned char>(*at) < 0x80) {
-      ++at;
-    }
+    at = endOfAscii(at, end);
     const std::size_t before = wide.size();
     wide.resize(before + static_cast<std::size_t>(at - start));
     std::copy(start, at, wide.begin() + static_cast<std::ptrdiff_t>(before));

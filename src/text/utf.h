@@ -80,6 +80,9 @@ std::wstring toWide(std::string_view utf8);
 /// The length in bytes of a sequence with this lead byte; 0 for a byte that cannot begin one.
 std::size_t utf8Length(char lead);
 
+/// The end of the ASCII characters that begin at @p at: the first other byte, or @p end.
+const char* endOfAscii(const char* at, const char* end);
+
 /// Decodes the UTF-8 sequence at @p at, which is before @p end, and moves past it. Returns false after moving past a
 /// maximal ill-formed sequence.
 bool nextUtf8(const char*& at, const char* end, char32_t& c);

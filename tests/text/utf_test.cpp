@@ -31,6 +31,15 @@ TEST(FromUtf8, ReadsTextThatIsLongerThanABlock) {
             L"0123456789abcdefghijklmnopqrstuvwxyz\u00E9ABCDEFGHIJKLMNOPQRSTUVWXYZ");
 }
 
+TEST(EndOfAscii, IsTheFirstOtherByteWhereverItIs) {
+  for (std::size_t at = 0; at < 40; ++at) {
+    std::string text(40, 'a');
+    EXPECT_EQ(endOfAscii(text.data(), text.data() + at), text.data() + at);
+    text[at] = '\x80';
+    EXPECT_EQ(endOfAscii(text.data(), text.data() + text.size()), text.data() + at);
+  }
+}
+
 TEST(FromUtf8, ReplacesEachIllFormedSequenceOnce) {
   EXPECT_EQ(FromUtf8("a\xFF"
                      "z"),
