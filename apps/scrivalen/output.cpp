@@ -31,24 +31,24 @@ bool Output::prepareFile() {
     return true;
   }
   if (scrivalen::isFolder(path)) {
-    fail("cannot write '" + name_ + "': it is a folder");
+    fail(cannotWrite(name_, "it is a folder"));
     return false;
   }
   // The name refers to an open descriptor. A file that a shell redirected to may already have content, so it must not
   // be replaced.
   if (scrivalen::isOpenFilesName(path)) {
     const bool exists = scrivalen::pathExists(path);
-    fail("cannot write '" + name_ + "': it " + (exists ? "leads to a file; give that file's name" : "is closed"));
+    fail(cannotWrite(name_, exists ? "it leads to a file; give that file's name" : "it is closed"));
     return false;
   }
   // Replacing it would work, but write protection is deliberate.
   if (scrivalen::isReadOnly(path)) {
-    fail("cannot write '" + name_ + "': it is read-only");
+    fail(cannotWrite(name_, "it is read-only"));
     return false;
   }
   target_ = std::make_unique<scrivalen::TargetFile>();
   if (!target_->prepare(path)) {
-    fail("cannot write '" + name_ + "': " + lastErrorText());
+    fail(cannotWrite(name_, lastErrorText()));
     return false;
   }
   file_ = target_->newFile();
@@ -78,7 +78,7 @@ void Output::finish() {
 
 void Output::deliver() {
   if (!failed() && target_ && !target_->replaceBy(file_)) {
-    fail("cannot write '" + name_ + "': " + lastErrorText());
+    fail(cannotWrite(name_, lastErrorText()));
   }
 }
 
@@ -119,6 +119,6 @@ bool Output::isMissingCompiler(std::wstring_view line) const {
          error_.find(toUtf8(scrivalen::formats::kNotStartedReason)) != error_.npos;
 }
 
-void Output::fail(const std::string& error) { error_ = error.empty() ? "cannot write '" + name_ + "'" : error; }
+void Output::fail(const std::string& error) { error_ = error.empty() ? cannotWrite(name_) : error; }
 
 }  // namespace scrivalen::command

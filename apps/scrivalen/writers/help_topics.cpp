@@ -55,7 +55,7 @@ bool HelpTopics::prepare(const std::wstring& file, const std::wstring& title) {
   file_ = file;
   title_ = title;
   if (!work_.createElsewhere()) {
-    return fail(L"no folder can be created for its pages");
+    return fail("no folder can be created for its pages");
   }
   folder_ = work_.path() + scrivalen::kPathSeparator;
   return true;
@@ -106,15 +106,15 @@ bool HelpTopics::finish() {
   end();
   for (std::size_t topic = 0; topic < topics_.size(); ++topic) {
     if (topics_[topic].mayLink && !completeLinks(topic)) {
-      return fail(L"its pages cannot be linked");
+      return fail("its pages cannot be linked");
     }
   }
   return true;
 }
 
-bool HelpTopics::fail(const wchar_t* reason) {
-  const std::wstring why = toWide(lastErrorText());
-  error_ = L"cannot write '" + file_ + L"': " + reason + L": " + why;
+bool HelpTopics::fail(const char* reason) {
+  const std::string why = lastErrorText();
+  error_ = toWide(cannotWrite(toUtf8(file_), std::string(reason) + ": " + why));
   return false;
 }
 

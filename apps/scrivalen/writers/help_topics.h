@@ -51,7 +51,7 @@ class HelpTopics {
 
   void begin(const std::wstring& title);
   void end();
-  bool fail(const wchar_t* reason);
+  bool fail(const char* reason);
   bool completeLinks(std::size_t topic);
   const Topic* topicOf(std::string_view link, std::size_t sourceTopic) const;
   std::wstring pathOf(const Topic& topic) const { return folder_ + topic.file; }
