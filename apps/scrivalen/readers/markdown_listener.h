@@ -4,10 +4,9 @@
 #include "events/document.h"
 #include "events/event_log.h"
 #include "readers/hidden_content_ends.h"
+#include "readers/markdown_parser.h"
 #include "readers/markdown_reader.h"
 #include "readers/markup_text.h"
-
-#include <md4c.h>
 
 #include <cstdint>
 #include <optional>
@@ -21,17 +20,17 @@ namespace scrivalen::command {
 /// event. The events inside a heading are held back until its end, because its anchor name is made from its text. A
 /// safe listener converts raw HTML to text and line breaks. Content hidden by a script, a style sheet or a comment
 /// produces no events.
-class MarkdownListener {
+class MarkdownListener final : public MarkdownHandler {
  public:
   /// @param markdown  the whole text to be parsed; must outlive this object
   MarkdownListener(std::string_view markdown, Safety safety, EventSink& document)
       : markdown_(markdown), safety_(safety), document_(document), sink_(&document) {}
 
-  void enterBlock(MD_BLOCKTYPE type, void* detail);
-  void leaveBlock(MD_BLOCKTYPE type, void* detail);
-  void enterSpan(MD_SPANTYPE type, void* detail);
-  void leaveSpan(MD_SPANTYPE type);
-  void text(MD_TEXTTYPE type, std::string_view text);
+  void enterBlock(MD_BLOCKTYPE type, void* detail) override;
+  void leaveBlock(MD_BLOCKTYPE type, void* detail) override;
+  void enterSpan(MD_SPANTYPE type, void* detail) override;
+  void leaveSpan(MD_SPANTYPE type) override;
+  void text(MD_TEXTTYPE type, std::string_view text) override;
 
  private:
   enum class Form : std::uint8_t {
