@@ -184,22 +184,16 @@ void putLowBytes(OutputBuffer& buffer, std::wstring_view text, LossCounter& loss
   putText<PlainLowByte>(buffer, text, [&loss](const wchar_t*& at, const wchar_t* end, char* out) {
     const char32_t c = asCharacter(nextCharacter(at, end));
     loss.note(c);
-    if (c > 0xFFFF) {
-      *out++ = static_cast<char>(highSurrogate(c) & 0xFF);
-      return putUnit<char>(lowSurrogate(c) & 0xFF, out);
-    }
-    return putUnit<char>(c & 0xFF, out);
+    forEachUnit(c, [&out](char16_t unit) { out = putUnit<char>(unit & 0xFFu, out); });
+    return out;
   });
 }
 
 void putUtf16(OutputBuffer& buffer, std::wstring_view text) {
   putText<PlainUtf16>(buffer, text, [](const wchar_t*& at, const wchar_t*, char* out) {
-    const char32_t c = asCharacter(static_cast<char32_t>(*at++));
-    if (c < 0x10000) {
-      return putUnit<char16_t>(c, out);
-    }
-    out = putUnit<char16_t>(highSurrogate(c), out);
-    return putUnit<char16_t>(lowSurrogate(c), out);
+    forEachUnit(asCharacter(static_cast<char32_t>(*at++)),
+                [&out](char16_t unit) { out = putUnit<char16_t>(unit, out); });
+    return out;
   });
 }
 

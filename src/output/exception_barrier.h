@@ -17,14 +17,20 @@ void logException() noexcept;
 /// Logs a message as one line, or unchanged when memory runs out.
 void logLine(const wchar_t* line) noexcept;
 
-/// Logs the message that @p make returns, or @p line when memory runs out for it.
-template <typename Make>
-void logMessage(Make make, const wchar_t* line) noexcept {
+/// Runs @p log, which logs messages; when memory runs out for one, @p line is logged.
+template <typename Log>
+void logMessages(Log log, const wchar_t* line) noexcept {
   try {
-    CLog::Bug2(make());
+    log();
   } catch (...) {
     logLine(line);
   }
+}
+
+/// Logs the message that @p make returns, or @p line when memory runs out for it.
+template <typename Make>
+void logMessage(Make make, const wchar_t* line) noexcept {
+  logMessages([&] { CLog::Bug2(make()); }, line);
 }
 
 /// Runs @p action; an exception is logged and not propagated. Exported functions contain their own exceptions with

@@ -23,19 +23,13 @@ namespace {
 
 constexpr const wchar_t* kRow = L"row";
 
+// Each byte becomes a character of the same number.
 bool appendFile(std::wstring& text, NativeFile file) {
-  constexpr std::size_t kChunk = 8192;
-  unsigned char chunk[kChunk];
-  for (;;) {
-    const auto size = readSome(file, chunk, kChunk);
-    if (!size) {
-      return false;
-    }
-    if (*size == 0) {
-      return true;
-    }
-    text.append(chunk, chunk + *size);
-  }
+  return readRest(file, [&text](std::string_view bytes) {
+    const auto* const first = reinterpret_cast<const unsigned char*>(bytes.data());
+    text.append(first, first + bytes.size());
+    return true;
+  });
 }
 
 [[noreturn]] void failFatally(const wchar_t* reason) {

@@ -86,12 +86,11 @@ bool nextUtf8(const char*& at, const char* end, char32_t& c) {
 }
 
 void appendCharacter(std::wstring& wide, char32_t c) {
-  if (sizeof(wchar_t) > 2 || c < 0x10000) {
+  if (sizeof(wchar_t) > 2) {
     wide.push_back(static_cast<wchar_t>(c));
-    return;
+  } else {
+    forEachUnit(c, [&wide](char16_t unit) { wide.push_back(static_cast<wchar_t>(unit)); });
   }
-  wide.push_back(static_cast<wchar_t>(highSurrogate(c)));
-  wide.push_back(static_cast<wchar_t>(lowSurrogate(c)));
 }
 
 std::size_t appendWide(std::wstring& wide, std::string_view utf8) {

@@ -27,6 +27,17 @@ constexpr char32_t fromSurrogates(char32_t high, char32_t low) {
 /// The number of UTF-16 code units of a character.
 constexpr std::size_t unitsOf(char32_t c) { return c > 0xFFFF ? 2 : 1; }
 
+/// Calls @p take with each UTF-16 code unit of a character; a lone surrogate is one unit.
+template <typename Take>
+void forEachUnit(char32_t c, Take take) {
+  if (unitsOf(c) == 1) {
+    take(static_cast<char16_t>(c));
+    return;
+  }
+  take(static_cast<char16_t>(highSurrogate(c)));
+  take(static_cast<char16_t>(lowSurrogate(c)));
+}
+
 /// U+FFFD for a number above 0x10FFFF; anything else, surrogates included, is returned unchanged.
 constexpr char32_t asCharacter(char32_t c) { return c > 0x10FFFF ? kReplacement : c; }
 

@@ -11,15 +11,10 @@ constexpr std::string_view kLinkStart = " href=\"";
 
 bool readFile(const std::wstring& path, std::string& bytes) {
   const scrivalen::File file = scrivalen::openForReading(path);
-  if (!file) {
-    return false;
-  }
-  char chunk[16384];
-  std::optional<std::size_t> size;
-  while ((size = scrivalen::readSome(file, chunk, sizeof chunk)).value_or(0) > 0) {
-    bytes.append(chunk, *size);
-  }
-  return size.has_value();
+  return file && scrivalen::readRest(file, [&bytes](std::string_view piece) {
+           bytes += piece;
+           return true;
+         });
 }
 
 bool writeFile(const std::wstring& path, const std::string& bytes) {

@@ -177,6 +177,7 @@ class ExcelWriter::Document {
   void assemble();
   void logFailure() const noexcept;
   void logLosses() const noexcept;
+  void logLostCells() const;
 
   const std::wstring name_;
   TargetFile target_;
@@ -345,22 +346,22 @@ void ExcelWriter::Document::assemble() {
 
 void ExcelWriter::Document::logLosses() const noexcept {
   logLoss(name_, text_.loss());
-  try {
-    if (sheet_ > 1) {
-      CLog::Bug2(FMT::Format(L"'%s': a sheet holds 1,048,576 rows, the others are on %s%s.", name_,
-                             sheet_ == 2 ? L"" : L"Sheet2 to ", FMT::Format(L"Sheet%d", sheet_)));
-    }
-    cut_.log(name_, L"cut at 32,767 characters");
-    dropped_.log(name_, L"dropped beyond column 16,384");
-    if (strayed_ > 0) {
-      CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
-    }
-    if (colors_.refused() > 0) {
-      CLog::Bug2(FMT::Format(L"'%s': %s without the colour, which is not known or one too many, the first is '%s'.",
-                             name_, cells(colors_.refused()), colors_.firstRefused()));
-    }
-  } catch (...) {
-    logLine(L"A spreadsheet has cells that could not be written as they were given.");
+  logMessages([this] { logLostCells(); }, L"A spreadsheet has cells that could not be written as they were given.");
+}
+
+void ExcelWriter::Document::logLostCells() const {
+  if (sheet_ > 1) {
+    CLog::Bug2(FMT::Format(L"'%s': a sheet holds 1,048,576 rows, the others are on %s%s.", name_,
+                           sheet_ == 2 ? L"" : L"Sheet2 to ", FMT::Format(L"Sheet%d", sheet_)));
+  }
+  cut_.log(name_, L"cut at 32,767 characters");
+  dropped_.log(name_, L"dropped beyond column 16,384");
+  if (strayed_ > 0) {
+    CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
+  }
+  if (colors_.refused() > 0) {
+    CLog::Bug2(FMT::Format(L"'%s': %s without the colour, which is not known or one too many, the first is '%s'.",
+                           name_, cells(colors_.refused()), colors_.firstRefused()));
   }
 }
 

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <memory>
 #include <mutex>
 #include <new>
 #include <optional>
@@ -50,6 +51,12 @@ std::time_t creationTime(std::int64_t seconds) {
 }
 
 lxw_color_t libraryColor(Rgb color) { return color == 0 ? kBlack : color; }
+
+struct StreamCloser {
+  void operator()(std::FILE* stream) const { std::fclose(stream); }
+};
+
+using Stream = std::unique_ptr<std::FILE, StreamCloser>;
 
 std::wstring systemReason() { return systemErrorText(lastSystemError()); }
 
@@ -161,23 +168,21 @@ bool Workbook::flushRows(const Sheet& sheet) {
 
 // Has the library write the sheet once without its rows, to measure the rest.
 bool Workbook::measureFrame(const Sheet& sheet, std::uint64_t& size) {
-  std::FILE* const frame = lxw_tmpfile(folder_.data());
-  std::FILE* const noRows = frame ? lxw_tmpfile(folder_.data()) : nullptr;
-  std::optional<std::uint64_t> position;
-  if (noRows) {
-    sheet.sheet->file = frame;
-    sheet.sheet->optimize_tmpfile = noRows;
-    lxw_worksheet_assemble_xml_file(sheet.sheet);
-    sheet.sheet->file = sheet.rows;
-    sheet.sheet->optimize_tmpfile = sheet.rows;
-    position = std::fflush(frame) == 0 && std::ferror(frame) == 0 ? streamPosition(frame) : std::nullopt;
-    if (!hasRows(sheet)) {
-      std::fclose(noRows);
-    }
+  const Stream frame(lxw_tmpfile(folder_.data()));
+  Stream noRows(frame ? lxw_tmpfile(folder_.data()) : nullptr);
+  if (!noRows) {
+    return false;
   }
-  if (frame) {
-    std::fclose(frame);
+  sheet.sheet->file = frame.get();
+  sheet.sheet->optimize_tmpfile = noRows.get();
+  lxw_worksheet_assemble_xml_file(sheet.sheet);
+  sheet.sheet->file = sheet.rows;
+  sheet.sheet->optimize_tmpfile = sheet.rows;
+  if (hasRows(sheet)) {
+    noRows.release();  // the library has closed it
   }
+  const bool isWritten = std::fflush(frame.get()) == 0 && std::ferror(frame.get()) == 0;
+  const auto position = isWritten ? streamPosition(frame.get()) : std::nullopt;
   size = position.value_or(0);
   return position.has_value();
 }

@@ -33,16 +33,13 @@ voidpf openForWriting(voidpf, const void* path, int) {
 
 // A file that is deleted with its last handle, however the program ends.
 HANDLE createTemporary(const std::wstring& folder) {
-  constexpr int kAttempts = 100;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    const std::wstring path = folder + kPathSeparator + L".scrivalen-" + randomName();
-    const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
-                                    FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
-    if (file != INVALID_HANDLE_VALUE || GetLastError() != ERROR_FILE_EXISTS) {
-      return file;
-    }
-  }
-  return INVALID_HANDLE_VALUE;
+  HANDLE file = INVALID_HANDLE_VALUE;
+  createWithRandomName((folder + kPathSeparator).append(kOwnPrefix), [&file](const std::wstring& path) {
+    file = CreateFileW(path.c_str(), GENERIC_READ | GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                       FILE_ATTRIBUTE_TEMPORARY | FILE_FLAG_DELETE_ON_CLOSE, nullptr);
+    return file == INVALID_HANDLE_VALUE ? failedCreation(path) : Creation::Done;
+  });
+  return file;
 }
 
 }  // namespace

@@ -39,36 +39,24 @@ std::wstring randomName() {
 }
 
 bool copyContents(NativeFile from, NativeFile to) noexcept {
-  char buffer[16384];
-  for (;;) {
-    const auto size = readSome(from, buffer, sizeof buffer);
-    if (!size) {
-      return false;
-    }
-    if (*size == 0) {
-      return true;
-    }
-    if (!writeAll(to, buffer, *size)) {
-      return false;
-    }
-  }
+  return readRest(from, [to](std::string_view bytes) { return writeAll(to, bytes.data(), bytes.size()); });
+}
+
+Creation failedCreation(const std::wstring& path) noexcept {
+  const SystemErrorKeeper error;
+  return pathExists(path) ? Creation::NameTaken : Creation::Failed;
 }
 
 std::optional<std::wstring> createFileBeside(const std::wstring& path) {
-  constexpr int kAttempts = 100;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    std::wstring name(folderOf(path));
-    name += L".scrivalen-";
-    name += randomName();
-    if (pathExists(name)) {
-      continue;
-    }
+  std::optional<std::wstring> created;
+  createWithRandomName(std::wstring(folderOf(path)).append(kOwnPrefix), [&created](std::wstring name) {
     if (!createNew(name)) {
-      break;
+      return failedCreation(name);
     }
-    return name;
-  }
-  return std::nullopt;
+    created = std::move(name);
+    return Creation::Done;
+  });
+  return created;
 }
 
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix) {

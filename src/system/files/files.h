@@ -90,6 +90,25 @@ std::optional<std::uint64_t> sizeOf(NativeFile file) noexcept;
 /// Reads exactly @p size bytes at @p offset of a file.
 bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size);
 
+/// Calls @p take with the unread rest of a file, piece by piece, until it returns false.
+/// @return false when it did, or on an error
+template <typename Take>
+bool readRest(NativeFile file, Take take) {
+  char bytes[16384];
+  for (;;) {
+    const auto size = readSome(file, bytes, sizeof bytes);
+    if (!size) {
+      return false;
+    }
+    if (*size == 0) {
+      return true;
+    }
+    if (!take(std::string_view(bytes, *size))) {
+      return false;
+    }
+  }
+}
+
 /// Copies the unread rest of @p from to @p to, at its position.
 bool copyContents(NativeFile from, NativeFile to) noexcept;
 
@@ -141,6 +160,26 @@ bool isSpecialFile(const std::wstring& path) noexcept;
 
 /// Twelve random letters and digits.
 std::wstring randomName();
+
+/// The beginning of the names that the library makes up beside its targets.
+inline constexpr std::wstring_view kOwnPrefix = L".scrivalen-";
+
+enum class Creation { Done, Failed, NameTaken };
+
+/// Calls @p create with a new path, @p start and a random name, up to 100 times, until it does not return NameTaken.
+/// @return whether it returned Done; if not, lastSystemError has the last attempt's reason
+template <typename Create>
+bool createWithRandomName(const std::wstring& start, Create create) {
+  constexpr int kAttempts = 100;
+  Creation result = Creation::NameTaken;
+  for (int attempt = 0; attempt < kAttempts && result == Creation::NameTaken; ++attempt) {
+    result = create(start + randomName());
+  }
+  return result == Creation::Done;
+}
+
+/// What a failed attempt to create something at @p path means; preserves lastSystemError.
+Creation failedCreation(const std::wstring& path) noexcept;
 
 /// The path up to and including its last separator; empty without one.
 std::wstring_view folderOf(std::wstring_view path);

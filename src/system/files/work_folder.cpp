@@ -16,7 +16,7 @@ std::wstring commonPrefix(std::wstring_view file) {
   for (const wchar_t c : file) {
     hash = (hash ^ static_cast<std::uint32_t>(c)) * 0x100000001B3;
   }
-  std::wstring name = L".scrivalen-";
+  std::wstring name(kOwnPrefix);
   for (int shift = 60; shift >= 0; shift -= 4) {
     name += kDigits[hash >> shift & 0xF];
   }
@@ -26,23 +26,17 @@ std::wstring commonPrefix(std::wstring_view file) {
 }  // namespace
 
 bool WorkFolder::createBeside(const std::wstring& file) {
-  constexpr int kAttempts = 100;
   const std::wstring folder(folderOf(file));
   const std::wstring begin = folder + commonPrefix(fileNameOf(file));
   const bool isPrivate = pathExists(file);
   removeAbandonedFolders(folder, fileNameOf(begin));
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    path_ = begin + randomName();  // allocated before there is a folder to remove
+  return createWithRandomName(begin, [&](std::wstring path) {
+    path_ = std::move(path);
     if (!createFolder(path_, isPrivate)) {
-      const SystemErrorKeeper error;
-      if (!pathExists(path_)) {
-        return false;
-      }
-    } else if (hold()) {  // unless another process has already removed it as abandoned
-      return true;
+      return failedCreation(path_);
     }
-  }
-  return false;
+    return hold() ? Creation::Done : Creation::NameTaken;  // another process may have removed it as abandoned
+  });
 }
 
 bool WorkFolder::createElsewhere() {

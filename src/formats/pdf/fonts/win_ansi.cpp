@@ -95,13 +95,7 @@ void appendWinAnsi(std::string& out, std::wstring_view text, LossCounter& loss) 
 
 void appendUtf16(std::u16string& out, std::wstring_view text) {
   for (const wchar_t wide : text) {
-    const auto c = scrivalen::asCharacter(static_cast<char32_t>(wide));
-    if (scrivalen::unitsOf(c) == 2) {
-      out += static_cast<char16_t>(scrivalen::highSurrogate(c));
-      out += static_cast<char16_t>(scrivalen::lowSurrogate(c));
-    } else {
-      out += static_cast<char16_t>(c);
-    }
+    scrivalen::forEachUnit(scrivalen::asCharacter(static_cast<char32_t>(wide)), [&out](char16_t unit) { out += unit; });
   }
 }
 

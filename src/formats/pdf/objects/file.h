@@ -120,9 +120,8 @@ class CPDFFile {
   /// Whether bytes were lost, as on a full disk; no more reach the file then.
   bool hasLostBytes() const { return output_.hasLostBytes(); }
 
-  /// Whether the file is complete: every object was made and written, and the table can address it.
-  bool isWhole() const { return reason_.empty(); }
-  /// The first reason why it is not.
+  /// The first reason why the file is incomplete; empty when every object was made and written, and the table can
+  /// address it.
   std::wstring_view writeError() const { return reason_.text(); }
 
   std::u16string header = u"%PDF-1.4\n";

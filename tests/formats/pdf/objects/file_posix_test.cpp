@@ -43,7 +43,7 @@ TEST(PdfFileOnAFullDisk, ContinuesAndReportsWhyBytesAreLost) {
     CPDFFile pdf(full, Form::Classic);
     fillSample(pdf);
     EXPECT_TRUE(pdf.Save());
-    EXPECT_FALSE(pdf.isWhole());
+    EXPECT_NE(pdf.writeError(), L"");
     EXPECT_EQ(pdf.writeError(), L"No space left on device");
     EXPECT_NE(pdf.objects.back()->fileOffset, 0u);
   }
@@ -54,7 +54,7 @@ TEST(PdfFileOnAFullDisk, ReportsItWhenItOwnsTheHandle) {
   CPDFFile pdf(scrivalen::openExclusive(L"/dev/full").release(), Form::Classic);
   pdf.callerOwnsHandle = false;
   EXPECT_TRUE(pdf.Save());
-  EXPECT_FALSE(pdf.isWhole());
+  EXPECT_NE(pdf.writeError(), L"");
   EXPECT_EQ(pdf.handle, nullptr);
 }
 
@@ -66,7 +66,7 @@ TEST(PdfFileIntoAPipe, HasTheSameBytesAsOnDisk) {
   CPDFFile pdf(pipe.writer(), Form::Classic);
   fillSample(pdf);
   EXPECT_TRUE(pdf.Save());
-  EXPECT_TRUE(pdf.isWhole());
+  EXPECT_EQ(pdf.writeError(), L"");
   std::array<char, 8192> bytes;
   const ssize_t size = ::read(pipe.ends[0], bytes.data(), bytes.size());
   ASSERT_GT(size, 0);
@@ -79,7 +79,7 @@ TEST(PdfFileIntoAPipe, ReportsThatThePipeHasNoReader) {
   pipe.closeReader();
   CPDFFile pdf(pipe.writer(), Form::Classic);
   EXPECT_TRUE(pdf.Save());
-  EXPECT_FALSE(pdf.isWhole());
+  EXPECT_NE(pdf.writeError(), L"");
   EXPECT_EQ(pdf.writeError(), L"Broken pipe");
   std::signal(SIGPIPE, old);
 }
@@ -89,7 +89,7 @@ TEST(PdfFileBeyondTenDigits, ReportsThatItIsTooLarge) {
   EXPECT_EQ(::lseek(descriptor(file.handle), 9999999900, SEEK_SET), 9999999900);
   fillSample(file.pdf);
   EXPECT_TRUE(file.pdf.Save());
-  EXPECT_FALSE(file.pdf.isWhole());
+  EXPECT_NE(file.pdf.writeError(), L"");
   EXPECT_EQ(file.pdf.writeError(), L"A PDF cannot be larger than 10 gigabytes");
 }
 
@@ -98,7 +98,7 @@ TEST(PdfFileOfTenDigits, IsComplete) {
   EXPECT_EQ(::lseek(descriptor(file.handle), 9999990000, SEEK_SET), 9999990000);
   fillSample(file.pdf);
   EXPECT_TRUE(file.pdf.Save());
-  EXPECT_TRUE(file.pdf.isWhole());
+  EXPECT_EQ(file.pdf.writeError(), L"");
   EXPECT_EQ(file.pdf.writeError(), L"");
   EXPECT_EQ(file.pdf.catalog->fileOffset, 9999990015u);
 }

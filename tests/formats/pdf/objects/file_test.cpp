@@ -122,7 +122,7 @@ TEST(PdfFile, HasEachObjectAtItsOffsetInTheTableInBothForms) {
     fillSample(file.pdf);
     const std::string bytes = file.saved();
     EXPECT_EQ(PdfStructure(bytes, form == Form::Conforming).problems(), Problems());
-    EXPECT_TRUE(file.pdf.isWhole());
+    EXPECT_EQ(file.pdf.writeError(), L"");
   }
 }
 
@@ -228,7 +228,7 @@ TEST(PdfFile, DeletesItsObjectsInOrder) {
 TEST(PdfFile, DoesNotWriteToTheInvalidHandle) {
   CPDFFile pdf(invalidHandle(), Form::Classic);
   EXPECT_FALSE(pdf.Save());
-  EXPECT_FALSE(pdf.isWhole());
+  EXPECT_NE(pdf.writeError(), L"");
   EXPECT_EQ(pdf.writeError(), L"The file's handle is the invalid one");
   EXPECT_EQ(pdf.catalog->entries.size(), 1u);
   EXPECT_EQ(pdf.catalog->fileOffset, 0u);
@@ -256,7 +256,7 @@ TEST(PdfFile, WritesOtherObjectsWhenOneFails) {
   file.pdf.AddObject(std::make_unique<Broken>(file.pdf.nextObjectNumber));
   file.pdf.AddAnnotation();
   EXPECT_TRUE(file.pdf.Save());
-  EXPECT_FALSE(file.pdf.isWhole());
+  EXPECT_NE(file.pdf.writeError(), L"");
   EXPECT_EQ(file.pdf.writeError(), L"An object could not be made");
   const std::string bytes = file.closed();
   const std::uint64_t broken = file.pdf.objects[2]->fileOffset;
@@ -273,7 +273,7 @@ TEST(PdfFile, ReportsWritesThatFail) {
   {
     CPDFFile pdf(forReading, Form::Classic);
     EXPECT_TRUE(pdf.Save());
-    EXPECT_FALSE(pdf.isWhole());
+    EXPECT_NE(pdf.writeError(), L"");
     EXPECT_FALSE(pdf.writeError().empty());
   }
   EXPECT_TRUE(forReading.close());
@@ -319,7 +319,7 @@ TEST(PdfFile, ClosesItsOwnHandleWhenSaved) {
   EXPECT_TRUE(file.pdf.Save());
   file.handle.release();
   EXPECT_EQ(file.pdf.handle, nullptr);
-  EXPECT_TRUE(file.pdf.isWhole());
+  EXPECT_EQ(file.pdf.writeError(), L"");
   EXPECT_TRUE(bytesOf(file.path).ends_with("%%EOF"));
   EXPECT_TRUE(canBeOpened(file.path));
 }
