@@ -26,6 +26,16 @@ std::string table(int rows) {
   return text;
 }
 
+std::string markdown(int sections) {
+  std::string text;
+  for (int section = 0; section < sections; ++section) {
+    text +=
+        "# Section " + std::to_string(section) + "\n\nSome *text* with a [link](#section-1) and <b>raw</b> HTML.\n\n";
+    text += "- an item\n- another one\n\n| a | b |\n|---|---|\n| 1 | some text |\n\n";
+  }
+  return text;
+}
+
 // Sends the signal again and again, as an impatient user does.
 void sendUntilItEnds(RunningCommand& command, int signal) {
   RunningCommand::waitUntil([&] {
@@ -54,6 +64,40 @@ TEST_P(TerminatingSignals, EndTheCommandWithoutLeavingFiles) {
   EXPECT_EQ(command.error(), "scrivalen: interrupted\n");
   EXPECT_EQ(folder_.names(), Names{"a.html"});
   EXPECT_EQ(folder_.bytes("a.html"), "old");
+}
+
+class MarkdownSignals : public TerminatingSignals {
+ protected:
+  void expectNothingWritten() {
+    EXPECT_EQ(command_.end(), -GetParam());
+    EXPECT_EQ(command_.error(), "scrivalen: interrupted\n");
+    EXPECT_EQ(folder_.names(), (Names{"a.html", "b.pdf"}));
+    EXPECT_EQ(folder_.bytes("a.html"), "old");
+    EXPECT_EQ(folder_.bytes("b.pdf"), "older");
+    EXPECT_EQ(temporary_.names(), Names());
+  }
+
+  CommandRun temporary_;
+  RunningCommand command_{folder_.with("a.html", "old").with("b.pdf", "older"),
+                          {.arguments = {"-", "--from", "markdown", "-o", "@/a.html", "-o", "@/b.pdf", "-o", "@/c.xlsx",
+                                         "-o", "@/d.rtf", "-o", "@/e.chm"},
+                           .variables = {"TMPDIR=" + temporary_.path("")}}};
+};
+
+// A pipe holds much less than the text: when all is written, the command has read most of it and waits for more.
+TEST_P(MarkdownSignals, EndTheReading) {
+  command_.write(markdown(20000));
+  command_.send(GetParam());
+  expectNothingWritten();
+}
+
+// The outputs are opened when the text has been read; writing them takes far longer than the signal.
+TEST_P(MarkdownSignals, EndTheWriting) {
+  command_.write(markdown(100000));
+  command_.closeInput();
+  command_.waitForAFile();
+  command_.send(GetParam());
+  expectNothingWritten();
 }
 
 TEST_P(TerminatingSignals, EndTheCommandEvenWhenRepeated) {
@@ -87,8 +131,10 @@ TEST_P(TerminatingSignals, EndTheWaitForAReader) {
   EXPECT_EQ(folder_.names(), (Names{"in.md", "pipe"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Each, TerminatingSignals, testing::Values(SIGINT, SIGTERM, SIGHUP),
-                         [](const auto& test) { return "Signal" + std::to_string(test.param); });
+std::string nameOf(const testing::TestParamInfo<int>& test) { return "Signal" + std::to_string(test.param); }
+
+INSTANTIATE_TEST_SUITE_P(Each, TerminatingSignals, testing::Values(SIGINT, SIGTERM, SIGHUP), &nameOf);
+INSTANTIATE_TEST_SUITE_P(Each, MarkdownSignals, testing::Values(SIGINT, SIGTERM, SIGHUP), &nameOf);
 
 TEST_F(Signals, EndTheWaitForAWriter) {
   makePipe("pipe.csv");
