@@ -218,6 +218,22 @@ TEST(DeliveryPosix, RemovesTheFilesThatAKilledRunLeft) {
   EXPECT_EQ(run.names(), (Names{"a.xlsx", "b.html", "in.md", "never.csv"}));
 }
 
+TEST(DeliveryPosix, RemovesTheHelpPagesThatAKilledRunLeft) {
+  CommandRun run;
+  run.with("in.md", "x");
+  const TemporaryFilesIn temporary(run.path("temporary"));
+  ASSERT_EQ(::mkfifo(run.fsPath("never.csv").c_str(), 0600), 0);
+  const auto killed = scrivalen::runProgram(
+      {L"sh", L"-c",
+       L"\"$0\" \"$1/never.csv\" -o \"$1/a.chm\" & exec 3>\"$1/never.csv\"; "
+       L"seq 1000 >&3; until ls \"$1\"/temporary/*/* >\"$1/list\" 2>&1; do sleep 0.01; done; kill -9 $!; wait $!",
+       scrivalen::widePath(SCRIVALEN_COMMAND), run.widePath("")});
+  EXPECT_TRUE(killed.started);
+  EXPECT_FALSE(fs::is_empty(run.fsPath("temporary")));
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/other.chm"}).status, 0);
+  EXPECT_TRUE(fs::is_empty(run.fsPath("temporary")));
+}
+
 TEST(DeliveryPosix, KeepsTheModeAndGroupOfAFileInEveryFormat) {
   CommandRun run;
   run.with("in.md", "x");

@@ -1,12 +1,14 @@
 #include "output/target_file.h"
 
 #include "support/files.h"
+#include "system/files/work_folder.h"
 #include "system/messages.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
 
 #include <fcntl.h>
@@ -33,6 +35,25 @@ bool replace(const std::wstring& path) {
   writeBytes(target.newFile(), "new");
   return target.replaceBy(target.newFile());
 }
+
+// Sets the folder for temporary files for its lifetime.
+class TemporaryFilesIn {
+ public:
+  explicit TemporaryFilesIn(const std::wstring& folder) { ::setenv("TMPDIR", narrowPath(folder).c_str(), 1); }
+  TemporaryFilesIn(const TemporaryFilesIn&) = delete;
+  TemporaryFilesIn& operator=(const TemporaryFilesIn&) = delete;
+  ~TemporaryFilesIn() {
+    if (hadOne_) {
+      ::setenv("TMPDIR", before_.c_str(), 1);
+    } else {
+      ::unsetenv("TMPDIR");
+    }
+  }
+
+ private:
+  const bool hadOne_ = std::getenv("TMPDIR") != nullptr;
+  const std::string before_ = hadOne_ ? std::getenv("TMPDIR") : "";
+};
 
 }  // namespace
 
@@ -63,6 +84,62 @@ TEST(TargetFilePosix, RemovesAKilledProcesssFilesButNotALiveOnes) {
   EXPECT_EQ(entriesOf(asPath(folder.path())), 1u);
   ::close(ends[0]);
   ::close(ends[1]);
+}
+
+// One that is killed with a folder among the temporary files, as a help report's pages have.
+TEST(WorkFolderPosix, IsRemovedByTheNextProcessWhenItsOwnWasKilled) {
+  const TemporaryFolder folder;
+  const TemporaryFilesIn temporary(folder.path());
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  const pid_t process = ::fork();
+  if (process == 0) {
+    WorkFolder pages;
+    const bool isCreated = pages.createElsewhere() && createNew(pages.path() + L"/page.htm");
+    const char said = isCreated ? 'y' : 'n';
+    while (::write(ends[1], &said, 1) == 1) {
+      ::pause();
+    }
+    ::_exit(1);
+  }
+  char said = 0;
+  ASSERT_EQ(::read(ends[0], &said, 1), 1);
+  EXPECT_EQ(said, 'y');
+  EXPECT_TRUE(WorkFolder().createElsewhere());
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 1u);
+  ::kill(process, SIGKILL);
+  ::waitpid(process, nullptr, 0);
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 1u);
+  EXPECT_TRUE(WorkFolder().createElsewhere());
+  EXPECT_EQ(entriesOf(asPath(folder.path())), 0u);
+  ::close(ends[0]);
+  ::close(ends[1]);
+}
+
+TEST(WorkFolderPosix, AmongTheTemporaryFilesAdmitsOnlyItsUser) {
+  const TemporaryFolder folder;
+  const TemporaryFilesIn temporary(folder.path());
+  WorkFolder pages;
+  ASSERT_TRUE(pages.createElsewhere());
+  EXPECT_EQ(fs::status(asPath(pages.path())).permissions(), fs::perms::owner_all);
+}
+
+// Others may write into the folder for temporary files, too.
+TEST(WorkFolderPosix, RemovesNeitherThroughLinksNorOtherUsersFiles) {
+  const TemporaryFolder folder;
+  const TemporaryFolder victim;
+  const TemporaryFilesIn temporary(folder.path());
+  writeBytes(victim / L"kept", "kept");
+  fs::create_directory_symlink(asPath(victim.path()), asPath(folder / L"scrivalen-work-link"));
+  makeFolder(folder / L"scrivalen-work-others");
+  writeBytes(folder / L"scrivalen-work-others/page.htm", "");
+  ASSERT_EQ(::chown(narrowPath(folder / L"scrivalen-work-others").c_str(), 1234, 1234), 0);
+  makeFolder(folder / L"scrivalen-other");
+  WorkFolder pages;
+  ASSERT_TRUE(pages.createElsewhere());
+  EXPECT_TRUE(exists(victim / L"kept"));
+  EXPECT_TRUE(exists(folder / L"scrivalen-work-others/page.htm"));
+  EXPECT_TRUE(exists(folder / L"scrivalen-other"));
 }
 
 // Anyone who may write into the folder could plant links there, so that the removal reaches other files.

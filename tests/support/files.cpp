@@ -1,6 +1,7 @@
 #include "support/files.h"
 
 #include "system/files/files.h"
+#include "system/files/work_folder.h"
 
 #include <gtest/gtest.h>
 
@@ -14,9 +15,10 @@ std::filesystem::path asPath(const std::wstring& path) {
 }
 
 TemporaryFolder::TemporaryFolder() {
-  const auto folder = createPrivateFolder();
-  EXPECT_TRUE(folder.has_value());
-  path_ = folder.value_or(L"");
+  EXPECT_TRUE(createWithRandomName(temporaryFolder() + L"scrivalen-", [this](std::wstring path) {
+    path_ = std::move(path);
+    return createFolder(path_, false) ? Creation::Done : failedCreation(path_);
+  }));
 }
 
 TemporaryFolder::TemporaryFolder(const std::wstring& path) : path_(path) {

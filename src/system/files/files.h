@@ -136,9 +136,8 @@ std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring&
 /// The same, but none when the folder cannot be read.
 std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstring_view suffix);
 
-/// Creates a folder with a new name, for this user alone, in the system's temporary folder.
-/// @return its path without a trailing separator; nothing on an error
-std::optional<std::wstring> createPrivateFolder();
+/// The system's folder for temporary files, with a trailing separator.
+std::wstring temporaryFolder();
 bool deleteFolder(const std::wstring& path) noexcept;
 
 /// The free space on a folder's disk in bytes; nothing when it is unknown.

@@ -297,17 +297,9 @@ std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring&
   return names;
 }
 
-std::optional<std::wstring> createPrivateFolder() {
-  constexpr std::ptrdiff_t kRandomLetters = 6;
-  const char* root = std::getenv("TMPDIR");
-  std::string path = root && *root ? root : "/tmp";
-  path += "/scrivalen-XXXXXX";
-  std::wstring result = widePath(path);
-  if (!::mkdtemp(path.data())) {
-    return std::nullopt;
-  }
-  std::copy(path.end() - kRandomLetters, path.end(), result.end() - kRandomLetters);
-  return result;
+std::wstring temporaryFolder() {
+  const char* const folder = std::getenv("TMPDIR");
+  return widePath(folder && *folder ? folder : "/tmp") + kPathSeparator;
 }
 
 std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept {

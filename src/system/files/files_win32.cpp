@@ -221,18 +221,10 @@ std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring&
   return names;
 }
 
-std::optional<std::wstring> createPrivateFolder() {
-  wchar_t root[MAX_PATH + 2];
-  const DWORD length = GetTempPathW(static_cast<DWORD>(std::size(root)), root);
-  if (length == 0 || length >= std::size(root)) {
-    return std::nullopt;
-  }
-  // The temporary folder is the user's own, and a new folder inherits its access rights.
-  std::wstring path = std::wstring(root, length) + L"scrivalen-" + randomName();
-  if (!CreateDirectoryW(path.c_str(), nullptr)) {
-    return std::nullopt;
-  }
-  return path;
+std::wstring temporaryFolder() {
+  wchar_t folder[MAX_PATH + 2];
+  const DWORD length = GetTempPathW(static_cast<DWORD>(std::size(folder)), folder);
+  return std::wstring(folder, length < std::size(folder) ? length : 0);
 }
 
 std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept {

@@ -26,22 +26,22 @@ std::wstring commonPrefix(std::wstring_view file) {
 }  // namespace
 
 bool WorkFolder::createBeside(const std::wstring& file) {
-  const std::wstring folder(folderOf(file));
-  const std::wstring begin = folder + commonPrefix(fileNameOf(file));
-  const bool isPrivate = pathExists(file);
-  removeAbandonedFolders(folder, fileNameOf(begin));
-  return createWithRandomName(begin, [&](std::wstring path) {
+  return create(std::wstring(folderOf(file)), commonPrefix(fileNameOf(file)), pathExists(file));
+}
+
+// On Windows the folder for temporary files is the user's own, and a new folder inherits its access rights. A help
+// compiler may dislike a name that begins with a dot.
+bool WorkFolder::createElsewhere() { return create(temporaryFolder(), L"scrivalen-work-", false); }
+
+bool WorkFolder::create(const std::wstring& folder, const std::wstring& prefix, bool isPrivate) {
+  removeAbandonedFolders(folder, prefix);
+  return createWithRandomName(folder + prefix, [&](std::wstring path) {
     path_ = std::move(path);
     if (!createFolder(path_, isPrivate)) {
       return failedCreation(path_);
     }
     return hold() ? Creation::Done : Creation::NameTaken;  // another process may have removed it as abandoned
   });
-}
-
-bool WorkFolder::createElsewhere() {
-  path_ = createPrivateFolder().value_or(L"");
-  return !path_.empty() && hold();
 }
 
 bool WorkFolder::hold() {

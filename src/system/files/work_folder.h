@@ -9,7 +9,7 @@ namespace scrivalen {
 
 /// A folder for the new content of a file. It is for this user alone, so that nobody reads the content before it has
 /// the file's rights, and it is locked while it is in use: a folder left by a killed run is removed by the next run for
-/// the same file.
+/// the same file, and one among the temporary files by the next run that needs one there.
 class WorkFolder {
  public:
   WorkFolder() = default;
@@ -30,6 +30,7 @@ class WorkFolder {
   const std::wstring& path() const { return path_; }
 
  private:
+  bool create(const std::wstring& folder, const std::wstring& prefix, bool isPrivate);
   bool hold();
 
   std::wstring path_;

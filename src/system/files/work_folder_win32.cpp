@@ -17,18 +17,35 @@ namespace {
 template <typename T>
 using Local = std::unique_ptr<T, HLOCAL (*)(HLOCAL)>;
 
+// A security identifier of the process: its user, or the owner of what it creates.
+class OwnSid {
+ public:
+  explicit OwnSid(TOKEN_INFORMATION_CLASS kind) noexcept {
+    HANDLE token = nullptr;
+    if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
+      DWORD size = 0;
+      isKnown_ = GetTokenInformation(token, kind, bytes_, sizeof bytes_, &size) != 0;
+      CloseHandle(token);
+    }
+  }
+
+  /// Null when it is unknown.
+  PSID get() const noexcept {
+    // TOKEN_USER and TOKEN_OWNER both begin with it.
+    return isKnown_ ? reinterpret_cast<const TOKEN_OWNER*>(bytes_)->Owner : nullptr;
+  }
+  bool equals(PSID other) const noexcept { return isKnown_ && other && EqualSid(get(), other); }
+
+ private:
+  alignas(TOKEN_USER) char bytes_[256];
+  bool isKnown_ = false;
+};
+
 // The process's user in the notation of security descriptors; empty when it is unknown.
 std::wstring ownUser() {
-  HANDLE token = nullptr;
-  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
-    return {};
-  }
-  char bytes[256];
-  DWORD size = 0;
-  const bool isKnown = GetTokenInformation(token, TokenUser, bytes, sizeof bytes, &size) != 0;
-  CloseHandle(token);
+  const OwnSid user(TokenUser);
   wchar_t* text = nullptr;
-  if (!isKnown || !ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(bytes)->User.Sid, &text)) {
+  if (!user.get() || !ConvertSidToStringSidW(user.get(), &text)) {
     return {};
   }
   const Local<wchar_t> owned(text, &LocalFree);
@@ -111,6 +128,17 @@ void removeContents(Path& folder) noexcept {
   folder.cutTo(size);
 }
 
+// Whether this user, or the group that owns what the user creates, owns a folder.
+bool isOwn(const std::wstring& path) noexcept {
+  alignas(SECURITY_DESCRIPTOR) char descriptor[512];
+  DWORD size = 0;
+  PSID owner = nullptr;
+  BOOL isDefault = FALSE;
+  return GetFileSecurityW(path.c_str(), OWNER_SECURITY_INFORMATION, descriptor, sizeof descriptor, &size) &&
+         GetSecurityDescriptorOwner(descriptor, &owner, &isDefault) &&
+         (OwnSid(TokenUser).equals(owner) || OwnSid(TokenOwner).equals(owner));
+}
+
 }  // namespace
 
 bool createFolder(const std::wstring& path, bool isPrivate) noexcept {
@@ -146,7 +174,7 @@ void removeAbandonedFolders(const std::wstring& folder, std::wstring_view prefix
   try {
     forEachEntry((folder + std::wstring(prefix) + L"*").c_str(), [&](std::wstring_view name, bool isFolder) {
       const std::wstring path = folder + std::wstring(name);
-      if (File held = isFolder ? holdFolder(path) : File()) {
+      if (File held = isFolder && isOwn(path) ? holdFolder(path) : File()) {
         removeHeldFolder(std::move(held), path);
       }
     });

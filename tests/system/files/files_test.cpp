@@ -1,6 +1,7 @@
 #include "system/files/files.h"
 
 #include "support/files.h"
+#include "system/files/work_folder.h"
 
 #include <scrivalen/text.h>
 
@@ -166,15 +167,16 @@ TEST(Files, ListsFilesByEndingInAnyCase) {
   EXPECT_TRUE(filesEndingWith(folder / L"missing", L".htm").empty());
 }
 
-TEST(Files, APrivateFolderIsNewAndCanBeDeleted) {
-  const auto first = createPrivateFolder();
-  const auto second = createPrivateFolder();
-  ASSERT_TRUE(first && second);
-  EXPECT_NE(*first, *second);
-  EXPECT_TRUE(isFolder(*first));
-  EXPECT_TRUE(deleteFolder(*first));
-  EXPECT_TRUE(deleteFolder(*second));
-  EXPECT_FALSE(pathExists(*first));
+TEST(WorkFolder, IsNewAndRemovedAgain) {
+  WorkFolder first;
+  WorkFolder second;
+  ASSERT_TRUE(first.createElsewhere() && second.createElsewhere());
+  const std::wstring path = first.path();
+  EXPECT_NE(path, second.path());
+  EXPECT_TRUE(isFolder(path));
+  first.remove();
+  EXPECT_FALSE(pathExists(path));
+  EXPECT_TRUE(isFolder(second.path()));
 }
 
 TEST(Files, AFileBesideIsInTheSameFolder) {
