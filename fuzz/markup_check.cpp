@@ -20,6 +20,7 @@ class Reader {
 
   bool atEnd() const { return rest_.empty(); }
   bool startsWith(std::string_view text) const { return rest_.starts_with(text); }
+  bool contains(std::string_view text) const { return rest_.find(text) != std::string_view::npos; }
   char front() const { return rest_.empty() ? '\0' : rest_.front(); }
 
   bool accept(std::string_view text) {
@@ -255,8 +256,10 @@ void readAttributes(Reader& reader, std::string_view element) {
   reader.expect(">");
 }
 
+constexpr std::string_view kPageContent = "<main";
+
 void readPage(Reader& reader) {
-  reader.skipTo("<main");
+  reader.skipTo(kPageContent);
   std::vector<std::string_view> open;
   do {
     reader.takeUntil("<");
@@ -302,7 +305,31 @@ std::string problemIn(std::string_view bytes, Read read) {
 
 std::string problemOfXml(std::string_view bytes) { return problemIn(bytes, readXml); }
 
-std::string problemOfPage(std::string_view page) { return problemIn(page, readPage); }
+std::string problemOfPages(std::string_view pages) {
+  return problemIn(pages, [](Reader& reader) {
+    do {
+      readPage(reader);
+    } while (reader.contains(kPageContent));
+  });
+}
+
+std::string withMarkedTags(std::string_view text) {
+  const auto isPartOfName = [](char c) { return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '-'; };
+  std::string marked;
+  while (!text.empty()) {
+    const std::size_t start = std::min(text.find('<'), text.size() - 1) + 1;
+    const bool isOpen = text[start - 1] == '<';
+    const auto end = std::find_if_not(text.begin() + static_cast<std::ptrdiff_t>(start), text.end(), isPartOfName);
+    const auto size = static_cast<std::size_t>(end - text.begin());
+    const bool endsName = end == text.end() || std::string_view(" \t\r\n/>").find(*end) != std::string_view::npos;
+    marked += text.substr(0, size);
+    if (isOpen && size > start && endsName) {
+      marked += " from-input";
+    }
+    text.remove_prefix(size);
+  }
+  return marked;
+}
 
 std::string problemOfRtf(std::string_view bytes) {
   int depth = 0;

@@ -9,9 +9,14 @@ namespace scrivalen::fuzz {
 /// are.
 std::string problemOfXml(std::string_view bytes);
 
-/// Why a page that the command wrote from untrusted text is unsafe, or where its elements do not nest. Empty for a good
-/// page. Expects a page made with the default template.
-std::string problemOfPage(std::string_view page);
+/// Why one of the pages that the command wrote from untrusted text is unsafe, or where its elements do not nest. Empty
+/// for good pages. Expects pages made with the default template, one after another.
+std::string problemOfPages(std::string_view pages);
+
+/// Adds an attribute to each tag of a text that begins an element, whatever its name. No page or XML file may have it:
+/// otherwise the plain tag of an element that reports write themselves would pass for theirs. An end tag that came
+/// through would match no beginning.
+std::string withMarkedTags(std::string_view text);
 
 /// Why the groups of an RTF file do not nest; empty when they do.
 std::string problemOfRtf(std::string_view bytes);

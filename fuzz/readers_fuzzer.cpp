@@ -3,12 +3,18 @@
 #include "markup_check.h"
 #include "private_folder.h"
 #include "support/documents/pdf_structure.h"
+#include "system/files/files.h"
+
+#include <scrivalen/host.h>
+#include <scrivalen/html_report.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <filesystem>
+#include <fstream>
 #include <iterator>
 #include <string>
 #include <string_view>
@@ -108,23 +114,52 @@ std::string problemOfWorkbook(const std::string& bytes) { return bytes.starts_wi
 // Classic forms are not escaped, so their output cannot be checked.
 std::string problemOf(const Choice& choice, const std::string& bytes) {
   switch (choice.format) {
-    case Format::Html: return choice.unsafe ? "" : scrivalen::fuzz::problemOfPage(bytes);
+    case Format::Html:
+    case Format::Chm: return choice.unsafe ? "" : scrivalen::fuzz::problemOfPages(bytes);
     case Format::Xml: return scrivalen::fuzz::problemOfXml(bytes);
     case Format::Rtf: return choice.classic ? "" : scrivalen::fuzz::problemOfRtf(bytes);
     case Format::Pdf: return choice.classic ? "" : problemOfPdf(bytes);
     case Format::Xlsx: return problemOfWorkbook(bytes);
-    case Format::Text:
-    case Format::Chm: break;
+    case Format::Text: break;
   }
   return {};
+}
+
+void check(const Choice& choice, std::string_view input) {
+  const Outcome outcome = convert(choice, input);
+  const std::string bytes = folder().take("out");
+  const bool mayFail = choice.from != std::string_view("markdown");
+  require(outcome.status == 0 || (outcome.status == 1 && mayFail), choice, outcome.errors);
+  require(outcome.status == 0 || (!outcome.errors.empty() && bytes.empty()), choice, "it failed without a message");
+  if (outcome.status == 0) {
+    const std::string problem = problemOf(choice, bytes);
+    require(problem.empty(), choice, problem);
+  }
+  require(folder().isEmpty(), choice, "a file is left behind");
+}
+
+// Formats in which a tag of the input would be one of the output.
+bool hasTags(Format format) { return format == Format::Html || format == Format::Xml || format == Format::Chm; }
+
+// A data folder with a help compiler whose help file consists of its pages.
+void useOwnDataFolder() {
+  namespace fs = std::filesystem;
+  static const PrivateFolder data;
+  const fs::path path = data.path();
+  std::wstring templates;
+  HtmlReport().MakeTemplateName(templates, L"");
+  fs::copy(scrivalen::narrowPath(templates), path / "tmpl");
+  fs::create_directory(path / "hhc");
+  std::ofstream(path / "hhc/hhc.exe") << "#!/bin/sh\n/bin/cat \"${1%/*}\"/*.htm >\"${1%/*}/report.chm\"\n";
+  fs::permissions(path / "hhc/hhc.exe", fs::perms::owner_all);
+  scrivalen::SetDataFolder(data.widePath().c_str());
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-  // Help topics are written to this folder, and the help compiler is not found.
-  const char* const path = folder().path().c_str();
-  return setenv("TMPDIR", path, 1) + setenv("PATH", path, 1);
+  useOwnDataFolder();
+  return setenv("TMPDIR", folder().path().c_str(), 1);  // help topics are written to this folder
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
@@ -133,15 +168,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   const Choice choice = choiceOf(data[0], data[1]);
   const std::string_view input(reinterpret_cast<const char*>(data) + 2, size - 2);
-  const Outcome outcome = convert(choice, input);
-  const std::string bytes = folder().take("out");
-  const bool mayFail = choice.from != std::string_view("markdown") || choice.format == Format::Chm;
-  require(outcome.status == 0 || (outcome.status == 1 && mayFail), choice, outcome.errors);
-  require(outcome.status == 0 || (!outcome.errors.empty() && bytes.empty()), choice, "it failed without a message");
-  if (outcome.status == 0) {
-    const std::string problem = problemOf(choice, bytes);
-    require(problem.empty(), choice, problem);
+  check(choice, input);
+  if (hasTags(choice.format) && !choice.unsafe) {
+    check(choice, scrivalen::fuzz::withMarkedTags(input));
   }
-  require(folder().isEmpty(), choice, "a file is left behind");
   return 0;
 }

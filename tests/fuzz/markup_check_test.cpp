@@ -10,7 +10,7 @@ bool isXml(const std::string& content) {
   return problemOfXml("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n" + content).empty();
 }
 
-bool isSafe(const std::string& content) { return problemOfPage("<body><main>" + content + "</main>").empty(); }
+bool isSafe(const std::string& content) { return problemOfPages("<body><main>" + content + "</main>").empty(); }
 
 TEST(MarkupCheck, AcceptsXmlAsReportsWriteIt) {
   EXPECT_TRUE(isXml("<report>\r\n<a-b.c>\xC3\xA9 &amp; &#65; &#x1F600; ] ></a-b.c><\xC3\xA9></\xC3\xA9></report>"));
@@ -52,6 +52,25 @@ TEST(MarkupCheck, RejectsPagesThatRunPrograms) {
         "<img src=\"vbscript:x\">", "<!-- x -->"}) {
     EXPECT_FALSE(isSafe(content)) << content;
   }
+}
+
+TEST(MarkupCheck, ChecksEachOfSeveralPages) {
+  EXPECT_TRUE(isSafe("a</main></body><body><main>b"));
+  EXPECT_FALSE(isSafe("a</main></body><body><main><svg>b</svg>"));
+}
+
+TEST(MarkupCheck, MarksTheTagsThatBeginElements) {
+  EXPECT_EQ(withMarkedTags(""), "");
+  EXPECT_EQ(withMarkedTags("a <b>c</b> <br/> <x-y\nz>"), "a <b from-input>c</b> <br from-input/> <x-y from-input\nz>");
+  EXPECT_EQ(withMarkedTags("<<a>b> <c"), "<<a from-input>b> <c from-input");
+  EXPECT_EQ(withMarkedTags("< a> <a:b> <!-- --> 1<"), "< a> <a:b> <!-- --> 1<");
+}
+
+TEST(MarkupCheck, RejectsMarkedTags) {
+  for (const char* content : {"<b>a</b>", "<p>a</p>", "<br>", "<br/>", "<table></table>", "<x-y></x-y>"}) {
+    EXPECT_FALSE(isSafe(withMarkedTags(content))) << content;
+  }
+  EXPECT_FALSE(isXml(withMarkedTags("<b>a</b>")));
 }
 
 TEST(MarkupCheck, RejectsPageElementsThatDoNotNest) {
