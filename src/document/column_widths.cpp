@@ -1,0 +1,133 @@
+#include "document/column_widths.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <numeric>
+
+namespace scrivalen::document {
+namespace {
+
+using Needs = std::span<const ColumnNeed>;
+
+template <typename Part>
+double sumOf(Needs columns, Part part) {
+  return std::accumulate(columns.begin(), columns.end(), 0.0,
+                         [&](double sum, const ColumnNeed& column) { return sum + part(column); });
+}
+
+double longestWordOf(const ColumnNeed& column) { return column.longestWord; }
+
+// The line that a column asks for. It is never shorter than a word of it.
+double lineOf(const ColumnNeed& column, double space) {
+  return std::max(column.longestWord, std::min(column.longestLine, space));
+}
+
+ColumnWidths widthsOfWords(Needs columns) {
+  ColumnWidths result;
+  std::transform(columns.begin(), columns.end(), std::back_inserter(result.widths), longestWordOf);
+  result.fit = false;
+  return result;
+}
+
+// Each column its line, or its longest word and a part of the space above the words.
+ColumnWidths widthsOfContent(Needs columns, double space) {
+  const double words = sumOf(columns, longestWordOf);
+  const double lines = sumOf(columns, [&](const ColumnNeed& column) { return lineOf(column, space); });
+  const double part = lines <= space ? 1 : (space - words) / (lines - words);
+  ColumnWidths result;
+  for (const ColumnNeed& column : columns) {
+    result.widths.push_back(column.longestWord + (lineOf(column, space) - column.longestWord) * part);
+  }
+  return result;
+}
+
+// Divides a space among the columns with a share. A column whose part is too narrow for its longest word gets the word,
+// which makes the parts of the others narrower, so the division is repeated without it.
+void divide(Needs columns, double space, std::vector<double>& widths) {
+  std::vector<std::size_t> open;
+  double shares = 0;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (columns[i].share > 0) {
+      open.push_back(i);
+      shares += columns[i].share;
+    }
+  }
+  while (!open.empty()) {
+    const double part = space / shares;
+    const auto isNarrow = [&](std::size_t i) { return columns[i].share * part < columns[i].longestWord; };
+    const auto narrow = std::stable_partition(open.begin(), open.end(), [&](std::size_t i) { return !isNarrow(i); });
+    if (narrow == open.end()) {
+      break;
+    }
+    for (auto i = narrow; i != open.end(); ++i) {
+      widths[*i] = columns[*i].longestWord;
+      space -= widths[*i];
+      shares -= columns[*i].share;
+    }
+    open.erase(narrow, open.end());
+  }
+  for (const std::size_t i : open) {
+    widths[i] = columns[i].share * (space / shares);
+  }
+}
+
+// Rounds down, then gives the whole units that are left to the columns that lost most.
+WholeColumnWidths rounded(const ColumnWidths& exact) {
+  const std::size_t count = exact.widths.size();
+  WholeColumnWidths result{std::vector<std::size_t>(count), exact.fit};
+  std::vector<double> lost(count);
+  double allLost = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    result.widths[i] = static_cast<std::size_t>(std::floor(exact.widths[i]));
+    lost[i] = exact.widths[i] - std::floor(exact.widths[i]);
+    allLost += lost[i];
+  }
+  std::vector<std::size_t> order(count);
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) { return lost[a] > lost[b]; });
+  const auto left = std::min(count, static_cast<std::size_t>(std::lround(allLost)));
+  for (std::size_t i = 0; i < left; ++i) {
+    ++result.widths[order[i]];
+  }
+  return result;
+}
+
+}  // namespace
+
+ColumnWidths columnWidths(Needs columns, double space) {
+  if (sumOf(columns, longestWordOf) > space) {
+    return widthsOfWords(columns);
+  }
+  ColumnWidths result = widthsOfContent(columns, space);
+  double left = space;
+  bool hasShares = false;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    hasShares = hasShares || columns[i].share > 0;
+    left -= columns[i].share > 0 ? 0 : result.widths[i];
+  }
+  if (hasShares) {
+    divide(columns, left, result.widths);
+  }
+  return result;
+}
+
+WholeColumnWidths wholeColumnWidths(Needs columns, std::size_t space) {
+  return rounded(columnWidths(columns, static_cast<double>(space)));
+}
+
+ColumnWidths equalColumnWidths(Needs columns, double space) {
+  double longestWord = 0;
+  for (const ColumnNeed& column : columns) {
+    longestWord = std::max(longestWord, column.longestWord);
+  }
+  const double equal = space / static_cast<double>(columns.size());
+  return {std::vector<double>(columns.size(), std::max(equal, longestWord)), longestWord <= equal};
+}
+
+WholeColumnWidths wholeEqualColumnWidths(Needs columns, std::size_t space) {
+  const ColumnWidths exact = equalColumnWidths(columns, static_cast<double>(space));
+  return {std::vector<std::size_t>(columns.size(), static_cast<std::size_t>(exact.widths.front())), exact.fit};
+}
+
+}  // namespace scrivalen::document

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace scrivalen::document {
+
+/// What a column asks for, in the unit of the space that a table has.
+struct ColumnNeed {
+  double longestWord = 0;
+  double longestLine = 0;
+  double share = 0;  ///< beside those of the other columns; 0: from the content
+};
+
+template <typename Width>
+struct WidthsOf {
+  std::vector<Width> widths;
+  /// False: not even the longest words fit. Each column then has its longest word, and the table overflows.
+  bool fit = true;
+};
+using ColumnWidths = WidthsOf<double>;
+using WholeColumnWidths = WidthsOf<std::size_t>;
+
+/// The widths of a table's columns.
+///
+/// A column from its content gets what its longest line needs if the lines of all columns fit, else at least its
+/// longest word; what is left above the words is shared in proportion to what the longest lines need beyond them. A
+/// line that is longer than the space counts as long as the space, so that one very long text does not leave every
+/// other column at its longest word.
+///
+/// Columns with a share divide what the others leave in proportion to their shares, and fill the space. One whose part
+/// is narrower than its longest word gets the word, at the cost of the others.
+///
+/// @param space  without the gaps between the columns
+ColumnWidths columnWidths(std::span<const ColumnNeed> columns, double space);
+
+/// The same in whole units, such as the columns of a monospaced font. The widths add up to as much as before rounding.
+/// @param columns  with whole needs
+WholeColumnWidths wholeColumnWidths(std::span<const ColumnNeed> columns, std::size_t space);
+
+/// Equal widths that fill the space, in whole units up to one a column less; if the longest word of all is wider than
+/// that, each column gets its width.
+/// @param columns  at least one
+ColumnWidths equalColumnWidths(std::span<const ColumnNeed> columns, double space);
+WholeColumnWidths wholeEqualColumnWidths(std::span<const ColumnNeed> columns, std::size_t space);
+
+}  // namespace scrivalen::document

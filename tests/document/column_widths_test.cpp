@@ -1,0 +1,113 @@
+#include "document/column_widths.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <vector>
+
+using scrivalen::document::ColumnNeed;
+using scrivalen::document::columnWidths;
+using scrivalen::document::equalColumnWidths;
+using scrivalen::document::wholeColumnWidths;
+using scrivalen::document::wholeEqualColumnWidths;
+
+namespace {
+
+using Needs = std::vector<ColumnNeed>;
+using Widths = std::vector<double>;
+using WholeWidths = std::vector<std::size_t>;
+
+}  // namespace
+
+TEST(ColumnWidths, AreTheLongestLinesWhereTheyFit) {
+  const auto result = columnWidths(Needs{{5, 20}, {3, 3}, {10, 50}}, 73);
+  EXPECT_EQ(result.widths, (Widths{20, 3, 50}));
+  EXPECT_TRUE(result.fit);
+}
+
+// The words need 20 of 50. The lines need 10, 0 and 40 more: a fifth and four fifths of 30.
+TEST(ColumnWidths, ShareWhatIsLeftAboveTheWordsByTheNeedOfTheLines) {
+  const auto result = columnWidths(Needs{{5, 15}, {5, 5}, {10, 50}}, 50);
+  ASSERT_EQ(result.widths.size(), 3u);
+  EXPECT_DOUBLE_EQ(result.widths[0], 11);
+  EXPECT_DOUBLE_EQ(result.widths[1], 5);
+  EXPECT_DOUBLE_EQ(result.widths[2], 34);
+  EXPECT_TRUE(result.fit);
+}
+
+// A line of 10,000 counts as 80: 62 is shared as 12 to 70, and the first column gets 8 + 62 * 12 / 82.
+TEST(ColumnWidths, LeaveRoomBesideAVeryLongText) {
+  const auto result = columnWidths(Needs{{8, 20}, {10, 10000}}, 80);
+  EXPECT_NEAR(result.widths[0], 17.07, 0.01);
+  EXPECT_NEAR(result.widths[1], 62.93, 0.01);
+}
+
+TEST(ColumnWidths, AreTheLongestWordsWhereNotEvenTheyFit) {
+  const auto result = columnWidths(Needs{{30, 40}, {25, 90}}, 50);
+  EXPECT_EQ(result.widths, (Widths{30, 25}));
+  EXPECT_FALSE(result.fit);
+}
+
+TEST(ColumnWidths, AreTheLongestWordsWhereTheyJustFit) {
+  const auto result = columnWidths(Needs{{30, 40}, {20, 90}}, 50);
+  EXPECT_EQ(result.widths, (Widths{30, 20}));
+  EXPECT_TRUE(result.fit);
+}
+
+TEST(ColumnWidths, DivideTheSpaceByShares) {
+  EXPECT_EQ(columnWidths(Needs{{1, 1, 1}, {1, 100, 3}}, 100).widths, (Widths{25, 75}));
+  EXPECT_EQ(columnWidths(Needs{{1, 5, 50}}, 100).widths, (Widths{100}));
+}
+
+TEST(ColumnWidths, GiveColumnsWithSharesWhatTheOthersLeave) {
+  EXPECT_EQ(columnWidths(Needs{{4, 20}, {1, 5, 1}, {1, 5, 3}}, 100).widths, (Widths{20, 20, 60}));
+}
+
+// By its share the first column would get 10; its word takes 40, and the others divide 60 as 1 to 2.
+TEST(ColumnWidths, KeepAWordWholeThatIsWiderThanItsShare) {
+  EXPECT_EQ(columnWidths(Needs{{40, 40, 1}, {1, 1, 3}, {1, 1, 6}}, 100).widths, (Widths{40, 20, 40}));
+}
+
+// The first column's word leaves the second one 25, less than its word.
+TEST(ColumnWidths, KeepAWordWholeThatOnlyTheOthersMakeTooWide) {
+  EXPECT_EQ(columnWidths(Needs{{50, 50, 1}, {30, 30, 3}, {1, 1, 3}}, 100).widths, (Widths{50, 30, 20}));
+}
+
+TEST(ColumnWidths, ReportThatWordsDoNotFitDespiteShares) {
+  const auto result = columnWidths(Needs{{60, 60, 1}, {60, 60, 1}}, 100);
+  EXPECT_EQ(result.widths, (Widths{60, 60}));
+  EXPECT_FALSE(result.fit);
+}
+
+TEST(ColumnWidths, AreNothingForNoColumnsAndEmptyOnes) {
+  EXPECT_TRUE(columnWidths(Needs{}, 100).widths.empty());
+  EXPECT_EQ(columnWidths(Needs{{}, {}}, 100).widths, (Widths{0, 0}));
+}
+
+// 14 is shared by needs of 10 each: 4 2/3 for each column. The two units left over go to the first columns.
+TEST(WholeColumnWidths, AddUpToTheSpace) {
+  const auto result = wholeColumnWidths(Needs{{2, 12}, {2, 12}, {2, 12}}, 20);
+  EXPECT_EQ(result.widths, (WholeWidths{7, 7, 6}));
+  EXPECT_TRUE(result.fit);
+}
+
+TEST(WholeColumnWidths, AreTheLongestLinesWhereTheyFit) {
+  EXPECT_EQ(wholeColumnWidths(Needs{{5, 20}, {3, 3}}, 80).widths, (WholeWidths{20, 3}));
+}
+
+TEST(WholeColumnWidths, FillTheSpaceByShares) {
+  EXPECT_EQ(wholeColumnWidths(Needs{{1, 1, 1}, {1, 1, 1}, {1, 1, 1}}, 80).widths, (WholeWidths{27, 27, 26}));
+}
+
+TEST(EqualColumnWidths, FillTheSpace) {
+  const auto result = equalColumnWidths(Needs{{1, 5}, {2, 90}, {1, 1}, {4, 4}}, 100);
+  EXPECT_EQ(result.widths, (Widths{25, 25, 25, 25}));
+  EXPECT_TRUE(result.fit);
+  EXPECT_EQ(wholeEqualColumnWidths(Needs{{1, 5}, {2, 90}, {1, 1}}, 80).widths, (WholeWidths{26, 26, 26}));
+}
+
+TEST(EqualColumnWidths, AreAllTheLongestWordWhereItDoesNotFit) {
+  const auto result = wholeEqualColumnWidths(Needs{{1, 5}, {45, 90}}, 80);
+  EXPECT_EQ(result.widths, (WholeWidths{45, 45}));
+  EXPECT_FALSE(result.fit);
+}
