@@ -10,7 +10,8 @@
 namespace scrivalen::document {
 
 /// The settings of a document: for all formats, or for one, whose name comes first, as in "text.encoding". A setting
-/// given again replaces the earlier value; "font-file" and "property:NAME" add to it.
+/// given again replaces the earlier value; "font-file" adds to it. Each NAME of "property:NAME" is a setting of its
+/// own, whatever its case.
 class Settings {
  public:
   /// @param name   as a host gives it
@@ -46,12 +47,13 @@ class FormatSettings {
   /// NAME and value of each "property:NAME", in the order in which they came.
   std::vector<std::pair<std::string_view, std::string_view>> properties() const;
   /// The time that the document states as that of its making, in seconds since 1970-01-01 UTC: the setting "clock", or
-  /// what the library's clock says.
+  /// what the library's clock says at the first call.
   std::int64_t clock() const;
 
  private:
   const Settings& settings_;
   std::string_view format_;
+  mutable std::optional<std::int64_t> clock_;
 };
 
 }  // namespace scrivalen::document
