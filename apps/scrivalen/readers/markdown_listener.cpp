@@ -2,6 +2,7 @@
 
 #include "addresses.h"
 #include "readers/entities.h"
+#include "text/address.h"
 #include "text/utf.h"
 
 #include <algorithm>
