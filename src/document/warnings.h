@@ -38,8 +38,15 @@ class Warnings {
   std::vector<Warning> all() const;
 
  private:
+  // Compares the key of a warning with one whose text is not copied.
+  struct Before {
+    using is_transparent = void;
+    using Place = std::tuple<std::size_t, WarningCode, std::string_view>;
+    bool operator()(const Place& a, const Place& b) const { return a < b; }
+  };
+
   std::vector<Warning> list_;
-  std::map<std::tuple<std::size_t, WarningCode, std::string>, std::size_t, std::less<>> places_;
+  std::map<std::tuple<std::size_t, WarningCode, std::string>, std::size_t, Before> places_;
   std::uint64_t further_ = 0;
 };
 
