@@ -213,16 +213,37 @@ bool isOneOf(const std::array<std::string_view, N>& names, std::string_view name
   return std::find(names.begin(), names.end(), name) != names.end();
 }
 
+// Whether a character may be in a scheme (RFC 3986, 3.1).
+bool isPartOfScheme(char c) {
+  return std::isalnum(static_cast<unsigned char>(c)) != 0 || c == '+' || c == '-' || c == '.';
+}
+
 // The scheme of an address as a browser reads it, without blanks and control characters; empty without one.
 std::string schemeOf(std::string_view address) {
   const std::size_t colon = address.find(':');
   std::string scheme;
   for (const char c : address.substr(0, colon == std::string_view::npos ? 0 : colon)) {
-    if (static_cast<unsigned char>(c) > ' ') {
+    if (isPartOfScheme(c)) {
       scheme += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    } else if (static_cast<unsigned char>(c) > ' ') {
+      return {};
     }
   }
   return scheme;
+}
+
+// Schemes whose addresses run something or open a page with the rights of a local one. The list is not the command's,
+// as it checks that one.
+constexpr std::array<std::string_view, 27> kRunningSchemes = {
+    ".uno",       "about",   "feed",  "hcp",  "help",  "intent", "its",      "jar",         "javascript",
+    "livescript", "macro",   "mhtml", "mk",   "mocha", "mshelp", "private",  "res",         "search",
+    "search-ms",  "service", "shell", "slot", "url",   "vbs",    "vbscript", "view-source", "wyciwyg"};
+constexpr std::array<std::string_view, 2> kRunningPrefixes = {"ms-", "vnd.sun.star."};
+
+bool runsProgram(std::string_view scheme) {
+  return isOneOf(kRunningSchemes, scheme) ||
+         std::any_of(kRunningPrefixes.begin(), kRunningPrefixes.end(),
+                     [scheme](std::string_view prefix) { return scheme.starts_with(prefix); });
 }
 
 void checkAttribute(const Reader& reader, std::string_view element, std::string_view name, std::string_view value) {
@@ -233,7 +254,7 @@ void checkAttribute(const Reader& reader, std::string_view element, std::string_
     return;
   }
   const std::string scheme = schemeOf(value);
-  if (scheme == "javascript" || scheme == "vbscript" || (scheme == "data" && element != "img")) {
+  if (runsProgram(scheme) || (scheme == "data" && element != "img")) {
     reader.fail("the address " + std::string(value) + " before");
   }
   if (value.find("&#") != std::string_view::npos) {

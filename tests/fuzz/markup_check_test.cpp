@@ -73,6 +73,19 @@ TEST(MarkupCheck, RejectsMarkedTags) {
   EXPECT_FALSE(isXml(withMarkedTags("<b>a</b>")));
 }
 
+TEST(MarkupCheck, RejectsEverySchemeThatRunsPrograms) {
+  for (const std::string scheme :
+       {".uno",      "about",       "feed",       "hcp",        "help",        "intent",
+        "its",       "jar",         "javascript", "livescript", "macro",       "mhtml",
+        "mk",        "mocha",       "mshelp",     "private",    "res",         "search",
+        "search-ms", "service",     "shell",      "slot",       "url",         "vbs",
+        "vbscript",  "view-source", "wyciwyg",    "ms-msdt",    "ms-settings", "vnd.sun.star.script"}) {
+    EXPECT_FALSE(isSafe("<a href=\"" + scheme + ":x\"></a>")) << scheme;
+  }
+  EXPECT_TRUE(isSafe(
+      "<a href=\"https://x\"></a><a href=\"mailto:x\"></a><a href=\"msdn:x\"></a><a href=\"ms-\xEF\xBF\xBD:x\"></a>"));
+}
+
 TEST(MarkupCheck, RejectsPageElementsThatDoNotNest) {
   for (const char* content :
        {"<p>", "</p>", "<p><b></p></b>", "<p class=x></p>", "<p", "<a href=\"x\"><a href=\"y\"></a></a>"}) {
