@@ -17,7 +17,8 @@ struct NumberStyle {
   static std::optional<NumberStyle> of(std::string_view sample);
 };
 
-/// How dates are shown: the setting "dates". An order of yyyy, mm (or m) and dd (or d) with separators.
+/// How dates are shown: the setting "dates". An order of yyyy, mm (or m) and dd (or d) with one or two of the
+/// characters "-./, " between them, and perhaps a full stop at the end.
 class DateStyle {
  public:
   DateStyle() = default;
@@ -34,7 +35,8 @@ class ValueFormat {
   ValueFormat() = default;
   /// @param decimals  0: as many as a number needs; -1: none; else their number, up to 15
   explicit ValueFormat(int decimals) : decimals_(decimals) {}
-  /// @param pattern  as a spreadsheet has it: "0", "0.00", "#,##0.00", "0.0%", or a date such as "yyyy-mm"
+  /// @param pattern  as a spreadsheet has it: "0", "0.00", "#,##0.00", "0.0%" with up to 15 decimals; a date such as
+  ///                 "yyyy-mm"; a time, "hh:mm" or "hh:mm:ss"; a date, a blank and a time
   /// @return nothing for a pattern that is none of these
   static std::optional<ValueFormat> of(std::string_view pattern);
 
@@ -56,13 +58,16 @@ class ValueFormat {
 /// @p out and returns the end; kLongest bytes are enough.
 class Values {
  public:
-  static constexpr std::size_t kLongest = 512;
+  static constexpr std::size_t kLongest = 600;
 
   Values(const NumberStyle& numbers, const DateStyle& dates) : numbers_(numbers), dates_(dates) {}
 
-  /// Shortest round trip, or rounded half to even. Not finite: nothing is written.
+  /// Shortest round trip, or the exact value rounded half to even. Without decimals or a pattern, numbers from 1e21 on
+  /// and below 1e-7 have an exponent, as in 1.5e+300. Zero has no sign. Not finite: nothing is written.
   char* number(char* out, double value, const ValueFormat& format) const;
+  /// Decimals come only from a pattern.
   char* integer(char* out, std::int64_t value, const ValueFormat& format) const;
+  /// Years have at least four digits; year 0 is 1 BC, and a minus comes before those that precede it.
   /// @param days  since 1970-01-01, in the proleptic Gregorian calendar
   char* date(char* out, std::int32_t days, const ValueFormat& format) const;
   /// @param seconds  since 1970-01-01 00:00
@@ -70,6 +75,8 @@ class Values {
   static char* boolean(char* out, bool value);
 
  private:
+  std::string_view groupOf(const ValueFormat& format) const;
+
   NumberStyle numbers_;
   DateStyle dates_;
 };
