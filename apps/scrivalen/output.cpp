@@ -1,8 +1,8 @@
 #include "output.h"
 
 #include "errors.h"
-#include "formats/help/help_compiler.h"
 #include "output/file_error.h"
+#include "output/missing_compiler.h"
 #include "system/files/files.h"
 #include "texts.h"
 
@@ -115,8 +115,8 @@ bool Output::hasReported(const std::wstring& line) const {
 // The library words this failure differently in its log and in its error.
 bool Output::isMissingCompiler(std::wstring_view line) const {
   const std::wstring folder = writer_->workFolder();
-  return line.starts_with(scrivalen::formats::kNotStartedLine) && !folder.empty() && line.find(folder) != line.npos &&
-         error_.find(toUtf8(scrivalen::formats::kNotStartedReason)) != error_.npos;
+  return line.starts_with(scrivalen::kNotStartedLine) && !folder.empty() && line.find(folder) != line.npos &&
+         error_.find(toUtf8(scrivalen::kNotStartedReason)) != error_.npos;
 }
 
 void Output::fail(const std::string& error) { error_ = error.empty() ? cannotWrite(name_) : error; }

@@ -5,6 +5,7 @@
 #include "output/clog.h"
 #include "output/file_error.h"
 #include "output/host_handlers.h"
+#include "output/missing_compiler.h"
 #include "system/code_page.h"
 #include "system/files/files.h"
 #include "text/fmt.h"
@@ -196,10 +197,10 @@ void CCHM::reportNotStarted() {
   if (!isErrorBoxLogged()) {
     showErrorBox(L"Help Compiler Error!", text.c_str());
   }
-  CLog::Bug(scrivalen::formats::kNotStartedLine, L"CHM", kBugLine, text);
-  noteFailure(FMT::Format(L"%s%s %s %s", scrivalen::formats::kNotStartedReason, run.commandLine, message,
-                          scrivalen::formats::helpCompilerAdvice()),
-              true);
+  CLog::Bug(kNotStartedLine, L"CHM", kBugLine, text);
+  noteFailure(
+      FMT::Format(L"%s%s %s %s", kNotStartedReason, run.commandLine, message, scrivalen::formats::helpCompilerAdvice()),
+      true);
 }
 
 void CCHM::deleteWorkingFiles() noexcept {
