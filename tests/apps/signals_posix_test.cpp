@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <csignal>
 #include <filesystem>
+#include <random>
 #include <thread>
 
 #include <fcntl.h>
@@ -35,6 +36,23 @@ std::string markdown(int sections) {
   }
   return text;
 }
+
+constexpr const char* kFormats[] = {"text", "html", "xml", "rtf", "pdf", "xlsx", "chm"};
+
+constexpr std::chrono::milliseconds kMoment{50};
+constexpr std::size_t kPipeSize = 65536;  // as Linux makes them
+
+// Text that no format packs into a few bytes.
+std::string mixedMarkdown(int paragraphs) {
+  std::mt19937 random(1);
+  std::string text;
+  for (int i = 0; i < paragraphs; ++i) {
+    text += std::to_string(random()) + " " + std::to_string(random()) + "\n\n";
+  }
+  return text;
+}
+
+std::ptrdiff_t linesOf(const std::string& text) { return std::count(text.begin(), text.end(), '\n'); }
 
 // Sends the signal again and again, as an impatient user does.
 void sendUntilItEnds(RunningCommand& command, int signal) {
@@ -131,6 +149,41 @@ TEST_P(TerminatingSignals, EndTheWaitForAReader) {
   EXPECT_EQ(folder_.names(), (Names{"in.md", "pipe"}));
 }
 
+// The formats whose content is made elsewhere first, and those that write at once.
+TEST_F(Signals, EndTheWaitForAReaderInEveryFormat) {
+  makePipe("pipe");
+  folder_.with("in.md", "# x\n\ntext");
+  for (const std::string format : kFormats) {
+    const CommandRun temporary;
+    RunningCommand command(folder_, {.arguments = {"@/in.md", "-o", "@/a.txt", "-o", format + ":@/pipe"},
+                                     .variables = {"TMPDIR=" + temporary.path("")}});
+    command.waitForAFile();
+    std::this_thread::sleep_for(kMoment);
+    EXPECT_FALSE(command.hasEnded()) << format;
+    sendUntilItEnds(command, SIGTERM);
+    EXPECT_EQ(command.end(), -SIGTERM) << format;
+    EXPECT_EQ(command.error(), "scrivalen: interrupted\n") << format;
+    EXPECT_EQ(folder_.names(), (Names{"in.md", "pipe"})) << format;
+    EXPECT_EQ(temporary.names(), Names()) << format;
+  }
+}
+
+// A reader gets the same bytes as a file, and more than the pipe holds.
+TEST_F(Signals, DoNotDisturbAPipeThatIsRead) {
+  makePipe("pipe");
+  folder_.with("in.md", mixedMarkdown(10000));
+  const std::vector<std::string> variables = {"SOURCE_DATE_EPOCH=86400"};
+  for (const std::string format : kFormats) {
+    RunningCommand toFile(folder_, {.arguments = {"@/in.md", "-o", format + ":@/file"}, .variables = variables});
+    EXPECT_EQ(toFile.end(), 0) << format << toFile.error();
+    RunningCommand toPipe(folder_, {.arguments = {"@/in.md", "-o", format + ":@/pipe"}, .variables = variables});
+    const std::string received = scrivalen::test::bytesOf(folder_.widePath("pipe"));
+    EXPECT_EQ(toPipe.end(), 0) << format << toPipe.error();
+    EXPECT_TRUE(received == folder_.bytes("file")) << format << ": " << received.size() << " bytes";
+    EXPECT_GT(received.size(), kPipeSize) << format;
+  }
+}
+
 std::string nameOf(const testing::TestParamInfo<int>& test) { return "Signal" + std::to_string(test.param); }
 
 INSTANTIATE_TEST_SUITE_P(Each, TerminatingSignals, testing::Values(SIGINT, SIGTERM, SIGHUP), &nameOf);
@@ -157,6 +210,46 @@ TEST_F(Signals, FromALostReaderFailOneOutput) {
   EXPECT_EQ(command.end(), 1);
   EXPECT_EQ(command.error(), "scrivalen: File write error for '@/pipe'. Broken pipe\n");
   EXPECT_EQ(folder_.text("b.txt"), "a\tb\n1\t2\n");
+}
+
+// The reader goes away when the command, which wants to write more than the pipe holds, has written a part.
+TEST_F(Signals, FromALostReaderFailOneOutputInEveryFormat) {
+  makePipe("pipe");
+  folder_.with("in.md", mixedMarkdown(20000));
+  for (const std::string format : kFormats) {
+    const CommandRun temporary;
+    const int reader = ::open(folder_.path("pipe").c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    RunningCommand command(folder_, {.arguments = {"@/in.md", "-o", format + ":@/pipe", "-o", "@/b.txt"},
+                                     .variables = {"TMPDIR=" + temporary.path("")}});
+    char byte = 0;
+    RunningCommand::waitUntil([&] { return ::read(reader, &byte, 1) == 1; });
+    ::close(reader);
+    EXPECT_EQ(command.end(), 1) << format;
+    EXPECT_TRUE(command.error().ends_with("'@/pipe'. Broken pipe\n")) << format << ": " << command.error();
+    EXPECT_EQ(linesOf(command.error()), 1) << format << ": " << command.error();
+    EXPECT_TRUE(folder_.has("b.txt")) << format;
+    EXPECT_EQ(folder_.names(), (Names{"b.txt", "in.md", "pipe"})) << format;
+    EXPECT_EQ(temporary.names(), Names()) << format;
+  }
+}
+
+TEST_F(Signals, FromAFileThatGrowsTooLargeKeepTheEarlierOneInEveryFormat) {
+  folder_.with("in.md", mixedMarkdown(2000)).with("a.out", "earlier");
+  for (const std::string format : kFormats) {
+    const CommandRun temporary;
+    RunningCommand command(folder_, {.arguments = {"@/in.md", "-o", format + ":@/a.out"},
+                                     .variables = {"TMPDIR=" + temporary.path("")},
+                                     .largestFile = 4096});
+    EXPECT_EQ(command.end(), 1) << format;
+    const std::string error = command.error();
+    const std::string first = error.substr(0, error.find('\n') + 1);
+    EXPECT_TRUE(first.starts_with("scrivalen: File write error for '@/a.out'")) << format << ": " << first;
+    EXPECT_TRUE(first.ends_with(". File too large\n")) << format << ": " << first;
+    EXPECT_EQ(error == first, format != "chm") << error;  // the help compiler fails for the same reason
+    EXPECT_EQ(folder_.bytes("a.out"), "earlier") << format;
+    EXPECT_EQ(folder_.names(), (Names{"a.out", "in.md"})) << format;
+    EXPECT_EQ(temporary.names(), Names()) << format;
+  }
 }
 
 TEST_F(Signals, FromAFileThatGrowsTooLargeFailOneOutput) {
