@@ -2,6 +2,7 @@
 
 #include "document/event.h"
 #include "document/settings.h"
+#include "document/status.h"
 #include "document/table.h"
 #include "document/warnings.h"
 #include "output/output_buffer.h"
@@ -38,11 +39,11 @@ class DocumentWriter : public EventSink {
 /// Why an output cannot be written. The text is UTF-8 and names what is missing.
 class OutputFailure : public std::runtime_error {
  public:
-  OutputFailure(int status, const std::string& text) : std::runtime_error(text), status_(status) {}
-  int status() const { return status_; }
+  OutputFailure(Status status, const std::string& text) : std::runtime_error(text), status_(status) {}
+  Status status() const { return status_; }
 
  private:
-  int status_;
+  Status status_;
 };
 
 using CreateWriter = std::unique_ptr<DocumentWriter> (*)(const WriterContext& context);

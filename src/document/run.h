@@ -1,0 +1,66 @@
+#pragma once
+
+#include "document/status.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace scrivalen::document {
+
+/// Reports how far a document is. @return not 0 to cancel
+using Progress = int (*)(void* user, std::uint64_t rows, std::uint64_t bytes);
+
+/// What the outputs of a document share while it is written.
+class Run {
+ public:
+  /// Marks that a function of the host is running, which must not call the document.
+  class Callback {
+   public:
+    explicit Callback(Run& run) : run_(run) { run_.inCallback_ = true; }
+    Callback(const Callback&) = delete;
+    Callback& operator=(const Callback&) = delete;
+    ~Callback() { run_.inCallback_ = false; }
+
+   private:
+    Run& run_;
+  };
+
+  void setProgress(Progress progress, void* user) {
+    progress_ = progress;
+    user_ = user;
+  }
+  bool isInCallback() const { return inCallback_; }
+
+  void countRow() { ++rows_; }
+  void countBytes(std::size_t bytes) { bytes_ += bytes; }
+  /// Calls the host. @return false when the document is, or was, cancelled
+  bool report();
+  bool isCancelled() const { return isCancelled_; }
+
+  /// Keeps the first failure.
+  void fail(Status status, const std::string& text);
+  /// The same when memory runs out; nothing is written after it.
+  void runOutOfMemory() noexcept;
+  bool isOutOfMemory() const { return isOutOfMemory_; }
+
+  Status result() const { return result_; }
+  /// UTF-8; empty without a failure.
+  const char* text() const;
+
+ private:
+  Progress progress_ = nullptr;
+  void* user_ = nullptr;
+  std::uint64_t rows_ = 0;
+  std::uint64_t bytes_ = 0;
+  bool inCallback_ = false;
+  bool isCancelled_ = false;
+  bool isOutOfMemory_ = false;
+  Status result_ = Status::Ok;
+  std::string text_;
+};
+
+inline constexpr const char* kNoMemory = "there is not enough memory";
+inline constexpr const char* kCancelled = "the document was cancelled";
+
+}  // namespace scrivalen::document

@@ -1,0 +1,286 @@
+#include "document/table_builder.h"
+
+#include "document/table_measure.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace scrivalen::document {
+namespace {
+
+constexpr std::size_t kSampleRows = 500;
+constexpr std::size_t kSampleBytes = 262144;
+constexpr int kMostRepeatedRows = 20;
+constexpr std::size_t kRowsBetweenQuestions = 64;
+
+const ValueFormat kPlainFormat;
+
+bool isSet(const std::uint8_t* bits, std::size_t index) { return (bits[index / 8] >> (index % 8) & 1) != 0; }
+
+template <typename Value>
+Value valueAt(const ColumnData& column, std::size_t index) {
+  return static_cast<const Value*>(column.values)[index];
+}
+
+}  // namespace
+
+TableBuilder::TableBuilder(Table table, const Values& values, TableTarget& target, Warnings& warnings,
+                           Replaced& replaced)
+    : table_(std::move(table)),
+      values_(values),
+      target_(target),
+      warnings_(warnings),
+      replaced_(replaced),
+      repeatable_(kMostRepeatedRows) {}
+
+const ValueFormat& TableBuilder::formatOf(std::size_t column) const {
+  return column < table_.columns.size() ? table_.columns[column].format : kPlainFormat;
+}
+
+void TableBuilder::addText(std::string_view text) {
+  Cell& cell = cells_.emplace_back();
+  if (cleanLength(text, TextKind::Flowing) == text.size()) {
+    cell.text = arena_.copy(text);
+  } else {
+    cleaned_.clear();
+    appendClean(cleaned_, text, TextKind::Flowing, replaced_);
+    cell.text = arena_.copy(cleaned_);
+  }
+}
+
+// The text stays where it is: it is written before the host gets its memory back.
+void TableBuilder::addBorrowedText(std::string_view text) {
+  if (cleanLength(text, TextKind::Flowing) == text.size()) {
+    cells_.emplace_back().text = text;
+  } else {
+    addText(text);
+  }
+}
+
+void TableBuilder::addValue(ValueType type, double number, std::int64_t integer) {
+  const Cell cell = valueCell(type, number, integer);
+  cells_.push_back(cell);
+}
+
+Cell TableBuilder::valueCell(ValueType type, double number, std::int64_t integer) {
+  Cell cell;
+  if (type == ValueType::Number && !std::isfinite(number)) {
+    ++notFinite_;
+    return cell;
+  }
+  cell.type = type;
+  cell.number = number;
+  cell.integer = integer;
+  const ValueFormat& format = formatOf(nextColumn());
+  char* const out = arena_.reserve(Values::kLongest);
+  char* end = out;
+  switch (type) {
+    case ValueType::Number: end = values_.number(out, number, format); break;
+    case ValueType::Integer: end = values_.integer(out, integer, format); break;
+    case ValueType::Date: end = values_.date(out, static_cast<std::int32_t>(integer), format); break;
+    case ValueType::Time: end = values_.time(out, integer, format); break;
+    case ValueType::Boolean: end = Values::boolean(out, integer != 0); break;
+    default: break;
+  }
+  cell.text = arena_.keep(end);
+  return cell;
+}
+
+void TableBuilder::beginCell(const CellStyle& style) {
+  cell_ = Cell();
+  cell_.header = style.header;
+  cell_.align = style.align;
+  cell_.span = style.span;
+  cell_.color = style.color;
+  cell_.background = style.background;
+  plain_.clear();
+  isRich_ = false;
+  hasValue_ = false;
+}
+
+void TableBuilder::setText(std::string_view text) {
+  hasValue_ = true;
+  appendClean(plain_, text, TextKind::Flowing, replaced_);
+}
+
+void TableBuilder::setValue(ValueType type, double number, std::int64_t integer) {
+  hasValue_ = true;
+  const Cell value = valueCell(type, number, integer);
+  cell_.type = value.type;
+  cell_.text = value.text;
+  cell_.number = number;
+  cell_.integer = integer;
+}
+
+void TableBuilder::text(std::string_view text) {
+  plain_ += text;
+  if (isRich_) {
+    log_.write({.kind = EventKind::Text, .text = text});
+  }
+}
+
+void TableBuilder::write(const Event& event) {
+  if (!isRich_) {
+    isRich_ = true;
+    cell_.contentBegin = log_.size();
+    if (!plain_.empty()) {
+      log_.write({.kind = EventKind::Text, .text = plain_});
+    }
+  }
+  log_.write(event);
+  if (event.kind == EventKind::Image) {
+    plain_ += event.text;
+  }
+}
+
+void TableBuilder::endCell() {
+  if (!cell_.isValue()) {
+    cell_.text = arena_.copy(plain_);
+  }
+  if (isRich_) {
+    cell_.content = &log_;
+    cell_.contentEnd = log_.size();
+  }
+  cells_.push_back(cell_);
+}
+
+void TableBuilder::endRow() {
+  if (!isSampling_) {
+    emit(cells_, isHeader_);
+    return forgetRows();
+  }
+  held_.push_back({firstCell_, isHeader_});
+  firstCell_ = cells_.size();
+  if (held_.size() >= kSampleRows || arena_.used() + log_.size() >= kSampleBytes) {
+    begin();
+  }
+}
+
+void TableBuilder::addRows(const ColumnData* columns, std::size_t count, std::size_t rows) {
+  for (std::size_t row = 0; row < rows; ++row) {
+    if (row % kRowsBetweenQuestions == 0 && !target_.isWanted()) {
+      return;
+    }
+    beginRow(false);
+    for (std::size_t column = 0; column < count; ++column) {
+      addColumnCell(columns[column], columns[column].offset + row);
+    }
+    endRow();
+  }
+}
+
+void TableBuilder::addColumnCell(const ColumnData& column, std::size_t row) {
+  if (column.validity && !isSet(column.validity, row)) {
+    cells_.emplace_back();
+    return;
+  }
+  switch (column.type) {
+    case ValueType::Auto:
+    case ValueType::Text: {
+      const std::int64_t begin = column.offsets[row];
+      const auto size = static_cast<std::size_t>(column.offsets[row + 1] - begin);
+      const std::string_view text(static_cast<const char*>(column.values) + begin, size);
+      return isSampling_ ? addText(text) : addBorrowedText(text);
+    }
+    case ValueType::Number: return addValue(ValueType::Number, valueAt<double>(column, row), 0);
+    case ValueType::Date: return addValue(ValueType::Date, 0, valueAt<std::int32_t>(column, row));
+    case ValueType::Integer:
+    case ValueType::Time: return addValue(column.type, 0, valueAt<std::int64_t>(column, row));
+    case ValueType::Boolean:
+      return addValue(ValueType::Boolean, 0, isSet(static_cast<const std::uint8_t*>(column.values), row) ? 1 : 0);
+  }
+}
+
+void TableBuilder::finish() {
+  if (isSampling_) {
+    begin();
+  }
+  target_.endTable();
+  if (missing_ > 0) {
+    warnings_.add(kAllOutputs, WarningCode::InputMended, "rows with fewer cells than their table has columns",
+                  missing_);
+  }
+  if (joined_ > 0) {
+    warnings_.add(kAllOutputs, WarningCode::InputMended, "cells past the last column of their table, joined to it",
+                  joined_);
+  }
+  if (notFinite_ > 0) {
+    warnings_.add(kAllOutputs, WarningCode::InputMended, "numbers that are not finite, written as empty cells",
+                  notFinite_);
+  }
+}
+
+void TableBuilder::begin() {
+  isSampling_ = false;
+  measure();
+  target_.beginTable(table_);
+  const std::vector<HeldRow> held = std::move(held_);
+  for (std::size_t row = 0; row < held.size(); ++row) {
+    const std::size_t end = row + 1 < held.size() ? held[row + 1].firstCell : firstCell_;
+    emit(std::span(cells_).subspan(held[row].firstCell, end - held[row].firstCell), held[row].header);
+  }
+  forgetRows();
+}
+
+void TableBuilder::measure() {
+  TableMeasure measure(table_);
+  for (std::size_t row = 0; row < held_.size(); ++row) {
+    const std::size_t end = row + 1 < held_.size() ? held_[row + 1].firstCell : firstCell_;
+    measure.add(std::span(cells_).subspan(held_[row].firstCell, end - held_[row].firstCell), held_[row].header);
+  }
+  measure.finish();
+}
+
+void TableBuilder::forgetRows() {
+  cells_.clear();
+  firstCell_ = 0;
+  arena_.reset();
+  if (log_.size() > 0) {
+    log_.clear();
+  }
+}
+
+void TableBuilder::emit(std::span<const Cell> cells, bool header) {
+  const bool isRepeated = header && repeatable_ > 0;
+  repeatable_ = isRepeated ? repeatable_ - 1 : 0;
+  const bool fits = cells.size() == table_.columns.size() &&
+                    std::all_of(cells.begin(), cells.end(), [](const Cell& cell) { return cell.span == 1; });
+  target_.row({fits ? cells : fitted(cells), header, isRepeated});
+}
+
+std::span<const Cell> TableBuilder::fitted(std::span<const Cell> cells) {
+  const std::size_t columns = table_.columns.size();
+  std::size_t used = 0;
+  fitted_.clear();
+  for (const Cell& cell : cells) {
+    if (used == columns) {
+      join(fitted_.back(), cell);
+      continue;
+    }
+    Cell& fitting = fitted_.emplace_back(cell);
+    fitting.span = static_cast<int>(std::min(static_cast<std::size_t>(cell.span), columns - used));
+    used += static_cast<std::size_t>(fitting.span);
+  }
+  missing_ += used < columns ? 1 : 0;
+  fitted_.resize(fitted_.size() + columns - used);
+  return fitted_;
+}
+
+void TableBuilder::join(Cell& last, const Cell& further) {
+  ++joined_;
+  if (last.content || further.content) {
+    EventLog content;
+    last.replay(content);
+    content.write({.kind = EventKind::Text, .text = " "});
+    further.replay(content);
+    last.contentBegin = log_.size();
+    content.replay(log_);
+    last.contentEnd = log_.size();
+    last.content = &log_;
+  }
+  cleaned_.assign(last.text).append(" ").append(further.text);
+  last.text = arena_.copy(cleaned_);
+  last.type = ValueType::Text;
+}
+
+}  // namespace scrivalen::document

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "document/table.h"
+
+#include <span>
+#include <vector>
+
+namespace scrivalen::document {
+
+/// Measures the columns of a table from its sample.
+class TableMeasure {
+ public:
+  /// @param table  gets its missing columns and their measures; must outlive this object
+  explicit TableMeasure(Table& table);
+
+  void add(std::span<const Cell> row, bool header);
+  /// Decides the alignment of columns that have none, and makes sure that there is a column.
+  void finish();
+
+ private:
+  struct Kinds {
+    bool hasNumbers = false;
+    bool hasOthers = false;
+  };
+
+  void addColumnsUpTo(std::size_t count);
+  void addText(std::size_t column, const Cell& cell, bool header);
+
+  Table& table_;
+  bool isOpen_;  // whether the number of columns follows from the rows
+  std::vector<Kinds> kinds_;
+};
+
+}  // namespace scrivalen::document
