@@ -138,6 +138,42 @@ void WordReader::readOtherCharacters(const char* begin, Word& word) {
   }
 }
 
+LineReader::LineReader(std::string_view text, std::size_t columns) : rest_(text), columns_(columns) {
+  while (!rest_.empty() && rest_.back() == '\n') {
+    rest_.remove_suffix(1);
+  }
+  takeLine();
+}
+
+void LineReader::takeLine() {
+  const std::size_t length = std::min(rest_.find('\n'), rest_.size());
+  line_ = rest_.substr(0, length);
+  rest_.remove_prefix(std::min(length + 1, rest_.size()));
+}
+
+bool LineReader::next(Line& line) {
+  if (isAtEnd_) {
+    return false;
+  }
+  line = {};
+  const char* const begin = line_.data();
+  const bool isLast = rest_.empty();
+  WordReader reader(line_);
+  Word word;
+  while (reader.next(word)) {
+    const std::size_t columns = line.columns + word.blanks + word.columns;
+    if (!line.text.empty() && columns > columns_) {
+      line_.remove_prefix(static_cast<std::size_t>(word.text.data() - begin));
+      return true;
+    }
+    line.columns = columns;
+    line.text = {begin, static_cast<std::size_t>(word.text.data() + word.text.size() - begin)};
+  }
+  isAtEnd_ = isLast;
+  takeLine();
+  return true;
+}
+
 TextExtent extentOf(std::string_view utf8) {
   TextExtent result;
   while (true) {

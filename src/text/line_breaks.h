@@ -30,6 +30,34 @@ class WordReader {
   const char* end_;
 };
 
+/// A line as it is shown: without blanks at its end.
+struct Line {
+  std::string_view text;
+  std::size_t columns = 0;
+};
+
+/// Wraps a text. A line ends at a line feed, and before a word that would make it too long.
+class LineReader {
+ public:
+  /// @param text     not owned. Line feeds at its end make no lines
+  /// @param columns  of the lines; a longer word is a line of its own
+  LineReader(std::string_view text, std::size_t columns);
+
+  /// @return false at the end. An empty text is one empty line.
+  bool next(Line& line);
+  bool isAtEnd() const { return isAtEnd_; }
+  /// Where the next line begins.
+  const char* position() const { return line_.data(); }
+
+ private:
+  void takeLine();
+
+  std::string_view line_;  // the rest of the line that a line feed ends
+  std::string_view rest_;  // what comes after that line feed
+  std::size_t columns_;
+  bool isAtEnd_ = false;
+};
+
 /// What a text needs, in columns.
 struct TextExtent {
   std::size_t longestWord = 0;

@@ -76,3 +76,48 @@ TEST(TextExtent, EndsALineAtALineFeed) {
 }
 
 TEST(TextExtent, DropsBlanksAtTheEndOfALine) { EXPECT_EQ(extentOf("one  \n  two").longestLine, 5u); }
+
+namespace {
+
+// The lines, each followed by a bar.
+std::string lines(std::string_view text, std::size_t columns) {
+  std::string result;
+  scrivalen::LineReader reader(text, columns);
+  scrivalen::Line line;
+  while (reader.next(line)) {
+    result.append(line.text).append("|");
+  }
+  return result;
+}
+
+}  // namespace
+
+TEST(Lines, AreWrappedAtWords) {
+  EXPECT_EQ(lines("one two three", 13), "one two three|");
+  EXPECT_EQ(lines("one two three", 12), "one two|three|");
+  EXPECT_EQ(lines("one two three", 7), "one two|three|");
+  EXPECT_EQ(lines("one two three", 6), "one|two|three|");
+  EXPECT_EQ(lines("one two three", 1), "one|two|three|");
+}
+
+TEST(Lines, EndAtLineFeeds) {
+  EXPECT_EQ(lines("one\n\ntwo", 10), "one||two|");
+  EXPECT_EQ(lines("\none\n\n", 10), "|one|");
+  EXPECT_EQ(lines("", 10), "|");
+}
+
+TEST(Lines, KeepTheBlanksWithinThem) {
+  EXPECT_EQ(lines("  one  two  ", 10), "  one  two|");
+  EXPECT_EQ(lines("  one  two  ", 9), "  one|two|");
+  EXPECT_EQ(lines("   \nx", 9), "|x|");
+}
+
+TEST(Lines, CountTheirColumns) {
+  scrivalen::LineReader reader(bytes(u8"漢字 a"), 5);
+  scrivalen::Line line;
+  ASSERT_TRUE(reader.next(line));
+  EXPECT_EQ(line.columns, 4u);
+  ASSERT_TRUE(reader.next(line));
+  EXPECT_EQ(line.columns, 1u);
+  EXPECT_FALSE(reader.next(line));
+}
