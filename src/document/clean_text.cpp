@@ -14,11 +14,32 @@ constexpr char32_t kLastControl = 0x9F;
 constexpr char kDelete = 0x7F;
 
 // Whether eight bytes are ASCII and none of them is a control character.
-bool arePrintable(const char* at) {
-  std::uint64_t bytes = 0;
-  std::memcpy(&bytes, at, sizeof bytes);
+bool arePrintable(std::uint64_t bytes) {
   const std::uint64_t noControls = bytes + eightTimes(0x80 - 0x20);
   return (bytes & eightTimes(0x80)) == 0 && allMarked(noControls & differFrom(bytes, kDelete));
+}
+
+std::uint64_t eightBytes(const char* at) {
+  std::uint64_t bytes = 0;
+  std::memcpy(&bytes, at, sizeof bytes);
+  return bytes;
+}
+
+// Whether a text is printable ASCII, as most are. The last bytes are looked at as a block that overlaps the one before.
+bool isPrintable(std::string_view text) {
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  if (text.size() < kPlainBlock) {
+    std::uint64_t bytes = eightTimes(' ');
+    std::memcpy(&bytes, at, text.size());
+    return arePrintable(bytes);
+  }
+  for (; end - at > static_cast<std::ptrdiff_t>(kPlainBlock); at += kPlainBlock) {
+    if (!arePrintable(eightBytes(at))) {
+      return false;
+    }
+  }
+  return arePrintable(eightBytes(end - kPlainBlock));
 }
 
 bool isCleanAscii(char c, TextKind kind) {
@@ -33,10 +54,13 @@ bool isForbidden(char32_t c) { return (c >= kFirstControlAboveAscii && c <= kLas
 }  // namespace
 
 std::size_t cleanLength(std::string_view text, TextKind kind) {
+  if (text.empty() || isPrintable(text)) {
+    return text.size();
+  }
   const char* at = text.data();
   const char* const end = at + text.size();
   while (at != end) {
-    if (end - at >= static_cast<std::ptrdiff_t>(kPlainBlock) && arePrintable(at)) {
+    if (end - at >= static_cast<std::ptrdiff_t>(kPlainBlock) && arePrintable(eightBytes(at))) {
       at += kPlainBlock;
     } else if (static_cast<unsigned char>(*at) < 0x80) {
       if (!isCleanAscii(*at, kind)) {

@@ -114,11 +114,6 @@ void Document::openOutputs() {
   }
 }
 
-bool Document::isAnyLive() const {
-  return !run_.isCancelled() && !run_.isOutOfMemory() &&
-         std::any_of(outputs_.begin(), outputs_.end(), [](const auto& output) { return output->isLive(); });
-}
-
 Status Document::ready() {
   callText_.clear();
   if (state_ == State::Closed) {
@@ -131,7 +126,7 @@ Status Document::ready() {
     openOutputs();
     openStatus_ = run_.result();
   }
-  return isAnyLive() ? Status::Ok : run_.result();
+  return run_.isGoing() ? Status::Ok : run_.result();
 }
 
 Status Document::readyFor(Part part) {
@@ -155,7 +150,7 @@ Status Document::misplaced(Part part) {
 }
 
 Status Document::taken() {
-  if (run_.isCancelled() || !isAnyLive()) {
+  if (!run_.isGoing()) {
     return run_.result();
   }
   return std::exchange(openStatus_, Status::Ok);
@@ -280,7 +275,7 @@ Status Document::beginTable(std::vector<Column> columns, std::string_view name) 
   beginContent(false);
   Table table{std::string(cleanLine(name, line_)), std::move(columns)};
   table_.emplace(std::move(table), *values_, static_cast<TableTarget&>(*this), warnings_, replaced_);
-  begin(Part::Table, {.kind = EventKind::Title});
+  nesting_.begin(Part::Table);
   return taken();
 }
 
@@ -289,7 +284,7 @@ Status Document::beginRow(bool header) {
     return status;
   }
   table_->beginRow(header);
-  begin(Part::Row, {.kind = EventKind::Title});
+  nesting_.begin(Part::Row);
   return taken();
 }
 
@@ -302,7 +297,7 @@ Status Document::beginCell(const CellStyle& style) {
   }
   table_->beginCell(style);
   inCell_ = true;
-  begin(Part::Cell, {.kind = EventKind::Title});
+  nesting_.begin(Part::Cell);
   return taken();
 }
 
@@ -376,25 +371,36 @@ Status Document::end() {
 
 void Document::endInnermost() {
   endedWithCarriageReturn_ = false;
-  const Nesting::OpenPart ended = nesting_.innermost();
+  const Part part = nesting_.innermost().part;
+  if (part == Part::Cell || part == Part::Row || part == Part::Table) {
+    nesting_.end();
+    return endPartOfTable(part);
+  }
+  const Event begun = nesting_.innermost().event();
   nesting_.end();
-  Event event = ended.event;
-  event.kind = endOf(event.kind);
-  switch (ended.part) {
+  Event event = begun;
+  event.kind = endOf(begun.kind);
+  switch (part) {
     case Part::Document: return;
-    case Part::Heading: return endHeading(ended.event);
-    case Part::Table:
-      table_->finish();
-      table_.reset();
-      return;
-    case Part::Row: return table_->endRow();
-    case Part::Cell: inCell_ = false; return table_->endCell();
+    case Part::Heading: return endHeading(begun);
     case Part::Span:
     case Part::Colored:
     case Part::Sized:
     case Part::Link:
     case Part::Language: return writeInline(event);
     default: return forward(event);
+  }
+}
+
+void Document::endPartOfTable(Part part) {
+  if (part == Part::Cell) {
+    inCell_ = false;
+    table_->endCell();
+  } else if (part == Part::Row) {
+    table_->endRow();
+  } else {
+    table_->finish();
+    table_.reset();
   }
 }
 
@@ -601,7 +607,7 @@ Status Document::close() {
   if (state_ == State::SetUp) {
     openOutputs();
   }
-  while (isAnyLive() && !nesting_.isEmpty()) {
+  while (run_.isGoing() && !nesting_.isEmpty()) {
     endInnermost();
   }
   warnOfMended();
@@ -615,7 +621,7 @@ void Document::finishOutputs() {
   for (const auto& output : outputs_) {
     output->finish();
   }
-  if (isAnyLive() && run_.report()) {
+  if (run_.isGoing() && run_.report()) {
     for (const auto& output : outputs_) {
       output->deliver();
     }
@@ -764,6 +770,6 @@ void Document::endTable() {
   }
 }
 
-bool Document::isWanted() const { return isAnyLive(); }
+bool Document::isWanted() const { return run_.isGoing(); }
 
 }  // namespace scrivalen::document

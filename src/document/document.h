@@ -118,10 +118,10 @@ class Document : private TableTarget, private EventSink {
   /// What a call returns that was taken.
   Status taken();
   void openOutputs();
-  bool isAnyLive() const;
 
   void begin(Part part, const Event& event);
   void endInnermost();
+  void endPartOfTable(Part part);
   void endHeading(const Event& begun);
   void writeBlock(const Event& event);
   void writeInline(const Event& event);

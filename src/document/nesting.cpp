@@ -5,11 +5,11 @@ namespace {
 
 bool isSpan(Part part) { return part >= Part::Span; }
 
-bool holdsBlocks(Part part) {
+bool canHoldBlocks(Part part) {
   return part == Part::Document || part == Part::Section || part == Part::Quote || part == Part::Item;
 }
 
-bool holdsText(Part part) {
+bool canHoldText(Part part) {
   return part == Part::Heading || part == Part::Paragraph || part == Part::Item || part == Part::Cell || isSpan(part);
 }
 
@@ -50,15 +50,41 @@ bool Nesting::mayHold(Part part) const {
   }
 }
 
-void Nesting::begin(Part part, const Event& event) {
-  OpenPart opened;
+Event Nesting::OpenPart::event() const {
+  return {.kind = begun,
+          .align = align,
+          .task = task,
+          .span = span,
+          .ordered = ordered,
+          .tight = tight,
+          .number = number,
+          .points = points,
+          .color = color,
+          .background = background};
+}
+
+void Nesting::begin(Part part) {
+  const bool inLink = open_.back().inLink || part == Part::Link;
+  OpenPart& opened = open_.emplace_back();
   opened.part = part;
-  opened.holdsBlocks = holdsBlocks(part);
-  opened.holdsText = holdsText(part);
-  opened.inLink = open_.back().inLink || part == Part::Link;
-  opened.event = event;
-  opened.event.text = opened.event.id = opened.event.address = opened.event.title = {};
-  open_.push_back(opened);
+  opened.holdsBlocks = canHoldBlocks(part);
+  opened.holdsText = canHoldText(part);
+  opened.inLink = inLink;
+}
+
+void Nesting::begin(Part part, const Event& event) {
+  begin(part);
+  OpenPart& opened = open_.back();
+  opened.begun = event.kind;
+  opened.align = event.align;
+  opened.task = event.task;
+  opened.span = event.span;
+  opened.ordered = event.ordered;
+  opened.tight = event.tight;
+  opened.number = event.number;
+  opened.points = event.points;
+  opened.color = event.color;
+  opened.background = event.background;
 }
 
 }  // namespace scrivalen::document

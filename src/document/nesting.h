@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 namespace scrivalen::document {
@@ -37,13 +38,25 @@ class Nesting {
  public:
   static constexpr std::size_t kDeepest = 1000;
 
-  /// What an open part gives to the event that ends it.
+  /// An open part, with what the event that ends it needs.
   struct OpenPart {
     Part part = Part::Document;
     bool holdsBlocks = true;
     bool holdsText = false;
     bool inLink = false;
-    Event event{EventKind::Title};  ///< without texts
+    EventKind begun = EventKind::Title;
+    Align align = Align::Auto;
+    Task task = Task::None;
+    Span span = Span::None;
+    bool ordered = false;
+    bool tight = false;
+    int number = 0;
+    double points = 0;
+    std::optional<Rgb> color = std::nullopt;
+    std::optional<Rgb> background = std::nullopt;
+
+    /// The event that began the part, without its texts.
+    Event event() const;
   };
 
   Nesting() : open_(1) {}
@@ -58,6 +71,8 @@ class Nesting {
 
   /// @param event  the event that begins the part
   void begin(Part part, const Event& event);
+  /// A part of a table, which has no event.
+  void begin(Part part);
   void end() { open_.pop_back(); }
 
  private:

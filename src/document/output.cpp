@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <system_error>
+#include <utility>
 
 namespace scrivalen::document {
 
@@ -28,6 +29,7 @@ Output::~Output() { abandon(); }
 
 void Output::open() {
   isLive_ = true;
+  run_.countOutput();
   guarded([&] {
     if (!stream_) {
       openFile();
@@ -102,7 +104,9 @@ void Output::deliver() {
 }
 
 void Output::abandon() noexcept {
-  isLive_ = false;
+  if (std::exchange(isLive_, false)) {
+    run_.discountOutput();
+  }
   file_.close();
   target_.reset();
 }

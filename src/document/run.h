@@ -32,6 +32,11 @@ class Run {
   }
   bool isInCallback() const { return inCallback_; }
 
+  void countOutput() { ++outputs_; }
+  void discountOutput() { --outputs_; }
+  /// Whether an output is left that takes content.
+  bool isGoing() const { return outputs_ > 0 && !isCancelled_ && !isOutOfMemory_; }
+
   void countRow() { ++rows_; }
   void countBytes(std::size_t bytes) { bytes_ += bytes; }
   /// Calls the host. @return false when the document is, or was, cancelled
@@ -51,6 +56,7 @@ class Run {
  private:
   Progress progress_ = nullptr;
   void* user_ = nullptr;
+  std::size_t outputs_ = 0;
   std::uint64_t rows_ = 0;
   std::uint64_t bytes_ = 0;
   bool inCallback_ = false;
