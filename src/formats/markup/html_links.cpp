@@ -1,0 +1,96 @@
+#include "formats/markup/html_links.h"
+
+#include "text/ascii.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace scrivalen::document {
+namespace {
+
+bool isWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r'; }
+
+// The part of a URL decides which characters it may contain.
+enum class Part { Authority, Path, Fragment };
+
+// Whether a character is no URL code point; the bytes of those above U+0080 are.
+bool isForbidden(char c, Part part) {
+  constexpr std::string_view kNowhere = " \"<>\\^`{|}\x7F";
+  constexpr std::string_view kInHosts = "[]";
+  return static_cast<unsigned char>(c) < 0x20 || kNowhere.find(c) != kNowhere.npos ||
+         (part != Part::Authority && kInHosts.find(c) != kInHosts.npos) || (part == Part::Fragment && c == '#');
+}
+
+void appendEncoded(std::string& result, char c) {
+  const auto byte = static_cast<unsigned char>(c);
+  result += {'%', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+}
+
+bool isEscape(std::string_view text) { return text.size() >= 3 && hexValue(text[1]) >= 0 && hexValue(text[2]) >= 0; }
+
+std::string_view trimmed(std::string_view text) {
+  const auto isDropped = [](char c) { return static_cast<unsigned char>(c) <= ' '; };
+  const auto first = std::find_if_not(text.begin(), text.end(), isDropped);
+  text.remove_prefix(static_cast<std::size_t>(first - text.begin()));
+  while (!text.empty() && isDropped(text.back())) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
+// The end of the host in "scheme://host/path" and "//host/path"; 0 without one.
+std::size_t endOfAuthority(std::string_view address) {
+  const std::size_t slashes = address.find("//");
+  const std::size_t other = address.find_first_of("/?#");
+  if (slashes == address.npos || other < slashes || (slashes > 0 && address[slashes - 1] != ':')) {
+    return 0;
+  }
+  return std::min(address.find_first_of("/?#", slashes + 2), address.size());
+}
+
+}  // namespace
+
+std::string htmlId(std::string_view id) {
+  std::string result(id);
+  std::replace_if(result.begin(), result.end(), &isWhiteSpace, '_');
+  return result;
+}
+
+// Browsers decode a percent sign only if no id is equal to the fragment as it stands.
+std::string htmlPlace(std::string_view id) {
+  std::string result = "#";
+  for (const char c : htmlId(id)) {
+    if (c == '%' || isForbidden(c, Part::Fragment)) {
+      appendEncoded(result, c);
+    } else {
+      result += c;
+    }
+  }
+  return result;
+}
+
+std::string htmlAddress(std::string_view address) {
+  if (address.starts_with('#')) {
+    return htmlPlace(address.substr(1));
+  }
+  address = trimmed(address);
+  const std::size_t path = endOfAuthority(address);
+  Part part = path == 0 ? Part::Path : Part::Authority;
+  std::string result;
+  for (std::size_t i = 0; i < address.size(); ++i) {
+    const char c = address[i];
+    part = i == path && part == Part::Authority ? Part::Path : part;
+    if (c == '\n' || c == '\r' || c == '\t') {
+      continue;
+    }
+    if (c == '%' ? !isEscape(address.substr(i)) : isForbidden(c, part)) {
+      appendEncoded(result, c);
+    } else {
+      result += c;
+    }
+    part = c == '#' ? Part::Fragment : part;
+  }
+  return result;
+}
+
+}  // namespace scrivalen::document

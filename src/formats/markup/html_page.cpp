@@ -1,0 +1,160 @@
+#include "formats/markup/html_page.h"
+
+#include "document/language.h"
+#include "document/settings/running_text.h"
+#include "formats/markup/html_style.h"
+#include "output/markup_text.h"
+#include "report/template_path.h"
+#include "system/files/files.h"
+#include "system/messages.h"
+#include "system/module_path.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace scrivalen::document {
+namespace {
+
+constexpr int kTemplateNotFound = 2;  // SCRIVALEN_TEMPLATE_NOT_FOUND
+constexpr std::string_view kBody = "%BODY%";
+
+std::string escaped(std::string_view text) {
+  std::string result(MarkupText::spaceFor(text.size()), '\0');
+  const char* const end = MarkupText().value(result.data(), text);
+  result.resize(static_cast<std::size_t>(end - result.data()));
+  return result;
+}
+
+void appendMeta(std::string& head, std::string_view name, std::string_view value) {
+  if (!value.empty()) {
+    head.append("<meta name=\"").append(name).append("\" content=\"").append(escaped(value)).append("\">\n");
+  }
+}
+
+// A title of no character is not allowed (HTML, 4.2.2).
+std::string titleOf(const FormatSettings& settings) {
+  const std::string_view title = settings.text("title");
+  return title.find_first_not_of(' ') == title.npos ? "-" : escaped(title);
+}
+
+std::string ownHead(const FormatSettings& settings) {
+  const std::string_view language = settings.text("language");
+  std::string head = "<!DOCTYPE html>\n<html lang=\"" + escaped(language) + '"';
+  head.append(isRightToLeft(language) ? " dir=\"rtl\">\n" : ">\n");
+  head +=
+      "<head>\n"
+      "<meta charset=\"utf-8\">\n"
+      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
+      "<title>" +
+      titleOf(settings) + "</title>\n";
+  appendMeta(head, "author", settings.text("author"));
+  appendMeta(head, "description", settings.text("subject"));
+  appendMeta(head, "keywords", settings.text("keywords"));
+  appendMeta(head, "dcterms.date", settings.text("date"));
+  return head.append("<style>\n").append(htmlStyle(settings)).append("</style>\n</head>\n<body>\n<main>\n");
+}
+
+// The path as it is; a name without a folder may also be that of a template that is installed with the library.
+std::wstring templateFile(std::string_view setting) {
+  std::wstring path = widePath(setting);
+  if (folderOf(path).empty() && !pathExists(path)) {
+    const auto installed = templatePath(modulePath(), path);
+    if (installed && pathExists(*installed)) {
+      return *installed;
+    }
+  }
+  return path;
+}
+
+std::string readTemplate(std::string_view setting) {
+  std::string bytes;
+  const File file = openForReading(templateFile(setting));
+  const bool isRead = file && readRest(file, [&bytes](std::string_view part) {
+                        bytes.append(part);
+                        return true;
+                      });
+  if (!isRead) {
+    const std::string reason = toUtf8(systemErrorText(lastSystemError()));
+    throw OutputFailure(kTemplateNotFound, "The template '" + std::string(setting) + "' cannot be read. " + reason);
+  }
+  return bytes;
+}
+
+// A template in UTF-8, without a byte-order mark.
+std::string cleanTemplate(std::string_view bytes, OutputWarnings& warnings) {
+  constexpr std::string_view kMark = "\xEF\xBB\xBF";
+  bytes.remove_prefix(bytes.starts_with(kMark) ? kMark.size() : 0);
+  std::wstring text;
+  const std::size_t replaced = appendWide(text, bytes);
+  if (replaced == 0) {
+    return std::string(bytes);
+  }
+  warnings.add(WarningCode::CharactersReplaced, "the template is not in UTF-8 everywhere: bytes became U+FFFD",
+               replaced);
+  return toUtf8(text);
+}
+
+using Placeholders = std::vector<std::pair<std::string, std::string>>;
+
+// Later ones come before earlier ones of the same name. A property may be named with the percent signs or without.
+Placeholders placeholdersOf(const FormatSettings& settings) {
+  Placeholders result = {
+      {"TITLE", escaped(settings.text("title"))},       {"AUTHOR", escaped(settings.text("author"))},
+      {"SUBJECT", escaped(settings.text("subject"))},   {"DATE", escaped(shownDate(settings))},
+      {"KEYWORDS", escaped(settings.text("keywords"))}, {"LANGUAGE", escaped(settings.text("language"))}};
+  for (auto [name, value] : settings.properties()) {
+    if (name.size() > 2 && name.starts_with('%') && name.ends_with('%')) {
+      name = name.substr(1, name.size() - 2);
+    }
+    result.emplace_back(name, escaped(value));
+  }
+  std::reverse(result.begin(), result.end());
+  return result;
+}
+
+// Replaces placeholders in one pass, so that none is looked for in a value.
+std::string filled(std::string_view text, const Placeholders& placeholders) {
+  std::string result;
+  for (std::size_t sign = text.find('%'); sign != text.npos; sign = text.find('%')) {
+    result.append(text.substr(0, sign));
+    text.remove_prefix(sign + 1);
+    const auto found = std::find_if(placeholders.begin(), placeholders.end(), [text](const auto& placeholder) {
+      return text.starts_with(placeholder.first) && text.substr(placeholder.first.size()).starts_with('%');
+    });
+    if (found == placeholders.end()) {
+      result += '%';
+    } else {
+      result += found->second;
+      text.remove_prefix(found->first.size() + 1);
+    }
+  }
+  return result.append(text);
+}
+
+// Where the document goes: its place, else the end of the page's body.
+std::pair<std::string_view, std::string_view> divided(std::string_view page) {
+  std::size_t at = page.find(kBody);
+  if (at != page.npos) {
+    return {page.substr(0, at), page.substr(at + kBody.size())};
+  }
+  at = std::min(page.rfind("</body"), page.size());
+  return {page.substr(0, at), page.substr(at)};
+}
+
+}  // namespace
+
+HtmlPage htmlPageOf(const WriterContext& context) {
+  const std::string_view name = context.settings.text("template");
+  if (name.empty()) {
+    return {ownHead(context.settings), "</main>\n</body>\n</html>\n"};
+  }
+  const std::string page = cleanTemplate(readTemplate(name), context.warnings);
+  const Placeholders placeholders = placeholdersOf(context.settings);
+  const auto [head, tail] = divided(page);
+  return {filled(head, placeholders), filled(tail, placeholders)};
+}
+
+}  // namespace scrivalen::document
