@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::test {
+
+/// A number with its most significant byte first, as PNG and JPEG have it.
+std::string bigEndian(std::uint32_t number, int bytes);
+
+/// A PNG chunk, with its length and checksum.
+std::string pngChunk(std::string_view type, std::string_view data);
+/// A grey PNG that every reader shows.
+/// @param chunks  come between the header and the pixels
+std::string greyPng(std::uint32_t width, std::uint32_t height, std::string_view chunks = {});
+
+/// A JPEG segment, with its length.
+std::string jpegSegment(int marker, std::string_view data);
+/// A JPEG in medium grey that every reader shows.
+/// @param segments  come before the frame
+std::string greyJpeg(std::uint32_t width, std::uint32_t height, std::string_view segments = {});
+
+}  // namespace scrivalen::test
