@@ -18,7 +18,6 @@
 namespace scrivalen::document {
 namespace {
 
-constexpr int kTemplateNotFound = 2;  // SCRIVALEN_TEMPLATE_NOT_FOUND
 constexpr std::string_view kBody = "%BODY%";
 
 std::string escaped(std::string_view text) {
@@ -78,7 +77,8 @@ std::string readTemplate(std::string_view setting) {
                       });
   if (!isRead) {
     const std::string reason = toUtf8(systemErrorText(lastSystemError()));
-    throw OutputFailure(kTemplateNotFound, "The template '" + std::string(setting) + "' cannot be read. " + reason);
+    throw OutputFailure(Status::TemplateNotFound,
+                        "The template '" + std::string(setting) + "' cannot be read. " + reason);
   }
   return bytes;
 }

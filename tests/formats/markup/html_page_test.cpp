@@ -125,7 +125,7 @@ TEST(HtmlTemplates, FailWithTheirNameWhenTheyAreMissing) {
     pageOf({{"template", name}});
     FAIL() << "no failure";
   } catch (const OutputFailure& failure) {
-    EXPECT_EQ(failure.status(), 2);
+    EXPECT_EQ(failure.status(), Status::TemplateNotFound);
     EXPECT_TRUE(std::string_view(failure.what()).starts_with("The template '" + name + "' cannot be read. "))
         << failure.what();
   }
