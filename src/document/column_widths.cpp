@@ -30,15 +30,40 @@ ColumnWidths widthsOfWords(Needs columns) {
   return result;
 }
 
-// Each column its line, or its longest word and a part of the space above the words.
+// The columns, those with the shortest lines first.
+std::vector<std::size_t> orderOfLines(Needs columns) {
+  std::vector<std::size_t> order(columns.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::stable_sort(order.begin(), order.end(),
+                   [&](std::size_t a, std::size_t b) { return columns[a].longestLine < columns[b].longestLine; });
+  return order;
+}
+
+// The lines of short columns first, each at most an equal part of what is left; then the longest word of each other
+// column, and a part of the space above those words.
 ColumnWidths widthsOfContent(Needs columns, double space) {
-  const double words = sumOf(columns, longestWordOf);
-  const double lines = sumOf(columns, [&](const ColumnNeed& column) { return lineOf(column, space); });
-  const double part = lines <= space ? 1 : (space - words) / (lines - words);
-  ColumnWidths result;
-  for (const ColumnNeed& column : columns) {
-    result.widths.push_back(column.longestWord + (lineOf(column, space) - column.longestWord) * part);
+  ColumnWidths result{std::vector<double>(columns.size())};
+  std::vector<std::size_t> order = orderOfLines(columns);
+  double words = sumOf(columns, longestWordOf);
+  auto next = order.begin();
+  for (; next != order.end(); ++next) {
+    const ColumnNeed& column = columns[*next];
+    const double line = lineOf(column, space);
+    const double otherWords = words - column.longestWord;
+    if (line > space / static_cast<double>(order.end() - next) || line + otherWords > space) {
+      break;
+    }
+    result.widths[*next] = line;
+    words = otherWords;
+    space -= line;
   }
+  double lines = 0;
+  std::for_each(next, order.end(), [&](std::size_t i) { lines += lineOf(columns[i], space); });
+  const double part = lines <= space ? 1 : (space - words) / (lines - words);
+  std::for_each(next, order.end(), [&](std::size_t i) {
+    const double word = columns[i].longestWord;
+    result.widths[i] = word + (lineOf(columns[i], space) - word) * part;
+  });
   return result;
 }
 

@@ -24,10 +24,10 @@ using WholeColumnWidths = WidthsOf<std::size_t>;
 
 /// The widths of a table's columns.
 ///
-/// A column from its content gets what its longest line needs if the lines of all columns fit, else at least its
-/// longest word; what is left above the words is shared in proportion to what the longest lines need beyond them. A
-/// line that is longer than the space counts as long as the space, so that one very long text does not leave every
-/// other column at its longest word.
+/// If the longest lines of all columns fit, each column gets what its line needs. Else a column with a short line, at
+/// most an equal part of the space, still gets what it needs, so that names and numbers do not break beside long texts.
+/// The others get at least their longest words; what is left above those is shared in proportion to what their lines
+/// need beyond them. A line counts at most as long as the space.
 ///
 /// Columns with a share divide what the others leave in proportion to their shares, and fill the space. One whose part
 /// is narrower than its longest word gets the word, at the cost of the others.

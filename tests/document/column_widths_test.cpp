@@ -25,21 +25,30 @@ TEST(ColumnWidths, AreTheLongestLinesWhereTheyFit) {
   EXPECT_TRUE(result.fit);
 }
 
-// The words need 20 of 50. The lines need 10, 0 and 40 more: a fifth and four fifths of 30.
+// The words need 15 of 55. The lines need 20 and 30 more: two and three fifths of 40.
 TEST(ColumnWidths, ShareWhatIsLeftAboveTheWordsByTheNeedOfTheLines) {
-  const auto result = columnWidths(Needs{{5, 15}, {5, 5}, {10, 50}}, 50);
-  ASSERT_EQ(result.widths.size(), 3u);
-  EXPECT_DOUBLE_EQ(result.widths[0], 11);
-  EXPECT_DOUBLE_EQ(result.widths[1], 5);
-  EXPECT_DOUBLE_EQ(result.widths[2], 34);
+  const auto result = columnWidths(Needs{{10, 30}, {5, 35}}, 55);
+  ASSERT_EQ(result.widths.size(), 2u);
+  EXPECT_DOUBLE_EQ(result.widths[0], 26);
+  EXPECT_DOUBLE_EQ(result.widths[1], 29);
   EXPECT_TRUE(result.fit);
 }
 
-// A line of 10,000 counts as 80: 62 is shared as 12 to 70, and the first column gets 8 + 62 * 12 / 82.
+// A line of 10,000 counts as 80: 60 is shared as 40 to 70, and the first column gets 10 + 60 * 40 / 110.
 TEST(ColumnWidths, LeaveRoomBesideAVeryLongText) {
-  const auto result = columnWidths(Needs{{8, 20}, {10, 10000}}, 80);
-  EXPECT_NEAR(result.widths[0], 17.07, 0.01);
-  EXPECT_NEAR(result.widths[1], 62.93, 0.01);
+  const auto result = columnWidths(Needs{{10, 50}, {10, 10000}}, 80);
+  EXPECT_NEAR(result.widths[0], 31.82, 0.01);
+  EXPECT_NEAR(result.widths[1], 48.18, 0.01);
+}
+
+// A third of 60 is 20, and half of the 50 that the first column leaves is 25.
+TEST(ColumnWidths, GiveAShortLineWhatItNeeds) {
+  EXPECT_EQ(columnWidths(Needs{{5, 10}, {5, 25}, {10, 500}}, 60).widths, (Widths{10, 25, 25}));
+}
+
+// The first line is short, but the word beside it needs the space.
+TEST(ColumnWidths, KeepWordsWholeBesideShortLines) {
+  EXPECT_EQ(columnWidths(Needs{{4, 20}, {50, 90}}, 60).widths, (Widths{10, 50}));
 }
 
 TEST(ColumnWidths, AreTheLongestWordsWhereNotEvenTheyFit) {

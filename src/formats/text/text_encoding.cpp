@@ -43,8 +43,31 @@ void EncodingSink::encode(std::string_view utf8) {
   const char* at = utf8.data();
   const char* const end = at + utf8.size();
   while (at != end) {
-    char32_t c = 0;
-    put(nextUtf8(at, end, c) ? c : kReplacement);
+    const char* const ascii = at;
+    at = endOfAscii(at, end);
+    putAscii({ascii, static_cast<std::size_t>(at - ascii)});
+    while (at != end && static_cast<unsigned char>(*at) >= 0x80) {
+      char32_t c = 0;
+      put(nextUtf8(at, end, c) ? c : kReplacement);
+    }
+  }
+}
+
+void EncodingSink::putAscii(std::string_view text) {
+  if (encoding_ == Encoding::Latin1) {
+    out_.write(text.data(), text.size());
+    return;
+  }
+  constexpr std::size_t kMost = OutputBuffer::kBlock / 2;
+  while (!text.empty()) {
+    const std::size_t size = std::min(text.size(), kMost);
+    char* const units = out_.reserve(2 * size);
+    for (std::size_t i = 0; i < size; ++i) {
+      units[2 * i] = text[i];
+      units[2 * i + 1] = 0;
+    }
+    out_.advance(units + 2 * size);
+    text.remove_prefix(size);
   }
 }
 

@@ -24,6 +24,7 @@ class EncodingSink : public ByteSink {
 
  private:
   void encode(std::string_view utf8);
+  void putAscii(std::string_view text);
   void put(char32_t c);
 
   OutputBuffer& out_;
