@@ -46,9 +46,9 @@ TEST(ColumnWidths, GiveAShortLineWhatItNeeds) {
   EXPECT_EQ(columnWidths(Needs{{5, 10}, {5, 25}, {10, 500}}, 60).widths, (Widths{10, 25, 25}));
 }
 
-// The first line is short, but the word beside it needs the space.
+// The first line is short, but then the word beside it would not fit. The words leave 6 of 60 for needs of 20 and 10.
 TEST(ColumnWidths, KeepWordsWholeBesideShortLines) {
-  EXPECT_EQ(columnWidths(Needs{{4, 20}, {50, 90}}, 60).widths, (Widths{10, 50}));
+  EXPECT_EQ(columnWidths(Needs{{4, 24}, {50, 90}}, 60).widths, (Widths{8, 52}));
 }
 
 TEST(ColumnWidths, AreTheLongestWordsWhereNotEvenTheyFit) {
