@@ -1,19 +1,11 @@
 #include "document/table_measure.h"
 
-#include "text/character_width.h"
+#include "text/line_breaks.h"
 
 #include <algorithm>
 
 namespace scrivalen::document {
 namespace {
-
-void measureWords(std::string_view line, std::size_t& longest) {
-  while (!line.empty()) {
-    const std::size_t end = std::min(line.find(' '), line.size());
-    longest = std::max(longest, columnsOf(line.substr(0, end)));
-    line.remove_prefix(std::min(end + 1, line.size()));
-  }
-}
 
 bool isNumber(const Cell& cell) {
   return cell.type == ValueType::Number || cell.type == ValueType::Integer ||
@@ -54,14 +46,9 @@ void TableMeasure::add(std::span<const Cell> row, bool header) {
 
 void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   Column& measured = table_.columns[column];
-  std::string_view text = cell.text;
-  while (!text.empty()) {
-    const std::size_t end = std::min(text.find('\n'), text.size());
-    const std::string_view line = text.substr(0, end);
-    measured.longestLine = std::max(measured.longestLine, columnsOf(line));
-    measureWords(line, measured.longestWord);
-    text.remove_prefix(std::min(end + 1, text.size()));
-  }
+  const TextExtent extent = extentOf(cell.text);
+  measured.longestWord = std::max(measured.longestWord, extent.longestWord);
+  measured.longestLine = std::max(measured.longestLine, extent.longestLine);
   if (!header && !cell.header && !cell.text.empty()) {
     (isNumber(cell) ? kinds_[column].hasNumbers : kinds_[column].hasOthers) = true;
   }

@@ -46,7 +46,7 @@ TEST(DocumentTable, CountsWideCharactersTwice) {
   document.beginTable({}, {});
   addRow(document, {"\xE4\xB8\xAD\xE6\x96\x87", "e\xCC\x81"});
   document.end();
-  EXPECT_EQ(document.content().substr(0, 24), "table left 4/4 left 1/1\n");
+  EXPECT_EQ(document.content().substr(0, 24), "table left 2/4 left 1/1\n");
 }
 
 TEST(DocumentTable, AlignsNumbersToTheRight) {
