@@ -52,6 +52,7 @@ constexpr std::string_view kStyle =
     "table{margin:.5em 0 1.75em;border-collapse:separate;border-spacing:0;border-top:1px solid #8c959f;"
     "font-size:.9375rem;line-height:1.45;font-variant-numeric:tabular-nums}\n"
     "th,td{padding:.35em .75em;border-bottom:1px solid #d1d9e0;text-align:start;vertical-align:top}\n"
+    "td.date{white-space:nowrap}\n"
     "th{font-weight:600}\n"
     "thead th{background:#f4f6f8}\n"
     "thead tr:last-child th{border-bottom-color:#8c959f}\n"

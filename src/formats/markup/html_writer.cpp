@@ -19,6 +19,8 @@ namespace {
 
 constexpr std::string_view kLineBreak = "<br>\n";
 
+constexpr std::string_view kDate = "<td class=\"date\"";
+
 // The start tag of most cells of a column, with the space to be copied in one piece.
 struct CellTag {
   static constexpr std::size_t kSpace = 48;
@@ -29,6 +31,7 @@ struct CellTag {
 
 struct ColumnTags {
   CellTag data;
+  CellTag date;
   CellTag columnHeader;
   CellTag rowHeader;
 };
@@ -552,6 +555,7 @@ void HtmlWriter::beginTable(const Table& table) {
     const Align align = column.align == Align::Left ? Align::Auto : column.align;
     aligns_.push_back(align);
     tags_.push_back({.data = cellTag("<td", align),
+                     .date = cellTag(kDate, align),
                      .columnHeader = cellTag("<th scope=\"col\"", align),
                      .rowHeader = cellTag("<th scope=\"row\"", align)});
   }
@@ -610,6 +614,13 @@ bool isPlain(const Cell& cell) {
          cell.text.size() <= kLongestPlain;
 }
 
+// Browsers divide dates at their hyphens unless the style sheet forbids it.
+bool isDate(const Cell& cell) {
+  constexpr std::size_t kSize = std::string_view("yyyy-mm-dd").size();
+  return cell.type == ValueType::Date || cell.type == ValueType::Time ||
+         (cell.text.size() == kSize && isIsoDate(cell.text));
+}
+
 void HtmlWriter::row(const Row& row) {
   enterRowGroup(row.repeated ? RowGroup::Head : RowGroup::Body);
   put("<tr>");
@@ -617,7 +628,10 @@ void HtmlWriter::row(const Row& row) {
   for (const Cell& cell : row.cells) {
     if (isPlain(cell)) {
       const ColumnTags& tags = tags_[column];
-      const CellTag& tag = row.header ? tags.columnHeader : cell.header ? tags.rowHeader : tags.data;
+      const CellTag& tag = row.header     ? tags.columnHeader
+                           : cell.header  ? tags.rowHeader
+                           : isDate(cell) ? tags.date
+                                          : tags.data;
       putPlainCell(tag, cell.text, row.header || cell.header);
     } else {
       putCell(cell, column, row.header);
@@ -647,7 +661,7 @@ void HtmlWriter::putCell(const Cell& cell, std::size_t column, bool isInHeaderRo
 }
 
 void HtmlWriter::putCellStart(const Cell& cell, std::size_t column, bool isInHeaderRow) {
-  markup_ = isInHeaderRow ? "<th scope=\"col\"" : cell.header ? "<th scope=\"row\"" : "<td";
+  markup_ = isInHeaderRow ? "<th scope=\"col\"" : cell.header ? "<th scope=\"row\"" : isDate(cell) ? kDate : "<td";
   if (cell.span > 1) {
     markup_ += " colspan=\"";
     append(markup_, cell.span);

@@ -89,6 +89,20 @@ TEST(HtmlTables, BeginColumnsOfTextsAtTheRightWhereTheLanguageDoes) {
             "<table>\n<tbody>\n<tr><td>a</td><td>1</td></tr>\n</tbody>\n</table>\n");
 }
 
+TEST(HtmlTables, MarkDatesSoThatTheyAreNotDivided) {
+  EXPECT_EQ(tableOf({column(), column(), column(), column(Align::Center)},
+                    rowsOf({{.text = "2026-01-31"},
+                            {.text = "2026-01-32"},
+                            {.text = "31.1.2026", .type = ValueType::Date},
+                            {.text = "2026-01-31 10:00:00", .type = ValueType::Time, .color = 0xFF0000}})),
+            "<table>\n"
+            "<tbody>\n"
+            "<tr><td class=\"date\">2026-01-31</td><td>2026-01-32</td><td class=\"date\">31.1.2026</td>"
+            "<td class=\"date\" style=\"text-align:center;color:#ff0000\">2026-01-31 10:00:00</td></tr>\n"
+            "</tbody>\n"
+            "</table>\n");
+}
+
 TEST(HtmlTables, HaveWidthsWhereTheHostGaveThem) {
   EXPECT_EQ(tableOf({column(Align::Left, 1), column(Align::Left, 2)}, {}),
             "<table style=\"width:100%\">\n"

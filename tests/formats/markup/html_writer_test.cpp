@@ -1,6 +1,6 @@
 #include "html_page_maker.h"
 
-#include "document/event_log.h"
+#include "document/picture.h"
 
 namespace scrivalen::document {
 namespace {
@@ -299,6 +299,24 @@ TEST(HtmlWriter, ClosesTheListsOfContentsThatEndInside) {
             "</nav>\n"
             "<nav>\n"
             "</nav>\n");
+}
+
+TEST(HtmlWriter, EmbedsPictures) {
+  const std::string bytes = "\x89PNG\r\n\x1A\n" +
+                            std::string("\0\0\0\rIHDR\0\0\0\x01\0\0\0\x01\x08\0\0\0\0\x3A\x7E\x9B\x55", 25) +
+                            std::string("\0\0\0\nIDAT\x78\x9C\x63\x60\0\0\0\x02\0\x01\x48\xAF\xA4\x71", 22) +
+                            std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12);
+  std::string reason;
+  const auto picture = Picture::read(bytes, reason);
+  ASSERT_TRUE(picture) << reason;
+  EXPECT_EQ(paragraph({{.kind = K::Image, .points = 30, .text = "a \"dot\"", .picture = picture.get()},
+                       {.kind = K::Image, .picture = picture.get()}}),
+            "<p><img src=\"data:image/png;base64,"
+            "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAAAAAA6fptVAAAACklEQVR4nGNgAAAAAgABSK+kcQAAAABJRU5ErkJggg==\""
+            " alt=\"a &quot;dot&quot;\" width=\"40\">"
+            "<img src=\"data:image/png;base64,"
+            "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAAAAAA6fptVAAAACklEQVR4nGNgAAAAAgABSK+kcQAAAABJRU5ErkJggg==\""
+            " alt=\"\" width=\"1\"></p>\n");
 }
 
 TEST(HtmlWriter, LeavesTheTextOfAPictureThatIsMissing) {
