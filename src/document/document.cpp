@@ -73,10 +73,13 @@ Status Document::set(std::string_view name, std::string_view value) {
   if (const Status status = setUpOnly("a setting"); status != Status::Ok) {
     return status;
   }
-  text_.clear();
-  appendClean(text_, value, TextKind::Line, replaced_);
+  if (!Settings::isPath(name)) {
+    text_.clear();
+    appendClean(text_, value, TextKind::Line, replaced_);
+    value = text_;
+  }
   std::string reason;
-  return settings_.set(name, text_, reason) ? Status::Ok : refuse(Status::UnknownSetting, reason);
+  return settings_.set(name, value, reason) ? Status::Ok : refuse(Status::UnknownSetting, reason);
 }
 
 Status Document::setProgress(Progress progress, void* user) {

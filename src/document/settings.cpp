@@ -76,6 +76,11 @@ bool isNameTaken(std::string_view name) {
 
 }  // namespace
 
+bool Settings::isPath(std::string_view name) {
+  const SettingDefinition* const definition = split(name).definition;
+  return definition != nullptr && definition->isPath();
+}
+
 bool Settings::set(std::string_view name, std::string_view value, std::string& reason) {
   const Name parts = split(name);
   if (parts.definition == nullptr) {
@@ -88,8 +93,8 @@ bool Settings::set(std::string_view name, std::string_view value, std::string& r
     return false;
   }
   if (!parts.format.empty() && (parts.definition->formats & formatBit(parts.format)) == 0) {
-    reason = "The setting " + quoted(parts.plain) + " is of no use to the format " + quoted(parts.format) +
-             ". It is for " + formatNames(parts.definition->formats) + '.';
+    reason = "The setting " + quoted(parts.plain) + " cannot be set for " + quoted(parts.format) + " alone, only for " +
+             formatNames(parts.definition->formats) + '.';
     return false;
   }
   std::string taken(value);

@@ -14,8 +14,11 @@ namespace scrivalen::document {
 /// own, whatever its case.
 class Settings {
  public:
+  /// Whether the value of a setting is a path, whose bytes are kept as they are.
+  static bool isPath(std::string_view name);
+
   /// @param name   as a host gives it
-  /// @param value  UTF-8, well-formed
+  /// @param value  well-formed UTF-8 unless it is a path
   /// @return false, with a sentence in @p reason, for an unknown name or a value that the setting does not take
   bool set(std::string_view name, std::string_view value, std::string& reason);
 

@@ -176,6 +176,12 @@ TEST(Document, CountsTheBytesThatAreNotUtf8) {
   EXPECT_EQ(document.warnings(), "3 x bytes that are not UTF-8, replaced by U+FFFD\n");
 }
 
+TEST(Document, KeepsTheBytesOfPaths) {
+  RecordedDocument document;
+  EXPECT_EQ(document.set("header-image", "a\xFF.png"), Status::Ok);
+  EXPECT_EQ(document.warnings(), "");
+}
+
 TEST(Document, ClosesWhatIsOpen) {
   RecordedDocument document;
   document.beginList(false, 0, false);

@@ -134,6 +134,8 @@ bool takeMargins(std::string& value) { return marginsOf(value).has_value(); }
 bool takeNumbers(std::string& value) { return NumberStyle::of(value).has_value(); }
 bool takeDates(std::string& value) { return DateStyle::of(value).has_value(); }
 
+// The values in tables are turned into texts once for all formats, which is why only a spreadsheet, which shows values
+// itself, may have "numbers" and "dates" of its own.
 constexpr std::string_view kLine = "a text, shown in one line";
 constexpr std::string_view kFlag = "yes or no";
 
@@ -163,14 +165,16 @@ constexpr SettingDefinition kDefinitions[] = {
     {"encoding", kText, "utf-8", "utf-8, utf-16 or latin-1", &takeEncoding},
     {"widths", kText | kRtf | kPdf | kXlsx | kDocx, "content", "content or equal", &takeWidths},
     {"width", kText, "80", "a whole number from 20 to 10000", &takeWidth},
-    {"numbers", kEvery, "1234.5", "1234.5, 1,234.5, 1.234,5 or 1 234,5", &takeNumbers},
-    {"dates", kEvery, "yyyy-mm-dd", "yyyy, mm (or m) and dd (or d) in any order, with separators, such as dd.mm.yyyy",
+    {"numbers", kXlsx, "1234.5", "1234.5, 1,234.5, 1.234,5 or 1 234,5", &takeNumbers},
+    {"dates", kXlsx, "yyyy-mm-dd", "yyyy, mm (or m) and dd (or d) in any order, with separators, such as dd.mm.yyyy",
      &takeDates},
     {"standard", kPdf, "none", "none, a-1b or a-2u", &takeStandard},
     {"tagged", kPdf, "no", kFlag, &takeFlag},
 };
 
 }  // namespace
+
+bool SettingDefinition::isPath() const { return take == &takePath || take == &takePresentPath; }
 
 std::span<const SettingDefinition> settingDefinitions() { return kDefinitions; }
 

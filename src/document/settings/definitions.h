@@ -14,6 +14,8 @@ struct SettingDefinition {
   std::string_view values;           ///< those that it takes, for a person: the end of a sentence "It takes ..."
   bool (*take)(std::string& value);  ///< brings a value into its one form; returns false for one that it does not take
   bool adds = false;                 ///< a value given again does not replace the earlier one
+
+  bool isPath() const;
 };
 
 /// "property:NAME" is in it as "property:".

@@ -142,11 +142,13 @@ TEST(Settings, RefuseNamesOfPropertiesThatAreNoLineOfText) {
 
 TEST(Settings, RefuseAFormatThatMakesNoUseOfThem) {
   EXPECT_EQ(reasonFor("pdf.encoding", "utf-16"),
-            "The setting \"encoding\" is of no use to the format \"pdf\". It is for text.");
+            "The setting \"encoding\" cannot be set for \"pdf\" alone, only for text.");
   EXPECT_EQ(reasonFor("rtf.template", "a.htm"),
-            "The setting \"template\" is of no use to the format \"rtf\". It is for html and chm.");
+            "The setting \"template\" cannot be set for \"rtf\" alone, only for html and chm.");
   EXPECT_EQ(reasonFor("text.paper", "A4"),
-            "The setting \"paper\" is of no use to the format \"text\". It is for html, rtf, pdf, xlsx and docx.");
+            "The setting \"paper\" cannot be set for \"text\" alone, only for html, rtf, pdf, xlsx and docx.");
+  EXPECT_EQ(reasonFor("pdf.numbers", "1,234.5"),
+            "The setting \"numbers\" cannot be set for \"pdf\" alone, only for xlsx.");
 }
 
 TEST(Settings, SayWhichValuesTheyTake) {
@@ -171,6 +173,14 @@ TEST(Settings, KeepThePathsOfFilesAsTheyAre) {
   EXPECT_EQ(taken("header-image", "a\n\xFF"), "a\n\xFF");
   EXPECT_EQ(taken("template", ""), "");
   EXPECT_FALSE(isTaken("font-file", ""));
+}
+
+TEST(Settings, KnowWhichOfThemArePaths) {
+  EXPECT_TRUE(Settings::isPath("header-image"));
+  EXPECT_TRUE(Settings::isPath("pdf.font-file"));
+  EXPECT_TRUE(Settings::isPath("html.template"));
+  EXPECT_FALSE(Settings::isPath("title"));
+  EXPECT_FALSE(Settings::isPath("path"));
 }
 
 TEST(Settings, TakeFlagsInManyWords) {
