@@ -174,7 +174,8 @@ void Output::fail(Status status, const std::string& text) {
 void Output::failToWrite() { fail(Status::FileError, cannotWrite(toUtf8(systemErrorText(lastSystemError())))); }
 
 std::string Output::cannotWrite(const std::string& reason) const {
-  const std::string what = stream_ ? "the stream of " + std::string(format_.name) : "'" + toUtf8(widePath(path_)) + "'";
+  const std::string what = stream_ ? "the stream of " + std::string(format_.name)
+                                   : std::string("'").append(toUtf8(widePath(path_))).append("'");
   return "cannot write " + what + ": " + reason;
 }
 
