@@ -152,7 +152,7 @@ void TableBuilder::endRow() {
   held_.push_back({firstCell_, isHeader_});
   firstCell_ = cells_.size();
   if (held_.size() >= kSampleRows || arena_.used() + log_.size() >= kSampleBytes) {
-    begin();
+    begin(false);
   }
 }
 
@@ -193,7 +193,7 @@ void TableBuilder::addColumnCell(const ColumnData& column, std::size_t row) {
 
 void TableBuilder::finish() {
   if (isSampling_) {
-    begin();
+    begin(true);
   }
   target_.endTable();
   if (missing_ > 0) {
@@ -210,9 +210,9 @@ void TableBuilder::finish() {
   }
 }
 
-void TableBuilder::begin() {
+void TableBuilder::begin(bool isWhole) {
   isSampling_ = false;
-  measure();
+  measure(isWhole);
   target_.beginTable(table_);
   const std::vector<HeldRow> held = std::move(held_);
   for (std::size_t row = 0; row < held.size(); ++row) {
@@ -222,13 +222,13 @@ void TableBuilder::begin() {
   forgetRows();
 }
 
-void TableBuilder::measure() {
+void TableBuilder::measure(bool isWhole) {
   TableMeasure measure(table_);
   for (std::size_t row = 0; row < held_.size(); ++row) {
     const std::size_t end = row + 1 < held_.size() ? held_[row + 1].firstCell : firstCell_;
     measure.add(std::span(cells_).subspan(held_[row].firstCell, end - held_[row].firstCell), held_[row].header);
   }
-  measure.finish();
+  measure.finish(isWhole);
 }
 
 void TableBuilder::forgetRows() {

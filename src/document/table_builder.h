@@ -87,8 +87,8 @@ class TableBuilder {
   Cell valueCell(ValueType type, double number, std::int64_t integer);
   void addBorrowedText(std::string_view text);
   void addColumnCell(const ColumnData& column, std::size_t row);
-  void begin();
-  void measure();
+  void begin(bool isWhole);
+  void measure(bool isWhole);
   void emit(std::span<const Cell> cells, bool header);
   std::span<const Cell> fitted(std::span<const Cell> cells);
   void join(Cell& last, const Cell& further);

@@ -7,6 +7,8 @@
 namespace scrivalen::document {
 namespace {
 
+constexpr std::size_t kDigitsToCome = 4;  // from the 500 rows of a sample to millions
+
 bool isNumber(const Cell& cell) {
   return cell.type == ValueType::Number || cell.type == ValueType::Integer ||
          (!cell.isValue() && isPlainNumber(cell.text));
@@ -54,12 +56,16 @@ void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   }
 }
 
-void TableMeasure::finish() {
+void TableMeasure::finish(bool isWhole) {
   addColumnsUpTo(1);
   for (std::size_t column = 0; column < table_.columns.size(); ++column) {
     Column& measured = table_.columns[column];
     if (measured.align == Align::Auto) {
       measured.align = alignmentOf(measured.type, kinds_[column].hasNumbers && !kinds_[column].hasOthers);
+      if (measured.align == Align::Right && !isWhole) {
+        measured.longestWord += kDigitsToCome;
+        measured.longestLine += kDigitsToCome;
+      }
     }
   }
 }

@@ -15,7 +15,9 @@ class TableMeasure {
 
   void add(std::span<const Cell> row, bool header);
   /// Decides the alignment of columns that have none, and makes sure that there is a column.
-  void finish();
+  /// @param isWhole  whether the sample is the whole table. If not, columns of numbers get space for longer ones, such
+  ///                 as the ids of a million rows
+  void finish(bool isWhole);
 
  private:
   struct Kinds {

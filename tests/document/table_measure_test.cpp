@@ -18,7 +18,7 @@ scrivalen::document::Column measured(const char8_t* text) {
   std::vector<Cell> row(1);
   row[0].text = reinterpret_cast<const char*>(text);
   measure.add(row, false);
-  measure.finish();
+  measure.finish(true);
   return table.columns.front();
 }
 

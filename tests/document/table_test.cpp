@@ -306,6 +306,16 @@ TEST(DocumentTable, KeepsItsSampleTogetherOverFiveHundredRows) {
   EXPECT_EQ(document.content().substr(0, 15), "table left 6/6\n");
 }
 
+TEST(DocumentTable, LeavesSpaceForLongerNumbersPastItsSample) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  for (int i = 1; i <= 501; ++i) {
+    addRow(document, {std::to_string(i).c_str(), "a"});
+  }
+  document.end();
+  EXPECT_EQ(document.content().substr(0, 25), "table right 7/7 left 1/1\n");
+}
+
 TEST(DocumentTable, EndsItsSampleAt256KiB) {
   RecordedDocument document;
   const std::string text(100000, 'x');
