@@ -15,7 +15,11 @@ constexpr double kWidestPicture = 14400;  // points; 200 inches, the largest pag
 bool isLevel(int level) { return level >= 1 && level <= 6; }
 
 // The kinds of the parts' events come in pairs.
-EventKind endOf(EventKind begin) { return static_cast<EventKind>(static_cast<int>(begin) + 1); }
+// The end of contents comes after their items.
+EventKind endOf(EventKind begin) {
+  return begin == EventKind::BeginContents ? EventKind::EndContents
+                                           : static_cast<EventKind>(static_cast<int>(begin) + 1);
+}
 
 // The end of a piece of at most kCleanedPiece bytes, between two characters and not within CR LF.
 std::size_t pieceOf(std::string_view text) {

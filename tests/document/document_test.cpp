@@ -51,6 +51,15 @@ TEST(Document, PassesOnListsQuotesAndCode) {
             "end code\nend quote\nend item done\nend list 3 ordered tight\n");
 }
 
+TEST(Document, PassesOnContents) {
+  RecordedDocument document;
+  document.beginContents();
+  document.contentsItem(1, "a", "A");
+  document.end();
+  document.rule();
+  EXPECT_EQ(document.content(), "contents\nitem 1 'A' @a\nend contents\nrule\n");
+}
+
 TEST(Document, KnowsAHeadingsTextBeforeIt) {
   RecordedDocument document;
   document.beginHeading(2, {}, Align::Right);
