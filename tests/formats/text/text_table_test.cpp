@@ -186,7 +186,7 @@ TEST(TextTable, KeepsTextsOfEveryLengthWhole) {
       text += static_cast<char>('!' + i);
     }
     EXPECT_EQ(writtenTable(MadeTable({{text, "x"}}, 0)), text + "  x\n");
-    MadeTable wide({{text + "\xC3\xA9", "x"}}, 0);
-    EXPECT_EQ(writtenTable(wide), text + "\xC3\xA9  x\n");
+    text += "\xC3\xA9";
+    EXPECT_EQ(writtenTable(MadeTable({{text, "x"}}, 0)), text + "  x\n");
   }
 }
