@@ -10,16 +10,16 @@ namespace scrivalen::document {
 namespace {
 
 // What an event has besides its head. Most events of a line have nothing or only a text.
-enum Part : std::uint16_t {
-  kNumber = 1 << 0,
-  kPoints = 1 << 1,
-  kColor = 1 << 2,
-  kBackground = 1 << 3,
-  kPicture = 1 << 4,
-  kText = 1 << 5,
-  kId = 1 << 6,
-  kAddress = 1 << 7,
-  kTitle = 1 << 8
+enum Extra : std::uint16_t {
+  kHasNumber = 1 << 0,
+  kHasPoints = 1 << 1,
+  kHasColor = 1 << 2,
+  kHasBackground = 1 << 3,
+  kHasPicture = 1 << 4,
+  kHasText = 1 << 5,
+  kHasId = 1 << 6,
+  kHasAddress = 1 << 7,
+  kHasTitle = 1 << 8
 };
 
 struct Head {
@@ -29,27 +29,27 @@ struct Head {
   Span span;
   bool ordered;
   bool tight;
-  std::uint16_t parts;
+  std::uint16_t extras;
 };
 
-std::uint16_t partsOf(const Event& event) {
-  unsigned parts = 0;
-  const auto add = [&parts](bool has, Part part) { parts |= has ? static_cast<unsigned>(part) : 0; };
-  add(event.number != 0, kNumber);
-  add(event.points != 0, kPoints);
-  add(event.color.has_value(), kColor);
-  add(event.background.has_value(), kBackground);
-  add(event.picture != nullptr, kPicture);
-  add(!event.text.empty(), kText);
-  add(!event.id.empty(), kId);
-  add(!event.address.empty(), kAddress);
-  add(!event.title.empty(), kTitle);
-  return static_cast<std::uint16_t>(parts);
+std::uint16_t extrasOf(const Event& event) {
+  unsigned extras = 0;
+  const auto add = [&extras](bool has, Extra extra) { extras |= has ? static_cast<unsigned>(extra) : 0; };
+  add(event.number != 0, kHasNumber);
+  add(event.points != 0, kHasPoints);
+  add(event.color.has_value(), kHasColor);
+  add(event.background.has_value(), kHasBackground);
+  add(event.picture != nullptr, kHasPicture);
+  add(!event.text.empty(), kHasText);
+  add(!event.id.empty(), kHasId);
+  add(!event.address.empty(), kHasAddress);
+  add(!event.title.empty(), kHasTitle);
+  return static_cast<std::uint16_t>(extras);
 }
 
 class Packer {
  public:
-  Packer(std::string& bytes, std::uint16_t parts) : bytes_(bytes), parts_(parts) {}
+  Packer(std::string& bytes, std::uint16_t extras) : bytes_(bytes), extras_(extras) {}
 
   template <typename Value>
   void put(const Value& value) {
@@ -60,14 +60,14 @@ class Packer {
   }
 
   template <typename Value>
-  void put(Part part, const Value& value) {
-    if ((parts_ & part) != 0) {
+  void put(Extra extra, const Value& value) {
+    if ((extras_ & extra) != 0) {
       put(value);
     }
   }
 
-  void putText(Part part, std::string_view text) {
-    if ((parts_ & part) != 0) {
+  void putText(Extra extra, std::string_view text) {
+    if ((extras_ & extra) != 0) {
       put(text.size());
       bytes_.append(text);
     }
@@ -75,7 +75,7 @@ class Packer {
 
  private:
   std::string& bytes_;
-  std::uint16_t parts_;
+  std::uint16_t extras_;
 };
 
 class Unpacker {
@@ -86,19 +86,21 @@ class Unpacker {
 
   Head head() {
     const Head head = take<Head>();
-    parts_ = head.parts;
+    extras_ = head.extras;
     return head;
   }
 
   template <typename Value>
-  Value value(Part part, Value otherwise) {
-    return (parts_ & part) != 0 ? take<Value>() : otherwise;
+  Value value(Extra extra, Value otherwise) {
+    return (extras_ & extra) != 0 ? take<Value>() : otherwise;
   }
 
-  std::optional<Rgb> color(Part part) { return (parts_ & part) != 0 ? std::optional<Rgb>(take<Rgb>()) : std::nullopt; }
+  std::optional<Rgb> color(Extra extra) {
+    return (extras_ & extra) != 0 ? std::optional<Rgb>(take<Rgb>()) : std::nullopt;
+  }
 
-  std::string_view text(Part part) {
-    if ((parts_ & part) == 0) {
+  std::string_view text(Extra extra) {
+    if ((extras_ & extra) == 0) {
       return {};
     }
     const auto size = take<std::size_t>();
@@ -117,27 +119,27 @@ class Unpacker {
   }
 
   std::string_view left_;
-  std::uint16_t parts_ = 0;
+  std::uint16_t extras_ = 0;
 };
 
 }  // namespace
 
 void EventLog::write(const Event& event) {
-  const std::uint16_t parts = partsOf(event);
+  const std::uint16_t extras = extrasOf(event);
   if (event.picture != nullptr) {
     pictures_.push_back(event.picture->shared_from_this());
   }
-  Packer packer(bytes_, parts);
-  packer.put(Head{event.kind, event.align, event.task, event.span, event.ordered, event.tight, parts});
-  packer.put(kNumber, event.number);
-  packer.put(kPoints, event.points);
-  packer.put(kColor, event.color.value_or(0));
-  packer.put(kBackground, event.background.value_or(0));
-  packer.put(kPicture, pictures_.size());
-  packer.putText(kText, event.text);
-  packer.putText(kId, event.id);
-  packer.putText(kAddress, event.address);
-  packer.putText(kTitle, event.title);
+  Packer packer(bytes_, extras);
+  packer.put(Head{event.kind, event.align, event.task, event.span, event.ordered, event.tight, extras});
+  packer.put(kHasNumber, event.number);
+  packer.put(kHasPoints, event.points);
+  packer.put(kHasColor, event.color.value_or(0));
+  packer.put(kHasBackground, event.background.value_or(0));
+  packer.put(kHasPicture, pictures_.size());
+  packer.putText(kHasText, event.text);
+  packer.putText(kHasId, event.id);
+  packer.putText(kHasAddress, event.address);
+  packer.putText(kHasTitle, event.title);
 }
 
 void EventLog::replay(EventSink& sink, std::size_t begin, std::size_t end) const {
@@ -145,16 +147,16 @@ void EventLog::replay(EventSink& sink, std::size_t begin, std::size_t end) const
   while (!unpacker.atEnd()) {
     const Head head = unpacker.head();
     Event event{head.kind, head.align, head.task, head.span, head.ordered, head.tight};
-    event.number = unpacker.value(kNumber, 0);
-    event.points = unpacker.value(kPoints, 0.0);
-    event.color = unpacker.color(kColor);
-    event.background = unpacker.color(kBackground);
-    const std::size_t picture = unpacker.value(kPicture, std::size_t{0});
+    event.number = unpacker.value(kHasNumber, 0);
+    event.points = unpacker.value(kHasPoints, 0.0);
+    event.color = unpacker.color(kHasColor);
+    event.background = unpacker.color(kHasBackground);
+    const std::size_t picture = unpacker.value(kHasPicture, std::size_t{0});
     event.picture = picture > 0 ? pictures_[picture - 1].get() : nullptr;
-    event.text = unpacker.text(kText);
-    event.id = unpacker.text(kId);
-    event.address = unpacker.text(kAddress);
-    event.title = unpacker.text(kTitle);
+    event.text = unpacker.text(kHasText);
+    event.id = unpacker.text(kHasId);
+    event.address = unpacker.text(kHasAddress);
+    event.title = unpacker.text(kHasTitle);
     sink.write(event);
   }
 }

@@ -31,7 +31,7 @@ Name split(std::string_view name) {
 }
 
 // A text as a sentence quotes it: clean, in one line and not too long.
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
   constexpr std::size_t kLongest = 60;
   std::string result = "\"";
   const char* at = text.data();
@@ -84,22 +84,22 @@ bool Settings::isPath(std::string_view name) {
 bool Settings::set(std::string_view name, std::string_view value, std::string& reason) {
   const Name parts = split(name);
   if (parts.definition == nullptr) {
-    reason = "There is no setting " + quoted(name) + '.';
+    reason = "There is no setting " + inQuotes(name) + '.';
     return false;
   }
   if (!isNameTaken(parts.plain)) {
     reason =
-        "The name of a property has 1 to 255 bytes of UTF-8 without control characters, unlike " + quoted(name) + '.';
+        "The name of a property has 1 to 255 bytes of UTF-8 without control characters, unlike " + inQuotes(name) + '.';
     return false;
   }
   if (!parts.format.empty() && (parts.definition->formats & formatBit(parts.format)) == 0) {
-    reason = "The setting " + quoted(parts.plain) + " cannot be set for " + quoted(parts.format) + " alone, only for " +
-             formatNames(parts.definition->formats) + '.';
+    reason = "The setting " + inQuotes(parts.plain) + " cannot be set for " + inQuotes(parts.format) +
+             " alone, only for " + formatNames(parts.definition->formats) + '.';
     return false;
   }
   std::string taken(value);
   if (!parts.definition->take(taken)) {
-    reason = "The setting " + quoted(name) + " does not take " + quoted(value) + ". It takes ";
+    reason = "The setting " + inQuotes(name) + " does not take " + inQuotes(value) + ". It takes ";
     reason.append(parts.definition->values) += '.';
     return false;
   }

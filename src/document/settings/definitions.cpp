@@ -19,18 +19,18 @@ namespace {
 constexpr std::string_view kFormats[] = {"text", "html", "xml", "rtf", "chm", "pdf", "xlsx", "docx", "markdown"};
 
 enum : unsigned {
-  kText = 1 << 0,
-  kHtml = 1 << 1,
-  kXml = 1 << 2,
-  kRtf = 1 << 3,
-  kChm = 1 << 4,
-  kPdf = 1 << 5,
-  kXlsx = 1 << 6,
-  kDocx = 1 << 7,
-  kMarkdown = 1 << 8,
-  kEvery = (1 << 9) - 1,
-  kWithProperties = kEvery & ~(kText | kMarkdown),
-  kWithPages = kHtml | kRtf | kPdf | kXlsx | kDocx
+  kForText = 1 << 0,
+  kForHtml = 1 << 1,
+  kForXml = 1 << 2,
+  kForRtf = 1 << 3,
+  kForChm = 1 << 4,
+  kForPdf = 1 << 5,
+  kForXlsx = 1 << 6,
+  kForDocx = 1 << 7,
+  kForMarkdown = 1 << 8,
+  kForEvery = (1 << 9) - 1,
+  kForProperties = kForEvery & ~(kForText | kForMarkdown),
+  kForPages = kForHtml | kForRtf | kForPdf | kForXlsx | kForDocx
 };
 
 bool takeLine(std::string& value) {
@@ -140,36 +140,36 @@ constexpr std::string_view kLine = "a text, shown in one line";
 constexpr std::string_view kFlag = "yes or no";
 
 constexpr SettingDefinition kDefinitions[] = {
-    {"title", kEvery, "", kLine, &takeLine},
-    {"author", kWithProperties, "", kLine, &takeLine},
-    {"subject", kWithProperties, "", kLine, &takeLine},
-    {"keywords", kWithProperties, "", kLine, &takeLine},
-    {"language", kWithProperties, "en", "a language tag (BCP 47): letters, digits and hyphens, such as en-GB",
+    {"title", kForEvery, "", kLine, &takeLine},
+    {"author", kForProperties, "", kLine, &takeLine},
+    {"subject", kForProperties, "", kLine, &takeLine},
+    {"keywords", kForProperties, "", kLine, &takeLine},
+    {"language", kForProperties, "en", "a language tag (BCP 47): letters, digits and hyphens, such as en-GB",
      &takeLanguage},
-    {"date", kEvery, "", kLine, &takeLine},
-    {"clock", kWithProperties, "", "seconds since 1970, or a time such as 2026-01-31 23:59:59, in the years 1 to 9999",
+    {"date", kForEvery, "", kLine, &takeLine},
+    {"clock", kForProperties, "", "seconds since 1970, or a time such as 2026-01-31 23:59:59, in the years 1 to 9999",
      &takeClock},
-    {"paper", kWithPages, "A4",
+    {"paper", kForPages, "A4",
      "A3, A4, A5, Letter, Legal, or width and height in millimetres, 50 to 1200 each, such as 210x297", &takePaper},
-    {"margins", kWithPages, "20mm",
+    {"margins", kForPages, "20mm",
      "one length or four (top, right, bottom, left), each in mm, cm, in or pt and at most 200mm, such as 20mm or 0.8in",
      &takeMargins},
-    {"landscape", kWithPages, "no", kFlag, &takeFlag},
-    {"header", kWithPages, "", kLine, &takeLine},
-    {"footer", kWithPages, "", kLine, &takeLine},
-    {"header-image", kWithPages, "", "the path of a PNG or JPEG file", &takePath},
-    {"font", kWithPages | kChm, "", "the name of a font", &takeName},
-    {"font-file", kPdf, "", "the path of a font file", &takePresentPath, true},
-    {"template", kHtml | kChm, "", "the path of a template", &takePath},
-    {kProperty, kWithProperties, "", kLine, &takeLine},
-    {"encoding", kText, "utf-8", "utf-8, utf-16 or latin-1", &takeEncoding},
-    {"widths", kText | kRtf | kPdf | kXlsx | kDocx, "content", "content or equal", &takeWidths},
-    {"width", kText, "80", "a whole number from 20 to 10000", &takeWidth},
-    {"numbers", kXlsx, "1234.5", "1234.5, 1,234.5, 1.234,5 or 1 234,5", &takeNumbers},
-    {"dates", kXlsx, "yyyy-mm-dd", "yyyy, mm (or m) and dd (or d) in any order, with separators, such as dd.mm.yyyy",
+    {"landscape", kForPages, "no", kFlag, &takeFlag},
+    {"header", kForPages, "", kLine, &takeLine},
+    {"footer", kForPages, "", kLine, &takeLine},
+    {"header-image", kForPages, "", "the path of a PNG or JPEG file", &takePath},
+    {"font", kForPages | kForChm, "", "the name of a font", &takeName},
+    {"font-file", kForPdf, "", "the path of a font file", &takePresentPath, true},
+    {"template", kForHtml | kForChm, "", "the path of a template", &takePath},
+    {kProperty, kForProperties, "", kLine, &takeLine},
+    {"encoding", kForText, "utf-8", "utf-8, utf-16 or latin-1", &takeEncoding},
+    {"widths", kForText | kForRtf | kForPdf | kForXlsx | kForDocx, "content", "content or equal", &takeWidths},
+    {"width", kForText, "80", "a whole number from 20 to 10000", &takeWidth},
+    {"numbers", kForXlsx, "1234.5", "1234.5, 1,234.5, 1.234,5 or 1 234,5", &takeNumbers},
+    {"dates", kForXlsx, "yyyy-mm-dd", "yyyy, mm (or m) and dd (or d) in any order, with separators, such as dd.mm.yyyy",
      &takeDates},
-    {"standard", kPdf, "none", "none, a-1b or a-2u", &takeStandard},
-    {"tagged", kPdf, "no", kFlag, &takeFlag},
+    {"standard", kForPdf, "none", "none, a-1b or a-2u", &takeStandard},
+    {"tagged", kForPdf, "no", kFlag, &takeFlag},
 };
 
 }  // namespace
@@ -195,7 +195,7 @@ unsigned formatBit(std::string_view format) {
 }
 
 std::string formatNames(unsigned formats) {
-  if (formats == kEvery) {
+  if (formats == kForEvery) {
     return "every format";
   }
   std::string names;

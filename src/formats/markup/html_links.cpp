@@ -11,14 +11,15 @@ namespace {
 bool isWhiteSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\f' || c == '\r'; }
 
 // The part of a URL decides which characters it may contain.
-enum class Part { Authority, Path, Fragment };
+enum class AddressPart { Authority, Path, Fragment };
 
 // Whether a character is no URL code point; the bytes of those above U+0080 are.
-bool isForbidden(char c, Part part) {
+bool isForbidden(char c, AddressPart part) {
   constexpr std::string_view kNowhere = " \"<>\\^`{|}\x7F";
   constexpr std::string_view kInHosts = "[]";
   return static_cast<unsigned char>(c) < 0x20 || kNowhere.find(c) != kNowhere.npos ||
-         (part != Part::Authority && kInHosts.find(c) != kInHosts.npos) || (part == Part::Fragment && c == '#');
+         (part != AddressPart::Authority && kInHosts.find(c) != kInHosts.npos) ||
+         (part == AddressPart::Fragment && c == '#');
 }
 
 void appendEncoded(std::string& result, char c) {
@@ -60,7 +61,7 @@ std::string htmlId(std::string_view id) {
 std::string htmlPlace(std::string_view id) {
   std::string result = "#";
   for (const char c : htmlId(id)) {
-    if (c == '%' || isForbidden(c, Part::Fragment)) {
+    if (c == '%' || isForbidden(c, AddressPart::Fragment)) {
       appendEncoded(result, c);
     } else {
       result += c;
@@ -75,11 +76,11 @@ std::string htmlAddress(std::string_view address) {
   }
   address = trimmed(address);
   const std::size_t path = endOfAuthority(address);
-  Part part = path == 0 ? Part::Path : Part::Authority;
+  AddressPart part = path == 0 ? AddressPart::Path : AddressPart::Authority;
   std::string result;
   for (std::size_t i = 0; i < address.size(); ++i) {
     const char c = address[i];
-    part = i == path && part == Part::Authority ? Part::Path : part;
+    part = i == path && part == AddressPart::Authority ? AddressPart::Path : part;
     if (c == '\n' || c == '\r' || c == '\t') {
       continue;
     }
@@ -88,7 +89,7 @@ std::string htmlAddress(std::string_view address) {
     } else {
       result += c;
     }
-    part = c == '#' ? Part::Fragment : part;
+    part = c == '#' ? AddressPart::Fragment : part;
   }
   return result;
 }
