@@ -1,8 +1,9 @@
 #pragma once
 
 /// @file
-/// The whole interface of the library.
+/// The whole interface of the library, for C++. Programs in C include scrivalen/document.h.
 
+#include <scrivalen/document.h>
 #include <scrivalen/export.h>
 #include <scrivalen/host.h>
 #include <scrivalen/html_report.h>

@@ -7,7 +7,6 @@ namespace scrivalen::document {
 namespace {
 
 constexpr std::size_t kCleanedPiece = 4096;
-constexpr std::size_t kMostColumns = 1000000;
 constexpr int kWidestSpan = 16384;
 constexpr double kLargestSize = 1000;
 constexpr double kWidestPicture = 14400;  // points; 200 inches, the largest page of PDF 1.4 (appendix C)
@@ -277,9 +276,12 @@ Status Document::beginTable(std::vector<Column> columns, std::string_view name) 
     return status;
   }
   if (columns.size() > kMostColumns) {
-    return misuse("a table has at most 1,000,000 columns");
+    return misuse(kTooManyColumns);
   }
   beginContent(false);
+  for (Column& column : columns) {
+    column.name = std::string(cleanLine(column.name, line_));
+  }
   Table table{std::string(cleanLine(name, line_)), std::move(columns)};
   table_.emplace(std::move(table), *values_, static_cast<TableTarget&>(*this), warnings_, replaced_);
   nesting_.begin(Part::Table);

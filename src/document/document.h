@@ -28,6 +28,9 @@ namespace scrivalen::document {
 /// pointers are no longer among them.
 class Document : private TableTarget, private EventSink {
  public:
+  static constexpr std::size_t kMostColumns = 1000000;
+  static constexpr std::string_view kTooManyColumns = "a table has at most 1,000,000 columns";
+
   Document() = default;
   ~Document() override = default;
 
@@ -88,6 +91,8 @@ class Document : private TableTarget, private EventSink {
   const Output* output(std::size_t index) const { return index < outputs_.size() ? outputs_[index].get() : nullptr; }
   bool isClosed() const { return state_ == State::Closed; }
   bool isInCallback() const { return run_.isInCallback(); }
+  /// Marks, for the result's lifetime, that a function of the host is running.
+  Run::Callback callback() { return Run::Callback(run_); }
   /// The next warning of a closed document; null after the last.
   const Warning* nextWarning();
   /// A warning about the input.

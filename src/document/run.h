@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 namespace scrivalen::document {
 
@@ -17,13 +18,14 @@ class Run {
   /// Marks that a function of the host is running, which must not call the document.
   class Callback {
    public:
-    explicit Callback(Run& run) : run_(run) { run_.inCallback_ = true; }
+    explicit Callback(Run& run) : run_(run), wasInCallback_(std::exchange(run.inCallback_, true)) {}
     Callback(const Callback&) = delete;
     Callback& operator=(const Callback&) = delete;
-    ~Callback() { run_.inCallback_ = false; }
+    ~Callback() { run_.inCallback_ = wasInCallback_; }
 
    private:
     Run& run_;
+    bool wasInCallback_;
   };
 
   void setProgress(Progress progress, void* user) {

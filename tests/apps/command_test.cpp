@@ -118,7 +118,7 @@ TEST(Command, PrintsItsVersionAndItsHelpOnStandardOutput) {
   CommandRun run;
   const Result version = run.run({"--version"});
   EXPECT_EQ(version.status, 0);
-  EXPECT_EQ(version.output, "scrivalen 1.0.0\n");
+  EXPECT_EQ(version.output, "scrivalen 1.1.0\n");
   const Result help = run.run({"--help"});
   EXPECT_EQ(help.status, 0);
   EXPECT_EQ(help.error, "");

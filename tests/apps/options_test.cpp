@@ -158,7 +158,7 @@ TEST(Options, RejectAMissingTemplate) {
 
 TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
   EXPECT_TRUE(parseCommandLine({"--list-templates"}).printout.has_value());
-  EXPECT_EQ(parseCommandLine({"--version"}).printout, "scrivalen 1.0.0\n");
+  EXPECT_EQ(parseCommandLine({"--version"}).printout, "scrivalen 1.1.0\n");
   const std::string help = parseCommandLine({"--help"}).printout.value_or("");
   for (const char* word : {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates",
                            "--styles", "--landscape", "--single-byte", "--separator", "--toc", "--classic", "--quiet",

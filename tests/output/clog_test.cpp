@@ -34,7 +34,7 @@ TEST(Log, ReturnsTheSystemsTextWithoutALineEnd) {
   EXPECT_EQ(again, message);
 }
 
-TEST(Log, NamesTheVersion) { EXPECT_EQ(CLog::VersionStr(0), L"Scrivalen 1.0.0"); }
+TEST(Log, NamesTheVersion) { EXPECT_EQ(CLog::VersionStr(0), L"Scrivalen 1.1.0"); }
 
 TEST(LossLine, IsNotWrittenWithoutALoss) {
   const CapturedLog log;

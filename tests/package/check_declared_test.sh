@@ -37,6 +37,8 @@ HtmlReport::Open(OutputFile*)
 OutputFile::OutputFile()
 RTFdoc::OBUF_SIZE
 scrivalen::FromUtf8[abi:cxx11](std::string_view)
+scrivalen_rows_arrow
+scrivalen_version
 typeinfo for CPDFdoc
 typeinfo name for AReport
 vtable for ReportFile
@@ -53,6 +55,7 @@ expect_found 'scrivalen::OutputBuffer::write(void const*, unsigned long)' "$@"
 expect_found 'typeinfo for scrivalen::OutputBuffer' "$@"
 expect_found 'vtable for NotDeclared' "$@"
 expect_found 'notDeclared(int)' "$@"
+expect_found 'scrivalen_not_declared' "$@"
 expect_found '' "$@"
 
 # One of two overloads is private.

@@ -48,7 +48,7 @@ includes | awk '
     else if (path ~ /^scrivalen\/html_report\.h/) { layer = 5; format = "markup" }
     else if (path ~ /^scrivalen\/rtf_doc\.h/) { layer = 5; format = "rtf" }
     else if (path ~ /^scrivalen\/pdf_doc\.h/) { layer = 5; format = "pdf/objects" }  # it also names the faces
-    else if (path ~ /^scrivalen\/document\.h/) layer = 7
+    else if (path ~ /^scrivalen\/(document|scrivalen)\.h/) layer = 7
     else if (path ~ /^scrivalen\//) layer = 6
   }
 

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "document/picture.h"
+
+namespace scrivalen::api {
+
+/// Reads a picture from a file.
+/// @param path    as narrowPath has it
+/// @param reason  set to one line for a person when there is no picture
+/// @return null when the file cannot be read, or holds no picture
+std::shared_ptr<const document::Picture> readPictureFile(std::string_view path, std::string& reason);
+
+}  // namespace scrivalen::api
