@@ -297,6 +297,28 @@ Status Document::beginRow(bool header) {
   return taken();
 }
 
+Status Document::markRow(bool header) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
+  if (!nesting_.isIn(Part::Row)) {
+    return misuse("no row is open that could be a header row");
+  }
+  table_->markRow(header);
+  return taken();
+}
+
+Status Document::describeColumn(std::size_t column, const Column& description) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
+  if (!table_ || column >= kMostColumns) {
+    return misuse("no table is open that could have this column");
+  }
+  table_->describeColumn(column, description);
+  return taken();
+}
+
 Status Document::beginCell(const CellStyle& style) {
   if (const Status status = readyFor(Part::Cell); status != Status::Ok) {
     return status;

@@ -53,6 +53,11 @@ class Document : private TableTarget, private EventSink {
   /// @param columns  none: as many as the widest row of the sample has
   Status beginTable(std::vector<Column> columns, std::string_view name);
   Status beginRow(bool header);
+  /// Says of the row that is open whether it is a header row, for a host that knows it only at the row's end.
+  Status markRow(bool header);
+  /// Sets the name, type and width of a column of the table that is open, for a host that knows them only from its
+  /// cells. What the description lacks stays; all stays once the columns are known, after the sample.
+  Status describeColumn(std::size_t column, const Column& description);
   Status beginCell(const CellStyle& style);
   Status beginSpan(Span span);
   Status beginColored(std::optional<Rgb> color, std::optional<Rgb> background);

@@ -31,10 +31,22 @@ TableBuilder::TableBuilder(Table table, const Values& values, TableTarget& targe
       target_(target),
       warnings_(warnings),
       replaced_(replaced),
+      isOpen_(table_.columns.empty()),
       repeatable_(kMostRepeatedRows) {}
 
 const ValueFormat& TableBuilder::formatOf(std::size_t column) const {
   return column < table_.columns.size() ? table_.columns[column].format : kPlainFormat;
+}
+
+void TableBuilder::describeColumn(std::size_t column, const Column& description) {
+  if (!isSampling_ || (column >= table_.columns.size() && !isOpen_)) {
+    return;
+  }
+  table_.columns.resize(std::max(table_.columns.size(), column + 1));
+  Column& described = table_.columns[column];
+  described.name = description.name.empty() ? described.name : description.name;
+  described.type = description.type == ValueType::Auto ? described.type : description.type;
+  described.width = description.width > 0 ? description.width : described.width;
 }
 
 void TableBuilder::addText(std::string_view text) {
@@ -93,6 +105,7 @@ void TableBuilder::beginCell(const CellStyle& style) {
   cell_.span = style.span;
   cell_.color = style.color;
   cell_.background = style.background;
+  cell_.type = style.type == ValueType::Text ? ValueType::Text : ValueType::Auto;
   plain_.clear();
   isRich_ = false;
   hasValue_ = false;
@@ -223,7 +236,7 @@ void TableBuilder::begin(bool isWhole) {
 }
 
 void TableBuilder::measure(bool isWhole) {
-  TableMeasure measure(table_);
+  TableMeasure measure(table_, isOpen_);
   for (std::size_t row = 0; row < held_.size(); ++row) {
     const std::size_t end = row + 1 < held_.size() ? held_[row + 1].firstCell : firstCell_;
     measure.add(std::span(cells_).subspan(held_[row].firstCell, end - held_[row].firstCell), held_[row].header);

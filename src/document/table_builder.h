@@ -32,6 +32,7 @@ struct CellStyle {
   int span = 1;
   std::optional<Rgb> color = std::nullopt;
   std::optional<Rgb> background = std::nullopt;
+  ValueType type = ValueType::Auto;  ///< of a text: Auto, or Text for one that must not become a value
 };
 
 /// A column of values in the host's memory.
@@ -52,6 +53,10 @@ class TableBuilder {
   TableBuilder(Table table, const Values& values, TableTarget& target, Warnings& warnings, Replaced& replaced);
 
   void beginRow(bool header) { isHeader_ = header; }
+  /// Says of the row that is open whether it is a header row.
+  void markRow(bool header) { isHeader_ = header; }
+  /// Sets the name, type and width of a column that the description has. Without effect after the sample.
+  void describeColumn(std::size_t column, const Column& description);
   /// A cell that is only a text, as the host gave it.
   void addText(std::string_view text);
   /// A cell that is only a value; its text is made from it.
@@ -106,6 +111,7 @@ class TableBuilder {
   std::vector<HeldRow> held_;
   std::vector<Cell> fitted_;
   std::size_t firstCell_ = 0;  // of the current row
+  bool isOpen_;                // the sample decides how many columns there are
   bool isHeader_ = false;
   bool isSampling_ = true;
   int repeatable_;  // how many further header rows would be repeated

@@ -11,7 +11,7 @@ constexpr std::size_t kDigitsToCome = 4;  // from the 500 rows of a sample to mi
 
 bool isNumber(const Cell& cell) {
   return cell.type == ValueType::Number || cell.type == ValueType::Integer ||
-         (!cell.isValue() && isPlainNumber(cell.text));
+         (cell.type == ValueType::Auto && isPlainNumber(cell.text));
 }
 
 Align alignmentOf(ValueType type, bool allNumbers) {
@@ -25,8 +25,7 @@ Align alignmentOf(ValueType type, bool allNumbers) {
 
 }  // namespace
 
-TableMeasure::TableMeasure(Table& table)
-    : table_(table), isOpen_(table.columns.empty()), kinds_(table.columns.size()) {}
+TableMeasure::TableMeasure(Table& table, bool isOpen) : table_(table), isOpen_(isOpen), kinds_(table.columns.size()) {}
 
 void TableMeasure::addColumnsUpTo(std::size_t count) {
   if (isOpen_ && count > table_.columns.size()) {

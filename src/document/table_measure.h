@@ -11,7 +11,9 @@ namespace scrivalen::document {
 class TableMeasure {
  public:
   /// @param table  gets its missing columns and their measures; must outlive this object
-  explicit TableMeasure(Table& table);
+  explicit TableMeasure(Table& table) : TableMeasure(table, table.columns.empty()) {}
+  /// @param isOpen  whether the number of columns follows from the rows, even if some are described already
+  TableMeasure(Table& table, bool isOpen);
 
   void add(std::span<const Cell> row, bool header);
   /// Decides the alignment of columns that have none, and makes sure that there is a column.

@@ -336,3 +336,66 @@ TEST(DocumentTable, RefusesASpanOutOfRange) {
   EXPECT_EQ(document.beginCell({false, Align::Auto, 16385, std::nullopt, std::nullopt}), Status::Misuse);
   EXPECT_STREQ(document.error(), "a cell spans 1 to 16,384 columns");
 }
+
+TEST(DocumentTable, LearnsAtTheEndOfARowThatItIsAHeaderRow) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  document.beginRow(false);
+  document.cell("Item");
+  document.markRow(true);
+  document.end();
+  addRow(document, {"rice"});
+  EXPECT_EQ(document.markRow(true), Status::Misuse);
+  document.end();
+  EXPECT_EQ(document.content(), "table left 4/4\nheader 'Item'\nrow 'rice'\nend table\n");
+}
+
+TEST(DocumentTable, LearnsFromItsRowsWhatItsColumnsAre) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  document.beginRow(false);
+  document.describeColumn(1, columnsOfType({ValueType::Number}).front());
+  document.cell("a");
+  document.cell("n/a");
+  document.cell("b");
+  document.end();
+  document.end();
+  EXPECT_EQ(document.describeColumn(0, {}), Status::Misuse);
+  EXPECT_EQ(document.content(), "table left 1/1 right 3/3 left 1/1\nrow 'a' 'n/a' 'b'\nend table\n");
+}
+
+TEST(DocumentTable, KeepsItsColumnsWhenTheyAreDescribedPastItsSample) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  for (int i = 0; i < 500; ++i) {
+    addRow(document, {"a"});
+  }
+  EXPECT_EQ(document.describeColumn(0, columnsOfType({ValueType::Number}).front()), Status::Ok);
+  EXPECT_EQ(document.describeColumn(7, columnsOfType({ValueType::Number}).front()), Status::Ok);
+  document.end();
+  EXPECT_EQ(document.content().substr(0, 23), "table left 1/1\nrow 'a'\n");
+}
+
+TEST(DocumentTable, KeepsItsNumberOfColumnsWhenItWasGiven) {
+  RecordedDocument document;
+  document.beginTable(columnsOfType({ValueType::Auto}), {});
+  document.describeColumn(1, columnsOfType({ValueType::Number}).front());
+  addRow(document, {"a"});
+  document.end();
+  EXPECT_EQ(document.content(), "table left 1/1\nrow 'a'\nend table\n");
+}
+
+TEST(DocumentTable, TakesACellForATextThatMustNotBecomeAValue) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  document.beginRow(false);
+  document.beginCell({.type = ValueType::Text});
+  document.text("12");
+  document.end();
+  document.beginCell({.type = ValueType::Number});
+  document.text("12");
+  document.end();
+  document.end();
+  document.end();
+  EXPECT_EQ(document.content(), "table left 2/2 right 2/2\nrow text:'12' '12'\nend table\n");
+}
