@@ -6,6 +6,7 @@
 #   bench/compare.sh ledger      the library against handwritten writers, scaling, memory
 #   bench/compare.sh pdf         PDF against libharu
 #   bench/compare.sh xlsx        spreadsheets against libxlsxwriter
+#   bench/compare.sh document    the document interface against handwritten writers, scaling, memory
 #   bench/compare.sh markdown    the command against cmark
 #
 # BUILD is the build folder (build/linux), RUNS the number of runs per side (11), TMPDIR the folder of the files.
@@ -18,6 +19,7 @@ root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 build="${BUILD:-$root/build/linux}"
 runs="${RUNS:-11}"
 ledger="$build/bin/scrivalen_ledger"
+document="$build/bin/scrivalen_document_ledger"
 command="$build/bin/scrivalen"
 work="$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")"
 trap 'rm -rf "$work"' EXIT
@@ -230,6 +232,75 @@ compare_ledger() {
   memory all common
 }
 
+# write_document FORMAT WRITER ROWS: prints the cpu seconds and the peak memory in KiB of the process.
+write_document() {
+  rm -f "$work"/document*
+  "$document" "$1" "$2" "$3" "$work/document"
+}
+
+document_cpu() {
+  write_document "$@" | cut -d ' ' -f 1
+}
+
+document_peak() {
+  local run
+  for ((run = 0; run < 5; ++run)); do
+    write_document "$@" | cut -d ' ' -f 2
+  done | medians
+}
+
+require_same_document() {
+  local format=$1 writer
+  for writer in cells rows typed typedrows handwritten; do
+    "$document" "$format" "$writer" 1000 "$work/$writer" >/dev/null
+    cmp "$work/$writer" "$work/cells" >&2 || fail "$format: $writer makes another document, so there is nothing to compare"
+  done
+}
+
+document_formats_at_once=text,html
+
+one_format_after_another() {
+  local format
+  for format in ${document_formats_at_once//,/ }; do
+    document_cpu "$format" cells 100000
+  done | awk '{sum += $1} END {print sum}'
+}
+
+document_memory() {
+  local large small
+  large="$(document_peak "$1" "$2" 1000000)"
+  small="$(document_peak "$1" "$2" 1000)"
+  verdict "$1, $2" "$large" "$small" "$(awk -v a="$large" -v b="$small" 'BEGIN {print (a - b) / 1024}')" 1
+}
+
+compare_document() {
+  local microseconds
+  [ -x "$document" ] || fail "there is no $document; build the benchmarks first"
+  require_same_document html
+  require_same_document text
+  head_line "cpu seconds, 100,000 rows" library handwritten ratio limit
+  pairs "document_cpu html rows 100000" "document_cpu html handwritten 100000"
+  verdict "html, rows" "$seconds" "$other" "$ratio" 0.60
+  pairs "document_cpu html cells 100000" "document_cpu html handwritten 100000"
+  verdict "html, cells" "$seconds" "$other" "$ratio" 0.75
+  pairs "document_cpu text cells 100000" "document_cpu text handwritten 100000"
+  verdict "text, cells" "$seconds" "$other" "$ratio" 1.20
+  head_line "cpu seconds, 100,000 rows" typed texts ratio limit
+  pairs "document_cpu html typed 100000" "document_cpu html cells 100000"
+  verdict "html" "$seconds" "$other" "$ratio" 1.20
+  pairs "document_cpu text typed 100000" "document_cpu text cells 100000"
+  verdict "text" "$seconds" "$other" "$ratio" 1.20
+  head_line "cpu seconds, 100,000 rows" "one pass" "by format" ratio limit
+  pairs "document_cpu $document_formats_at_once cells 100000" one_format_after_another
+  verdict "${document_formats_at_once//,/ and }" "$seconds" "$other" "$ratio" 0.80
+  head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
+  document_memory html rows
+  document_memory text cells
+  head_line "wall microseconds" document "" document limit
+  microseconds="$("$document" html empty 2000 "$work/empty" | cut -d ' ' -f 1)"
+  verdict "empty html" "$microseconds" "" "$microseconds" 100
+}
+
 # make_markdown BYTES: text that both programs support, so CommonMark without tables and raw markup.
 make_markdown() {
   awk -v wanted="$1" 'BEGIN {
@@ -281,15 +352,17 @@ case "${1:-}" in
   ledger) compare_ledger ;;
   pdf) compare_pdf ;;
   xlsx) compare_xlsx ;;
+  document) compare_document ;;
   markdown) compare_markdown ;;
   "")
     compare_ledger
     compare_pdf
     compare_xlsx
+    compare_document
     if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
       compare_markdown
     fi
     ;;
-  *) fail "unknown comparison '$1': ledger, pdf, xlsx, markdown, or none for all" ;;
+  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, markdown, or none for all" ;;
 esac
 exit "$over"

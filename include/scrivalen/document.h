@@ -57,7 +57,7 @@ enum {
 };
 
 /// As the length of a text: it ends at its NUL.
-#define SCRIVALEN_NUL ((size_t)-1)
+#define SCRIVALEN_NUL SIZE_MAX
 
 /// The version of the library, such as "1.1.0". Valid for ever.
 SCRIVALEN_API const char* scrivalen_version(void);
@@ -317,7 +317,7 @@ SCRIVALEN_API scrivalen_status scrivalen_output_result(const scrivalen_document*
 /// Why that output failed; empty if it did not, or if there is no such output; never null.
 SCRIVALEN_API const char* scrivalen_output_error(const scrivalen_document*, size_t output);
 /// As the output of a warning: the warning is about the input.
-#define SCRIVALEN_ALL_OUTPUTS ((size_t)-1)
+#define SCRIVALEN_ALL_OUTPUTS SIZE_MAX
 typedef struct {
   size_t size;
   size_t output;  ///< its number, or SCRIVALEN_ALL_OUTPUTS for a warning about the input

@@ -1,0 +1,361 @@
+// Writes the ledger once as a document and prints the cost of the whole process so far: cpu seconds and peak memory in
+// KiB.
+#include "document_ledger.h"
+#include "process_usage.h"
+
+#include <scrivalen/document.h>
+
+#include <algorithm>
+#include <charconv>
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+using namespace scrivalen::bench;
+
+namespace {
+
+constexpr const char* kUsage =
+    "usage: scrivalen_document_ledger FORMAT WRITER ROWS FILE\n"
+    "  FORMAT  a format of documents; or several, with commas between them, into FILE.FORMAT each\n"
+    "  WRITER  cells: a call for each cell\n"
+    "          rows: scrivalen_rows, a thousand rows at a time\n"
+    "          typed: as cells, with numbers and dates as such\n"
+    "          typedrows: as rows, with numbers and dates as such\n"
+    "          handwritten (html, text): buffered stdio\n"
+    "          empty: ROWS documents without content, into memory; prints the microseconds of one instead\n";
+
+constexpr std::size_t kRowsAtOnce = 1000;
+constexpr std::size_t kSampleRows = 500;  // from which the library takes the widths of columns
+constexpr std::string_view kTitle = "Ledger";
+
+struct Document {
+  Document() = default;
+  Document(const Document&) = delete;
+  Document& operator=(const Document&) = delete;
+  ~Document() { scrivalen_free(handle); }
+
+  scrivalen_document* const handle = scrivalen_new();
+};
+
+void beginTable(scrivalen_document* document) {
+  scrivalen_column columns[kDocumentColumns] = {};
+  constexpr int kTypes[] = {SCRIVALEN_INTEGER, SCRIVALEN_TEXT, SCRIVALEN_TEXT,
+                            SCRIVALEN_NUMBER,  SCRIVALEN_DATE, SCRIVALEN_TEXT};
+  for (std::size_t i = 0; i < kDocumentColumns; ++i) {
+    columns[i].size = sizeof columns[i];
+    columns[i].type = kTypes[i];
+  }
+  columns[0].decimals = 0;
+  columns[3].format = "#,##0.00";
+  scrivalen_heading(document, 1, kTitle.data(), kTitle.size());
+  scrivalen_begin_table(document, columns, kDocumentColumns, "ledger");
+}
+
+void writeCells(scrivalen_document* document, long rows) {
+  Bookings bookings;
+  BookingTexts texts;
+  for (long row = 0; row < rows; ++row) {
+    scrivalen_begin_row(document, 0);
+    for (const std::string_view text : texts.of(bookings.next())) {
+      scrivalen_cell(document, text.data(), text.size());
+    }
+    scrivalen_end(document);
+  }
+}
+
+void writeTyped(scrivalen_document* document, long rows) {
+  Bookings bookings;
+  for (long row = 0; row < rows; ++row) {
+    const Booking booking = bookings.next();
+    scrivalen_begin_row(document, 0);
+    scrivalen_cell_integer(document, booking.number);
+    scrivalen_cell(document, booking.name.data(), booking.name.size());
+    scrivalen_cell(document, booking.remark.data(), booking.remark.size());
+    scrivalen_cell_number(document, static_cast<double>(booking.cents) / 100);
+    scrivalen_cell_date(document, booking.day);
+    scrivalen_cell(document, booking.status.data(), booking.status.size());
+    scrivalen_end(document);
+  }
+}
+
+struct TextColumn {
+  std::string texts;
+  std::vector<std::int64_t> offsets{0};
+
+  void add(std::string_view text) {
+    texts += text;
+    offsets.push_back(static_cast<std::int64_t>(texts.size()));
+  }
+  void clear() {
+    texts.clear();
+    offsets.resize(1);
+  }
+  scrivalen_column_data data() const {
+    return {sizeof(scrivalen_column_data), SCRIVALEN_TEXT, texts.data(), offsets.data(), nullptr, 0};
+  }
+};
+
+void writeRows(scrivalen_document* document, long rows) {
+  Bookings bookings;
+  BookingTexts texts;
+  TextColumn columns[kDocumentColumns];
+  for (long row = 0; row < rows;) {
+    std::size_t count = 0;
+    for (TextColumn& column : columns) {
+      column.clear();
+    }
+    for (; count < kRowsAtOnce && row < rows; ++count, ++row) {
+      const BookingTexts::Texts& cells = texts.of(bookings.next());
+      for (std::size_t i = 0; i < kDocumentColumns; ++i) {
+        columns[i].add(cells[i]);
+      }
+    }
+    scrivalen_column_data data[kDocumentColumns];
+    std::transform(std::begin(columns), std::end(columns), data,
+                   [](const TextColumn& column) { return column.data(); });
+    scrivalen_rows(document, data, kDocumentColumns, count);
+  }
+}
+
+void writeTypedRows(scrivalen_document* document, long rows) {
+  constexpr std::size_t kTexts = 3;
+  Bookings bookings;
+  TextColumn texts[kTexts];
+  std::vector<std::int64_t> numbers;
+  std::vector<double> amounts;
+  std::vector<std::int32_t> days;
+  for (long row = 0; row < rows;) {
+    for (TextColumn& column : texts) {
+      column.clear();
+    }
+    numbers.clear();
+    amounts.clear();
+    days.clear();
+    for (; numbers.size() < kRowsAtOnce && row < rows; ++row) {
+      const Booking booking = bookings.next();
+      numbers.push_back(booking.number);
+      texts[0].add(booking.name);
+      texts[1].add(booking.remark);
+      amounts.push_back(static_cast<double>(booking.cents) / 100);
+      days.push_back(booking.day);
+      texts[2].add(booking.status);
+    }
+    constexpr std::size_t kSize = sizeof(scrivalen_column_data);
+    const scrivalen_column_data data[] = {{kSize, SCRIVALEN_INTEGER, numbers.data(), nullptr, nullptr, 0},
+                                          texts[0].data(),
+                                          texts[1].data(),
+                                          {kSize, SCRIVALEN_NUMBER, amounts.data(), nullptr, nullptr, 0},
+                                          {kSize, SCRIVALEN_DATE, days.data(), nullptr, nullptr, 0},
+                                          texts[2].data()};
+    scrivalen_rows(document, data, kDocumentColumns, numbers.size());
+  }
+}
+
+using WriteContent = void (*)(scrivalen_document*, long rows);
+
+std::string failureOf(const Document& document) { return scrivalen_error(document.handle); }
+
+std::string writeDocument(WriteContent write, const std::vector<std::string>& formats, long rows,
+                          const std::string& file) {
+  const Document document;
+  for (const std::string& format : formats) {
+    const std::string path = formats.size() == 1 ? file : file + "." + format;
+    if (scrivalen_add_file(document.handle, path.c_str(), format.c_str()) != SCRIVALEN_OK) {
+      return failureOf(document);
+    }
+  }
+  scrivalen_set(document.handle, "text.width", "120");
+  beginTable(document.handle);
+  write(document.handle, rows);
+  return scrivalen_close(document.handle) == SCRIVALEN_OK ? "" : failureOf(document);
+}
+
+int append(void* user, const void* data, std::size_t size) {
+  static_cast<std::string*>(user)->append(static_cast<const char*>(data), size);
+  return 0;
+}
+
+// What the library writes around the rows, so that the writer by hand makes the same document.
+std::string documentOf(const char* format, long rows) {
+  std::string bytes;
+  const Document document;
+  scrivalen_add_stream(document.handle, format, &append, &bytes);
+  scrivalen_set(document.handle, "text.width", "120");
+  beginTable(document.handle);
+  writeCells(document.handle, rows);
+  scrivalen_close(document.handle);
+  return bytes;
+}
+
+constexpr std::size_t kBufferSize = 65536;
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+void putHtml(std::string_view text, std::FILE* out) {
+  char bytes[4096];
+  char* at = bytes;
+  for (const char c : text) {
+    if (at > bytes + sizeof bytes - 6) {
+      std::fwrite(bytes, 1, static_cast<std::size_t>(at - bytes), out);
+      at = bytes;
+    }
+    const std::string_view escape = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "";
+    if (escape.empty()) {
+      *at++ = c;
+    } else {
+      at = std::copy(escape.begin(), escape.end(), at);
+    }
+  }
+  std::fwrite(bytes, 1, static_cast<std::size_t>(at - bytes), out);
+}
+
+void writeHtml(long rows, std::FILE* out) {
+  constexpr std::string_view kBody = "<tbody>\n";
+  const std::string page = documentOf("html", 1);
+  const std::size_t begin = page.find(kBody) + kBody.size();
+  const std::size_t end = page.find("</tbody>");
+  std::fwrite(page.data(), 1, begin, out);
+  Bookings bookings;
+  BookingTexts texts;
+  for (long row = 0; row < rows; ++row) {
+    std::fputs("<tr>", out);
+    std::size_t column = 0;
+    for (const std::string_view text : texts.of(bookings.next())) {
+      const bool isNumber = column == 0 || column == 3;
+      std::fputs(isNumber ? "<td style=\"text-align:right\">" : column == 4 ? "<td class=\"date\">" : "<td>", out);
+      putHtml(text, out);
+      std::fputs("</td>", out);
+      ++column;
+    }
+    std::fputs("</tr>\n", out);
+  }
+  std::fwrite(page.data() + end, 1, page.size() - end, out);
+}
+
+std::size_t charactersOf(std::string_view text) {
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](char c) { return (c & 0xC0) != 0x80; }));
+}
+
+void putBlanks(std::size_t count, std::FILE* out) { std::fprintf(out, "%*s", static_cast<int>(count), ""); }
+
+void writeText(long rows, std::FILE* out) {
+  constexpr std::size_t kDigitsToCome = 4;
+  std::size_t widths[kDocumentColumns] = {};
+  {
+    Bookings bookings;
+    BookingTexts texts;
+    for (long row = 0; row < std::min<long>(rows, kSampleRows); ++row) {
+      const BookingTexts::Texts& cells = texts.of(bookings.next());
+      for (std::size_t i = 0; i < kDocumentColumns; ++i) {
+        widths[i] = std::max(widths[i], charactersOf(cells[i]));
+      }
+    }
+  }
+  if (rows >= static_cast<long>(kSampleRows)) {
+    widths[0] += kDigitsToCome;
+    widths[3] += kDigitsToCome;
+  }
+  const std::string begin = documentOf("text", 0) + (rows > 0 ? "\n" : "");
+  std::fwrite(begin.data(), 1, begin.size(), out);
+  Bookings bookings;
+  BookingTexts texts;
+  for (long row = 0; row < rows; ++row) {
+    const BookingTexts::Texts& cells = texts.of(bookings.next());
+    for (std::size_t i = 0; i < kDocumentColumns; ++i) {
+      // Blanks at the end of a cell's text do not count.
+      const std::string_view text = cells[i].substr(0, cells[i].find_last_not_of(' ') + 1);
+      const std::size_t blanks = widths[i] - std::min(widths[i], charactersOf(text));
+      if (i == 0 || i == 3) {
+        putBlanks(blanks, out);
+      }
+      std::fwrite(text.data(), 1, text.size(), out);
+      if (i + 1 < kDocumentColumns) {
+        putBlanks((i == 0 || i == 3 ? 0 : blanks) + 2, out);
+      }
+    }
+    std::fputc('\n', out);
+  }
+}
+
+std::string writeByHand(const std::string& format, long rows, const std::string& file) {
+  const std::unique_ptr<std::FILE, FileCloser> out(std::fopen(file.c_str(), "wb"));
+  if (!out) {
+    return "cannot open " + file;
+  }
+  std::setvbuf(out.get(), nullptr, _IOFBF, kBufferSize);
+  if (format == "html") {
+    writeHtml(rows, out.get());
+  } else {
+    writeText(rows, out.get());
+  }
+  return std::ferror(out.get()) == 0 ? "" : "cannot write " + file;
+}
+
+int measureEmpty(const std::string& format, long documents) {
+  std::string bytes;
+  const auto begin = std::chrono::steady_clock::now();
+  for (long i = 0; i < documents; ++i) {
+    bytes.clear();
+    const Document document;
+    scrivalen_add_stream(document.handle, format.c_str(), &append, &bytes);
+    scrivalen_close(document.handle);
+  }
+  const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - begin;
+  std::printf("%.3f %ld\n", time.count() / static_cast<double>(documents), processUsage().peakMemoryKiB);
+  return 0;
+}
+
+WriteContent writerOf(std::string_view name) {
+  if (name == "cells") return writeCells;
+  if (name == "rows") return writeRows;
+  if (name == "typed") return writeTyped;
+  if (name == "typedrows") return writeTypedRows;
+  return nullptr;
+}
+
+std::vector<std::string> split(std::string_view list) {
+  std::vector<std::string> parts;
+  while (!list.empty()) {
+    const std::size_t end = std::min(list.find(','), list.size());
+    parts.emplace_back(list.substr(0, end));
+    list.remove_prefix(std::min(end + 1, list.size()));
+  }
+  return parts;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  long rows = 0;
+  if (argc != 5 || std::from_chars(argv[3], argv[3] + std::strlen(argv[3]), rows).ec != std::errc() || rows < 0) {
+    std::fputs(kUsage, stderr);
+    return 2;
+  }
+  const std::vector<std::string> formats = split(argv[1]);
+  const std::string_view writer = argv[2];
+  if (writer == "empty") {
+    return measureEmpty(formats.front(), rows);
+  }
+  const WriteContent write = writerOf(writer);
+  if (!write && writer != "handwritten") {
+    std::fputs(kUsage, stderr);
+    return 2;
+  }
+  const std::string failure =
+      write ? writeDocument(write, formats, rows, argv[4]) : writeByHand(formats.front(), rows, argv[4]);
+  if (!failure.empty()) {
+    std::fprintf(stderr, "scrivalen_document_ledger: %s\n", failure.c_str());
+    return 1;
+  }
+  const ProcessUsage usage = processUsage();
+  std::printf("%.6f %ld\n", usage.cpuSeconds, usage.peakMemoryKiB);
+  return 0;
+}
