@@ -34,7 +34,7 @@ constexpr std::string_view kStyle =
     "li>p{margin-bottom:.6em}\n"
     "li>ul,li>ol{margin-bottom:.2em}\n"
     "li.task{list-style:none}\n"
-    "li.task>input,li.task>p:first-child>input{margin:0 .35em 0 -1.4em;margin-inline:-1.4em "
+    "li.task>input,li.task>p:first-child>input{margin-block:0;margin-inline:-1.4em "
     ".35em;vertical-align:-.1em}\n"
     "blockquote{padding:.1em 1.1em;border-inline-start:.25em solid #d1d9e0;color:#59636e}\n"
     "blockquote>:last-child{margin-bottom:.2em}\n"

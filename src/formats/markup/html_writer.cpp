@@ -154,6 +154,7 @@ class HtmlWriter : public DocumentWriter {
   void contentsItem(const Event& item);
   void endContents();
 
+  void beginSpan(Span span);
   void beginColored(const Event& colored);
   void beginSized(const Event& sized);
   void beginLink(const Event& link);
@@ -245,11 +246,14 @@ void HtmlWriter::writeBlock(const Event& event) {
   }
 }
 
+// Markup that is directly in an item may be a block.
 void HtmlWriter::writeInline(const Event& event) {
-  beginInline();
+  if (event.kind != EventKind::Raw) {
+    beginInline();
+  }
   switch (event.kind) {
     case EventKind::Text: return putText(event.text);
-    case EventKind::BeginSpan: return putStart(elementOf(event.span), {}, Align::Auto);
+    case EventKind::BeginSpan: return beginSpan(event.span);
     case EventKind::EndSpan: return putEnd(elementOf(event.span));
     case EventKind::BeginColored: return beginColored(event);
     case EventKind::BeginSized: return beginSized(event);
@@ -418,11 +422,12 @@ void HtmlWriter::endItem() {
   put("</li>\n");
 }
 
+// Code is written from the left in every language.
 void HtmlWriter::beginCode(const Event& code) {
   beginBlock();
   isInParagraph_ = true;
   isInCode_ = true;
-  put("<pre><code");
+  put(isRightToLeft_ ? "<pre dir=\"ltr\"><code" : "<pre><code");
   const std::string_view language = firstWord(code.text);
   if (!language.empty()) {
     putAttribute("class", std::string("language-").append(language));
@@ -466,6 +471,13 @@ void HtmlWriter::endContents() {
     put("</li>\n</ol>\n");
   }
   put("</nav>\n");
+}
+
+void HtmlWriter::beginSpan(Span span) {
+  if (span == Span::Code && isRightToLeft_) {
+    return put("<code dir=\"ltr\">");
+  }
+  putStart(elementOf(span), {}, Align::Auto);
 }
 
 void HtmlWriter::beginColored(const Event& colored) {

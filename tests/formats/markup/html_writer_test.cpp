@@ -180,6 +180,20 @@ TEST(HtmlWriter, WritesCodeWithItsLinesAndTabs) {
             "<pre><code>x</code></pre>\n");
 }
 
+TEST(HtmlWriter, WritesCodeFromTheLeftInEveryLanguage) {
+  EXPECT_EQ(htmlBodyOf({{.kind = K::BeginCode},
+                        text("x = 1;"),
+                        {.kind = K::EndCode},
+                        {.kind = K::BeginParagraph},
+                        {.kind = K::BeginSpan, .span = Span::Code},
+                        text("f(x)"),
+                        {.kind = K::EndSpan, .span = Span::Code},
+                        {.kind = K::EndParagraph}},
+                       {{"language", "he"}}),
+            "<pre dir=\"ltr\"><code>x = 1;</code></pre>\n"
+            "<p><code dir=\"ltr\">f(x)</code></p>\n");
+}
+
 TEST(HtmlWriter, WritesTheItemsOfATightListWithoutParagraphs) {
   EXPECT_EQ(htmlBodyOf({{.kind = K::BeginList, .tight = true},
                         {.kind = K::BeginItem},
@@ -325,6 +339,16 @@ TEST(HtmlWriter, LeavesTheTextOfAPictureThatIsMissing) {
 
 TEST(HtmlWriter, PassesMarkupUnchanged) {
   EXPECT_EQ(paragraph({{.kind = K::Raw, .text = "<kbd>&amp;</kbd>"}}), "<p><kbd>&amp;</kbd></p>\n");
+}
+
+TEST(HtmlWriter, TakesMarkupInAnItemForABlock) {
+  EXPECT_EQ(htmlBodyOf({{.kind = K::BeginList},
+                        {.kind = K::BeginItem},
+                        {.kind = K::Raw, .text = "<div>a</div>"},
+                        text("b"),
+                        {.kind = K::EndItem},
+                        {.kind = K::EndList}}),
+            "<ul>\n<li><div>a</div><p>b</p></li>\n</ul>\n");
 }
 
 TEST(HtmlWriter, CountsTheCharactersThatNoPageMayContain) {
