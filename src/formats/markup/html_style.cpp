@@ -4,6 +4,7 @@
 #include "document/settings/running_text.h"
 #include "text/ascii.h"
 
+#include <algorithm>
 #include <charconv>
 #include <string_view>
 
@@ -78,6 +79,9 @@ constexpr std::string_view kStyle =
     "p,li,blockquote{orphans:3;widows:3}\n"
     "pre{white-space:pre-wrap;overflow-wrap:anywhere}\n"
     "table{max-width:100%;font-size:9pt}\n"
+    "table.wide{width:100%;font-size:var(--print)}\n"
+    "table.wide th,table.wide td{padding:.25em .3em}\n"
+    "table.crowded th,table.crowded td{overflow-wrap:anywhere}\n"
     "thead{display:table-header-group}\n"
     "tr,img{break-inside:avoid}\n"
     "tbody tr:nth-child(-n+2){break-after:avoid}\n"
@@ -193,6 +197,27 @@ std::string htmlStyle(const FormatSettings& settings) {
     style += "section{string-set:section attr(aria-label)}\n";
   }
   return style;
+}
+
+// Browsers cut off what is wider than the paper.
+HtmlPrintSize htmlPrintSize(const Table& table, const FormatSettings& settings) {
+  constexpr double kUsual = 9;
+  constexpr double kSmallest = 5;
+  constexpr double kWidthOfCharacter = 0.6;  // in sizes, like the paddings of a cell
+  constexpr double kPadding = 1.5;
+  constexpr double kNarrowPadding = 0.6;
+  const Page page = pageOf(settings);
+  const double space = page.widthPt - page.leftPt - page.rightPt;
+  double words = 0;
+  for (const Column& column : table.columns) {
+    words += static_cast<double>(column.longestWord) * kWidthOfCharacter;
+  }
+  const auto count = static_cast<double>(table.columns.size());
+  if ((words + count * kPadding) * kUsual <= space) {
+    return {};
+  }
+  const double size = space / (words + count * kNarrowPadding);
+  return {std::clamp(size, kSmallest, kUsual), size < kSmallest};
 }
 
 }  // namespace scrivalen::document

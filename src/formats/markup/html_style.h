@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/settings.h"
+#include "document/table.h"
 
 #include <string>
 
@@ -8,5 +9,13 @@ namespace scrivalen::document {
 
 /// The style sheet of a page without a template, with the font, paper, margins, header and footer of the settings.
 std::string htmlStyle(const FormatSettings& settings);
+
+struct HtmlPrintSize {
+  double points = 0;             ///< 0: the usual size, at which the table fits on the paper
+  bool wordsAreDivided = false;  ///< because the table fits at no size that can be read
+};
+
+/// The size at which a table is printed.
+HtmlPrintSize htmlPrintSize(const Table& table, const FormatSettings& settings);
 
 }  // namespace scrivalen::document

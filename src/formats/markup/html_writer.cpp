@@ -5,6 +5,7 @@
 #include "formats/markup/base64.h"
 #include "formats/markup/html_links.h"
 #include "formats/markup/html_page.h"
+#include "formats/markup/html_style.h"
 #include "output/markup_text.h"
 #include "text/address.h"
 
@@ -573,7 +574,16 @@ void HtmlWriter::beginTable(const Table& table) {
   }
   const bool hasWidths =
       std::any_of(table.columns.begin(), table.columns.end(), [](const Column& c) { return c.width > 0; });
-  put(hasWidths ? "<table style=\"width:100%\">\n" : "<table>\n");
+  std::string style = hasWidths ? "width:100%" : "";
+  markup_ = "<table";
+  if (const HtmlPrintSize size = htmlPrintSize(table, context_.settings); size.points > 0) {
+    markup_ += size.wordsAreDivided ? " class=\"wide crowded\"" : " class=\"wide\"";
+    style.append(style.empty() ? "" : ";").append("--print:");
+    append(style, size.points, 1);
+    style += "pt";
+  }
+  appendStyle(markup_, style);
+  put(markup_.append(">\n"));
   if (hasWidths) {
     putWidths(table);
   }

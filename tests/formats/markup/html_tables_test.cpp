@@ -114,6 +114,22 @@ TEST(HtmlTables, HaveWidthsWhereTheHostGaveThem) {
             "</table>\n");
 }
 
+// The start tag of a table of so many columns.
+std::string wideTable(std::size_t columns, std::size_t longestWord, const SettingList& list = {}) {
+  Column column;
+  column.align = Align::Left;
+  column.longestWord = longestWord;
+  const std::string table = tableOf(std::vector<Column>(columns, column), {}, list);
+  return table.substr(0, table.find('\n'));
+}
+
+TEST(HtmlTables, ArePrintedSmallerWhereTheirWordsNeedIt) {
+  EXPECT_EQ(wideTable(8, 8), "<table>");
+  EXPECT_EQ(wideTable(10, 8), "<table class=\"wide\" style=\"--print:8.9pt\">");
+  EXPECT_EQ(wideTable(10, 8, {{"landscape", "yes"}}), "<table>");
+  EXPECT_EQ(wideTable(100, 8), "<table class=\"wide crowded\" style=\"--print:5pt\">");
+}
+
 TEST(HtmlTables, HaveCellsWithSpansOfText) {
   EventLog log;
   log.write({.kind = EventKind::BeginSpan, .span = Span::Strong});
