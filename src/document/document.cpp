@@ -644,7 +644,6 @@ Status Document::close() {
   warnOfMended();
   finishOutputs();
   state_ = State::Closed;
-  toReport_ = warnings_.all();
   return run_.result();
 }
 
@@ -652,6 +651,8 @@ void Document::finishOutputs() {
   for (const auto& output : outputs_) {
     output->finish();
   }
+  // Before the delivery, which memory that runs out must not follow.
+  toReport_ = warnings_.all();
   if (run_.isGoing() && run_.report()) {
     for (const auto& output : outputs_) {
       output->deliver();
