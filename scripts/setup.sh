@@ -75,6 +75,9 @@ need_test() {
   need_command extract_chmLib libchm-bin
   need_command gs ghostscript
   need_command perl perl
+  need_command mcs mono-mcs
+  need_command mono mono-runtime
+  need_command python3 python3
   need_command clang++ clang
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
