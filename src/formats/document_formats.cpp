@@ -1,6 +1,7 @@
 #include "formats/document_formats.h"
 
 #include "formats/markup/html_writer.h"
+#include "formats/markup/xml_writer.h"
 #include "formats/text/text_writer.h"
 #include "text/ascii.h"
 
@@ -19,6 +20,7 @@ struct DocumentFormat {
 constexpr std::array kFormats{
     DocumentFormat{{"text", text::createTextWriter}, {".txt"}},
     DocumentFormat{{"html", document::createHtmlDocumentWriter}, {".html", ".htm"}},
+    DocumentFormat{{"xml", document::createXmlDocumentWriter}, {".xml"}},
 };
 
 // The extension of a path's last part, with its point; empty without one.
