@@ -91,6 +91,13 @@ bool isPlainLine(std::string_view text) {
   return isPlain(shortText(at, left));
 }
 
+// Whether a line that is too long for its column cannot be broken.
+bool isOneWord(std::string_view text) {
+  Word word;
+  WordReader reader(text);
+  return reader.next(word) && word.text.size() == text.size();
+}
+
 // Writes up to kBlock blanks more than are counted.
 char* putBlanks(char* out, std::size_t count) {
   char* const end = out + count;
@@ -128,11 +135,11 @@ char* putText(char* out, std::string_view text) {
 
 void TextTable::begin(const Table& table) {
   slots_.clear();
-  columns_ = 0;
+  std::size_t begin = 0;
   const auto widths = widthsOf(table, lines_.columns(), hasEqualColumns_);
   for (std::size_t i = 0; i < widths.size(); ++i) {
-    slots_.push_back({columns_, widths[i], table.columns[i].align});
-    columns_ += widths[i] + kGap;
+    slots_.push_back({begin, widths[i], table.columns[i].align});
+    begin += widths[i] + kGap;
   }
   isAfterHeader_ = false;
   isAfterWrapped_ = false;
@@ -144,7 +151,7 @@ void TextTable::row(const Row& row) {
     writeDashes();
   }
   isAfterHeader_ = row.repeated;
-  if (columns_ <= kMostColumnsInPlace && placeCells(row)) {
+  if (placeCells(row)) {
     writePlaced(row);
   } else {
     writeWrapped(row);
@@ -199,10 +206,11 @@ std::size_t TextTable::beginOfText(const Slot& slot, std::size_t columns, std::s
   return std::max(begin, used > 0 ? used + kGap : 0);
 }
 
-// Finds the places of the texts of a row in which each cell is one line that fits. @return false for another row
+// Finds the places of the texts of a row in which no cell is wrapped. @return false for another row
 bool TextTable::placeCells(const Row& row) {
   places_.clear();
   std::size_t column = 0;
+  std::size_t used = 0;
   for (const Cell& cell : row.cells) {
     const Slot slot = slotOf(cell, column);
     column += static_cast<std::size_t>(cell.span);
@@ -213,19 +221,24 @@ bool TextTable::placeCells(const Row& row) {
         return false;
       }
     }
-    if (columns > slot.columns) {
+    if (columns > slot.columns && !isOneWord(cell.text)) {
       return false;
     }
-    places_.push_back({beginOfText(slot, columns, 0), columns});
+    const std::size_t begin = beginOfText(slot, columns, used);
+    places_.push_back({begin, columns});
+    if (columns > 0) {
+      used = begin + columns;
+    }
   }
-  return true;
+  columnsOfRow_ = used;
+  return used <= kMostColumnsInPlace;
 }
 
 // Writes a row whose cells have their places.
 void TextTable::writePlaced(const Row& row) {
   separate(false, row.repeated);
   const std::string_view prefix = lines_.beginLine();
-  char* const line = out_.reserve(prefix.size() + kBytesPerColumn * columns_ + kBlock + 1);
+  char* const line = out_.reserve(prefix.size() + kBytesPerColumn * columnsOfRow_ + kBlock + 1);
   char* at = putText(line, prefix);
   std::size_t used = 0;
   for (std::size_t i = 0; i < row.cells.size(); ++i) {

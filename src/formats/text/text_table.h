@@ -56,7 +56,7 @@ class TextTable {
   std::vector<Place> places_;
   std::vector<OpenCell> open_;
   std::string line_;
-  std::size_t columns_ = 0;
+  std::size_t columnsOfRow_ = 0;  // of the row that has its places
   bool isAfterHeader_ = false;
   bool isAfterWrapped_ = false;
   bool isFirstOfBody_ = true;

@@ -145,7 +145,7 @@ void TextWriter::finish() {
   }
   encoded_->buffer.flush();
   if (encoded_->sink.replaced() > 0) {
-    warnings_.add(WarningCode::CharactersReplaced, "characters that Latin-1 does not have became \"?\"",
+    warnings_.add(WarningCode::CharactersReplaced, "characters that Latin-1 does not have, replaced by '?'",
                   encoded_->sink.replaced());
   }
 }
@@ -263,20 +263,21 @@ void TextWriter::writeHeldLines() {
     writeAligned(line);
     rest = reader.position();
   }
-  if (rest == text_.data()) {
+  std::size_t written = static_cast<std::size_t>(rest - text_.data());
+  if (written == 0) {
     const std::string_view part = withoutAtEnd(text_, " \n");
+    written = part.empty() ? text_.size() : part.size();
     lines_.writePart(part);
-    rest += part.size();
   }
-  dropWritten(static_cast<std::size_t>(rest - text_.data()));
+  dropWritten(written);
 }
 
 void TextWriter::writeHeldCode() {
   const std::size_t end = text_.rfind('\n');
   if (end == std::string::npos) {
-    const std::size_t size = withoutAtEnd(text_, kBlanksOfCode).size();
-    lines_.writePart(std::string_view(text_).substr(0, size), kIndentOfCode);
-    dropWritten(size);
+    const std::string_view part = withoutAtEnd(text_, kBlanksOfCode);
+    lines_.writePart(part.empty() ? text_ : part, kIndentOfCode);
+    dropWritten(part.empty() ? text_.size() : part.size());
   } else {
     writeCode(std::string_view(text_).substr(0, end));
     dropWritten(end + 1);
@@ -429,7 +430,7 @@ void TextWriter::endTable() {
   }
   text_.clear();
   if (tableLinks_.leftOut() > 0) {
-    warnings_.add(WarningCode::SomethingLeftOut, "addresses of links in a long table", tableLinks_.leftOut());
+    warnings_.add(WarningCode::SomethingLeftOut, "addresses of links in a long table, left out", tableLinks_.leftOut());
   }
 }
 

@@ -94,6 +94,20 @@ TEST(TextTable, MovesWhatComesAfterAWordThatTheSampleDidNotHave) {
             "1  2     3\n");
 }
 
+// A wide number takes the blanks of a number beside it before it pushes it to the right.
+TEST(TextTable, FindsBackToItsColumnsAfterALongWord) {
+  MadeTable table({{"1234", "1000", "x"}, {"12345", "12", "x"}, {"1234567890", "12", "x"}}, 0);
+  for (std::size_t column = 0; column < 2; ++column) {
+    table.column(column).align = Align::Right;
+    table.column(column).longestWord = 4;
+    table.column(column).longestLine = 4;
+  }
+  EXPECT_EQ(writtenTable(table),
+            "1234  1000  x\n"
+            "12345   12  x\n"
+            "1234567890  12  x\n");
+}
+
 TEST(TextTable, WritesACellOverSeveralColumns) {
   MadeTable table({{"all of them", "", ""}, {"aaaa", "bbbb", "cccc"}, {"x", "right", ""}}, 0);
   table.column(0).longestWord = 4;

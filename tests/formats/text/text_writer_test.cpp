@@ -382,3 +382,17 @@ TEST(TextWriter, WritesDeepNesting) {
   }
   EXPECT_EQ(text, prefix + "deep\n\nafter\n");
 }
+
+TEST(TextWriter, HoldsNoMoreThanSoManyBlanks) {
+  const std::string blanks(100000, ' ');
+  const auto text = [&](EventKind begin, EventKind end) {
+    return writtenText([&](DocumentWriter& writer) {
+      put(writer, begin);
+      put(writer, EventKind::Text, blanks);
+      put(writer, EventKind::Text, "x");
+      put(writer, end);
+    });
+  };
+  EXPECT_EQ(text(EventKind::BeginParagraph, EventKind::EndParagraph), "x\n");
+  EXPECT_EQ(text(EventKind::BeginCode, EventKind::EndCode), "    " + blanks + "x\n");
+}
