@@ -1,6 +1,6 @@
 #include "document/table_measure.h"
 
-#include "text/line_breaks.h"
+#include "text/columns/line_breaks.h"
 
 #include <algorithm>
 

@@ -1,7 +1,7 @@
 #include "formats/text/text_table.h"
 
 #include "document/column_widths.h"
-#include "text/character_width.h"
+#include "text/columns/character_width.h"
 
 #include <algorithm>
 #include <cstdint>

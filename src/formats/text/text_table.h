@@ -3,7 +3,7 @@
 #include "document/table.h"
 #include "formats/text/text_lines.h"
 #include "output/output_buffer.h"
-#include "text/line_breaks.h"
+#include "text/columns/line_breaks.h"
 
 #include <cstddef>
 #include <string>

@@ -4,7 +4,7 @@
 #include "formats/text/text_lines.h"
 #include "formats/text/text_links.h"
 #include "formats/text/text_table.h"
-#include "text/line_breaks.h"
+#include "text/columns/line_breaks.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -3,7 +3,7 @@
 #include "document/settings.h"
 #include "formats/text/text_writer.h"
 #include "output/output_buffer.h"
-#include "text/line_breaks.h"
+#include "text/columns/line_breaks.h"
 
 #include <gtest/gtest.h>
 

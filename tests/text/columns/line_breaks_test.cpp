@@ -1,4 +1,4 @@
-#include "text/line_breaks.h"
+#include "text/columns/line_breaks.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "text/line_breaks.h"
+#include "text/columns/line_breaks.h"
 
-#include "text/character_width.h"
+#include "text/columns/character_width.h"
 #include "text/utf.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-#include "text/character_width.h"
+#include "text/columns/character_width.h"
 
 #include "text/utf.h"
 
