@@ -62,7 +62,7 @@ Block blockAt(const char* at) {
 
 // Eight bytes or fewer of a text of 1 to 8 bytes, some of them perhaps twice, the others 0x20.
 std::uint64_t shortText(const char* at, std::size_t size) {
-  constexpr std::uint64_t kBlanks = 0x2020202020202020;
+  constexpr std::uint64_t kEightBlanks = 0x2020202020202020;
   if (size == 8) {
     return blockAt<std::uint64_t>(at);
   }
@@ -70,9 +70,10 @@ std::uint64_t shortText(const char* at, std::size_t size) {
     return blockAt<std::uint32_t>(at) | std::uint64_t{blockAt<std::uint32_t>(at + size - 4)} << 32;
   }
   if (size >= 2) {
-    return (kBlanks << 32) | blockAt<std::uint16_t>(at) | std::uint64_t{blockAt<std::uint16_t>(at + size - 2)} << 16;
+    return (kEightBlanks << 32) | blockAt<std::uint16_t>(at) |
+           std::uint64_t{blockAt<std::uint16_t>(at + size - 2)} << 16;
   }
-  return (kBlanks << 8) | static_cast<unsigned char>(*at);
+  return (kEightBlanks << 8) | static_cast<unsigned char>(*at);
 }
 
 // Whether eight bytes are ASCII without control characters. A borrow from the next byte comes only from a control
