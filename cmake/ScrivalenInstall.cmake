@@ -20,6 +20,10 @@ install(TARGETS scrivalen
   RUNTIME DESTINATION "${home_dir}" COMPONENT Runtime
   LIBRARY DESTINATION "${home_dir}" COMPONENT Runtime
   ARCHIVE DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
+if(TARGET scrivalen_import_library)
+  install(FILES "${PROJECT_BINARY_DIR}/src/Scrivalen.def" "${PROJECT_BINARY_DIR}/src/Scrivalen.lib"
+    DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT Development)
+endif()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/tmpl" DESTINATION "${home_dir}" COMPONENT Runtime
   FILES_MATCHING PATTERN "*.htm")
 

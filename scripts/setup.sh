@@ -79,6 +79,8 @@ need_test() {
   need_command mono mono-runtime
   need_command python3 python3
   need_command clang++ clang
+  need_command lld-link lld
+  need_command llvm-dlltool llvm
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
   need_packages binutils time
