@@ -156,7 +156,7 @@ typedef struct {
   /// Of its texts: what they become in a spreadsheet where they read the same there. AUTO: a number or an ISO date
   int type;
   int align;     ///< AUTO: numbers to the right
-  double width;  ///< a share, beside those of the others; finite; 0: from the content
+  double width;  ///< a share, beside those of the others; 0.000001 to 1,000,000; 0: from the content
   int decimals;  ///< of numbers given as numbers, 1 to 15; 0: as many as they need; -1: none
   /// Of its values, over decimals and "numbers": "0%", "0.0%", "#,##0.00", "yyyy-mm"; null: none
   const char* format;

@@ -3,7 +3,6 @@
 #include "api/call.h"
 #include "api/colors.h"
 
-#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -13,6 +12,7 @@ using namespace scrivalen::api;
 using scrivalen::document::Align;
 using scrivalen::document::CellStyle;
 using scrivalen::document::Column;
+using scrivalen::document::isShare;
 using scrivalen::document::ValueFormat;
 using scrivalen::document::ValueType;
 
@@ -36,8 +36,8 @@ std::string readColumn(const scrivalen_column& given, Column& result) {
   if (!align) {
     return std::string(kUnknownAlignment);
   }
-  if (!std::isfinite(given.width) || given.width < 0) {
-    return "the width of a column is finite and not negative";
+  if (!isShare(given.width)) {
+    return "the width of a column is 0, or from 0.000001 to 1,000,000";
   }
   if (given.decimals < -1 || given.decimals > kMostDecimals) {
     return "the decimals of a column are -1 to 15";

@@ -29,6 +29,9 @@ struct Column {
   std::size_t longestLine = 0;
 };
 
+/// Whether a number may be a column's width. Sums and quotients of such numbers are finite.
+constexpr bool isShare(double width) { return width == 0 || (width >= 1e-6 && width <= 1e6); }
+
 struct Table {
   std::string name;
   std::vector<Column> columns;  ///< at least one

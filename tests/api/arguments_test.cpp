@@ -148,9 +148,9 @@ TEST(DocumentArguments, TheStyleOfACellIsChecked) {
 TEST(DocumentArguments, TheColumnsOfATableAreChecked) {
   EXPECT_EQ(refusedColumn([](scrivalen_column& of) { of.type = 7; }), "column 1: the type of a column is 0 to 6");
   EXPECT_EQ(refusedColumn([](scrivalen_column& of) { of.align = 5; }), "column 1: an alignment is 0 to 4");
-  for (const double width : {-1.0, std::nan(""), std::numeric_limits<double>::infinity()}) {
+  for (const double width : {-1.0, 5e-324, 1.1e6, 1e300, std::nan(""), std::numeric_limits<double>::infinity()}) {
     EXPECT_EQ(refusedColumn([&](scrivalen_column& of) { of.width = width; }),
-              "column 1: the width of a column is finite and not negative");
+              "column 1: the width of a column is 0, or from 0.000001 to 1,000,000");
   }
   for (const int decimals : {-2, 16}) {
     EXPECT_EQ(refusedColumn([&](scrivalen_column& of) { of.decimals = decimals; }),
