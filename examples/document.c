@@ -144,6 +144,7 @@ int main(int argc, char** argv) {
   }
   add_outputs(document, argc > 1 ? argv[1] : ".");
   check(document, scrivalen_set(document, "title", "Fleet"));
+  check(document, scrivalen_set(document, "clock", "2026-01-31 23:59:59"));
   check(document, scrivalen_begin_section(document, "Fleet", "fleet"));
   write_text(document);
   write_blocks(document);

@@ -254,6 +254,7 @@ class Program : IDisposable {
   void Write(string folder) {
     AddOutputs(folder);
     Check(Native.scrivalen_set(document, Native.Utf8("title"), Native.Utf8("Fleet")));
+    Check(Native.scrivalen_set(document, Native.Utf8("clock"), Native.Utf8("2026-01-31 23:59:59")));
     Check(Native.scrivalen_begin_section(document, Native.Utf8("Fleet"), Native.Utf8("fleet")));
     WriteText();
     WriteBlocks();

@@ -184,6 +184,7 @@ def main():
     for name in formats(library):
         document.add_file(os.path.join(folder, "report." + name), name)
     document.set("title", "Fleet")
+    document.set("clock", "2026-01-31 23:59:59")
     document.begin_section("Fleet", "fleet")
     write_text(document)
     write_blocks(document)

@@ -39,7 +39,10 @@ struct MemoryStream {
 
 /// A document with one output, in memory.
 struct Written {
-  explicit Written(const char* format = "text") { scrivalen_add_stream(get(), format, MemoryStream::write, &stream); }
+  explicit Written(const char* format = "text") {
+    scrivalen_add_stream(get(), format, MemoryStream::write, &stream);
+    scrivalen_set(get(), "clock", "2026-01-31 23:59:59");
+  }
 
   scrivalen_document* get() const { return document.get(); }
   operator scrivalen_document*() const { return get(); }
