@@ -1,7 +1,7 @@
 #pragma once
 
 #include "api/arrow_type.h"
-#include "document/table_builder.h"
+#include "document/tables/table_builder.h"
 
 #include <string>
 #include <vector>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 
 namespace scrivalen::api {
 

@@ -2,14 +2,14 @@
 
 #include "document/anchor_names.h"
 #include "document/clean_text.h"
-#include "document/event.h"
-#include "document/event_log.h"
+#include "document/model/event.h"
+#include "document/model/event_log.h"
+#include "document/model/warnings.h"
 #include "document/nesting.h"
 #include "document/output.h"
 #include "document/run.h"
-#include "document/settings.h"
-#include "document/table_builder.h"
-#include "document/warnings.h"
+#include "document/settings/settings.h"
+#include "document/tables/table_builder.h"
 
 #include <cstddef>
 #include <memory>

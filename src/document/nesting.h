@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/event.h"
+#include "document/model/event.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "document/model/writer.h"
 #include "document/run.h"
-#include "document/writer.h"
 #include "output/output_buffer.h"
 #include "output/target_file.h"
 #include "system/files/files.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/status.h"
+#include "document/model/status.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -2,7 +2,7 @@
 //
 //   scrivalen_write_html_page LANGUAGE
 #include "document/document.h"
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 #include "formats/markup/html_writer.h"
 
 #include <cstdio>

@@ -21,8 +21,8 @@ write_tree() {
   put src/system/files/files.cpp '"text/utf.h"'
   put src/output/host_handlers.cpp '"scrivalen/host.h"'
   put src/report/report.cpp '"scrivalen/report.h"'
-  put src/document/event.h '"text/colors.h"'
-  put src/formats/text/text_writer.cpp '"document/writer.h"'
+  put src/document/model/event.h '"text/colors.h"'
+  put src/formats/text/text_writer.cpp '"document/model/writer.h"'
   put src/api/document_api.cpp '"formats/document_formats.h"'
   put src/api/document_api.cpp '<scrivalen/document.h>'
   put src/formats/help/help.cpp '"formats/markup/html.h"'
@@ -60,10 +60,10 @@ expect_found src/system/files/files.cpp '"output/clog.h"' "above"
 expect_found src/output/host_handlers.cpp '"report/report_closing.h"' "above"
 expect_found src/output/host_handlers.cpp '  "scrivalen/report.h"' "above"
 expect_found src/report/report.cpp '"formats/markup/html.h"' "above"
-expect_found src/report/report.cpp '"document/event.h"' "beside"
-expect_found src/document/event.h '"report/report_error.h"' "beside"
-expect_found src/document/event.h '"scrivalen/report.h"' "beside"
-expect_found src/document/event.h '"formats/markup/html.h"' "above"
+expect_found src/report/report.cpp '"document/model/event.h"' "beside"
+expect_found src/document/model/event.h '"report/report_error.h"' "beside"
+expect_found src/document/model/event.h '"scrivalen/report.h"' "beside"
+expect_found src/document/model/event.h '"formats/markup/html.h"' "above"
 expect_found src/formats/multi_report.cpp '"api/document_api.h"' "above"
 expect_found src/report/report.cpp '"scrivalen/html_report.h"' "above"
 expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another format"

@@ -1,7 +1,7 @@
 #include "document/settings/definitions.h"
 
+#include "document/model/values.h"
 #include "document/settings/page.h"
-#include "document/values.h"
 #include "text/ascii.h"
 #include "text/calendar.h"
 #include "text/utf.h"

@@ -1,7 +1,7 @@
 #include "document/settings/running_text.h"
 
-#include "document/settings.h"
-#include "document/values.h"
+#include "document/model/values.h"
+#include "document/settings/settings.h"
 #include "text/calendar.h"
 
 #include <algorithm>

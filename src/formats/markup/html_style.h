@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/settings.h"
-#include "document/table.h"
+#include "document/model/table.h"
+#include "document/settings/settings.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "formats/markup/html_writer.h"
 
 #include "document/language.h"
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 #include "formats/markup/base64.h"
 #include "formats/markup/html_links.h"
 #include "formats/markup/html_page.h"

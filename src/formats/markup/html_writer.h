@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/writer.h"
+#include "document/model/writer.h"
 
 #include <memory>
 

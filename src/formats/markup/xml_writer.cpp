@@ -1,6 +1,6 @@
 #include "formats/markup/xml_writer.h"
 
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 #include "formats/markup/base64.h"
 #include "formats/markup/xml_name.h"
 #include "output/markup_text.h"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/event.h"
-#include "document/table.h"
+#include "document/model/event.h"
+#include "document/model/table.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #include "formats/text/text_table.h"
 
-#include "document/column_widths.h"
+#include "document/tables/column_widths.h"
 #include "text/columns/character_width.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/table.h"
+#include "document/model/table.h"
 #include "formats/text/text_lines.h"
 #include "output/output_buffer.h"
 #include "text/columns/line_breaks.h"

@@ -1,6 +1,6 @@
 #include "document/settings/page.h"
 
-#include "document/settings.h"
+#include "document/settings/settings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/writer.h"
+#include "document/model/writer.h"
 #include "formats/markup/html_writer.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "html_page_maker.h"
 
-#include "document/event_log.h"
+#include "document/model/event_log.h"
 
 namespace scrivalen::document {
 namespace {

@@ -1,6 +1,6 @@
 #include "html_page_maker.h"
 
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 
 namespace scrivalen::document {
 namespace {

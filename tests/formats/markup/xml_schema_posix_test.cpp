@@ -1,6 +1,6 @@
 #include "formats/markup/xml_writer.h"
 
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 #include "support/documents/made_document.h"
 #include "support/documents/pictures.h"
 

@@ -1,6 +1,6 @@
 #include "made_text.h"
 
-#include "document/settings.h"
+#include "document/settings/settings.h"
 #include "formats/text/text_writer.h"
 #include "output/output_buffer.h"
 #include "text/columns/line_breaks.h"

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "document/table.h"
-#include "document/warnings.h"
-#include "document/writer.h"
+#include "document/model/table.h"
+#include "document/model/warnings.h"
+#include "document/model/writer.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,4 +1,4 @@
-#include "document/event_log.h"
+#include "document/model/event_log.h"
 #include "made_text.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 #include "support/documents/recording_writer.h"
 
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 
 #include <cerrno>
 #include <cstdio>

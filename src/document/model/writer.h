@@ -1,10 +1,10 @@
 #pragma once
 
-#include "document/event.h"
-#include "document/settings.h"
-#include "document/status.h"
-#include "document/table.h"
-#include "document/warnings.h"
+#include "document/model/event.h"
+#include "document/model/status.h"
+#include "document/model/table.h"
+#include "document/model/warnings.h"
+#include "document/settings/settings.h"
 #include "output/output_buffer.h"
 
 #include <memory>

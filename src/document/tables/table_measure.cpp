@@ -1,4 +1,4 @@
-#include "document/table_measure.h"
+#include "document/tables/table_measure.h"
 
 #include "text/columns/line_breaks.h"
 

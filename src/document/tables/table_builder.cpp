@@ -1,6 +1,6 @@
-#include "document/table_builder.h"
+#include "document/tables/table_builder.h"
 
-#include "document/table_measure.h"
+#include "document/tables/table_measure.h"
 
 #include <algorithm>
 #include <cmath>

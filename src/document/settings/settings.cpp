@@ -1,4 +1,4 @@
-#include "document/settings.h"
+#include "document/settings/settings.h"
 
 #include "document/settings/definitions.h"
 #include "output/host_handlers.h"

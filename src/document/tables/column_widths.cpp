@@ -1,4 +1,4 @@
-#include "document/column_widths.h"
+#include "document/tables/column_widths.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "document/values.h"
+#include "document/model/values.h"
 
 #include "text/ascii.h"
 #include "text/calendar.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document/table.h"
+#include "document/model/table.h"
 
 #include <span>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "document/warnings.h"
+#include "document/model/warnings.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
-#include "document/table.h"
+#include "document/model/table.h"
 
-#include "document/event_log.h"
+#include "document/model/event_log.h"
 
 namespace scrivalen::document {
 

@@ -1,4 +1,4 @@
-#include "document/values.h"
+#include "document/model/values.h"
 
 #include "support/decimal_comma.h"
 

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "document/arena.h"
 #include "document/clean_text.h"
-#include "document/event_log.h"
-#include "document/table.h"
-#include "document/values.h"
-#include "document/warnings.h"
+#include "document/model/event_log.h"
+#include "document/model/table.h"
+#include "document/model/values.h"
+#include "document/model/warnings.h"
+#include "document/tables/arena.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 
 #include "document/pictures/facts.h"
 

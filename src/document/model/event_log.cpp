@@ -1,6 +1,6 @@
-#include "document/event_log.h"
+#include "document/model/event_log.h"
 
-#include "document/picture.h"
+#include "document/pictures/picture.h"
 
 #include <cstdint>
 #include <cstring>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "document/event.h"
-#include "document/values.h"
+#include "document/model/event.h"
+#include "document/model/values.h"
 
 #include <cstddef>
 #include <cstdint>
