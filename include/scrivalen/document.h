@@ -307,8 +307,8 @@ SCRIVALEN_API scrivalen_status scrivalen_rows_arrow_stream(scrivalen_document*, 
 SCRIVALEN_API scrivalen_status scrivalen_close(scrivalen_document*);
 /// The first failure so far.
 SCRIVALEN_API scrivalen_status scrivalen_result(const scrivalen_document*);
-/// Why the last call did not return SCRIVALEN_OK, with the file that it is about; if it did, the reason of the
-/// document's result. One line of UTF-8; empty without a reason, never null.
+/// The reason of the last call that did not return SCRIVALEN_OK, with the file that it is about; if every call did, the
+/// reason of the document's result. One line of UTF-8; empty without a reason, never null.
 SCRIVALEN_API const char* scrivalen_error(const scrivalen_document*);
 /// How many outputs were accepted.
 SCRIVALEN_API size_t scrivalen_output_count(const scrivalen_document*);

@@ -48,8 +48,14 @@ Status Document::runOutOfMemory() noexcept {
   return Status::OutOfMemory;
 }
 
+Status Document::answer(Status status) {
+  if (status != Status::Ok) {
+    callText_.clear();
+  }
+  return status;
+}
+
 Status Document::setUpOnly(std::string_view call) {
-  callText_.clear();
   if (state_ == State::SetUp) {
     return Status::Ok;
   }
@@ -101,7 +107,7 @@ Status Document::open() {
     return misuse("the document has no outputs");
   }
   openOutputs();
-  return run_.result();
+  return answer(run_.result());
 }
 
 void Document::openOutputs() {
@@ -121,18 +127,21 @@ void Document::openOutputs() {
 }
 
 Status Document::ready() {
-  callText_.clear();
   if (state_ == State::Closed) {
     return misuse("the document is closed");
   }
+  if (outputs_.empty()) {
+    return misuse("the document has no outputs");
+  }
+  return state_ == State::SetUp || run_.isGoing() ? Status::Ok : answer(run_.result());
+}
+
+Status Document::opened() {
   if (state_ == State::SetUp) {
-    if (outputs_.empty()) {
-      return misuse("the document has no outputs");
-    }
     openOutputs();
     openStatus_ = run_.result();
   }
-  return run_.isGoing() ? Status::Ok : run_.result();
+  return run_.isGoing() ? Status::Ok : answer(run_.result());
 }
 
 Status Document::readyFor(Part part) {
@@ -145,7 +154,7 @@ Status Document::readyFor(Part part) {
   if (inCell_ && table_->hasValue()) {
     return misuse("a cell has one value, and no text");
   }
-  return nesting_.isFull() ? misuse("the parts are nested deeper than 1,000") : Status::Ok;
+  return nesting_.isFull() ? misuse("the parts are nested deeper than 1,000") : opened();
 }
 
 Status Document::misplaced(Part part) {
@@ -157,9 +166,9 @@ Status Document::misplaced(Part part) {
 
 Status Document::taken() {
   if (!run_.isGoing()) {
-    return run_.result();
+    return answer(run_.result());
   }
-  return std::exchange(openStatus_, Status::Ok);
+  return answer(std::exchange(openStatus_, Status::Ok));
 }
 
 void Document::begin(Part part, const Event& event) {
@@ -178,11 +187,11 @@ Status Document::beginSection(std::string_view name, std::string_view id) {
 }
 
 Status Document::beginHeading(int level, std::string_view id, Align align) {
-  if (const Status status = readyFor(Part::Heading); status != Status::Ok) {
-    return status;
-  }
   if (!isLevel(level)) {
     return misuse("the level of a heading is 1 to 6");
+  }
+  if (const Status status = readyFor(Part::Heading); status != Status::Ok) {
+    return status;
   }
   headingId_ = id;
   headingText_.clear();
@@ -213,11 +222,11 @@ Status Document::beginQuote() {
 }
 
 Status Document::beginList(bool ordered, int first, bool tight) {
-  if (const Status status = readyFor(Part::List); status != Status::Ok) {
-    return status;
-  }
   if (ordered && first < 0) {
     return misuse("the first number of a list is not negative");
+  }
+  if (const Status status = readyFor(Part::List); status != Status::Ok) {
+    return status;
   }
   const Event event{.kind = EventKind::BeginList, .ordered = ordered, .tight = tight, .number = ordered ? first : 0};
   writeBlock(event);
@@ -272,11 +281,11 @@ Status Document::contentsItem(int level, std::string_view id, std::string_view t
 }
 
 Status Document::beginTable(std::vector<Column> columns, std::string_view name) {
-  if (const Status status = readyFor(Part::Table); status != Status::Ok) {
-    return status;
-  }
   if (columns.size() > kMostColumns) {
     return misuse(kTooManyColumns);
+  }
+  if (const Status status = readyFor(Part::Table); status != Status::Ok) {
+    return status;
   }
   beginContent(false);
   for (Column& column : columns) {
@@ -353,11 +362,11 @@ Status Document::beginColored(std::optional<Rgb> color, std::optional<Rgb> backg
 }
 
 Status Document::beginSized(double points) {
-  if (const Status status = readyFor(Part::Sized); status != Status::Ok) {
-    return status;
-  }
   if (!(points > 0 && points <= kLargestSize)) {
     return misuse("a size is more than 0 and at most 1,000 points");
+  }
+  if (const Status status = readyFor(Part::Sized); status != Status::Ok) {
+    return status;
   }
   const Event event{.kind = EventKind::BeginSized, .points = points};
   writeInline(event);
@@ -480,6 +489,9 @@ Status Document::pageBreak() {
   if (!nesting_.innermost().holdsBlocks) {
     return misuse(std::string("a page break cannot be in ") + nameOf(nesting_.innermost().part));
   }
+  if (const Status status = opened(); status != Status::Ok) {
+    return status;
+  }
   forward({.kind = EventKind::PageBreak});
   return taken();
 }
@@ -490,6 +502,9 @@ Status Document::rule() {
   }
   if (!nesting_.innermost().holdsBlocks) {
     return misuse(std::string("a rule cannot be in ") + nameOf(nesting_.innermost().part));
+  }
+  if (const Status status = opened(); status != Status::Ok) {
+    return status;
   }
   writeBlock({.kind = EventKind::Rule});
   return taken();
@@ -507,7 +522,7 @@ Status Document::readyForContent(const char* what) {
     return misuse("a cell has one value, and no text");
   }
   endedWithCarriageReturn_ = false;
-  return Status::Ok;
+  return opened();
 }
 
 Status Document::anchor(std::string_view id) {
@@ -522,11 +537,11 @@ Status Document::anchor(std::string_view id) {
 
 Status Document::image(const std::shared_ptr<const Picture>& picture, std::string_view alternative, double width,
                        std::string_view reason) {
-  if (const Status status = readyForContent("a picture"); status != Status::Ok) {
-    return status;
-  }
   if (!(width >= 0 && width <= kWidestPicture)) {
     return misuse("the width of a picture is 0 to 14,400 points");
+  }
+  if (const Status status = readyForContent("a picture"); status != Status::Ok) {
+    return status;
   }
   if (!picture) {
     warn(WarningCode::SomethingLeftOut, reason);
@@ -628,9 +643,8 @@ Status Document::rows(const ColumnData* columns, std::size_t count, std::size_t 
 }
 
 Status Document::close() {
-  callText_.clear();
   if (state_ == State::Closed) {
-    return run_.result();
+    return answer(run_.result());
   }
   if (outputs_.empty()) {
     return misuse("the document has no outputs");
@@ -644,7 +658,7 @@ Status Document::close() {
   warnOfMended();
   finishOutputs();
   state_ = State::Closed;
-  return run_.result();
+  return answer(run_.result());
 }
 
 void Document::finishOutputs() {

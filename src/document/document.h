@@ -114,9 +114,13 @@ class Document : private TableTarget, private EventSink {
  private:
   enum class State { SetUp, Open, Closed };
 
+  /// What a call returns when it was not refused: the reason of an earlier refusal is then no longer the last one.
+  Status answer(Status status);
   Status setUpOnly(std::string_view call);
-  /// Checks that content may come, and opens the document if that has not happened.
+  /// Checks that content may come.
   Status ready();
+  /// Opens the document if that has not happened. @return the result if no output is left
+  Status opened();
   /// The same for a part that begins.
   Status readyFor(Part part);
   Status readyForContent(const char* what);

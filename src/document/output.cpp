@@ -1,6 +1,7 @@
 #include "document/output.h"
 
 #include "system/messages.h"
+#include "system/process/write_signals.h"
 #include "text/utf.h"
 
 #include <cerrno>
@@ -142,6 +143,7 @@ bool Output::take(const char* data, std::size_t size) {
 
 bool Output::store(const char* data, std::size_t size) {
   if (!stream_) {
+    const WriteSignalsBlocked noSignals;
     if (!writeAll(file_, data, size)) {
       failToWrite();
     }

@@ -235,12 +235,25 @@ TEST(Document, RefusesAnUnknownSetting) {
   EXPECT_EQ(document.result(), Status::Ok);
 }
 
-TEST(Document, ForgetsARefusalWithTheNextCall) {
+TEST(Document, KeepsTheReasonOfTheLastCallThatWasNotTaken) {
+  RecordedDocument document;
+  EXPECT_STREQ(document.error(), "");
+  EXPECT_EQ(document.end(), Status::Misuse);
+  EXPECT_EQ(document.paragraph("x"), Status::Ok);
+  EXPECT_STREQ(document.error(), "nothing is open that could end");
+  document.failAfter(0);
+  EXPECT_EQ(document.close(), Status::FileError);
+  EXPECT_STREQ(document.error(), "cannot write the stream of text: No space left on device");
+}
+
+TEST(Document, IsNotOpenedByACallThatIsRefused) {
   RecordedDocument document;
   EXPECT_EQ(document.end(), Status::Misuse);
-  EXPECT_STREQ(document.error(), "nothing is open that could end");
-  EXPECT_EQ(document.paragraph("x"), Status::Ok);
-  EXPECT_STREQ(document.error(), "");
+  EXPECT_EQ(document.text("x"), Status::Misuse);
+  EXPECT_EQ(document.beginItem(Task::None), Status::Misuse);
+  EXPECT_EQ(document.beginHeading(7, {}, Align::Auto), Status::Misuse);
+  EXPECT_EQ(document.cell("x"), Status::Misuse);
+  EXPECT_EQ(document.set("title", "still possible"), Status::Ok);
 }
 
 // What may be in what: each part is begun in each place.

@@ -52,7 +52,7 @@ enum class EventKind : std::uint8_t {
   EndLanguage,
   Anchor,  ///< id
   Image,   ///< picture: null if there is none; text: the alternative text; points: its width
-  Raw      ///< text: markup of the format of the writer that gets it
+  Raw      ///< text: markup; address: the name of the format that it is for. The writers of others ignore it
 };
 
 /// Whether a kind is part of a line of text rather than a block.

@@ -18,6 +18,7 @@
 namespace scrivalen::document {
 namespace {
 
+constexpr std::string_view kFormatName = "html";  // of the markup that scrivalen_raw passes on
 constexpr std::string_view kLineBreak = "<br>\n";
 
 constexpr std::string_view kDate = "<td class=\"date\"";
@@ -249,9 +250,13 @@ void HtmlWriter::writeBlock(const Event& event) {
 
 // Markup that is directly in an item may be a block.
 void HtmlWriter::writeInline(const Event& event) {
-  if (event.kind != EventKind::Raw) {
-    beginInline();
+  if (event.kind == EventKind::Raw) {
+    if (event.address == kFormatName) {
+      put(event.text);
+    }
+    return;
   }
+  beginInline();
   switch (event.kind) {
     case EventKind::Text: return putText(event.text);
     case EventKind::BeginSpan: return beginSpan(event.span);
@@ -266,7 +271,6 @@ void HtmlWriter::writeInline(const Event& event) {
     case EventKind::EndLanguage: return endLanguage();
     case EventKind::Anchor: return anchor(event);
     case EventKind::Image: return image(event);
-    case EventKind::Raw: return put(event.text);
     default: return;
   }
 }

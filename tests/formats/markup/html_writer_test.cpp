@@ -337,14 +337,18 @@ TEST(HtmlWriter, LeavesTheTextOfAPictureThatIsMissing) {
   EXPECT_EQ(paragraph({{.kind = K::Image, .text = "a < b", .picture = nullptr}}), "<p>a &lt; b</p>\n");
 }
 
+TEST(HtmlWriter, LeavesOutMarkupOfOtherFormats) {
+  EXPECT_EQ(paragraph({{.kind = K::Raw, .text = "\\par", .address = "rtf"}}), "<p></p>\n");
+}
+
 TEST(HtmlWriter, PassesMarkupUnchanged) {
-  EXPECT_EQ(paragraph({{.kind = K::Raw, .text = "<kbd>&amp;</kbd>"}}), "<p><kbd>&amp;</kbd></p>\n");
+  EXPECT_EQ(paragraph({{.kind = K::Raw, .text = "<kbd>&amp;</kbd>", .address = "html"}}), "<p><kbd>&amp;</kbd></p>\n");
 }
 
 TEST(HtmlWriter, TakesMarkupInAnItemForABlock) {
   EXPECT_EQ(htmlBodyOf({{.kind = K::BeginList},
                         {.kind = K::BeginItem},
-                        {.kind = K::Raw, .text = "<div>a</div>"},
+                        {.kind = K::Raw, .text = "<div>a</div>", .address = "html"},
                         text("b"),
                         {.kind = K::EndItem},
                         {.kind = K::EndList}}),
