@@ -10,6 +10,10 @@
 
 /// The formats that MultiReport::AddReport creates. In the comments below "help" is compiled HTML help, "spreadsheet"
 /// an .xlsx workbook.
+///
+/// The formats from 100 on are those of documents: the same calls become a document whose nesting is mended, which the
+/// comments below do not describe. The guide says what each operation becomes. AddReport takes those that this version
+/// of the library writes: scrivalen_format lists them.
 enum REPORT_FORMAT : int {
   FORMAT_RTF = 0,
   FORMAT_HTML = 1,
@@ -17,7 +21,16 @@ enum REPORT_FORMAT : int {
   FORMAT_TEXT = 3,
   FORMAT_CHM = 4,
   FORMAT_PDF = 5,
-  FORMAT_EXCEL = 6
+  FORMAT_EXCEL = 6,
+  FORMAT_DOCUMENT_RTF = 100,
+  FORMAT_DOCUMENT_HTML = 101,
+  FORMAT_DOCUMENT_XML = 102,
+  FORMAT_DOCUMENT_TEXT = 103,
+  FORMAT_DOCUMENT_CHM = 104,
+  FORMAT_DOCUMENT_PDF = 105,
+  FORMAT_DOCUMENT_EXCEL = 106,
+  FORMAT_DOCUMENT_DOCX = 107,
+  FORMAT_DOCUMENT_MARKDOWN = 108
 };
 
 /// What Open, Close and BeginSubDocument return.

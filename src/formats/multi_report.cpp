@@ -1,5 +1,7 @@
 #include "scrivalen/multi_report.h"
 
+#include "formats/document_formats.h"
+#include "formats/document_report.h"
 #include "formats/help/chm_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
@@ -16,6 +18,7 @@
 #include <algorithm>
 #include <iterator>
 #include <new>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -48,10 +51,32 @@ constexpr FormatRow kFormats[] = {
     {FORMAT_CHM, &create<CHMReport>},
 };
 
+struct DocumentRow {
+  REPORT_FORMAT format;
+  std::string_view name;
+};
+
+constexpr DocumentRow kDocumentFormats[] = {
+    {FORMAT_DOCUMENT_RTF, "rtf"},    {FORMAT_DOCUMENT_HTML, "html"}, {FORMAT_DOCUMENT_XML, "xml"},
+    {FORMAT_DOCUMENT_TEXT, "text"},  {FORMAT_DOCUMENT_CHM, "chm"},   {FORMAT_DOCUMENT_PDF, "pdf"},
+    {FORMAT_DOCUMENT_EXCEL, "xlsx"}, {FORMAT_DOCUMENT_DOCX, "docx"}, {FORMAT_DOCUMENT_MARKDOWN, "markdown"},
+};
+
+template <typename Row, std::size_t kCount>
+const Row* rowOf(const Row (&rows)[kCount], REPORT_FORMAT format) {
+  const auto* const row = std::find_if(std::begin(rows), std::end(rows),
+                                       [format](const Row& candidate) { return candidate.format == format; });
+  return row == std::end(rows) ? nullptr : row;
+}
+
+// Null for a number without a format, and for a format that documents are not written in.
 std::shared_ptr<AReport> createReport(REPORT_FORMAT format) {
-  const auto row = std::find_if(std::begin(kFormats), std::end(kFormats),
-                                [format](const FormatRow& candidate) { return candidate.format == format; });
-  return row == std::end(kFormats) ? nullptr : row->create();
+  if (const FormatRow* const row = rowOf(kFormats, format)) {
+    return row->create();
+  }
+  const DocumentRow* const row = rowOf(kDocumentFormats, format);
+  const document::Format* const known = row ? documentFormatOf(row->name) : nullptr;
+  return known ? std::make_shared<DocumentReport>(*known) : nullptr;
 }
 
 }  // namespace

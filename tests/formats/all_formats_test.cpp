@@ -1,3 +1,5 @@
+#include "formats/document_formats.h"
+#include "formats/document_report.h"
 #include "formats/help/chm_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
@@ -15,6 +17,8 @@
 #include <array>
 #include <map>
 #include <random>
+#include <span>
+#include <vector>
 
 using namespace scrivalen::test;
 
@@ -156,6 +160,8 @@ constexpr std::array<Output, 7> kOutputs = {{{FORMAT_TEXT, L"a.txt"},
                                              {FORMAT_EXCEL, L"a.xlsx"},
                                              {FORMAT_CHM, L"a.chm"}}};
 
+constexpr std::array<Output, 2> kDocuments = {{{FORMAT_DOCUMENT_TEXT, L"d.txt"}, {FORMAT_DOCUMENT_HTML, L"d.html"}}};
+
 using Files = std::map<std::wstring, std::string>;
 
 constexpr int kCalls = 400;
@@ -188,11 +194,11 @@ void stream(AReport& report, unsigned seed, const TemporaryFolder& topics, Files
   report.Close();
 }
 
-template <typename Report>
-void writeAlone(const wchar_t* file, unsigned seed, Files& files) {
+template <typename Report, typename... Arguments>
+void writeAlone(const wchar_t* file, unsigned seed, Files& files, const Arguments&... arguments) {
   const TemporaryFolder folder;
   const TemporaryFolder topics;
-  Report report;
+  Report report(arguments...);
   report.SetOutputFileName((folder / file).c_str());
   prepare(report, seed);
   ASSERT_EQ(report.Open(), REPORT_OK);
@@ -215,19 +221,28 @@ Files writeEachAlone(unsigned seed) {
   return files;
 }
 
-Files writeAllAtOnce(unsigned seed) {
+Files writeDocumentsAlone(unsigned seed) {
+  Files files;
+  writeAlone<scrivalen::DocumentReport>(L"d.txt", seed, files, *scrivalen::documentFormatOf("text"));
+  writeAlone<scrivalen::DocumentReport>(L"d.html", seed, files, *scrivalen::documentFormatOf("html"));
+  return files;
+}
+
+Files writeAllAtOnce(unsigned seed, std::span<const Output> documents = {}) {
   const TemporaryFolder folder;
   const TemporaryFolder topics;
   Files files;
   MultiReport report;
-  for (const Output& output : kOutputs) {
+  std::vector<Output> outputs(documents.begin(), documents.end());
+  outputs.insert(outputs.end(), kOutputs.begin(), kOutputs.end());
+  for (const Output& output : outputs) {
     report.AddReport(output.format, (folder / output.file).c_str(), nullptr);
   }
   prepare(report, seed);
   EXPECT_EQ(report.Open(), REPORT_OK);
   stream(report, seed, topics, files);
   report.Clear();
-  for (const Output& output : kOutputs) {
+  for (const Output& output : outputs) {
     if (output.format != FORMAT_CHM && exists(folder / output.file)) {
       files[output.file] = bytesOf(folder / output.file);
     }
@@ -254,6 +269,21 @@ TEST_P(AllFormats, WriteTheSameFilesTogetherAsAlone) {
     EXPECT_TRUE(together.contains(name) && together.at(name) == bytes)
         << std::string(name.begin(), name.end()) << " differs for seed " << GetParam();
   }
+}
+
+TEST_P(AllFormats, WriteTheSameFilesBesideDocuments) {
+  const FixedClock clock(kNow);
+  const CapturedLog log;
+  const NoBoxes boxes;
+  Files expected = writeAllAtOnce(GetParam());
+  expected.merge(writeDocumentsAlone(GetParam()));
+  const Files together = writeAllAtOnce(GetParam(), kDocuments);
+  ASSERT_EQ(together.size(), expected.size());
+  for (const auto& [name, bytes] : expected) {
+    EXPECT_TRUE(together.contains(name) && together.at(name) == bytes)
+        << std::string(name.begin(), name.end()) << " differs for seed " << GetParam();
+  }
+  EXPECT_FALSE(together.at(L"d.txt").empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(OfManySeeds, AllFormats, testing::Range(1u, 13u));

@@ -129,7 +129,7 @@ TEST(MultiReportAddReport, CreatesARichTextDocumentForFormatZero) {
 
 TEST(MultiReportAddReport, RefusesAnUnknownFormatWithOneLineInTheLog) {
   const TemporaryFolder folder;
-  for (const int format : {7, 100, -1}) {
+  for (const int format : {7, 99, 109, -1}) {
     const CapturedLog log;
     MultiReport report;
     report.AddReport(static_cast<REPORT_FORMAT>(format), (folder / L"a").c_str(), nullptr);

@@ -1,0 +1,120 @@
+#include "formats/document_formats.h"
+#include "scrivalen/multi_report.h"
+#include "support/captured_log.h"
+#include "support/documents/templates.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <optional>
+
+using namespace scrivalen;
+using namespace scrivalen::test;
+
+namespace {
+
+struct DocumentNumber {
+  int number;
+  const char* name;
+};
+
+constexpr DocumentNumber kNumbers[] = {{100, "rtf"}, {101, "html"}, {102, "xml"},  {103, "text"},    {104, "chm"},
+                                       {105, "pdf"}, {106, "xlsx"}, {107, "docx"}, {108, "markdown"}};
+
+struct MultiReportDocument : testing::Test {
+  void add(MultiReport& report, const wchar_t* templateFile = nullptr,
+           REPORT_FORMAT format = FORMAT_DOCUMENT_TEXT) const {
+    report.AddReport(format, path.c_str(), templateFile);
+  }
+
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a";
+  const CapturedLog log;
+};
+
+void writeParagraph(AReport& report, const wchar_t* text) { report.Text(text, PARAGRAPH_NORMAL, L"", 0); }
+
+}  // namespace
+
+TEST_F(MultiReportDocument, HasTheNumberOfItsFormatIfThatIsWritten) {
+  for (const DocumentNumber& known : kNumbers) {
+    const CapturedLog lines;
+    const std::wstring file = folder / std::wstring(known.name, known.name + std::strlen(known.name));
+    MultiReport report;
+    report.AddReport(static_cast<REPORT_FORMAT>(known.number), file.c_str(), nullptr);
+    EXPECT_EQ(report.Open(), REPORT_OK);
+    writeParagraph(report, L"one");
+    EXPECT_EQ(report.Close(), REPORT_OK);
+    report.Clear();
+    const bool isWritten = documentFormatOf(known.name) != nullptr;
+    EXPECT_EQ(exists(file), isWritten) << known.name;
+    EXPECT_EQ(lines.lines().size(), isWritten ? 0u : 1u) << known.name;
+  }
+}
+
+TEST_F(MultiReportDocument, IsWrittenAtClose) {
+  MultiReport report;
+  add(report);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  writeParagraph(report, L"one");
+  EXPECT_FALSE(exists(path));
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.Clear();
+  EXPECT_EQ(bytesOf(path), "one\n");
+}
+
+TEST_F(MultiReportDocument, GetsItsTemplate) {
+  const TemporaryTemplate page("<%BODY%>");
+  MultiReport report;
+  add(report, page.name().c_str(), FORMAT_DOCUMENT_HTML);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  writeParagraph(report, L"one");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.Clear();
+  EXPECT_EQ(bytesOf(path), "<<p>one</p>\n>");
+}
+
+TEST_F(MultiReportDocument, IsLeftBehindWhenClearedWhileOpen) {
+  writeBytes(path, "before");
+  MultiReport report;
+  add(report);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  writeParagraph(report, L"one");
+  report.Clear();
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(bytesOf(path), "before");
+}
+
+TEST_F(MultiReportDocument, IsLeftBehindWhenItsReportIsDestroyed) {
+  {
+    MultiReport report;
+    add(report);
+    EXPECT_EQ(report.Open(), REPORT_OK);
+    writeParagraph(report, L"one");
+  }
+  EXPECT_FALSE(exists(path));
+}
+
+TEST_F(MultiReportDocument, IsSharedByCopies) {
+  std::optional<MultiReport> source(std::in_place);
+  add(*source);
+  EXPECT_EQ(source->Open(), REPORT_OK);
+  writeParagraph(*source, L"one");
+  MultiReport copy(*source);
+  source.reset();
+  writeParagraph(copy, L"two");
+  EXPECT_EQ(copy.Close(), REPORT_OK);
+  copy.Clear();
+  EXPECT_EQ(bytesOf(path), "one\n\ntwo\n");
+}
+
+TEST_F(MultiReportDocument, ThatFailsGivesItsErrorText) {
+  MultiReport report;
+  const std::wstring missing = folder / L"missing/a";
+  report.AddReport(FORMAT_DOCUMENT_TEXT, missing.c_str(), nullptr);
+  EXPECT_EQ(report.Open(), REPORT_FILE_ERROR);
+  EXPECT_TRUE(std::wstring(report.GetError()).starts_with(L"cannot write '" + missing + L"': ")) << report.GetError();
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.Clear();
+}
