@@ -9,11 +9,6 @@
 namespace scrivalen {
 namespace {
 
-struct NamedColor {
-  std::string_view name;
-  Rgb color;
-};
-
 // CSS Color Module Level 4, 6.1, and "darkyellow", which is among the colour names of other formats. Sorted by name.
 constexpr NamedColor kColors[] = {
     {"aliceblue", 0xF0F8FF},
@@ -188,6 +183,8 @@ std::optional<Rgb> hexColor(std::string_view digits) {
 }
 
 }  // namespace
+
+std::span<const NamedColor> namedColors() { return kColors; }
 
 std::optional<Rgb> colorOf(std::string_view text) {
   if (text.starts_with('#')) {
