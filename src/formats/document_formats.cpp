@@ -2,6 +2,7 @@
 
 #include "formats/markup/html_writer.h"
 #include "formats/markup/xml_writer.h"
+#include "formats/rtf/document_writer.h"
 #include "formats/text/text_writer.h"
 #include "text/ascii.h"
 
@@ -21,6 +22,7 @@ constexpr std::array kFormats{
     DocumentFormat{{"text", text::createTextWriter}, {".txt"}},
     DocumentFormat{{"html", document::createHtmlDocumentWriter}, {".html", ".htm"}},
     DocumentFormat{{"xml", document::createXmlDocumentWriter}, {".xml"}},
+    DocumentFormat{{"rtf", document::createRtfDocumentWriter}, {".rtf"}},
 };
 
 // The extension of a path's last part, with its point; empty without one.

@@ -1,0 +1,132 @@
+#include "formats/rtf/inline_writer.h"
+
+#include "formats/rtf/escape.h"
+#include "formats/rtf/languages.h"
+#include "formats/rtf/prolog.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace scrivalen::document::rtf {
+namespace {
+
+constexpr std::string_view kLinkEnd = "}}}";
+
+}  // namespace
+
+void beginLinkField(OutputBuffer& out, std::string_view address, std::string_view title) {
+  if (address.empty() || address == "#") {
+    return put(out, "{{{");
+  }
+  put(out, "{\\field{\\*\\fldinst{HYPERLINK ");
+  if (address.starts_with('#')) {
+    put(out, "\\\\l \"");
+    writeArgument(out, bookmarkName(address.substr(1)));
+  } else {
+    put(out, "\"");
+    writeArgument(out, address, "%22");
+  }
+  out.put('"');
+  if (!title.empty()) {
+    put(out, " \\\\o \"");
+    writeArgument(out, title);
+    out.put('"');
+  }
+  put(out, "}}{\\fldrslt{");
+}
+
+void InlineWriter::write(const Event& event) {
+  switch (event.kind) {
+    case EventKind::Text: return writeText(*out_, event.text);
+    case EventKind::BeginSpan: return beginSpan(event.span);
+    case EventKind::BeginColored: return beginColored(event);
+    case EventKind::BeginSized: return beginSized(event.points);
+    case EventKind::BeginLink: return beginLink(event);
+    case EventKind::BeginLanguage: return beginLanguage(event.text);
+    case EventKind::EndSpan:
+    case EventKind::EndColored:
+    case EventKind::EndSized:
+    case EventKind::EndLanguage: return out_->put('}');
+    case EventKind::EndLink: return put(*out_, kLinkEnd);
+    case EventKind::Anchor: return anchor(event.id);
+    case EventKind::Image: return image(event);
+    case EventKind::Raw:
+      if (event.address == "rtf") {
+        put(*out_, event.text);
+      }
+      return;
+    default: return;
+  }
+}
+
+void InlineWriter::hold(std::string_view id) {
+  if (!id.empty()) {
+    held_.emplace_back(id);
+  }
+}
+
+void InlineWriter::writeHeld() {
+  for (const std::string& id : held_) {
+    anchor(id);
+  }
+  held_.clear();
+}
+
+void InlineWriter::beginSpan(Span span) {
+  constexpr std::string_view kWords[] = {"{",          "{\\b ",  "{\\i ",     "{\\noproof\\f2 ",
+                                         "{\\strike ", "{\\ul ", "{\\super ", "{\\sub "};
+  put(*out_, kWords[static_cast<int>(span)]);
+}
+
+// Word reads \chcbpat, other readers \cb.
+void InlineWriter::beginColored(const Event& event) {
+  out_->put('{');
+  if (event.color) {
+    put(*out_, "\\cf", colors_.indexOf(*event.color));
+  }
+  if (event.background) {
+    const int color = colors_.indexOf(*event.background);
+    put(*out_, "\\chshdng0\\chcbpat", color);
+    put(*out_, "\\cb", color);
+  }
+  if (event.color || event.background) {
+    out_->put(' ');
+  }
+}
+
+void InlineWriter::beginSized(double points) {
+  put(*out_, "{\\fs", std::max(1L, std::lround(2 * points)));
+  out_->put(' ');
+}
+
+void InlineWriter::beginLink(const Event& event) {
+  beginLinkField(*out_, event.address, event.title);
+  if (!event.address.empty()) {
+    put(*out_, "\\ul\\cf", colors_.indexOf(kLinkColor));
+    out_->put(' ');
+  }
+}
+
+void InlineWriter::beginLanguage(std::string_view tag) {
+  put(*out_, "{\\lang", languageNumber(tag, kNoLanguage));
+  out_->put(' ');
+}
+
+void InlineWriter::anchor(std::string_view id) {
+  if (hasPlaces_) {
+    writeBookmarkBegin(*out_, id);
+    writeBookmarkEnd(*out_, id);
+  }
+}
+
+void InlineWriter::image(const Event& event) {
+  if (event.picture == nullptr) {
+    return writeText(*out_, event.text);
+  }
+  if (isTurned(*event.picture)) {
+    warnings_.add(WarningCode::SomethingLeftOut, "pictures are shown lying on their side, as they are stored");
+  }
+  writePicture(*out_, *event.picture, event.text, event.points, room_);
+}
+
+}  // namespace scrivalen::document::rtf

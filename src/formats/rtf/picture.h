@@ -1,0 +1,24 @@
+#pragma once
+
+#include "document/pictures/picture.h"
+#include "output/output_buffer.h"
+
+#include <string_view>
+
+namespace scrivalen::document::rtf {
+
+/// The largest size that a picture may have, in twips.
+struct Room {
+  int width;
+  int height;
+};
+
+/// Whether a picture is stored on its side. Readers of RTF show it so.
+bool isTurned(const Picture& picture);
+
+/// Writes a picture, unchanged but for its size.
+/// @param alternative  its text for readers who do not see it
+/// @param widthPt      0: its own
+void writePicture(OutputBuffer& out, const Picture& picture, std::string_view alternative, double widthPt, Room room);
+
+}  // namespace scrivalen::document::rtf

@@ -1,0 +1,131 @@
+#include "formats/rtf/table_plan.h"
+
+#include "document/tables/column_widths.h"
+#include "formats/rtf/prolog.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <numeric>
+#include <span>
+
+namespace scrivalen::document::rtf {
+namespace {
+
+constexpr int kUsualHalfPoints = 20;
+constexpr int kLeastHalfPoints = 12;
+constexpr std::size_t kMostColumns = 63;  // of a table that Word opens
+constexpr int kWidestTable = 31680;       // twips; Word's limit of 22 inches
+
+// The width of a column of text in a proportional font, by the font's size. A digit has 0.56 of it, but words may be
+// bold or in capitals; in a whole line wide letters and narrow ones make up for each other.
+constexpr double kWidthInWord = 0.62;
+constexpr double kWidthInLine = 0.58;
+
+// Columns that fit get somewhat more than they ask for, as some letters are wider than others.
+constexpr double kMostSlack = 1.1;
+
+int paddingOf(int halfPoints) { return 4 * halfPoints; }
+
+std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
+  const double size = halfPoints * kTwipsPerPoint / 2;
+  const double padding = 2 * paddingOf(halfPoints);
+  std::vector<ColumnNeed> needs;
+  for (const Column& column : table.columns) {
+    const double word = static_cast<double>(std::max<std::size_t>(column.longestWord, 1)) * size * kWidthInWord;
+    const double line = std::max(static_cast<double>(column.longestLine) * size * kWidthInLine, word);
+    needs.push_back({word + padding, line + padding, column.width});
+  }
+  return needs;
+}
+
+// A word such as a long address is rather broken than that it makes all text small.
+void breakLongWords(std::vector<ColumnNeed>& needs, double space) {
+  for (ColumnNeed& need : needs) {
+    need.longestWord = std::min(need.longestWord, space / 2);
+  }
+}
+
+ColumnWidths widthsOf(std::span<const ColumnNeed> needs, double space, bool isEqual) {
+  return isEqual ? equalColumnWidths(needs, space) : columnWidths(needs, space);
+}
+
+double sumOf(const std::vector<double>& widths) { return std::accumulate(widths.begin(), widths.end(), 0.0); }
+
+// Widths that are too wide together lose in proportion: readers break their words.
+void scale(ColumnWidths& widths, double space) {
+  const double factor = std::min(space / sumOf(widths.widths), kMostSlack);
+  for (double& width : widths.widths) {
+    width *= factor;
+  }
+}
+
+std::vector<int> edgesOf(const std::vector<double>& widths) {
+  std::vector<int> edges;
+  double edge = 0;
+  for (const double width : widths) {
+    edge += width;
+    const int least = edges.empty() ? 1 : edges.back() + 1;
+    edges.push_back(std::max(static_cast<int>(std::lround(edge)), least));
+  }
+  return edges;
+}
+
+TablePart partOf(const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end, double space, bool isEqual) {
+  std::vector<ColumnNeed> own(needs.begin() + static_cast<std::ptrdiff_t>(first),
+                              needs.begin() + static_cast<std::ptrdiff_t>(end));
+  if (first > 0) {
+    own.insert(own.begin(), needs.front());
+  }
+  ColumnWidths widths = widthsOf(own, space, isEqual);
+  if (!widths.fit) {
+    widths = columnWidths(own, space);
+  }
+  scale(widths, space);
+  return {first, end, edgesOf(widths.widths)};
+}
+
+std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space, bool isEqual) {
+  std::vector<TablePart> parts;
+  std::size_t first = 0;
+  while (first < needs.size()) {
+    double taken = first > 0 ? needs.front().longestWord : 0;
+    std::size_t columns = first > 0 ? 1 : 0;
+    std::size_t end = first;
+    while (end < needs.size() && columns < kMostColumns &&
+           (end == std::max<std::size_t>(first, 1) || taken + needs[end].longestWord <= space)) {
+      taken += needs[end++].longestWord;
+      ++columns;
+    }
+    parts.push_back(partOf(needs, first, std::max(end, first + 1), space, isEqual));
+    first = parts.back().end;
+  }
+  return parts;
+}
+
+}  // namespace
+
+std::size_t TablePart::columnsBefore(std::size_t column) const {
+  const std::size_t repeated = repeatsFirst() && column > 0 ? 1 : 0;
+  return repeated + std::clamp(column, first, end) - first;
+}
+
+TablePlan planTable(const Table& table, int space, bool isEqual) {
+  const double width = std::min(space, kWidestTable);
+  std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints);
+  int halfPoints = kUsualHalfPoints;
+  const auto fits = [&] { return needs.size() <= kMostColumns && widthsOf(needs, width, isEqual).fit; };
+  if (!fits()) {
+    breakLongWords(needs, width);
+  }
+  while (!fits()) {
+    if (halfPoints == kLeastHalfPoints) {
+      return {halfPoints, paddingOf(halfPoints), split(needs, width, isEqual)};
+    }
+    needs = needsOf(table, --halfPoints);
+    breakLongWords(needs, width);
+  }
+  return {halfPoints, paddingOf(halfPoints), {partOf(needs, 0, needs.size(), width, isEqual)}};
+}
+
+}  // namespace scrivalen::document::rtf

@@ -1,0 +1,207 @@
+#include "formats/rtf/table_writer.h"
+
+#include "formats/rtf/escape.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace scrivalen::document::rtf {
+namespace {
+
+constexpr std::string_view kCellEnd = "\\cell\n";
+constexpr std::string_view kRowEnd = "\\row\n";
+
+// Readers join tables that have nothing between them.
+constexpr std::string_view kAfterTable = "\\pard\\plain\\sl-160\\slmult0\\fs12\\par\n";
+
+std::string_view cellAlignment(Align align) {
+  switch (align) {
+    case Align::Center: return "\\qc ";
+    case Align::Right: return "\\qr ";
+    case Align::Justify: return "\\qj ";
+    default: return "\\ql ";
+  }
+}
+
+bool isPlainCell(const Cell& cell) {
+  return cell.content == nullptr && cell.span == 1 && !cell.header && cell.align == Align::Auto && !cell.color &&
+         !cell.background;
+}
+
+}  // namespace
+
+TableWriter::TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWriter& inlines)
+    : out_(out),
+      colors_(colors),
+      inlines_(inlines),
+      cellBorder_("\\clbrdrb\\brdrs\\brdrw5\\brdrcf" + std::to_string(colors.indexOf(kLineColor))),
+      scratch_(sink_) {}
+
+void TableWriter::begin(const Table& table, int indent, int space, bool isEqual) {
+  plan_ = planTable(table, space, isEqual);
+  indent_ = indent;
+  room_ = inlines_.room();
+  paragraph_ = "\\pard\\plain\\intbl\\sb30\\sa30\\fs" + std::to_string(plan_.halfPoints);
+  aligns_.clear();
+  leads_.clear();
+  for (const Column& column : table.columns) {
+    const bool isSame = !aligns_.empty() && aligns_.back() == column.align;
+    leads_.push_back(isSame ? std::string_view() : cellAlignment(column.align));
+    aligns_.push_back(column.align);
+  }
+  plain_ = plainDefinition(plan_.parts.front());
+  waiting_.assign(plan_.parts.size() > 1 ? plan_.parts.size() : 0, {});
+  waitingRows_ = 0;
+  hasWritten_ = false;
+}
+
+std::string TableWriter::definitionBegin(bool isRepeated) const {
+  const std::string padding = std::to_string(plan_.padding);
+  return "\\trowd\\trgaph" + padding + "\\trleft" + std::to_string(indent_) + "\\trpaddl" + padding + "\\trpaddr" +
+         padding + "\\trpaddfl3\\trpaddfr3\\trkeep" + (isRepeated ? "\\trhdr" : "");
+}
+
+std::string TableWriter::plainDefinition(const TablePart& part) const {
+  std::string words = definitionBegin(false);
+  for (const int edge : part.edges) {
+    words += cellBorder_ + "\\cellx" + std::to_string(indent_ + edge);
+  }
+  return words + paragraph_;
+}
+
+bool TableWriter::isPlain(const Row& row) const {
+  return !row.header && waiting_.empty() && !inlines_.holdsPlaces() &&
+         std::all_of(row.cells.begin(), row.cells.end(), &isPlainCell);
+}
+
+void TableWriter::row(const Row& row) {
+  hasWritten_ = true;
+  if (isPlain(row)) {
+    writePlainRow(row);
+  } else if (waiting_.empty()) {
+    writeRow(out_, row, plan_.parts.front());
+  } else {
+    writeSplitRow(row);
+  }
+}
+
+void TableWriter::writePlainRow(const Row& row) {
+  put(out_, plain_);
+  for (std::size_t i = 0; i < row.cells.size(); ++i) {
+    put(out_, leads_[i]);
+    const std::string_view text = row.cells[i].text;
+    if (text.size() > kLongestInPlace) {
+      writeText(out_, text);
+      put(out_, kCellEnd);
+      continue;
+    }
+    char* const end = putText(out_.reserve(spaceForText(text.size()) + kCellEnd.size()), text);
+    std::memcpy(end, kCellEnd.data(), kCellEnd.size());
+    out_.advance(end + kCellEnd.size());
+  }
+  put(out_, kRowEnd);
+}
+
+void TableWriter::writeSplitRow(const Row& row) {
+  inlines_.setOutput(scratch_);
+  for (std::size_t i = 0; i < waiting_.size(); ++i) {
+    sink_.text = row.repeated ? &waiting_[i].headers : &waiting_[i].rows;
+    writeRow(scratch_, row, plan_.parts[i]);
+    scratch_.flush();
+  }
+  inlines_.setOutput(out_);
+  waitingRows_ += row.repeated ? 0 : 1;
+  if (waitingRows_ == kRowsOfAPart) {
+    writeWaiting();
+  }
+}
+
+void TableWriter::writeWaiting() {
+  for (Waiting& part : waiting_) {
+    put(out_, part.headers);
+    put(out_, part.rows);
+    put(out_, kAfterTable);
+    part.rows.clear();
+  }
+  waitingRows_ = 0;
+}
+
+void TableWriter::end() {
+  if (!waiting_.empty() && (waitingRows_ > 0 || hasWritten_)) {
+    writeWaiting();
+  } else if (hasWritten_) {
+    put(out_, kAfterTable);
+  }
+  waiting_.clear();
+}
+
+void TableWriter::writeRow(OutputBuffer& out, const Row& row, const TablePart& part) {
+  writeDefinition(out, row, part);
+  put(out, paragraph_);
+  put(out, row.repeated ? "\\keepn" : "");
+  put(out, row.header ? "\\b" : "");
+  std::size_t column = 0;
+  for (const Cell& cell : row.cells) {
+    const std::size_t end = column + static_cast<std::size_t>(cell.span);
+    const std::size_t before = part.columnsBefore(column);
+    const std::size_t after = part.columnsBefore(end);
+    if (after > before) {
+      room_.width = part.edges[after - 1] - (before > 0 ? part.edges[before - 1] : 0) - 2 * plan_.padding;
+      const bool isFirstPart = column == 0 ? !part.repeatsFirst() : column >= part.first;
+      inlines_.setPlaces(isFirstPart);
+      // A cell that spans several parts has its text in the first of them, a heading in all.
+      const bool isContinued = column > 0 && column < part.first && !row.header;
+      writeCell(out, isContinued ? Cell{} : cell, row, cell.align == Align::Auto ? aligns_[column] : cell.align);
+    }
+    column = end;
+  }
+  inlines_.setPlaces(true);
+  put(out, kRowEnd);
+}
+
+void TableWriter::writeDefinition(OutputBuffer& out, const Row& row, const TablePart& part) {
+  put(out, definitionBegin(row.repeated));
+  std::size_t column = 0;
+  for (const Cell& cell : row.cells) {
+    const std::size_t end = column + static_cast<std::size_t>(cell.span);
+    const std::size_t after = part.columnsBefore(end);
+    if (after > part.columnsBefore(column)) {
+      put(out, cellBorder_);
+      if (cell.background || row.header) {
+        put(out, "\\clcbpat", colors_.indexOf(cell.background.value_or(kHeaderColor)));
+      }
+      put(out, "\\cellx", indent_ + part.edges[after - 1]);
+    }
+    column = end;
+  }
+}
+
+void TableWriter::writeCell(OutputBuffer& out, const Cell& cell, const Row& row, Align align) {
+  put(out, cellAlignment(align));
+  inlines_.writeHeld();
+  const bool isBold = cell.header && !row.header;
+  if (!isBold && !cell.color) {
+    writeContent(out, cell);
+  } else {
+    put(out, isBold ? "{\\b" : "{");
+    if (cell.color) {
+      put(out, "\\cf", colors_.indexOf(*cell.color));
+    }
+    out.put(' ');
+    writeContent(out, cell);
+    out.put('}');
+  }
+  put(out, kCellEnd);
+}
+
+void TableWriter::writeContent(OutputBuffer& out, const Cell& cell) {
+  if (cell.content == nullptr) {
+    return writeText(out, cell.text);
+  }
+  const Room outer = inlines_.room();
+  inlines_.setRoom({std::max(room_.width, 1), room_.height});
+  cell.replay(inlines_);
+  inlines_.setRoom(outer);
+}
+
+}  // namespace scrivalen::document::rtf

@@ -1,0 +1,107 @@
+#include "made_rtf.h"
+
+#include "formats/rtf/color_table.h"
+
+#include <gtest/gtest.h>
+
+using namespace scrivalen::document;
+using namespace scrivalen::test;
+
+namespace {
+
+std::string prologOf(const SettingValues& settings) {
+  return rtfOf([](Document&) {}, settings);
+}
+
+bool has(const std::string& rtf, std::string_view part) { return rtf.find(part) != std::string::npos; }
+
+}  // namespace
+
+TEST(RtfProlog, StatesProperties) {
+  EXPECT_EQ(linesWith("{\\info", prologOf({{"title", "A {title}"},
+                                           {"author", "\xC3\x85sa"},
+                                           {"subject", "s"},
+                                           {"keywords", "k, l"},
+                                           {"property:Customer", "C"}})),
+            "{\\info{\\title A \\{title\\}}{\\subject s}{\\author \\'C5sa}{\\keywords k, l}"
+            "{\\creatim\\yr2026\\mo1\\dy31\\hr23\\min59}}\n");
+  EXPECT_EQ(linesWith("{\\*\\userprops", prologOf({{"property:Customer", "C"}})),
+            "{\\*\\userprops{\\propname Customer}\\proptype30{\\staticval C}}\n");
+}
+
+TEST(RtfProlog, StatesThePaper) {
+  EXPECT_EQ(linesWith("\\paperw", prologOf({})),
+            "\\paperw11906\\paperh16838\\margl1134\\margr1134\\margt1134\\margb1134\\widowctrl\n");
+  EXPECT_EQ(linesWith("\\paperw", prologOf({{"landscape", "yes"}, {"margins", "10mm 20mm 30mm 40mm"}})),
+            "\\paperw16838\\paperh11906\\margl2268\\margr1134\\margt567\\margb1701\\landscape\\widowctrl\n");
+}
+
+TEST(RtfProlog, StatesTheLanguage) {
+  EXPECT_TRUE(has(prologOf({{"language", "de"}}), "\\deflang1031\n"));
+  EXPECT_TRUE(has(prologOf({{"language", "pt-BR"}}), "\\deflang1046\n"));
+  EXPECT_TRUE(has(prologOf({{"language", "tlh"}}), "\\deflang1033\n"));
+}
+
+TEST(RtfProlog, TakesAFontOrAKindOfFont) {
+  EXPECT_TRUE(has(prologOf({{"font", "serif"}}), "\\deff0\\"));
+  EXPECT_TRUE(has(prologOf({{"font", "Sans"}}), "\\deff1\\"));
+  EXPECT_TRUE(has(prologOf({{"font", "mono"}}), "\\deff2\\"));
+  const std::string own = prologOf({{"font", "Gill {Sans};"}});
+  EXPECT_TRUE(has(own, "\\deff3\\"));
+  EXPECT_TRUE(has(own, "{\\f3\\fnil\\fcharset0\\fprq2 Gill \\{Sans\\} ;}}\n"));
+}
+
+TEST(RtfProlog, HasStylesWithOutlineLevels) {
+  const std::string rtf = prologOf({});
+  EXPECT_EQ(linesWith(" heading 1;", rtf),
+            "{\\s1\\widctlpar\\keepn\\keep\\sb360\\sa120\\outlinelevel0\\b\\fs36\\sbasedon0\\snext0 heading 1;}\n");
+  for (const char* style : {" Normal;}", " heading 6;}", " Title;}", " Quote;}", " Code;}", " List Paragraph;}"}) {
+    EXPECT_TRUE(has(rtf, style)) << style;
+  }
+}
+
+TEST(RtfProlog, HasHeadersWithFieldsAndTabStops) {
+  const std::string rtf = prologOf({{"title", "T"}, {"header", "{title}|{date}|x"}, {"footer", "||{page}/{pages}"}});
+  EXPECT_EQ(linesWith("{\\header", rtf),
+            "{\\header\\pard\\plain\\s12\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 T\\tab 2026-01-31\\tab x\\par}\n");
+  EXPECT_EQ(linesWith("{\\footer", rtf),
+            "{\\footer\\pard\\plain\\s13\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 \\tab \\tab "
+            "{\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}/{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 1}}\\par}\n");
+}
+
+TEST(RtfProlog, NamesEachSectionInItsHeader) {
+  const std::string rtf = rtfOf(
+      [](Document& document) {
+        document.beginSection("One", {});
+        document.end();
+        document.beginSection("Two", {});
+        document.end();
+      },
+      {{"header", "{section}"}});
+  EXPECT_EQ(replaced(linesWith("{\\header", rtf),
+                     "{\\header\\pard\\plain\\s12\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 ", ""),
+            "One\\tab \\tab \\par}\nTwo\\tab \\tab \\par}\n");
+}
+
+TEST(RtfColorTable, HasNamedColorsAndTheNearestForOthers) {
+  const rtf::ColorTable colors;
+  EXPECT_LE(colors.size(), 255u);
+  EXPECT_NE(colors.indexOf(0xFF0000), colors.indexOf(0xEE0000 - 0x200000));
+  EXPECT_EQ(colors.indexOf(0x6495ED), colors.indexOf(0x6494EE));
+  EXPECT_EQ(colors.indexOf(0xFE0101), colors.indexOf(0xFF0000));
+}
+
+TEST(RtfColorTable, IsWrittenBeforeTheText) {
+  const std::string rtf = rtfOf([](Document& document) {
+    document.beginParagraph(Align::Auto);
+    document.beginColored(0xFF0000, 0xFFFF00);
+    document.text("x");
+    document.end();
+    document.end();
+  });
+  const rtf::ColorTable colors;
+  EXPECT_TRUE(has(rtf, "{\\colortbl;\\red11\\green92\\blue173;"));
+  const std::string back = std::to_string(colors.indexOf(0xFFFF00));
+  EXPECT_TRUE(has(
+      rtf, "{\\cf" + std::to_string(colors.indexOf(0xFF0000)) + "\\chshdng0\\chcbpat" + back + "\\cb" + back + " x}"));
+}

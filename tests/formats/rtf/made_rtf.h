@@ -1,0 +1,29 @@
+#pragma once
+
+#include "document/document.h"
+#include "formats/rtf/document_writer.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace scrivalen::test {
+
+using Content = std::function<void(document::Document&)>;
+using SettingValues = std::vector<std::pair<std::string_view, std::string_view>>;
+
+/// A document in RTF.
+std::string rtfOf(const Content& content, const SettingValues& settings = {});
+
+/// The text of one: what comes after the tables and the words of the first section, without the final brace.
+std::string rtfBodyOf(const Content& content, const SettingValues& settings = {});
+
+/// The lines that contain a text, in their order.
+std::string linesWith(std::string_view part, const std::string& rtf);
+
+/// A text in place of each occurrence of another.
+std::string replaced(std::string text, std::string_view from, std::string_view to);
+
+}  // namespace scrivalen::test

@@ -1,0 +1,66 @@
+#!/usr/bin/env bash
+# Has a program write a document with everything that RTF can hold, and LibreOffice and unrtf read it.
+#
+#   check_rtf_document.sh PROGRAM...
+# shellcheck source-path=SCRIPTDIR source=common.sh
+source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
+
+"$@" "$work/sample.rtf" || fail "no document was written"
+
+for format in fodt "txt:Text (encoded):UTF8" pdf; do
+  (cd "$work" && timeout 180 soffice "-env:UserInstallation=file://$work/settings" --headless --convert-to "$format" \
+    --outdir office sample.rtf >office.log 2>&1) || fail "LibreOffice did not convert it: $(cat "$work/office.log")"
+done
+
+found() {
+  xmllint --xpath "$1" "$work/office/sample.fodt"
+}
+
+# The numbers and bullets of lists are those that LibreOffice makes.
+expect_items() {
+  expect_equal "the items from $1 to $2" "$3" \
+    "$(sed -n "/$1/,/$2/p" "$work/office/sample.txt" | sed '1d;$d;s/^[[:space:]]*//' | tr '\t\n' ' |')"
+}
+
+check_lists() {
+  expect_items "Then a numbered list" "It starts again" "1. one|2. two|"
+  expect_items "It starts again" "And one that starts" \
+    "1. first|A further paragraph of the item.|2. second|A further paragraph of the item.|"
+  expect_items "And one that starts at 9" "^Nested lists$" "9. nine|10. ten|"
+}
+
+check_structure() {
+  expect_equal "the title" "A sample of {RTF}" "$(found 'string(//*[local-name()="title"])')"
+  expect_equal "the headings" 6 "$(found 'count(//*[local-name()="h"])')"
+  expect_equal "the link" "https://example.org/a?b={c}" \
+    "$(found 'string((//*[local-name()="p"]/*[local-name()="a" and not(starts-with(@*[local-name()="href"], "#"))]/@*[local-name()="href"])[1])')"
+  expect_equal "the page numbers of the contents" 4 "$(found 'count(//*[local-name()="bookmark-ref"])')"
+  expect_equal "the pictures" 2 "$(found 'count(//*[local-name()="image"])')"
+  expect_equal "columns spanned" 1 "$(found 'count(//@*[name()="table:number-columns-spanned" and . = "2"])')"
+}
+
+# In the printed pages no word is broken and no column is lost.
+check_pages() {
+  pdftotext -layout "$work/office/sample.pdf" "$work/sample.pages"
+  local column
+  for column in $(seq 0 69); do
+    grep -qw "Head$column" "$work/sample.pages" || fail "the heading of column $column is not on a page"
+    grep -qw "44/$column" "$work/sample.pages" || fail "the last row's column $column is not on a page"
+  done
+  for column in $(seq 0 13); do
+    grep -qw "Column$column" "$work/sample.pages" || fail "the heading 'Column$column' is broken"
+  done
+  grep -q 'Page 1 of ' "$work/sample.pages" || fail "the footer is not on the first page"
+}
+
+check_with_unrtf() {
+  (cd "$work" && unrtf --text sample.rtf >sample.unrtf 2>unrtf.err) || fail "unrtf: $(cat "$work/unrtf.err")"
+  for heading in Prose Lists "Nested lists" Tables "A table in parts" Pictures; do
+    grep -qF "$heading" "$work/sample.unrtf" || fail "unrtf does not find the heading '$heading'"
+  done
+}
+
+check_lists
+check_structure
+check_pages
+check_with_unrtf
