@@ -1,6 +1,6 @@
 #include "formats/document_formats.h"
 
-#include "formats/markup/html_writer.h"
+#include "formats/markup/html/html_writer.h"
 #include "formats/markup/xml_writer.h"
 #include "formats/rtf/document_writer.h"
 #include "formats/text/text_writer.h"

@@ -3,7 +3,7 @@
 //   scrivalen_write_html_page LANGUAGE
 #include "document/document.h"
 #include "document/pictures/picture.h"
-#include "formats/markup/html_writer.h"
+#include "formats/markup/html/html_writer.h"
 
 #include <cstdio>
 #include <string>

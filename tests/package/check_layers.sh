@@ -52,10 +52,11 @@ includes | awk '
     else if (path ~ /^scrivalen\//) layer = 6
   }
 
-  # Help holds an HTML report. The layout of a PDF file knows its fonts, and both its objects.
+  # Help holds an HTML report. The HTML of documents knows what it shares with their XML. The layout of a PDF file knows
+  # its fonts, and both its objects.
   function mayKnow(from, to) {
-    return from == to || (from == "help" && to == "markup") || (from == "pdf/layout" && to == "pdf/fonts") ||
-      (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
+    return from == to || (from == "help" && to == "markup") || (from == "markup/html" && to == "markup") ||
+      (from == "pdf/layout" && to == "pdf/fonts") || (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
   }
 
   # The command knows the interface, and below it only the layers without reports.

@@ -26,6 +26,7 @@ write_tree() {
   put src/api/document_api.cpp '"formats/document_formats.h"'
   put src/api/document_api.cpp '<scrivalen/document.h>'
   put src/formats/help/help.cpp '"formats/markup/html.h"'
+  put src/formats/markup/html/html_writer.cpp '"formats/markup/base64.h"'
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/objects/page.h"'
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/fonts/fonts.h"'
   put src/formats/pdf/fonts/fonts.h '"formats/pdf/objects/file.h"'
@@ -69,6 +70,7 @@ expect_found src/report/report.cpp '"scrivalen/html_report.h"' "above"
 expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another format"
 expect_found src/formats/rtf/rtf_doc.cpp '"scrivalen/pdf_doc.h"' "another format"
 expect_found src/formats/markup/html.cpp '"formats/help/help_project.h"' "another format"
+expect_found src/formats/markup/xml_writer.cpp '"formats/markup/html/html_links.h"' "another format"
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/layout/pages.h"' "another format"
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/fonts/fonts.h"' "another format"
 expect_found src/formats/pdf/fonts/fonts.cpp '"formats/pdf/layout/pages.h"' "another format"

@@ -1,4 +1,4 @@
-#include "formats/markup/html_style.h"
+#include "formats/markup/html/html_style.h"
 
 #include "document/settings/page.h"
 #include "document/settings/running_text.h"

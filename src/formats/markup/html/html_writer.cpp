@@ -1,11 +1,11 @@
-#include "formats/markup/html_writer.h"
+#include "formats/markup/html/html_writer.h"
 
 #include "document/language.h"
 #include "document/pictures/picture.h"
 #include "formats/markup/base64.h"
-#include "formats/markup/html_links.h"
-#include "formats/markup/html_page.h"
-#include "formats/markup/html_style.h"
+#include "formats/markup/html/html_links.h"
+#include "formats/markup/html/html_page.h"
+#include "formats/markup/html/html_style.h"
 #include "output/markup_text.h"
 #include "text/address.h"
 

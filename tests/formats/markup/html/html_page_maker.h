@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/model/writer.h"
-#include "formats/markup/html_writer.h"
+#include "formats/markup/html/html_writer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "formats/markup/html_links.h"
+#include "formats/markup/html/html_links.h"
 
 #include "text/ascii.h"
 

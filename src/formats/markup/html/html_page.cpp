@@ -1,8 +1,8 @@
-#include "formats/markup/html_page.h"
+#include "formats/markup/html/html_page.h"
 
 #include "document/language.h"
 #include "document/settings/running_text.h"
-#include "formats/markup/html_style.h"
+#include "formats/markup/html/html_style.h"
 #include "output/markup_text.h"
 #include "report/template_path.h"
 #include "system/files/files.h"
