@@ -10,7 +10,6 @@ namespace {
 
 using namespace scrivalen::api;
 using scrivalen::document::Align;
-using scrivalen::document::CellStyle;
 using scrivalen::document::Column;
 using scrivalen::document::isShare;
 using scrivalen::document::ValueFormat;
@@ -78,7 +77,8 @@ Status beginCell(Document& document, const scrivalen_cell_style* given) {
   if (!align) {
     return document.misuse(kUnknownAlignment);
   }
-  CellStyle result{.header = style.header != 0, .align = *align, .span = style.span == 0 ? 1 : style.span};
+  scrivalen::document::CellStyle result{
+      .header = style.header != 0, .align = *align, .span = style.span == 0 ? 1 : style.span};
   if (!readColor(style.color, result.color)) {
     return document.misuse(unknownColor(style.color));
   }

@@ -15,12 +15,12 @@
 namespace scrivalen::document {
 namespace {
 
-constexpr std::string_view kLineBreak = "<br/>";
+constexpr std::string_view kBreakElement = "<br/>";
 constexpr std::string_view kStart =
     "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<document xmlns=\"urn:scrivalen:document:1\"";
 
 // A tag that most cells of a column have, with the space to be copied in one piece.
-struct CellTag {
+struct ElementTag {
   static constexpr std::size_t kSpace = 48;
 
   char bytes[kSpace] = {};
@@ -29,8 +29,8 @@ struct CellTag {
 
 struct ColumnForm {
   std::string name;  // of its element
-  CellTag start;     // empty if the name is too long for it
-  CellTag end;
+  ElementTag start;  // empty if the name is too long for it
+  ElementTag end;
   bool isPlain = true;  // its values are shown in the plain form
 };
 
@@ -47,7 +47,7 @@ std::string_view nameOf(ValueType type) {
   return kNames[static_cast<int>(type)];
 }
 
-std::string_view elementOf(Span span) {
+std::string_view elementOfSpan(Span span) {
   switch (span) {
     case Span::Strong: return "strong";
     case Span::Emphasis: return "emphasis";
@@ -61,9 +61,9 @@ std::string_view elementOf(Span span) {
   return "span";
 }
 
-CellTag tagOf(std::string_view text) {
-  CellTag tag;
-  if (text.size() <= CellTag::kSpace) {
+ElementTag tagOf(std::string_view text) {
+  ElementTag tag;
+  if (text.size() <= ElementTag::kSpace) {
     std::memcpy(tag.bytes, text.data(), text.size());
     tag.size = text.size();
   }
@@ -86,7 +86,7 @@ class XmlWriter : public DocumentWriter {
 
  private:
   void put(std::string_view markup) { out_.write(markup.data(), markup.size()); }
-  void putText(std::string_view text) { escaper_.content(out_, text, isInCode_ ? "\n" : kLineBreak); }
+  void putText(std::string_view text) { escaper_.content(out_, text, isInCode_ ? "\n" : kBreakElement); }
   void putStart(std::string_view element);
   void putEnd(std::string_view element);
   void putAttribute(std::string_view name, std::string_view value);
@@ -354,8 +354,8 @@ void XmlWriter::writeInline(const Event& event) {
 void XmlWriter::writePart(const Event& event) {
   switch (event.kind) {
     case EventKind::Text: return putText(event.text);
-    case EventKind::BeginSpan: return putElement(elementOf(event.span));
-    case EventKind::EndSpan: return putEnd(elementOf(event.span));
+    case EventKind::BeginSpan: return putElement(elementOfSpan(event.span));
+    case EventKind::EndSpan: return putEnd(elementOfSpan(event.span));
     case EventKind::BeginColored: return beginColored(event);
     case EventKind::EndColored: return putEnd("colored");
     case EventKind::BeginSized: return beginSized(event);
@@ -458,7 +458,7 @@ void XmlWriter::putColumn(const Column& column, const ColumnForm& form) {
 }
 
 // The longest text that is written in place together with its tags.
-constexpr std::size_t kLongestSimple = MarkupText::longestInPlace(OutputBuffer::kBlock - 2 * CellTag::kSpace);
+constexpr std::size_t kLongestSimple = MarkupText::longestInPlace(OutputBuffer::kBlock - 2 * ElementTag::kSpace);
 
 bool isSimple(const Cell& cell, const ColumnForm& form) {
   return cell.content == nullptr && (form.isPlain || !cell.isValue()) && cell.span == 1 && cell.align == Align::Auto &&
@@ -481,10 +481,10 @@ void XmlWriter::row(const Row& row) {
 }
 
 void XmlWriter::putSimple(const ColumnForm& form, std::string_view text) {
-  char* at = out_.reserve(2 * CellTag::kSpace + MarkupText::spaceFor(text.size()));
-  std::memcpy(at, form.start.bytes, CellTag::kSpace);
-  at = escaper_.content(at + form.start.size, text, kLineBreak);
-  std::memcpy(at, form.end.bytes, CellTag::kSpace);
+  char* at = out_.reserve(2 * ElementTag::kSpace + MarkupText::spaceFor(text.size()));
+  std::memcpy(at, form.start.bytes, ElementTag::kSpace);
+  at = escaper_.content(at + form.start.size, text, kBreakElement);
+  std::memcpy(at, form.end.bytes, ElementTag::kSpace);
   out_.advance(at + form.end.size);
 }
 

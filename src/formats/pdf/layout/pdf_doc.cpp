@@ -28,7 +28,7 @@ int CPDFdoc::State::beginWith(int landscape, MakeFile makeFile) {
   last = Summary();
   containedIn(failure, [&] {
     const Form form = conforming ? Form::Conforming : Form::Classic;
-    document = std::make_unique<Document>(makeFile(form), landscape ? kLandscape : kPortrait, form);
+    document = std::make_unique<pdf::Document>(makeFile(form), landscape ? kLandscape : kPortrait, form);
   });
   return document ? 0 : -3;
 }
@@ -64,7 +64,7 @@ int CPDFdoc::BegDoc(void* file, int landscape) {
 bool CPDFdoc::IsOpen() const { return state_ && state_->document; }
 
 void CPDFdoc::AddFont(int id, PDF_STANDARD_FONT_FACE face) {
-  State::withDocument(state_, [&](Document& document) { document.addFont(id, face); });
+  State::withDocument(state_, [&](auto& document) { document.addFont(id, face); });
 }
 
 void CPDFdoc::SetConforming(int on) {
@@ -104,7 +104,7 @@ void CPDFdoc::ColorOn(_RGB_COLOR color) {
 void CPDFdoc::ColorOff() { ColorOn(kBlack); }
 
 void CPDFdoc::Paragraf(ParType type) {
-  State::withDocument(state_, [&](Document& document) {
+  State::withDocument(state_, [&](auto& document) {
     if (document.beginParagraph(state_->lastId)) {
       state_->style.paragraphType = type;
     }
@@ -112,52 +112,52 @@ void CPDFdoc::Paragraf(ParType type) {
 }
 
 void CPDFdoc::write(const wchar_t* text) {
-  State::withDocument(state_, [&](Document& document) { document.write(text, state_->style); });
+  State::withDocument(state_, [&](auto& document) { document.write(text, state_->style); });
 }
 
 void CPDFdoc::LineBreak() { write(L"\n"); }
 
 void CPDFdoc::BeginTable() {
-  State::withDocument(state_, [&](Document& document) { document.beginTable(state_->lastId); });
+  State::withDocument(state_, [&](auto& document) { document.beginTable(state_->lastId); });
 }
 
 void CPDFdoc::EndTable() {
-  State::withDocument(state_, [](Document& document) { document.endTable(); });
+  State::withDocument(state_, [](auto& document) { document.endTable(); });
 }
 
 void CPDFdoc::BeginRow(int columns) {
-  State::withDocument(state_, [&](Document& document) { document.beginRow(state_->lastId, columns); });
+  State::withDocument(state_, [&](auto& document) { document.beginRow(state_->lastId, columns); });
 }
 
 void CPDFdoc::EndRow() {
-  State::withDocument(state_, [](Document& document) { document.endRow(); });
+  State::withDocument(state_, [](auto& document) { document.endRow(); });
 }
 
 void CPDFdoc::BeginCell(_RGB_COLOR background) {
-  State::withDocument(state_, [&](Document& document) { document.beginCell(state_->lastId, background); });
+  State::withDocument(state_, [&](auto& document) { document.beginCell(state_->lastId, background); });
 }
 
 void CPDFdoc::EndCell() {
-  State::withDocument(state_, [](Document& document) { document.endCell(); });
+  State::withDocument(state_, [](auto& document) { document.endCell(); });
 }
 
 void CPDFdoc::BookMark(const wchar_t* name) {
-  State::withDocument(state_, [&](Document& document) { document.bookMark(orEmpty(name)); });
+  State::withDocument(state_, [&](auto& document) { document.bookMark(orEmpty(name)); });
 }
 
 void CPDFdoc::HyperLink(const wchar_t* text, const wchar_t* target) {
   State::withDocument(state_,
-                      [&](Document& document) { document.link(state_->lastId, text, orEmpty(target), state_->style); });
+                      [&](auto& document) { document.link(state_->lastId, text, orEmpty(target), state_->style); });
 }
 
 void CPDFdoc::AddOutlineItem(const wchar_t* text, const wchar_t* target, int level) {
-  State::withDocument(state_, [&](Document& document) {
+  State::withDocument(state_, [&](auto& document) {
     document.addOutlineItem(state_->lastId, text, orEmpty(target), level, state_->style);
   });
 }
 
 void CPDFdoc::PageBreak() {
-  State::withDocument(state_, [](Document& document) {
+  State::withDocument(state_, [](auto& document) {
     if (document.isMakingPages()) {
       document.pages().breakPage();
     }
@@ -180,15 +180,15 @@ float CPDFdoc::GetAvrCharWidth(int font, int size, int bold) {
 int CPDFdoc::GetNextUnusedFontIdx() { return IsOpen() ? state_->document->fonts().nextUnusedId() : 1; }
 
 void CPDFdoc::CreateFonts() {
-  State::withDocument(state_, [](Document& document) { document.addBoldVariants(); });
+  State::withDocument(state_, [](auto& document) { document.addBoldVariants(); });
 }
 
 void CPDFdoc::GeneratePages() {
-  State::withDocument(state_, [](Document& document) { document.makePages(); });
+  State::withDocument(state_, [](auto& document) { document.makePages(); });
 }
 
 void CPDFdoc::StartPage() {
-  State::withDocument(state_, [](Document& document) {
+  State::withDocument(state_, [](auto& document) {
     if (document.isMakingPages()) {
       document.pages().startPage();
     }
@@ -196,7 +196,7 @@ void CPDFdoc::StartPage() {
 }
 
 void CPDFdoc::FinishPage() {
-  State::withDocument(state_, [](Document& document) {
+  State::withDocument(state_, [](auto& document) {
     if (document.isMakingPages()) {
       document.pages().finishPage();
     }
@@ -209,7 +209,7 @@ int CPDFdoc::EndDoc(const wchar_t* pageMode) {
   }
   CreateFonts();
   GeneratePages();
-  State::withDocument(state_, [&](Document& document) {
+  State::withDocument(state_, [&](auto& document) {
     std::u16string mode;
     appendUtf16(mode, pageMode ? pageMode : L"UseNone");
     document.setPageMode(mode);
