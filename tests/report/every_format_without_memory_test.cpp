@@ -77,6 +77,9 @@ struct EveryFormatWithoutMemory : testing::TestWithParam<std::tuple<ChildFormat,
   const std::wstring separator = std::wstring(20, L'|');
 };
 
+constexpr ChildFormat kDocuments[] = {{FORMAT_DOCUMENT_TEXT, "document_text", &bytesOf, ""},
+                                      {FORMAT_DOCUMENT_HTML, "document_html", &bytesOf, ""}};
+
 std::string name(const testing::TestParamInfo<EveryFormatWithoutMemory::ParamType>& test) {
   const auto& [format, extent] = test.param;
   return std::string(format.name) + (extent == Extent::One ? "_OneFails" : "_AllFail");
@@ -104,5 +107,9 @@ TEST_P(EveryFormatWithoutMemory, IsCompleteOrReportsTheFailure) {
 
 INSTANTIATE_TEST_SUITE_P(Each, EveryFormatWithoutMemory,
                          testing::Combine(testing::ValuesIn(childFormats()),
+                                          testing::Values(Extent::One, Extent::AllFromThere)),
+                         name);
+INSTANTIATE_TEST_SUITE_P(EachDocument, EveryFormatWithoutMemory,
+                         testing::Combine(testing::ValuesIn(kDocuments),
                                           testing::Values(Extent::One, Extent::AllFromThere)),
                          name);
