@@ -73,16 +73,34 @@ REPORT_ERRORS DocumentReport::Open(const wchar_t* file) {
     error.set(FileError::Open, orEmpty(file), kStillOpen);
     return REPORT_FILE_ERROR;
   }
-  return error.resultOf([&] {
+  const REPORT_ERRORS result = error.resultOf([&] {
     auto session = std::make_unique<Session>(orEmpty(file), format_);
-    const REPORT_ERRORS result = resultOf(open(*session), session->document);
-    if (result == REPORT_OK) {
+    if (!lock(session->file)) {
+      return REPORT_FILE_ERROR;
+    }
+    const REPORT_ERRORS opened = resultOf(open(*session), FileError::Open, *session);
+    if (opened == REPORT_OK) {
       session_ = std::move(session);
-    } else if (result == REPORT_TEMPLATE_NOT_FOUND) {
+    } else if (opened == REPORT_TEMPLATE_NOT_FOUND) {
       CLog::Bug2(error_);
     }
-    return result;
+    return opened;
   });
+  if (!session_) {
+    target_.release();
+  }
+  return result;
+}
+
+// A device or a pipe is locked by the document, which writes to it.
+bool DocumentReport::lock(const std::wstring& file) {
+  if (isSpecialFile(file) || isOpenFilesName(file) || target_.lock(file)) {
+    return true;
+  }
+  std::wstring reason;
+  CLog::FormatLastError(reason);
+  ReportError(error_, lost_).set(FileError::Open, file, reason);
+  return false;
 }
 
 Status DocumentReport::open(Session& session) {
@@ -142,26 +160,35 @@ REPORT_ERRORS DocumentReport::Close() {
     if (!hasLoss) {
       session_->translation.finish();
     }
+    target_.release();  // to be replaced
     const Status status = document.close();
     logWarnings();
     if (hasLoss) {
       return REPORT_FILE_ERROR;
     }
-    const REPORT_ERRORS closed = resultOf(status, document);
+    const REPORT_ERRORS closed = resultOf(status, FileError::Write, *session_);
     if (closed != REPORT_OK) {
       CLog::Bug2(error_);
     }
     return closed;
   });
   session_.reset();
+  target_.release();
   return result;
 }
 
-REPORT_ERRORS DocumentReport::resultOf(Status status, const Document& document) {
+// What a document says of its file is said as the other reports do.
+REPORT_ERRORS DocumentReport::resultOf(Status status, FileError error, Session& session) {
   if (status == Status::Ok) {
     return REPORT_OK;
   }
-  ReportError(error_, lost_).set(toWide(document.error()));
+  const std::wstring text = toWide(session.document.error());
+  const std::wstring start = L"cannot write '" + session.file + L"': ";
+  if (text.starts_with(start)) {
+    ReportError(error_, lost_).set(error, session.file, std::wstring_view(text).substr(start.size()));
+  } else {
+    ReportError(error_, lost_).set(text);
+  }
   return status == Status::TemplateNotFound ? REPORT_TEMPLATE_NOT_FOUND : REPORT_FILE_ERROR;
 }
 

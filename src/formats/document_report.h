@@ -1,6 +1,8 @@
 #pragma once
 
 #include "document/document.h"
+#include "output/file_error.h"
+#include "output/target_file.h"
 #include "scrivalen/report.h"
 
 #include <memory>
@@ -54,6 +56,7 @@ class DocumentReport final : public AReport {
  private:
   struct Session;
 
+  bool lock(const std::wstring& file);
   template <typename Action>
   void write(Action&& action) noexcept;
   document::Status open(Session& session);
@@ -61,13 +64,14 @@ class DocumentReport final : public AReport {
   void applyTemplate(document::Document& document);
   void applyProperties(document::Document& document);
   void changeSetting() noexcept;
-  REPORT_ERRORS resultOf(document::Status status, const document::Document& document);
+  REPORT_ERRORS resultOf(document::Status status, FileError error, Session& session);
   void logWarnings() noexcept;
 
   const document::Format& format_;
   bool isLandscape_ = false;
   bool isSingleByte_ = false;
   std::unique_ptr<Session> session_;  // while the report is open
+  TargetFile target_;                 // held against other reports, from Open to Close
 };
 
 }  // namespace scrivalen

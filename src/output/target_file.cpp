@@ -21,7 +21,9 @@ bool TargetFile::prepare(const std::wstring& path) {
   return createWorkFolder();
 }
 
-bool TargetFile::hold(const std::wstring& path) {
+bool TargetFile::hold(const std::wstring& path) { return lock(path) && createWorkFolder(); }
+
+bool TargetFile::lock(const std::wstring& path) {
   path_ = path;  // allocated before there is a file to delete
   HeldFile held = holdExclusive(path_);
   if (!held.file) {
@@ -29,7 +31,7 @@ bool TargetFile::hold(const std::wstring& path) {
   }
   file_ = std::move(held.file);
   isNew_ = held.isNew;
-  return createWorkFolder();
+  return true;
 }
 
 bool TargetFile::createWorkFolder() {

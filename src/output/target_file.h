@@ -26,6 +26,9 @@ class TargetFile {
   /// is deleted again unless it gets its content.
   bool hold(const std::wstring& path);
 
+  /// Only holds the file like that, without a folder for new content.
+  bool lock(const std::wstring& path);
+
   /// The folder for the new content, without a trailing separator.
   const std::wstring& folder() const { return work_.path(); }
   /// The path for the new content, in that folder and with the target's name; there is no file yet.

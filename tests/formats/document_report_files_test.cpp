@@ -3,6 +3,7 @@
 #include "support/captured_log.h"
 #include "support/documents/recording_writer.h"
 #include "support/documents/templates.h"
+#include "support/faults/open_errors.h"
 #include "support/files.h"
 
 #include <gtest/gtest.h>
@@ -55,7 +56,7 @@ TEST_F(DocumentReportFile, IsReplacedByClose) {
   report.SetOutputFileName(path().c_str());
   EXPECT_EQ(report.Open(), REPORT_OK);
   writeParagraph(report, L"one");
-  EXPECT_EQ(bytes(), "before");
+  EXPECT_EQ(std::filesystem::file_size(asPath(path())), 6u);
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(bytes(), "one\n");
   EXPECT_STREQ(report.GetError(), L"");
@@ -76,7 +77,7 @@ TEST_F(DocumentReportFile, ThatCannotBeCreatedFailsToOpen) {
   DocumentReport report(text());
   const std::wstring missing = path(L"missing/a");
   EXPECT_EQ(report.Open(missing.c_str()), REPORT_FILE_ERROR);
-  EXPECT_TRUE(std::wstring(report.GetError()).starts_with(L"cannot write '" + missing + L"': ")) << report.GetError();
+  EXPECT_EQ(report.GetError(), openingError(missing));
   writeParagraph(report, L"dropped");
   EXPECT_EQ(report.Close(), REPORT_OK);
   EXPECT_EQ(report.Open(nullptr), REPORT_FILE_ERROR);
@@ -178,6 +179,20 @@ TEST_F(DocumentReportFile, ThatLacksItsTemplateFailsToOpen) {
   EXPECT_NE(std::wstring(report.GetError()).find(L"no-such-template.htm"), std::wstring::npos);
   EXPECT_EQ(log.lines(), std::vector<std::wstring>{report.GetError()});
   EXPECT_FALSE(exists(path()));
+}
+
+TEST_F(DocumentReportFile, IsHeldFromOpenToClose) {
+  DocumentReport report(text());
+  DocumentReport other(text());
+  EXPECT_EQ(report.Open(path().c_str()), REPORT_OK);
+  EXPECT_EQ(std::filesystem::file_size(asPath(path())), 0u);
+  EXPECT_EQ(other.Open(path().c_str()), REPORT_FILE_ERROR);
+  EXPECT_TRUE(std::wstring(other.GetError()).starts_with(L"File open/create error for '" + path() + L"'. "));
+  writeParagraph(report, L"one");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(other.Open(path().c_str()), REPORT_OK);
+  EXPECT_EQ(other.Close(), REPORT_OK);
+  EXPECT_EQ(bytes(), "");
 }
 
 TEST_F(DocumentReportFile, TakesSettingsUntilTheFirstContent) {

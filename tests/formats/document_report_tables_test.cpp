@@ -1,5 +1,5 @@
-#include "support/captured_log.h"
 #include "formats/recorded_report.h"
+#include "support/captured_log.h"
 
 #include <gtest/gtest.h>
 

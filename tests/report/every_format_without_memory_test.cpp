@@ -77,8 +77,7 @@ struct EveryFormatWithoutMemory : testing::TestWithParam<std::tuple<ChildFormat,
   const std::wstring separator = std::wstring(20, L'|');
 };
 
-constexpr ChildFormat kDocuments[] = {{FORMAT_DOCUMENT_TEXT, "document_text", &bytesOf, ""},
-                                      {FORMAT_DOCUMENT_HTML, "document_html", &bytesOf, ""}};
+constexpr ChildFormat kDocuments[] = {{FORMAT_DOCUMENT_TEXT, "document_text", &bytesOf, ""}};
 
 std::string name(const testing::TestParamInfo<EveryFormatWithoutMemory::ParamType>& test) {
   const auto& [format, extent] = test.param;

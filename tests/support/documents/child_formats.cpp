@@ -27,6 +27,15 @@ std::string readHtml(const std::wstring& path) {
   return between(bytes, bytes.starts_with("<!DOCTYPE html>\n") ? "<body>\n" : "", "</body></html>\n");
 }
 
+// The section that is the topic, without its tags and the document's title.
+std::string readDocument(const std::wstring& path) {
+  const std::string bytes = bytesOf(path);
+  const std::size_t start = bytes.find("<p>");
+  const std::size_t end = bytes.find("</section>", start);
+  EXPECT_NE(end, std::string::npos) << bytes;
+  return end == std::string::npos ? bytes : bytes.substr(start, end - start);
+}
+
 std::string readXml(const std::wstring& path) {
   return between(bytesOf(path), "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<report>", "</report>");
 }
@@ -61,6 +70,7 @@ constexpr ChildFormat kFormats[] = {
     {3, "txt", &readText, "one\r\ntwo\r\n"},
     {5, "pdf", &readPdf, "(one)Tj\n(two)Tj\n"},
     {6, "xlsx", &readCells, "A1 \"one\" bold\nA2 \"two\" bold\n"},
+    {101, "document", &readDocument, "<p>one</p>\n<p>two</p>\n"},
     {4, "chm", &readHelp, "<p>one</p><p>two</p>"},
 };
 
