@@ -27,7 +27,7 @@ constexpr const char* kUsage =
     "          rows: scrivalen_rows, a thousand rows at a time\n"
     "          typed: as cells, with numbers and dates as such\n"
     "          typedrows: as rows, with numbers and dates as such\n"
-    "          handwritten (html, text): buffered stdio\n"
+    "          handwritten (html, xml, rtf, text): buffered stdio\n"
     "          empty: ROWS documents without content, into memory; prints the microseconds of one instead\n";
 
 constexpr std::size_t kRowsAtOnce = 1000;
@@ -171,6 +171,7 @@ std::string writeDocument(WriteContent write, const std::vector<std::string>& fo
     }
   }
   scrivalen_set(document.handle, "text.width", "120");
+  scrivalen_set(document.handle, "clock", "1700000000");
   beginTable(document.handle);
   write(document.handle, rows);
   return scrivalen_close(document.handle) == SCRIVALEN_OK ? "" : failureOf(document);
@@ -187,6 +188,7 @@ std::string documentOf(const char* format, long rows) {
   const Document document;
   scrivalen_add_stream(document.handle, format, &append, &bytes);
   scrivalen_set(document.handle, "text.width", "120");
+  scrivalen_set(document.handle, "clock", "1700000000");
   beginTable(document.handle);
   writeCells(document.handle, rows);
   scrivalen_close(document.handle);
@@ -199,22 +201,31 @@ struct FileCloser {
   void operator()(std::FILE* file) const { std::fclose(file); }
 };
 
-void putHtml(std::string_view text, std::FILE* out) {
+// Writes the text through @p escape, which returns what replaces a character; empty for one that stays.
+template <typename Escape>
+void putEscaped(std::string_view text, std::FILE* out, Escape escape) {
+  constexpr std::size_t kLongest = 8;
   char bytes[4096];
   char* at = bytes;
   for (const char c : text) {
-    if (at > bytes + sizeof bytes - 6) {
+    if (at > bytes + sizeof bytes - kLongest) {
       std::fwrite(bytes, 1, static_cast<std::size_t>(at - bytes), out);
       at = bytes;
     }
-    const std::string_view escape = c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "";
-    if (escape.empty()) {
+    const std::string_view replacement = escape(c);
+    if (replacement.empty()) {
       *at++ = c;
     } else {
-      at = std::copy(escape.begin(), escape.end(), at);
+      at = std::copy(replacement.begin(), replacement.end(), at);
     }
   }
   std::fwrite(bytes, 1, static_cast<std::size_t>(at - bytes), out);
+}
+
+void putMarkup(std::string_view text, std::FILE* out) {
+  putEscaped(text, out, [](char c) -> std::string_view {
+    return c == '&' ? "&amp;" : c == '<' ? "&lt;" : c == '>' ? "&gt;" : "";
+  });
 }
 
 void writeHtml(long rows, std::FILE* out) {
@@ -231,13 +242,71 @@ void writeHtml(long rows, std::FILE* out) {
     for (const std::string_view text : texts.of(bookings.next())) {
       const bool isNumber = column == 0 || column == 3;
       std::fputs(isNumber ? "<td style=\"text-align:right\">" : column == 4 ? "<td class=\"date\">" : "<td>", out);
-      putHtml(text, out);
+      putMarkup(text, out);
       std::fputs("</td>", out);
       ++column;
     }
     std::fputs("</tr>\n", out);
   }
   std::fwrite(page.data() + end, 1, page.size() - end, out);
+}
+
+void writeXml(long rows, std::FILE* out) {
+  const std::string document = documentOf("xml", 1);
+  const std::size_t begin = document.find("<row>");
+  const std::size_t end = document.find("</table>");
+  std::fwrite(document.data(), 1, begin, out);
+  Bookings bookings;
+  BookingTexts texts;
+  for (long row = 0; row < rows; ++row) {
+    std::fputs("<row>", out);
+    for (const std::string_view text : texts.of(bookings.next())) {
+      std::fputs("<cell>", out);
+      putMarkup(text, out);
+      std::fputs("</cell>", out);
+    }
+    std::fputs("</row>\n", out);
+  }
+  std::fwrite(document.data() + end, 1, document.size() - end, out);
+}
+
+// The ledger has one letter outside ASCII.
+void putRtf(std::string_view text, std::FILE* out) {
+  putEscaped(text, out, [](char c) -> std::string_view {
+    switch (c) {
+      case '\\': return "\\\\";
+      case '{': return "\\{";
+      case '}': return "\\}";
+      case '\xC3': return "\\'";
+      case '\xA9': return "E9";
+      default: return "";
+    }
+  });
+}
+
+void writeRtf(long rows, std::FILE* out) {
+  constexpr std::string_view kFirstCell = "\\qr 1\\cell";
+  constexpr const char* kAlignments[] = {"\\qr ", "\\ql ", "", "\\qr ", "\\ql ", ""};
+  const std::string document = documentOf("rtf", std::min<long>(rows, kSampleRows));
+  const std::size_t begin = document.find("\\trowd");
+  const std::size_t cell = document.find(kFirstCell);
+  const std::size_t end = document.rfind("\\row\n") + 5;
+  const std::string definition = document.substr(begin, cell - begin);
+  std::fwrite(document.data(), 1, begin, out);
+  Bookings bookings;
+  BookingTexts texts;
+  for (long row = 0; row < rows; ++row) {
+    std::fputs(definition.c_str(), out);
+    std::size_t column = 0;
+    for (const std::string_view text : texts.of(bookings.next())) {
+      std::fputs(kAlignments[column], out);
+      putRtf(text, out);
+      std::fputs("\\cell\n", out);
+      ++column;
+    }
+    std::fputs("\\row\n", out);
+  }
+  std::fwrite(document.data() + end, 1, document.size() - end, out);
 }
 
 std::size_t charactersOf(std::string_view text) {
@@ -293,6 +362,10 @@ std::string writeByHand(const std::string& format, long rows, const std::string&
   std::setvbuf(out.get(), nullptr, _IOFBF, kBufferSize);
   if (format == "html") {
     writeHtml(rows, out.get());
+  } else if (format == "xml") {
+    writeXml(rows, out.get());
+  } else if (format == "rtf") {
+    writeRtf(rows, out.get());
   } else {
     writeText(rows, out.get());
   }
