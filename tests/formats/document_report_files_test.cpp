@@ -259,3 +259,20 @@ TEST_F(DocumentReportFile, HasTheWidthsOfTheFirstRow) {
   ASSERT_NE(second, std::string::npos) << page;
   EXPECT_EQ(page.find("<colgroup>", second + 1), std::string::npos) << page;
 }
+
+TEST_F(DocumentReportFile, NamesTheElementsOfXml) {
+  DocumentReport report(*documentFormatOf("xml"));
+  EXPECT_EQ(report.Open(path().c_str()), REPORT_OK);
+  report.BeginTable(L"ledger", nullptr);
+  report.BeginRow(L"row", nullptr, 2);
+  for (const wchar_t* name : {L"customer", L"amount"}) {
+    report.BeginCell(name, 0, nullptr);
+    report.Text(L"x", PARAGRAPH_NONE, L"", 0);
+    report.EndCell(name, 0);
+  }
+  report.EndRow(L"row");
+  report.EndTable(L"ledger");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  EXPECT_NE(bytes().find("<customer>x</customer><amount>x</amount>"), std::string::npos) << bytes();
+  EXPECT_NE(bytes().find("ledger"), std::string::npos) << bytes();
+}

@@ -275,3 +275,28 @@ TEST(DocumentReportTables, HaveTheCompositeRows) {
             "table 't' left 9/16 left 5/5\nheader header:'Report Attribute' header:'Value'\nrow 'a' align3:'b'\n"
             "row 'c' 'R & D'\nend table\n");
 }
+
+TEST(DocumentReportTables, HaveContentsInACellAsItsLines) {
+  EXPECT_EQ(recorded([](AReport& report) {
+              report.BeginRow(nullptr, nullptr, 1);
+              report.BeginCell(nullptr, 0, nullptr);
+              writeInline(report, L"see");
+              report.BeginToc();
+              report.TocItem(L"one", L"One", 0);
+              report.EndToc();
+              report.EndCell(nullptr, 0);
+              report.EndRow(nullptr);
+              report.Ancor(L"one");
+            }),
+            "table left 3/3\nrow 'see\\nOne'\n[\ntext 'see\\n'\nlink ->#one\ntext 'One'\nend link\n]\n"
+            "end table\nanchor @one\n");
+}
+
+TEST(DocumentReportTables, ColorACellOverItsAttributes) {
+  EXPECT_EQ(recorded([](AReport& report) {
+              report.SetCellColor(L"red;blue");
+              report.Cell(L"a", 0, L" style=\"color:lime\" align=right");
+              report.Cell(L"b", 0, L" style=\"color:lime\"");
+            }),
+            "table left 1/1 left 1/1\nrow align3:#FF0000:'a' #00FF00:'b'\nend table\n");
+}
