@@ -65,7 +65,7 @@ class RtfDocumentWriter : public DocumentWriter {
   void breakPage();
   void beginParagraph(Style style, std::string_view words);
   void closeParagraph();
-  void writeEmptyParagraph(std::string_view words);
+  void writeEmptyParagraph();
   void writeIndent();
   void writeMarker();
   void flushMarker();
@@ -201,10 +201,10 @@ void RtfDocumentWriter::beginSection(std::string_view name) {
 }
 
 void RtfDocumentWriter::breakPage() {
-  if (std::exchange(breaksPage_, false)) {
-    writeEmptyParagraph("\\pagebb");
+  if (breaksPage_) {
+    writeEmptyParagraph();
   }
-  breaksPage_ = hasParagraph_;
+  breaksPage_ = hasParagraph_ && !isAtTop_;
 }
 
 void RtfDocumentWriter::beginParagraph(Style style, std::string_view words) {
@@ -229,8 +229,8 @@ void RtfDocumentWriter::closeParagraph() {
   }
 }
 
-void RtfDocumentWriter::writeEmptyParagraph(std::string_view words) {
-  beginParagraph(bodyStyle(), words);
+void RtfDocumentWriter::writeEmptyParagraph() {
+  beginParagraph(bodyStyle(), {});
   closeParagraph();
 }
 
@@ -280,7 +280,7 @@ void RtfDocumentWriter::writeMarker() {
 
 void RtfDocumentWriter::flushMarker() {
   if (markerDepth_ > 0) {
-    writeEmptyParagraph({});
+    writeEmptyParagraph();
   }
 }
 

@@ -56,9 +56,8 @@ void TableWriter::begin(const Table& table, int indent, int space, bool isEqual)
 }
 
 std::string TableWriter::definitionBegin(bool isRepeated) const {
-  const std::string padding = std::to_string(plan_.padding);
-  return "\\trowd\\trgaph" + padding + "\\trleft" + std::to_string(indent_) + "\\trpaddl" + padding + "\\trpaddr" +
-         padding + "\\trpaddfl3\\trpaddfr3\\trkeep" + (isRepeated ? "\\trhdr" : "");
+  return "\\trowd\\trgaph" + std::to_string(plan_.padding) + "\\trleft" + std::to_string(indent_) + "\\trkeep" +
+         (isRepeated ? "\\trhdr" : "");
 }
 
 std::string TableWriter::plainDefinition(const TablePart& part) const {

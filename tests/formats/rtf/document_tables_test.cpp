@@ -15,8 +15,7 @@ namespace {
 // A table's rows, without the words that all rows of its size have in common.
 std::string tableOf(const Content& content, const SettingValues& settings = {}) {
   std::string body = rtfBodyOf(content, settings);
-  body = replaced(std::move(body), "\\trowd\\trgaph80\\trleft0\\trpaddl80\\trpaddr80\\trpaddfl3\\trpaddfr3\\trkeep",
-                  "ROW");
+  body = replaced(std::move(body), "\\trowd\\trgaph80\\trleft0\\trkeep", "ROW");
   body = replaced(std::move(body), "\\clbrdrb\\brdrs\\brdrw5\\brdrcf2", "");
   body = replaced(std::move(body), "\\pard\\plain\\intbl\\sb30\\sa30\\fs20", " CELLS");
   return replaced(std::move(body), "\\pard\\plain\\sl-160\\slmult0\\fs12\\par\n", "AFTER\n");

@@ -202,6 +202,26 @@ TEST(RtfDocument, BreaksPagesBeforeTheNextParagraph) {
             "NORMAL\\sb0\\pagebb x\\par\nNORMAL y\\par\n");
 }
 
+TEST(RtfDocument, BreaksNoPageAtTheTopOfOne) {
+  const std::string rtf = rtfOf([](Document& document) {
+    document.pageBreak();
+    document.paragraph("x");
+    document.beginSection({}, {});
+    document.pageBreak();
+    document.paragraph("y");
+  });
+  EXPECT_EQ(rtf.find("\\pagebb"), std::string::npos);
+}
+
+TEST(RtfDocument, WritesAnEmptyPageBetweenTwoPageBreaks) {
+  EXPECT_EQ(bodyOf([](Document& document) {
+              document.pageBreak();
+              document.pageBreak();
+              document.paragraph("x");
+            }),
+            "NORMAL\\sb0\\pagebb \\par\nNORMAL\\sb0\\pagebb x\\par\n");
+}
+
 TEST(RtfDocument, WritesBulletsAsAListOfTheReader) {
   EXPECT_EQ(bodyOf([](Document& document) {
               document.beginList(false, 0, true);
