@@ -2,7 +2,7 @@
 
 #include "api/call.h"
 #include "api/colors.h"
-#include "api/picture_file.h"
+#include "document/pictures/picture_file.h"
 
 #include <algorithm>
 #include <array>
@@ -76,7 +76,7 @@ Status image(Document& document, const void* data, std::size_t size, std::string
 
 Status imageFile(Document& document, std::string_view path, std::string_view alternative, double width) {
   std::string reason;
-  const auto picture = readPictureFile(path, reason);
+  const auto picture = scrivalen::document::readPictureFile(path, reason);
   return document.image(picture, alternative, width, "cannot use the picture " + quoted(path) + ": " + reason);
 }
 

@@ -9,8 +9,10 @@ program=("$@")
 vnu="$root/node_modules/vnu-jar/build/dist/vnu.jar"
 [ -f "$vnu" ] || fail "the HTML validator is missing; scripts/setup.sh test installs it"
 
+# A grey picture of 4 x 2 pixels for the header.
+base64 -d >"$work/logo.png" <<<'iVBORw0KGgoAAAANSUhEUgAAAAQAAAACCAAAAABawyK/AAAADklEQVR4nGNoAAIGEAEAFAoEAeiOg+cAAAAASUVORK5CYII='
 for language in en ar; do
-  "${program[@]}" "$language" >"$work/$language.html" || fail "the page in '$language' was not written"
+  "${program[@]}" "$language" "$work/logo.png" >"$work/$language.html" || fail "the page in '$language' was not written"
 done
 java -jar "$vnu" --errors-only "$work"/*.html || fail "the validator finds errors"
 
@@ -22,6 +24,7 @@ pages="$(pdfinfo "$work/en.pdf" | sed -n 's/^Pages: *//p')"
 [ "$pages" -gt 4 ] || fail "expected a break before the second section and a table of several pages, found $pages pages"
 expect_equal "pages with a footer" "$pages" "$(grep -c "Page [0-9]* of $pages\$" "$work/en.txt")"
 expect_equal "pages with a header" "$pages" "$(grep -c "A report & its \"title\" .*2026-01-31\$" "$work/en.txt")"
+expect_equal "pages with a picture in the header" "$pages" "$(pdfimages -list "$work/en.pdf" | grep -c ' image *4 *2 ')"
 heads="$(grep -c 'Region *Sales *Since *Remark' "$work/en.txt")"
 [ "$heads" -gt 1 ] || fail "the head of the table is not repeated"
 grep -q '74070.00 *2024-12-03' "$work/en.txt" || fail "the last row is not complete"

@@ -1,6 +1,6 @@
 // Writes a page with every kind of block, span and table on standard output.
 //
-//   scrivalen_write_html_page LANGUAGE
+//   scrivalen_write_html_page LANGUAGE [PICTURE]
 #include "document/document.h"
 #include "document/pictures/picture.h"
 #include "formats/markup/html/html_writer.h"
@@ -174,6 +174,7 @@ int main(int argc, char** argv) {
   document.set("language", argc > 1 ? argv[1] : "en");
   document.set("header", "{title}||{date}");
   document.set("footer", "||Page {page} of {pages}");
+  document.set("header-image", argc > 2 ? argv[2] : "");
   writeDocument(document);
   const Status status = document.close();
   if (status != Status::Ok) {

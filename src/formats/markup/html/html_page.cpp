@@ -2,6 +2,7 @@
 
 #include "document/language.h"
 #include "document/settings/running_text.h"
+#include "formats/markup/html/html_header_image.h"
 #include "formats/markup/html/html_style.h"
 #include "output/markup_text.h"
 #include "report/template_path.h"
@@ -39,7 +40,7 @@ std::string titleOf(const FormatSettings& settings) {
   return title.find_first_not_of(' ') == title.npos ? "-" : escaped(title);
 }
 
-std::string ownHead(const FormatSettings& settings) {
+std::string ownHead(const FormatSettings& settings, std::string_view headerImage) {
   const std::string_view language = settings.text("language");
   std::string head = "<!DOCTYPE html>\n<html lang=\"" + escaped(language) + '"';
   head.append(isRightToLeft(language) ? " dir=\"rtl\">\n" : ">\n");
@@ -53,7 +54,9 @@ std::string ownHead(const FormatSettings& settings) {
   appendMeta(head, "description", settings.text("subject"));
   appendMeta(head, "keywords", settings.text("keywords"));
   appendMeta(head, "dcterms.date", settings.text("date"));
-  return head.append("<style>\n").append(htmlStyle(settings)).append("</style>\n</head>\n<body>\n<main>\n");
+  return head.append("<style>\n")
+      .append(htmlStyle(settings, headerImage))
+      .append("</style>\n</head>\n<body>\n<main>\n");
 }
 
 // The path as it is; a name without a folder may also be that of a template that is installed with the library.
@@ -149,7 +152,8 @@ std::pair<std::string_view, std::string_view> divided(std::string_view page) {
 HtmlPage htmlPageOf(const WriterContext& context) {
   const std::string_view name = context.settings.text("template");
   if (name.empty()) {
-    return {ownHead(context.settings), "</main>\n</body>\n</html>\n"};
+    const std::string headerImage = htmlHeaderImage(context.settings, context.warnings);
+    return {ownHead(context.settings, headerImage), "</main>\n</body>\n</html>\n"};
   }
   const std::string page = cleanTemplate(readTemplate(name), context.warnings);
   const Placeholders placeholders = placeholdersOf(context.settings);

@@ -151,26 +151,28 @@ bool contains(std::string_view text, std::string_view part) { return text.find(p
 bool isSection(const RunningPiece& piece) { return piece.field == RunningField::Section; }
 
 // Browsers that know no names of sections on the page drop the second declaration and keep the first.
-void appendMarginBox(std::string& rules, std::string_view name, std::vector<RunningPiece> pieces,
-                     const FormatSettings& settings) {
-  if (pieces.empty()) {
+void appendMarginBox(std::string& rules, std::string_view name, std::string_view image,
+                     std::vector<RunningPiece> pieces, const FormatSettings& settings) {
+  if (pieces.empty() && image.empty()) {
     return;
   }
-  const std::string all = contentOf(pieces, settings);
+  const std::string start = image.empty() || pieces.empty() ? std::string(image) : std::string(image) + " \" \" ";
+  const std::string all = start + contentOf(pieces, settings);
   const bool hasSection = std::erase_if(pieces, &isSection) > 0;
   rules.append("@").append(name).append("{");
-  if (hasSection && !pieces.empty()) {
-    rules.append("content:").append(contentOf(pieces, settings)).append(";");
+  if (hasSection && !(pieces.empty() && image.empty())) {
+    rules.append("content:").append(pieces.empty() ? image : start + contentOf(pieces, settings)).append(";");
   }
   rules.append("content:").append(all).append("}\n");
 }
 
-void appendRunningText(std::string& rules, std::string_view place, std::string_view name,
+void appendRunningText(std::string& rules, std::string_view place, std::string_view name, std::string_view image,
                        const FormatSettings& settings) {
   constexpr std::string_view kSides[] = {"-left", "-center", "-right"};
   const RunningText parts = runningTextOf(settings.text(name));
   for (std::size_t i = 0; i < parts.size(); ++i) {
-    appendMarginBox(rules, std::string(place).append(kSides[i]), parts[i], settings);
+    const std::string_view imageHere = i == 0 ? image : std::string_view();
+    appendMarginBox(rules, std::string(place).append(kSides[i]), imageHere, parts[i], settings);
   }
 }
 
@@ -178,21 +180,21 @@ bool showsSection(const FormatSettings& settings) {
   return contains(settings.text("header"), "{section}") || contains(settings.text("footer"), "{section}");
 }
 
-std::string pageRules(const FormatSettings& settings) {
+std::string pageRules(const FormatSettings& settings, std::string_view headerImage) {
   const Page page = pageOf(settings);
   std::string rules = "@page{size:" + sizeOf(settings, page) + ";margin:" + millimetres(page.topPt) + ' ' +
                       millimetres(page.rightPt) + ' ' + millimetres(page.bottomPt) + ' ' + millimetres(page.leftPt) +
                       ";color:#59636e;font:8.5pt " + fontsOf(settings) + ";\n";
-  appendRunningText(rules, "top", "header", settings);
-  appendRunningText(rules, "bottom", "footer", settings);
+  appendRunningText(rules, "top", "header", headerImage, settings);
+  appendRunningText(rules, "bottom", "footer", {}, settings);
   return rules + "}\n";
 }
 
 }  // namespace
 
-std::string htmlStyle(const FormatSettings& settings) {
+std::string htmlStyle(const FormatSettings& settings, std::string_view headerImage) {
   std::string style = "body{font-family:" + fontsOf(settings) + "}\n";
-  style.append(kStyle).append(pageRules(settings));
+  style.append(kStyle).append(pageRules(settings, headerImage));
   if (showsSection(settings)) {
     style += "section{string-set:section attr(aria-label)}\n";
   }

@@ -4,11 +4,13 @@
 #include "document/settings/settings.h"
 
 #include <string>
+#include <string_view>
 
 namespace scrivalen::document {
 
 /// The style sheet of a page without a template, with the font, paper, margins, header and footer of the settings.
-std::string htmlStyle(const FormatSettings& settings);
+/// @param headerImage  comes before the left part of the header; empty without a picture
+std::string htmlStyle(const FormatSettings& settings, std::string_view headerImage);
 
 struct HtmlPrintSize {
   double points = 0;             ///< 0: the usual size, at which the table fits on the paper

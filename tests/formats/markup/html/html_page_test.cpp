@@ -1,11 +1,14 @@
 #include "html_page_maker.h"
 
+#include "support/documents/pictures.h"
 #include "support/files.h"
 #include "system/files/files.h"
 
 namespace scrivalen::document {
 namespace {
 
+using test::greyJpeg;
+using test::greyPng;
 using test::TemporaryFolder;
 using test::writeBytes;
 
@@ -80,6 +83,62 @@ TEST(HtmlPages, PrintHeaderAndFooterInTheMargins) {
                       "</style>\n"),
             std::string::npos)
       << page;
+}
+
+// The rules of the page with a picture in its header.
+std::string marginsWith(const std::string& picture, SettingList list) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"logo", picture);
+  list.emplace_back("header-image", narrowPath(folder / L"logo"));
+  const std::string page = pageOf(list);
+  const std::size_t begin = page.find("@top-left");
+  return page.substr(begin, page.find("</style>") - begin);
+}
+
+TEST(HtmlPages, PrintAPictureInTheHeader) {
+  const std::string pixel = "\x89PNG\r\n\x1A\n" +
+                            std::string("\0\0\0\rIHDR\0\0\0\x01\0\0\0\x01\x08\0\0\0\0\x3A\x7E\x9B\x55", 25) +
+                            std::string("\0\0\0\nIDAT\x78\x9C\x63\x60\0\0\0\x02\0\x01\x48\xAF\xA4\x71", 22) +
+                            std::string("\0\0\0\0IEND\xAE\x42\x60\x82", 12);
+  EXPECT_EQ(marginsWith(pixel, {}),
+            "@top-left{content:url(\"data:image/svg+xml,"
+            "%3Csvg xmlns='http://www.w3.org/2000/svg' width='0.75pt' height='0.75pt'%3E"
+            "%3Cimage width='100%25' height='100%25' href='data:image/png;base64,"
+            "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAAAAAA6fptVAAAACklEQVR4nGNgAAAAAgABSK+kcQAAAABJRU5ErkJggg=='/%3E"
+            "%3C/svg%3E\")}\n"
+            "}\n");
+}
+
+TEST(HtmlPages, PutThePictureBeforeTheLeftPartOfTheHeader) {
+  const std::string margins = marginsWith(greyJpeg(8, 8), {{"header", "{section} x|y"}});
+  EXPECT_NE(margins.find(";base64,/9j/"), std::string::npos) << margins;
+  EXPECT_NE(margins.find("'/%3E%3C/svg%3E\") \" \" \" x\";content:url("), std::string::npos) << margins;
+  EXPECT_NE(margins.find("'/%3E%3C/svg%3E\") \" \" string(section) \" x\"}\n@top-center{content:\"y\"}\n"),
+            std::string::npos)
+      << margins;
+}
+
+TEST(HtmlPages, KeepThePictureInBrowsersThatKnowNoSections) {
+  const std::string margins = marginsWith(greyPng(4, 2), {{"header", "{section}"}});
+  EXPECT_NE(margins.find("'/%3E%3C/svg%3E\");content:url("), std::string::npos) << margins;
+  EXPECT_NE(margins.find("'/%3E%3C/svg%3E\") \" \" string(section)}\n"), std::string::npos) << margins;
+}
+
+TEST(HtmlPages, FitThePictureIntoTheTopMargin) {
+  const SettingList list = {{"margins", "60pt 50pt 50pt 50pt"}, {"paper", "Letter"}};
+  EXPECT_NE(marginsWith(greyPng(400, 200), list).find(" width='72pt' height='36pt'%3E"), std::string::npos);
+  EXPECT_NE(marginsWith(greyPng(2048, 8), list).find(" width='256pt' height='1pt'%3E"), std::string::npos);
+}
+
+TEST(HtmlPages, AreWrittenWithAWarningWithoutThePictureOfTheHeader) {
+  const TemporaryFolder folder;
+  const std::string path = narrowPath(folder / L"none.png");
+  const HtmlResult result = htmlOf([](DocumentWriter&) {}, {{"header-image", path}});
+  EXPECT_EQ(result.page, htmlOf([](DocumentWriter&) {}).page);
+  ASSERT_EQ(result.warnings.size(), 1U);
+  EXPECT_EQ(result.warnings[0].code, WarningCode::SomethingLeftOut);
+  EXPECT_TRUE(result.warnings[0].message.starts_with("cannot use the picture '" + path + "' of the header: "))
+      << result.warnings[0].message;
 }
 
 TEST(HtmlPages, PreferTheFontOfTheSettings) {

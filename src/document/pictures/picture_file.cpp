@@ -1,10 +1,10 @@
-#include "api/picture_file.h"
+#include "document/pictures/picture_file.h"
 
 #include "system/files/files.h"
 #include "system/messages.h"
 #include "text/utf.h"
 
-namespace scrivalen::api {
+namespace scrivalen::document {
 namespace {
 
 // More than any picture of 64 megapixels has, so that a device that never ends does not fill the memory.
@@ -12,7 +12,7 @@ constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 
 }  // namespace
 
-std::shared_ptr<const document::Picture> readPictureFile(std::string_view path, std::string& reason) {
+std::shared_ptr<const Picture> readPictureFile(std::string_view path, std::string& reason) {
   const File file = openForReading(widePath(path));
   if (!file) {
     reason = toUtf8(systemErrorText(lastSystemError()));
@@ -31,7 +31,7 @@ std::shared_ptr<const document::Picture> readPictureFile(std::string_view path, 
     reason = isTooLong ? "the file is larger than 1 GiB" : toUtf8(systemErrorText(lastSystemError()));
     return nullptr;
   }
-  return document::Picture::read(bytes, reason);
+  return Picture::read(bytes, reason);
 }
 
-}  // namespace scrivalen::api
+}  // namespace scrivalen::document
