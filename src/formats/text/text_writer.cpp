@@ -25,12 +25,11 @@ using document::FormatSettings;
 using document::Task;
 using document::WarningCode;
 
-// The text of a paragraph or of code that is held. Then its complete lines are written.
+// The text of a paragraph that is held. Then its complete lines are written.
 constexpr std::size_t kMostBytesHeld = 65536;
 constexpr std::size_t kIndentOfCode = 4;
 constexpr std::size_t kIndentOfLevel = 2;
 constexpr int kUnderlinedLevels = 2;
-constexpr std::string_view kBlanksOfCode = " \t";
 
 // The way to an output that is not UTF-8.
 struct EncodedOutput {
@@ -95,10 +94,6 @@ class TextWriter final : public document::DocumentWriter {
   void endText();
   void append(std::string_view text);
   void writeHeldLines();
-  void writeHeldCode();
-
-  void dropWritten(std::size_t size);
-
   std::size_t indentOf(std::size_t columns) const;
   void writeAligned(const Line& line);
   void writeParagraph();
@@ -123,7 +118,7 @@ class TextWriter final : public document::DocumentWriter {
   std::vector<Container> containers_;
 
   Mode mode_ = Mode::None;
-  std::string text_;  // of the paragraph, heading or code that is open
+  std::string text_;  // of the paragraph or heading that is open
   Align align_ = Align::Auto;
   int level_ = 0;
   std::optional<OpenLink> link_;
@@ -228,10 +223,7 @@ void TextWriter::endText() {
   switch (mode_) {
     case Mode::Paragraph: writeParagraph(); break;
     case Mode::Heading: writeHeading(text_, level_); break;
-    case Mode::Code:
-      writeCode(withoutAtEnd(text_, "\n"));
-      lines_.endPart();
-      break;
+    case Mode::Code: lines_.endPart(); break;
     case Mode::None: break;
   }
   mode_ = Mode::None;
@@ -244,13 +236,12 @@ void TextWriter::append(std::string_view text) {
     align_ = Align::Auto;
     startText(Mode::Paragraph);
   }
+  if (mode_ == Mode::Code) {
+    return writeCode(text);
+  }
   text_ += text;
-  if (text_.size() > kMostBytesHeld && mode_ != Mode::Heading) {
-    if (mode_ == Mode::Code) {
-      writeHeldCode();
-    } else {
-      writeHeldLines();
-    }
+  if (text_.size() > kMostBytesHeld && mode_ == Mode::Paragraph) {
+    writeHeldLines();
   }
 }
 
@@ -269,23 +260,7 @@ void TextWriter::writeHeldLines() {
     written = part.empty() ? text_.size() : part.size();
     lines_.writePart(part);
   }
-  dropWritten(written);
-}
-
-void TextWriter::writeHeldCode() {
-  const std::size_t end = text_.rfind('\n');
-  if (end == std::string::npos) {
-    const std::string_view part = withoutAtEnd(text_, kBlanksOfCode);
-    lines_.writePart(part.empty() ? text_ : part, kIndentOfCode);
-    dropWritten(part.empty() ? text_.size() : part.size());
-  } else {
-    writeCode(std::string_view(text_).substr(0, end));
-    dropWritten(end + 1);
-  }
-}
-
-void TextWriter::dropWritten(std::size_t size) {
-  text_.erase(0, size);
+  text_.erase(0, written);
   if (link_) {
     link_->isPartWritten = true;
   }
@@ -330,11 +305,14 @@ void TextWriter::writeHeading(std::string_view text, int level) {
   }
 }
 
+// Code is not wrapped, so nothing of it is held: its last line stays open until its line end, or the end of the code.
 void TextWriter::writeCode(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t length = std::min(text.find('\n'), text.size());
-    lines_.write(withoutAtEnd(text.substr(0, length), kBlanksOfCode), kIndentOfCode);
-    text.remove_prefix(std::min(length + 1, text.size()));
+  for (std::size_t end = text.find('\n'); end != text.npos; end = text.find('\n')) {
+    lines_.write(text.substr(0, end), kIndentOfCode);
+    text.remove_prefix(end + 1);
+  }
+  if (!text.empty()) {
+    lines_.writePart(text, kIndentOfCode);
   }
 }
 

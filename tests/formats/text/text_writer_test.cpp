@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <initializer_list>
 #include <string>
+#include <string_view>
 
 using scrivalen::document::Align;
 using scrivalen::document::DocumentWriter;
@@ -193,7 +195,7 @@ TEST(TextWriter, PutsTheMarkersOfNestedItemsInOneLine) {
             "1. - inner\n   - second\n");
 }
 
-TEST(TextWriter, IndentsCode) {
+TEST(TextWriter, IndentsCodeAndKeepsItsBlanks) {
   EXPECT_EQ(writtenText([](DocumentWriter& writer) {
               putParagraph(writer, "before");
               put(writer, EventKind::BeginCode, "c");
@@ -202,7 +204,37 @@ TEST(TextWriter, IndentsCode) {
               put(writer, EventKind::EndCode);
               putParagraph(writer, "after");
             }),
-            "before\n\n    int f()\n    {\n\n    \treturn 0;\n    }\n\nafter\n");
+            "before\n\n    int f()\n    {  \n\n    \treturn 0;\n    }\n\nafter\n");
+}
+
+std::string writtenCode(std::initializer_list<std::string_view> texts) {
+  return writtenText([&](DocumentWriter& writer) {
+    put(writer, EventKind::BeginCode);
+    for (const std::string_view text : texts) {
+      put(writer, EventKind::Text, text);
+    }
+    put(writer, EventKind::EndCode);
+    putParagraph(writer, "after");
+  });
+}
+
+TEST(TextWriter, KeepsTheEmptyLinesOfCode) {
+  EXPECT_EQ(writtenCode({"x"}), "    x\n\nafter\n");
+  EXPECT_EQ(writtenCode({"x\n"}), "    x\n\nafter\n");
+  EXPECT_EQ(writtenCode({"x\n\n"}), "    x\n\n\nafter\n");
+  EXPECT_EQ(writtenCode({"x", "\n", "\n", "\ny \n"}), "    x\n\n\n    y \n\nafter\n");
+  EXPECT_EQ(writtenCode({"\n"}), "\n\nafter\n");
+  EXPECT_EQ(writtenCode({}), "after\n");
+}
+
+TEST(TextWriter, KeepsTheLineEndsOfLongCode) {
+  const std::string longLine(70000, 'a');
+  const std::string otherLine(70000, 'b');
+  const std::string expected = "    " + longLine + "\n    " + otherLine + "\n\nafter\n";
+  EXPECT_EQ(writtenCode({longLine, "\n" + otherLine}), expected);
+  EXPECT_EQ(writtenCode({longLine + "\n" + otherLine}), expected);
+  EXPECT_EQ(writtenCode({longLine.substr(0, 65535), "\n\nz"}),
+            "    " + longLine.substr(0, 65535) + "\n\n    z\n\nafter\n");
 }
 
 TEST(TextWriter, DoesNotWrapCode) {
