@@ -3,6 +3,7 @@
 #include "formats/markup_reading.h"
 #include "text/address.h"
 #include "text/null_text.h"
+#include "text/plain_text.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -33,8 +34,9 @@ ReportTranslation::ReportTranslation(document::Document& document, bool takesHtm
 
 // The results are valid until the next call.
 std::string_view ReportTranslation::read(const wchar_t* text) {
+  const std::wstring_view wide = orEmpty(text);
   text_.clear();
-  appendUtf8(text_, orEmpty(text));
+  appendUtf8(text_, wide.substr(appendPlain<PlainBelow<char, 0x80>>(text_, wide)));
   return text_;
 }
 
