@@ -12,13 +12,13 @@ namespace {
 using document::Align;
 using document::ValueType;
 
-constexpr std::string_view kBlanks = " \t\r\n\f";
+constexpr std::string_view kAttributeBlanks = " \t\r\n\f";
 constexpr double kLongestWidth = 100000;
 constexpr int kWidestSpan = 16384;
 
 std::string_view trimmed(std::string_view text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
-  return text.substr(0, text.find_last_not_of(kBlanks) + 1);
+  text.remove_prefix(std::min(text.find_first_not_of(kAttributeBlanks), text.size()));
+  return text.substr(0, text.find_last_not_of(kAttributeBlanks) + 1);
 }
 
 std::string_view takeUpTo(std::string_view& text, std::string_view ends) {
@@ -111,7 +111,7 @@ void takeSpan(int& span, std::string_view text) {
 // The first colour among the words of a "background".
 void takeBackground(std::optional<Rgb>& background, std::string_view value) {
   while (!value.empty()) {
-    const std::string_view word = takeUpTo(value, kBlanks);
+    const std::string_view word = takeUpTo(value, kAttributeBlanks);
     if (const auto color = colorOfValue(word)) {
       background = color;
       return;
@@ -169,9 +169,9 @@ void takeAttribute(std::string_view attribute, std::string_view value, Attribute
 
 // The value after a "=", in quotes or up to the next blank.
 std::string_view takeValue(std::string_view& text) {
-  text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
+  text.remove_prefix(std::min(text.find_first_not_of(kAttributeBlanks), text.size()));
   if (text.empty() || (text.front() != '"' && text.front() != '\'')) {
-    return takeUpTo(text, kBlanks);
+    return takeUpTo(text, kAttributeBlanks);
   }
   const char quote = text.front();
   text.remove_prefix(1);

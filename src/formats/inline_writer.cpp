@@ -11,7 +11,7 @@ using document::Status;
 constexpr std::size_t kMostSpace = 1000;
 constexpr std::size_t kMostSizes = 64;
 constexpr int kLargestSize = 1000;
-constexpr std::string_view kNoBreakSpace = "\xC2\xA0";
+constexpr std::string_view kNoBreakBlank = "\xC2\xA0";
 
 bool endsWithSpace(std::string_view text) {
   return text.ends_with(' ') || text.ends_with('\n') || text.ends_with('\r') || text.ends_with('\t');
@@ -173,7 +173,7 @@ void InlineWriter::writeSpace() {
     if (c == '\n' && !hasContent_) {
       continue;
     }
-    spaced_ += c == ' ' && endsWithBlank_ ? kNoBreakSpace : std::string_view(&c, 1);
+    spaced_ += c == ' ' && endsWithBlank_ ? kNoBreakBlank : std::string_view(&c, 1);
     endsWithBlank_ = true;
   }
   space_.clear();

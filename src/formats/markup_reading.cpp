@@ -179,7 +179,7 @@ std::size_t sizeOfUnread(std::string_view text, std::string_view name) {
   return text.size();
 }
 
-class MarkupText {
+class MarkupReader {
  public:
   std::string read(std::string_view markup);
 
@@ -193,7 +193,7 @@ class MarkupText {
   bool isBlankDue_ = false;  // the same
 };
 
-std::string MarkupText::read(std::string_view markup) {
+std::string MarkupReader::read(std::string_view markup) {
   while (!markup.empty()) {
     const std::string_view text = markup.substr(0, markup.find('<'));
     write(text);
@@ -217,7 +217,7 @@ std::string MarkupText::read(std::string_view markup) {
   return std::move(text_);
 }
 
-void MarkupText::readTag(const Tag& tag) {
+void MarkupReader::readTag(const Tag& tag) {
   if (tag.name == "br") {
     lineBreak();
   } else if (isOneOf(tag.name, kBlocks)) {
@@ -227,7 +227,7 @@ void MarkupText::readTag(const Tag& tag) {
   }
 }
 
-void MarkupText::lineBreak() {
+void MarkupReader::lineBreak() {
   while (text_.ends_with(' ')) {
     text_.pop_back();
   }
@@ -235,7 +235,7 @@ void MarkupText::lineBreak() {
 }
 
 // References are decoded after white space, so that a no-break space stays.
-void MarkupText::write(std::string_view text) {
+void MarkupReader::write(std::string_view text) {
   constexpr std::string_view kWhiteSpace = " \t\r\n\f";
   std::string decoded;
   for (const char c : text) {
@@ -266,7 +266,7 @@ void MarkupText::write(std::string_view text) {
 
 void decodeReferences(std::string& text) { decode(text, Names::Xml); }
 
-std::string textOfMarkup(std::string_view markup) { return MarkupText().read(markup); }
+std::string textOfMarkup(std::string_view markup) { return MarkupReader().read(markup); }
 
 bool beginsWithBlock(std::string_view markup) {
   markup.remove_prefix(std::min(markup.find_first_not_of(" \t\r\n\f"), markup.size()));
