@@ -8,7 +8,7 @@ namespace scrivalen::document {
 namespace {
 
 // More than any picture of 64 megapixels has, so that a device that never ends does not fill the memory.
-constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+constexpr std::size_t kMostPictureBytes = std::size_t{1} << 30;
 
 }  // namespace
 
@@ -21,7 +21,7 @@ std::shared_ptr<const Picture> readPictureFile(std::string_view path, std::strin
   std::string bytes;
   bool isTooLong = false;
   const bool isRead = readRest(file, [&](std::string_view piece) {
-    isTooLong = piece.size() > kMostBytes - bytes.size();
+    isTooLong = piece.size() > kMostPictureBytes - bytes.size();
     if (!isTooLong) {
       bytes += piece;
     }

@@ -12,7 +12,7 @@
 namespace scrivalen::document {
 namespace {
 
-struct StringSink : ByteSink {
+struct Base64Sink : ByteSink {
   bool take(const char* data, std::size_t size) override {
     bytes.append(data, size);
     return true;
@@ -21,7 +21,7 @@ struct StringSink : ByteSink {
 };
 
 std::string base64Of(std::string_view bytes) {
-  StringSink sink;
+  Base64Sink sink;
   OutputBuffer out(sink);
   putBase64(out, bytes);
   out.flush();

@@ -1,26 +1,20 @@
 #include "formats/markup/html/html_writer.h"
 
 #include "document/language.h"
+#include "formats/markup/html/html_blocks.h"
 #include "formats/markup/html/html_lists.h"
 #include "formats/markup/html/html_markup.h"
 #include "formats/markup/html/html_page.h"
 #include "formats/markup/html/html_spans.h"
 #include "formats/markup/html/html_tables.h"
 
-#include <algorithm>
+#include <string>
 #include <utility>
 
 namespace scrivalen::document {
 namespace {
 
 constexpr std::string_view kFormatName = "html";  // of the markup that scrivalen_raw passes on
-
-// The first word of a code block's language; a class name ends there.
-std::string_view firstWord(std::string_view text) {
-  constexpr std::string_view kWhiteSpace = " \t\n\f\r";
-  text.remove_prefix(std::min(text.find_first_not_of(kWhiteSpace), text.size()));
-  return text.substr(0, text.find_first_of(kWhiteSpace));
-}
 
 class HtmlWriter : public DocumentWriter {
  public:
@@ -29,6 +23,7 @@ class HtmlWriter : public DocumentWriter {
         markup_(context.out, isRightToLeft(context.settings.text("language"))),
         spans_(markup_, context.warnings),
         lists_(markup_),
+        blocks_(markup_, lists_),
         contents_(markup_),
         tables_(markup_, context.settings, *this) {}
 
@@ -41,31 +36,19 @@ class HtmlWriter : public DocumentWriter {
 
  private:
   void put(std::string_view markup) { markup_.put(markup); }
-  void putBlock(std::string_view markup);
   void writeBlock(const Event& event);
   void writeInline(const Event& event);
 
-  void title(const Event& title);
-  void beginSection(const Event& section);
-  void beginQuote();
-  void endContainer(std::string_view endTag);
-  void beginHeading(const Event& heading);
-  void endHeading(const Event& heading);
-  void beginParagraph(const Event& paragraph);
-  void endParagraph();
-  void beginCode(const Event& code);
-  void endCode();
   void beginContents();
 
   WriterContext context_;
   HtmlMarkup markup_;
   HtmlSpans spans_;
   HtmlLists lists_;
+  HtmlBlocks blocks_;
   HtmlContents contents_;
   HtmlTables tables_;
-  std::string tail_;              // of the page
-  bool isInParagraph_ = false;    // or in a heading or the like, where text needs no element of its own
-  bool isParagraphBare_ = false;  // a line of a tight item
+  std::string tail_;  // of the page
 };
 
 void HtmlWriter::begin() {
@@ -103,23 +86,23 @@ void HtmlWriter::write(const Event& event) {
 
 void HtmlWriter::writeBlock(const Event& event) {
   switch (event.kind) {
-    case EventKind::Title: return title(event);
-    case EventKind::BeginSection: return beginSection(event);
-    case EventKind::EndSection: return endContainer("</section>\n");
-    case EventKind::BeginHeading: return beginHeading(event);
-    case EventKind::EndHeading: return endHeading(event);
-    case EventKind::BeginParagraph: return beginParagraph(event);
-    case EventKind::EndParagraph: return endParagraph();
-    case EventKind::BeginQuote: return beginQuote();
-    case EventKind::EndQuote: return endContainer("</blockquote>\n");
+    case EventKind::Title: return blocks_.title(event);
+    case EventKind::BeginSection: return blocks_.beginSection(event);
+    case EventKind::EndSection: return blocks_.endSection();
+    case EventKind::BeginHeading: return blocks_.beginHeading(event);
+    case EventKind::EndHeading: return blocks_.endHeading(event);
+    case EventKind::BeginParagraph: return blocks_.beginParagraph(event);
+    case EventKind::EndParagraph: return blocks_.endParagraph();
+    case EventKind::BeginQuote: return blocks_.beginQuote();
+    case EventKind::EndQuote: return blocks_.endQuote();
     case EventKind::BeginList: return lists_.begin(event);
     case EventKind::EndList: return lists_.end(event);
     case EventKind::BeginItem: return lists_.beginItem(event);
     case EventKind::EndItem: return lists_.endItem();
-    case EventKind::BeginCode: return beginCode(event);
-    case EventKind::EndCode: return endCode();
-    case EventKind::Rule: return putBlock("<hr>\n");
-    case EventKind::PageBreak: return putBlock("<div style=\"break-after:page\"></div>\n");
+    case EventKind::BeginCode: return blocks_.beginCode(event);
+    case EventKind::EndCode: return blocks_.endCode();
+    case EventKind::Rule: return blocks_.put("<hr>\n");
+    case EventKind::PageBreak: return blocks_.put("<div style=\"break-after:page\"></div>\n");
     case EventKind::BeginContents: return beginContents();
     case EventKind::ContentsItem: return contents_.item(event);
     case EventKind::EndContents: return contents_.end();
@@ -132,87 +115,8 @@ void HtmlWriter::writeInline(const Event& event) {
   if (event.kind == EventKind::Raw) {
     return put(event.address == kFormatName ? event.text : std::string_view());
   }
-  if (!isInParagraph_) {
-    lists_.beginText();
-  }
+  blocks_.beginInline();
   spans_.write(event);
-}
-
-void HtmlWriter::putBlock(std::string_view markup) {
-  lists_.beginBlock();
-  put(markup);
-}
-
-void HtmlWriter::title(const Event& title) {
-  put("<h1 class=\"title\">");
-  markup_.putText(title.text);
-  put("</h1>\n");
-}
-
-void HtmlWriter::beginSection(const Event& section) {
-  putBlock("<section");
-  lists_.enter();
-  markup_.putId(section.id);
-  if (!section.text.empty()) {
-    markup_.putAttribute("aria-label", section.text);
-  }
-  put(">\n");
-}
-
-void HtmlWriter::beginQuote() {
-  putBlock("<blockquote>\n");
-  lists_.enter();
-}
-
-void HtmlWriter::endContainer(std::string_view endTag) {
-  lists_.leave();
-  put(endTag);
-}
-
-void HtmlWriter::beginHeading(const Event& heading) {
-  lists_.beginBlock();
-  isInParagraph_ = true;
-  const char element[] = {'h', static_cast<char>('0' + heading.number)};
-  markup_.putStart({element, sizeof element}, heading.id, heading.align);
-}
-
-void HtmlWriter::endHeading(const Event& heading) {
-  isInParagraph_ = false;
-  const char element[] = {'h', static_cast<char>('0' + heading.number)};
-  markup_.putEnd({element, sizeof element});
-  put("\n");
-}
-
-void HtmlWriter::beginParagraph(const Event& paragraph) {
-  isInParagraph_ = true;
-  isParagraphBare_ = lists_.beginParagraph(paragraph.align);
-  if (!isParagraphBare_) {
-    markup_.putStart("p", {}, paragraph.align);
-  }
-  lists_.putTask();
-}
-
-void HtmlWriter::endParagraph() {
-  isInParagraph_ = false;
-  put(isParagraphBare_ ? "" : "</p>\n");
-}
-
-// Code is written from the left in every language.
-void HtmlWriter::beginCode(const Event& code) {
-  putBlock(markup_.isRightToLeft() ? "<pre dir=\"ltr\"><code" : "<pre><code");
-  isInParagraph_ = true;
-  markup_.setInCode(true);
-  const std::string_view language = firstWord(code.text);
-  if (!language.empty()) {
-    markup_.putAttribute("class", std::string("language-").append(language));
-  }
-  put(">");
-}
-
-void HtmlWriter::endCode() {
-  isInParagraph_ = false;
-  markup_.setInCode(false);
-  put("</code></pre>\n");
 }
 
 void HtmlWriter::beginContents() {
