@@ -22,11 +22,14 @@ bool isForbidden(char c, AddressPart part) {
          (part == AddressPart::Fragment && c == '#');
 }
 
-void appendEncoded(std::string& result, char c) {
+constexpr char kIdEscape = '~';
+
+void appendEncoded(std::string& result, char escape, char c) {
   const auto byte = static_cast<unsigned char>(c);
-  result += {'%', kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
+  result += {escape, kHexDigits[byte >> 4], kHexDigits[byte & 0xF]};
 }
 
+// Whether a text begins with an escape and two hexadecimal digits.
 bool isEscape(std::string_view text) { return text.size() >= 3 && hexValue(text[1]) >= 0 && hexValue(text[2]) >= 0; }
 
 std::string_view trimmed(std::string_view text) {
@@ -51,18 +54,27 @@ std::size_t endOfAuthority(std::string_view address) {
 
 }  // namespace
 
+// Browsers look for an id that is equal to the fragment as it stands, and only then decode that. So no id may look as
+// if a URL had encoded it: it would be found for the id that it stands for.
 std::string htmlId(std::string_view id) {
-  std::string result(id);
-  std::replace_if(result.begin(), result.end(), &isWhiteSpace, '_');
+  std::string result;
+  for (std::size_t i = 0; i < id.size(); ++i) {
+    const char c = id[i];
+    const bool looksEncoded = (c == kIdEscape || c == '%') && isEscape(id.substr(i));
+    if (isWhiteSpace(c) || looksEncoded) {
+      appendEncoded(result, kIdEscape, c);
+    } else {
+      result += c;
+    }
+  }
   return result;
 }
 
-// Browsers decode a percent sign only if no id is equal to the fragment as it stands.
 std::string htmlPlace(std::string_view id) {
   std::string result = "#";
   for (const char c : htmlId(id)) {
     if (c == '%' || isForbidden(c, AddressPart::Fragment)) {
-      appendEncoded(result, c);
+      appendEncoded(result, '%', c);
     } else {
       result += c;
     }
@@ -85,7 +97,7 @@ std::string htmlAddress(std::string_view address) {
       continue;
     }
     if (c == '%' ? !isEscape(address.substr(i)) : isForbidden(c, part)) {
-      appendEncoded(result, c);
+      appendEncoded(result, '%', c);
     } else {
       result += c;
     }

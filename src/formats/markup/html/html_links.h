@@ -6,7 +6,7 @@
 // Ids and addresses as HTML allows them, before they are escaped.
 namespace scrivalen::document {
 
-/// An id without white space (HTML, 3.2.6): "_" instead.
+/// An id without white space (HTML, 3.2.6): a blank becomes "~20". Different ids stay different.
 std::string htmlId(std::string_view id);
 
 /// The address of a place in the same page.

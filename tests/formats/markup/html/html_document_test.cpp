@@ -230,13 +230,13 @@ TEST(HtmlDocuments, EscapeHostileTextsInEveryAttribute) {
   const std::string quoted = "&quot;'&gt;&lt;script&gt;&amp;lt;\xEF\xBF\xBD";
   const std::string encoded = "%22'%3E%3Cscript%3E&amp;lt;\xEF\xBF\xBD";
   EXPECT_EQ(result.body(),
-            "<section id=\"s" + quoted + "_\" aria-label=\"" + quoted + " \">\n" + "<h2 id=\"h" + quoted +
-                "_\">h</h2>\n" + "<p><span id=\"a" + quoted + "_\"></span>" + "<a href=\"https://example.org/" +
+            "<section id=\"s" + quoted + "~20\" aria-label=\"" + quoted + " \">\n" + "<h2 id=\"h" + quoted +
+                "~20\">h</h2>\n" + "<p><span id=\"a" + quoted + "~20\"></span>" + "<a href=\"https://example.org/" +
                 encoded + "\" title=\"" + quoted + " \">" +
                 "<img src=\"data:image/png;base64,"
                 "iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAAAAAA6fptVAAAACklEQVR4nGNgAAAAAgABSK+kcQAAAABJRU5ErkJggg==\""
                 " alt=\"" +
-                quoted + " \" width=\"1\"></a>" + "<a href=\"#a" + encoded + "_\"></a></p>\n" +
+                quoted + " \" width=\"1\"></a>" + "<a href=\"#a" + encoded + "~20\"></a></p>\n" +
                 "<pre><code class=\"language-" + quoted + "\"></code></pre>\n" + "</section>\n");
 }
 

@@ -2,6 +2,8 @@
 
 #include "document/pictures/picture.h"
 
+#include <utility>
+
 namespace scrivalen::document {
 namespace {
 
@@ -117,10 +119,26 @@ TEST(HtmlWriter, EncodesWhatAnAddressMayNotContain) {
 
 TEST(HtmlWriter, MendsIdsAndTheLinksToThemAlike) {
   EXPECT_EQ(htmlBodyOf({{.kind = K::BeginHeading, .number = 1, .id = "a b\tc"}, {.kind = K::EndHeading, .number = 1}}),
-            "<h1 id=\"a_b_c\"></h1>\n");
-  EXPECT_EQ(linkTo("#a b\tc"), "<a href=\"#a_b_c\">x</a>");
+            "<h1 id=\"a~20b~09c\"></h1>\n");
+  EXPECT_EQ(linkTo("#a b\tc"), "<a href=\"#a~20b~09c\">x</a>");
   EXPECT_EQ(paragraph({{.kind = K::Anchor, .id = "<50%>"}}), "<p><span id=\"&lt;50%&gt;\"></span></p>\n");
   EXPECT_EQ(linkTo("#<50%>"), "<a href=\"#%3C50%25%3E\">x</a>");
+}
+
+// Also in a browser, which decodes "%25" where no id is equal to the fragment.
+TEST(HtmlWriter, KeepsDifferentIdsDifferent) {
+  const auto anchor = [](std::string_view id) { return paragraph({{.kind = K::Anchor, .id = id}}); };
+  const std::pair<std::string_view, std::string> ids[] = {
+      {"a b", "a~20b"},   {"a_b", "a_b"},       {"a~20b", "a~7E20b"}, {"a~7E20b", "a~7E7E20b"},
+      {"~", "~"},         {"50%", "50%"},       {"50%25", "50~2525"}, {"50~2525", "50~7E2525"},
+      {"~2 0", "~2~200"}, {"%2~0a", "%2~7E0a"}, {"~~20", "~~7E20"},   {"%%20", "%~2520"},
+  };
+  for (const auto& [id, written] : ids) {
+    EXPECT_EQ(anchor(id), "<p><span id=\"" + written + "\"></span></p>\n");
+  }
+  EXPECT_EQ(linkTo("#a b"), "<a href=\"#a~20b\">x</a>");
+  EXPECT_EQ(linkTo("#50%"), "<a href=\"#50%25\">x</a>");
+  EXPECT_EQ(linkTo("#50%25"), "<a href=\"#50~2525\">x</a>");
 }
 
 TEST(HtmlWriter, LeavesOutAddressesThatRunPrograms) {
@@ -161,7 +179,7 @@ TEST(HtmlWriter, WritesSectionsRulesAndPageBreaks) {
                         {.kind = K::BeginSection},
                         {.kind = K::PageBreak},
                         {.kind = K::EndSection}}),
-            "<section id=\"s_1\" aria-label=\"&quot;One&quot;\">\n"
+            "<section id=\"s~201\" aria-label=\"&quot;One&quot;\">\n"
             "<hr>\n"
             "</section>\n"
             "<section>\n"
@@ -284,7 +302,7 @@ TEST(HtmlWriter, NestsTheItemsOfContentsByLevel) {
             "<ol>\n"
             "<li><a href=\"#a\">A &amp; B</a>\n"
             "<ol>\n"
-            "<li><a href=\"#b_c\">b</a></li>\n"
+            "<li><a href=\"#b~20c\">b</a></li>\n"
             "<li><a href=\"#c\">c</a></li>\n"
             "</ol>\n"
             "</li>\n"
