@@ -82,13 +82,19 @@ Status Document::set(std::string_view name, std::string_view value) {
   if (const Status status = setUpOnly("a setting"); status != Status::Ok) {
     return status;
   }
+  Replaced replaced;
   if (!Settings::isPath(name)) {
     text_.clear();
-    appendClean(text_, value, TextKind::Line, replaced_);
+    appendClean(text_, value, TextKind::Line, replaced);
     value = text_;
   }
   std::string reason;
-  return settings_.set(name, value, reason) ? Status::Ok : refuse(Status::UnknownSetting, reason);
+  if (!settings_.set(name, value, reason)) {
+    return refuse(Status::UnknownSetting, reason);
+  }
+  replaced_.badBytes += replaced.badBytes;
+  replaced_.controls += replaced.controls;
+  return Status::Ok;
 }
 
 Status Document::setProgress(Progress progress, void* user) {
@@ -133,7 +139,8 @@ Status Document::ready() {
   if (outputs_.empty()) {
     return misuse("the document has no outputs");
   }
-  return state_ == State::SetUp || run_.isGoing() ? Status::Ok : answer(run_.result());
+  const bool isStill = state_ == State::SetUp && !run_.isOutOfMemory();
+  return isStill || run_.isGoing() ? Status::Ok : answer(run_.result());
 }
 
 Status Document::opened() {
@@ -187,13 +194,16 @@ Status Document::beginSection(std::string_view name, std::string_view id) {
 }
 
 Status Document::beginHeading(int level, std::string_view id, Align align) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
   if (!isLevel(level)) {
     return misuse("the level of a heading is 1 to 6");
   }
   if (const Status status = readyFor(Part::Heading); status != Status::Ok) {
     return status;
   }
-  headingId_ = id;
+  headingId_ = claimed(id);
   headingText_.clear();
   held_.clear();
   inHeading_ = true;
@@ -222,6 +232,9 @@ Status Document::beginQuote() {
 }
 
 Status Document::beginList(bool ordered, int first, bool tight) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
   if (ordered && first < 0) {
     return misuse("the first number of a list is not negative");
   }
@@ -281,6 +294,9 @@ Status Document::contentsItem(int level, std::string_view id, std::string_view t
 }
 
 Status Document::beginTable(std::vector<Column> columns, std::string_view name) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
   if (columns.size() > kMostColumns) {
     return misuse(kTooManyColumns);
   }
@@ -362,6 +378,9 @@ Status Document::beginColored(std::optional<Rgb> color, std::optional<Rgb> backg
 }
 
 Status Document::beginSized(double points) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
   if (!(points > 0 && points <= kLargestSize)) {
     return misuse("a size is more than 0 and at most 1,000 points");
   }
@@ -537,6 +556,9 @@ Status Document::anchor(std::string_view id) {
 
 Status Document::image(const std::shared_ptr<const Picture>& picture, std::string_view alternative, double width,
                        std::string_view reason) {
+  if (const Status status = ready(); status != Status::Ok) {
+    return status;
+  }
   if (!(width >= 0 && width <= kWidestPicture)) {
     return misuse("the width of a picture is 0 to 14,400 points");
   }
@@ -563,7 +585,11 @@ Status Document::raw(std::string_view format, std::string_view markup) {
     return status;
   }
   if (!nesting_.innermost().holdsText) {
-    beginContent(true);
+    for (const auto& output : outputs_) {
+      if (output->format().name == format) {
+        output->beginContent(true);
+      }
+    }
   }
   writeInline({.kind = EventKind::Raw, .text = markup, .address = format});
   return taken();
@@ -649,7 +675,17 @@ Status Document::close() {
   if (outputs_.empty()) {
     return misuse("the document has no outputs");
   }
-  if (state_ == State::SetUp) {
+  try {
+    closeWithMemory();
+  } catch (const std::bad_alloc&) {
+    runOutOfMemory();
+  }
+  state_ = State::Closed;
+  return answer(run_.result());
+}
+
+void Document::closeWithMemory() {
+  if (state_ == State::SetUp && !run_.isOutOfMemory()) {
     openOutputs();
   }
   while (run_.isGoing() && !nesting_.isEmpty()) {
@@ -657,8 +693,6 @@ Status Document::close() {
   }
   warnOfMended();
   finishOutputs();
-  state_ = State::Closed;
-  return answer(run_.result());
 }
 
 void Document::finishOutputs() {
@@ -700,12 +734,8 @@ void Document::writeBlock(const Event& event) {
 }
 
 void Document::beginContent(bool isHeading) {
-  if (std::exchange(hasContent_, true) || isHeading) {
-    return;
-  }
-  const std::string_view title = FormatSettings(settings_, "").text("title");
-  if (!title.empty()) {
-    forward({.kind = EventKind::Title, .text = title});
+  for (const auto& output : outputs_) {
+    output->beginContent(isHeading);
   }
 }
 
@@ -725,13 +755,9 @@ void Document::writeInline(const Event& event) {
 void Document::endHeading(const Event& begun) {
   inHeading_ = false;
   beginContent(true);
-  std::string_view id;
-  if (!headingId_.empty()) {
-    id = claimed(headingId_);
-  }
   Event event = begun;
   event.text = headingText_;
-  event.id = id.empty() ? names_.next(headingText_) : id;
+  event.id = headingId_.empty() ? names_.next(headingText_) : headingId_;
   forward(event);
   held_.replay(*this);
   event = begun;
@@ -787,7 +813,7 @@ std::string_view Document::claimed(std::string_view id) {
   if (place.empty() || names_.claim(place)) {
     return place;
   }
-  warn(WarningCode::InputMended, "the id '" + std::string(place) + "' was given before; the first place counts");
+  warn(WarningCode::InputMended, "the id '" + std::string(place) + "' is in use already; the first place counts");
   return {};
 }
 

@@ -28,7 +28,7 @@ namespace scrivalen::document {
 /// pointers are no longer among them.
 class Document : private TableTarget, private EventSink {
  public:
-  static constexpr std::size_t kMostColumns = 1000000;
+  static constexpr std::size_t kMostColumns = document::kMostColumns;
   static constexpr std::string_view kTooManyColumns = "a table has at most 1,000,000 columns";
 
   Document() = default;
@@ -140,6 +140,8 @@ class Document : private TableTarget, private EventSink {
   void writeBlock(const Event& event);
   void writeInline(const Event& event);
   void forward(const Event& event);
+  /// Shows the title in each output that has no content yet.
+  /// @param isHeading  the content that begins is a heading, which takes its place
   void beginContent(bool isHeading);
   void writeClean(std::string_view text, TextKind kind);
   void writeText(std::string_view text);
@@ -148,6 +150,7 @@ class Document : private TableTarget, private EventSink {
   void refer(std::string_view id);
   void warnOfMended();
   void finishOutputs();
+  void closeWithMemory();
 
   /// The content of a heading, once its text is known.
   void write(const Event& event) override { forward(event); }
@@ -165,7 +168,6 @@ class Document : private TableTarget, private EventSink {
   Status openStatus_ = Status::Ok;  // to be returned by the call that opened the document
 
   Nesting nesting_;
-  bool hasContent_ = false;
   bool inHeading_ = false;
   bool inCell_ = false;
   bool endedWithCarriageReturn_ = false;  // a line feed that follows is part of that line end

@@ -80,6 +80,15 @@ void Output::prepareTarget(const std::wstring& path) {
   }
 }
 
+void Output::beginContent(bool isTitled) {
+  if (std::exchange(hasContent_, true) || isTitled) {
+    return;
+  }
+  if (const std::string_view title = settings_.text("title"); !title.empty()) {
+    write({.kind = EventKind::Title, .text = title});
+  }
+}
+
 void Output::finish() {
   if (!isLive_) {
     return;
@@ -93,13 +102,19 @@ void Output::finish() {
   });
 }
 
+// Memory that runs out here fails this output only: others may be in their places already.
 void Output::deliver() {
   if (isLive_ && target_) {
-    guarded([&] {
-      if (!target_->replaceBy(newFile_)) {
-        failToWrite();
-      }
-    });
+    try {
+      guarded([&] {
+        if (!target_->replaceBy(newFile_)) {
+          failToWrite();
+        }
+      });
+    } catch (const std::bad_alloc&) {
+      result_ = Status::OutOfMemory;
+      run_.keepOutOfMemory();
+    }
   }
   abandon();
 }
@@ -123,10 +138,10 @@ Status Output::result() const {
 }
 
 const char* Output::error() const {
-  if (result_ != Status::Ok) {
+  if (result_ != Status::Ok && result_ != Status::OutOfMemory) {
     return error_.c_str();
   }
-  if (run_.isOutOfMemory()) {
+  if (result_ == Status::OutOfMemory || run_.isOutOfMemory()) {
     return kNoMemory;
   }
   return run_.isCancelled() ? kCancelled : "";

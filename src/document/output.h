@@ -63,6 +63,9 @@ class Output : public EventSink, private ByteSink {
       guarded([&] { writer_->endTable(); });
     }
   }
+  /// Notes that content begins, and shows the document's title before the first of it.
+  /// @param isTitled  the content is a heading, which takes the title's place
+  void beginContent(bool isTitled);
   /// Completes the document.
   void finish();
   /// Puts the completed file in the place of its target.
@@ -112,6 +115,7 @@ class Output : public EventSink, private ByteSink {
   std::wstring newFile_;
 
   bool isLive_ = false;
+  bool hasContent_ = false;
   Status result_ = Status::Ok;
   std::string error_;
 };

@@ -27,6 +27,10 @@ void Run::fail(Status status, const std::string& text) {
 
 void Run::runOutOfMemory() noexcept {
   isOutOfMemory_ = true;
+  keepOutOfMemory();
+}
+
+void Run::keepOutOfMemory() noexcept {
   if (result_ == Status::Ok) {
     result_ = Status::OutOfMemory;
   }

@@ -49,6 +49,8 @@ class Run {
   void fail(Status status, const std::string& text);
   /// The same when memory runs out; nothing is written after it.
   void runOutOfMemory() noexcept;
+  /// Keeps as the first failure that memory ran out for one output.
+  void keepOutOfMemory() noexcept;
   bool isOutOfMemory() const { return isOutOfMemory_; }
 
   Status result() const { return result_; }

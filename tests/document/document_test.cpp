@@ -93,7 +93,7 @@ TEST(Document, CountsTheFirstOfTwoEqualIds) {
   document.anchor("here");
   document.end();
   EXPECT_EQ(document.content(), "paragraph\nanchor @here\nend paragraph\n");
-  EXPECT_EQ(document.warnings(), "1 x the id 'here' was given before; the first place counts\n");
+  EXPECT_EQ(document.warnings(), "1 x the id 'here' is in use already; the first place counts\n");
 }
 
 TEST(Document, WarnsOfALinkToNowhere) {
@@ -124,6 +124,37 @@ TEST(Document, ShowsNoTitleBeforeAHeading) {
   EXPECT_EQ(document.content(),
             "heading 1 'Prices' @prices\ntext 'Prices'\nend heading 1\n"
             "paragraph\ntext 'text'\nend paragraph\n");
+}
+
+TEST(Document, ShowsTheTitleThatItsFormatHas) {
+  RecordedDocument document(2);
+  document.set("title", "Ledger");
+  document.set("text.title", "Plain ledger");
+  document.paragraph("text");
+  EXPECT_EQ(document.content(), "title 'Plain ledger'\nparagraph\ntext 'text'\nend paragraph\n");
+}
+
+TEST(Document, ShowsItsTitleAfterMarkupOfAnotherFormat) {
+  RecordedDocument document;
+  document.set("title", "Ledger");
+  document.raw("html", "<hr>");
+  document.paragraph("text");
+  EXPECT_EQ(document.content(), "raw '<hr>' ->html\ntitle 'Ledger'\nparagraph\ntext 'text'\nend paragraph\n");
+}
+
+TEST(Document, GivesAHeadingItsIdBeforeTheAnchorsInIt) {
+  RecordedDocument document;
+  document.beginHeading(1, "a", Align::Auto);
+  document.text("x");
+  document.anchor("a");
+  document.end();
+  EXPECT_EQ(document.content(), "heading 1 'x' @a\ntext 'x'\nend heading 1\n");
+}
+
+TEST(Document, ForgetsTheBytesOfASettingThatIsRefused) {
+  RecordedDocument document;
+  document.set("nothing", "\xFF");
+  EXPECT_EQ(document.warnings(), "");
 }
 
 TEST(Document, LooksIntoASectionForItsFirstBlock) {

@@ -128,6 +128,7 @@ void EventLog::write(const Event& event) {
   const std::uint16_t extras = extrasOf(event);
   if (event.picture != nullptr) {
     pictures_.push_back(event.picture->shared_from_this());
+    pictureBytes_ += event.picture->bytes().size();
   }
   Packer packer(bytes_, extras);
   packer.put(Head{event.kind, event.align, event.task, event.span, event.ordered, event.tight, extras});
@@ -164,6 +165,7 @@ void EventLog::replay(EventSink& sink, std::size_t begin, std::size_t end) const
 void EventLog::clear() {
   bytes_.clear();
   pictures_.clear();
+  pictureBytes_ = 0;
 }
 
 }  // namespace scrivalen::document

@@ -19,10 +19,12 @@ class EventLog : public EventSink {
 
   /// In bytes, without the pictures.
   std::size_t size() const { return bytes_.size(); }
+  std::size_t pictureBytes() const { return pictureBytes_; }
   void clear();
 
  private:
   std::string bytes_;
+  std::size_t pictureBytes_ = 0;
   std::vector<std::shared_ptr<const Picture>> pictures_;
 };
 

@@ -32,6 +32,8 @@ struct Column {
 /// Whether a number may be a column's width. Sums and quotients of such numbers are finite.
 constexpr bool isShare(double width) { return width == 0 || (width >= 1e-6 && width <= 1e6); }
 
+inline constexpr std::size_t kMostColumns = 1000000;
+
 struct Table {
   std::string name;
   std::vector<Column> columns;  ///< at least one

@@ -10,6 +10,7 @@ namespace {
 
 constexpr std::size_t kSampleRows = 500;
 constexpr std::size_t kSampleBytes = 262144;
+constexpr std::size_t kSampleCells = 65536;  // most of them may be empty
 constexpr int kMostRepeatedRows = 20;
 constexpr std::size_t kRowsBetweenQuestions = 64;
 
@@ -50,7 +51,7 @@ void TableBuilder::describeColumn(std::size_t column, const Column& description)
 }
 
 void TableBuilder::addText(std::string_view text) {
-  Cell& cell = cells_.emplace_back();
+  Cell& cell = push();
   if (cleanLength(text, TextKind::Flowing) == text.size()) {
     cell.text = arena_.copy(text);
   } else {
@@ -63,7 +64,7 @@ void TableBuilder::addText(std::string_view text) {
 // The text stays where it is: it is written before the host gets its memory back.
 void TableBuilder::addBorrowedText(std::string_view text) {
   if (cleanLength(text, TextKind::Flowing) == text.size()) {
-    cells_.emplace_back().text = text;
+    push().text = text;
   } else {
     addText(text);
   }
@@ -71,7 +72,7 @@ void TableBuilder::addBorrowedText(std::string_view text) {
 
 void TableBuilder::addValue(ValueType type, double number, std::int64_t integer) {
   const Cell cell = valueCell(type, number, integer);
-  cells_.push_back(cell);
+  push() = cell;
 }
 
 Cell TableBuilder::valueCell(ValueType type, double number, std::int64_t integer) {
@@ -83,7 +84,7 @@ Cell TableBuilder::valueCell(ValueType type, double number, std::int64_t integer
   cell.type = type;
   cell.number = number;
   cell.integer = integer;
-  const ValueFormat& format = formatOf(nextColumn());
+  const ValueFormat& format = formatOf(column_);
   char* const out = arena_.reserve(Values::kLongest);
   char* end = out;
   switch (type) {
@@ -154,7 +155,8 @@ void TableBuilder::endCell() {
     cell_.content = &log_;
     cell_.contentEnd = log_.size();
   }
-  cells_.push_back(cell_);
+  push() = cell_;
+  column_ += static_cast<std::size_t>(cell_.span) - 1;
 }
 
 void TableBuilder::endRow() {
@@ -164,9 +166,14 @@ void TableBuilder::endRow() {
   }
   held_.push_back({firstCell_, isHeader_});
   firstCell_ = cells_.size();
-  if (held_.size() >= kSampleRows || arena_.used() + log_.size() >= kSampleBytes) {
+  if (isSampleFull()) {
     begin(false);
   }
+}
+
+bool TableBuilder::isSampleFull() const {
+  return held_.size() >= kSampleRows || cells_.size() >= kSampleCells ||
+         arena_.used() + log_.size() + log_.pictureBytes() >= kSampleBytes;
 }
 
 void TableBuilder::addRows(const ColumnData* columns, std::size_t count, std::size_t rows) {
@@ -184,7 +191,7 @@ void TableBuilder::addRows(const ColumnData* columns, std::size_t count, std::si
 
 void TableBuilder::addColumnCell(const ColumnData& column, std::size_t row) {
   if (column.validity && !isSet(column.validity, row)) {
-    cells_.emplace_back();
+    push();
     return;
   }
   switch (column.type) {
@@ -216,6 +223,10 @@ void TableBuilder::finish() {
   if (joined_ > 0) {
     warnings_.add(kAllOutputs, WarningCode::InputMended, "cells past the last column of their table, joined to it",
                   joined_);
+  }
+  if (cut_ > 0) {
+    warnings_.add(kAllOutputs, WarningCode::InputMended, "cells that span columns past the last one of their table",
+                  cut_);
   }
   if (notFinite_ > 0) {
     warnings_.add(kAllOutputs, WarningCode::InputMended, "numbers that are not finite, written as empty cells",
@@ -264,34 +275,40 @@ void TableBuilder::emit(std::span<const Cell> cells, bool header) {
 std::span<const Cell> TableBuilder::fitted(std::span<const Cell> cells) {
   const std::size_t columns = table_.columns.size();
   std::size_t used = 0;
+  std::size_t taken = 0;
   fitted_.clear();
-  for (const Cell& cell : cells) {
-    if (used == columns) {
-      join(fitted_.back(), cell);
-      continue;
-    }
-    Cell& fitting = fitted_.emplace_back(cell);
-    fitting.span = static_cast<int>(std::min(static_cast<std::size_t>(cell.span), columns - used));
+  for (; taken < cells.size() && used < columns; ++taken) {
+    Cell& fitting = fitted_.emplace_back(cells[taken]);
+    fitting.span = static_cast<int>(std::min(static_cast<std::size_t>(fitting.span), columns - used));
+    cut_ += fitting.span < cells[taken].span ? 1 : 0;
     used += static_cast<std::size_t>(fitting.span);
+  }
+  if (taken < cells.size()) {
+    join(fitted_.back(), cells.subspan(taken));
   }
   missing_ += used < columns ? 1 : 0;
   fitted_.resize(fitted_.size() + columns - used);
   return fitted_;
 }
 
-void TableBuilder::join(Cell& last, const Cell& further) {
-  ++joined_;
-  if (last.content || further.content) {
+void TableBuilder::join(Cell& last, std::span<const Cell> further) {
+  joined_ += further.size();
+  if (last.content || std::any_of(further.begin(), further.end(), [](const Cell& cell) { return cell.content; })) {
     EventLog content;
     last.replay(content);
-    content.write({.kind = EventKind::Text, .text = " "});
-    further.replay(content);
+    for (const Cell& cell : further) {
+      content.write({.kind = EventKind::Text, .text = " "});
+      cell.replay(content);
+    }
     last.contentBegin = log_.size();
     content.replay(log_);
     last.contentEnd = log_.size();
     last.content = &log_;
   }
-  cleaned_.assign(last.text).append(" ").append(further.text);
+  cleaned_ = last.text;
+  for (const Cell& cell : further) {
+    cleaned_.append(" ").append(cell.text);
+  }
   last.text = arena_.copy(cleaned_);
   last.type = ValueType::Text;
 }

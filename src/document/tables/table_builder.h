@@ -52,7 +52,10 @@ class TableBuilder {
   /// @param values, target, warnings, replaced  not owned; must outlive the builder
   TableBuilder(Table table, const Values& values, TableTarget& target, Warnings& warnings, Replaced& replaced);
 
-  void beginRow(bool header) { isHeader_ = header; }
+  void beginRow(bool header) {
+    isHeader_ = header;
+    column_ = 0;
+  }
   /// Says of the row that is open whether it is a header row.
   void markRow(bool header) { isHeader_ = header; }
   /// Sets the name, type and width of a column that the description has. Without effect after the sample.
@@ -88,7 +91,12 @@ class TableBuilder {
   };
 
   const ValueFormat& formatOf(std::size_t column) const;
-  std::size_t nextColumn() const { return cells_.size() - firstCell_; }
+  /// Adds an empty cell of one column.
+  Cell& push() {
+    ++column_;
+    return cells_.emplace_back();
+  }
+  bool isSampleFull() const;
   Cell valueCell(ValueType type, double number, std::int64_t integer);
   void addBorrowedText(std::string_view text);
   void addColumnCell(const ColumnData& column, std::size_t row);
@@ -96,7 +104,7 @@ class TableBuilder {
   void measure(bool isWhole);
   void emit(std::span<const Cell> cells, bool header);
   std::span<const Cell> fitted(std::span<const Cell> cells);
-  void join(Cell& last, const Cell& further);
+  void join(Cell& last, std::span<const Cell> further);
   void forgetRows();
 
   Table table_;
@@ -111,6 +119,7 @@ class TableBuilder {
   std::vector<HeldRow> held_;
   std::vector<Cell> fitted_;
   std::size_t firstCell_ = 0;  // of the current row
+  std::size_t column_ = 0;     // of the next cell
   bool isOpen_;                // the sample decides how many columns there are
   bool isHeader_ = false;
   bool isSampling_ = true;
@@ -124,6 +133,7 @@ class TableBuilder {
 
   std::uint64_t missing_ = 0;
   std::uint64_t joined_ = 0;
+  std::uint64_t cut_ = 0;
   std::uint64_t notFinite_ = 0;
 };
 

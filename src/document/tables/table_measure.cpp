@@ -37,7 +37,7 @@ void TableMeasure::addColumnsUpTo(std::size_t count) {
 void TableMeasure::add(std::span<const Cell> row, bool header) {
   std::size_t column = 0;
   for (const Cell& cell : row) {
-    addColumnsUpTo(column + static_cast<std::size_t>(cell.span));
+    addColumnsUpTo(std::min(column + static_cast<std::size_t>(cell.span), kMostColumns));
     if (cell.span == 1 && column < table_.columns.size()) {
       addText(column, cell, header);
     }

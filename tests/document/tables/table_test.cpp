@@ -148,6 +148,9 @@ TEST(DocumentTable, CutsASpanAtTheLastColumn) {
   document.end();
   document.end();
   EXPECT_EQ(document.content(), "table left 1/1 left 0/0\nrow 'a' text:'wide more'\nend table\n");
+  EXPECT_EQ(document.warnings(),
+            "1 x cells past the last column of their table, joined to it\n"
+            "1 x cells that span columns past the last one of their table\n");
 }
 
 TEST(DocumentTable, KeepsTheContentOfARichCell) {
@@ -226,6 +229,50 @@ TEST(DocumentTable, ShowsNumbersAsItsColumnSays) {
   document.end();
   document.end();
   EXPECT_EQ(document.content(), "table right 8/8 right 3/3\nrow number:'1.234,50' number:'25%'\nend table\n");
+}
+
+TEST(DocumentTable, ShowsAValueAfterASpanAsItsColumnSays) {
+  RecordedDocument document;
+  std::vector<Column> columns = columnsOfType({ValueType::Number, ValueType::Number, ValueType::Number});
+  columns[1].format = ValueFormat(2);
+  columns[2].format = *ValueFormat::of("#,##0");
+  document.beginTable(columns, {});
+  document.beginRow(false);
+  document.beginCell({false, Align::Auto, 2, std::nullopt, std::nullopt});
+  document.value(ValueType::Number, 0.5, 0);
+  document.end();
+  document.value(ValueType::Number, 1234, 0);
+  document.end();
+  document.end();
+  EXPECT_EQ(document.content(), "table right 0/0 right 0/0 right 5/5\nrow number:2x'0.5' number:'1,234'\nend table\n");
+}
+
+TEST(DocumentTable, JoinsManyCellsInProportion) {
+  RecordedDocument document;
+  document.beginTable(columnsOfType({ValueType::Auto}), {});
+  document.beginRow(false);
+  std::string joined;
+  for (int i = 0; i < 20000; ++i) {
+    document.cell("0123456789");
+    joined += i == 0 ? "0123456789" : " 0123456789";
+  }
+  document.end();
+  document.end();
+  EXPECT_TRUE(document.content() == "table left 10/10\nrow text:'" + joined + "'\nend table\n");
+}
+
+TEST(DocumentTable, EndsItsSampleAtManyEmptyCells) {
+  RecordedDocument document;
+  document.beginTable(std::vector<Column>(4096), {});
+  for (int row = 0; row < 20; ++row) {
+    document.beginRow(false);
+    for (int column = 0; column < 4096; ++column) {
+      document.cell(row < 16 ? "" : "late");
+    }
+    document.end();
+  }
+  document.end();
+  EXPECT_EQ(document.content().find("4/4"), std::string::npos);
 }
 
 TEST(DocumentTable, GivesACellThatWasBegunOneValue) {
