@@ -75,4 +75,33 @@ TEST_P(DocumentWithoutMemory, IsCompleteOrReportsItAndLeavesEarlierFiles) {
   EXPECT_GT(nth, 100u);
 }
 
+// Memory may run out between the delivery of one file and that of another.
+TEST_P(DocumentWithoutMemory, TellsOfEachFileWhetherItWasDelivered) {
+  const TemporaryFolder folder;
+  const std::wstring files[] = {folder / L"a.txt", folder / L"b.html"};
+  const std::string paths[] = {scrivalen::narrowPath(files[0]), scrivalen::narrowPath(files[1])};
+  std::size_t nth = 1;
+  for (bool hasFailed = true; hasFailed && !HasFailure(); ++nth) {
+    SCOPED_TRACE(nth);
+    const Handle document(scrivalen_new());
+    for (std::size_t i = 0; i < 2; ++i) {
+      writeBytes(files[i], "earlier");
+      scrivalen_add_file(document.get(), paths[i].c_str(), nullptr);
+    }
+    scrivalen_paragraph(document.get(), "text", SCRIVALEN_NUL);
+    {
+      const FailingAllocations memory(nth, GetParam());
+      scrivalen_close(document.get());
+      hasFailed = memory.hasFailed();
+    }
+    for (std::size_t i = 0; i < 2; ++i) {
+      const bool isDelivered = scrivalen_output_result(document.get(), i) == SCRIVALEN_OK;
+      EXPECT_EQ(bytesOf(files[i]) != "earlier", isDelivered) << paths[i];
+    }
+    EXPECT_EQ(scrivalen_result(document.get()) == SCRIVALEN_OK, !hasFailed);
+    EXPECT_EQ(scrivalen_end(document.get()), SCRIVALEN_MISUSE) << "it is not closed";
+  }
+  EXPECT_GT(nth, 5u);
+}
+
 INSTANTIATE_TEST_SUITE_P(Each, DocumentWithoutMemory, testing::Values(Extent::One, Extent::AllFromThere));
