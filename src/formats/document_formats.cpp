@@ -2,7 +2,7 @@
 
 #include "formats/markup/html/html_writer.h"
 #include "formats/markup/xml_writer.h"
-#include "formats/rtf/document_writer.h"
+#include "formats/rtf/document/document_writer.h"
 #include "formats/text/text_writer.h"
 #include "text/ascii.h"
 

@@ -4,7 +4,7 @@
 
 #include "document/document.h"
 #include "document/pictures/picture.h"
-#include "formats/rtf/document_writer.h"
+#include "formats/rtf/document/document_writer.h"
 #include "support/documents/pictures.h"
 #include "text/colors.h"
 

@@ -1,4 +1,4 @@
-#include "formats/rtf/document_writer.h"
+#include "formats/rtf/document/document_writer.h"
 
 #include "document/pictures/picture.h"
 #include "made_rtf.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/document.h"
-#include "formats/rtf/document_writer.h"
+#include "formats/rtf/document/document_writer.h"
 
 #include <functional>
 #include <string>

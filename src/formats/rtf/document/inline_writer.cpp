@@ -1,8 +1,8 @@
-#include "formats/rtf/inline_writer.h"
+#include "formats/rtf/document/inline_writer.h"
 
-#include "formats/rtf/escape.h"
-#include "formats/rtf/languages.h"
-#include "formats/rtf/prolog.h"
+#include "formats/rtf/document/escape.h"
+#include "formats/rtf/document/languages.h"
+#include "formats/rtf/document/prolog.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
-#include "formats/rtf/color_table.h"
+#include "formats/rtf/document/color_table.h"
 
-#include "formats/rtf/escape.h"
+#include "formats/rtf/document/escape.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,7 +1,7 @@
-#include "formats/rtf/prolog.h"
+#include "formats/rtf/document/prolog.h"
 
-#include "formats/rtf/escape.h"
-#include "formats/rtf/languages.h"
+#include "formats/rtf/document/escape.h"
+#include "formats/rtf/document/languages.h"
 #include "text/ascii.h"
 #include "text/calendar.h"
 

@@ -1,7 +1,7 @@
-#include "formats/rtf/page_header.h"
+#include "formats/rtf/document/page_header.h"
 
 #include "document/settings/running_text.h"
-#include "formats/rtf/escape.h"
+#include "formats/rtf/document/escape.h"
 
 #include <algorithm>
 

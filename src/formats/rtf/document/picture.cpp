@@ -1,6 +1,6 @@
-#include "formats/rtf/picture.h"
+#include "formats/rtf/document/picture.h"
 
-#include "formats/rtf/escape.h"
+#include "formats/rtf/document/escape.h"
 #include "text/ascii.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
-#include "formats/rtf/table_writer.h"
+#include "formats/rtf/document/table_writer.h"
 
-#include "formats/rtf/escape.h"
+#include "formats/rtf/document/escape.h"
 
 #include <algorithm>
 #include <cstring>

@@ -1,34 +1,22 @@
-#include "formats/rtf/document_writer.h"
+#include "formats/rtf/document/document_writer.h"
 
 #include "document/settings/page.h"
-#include "formats/rtf/color_table.h"
-#include "formats/rtf/escape.h"
-#include "formats/rtf/inline_writer.h"
-#include "formats/rtf/page_header.h"
-#include "formats/rtf/prolog.h"
-#include "formats/rtf/table_writer.h"
+#include "formats/rtf/document/color_table.h"
+#include "formats/rtf/document/containers.h"
+#include "formats/rtf/document/escape.h"
+#include "formats/rtf/document/inline_writer.h"
+#include "formats/rtf/document/page_header.h"
+#include "formats/rtf/document/prolog.h"
+#include "formats/rtf/document/table_writer.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace scrivalen::document::rtf {
 namespace {
 
-constexpr int kQuoteIndent = 360;       // twips
-constexpr int kLargestIndentShare = 2;  // deeper parts leave at least half of the width
 constexpr std::string_view kTinyParagraph = "\\pard\\plain\\sl-20\\slmult0\\fs2";
-
-/// A quote or a list that is open.
-struct Container {
-  bool isList = false;
-  bool isOrdered = false;
-  bool isTight = false;
-  std::int64_t number = 0;  // of the next item
-  int list = 0;             // its number in the table of lists; 0: its items are numbered by text
-  int depth = 0;            // among lists
-};
 
 std::string_view paragraphAlignment(Align align) {
   switch (align) {
@@ -48,7 +36,8 @@ class RtfDocumentWriter : public DocumentWriter {
         paper_(pageOf(settings_)),
         header_(settings_, styles_, paper_.textWidth()),
         inlines_(out_, colors_, context.warnings),
-        table_(out_, colors_, inlines_) {}
+        table_(out_, colors_, inlines_),
+        containers_(out_, styles_, paper_.textWidth()) {}
 
   void begin() override { writeProlog(out_, settings_, colors_, styles_, paper_); }
   void write(const Event& event) override;
@@ -66,20 +55,14 @@ class RtfDocumentWriter : public DocumentWriter {
   void beginParagraph(Style style, std::string_view words);
   void closeParagraph();
   void writeEmptyParagraph();
-  void writeIndent();
-  void writeMarker();
   void flushMarker();
 
   void beginHeading(const Event& heading);
   void writeTitle(std::string_view title);
   void beginList(const Event& list);
-  void beginItem(Task task);
   void writeCode(std::string_view text);
   void writeRule();
   void contentsItem(const Event& item);
-
-  int indent(std::size_t containers) const;
-  Style bodyStyle() const;
 
   OutputBuffer& out_;
   const FormatSettings& settings_;
@@ -90,10 +73,7 @@ class RtfDocumentWriter : public DocumentWriter {
   InlineWriter inlines_;
   TableWriter table_;
 
-  std::vector<Container> containers_;
-  int numberedLists_ = 0;        // that have begun
-  std::size_t markerDepth_ = 0;  // of an item that has begun and whose marker is not written: its list; else 0
-  Task task_ = Task::None;
+  Containers containers_;
   bool hasBody_ = false;
   bool hasParagraph_ = false;
   bool isAfterSection_ = false;
@@ -114,12 +94,12 @@ void RtfDocumentWriter::write(const Event& event) {
     case EventKind::BeginSection: beginSection(event.text); return inlines_.hold(event.id);
     case EventKind::EndSection: isAfterSection_ = true; return;
     case EventKind::BeginHeading: return beginHeading(event);
-    case EventKind::BeginParagraph: return beginParagraph(bodyStyle(), paragraphAlignment(event.align));
-    case EventKind::BeginQuote: containers_.emplace_back(); return;
+    case EventKind::BeginParagraph: return beginParagraph(containers_.style(), paragraphAlignment(event.align));
+    case EventKind::BeginQuote: return containers_.beginQuote();
     case EventKind::BeginList: return beginList(event);
     case EventKind::EndQuote:
-    case EventKind::EndList: containers_.pop_back(); return;
-    case EventKind::BeginItem: return beginItem(event.task);
+    case EventKind::EndList: return containers_.end();
+    case EventKind::BeginItem: return containers_.beginItem(event.task);
     case EventKind::EndItem: return flushMarker();
     case EventKind::BeginCode:
     case EventKind::EndCode:
@@ -145,7 +125,7 @@ void RtfDocumentWriter::writeInline(const Event& event) {
       beginBody();
       return inlines_.write(event);
     }
-    beginParagraph(bodyStyle(), {});
+    beginParagraph(containers_.style(), {});
   }
   inlines_.write(event);
 }
@@ -168,7 +148,7 @@ void RtfDocumentWriter::beginTable(const Table& table) {
     put(out_, kTinyParagraph);
     put(out_, "\\pagebb\\par\n");
   }
-  const int left = indent(containers_.size());
+  const int left = containers_.indent();
   const int space = paper_.textWidth() - left;
   inlines_.setRoom({space, paper_.textHeight()});
   isAtTop_ = false;
@@ -213,11 +193,11 @@ void RtfDocumentWriter::beginParagraph(Style style, std::string_view words) {
   put(out_, styles_.words(style));
   put(out_, std::exchange(isAtTop_, false) || breaksPage_ ? "\\sb0" : "");
   put(out_, std::exchange(breaksPage_, false) ? "\\pagebb" : "");
-  writeIndent();
+  containers_.writeWords();
   put(out_, words);
   out_.put(' ');
-  writeMarker();
-  inlines_.setRoom({paper_.textWidth() - indent(containers_.size()), paper_.textHeight()});
+  containers_.writeMarker();
+  inlines_.setRoom({paper_.textWidth() - containers_.indent(), paper_.textHeight()});
   inlines_.writeHeld();
   isInParagraph_ = true;
   hasParagraph_ = true;
@@ -230,56 +210,12 @@ void RtfDocumentWriter::closeParagraph() {
 }
 
 void RtfDocumentWriter::writeEmptyParagraph() {
-  beginParagraph(bodyStyle(), {});
+  beginParagraph(containers_.style(), {});
   closeParagraph();
 }
 
-// Readers join the border of paragraphs of a quote that have the same indent.
-void RtfDocumentWriter::writeIndent() {
-  if (containers_.empty()) {
-    return;
-  }
-  const bool isQuoted = std::any_of(containers_.begin(), containers_.end(), [](const auto& c) { return !c.isList; });
-  put(out_, isQuoted && containers_.back().isList ? styles_.quoteBorder() : "");
-  put(out_, containers_.back().isTight ? "\\contextualspace" : "");
-  const int left = indent(containers_.size());
-  if (markerDepth_ > 0) {
-    const Container& list = containers_[markerDepth_ - 1];
-    if (list.list > 0 && (list.isOrdered || task_ == Task::None)) {
-      put(out_, "\\ls", list.list);
-      put(out_, "\\ilvl", list.isOrdered ? 0 : std::min(list.depth, kBulletLevels - 1));
-    }
-    put(out_, "\\fi", -kListIndent);
-    put(out_, "\\tx", left);
-  }
-  put(out_, "\\li", left);
-}
-
-// The text before an item. Readers that number it themselves skip \listtext.
-void RtfDocumentWriter::writeMarker() {
-  const std::size_t depth = std::exchange(markerDepth_, 0);
-  if (depth == 0) {
-    return;
-  }
-  constexpr std::string_view kBoxes[] = {"", "\\u9744? ", "\\u9745? "};
-  const std::string_view box = kBoxes[static_cast<int>(task_)];
-  Container& list = containers_[depth - 1];
-  if (list.isOrdered) {
-    put(out_, list.list > 0 ? "{\\listtext " : "", list.number++);
-    put(out_, list.list > 0 ? ".\\tab}" : ".\\tab ");
-    put(out_, box);
-  } else if (task_ != Task::None) {
-    put(out_, box.substr(0, box.size() - 1));
-    put(out_, "\\tab ");
-  } else {
-    put(out_, "{\\listtext ");
-    writeText(out_, bulletOf(list.depth));
-    put(out_, "\\tab}");
-  }
-}
-
 void RtfDocumentWriter::flushMarker() {
-  if (markerDepth_ > 0) {
+  if (containers_.hasMarker()) {
     writeEmptyParagraph();
   }
 }
@@ -298,20 +234,7 @@ void RtfDocumentWriter::writeTitle(std::string_view title) {
 
 void RtfDocumentWriter::beginList(const Event& list) {
   flushMarker();
-  Container opened{.isList = true, .isOrdered = list.ordered, .isTight = list.tight, .number = list.number};
-  opened.depth = static_cast<int>(
-      std::count_if(containers_.begin(), containers_.end(), [](const Container& outer) { return outer.isList; }));
-  if (!list.ordered) {
-    opened.list = kBulletList;
-  } else if (list.number == 1 && numberedLists_ < kNumberedLists) {
-    opened.list = kFirstNumberedList + numberedLists_++;
-  }
-  containers_.push_back(opened);
-}
-
-void RtfDocumentWriter::beginItem(Task task) {
-  markerDepth_ = containers_.size();
-  task_ = task;
+  containers_.beginList(list);
 }
 
 // One paragraph, whose last line break ends it.
@@ -354,18 +277,6 @@ void RtfDocumentWriter::contentsItem(const Event& item) {
     put(out_, " \\\\h}}{\\fldrslt }}}}}");
   }
   closeParagraph();
-}
-
-int RtfDocumentWriter::indent(std::size_t containers) const {
-  int sum = 0;
-  for (std::size_t i = 0; i < containers; ++i) {
-    sum += containers_[i].isList ? kListIndent : kQuoteIndent;
-  }
-  return std::min(sum, paper_.textWidth() / kLargestIndentShare);
-}
-
-Style RtfDocumentWriter::bodyStyle() const {
-  return containers_.empty() ? Style::Normal : containers_.back().isList ? Style::List : Style::Quote;
 }
 
 std::unique_ptr<DocumentWriter> makeWriter(const WriterContext& context) {

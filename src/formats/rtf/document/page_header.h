@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/settings/settings.h"
-#include "formats/rtf/prolog.h"
+#include "formats/rtf/document/prolog.h"
 #include "output/output_buffer.h"
 
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "document/settings/page.h"
 #include "document/settings/settings.h"
-#include "formats/rtf/color_table.h"
+#include "formats/rtf/document/color_table.h"
 #include "output/output_buffer.h"
 
 #include <string>

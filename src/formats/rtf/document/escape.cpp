@@ -1,4 +1,4 @@
-#include "formats/rtf/escape.h"
+#include "formats/rtf/document/escape.h"
 
 #include "text/ascii.h"
 #include "text/utf.h"
