@@ -101,9 +101,20 @@ void HtmlTables::enterRowGroup(RowGroup group) {
   rowGroup_ = group;
 }
 
-bool HtmlTables::isPlain(const Cell& cell) {
+inline bool HtmlTables::isPlain(const Cell& cell) {
   return cell.content == nullptr && cell.span == 1 && cell.align == Align::Auto && !cell.color && !cell.background &&
          cell.text.size() <= kLongestPlain;
+}
+
+// Inline, since a call would cost as much as the copy of a short text.
+inline void HtmlTables::putPlainCell(const CellTag& tag, std::string_view text, bool isHeader) {
+  constexpr std::size_t kEndTag = 5;
+  OutputBuffer& out = markup_.out();
+  char* at = out.reserve(2 * CellTag::kSpace + MarkupText::spaceFor(text.size()));
+  std::memcpy(at, tag.bytes, CellTag::kSpace);
+  at = markup_.escaper().content(at + tag.size, text, HtmlMarkup::kLineBreak);
+  std::memcpy(at, isHeader ? "</th>" : "</td>", kEndTag);
+  out.advance(at + kEndTag);
 }
 
 void HtmlTables::row(const Row& row) {
@@ -124,16 +135,6 @@ void HtmlTables::row(const Row& row) {
     column += static_cast<std::size_t>(cell.span);
   }
   markup_.put("</tr>\n");
-}
-
-void HtmlTables::putPlainCell(const CellTag& tag, std::string_view text, bool isHeader) {
-  constexpr std::size_t kEndTag = 5;
-  OutputBuffer& out = markup_.out();
-  char* at = out.reserve(2 * CellTag::kSpace + MarkupText::spaceFor(text.size()));
-  std::memcpy(at, tag.bytes, CellTag::kSpace);
-  at = markup_.escaper().content(at + tag.size, text, HtmlMarkup::kLineBreak);
-  std::memcpy(at, isHeader ? "</th>" : "</td>", kEndTag);
-  out.advance(at + kEndTag);
 }
 
 void HtmlTables::putCell(const Cell& cell, std::size_t column, bool isInHeaderRow) {
