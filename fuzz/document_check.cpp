@@ -1,5 +1,6 @@
 #include "document_check.h"
 
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -69,7 +70,7 @@ class PageCheck {
     const bool ends = tag.starts_with('/');
     tag.remove_prefix(ends ? 1 : 0);
     const std::string name(tag.substr(0, tag.find_first_of(" \n")));
-    if (name == "!DOCTYPE" || isVoid(name)) {
+    if (name == "!DOCTYPE" || name == "?xml" || tag.ends_with('/') || isVoid(name)) {
       return end + 1;
     }
     if (!ends) {
@@ -98,11 +99,26 @@ class PageCheck {
 
 }  // namespace
 
-std::string problemOfHtml(std::string_view page) { return PageCheck(page).problem(); }
+std::string problemOfTags(std::string_view page) { return PageCheck(page).problem(); }
+
+constexpr char32_t kFirst = 0x0430;
+constexpr char32_t kLast = 0x044F;
+
+std::map<char32_t, std::size_t> lettersOfRtf(std::string_view document) {
+  std::map<char32_t, std::size_t> letters;
+  for (std::size_t at = document.find("\\u"); at != document.npos; at = document.find("\\u", at + 2)) {
+    char32_t number = 0;
+    for (std::size_t digit = at + 2; digit < document.size() && isAsciiDigit(document[digit]); ++digit) {
+      number = number * 10 + static_cast<char32_t>(document[digit] - '0');
+    }
+    if (number >= kFirst && number <= kLast) {
+      ++letters[number];
+    }
+  }
+  return letters;
+}
 
 std::map<char32_t, std::size_t> lettersOf(std::string_view text) {
-  constexpr char32_t kFirst = 0x0430;
-  constexpr char32_t kLast = 0x044F;
   std::map<char32_t, std::size_t> letters;
   const char* at = text.data();
   while (at != text.data() + text.size()) {
@@ -114,9 +130,10 @@ std::map<char32_t, std::size_t> lettersOf(std::string_view text) {
   return letters;
 }
 
-std::map<char32_t, std::size_t> lettersOfHtml(std::string_view page) {
+std::map<char32_t, std::size_t> lettersOfTagged(std::string_view page) {
   std::string text;
-  std::size_t at = std::min(page.find("<body"), page.size());
+  const std::size_t body = page.find("<body");
+  std::size_t at = body == page.npos ? 0 : body;
   while (at < page.size()) {
     const std::size_t tag = std::min(page.find('<', at), page.size());
     text += page.substr(at, tag - at);

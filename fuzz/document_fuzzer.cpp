@@ -2,6 +2,7 @@
 // well-formed, and all must hold the same letters.
 
 #include "document_check.h"
+#include "markup_check.h"
 
 #include <scrivalen/document.h>
 #include <scrivalen/host.h>
@@ -271,10 +272,19 @@ void require(const std::string& problem, const Sink& sink) {
 }
 
 std::map<char32_t, std::size_t> lettersIn(const Sink& sink) {
-  if (sink.format != "text") {
-    return scrivalen::fuzz::lettersOfHtml(sink.bytes);
+  if (sink.format == "text") {
+    return scrivalen::fuzz::lettersOf(sink.bytes);
   }
-  return scrivalen::fuzz::lettersOf(sink.bytes);
+  return sink.format == "rtf" ? scrivalen::fuzz::lettersOfRtf(sink.bytes)
+                              : scrivalen::fuzz::lettersOfTagged(sink.bytes);
+}
+
+std::string problemOf(const Sink& sink) {
+  if (sink.format != "rtf") {
+    return scrivalen::fuzz::problemOfTags(sink.bytes);
+  }
+  const std::string_view bytes = sink.bytes;  // a line feed comes after the outermost group
+  return scrivalen::fuzz::problemOfRtf(bytes.substr(0, bytes.size() - 1));
 }
 
 }  // namespace
@@ -289,7 +299,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   scrivalen_document* const document = scrivalen_new();
   const std::size_t limit = input.byte() % 8 == 0 ? static_cast<std::size_t>(input.byte()) * 16 : 1 << 30;
   std::vector<std::unique_ptr<Sink>> sinks;
-  for (const char* format : {"text", "html"}) {
+  for (const char* format : {"text", "html", "xml", "rtf"}) {
     sinks.push_back(std::make_unique<Sink>(Sink{format, {}, limit, document}));
     scrivalen_add_stream(document, format, &append, sinks.back().get());
   }
@@ -304,10 +314,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
       std::abort();
     }
   }
-  if (isWhole) {
-    require(scrivalen::fuzz::problemOfHtml(sinks[1]->bytes), *sinks[1]);
-    require(lettersIn(*sinks[0]) == lettersIn(*sinks[1]) ? "" : "other letters than in text:\n" + sinks[0]->bytes,
-            *sinks[1]);
+  for (const auto& sink : sinks) {
+    if (!isWhole || sink->format == "text") {
+      continue;
+    }
+    require(problemOf(*sink), *sink);
+    const bool isSame = lettersIn(*sinks[0]) == lettersIn(*sink);
+    require(isSame ? "" : "other letters than in text:\n" + sinks[0]->bytes, *sink);
   }
   scrivalen_free(document);
   return 0;
