@@ -1,5 +1,6 @@
 #include "formats/document_formats.h"
 
+#include "formats/markdown/markdown_writer.h"
 #include "formats/markup/html/html_writer.h"
 #include "formats/markup/xml_writer.h"
 #include "formats/rtf/document/document_writer.h"
@@ -22,6 +23,7 @@ constexpr std::array kFormats{
     DocumentFormat{{"text", text::createTextWriter}, {".txt"}},
     DocumentFormat{{"html", document::createHtmlDocumentWriter}, {".html", ".htm"}},
     DocumentFormat{{"xml", document::createXmlDocumentWriter}, {".xml"}},
+    DocumentFormat{{"markdown", markdown::createMarkdownDocumentWriter}, {".md", ".markdown"}},
     DocumentFormat{{"rtf", document::createRtfDocumentWriter}, {".rtf"}},
 };
 

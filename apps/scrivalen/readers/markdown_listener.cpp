@@ -101,6 +101,7 @@ void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
     case MD_BLOCK_TR: return put({.kind = EventKind::BeginRow, .header = header_, .number = columns_});
     case MD_BLOCK_TH:
     case MD_BLOCK_TD:
+      isInCell_ = true;
       return put({.kind = EventKind::BeginCell,
                   .align = alignOf(as<MD_BLOCK_TD_DETAIL>(detail).align),
                   .header = type == MD_BLOCK_TH});
@@ -123,7 +124,7 @@ void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void* detail) {
     case MD_BLOCK_TABLE: return put({.kind = EventKind::EndTable});
     case MD_BLOCK_TR: return put({.kind = EventKind::EndRow, .header = header_});
     case MD_BLOCK_TH:
-    case MD_BLOCK_TD: return put({.kind = EventKind::EndCell, .header = type == MD_BLOCK_TH});
+    case MD_BLOCK_TD: isInCell_ = false; return put({.kind = EventKind::EndCell, .header = type == MD_BLOCK_TH});
     case MD_BLOCK_DOC:
     case MD_BLOCK_HR:
     case MD_BLOCK_THEAD:
@@ -210,12 +211,24 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
     text_ += L' ';
   } else if (type == MD_TEXT_BR) {
     breakLine();
+  } else if (type == MD_TEXT_CODE && isInCell_) {
+    appendCode(text);
   } else {
     scrivalen::appendWide(text_, text);
   }
   if (text_.size() > kLongText) {
     flushText();
   }
+}
+
+// A cell ends at a bar even in code, so it is escaped there (GFM 0.29, 4.10). The parser leaves the backslash.
+void MarkdownListener::appendCode(std::string_view code) {
+  constexpr std::string_view kBar = "\\|";
+  for (std::size_t at = code.find(kBar); at != code.npos; at = code.find(kBar)) {
+    scrivalen::appendWide(text_, code.substr(0, at));
+    code.remove_prefix(at + 1);
+  }
+  scrivalen::appendWide(text_, code);
 }
 
 void MarkdownListener::put(const Event& event) {

@@ -57,6 +57,7 @@ class MarkdownListener final : public MarkdownHandler {
   void flushText();
   void flushMarkup(EventKind kind);
   void flushVisibleText();
+  void appendCode(std::string_view code);
   void breakLine();
   void putLines(std::wstring_view text);
   void endMarkupBlock();
@@ -101,6 +102,7 @@ class MarkdownListener final : public MarkdownHandler {
   int imageDepth_ = 0;     // inside an image only text is kept
   int columns_ = 0;
   bool header_ = false;
+  bool isInCell_ = false;
   bool isParagraphPending_ = false;  // begun, but not written before its first content
   bool hasLostMarkup_ = false;       // in the current paragraph or heading
   bool isLinkShown_ = false;

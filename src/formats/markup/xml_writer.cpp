@@ -1,7 +1,7 @@
 #include "formats/markup/xml_writer.h"
 
+#include "document/pictures/base64.h"
 #include "document/pictures/picture.h"
-#include "formats/markup/base64.h"
 #include "formats/markup/xml_name.h"
 #include "output/markup_text.h"
 #include "text/address.h"

@@ -131,6 +131,13 @@ TEST(MarkdownReader, EmitsQuotesAndRules) {
             (Lines{"BeginQuote", "BeginParagraph", "Text 'a'", "EndParagraph", "EndQuote", "Rule"}));
 }
 
+TEST(MarkdownReader, ReadsAnEscapedBarInTheCodeOfACell) {
+  EXPECT_EQ(eventsOf("| `a\\|b` |\n| --- |\n\n`c\\|d`"),
+            (Lines{"BeginTable", "BeginRow header 1", "BeginCell header", "BeginCode", "Text 'a|b'", "EndCode",
+                   "EndCell header", "EndRow header", "EndTable", "BeginParagraph", "BeginCode", "Text 'c\\|d'",
+                   "EndCode", "EndParagraph"}));
+}
+
 TEST(MarkdownReader, EmitsTablesWithHeaderAlignmentAndEveryCell) {
   EXPECT_EQ(eventsOf("| a | b |\n|:-:|--:|\n| c |"),
             (Lines{"BeginTable", "BeginRow header 2", "BeginCell header center", "Text 'a'", "EndCell header",

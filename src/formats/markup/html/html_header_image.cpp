@@ -1,9 +1,9 @@
 #include "formats/markup/html/html_header_image.h"
 
 #include "document/clean_text.h"
+#include "document/pictures/base64.h"
 #include "document/pictures/picture_file.h"
 #include "document/settings/page.h"
-#include "formats/markup/base64.h"
 #include "formats/markup/html/html_markup.h"
 
 #include <algorithm>

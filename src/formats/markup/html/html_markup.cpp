@@ -1,6 +1,6 @@
 #include "formats/markup/html/html_markup.h"
 
-#include "formats/markup/base64.h"
+#include "document/pictures/base64.h"
 #include "formats/markup/html/html_links.h"
 
 #include <charconv>

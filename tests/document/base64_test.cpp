@@ -1,6 +1,6 @@
-#include "formats/markup/base64.h"
+#include "document/pictures/base64.h"
 
-#include "html/html_page_maker.h"
+#include "formats/markup/html/html_page_maker.h"
 
 namespace scrivalen::document {
 namespace {

@@ -1,4 +1,4 @@
-#include "formats/markup/base64.h"
+#include "document/pictures/base64.h"
 
 #include <algorithm>
 #include <cstddef>
