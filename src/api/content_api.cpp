@@ -69,12 +69,18 @@ Status image(Document& document, const void* data, std::size_t size, std::string
   if (!data && size > 0) {
     return document.misuse("the bytes of a picture are null");
   }
+  if (const Status status = document.readyForImage(width); status != Status::Ok) {
+    return status;
+  }
   std::string reason;
   const auto picture = Picture::read({static_cast<const char*>(data), size}, reason);
   return document.image(picture, alternative, width, "cannot use a picture: " + reason);
 }
 
 Status imageFile(Document& document, std::string_view path, std::string_view alternative, double width) {
+  if (const Status status = document.readyForImage(width); status != Status::Ok) {
+    return status;
+  }
   std::string reason;
   const auto picture = scrivalen::document::readPictureFile(path, reason);
   return document.image(picture, alternative, width, "cannot use the picture " + quoted(path) + ": " + reason);

@@ -554,15 +554,19 @@ Status Document::anchor(std::string_view id) {
   return taken();
 }
 
-Status Document::image(const std::shared_ptr<const Picture>& picture, std::string_view alternative, double width,
-                       std::string_view reason) {
+Status Document::readyForImage(double width) {
   if (const Status status = ready(); status != Status::Ok) {
     return status;
   }
   if (!(width >= 0 && width <= kWidestPicture)) {
     return misuse("the width of a picture is 0 to 14,400 points");
   }
-  if (const Status status = readyForContent("a picture"); status != Status::Ok) {
+  return readyForContent("a picture");
+}
+
+Status Document::image(const std::shared_ptr<const Picture>& picture, std::string_view alternative, double width,
+                       std::string_view reason) {
+  if (const Status status = readyForImage(width); status != Status::Ok) {
     return status;
   }
   if (!picture) {

@@ -72,6 +72,9 @@ class Document : private TableTarget, private EventSink {
   Status rule();
   Status anchor(std::string_view id);
   Status contentsItem(int level, std::string_view id, std::string_view text);
+  /// Whether a picture may come now, for a host that has yet to read it.
+  /// @return what image() would return first
+  Status readyForImage(double width);
   /// @param picture  null: only the alternative text is written, and @p reason becomes a warning
   Status image(const std::shared_ptr<const Picture>& picture, std::string_view alternative, double width,
                std::string_view reason);
