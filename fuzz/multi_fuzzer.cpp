@@ -422,8 +422,8 @@ Results playAlone(const Format& format, Bytes bytes) {
     case FORMAT_CHM: return playAlone<CHMReport>(format, bytes);
     case FORMAT_PDF: return playAlone<PDFReport>(format, bytes);
     case FORMAT_EXCEL: return playAlone<ExcelReport>(format, bytes);
+    default: return {};
   }
-  return {};
 }
 
 void require(bool good, const Format& format, const std::string& problem) {
