@@ -59,6 +59,20 @@ class Fields {
   std::vector<ArrowField> fields_;
 };
 
+// Which of a column's types is not supported.
+std::string unsupportedTypeOf(const ArrowSchema* column) {
+  const auto named = [](const ArrowSchema* type) { return quoted(textOf(type ? type->format : nullptr)); };
+  if (!column || !column->dictionary) {
+    return "the Arrow type " + named(column);
+  }
+  const auto index = ArrowType::of(column->format);
+  if (!index || !index->isInteger()) {
+    return "a dictionary with the Arrow index type " + named(column);
+  }
+  return column->dictionary->dictionary ? "a dictionary of dictionaries"
+                                        : "the Arrow type " + named(column->dictionary);
+}
+
 std::string Fields::read(const ArrowSchema& schema) {
   if (textOf(schema.format) != "+s") {
     return "rows have an Arrow struct of columns, not the type " + quoted(textOf(schema.format));
@@ -71,9 +85,8 @@ std::string Fields::read(const ArrowSchema& schema) {
     const ArrowSchema* const column = schema.children[i];
     const auto field = column ? ArrowField::of(*column) : std::nullopt;
     if (!field) {
-      const ArrowSchema* const values = column && column->dictionary ? column->dictionary : column;
-      return "column " + std::to_string(i) + ", " + quoted(textOf(column ? column->name : nullptr)) +
-             ", has the Arrow type " + quoted(textOf(values ? values->format : nullptr)) + ", which is not supported";
+      return "column " + std::to_string(i) + ", " + quoted(textOf(column ? column->name : nullptr)) + ", has " +
+             unsupportedTypeOf(column) + ", which is not supported";
     }
     fields_.push_back(*field);
   }

@@ -255,6 +255,26 @@ TEST(ArrowRows, NameTheColumnAndTypeThatNoCellHas) {
   EXPECT_EQ(refused(notRows), "rows have an Arrow struct of columns, not the type 'i'");
 }
 
+TEST(ArrowRows, NameWhatIsNotSupportedOfADictionary) {
+  const auto refusedDictionary = [](const char* index, const char* values, bool isNested) {
+    Batch inner;
+    auto& innermost = inner.add("u", 0, {nullptr, nullptr, nullptr});
+    auto& dictionary = inner.add(values, 0, {nullptr, nullptr, nullptr});
+    Batch batch;
+    auto& column = batch.add(index, 0, {nullptr, nullptr});
+    column.schema.dictionary = &dictionary.schema;
+    dictionary.schema.dictionary = isNested ? &innermost.schema : nullptr;
+    return refused(batch);
+  };
+  EXPECT_EQ(refusedDictionary("f", "u", false),
+            "column 0, 'price', has a dictionary with the Arrow index type 'f', which is not supported");
+  EXPECT_EQ(refusedDictionary("z", "z", false),
+            "column 0, 'price', has a dictionary with the Arrow index type 'z', which is not supported");
+  EXPECT_EQ(refusedDictionary("c", "z", false), "column 0, 'price', has the Arrow type 'z', which is not supported");
+  EXPECT_EQ(refusedDictionary("c", "i", true),
+            "column 0, 'price', has a dictionary of dictionaries, which is not supported");
+}
+
 TEST(ArrowRows, RefuseAnArrayThatDoesNotMatchItsSchema) {
   const std::int32_t offsets[] = {0, 2, 1};
   EXPECT_EQ(refused("u", 2, {nullptr, offsets, "ab"}), kMalformed);
