@@ -49,12 +49,15 @@ inline std::string_view textOf(const char* text, std::size_t size) {
 /// A host's text as a sentence about it shows it: 'text', in well-formed UTF-8.
 std::string quoted(std::string_view text);
 
-/// Reads the first element of an array of structs, or a single struct. @return false when its size is too small
+/// The size of a struct is its stride in an array, so a size that is none would lead anywhere.
+inline constexpr std::size_t kLargestStruct = 4096;
+
+/// Reads the first element of an array of structs, or a single struct. @return false when its size is out of range
 template <typename Struct>
 bool readStruct(const void* given, Struct& result) {
   std::size_t size = 0;
   std::memcpy(&size, given, sizeof size);
-  if (size < sizeof result) {
+  if (size < sizeof result || size > kLargestStruct) {
     return false;
   }
   std::memcpy(&result, given, sizeof result);
@@ -75,6 +78,6 @@ std::optional<Enum> enumOf(int value, Enum last) {
   return value >= 0 && value <= static_cast<int>(last) ? std::optional(static_cast<Enum>(value)) : std::nullopt;
 }
 
-inline constexpr std::string_view kWrongSize = "the size of a struct is not set, or is too small";
+inline constexpr std::string_view kWrongSize = "the size of a struct is not set, or is out of range";
 
 }  // namespace scrivalen::api

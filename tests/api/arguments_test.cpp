@@ -176,10 +176,27 @@ TEST(DocumentArguments, AStructTellsItsSize) {
     EXPECT_EQ(scrivalen_begin_paragraph(document, &style), SCRIVALEN_MISUSE);
     EXPECT_EQ(scrivalen_begin_heading(document, 1, nullptr, &style), SCRIVALEN_MISUSE);
   }
-  EXPECT_EQ(document.error(), "the size of a struct is not set, or is too small");
+  EXPECT_EQ(document.error(), "the size of a struct is not set, or is out of range");
   EXPECT_EQ(refusedCell([](scrivalen_cell_style& cell) { cell.size = 0; }), document.error());
   EXPECT_EQ(refusedColumn([](scrivalen_column& of) { of.size = 0; }), document.error());
   EXPECT_EQ(refusedColumn([](scrivalen_column& of) { of.size += 8; }), document.error());
+}
+
+// A size that was never set must not lead to a second element far away.
+TEST(DocumentArguments, AStructHasAtMost4096Bytes) {
+  const Written document;
+  scrivalen_column columns[] = {column(), column()};
+  for (const std::uint64_t size : {std::uint64_t{4097}, std::uint64_t{1} << 46, ~std::uint64_t{0}}) {
+    columns[0].size = static_cast<std::size_t>(size);
+    EXPECT_EQ(scrivalen_begin_table(document, columns, 2, nullptr), SCRIVALEN_MISUSE);
+    EXPECT_EQ(document.error(), "the size of a struct is not set, or is out of range");
+  }
+  struct {
+    scrivalen_column known;
+    char further[4096 - sizeof(scrivalen_column)];
+  } largest{};
+  largest.known.size = sizeof largest;
+  EXPECT_EQ(scrivalen_begin_table(document, &largest.known, 1, nullptr), SCRIVALEN_OK);
 }
 
 TEST(DocumentArguments, AStructOfALaterVersionIsTaken) {

@@ -77,7 +77,7 @@ TEST(DocumentRows, AreAllCheckedBeforeOneIsWritten) {
   EXPECT_EQ(refused(far), "column 1: its offset is out of range");
   scrivalen_column_data small = data(SCRIVALEN_NUMBER, kNumbers);
   small.size -= 1;
-  EXPECT_EQ(refused(small), "the size of a struct is not set, or is too small");
+  EXPECT_EQ(refused(small), "the size of a struct is not set, or is out of range");
 }
 
 TEST(DocumentRows, NeedAColumnAndATable) {
