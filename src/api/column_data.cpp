@@ -21,21 +21,34 @@ bool areAscending(const scrivalen_column_data& column, std::size_t rows) {
   return ascends;
 }
 
+bool isThere(const scrivalen_column_data& column, std::size_t row) {
+  return !column.validity || (column.validity[row / 8] >> row % 8 & 1) != 0;
+}
+
+// Whether any row needs the values. The offsets of a text column ascend.
+bool needsValues(const scrivalen_column_data& column, std::size_t rows) {
+  const bool isText = column.type == SCRIVALEN_TEXT;
+  for (std::size_t row = column.offset; row < column.offset + rows; ++row) {
+    if (isThere(column, row) && (!isText || column.offsets[row] < column.offsets[row + 1])) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // What is wrong with a column of at least one row; null if nothing is.
 const char* faultOf(const scrivalen_column_data& column, std::size_t rows) {
   if (column.offset > std::numeric_limits<std::ptrdiff_t>::max() / sizeof(std::int64_t) - rows - 1) {
     return "its offset is out of range";
   }
-  if (column.type != SCRIVALEN_TEXT) {
-    return column.values ? nullptr : "its values are null";
-  }
-  if (!column.offsets) {
+  const bool isText = column.type == SCRIVALEN_TEXT;
+  if (isText && !column.offsets) {
     return "its offsets are null";
   }
-  if (!areAscending(column, rows)) {
+  if (isText && !areAscending(column, rows)) {
     return "its offsets do not ascend from 0 or more";
   }
-  return column.values || column.offsets[column.offset + rows] == 0 ? nullptr : "its values are null";
+  return column.values || !needsValues(column, rows) ? nullptr : "its values are null";
 }
 
 Status writeRows(Document& document, const scrivalen_column_data* given, std::size_t count, std::size_t rows) {

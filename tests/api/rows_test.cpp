@@ -95,6 +95,30 @@ TEST(DocumentRows, NeedAColumnAndATable) {
   EXPECT_EQ(scrivalen_rows(document, &column, 1, 3), SCRIVALEN_MISUSE);
 }
 
+TEST(DocumentRows, NeedValuesOnlyWhereOneIsThere) {
+  Written document;
+  scrivalen_begin_table(document, nullptr, 3, nullptr);
+  const std::int64_t sameOffsets[] = {5, 5, 5};
+  const std::int64_t offsets[] = {1, 1, 3};
+  const std::uint8_t none = 0;
+  const std::uint8_t first = 1;
+  const std::uint8_t second = 2;
+  scrivalen_column_data columns[] = {data(SCRIVALEN_NUMBER, nullptr), data(SCRIVALEN_TEXT, nullptr, sameOffsets),
+                                     data(SCRIVALEN_TEXT, nullptr, offsets)};
+  columns[0].validity = &none;
+  columns[2].validity = &first;
+  EXPECT_EQ(scrivalen_rows(document, columns, 3, 2), SCRIVALEN_OK) << document.error();
+  columns[0].validity = &first;
+  EXPECT_EQ(scrivalen_rows(document, columns, 3, 2), SCRIVALEN_MISUSE);
+  EXPECT_EQ(document.error(), "column 0: its values are null");
+  columns[0].offset = 1;
+  EXPECT_EQ(scrivalen_rows(document, columns, 3, 1), SCRIVALEN_OK);
+  columns[2].validity = &second;
+  EXPECT_EQ(scrivalen_rows(document, columns, 3, 2), SCRIVALEN_MISUSE);
+  EXPECT_EQ(document.error(), "column 2: its values are null");
+  EXPECT_EQ(document.closed(), "\n\n\n");
+}
+
 TEST(DocumentRows, NoRowsNeedNoValues) {
   Written document;
   scrivalen_begin_table(document, nullptr, 1, nullptr);

@@ -199,7 +199,9 @@ void TableBuilder::addColumnCell(const ColumnData& column, std::size_t row) {
     case ValueType::Text: {
       const std::int64_t begin = column.offsets[row];
       const auto size = static_cast<std::size_t>(column.offsets[row + 1] - begin);
-      const std::string_view text(static_cast<const char*>(column.values) + begin, size);
+      // Without any text the values may be null, and null plus an offset is no pointer.
+      const char* const values = static_cast<const char*>(column.values);
+      const std::string_view text = size > 0 ? std::string_view(values + begin, size) : std::string_view();
       return isSampling_ ? addText(text) : addBorrowedText(text);
     }
     case ValueType::Number: return addValue(ValueType::Number, valueAt<double>(column, row), 0);
