@@ -298,7 +298,7 @@ compare_document() {
   verdict "three formats" "$seconds" "$other" "$ratio" 0.80
   head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
   document_memory html rows
-  for format in text html xml rtf; do
+  for format in text html xml rtf markdown; do
     document_memory "$format" cells
   done
   head_line "wall microseconds" document "" document limit

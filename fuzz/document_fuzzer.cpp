@@ -272,7 +272,7 @@ void require(const std::string& problem, const Sink& sink) {
 }
 
 std::map<char32_t, std::size_t> lettersIn(const Sink& sink) {
-  if (sink.format == "text") {
+  if (sink.format == "text" || sink.format == "markdown") {
     return scrivalen::fuzz::lettersOf(sink.bytes);
   }
   return sink.format == "rtf" ? scrivalen::fuzz::lettersOfRtf(sink.bytes)
@@ -280,6 +280,9 @@ std::map<char32_t, std::size_t> lettersIn(const Sink& sink) {
 }
 
 std::string problemOf(const Sink& sink) {
+  if (sink.format == "text" || sink.format == "markdown") {
+    return {};
+  }
   if (sink.format != "rtf") {
     return scrivalen::fuzz::problemOfTags(sink.bytes);
   }
@@ -299,7 +302,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   scrivalen_document* const document = scrivalen_new();
   const std::size_t limit = input.byte() % 8 == 0 ? static_cast<std::size_t>(input.byte()) * 16 : 1 << 30;
   std::vector<std::unique_ptr<Sink>> sinks;
-  for (const char* format : {"text", "html", "xml", "rtf"}) {
+  for (const char* format : {"text", "html", "xml", "rtf", "markdown"}) {
     sinks.push_back(std::make_unique<Sink>(Sink{format, {}, limit, document}));
     scrivalen_add_stream(document, format, &append, sinks.back().get());
   }
@@ -315,7 +318,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   }
   for (const auto& sink : sinks) {
-    if (!isWhole || sink->format == "text") {
+    if (!isWhole) {
       continue;
     }
     require(problemOf(*sink), *sink);
