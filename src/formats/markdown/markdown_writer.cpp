@@ -12,9 +12,10 @@
 #include <string>
 #include <vector>
 
-using namespace scrivalen::document;
-
 namespace scrivalen::markdown {
+
+using namespace document;
+
 namespace {
 
 std::optional<Mark> markOf(Span span) {

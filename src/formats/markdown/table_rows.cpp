@@ -6,9 +6,10 @@
 #include <cstring>
 #include <string>
 
-using namespace scrivalen::document;
-
 namespace scrivalen::markdown {
+
+using namespace document;
+
 namespace {
 
 constexpr std::size_t kWidestTable = 120;
