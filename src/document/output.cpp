@@ -48,7 +48,8 @@ bool Output::sharesTargetWith(const Output& other) const {
   }
   const std::wstring path = widePath(path_);
   const std::wstring otherPath = widePath(other.path_);
-  return !isSpecialFile(path) && (isSameFile(path, otherPath) || resolvedPath(path) == resolvedPath(otherPath));
+  return !isSpecialFile(path) &&
+         (isSameFile(path, otherPath) || isSamePath(resolvedPath(path), resolvedPath(otherPath)));
 }
 
 void Output::openFile() {

@@ -151,6 +151,9 @@ std::optional<std::wstring> createFileBeside(const std::wstring& path);
 /// when the links form a loop.
 std::wstring resolvedPath(const std::wstring& path);
 
+/// Whether two resolved paths would lead to the same file, which need not exist: on Windows whatever their case.
+bool isSamePath(const std::wstring& a, const std::wstring& b);
+
 /// Whether a path names a process's open file, as /dev/stdout does, rather than a file by its own name.
 bool isOpenFilesName(const std::wstring& path);
 

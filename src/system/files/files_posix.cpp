@@ -326,6 +326,8 @@ std::wstring resolvedPath(const std::wstring& path) {
   return widePath(folder + (folder.ends_with('/') ? "" : "/")).append(widePath(name));
 }
 
+bool isSamePath(const std::wstring& a, const std::wstring& b) { return a == b; }
+
 bool isOpenFilesName(const std::wstring& path) { return Followed(path).isOpenFile; }
 
 }  // namespace scrivalen

@@ -246,6 +246,12 @@ std::wstring resolvedPath(const std::wstring& path) {
   return realFolder.empty() ? path : (realFolder + std::wstring(separator)).append(fileNameOf(path));
 }
 
+// As file systems compare names: by a table of the system, in no language.
+bool isSamePath(const std::wstring& a, const std::wstring& b) {
+  return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
+         CSTR_EQUAL;
+}
+
 bool isOpenFilesName(const std::wstring&) { return false; }
 
 }  // namespace scrivalen

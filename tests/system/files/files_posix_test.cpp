@@ -56,6 +56,11 @@ TEST(Paths, OfBytesThatAreNotUtf8NameTheirFile) {
   EXPECT_TRUE(deleteFile(path));
 }
 
+TEST(Paths, DifferInCase) {
+  EXPECT_TRUE(isSamePath(L"/a.txt", L"/a.txt"));
+  EXPECT_FALSE(isSamePath(L"/a.txt", L"/A.txt"));
+}
+
 TEST(Paths, WithInvalidCharactersAreRefused) {
   const TemporaryFolder folder;
   for (const int unit : {0xD83D, 0xDC7F, 0xDD00, 0x110000}) {
