@@ -1,11 +1,11 @@
 #include "document/output.h"
 
+#include "document/stream_error.h"
 #include "system/messages.h"
 #include "system/process/write_signals.h"
 #include "text/utf.h"
 
 #include <cerrno>
-#include <system_error>
 #include <utility>
 
 namespace scrivalen::document {
@@ -175,7 +175,7 @@ bool Output::store(const char* data, std::size_t size) {
     }
   }
   if (error != 0) {
-    fail(Status::FileError, cannotWrite(std::generic_category().message(error)));
+    fail(Status::FileError, cannotWrite(streamErrorText(error)));
   }
   return isLive_;
 }

@@ -108,6 +108,15 @@ TEST(DocumentCallbacks, TheReasonOfAFailedStreamIsTheSystems) {
   EXPECT_EQ(scrivalen_output_error(document, 0), document.error());
 }
 
+TEST(DocumentCallbacks, AFailedStreamMayGiveAnyNumber) {
+  const Written document;
+  scrivalen_add_stream(
+      document, "html", [](void*, const void*, std::size_t) { return 123456; }, nullptr);
+  scrivalen_paragraph(document, "text", kNul);
+  EXPECT_EQ(scrivalen_close(document), SCRIVALEN_FILE_ERROR);
+  EXPECT_EQ(document.error(), "cannot write the stream of html: error 123456");
+}
+
 TEST(DocumentCallbacks, ContentIsRefusedOnceEveryOutputHasFailed) {
   Written document;
   document.stream.room = 0;
