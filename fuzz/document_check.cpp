@@ -97,22 +97,44 @@ class PageCheck {
   std::string problem_;
 };
 
-}  // namespace
-
-std::string problemOfTags(std::string_view page) { return PageCheck(page).problem(); }
+// The size of the group that a text begins with.
+std::size_t groupSize(std::string_view text) {
+  int depth = 0;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const char c = text[at];
+    depth += c == '{' ? 1 : c == '}' ? -1 : 0;
+    if (depth == 0) {
+      return at + 1;
+    }
+    at += c == '\\' ? 1 : 0;
+  }
+  return text.size();
+}
 
 constexpr char32_t kFirst = 0x0430;
 constexpr char32_t kLast = 0x044F;
 
+}  // namespace
+
+std::string problemOfTags(std::string_view page) { return PageCheck(page).problem(); }
+
+// Destinations that a reader may skip, such as bookmarks and the instructions of fields, hold no text.
 std::map<char32_t, std::size_t> lettersOfRtf(std::string_view document) {
   std::map<char32_t, std::size_t> letters;
-  for (std::size_t at = document.find("\\u"); at != document.npos; at = document.find("\\u", at + 2)) {
-    char32_t number = 0;
-    for (std::size_t digit = at + 2; digit < document.size() && isAsciiDigit(document[digit]); ++digit) {
-      number = number * 10 + static_cast<char32_t>(document[digit] - '0');
-    }
-    if (number >= kFirst && number <= kLast) {
-      ++letters[number];
+  for (std::size_t at = 0; at < document.size(); ++at) {
+    const std::string_view rest = document.substr(at);
+    if (rest.starts_with("{\\*")) {
+      at += groupSize(rest) - 1;
+    } else if (rest.starts_with("\\u") && rest.size() > 2 && isAsciiDigit(rest[2])) {
+      char32_t number = 0;
+      for (std::size_t digit = 2; digit < rest.size() && isAsciiDigit(rest[digit]); ++digit) {
+        number = number * 10 + static_cast<char32_t>(rest[digit] - '0');
+      }
+      if (number >= kFirst && number <= kLast) {
+        ++letters[number];
+      }
+    } else if (rest.front() == '\\') {
+      ++at;
     }
   }
   return letters;

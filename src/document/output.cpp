@@ -6,6 +6,7 @@
 #include "text/utf.h"
 
 #include <cerrno>
+#include <new>
 #include <utility>
 
 namespace scrivalen::document {
@@ -189,7 +190,14 @@ void Output::fail(Status status, const std::string& text) {
   abandon();
 }
 
-void Output::failToWrite() { fail(Status::FileError, cannotWrite(toUtf8(systemErrorText(lastSystemError())))); }
+// Calls that do not throw report that memory ran out as an error of the system.
+void Output::failToWrite() {
+  const std::uint32_t error = lastSystemError();
+  if (isOutOfMemoryError(error)) {
+    throw std::bad_alloc();
+  }
+  fail(Status::FileError, cannotWrite(toUtf8(systemErrorText(error))));
+}
 
 std::string Output::cannotWrite(const std::string& reason) const {
   const std::string what = stream_ ? "the stream of " + std::string(format_.name)

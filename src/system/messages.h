@@ -26,6 +26,9 @@ class SystemErrorKeeper {
 /// The system's error number for a full disk.
 std::uint32_t diskFullError();
 
+/// Whether an error number says that memory ran out.
+bool isOutOfMemoryError(std::uint32_t error);
+
 /// The system's text for an error number, without the line break that some systems append.
 std::wstring systemErrorText(std::uint32_t error);
 

@@ -13,6 +13,8 @@ void setLastSystemError(std::uint32_t error) { errno = static_cast<int>(error); 
 
 std::uint32_t diskFullError() { return ENOSPC; }
 
+bool isOutOfMemoryError(std::uint32_t error) { return error == ENOMEM; }
+
 std::wstring systemErrorText(std::uint32_t error) {
   return toWide(std::system_category().message(static_cast<int>(error)));
 }

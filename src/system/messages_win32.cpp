@@ -12,6 +12,8 @@ void setLastSystemError(std::uint32_t error) { SetLastError(error); }
 
 std::uint32_t diskFullError() { return ERROR_DISK_FULL; }
 
+bool isOutOfMemoryError(std::uint32_t error) { return error == ERROR_NOT_ENOUGH_MEMORY || error == ERROR_OUTOFMEMORY; }
+
 std::wstring systemErrorText(std::uint32_t error) {
   wchar_t buffer[1024];
   const DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0,

@@ -34,17 +34,21 @@ bool hasAccessLists(const std::wstring& path) {
          (flags & FILE_PERSISTENT_ACLS) != 0;
 }
 
-// Admits only the file's owner. It does not allocate.
-bool restrictToOwner(const std::wstring& path) {
-  SID_IDENTIFIER_AUTHORITY authority = SECURITY_CREATOR_SID_AUTHORITY;
-  alignas(SID) char owner[SECURITY_MAX_SID_SIZE];
-  alignas(ACL) char list[sizeof(ACL) + sizeof(ACCESS_ALLOWED_ACE) + SECURITY_MAX_SID_SIZE];
-  SECURITY_DESCRIPTOR descriptor;
-  if (!InitializeSid(owner, &authority, 1) || !InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION)) {
+// Admits only this user. It does not allocate.
+bool restrictToUser(const std::wstring& path) {
+  alignas(TOKEN_USER) char user[sizeof(TOKEN_USER) + SECURITY_MAX_SID_SIZE];
+  HANDLE token = nullptr;
+  DWORD size = 0;
+  if (!OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token)) {
     return false;
   }
-  *GetSidSubAuthority(owner, 0) = SECURITY_CREATOR_OWNER_RIGHTS_RID;
-  return AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, FILE_ALL_ACCESS, owner) &&
+  const bool isKnown = GetTokenInformation(token, TokenUser, user, sizeof user, &size) != 0;
+  CloseHandle(token);
+  alignas(ACL) char list[sizeof(ACL) + sizeof(ACCESS_ALLOWED_ACE) + SECURITY_MAX_SID_SIZE];
+  SECURITY_DESCRIPTOR descriptor;
+  return isKnown && InitializeAcl(reinterpret_cast<ACL*>(list), sizeof list, ACL_REVISION) &&
+         AddAccessAllowedAce(reinterpret_cast<ACL*>(list), ACL_REVISION, FILE_ALL_ACCESS,
+                             reinterpret_cast<TOKEN_USER*>(user)->User.Sid) &&
          InitializeSecurityDescriptor(&descriptor, SECURITY_DESCRIPTOR_REVISION) &&
          SetSecurityDescriptorDacl(&descriptor, TRUE, reinterpret_cast<ACL*>(list), FALSE) &&
          SetFileSecurityW(path.c_str(), DACL_SECURITY_INFORMATION | PROTECTED_DACL_SECURITY_INFORMATION, &descriptor);
@@ -59,7 +63,7 @@ bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
     return false;
   }
   SetFileAttributesW(to.c_str(), (attributes & kInheritedAttributes) | FILE_ATTRIBUTE_NORMAL);
-  return copyAccessList(from, to) || !hasAccessLists(to) || restrictToOwner(to);
+  return copyAccessList(from, to) || !hasAccessLists(to) || restrictToUser(to);
 }
 
 // ReplaceFileW also preserves other properties, such as the creation time. Where it fails, the new file keeps the
