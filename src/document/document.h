@@ -97,7 +97,6 @@ class Document : private TableTarget, private EventSink {
   std::size_t outputCount() const { return outputs_.size(); }
   /// Null when there is no such output.
   const Output* output(std::size_t index) const { return index < outputs_.size() ? outputs_[index].get() : nullptr; }
-  bool isClosed() const { return state_ == State::Closed; }
   bool isInCallback() const { return run_.isInCallback(); }
   /// Marks, for the result's lifetime, that a function of the host is running.
   Run::Callback callback() { return Run::Callback(run_); }

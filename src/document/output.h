@@ -35,8 +35,6 @@ class Output : public EventSink, private ByteSink {
   ~Output() override;
 
   const Format& format() const { return format_; }
-  /// The file's path; empty for a stream.
-  const std::string& path() const { return path_; }
 
   void open();
   /// Fails instead of being opened.
@@ -102,7 +100,7 @@ class Output : public EventSink, private ByteSink {
 
   const Format& format_;
   Run& run_;
-  std::string path_;
+  std::string path_;  // empty for a stream
   StreamWrite stream_ = nullptr;
   void* user_ = nullptr;
 
