@@ -124,8 +124,10 @@ class XmlWriter : public DocumentWriter {
   ColumnForm formOf(const Column& column) const;
   void putColumn(const Column& column, const ColumnForm& form);
   void putSimple(const ColumnForm& form, std::string_view text);
+  void putSimpleValue(const ColumnForm& form, const Cell& cell);
   void putCell(const Cell& cell, const ColumnForm& form);
   void putValue(const Cell& cell);
+  std::string_view plainForm(const Cell& cell, char* out) const;
 
   WriterContext context_;
   OutputBuffer& out_;
@@ -461,8 +463,8 @@ void XmlWriter::putColumn(const Column& column, const ColumnForm& form) {
 constexpr std::size_t kLongestSimple = MarkupText::longestInPlace(OutputBuffer::kBlock - 2 * ElementTag::kSpace);
 
 bool isSimple(const Cell& cell, const ColumnForm& form) {
-  return cell.content == nullptr && (form.isPlain || !cell.isValue()) && cell.span == 1 && cell.align == Align::Auto &&
-         !cell.header && !cell.color && !cell.background && form.end.size > 0 && cell.text.size() <= kLongestSimple;
+  return cell.content == nullptr && cell.span == 1 && cell.align == Align::Auto && !cell.header && !cell.color &&
+         !cell.background && form.end.size > 0 && cell.text.size() <= kLongestSimple;
 }
 
 void XmlWriter::row(const Row& row) {
@@ -470,10 +472,12 @@ void XmlWriter::row(const Row& row) {
   std::size_t column = 0;
   for (const Cell& cell : row.cells) {
     const ColumnForm& form = columns_[column];
-    if (isSimple(cell, form)) {
+    if (!isSimple(cell, form)) {
+      putCell(cell, form);
+    } else if (form.isPlain || !cell.isValue()) {
       putSimple(form, cell.text);
     } else {
-      putCell(cell, form);
+      putSimpleValue(form, cell);
     }
     column += static_cast<std::size_t>(cell.span);
   }
@@ -486,6 +490,29 @@ void XmlWriter::putSimple(const ColumnForm& form, std::string_view text) {
   at = escaper_.content(at + form.start.size, text, kBreakElement);
   std::memcpy(at, form.end.bytes, ElementTag::kSpace);
   out_.advance(at + form.end.size);
+}
+
+// The characters of a value's plain form are never escaped.
+void XmlWriter::putSimpleValue(const ColumnForm& form, const Cell& cell) {
+  char plain[Values::kLongest];
+  const std::string_view value = plainForm(cell, plain);
+  if (value.empty() || value == cell.text) {
+    return putSimple(form, cell.text);
+  }
+  char* at = out_.reserve(3 * ElementTag::kSpace + Values::kLongest + MarkupText::spaceFor(cell.text.size()));
+  const auto append = [&at](std::string_view text) {
+    std::memcpy(at, text.data(), text.size());
+    at += text.size();
+  };
+  append({form.start.bytes, form.start.size - 1});
+  append(" type=\"");
+  append(nameOf(cell.type));
+  append("\" value=\"");
+  append(value);
+  append("\">");
+  at = escaper_.content(at, cell.text, kBreakElement);
+  append({form.end.bytes, form.end.size});
+  out_.advance(at);
 }
 
 void XmlWriter::putCell(const Cell& cell, const ColumnForm& form) {
@@ -513,19 +540,24 @@ void XmlWriter::putCell(const Cell& cell, const ColumnForm& form) {
 // Writes the value in the plain form, where the text shows another one.
 void XmlWriter::putValue(const Cell& cell) {
   char plain[Values::kLongest];
-  char* end = plain;
-  switch (cell.type) {
-    case ValueType::Number: end = plainValues_.number(plain, cell.number, ValueFormat()); break;
-    case ValueType::Integer: end = plainValues_.integer(plain, cell.integer, ValueFormat()); break;
-    case ValueType::Date: end = plainValues_.date(plain, static_cast<std::int32_t>(cell.integer), ValueFormat()); break;
-    case ValueType::Time: end = plainValues_.time(plain, cell.integer, ValueFormat()); break;
-    default: return;
-  }
-  const std::string_view value(plain, static_cast<std::size_t>(end - plain));
-  if (value != cell.text) {
+  const std::string_view value = plainForm(cell, plain);
+  if (!value.empty() && value != cell.text) {
     putAttribute("type", nameOf(cell.type));
     putAttribute("value", value);
   }
+}
+
+// Empty for a value that has only one form.
+std::string_view XmlWriter::plainForm(const Cell& cell, char* out) const {
+  char* end = out;
+  switch (cell.type) {
+    case ValueType::Number: end = plainValues_.number(out, cell.number, ValueFormat()); break;
+    case ValueType::Integer: end = plainValues_.integer(out, cell.integer, ValueFormat()); break;
+    case ValueType::Date: end = plainValues_.date(out, static_cast<std::int32_t>(cell.integer), ValueFormat()); break;
+    case ValueType::Time: end = plainValues_.time(out, cell.integer, ValueFormat()); break;
+    default: break;
+  }
+  return {out, static_cast<std::size_t>(end - out)};
 }
 
 void XmlWriter::endTable() {
