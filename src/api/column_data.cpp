@@ -52,6 +52,9 @@ const char* faultOf(const scrivalen_column_data& column, std::size_t rows) {
 }
 
 Status writeRows(Document& document, const scrivalen_column_data* given, std::size_t count, std::size_t rows) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   if (count > Document::kMostColumns) {
     return document.misuse(Document::kTooManyColumns);
   }

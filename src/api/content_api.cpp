@@ -35,6 +35,9 @@ constexpr std::array<std::string_view, 4> kMarkups{"html", "xml", "rtf", "markdo
 // Calls @p begin with the alignment of a style, which may be null.
 template <typename Begin>
 Status withStyle(Document& document, const scrivalen_paragraph_style* given, Begin begin) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   scrivalen_paragraph_style style{};
   if (given && !readStruct(given, style)) {
     return document.misuse(kWrongSize);
@@ -44,16 +47,25 @@ Status withStyle(Document& document, const scrivalen_paragraph_style* given, Beg
 }
 
 Status beginItem(Document& document, int given) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   const auto task = enumOf(given, Task::Done);
   return task ? document.beginItem(*task) : document.misuse("the task of an item is 0, 1 or 2");
 }
 
 Status beginSpan(Document& document, int kind) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   const auto span = enumOf(kind, Span::Subscript);
   return span && *span != Span::None ? document.beginSpan(*span) : document.misuse("the kind of a span is 1 to 7");
 }
 
 Status beginColored(Document& document, const char* color, const char* background) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   std::optional<Rgb> foregroundColor;
   std::optional<Rgb> backgroundColor;
   if (!readColor(color, foregroundColor)) {
@@ -66,6 +78,9 @@ Status beginColored(Document& document, const char* color, const char* backgroun
 }
 
 Status image(Document& document, const void* data, std::size_t size, std::string_view alternative, double width) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   if (!data && size > 0) {
     return document.misuse("the bytes of a picture are null");
   }
@@ -87,6 +102,9 @@ Status imageFile(Document& document, std::string_view path, std::string_view alt
 }
 
 Status raw(Document& document, std::string_view format, std::string_view markup) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   if (std::find(kMarkups.begin(), kMarkups.end(), format) == kMarkups.end()) {
     return document.refuse(Status::UnknownFormat, "there is no markup of the format " + quoted(format) +
                                                       "; html, xml, rtf and markdown have it");

@@ -19,6 +19,9 @@ Status unknownFormat(Document& document, const std::string& what) {
 }
 
 Status addFile(Document& document, std::string_view path, std::string_view name) {
+  if (const Status status = document.readyForOutput(); status != Status::Ok) {
+    return status;
+  }
   if (path.empty()) {
     return document.misuse("the path of an output is empty");
   }
@@ -31,6 +34,9 @@ Status addFile(Document& document, std::string_view path, std::string_view name)
 }
 
 Status addStream(Document& document, std::string_view name, scrivalen_write write, void* user) {
+  if (const Status status = document.readyForOutput(); status != Status::Ok) {
+    return status;
+  }
   if (!write) {
     return document.misuse("the function of a stream is null");
   }

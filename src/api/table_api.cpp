@@ -52,6 +52,9 @@ std::string readColumn(const scrivalen_column& given, Column& result) {
 }
 
 Status beginTable(Document& document, const scrivalen_column* given, std::size_t count, std::string_view name) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   if (count > Document::kMostColumns) {
     return document.misuse(Document::kTooManyColumns);
   }
@@ -69,6 +72,9 @@ Status beginTable(Document& document, const scrivalen_column* given, std::size_t
 }
 
 Status beginCell(Document& document, const scrivalen_cell_style* given) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
   scrivalen_cell_style style{};
   if (given && !readStruct(given, style)) {
     return document.misuse(kWrongSize);

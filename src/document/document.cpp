@@ -35,7 +35,7 @@ Status Document::setUpOnly(std::string_view call) {
 }
 
 Status Document::addFile(const Format& format, std::string path) {
-  if (const Status status = setUpOnly("an output"); status != Status::Ok) {
+  if (const Status status = readyForOutput(); status != Status::Ok) {
     return status;
   }
   outputs_.push_back(std::make_unique<Output>(format, std::move(path), outputs_.size(), settings_, warnings_, run_));
@@ -43,7 +43,7 @@ Status Document::addFile(const Format& format, std::string path) {
 }
 
 Status Document::addStream(const Format& format, StreamWrite stream, void* user) {
-  if (const Status status = setUpOnly("an output"); status != Status::Ok) {
+  if (const Status status = readyForOutput(); status != Status::Ok) {
     return status;
   }
   outputs_.push_back(std::make_unique<Output>(format, stream, user, outputs_.size(), settings_, warnings_, run_));

@@ -35,11 +35,17 @@ class Document : private TableTarget, private EventSink {
   ~Document() override = default;
 
   // What comes before the content.
+  /// Whether an output may be added now; if not, says so as a misuse.
+  Status readyForOutput() { return setUpOnly("an output"); }
   Status addFile(const Format& format, std::string path);
   Status addStream(const Format& format, StreamWrite stream, void* user);
   Status set(std::string_view name, std::string_view value);
   Status setProgress(Progress progress, void* user);
   Status open();
+
+  /// Whether content may come now, whatever it is, for a host that has yet to check its arguments.
+  /// @return what each of the calls below would return first
+  Status ready();
 
   // Parts that begin and end.
   Status beginSection(std::string_view name, std::string_view id);
@@ -119,8 +125,6 @@ class Document : private TableTarget, private EventSink {
   /// What a call returns when it was not refused: the reason of an earlier refusal is then no longer the last one.
   Status answer(Status status);
   Status setUpOnly(std::string_view call);
-  /// Checks that content may come.
-  Status ready();
   /// Opens the document if that has not happened. @return the result if no output is left
   Status opened();
   /// The same for a part that begins.

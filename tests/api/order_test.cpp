@@ -40,7 +40,9 @@ TEST(DocumentOrder, OutputsSettingsAndProgressComeBeforeTheContent) {
   EXPECT_EQ(scrivalen_paragraph(document, "text", kNul), SCRIVALEN_OK);
   EXPECT_EQ(scrivalen_add_file(document, "late.txt", nullptr), SCRIVALEN_MISUSE);
   EXPECT_EQ(document.error(), "an output comes before the first content");
+  EXPECT_EQ(scrivalen_add_file(document, "late", "word"), SCRIVALEN_MISUSE);
   EXPECT_EQ(scrivalen_add_stream(document, "text", MemoryStream::write, nullptr), SCRIVALEN_MISUSE);
+  EXPECT_EQ(scrivalen_add_stream(document, "word", MemoryStream::write, nullptr), SCRIVALEN_MISUSE);
   EXPECT_EQ(scrivalen_set(document, "title", "late"), SCRIVALEN_MISUSE);
   EXPECT_EQ(document.error(), "a setting comes before the first content");
   EXPECT_EQ(scrivalen_set_progress(document, nullptr, nullptr), SCRIVALEN_MISUSE);
