@@ -86,7 +86,7 @@ void Output::beginContent(bool isTitled) {
   if (std::exchange(hasContent_, true) || isTitled) {
     return;
   }
-  if (const std::string_view title = settings_.text("title"); !title.empty()) {
+  if (const std::string_view title = settings_.text("title"); !title.empty() && settings_.flag("show-title")) {
     write({.kind = EventKind::Title, .text = title});
   }
 }

@@ -116,6 +116,14 @@ TEST(Document, ShowsItsTitleWhereNoHeadingComesFirst) {
   EXPECT_EQ(document.content(), "title 'Ledger'\nparagraph\ntext 'text'\nend paragraph\n");
 }
 
+TEST(Document, ShowsNoTitleThatIsAPropertyOnly) {
+  RecordedDocument document;
+  document.set("title", "ledger-2024");
+  document.set("show-title", "no");
+  document.paragraph("text");
+  EXPECT_EQ(document.content(), "paragraph\ntext 'text'\nend paragraph\n");
+}
+
 TEST(Document, ShowsNoTitleBeforeAHeading) {
   RecordedDocument document;
   document.set("title", "Ledger");

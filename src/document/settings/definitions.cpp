@@ -55,6 +55,12 @@ bool takeLine(std::string& value) {
 
 bool takeName(std::string& value) { return takeLine(value) && value.find_first_not_of(' ') != std::string::npos; }
 
+// It stands between the cells of a line, so it is on one line; a tab is as good as any text.
+bool takeSeparator(std::string& value) {
+  return std::none_of(value.begin(), value.end(),
+                      [](char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\t'; });
+}
+
 bool takePath(std::string&) { return true; }
 
 bool takePresentPath(std::string& value) { return !value.empty(); }
@@ -141,6 +147,7 @@ constexpr std::string_view kFlag = "yes or no";
 
 constexpr SettingDefinition kDefinitions[] = {
     {"title", kForEvery, "", kLine, &takeLine},
+    {"show-title", kForEvery, "yes", kFlag, &takeFlag},
     {"author", kForProperties, "", kLine, &takeLine},
     {"subject", kForProperties, "", kLine, &takeLine},
     {"keywords", kForProperties, "", kLine, &takeLine},
@@ -165,6 +172,7 @@ constexpr SettingDefinition kDefinitions[] = {
     {"encoding", kForText, "utf-8", "utf-8, utf-16 or latin-1", &takeEncoding},
     {"widths", kForText | kForRtf | kForPdf | kForXlsx | kForDocx, "content", "content or equal", &takeWidths},
     {"width", kForText, "80", "a whole number from 20 to 10000", &takeWidth},
+    {"separator", kForText, "", "a text without line breaks, such as a tab or ;", &takeSeparator},
     {"numbers", kForXlsx, "1234.5", "1234.5, 1,234.5, 1.234,5 or 1 234,5", &takeNumbers},
     {"dates", kForXlsx, "yyyy-mm-dd", "yyyy, mm (or m) and dd (or d) in any order, with separators, such as dd.mm.yyyy",
      &takeDates},

@@ -148,6 +148,9 @@ void TextTable::begin(const Table& table) {
 }
 
 void TextTable::row(const Row& row) {
+  if (!separator_.empty()) {
+    return writeSeparated(row);
+  }
   if (isAfterHeader_ && !row.repeated) {
     writeDashes();
   }
@@ -254,6 +257,20 @@ void TextTable::writePlaced(const Row& row) {
   }
   *at = '\n';
   out_.advance(at + 1);
+}
+
+// A cell of several columns leaves those after the first one empty, so that each row has all columns.
+void TextTable::writeSeparated(const Row& row) {
+  line_.clear();
+  for (const Cell& cell : row.cells) {
+    line_.append(cell.text);
+    for (int i = 0; i < cell.span; ++i) {
+      line_.append(separator_);
+    }
+  }
+  line_.resize(line_.size() - separator_.size());
+  std::replace(line_.begin(), line_.end(), '\n', ' ');
+  lines_.write(line_);
 }
 
 void TextTable::writeWrapped(const Row& row) {

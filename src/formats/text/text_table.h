@@ -7,17 +7,20 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace scrivalen::text {
 
 /// Writes tables in columns, with two blanks between them. The text of a cell is wrapped; a word that is wider than its
-/// column pushes the rest of its line to the right.
+/// column pushes the rest of its line to the right. With a separator each row is one line instead, with the separator
+/// between its cells.
 class TextTable {
  public:
   /// @param hasEqualColumns  whether all columns are equally wide
-  TextTable(OutputBuffer& out, TextLines& lines, bool hasEqualColumns)
-      : out_(out), lines_(lines), hasEqualColumns_(hasEqualColumns) {}
+  /// @param separator        empty: columns
+  TextTable(OutputBuffer& out, TextLines& lines, bool hasEqualColumns, std::string_view separator)
+      : out_(out), lines_(lines), hasEqualColumns_(hasEqualColumns), separator_(separator) {}
 
   void begin(const document::Table& table);
   void row(const document::Row& row);
@@ -44,6 +47,7 @@ class TextTable {
   static std::size_t beginOfText(const Slot& slot, std::size_t columns, std::size_t used);
   bool placeCells(const document::Row& row);
   void writePlaced(const document::Row& row);
+  void writeSeparated(const document::Row& row);
   void writeWrapped(const document::Row& row);
   void writeLine();
   void writeDashes();
@@ -52,6 +56,7 @@ class TextTable {
   OutputBuffer& out_;
   TextLines& lines_;
   bool hasEqualColumns_;
+  std::string separator_;
   std::vector<Slot> slots_;
   std::vector<Place> places_;
   std::vector<OpenCell> open_;

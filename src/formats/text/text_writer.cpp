@@ -62,7 +62,7 @@ class TextWriter final : public document::DocumentWriter {
         out_(encoded_ ? encoded_->buffer : context.out),
         warnings_(context.warnings),
         lines_(out_, static_cast<std::size_t>(context.settings.number("width"))),
-        table_(out_, lines_, context.settings.text("widths") == "equal") {}
+        table_(out_, lines_, context.settings.text("widths") == "equal", context.settings.text("separator")) {}
 
   void begin() override;
   void write(const Event& event) override;

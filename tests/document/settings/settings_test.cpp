@@ -169,6 +169,11 @@ TEST(Settings, TurnLineBreaksIntoBlanks) {
   EXPECT_EQ(taken("property:x", "a\nb"), "a b");
 }
 
+TEST(Settings, KeepTheTabsOfASeparator) {
+  EXPECT_EQ(taken("separator", "\t| "), "\t| ");
+  EXPECT_FALSE(isTaken("separator", ";\n"));
+}
+
 TEST(Settings, KeepThePathsOfFilesAsTheyAre) {
   EXPECT_EQ(taken("header-image", "a\n\xFF"), "a\n\xFF");
   EXPECT_EQ(taken("template", ""), "");

@@ -23,6 +23,16 @@ TEST(TextTable, AlignsItsColumns) {
             "Konrad  Berlin\n");
 }
 
+TEST(TextTable, WritesEachRowOnOneLineWithASeparator) {
+  MadeTable table({{"Item", "Price", "Note"}, {"Tea", "4", "loose\nleaf"}, {"", "", ""}, {"all", "", "x"}}, 1);
+  table.span(3, 0, 2);
+  EXPECT_EQ(writtenTable(table, {{"separator", "\t"}}),
+            "Item\tPrice\tNote\n"
+            "Tea\t4\tloose leaf\n"
+            "\t\t\n"
+            "all\t\tx\n");
+}
+
 TEST(TextTable, AlignsTextInItsColumns) {
   MadeTable table({{"left", "center", "right"}, {"a", "b", "c"}, {"12", "12", "12"}}, 0);
   table.column(1).align = Align::Center;
