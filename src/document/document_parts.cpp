@@ -5,7 +5,6 @@
 namespace scrivalen::document {
 namespace {
 
-constexpr int kWidestSpan = 16384;
 constexpr double kLargestSize = 1000;
 
 bool isLevel(int level) { return level >= 1 && level <= 6; }

@@ -14,7 +14,6 @@ using document::ValueType;
 
 constexpr std::string_view kAttributeBlanks = " \t\r\n\f";
 constexpr double kLongestWidth = 100000;
-constexpr int kWidestSpan = 16384;
 
 std::string_view trimmed(std::string_view text) {
   text.remove_prefix(std::min(text.find_first_not_of(kAttributeBlanks), text.size()));
@@ -104,7 +103,8 @@ void takeSpan(int& span, std::string_view text) {
   int number = 0;
   const auto result = std::from_chars(text.data(), text.data() + text.size(), number);
   if (!text.empty() && result.ptr == text.data() + text.size()) {
-    span = result.ec == std::errc::result_out_of_range ? kWidestSpan : std::clamp(number, 1, kWidestSpan);
+    span = result.ec == std::errc::result_out_of_range ? document::kWidestSpan
+                                                       : std::clamp(number, 1, document::kWidestSpan);
   }
 }
 

@@ -33,6 +33,7 @@ struct Column {
 constexpr bool isShare(double width) { return width == 0 || (width >= 1e-6 && width <= 1e6); }
 
 inline constexpr std::size_t kMostColumns = 1000000;
+inline constexpr int kWidestSpan = 16384;  ///< of a cell, in columns
 
 struct Table {
   std::string name;

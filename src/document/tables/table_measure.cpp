@@ -34,10 +34,13 @@ void TableMeasure::addColumnsUpTo(std::size_t count) {
   }
 }
 
+// A column costs each format memory. One that a cell is in is paid for with that cell; those that no cell is in are as
+// many as a cell spans at most, however many cells span them.
 void TableMeasure::add(std::span<const Cell> row, bool header) {
+  const std::size_t most = std::min(row.size() + static_cast<std::size_t>(kWidestSpan), kMostColumns);
   std::size_t column = 0;
   for (const Cell& cell : row) {
-    addColumnsUpTo(std::min(column + static_cast<std::size_t>(cell.span), kMostColumns));
+    addColumnsUpTo(std::min(column + static_cast<std::size_t>(cell.span), most));
     if (cell.span == 1 && column < table_.columns.size()) {
       addText(column, cell, header);
     }

@@ -3,6 +3,8 @@
 #include "support/documents/recording_writer.h"
 
 #include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -88,6 +90,42 @@ TEST(DocumentTable, HasAsManyColumnsAsItsWidestRow) {
   addRow(document, {"a", "b", "c"});
   document.end();
   EXPECT_EQ(document.content(), "table left 1/1 left 1/1 left 1/1\nrow 'a' '' ''\nrow 'a' 'b' 'c'\nend table\n");
+}
+
+// A column that no cell is in costs the host nothing, but memory in each format.
+TEST(DocumentTable, GetsAtMost16384ColumnsFromTheSpansOfARow) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  document.beginRow(false);
+  for (const char* text : {"a", "b", "c"}) {
+    document.beginCell({.span = 16384});
+    document.text(text);
+    document.end();
+  }
+  document.end();
+  document.end();
+  const std::string content = document.content();
+  const std::size_t row = content.find('\n') + 1;
+  EXPECT_EQ(std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(row), '/'), 16387);
+  EXPECT_EQ(content.substr(row), "row 16384x'a' text:3x'b c'\nend table\n");
+  EXPECT_EQ(document.warnings(),
+            "1 x cells past the last column of their table, joined to it\n"
+            "1 x cells that span columns past the last one of their table\n");
+}
+
+TEST(DocumentTable, HasAColumnForEachCellOfARowWithSpans) {
+  RecordedDocument document;
+  document.beginTable({}, {});
+  document.beginRow(false);
+  for (int i = 0; i < 20000; ++i) {
+    document.beginCell({.span = i == 7 ? 2 : 1});
+    document.end();
+  }
+  document.end();
+  document.end();
+  const std::string content = document.content();
+  EXPECT_EQ(std::count(content.begin(), content.begin() + static_cast<std::ptrdiff_t>(content.find('\n')), '/'), 20001);
+  EXPECT_EQ(document.warnings(), "");
 }
 
 TEST(DocumentTable, HasAColumnEvenWithoutRows) {

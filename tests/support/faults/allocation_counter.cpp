@@ -8,6 +8,7 @@
 namespace {
 
 std::atomic<std::size_t> count{0};
+std::atomic<std::size_t> bytes{0};
 std::atomic<std::size_t> living{0};
 
 std::atomic<std::size_t> toGo{0};  // allocations up to and including the first that fails; 0: none fails
@@ -18,6 +19,7 @@ std::atomic<int> unfailing{0};
 
 void* allocate(std::size_t size) noexcept {
   ++count;
+  bytes += size;
   if (scrivalen::test::shouldFail()) {
     return nullptr;
   }
@@ -72,6 +74,7 @@ void* orThrow(void* memory) {
 namespace scrivalen::test {
 
 std::size_t allocationCount() { return count; }
+std::size_t allocatedBytes() { return bytes; }
 std::size_t livingAllocations() { return living; }
 
 bool shouldFail() {

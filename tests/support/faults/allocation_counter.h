@@ -8,6 +8,9 @@ namespace scrivalen::test {
 /// its source belongs to the programs that count and not to a library.
 std::size_t allocationCount();
 
+/// The bytes of these calls together, whether or not they were freed.
+std::size_t allocatedBytes();
+
 /// The number of these blocks not freed yet.
 std::size_t livingAllocations();
 
