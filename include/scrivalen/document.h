@@ -253,7 +253,7 @@ SCRIVALEN_API scrivalen_status scrivalen_paragraph(scrivalen_document*, const ch
 SCRIVALEN_API scrivalen_status scrivalen_cell(scrivalen_document*, const char* text, size_t size);
 /// Writes a cell with a number. One that is not finite is an empty cell and a warning.
 SCRIVALEN_API scrivalen_status scrivalen_cell_number(scrivalen_document*, double value);
-/// Writes a cell with an integer.
+/// Writes a cell with an integer. The decimals of its column are zeros.
 SCRIVALEN_API scrivalen_status scrivalen_cell_integer(scrivalen_document*, int64_t value);
 /// Writes a cell with a date, in days since 1970-01-01.
 SCRIVALEN_API scrivalen_status scrivalen_cell_date(scrivalen_document*, int32_t days);

@@ -333,9 +333,8 @@ char* Values::integer(char* out, std::int64_t value, const ValueFormat& format) 
     *out++ = '-';
   }
   char digits[64];
-  if (!format.pattern_.empty() && !format.isDate_) {
-    decimal.places = static_cast<std::size_t>(std::max(format.decimals_, 0));
-    const std::size_t zeros = decimal.places + (format.percent_ && value != 0 ? 2 : 0);
+  decimal.places = static_cast<std::size_t>(std::max(format.decimals_, 0));
+  if (const std::size_t zeros = decimal.places + (format.percent_ && value != 0 ? 2 : 0); zeros > 0) {
     char* const end = put(digits, decimal.digits);
     std::memset(end, '0', zeros);
     decimal.digits = {digits, decimal.digits.size() + zeros};

@@ -65,7 +65,7 @@ class Values {
   /// Shortest round trip, or the exact value rounded half to even. Without decimals or a pattern, numbers from 1e21 on
   /// and below 1e-7 have an exponent, as in 1.5e+300. Zero has no sign. Not finite: nothing is written.
   char* number(char* out, double value, const ValueFormat& format) const;
-  /// Decimals come only from a pattern.
+  /// Decimals are zeros: as many as the column has.
   char* integer(char* out, std::int64_t value, const ValueFormat& format) const;
   /// Years have at least four digits; year 0 is 1 BC, and a minus comes before those that precede it.
   /// @param days  since 1970-01-01, in the proleptic Gregorian calendar

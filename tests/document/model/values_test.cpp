@@ -199,8 +199,16 @@ TEST(Integers, HaveAllTheirDigits) {
   EXPECT_EQ(integer(kLeast, {}, valuesIn("1.234,5")), "-9.223.372.036.854.775.808");
 }
 
-TEST(Integers, HaveDecimalsOnlyByAPattern) {
-  EXPECT_EQ(integer(5, ValueFormat(2)), "5");
+// They may be in a column with numbers that have decimals, below which their digits belong.
+TEST(Integers, HaveTheDecimalsOfTheirColumn) {
+  EXPECT_EQ(integer(5, ValueFormat(2)), "5.00");
+  EXPECT_EQ(integer(5, ValueFormat(-1)), "5");
+  EXPECT_EQ(integer(-1234, ValueFormat(1), valuesIn("1.234,5")), "-1.234,0");
+  EXPECT_EQ(integer(0, ValueFormat(3)), "0.000");
+  EXPECT_EQ(integer(kLeast, ValueFormat(15)), "-9223372036854775808.000000000000000");
+}
+
+TEST(Integers, HaveTheDecimalsOfAPattern) {
   EXPECT_EQ(integer(5, pattern("0.00")), "5.00");
   EXPECT_EQ(integer(-1234, pattern("#,##0.0")), "-1,234.0");
   EXPECT_EQ(integer(0, pattern("0.0%")), "0.0%");
