@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <tuple>
+#include <unordered_set>
 #include <vector>
 
 namespace scrivalen::document {
@@ -28,13 +29,14 @@ struct Warning {
 };
 
 /// What could not be written as given: one warning for each output, code and message, with a count. After kMost of
-/// them only the number of further ones is kept.
+/// them only the number of further ones is kept, up to kMostFurther.
 class Warnings {
  public:
   static constexpr std::size_t kMost = 1000;
+  static constexpr std::size_t kMostFurther = 16384;
 
   void add(std::size_t output, WarningCode code, std::string_view message, std::uint64_t count = 1);
-  /// In the order in which they came; if there were more than kMost, the last says how many.
+  /// In the order in which they came; if there were more than kMost, the last says how many, each counted once.
   std::vector<Warning> all() const;
 
  private:
@@ -45,9 +47,12 @@ class Warnings {
     bool operator()(const Place& a, const Place& b) const { return a < b; }
   };
 
+  void addFurther(std::uint64_t hash);
+
   std::vector<Warning> list_;
   std::map<std::tuple<std::size_t, WarningCode, std::string>, std::size_t, Before> places_;
-  std::uint64_t further_ = 0;
+  std::unordered_set<std::uint64_t> further_;  // the hashes of their keys
+  bool areFurtherLeftOut_ = false;
 };
 
 /// Takes the warnings of one output.

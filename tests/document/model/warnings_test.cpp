@@ -61,6 +61,26 @@ TEST(Warnings, SayInTheLastPlaceHowManyMoreThereAre) {
             (Warning{kAllOutputs, WarningCode::SomethingLeftOut, 4, "further warnings are not listed"}));
 }
 
+TEST(Warnings, CountFurtherOnesOnceEach) {
+  Warnings warnings;
+  addDifferent(warnings, 1003);
+  addDifferent(warnings, 1003);
+  warnings.add(0, WarningCode::InputMended, "1002");
+  warnings.add(0, WarningCode::TextCut, "1002", 7);
+  EXPECT_EQ(warnings.all().back().count, 6u);
+}
+
+// Their number is limited, since each that is counted takes memory.
+TEST(Warnings, CountAtLeast16384FurtherOnes) {
+  Warnings warnings;
+  addDifferent(warnings, 1000 + 16384);
+  EXPECT_EQ(warnings.all().back(),
+            (Warning{kAllOutputs, WarningCode::SomethingLeftOut, 16385, "further warnings are not listed"}));
+  addDifferent(warnings, 20000);
+  EXPECT_EQ(warnings.all().back(),
+            (Warning{kAllOutputs, WarningCode::SomethingLeftOut, 16385, "further warnings, at least, are not listed"}));
+}
+
 TEST(Warnings, GoOnCountingThoseThatAreListedWhenTheListIsFull) {
   Warnings warnings;
   addDifferent(warnings, 1001);
