@@ -129,6 +129,15 @@ TEST(ArrowRows, HoldTexts) {
   EXPECT_EQ(rowsOf("U", 3, {nullptr, longOffsets, "-abcde"}), "ab\n\ncde\n");
 }
 
+TEST(ArrowRows, HoldEmptyTextsWithoutABuffer) {
+  const std::int32_t shortOffsets[] = {0, 0, 0};
+  const std::int64_t longOffsets[] = {0, 0, 0};
+  EXPECT_EQ(rowsOf("u", 2, {nullptr, shortOffsets, nullptr}), "\n\n");
+  EXPECT_EQ(rowsOf("U", 2, {nullptr, longOffsets, nullptr}), "\n\n");
+  const std::int32_t beyond[] = {1, 1, 1};
+  EXPECT_EQ(refused("u", 2, {nullptr, beyond, nullptr}), kMalformed);
+}
+
 TEST(ArrowRows, HoldViewsOfTexts) {
   const char longText[] = "-a text of more than twelve";
   const std::int64_t sizes[] = {sizeof longText - 1};
