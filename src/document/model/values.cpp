@@ -20,6 +20,7 @@ struct NumberSample {
 constexpr NumberSample kNumberSamples[] = {
     {"1234.5", {".", ""}}, {"1,234.5", {".", ","}}, {"1.234,5", {",", "."}}, {"1 234,5", {",", "\u00A0"}}};
 
+constexpr std::string_view kIsoDate = "yyyy-mm-dd";
 constexpr std::string_view kTime = "hh:mm:ss";
 constexpr int kMostDecimals = 15;
 
@@ -198,6 +199,16 @@ char* putTwoDigits(char* out, int number) {
   return out;
 }
 
+// The pattern that nearly all dates have.
+char* putIsoDate(char* out, const CalendarDate& date) {
+  const auto year = static_cast<int>(date.year);
+  out = putTwoDigits(putTwoDigits(out, year / 100), year % 100);
+  *out++ = '-';
+  out = putTwoDigits(out, date.month);
+  *out++ = '-';
+  return putTwoDigits(out, date.day);
+}
+
 char* putDayOrMonth(char* out, int number, bool isPadded) {
   if (isPadded || number > 9) {
     return putTwoDigits(out, number);
@@ -221,6 +232,9 @@ char* putYear(char* out, std::int64_t year) {
 // Writes a point of time as a pattern says. What follows "hh" is that of a time: "mm" are minutes there.
 char* putTime(char* out, std::string_view pattern, std::int64_t days, int secondOfDay) {
   const CalendarDate date = dateOf(days);
+  if (pattern == kIsoDate && date.year >= 0 && date.year <= 9999) {
+    return putIsoDate(out, date);
+  }
   bool isTime = false;
   while (!pattern.empty()) {
     const char letter = pattern.front();
@@ -326,6 +340,10 @@ char* Values::number(char* out, double value, const ValueFormat& format) const {
 }
 
 char* Values::integer(char* out, std::int64_t value, const ValueFormat& format) const {
+  const std::string_view group = groupOf(format);
+  if (format.decimals_ <= 0 && !format.percent_ && group.empty()) {
+    return std::to_chars(out, out + kLongest, value).ptr;
+  }
   char buffer[64];
   const auto bits = static_cast<std::uint64_t>(value);
   Decimal decimal = decimalOf(buffer, value < 0 ? 0 - bits : bits, 0);
@@ -339,7 +357,7 @@ char* Values::integer(char* out, std::int64_t value, const ValueFormat& format) 
     std::memset(end, '0', zeros);
     decimal.digits = {digits, decimal.digits.size() + zeros};
   }
-  out = putDecimal(out, decimal, numbers_.point, groupOf(format));
+  out = putDecimal(out, decimal, numbers_.point, group);
   return format.percent_ ? put(out, "%") : out;
 }
 

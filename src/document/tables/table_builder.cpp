@@ -71,20 +71,19 @@ void TableBuilder::addBorrowedText(std::string_view text) {
 }
 
 void TableBuilder::addValue(ValueType type, double number, std::int64_t integer) {
-  const Cell cell = valueCell(type, number, integer);
-  push() = cell;
+  const ValueFormat& format = formatOf(column_);
+  setValueOf(push(), format, type, number, integer);
 }
 
-Cell TableBuilder::valueCell(ValueType type, double number, std::int64_t integer) {
-  Cell cell;
+void TableBuilder::setValueOf(Cell& cell, const ValueFormat& format, ValueType type, double number,
+                              std::int64_t integer) {
   if (type == ValueType::Number && !std::isfinite(number)) {
     ++notFinite_;
-    return cell;
+    return;
   }
   cell.type = type;
   cell.number = number;
   cell.integer = integer;
-  const ValueFormat& format = formatOf(column_);
   char* const out = arena_.reserve(Values::kLongest);
   char* end = out;
   switch (type) {
@@ -96,7 +95,6 @@ Cell TableBuilder::valueCell(ValueType type, double number, std::int64_t integer
     default: break;
   }
   cell.text = arena_.keep(end);
-  return cell;
 }
 
 void TableBuilder::beginCell(const CellStyle& style) {
@@ -119,11 +117,8 @@ void TableBuilder::setText(std::string_view text) {
 
 void TableBuilder::setValue(ValueType type, double number, std::int64_t integer) {
   hasValue_ = true;
-  const Cell value = valueCell(type, number, integer);
-  cell_.type = value.type;
-  cell_.text = value.text;
-  cell_.number = number;
-  cell_.integer = integer;
+  cell_.type = ValueType::Auto;
+  setValueOf(cell_, formatOf(column_), type, number, integer);
 }
 
 void TableBuilder::text(std::string_view text) {

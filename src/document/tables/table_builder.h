@@ -97,7 +97,8 @@ class TableBuilder {
     return cells_.emplace_back();
   }
   bool isSampleFull() const;
-  Cell valueCell(ValueType type, double number, std::int64_t integer);
+  /// Gives an empty cell a value, and its text.
+  void setValueOf(Cell& cell, const ValueFormat& format, ValueType type, double number, std::int64_t integer);
   void addBorrowedText(std::string_view text);
   void addColumnCell(const ColumnData& column, std::size_t row);
   void begin(bool isWhole);
