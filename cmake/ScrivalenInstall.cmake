@@ -42,7 +42,7 @@ if(NOT WIN32)
 endif()
 
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/include/scrivalen/" DESTINATION "${headers_dir}"
-  COMPONENT Development FILES_MATCHING PATTERN "*.h")
+  COMPONENT Development FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
 install(FILES "${PROJECT_BINARY_DIR}/src/include/scrivalen/version.h" DESTINATION "${headers_dir}"
   COMPONENT Development)
 

@@ -1,6 +1,11 @@
-# Sets the options common to all targets of this project.
+# scrivalen_target(TARGET [STANDARD]): sets the options common to all targets of this project. The standard of C++ is 20,
+# or an earlier one for what a host would compile.
 function(scrivalen_target target)
-  target_compile_features(${target} PRIVATE cxx_std_20)
+  set(standard 20)
+  if(ARGC GREATER 1)
+    set(standard ${ARGV1})
+  endif()
+  target_compile_features(${target} PRIVATE cxx_std_${standard})
   set_target_properties(${target} PROPERTIES
     CXX_EXTENSIONS OFF
     C_VISIBILITY_PRESET hidden

@@ -115,8 +115,8 @@ case "$system" in
     version="$(sed -n 's/^#define SCRIVALEN_VERSION "\(.*\)"$/\1/p' "$prefix/include/scrivalen/version.h")"
     expect_in Runtime "lib/libscrivalen.so.${version%%.*}" "lib/scrivalen/libscrivalen.so.$version" \
       lib/scrivalen/tmpl/default.htm lib/scrivalen/hhc/hhc.exe share/doc/scrivalen/LICENSE
-    expect_in Development lib/libscrivalen.so include/scrivalen/report.h include/scrivalen/document.h include/scrivalen/version.h \
-      lib/cmake/scrivalen/scrivalenConfig.cmake lib/pkgconfig/scrivalen.pc
+    expect_in Development lib/libscrivalen.so include/scrivalen/report.h include/scrivalen/document.h \
+      include/scrivalen/document.hpp include/scrivalen/version.h lib/cmake/scrivalen/scrivalenConfig.cmake lib/pkgconfig/scrivalen.pc
     expect_link libscrivalen.so "libscrivalen.so.${version%%.*}"
     expect_link "libscrivalen.so.${version%%.*}" "scrivalen/libscrivalen.so.$version"
     expect_file lib/scrivalen/tmpl/default.htm
@@ -131,7 +131,8 @@ case "$system" in
     expect_file bin/tmpl/default.htm
     expect_in Runtime bin/Scrivalen.dll bin/tmpl/default.htm share/doc/scrivalen/LICENSE
     expect_in Development lib/libScrivalen.dll.a lib/Scrivalen.def lib/Scrivalen.lib \
-      include/scrivalen/report.h include/scrivalen/document.h include/scrivalen/version.h lib/cmake/scrivalen/scrivalenConfig.cmake
+      include/scrivalen/report.h include/scrivalen/document.h include/scrivalen/document.hpp \
+      include/scrivalen/version.h lib/cmake/scrivalen/scrivalenConfig.cmake
     expect_file lib/libScrivalen.dll.a
     build_with_cmake
     # The library is found on the search path, so the templates are not beside the program by chance.

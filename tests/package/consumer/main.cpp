@@ -1,5 +1,6 @@
 // A host application as its author would write it, with only the installed package.
 #include <scrivalen/scrivalen.h>
+#include <scrivalen/document.hpp>
 
 #include <filesystem>
 #include <fstream>
@@ -91,6 +92,20 @@ void checkReports() {
          "the XML report holds the heading and the table as UTF-8");
 }
 
+void checkDocument() {
+  const std::filesystem::path path = std::filesystem::u8path(
+      "Gr\xC3\xBC\xC3\x9F"
+      "e.md");
+  scrivalen::Document document;
+  document.addFile(path);
+  document.heading(1, "Prices");
+  document.beginTable().row("Tea", 4.5);
+  document.close();
+  std::ifstream in(path, std::ios::binary);
+  const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
+  expect(contains(text, "# Prices") && contains(text, "Tea"), "the document has its heading and its table");
+}
+
 void checkTemplates() {
   MultiReport report;
   std::wstring path;
@@ -107,6 +122,7 @@ void checkVersion() {
 int main() {
   writeReports();
   checkReports();
+  checkDocument();
   checkTemplates();
   checkVersion();
   std::cout << "consumer: " << (failures == 0 ? "all is well" : "something is wrong") << '\n';
