@@ -84,7 +84,9 @@ Status Document::open() {
   if (outputs_.empty()) {
     return misuse("the document has no outputs");
   }
-  openOutputs();
+  if (!run_.isOutOfMemory()) {
+    openOutputs();
+  }
   return answer(run_.result());
 }
 

@@ -216,6 +216,39 @@ TEST(DocumentArguments, AStructOfALaterVersionIsTaken) {
   EXPECT_EQ(document.closed(), "a  1.00\n");
 }
 
+TEST(DocumentArguments, AStyleOfALaterVersionIsTaken) {
+  Written document("html");
+  Longer<scrivalen_paragraph_style> style{};
+  std::memset(style.further, 0xFF, sizeof style.further);
+  style.known = {sizeof style, SCRIVALEN_CENTER};
+  EXPECT_EQ(scrivalen_begin_heading(document, 1, "id", &style.known), SCRIVALEN_OK);
+  EXPECT_EQ(scrivalen_end(document), SCRIVALEN_OK);
+  style.known.align = SCRIVALEN_RIGHT;
+  EXPECT_EQ(scrivalen_begin_paragraph(document, &style.known), SCRIVALEN_OK);
+  const std::string& page = document.closed();
+  EXPECT_NE(page.find("<h1 id=\"id\" style=\"text-align:center\">"), std::string::npos) << page;
+  EXPECT_NE(page.find("<p style=\"text-align:right\">"), std::string::npos) << page;
+}
+
+TEST(DocumentArguments, ColumnDataOfALaterVersionIsTaken) {
+  Written document;
+  const std::int64_t numbers[] = {1, 2};
+  const std::uint8_t valid = 2;
+  Longer<scrivalen_column_data> columns[2] = {};
+  for (Longer<scrivalen_column_data>& column : columns) {
+    std::memset(column.further, 0xFF, sizeof column.further);
+    column.known.size = sizeof column;
+    column.known.type = SCRIVALEN_INTEGER;
+    column.known.values = numbers;
+  }
+  columns[1].known.validity = &valid;
+  scrivalen_begin_table(document, nullptr, 2, nullptr);
+  EXPECT_EQ(scrivalen_rows(document, &columns[0].known, 2, 2), SCRIVALEN_OK) << document.error();
+  columns[1].known.size = sizeof columns[1].known;
+  EXPECT_EQ(scrivalen_rows(document, &columns[0].known, 2, 2), SCRIVALEN_MISUSE);
+  EXPECT_EQ(document.closed(), "1\n2  2\n");
+}
+
 TEST(DocumentArguments, AWarningHasNoMoreBytesThanTheCallersStruct) {
   Written document;
   scrivalen_paragraph(document, "\x01", 1);

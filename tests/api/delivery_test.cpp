@@ -92,3 +92,19 @@ TEST_F(DocumentDelivery, PathsHaveAnyCharacters) {
   EXPECT_EQ(scrivalen_close(document.get()), SCRIVALEN_OK);
   EXPECT_TRUE(exists(folder / L"\u010D\u4E2D.txt"));
 }
+
+TEST_F(DocumentDelivery, AReadOnlyFileIsNotReplaced) {
+  const std::wstring file = folder / L"a.txt";
+  writeBytes(file, "earlier");
+  std::filesystem::permissions(asPath(file), std::filesystem::perms::owner_read);
+  Written document;
+  scrivalen_add_file(document, path(L"a.txt").c_str(), nullptr);
+  EXPECT_EQ(scrivalen_open(document), SCRIVALEN_FILE_ERROR);
+  EXPECT_EQ(document.error(), "cannot write '" + path(L"a.txt") + "': it is read-only");
+  EXPECT_EQ(scrivalen_paragraph(document, "new", kNul), SCRIVALEN_OK);
+  EXPECT_EQ(document.closed(), "new\n");
+  EXPECT_EQ(document.result, SCRIVALEN_FILE_ERROR);
+  EXPECT_EQ(bytesOf(file), "earlier");
+  EXPECT_EQ(files(), 1);
+  std::filesystem::permissions(asPath(file), std::filesystem::perms::owner_all);
+}
