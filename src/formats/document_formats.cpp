@@ -3,8 +3,10 @@
 #include "formats/markdown/markdown_writer.h"
 #include "formats/markup/html/html_writer.h"
 #include "formats/markup/xml_writer.h"
+#include "formats/pdf/document/pdf_writer.h"
 #include "formats/rtf/document/document_writer.h"
 #include "formats/text/text_writer.h"
+#include "formats/xlsx/xlsx_writer.h"
 #include "text/ascii.h"
 
 #include <algorithm>
@@ -25,6 +27,8 @@ constexpr std::array kFormats{
     DocumentFormat{{"xml", document::createXmlDocumentWriter}, {".xml"}},
     DocumentFormat{{"markdown", markdown::createMarkdownDocumentWriter}, {".md", ".markdown"}},
     DocumentFormat{{"rtf", document::createRtfDocumentWriter}, {".rtf"}},
+    DocumentFormat{{"pdf", pdf::createPdfDocumentWriter}, {".pdf"}},
+    DocumentFormat{{"xlsx", xlsx::createXlsxDocumentWriter}, {".xlsx"}},
 };
 
 // The extension of a path's last part, with its point; empty without one.

@@ -15,6 +15,7 @@
 #include <cstdio>
 #include <mutex>
 #include <string>
+#include <utility>
 
 namespace scrivalen {
 namespace {
@@ -42,6 +43,7 @@ std::int64_t systemTime() {
 std::atomic<LogHandler> logHandler = &logToStandardError;
 std::atomic<ErrorBoxHandler> errorBoxHandler = &showBoxOrLog;
 std::atomic<ClockHandler> clockHandler = &systemTime;
+thread_local HostStandIn* hostStandIn = nullptr;
 
 // Constructed on first use, which may be in a static constructor of the host.
 struct DataFolder {
@@ -76,13 +78,22 @@ void SetDataFolder(const wchar_t* folder) {
   });
 }
 
-void sendToLog(const wchar_t* line) { logHandler.load()(line); }
+HostScope::HostScope(HostStandIn& standIn) noexcept : before_(std::exchange(hostStandIn, &standIn)) {}
+HostScope::~HostScope() { hostStandIn = before_; }
+
+void sendToLog(const wchar_t* line) {
+  if (hostStandIn) {
+    hostStandIn->log(line);
+  } else {
+    logHandler.load()(line);
+  }
+}
 
 void showErrorBox(const wchar_t* title, const wchar_t* text) { errorBoxHandler.load()(title, text); }
 
 bool isErrorBoxLogged() { return !kHasMessageBox && errorBoxHandler.load() == &showBoxOrLog; }
 
-std::int64_t currentTime() { return clockHandler.load()(); }
+std::int64_t currentTime() { return hostStandIn ? hostStandIn->time() : clockHandler.load()(); }
 
 std::wstring homePath() {
   DataFolder& data = DataFolder::get();

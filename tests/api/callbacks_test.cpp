@@ -79,16 +79,19 @@ TEST(DocumentCallbacks, AnExceptionOfAStreamFailsItsOutputAlone) {
   EXPECT_EQ(scrivalen_output_result(document, 1), SCRIVALEN_FILE_ERROR);
 }
 
+// A format that is made in a file comes in one block, wherever the stream fails.
 TEST(DocumentCallbacks, AStreamThatFailsAtAnyByteLosesOnlyTheRest) {
   for (const std::string& format : formats()) {
     const std::string expected = contentAs(format);
-    for (std::size_t room = 0; room <= expected.size(); ++room) {
+    const std::size_t step = format == "pdf" || format == "xlsx" ? 149 : 1;
+    for (std::size_t missing = 0; missing <= expected.size(); missing += step) {
+      const std::size_t room = expected.size() - missing;
       Written document(format.c_str());
       document.stream.room = room;
       MemoryStream other;
       scrivalen_add_stream(document, format.c_str(), MemoryStream::write, &other);
       ASSERT_EQ(writeContent(document), SCRIVALEN_OK);
-      const bool isWhole = room == expected.size();
+      const bool isWhole = missing == 0;
       ASSERT_EQ(document.closed(), expected.substr(0, room));
       ASSERT_EQ(document.result, isWhole ? SCRIVALEN_OK : SCRIVALEN_FILE_ERROR);
       ASSERT_EQ(scrivalen_output_result(document, 0), document.result);

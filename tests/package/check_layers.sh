@@ -53,10 +53,10 @@ includes | awk '
   }
 
   # Help holds an HTML report. The HTML of documents knows what it shares with their XML. The layout of a PDF file knows
-  # its fonts, and both its objects.
+  # its fonts, and both its objects; PDF documents hold a PDF report.
   function mayKnow(from, to) {
     return from == to || (from == "help" && to == "markup") || (from == "markup/html" && to == "markup") ||
-      (from == "pdf/layout" && to == "pdf/fonts") || (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
+      (from == "pdf/layout" && to == "pdf/fonts") || (from == "pdf/document" && to ~ /^pdf\/(layout|objects)$/) || (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
   }
 
   # The command knows the interface, and below it only the layers without reports.
