@@ -105,7 +105,7 @@ void XmlTables::putSimple(const ColumnForm& form, std::string_view text) {
 const std::string& XmlTables::valueStartOf(ColumnForm& form, ValueType type) {
   if (form.valueType != type) {
     form.valueType = type;
-    form.valueStart.assign("<").append(form.name).append(" type=\"").append(nameOf(type)).append("\" value=\"");
+    form.valueStart.assign(1, '<').append(form.name).append(" type=\"").append(nameOf(type)).append("\" value=\"");
   }
   return form.valueStart;
 }
