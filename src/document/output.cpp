@@ -37,7 +37,7 @@ void Output::open() {
       openFile();
     }
     if (isLive_) {
-      writer_ = format_.create({buffer_, settings_, warnings_});
+      writer_ = format_.create({buffer_, settings_, warnings_, &run_});
       writer_->begin();
     }
   });
@@ -92,7 +92,7 @@ void Output::beginContent(bool isTitled) {
 }
 
 void Output::finish() {
-  if (!isLive_) {
+  if (!isLive_ || run_.isCancelled()) {
     return;
   }
   guarded([&] {
@@ -122,6 +122,11 @@ void Output::deliver() {
 }
 
 void Output::abandon() noexcept {
+  stop();
+  writer_.reset();
+}
+
+void Output::stop() noexcept {
   if (std::exchange(isLive_, false)) {
     run_.discountOutput();
   }
@@ -187,7 +192,7 @@ void Output::fail(Status status, const std::string& text) {
     result_ = status;
     run_.fail(status, text);
   }
-  abandon();
+  stop();
 }
 
 // Calls that do not throw report that memory ran out as an error of the system.

@@ -78,6 +78,8 @@ class Output : public EventSink, private ByteSink {
  private:
   bool take(const char* data, std::size_t size) override;
   bool store(const char* data, std::size_t size);
+  /// Writes nothing more, but keeps the writer, which may be what failed.
+  void stop() noexcept;
   void openFile();
   void prepareTarget(const std::wstring& path);
   void fail(Status status, const std::string& text);
@@ -95,6 +97,9 @@ class Output : public EventSink, private ByteSink {
       fail(failure.status(), failure.what());
     } catch (const std::exception& raised) {
       fail(Status::FileError, cannotWrite(raised.what()));
+    }
+    if (!isLive_) {
+      writer_.reset();
     }
   }
 

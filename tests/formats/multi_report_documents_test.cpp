@@ -2,6 +2,7 @@
 #include "scrivalen/multi_report.h"
 #include "support/captured_log.h"
 #include "support/documents/templates.h"
+#include "support/documents/workbook.h"
 #include "support/faults/open_errors.h"
 #include "support/files.h"
 
@@ -119,4 +120,56 @@ TEST_F(MultiReportDocument, ThatFailsGivesItsErrorText) {
   EXPECT_EQ(report.GetError(), openingError(missing));
   EXPECT_EQ(report.Close(), REPORT_OK);
   report.Clear();
+}
+
+namespace {
+
+void writeRow(AReport& report) {
+  report.BeginTable(L"table", nullptr);
+  report.BeginRow(L"row", nullptr, 2);
+  report.Cell(L"one", 1, nullptr);
+  report.SetCellColor(L"red;yellow");
+  report.Cell(L"two", 0, nullptr);
+  report.EndRow(L"row");
+  report.EndTable(L"table");
+}
+
+}  // namespace
+
+TEST_F(MultiReportDocument, OfPdfAndSpreadsheetIsWrittenBesideTheirReports) {
+  const FixedClock clock(86400);
+  const std::wstring classic = folder / L"classic";
+  const std::wstring beside = folder / L"beside";
+  const auto writeBoth = [&](const std::wstring& start, bool hasDocuments) {
+    MultiReport report;
+    report.AddReport(FORMAT_PDF, (start + L".pdf").c_str(), nullptr);
+    report.AddReport(FORMAT_EXCEL, (start + L".xlsx").c_str(), nullptr);
+    if (hasDocuments) {
+      report.AddReport(FORMAT_DOCUMENT_PDF, (path + L".pdf").c_str(), nullptr);
+      report.AddReport(FORMAT_DOCUMENT_EXCEL, (path + L".xlsx").c_str(), nullptr);
+    }
+    EXPECT_EQ(report.Open(), REPORT_OK);
+    writeRow(report);
+    EXPECT_EQ(report.Close(), REPORT_OK);
+    report.Clear();
+  };
+  writeBoth(classic, false);
+  writeBoth(beside, true);
+  EXPECT_TRUE(bytesOf(classic + L".pdf") == bytesOf(beside + L".pdf"));
+  EXPECT_TRUE(bytesOf(classic + L".xlsx") == bytesOf(beside + L".xlsx"));
+  EXPECT_EQ(readCells(path + L".xlsx"), "A1 \"one\" bold\nB1 \"two\" color=FF0000 fill=FFFF00\n");
+  EXPECT_NE(bytesOf(path + L".pdf").find("1.000000 0.000000 0.000000 rg\r\n(two)Tj"), std::string::npos);
+  EXPECT_TRUE(log.lines().empty());
+}
+
+// What a document cannot hold is logged as a warning of its own file.
+TEST_F(MultiReportDocument, OfPdfLogsItsWarningsWithItsOwnName) {
+  MultiReport report;
+  add(report, nullptr, FORMAT_DOCUMENT_PDF);
+  EXPECT_EQ(report.Open(), REPORT_OK);
+  writeParagraph(report, L"\u03A9");
+  EXPECT_EQ(report.Close(), REPORT_OK);
+  report.Clear();
+  EXPECT_EQ(log.lines(),
+            std::vector<std::wstring>{L"'" + path + L"': a character could not be written as it was given: U+03A9."});
 }

@@ -7,11 +7,14 @@
 #include "system/clock.h"
 #include "system/files/files.h"
 #include "system/module_path.h"
+#include "system/process/stop.h"
 
 #include <gtest/gtest.h>
 
 #include <ctime>
 #include <string>
+#include <thread>
+#include <vector>
 
 using namespace scrivalen;
 
@@ -39,6 +42,59 @@ TEST(HostHandlers, TheHostsClockIsUsedUntilANullHandlerRestoresTheSystems) {
   const std::int64_t now = currentTime();
   EXPECT_LE(before - 1, now);
   EXPECT_LE(now, std::time(nullptr) + 1);
+}
+
+namespace {
+
+struct StandIn : HostStandIn {
+  void log(const wchar_t* line) override { lines += line; }
+  std::int64_t time() const override { return 5; }
+  bool isStopRequested() override { return isStopping; }
+
+  std::wstring lines;
+  bool isStopping = false;
+};
+
+}  // namespace
+
+TEST(HostScope, StandsInForTheHostInItsThreadAlone) {
+  const scrivalen::test::CapturedLog log;
+  const scrivalen::test::FixedClock clock(86400);
+  StandIn standIn;
+  {
+    const HostScope scope(standIn);
+    sendToLog(L"taken");
+    EXPECT_EQ(currentTime(), 5);
+    EXPECT_FALSE(isStopRequested());
+    standIn.isStopping = true;
+    EXPECT_TRUE(canStop());
+    EXPECT_TRUE(isStopRequested());
+    std::thread([] {
+      sendToLog(L"other");
+      EXPECT_EQ(currentTime(), 86400);
+      EXPECT_FALSE(isStopRequested());
+    }).join();
+  }
+  sendToLog(L"after");
+  EXPECT_EQ(currentTime(), 86400);
+  EXPECT_FALSE(canStop());
+  EXPECT_EQ(standIn.lines, L"taken");
+  EXPECT_EQ(log.lines(), (std::vector<std::wstring>{L"other", L"after"}));
+}
+
+TEST(HostScope, AsksTheOuterOneToo) {
+  StandIn outer;
+  StandIn inner;
+  const HostScope scope(outer);
+  outer.isStopping = true;
+  {
+    const HostScope further(inner);
+    sendToLog(L"inner");
+    EXPECT_TRUE(isStopRequested());
+  }
+  sendToLog(L"outer");
+  EXPECT_EQ(inner.lines, L"inner");
+  EXPECT_EQ(outer.lines, L"outer");
 }
 
 TEST(DataFolder, HoldsTheTemplatesUntilANullFolderRestoresTheLibrarys) {

@@ -30,8 +30,20 @@ struct Output {
 };
 
 constexpr Output kOutputs[] = {
-    {FORMAT_TEXT, "report.txt"}, {FORMAT_HTML, "report.html"},  {FORMAT_XML, "report.xml"}, {FORMAT_RTF, "report.rtf"},
-    {FORMAT_PDF, "report.pdf"},  {FORMAT_EXCEL, "report.xlsx"}, {FORMAT_CHM, "report.chm"},
+    {FORMAT_TEXT, "report.txt"},
+    {FORMAT_HTML, "report.html"},
+    {FORMAT_XML, "report.xml"},
+    {FORMAT_RTF, "report.rtf"},
+    {FORMAT_PDF, "report.pdf"},
+    {FORMAT_EXCEL, "report.xlsx"},
+    {FORMAT_CHM, "report.chm"},
+    {FORMAT_DOCUMENT_TEXT, "document.txt"},
+    {FORMAT_DOCUMENT_HTML, "document.html"},
+    {FORMAT_DOCUMENT_XML, "document.xml"},
+    {FORMAT_DOCUMENT_RTF, "document.rtf"},
+    {FORMAT_DOCUMENT_PDF, "document.pdf"},
+    {FORMAT_DOCUMENT_EXCEL, "document.xlsx"},
+    {FORMAT_DOCUMENT_MARKDOWN, "document.md"},
 };
 
 std::atomic<int> failures = 0;

@@ -13,11 +13,14 @@
 
 namespace scrivalen::document {
 
+class Run;
+
 /// What a writer works with. Each object outlives the writer.
 struct WriterContext {
   OutputBuffer& out;  ///< takes every byte of the output; loses them in silence after a failure
   const FormatSettings& settings;
   OutputWarnings& warnings;
+  Run* run = nullptr;  ///< to report long work that writes no bytes; null: nobody wants to know
 };
 
 /// Writes a document in one format. The document calls it in order and well nested. A table comes row by row once its
