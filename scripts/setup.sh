@@ -78,11 +78,13 @@ need_test() {
   need_command mcs mono-mcs
   need_command mono mono-runtime
   need_command python3 python3
+  need_command mypy mypy
   need_command clang++ clang
   need_command lld-link lld
   need_command llvm-dlltool llvm
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
+  need_packages python3-setuptools python3-wheel python3-venv
   need_packages binutils time
   need_command ccache ccache
 }
