@@ -7,6 +7,7 @@
 #   bench/compare.sh pdf         PDF against libharu
 #   bench/compare.sh xlsx        spreadsheets against libxlsxwriter
 #   bench/compare.sh document    the document interface against handwritten writers, scaling, memory
+#   bench/compare.sh python      Python against C++, both writing a document from columns
 #   bench/compare.sh markdown    the command against cmark
 #
 # BUILD is the build folder (build/linux), RUNS the number of runs per side (11), TMPDIR the folder of the files.
@@ -20,6 +21,7 @@ build="${BUILD:-$root/build/linux}"
 runs="${RUNS:-11}"
 ledger="$build/bin/scrivalen_ledger"
 document="$build/bin/scrivalen_document_ledger"
+columns="$build/bin/scrivalen_columns"
 command="$build/bin/scrivalen"
 work="$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")"
 trap 'rm -rf "$work"' EXIT
@@ -306,6 +308,38 @@ compare_document() {
   verdict "empty html" "$microseconds" "" "$microseconds" 100
 }
 
+# columns_in_cpp FORMAT ROWS, columns_in_python FORMAT: the cpu seconds from the columns to the closed document, without
+# the start of the process.
+columns_in_cpp() {
+  rm -f "$work/columns.cpp"
+  "$columns" "$1" "$2" "$work/columns.cpp"
+}
+
+columns_in_python() {
+  rm -f "$work/columns.python"
+  SCRIVALEN_LIBRARY="$build/bin/libscrivalen.so" PYTHONPATH="$root/python" PYTHONDONTWRITEBYTECODE=1 \
+    "${PYTHON:-/usr/bin/python3}" "$root/bench/document_columns.py" "$1" "$work/stored" "$work/columns.python"
+}
+
+require_same_columns() {
+  columns_in_cpp "$1" "$2" >/dev/null
+  columns_in_python "$1" >/dev/null
+  cmp "$work"/columns.* >&2 || fail "$1: Python makes another document, so there is nothing to compare"
+}
+
+compare_python() {
+  local format rows=1000000
+  [ -x "$columns" ] || fail "there is no $columns; build the benchmarks first"
+  mkdir "$work/stored"
+  "$columns" --store "$rows" "$work/stored"
+  head_line "cpu seconds, 1,000,000 rows, columns" Python C++ ratio limit
+  for format in html text; do
+    require_same_columns "$format" "$rows"
+    pairs "columns_in_python $format" "columns_in_cpp $format $rows"
+    verdict "$format" "$seconds" "$other" "$ratio" 1.10
+  done
+}
+
 # make_markdown BYTES: text that both programs support, so CommonMark without tables and raw markup.
 make_markdown() {
   awk -v wanted="$1" 'BEGIN {
@@ -358,16 +392,18 @@ case "${1:-}" in
   pdf) compare_pdf ;;
   xlsx) compare_xlsx ;;
   document) compare_document ;;
+  python) compare_python ;;
   markdown) compare_markdown ;;
   "")
     compare_ledger
     compare_pdf
     compare_xlsx
     compare_document
+    compare_python
     if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
       compare_markdown
     fi
     ;;
-  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, markdown, or none for all" ;;
+  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, python, markdown, or none for all" ;;
 esac
 exit "$over"
