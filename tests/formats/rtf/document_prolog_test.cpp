@@ -1,6 +1,6 @@
 #include "made_rtf.h"
 
-#include "formats/rtf/document/color_table.h"
+#include "formats/rtf/document/prolog/color_table.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,7 @@
 #include "formats/rtf/document/containers.h"
 
 #include "formats/rtf/document/escape.h"
+#include "formats/rtf/document/prolog/list_table.h"
 
 #include <algorithm>
 #include <string_view>

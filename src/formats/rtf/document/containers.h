@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/model/event.h"
-#include "formats/rtf/document/prolog.h"
+#include "formats/rtf/document/prolog/style_sheet.h"
 #include "output/output_buffer.h"
 
 #include <cstddef>

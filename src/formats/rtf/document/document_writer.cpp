@@ -1,13 +1,13 @@
 #include "formats/rtf/document/document_writer.h"
 
 #include "document/settings/page.h"
-#include "formats/rtf/document/color_table.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/inline_writer.h"
 #include "formats/rtf/document/page_header.h"
-#include "formats/rtf/document/prolog.h"
-#include "formats/rtf/document/table_writer.h"
+#include "formats/rtf/document/prolog/color_table.h"
+#include "formats/rtf/document/prolog/prolog.h"
+#include "formats/rtf/document/tables/table_writer.h"
 
 #include <algorithm>
 #include <string>

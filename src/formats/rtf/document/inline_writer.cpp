@@ -1,8 +1,7 @@
 #include "formats/rtf/document/inline_writer.h"
 
 #include "formats/rtf/document/escape.h"
-#include "formats/rtf/document/languages.h"
-#include "formats/rtf/document/prolog.h"
+#include "formats/rtf/document/prolog/languages.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 
 #include "document/model/event.h"
 #include "document/model/warnings.h"
-#include "formats/rtf/document/color_table.h"
 #include "formats/rtf/document/picture.h"
+#include "formats/rtf/document/prolog/color_table.h"
 #include "output/output_buffer.h"
 
 #include <string>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "document/settings/settings.h"
-#include "formats/rtf/document/prolog.h"
+#include "formats/rtf/document/prolog/style_sheet.h"
 #include "output/output_buffer.h"
 
 #include <string>

@@ -1,4 +1,4 @@
-#include "formats/rtf/document/table_writer.h"
+#include "formats/rtf/document/tables/table_writer.h"
 
 #include "formats/rtf/document/escape.h"
 

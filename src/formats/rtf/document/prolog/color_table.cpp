@@ -1,4 +1,4 @@
-#include "formats/rtf/document/color_table.h"
+#include "formats/rtf/document/prolog/color_table.h"
 
 #include "formats/rtf/document/escape.h"
 

@@ -1,7 +1,7 @@
-#include "formats/rtf/document/table_plan.h"
+#include "formats/rtf/document/tables/table_plan.h"
 
 #include "document/tables/column_widths.h"
-#include "formats/rtf/document/prolog.h"
+#include "formats/rtf/document/prolog/page_twips.h"
 
 #include <algorithm>
 #include <cmath>

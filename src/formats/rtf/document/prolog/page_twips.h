@@ -1,0 +1,18 @@
+#pragma once
+
+#include "document/settings/page.h"
+
+namespace scrivalen::document::rtf {
+
+inline constexpr double kTwipsPerPoint = 20;
+
+/// The page in twips.
+struct PageTwips {
+  explicit PageTwips(const Page& page);
+  int textWidth() const { return width - left - right; }
+  int textHeight() const { return height - top - bottom; }
+
+  int width, height, top, right, bottom, left;
+};
+
+}  // namespace scrivalen::document::rtf
