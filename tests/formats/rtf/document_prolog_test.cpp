@@ -1,9 +1,13 @@
 #include "made_rtf.h"
 
 #include "formats/rtf/document/prolog/color_table.h"
+#include "support/documents/pictures.h"
+#include "support/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 
+using namespace scrivalen;
 using namespace scrivalen::document;
 using namespace scrivalen::test;
 
@@ -67,6 +71,69 @@ TEST(RtfProlog, HasHeadersWithFieldsAndTabStops) {
   EXPECT_EQ(linesWith("{\\footer", rtf),
             "{\\footer\\pard\\plain\\s13\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 \\tab \\tab "
             "{\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}/{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 1}}\\par}\n");
+}
+
+TEST(RtfProlog, HasAPictureBeforeTheLeftPartOfTheHeader) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"logo", greyPng(4, 2));
+  const std::string rtf = prologOf({{"header-image", narrowPath(folder / L"logo")}, {"header", "x||y"}});
+  EXPECT_EQ(linesWith("{\\header", rtf),
+            "{\\header\\pard\\plain\\s12\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 "
+            "{\\pict\\pngblip\\picw4\\pich2\\picwgoal60\\pichgoal30\n");
+  EXPECT_TRUE(has(rtf, "\n} x\\tab \\tab y\\par}\n"));
+  EXPECT_TRUE(has(rtf, "\\sectd\\sbkpage\\headery340\\footery567\n"));
+}
+
+TEST(RtfProlog, HasAHeaderOfAPictureAlone) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"logo", greyJpeg(8, 8));
+  const std::string rtf = prologOf({{"header-image", narrowPath(folder / L"logo")}});
+  EXPECT_TRUE(has(rtf, "\\tx9638 {\\pict\\jpegblip\\picw8\\pich8\\picwgoal120\\pichgoal120\nFFD8"));
+  EXPECT_TRUE(has(rtf, "\n}\\par}\n"));
+}
+
+TEST(RtfProlog, FitsThePictureIntoTheTopMargin) {
+  const auto sizeOf = [](const std::string& picture) {
+    const TemporaryFolder folder;
+    writeBytes(folder / L"logo", picture);
+    const std::string rtf = prologOf(
+        {{"header-image", narrowPath(folder / L"logo")}, {"margins", "60pt 50pt 50pt 50pt"}, {"paper", "Letter"}});
+    const std::size_t begin = rtf.find("\\picwgoal");
+    return rtf.substr(begin, rtf.find('\n', begin) - begin);
+  };
+  EXPECT_EQ(sizeOf(greyPng(400, 200)), "\\picwgoal1440\\pichgoal720");
+  EXPECT_EQ(sizeOf(greyPng(2048, 8)), "\\picwgoal5120\\pichgoal20");
+}
+
+TEST(RtfProlog, WarnsOfAPictureForTheHeaderThatCannotBeUsed) {
+  const TemporaryFolder folder;
+  const std::string path = narrowPath(folder / L"none.png");
+  std::vector<Warning> warnings;
+  const std::string rtf = rtfOf([](Document&) {}, {{"header-image", path}}, &warnings);
+  EXPECT_FALSE(has(rtf, "\\header\\"));
+  EXPECT_TRUE(has(rtf, "\\headery567\\"));
+  ASSERT_EQ(warnings.size(), 1U);
+  EXPECT_EQ(warnings[0].code, WarningCode::SomethingLeftOut);
+  EXPECT_TRUE(warnings[0].message.starts_with("cannot use the picture '" + path + "' of the header: "))
+      << warnings[0].message;
+}
+
+TEST(RtfProlog, RepeatsThePictureOnlyWhereTheHeaderNamesSections) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"logo", greyPng(4, 2));
+  const auto picturesWith = [&](std::string_view header, std::string_view footer) {
+    const std::string rtf = rtfOf(
+        [](Document& document) {
+          document.beginSection("One", {});
+          document.end();
+          document.beginSection("Two", {});
+          document.end();
+        },
+        {{"header-image", narrowPath(folder / L"logo")}, {"header", header}, {"footer", footer}});
+    return linesWith("{\\pict", rtf).size() / linesWith("{\\pict", rtf).find_first_of('\n');
+  };
+  EXPECT_EQ(picturesWith("x", "{section}"), 1U);
+  EXPECT_EQ(picturesWith("{section}", "x"), 2U);
 }
 
 TEST(RtfProlog, NamesEachSectionInItsHeader) {

@@ -16,7 +16,7 @@ int append(void* user, const void* data, std::size_t size) {
 
 }  // namespace
 
-std::string rtfOf(const Content& content, const SettingValues& settings) {
+std::string rtfOf(const Content& content, const SettingValues& settings, std::vector<document::Warning>* warnings) {
   std::string bytes;
   document::Document document;
   document.addStream(kFormat, &append, &bytes);
@@ -26,6 +26,12 @@ std::string rtfOf(const Content& content, const SettingValues& settings) {
   }
   content(document);
   EXPECT_EQ(document.close(), document::Status::Ok) << document.error();
+  if (warnings != nullptr) {
+    for (const document::Warning* warning = document.nextWarning(); warning != nullptr;) {
+      warnings->push_back(*warning);
+      warning = document.nextWarning();
+    }
+  }
   return bytes;
 }
 

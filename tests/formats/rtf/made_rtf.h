@@ -15,7 +15,9 @@ using Content = std::function<void(document::Document&)>;
 using SettingValues = std::vector<std::pair<std::string_view, std::string_view>>;
 
 /// A document in RTF.
-std::string rtfOf(const Content& content, const SettingValues& settings = {});
+/// @param warnings  gets those of the document; may be null
+std::string rtfOf(const Content& content, const SettingValues& settings = {},
+                  std::vector<document::Warning>* warnings = nullptr);
 
 /// The text of one: what comes after the tables and the words of the first section, without the final brace.
 std::string rtfBodyOf(const Content& content, const SettingValues& settings = {});

@@ -1,12 +1,11 @@
 #include "formats/rtf/document/document_writer.h"
 
-#include "document/settings/page.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/inline_writer.h"
-#include "formats/rtf/document/page_header.h"
 #include "formats/rtf/document/prolog/color_table.h"
 #include "formats/rtf/document/prolog/prolog.h"
+#include "formats/rtf/document/sections.h"
 #include "formats/rtf/document/tables/table_writer.h"
 
 #include <algorithm>
@@ -15,8 +14,6 @@
 
 namespace scrivalen::document::rtf {
 namespace {
-
-constexpr std::string_view kTinyParagraph = "\\pard\\plain\\sl-20\\slmult0\\fs2";
 
 std::string_view paragraphAlignment(Align align) {
   switch (align) {
@@ -33,13 +30,12 @@ class RtfDocumentWriter : public DocumentWriter {
       : out_(context.out),
         settings_(context.settings),
         styles_(colors_),
-        paper_(pageOf(settings_)),
-        header_(settings_, styles_, paper_.textWidth()),
+        sections_(context, styles_),
         inlines_(out_, colors_, context.warnings),
         table_(out_, colors_, inlines_),
-        containers_(out_, styles_, paper_.textWidth()) {}
+        containers_(out_, styles_, sections_.paper().textWidth()) {}
 
-  void begin() override { writeProlog(out_, settings_, colors_, styles_, paper_); }
+  void begin() override { writeProlog(out_, settings_, colors_, styles_, sections_.paper()); }
   void write(const Event& event) override;
   void beginTable(const Table& table) override;
   void row(const Row& row) override { table_.row(row); }
@@ -49,8 +45,9 @@ class RtfDocumentWriter : public DocumentWriter {
  private:
   void writeInline(const Event& event);
 
-  void beginBody();
-  void beginSection(std::string_view name);
+  void beginSection(const Event& section);
+  void endSection();
+  void prepare(Orientation orientation);
   void breakPage();
   void beginParagraph(Style style, std::string_view words);
   void closeParagraph();
@@ -68,16 +65,12 @@ class RtfDocumentWriter : public DocumentWriter {
   const FormatSettings& settings_;
   const ColorTable colors_;
   const StyleSheet styles_;
-  const PageTwips paper_;
-  const PageHeader header_;
+  Sections sections_;
   InlineWriter inlines_;
   TableWriter table_;
 
   Containers containers_;
-  bool hasBody_ = false;
   bool hasParagraph_ = false;
-  bool isAfterSection_ = false;
-  bool isAtTop_ = false;  // of the first page of a section
   bool isInParagraph_ = false;
   bool isInCode_ = false;
   std::size_t codeBreaks_ = 0;  // line breaks that more code may follow
@@ -91,8 +84,8 @@ void RtfDocumentWriter::write(const Event& event) {
   closeParagraph();
   switch (event.kind) {
     case EventKind::Title: return writeTitle(event.text);
-    case EventKind::BeginSection: beginSection(event.text); return inlines_.hold(event.id);
-    case EventKind::EndSection: isAfterSection_ = true; return;
+    case EventKind::BeginSection: return beginSection(event);
+    case EventKind::EndSection: return endSection();
     case EventKind::BeginHeading: return beginHeading(event);
     case EventKind::BeginParagraph: return beginParagraph(containers_.style(), paragraphAlignment(event.align));
     case EventKind::BeginQuote: return containers_.beginQuote();
@@ -122,7 +115,7 @@ void RtfDocumentWriter::writeInline(const Event& event) {
       return inlines_.hold(event.id);
     }
     if (event.kind == EventKind::Raw) {
-      beginBody();
+      prepare(Orientation::Upright);
       return inlines_.write(event);
     }
     beginParagraph(containers_.style(), {});
@@ -132,7 +125,7 @@ void RtfDocumentWriter::writeInline(const Event& event) {
 
 void RtfDocumentWriter::finish() {
   closeParagraph();
-  isAfterSection_ = false;
+  sections_.finish();
   if (!hasParagraph_ || inlines_.holdsPlaces()) {
     beginParagraph(Style::Normal, {});
     closeParagraph();
@@ -143,61 +136,56 @@ void RtfDocumentWriter::finish() {
 void RtfDocumentWriter::beginTable(const Table& table) {
   closeParagraph();
   flushMarker();
-  beginBody();
+  prepare(Orientation::Upright);
   if (std::exchange(breaksPage_, false)) {
     put(out_, kTinyParagraph);
     put(out_, "\\pagebb\\par\n");
   }
   const int left = containers_.indent();
-  const int space = paper_.textWidth() - left;
-  inlines_.setRoom({space, paper_.textHeight()});
-  isAtTop_ = false;
+  const PageTwips& paper = sections_.paper();
+  const int space = paper.textWidth() - left;
+  inlines_.setRoom({space, paper.textHeight()});
+  sections_.leaveTop();
   table_.begin(table, left, space, settings_.text("widths") == "equal");
   hasParagraph_ = true;
 }
 
-void RtfDocumentWriter::beginBody() {
-  if (isAfterSection_ || !hasBody_) {
-    beginSection({});
-  }
+void RtfDocumentWriter::beginSection(const Event& section) {
+  sections_.begin(section.text);
+  inlines_.hold(section.id);
+  breaksPage_ = false;
 }
 
-void RtfDocumentWriter::beginSection(std::string_view name) {
-  if (hasBody_) {
-    put(out_, kTinyParagraph);
-    put(out_, "\\sect");
-  }
-  put(out_, "\\sectd\\sbkpage");
-  put(out_, "\\headery", paper_.top / 2);
-  put(out_, "\\footery", paper_.bottom / 2);
-  put(out_, paper_.width > paper_.height ? "\\lndscpsxn\n" : "\n");
-  if (!hasBody_ || header_.namesSections()) {
-    header_.write(out_, name);
-  }
-  hasBody_ = true;
-  isAfterSection_ = false;
+void RtfDocumentWriter::endSection() {
+  sections_.end();
   breaksPage_ = false;
-  isAtTop_ = true;
+}
+
+void RtfDocumentWriter::prepare(Orientation orientation) {
+  if (sections_.prepare(orientation)) {
+    breaksPage_ = false;
+  }
 }
 
 void RtfDocumentWriter::breakPage() {
   if (breaksPage_) {
     writeEmptyParagraph();
   }
-  breaksPage_ = hasParagraph_ && !isAtTop_;
+  breaksPage_ = hasParagraph_ && !sections_.isAtTop();
 }
 
 void RtfDocumentWriter::beginParagraph(Style style, std::string_view words) {
-  beginBody();
+  prepare(Orientation::Upright);
   put(out_, "\\pard\\plain");
   put(out_, styles_.words(style));
-  put(out_, std::exchange(isAtTop_, false) || breaksPage_ ? "\\sb0" : "");
+  put(out_, sections_.isAtTop() || breaksPage_ ? "\\sb0" : "");
+  sections_.leaveTop();
   put(out_, std::exchange(breaksPage_, false) ? "\\pagebb" : "");
   containers_.writeWords();
   put(out_, words);
   out_.put(' ');
   containers_.writeMarker();
-  inlines_.setRoom({paper_.textWidth() - containers_.indent(), paper_.textHeight()});
+  inlines_.setRoom({sections_.paper().textWidth() - containers_.indent(), sections_.paper().textHeight()});
   inlines_.writeHeld();
   isInParagraph_ = true;
   hasParagraph_ = true;
@@ -265,7 +253,7 @@ void RtfDocumentWriter::contentsItem(const Event& item) {
   std::string words("\\li");
   words += std::to_string((item.number - 1) * kIndent);
   words += "\\tqr\\tldot\\tx";
-  words += std::to_string(paper_.textWidth());
+  words += std::to_string(sections_.paper().textWidth());
   beginParagraph(Style::Contents, words);
   if (item.id.empty()) {
     writeText(out_, item.text);

@@ -123,7 +123,7 @@ void InlineWriter::image(const Event& event) {
     return writeText(*out_, event.text);
   }
   if (isTurned(*event.picture)) {
-    warnings_.add(WarningCode::SomethingLeftOut, "pictures are shown lying on their side, as they are stored");
+    warnings_.add(WarningCode::SomethingLeftOut, kTurnedWarning);
   }
   writePicture(*out_, *event.picture, event.text, event.points, room_);
 }

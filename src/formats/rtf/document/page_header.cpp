@@ -2,8 +2,10 @@
 
 #include "document/settings/running_text.h"
 #include "formats/rtf/document/escape.h"
+#include "formats/rtf/document/picture.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace scrivalen::document::rtf {
 namespace {
@@ -30,30 +32,43 @@ void writePiece(OutputBuffer& out, const RunningPiece& piece, const FormatSettin
 
 }  // namespace
 
-PageHeader::PageHeader(const FormatSettings& settings, const StyleSheet& styles, int textWidth)
-    : settings_(settings), styles_(styles), textWidth_(textWidth) {}
-
-bool PageHeader::namesSections() const {
-  return namesSection(settings_.text("header")) || namesSection(settings_.text("footer"));
-}
-
-void PageHeader::write(OutputBuffer& out, std::string_view section) const {
-  writeOne(out, "{\\header\\pard\\plain", Style::Header, settings_.text("header"), section);
-  writeOne(out, "{\\footer\\pard\\plain", Style::Footer, settings_.text("footer"), section);
-}
-
-void PageHeader::writeOne(OutputBuffer& out, std::string_view word, Style style, std::string_view setting,
-                          std::string_view section) const {
-  if (setting.empty()) {
-    return;
+PageHeader::PageHeader(const FormatSettings& settings, const StyleSheet& styles, const PageTwips& paper,
+                       OutputWarnings& warnings)
+    : settings_(settings),
+      styles_(styles),
+      image_(headerImageOf(settings, warnings)),
+      imageHeight_(static_cast<int>(paper.top * kHeaderImageShare)),
+      fromTop_(image_.picture ? (paper.top - imageHeight_) * 3 / 4 : paper.top / 2) {
+  if (image_.picture && isTurned(*image_.picture)) {
+    warnings.add(WarningCode::SomethingLeftOut, kTurnedWarning);
   }
-  put(out, word);
+}
+
+void PageHeader::write(OutputBuffer& out, std::string_view section, int textWidth) {
+  const bool isNew = std::exchange(textWidth_, textWidth) != textWidth;
+  const std::string_view header = settings_.text("header");
+  const std::string_view footer = settings_.text("footer");
+  if ((image_.picture || !header.empty()) && (isNew || namesSection(header))) {
+    put(out, "{\\header\\pard\\plain");
+    writePart(out, Style::Header, section, header);
+  }
+  if (!footer.empty() && (isNew || namesSection(footer))) {
+    put(out, "{\\footer\\pard\\plain");
+    writePart(out, Style::Footer, section, footer);
+  }
+}
+
+void PageHeader::writePart(OutputBuffer& out, Style style, std::string_view section, std::string_view setting) const {
   put(out, styles_.words(style));
   put(out, "\\tqc\\tx", textWidth_ / 2);
   put(out, "\\tqr\\tx", textWidth_);
   out.put(' ');
+  if (style == Style::Header && image_.picture) {
+    writePicture(out, *image_.picture, {}, image_.widthPt, {textWidth_ / 2, imageHeight_});
+    put(out, setting.empty() ? "" : " ");
+  }
   const RunningText parts = runningTextOf(setting);
-  for (std::size_t i = 0; i < parts.size(); ++i) {
+  for (std::size_t i = 0; i < parts.size() && !setting.empty(); ++i) {
     put(out, i > 0 ? "\\tab " : "");
     for (const RunningPiece& piece : parts[i]) {
       writePiece(out, piece, settings_, section);

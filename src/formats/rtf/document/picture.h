@@ -16,6 +16,8 @@ struct Room {
 /// Whether a picture is stored on its side. Readers of RTF show it so.
 bool isTurned(const Picture& picture);
 
+inline constexpr std::string_view kTurnedWarning = "pictures are shown lying on their side, as they are stored";
+
 /// Writes a picture, unchanged but for its size.
 /// @param alternative  its text for readers who do not see it
 /// @param widthPt      0: its own
