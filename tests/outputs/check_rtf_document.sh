@@ -53,6 +53,30 @@ check_pages() {
   grep -q 'Page 1 of ' "$work/sample.pages" || fail "the footer is not on the first page"
 }
 
+# The size of a page, as in "595 x 842".
+size_of_page() {
+  pdfinfo -f "$1" -l "$1" "$work/office/sample.pdf" | sed -nE 's/^Page +[0-9]+ size: +([0-9]+)[.0-9]* x ([0-9]+).*/\1 x \2/p'
+}
+
+page_with() {
+  local page
+  for page in $(seq 1 "$(pdfinfo "$work/office/sample.pdf" | sed -n 's/^Pages: *//p')"); do
+    if pdftotext -f "$page" -l "$page" "$work/office/sample.pdf" - | grep -Fw "$1" >"$work/line"; then
+      echo "$page"
+      return
+    fi
+  done
+  fail "no page has '$1'"
+}
+
+# The table in parts is on turned pages, its heading too; what comes before and after it is upright.
+check_turned_pages() {
+  expect_equal "the page of a heading" "$(page_with Head0)" "$(page_with "A table in parts")"
+  expect_equal "the table's page" "841 x 595" "$(size_of_page "$(page_with Head0)")"
+  expect_equal "the page before it" "595 x 841" "$(size_of_page "$(page_with "Sum over two columns")")"
+  expect_equal "the page after it" "595 x 841" "$(size_of_page "$(page_with "An item with a table:")")"
+}
+
 check_with_unrtf() {
   (cd "$work" && unrtf --text sample.rtf >sample.unrtf 2>unrtf.err) || fail "unrtf: $(cat "$work/unrtf.err")"
   for heading in Prose Lists "Nested lists" Tables "A table in parts" Pictures; do
@@ -63,4 +87,5 @@ check_with_unrtf() {
 check_lists
 check_structure
 check_pages
+check_turned_pages
 check_with_unrtf

@@ -45,6 +45,9 @@ std::size_t countOf(const std::string& text, std::string_view part) {
   return count;
 }
 
+// Paper whose width is A4's; turning it gains nothing.
+const SettingValues kSquare = {{"paper", "210x210"}};
+
 // The right edge of a table's last column in each row.
 std::vector<int> lastEdges(const std::string& rtf) {
   std::vector<int> edges;
@@ -206,14 +209,16 @@ TEST(RtfTable, IsSetSmallerUntilItFits) {
 }
 
 TEST(RtfTable, IsSplitIntoPartsThatRepeatTheFirstColumnAndTheHeader) {
-  const std::string rtf = rtfBodyOf([](Document& document) {
-    document.beginTable({}, {});
-    putRow(document, cellsOf("Heading", 20), true);
-    for (int row = 0; row < 41; ++row) {
-      putRow(document, cellsOf("r" + std::to_string(row) + "c", 20));
-    }
-    document.end();
-  });
+  const std::string rtf = rtfBodyOf(
+      [](Document& document) {
+        document.beginTable({}, {});
+        putRow(document, cellsOf("Heading", 20), true);
+        for (int row = 0; row < 41; ++row) {
+          putRow(document, cellsOf("r" + std::to_string(row) + "c", 20));
+        }
+        document.end();
+      },
+      kSquare);
   // Two parts of 40 rows, then two of the last row, each with its header.
   EXPECT_EQ(countOf(rtf, "\\trhdr"), 4u);
   EXPECT_EQ(countOf(rtf, "\\trowd"), 4u + 2 * 41);
@@ -226,6 +231,87 @@ TEST(RtfTable, IsSplitIntoPartsThatRepeatTheFirstColumnAndTheHeader) {
   EXPECT_LT(rtf.find("r39c19\\cell"), rtf.find("r40c1\\cell"));
   const std::vector<int> edges = lastEdges(rtf);
   EXPECT_LE(*std::max_element(edges.begin(), edges.end()), 9638);
+}
+
+TEST(RtfTable, IsOnTurnedPagesRatherThanInParts) {
+  const std::string rtf = rtfBodyOf(
+      [](Document& document) {
+        document.paragraph("before");
+        document.beginTable({}, {});
+        putRow(document, cellsOf("Column", 20), true);
+        document.end();
+        document.beginTable({}, {});
+        putRow(document, cellsOf("Column", 20), true);
+        document.end();
+        document.paragraph("after");
+      },
+      {{"footer", "x"}});
+  const std::string kTurned =
+      "\\pard\\plain\\sl-20\\slmult0\\fs2\\sect\\sectd\\sbkpage\\pgwsxn16838\\pghsxn11906\\headery567\\footery567"
+      "\\lndscpsxn\n{\\footer\\pard\\plain\\s13\\widctlpar\\fs18\\tqc\\tx7285\\tqr\\tx14570 x\\tab \\tab "
+      "\\par}\n\\trowd";
+  const std::string kUpright =
+      "\\pard\\plain\\sl-20\\slmult0\\fs2\\sect\\sectd\\sbkpage\\headery567\\footery567\n"
+      "{\\footer\\pard\\plain\\s13\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 x\\tab \\tab \\par}\n\\pard";
+  EXPECT_NE(rtf.find(kTurned), std::string::npos) << rtf;
+  EXPECT_NE(rtf.find(kUpright), std::string::npos) << rtf;
+  EXPECT_EQ(countOf(rtf, "\\sect\\"), 2u);
+  EXPECT_LT(rtf.find(kTurned), rtf.find(kUpright));
+  const std::vector<int> edges = lastEdges(rtf);
+  ASSERT_EQ(edges.size(), 2u);
+  EXPECT_GT(edges[0], 9638);
+  EXPECT_LE(edges[0], 14570);
+}
+
+TEST(RtfTable, TakesTheHeadingsBeforeItToTurnedPages) {
+  const std::string rtf = rtfBodyOf([](Document& document) {
+    document.paragraph("before");
+    document.pageBreak();
+    document.heading(1, "One");
+    document.anchor("here");
+    document.heading(2, "Two");
+    document.beginTable({}, {});
+    putRow(document, cellsOf("Column", 20), true);
+    document.end();
+    document.heading(1, "Last");
+  });
+  const std::size_t turned = rtf.find("\\lndscpsxn\n");
+  EXPECT_LT(rtf.find("before\\par"), turned);
+  EXPECT_LT(turned, rtf.find("{\\*\\bkmkend one}One\\par\n"));
+  EXPECT_LT(rtf.find("One\\par"), rtf.find("{\\*\\bkmkend two}Two\\par\n\\trowd"));
+  EXPECT_NE(rtf.find("{\\*\\bkmkstart here}{\\*\\bkmkend here}{\\*\\bkmkstart two}"), std::string::npos) << rtf;
+  EXPECT_EQ(rtf.find("\\pagebb"), std::string::npos);
+  EXPECT_LT(rtf.rfind("\\sectd"), rtf.find("Last\\par"));
+  EXPECT_EQ(countOf(rtf, "\\sectd"), 2u);
+}
+
+TEST(RtfTable, BeginsItsSectionOnATurnedPage) {
+  const std::string rtf = rtfOf([](Document& document) {
+    document.beginSection("Wide", {});
+    document.beginTable({}, {});
+    putRow(document, cellsOf("Column", 20), true);
+    document.end();
+    document.end();
+  });
+  EXPECT_EQ(countOf(rtf, "\\sectd"), 1u);
+  EXPECT_EQ(countOf(rtf, "\\pard\\plain\\sl-20"), 0u);
+  EXPECT_NE(rtf.find("\\sectd\\sbkpage\\pgwsxn16838\\pghsxn11906\\"), std::string::npos);
+}
+
+TEST(RtfTable, IsOnTurnedPagesInFewerParts) {
+  const auto turnedWith = [](int columns, std::string_view paper) {
+    const std::string rtf = rtfOf(
+        [columns](Document& document) {
+          document.beginTable({}, {});
+          putRow(document, cellsOf("Heading", columns), true);
+          document.end();
+        },
+        {{"paper", paper}});
+    return countOf(rtf, "\\pgwsxn") == 1u;
+  };
+  EXPECT_TRUE(turnedWith(35, "A4"));
+  EXPECT_FALSE(turnedWith(22, "A4"));       // two parts either way
+  EXPECT_FALSE(turnedWith(35, "210x210"));  // no wider
 }
 
 TEST(RtfTable, HasNoMoreThan63ColumnsInAPart) {
@@ -244,17 +330,19 @@ TEST(RtfTable, HasNoMoreThan63ColumnsInAPart) {
 }
 
 TEST(RtfTable, WritesASpanOfTwoPartsInBothOfThem) {
-  const std::string rtf = rtfBodyOf([](Document& document) {
-    document.beginTable({}, {});
-    putRow(document, cellsOf("Heading", 20), true);
-    document.beginRow(false);
-    document.cell("first");
-    document.beginCell({.span = 19});
-    document.text("over all");
-    document.end();
-    document.end();
-    document.end();
-  });
+  const std::string rtf = rtfBodyOf(
+      [](Document& document) {
+        document.beginTable({}, {});
+        putRow(document, cellsOf("Heading", 20), true);
+        document.beginRow(false);
+        document.cell("first");
+        document.beginCell({.span = 19});
+        document.text("over all");
+        document.end();
+        document.end();
+        document.end();
+      },
+      kSquare);
   EXPECT_EQ(countOf(rtf, "over all\\cell"), 1u);
   EXPECT_EQ(countOf(rtf, "first\\cell"), 2u);
   EXPECT_EQ(countOf(rtf, "\\row\n"), 4u);

@@ -1,5 +1,6 @@
 #include "formats/rtf/document/document_writer.h"
 
+#include "document/model/event_log.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/inline_writer.h"
@@ -43,6 +44,16 @@ class RtfDocumentWriter : public DocumentWriter {
   void finish() override;
 
  private:
+  // Where headings go that have been kept.
+  struct KeptHeadings : EventSink {
+    explicit KeptHeadings(RtfDocumentWriter& owner) : writer(owner) {}
+    void write(const Event& event) override { writer.writeNow(event); }
+    RtfDocumentWriter& writer;
+  };
+
+  bool keepHeading(const Event& event);
+  void writeKept(Orientation orientation);
+  void writeNow(const Event& event);
   void writeInline(const Event& event);
 
   void beginSection(const Event& section);
@@ -70,6 +81,9 @@ class RtfDocumentWriter : public DocumentWriter {
   TableWriter table_;
 
   Containers containers_;
+  EventLog kept_;
+  bool isInHeading_ = false;
+  Orientation orientation_ = Orientation::Upright;  // of the next paragraph's page
   bool hasParagraph_ = false;
   bool isInParagraph_ = false;
   bool isInCode_ = false;
@@ -78,6 +92,37 @@ class RtfDocumentWriter : public DocumentWriter {
 };
 
 void RtfDocumentWriter::write(const Event& event) {
+  if (keepHeading(event)) {
+    return;
+  }
+  writeKept(Orientation::Upright);
+  writeNow(event);
+}
+
+// A heading is written with what comes after it: to a turned page if that is a table there.
+bool RtfDocumentWriter::keepHeading(const Event& event) {
+  const bool begins = event.kind == EventKind::BeginHeading;
+  const bool belongs = begins || isInHeading_ || (event.kind == EventKind::Anchor && kept_.size() > 0);
+  if (belongs) {
+    kept_.write(event);
+    isInHeading_ = event.kind != EventKind::EndHeading && (begins || isInHeading_);
+  }
+  return belongs;
+}
+
+void RtfDocumentWriter::writeKept(Orientation orientation) {
+  if (kept_.size() == 0) {
+    return;
+  }
+  orientation_ = orientation;
+  const EventLog headings = std::exchange(kept_, {});
+  KeptHeadings sink(*this);
+  headings.replay(sink);
+  closeParagraph();
+  orientation_ = Orientation::Upright;
+}
+
+void RtfDocumentWriter::writeNow(const Event& event) {
   if (isInline(event.kind)) {
     return writeInline(event);
   }
@@ -124,6 +169,7 @@ void RtfDocumentWriter::writeInline(const Event& event) {
 }
 
 void RtfDocumentWriter::finish() {
+  writeKept(Orientation::Upright);
   closeParagraph();
   sections_.finish();
   if (!hasParagraph_ || inlines_.holdsPlaces()) {
@@ -135,18 +181,22 @@ void RtfDocumentWriter::finish() {
 
 void RtfDocumentWriter::beginTable(const Table& table) {
   closeParagraph();
+  const int left = containers_.indent();
+  const PageTwips* turned = sections_.turnedPaper();
+  const TableSpace space{sections_.paper().textWidth() - left, turned == nullptr ? 0 : turned->textWidth() - left};
+  TablePlan plan = planTable(table, space, settings_.text("widths") == "equal");
+  writeKept(plan.orientation);
   flushMarker();
-  prepare(Orientation::Upright);
+  prepare(plan.orientation);
   if (std::exchange(breaksPage_, false)) {
     put(out_, kTinyParagraph);
     put(out_, "\\pagebb\\par\n");
   }
-  const int left = containers_.indent();
-  const PageTwips& paper = sections_.paper();
-  const int space = paper.textWidth() - left;
-  inlines_.setRoom({space, paper.textHeight()});
+  const bool isTurned = plan.orientation == Orientation::Turned;
+  const PageTwips& paper = isTurned ? *turned : sections_.paper();
+  inlines_.setRoom({isTurned ? space.turned : space.upright, paper.textHeight()});
   sections_.leaveTop();
-  table_.begin(table, left, space, settings_.text("widths") == "equal");
+  table_.begin(table, std::move(plan), left);
   hasParagraph_ = true;
 }
 
@@ -175,7 +225,7 @@ void RtfDocumentWriter::breakPage() {
 }
 
 void RtfDocumentWriter::beginParagraph(Style style, std::string_view words) {
-  prepare(Orientation::Upright);
+  prepare(orientation_);
   put(out_, "\\pard\\plain");
   put(out_, styles_.words(style));
   put(out_, sections_.isAtTop() || breaksPage_ ? "\\sb0" : "");

@@ -14,8 +14,6 @@ namespace scrivalen::document::rtf {
 /// A paragraph that takes hardly any space. It ends a section, or begins a page before a table.
 inline constexpr std::string_view kTinyParagraph = "\\pard\\plain\\sl-20\\slmult0\\fs2";
 
-enum class Orientation { Upright, Turned };
-
 /// The sections of the file: those of the document, and further ones for wide tables, whose pages are turned to
 /// landscape. A section is written when its first content comes, since that decides its orientation.
 class Sections {

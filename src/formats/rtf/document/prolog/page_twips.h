@@ -6,6 +6,9 @@ namespace scrivalen::document::rtf {
 
 inline constexpr double kTwipsPerPoint = 20;
 
+/// Whether a page is as the settings have it, or turned to landscape for a wide table.
+enum class Orientation { Upright, Turned };
+
 /// The page in twips.
 struct PageTwips {
   explicit PageTwips(const Page& page);

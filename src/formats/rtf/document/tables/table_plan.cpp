@@ -7,7 +7,9 @@
 #include <cmath>
 #include <iterator>
 #include <numeric>
+#include <optional>
 #include <span>
+#include <utility>
 
 namespace scrivalen::document::rtf {
 namespace {
@@ -103,6 +105,39 @@ std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space,
   return parts;
 }
 
+// One part in the largest text that fits; none if not even the smallest does.
+std::optional<TablePlan> inOnePart(const Table& table, double width, bool isEqual) {
+  std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints);
+  if (needs.size() > kMostColumns) {
+    return std::nullopt;
+  }
+  int halfPoints = kUsualHalfPoints;
+  bool fits = widthsOf(needs, width, isEqual).fit;
+  while (!fits) {
+    breakLongWords(needs, width);
+    fits = widthsOf(needs, width, isEqual).fit;
+    if (!fits) {
+      if (halfPoints == kLeastHalfPoints) {
+        return std::nullopt;
+      }
+      needs = needsOf(table, --halfPoints);
+    }
+  }
+  return TablePlan{
+      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, 0, needs.size(), width, isEqual)}};
+}
+
+TablePlan inParts(const Table& table, double width, bool isEqual) {
+  std::vector<ColumnNeed> needs = needsOf(table, kLeastHalfPoints);
+  breakLongWords(needs, width);
+  return {Orientation::Upright, kLeastHalfPoints, paddingOf(kLeastHalfPoints), split(needs, width, isEqual)};
+}
+
+TablePlan turned(TablePlan plan) {
+  plan.orientation = Orientation::Turned;
+  return plan;
+}
+
 }  // namespace
 
 std::size_t TablePart::columnsBefore(std::size_t column) const {
@@ -110,22 +145,21 @@ std::size_t TablePart::columnsBefore(std::size_t column) const {
   return repeated + std::clamp(column, first, end) - first;
 }
 
-TablePlan planTable(const Table& table, int space, bool isEqual) {
-  const double width = std::min(space, kWidestTable);
-  std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints);
-  int halfPoints = kUsualHalfPoints;
-  const auto fits = [&] { return needs.size() <= kMostColumns && widthsOf(needs, width, isEqual).fit; };
-  if (!fits()) {
-    breakLongWords(needs, width);
+TablePlan planTable(const Table& table, TableSpace space, bool isEqual) {
+  const double width = std::min(space.upright, kWidestTable);
+  const double turnedWidth = std::min(space.turned, kWidestTable);
+  if (auto plan = inOnePart(table, width, isEqual)) {
+    return *std::move(plan);
   }
-  while (!fits()) {
-    if (halfPoints == kLeastHalfPoints) {
-      return {halfPoints, paddingOf(halfPoints), split(needs, width, isEqual)};
-    }
-    needs = needsOf(table, --halfPoints);
-    breakLongWords(needs, width);
+  TablePlan upright = inParts(table, width, isEqual);
+  if (turnedWidth <= width) {
+    return upright;
   }
-  return {halfPoints, paddingOf(halfPoints), {partOf(needs, 0, needs.size(), width, isEqual)}};
+  if (auto plan = inOnePart(table, turnedWidth, isEqual)) {
+    return turned(*std::move(plan));
+  }
+  TablePlan landscape = inParts(table, turnedWidth, isEqual);
+  return landscape.parts.size() < upright.parts.size() ? turned(std::move(landscape)) : upright;
 }
 
 }  // namespace scrivalen::document::rtf

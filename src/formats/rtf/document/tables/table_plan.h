@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/model/table.h"
+#include "formats/rtf/document/prolog/page_twips.h"
 
 #include <cstddef>
 #include <vector>
@@ -18,15 +19,23 @@ struct TablePart {
   std::size_t columnsBefore(std::size_t column) const;
 };
 
-/// How a table fits the text's width: the size of its text, and its parts.
+/// How a table fits the text's width: the page's orientation, the size of the text, and the parts.
 struct TablePlan {
+  Orientation orientation = Orientation::Upright;
   int halfPoints = 0;
   int padding = 0;  ///< between the text of a cell and each of its sides, in twips
   std::vector<TablePart> parts;
 };
 
-/// @param space    in twips
+/// The widths that a table may have, in twips.
+struct TableSpace {
+  int upright;
+  int turned;  ///< on a page turned to landscape; 0: there is none
+};
+
+/// A table that does not fit is set smaller, then on turned pages, then split; in parts it is on turned pages only if
+/// there are fewer of them.
 /// @param isEqual  columns of equal widths rather than widths from their content
-TablePlan planTable(const Table& table, int space, bool isEqual);
+TablePlan planTable(const Table& table, TableSpace space, bool isEqual);
 
 }  // namespace scrivalen::document::rtf

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <utility>
 
 namespace scrivalen::document::rtf {
 namespace {
@@ -37,8 +38,8 @@ TableWriter::TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWrit
       cellBorder_("\\clbrdrb\\brdrs\\brdrw5\\brdrcf" + std::to_string(colors.indexOf(kLineColor))),
       scratch_(sink_) {}
 
-void TableWriter::begin(const Table& table, int indent, int space, bool isEqual) {
-  plan_ = planTable(table, space, isEqual);
+void TableWriter::begin(const Table& table, TablePlan plan, int indent) {
+  plan_ = std::move(plan);
   indent_ = indent;
   room_ = inlines_.room();
   paragraph_ = "\\pard\\plain\\intbl\\sb30\\sa30\\fs" + std::to_string(plan_.halfPoints);

@@ -21,8 +21,8 @@ class TableWriter {
   /// @param out, colors, inlines  not owned; must outlive this object
   TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWriter& inlines);
 
-  /// @param indent, space  in twips
-  void begin(const Table& table, int indent, int space, bool isEqual);
+  /// @param indent  in twips
+  void begin(const Table& table, TablePlan plan, int indent);
   void row(const Row& row);
   void end();
 
