@@ -335,6 +335,29 @@ TEST(RtfDocument, EmbedsPicturesAtMostAsWideAsTheText) {
             "\\pngblip\\picw2000\\pich1000\\picwgoal9638\\pichgoal4819\n89504E47");
 }
 
+TEST(RtfDocument, ShowsATurnedJpegAsItIsStoredAndWarns) {
+  // EXIF with one entry, the orientation, least significant byte first.
+  const auto jpegWith = [](char orientation) {
+    const std::string tiff = std::string("II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0", 18) + orientation +
+                             std::string("\0\0\0\0\0\0\0", 7);
+    return greyJpeg(100, 50, jpegSegment(0xE1, std::string("Exif\0\0", 6) + tiff));
+  };
+  for (char orientation = 1; orientation <= 8; ++orientation) {
+    std::string reason;
+    const auto picture = Picture::read(jpegWith(orientation), reason);
+    ASSERT_NE(picture, nullptr) << reason;
+    ASSERT_EQ(picture->orientation(), orientation);
+    std::vector<Warning> warnings;
+    const std::string rtf =
+        rtfOf([&](Document& document) { document.image(picture, "a box", 0, reason); }, {}, &warnings);
+    EXPECT_NE(rtf.find("\\jpegblip\\picw100\\pich50\\picwgoal1500\\pichgoal750\n"), std::string::npos) << rtf;
+    ASSERT_EQ(warnings.size(), orientation == 1 ? 0U : 1U);
+    if (!warnings.empty()) {
+      EXPECT_EQ(warnings[0].message, "pictures are shown as they are stored, turned or mirrored");
+    }
+  }
+}
+
 TEST(RtfDocument, WritesTheAlternativeTextOfAMissingPicture) {
   EXPECT_EQ(bodyOf([](Document& document) { document.image(nullptr, "a map", 0, "there is no map"); }),
             "NORMAL a map\\par\n");

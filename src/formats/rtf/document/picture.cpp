@@ -34,6 +34,8 @@ void writeDescription(OutputBuffer& out, std::string_view alternative) {
   }
 }
 
+constexpr int kFirstOnItsSide = 5;  // of the orientations; the ones before are only mirrored or upside down
+
 // The size as the picture is stored: readers of RTF do not turn it.
 struct Size {
   double widthPt;
@@ -43,15 +45,12 @@ struct Size {
 Size sizeOf(const Picture& picture, double widthPt) {
   const double scale = widthPt > 0 ? widthPt / picture.widthPt() : 1;
   const Size size{picture.widthPt() * scale, picture.heightPt() * scale};
-  return isTurned(picture) ? Size{size.heightPt, size.widthPt} : size;
+  return picture.orientation() >= kFirstOnItsSide ? Size{size.heightPt, size.widthPt} : size;
 }
 
 }  // namespace
 
-bool isTurned(const Picture& picture) {
-  constexpr int kFirstTurned = 5;  // of the orientations; the ones before are only mirrored or upside down
-  return picture.orientation() >= kFirstTurned;
-}
+bool isTurned(const Picture& picture) { return picture.orientation() != 1; }
 
 void writePicture(OutputBuffer& out, const Picture& picture, std::string_view alternative, double widthPt, Room room) {
   constexpr double kTwips = 20;  // of a point

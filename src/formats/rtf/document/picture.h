@@ -13,10 +13,10 @@ struct Room {
   int height;
 };
 
-/// Whether a picture is stored on its side. Readers of RTF show it so.
+/// Whether a picture is stored turned or mirrored. Readers of RTF show it so.
 bool isTurned(const Picture& picture);
 
-inline constexpr std::string_view kTurnedWarning = "pictures are shown lying on their side, as they are stored";
+inline constexpr std::string_view kTurnedWarning = "pictures are shown as they are stored, turned or mirrored";
 
 /// Writes a picture, unchanged but for its size.
 /// @param alternative  its text for readers who do not see it
