@@ -14,12 +14,9 @@ namespace {
 
 using document::Align;
 using document::Status;
-using document::ValueType;
 using document::WarningCode;
 
 constexpr int kDeepestLevel = 6;
-constexpr double kWhole = 100;  // per cent
-constexpr std::size_t kMostDescribedColumns = 16384;
 
 bool isHeading(PARAGRAPH_TYPE type) { return type >= PARAGRAPH_HEADING1 && type <= PARAGRAPH_HEADING6; }
 
@@ -30,7 +27,7 @@ bool isSpace(std::string_view text) { return text.find_first_not_of(" \t\r\n") =
 }  // namespace
 
 ReportTranslation::ReportTranslation(document::Document& document, bool takesHtml)
-    : document_(document), takesHtml_(takesHtml), inline_(document) {}
+    : document_(document), takesHtml_(takesHtml), inline_(document), columns_(document) {}
 
 // The results are valid until the next call.
 std::string_view ReportTranslation::read(const wchar_t* text) {
@@ -362,15 +359,13 @@ void ReportTranslation::openRow() {
     closeContents();
     document_.beginTable({}, tableName_);
     isTableOpen_ = true;
-    isFirstRow_ = true;
-    widths_.clear();
-    isNamed_.clear();
+    columns_.beginTable();
   }
   document_.beginRow(false);
   isRowOpen_ = true;
   cells_ = 0;
   headers_ = 0;
-  column_ = 0;
+  columns_.beginRow();
 }
 
 void ReportTranslation::closeRow() {
@@ -384,10 +379,7 @@ void ReportTranslation::closeRow() {
     return;
   }
   isRowOpen_ = false;
-  if (isFirstRow_) {
-    isFirstRow_ = false;
-    describeWidths();
-  }
+  columns_.endRow();
   if (headers_ == cells_) {
     document_.markRow(true);
   }
@@ -427,7 +419,7 @@ void ReportTranslation::openCell(CellKind kind, bool isHeader, const Attributes&
   cell_ = kind;
   ++cells_;
   headers_ += isHeader ? 1 : 0;
-  column_ += static_cast<std::size_t>(attributes.span);
+  columns_.pass(attributes.span);
   Attributes look;
   look.isBold = attributes.isBold;
   look.isItalic = attributes.isItalic;
@@ -448,56 +440,6 @@ void ReportTranslation::closeCell() {
   cell_ = CellKind::None;
 }
 
-// The first row says what the columns are.
-void ReportTranslation::noteColumn(const Attributes& attributes, const std::string& name) {
-  const std::size_t column = column_;
-  if (column >= kMostDescribedColumns) {
-    return;
-  }
-  document::Column description;
-  if (!name.empty() && (column >= isNamed_.size() || !isNamed_[column])) {
-    isNamed_.resize(std::max(isNamed_.size(), column + 1));
-    isNamed_[column] = true;
-    description.name = name;
-  }
-  if (isFirstRow_) {
-    description.type = attributes.type;
-    widths_.resize(column + 1);
-    widths_[column] = attributes.span == 1 ? attributes.width : ColumnWidth();
-  }
-  if (!description.name.empty() || description.type != ValueType::Auto) {
-    document_.describeColumn(column, description);
-  }
-}
-
-// Columns without a share of the whole divide what the others leave. Lengths are shares only if all columns have one.
-void ReportTranslation::describeWidths() {
-  using Unit = ColumnWidth::Unit;
-  if (column_ > kMostDescribedColumns) {
-    return;
-  }
-  widths_.resize(column_);
-  const auto countOf = [this](Unit unit) {
-    return std::count_if(widths_.begin(), widths_.end(), [unit](const ColumnWidth& w) { return w.unit == unit; });
-  };
-  const auto shares = countOf(Unit::Percent);
-  const bool areLengths = countOf(Unit::Points) == std::ssize(widths_);
-  if (shares == 0 && !areLengths) {
-    return;
-  }
-  double left = kWhole;
-  for (const ColumnWidth& width : widths_) {
-    left -= width.unit == Unit::Percent ? width.value : 0;
-  }
-  const double other = shares < std::ssize(widths_) ? left / static_cast<double>(std::ssize(widths_) - shares) : 0;
-  for (std::size_t column = 0; column < widths_.size(); ++column) {
-    const bool isGiven = areLengths || widths_[column].unit == Unit::Percent;
-    document::Column description;
-    description.width = std::max(0.0, isGiven ? widths_[column].value : other);
-    document_.describeColumn(column, description);
-  }
-}
-
 void ReportTranslation::beginInnerCell() {
   if (inner_.hasCells) {
     inline_.blank();
@@ -514,7 +456,7 @@ void ReportTranslation::beginCell(const wchar_t* name, bool isHeader, const wcha
   openRow();
   const Attributes look = attributesOfCell(attributes);
   otherText_ = read(name);
-  noteColumn(look, otherText_);
+  columns_.note(look, otherText_);
   openCell(CellKind::Begun, isHeader, look);
 }
 
@@ -535,12 +477,12 @@ void ReportTranslation::cell(const wchar_t* text, bool isHeader, const wchar_t* 
   openRow();
   if (!isHeader && isEmpty(attributes) && !hasRowLook_ && !hasNextCell_ && inline_.isPlain()) {
     ++cells_;
-    ++column_;
+    columns_.pass(1);
     document_.cell(readQuoted(text));
     return;
   }
   const Attributes look = attributesOfCell(attributes);
-  noteColumn(look, {});
+  columns_.note(look, {});
   openCell(CellKind::Begun, isHeader, look);
   inline_.text(readQuoted(text));
   closeCell();

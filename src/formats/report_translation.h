@@ -3,13 +3,13 @@
 #include "document/document.h"
 #include "formats/attribute_text.h"
 #include "formats/inline_writer.h"
+#include "formats/report_columns.h"
 #include "scrivalen/report.h"
 
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace scrivalen {
 
@@ -86,14 +86,13 @@ class ReportTranslation {
   void openCell(CellKind kind, bool isHeader, const Attributes& attributes);
   void closeCell();
   Attributes attributesOfCell(const wchar_t* attributes);
-  void noteColumn(const Attributes& attributes, const std::string& name);
-  void describeWidths();
   void beginInnerCell();
   std::string addressOf(const wchar_t* target);
 
   document::Document& document_;
   const bool takesHtml_;
   InlineWriter inline_;
+  ReportColumns columns_;
   std::string text_;
   std::string otherText_;
   Block block_ = Block::None;
@@ -107,10 +106,8 @@ class ReportTranslation {
   std::string tableName_;
   bool isInRow_ = false;  // the host has begun a row
   bool isRowOpen_ = false;
-  bool isFirstRow_ = false;
   std::size_t cells_ = 0;  // of the row
   std::size_t headers_ = 0;
-  std::size_t column_ = 0;  // the next cell's
   bool hasRowLook_ = false;
   Attributes rowLook_;  // what its cells begin with
   CellKind cell_ = CellKind::None;
@@ -118,8 +115,6 @@ class ReportTranslation {
   InnerTable inner_;
   Attributes nextCell_;  // the colours that SetCellColor gave it
   bool hasNextCell_ = false;
-  std::vector<ColumnWidth> widths_;
-  std::vector<bool> isNamed_;
 };
 
 }  // namespace scrivalen
