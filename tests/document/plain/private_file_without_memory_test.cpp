@@ -7,6 +7,7 @@
 
 #include <filesystem>
 #include <iterator>
+#include <string_view>
 #include <tuple>
 
 using namespace scrivalen::test;
@@ -38,6 +39,11 @@ Attempt write(const char* format, const std::string& path, std::size_t nth, Exte
   return attempt;
 }
 
+// On Windows the spreadsheet library asks the operators for a temporary file's name, and reports that it has no file.
+bool isFailure(std::string_view format, scrivalen_status status) {
+  return status == SCRIVALEN_OUT_OF_MEMORY || (format == "xlsx" && status == SCRIVALEN_FILE_ERROR);
+}
+
 class PrivateFileWithoutMemory : public testing::TestWithParam<std::tuple<const char*, Extent>> {};
 
 }  // namespace
@@ -58,7 +64,7 @@ TEST_P(PrivateFileWithoutMemory, IsDeliveredWholeOrNotAtAll) {
     const Attempt made = write(format, path, nth, extent);
     hasFailed = made.hasFailed;
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(asPath(folder.path())), {}), 1);
-    EXPECT_TRUE(made.result == SCRIVALEN_OUT_OF_MEMORY || made.result == SCRIVALEN_OK) << made.result;
+    EXPECT_TRUE(made.result == SCRIVALEN_OK || isFailure(format, made.result)) << made.result;
     EXPECT_TRUE(bytesOf(file) == (made.result == SCRIVALEN_OK ? whole : "earlier"));
   }
   EXPECT_GT(nth, 200u);
