@@ -1,4 +1,5 @@
-# Checks the C and C++ excerpts in the documents: each must occur unchanged in an example, so that it compiles.
+# Checks the C, C++ and Python excerpts in the documents: each must occur unchanged in an example, so that it compiles, or
+# runs.
 #
 #   DOCUMENTS, EXAMPLES   the files, separated by commas
 string(REPLACE "," ";" documents "${DOCUMENTS}")
@@ -12,7 +13,7 @@ endforeach()
 
 set(count 0)
 foreach(document IN LISTS documents)
-  foreach(fence IN ITEMS "```cpp\n" "```c\n")
+  foreach(fence IN ITEMS "```cpp\n" "```c\n" "```python\n")
     file(READ "${document}" rest)
     string(FIND "${rest}" "${fence}" begin)
     while(NOT begin EQUAL -1)

@@ -140,7 +140,7 @@ def _of_buffer(view: memoryview) -> Optional[Values]:
     if kind in _FLOATS:
         return Values(view, "number")
     if kind == "?":
-        return _of_list(_elements_of(view))
+        return of_list(_elements_of(view))
     try:
         return Values(view, "integer")
     except OverflowError:
@@ -169,7 +169,7 @@ def _texts_of(texts: List[bytes], validity: Optional[bytes]) -> Values:
     return Values(b"".join(texts), "text", offsets=offsets, validity=validity)
 
 
-def _of_list(values: Sequence[Any]) -> Optional[Values]:
+def of_list(values: Sequence[Any]) -> Optional[Values]:
     """A column from values of one type and None; None where they are of several, or too large."""
     types = set(map(type, values))
     validity = None
@@ -235,7 +235,7 @@ def _column_of(values: Any) -> Tuple[Any, Optional[Values]]:
     view = _buffer_of(values)
     if view is None:
         sequence = values if isinstance(values, (list, tuple)) else list(values)
-        return sequence, _of_list(sequence)
+        return sequence, of_list(sequence)
     column = _of_buffer(view)
     return (_elements_of(view) if column is None else view), column
 

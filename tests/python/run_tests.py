@@ -51,4 +51,5 @@ def main():
     sys.exit(0 if outcome.wasSuccessful() and outcome.testsRun and not outcome.skipped else 1)
 
 
-main()
+if __name__ == "__main__":  # a process that the tests start imports this file
+    main()
