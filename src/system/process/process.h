@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -16,11 +17,17 @@ struct ProcessResult {
   std::vector<std::wstring> messages;
 };
 
+struct ProcessSetup {
+  std::wstring folder;             ///< the program's current folder; empty: that of this process
+  std::function<bool()> isToStop;  ///< asked many times a second whether to end the program; must not throw
+};
+
 /// Starts a program, without a window and without a shell, and waits for it to exit. It inherits no open files but the
-/// standard ones, and SIGPIPE ends it even if this process ignores that signal. When work is to stop (stop.h), the
-/// program is ended, on Linux with everything that it has started: for that it gets its own process group.
+/// standard ones, and SIGPIPE ends it even if this process ignores that signal. When work is to stop (stop.h, or the
+/// setup), the program is ended, on Linux with everything that it has started: for that it gets its own process group.
 /// @param arguments  the program first: a path, or a name to look up on the search path
 /// @param variables  "NAME=value": changes to the environment for the program; ignored on Windows
-ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables = {});
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables = {},
+                         const ProcessSetup& setup = {});
 
 }  // namespace scrivalen

@@ -41,10 +41,11 @@ std::wstring quoted(const std::vector<std::wstring>& arguments) {
 class Stopper {
  public:
   /// @param hasGroup  whether the process leads its own group
-  Stopper(pid_t process, bool hasGroup) : target_(hasGroup ? -process : process) {}
+  Stopper(pid_t process, bool hasGroup, const std::function<bool()>& isToStop)
+      : target_(hasGroup ? -process : process), isToStop_(isToStop) {}
 
   void poll() {
-    if (!isStopRequested()) {
+    if (!isStopRequested() && !(isToStop_ && isToStop_())) {
       return;
     }
     const auto now = std::chrono::steady_clock::now();
@@ -56,6 +57,7 @@ class Stopper {
 
  private:
   pid_t target_;
+  const std::function<bool()>& isToStop_;
   int requests_ = 0;
   std::chrono::steady_clock::time_point nextRequest_;
 };
@@ -132,13 +134,16 @@ class Pipe {
   int error_;
 };
 
-// The open files of a program that is started: the standard streams, with the given file as its standard error. A glibc
-// before 2.34 cannot close the files that the host lets every program inherit.
+// The open files of a program that is started: the standard streams, with the given file as its standard error; and its
+// current folder. A glibc before 2.34 cannot close the files that the host lets every program inherit.
 class StandardFiles {
  public:
-  explicit StandardFiles(int standardError) {
+  StandardFiles(int standardError, const std::string& folder) {
     ::posix_spawn_file_actions_init(&actions_);
     ::posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
+    if (!folder.empty()) {
+      ::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str());
+    }
 #if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 34)
     ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
 #endif
@@ -230,7 +235,11 @@ class TextList {
 
 }  // namespace
 
-ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables) {
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>& variables,
+                         const ProcessSetup& setup) {
+  // Its path may be relative to the current folder of this process.
+  const bool isFound = setup.folder.empty() || folderOf(arguments.front()).empty();
+  const std::string program = narrowPath(isFound ? arguments.front() : resolvedPath(arguments.front()));
   TextList argv(arguments);
   TextList environment(variables);
   environment.addOtherVariables(environ);
@@ -240,13 +249,13 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   std::string messages;
   messages.reserve(kMaxMessageBytes);
   Pipe messagePipe;
-  const StandardFiles files(messagePipe.writingEnd());
-  const bool hasGroup = canStop();
+  const StandardFiles files(messagePipe.writingEnd(), narrowPath(setup.folder));
+  const bool hasGroup = canStop() || setup.isToStop;
   const StartAttributes attributes(hasGroup);
   pid_t process = 0;
   int error = messagePipe.error();
   if (error == 0) {
-    error = ::posix_spawnp(&process, *argv.get(), files.get(), attributes.get(), argv.get(), environment.get());
+    error = ::posix_spawnp(&process, program.c_str(), files.get(), attributes.get(), argv.get(), environment.get());
   }
   if (error != 0) {
     result.error = static_cast<std::uint32_t>(error);
@@ -254,7 +263,7 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   }
   result.started = true;
   messagePipe.closeWritingEnd();
-  Stopper stopper(process, hasGroup);
+  Stopper stopper(process, hasGroup, setup.isToStop);
   messagePipe.readAll(messages, stopper);
   waitFor(process, stopper, result);
   result.messages = linesOf(std::string_view(messages).substr(0, kMaxMessageBytes));

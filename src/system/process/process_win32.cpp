@@ -23,9 +23,9 @@ void appendQuoted(std::wstring& line, const std::wstring& argument) {
   line += L'"';
 }
 
-int waitFor(const PROCESS_INFORMATION& process) {
+int waitFor(const PROCESS_INFORMATION& process, const std::function<bool()>& isToStop) {
   while (WaitForSingleObject(process.hProcess, kPollMilliseconds) == WAIT_TIMEOUT) {
-    if (isStopRequested()) {
+    if (isStopRequested() || (isToStop && isToStop())) {
       TerminateProcess(process.hProcess, static_cast<UINT>(-1));
     }
   }
@@ -38,7 +38,8 @@ int waitFor(const PROCESS_INFORMATION& process) {
 
 }  // namespace
 
-ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>&) {
+ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::vector<std::wstring>&,
+                         const ProcessSetup& setup) {
   ProcessResult result;
   for (const std::wstring& argument : arguments) {
     appendQuoted(result.commandLine, argument);
@@ -47,13 +48,14 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   STARTUPINFOW startup{};
   startup.cb = sizeof startup;
   PROCESS_INFORMATION process{};
+  const wchar_t* const folder = setup.folder.empty() ? nullptr : setup.folder.c_str();
   if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW | NORMAL_PRIORITY_CLASS, nullptr,
-                      nullptr, &startup, &process)) {
+                      folder, &startup, &process)) {
     result.error = GetLastError();
     return result;
   }
   result.started = true;
-  result.exitStatus = waitFor(process);
+  result.exitStatus = waitFor(process, setup.isToStop);
   return result;
 }
 

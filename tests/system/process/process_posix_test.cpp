@@ -9,8 +9,10 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <filesystem>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using namespace scrivalen;
@@ -103,6 +105,38 @@ TEST(RunProgram, AddsVariablesToThoseOfThisProcess) {
 TEST(RunProgram, StopsAProgramAndItsChildren) {
   const StopOnceStarted stop;
   EXPECT_EQ(stop.run(L"sleep 60 & : > \"$1\"; wait").exitStatus, -1);
+}
+
+TEST(RunProgram, StopsAProgramWhenItsSetupSaysSo) {
+  int questions = 0;
+  const auto start = std::chrono::steady_clock::now();
+  const ProcessResult result =
+      runProgram({L"sh", L"-c", L"sleep 60 & wait"}, {}, {L"", [&questions] { return ++questions > 3; }});
+  EXPECT_EQ(result.signal, SIGTERM);
+  EXPECT_GT(questions, 3);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));
+}
+
+TEST(RunProgram, RunsAProgramInAFolder) {
+  const TemporaryFolder folder;
+  makeFolder(folder / L"a b");
+  const ProcessResult result = runProgram({L"sh", L"-c", L"pwd > out"}, {}, {folder / L"a b", nullptr});
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(bytesOf(folder / L"a b/out"), narrowPath(folder / L"a b") + "\n");
+}
+
+TEST(RunProgram, FindsAProgramByAPathFromThisProcesssFolderAndRunsItInAnother) {
+  const TemporaryFolder folder;
+  makeFolder(folder / L"bin");
+  makeFolder(folder / L"other");
+  writeBytes(folder / L"bin/program", "#!/bin/sh\necho good > out\n");
+  ASSERT_EQ(::chmod(narrowPath(folder / L"bin/program").c_str(), 0700), 0);
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(asPath(folder.path()));
+  const ProcessResult result = runProgram({L"bin/program"}, {}, {folder / L"other", nullptr});
+  std::filesystem::current_path(before);
+  EXPECT_EQ(result.exitStatus, 0);
+  EXPECT_EQ(bytesOf(folder / L"other/out"), "good\n");
 }
 
 TEST(RunProgram, StopsAProgramThatClosedItsStandardError) {
