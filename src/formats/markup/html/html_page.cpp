@@ -9,6 +9,7 @@
 #include "system/files/files.h"
 #include "system/messages.h"
 #include "system/module_path.h"
+#include "text/ascii.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -20,6 +21,7 @@ namespace scrivalen::document {
 namespace {
 
 constexpr std::string_view kBody = "%BODY%";
+constexpr std::string_view kOwnTail = "</main>\n</body>\n</html>\n";
 
 std::string escaped(std::string_view text) {
   std::string result(MarkupText::spaceFor(text.size()), '\0');
@@ -35,28 +37,24 @@ void appendMeta(std::string& head, std::string_view name, std::string_view value
 }
 
 // A title of no character is not allowed (HTML, 4.2.2).
-std::string titleOf(const FormatSettings& settings) {
-  const std::string_view title = settings.text("title");
+std::string titleElement(std::string_view title) {
   return title.find_first_not_of(' ') == title.npos ? "-" : escaped(title);
 }
 
-std::string ownHead(const FormatSettings& settings, std::string_view headerImage) {
-  const std::string_view language = settings.text("language");
-  std::string head = "<!DOCTYPE html>\n<html lang=\"" + escaped(language) + '"';
-  head.append(isRightToLeft(language) ? " dir=\"rtl\">\n" : ">\n");
-  head +=
-      "<head>\n"
-      "<meta charset=\"utf-8\">\n"
-      "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
-      "<title>" +
-      titleOf(settings) + "</title>\n";
+std::string htmlElement(std::string_view language) {
+  const std::string_view direction = isRightToLeft(language) ? " dir=\"rtl\"" : "";
+  return "<!DOCTYPE html>\n<html lang=\"" + escaped(language) + '"' + std::string(direction) + ">\n";
+}
+
+std::string ownHead(const FormatSettings& settings, std::string_view title, std::string_view metas,
+                    std::string_view style) {
+  std::string head = htmlElement(settings.text("language"));
+  head.append("<head>\n").append(metas).append("<title>").append(titleElement(title)).append("</title>\n");
   appendMeta(head, "author", settings.text("author"));
   appendMeta(head, "description", settings.text("subject"));
   appendMeta(head, "keywords", settings.text("keywords"));
   appendMeta(head, "dcterms.date", settings.text("date"));
-  return head.append("<style>\n")
-      .append(htmlStyle(settings, headerImage))
-      .append("</style>\n</head>\n<body>\n<main>\n");
+  return head.append("<style>\n").append(style).append("</style>\n</head>\n<body>\n<main>\n");
 }
 
 // The path as it is; a name without a folder may also be that of a template that is installed with the library.
@@ -103,11 +101,13 @@ std::string cleanTemplate(std::string_view bytes, OutputWarnings& warnings) {
 using Placeholders = std::vector<std::pair<std::string, std::string>>;
 
 // Later ones come before earlier ones of the same name. A property may be named with the percent signs or without.
-Placeholders placeholdersOf(const FormatSettings& settings) {
-  Placeholders result = {
-      {"TITLE", escaped(settings.text("title"))},       {"AUTHOR", escaped(settings.text("author"))},
-      {"SUBJECT", escaped(settings.text("subject"))},   {"DATE", escaped(shownDate(settings))},
-      {"KEYWORDS", escaped(settings.text("keywords"))}, {"LANGUAGE", escaped(settings.text("language"))}};
+Placeholders placeholdersOf(const FormatSettings& settings, std::string_view title) {
+  Placeholders result = {{"TITLE", escaped(title)},
+                         {"AUTHOR", escaped(settings.text("author"))},
+                         {"SUBJECT", escaped(settings.text("subject"))},
+                         {"DATE", escaped(shownDate(settings))},
+                         {"KEYWORDS", escaped(settings.text("keywords"))},
+                         {"LANGUAGE", escaped(settings.text("language"))}};
   for (auto [name, value] : settings.properties()) {
     if (name.size() > 2 && name.starts_with('%') && name.ends_with('%')) {
       name = name.substr(1, name.size() - 2);
@@ -137,6 +137,27 @@ std::string filled(std::string_view text, const Placeholders& placeholders) {
   return result.append(text);
 }
 
+// Writes another charset into the first meta element that names one; a page without one gets one.
+std::string withCharset(std::string page, std::string_view charset) {
+  constexpr std::string_view kName = "charset=";
+  constexpr std::string_view kEnd = "\"' \t\r\n/>;";
+  const std::string lowered = asciiLowered(std::string_view(page));
+  for (std::size_t meta = lowered.find("<meta"); meta != lowered.npos; meta = lowered.find("<meta", meta + 1)) {
+    std::size_t at = lowered.find(kName, meta);
+    if (at < lowered.find('>', meta)) {
+      at += kName.size();
+      at += page.find_first_of("\"'", at) == at ? 1 : 0;
+      return page.replace(at, std::min(page.find_first_of(kEnd, at), page.size()) - at, charset);
+    }
+  }
+  const std::size_t head = lowered.find("<head>");
+  if (head != lowered.npos) {
+    constexpr std::size_t kSize = 6;
+    page.insert(head + kSize, "<meta charset=\"" + std::string(charset) + "\">");
+  }
+  return page;
+}
+
 // Where the document goes: its place, else the end of the page's body.
 std::pair<std::string_view, std::string_view> divided(std::string_view page) {
   std::size_t at = page.find(kBody);
@@ -147,18 +168,46 @@ std::pair<std::string_view, std::string_view> divided(std::string_view page) {
   return {page.substr(0, at), page.substr(at)};
 }
 
+HtmlPage filledTemplate(std::string_view page, const FormatSettings& settings, std::string_view title) {
+  const Placeholders placeholders = placeholdersOf(settings, title);
+  const auto [head, tail] = divided(page);
+  return {filled(head, placeholders), filled(tail, placeholders)};
+}
+
 }  // namespace
 
 HtmlPage htmlPageOf(const WriterContext& context) {
   const std::string_view name = context.settings.text("template");
+  const std::string_view title = context.settings.text("title");
   if (name.empty()) {
+    constexpr std::string_view kMetas =
+        "<meta charset=\"utf-8\">\n"
+        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n";
     const std::string headerImage = htmlHeaderImage(context.settings, context.warnings);
-    return {ownHead(context.settings, headerImage), "</main>\n</body>\n</html>\n"};
+    return {ownHead(context.settings, title, kMetas, htmlStyle(context.settings, headerImage)), std::string(kOwnTail)};
   }
-  const std::string page = cleanTemplate(readTemplate(name), context.warnings);
-  const Placeholders placeholders = placeholdersOf(context.settings);
-  const auto [head, tail] = divided(page);
-  return {filled(head, placeholders), filled(tail, placeholders)};
+  return filledTemplate(cleanTemplate(readTemplate(name), context.warnings), context.settings, title);
+}
+
+HtmlPageFrame::HtmlPageFrame(const WriterContext& context, std::string_view charset)
+    : settings_(context.settings), charset_(charset) {
+  const std::string_view name = settings_.text("template");
+  if (name.empty()) {
+    style_ = htmlScreenStyle(settings_);
+  } else {
+    template_ = withCharset(cleanTemplate(readTemplate(name), context.warnings), charset);
+  }
+}
+
+// Readers of help files show a page as old browsers did unless it asks for better.
+HtmlPage HtmlPageFrame::page(std::string_view title) const {
+  if (!style_.empty()) {
+    const std::string metas = "<meta charset=\"" + charset_ +
+                              "\">\n"
+                              "<meta http-equiv=\"X-UA-Compatible\" content=\"IE=edge\">\n";
+    return {ownHead(settings_, title, metas, style_), std::string(kOwnTail)};
+  }
+  return filledTemplate(template_, settings_, title);
 }
 
 }  // namespace scrivalen::document

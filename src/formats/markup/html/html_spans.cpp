@@ -76,11 +76,15 @@ void HtmlSpans::beginLink(const Event& link) {
     return;
   }
   markup_.put("<a");
-  markup_.putAttribute("href", htmlAddress(link.address));
+  markup_.putAttribute("href", addressOf(link.address));
   if (!link.title.empty()) {
     markup_.putAttribute("title", link.title);
   }
   markup_.put(">");
+}
+
+std::string HtmlSpans::addressOf(std::string_view address) const {
+  return set_ && address.starts_with('#') ? set_->addressOf(address.substr(1)) : htmlAddress(address);
 }
 
 void HtmlSpans::endLink() {
@@ -117,16 +121,24 @@ void HtmlSpans::image(const Event& image) {
   if (image.picture == nullptr) {
     return markup_.putText(image.text);
   }
-  markup_.put("<img src=\"data:");
-  markup_.put(image.picture->mediaType());
-  markup_.put(";base64,");
-  markup_.putData(image.picture->bytes());
-  markup_.put("\"");
+  markup_.put("<img");
+  putSource(*image.picture);
   markup_.putAttribute("alt", image.text);
   const double width = (image.points > 0 ? image.points : image.picture->widthPt()) * kPixelsPerPoint;
   tag_ = " width=\"";
   appendNumber(tag_, std::max(1.0, std::round(width)), 0);
   markup_.put(tag_.append("\">"));
+}
+
+void HtmlSpans::putSource(const Picture& picture) {
+  if (set_) {
+    return markup_.putAttribute("src", set_->addressOf(picture));
+  }
+  markup_.put(" src=\"data:");
+  markup_.put(picture.mediaType());
+  markup_.put(";base64,");
+  markup_.putData(picture.bytes());
+  markup_.put("\"");
 }
 
 }  // namespace scrivalen::document

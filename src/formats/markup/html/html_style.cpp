@@ -3,9 +3,11 @@
 #include "document/settings/page.h"
 #include "document/settings/running_text.h"
 #include "text/ascii.h"
+#include "text/utf.h"
 
 #include <algorithm>
 #include <charconv>
+#include <cstdint>
 #include <string_view>
 
 namespace scrivalen::document {
@@ -111,6 +113,25 @@ std::string fontsOf(const FormatSettings& settings) {
   return font.empty() ? std::string(kFonts) : quoted(font) + ',' + std::string(kFonts);
 }
 
+// Escapes the characters above ASCII (CSS Syntax, 4.3.7).
+std::string inAscii(std::string_view css) {
+  std::string result;
+  const char* at = css.data();
+  const char* const end = at + css.size();
+  while (at != end) {
+    char32_t c = 0;
+    if (static_cast<unsigned char>(*at) < 0x80) {
+      result += *at++;
+    } else if (nextUtf8(at, end, c)) {
+      char digits[8];
+      result += '\\';
+      result.append(digits, std::to_chars(digits, digits + sizeof digits, static_cast<std::uint32_t>(c), 16).ptr) +=
+          ' ';
+    }
+  }
+  return result;
+}
+
 std::string millimetres(double points) {
   char digits[32];
   const auto end = std::to_chars(digits, digits + sizeof digits, points * 25.4 / 72, std::chars_format::fixed, 2).ptr;
@@ -199,6 +220,10 @@ std::string htmlStyle(const FormatSettings& settings, std::string_view headerIma
     style += "section{string-set:section attr(aria-label)}\n";
   }
   return style;
+}
+
+std::string htmlScreenStyle(const FormatSettings& settings) {
+  return "body{font-family:" + inAscii(fontsOf(settings)) + "}\n" + std::string(kStyle);
 }
 
 // Browsers cut off what is wider than the paper.

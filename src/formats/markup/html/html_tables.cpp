@@ -30,7 +30,8 @@ void HtmlTables::begin(const Table& table) {
   setColumns(table);
   std::string style = hasWidths(table) ? "width:100%" : "";
   tag_ = "<table";
-  if (const HtmlPrintSize size = htmlPrintSize(table, settings_); size.points > 0) {
+  const HtmlPrintSize size = settings_ ? htmlPrintSize(table, *settings_) : HtmlPrintSize();
+  if (size.points > 0) {
     tag_ += size.wordsAreDivided ? " class=\"wide crowded\"" : " class=\"wide\"";
     style.append(style.empty() ? "" : ";").append("--print:");
     appendNumber(style, size.points, 1);

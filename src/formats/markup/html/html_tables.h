@@ -14,9 +14,10 @@ namespace scrivalen::document {
 /// Writes tables. A cell with nothing but text costs one copy of its start tag and one pass over its text.
 class HtmlTables {
  public:
-  /// @param markup, settings  not owned; must outlive this object
-  /// @param content           gets what a cell with spans, links and the like contains; not owned
-  HtmlTables(HtmlMarkup& markup, const FormatSettings& settings, EventSink& content)
+  /// @param markup    not owned; must outlive this object
+  /// @param settings  with the paper that tables are to fit on; null: there is none. Not owned
+  /// @param content   gets what a cell with spans, links and the like contains; not owned
+  HtmlTables(HtmlMarkup& markup, const FormatSettings* settings, EventSink& content)
       : markup_(markup), settings_(settings), content_(content) {}
 
   void begin(const Table& table);
@@ -54,7 +55,7 @@ class HtmlTables {
   void putCellStart(const Cell& cell, std::size_t column, bool isInHeaderRow);
 
   HtmlMarkup& markup_;
-  const FormatSettings& settings_;
+  const FormatSettings* const settings_;
   EventSink& content_;
   std::string tag_;  // kept for its memory
   std::vector<Align> aligns_;

@@ -8,6 +8,7 @@
 #include "formats/markup/html/html_spans.h"
 #include "formats/markup/html/html_tables.h"
 
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -18,14 +19,16 @@ constexpr std::string_view kFormatName = "html";  // of the markup that scrivale
 
 class HtmlWriter : public DocumentWriter {
  public:
-  explicit HtmlWriter(const WriterContext& context)
+  HtmlWriter(const WriterContext& context, std::optional<HtmlPage> page, HtmlPageSet* set)
       : context_(context),
+        page_(std::move(page)),
+        set_(set),
         markup_(context.out, isRightToLeft(context.settings.text("language"))),
-        spans_(markup_, context.warnings),
+        spans_(markup_, context.warnings, set),
         lists_(markup_),
         blocks_(markup_, lists_),
         contents_(markup_),
-        tables_(markup_, context.settings, *this) {}
+        tables_(markup_, set ? nullptr : &context.settings, *this) {}
 
   void begin() override;
   void write(const Event& event) override;
@@ -39,26 +42,29 @@ class HtmlWriter : public DocumentWriter {
   void writeBlock(const Event& event);
   void writeInline(const Event& event);
 
+  void putMarkup(std::string_view markup);
   void beginContents();
 
   WriterContext context_;
+  std::optional<HtmlPage> page_;  // nothing: that of the settings, once it is begun
+  HtmlPageSet* const set_;
   HtmlMarkup markup_;
   HtmlSpans spans_;
   HtmlLists lists_;
   HtmlBlocks blocks_;
   HtmlContents contents_;
   HtmlTables tables_;
-  std::string tail_;  // of the page
 };
 
 void HtmlWriter::begin() {
-  HtmlPage page = htmlPageOf(context_);
-  put(page.head);
-  tail_ = std::move(page.tail);
+  if (!page_) {
+    page_ = htmlPageOf(context_);
+  }
+  put(std::exchange(page_->head, {}));
 }
 
 void HtmlWriter::finish() {
-  put(tail_);
+  put(page_->tail);
   if (markup_.escaper().replaced() > 0) {
     context_.warnings.add(WarningCode::CharactersReplaced, "characters that no page may contain became U+FFFD",
                           markup_.escaper().replaced());
@@ -77,6 +83,9 @@ void HtmlWriter::endTable() {
 }
 
 void HtmlWriter::write(const Event& event) {
+  if (set_ && !event.id.empty() && event.kind != EventKind::ContentsItem) {
+    set_->addPlace(event.id);
+  }
   if (isInline(event.kind)) {
     writeInline(event);
   } else {
@@ -113,10 +122,18 @@ void HtmlWriter::writeBlock(const Event& event) {
 // Markup that is directly in an item may be a block.
 void HtmlWriter::writeInline(const Event& event) {
   if (event.kind == EventKind::Raw) {
-    return put(event.address == kFormatName ? event.text : std::string_view());
+    return putMarkup(event.address == kFormatName ? event.text : std::string_view());
   }
   blocks_.beginInline();
   spans_.write(event);
+}
+
+void HtmlWriter::putMarkup(std::string_view markup) {
+  if (set_) {
+    put(set_->markupOf(markup));
+  } else {
+    put(markup);
+  }
 }
 
 void HtmlWriter::beginContents() {
@@ -127,7 +144,11 @@ void HtmlWriter::beginContents() {
 }  // namespace
 
 std::unique_ptr<DocumentWriter> createHtmlDocumentWriter(const WriterContext& context) {
-  return std::make_unique<HtmlWriter>(context);
+  return std::make_unique<HtmlWriter>(context, std::nullopt, nullptr);
+}
+
+std::unique_ptr<DocumentWriter> createHtmlPageWriter(const WriterContext& context, HtmlPage page, HtmlPageSet& set) {
+  return std::make_unique<HtmlWriter>(context, std::move(page), &set);
 }
 
 }  // namespace scrivalen::document
