@@ -21,6 +21,9 @@ static void add_outputs(scrivalen_document* document, const char* folder) {
   const char* format;
   size_t i;
   for (i = 0; (format = scrivalen_format(i)) != NULL; ++i) {
+    if (strcmp(format, "chm") == 0) {
+      continue; /* it needs a help compiler */
+    }
     snprintf(path, sizeof path, "%s/report.%s", folder, format);
     check(document, scrivalen_add_file(document, path, format));
   }

@@ -25,7 +25,9 @@ namespace {
 
 void addOutputs(scrivalen::Document& document, const std::string& folder) {
   for (const std::string_view format : scrivalen::formats()) {
-    document.addFile(folder + "/report." + std::string(format), format);
+    if (format != "chm") {  // it needs a help compiler
+      document.addFile(folder + "/report." + std::string(format), format);
+    }
   }
 }
 

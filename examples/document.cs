@@ -246,6 +246,9 @@ class Program : IDisposable {
     IntPtr name;
     for (uint i = 0; (name = Native.scrivalen_format(new UIntPtr(i))) != IntPtr.Zero; ++i) {
       string format = Native.TextAt(name);
+      if (format == "chm") {
+        continue;  // it needs a help compiler
+      }
       string path = Path.Combine(folder, "report." + format);
       Check(Native.scrivalen_add_file(document, Native.Utf8(path), Native.Utf8(format)));
     }

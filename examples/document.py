@@ -182,7 +182,8 @@ def main():
     folder = sys.argv[2] if len(sys.argv) > 2 else "."
     document = Document(library)
     for name in formats(library):
-        document.add_file(os.path.join(folder, "report." + name), name)
+        if name != "chm":  # it needs a help compiler
+            document.add_file(os.path.join(folder, "report." + name), name)
     document.set("title", "Fleet")
     document.set("clock", "2026-01-31 23:59:59")
     document.begin_section("Fleet", "fleet")

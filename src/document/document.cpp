@@ -164,6 +164,9 @@ Status Document::close() {
   } catch (const std::bad_alloc&) {
     runOutOfMemory();
   }
+  for (const auto& output : outputs_) {
+    output->end();
+  }
   state_ = State::Closed;
   return answer(run_.result());
 }
@@ -189,9 +192,6 @@ void Document::finishOutputs() {
     for (const auto& output : outputs_) {
       output->deliver();
     }
-  }
-  for (const auto& output : outputs_) {
-    output->abandon();
   }
 }
 

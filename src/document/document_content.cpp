@@ -152,7 +152,7 @@ Status Document::raw(std::string_view format, std::string_view markup) {
   }
   if (!nesting_.innermost().holdsText) {
     for (const auto& output : outputs_) {
-      if (output->format().name == format) {
+      if (output->format().takesMarkupOf(format)) {
         output->beginContent(true);
       }
     }

@@ -16,6 +16,9 @@ namespace scrivalen::document {
 struct Format {
   std::string_view name;  ///< as the interface has it
   CreateWriter create;
+  std::string_view markup = {};  ///< the format whose markup it takes, too; empty: none
+
+  bool takesMarkupOf(std::string_view format) const { return !format.empty() && (format == name || format == markup); }
 };
 
 /// Receives an output's bytes. @return 0, or an errno value
@@ -70,6 +73,11 @@ class Output : public EventSink, private ByteSink {
   void deliver();
   /// Writes nothing more and removes what was written beside the target.
   void abandon() noexcept;
+  /// The same, and removes the writer with all that it may keep elsewhere. Not while the writer is called.
+  void end() noexcept {
+    abandon();
+    writer_.reset();
+  }
 
   bool isLive() const { return isLive_; }
   Status result() const;

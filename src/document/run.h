@@ -32,6 +32,7 @@ class Run {
     progress_ = progress;
     user_ = user;
   }
+  bool hasProgress() const { return progress_ != nullptr; }
   bool isInCallback() const { return inCallback_; }
 
   void countOutput() { ++outputs_; }

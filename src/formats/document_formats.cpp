@@ -1,5 +1,6 @@
 #include "formats/document_formats.h"
 
+#include "formats/help/document/help_writer.h"
 #include "formats/markdown/markdown_writer.h"
 #include "formats/markup/html/html_writer.h"
 #include "formats/markup/xml_writer.h"
@@ -27,6 +28,7 @@ constexpr std::array kFormats{
     DocumentFormat{{"xml", document::createXmlDocumentWriter}, {".xml"}},
     DocumentFormat{{"markdown", markdown::createMarkdownDocumentWriter}, {".md", ".markdown"}},
     DocumentFormat{{"rtf", document::createRtfDocumentWriter}, {".rtf"}},
+    DocumentFormat{{"chm", help::createHelpDocumentWriter, "html"}, {".chm"}},
     DocumentFormat{{"pdf", pdf::createPdfDocumentWriter}, {".pdf"}},
     DocumentFormat{{"xlsx", xlsx::createXlsxDocumentWriter}, {".xlsx"}},
 };

@@ -33,7 +33,7 @@ struct DocumentProperty {
 constexpr DocumentProperty kDocumentProperties[] = {
     {L"%TITLE%", "title"}, {L"%AUTHOR%", "author"}, {L"%LANGUAGE%", "language"}};
 
-bool takesHtml(const document::Format& format) { return format.name == "html" || format.name == "chm"; }
+bool takesHtml(const document::Format& format) { return format.takesMarkupOf("html"); }
 
 std::string plainText(std::wstring_view text) {
   std::string plain = toUtf8(text);

@@ -132,6 +132,7 @@ std::vector<std::string> formats() {
   for (std::size_t i = 0; scrivalen_format(i) != nullptr; ++i) {
     names.emplace_back(scrivalen_format(i));
   }
+  std::erase(names, "chm");
   return names;
 }
 

@@ -83,7 +83,7 @@ const std::vector<Step>& contentSteps();
 /// Writes all of it and returns the first result that is not SCRIVALEN_OK.
 scrivalen_status writeContent(scrivalen_document* document);
 
-/// The formats of the library.
+/// The formats that the library writes alone: all but compiled help.
 std::vector<std::string> formats();
 
 }  // namespace scrivalen::test

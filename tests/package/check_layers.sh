@@ -52,10 +52,11 @@ includes | awk '
     else if (path ~ /^scrivalen\//) layer = 6
   }
 
-  # Help holds an HTML report. The HTML of documents knows what it shares with their XML. The layout of a PDF file knows
-  # its fonts, and both its objects; PDF documents hold a PDF report.
+  # Help holds an HTML report, and help documents consist of pages of HTML documents. The HTML of documents knows what it
+  # shares with their XML. The layout of a PDF file knows its fonts, and both its objects; PDF documents hold a PDF report.
   function mayKnow(from, to) {
-    return from == to || (from == "help" && to == "markup") || (from == "markup/html" && to == "markup") ||
+    return from == to || (from == "help" && to == "markup") ||
+      (from == "help/document" && to ~ /^(help|markup\/html)$/) || (from == "markup/html" && to == "markup") ||
       (from == "pdf/layout" && to == "pdf/fonts") || (from == "pdf/document" && to ~ /^pdf\/(layout|objects)$/) || (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")
   }
 

@@ -1,14 +1,17 @@
 // Stands in for a help compiler. Like one it takes a project and leaves report.chm beside it, but fills it with a
 // record of its input: its arguments, the project, the contents and every file listed in the project. When one of these
-// files is missing, it leaves nothing. A file "stand_in" beside the project makes it misbehave.
+// files is missing, it leaves nothing. A file "stand_in" beside the project makes it misbehave, or a title that begins
+// with "stand-in: ".
 
 #include "system/console.h"
 #include "system/files/files.h"
 #include "text/utf.h"
 
+#include <chrono>
 #include <cstdlib>
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 using namespace scrivalen;
 
@@ -42,6 +45,16 @@ bool appendListedFiles(const std::string& project, std::string& made) {
   return true;
 }
 
+std::string behaviourOf(const std::wstring& folder, const std::string& project) {
+  constexpr std::string_view kTitle = "\nTitle=stand-in: ";
+  const std::size_t title = project.find(kTitle);
+  if (title == std::string::npos) {
+    return bytesOf(folder + L"stand_in");
+  }
+  const std::size_t at = title + kTitle.size();
+  return project.substr(at, project.find('\n', at) - at);
+}
+
 bool writeBytes(const std::wstring& path, const std::string& bytes) {
   File file = openExclusive(path);
   return file && writeAll(file, bytes.data(), bytes.size()) && file.close();
@@ -61,13 +74,20 @@ int main(int argc, char** argv) {
   made += "[report.hhp]\n" + project + "[report.hhc]\n" + bytesOf(folder + L"report.hhc");
   const bool isComplete = appendListedFiles(project, made);
 
-  const std::string behaviour = bytesOf(folder + L"stand_in");
+  const std::string behaviour = behaviourOf(folder, project);
   if (behaviour == "leaves nothing") {
     return 0;
+  }
+  if (behaviour == "waits") {
+    std::this_thread::sleep_for(std::chrono::minutes(5));
   }
   if (behaviour == "breaks off") {
     std::_Exit(217);
   }
-  const bool isWritten = isComplete && writeBytes(folder + L"report.chm", made);
+  const std::wstring target = folder + L"report.chm";
+  const bool isWritten = isComplete && writeBytes(target, made);
+  if (isComplete && !isWritten) {
+    deleteFile(target);  // the disk is full
+  }
   return isWritten && behaviour != "fails but leaves a file" ? 0 : 1;
 }
