@@ -5,6 +5,7 @@ from __future__ import annotations
 import ctypes
 import errno
 import os
+import warnings
 from typing import Any, Callable, List, Optional
 
 from ._errors import DocumentWarning, MisuseError, error_of
@@ -130,6 +131,9 @@ class Core:
 
     def __del__(self) -> None:
         if getattr(self, "handle", None):
+            if self.outputs and os.getpid() == self._process:
+                warnings.warn(f"a document for {self.outputs[0]!r} was not closed, and is abandoned", ResourceWarning,
+                              source=self)
             self.free()
 
     def __reduce__(self) -> str:

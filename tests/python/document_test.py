@@ -6,6 +6,8 @@ import io
 import os
 import pathlib
 import pickle
+import subprocess
+import sys
 import threading
 import unittest
 import warnings
@@ -225,10 +227,19 @@ class Outputs(DocumentTest):
         part = doc.paragraph()
         del doc
         part.text("the part keeps the document")
-        del part
-        gc.collect()
+        with self.assertWarnsRegex(ResourceWarning, "a.txt' was not closed"):
+            del part
+            gc.collect()
         self.assertEqual(self.files(), ["a.txt"])
         self.assertEqual(self.read_file("a.txt"), "earlier")
+
+    def test_a_program_that_ends_abandons_its_documents_in_silence(self):
+        program = f"import scrivalen\ndoc = scrivalen.Document({self.path('a.txt')!r})\npart = doc.paragraph()"
+        package = os.path.dirname(os.path.dirname(scrivalen.__file__))
+        done = subprocess.run([sys.executable, "-B", "-c", program], env={**os.environ, "PYTHONPATH": package},
+                              stdout=subprocess.PIPE, stderr=subprocess.STDOUT, check=True)
+        self.assertEqual(done.stdout, b"")
+        self.assertEqual(self.files(), [])
 
     def test_a_document_can_be_closed_and_abandoned_again(self):
         doc = Document(self.path("a.txt"))
