@@ -275,9 +275,8 @@ class TextColumn {
 /// The values of a column for Table::rows. It refers to them: they must live as long as it is used.
 class ColumnData {
  public:
-  /// @param values  anything contiguous, such as a vector, an array or a span, of double (numbers), a signed integer of
-  /// 64
-  ///                bits, Date or Time
+  /// @param values  double (numbers), a signed integer of 64 bits, Date or Time, in anything contiguous, such as a
+  ///                vector, an array or a span
   template <typename Values, typename Value = std::remove_cv_t<
                                  std::remove_reference_t<decltype(*std::data(std::declval<const Values&>()))>>>
   ColumnData(const Values& values) : ColumnData(typeOf<Value>(), std::data(values), std::size(values)) {}
@@ -676,14 +675,34 @@ class Code;
 class Table;
 class Contents;
 
-/// Where there may be text: paragraphs, headings, items, cells, and spans of these.
-class Inlines : public virtual Part {
+/// What may be both in text and among blocks, where a picture is a paragraph.
+class Content : public virtual Part {
  public:
-  /// A text may come in pieces, divided between any two of its characters.
-  void text(std::string_view text) const;
-  void lineBreak() const;
   /// Names a place that links can lead to.
   void anchor(std::string_view id) const;
+  /// Places a picture.
+  /// @param bytes  of a PNG or JPEG
+  /// @param width  in points, 0 to 14,400; 0: the picture's own, at most that of the text
+  void image(std::string_view bytes, std::string_view alternative, double width = 0) const;
+  /// @param path  UTF-8, or a std::filesystem::path
+  template <typename Path>
+  void imageFile(const Path& path, std::string_view alternative, double width = 0) const;
+  /// Writes markup for one format, unchanged: "html", "xml", "rtf" or "markdown".
+  void raw(std::string_view format, std::string_view markup) const;
+
+ protected:
+  Content() = default;
+  ~Content() = default;
+  Content(Content&&) = default;
+};
+
+/// Where there may be text: paragraphs, headings, items, cells, and spans of these.
+class Inlines : public virtual Content {
+ public:
+  /// Writes text, which may come in pieces, divided between any two of its characters.
+  void text(std::string_view text) const;
+  /// Begins a new line.
+  void lineBreak() const;
 
   [[nodiscard]] Span beginSpan(Style style) const;
   /// @param color, background  a CSS name or #RRGGBB each; empty: unchanged
@@ -700,16 +719,6 @@ class Inlines : public virtual Part {
   /// Writes a whole link.
   void link(std::string_view address, std::string_view text, std::string_view title = {}) const;
 
-  /// Places a picture.
-  /// @param bytes  of a PNG or JPEG
-  /// @param width  in points, 0 to 14,400; 0: the picture's own, at most that of the text
-  void image(std::string_view bytes, std::string_view alternative, double width = 0) const;
-  /// @param path  UTF-8, or a std::filesystem::path
-  template <typename Path>
-  void imageFile(const Path& path, std::string_view alternative, double width = 0) const;
-  /// Writes markup for one format, unchanged: "html", "xml", "rtf" or "markdown".
-  void raw(std::string_view format, std::string_view markup) const;
-
  protected:
   Inlines() = default;
   ~Inlines() = default;
@@ -717,7 +726,7 @@ class Inlines : public virtual Part {
 };
 
 /// Where there may be blocks: the document, sections, quotes and items.
-class Blocks : public virtual Part {
+class Blocks : public virtual Content {
  public:
   /// Writes a whole heading. @param level  1 to 6
   void heading(int level, std::string_view text) const;
@@ -739,17 +748,9 @@ class Blocks : public virtual Part {
   [[nodiscard]] Table beginTable(const std::vector<Column>& columns = {}, std::string_view name = {}) const;
   /// Begins a list of contents, where the host knows it.
   [[nodiscard]] Contents beginContents() const;
+  /// Writes a horizontal line.
   void rule() const;
   void pageBreak() const;
-  /// Names a place that links can lead to.
-  void anchor(std::string_view id) const;
-  /// Places a picture as a paragraph; see Inlines::image.
-  void image(std::string_view bytes, std::string_view alternative, double width = 0) const;
-  /// @param path  UTF-8, or a std::filesystem::path
-  template <typename Path>
-  void imageFile(const Path& path, std::string_view alternative, double width = 0) const;
-  /// Writes markup for one format, unchanged: "html", "xml", "rtf" or "markdown".
-  void raw(std::string_view format, std::string_view markup) const;
 
  protected:
   Blocks() = default;
@@ -788,11 +789,6 @@ class Quote final : public Blocks {
 class Item final : public Inlines, public Blocks {
  public:
   explicit Item(detail::Begun begun) : Part(std::move(begun)) {}
-
-  using Inlines::anchor;
-  using Inlines::image;
-  using Inlines::imageFile;
-  using Inlines::raw;
 };
 
 class List final : public Part {
@@ -808,7 +804,7 @@ class Code final : public Part {
  public:
   explicit Code(detail::Begun begun) : Part(std::move(begun)) {}
 
-  /// A text may come in pieces, divided between any two of its characters.
+  /// Writes text, which may come in pieces, divided between any two of its characters.
   void text(std::string_view text) const;
 };
 
@@ -965,7 +961,7 @@ inline void Inlines::text(std::string_view text) const {
 
 inline void Inlines::lineBreak() const { call(&scrivalen_line_break); }
 
-inline void Inlines::anchor(std::string_view id) const {
+inline void Content::anchor(std::string_view id) const {
   call([&](scrivalen_document* to) { return scrivalen_anchor(to, std::string(id).c_str()); });
 }
 
@@ -1005,20 +1001,20 @@ inline void Inlines::link(std::string_view address, std::string_view text, std::
   link.end();
 }
 
-inline void Inlines::image(std::string_view bytes, std::string_view alternative, double width) const {
+inline void Content::image(std::string_view bytes, std::string_view alternative, double width) const {
   call([&](scrivalen_document* to) {
     return scrivalen_image(to, bytes.data(), bytes.size(), std::string(alternative).c_str(), width);
   });
 }
 
 template <typename Path>
-void Inlines::imageFile(const Path& path, std::string_view alternative, double width) const {
+void Content::imageFile(const Path& path, std::string_view alternative, double width) const {
   call([&](scrivalen_document* to) {
     return scrivalen_image_file(to, detail::pathOf(path).c_str(), std::string(alternative).c_str(), width);
   });
 }
 
-inline void Inlines::raw(std::string_view format, std::string_view markup) const {
+inline void Content::raw(std::string_view format, std::string_view markup) const {
   call([&](scrivalen_document* to) {
     return scrivalen_raw(to, std::string(format).c_str(), markup.data(), markup.size());
   });
@@ -1082,29 +1078,6 @@ inline Contents Blocks::beginContents() const { return begin<Contents>(&scrivale
 inline void Blocks::rule() const { call(&scrivalen_rule); }
 
 inline void Blocks::pageBreak() const { call(&scrivalen_page_break); }
-
-inline void Blocks::anchor(std::string_view id) const {
-  call([&](scrivalen_document* to) { return scrivalen_anchor(to, std::string(id).c_str()); });
-}
-
-inline void Blocks::image(std::string_view bytes, std::string_view alternative, double width) const {
-  call([&](scrivalen_document* to) {
-    return scrivalen_image(to, bytes.data(), bytes.size(), std::string(alternative).c_str(), width);
-  });
-}
-
-template <typename Path>
-void Blocks::imageFile(const Path& path, std::string_view alternative, double width) const {
-  call([&](scrivalen_document* to) {
-    return scrivalen_image_file(to, detail::pathOf(path).c_str(), std::string(alternative).c_str(), width);
-  });
-}
-
-inline void Blocks::raw(std::string_view format, std::string_view markup) const {
-  call([&](scrivalen_document* to) {
-    return scrivalen_raw(to, std::string(format).c_str(), markup.data(), markup.size());
-  });
-}
 
 inline void List::item(std::string_view text, Task task) const {
   Item item = beginItem(task);
