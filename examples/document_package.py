@@ -71,7 +71,8 @@ def write_costs(blocks: Blocks) -> None:
 def main() -> None:
     warnings.simplefilter("ignore", scrivalen.DocumentWarning)
     folder = sys.argv[1] if len(sys.argv) > 1 else "."
-    outputs = [(os.path.join(folder, "report." + name), name) for name in scrivalen.formats()]
+    formats = [name for name in scrivalen.formats() if name != "chm"]  # it needs a help compiler
+    outputs = [(os.path.join(folder, "report." + name), name) for name in formats]
     with scrivalen.Document(*outputs, title="Fleet", clock="2026-01-31 23:59:59") as doc:
         with doc.section("Fleet", "fleet") as section:
             write_text(section)

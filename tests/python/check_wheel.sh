@@ -48,5 +48,8 @@ assert os.access(os.path.join(home, "hhc", "hhc.exe"), os.X_OK), os.listdir(home
 assert os.path.isfile(os.path.join(os.path.dirname(home), "py.typed"))
 with scrivalen.Document("page.html", template=os.path.join(home, "tmpl", "default.htm")) as doc:
     doc.paragraph("in a template")
+with scrivalen.Document("help.chm") as doc:
+    doc.heading(1, "Help")
 END
+[ "$(head -c 4 "$work/run/help.chm")" = ITSF ] || fail "the help compiler made no help"
 grep -q '<main' "$work/run/page.html" || fail "the page is not made from its template"
