@@ -36,6 +36,8 @@ check_structure() {
     "$(found 'string((//*[local-name()="p"]/*[local-name()="a" and not(starts-with(@*[local-name()="href"], "#"))]/@*[local-name()="href"])[1])')"
   expect_equal "the page numbers of the contents" 4 "$(found 'count(//*[local-name()="bookmark-ref"])')"
   expect_equal "the pictures" 2 "$(found 'count(//*[local-name()="image"])')"
+  expect_equal "the direction of a paragraph in Arabic" rl-tb \
+    "$(found 'string(//*[local-name()="style" and @*[local-name()="name"] = //*[local-name()="p" and contains(., "from the right")]/@*[local-name()="style-name"]]/*[local-name()="paragraph-properties"]/@*[local-name()="writing-mode"])')"
   expect_equal "columns spanned" 1 "$(found 'count(//@*[name()="table:number-columns-spanned" and . = "2"])')"
 }
 

@@ -76,6 +76,7 @@ void writeText(Document& document) {
     write(document, "Prose that is long enough to be wrapped into several lines of a page. ");
   }
   document.end();
+  document.paragraph("\u0641\u0642\u0631\u0629 (from the right), 123.");
   document.beginQuote();
   document.paragraph(
       "A quote with a border on its left. It is long enough to need a second line, which is indented "

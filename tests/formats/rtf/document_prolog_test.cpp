@@ -81,7 +81,7 @@ TEST(RtfProlog, HasAPictureBeforeTheLeftPartOfTheHeader) {
             "{\\header\\pard\\plain\\s12\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 "
             "{\\pict\\pngblip\\picw4\\pich2\\picwgoal60\\pichgoal30\n");
   EXPECT_TRUE(has(rtf, "\n} x\\tab \\tab y\\par}\n"));
-  EXPECT_TRUE(has(rtf, "\\sectd\\sbkpage\\headery340\\footery567\n"));
+  EXPECT_TRUE(has(rtf, "\\sectd\\sbkpage\\headery227\\footery567\n"));
 }
 
 TEST(RtfProlog, HasAHeaderOfAPictureAlone) {

@@ -54,16 +54,24 @@ bool Containers::isInQuote() const {
 }
 
 // Readers join the borders of paragraphs of a quote that have the same indent.
-void Containers::writeWords() {
+void Containers::writeWords(bool isRightToLeft) {
   if (open_.empty()) {
     return;
   }
-  put(out_, open_.back().isList && isInQuote() ? styles_.quoteBorder() : "");
+  put(out_, open_.back().isList && isInQuote() ? styles_.quoteBorder(isRightToLeft) : "");
   put(out_, open_.back().isTight ? "\\contextualspace" : "");
   if (hasMarker()) {
     writeListWords(open_[markerDepth_ - 1]);
   }
+  writeIndent(isRightToLeft);
+}
+
+// \lin and \rin are the begin and the end of lines; \li, which some readers need in lists, is the left or the begin.
+void Containers::writeIndent(bool isRightToLeft) {
   put(out_, "\\li", indent());
+  if (isRightToLeft) {
+    put(out_, "\\ri0\\rin0\\lin", indent());
+  }
 }
 
 void Containers::writeListWords(const Container& list) {

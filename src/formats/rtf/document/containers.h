@@ -30,7 +30,8 @@ class Containers {
   /// Whether an item has begun whose marker is not written.
   bool hasMarker() const { return markerDepth_ > 0; }
 
-  void writeWords();
+  /// @param isRightToLeft  whether the paragraph is
+  void writeWords(bool isRightToLeft);
   /// Writes the text before an item, if one has begun.
   void writeMarker();
 
@@ -46,6 +47,7 @@ class Containers {
 
   bool isInQuote() const;
   void writeListWords(const Container& list);
+  void writeIndent(bool isRightToLeft);
   void writeNumber(Container& list);
   void writeBullet(const Container& list);
 

@@ -1,13 +1,16 @@
 #include "formats/rtf/document/document_writer.h"
 
+#include "document/language.h"
 #include "document/model/event_log.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/inline_writer.h"
+#include "formats/rtf/document/paragraphs.h"
 #include "formats/rtf/document/prolog/color_table.h"
 #include "formats/rtf/document/prolog/prolog.h"
 #include "formats/rtf/document/sections.h"
 #include "formats/rtf/document/tables/table_writer.h"
+#include "text/direction.h"
 
 #include <algorithm>
 #include <string>
@@ -16,25 +19,19 @@
 namespace scrivalen::document::rtf {
 namespace {
 
-std::string_view paragraphAlignment(Align align) {
-  switch (align) {
-    case Align::Center: return "\\qc";
-    case Align::Right: return "\\qr";
-    case Align::Justify: return "\\qj";
-    default: return "";
-  }
-}
-
 class RtfDocumentWriter : public DocumentWriter {
  public:
   explicit RtfDocumentWriter(const WriterContext& context)
       : out_(context.out),
         settings_(context.settings),
-        styles_(colors_),
+        isRightToLeft_(isRightToLeft(settings_.text("language"))),
+        font_(fontOf(settings_.text("font"))),
+        styles_(colors_, font_),
         sections_(context, styles_),
         inlines_(out_, colors_, context.warnings),
-        table_(out_, colors_, inlines_),
-        containers_(out_, styles_, sections_.paper().textWidth()) {}
+        table_(out_, colors_, inlines_, font_, isRightToLeft_),
+        containers_(out_, styles_, sections_.paper().textWidth()),
+        paragraphs_(out_, styles_, sections_, containers_, inlines_, isRightToLeft_) {}
 
   void begin() override { writeProlog(out_, settings_, colors_, styles_, sections_.paper()); }
   void write(const Event& event) override;
@@ -57,16 +54,10 @@ class RtfDocumentWriter : public DocumentWriter {
   void writeInline(const Event& event);
 
   void beginSection(const Event& section);
-  void endSection();
-  void prepare(Orientation orientation);
   void breakPage();
-  void beginParagraph(Style style, std::string_view words);
-  void closeParagraph();
-  void writeEmptyParagraph();
   void flushMarker();
 
   void beginHeading(const Event& heading);
-  void writeTitle(std::string_view title);
   void beginList(const Event& list);
   void writeCode(std::string_view text);
   void writeRule();
@@ -75,20 +66,19 @@ class RtfDocumentWriter : public DocumentWriter {
   OutputBuffer& out_;
   const FormatSettings& settings_;
   const ColorTable colors_;
+  const bool isRightToLeft_;
+  const int font_;
   const StyleSheet styles_;
   Sections sections_;
   InlineWriter inlines_;
   TableWriter table_;
 
   Containers containers_;
+  Paragraphs paragraphs_;
   EventLog kept_;
   bool isInHeading_ = false;
-  Orientation orientation_ = Orientation::Upright;  // of the next paragraph's page
-  bool hasParagraph_ = false;
-  bool isInParagraph_ = false;
   bool isInCode_ = false;
   std::size_t codeBreaks_ = 0;  // line breaks that more code may follow
-  bool breaksPage_ = false;     // before the next paragraph
 };
 
 void RtfDocumentWriter::write(const Event& event) {
@@ -114,25 +104,25 @@ void RtfDocumentWriter::writeKept(Orientation orientation) {
   if (kept_.size() == 0) {
     return;
   }
-  orientation_ = orientation;
+  paragraphs_.setOrientation(orientation);
   const EventLog headings = std::exchange(kept_, {});
   KeptHeadings sink(*this);
   headings.replay(sink);
-  closeParagraph();
-  orientation_ = Orientation::Upright;
+  paragraphs_.close();
+  paragraphs_.setOrientation(Orientation::Upright);
 }
 
 void RtfDocumentWriter::writeNow(const Event& event) {
   if (isInline(event.kind)) {
     return writeInline(event);
   }
-  closeParagraph();
+  paragraphs_.close();
   switch (event.kind) {
-    case EventKind::Title: return writeTitle(event.text);
+    case EventKind::Title: return paragraphs_.write({.style = Style::Title}, event.text);
     case EventKind::BeginSection: return beginSection(event);
-    case EventKind::EndSection: return endSection();
+    case EventKind::EndSection: return sections_.end();
     case EventKind::BeginHeading: return beginHeading(event);
-    case EventKind::BeginParagraph: return beginParagraph(containers_.style(), paragraphAlignment(event.align));
+    case EventKind::BeginParagraph: return paragraphs_.begin({.style = containers_.style(), .align = event.align});
     case EventKind::BeginQuote: return containers_.beginQuote();
     case EventKind::BeginList: return beginList(event);
     case EventKind::EndQuote:
@@ -155,119 +145,73 @@ void RtfDocumentWriter::writeInline(const Event& event) {
   if (isInCode_ && event.kind == EventKind::Text) {
     return writeCode(event.text);
   }
-  if (!isInParagraph_) {
+  if (!paragraphs_.isOpen()) {
     if (event.kind == EventKind::Anchor) {
       return inlines_.hold(event.id);
     }
     if (event.kind == EventKind::Raw) {
-      prepare(Orientation::Upright);
+      sections_.prepare(Orientation::Upright);
       return inlines_.write(event);
     }
-    beginParagraph(containers_.style(), {});
+    paragraphs_.begin({.style = containers_.style()});
   }
-  inlines_.write(event);
+  paragraphs_.write(event);
 }
 
 void RtfDocumentWriter::finish() {
   writeKept(Orientation::Upright);
-  closeParagraph();
+  paragraphs_.close();
   sections_.finish();
-  if (!hasParagraph_ || inlines_.holdsPlaces()) {
-    beginParagraph(Style::Normal, {});
-    closeParagraph();
+  if (!sections_.hasContent() || inlines_.holdsPlaces()) {
+    paragraphs_.write({}, {});
   }
   put(out_, "}\n");
 }
 
 void RtfDocumentWriter::beginTable(const Table& table) {
-  closeParagraph();
+  paragraphs_.close();
   const int left = containers_.indent();
   const PageTwips* turned = sections_.turnedPaper();
   const TableSpace space{sections_.paper().textWidth() - left, turned == nullptr ? 0 : turned->textWidth() - left};
-  TablePlan plan = planTable(table, space, settings_.text("widths") == "equal");
+  // Readers do not agree on where a narrow table from right to left is.
+  const WidthRule rule{.isEqual = settings_.text("widths") == "equal", .isFilled = isRightToLeft_};
+  TablePlan plan = planTable(table, space, rule);
   writeKept(plan.orientation);
   flushMarker();
-  prepare(plan.orientation);
-  if (std::exchange(breaksPage_, false)) {
+  sections_.prepare(plan.orientation);
+  if (sections_.takeBreak()) {
     put(out_, kTinyParagraph);
     put(out_, "\\pagebb\\par\n");
   }
   const bool isTurned = plan.orientation == Orientation::Turned;
   const PageTwips& paper = isTurned ? *turned : sections_.paper();
   inlines_.setRoom({isTurned ? space.turned : space.upright, paper.textHeight()});
-  sections_.leaveTop();
+  sections_.addContent();
   table_.begin(table, std::move(plan), left);
-  hasParagraph_ = true;
 }
 
 void RtfDocumentWriter::beginSection(const Event& section) {
   sections_.begin(section.text);
   inlines_.hold(section.id);
-  breaksPage_ = false;
-}
-
-void RtfDocumentWriter::endSection() {
-  sections_.end();
-  breaksPage_ = false;
-}
-
-void RtfDocumentWriter::prepare(Orientation orientation) {
-  if (sections_.prepare(orientation)) {
-    breaksPage_ = false;
-  }
 }
 
 void RtfDocumentWriter::breakPage() {
-  if (breaksPage_) {
-    writeEmptyParagraph();
+  if (sections_.breaksPage()) {
+    paragraphs_.writeEmpty();
   }
-  breaksPage_ = hasParagraph_ && !sections_.isAtTop();
-}
-
-void RtfDocumentWriter::beginParagraph(Style style, std::string_view words) {
-  prepare(orientation_);
-  put(out_, "\\pard\\plain");
-  put(out_, styles_.words(style));
-  put(out_, sections_.isAtTop() || breaksPage_ ? "\\sb0" : "");
-  sections_.leaveTop();
-  put(out_, std::exchange(breaksPage_, false) ? "\\pagebb" : "");
-  containers_.writeWords();
-  put(out_, words);
-  out_.put(' ');
-  containers_.writeMarker();
-  inlines_.setRoom({sections_.paper().textWidth() - containers_.indent(), sections_.paper().textHeight()});
-  inlines_.writeHeld();
-  isInParagraph_ = true;
-  hasParagraph_ = true;
-}
-
-void RtfDocumentWriter::closeParagraph() {
-  if (std::exchange(isInParagraph_, false)) {
-    put(out_, "\\par\n");
-  }
-}
-
-void RtfDocumentWriter::writeEmptyParagraph() {
-  beginParagraph(containers_.style(), {});
-  closeParagraph();
+  sections_.breakPage();
 }
 
 void RtfDocumentWriter::flushMarker() {
   if (containers_.hasMarker()) {
-    writeEmptyParagraph();
+    paragraphs_.writeEmpty();
   }
 }
 
 void RtfDocumentWriter::beginHeading(const Event& heading) {
   inlines_.hold(heading.id);
   const int style = static_cast<int>(Style::Heading1) + heading.number - 1;
-  beginParagraph(static_cast<Style>(style), paragraphAlignment(heading.align));
-}
-
-void RtfDocumentWriter::writeTitle(std::string_view title) {
-  beginParagraph(Style::Title, {});
-  writeText(out_, title);
-  closeParagraph();
+  paragraphs_.begin({.style = static_cast<Style>(style), .align = heading.align}, firstDirection(heading.text));
 }
 
 void RtfDocumentWriter::beginList(const Event& list) {
@@ -277,44 +221,48 @@ void RtfDocumentWriter::beginList(const Event& list) {
 
 // One paragraph, whose last line break ends it.
 void RtfDocumentWriter::writeCode(std::string_view text) {
-  if (!isInParagraph_) {
-    beginParagraph(Style::Code, {});
+  if (!paragraphs_.isOpen()) {
+    paragraphs_.begin({.style = Style::Code}, Direction::LeftToRight);
   }
   const std::size_t end = text.find_last_not_of('\n') + 1;
   if (end > 0) {
     for (; codeBreaks_ > 0; --codeBreaks_) {
       writeText(out_, "\n");
     }
-    writeText(out_, text.substr(0, end));
+    inlines_.write({.kind = EventKind::Text, .text = text.substr(0, end)});
   }
   codeBreaks_ += text.size() - end;
 }
 
 void RtfDocumentWriter::writeRule() {
   flushMarker();
-  beginParagraph(
-      Style::Normal,
-      std::string("\\fs8\\brdrb\\brdrs\\brdrw10\\brdrcf").append(std::to_string(colors_.indexOf(kLineColor))));
-  closeParagraph();
+  const std::string color = std::to_string(colors_.indexOf(kLineColor));
+  paragraphs_.write({.words = "\\fs8\\brdrb\\brdrs\\brdrw10\\brdrcf" + color}, {});
 }
 
 void RtfDocumentWriter::contentsItem(const Event& item) {
   constexpr int kIndent = 240;
-  std::string words("\\li");
-  words += std::to_string((item.number - 1) * kIndent);
-  words += "\\tqr\\tldot\\tx";
-  words += std::to_string(sections_.paper().textWidth());
-  beginParagraph(Style::Contents, words);
+  const std::string indent = std::to_string((item.number - 1) * kIndent);
+  const Direction direction = firstDirection(item.text);
+  const bool isRight = direction == Direction::Neutral ? isRightToLeft_ : direction == Direction::RightToLeft;
+  const std::string words = "\\li" + indent + (isRight ? "\\ri0\\rin0\\lin" + indent : "") + "\\tqr\\tldot\\tx" +
+                            std::to_string(sections_.paper().textWidth());
+  const Event text{.kind = EventKind::Text, .text = item.text};
+  paragraphs_.begin({.style = Style::Contents, .words = words}, direction);
   if (item.id.empty()) {
-    writeText(out_, item.text);
+    inlines_.write(text);
   } else {
     beginLinkField(out_, std::string("#").append(item.id), {});
-    writeText(out_, item.text);
+    inlines_.write(text);
+    if (isRight) {
+      beginRightToLeftRun(out_, styles_.run(Style::Contents));
+    }
     put(out_, "\\tab {\\field\\flddirty{\\*\\fldinst{PAGEREF ");
     writeArgument(out_, bookmarkName(item.id));
-    put(out_, " \\\\h}}{\\fldrslt }}}}}");
+    put(out_, " \\\\h}}{\\fldrslt }}");
+    put(out_, isRight ? "}}}}" : "}}}");
   }
-  closeParagraph();
+  paragraphs_.close();
 }
 
 std::unique_ptr<DocumentWriter> makeWriter(const WriterContext& context) {

@@ -2,6 +2,7 @@
 
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/prolog/languages.h"
+#include "formats/rtf/document/prolog/style_sheet.h"
 
 #include <algorithm>
 #include <cmath>
@@ -10,6 +11,8 @@ namespace scrivalen::document::rtf {
 namespace {
 
 constexpr std::string_view kLinkEnd = "}}}";
+
+int halfPointsOf(double points) { return static_cast<int>(std::max(1L, std::lround(2 * points))); }
 
 }  // namespace
 
@@ -34,9 +37,15 @@ void beginLinkField(OutputBuffer& out, std::string_view address, std::string_vie
   put(out, "}}{\\fldrslt{");
 }
 
+void InlineWriter::beginText(const RunStyle& style, bool isRightToLeft) {
+  styles_.assign(1, style);
+  isRightToLeft_ = isRightToLeft;
+}
+
 void InlineWriter::write(const Event& event) {
+  beginStyle(event);
   switch (event.kind) {
-    case EventKind::Text: return writeText(*out_, event.text);
+    case EventKind::Text: return writeText(event.text);
     case EventKind::BeginSpan: return beginSpan(event.span);
     case EventKind::BeginColored: return beginColored(event);
     case EventKind::BeginSized: return beginSized(event.points);
@@ -45,8 +54,8 @@ void InlineWriter::write(const Event& event) {
     case EventKind::EndSpan:
     case EventKind::EndColored:
     case EventKind::EndSized:
-    case EventKind::EndLanguage: return out_->put('}');
-    case EventKind::EndLink: return put(*out_, kLinkEnd);
+    case EventKind::EndLanguage: endStyle(); return out_->put('}');
+    case EventKind::EndLink: endStyle(); return put(*out_, kLinkEnd);
     case EventKind::Anchor: return anchor(event.id);
     case EventKind::Image: return image(event);
     case EventKind::Raw:
@@ -57,6 +66,25 @@ void InlineWriter::write(const Event& event) {
     default: return;
   }
 }
+
+void InlineWriter::beginStyle(const Event& event) {
+  RunStyle style = styles_.back();
+  switch (event.kind) {
+    case EventKind::BeginSpan:
+      style.bold = style.bold || event.span == Span::Strong;
+      style.italic = style.italic || event.span == Span::Emphasis;
+      style.font = event.span == Span::Code ? kMonoFont : style.font;
+      break;
+    case EventKind::BeginSized: style.halfPoints = halfPointsOf(event.points); break;
+    case EventKind::BeginLanguage: style.language = languageNumber(event.text, kNoLanguage); break;
+    case EventKind::BeginColored:
+    case EventKind::BeginLink: break;
+    default: return;
+  }
+  styles_.push_back(style);
+}
+
+void InlineWriter::endStyle() { styles_.pop_back(); }
 
 void InlineWriter::hold(std::string_view id) {
   if (!id.empty()) {
@@ -94,7 +122,7 @@ void InlineWriter::beginColored(const Event& event) {
 }
 
 void InlineWriter::beginSized(double points) {
-  put(*out_, "{\\fs", std::max(1L, std::lround(2 * points)));
+  put(*out_, "{\\fs", halfPointsOf(points));
   out_->put(' ');
 }
 
@@ -120,7 +148,7 @@ void InlineWriter::anchor(std::string_view id) {
 
 void InlineWriter::image(const Event& event) {
   if (event.picture == nullptr) {
-    return writeText(*out_, event.text);
+    return writeText(event.text);
   }
   if (isTurned(*event.picture)) {
     warnings_.add(WarningCode::SomethingLeftOut, kTurnedWarning);

@@ -4,6 +4,7 @@
 #include "document/model/warnings.h"
 #include "formats/rtf/document/picture.h"
 #include "formats/rtf/document/prolog/color_table.h"
+#include "formats/rtf/document/runs.h"
 #include "output/output_buffer.h"
 
 #include <string>
@@ -21,6 +22,8 @@ class InlineWriter : public EventSink {
 
   void write(const Event& event) override;
 
+  /// Begins the text of a paragraph or cell.
+  void beginText(const RunStyle& style, bool isRightToLeft);
   void setOutput(OutputBuffer& out) { out_ = &out; }
   /// The size that pictures may have.
   void setRoom(Room room) { room_ = room; }
@@ -34,6 +37,9 @@ class InlineWriter : public EventSink {
   void writeHeld();
 
  private:
+  void writeText(std::string_view text) { writeRuns(*out_, text, isRightToLeft_, styles_.back()); }
+  void beginStyle(const Event& event);
+  void endStyle();
   void beginSpan(Span span);
   void beginColored(const Event& event);
   void beginSized(double points);
@@ -47,6 +53,8 @@ class InlineWriter : public EventSink {
   OutputWarnings& warnings_;
   Room room_{};
   bool hasPlaces_ = true;
+  bool isRightToLeft_ = false;
+  std::vector<RunStyle> styles_{RunStyle{}};  // of the text, then of each part that is open in it
   std::vector<std::string> held_;
 };
 

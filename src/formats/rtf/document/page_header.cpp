@@ -18,15 +18,16 @@ bool namesSection(std::string_view setting) {
   });
 }
 
-void writePiece(OutputBuffer& out, const RunningPiece& piece, const FormatSettings& settings,
-                std::string_view section) {
+void writePiece(OutputBuffer& out, const RunningPiece& piece, const FormatSettings& settings, std::string_view section,
+                const RunStyle& style) {
+  const auto write = [&](std::string_view text) { writeRuns(out, text, false, style); };
   switch (piece.field) {
-    case RunningField::None: return writeText(out, piece.text);
+    case RunningField::None: return write(piece.text);
     case RunningField::Page: return put(out, "{\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}");
     case RunningField::Pages: return put(out, "{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 1}}");
-    case RunningField::Title: return writeText(out, settings.text("title"));
-    case RunningField::Date: return writeText(out, shownDate(settings));
-    case RunningField::Section: return writeText(out, section);
+    case RunningField::Title: return write(settings.text("title"));
+    case RunningField::Date: return write(shownDate(settings));
+    case RunningField::Section: return write(section);
   }
 }
 
@@ -38,7 +39,7 @@ PageHeader::PageHeader(const FormatSettings& settings, const StyleSheet& styles,
       styles_(styles),
       image_(headerImageOf(settings, warnings)),
       imageHeight_(static_cast<int>(paper.top * kHeaderImageShare)),
-      fromTop_(image_.picture ? (paper.top - imageHeight_) * 3 / 4 : paper.top / 2) {
+      fromTop_(image_.picture ? (paper.top - imageHeight_) / 2 : paper.top / 2) {
   if (image_.picture && isTurned(*image_.picture)) {
     warnings.add(WarningCode::SomethingLeftOut, kTurnedWarning);
   }
@@ -71,7 +72,7 @@ void PageHeader::writePart(OutputBuffer& out, Style style, std::string_view sect
   for (std::size_t i = 0; i < parts.size() && !setting.empty(); ++i) {
     put(out, i > 0 ? "\\tab " : "");
     for (const RunningPiece& piece : parts[i]) {
-      writePiece(out, piece, settings_, section);
+      writePiece(out, piece, settings_, section, styles_.run(style));
     }
   }
   put(out, "\\par}\n");

@@ -29,6 +29,7 @@ void Sections::begin(std::string_view name) {
   isPending_ = true;
   isAfterSection_ = false;
   isAtTop_ = true;
+  breaksPage_ = false;
 }
 
 void Sections::end() {
@@ -37,6 +38,7 @@ void Sections::end() {
   }
   isAfterSection_ = true;
   isAtTop_ = true;
+  breaksPage_ = false;
 }
 
 void Sections::finish() {
@@ -46,15 +48,13 @@ void Sections::finish() {
   isAfterSection_ = false;
 }
 
-bool Sections::prepare(Orientation orientation) {
+void Sections::prepare(Orientation orientation) {
   if (isAfterSection_) {
     begin({});
   }
-  const bool isNew = isPending_ || written_ != orientation;
-  if (isNew) {
+  if (isPending_ || written_ != orientation) {
     write(orientation);
   }
-  return isNew;
 }
 
 void Sections::write(Orientation orientation) {
@@ -75,6 +75,12 @@ void Sections::write(Orientation orientation) {
   written_ = orientation;
   isPending_ = false;
   isAtTop_ = true;
+  breaksPage_ = false;
+}
+
+void Sections::addContent() {
+  isAtTop_ = false;
+  hasContent_ = true;
 }
 
 }  // namespace scrivalen::document::rtf

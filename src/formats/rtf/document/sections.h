@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace scrivalen::document::rtf {
 
@@ -33,11 +34,17 @@ class Sections {
 
   /// Writes the break before content, where one is needed. A turned page is turned back only by the next content that
   /// is upright.
-  /// @return whether a page begins with the content
-  bool prepare(Orientation orientation);
+  void prepare(Orientation orientation);
   /// Whether nothing has been written since the section began.
   bool isAtTop() const { return isAtTop_; }
-  void leaveTop() { isAtTop_ = false; }
+  /// Content has been written.
+  void addContent();
+  bool hasContent() const { return hasContent_; }
+
+  /// The next content begins a page, unless it does so anyway.
+  void breakPage() { breaksPage_ = hasContent_ && !isAtTop_; }
+  bool breaksPage() const { return breaksPage_; }
+  bool takeBreak() { return std::exchange(breaksPage_, false); }
 
  private:
   void write(Orientation orientation);
@@ -52,6 +59,8 @@ class Sections {
   bool isAfterSection_ = false;
   std::optional<Orientation> written_;  // of the section that is written last
   bool isAtTop_ = true;
+  bool hasContent_ = false;
+  bool breaksPage_ = false;
 };
 
 }  // namespace scrivalen::document::rtf

@@ -1,5 +1,6 @@
 #include "formats/rtf/document/prolog/prolog.h"
 
+#include "document/language.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/prolog/languages.h"
 #include "formats/rtf/document/prolog/list_table.h"
@@ -20,16 +21,6 @@ struct KnownFont {
 constexpr int kHostsFont = 3;
 constexpr KnownFont kKnownFonts[] = {{"serif", 0},      {"", 1},     {"sans", 1},
                                      {"sans-serif", 1}, {"mono", 2}, {"monospace", 2}};
-
-int fontOf(std::string_view setting) {
-  const std::string name = asciiLowered(setting);
-  for (const KnownFont& known : kKnownFonts) {
-    if (known.setting == name) {
-      return known.number;
-    }
-  }
-  return kHostsFont;
-}
 
 // A semicolon would end the name.
 std::string fontName(std::string_view setting) {
@@ -105,10 +96,24 @@ void writePaper(OutputBuffer& out, const PageTwips& paper) {
 
 }  // namespace
 
+int fontOf(std::string_view setting) {
+  const std::string name = asciiLowered(setting);
+  for (const KnownFont& known : kKnownFonts) {
+    if (known.setting == name) {
+      return known.number;
+    }
+  }
+  return kHostsFont;
+}
+
 void writeProlog(OutputBuffer& out, const FormatSettings& settings, const ColorTable& colors, const StyleSheet& styles,
                  const PageTwips& paper) {
   put(out, "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff", fontOf(settings.text("font")));
-  put(out, "\\deflang", languageNumber(settings.text("language"), kEnglish));
+  const std::string_view language = settings.text("language");
+  put(out, "\\deflang", languageNumber(language, kEnglish));
+  if (isRightToLeft(language)) {
+    put(out, "\\adeflang", languageNumber(language, kEnglish));
+  }
   out.put('\n');
   writeFonts(out, settings.text("font"));
   colors.write(out);
@@ -116,6 +121,7 @@ void writeProlog(OutputBuffer& out, const FormatSettings& settings, const ColorT
   writeLists(out);
   writeInfo(out, settings);
   writePaper(out, paper);
+  put(out, isRightToLeft(settings.text("language")) ? "\\rtldoc\n" : "");
 }
 
 }  // namespace scrivalen::document::rtf

@@ -6,7 +6,12 @@
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "output/output_buffer.h"
 
+#include <string_view>
+
 namespace scrivalen::document::rtf {
+
+/// The number of the font of "font" in the table of fonts.
+int fontOf(std::string_view setting);
 
 /// Writes what comes before the text: tables of fonts, colours, styles and lists, properties, and paper.
 void writeProlog(OutputBuffer& out, const FormatSettings& settings, const ColorTable& colors, const StyleSheet& styles,

@@ -5,26 +5,29 @@
 namespace scrivalen::document::rtf {
 namespace {
 
-struct StyleNames {
+struct StyleDefinition {
   std::string_view name;
-  std::string_view words;
+  std::string_view words;  // of its paragraphs
+  int halfPoints;
+  bool bold = false;
+  bool italic = false;
 };
 
-constexpr StyleNames kStyleNames[kStyles] = {
-    {"Normal", "\\sl264\\slmult1\\sa120\\fs22"},
-    {"heading 1", "\\keepn\\keep\\sb360\\sa120\\outlinelevel0\\b\\fs36"},
-    {"heading 2", "\\keepn\\keep\\sb300\\sa100\\outlinelevel1\\b\\fs30"},
-    {"heading 3", "\\keepn\\keep\\sb240\\sa80\\outlinelevel2\\b\\fs26"},
-    {"heading 4", "\\keepn\\keep\\sb200\\sa80\\outlinelevel3\\b\\fs23"},
-    {"heading 5", "\\keepn\\keep\\sb200\\sa60\\outlinelevel4\\b\\fs22"},
-    {"heading 6", "\\keepn\\keep\\sb200\\sa60\\outlinelevel5\\b\\i\\fs22"},
-    {"Title", "\\keepn\\keep\\sa280\\b\\fs48"},
-    {"Quote", "\\sl264\\slmult1\\sa120\\fs22"},
-    {"Code", "\\sa160\\noproof\\f2\\fs18"},
-    {"List Paragraph", "\\sl264\\slmult1\\sa120\\fs22"},
-    {"toc 1", "\\sa40\\fs22"},
-    {"header", "\\fs18"},
-    {"footer", "\\fs18"},
+constexpr StyleDefinition kStyleDefinitions[kStyles] = {
+    {"Normal", "\\sl264\\slmult1\\sa120", 22},
+    {"heading 1", "\\keepn\\keep\\sb360\\sa120\\outlinelevel0", 36, true},
+    {"heading 2", "\\keepn\\keep\\sb300\\sa100\\outlinelevel1", 30, true},
+    {"heading 3", "\\keepn\\keep\\sb240\\sa80\\outlinelevel2", 26, true},
+    {"heading 4", "\\keepn\\keep\\sb200\\sa80\\outlinelevel3", 23, true},
+    {"heading 5", "\\keepn\\keep\\sb200\\sa60\\outlinelevel4", 22, true},
+    {"heading 6", "\\keepn\\keep\\sb200\\sa60\\outlinelevel5", 22, true, true},
+    {"Title", "\\keepn\\keep\\sa280", 48, true},
+    {"Quote", "\\sl264\\slmult1\\sa120", 22},
+    {"Code", "\\sa160\\noproof\\f2", 18},
+    {"List Paragraph", "\\sl264\\slmult1\\sa120", 22},
+    {"toc 1", "\\sa40", 22},
+    {"header", "", 18},
+    {"footer", "", 18},
 };
 
 // A border of the code's own colour leaves space around it.
@@ -33,20 +36,39 @@ std::string codeShade(const ColorTable& colors) {
   return "\\box\\brdrs\\brdrw10\\brsp80\\brdrcf" + color + "\\cbpat" + color;
 }
 
-std::string quoteBorderOf(const ColorTable& colors) {
-  return "\\brdrl\\brdrs\\brdrw40\\brsp180\\brdrcf" + std::to_string(colors.indexOf(kLineColor));
+std::string quoteBorderOf(const ColorTable& colors, std::string_view side) {
+  return std::string(side) + "\\brdrs\\brdrw40\\brsp180\\brdrcf" + std::to_string(colors.indexOf(kLineColor));
 }
 
 }  // namespace
 
-StyleSheet::StyleSheet(const ColorTable& colors) : quoteBorder_(quoteBorderOf(colors)) {
+StyleSheet::StyleSheet(const ColorTable& colors, int font)
+    : font_(font),
+      quoteBorder_(quoteBorderOf(colors, "\\brdrl")),
+      quoteBorderOnRight_(quoteBorderOf(colors, "\\brdrl\\brdrnone\\brdrr")),
+      codeShade_(codeShade(colors)) {
   for (int i = 0; i < kStyles; ++i) {
-    words_[i] = "\\s" + std::to_string(i) + "\\widctlpar";
-    words_[i] += static_cast<Style>(i) == Style::Code    ? codeShade(colors)
-                 : static_cast<Style>(i) == Style::Quote ? quoteBorder_
-                                                         : std::string();
-    words_[i] += kStyleNames[i].words;
+    words_[i] = wordsOf(static_cast<Style>(i), quoteBorder_);
   }
+  quoteOnRight_ = wordsOf(Style::Quote, quoteBorderOnRight_);
+}
+
+std::string StyleSheet::wordsOf(Style style, std::string_view quoteBorder) const {
+  const int number = static_cast<int>(style);
+  const StyleDefinition& definition = kStyleDefinitions[number];
+  std::string words = "\\s" + std::to_string(number) + "\\widctlpar";
+  if (style == Style::Code) {
+    words += codeShade_;
+  } else if (style == Style::Quote) {
+    words += quoteBorder;
+  }
+  words.append(definition.words).append(definition.bold ? "\\b" : "").append(definition.italic ? "\\i" : "");
+  return words + "\\fs" + std::to_string(definition.halfPoints);
+}
+
+RunStyle StyleSheet::run(Style style) const {
+  const StyleDefinition& definition = kStyleDefinitions[static_cast<int>(style)];
+  return {style == Style::Code ? kMonoFont : font_, definition.halfPoints, definition.bold, definition.italic};
 }
 
 void StyleSheet::write(OutputBuffer& out) const {
@@ -55,7 +77,7 @@ void StyleSheet::write(OutputBuffer& out) const {
     put(out, "{");
     put(out, words(static_cast<Style>(i)));
     put(out, i == 0 ? "\\snext0 " : "\\sbasedon0\\snext0 ");
-    put(out, kStyleNames[i].name);
+    put(out, kStyleDefinitions[i].name);
     put(out, ";}\n");
   }
   put(out, "}\n");

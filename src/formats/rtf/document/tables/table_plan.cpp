@@ -48,15 +48,16 @@ void breakLongWords(std::vector<ColumnNeed>& needs, double space) {
   }
 }
 
-ColumnWidths widthsOf(std::span<const ColumnNeed> needs, double space, bool isEqual) {
-  return isEqual ? equalColumnWidths(needs, space) : columnWidths(needs, space);
+ColumnWidths widthsOf(std::span<const ColumnNeed> needs, double space, WidthRule rule) {
+  return rule.isEqual ? equalColumnWidths(needs, space) : columnWidths(needs, space);
 }
 
 double sumOf(const std::vector<double>& widths) { return std::accumulate(widths.begin(), widths.end(), 0.0); }
 
 // Widths that are too wide together lose in proportion: readers break their words.
-void scale(ColumnWidths& widths, double space) {
-  const double factor = std::min(space / sumOf(widths.widths), kMostSlack);
+void scale(ColumnWidths& widths, double space, bool isFilled) {
+  const double whole = space / sumOf(widths.widths);
+  const double factor = isFilled ? whole : std::min(whole, kMostSlack);
   for (double& width : widths.widths) {
     width *= factor;
   }
@@ -73,21 +74,22 @@ std::vector<int> edgesOf(const std::vector<double>& widths) {
   return edges;
 }
 
-TablePart partOf(const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end, double space, bool isEqual) {
+TablePart partOf(const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end, double space,
+                 WidthRule rule) {
   std::vector<ColumnNeed> own(needs.begin() + static_cast<std::ptrdiff_t>(first),
                               needs.begin() + static_cast<std::ptrdiff_t>(end));
   if (first > 0) {
     own.insert(own.begin(), needs.front());
   }
-  ColumnWidths widths = widthsOf(own, space, isEqual);
+  ColumnWidths widths = widthsOf(own, space, rule);
   if (!widths.fit) {
     widths = columnWidths(own, space);
   }
-  scale(widths, space);
+  scale(widths, space, rule.isFilled);
   return {first, end, edgesOf(widths.widths)};
 }
 
-std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space, bool isEqual) {
+std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space, WidthRule rule) {
   std::vector<TablePart> parts;
   std::size_t first = 0;
   while (first < needs.size()) {
@@ -99,23 +101,23 @@ std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space,
       taken += needs[end++].longestWord;
       ++columns;
     }
-    parts.push_back(partOf(needs, first, std::max(end, first + 1), space, isEqual));
+    parts.push_back(partOf(needs, first, std::max(end, first + 1), space, rule));
     first = parts.back().end;
   }
   return parts;
 }
 
 // One part in the largest text that fits; none if not even the smallest does.
-std::optional<TablePlan> inOnePart(const Table& table, double width, bool isEqual) {
+std::optional<TablePlan> inOnePart(const Table& table, double width, WidthRule rule) {
   std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints);
   if (needs.size() > kMostColumns) {
     return std::nullopt;
   }
   int halfPoints = kUsualHalfPoints;
-  bool fits = widthsOf(needs, width, isEqual).fit;
+  bool fits = widthsOf(needs, width, rule).fit;
   while (!fits) {
     breakLongWords(needs, width);
-    fits = widthsOf(needs, width, isEqual).fit;
+    fits = widthsOf(needs, width, rule).fit;
     if (!fits) {
       if (halfPoints == kLeastHalfPoints) {
         return std::nullopt;
@@ -124,13 +126,13 @@ std::optional<TablePlan> inOnePart(const Table& table, double width, bool isEqua
     }
   }
   return TablePlan{
-      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, 0, needs.size(), width, isEqual)}};
+      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, 0, needs.size(), width, rule)}};
 }
 
-TablePlan inParts(const Table& table, double width, bool isEqual) {
+TablePlan inParts(const Table& table, double width, WidthRule rule) {
   std::vector<ColumnNeed> needs = needsOf(table, kLeastHalfPoints);
   breakLongWords(needs, width);
-  return {Orientation::Upright, kLeastHalfPoints, paddingOf(kLeastHalfPoints), split(needs, width, isEqual)};
+  return {Orientation::Upright, kLeastHalfPoints, paddingOf(kLeastHalfPoints), split(needs, width, rule)};
 }
 
 TablePlan turned(TablePlan plan) {
@@ -145,20 +147,20 @@ std::size_t TablePart::columnsBefore(std::size_t column) const {
   return repeated + std::clamp(column, first, end) - first;
 }
 
-TablePlan planTable(const Table& table, TableSpace space, bool isEqual) {
+TablePlan planTable(const Table& table, TableSpace space, WidthRule rule) {
   const double width = std::min(space.upright, kWidestTable);
   const double turnedWidth = std::min(space.turned, kWidestTable);
-  if (auto plan = inOnePart(table, width, isEqual)) {
+  if (auto plan = inOnePart(table, width, rule)) {
     return *std::move(plan);
   }
-  TablePlan upright = inParts(table, width, isEqual);
+  TablePlan upright = inParts(table, width, rule);
   if (turnedWidth <= width) {
     return upright;
   }
-  if (auto plan = inOnePart(table, turnedWidth, isEqual)) {
+  if (auto plan = inOnePart(table, turnedWidth, rule)) {
     return turned(*std::move(plan));
   }
-  TablePlan landscape = inParts(table, turnedWidth, isEqual);
+  TablePlan landscape = inParts(table, turnedWidth, rule);
   return landscape.parts.size() < upright.parts.size() ? turned(std::move(landscape)) : upright;
 }
 

@@ -33,9 +33,13 @@ struct TableSpace {
   int turned;  ///< on a page turned to landscape; 0: there is none
 };
 
+struct WidthRule {
+  bool isEqual = false;   ///< columns of equal widths rather than widths from their content
+  bool isFilled = false;  ///< the table is as wide as the space
+};
+
 /// A table that does not fit is set smaller, then on turned pages, then split; in parts it is on turned pages only if
 /// there are fewer of them.
-/// @param isEqual  columns of equal widths rather than widths from their content
-TablePlan planTable(const Table& table, TableSpace space, bool isEqual);
+TablePlan planTable(const Table& table, TableSpace space, WidthRule rule);
 
 }  // namespace scrivalen::document::rtf

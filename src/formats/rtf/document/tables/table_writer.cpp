@@ -1,6 +1,7 @@
 #include "formats/rtf/document/tables/table_writer.h"
 
 #include "formats/rtf/document/escape.h"
+#include "text/direction.h"
 
 #include <algorithm>
 #include <cstring>
@@ -31,10 +32,13 @@ bool isPlainCell(const Cell& cell) {
 
 }  // namespace
 
-TableWriter::TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWriter& inlines)
+TableWriter::TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWriter& inlines, int font,
+                         bool isRightToLeft)
     : out_(out),
       colors_(colors),
       inlines_(inlines),
+      font_(font),
+      isRightToLeft_(isRightToLeft),
       cellBorder_("\\clbrdrb\\brdrs\\brdrw5\\brdrcf" + std::to_string(colors.indexOf(kLineColor))),
       scratch_(sink_) {}
 
@@ -46,9 +50,10 @@ void TableWriter::begin(const Table& table, TablePlan plan, int indent) {
   aligns_.clear();
   leads_.clear();
   for (const Column& column : table.columns) {
-    const bool isSame = !aligns_.empty() && aligns_.back() == column.align;
-    leads_.push_back(isSame ? std::string_view() : cellAlignment(column.align));
-    aligns_.push_back(column.align);
+    const Align align = isRightToLeft_ && column.align == Align::Left ? Align::Right : column.align;
+    const bool isSame = !aligns_.empty() && aligns_.back() == align;
+    leads_.push_back(isSame ? std::string_view() : cellAlignment(align));
+    aligns_.push_back(align);
   }
   plain_ = plainDefinition(plan_.parts.front());
   waiting_.assign(plan_.parts.size() > 1 ? plan_.parts.size() : 0, {});
@@ -57,7 +62,8 @@ void TableWriter::begin(const Table& table, TablePlan plan, int indent) {
 }
 
 std::string TableWriter::definitionBegin(bool isRepeated) const {
-  return "\\trowd\\trgaph" + std::to_string(plan_.padding) + "\\trleft" + std::to_string(indent_) + "\\trkeep" +
+  return std::string(isRightToLeft_ ? "\\trowd\\rtlrow\\taprtl\\trgaph" : "\\trowd\\trgaph") +
+         std::to_string(plan_.padding) + "\\trleft" + std::to_string(indent_) + "\\trkeep" +
          (isRepeated ? "\\trhdr" : "");
 }
 
@@ -71,7 +77,12 @@ std::string TableWriter::plainDefinition(const TablePart& part) const {
 
 bool TableWriter::isPlain(const Row& row) const {
   return !row.header && waiting_.empty() && !inlines_.holdsPlaces() &&
-         std::all_of(row.cells.begin(), row.cells.end(), &isPlainCell);
+         std::all_of(row.cells.begin(), row.cells.end(), &isPlainCell) && !hasDirections(row);
+}
+
+bool TableWriter::hasDirections(const Row& row) const {
+  return isRightToLeft_ ||
+         std::any_of(row.cells.begin(), row.cells.end(), [](const Cell& cell) { return hasRightToLeft(cell.text); });
 }
 
 void TableWriter::row(const Row& row) {
@@ -140,6 +151,7 @@ void TableWriter::writeRow(OutputBuffer& out, const Row& row, const TablePart& p
   put(out, paragraph_);
   put(out, row.repeated ? "\\keepn" : "");
   put(out, row.header ? "\\b" : "");
+  hasDirections_ = hasDirections(row);
   std::size_t column = 0;
   for (const Cell& cell : row.cells) {
     const std::size_t end = column + static_cast<std::size_t>(cell.span);
@@ -177,29 +189,36 @@ void TableWriter::writeDefinition(OutputBuffer& out, const Row& row, const Table
 }
 
 void TableWriter::writeCell(OutputBuffer& out, const Cell& cell, const Row& row, Align align) {
+  const Direction direction = hasDirections_ ? firstDirection(cell.text) : Direction::LeftToRight;
+  const bool isRight = direction == Direction::Neutral ? isRightToLeft_ : direction == Direction::RightToLeft;
+  if (hasDirections_) {
+    put(out, isRight ? "\\rtlpar" : "\\ltrpar");
+  }
   put(out, cellAlignment(align));
   inlines_.writeHeld();
   const bool isBold = cell.header && !row.header;
+  const RunStyle style{font_, plan_.halfPoints, cell.header || row.header, false};
   if (!isBold && !cell.color) {
-    writeContent(out, cell);
+    writeContent(out, cell, style, isRight);
   } else {
     put(out, isBold ? "{\\b" : "{");
     if (cell.color) {
       put(out, "\\cf", colors_.indexOf(*cell.color));
     }
     out.put(' ');
-    writeContent(out, cell);
+    writeContent(out, cell, style, isRight);
     out.put('}');
   }
   put(out, kCellEnd);
 }
 
-void TableWriter::writeContent(OutputBuffer& out, const Cell& cell) {
+void TableWriter::writeContent(OutputBuffer& out, const Cell& cell, const RunStyle& style, bool isRightToLeft) {
   if (cell.content == nullptr) {
-    return writeText(out, cell.text);
+    return writeRuns(out, cell.text, isRightToLeft, style);
   }
   const Room outer = inlines_.room();
   inlines_.setRoom({std::max(room_.width, 1), room_.height});
+  inlines_.beginText(style, isRightToLeft);
   cell.replay(inlines_);
   inlines_.setRoom(outer);
 }

@@ -3,6 +3,7 @@
 #include "document/model/table.h"
 #include "formats/rtf/document/inline_writer.h"
 #include "formats/rtf/document/prolog/color_table.h"
+#include "formats/rtf/document/runs.h"
 #include "formats/rtf/document/tables/table_plan.h"
 #include "output/output_buffer.h"
 
@@ -19,7 +20,9 @@ class TableWriter {
   static constexpr std::size_t kRowsOfAPart = 40;
 
   /// @param out, colors, inlines  not owned; must outlive this object
-  TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWriter& inlines);
+  /// @param font           the number of the document's font
+  /// @param isRightToLeft  whether the first column is on the right
+  TableWriter(OutputBuffer& out, const ColorTable& colors, InlineWriter& inlines, int font, bool isRightToLeft);
 
   /// @param indent  in twips
   void begin(const Table& table, TablePlan plan, int indent);
@@ -42,6 +45,7 @@ class TableWriter {
   };
 
   bool isPlain(const Row& row) const;
+  bool hasDirections(const Row& row) const;
   std::string definitionBegin(bool isRepeated) const;
   std::string plainDefinition(const TablePart& part) const;
   void writePlainRow(const Row& row);
@@ -49,12 +53,14 @@ class TableWriter {
   void writeRow(OutputBuffer& out, const Row& row, const TablePart& part);
   void writeDefinition(OutputBuffer& out, const Row& row, const TablePart& part);
   void writeCell(OutputBuffer& out, const Cell& cell, const Row& row, Align align);
-  void writeContent(OutputBuffer& out, const Cell& cell);
+  void writeContent(OutputBuffer& out, const Cell& cell, const RunStyle& style, bool isRightToLeft);
   void writeWaiting();
 
   OutputBuffer& out_;
   const ColorTable& colors_;
   InlineWriter& inlines_;
+  const int font_;
+  const bool isRightToLeft_;
 
   TablePlan plan_;
   int indent_ = 0;
@@ -70,6 +76,7 @@ class TableWriter {
   std::vector<Waiting> waiting_;
   std::size_t waitingRows_ = 0;
   bool hasWritten_ = false;
+  bool hasDirections_ = false;  // the cells of the row state theirs
 };
 
 }  // namespace scrivalen::document::rtf
