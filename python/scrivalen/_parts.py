@@ -260,7 +260,7 @@ class Blocks(Part):
         """Begins a table.
 
         :param columns: descriptions or names of the columns, or how many there are. None: as many as the widest row of
-            the sample has.
+            the sample has. Names are not shown: header() writes what is.
         :param name: its element in XML.
         """
         element = optional_name(name, "the name of a table")
