@@ -1,5 +1,6 @@
 #include "formats/markup/html/html_style.h"
 
+#include "document/language.h"
 #include "document/settings/page.h"
 #include "document/settings/running_text.h"
 #include "text/ascii.h"
@@ -13,7 +14,8 @@
 namespace scrivalen::document {
 namespace {
 
-// Prose keeps a readable measure. The page grows with tables that are wider.
+// Prose keeps a readable measure. The page grows with tables that are wider. A paragraph has the direction of its first
+// letter.
 constexpr std::string_view kStyle =
     "*,::before,::after{box-sizing:border-box}\n"
     "html{color-scheme:light;-webkit-text-size-adjust:none;text-size-adjust:none}\n"
@@ -30,12 +32,13 @@ constexpr std::string_view kStyle =
     "h6{font-size:.9rem;color:#59636e}\n"
     "main>:first-child,section>:first-child{margin-top:0}\n"
     "*+section{margin-top:3.5rem}\n"
+    "p,h1,h2,h3,h4,h5,h6{unicode-bidi:plaintext}\n"
     "p,ul,ol,pre,blockquote{margin:0 0 1em}\n"
     "sup,sub{line-height:0}\n"
     "ul,ol{padding-inline-start:1.75em}\n"
     "li{margin-bottom:.25em}\n"
     "li>p{margin-bottom:.6em}\n"
-    "li>ul,li>ol{margin-bottom:.2em}\n"
+    "li>ul,li>ol{margin:.25em 0 .2em}\n"
     "li.task{list-style:none}\n"
     "li.task>input,li.task>p:first-child>input{margin-block:0;margin-inline:-1.4em "
     ".35em;vertical-align:-.1em}\n"
@@ -55,6 +58,7 @@ constexpr std::string_view kStyle =
     "table{margin:.5em 0 1.75em;border-collapse:separate;border-spacing:0;border-top:1px solid #8c959f;"
     "font-size:.9375rem;line-height:1.45;font-variant-numeric:tabular-nums}\n"
     "th,td{padding:.35em .75em;border-bottom:1px solid #d1d9e0;text-align:start;vertical-align:top}\n"
+    "li>table{margin-bottom:1em}\n"
     "td.date{white-space:nowrap}\n"
     "th{font-weight:600}\n"
     "thead th{background:#f4f6f8}\n"
@@ -226,18 +230,20 @@ std::string htmlScreenStyle(const FormatSettings& settings) {
   return "body{font-family:" + inAscii(fontsOf(settings)) + "}\n" + std::string(kStyle);
 }
 
-// Browsers cut off what is wider than the paper.
+// Browsers print a page smaller that is somewhat wider than the paper, but cut it off where text begins at the right.
 HtmlPrintSize htmlPrintSize(const Table& table, const FormatSettings& settings) {
   constexpr double kUsual = 9;
   constexpr double kSmallest = 5;
-  constexpr double kWidthOfCharacter = 0.6;  // in sizes, like the paddings of a cell
+  constexpr double kUsualWidth = 0.6;  // of a character, in sizes, like the paddings of a cell
+  constexpr double kLargestWidth = 0.7;
   constexpr double kPadding = 1.5;
   constexpr double kNarrowPadding = 0.6;
+  const double width = isRightToLeft(settings.text("language")) ? kLargestWidth : kUsualWidth;
   const Page page = pageOf(settings);
   const double space = page.widthPt - page.leftPt - page.rightPt;
   double words = 0;
   for (const Column& column : table.columns) {
-    words += static_cast<double>(column.longestWord) * kWidthOfCharacter;
+    words += static_cast<double>(column.longestWord) * width;
   }
   const auto count = static_cast<double>(table.columns.size());
   if ((words + count * kPadding) * kUsual <= space) {

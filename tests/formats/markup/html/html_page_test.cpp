@@ -141,6 +141,16 @@ TEST(HtmlPages, AreWrittenWithAWarningWithoutThePictureOfTheHeader) {
       << result.warnings[0].message;
 }
 
+TEST(HtmlPages, SetEachParagraphInTheDirectionOfItsFirstLetter) {
+  EXPECT_NE(pageOf({}).find("\np,h1,h2,h3,h4,h5,h6{unicode-bidi:plaintext}\n"), std::string::npos);
+}
+
+TEST(HtmlPages, SpaceTheItemsOfNestedListsEvenly) {
+  const std::string page = pageOf({});
+  EXPECT_NE(page.find("\nli{margin-bottom:.25em}\n"), std::string::npos);
+  EXPECT_NE(page.find("\nli>ul,li>ol{margin:.25em 0 .2em}\n"), std::string::npos);
+}
+
 TEST(HtmlPages, PreferTheFontOfTheSettings) {
   EXPECT_NE(pageOf({{"font", "My \"Font\""}}).find("body{font-family:\"My \\22 Font\\22 \",system-ui"),
             std::string::npos);

@@ -130,6 +130,11 @@ TEST(HtmlTables, ArePrintedSmallerWhereTheirWordsNeedIt) {
   EXPECT_EQ(wideTable(100, 8), "<table class=\"wide crowded\" style=\"--print:5pt\">");
 }
 
+TEST(HtmlTables, ArePrintedWithSpaceForWideFontsWhereTextBeginsAtTheRight) {
+  EXPECT_EQ(wideTable(8, 8, {{"language", "ar"}}), "<table class=\"wide\" style=\"--print:9pt\">");
+  EXPECT_EQ(wideTable(10, 8, {{"language", "ar"}}), "<table class=\"wide\" style=\"--print:7.8pt\">");
+}
+
 TEST(HtmlTables, HaveCellsWithSpansOfText) {
   EventLog log;
   log.write({.kind = EventKind::BeginSpan, .span = Span::Strong});
