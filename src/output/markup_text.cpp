@@ -1,5 +1,7 @@
 #include "output/markup_text.h"
 
+#include "text/plain_text.h"
+
 #include <bit>
 #include <cstring>
 
@@ -12,8 +14,6 @@ constexpr std::string_view kBreakInValue = "&#10;";
 
 // The first byte of U+FFFE and U+FFFF in UTF-8, and of the other characters from U+F000 on.
 constexpr unsigned char kLastLead = 0xEF;
-
-constexpr std::uint64_t eightTimes(std::uint64_t byte) { return byte * 0x0101010101010101; }
 
 // Marks the top bit of the first of eight bytes, from the lowest, that is a character, and perhaps of later ones.
 // @param ignored  bits that are not compared, so that one test serves two characters

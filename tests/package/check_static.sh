@@ -86,7 +86,8 @@ quietly "$compiler" -std=c++17 -DEXPECT_STATIC "-DEXPECTED_VERSION=\"$(pkg-confi
 run_consumer "$work/with_pkg_config/consumer"
 
 configure -S "$here/host" -B "$work/host" -D SCRIVALEN_SOURCES="$sources" -D BUILD_SHARED_LIBS=OFF \
-  -D CMAKE_UNITY_BUILD=ON -D CMAKE_INSTALL_PREFIX="$work/host_prefix" -D CMAKE_INSTALL_LIBDIR=lib
+  -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=0 -D CMAKE_INSTALL_PREFIX="$work/host_prefix" \
+  -D CMAKE_INSTALL_LIBDIR=lib
 quietly "$cmake" --build "$work/host"
 quietly "$cmake" --install "$work/host"
 configure -S "$here/host_user" -B "$work/host_user" -D CMAKE_PREFIX_PATH="$work/host_prefix" \

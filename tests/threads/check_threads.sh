@@ -34,7 +34,8 @@ if [ -d "$sources/build/sources" ]; then
 fi
 quietly "$cmake" -G Ninja -S "$here" -B "$work/build" -D SCRIVALEN_SOURCES="$sources" -D CMAKE_BUILD_TYPE=Debug \
   -D CMAKE_CXX_COMPILER="$compiler" -D CMAKE_C_FLAGS_DEBUG=-g1 -D CMAKE_CXX_FLAGS_DEBUG=-g1 \
-  -D CMAKE_UNITY_BUILD=ON -D BUILD_SHARED_LIBS=OFF -D SCRIVALEN_INSTALL=OFF "${unpacked[@]}"
+  -D CMAKE_UNITY_BUILD=ON -D CMAKE_UNITY_BUILD_BATCH_SIZE=0 -D BUILD_SHARED_LIBS=OFF -D SCRIVALEN_INSTALL=OFF \
+  "${unpacked[@]}"
 quietly "$cmake" --build "$work/build" --target threads_test
 make_data_folder "$work/data"
 make_data_folder "$work/other data"

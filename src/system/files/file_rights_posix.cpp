@@ -13,7 +13,7 @@
 namespace scrivalen {
 namespace {
 
-constexpr mode_t kRights = 0777;
+constexpr mode_t kAllRights = 0777;
 constexpr mode_t kOwner = 0700;
 constexpr const char* kListName = "system.posix_acl_access";
 
@@ -72,7 +72,7 @@ bool isNoWider(const NativePath& path, mode_t mode) noexcept {
   const int error = errno;
   struct stat status {};
   const AccessList list(path);
-  const bool isNarrow = ::stat(path.c_str(), &status) == 0 && (status.st_mode & kRights & ~(mode | kOwner)) == 0 &&
+  const bool isNarrow = ::stat(path.c_str(), &status) == 0 && (status.st_mode & kAllRights & ~(mode | kOwner)) == 0 &&
                         !list.exists() && !list.isUnknown();
   errno = error;
   return isNarrow;
@@ -119,7 +119,7 @@ bool copyRights(const std::wstring& from, const std::wstring& to) noexcept {
   const struct stat now = withOwnerOf(old, target);
   const bool keepsOwner = now.st_uid == old.st_uid;
   const bool keepsGroup = now.st_gid == old.st_gid;
-  mode_t mode = narrowed(old.st_mode & kRights, keepsOwner, keepsGroup);
+  mode_t mode = narrowed(old.st_mode & kAllRights, keepsOwner, keepsGroup);
   if (list.exists()) {
     const mode_t common = list.commonBits();
     const mode_t most = groupBits(old.st_mode) | otherBits(old.st_mode);
