@@ -7,7 +7,7 @@
 namespace scrivalen::document {
 namespace {
 
-std::string_view elementOf(Span span) {
+std::string_view elementOfSpan(Span span) {
   switch (span) {
     case Span::Strong: return "strong";
     case Span::Emphasis: return "emphasis";
@@ -25,8 +25,8 @@ std::string_view elementOf(Span span) {
 
 void XmlSpans::write(const Event& event) {
   switch (event.kind) {
-    case EventKind::BeginSpan: return markup_.putElement(elementOf(event.span));
-    case EventKind::EndSpan: return markup_.putEnd(elementOf(event.span));
+    case EventKind::BeginSpan: return markup_.putElement(elementOfSpan(event.span));
+    case EventKind::EndSpan: return markup_.putEnd(elementOfSpan(event.span));
     case EventKind::BeginColored: return beginColored(event);
     case EventKind::EndColored: return markup_.putEnd("colored");
     case EventKind::BeginSized: return beginSized(event);
