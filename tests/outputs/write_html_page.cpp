@@ -1,8 +1,9 @@
-// Writes a page with every kind of block, span and table on standard output.
+// Writes a page, or compiled help, with every kind of block, span and table on standard output.
 //
-//   scrivalen_write_html_page LANGUAGE [PICTURE]
+//   scrivalen_write_html_page LANGUAGE [PICTURE [chm]]
 #include "document/document.h"
 #include "document/pictures/picture.h"
+#include "formats/help/document/help_writer.h"
 #include "formats/markup/html/html_writer.h"
 
 #include <cstdio>
@@ -13,6 +14,7 @@ using namespace scrivalen::document;
 namespace {
 
 constexpr Format kHtml{"html", &createHtmlDocumentWriter};
+constexpr Format kHelp{"chm", &scrivalen::help::createHelpDocumentWriter, "html"};
 
 int writeToOutput(void* file, const void* data, std::size_t size) {
   return std::fwrite(data, 1, size, static_cast<std::FILE*>(file)) == size ? 0 : 5;
@@ -61,6 +63,7 @@ void writeText(Document& document) {
   writeLink(document, "https://example.org/a b?c[]=1&d=100%#e#f", "A link");
   writeLink(document, "#text & more", "a link inside");
   writeLink(document, "#50% <x>", "another one");
+  writeLink(document, "#s2", "the next section");
   writeLink(document, "javascript:alert(1)", "no link");
   document.anchor("50% <x>");
   document.beginLanguage("he");
@@ -165,7 +168,7 @@ void writeDocument(Document& document) {
 
 int main(int argc, char** argv) {
   Document document;
-  document.addStream(kHtml, &writeToOutput, stdout);
+  document.addStream(argc > 3 ? kHelp : kHtml, &writeToOutput, stdout);
   document.set("title", "A report & its \"title\"");
   document.set("author", "Jane <Doe>");
   document.set("subject", "All that a page may contain");

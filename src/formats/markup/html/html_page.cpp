@@ -37,7 +37,7 @@ void appendMeta(std::string& head, std::string_view name, std::string_view value
 }
 
 // A title of no character is not allowed (HTML, 4.2.2).
-std::string titleElement(std::string_view title) {
+std::string titleText(std::string_view title) {
   return title.find_first_not_of(' ') == title.npos ? "-" : escaped(title);
 }
 
@@ -49,7 +49,7 @@ std::string htmlElement(std::string_view language) {
 std::string ownHead(const FormatSettings& settings, std::string_view title, std::string_view metas,
                     std::string_view style) {
   std::string head = htmlElement(settings.text("language"));
-  head.append("<head>\n").append(metas).append("<title>").append(titleElement(title)).append("</title>\n");
+  head.append("<head>\n").append(metas).append("<title>").append(titleText(title)).append("</title>\n");
   appendMeta(head, "author", settings.text("author"));
   appendMeta(head, "description", settings.text("subject"));
   appendMeta(head, "keywords", settings.text("keywords"));
