@@ -9,7 +9,7 @@
 namespace scrivalen {
 namespace {
 
-struct Range {
+struct DirectedRange {
   char32_t first;
   char32_t last;
   Direction direction;
@@ -21,7 +21,7 @@ constexpr Direction kRight = Direction::RightToLeft;
 // What is not written from left to right, from UnicodeData.txt's bidirectional classes (Unicode 15.0): R and AL, and
 // those of no direction, or of numbers. A range may contain marks and unassigned numbers. Symbols among the letters of
 // other scripts are left out: in running text they are beside a letter of theirs.
-constexpr Range kRanges[] = {
+constexpr DirectedRange kRanges[] = {
     {0x0000, 0x0040, kNeutral},   {0x005B, 0x0060, kNeutral},   {0x007B, 0x00A9, kNeutral},
     {0x00AB, 0x00B4, kNeutral},   {0x00B6, 0x00B9, kNeutral},   {0x00BB, 0x00BF, kNeutral},
     {0x00D7, 0x00D7, kNeutral},   {0x00F7, 0x00F7, kNeutral},   {0x02B9, 0x02BA, kNeutral},
@@ -86,8 +86,9 @@ const char* skipAscii(const char* at, const char* end) {
 }  // namespace
 
 Direction directionOf(char32_t c) {
-  const auto* const range = std::lower_bound(std::begin(kRanges), std::end(kRanges), c,
-                                             [](const Range& before, char32_t value) { return before.last < value; });
+  const auto* const range =
+      std::lower_bound(std::begin(kRanges), std::end(kRanges), c,
+                       [](const DirectedRange& before, char32_t value) { return before.last < value; });
   return range != std::end(kRanges) && range->first <= c ? range->direction : Direction::LeftToRight;
 }
 
