@@ -28,8 +28,10 @@ constexpr Range kBlanks[] = {{0xA0, 0xA0},     {0x1680, 0x1680}, {0x2000, 0x200A
                              {0x202F, 0x202F}, {0x205F, 0x205F}, {0x3000, 0x3000}};
 // Blocks of letters without any punctuation: Latin, Greek, Cyrillic, kana, Chinese and Korean ones.
 constexpr Range kLetters[] = {{0xC0, 0xD6},     {0xD8, 0xF6},     {0xF8, 0x2AF},    {0x370, 0x373},   {0x386, 0x386},
-                              {0x388, 0x481},   {0x48A, 0x52F},   {0x1E00, 0x1FBC}, {0x3041, 0x3096}, {0x30A1, 0x30FA},
-                              {0x3400, 0x4DBF}, {0x4E00, 0x9FFF}, {0xAC00, 0xD7A3}};
+                              {0x388, 0x481},   {0x48A, 0x52F},   {0x531, 0x556},   {0x561, 0x587},   {0x5D0, 0x5EA},
+                              {0x620, 0x64A},   {0x671, 0x6D3},   {0x904, 0x939},   {0xE01, 0xE30},   {0x10D0, 0x10FA},
+                              {0x1E00, 0x1FBC}, {0x3041, 0x3096}, {0x30A1, 0x30FA}, {0x3400, 0x4DBF}, {0x4E00, 0x9FFF},
+                              {0xAC00, 0xD7A3}};
 
 bool isAmong(const auto& ranges, char32_t c) {
   return std::any_of(std::begin(ranges), std::end(ranges),
@@ -47,12 +49,19 @@ std::size_t startOfLast(std::string_view text) {
   return start;
 }
 
+// Whether a text that begins with "&" begins with what could be a character reference.
+bool beginsWithReference(std::string_view text) {
+  const auto isInName = [](char c) { return isAsciiLetter(c) || isAsciiDigit(c) || c == '#'; };
+  const auto end = std::find_if_not(text.begin() + 1, text.end(), isInName);
+  return end != text.end() && *end == ';';
+}
+
 void appendEscaped(std::string& out, std::string_view text, std::string_view special) {
-  for (const char c : text) {
-    if (special.find(c) != special.npos) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (special.find(text[i]) != special.npos && (text[i] != '&' || beginsWithReference(text.substr(i)))) {
       out += '\\';
     }
-    out += c;
+    out += text[i];
   }
 }
 

@@ -88,6 +88,33 @@ TEST(MarkdownDocumentWriter, WritesALetterAsAReferenceWhereItWouldPreventAMark) 
   EXPECT_EQ(document.bytes(), "**\"b\"**&#99; &#100;**(e)**\n");
 }
 
+TEST(MarkdownDocumentWriter, KnowsTheLettersOfManyScripts) {
+  for (const char* letter : {"\u00E9", "\u03C9", "\u0436", "\u0565", "\u05D0", "\u0648", "\u06A9", "\u0905", "\u0E01",
+                             "\u10D0", "\u3042", "\u4E2D", "\uD55C"}) {
+    MarkdownDocument document;
+    document.beginParagraph(Align::Auto);
+    document.text(letter);
+    document.addSpan(Span::Strong, letter);
+    document.text(letter);
+    document.end();
+    EXPECT_EQ(document.bytes(), std::string(letter) + "**" + letter + "**" + letter + "\n");
+  }
+}
+
+TEST(MarkdownDocumentWriter, EscapesInAddressesOnlyWhatCouldBeACharacterReference) {
+  const auto linkTo = [](std::string_view address) {
+    MarkdownDocument document;
+    document.beginParagraph(Align::Auto);
+    document.beginLink(address, {});
+    document.text("x");
+    document.end();
+    document.end();
+    return document.bytes();
+  };
+  EXPECT_EQ(linkTo("https://example.org/a?b=c&d=e&"), "[x](https://example.org/a?b=c&d=e&)\n");
+  EXPECT_EQ(linkTo("a?b&amp;c&#38;d&;e"), "[x](a?b\\&amp;c\\&#38;d\\&;e)\n");
+}
+
 TEST(MarkdownDocumentWriter, JoinsSpansThatTouch) {
   MarkdownDocument document;
   document.beginParagraph(Align::Auto);
