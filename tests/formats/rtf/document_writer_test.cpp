@@ -139,6 +139,25 @@ TEST(RtfDocument, LinksToAddressesAndPlaces) {
             "{\\*\\bkmkstart there}{\\*\\bkmkend there}\\par\n");
 }
 
+TEST(RtfDocument, HasNoAddressThatMayRunAProgram) {
+  for (const char* address : {"javascript:alert(1)", " JavaScript:x", "ms-msdt:/id", "macro:x", "data:text/html,x"}) {
+    std::vector<Warning> warnings;
+    const std::string rtf = rtfOf(
+        [&](Document& document) {
+          document.beginParagraph(Align::Auto);
+          document.beginLink(address, "t");
+          document.text("x");
+          document.end();
+          document.end();
+        },
+        {}, &warnings);
+    EXPECT_EQ(rtf.find("HYPERLINK"), std::string::npos) << address;
+    EXPECT_NE(rtf.find(" {{{x}}}\\par\n"), std::string::npos) << address;
+    ASSERT_EQ(warnings.size(), 1U) << address;
+    EXPECT_EQ(warnings[0].message, "the address of a link that may run a program");
+  }
+}
+
 TEST(RtfDocument, ShortensNamesOfPlacesTheSameWayEverywhere) {
   const std::string id = "a place whose name is longer than Word takes";
   const std::string name = "a_place_whose_name_is_longer_t_7A4B2C34";

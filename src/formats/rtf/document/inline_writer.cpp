@@ -3,6 +3,7 @@
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/prolog/languages.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
+#include "text/address.h"
 
 #include <algorithm>
 #include <cmath>
@@ -127,8 +128,13 @@ void InlineWriter::beginSized(double points) {
 }
 
 void InlineWriter::beginLink(const Event& event) {
-  beginLinkField(*out_, event.address, event.title);
-  if (!event.address.empty()) {
+  const bool isSafe = !runsProgram(event.address, AddressUse::Link);
+  if (!isSafe) {
+    warnings_.add(WarningCode::SomethingLeftOut, "the address of a link that may run a program");
+  }
+  const std::string_view address = isSafe ? event.address : std::string_view();
+  beginLinkField(*out_, address, event.title);
+  if (!address.empty()) {
     put(*out_, "\\ul\\cf", colors_.indexOf(kLinkColor));
     out_->put(' ');
   }
