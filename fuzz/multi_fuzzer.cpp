@@ -1,3 +1,6 @@
+#include "document_check.h"
+#include "formats/document_formats.h"
+#include "formats/document_report.h"
 #include "formats/help/chm_report.h"
 #include "formats/markup/xml_report.h"
 #include "formats/pdf/layout/pdf_report.h"
@@ -16,6 +19,7 @@
 #include <cstdlib>
 #include <iterator>
 #include <string>
+#include <string_view>
 #include <vector>
 
 using scrivalen::fuzz::Input;
@@ -34,12 +38,19 @@ const PrivateFolder& folder() {
 struct Format {
   REPORT_FORMAT format = FORMAT_TEXT;
   const char* extension = "";
-  int oneIn = 1;  // runs; a spreadsheet or a help file takes as long as a hundred other files
+  int oneIn = 1;                   // runs; a spreadsheet or a help file takes as long as a hundred other files
+  const char* document = nullptr;  // its name as a document
 };
 
 constexpr Format kFormats[] = {{FORMAT_RTF, "rtf", 2},  {FORMAT_HTML, "html", 2}, {FORMAT_XML, "xml", 2},
                                {FORMAT_TEXT, "txt", 2}, {FORMAT_PDF, "pdf", 2},   {FORMAT_EXCEL, "xlsx", 32},
                                {FORMAT_CHM, "chm", 32}};
+
+constexpr Format kDocuments[] = {
+    {FORMAT_DOCUMENT_RTF, "document.rtf", 1, "rtf"},         {FORMAT_DOCUMENT_HTML, "document.html", 1, "html"},
+    {FORMAT_DOCUMENT_XML, "document.xml", 1, "xml"},         {FORMAT_DOCUMENT_TEXT, "document.txt", 1, "text"},
+    {FORMAT_DOCUMENT_PDF, "document.pdf", 1, "pdf"},         {FORMAT_DOCUMENT_EXCEL, "document.xlsx", 1, "xlsx"},
+    {FORMAT_DOCUMENT_MARKDOWN, "document.md", 1, "markdown"}};
 
 // The settings of a run, made before its first call.
 struct Plan {
@@ -67,6 +78,9 @@ Plan planOf(Input& input) {
     if (input.byte() % format.oneIn == format.oneIn / 2) {
       plan.formats.push_back(format);
     }
+  }
+  if (const auto document = static_cast<std::size_t>(flags / 32); document > 0) {
+    plan.formats.push_back(kDocuments[document - 1]);
   }
   plan.title = input.text();
   plan.property = input.text();
@@ -403,17 +417,20 @@ Results playTogether(Bytes bytes) {
   return results;
 }
 
-template <class Report>
-Results playAlone(const Format& format, Bytes bytes) {
+template <class Report, typename... Arguments>
+Results playAlone(const Format& format, Bytes bytes, const Arguments&... arguments) {
   Input input(bytes.data, bytes.size);
   const Plan plan = planOf(input);
-  Report report;
+  Report report(arguments...);
   report.SetOutputFileName(pathOf(format, "alone").c_str());
   report.SetTemplateFileName(templateOf(plan));
   return play(report, plan, input);
 }
 
 Results playAlone(const Format& format, Bytes bytes) {
+  if (format.document) {
+    return playAlone<scrivalen::DocumentReport>(format, bytes, *scrivalen::documentFormatOf(format.document));
+  }
   switch (format.format) {
     case FORMAT_RTF: return playAlone<RTFReport>(format, bytes);
     case FORMAT_HTML: return playAlone<HtmlReport>(format, bytes);
@@ -511,13 +528,16 @@ void checkPages(const Format& format, const Plan& plan, Bytes bytes, const std::
 
 // Texts of the classic form are not escaped in PDF and RTF, so only a conforming file can be parsed whatever its
 // content.
-void checkNested(const Format& format, const Plan& plan, const std::string& bytes) {
+void checkNested(const Format& format, bool conforming, const std::string& bytes) {
+  const std::string extension = format.extension;
   std::string problem;
-  if (format.format == FORMAT_XML) {
-    problem = scrivalen::fuzz::problemOfXml(bytes);
-  } else if (format.format == FORMAT_RTF && plan.conforming) {
-    problem = scrivalen::fuzz::problemOfRtf(bytes);
-  } else if (format.format == FORMAT_PDF && plan.conforming) {
+  if (extension.ends_with("xml")) {
+    problem = format.document ? scrivalen::fuzz::problemOfTags(bytes) : scrivalen::fuzz::problemOfXml(bytes);
+  } else if (extension.ends_with("rtf") && conforming) {
+    // A line feed comes after the outermost group of a document.
+    problem =
+        scrivalen::fuzz::problemOfRtf(std::string_view(bytes).substr(0, bytes.size() - (format.document ? 1 : 0)));
+  } else if (extension.ends_with("pdf") && conforming) {
     const scrivalen::test::PdfStructure structure(bytes, true);
     problem = structure.problems().empty() ? "" : structure.problems().front();
   }
@@ -531,10 +551,12 @@ void check(const Format& format, const Plan& plan, const Results& results, Bytes
     return require(results.close != REPORT_OK && alone.empty() && together.empty(), format, "made without a compiler");
   }
   require(results == Results{}, format, "it did not open or close");
-  require(!alone.empty() || format.format == FORMAT_TEXT, format, "the file is empty");
+  const bool mayBeEmpty = format.format == FORMAT_TEXT || format.format == FORMAT_DOCUMENT_TEXT ||
+                          format.format == FORMAT_DOCUMENT_MARKDOWN;
+  require(!alone.empty() || mayBeEmpty, format, "the file is empty");
   require(alone == together, format, "a MultiReport writes a different file");
-  if (plan.nested) {
-    checkNested(format, plan, alone);
+  if (plan.nested || format.document) {
+    checkNested(format, plan.conforming || format.document, alone);
   }
   if (format.format == FORMAT_HTML) {
     checkPages(format, plan, bytes, alone);
@@ -547,6 +569,8 @@ extern "C" int LLVMFuzzerInitialize(int*, char***) {
   scrivalen::SetLogHandler([](const wchar_t*) {});
   scrivalen::SetErrorBoxHandler([](const wchar_t*, const wchar_t*) {});
   scrivalen::SetClockHandler([] { return std::int64_t{1700000000}; });
+  // Private files must not be left behind either.
+  setenv("TMPDIR", folder().path().c_str(), 1);
   // Hides the help compiler, which would take a second each time.
   return setenv("PATH", folder().path().c_str(), 1);
 }
