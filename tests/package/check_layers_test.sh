@@ -31,6 +31,7 @@ write_tree() {
   put src/formats/pdf/layout/pages.cpp '"formats/pdf/fonts/fonts.h"'
   put src/formats/pdf/fonts/fonts.h '"formats/pdf/objects/file.h"'
   put src/formats/pdf/layout/document.cpp '"scrivalen/pdf_doc.h"'
+  put src/formats/rtf/document/tables/table_writer.cpp '"formats/rtf/document/escape.h"'
   put src/formats/multi_report.cpp '"formats/rtf/rtf_report.h"'
   put include/scrivalen/report.h '<scrivalen/export.h>'
   put include/scrivalen/multi_report.h '<scrivalen/report.h>'
@@ -69,6 +70,8 @@ expect_found src/formats/multi_report.cpp '"api/document_api.h"' "above"
 expect_found src/report/report.cpp '"scrivalen/html_report.h"' "above"
 expect_found src/formats/rtf/rtf_doc.cpp '"formats/markup/html.h"' "another format"
 expect_found src/formats/rtf/rtf_doc.cpp '"scrivalen/pdf_doc.h"' "another format"
+expect_found src/formats/rtf/document/prolog/prolog.cpp '"formats/rtf/rtf_doc.h"' "another format"
+expect_found src/formats/rtf/rtf_doc.cpp '"formats/rtf/document/escape.h"' "another format"
 expect_found src/formats/markup/html.cpp '"formats/help/help_project.h"' "another format"
 expect_found src/formats/markup/xml_writer.cpp '"formats/markup/html/html_links.h"' "another format"
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/layout/pages.h"' "another format"
