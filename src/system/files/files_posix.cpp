@@ -247,7 +247,11 @@ bool readAt(NativeFile file, std::uint64_t offset, void* data, std::size_t size)
   return true;
 }
 
-bool closeFile(NativeFile file) noexcept { return ::close(descriptor(file)) == 0; }
+// A process that another thread is starting has the file open, too, until it runs its program, and would hold the lock.
+bool closeFile(NativeFile file) noexcept {
+  ::flock(descriptor(file), LOCK_UN);
+  return ::close(descriptor(file)) == 0;
+}
 
 bool pathExists(const std::wstring& path) noexcept {
   struct stat status {};

@@ -17,6 +17,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace scrivalen;
@@ -143,6 +144,30 @@ template <typename Action>
 }
 
 }  // namespace
+
+// A process that another thread starts has all files open until it runs its program.
+TEST(Files, AreFreeOnceClosedThoughAProcessInheritedThem) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"a";
+  int ends[2];
+  ASSERT_EQ(::pipe(ends), 0);
+  File file = openExclusive(path);
+  ASSERT_TRUE(file);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    ::close(ends[1]);
+    char byte = 0;
+    ::_exit(::read(ends[0], &byte, 1) == 0 ? 0 : 1);
+  }
+  EXPECT_TRUE(file.close());
+  EXPECT_TRUE(openForReading(path)) << errno;
+  EXPECT_TRUE(openExclusive(path)) << errno;
+  ::close(ends[1]);
+  ::close(ends[0]);
+  int status = -1;
+  EXPECT_EQ(::waitpid(child, &status, 0), child);
+  EXPECT_EQ(status, 0);
+}
 
 TEST(Files, InterruptEndsAnOpenThatWaits) {
   const TemporaryFolder folder;
