@@ -42,19 +42,17 @@ struct Choice {
   Format format;
   const char* from;
   bool unsafe;
-  bool classic;
   std::vector<std::string> options;
 };
 
 Choice choiceOf(unsigned how, unsigned flags) {
-  Choice choice{kFormats[how % std::size(kFormats)], "markdown", (flags & 1) != 0, (flags & 2) != 0, {}};
+  Choice choice{kFormats[how % std::size(kFormats)], "markdown", (flags & 1) != 0, {}};
   const auto add = [&](unsigned flag, std::vector<std::string> options) {
     if ((flags & flag) != 0) {
       choice.options.insert(choice.options.end(), options.begin(), options.end());
     }
   };
   add(1, {"--unsafe"});
-  add(2, {"--classic"});
   add(4, {"--toc"});
   add(8, {"--landscape"});
   add(16, {"--single-byte"});
@@ -111,14 +109,13 @@ std::string problemOfPdf(const std::string& bytes) {
 
 std::string problemOfWorkbook(const std::string& bytes) { return bytes.starts_with("PK\x03\x04") ? "" : "no archive"; }
 
-// Classic forms are not escaped, so their output cannot be checked.
 std::string problemOf(const Choice& choice, const std::string& bytes) {
   switch (choice.format) {
     case Format::Html:
     case Format::Chm: return choice.unsafe ? "" : scrivalen::fuzz::problemOfPages(bytes);
     case Format::Xml: return scrivalen::fuzz::problemOfXml(bytes);
-    case Format::Rtf: return choice.classic ? "" : scrivalen::fuzz::problemOfRtf(bytes);
-    case Format::Pdf: return choice.classic ? "" : problemOfPdf(bytes);
+    case Format::Rtf: return scrivalen::fuzz::problemOfRtf(bytes);
+    case Format::Pdf: return problemOfPdf(bytes);
     case Format::Xlsx: return problemOfWorkbook(bytes);
     case Format::Text: break;
   }
@@ -150,7 +147,7 @@ void useOwnDataFolder() {
   HtmlReport().MakeTemplateName(templates, L"");
   fs::copy(scrivalen::narrowPath(templates), path / "tmpl");
   fs::create_directory(path / "hhc");
-  std::ofstream(path / "hhc/hhc.exe") << "#!/bin/sh\n/bin/cat \"${1%/*}\"/*.htm >\"${1%/*}/report.chm\"\n";
+  std::ofstream(path / "hhc/hhc.exe") << "#!/bin/sh\n/bin/cat *.htm >report.chm\n";
   fs::permissions(path / "hhc/hhc.exe", fs::perms::owner_all);
   scrivalen::SetDataFolder(data.widePath().c_str());
 }

@@ -4,8 +4,8 @@ namespace scrivalen::command {
 namespace {
 
 // Whether a link's text already shows its address, as in <https://example.org> and <me@example.org>.
-bool showsAddress(std::wstring_view text, std::wstring_view address) {
-  for (const std::wstring_view prefix : {L"", L"mailto:", L"http://", L"https://"}) {
+bool showsAddress(std::string_view text, std::string_view address) {
+  for (const std::string_view prefix : {"", "mailto:", "http://", "https://"}) {
     if (address.size() == prefix.size() + text.size() && address.starts_with(prefix) && address.ends_with(text)) {
       return true;
     }
@@ -15,15 +15,15 @@ bool showsAddress(std::wstring_view text, std::wstring_view address) {
 
 }  // namespace
 
-std::wstring withAddress(std::wstring_view text, std::wstring_view address) {
-  std::wstring result(text);
-  if (address.empty() || address.starts_with(L'#') || showsAddress(text, address)) {
+std::string withAddress(std::string_view text, std::string_view address) {
+  std::string result(text);
+  if (address.empty() || address.starts_with('#') || showsAddress(text, address)) {
     return result;
   }
   if (text.empty()) {
-    return std::wstring(address);
+    return std::string(address);
   }
-  return result.append(L" (").append(address).append(L")");
+  return result.append(" (").append(address).append(")");
 }
 
 }  // namespace scrivalen::command

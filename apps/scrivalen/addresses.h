@@ -8,6 +8,6 @@ namespace scrivalen::command {
 
 /// Returns a link's text followed by its address in parentheses. The address is left out if the text already shows it
 /// or if it is an anchor of the document. The result begins with the text.
-std::wstring withAddress(std::wstring_view text, std::wstring_view address);
+std::string withAddress(std::string_view text, std::string_view address);
 
 }  // namespace scrivalen::command

@@ -1,8 +1,6 @@
 #include "formats.h"
 
 #include "text/ascii.h"
-#include "texts.h"
-#include "writers/writers.h"
 
 #include <algorithm>
 
@@ -10,9 +8,8 @@ namespace scrivalen::command {
 namespace {
 
 constexpr Format kFormats[] = {
-    {"text", "txt", &createTextWriter}, {"html", "html htm", &createHtmlWriter}, {"xml", "xml", &createXmlWriter},
-    {"rtf", "rtf", &createRtfWriter},   {"pdf", "pdf", &createPdfWriter},        {"xlsx", "xlsx", &createXlsxWriter},
-    {"chm", "chm", &createChmWriter},
+    {"text", "txt"}, {"html", "html htm"}, {"xml", "xml"},   {"markdown", "md markdown"},
+    {"rtf", "rtf"},  {"pdf", "pdf"},       {"xlsx", "xlsx"}, {"chm", "chm"},
 };
 
 // Calls a function with each extension of a list until it returns true.

@@ -1,23 +1,21 @@
 #pragma once
 
-#include "events/document.h"
-
-#include <memory>
 #include <string>
 #include <string_view>
 
 namespace scrivalen::command {
 
+/// A format as users name it.
 struct Format {
-  std::string_view name;
-  std::string_view extensions;  ///< in lower case, separated by blanks
-  std::unique_ptr<DocumentWriter> (*createWriter)();
+  const char* name;             ///< as the library has it
+  std::string_view extensions;  ///< in lower case, with a blank between them
 };
 
-/// Finds a format by its name or by an extension without the dot, ignoring case. Returns null if there is none.
+/// @param nameOrExtension  in any case, an extension without its point
+/// @return null if there is no such format
 const Format* findFormat(std::string_view nameOrExtension);
 
-/// All extensions, as ".txt .html ...".
+/// The extensions of all formats, for messages: ".txt .html ...".
 std::string knownExtensions();
 
 }  // namespace scrivalen::command

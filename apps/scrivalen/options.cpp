@@ -37,7 +37,7 @@ struct RawOptions {
   std::vector<std::string> properties;
   std::string from;
   std::string templateName;
-  std::string separator = "\\t";
+  std::string separator;
   bool listTemplates = false;
 };
 
@@ -58,17 +58,17 @@ void addOptions(CLI::App& app, RawOptions& raw) {
                  "Fills the placeholder %NAME% of a template.\nMay be given several times")
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
-  app.add_option("--template", raw.templateName, "The template of HTML pages (default: default)")->type_name("NAME");
+  app.add_option("--template", raw.templateName, "A template for HTML pages")->type_name("NAME");
   app.add_flag("--list-templates", raw.listTemplates, "Print the names of the templates and exit");
   app.add_option("--styles", options.stylesFile, "A style sheet for spreadsheets")->type_name("FILE");
   app.add_flag("--landscape", options.landscape, "Use landscape pages");
-  app.add_flag("--single-byte", options.singleByte, "Write text with one byte a character, not UTF-16");
-  app.add_option("--separator", raw.separator, "The separator between cells in text output\n(default: \\t, a tab)")
+  app.add_flag("--single-byte", options.singleByte, "Write text in Latin-1, not UTF-8");
+  app.add_option("--separator", raw.separator,
+                 "What is between the cells of tables in text,\ninstead of aligned columns; \\t is a tab")
       ->type_name("TEXT");
-  app.add_flag("--toc", options.contents, "Begin with a table of contents, in formats with links");
+  app.add_flag("--toc", options.contents, "Begin with a table of contents");
   app.add_flag("--unsafe", options.unsafe,
                "Pass on the raw HTML of Markdown, and addresses\nthat run a program (javascript:)");
-  app.add_flag("--classic", options.classic, "Write each format's classic bytes instead of\nfollowing its standard");
   app.add_flag("--quiet", options.quiet, "Print errors only");
 }
 
@@ -138,16 +138,16 @@ std::pair<std::string, std::string> property(const std::string& argument) {
     throw UsageError("--property takes NAME=VALUE, not '" + argument + "'");
   }
   std::string name = argument.substr(0, equals);
-  if (name.find('%') == std::string::npos) {
-    name = '%' + name + '%';
+  if (name.size() > 2 && name.starts_with('%') && name.ends_with('%')) {
+    name = name.substr(1, name.size() - 2);
   }
-  if (name == "%TITLE%" || name == "%BODY%") {
-    throw UsageError("--property cannot set " + name + (name == "%TITLE%" ? "; use --title" : ""));
+  if (name == "TITLE" || name == "BODY") {
+    throw UsageError("--property cannot set %" + name + (name == "TITLE" ? "%; use --title" : "%"));
   }
   return {name, argument.substr(equals + 1)};
 }
 
-std::wstring chosenTemplate(const std::string& name) {
+std::string chosenTemplate(const std::string& name) {
   const auto file = templateFile(scrivalen::widePath(name));
   if (!file) {
     throw UsageError("there is no template '" + name + "'; see scrivalen --list-templates");

@@ -22,14 +22,13 @@ struct Options {
   InputFormat inputFormat = InputFormat::Markdown;
   std::vector<OutputRequest> outputs;
   std::optional<std::string> title;
-  std::vector<std::pair<std::string, std::string>> properties;  ///< placeholders with their percent signs, and values
-  std::wstring templateFile;                                    ///< empty: the default
+  std::vector<std::pair<std::string, std::string>> properties;  ///< names, without percent signs, and values
+  std::string templateFile;                                     ///< its path; empty: none
   std::string stylesFile;                                       ///< empty: none
-  std::string separator;
+  std::string separator;                                        ///< empty: aligned columns
   bool landscape = false;
   bool singleByte = false;
   bool contents = false;
-  bool classic = false;
   bool unsafe = false;  ///< pass on raw HTML and all addresses of Markdown
   bool quiet = false;
 };

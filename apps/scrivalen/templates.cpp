@@ -36,13 +36,6 @@ std::vector<std::wstring> templateFiles() {
   return *files;
 }
 
-void requireReadable(const std::wstring& file) {
-  const std::wstring path = templateFolder() + file;
-  if (!scrivalen::openForReading(path)) {
-    fail("template", path);
-  }
-}
-
 std::wstring withoutSuffix(const std::wstring& file) { return file.substr(0, file.size() - kSuffix.size()); }
 
 }  // namespace
@@ -53,11 +46,14 @@ std::vector<std::wstring> templateNames() {
   return names;
 }
 
-std::optional<std::wstring> templateFile(std::wstring_view name) {
+std::optional<std::string> templateFile(std::wstring_view name) {
   for (const std::wstring& file : templateFiles()) {
     if (scrivalen::equalIgnoringCase(file, name) || scrivalen::equalIgnoringCase(withoutSuffix(file), name)) {
-      requireReadable(file);
-      return file;
+      const std::wstring path = templateFolder() + file;
+      if (!scrivalen::openForReading(path)) {
+        fail("template", path);
+      }
+      return scrivalen::narrowPath(path);
     }
   }
   return std::nullopt;

@@ -7,17 +7,14 @@
 
 namespace scrivalen::command {
 
-/// The template of HTML pages that is used by default.
-inline constexpr const wchar_t* kDefaultTemplate = L"default.htm";
-
 // Each of these functions raises InputError if the folder of the templates, or a template in it, exists but cannot be
 // read. Falling back to another page would hide the error.
 
 /// The names of the templates, without ".htm", sorted.
 std::vector<std::wstring> templateNames();
 
-/// Finds a template by its name with or without ".htm", ignoring case, and makes sure that it is readable. Returns its
-/// file name, or nothing if there is no such template.
-std::optional<std::wstring> templateFile(std::wstring_view name);
+/// Finds a template by its name with or without ".htm", ignoring case, and makes sure that it is readable.
+/// @return its path, as narrowPath has it; nothing if there is no such template
+std::optional<std::string> templateFile(std::wstring_view name);
 
 }  // namespace scrivalen::command

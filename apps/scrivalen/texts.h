@@ -12,10 +12,6 @@ using scrivalen::replacedAll;
 using scrivalen::toUtf8;
 using scrivalen::toWide;
 
-/// The message for an output that cannot be written.
-/// @param reason  without it the message ends with the name
-std::string cannotWrite(std::string_view name, std::string_view reason = {});
-
 /// The system's text for its last error.
 std::string lastErrorText();
 

@@ -57,7 +57,7 @@ Status Document::set(std::string_view name, std::string_view value) {
   Replaced replaced;
   if (!Settings::isPath(name)) {
     text_.clear();
-    appendClean(text_, value, TextKind::Line, replaced);
+    appendClean(text_, value, Settings::keepsTabs(name) ? TextKind::Code : TextKind::Line, replaced);
     value = text_;
   }
   std::string reason;

@@ -49,6 +49,7 @@ constexpr int hexValue(Char c) {
 
 /// Compares texts ignoring the case of A to Z.
 bool equalIgnoringCase(std::wstring_view a, std::wstring_view b);
+bool equalIgnoringCase(std::string_view a, std::string_view b);
 bool endsWithIgnoringCase(std::wstring_view text, std::wstring_view suffix);
 
 }  // namespace scrivalen

@@ -6,13 +6,13 @@ namespace scrivalen::command {
 namespace {
 
 TEST(Addresses, FollowTheirTextInParentheses) {
-  EXPECT_EQ(withAddress(L"a", L"http://x"), L"a (http://x)");
-  EXPECT_EQ(withAddress(L"", L"http://x"), L"http://x");
+  EXPECT_EQ(withAddress("a", "http://x"), "a (http://x)");
+  EXPECT_EQ(withAddress("", "http://x"), "http://x");
 }
 
 TEST(Addresses, AreOmittedWhenTheyRepeatTheTextOrStayInTheDocument) {
-  EXPECT_EQ(withAddress(L"x.org", L"https://x.org"), L"x.org");
-  EXPECT_EQ(withAddress(L"a", L"#a"), L"a");
+  EXPECT_EQ(withAddress("x.org", "https://x.org"), "x.org");
+  EXPECT_EQ(withAddress("a", "#a"), "a");
 }
 
 }  // namespace

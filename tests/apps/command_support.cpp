@@ -4,8 +4,6 @@
 #include "system/files/files.h"
 #include "texts.h"
 
-#include <scrivalen/html_report.h>
-
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -14,19 +12,8 @@
 namespace scrivalen::command::test {
 namespace {
 
-constexpr std::string_view kTitle = "%TITLE%";
-constexpr std::string_view kBody = "%BODY%";
-
-std::string fromUtf16(std::string_view bytes) {
-  EXPECT_TRUE(bytes.starts_with("\xFF\xFE"));
-  std::wstring text;
-  for (std::size_t at = 2; at + 1 < bytes.size(); at += 2) {
-    const auto low = static_cast<unsigned char>(bytes[at]);
-    const auto high = static_cast<unsigned char>(bytes[at + 1]);
-    text += static_cast<wchar_t>(low | high << 8);
-  }
-  return toUtf8(text);
-}
+constexpr std::string_view kBodyStart = "<main>\n";
+constexpr std::string_view kBodyEnd = "</main>";
 
 std::string withoutNewlinesAround(std::string_view text) {
   while (text.starts_with('\n')) {
@@ -36,26 +23,6 @@ std::string withoutNewlinesAround(std::string_view text) {
     text.remove_suffix(1);
   }
   return std::string(text);
-}
-
-// The parts of the default template between the title and the body, and after the body.
-struct Frame {
-  std::string before;
-  std::string after;
-};
-
-Frame defaultFrame() {
-  std::wstring path;
-  HtmlReport().MakeTemplateName(path, L"default.htm");
-  const std::string page = scrivalen::test::bytesOf(path);
-  const std::size_t title = page.find(kTitle);
-  const std::size_t body = page.find(kBody);
-  if (title == std::string::npos || body == std::string::npos) {
-    ADD_FAILURE() << "the default template lacks a placeholder: " << page;
-    return {};
-  }
-  const std::size_t start = title + kTitle.size();
-  return {page.substr(start, body - start), page.substr(body + kBody.size())};
 }
 
 std::string outputOf(std::string_view markdown, const std::string& output, CommandRun& run,
@@ -123,20 +90,16 @@ std::string CommandRun::path(std::string_view name) const { return scrivalen::na
 
 std::wstring CommandRun::widePath(std::string_view name) const { return folder_ / scrivalen::widePath(name); }
 
-std::string CommandRun::text(std::string_view name) const {
-  return replacedAll<char>(fromUtf16(bytes(name)), "\r\n", "\n");
-}
-
 std::string CommandRun::body(std::string_view name) const {
   const std::string page = bytes(name);
-  const Frame frame = defaultFrame();
-  const std::size_t begin = page.find(frame.before);
-  if (begin == std::string::npos || !page.ends_with(frame.after)) {
-    ADD_FAILURE() << "the page was not made with the default template: " << page;
+  const std::size_t begin = page.find(kBodyStart);
+  const std::size_t end = page.rfind(kBodyEnd);
+  if (begin == std::string::npos || end == std::string::npos) {
+    ADD_FAILURE() << "the page has no content: " << page;
     return page;
   }
-  const std::size_t start = begin + frame.before.size();
-  return withoutNewlinesAround(std::string_view(page).substr(start, page.size() - frame.after.size() - start));
+  const std::size_t start = begin + kBodyStart.size();
+  return withoutNewlinesAround(std::string_view(page).substr(start, end - start));
 }
 
 std::vector<std::string> CommandRun::names() const {
@@ -156,12 +119,12 @@ std::string htmlOf(std::string_view markdown, const std::vector<std::string>& op
 
 std::string textOf(std::string_view markdown, const std::vector<std::string>& options) {
   CommandRun run;
-  return run.text(outputOf(markdown, "out.txt", run, options));
+  return run.bytes(outputOf(markdown, "out.txt", run, options));
 }
 
 std::string xmlOf(std::string_view markdown) {
   CommandRun run;
-  return replacedAll<char>(run.bytes(outputOf(markdown, "out.xml", run)), "\r\n", "\n");
+  return run.bytes(outputOf(markdown, "out.xml", run));
 }
 
 }  // namespace scrivalen::command::test

@@ -64,9 +64,7 @@ class CommandRun {
   std::filesystem::path fsPath(std::string_view name) const { return scrivalen::test::asPath(widePath(name)); }
   bool has(std::string_view name) const { return scrivalen::test::exists(widePath(name)); }
   std::string bytes(std::string_view name) const { return scrivalen::test::bytesOf(widePath(name)); }
-  /// The text of an output in UTF-16LE with a byte order mark, its line ends converted to \n.
-  std::string text(std::string_view name) const;
-  /// The body of a page made with the default template, without the line ends around it.
+  /// The content of a page without a template, without the line ends around it.
   std::string body(std::string_view name) const;
   /// The names of all files in the folder, sorted.
   std::vector<std::string> names() const;

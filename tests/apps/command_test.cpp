@@ -33,22 +33,22 @@ TEST(Command, WritesEveryOutputInOneRun) {
   EXPECT_EQ(result.output, "");
   EXPECT_EQ(result.error, "");
   EXPECT_EQ(run.body("a.html"), "<h1 id=\"t\">T</h1>\n<p>x</p>");
-  EXPECT_EQ(run.text("b.txt"), "T\n=\n\nx\n");
-  EXPECT_NE(run.bytes("c").find("<text>T</text>"), std::string::npos);
+  EXPECT_EQ(run.bytes("b.txt"), "T\n=\n\nx\n");
+  EXPECT_NE(run.bytes("c").find("<paragraph>x</paragraph>"), std::string::npos);
 }
 
 TEST(Command, ReadsStandardInput) {
   CommandRun run;
   run.environment.input = "a,b\n1,2\n";
   EXPECT_EQ(run.run({"-", "--from", "csv", "-o", "@/a.txt"}).status, 0);
-  EXPECT_EQ(run.text("a.txt"), "a\tb\n1\t2\n");
+  EXPECT_EQ(run.bytes("a.txt"), "a  b\n-  -\n1  2\n");
 }
 
 TEST(Command, ReadsAnEmptyInput) {
   CommandRun run;
   EXPECT_EQ(run.with("in.md", "").run({"@/in.md", "-o", "@/a.html", "-o", "@/a.txt"}).status, 0);
   EXPECT_EQ(run.body("a.html"), "");
-  EXPECT_EQ(run.text("a.txt"), "");
+  EXPECT_EQ(run.bytes("a.txt"), "");
   EXPECT_EQ(run.with("in.csv", "").run({"@/in.csv", "-o", "@/b.html"}).status, 0);
   EXPECT_EQ(run.body("b.html"), "");
 }
@@ -66,9 +66,8 @@ TEST(Command, PicksATitle) {
 TEST(Command, AcceptsAnyCharactersInTheTitle) {
   CommandRun run;
   run.with("in.md", "x");
-  EXPECT_EQ(titleAfter(run, {"@/in.md", "--title", "<a> & \"b\" %BODY% €"}),
-            "&lt;a&gt; &amp; &quot;b&quot; &#37;BODY&#37; €");
-  EXPECT_EQ(run.body("out.html"), "<p>x</p>");
+  EXPECT_EQ(titleAfter(run, {"@/in.md", "--title", "<a> & \"b\" %BODY% €"}), "&lt;a&gt; &amp; &quot;b&quot; %BODY% €");
+  EXPECT_EQ(run.body("out.html"), "<h1 class=\"title\">&lt;a&gt; &amp; \"b\" %BODY% €</h1>\n<p>x</p>");
 }
 
 TEST(Command, WritesATableOfContentsOnRequest) {
@@ -76,9 +75,9 @@ TEST(Command, WritesATableOfContentsOnRequest) {
   run.with("in.md", "# T\n\n## A & **B**\n\n## C").run({"@/in.md", "--toc", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(run.body("a.html"),
             "<h1 id=\"t\">T</h1>\n"
-            "<ul><li><a href=\"#a--b\">A &amp; B</a></li><li><a href=\"#c\">C</a></li></ul>\n"
-            "<h2 id=\"a--b\">A &amp; <b>B</b></h2>\n<h2 id=\"c\">C</h2>");
-  EXPECT_EQ(run.text("a.txt"), "T\n=\n\nA & B\n-----\n\nC\n-\n");
+            "<nav>\n<ol>\n<li><a href=\"#a--b\">A &amp; B</a></li>\n<li><a href=\"#c\">C</a></li>\n</ol>\n</nav>\n"
+            "<h2 id=\"a--b\">A &amp; <strong>B</strong></h2>\n<h2 id=\"c\">C</h2>");
+  EXPECT_EQ(run.bytes("a.txt"), "T\n=\n\nA & B\nC\n\nA & B\n-----\n\nC\n-\n");
 }
 
 TEST(Command, WarnsOnceOfInvalidText) {
@@ -102,8 +101,8 @@ TEST(Command, ReadsATableExportedByASpreadsheet) {
   CommandRun run;
   using namespace std::string_literals;
   run.with("in.tsv", "\xFF\xFE"s + "a\0\t\0b\0\r\0\n\0\"\0x\0\n\0y\0\"\0\t\0\xAC\x20\r\0\n\0"s);
-  EXPECT_EQ(run.run({"@/in.tsv", "-o", "@/a.txt"}).status, 0);
-  EXPECT_EQ(run.text("a.txt"), "a\tb\nx y\t€\n");
+  EXPECT_EQ(run.run({"@/in.tsv", "--separator", "\\t", "-o", "@/a.txt"}).status, 0);
+  EXPECT_EQ(run.bytes("a.txt"), "a\tb\nx y\t€\n");
 }
 
 TEST(Command, ExitsWithStatusTwoAndOneLineOnAUsageError) {
@@ -148,9 +147,9 @@ TEST(Command, ExitsWithStatusOneWhenTheInputCannotBeRead) {
 
 TEST(Command, ExitsWithStatusOneWhenTheStyleSheetCannotBeRead) {
   CommandRun run;
-  const Result result = run.with("in.md", "x").run({"@/in.md", "--styles", "@/no.css", "-o", "@/a.html"});
+  const Result result = run.with("in.md", "x").run({"@/in.md", "--styles", "@/no.css", "-o", "@/a.xlsx"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_TRUE(result.error.starts_with("scrivalen: cannot read '@/no.css': ")) << result.error;
+  EXPECT_TRUE(result.error.starts_with("scrivalen: cannot read the style sheet '@/no.css': ")) << result.error;
 }
 
 TEST(Command, ReportsTheLineOfAMalformedTableAndWritesNoOutput) {
@@ -203,8 +202,9 @@ TEST(Command, FillsATemplateWithPropertiesOfAnyCharacters) {
                             .run({"@/in.md", "--template", page.name(), "--title", "%AUTHOR%", "--property",
                                   "AUTHOR=<Ä> %X% %BODY%", "--property", "%X%=\\ & €", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 0) << result.error;
-  EXPECT_EQ(run.bytes("a.html"),
-            "<t>&#37;AUTHOR&#37; &lt;Ä&gt; &#37;X&#37; &#37;BODY&#37; \\ &amp; €</t><body><p>a</p>\n</body>€");
+  EXPECT_EQ(
+      run.bytes("a.html"),
+      "<t>%AUTHOR% &lt;Ä&gt; %X% %BODY% \\ &amp; €</t><body><h1 class=\"title\">%AUTHOR%</h1>\n<p>a</p>\n</body>€");
 }
 
 TEST(Command, ListsTheTemplates) {

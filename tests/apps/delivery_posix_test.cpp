@@ -25,8 +25,8 @@ TEST(DeliveryPosix, ReportsAFullDiskInOneLineAndDeliversTheOtherOutputs) {
   for (const std::string format : {"html", "text", "xml", "rtf", "pdf", "xlsx"}) {
     const Result result = run.with("in.md", "x").run({"@/in.md", "-o", format + ":/dev/full", "-o", "@/b.txt"});
     EXPECT_EQ(result.status, 1);
-    EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n") << format;
-    EXPECT_EQ(run.text("b.txt"), "x\n");
+    EXPECT_EQ(result.error, "scrivalen: cannot write '/dev/full': No space left on device\n") << format;
+    EXPECT_EQ(run.bytes("b.txt"), "x\n");
   }
 }
 
@@ -35,7 +35,7 @@ TEST(DeliveryPosix, ReportsAFullDiskFoundBeforeTheEnd) {
   const std::string longText(300000, 'x');
   const Result result = run.with("in.md", longText).run({"@/in.md", "-o", "html:/dev/full"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
+  EXPECT_EQ(result.error, "scrivalen: cannot write '/dev/full': No space left on device\n");
 }
 
 TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
@@ -45,7 +45,7 @@ TEST(DeliveryPosix, StopsReadingOnceNoOutputHasRoom) {
     const Result result = run.run({"-", "--from", "csv", "-o", format + ":/dev/full", "-o", "@/missing/b.txt"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error,
-              "scrivalen: File write error for '/dev/full'. No space left on device\n"
+              "scrivalen: cannot write '/dev/full': No space left on device\n"
               "scrivalen: cannot write '@/missing/b.txt': No such file or directory\n");
     EXPECT_LT(table.read(), LongTable::kSize / 8) << format;
   }
@@ -56,7 +56,9 @@ TEST(DeliveryPosix, ReadsOnForAnOutputThatHasRoom) {
   const LongTable table(run.environment);
   const Result result = run.run({"-", "--from", "csv", "-o", "html:/dev/full", "-o", "text:/dev/null"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.error, "scrivalen: File write error for '/dev/full'. No space left on device\n");
+  EXPECT_EQ(result.error,
+            "scrivalen: cannot write '/dev/full': No space left on device\n"
+            "scrivalen: warning: '-': rows with fewer cells than their table has columns\n");
   EXPECT_EQ(table.read(), LongTable::kSize);
 }
 
@@ -72,7 +74,7 @@ TEST(DeliveryPosix, StopsReadingWhenTheTargetsDiskIsFull) {
               const bool isEarly = table.read() < LongTable::kSize / 8;
               return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, target, "TARGET");
             }),
-            "early: scrivalen: File write error for 'TARGET'. No space left on device\n");
+            "early: scrivalen: cannot write 'TARGET': No space left on device\n");
 }
 
 TEST(DeliveryPosix, ReportsThatStandardOutputIsFull) {
@@ -143,12 +145,12 @@ TEST(DeliveryPosix, AcceptsFileNamesThatAreNotUtf8) {
     for (int i = 0; i < 2; ++i) {
       const Result result = run.run({"@/\xE4.md", "-o", "@/" + name});
       EXPECT_EQ(result.status, 0) << result.error;
-      EXPECT_EQ(run.text(name), "x\n");
+      EXPECT_EQ(run.bytes(name), "x\n");
     }
   }
   EXPECT_EQ(run.names(), (Names{"b\xE4\xC3.txt", "\xE4.md", "\xE4.txt"}));
   EXPECT_EQ(run.run({"@/\xE4.md", "-o", "@/no/\xFF.txt"}).error,
-            "scrivalen: cannot write '@/no/\xFF.txt': No such file or directory\n");
+            "scrivalen: cannot write '@/no/\xEF\xBF\xBD.txt': No such file or directory\n");
 }
 
 TEST(DeliveryPosix, ReplacesTheTargetOfALink) {
@@ -157,7 +159,7 @@ TEST(DeliveryPosix, ReplacesTheTargetOfALink) {
   fs::create_symlink("real.txt", run.fsPath("link.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/link.txt"}).status, 0);
   EXPECT_TRUE(fs::is_symlink(run.fsPath("link.txt")));
-  EXPECT_EQ(run.text("real.txt"), "new\n");
+  EXPECT_EQ(run.bytes("real.txt"), "new\n");
 }
 
 TEST(DeliveryPosix, CreatesTheMissingTargetOfALink) {
@@ -166,7 +168,7 @@ TEST(DeliveryPosix, CreatesTheMissingTargetOfALink) {
   fs::create_symlink("real.txt", run.fsPath("link.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/link.txt"}).status, 0);
   EXPECT_TRUE(fs::is_symlink(run.fsPath("link.txt")));
-  EXPECT_EQ(run.text("real.txt"), "new\n");
+  EXPECT_EQ(run.bytes("real.txt"), "new\n");
   fs::create_symlink("other.txt", run.fsPath("second.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/second.txt", "-o", "@/other.txt"}).error,
             "scrivalen: two outputs have the name '@/other.txt'\n");
@@ -199,7 +201,7 @@ TEST(DeliveryPosix, ReplacesOnlyOneOfSeveralHardLinks) {
   run.with("in.md", "new").with("a.txt", "old");
   fs::create_hard_link(run.fsPath("a.txt"), run.fsPath("b.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.txt"}).status, 0);
-  EXPECT_EQ(run.text("a.txt"), "new\n");
+  EXPECT_EQ(run.bytes("a.txt"), "new\n");
   EXPECT_EQ(run.bytes("b.txt"), "old");
 }
 

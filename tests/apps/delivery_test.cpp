@@ -13,7 +13,7 @@ using Names = std::vector<std::string>;
 TEST(Delivery, ReplacesAnExistingFileAndLeavesNothingElse) {
   CommandRun run;
   EXPECT_EQ(run.with("in.md", "new").with("a.txt", "old").run({"@/in.md", "-o", "@/a.txt"}).status, 0);
-  EXPECT_EQ(run.text("a.txt"), "new\n");
+  EXPECT_EQ(run.bytes("a.txt"), "new\n");
   EXPECT_EQ(run.names(), (Names{"a.txt", "in.md"}));
 }
 
@@ -23,7 +23,7 @@ TEST(Delivery, ReportsAFailedOutputAndDeliversTheOthers) {
   EXPECT_EQ(result.status, 1);
   EXPECT_TRUE(result.error.starts_with("scrivalen: cannot write '@/no/a.html': ")) << result.error;
   EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1);
-  EXPECT_EQ(run.text("b.txt"), "x\n");
+  EXPECT_EQ(run.bytes("b.txt"), "x\n");
   EXPECT_EQ(run.names(), (Names{"b.txt", "in.md"}));
 }
 
@@ -109,7 +109,7 @@ TEST(Delivery, ReplacesAFileWithANonAsciiPath) {
     for (int i = 0; i < 2; ++i) {
       const Result result = run.run({"@/in.md", "-o", "@/" + name, "-o", "@/other.txt"});
       EXPECT_EQ(result.status, 0) << name << ": " << result.error;
-      EXPECT_EQ(run.text(name), "x\n");
+      EXPECT_EQ(run.bytes(name), "x\n");
     }
   }
   EXPECT_EQ(run.names(), (Names{"in.md", "ordner-ü", "other.txt", "ä.txt"}));
@@ -120,7 +120,7 @@ TEST(Delivery, AcceptsAnyFileName) {
   run.with("-ein 'Bär'.md", "x");
   for (const std::string name : {"-a.txt", "ä ö € 日本.txt", "it's.txt", "a;b&c%PATH%.txt"}) {
     EXPECT_EQ(run.run({"@/-ein 'Bär'.md", "-o", "@/" + name}).status, 0) << name;
-    EXPECT_EQ(run.text(name), "x\n");
+    EXPECT_EQ(run.bytes(name), "x\n");
   }
 }
 

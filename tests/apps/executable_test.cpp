@@ -23,17 +23,18 @@ TEST(Executable, ConvertsAMarkdownFileToSeveralFormats) {
   folder.with("Größe.md", "# Größe 😀\n\n- a & b\n");
   EXPECT_EQ(execute(folder, {"@/Größe.md", "-o", "@/ä b.html", "-o", "@/c.txt", "-o", "@/d.xml"}), 0);
   EXPECT_EQ(folder.body("ä b.html"), "<h1 id=\"größe-\">Größe 😀</h1>\n<ul>\n<li>a &amp; b</li>\n</ul>");
-  EXPECT_EQ(folder.text("c.txt"), "Größe 😀\n=======\n\n- a & b\n");
-  EXPECT_NE(folder.bytes("d.xml").find("<paragraph>- a &amp; b</paragraph>"), std::string::npos);
+  EXPECT_EQ(folder.bytes("c.txt"), "Größe 😀\n========\n\n- a & b\n");
+  EXPECT_NE(folder.bytes("d.xml").find("<item>a &amp; b</item>"), std::string::npos);
 }
 
-TEST(Executable, ConvertsATableToAPageWithTheDefaultTemplate) {
+TEST(Executable, ConvertsATableToAPage) {
   CommandRun folder;
   folder.with("t.csv", "a,b\n1,\"x\ny\"\n");
   EXPECT_EQ(execute(folder, {"@/t.csv", "-o", "@/t.html", "--title", "A <table>"}), 0);
   EXPECT_EQ(folder.body("t.html"),
-            "<table class=\"table table-hover table-bordered\">\n<thead>\n<tr><th>a</th><th>b</th></tr>\n</thead>\n"
-            "<tbody>\n<tr><td>1</td><td>x<br>y</td></tr>\n</tbody>\n</table>");
+            "<h1 class=\"title\">A &lt;table&gt;</h1>\n<table>\n<thead>\n"
+            "<tr><th scope=\"col\" style=\"text-align:right\">a</th><th scope=\"col\">b</th></tr>\n</thead>\n"
+            "<tbody>\n<tr><td style=\"text-align:right\">1</td><td>x<br>\ny</td></tr>\n</tbody>\n</table>");
   EXPECT_NE(folder.bytes("t.html").find("<title>A &lt;table&gt;</title>"), std::string::npos);
 }
 

@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "errors.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 
@@ -54,8 +55,9 @@ TEST(Options, TreatALetterBeforeAColonAsADrive) {
 TEST(Options, TreatAnUnknownFormatBeforeAColonAsPartOfTheName) { EXPECT_EQ(formatOf("12:30.html"), "html 12:30.html"); }
 
 TEST(Options, RejectAnUnknownFormat) {
-  EXPECT_EQ(complaint({"in", "-o", "a.doc"}),
-            "the format of 'a.doc' is unknown; use .txt .html .htm .xml .rtf .pdf .xlsx .chm, or FORMAT:FILE");
+  EXPECT_EQ(
+      complaint({"in", "-o", "a.doc"}),
+      "the format of 'a.doc' is unknown; use .txt .html .htm .xml .md .markdown .rtf .pdf .xlsx .chm, or FORMAT:FILE");
   EXPECT_NE(complaint({"in", "-o", "html"}), "");
   EXPECT_NE(complaint({"in", "-o", "a.html/b"}), "");
   EXPECT_NE(complaint({"in", "-o", "-"}), "");
@@ -102,9 +104,9 @@ TEST(Options, EnclosePropertyNamesInPercentSigns) {
   const Options options =
       parsed({"a.md", "-o", "a.txt", "--property", "AUTHOR=A=B", "--property", "%X%=", "--property", "Y=1"});
   ASSERT_EQ(options.properties.size(), 3u);
-  EXPECT_EQ(options.properties[0], (std::pair<std::string, std::string>("%AUTHOR%", "A=B")));
-  EXPECT_EQ(options.properties[1], (std::pair<std::string, std::string>("%X%", "")));
-  EXPECT_EQ(options.properties[2], (std::pair<std::string, std::string>("%Y%", "1")));
+  EXPECT_EQ(options.properties[0], (std::pair<std::string, std::string>("AUTHOR", "A=B")));
+  EXPECT_EQ(options.properties[1], (std::pair<std::string, std::string>("X", "")));
+  EXPECT_EQ(options.properties[2], (std::pair<std::string, std::string>("Y", "1")));
 }
 
 TEST(Options, RejectInvalidProperties) {
@@ -132,23 +134,25 @@ TEST(Options, DistinguishAnEmptyTitleFromNone) {
 }
 
 TEST(Options, AcceptATypedEscapeForATabAsSeparator) {
-  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).separator, "\t");
+  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).separator, "");
   EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", "\\t|"}).separator, "\t|");
   EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", ";"}).separator, ";");
 }
 
 TEST(Options, AcceptFlags) {
   const Options none = parsed({"a", "-o", "a.txt"});
-  EXPECT_FALSE(none.landscape || none.singleByte || none.contents || none.classic || none.quiet);
-  const Options all =
-      parsed({"a", "-o", "a.txt", "--landscape", "--single-byte", "--toc", "--classic", "--quiet", "--styles", "s"});
-  EXPECT_TRUE(all.landscape && all.singleByte && all.contents && all.classic && all.quiet);
+  EXPECT_FALSE(none.landscape || none.singleByte || none.contents || none.quiet);
+  const Options all = parsed({"a", "-o", "a.txt", "--landscape", "--single-byte", "--toc", "--quiet", "--styles", "s"});
+  EXPECT_TRUE(all.landscape && all.singleByte && all.contents && all.quiet);
   EXPECT_EQ(all.stylesFile, "s");
 }
 
 TEST(Options, FindATemplateInAnyCaseWithOrWithoutItsExtension) {
-  EXPECT_EQ(parsed({"a", "-o", "a.html", "--template", "Default"}).templateFile, L"default.htm");
-  EXPECT_EQ(parsed({"a", "-o", "a.html", "--template", "default.HTM"}).templateFile, L"default.htm");
+  for (const char* const name : {"Default", "default.HTM"}) {
+    const std::string file = parsed({"a", "-o", "a.html", "--template", name}).templateFile;
+    EXPECT_EQ(scrivalen::fileNameOf(scrivalen::widePath(file)), L"default.htm") << name;
+    EXPECT_NE(file.find("tmpl"), std::string::npos) << file;
+  }
 }
 
 TEST(Options, RejectAMissingTemplate) {
@@ -160,9 +164,9 @@ TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
   EXPECT_TRUE(parseCommandLine({"--list-templates"}).printout.has_value());
   EXPECT_EQ(parseCommandLine({"--version"}).printout, "scrivalen 1.1.0\n");
   const std::string help = parseCommandLine({"--help"}).printout.value_or("");
-  for (const char* word : {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates",
-                           "--styles", "--landscape", "--single-byte", "--separator", "--toc", "--classic", "--quiet",
-                           "--version", "--help", "Examples:"}) {
+  for (const char* word :
+       {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates", "--styles",
+        "--landscape", "--single-byte", "--separator", "--toc", "--quiet", "--version", "--help", "Examples:"}) {
     EXPECT_NE(help.find(word), std::string::npos) << word;
   }
 }

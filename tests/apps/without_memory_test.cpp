@@ -135,7 +135,7 @@ INSTANTIATE_TEST_SUITE_P(
                         Case{"Xml", "in.csv", "xml", {}}, Case{"Rtf", "in.md", "rtf", {}},
                         Case{"Pdf", "in.md", "pdf", {"--toc"}},
                         Case{"Xlsx", "in.csv", "xlsx", {"--styles", "@/styles.css"}, Functions::OperatorNew},
-                        Case{"Chm", "in.md", "chm", {}}, Case{"ClassicChm", "in.md", "chm", {"--classic"}}),
+                        Case{"Chm", "in.md", "chm", {}}),
         testing::Values(Extent::One, Extent::AllFromThere)),
     name);
 

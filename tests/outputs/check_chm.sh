@@ -6,7 +6,6 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 command=("$@")
-vnu="$root/node_modules/vnu-jar/build/dist/vnu.jar"
 export TMPDIR="$work/temporary"
 mkdir "$TMPDIR"
 
@@ -23,9 +22,14 @@ open_help() {
   extract_chmLib "$work/$1" "$work/opened" >"$work/extract.out" || fail "chmlib does not open $1"
 }
 
-# The part of a page inside the template's frame.
+# The content of a page.
 body() {
   sed -e '1,/<main/d' -e '/<\/main>/,$d' "$1"
+}
+
+# The content of a topic, which is in the code page of English.
+topic_body() {
+  body "$work/opened/topic$1.htm" | iconv -f WINDOWS-1252 -t UTF-8
 }
 
 check_topics() {
@@ -55,7 +59,7 @@ MD
   open_help book.chm
   expect_equal "the topics" "topic1.htm topic2.htm topic3.htm topic4.htm" "$(cd "$work/opened" && echo topic*.htm)"
   for topic in 1 2 3 4; do
-    body "$work/opened/topic$topic.htm"
+    topic_body "$topic"
   done | sed -E 's/href="topic[0-9]\.htm#/href="#/' >"$work/book.bodies"
   body "$work/book.html" >"$work/book.body"
   [ -s "$work/book.body" ] || fail "the page has no body"
@@ -69,7 +73,7 @@ MD
 check_contents() {
   local contents
   contents="$(tr -d '\r' <"$work/opened/report.hhc" | iconv -f WINDOWS-1252 -t UTF-8)"
-  for entry in 'A book|topic1.htm' 'First & best|topic2.htm' 'Second;$HOME x|topic3.htm' 'The end €|topic4.htm'; do
+  for entry in 'A book|topic1.htm' 'First &amp; &quot;best&quot;|topic2.htm' 'Second;$HOME x|topic3.htm' 'The end €|topic4.htm'; do
     grep -qF "<param name=\"Name\" value=\"${entry%|*}\">" <<<"$contents" || fail "no ${entry%|*} in: $contents"
     grep -qF "<param name=\"Local\" value=\"${entry#*|}\">" <<<"$contents" || fail "no ${entry#*|} in: $contents"
   done
@@ -92,16 +96,14 @@ check_nesting_and_places() {
 
 [c](#caf%C3%A9) <a href="#listed">l</a>
 MD
-  expected_messages=""
+  expected_messages="scrivalen: warning: 'nested.md': a link leads to '#here', which is nowhere in the document"
   write_help nested.md --unsafe -o nested.chm
   open_help nested.chm
   expect_equal "the topics" "topic1.htm topic2.htm" "$(cd "$work/opened" && echo topic*.htm)"
   grep -qF '<a href="topic2.htm#here">x</a> <a href="#quoted">y</a> <a href="https://x.org/#here">z</a>' \
-    "$work/opened/topic1.htm" || fail "topic 1: $(body "$work/opened/topic1.htm")"
-  grep -qF '<a href="topic1.htm#caf%C3%A9">c</a> <a href="topic1.htm#listed">l</a>' "$work/opened/topic2.htm" ||
-    fail "topic 2: $(body "$work/opened/topic2.htm")"
-  [ -f "$vnu" ] || fail "the HTML validator is missing; scripts/setup.sh test installs it"
-  (cd "$work/opened" && java -jar "$vnu" --errors-only topic*.htm) || fail "the validator finds errors in the topics"
+    "$work/opened/topic1.htm" || fail "topic 1: $(topic_body 1)"
+  topic_body 2 | grep -qF '<a href="topic1.htm#café">c</a> <a href="topic1.htm#listed">l</a>' ||
+    fail "topic 2: $(topic_body 2)"
 }
 
 # Raw HTML and addresses that run a program are written as text.
@@ -117,28 +119,17 @@ check_safety() {
 # The title is in the project and in the contents.
 check_letters_outside_the_code_page() {
   printf '# 日 😀\n\ndaylight 日 comes again\n' >"$work/far.md"
-  expected_messages="scrivalen: warning: 'far.chm': 4 characters could not be written as they were given, the first is "
-  expected_messages+="U+65E5."
+  expected_messages="scrivalen: warning: 'far.chm': letters of the title that the code page of the language lacks, shown"
+  expected_messages+=" as \"?\" above the window (2)"
   write_help far.md -o far.chm
   open_help far.chm
-  grep -qF '<param name="Name" value="? ?' "$work/opened/report.hhc" || fail "the title is wrong"
-  grep -qF '<p>daylight 日 comes again</p>' "$work/opened/topic1.htm" || fail "the page has lost its text"
-}
-
-# A document of several topics with a table, in the classic form.
-check_classic() {
-  printf '%s\n' 'a *b*' '' '# One' '' '- x' '' '|h|' '|---|' '|<c>|' '' '## Two' >"$work/classic.md"
-  expected_messages=""
-  write_help classic.md --classic -o classic.chm
-  open_help classic.chm
-  grep -qF '<p>a b</p>' "$work/opened/topic1.htm" || fail "topic 1: $(cat "$work/opened/topic1.htm")"
-  grep -qF '<h1>One</h1><p>- x</p><table' "$work/opened/topic2.htm" || fail "topic 2: $(cat "$work/opened/topic2.htm")"
-  grep -qF '<th>h</th>' "$work/opened/topic2.htm" || fail "topic 2 has no header"
-  grep -qF '<h2>Two</h2>' "$work/opened/topic3.htm" || fail "topic 3: $(cat "$work/opened/topic3.htm")"
+  grep -qF '<param name="Name" value="&#26085; &#128512;' "$work/opened/report.hhc" || fail "the title is wrong"
+  grep -qF '<p>daylight &#26085; comes again</p>' "$work/opened/topic1.htm" || fail "the page has lost its text"
 }
 
 check_table() {
   make_table 500 >"$work/table.csv"
+  expected_messages=""
   write_help table.csv -o table.chm
   open_help table.chm
   expect_equal "the topics of a table" "topic1.htm" "$(cd "$work/opened" && echo topic*.htm)"
@@ -150,5 +141,4 @@ check_contents
 check_nesting_and_places
 check_safety
 check_letters_outside_the_code_page
-check_classic
 check_table

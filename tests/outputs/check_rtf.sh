@@ -16,9 +16,9 @@ office() {
 }
 
 # The words alone: a text and a document differ in white space, list markers and rules, and a document does not show the
-# address of an external link.
+# address of a link to another file.
 said() {
-  perl -CSD -0pe 's/\s+//g; s/\(https?:[^)]*\)//g; s/[-=>_\x{2022}\x{FEFF}]//g'
+  perl -CSD -0pe 's/\s+//g; s/\((?:https?:[^)]*|[\w.\/-]+\.(?:md|cpp|cs|py|c|h|xsd)(?:#[^)]*)?)\)//g; s/[-=>_\x{2022}\x{25E6}\x{25AA}\x{FEFF}]//g'
 }
 
 check_text() {
@@ -42,7 +42,7 @@ check_texts() {
 
 check_paper() {
   expect_equal "the paper of guide.rtf" 1 "$(grep -ac '\\paperw11906\\paperh16838' "$work/guide.rtf")"
-  expect_equal "the paper of guide-wide.rtf" 1 "$(grep -ac '\\landscape\\paperw16838\\paperh11906' "$work/guide-wide.rtf")"
+  expect_equal "the paper of guide-wide.rtf" 1 "$(grep -ac '\\paperw16838\\paperh11906.*\\landscape' "$work/guide-wide.rtf")"
 }
 
 check_with_unrtf() {
@@ -79,7 +79,7 @@ check_odd_characters() {
   write_with_text rtf odd.md odd
   office fodt odd.rtf
   expect_equal "the title" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string(//*[local-name()="title"])')"
-  expect_equal "the heading" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string((//*[local-name()="p"])[1])')"
+  expect_equal "the heading" 'Braces {a} and \ € Ωμέγα 中文 😀' "$(odd 'string((//*[local-name()="h"])[1])')"
   expect_equal "the bookmark" "$anchor" "$(odd 'string((//*[local-name()="body"]//@*[name()="text:name" and
     starts-with(., "braces")])[1])')"
   expect_equal "the link" "#$anchor" "$(odd 'string((//*[local-name()="a"]/@*[local-name()="href"])[1])')"

@@ -1,79 +1,19 @@
 #include "readers/csv_reader.h"
 
 #include "errors.h"
-#include "text/utf.h"
 
 #include <csv.h>
 
-#include <algorithm>
 #include <exception>
 #include <new>
 #include <string>
-#include <vector>
 
 namespace scrivalen::command {
 namespace {
 
-// The row that is being read. The cells are stored consecutively, each followed by a NUL.
-class Row {
- public:
-  void add(std::string_view cell) {
-    scrivalen::appendWide(text_, cell);
-    text_ += L'\0';
-    ends_.push_back(text_.size());
-  }
-
-  void padTo(std::size_t cells) {
-    while (ends_.size() < cells) {
-      add({});
-    }
-  }
-
-  void clear() {
-    text_.clear();
-    ends_.clear();
-  }
-
-  std::size_t size() const { return ends_.size(); }
-
-  void write(EventSink& sink, bool header) {
-    sink.write({.kind = EventKind::BeginRow, .header = header, .number = static_cast<int>(size())});
-    wchar_t* cell = text_.data();
-    for (const std::size_t end : ends_) {
-      sink.write({.kind = EventKind::BeginCell, .header = header});
-      writeLines(sink, cell, text_.data() + end - 1);
-      sink.write({.kind = EventKind::EndCell, .header = header});
-      cell = text_.data() + end;
-    }
-    sink.write({.kind = EventKind::EndRow, .header = header});
-  }
-
- private:
-  // Replaces the line ends of a cell by the NUL that must follow an event's text.
-  static void writeLines(EventSink& sink, wchar_t* line, wchar_t* end) {
-    const auto isLineEnd = [](wchar_t c) { return c == L'\n' || c == L'\r'; };
-    for (;;) {
-      wchar_t* const lineEnd = std::find_if(line, end, isLineEnd);
-      const bool isPair = end - lineEnd > 1 && lineEnd[0] == L'\r' && lineEnd[1] == L'\n';
-      *lineEnd = L'\0';
-      if (lineEnd != line) {
-        sink.write({.kind = EventKind::Text, .text = {line, static_cast<std::size_t>(lineEnd - line)}});
-      }
-      if (lineEnd == end) {
-        return;
-      }
-      sink.write({.kind = EventKind::LineBreak});
-      line = lineEnd + (isPair ? 2 : 1);
-    }
-  }
-
-  std::wstring text_;
-  std::vector<std::size_t> ends_;
-};
-
 class CsvReader {
  public:
-  CsvReader(std::string name, char separator, EventSink& sink);
+  CsvReader(std::string name, char separator, DocumentSink& sink);
   CsvReader(const CsvReader&) = delete;
   CsvReader& operator=(const CsvReader&) = delete;
   ~CsvReader() { csv_free(&parser_); }
@@ -90,16 +30,17 @@ class CsvReader {
   void endLine();
   void readPart(std::string_view part);
   void readLooseQuote(const char* quote);
+  void cell(std::string_view text);
   void endRow();
   void rethrow();
   [[noreturn]] void fail(std::size_t line, const char* reason) const;
 
   std::string name_;  // of the input, for messages
   std::string_view blanks_;
-  EventSink& sink_;
+  DocumentSink& sink_;
   csv_parser parser_{};
-  Row row_;
   std::size_t columns_ = 0;  // in the header; 0 until it is read
+  std::size_t cells_ = 0;    // of the row that is being read
   std::size_t line_ = 1;
   std::size_t quoteLine_ = 0;  // where the current quoted cell began; 0 outside a quoted cell
   bool cellEnded_ = false;
@@ -110,7 +51,7 @@ class CsvReader {
   std::exception_ptr failure_;
 };
 
-CsvReader::CsvReader(std::string name, char separator, EventSink& sink)
+CsvReader::CsvReader(std::string name, char separator, DocumentSink& sink)
     : name_(std::move(name)), blanks_(separator == '\t' ? " \r\n" : " \t\r\n"), sink_(sink) {
   if (csv_init(&parser_, CSV_STRICT | CSV_STRICT_FINI) != 0) {
     throw std::bad_alloc();
@@ -168,7 +109,7 @@ void CsvReader::readLine(std::string_view line) {
 // The parser skips blank lines. In a table of one column, a blank line is an empty value.
 void CsvReader::endLine() {
   if (isLineBlank_ && !beganQuoted_ && columns_ == 1) {
-    row_.add({});
+    cell({});
     endRow();
   }
   isLineBlank_ = true;
@@ -208,7 +149,7 @@ void CsvReader::finish() {
   }
   rethrow();
   if (columns_ > 0) {
-    sink_.write({.kind = EventKind::EndTable});
+    sink_.end();
   }
 }
 
@@ -216,7 +157,7 @@ void CsvReader::onCell(void* text, std::size_t size, void* reader) {
   auto& self = *static_cast<CsvReader*>(reader);
   try {
     self.cellEnded_ = true;
-    self.row_.add({static_cast<const char*>(text), size});
+    self.cell({static_cast<const char*>(text), size});
   } catch (...) {
     self.failure_ = std::current_exception();
   }
@@ -233,15 +174,21 @@ void CsvReader::onRow(int, void* reader) {
   }
 }
 
-void CsvReader::endRow() {
-  const bool header = columns_ == 0;
-  if (header) {
-    columns_ = row_.size();
-    sink_.write({.kind = EventKind::BeginTable});
+void CsvReader::cell(std::string_view text) {
+  if (cells_ == 0) {
+    if (columns_ == 0) {
+      sink_.beginTable();
+    }
+    sink_.beginRow(columns_ == 0);
   }
-  row_.padTo(columns_);
-  row_.write(sink_, header);
-  row_.clear();
+  ++cells_;
+  sink_.cell(text);
+}
+
+void CsvReader::endRow() {
+  sink_.end();
+  columns_ = columns_ == 0 ? cells_ : columns_;
+  cells_ = 0;
 }
 
 // The parser is C code: exceptions must not pass through it.
@@ -257,7 +204,7 @@ void CsvReader::fail(std::size_t line, const char* reason) const {
 
 }  // namespace
 
-void readCsv(TextInput& input, char separator, EventSink& sink) {
+void readCsv(TextInput& input, char separator, DocumentSink& sink) {
   CsvReader reader(input.name(), separator, sink);
   for (std::string_view piece = input.next(); !piece.empty(); piece = input.next()) {
     reader.read(piece);

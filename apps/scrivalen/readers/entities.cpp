@@ -11,6 +11,11 @@
 namespace scrivalen::command {
 namespace {
 
+void appendCharacter(std::string& text, char32_t c) {
+  char bytes[4];
+  text.append(bytes, scrivalen::putUtf8(c, bytes));
+}
+
 // CommonMark 0.30, 6.2: an invalid character becomes U+FFFD.
 std::optional<char32_t> numericReference(std::string_view digits) {
   const bool hexadecimal = digits.starts_with('x') || digits.starts_with('X');
@@ -37,21 +42,21 @@ const Entity* namedEntity(std::string_view name) {
 
 }  // namespace
 
-void appendEntity(std::wstring& text, std::string_view reference) {
+void appendEntity(std::string& text, std::string_view reference) {
   const std::string_view name = reference.substr(1, reference.size() - 2);
   if (name.starts_with('#')) {
     if (const auto c = numericReference(name.substr(1))) {
-      scrivalen::appendCharacter(text, *c);
+      appendCharacter(text, *c);
       return;
     }
   } else if (const Entity* entity = namedEntity(name)) {
-    scrivalen::appendCharacter(text, entity->first);
+    appendCharacter(text, entity->first);
     if (entity->second != 0) {
-      scrivalen::appendCharacter(text, entity->second);
+      appendCharacter(text, entity->second);
     }
     return;
   }
-  scrivalen::appendWide(text, reference);
+  text += reference;
 }
 
 }  // namespace scrivalen::command

@@ -1,7 +1,6 @@
 #include "readers/hidden_content_ends.h"
 
 #include "readers/markdown_parser.h"
-#include "texts.h"
 
 namespace scrivalen::command {
 namespace {
@@ -14,8 +13,8 @@ class EndSearch final : public MarkdownHandler {
 
  private:
   void note(HiddenContent hidden) { last_[static_cast<std::size_t>(hidden)] = texts_; }
-  void noteEndIn(HiddenContent hidden, std::wstring_view markup) {
-    if (endOfHidden(hidden, markup) != std::wstring_view::npos) {
+  void noteEndIn(HiddenContent hidden, std::string_view markup) {
+    if (endOfHidden(hidden, markup) != std::string_view::npos) {
       note(hidden);
     }
   }
@@ -28,9 +27,8 @@ void EndSearch::text(MD_TEXTTYPE type, std::string_view text) {
   ++texts_;
   const bool isMarkup = type == MD_TEXT_HTML;
   if (isMarkup && text.find("</") != std::string_view::npos) {
-    const std::wstring markup = toWide(text);
-    noteEndIn(HiddenContent::Script, markup);
-    noteEndIn(HiddenContent::StyleSheet, markup);
+    noteEndIn(HiddenContent::Script, text);
+    noteEndIn(HiddenContent::StyleSheet, text);
   }
   if ((isMarkup || type == MD_TEXT_NORMAL) && text.find("-->") != std::string_view::npos) {
     note(HiddenContent::Comment);

@@ -1,8 +1,6 @@
 #pragma once
 
-#include "events/anchor_names.h"
-#include "events/document.h"
-#include "events/event_log.h"
+#include "readers/document_sink.h"
 #include "readers/hidden_content_ends.h"
 #include "readers/markdown_parser.h"
 #include "readers/markdown_reader.h"
@@ -16,15 +14,14 @@
 
 namespace scrivalen::command {
 
-/// Converts callbacks of the Markdown parser to events. A run of text, soft breaks and character references becomes one
-/// event. The events inside a heading are held back until its end, because its anchor name is made from its text. A
-/// safe listener converts raw HTML to text and line breaks. Content hidden by a script, a style sheet or a comment
-/// produces no events.
+/// Passes what the Markdown parser finds to a document. A run of text, soft breaks and character references becomes one
+/// text. A safe listener converts raw HTML to text and line breaks, and leaves out content hidden by a script, a style
+/// sheet or a comment; an unsafe one passes both on as markup.
 class MarkdownListener final : public MarkdownHandler {
  public:
   /// @param markdown  the whole text to be parsed; must outlive this object
-  MarkdownListener(std::string_view markdown, Safety safety, EventSink& document)
-      : markdown_(markdown), safety_(safety), document_(document), sink_(&document) {}
+  MarkdownListener(std::string_view markdown, Safety safety, DocumentSink& sink)
+      : markdown_(markdown), safety_(safety), sink_(sink) {}
 
   void enterBlock(MD_BLOCKTYPE type, void* detail) override;
   void leaveBlock(MD_BLOCKTYPE type, void* detail) override;
@@ -39,39 +36,30 @@ class MarkdownListener final : public MarkdownHandler {
     ShownAddress  // a link whose address is shown as text
   };
 
-  struct Span {
+  struct OpenSpan {
     MD_SPANTYPE type;
     Form form;
   };
 
-  void put(const Event& event);
-  void putVisible(const Event& event);
-  void write(const Event& event) {
-    if (isParagraphPending_) {
-      beginPendingParagraph();
-    }
-    sink_->write(event);
-  }
-  void beginPendingParagraph();
+  enum class Pending : std::uint8_t { None, Paragraph, Heading };
+
+  /// The document, once the text so far is in it.
+  DocumentSink& sink();
+  void beginPending();
   void flush();
   void flushText();
-  void flushMarkup(EventKind kind);
-  void flushVisibleText();
+  void flushMarkup();
   void appendCode(std::string_view code);
   void breakLine();
-  void putLines(std::wstring_view text);
+  void putLines(std::string_view text);
   void endMarkupBlock();
   void revealUnlessItEnds();
   void readHidden(MD_TEXTTYPE type, std::string_view text);
   bool isHidden() const { return markupText_.hidden() != HiddenContent::None; }
   bool isEmptied() const;
-  void beginParagraph();
-  void endParagraph();
-  void beginCodeBlock(const MD_BLOCK_CODE_DETAIL& code);
-  void beginHeading();
-  void addToHeading(std::wstring_view text);
-  void addMarkupToHeading();
-  void endHeading(int level);
+  void beginLater(Pending part, int level);
+  void endPending();
+  void beginCode(const MD_BLOCK_CODE_DETAIL& code);
   Form beginLink(const MD_SPAN_A_DETAIL& link);
   void endShownLink();
   void endSpan();
@@ -81,30 +69,25 @@ class MarkdownListener final : public MarkdownHandler {
 
   std::string_view markdown_;
   Safety safety_;
-  EventSink& document_;
-  EventSink* sink_;  // the document, or the log of the heading that is being read
-  EventLog headingLog_;
-  std::wstring headingText_;
-  MarkupText headingMarkup_;  // follows the markup that an unsafe listener passes on
-  AnchorNames anchorNames_;
-  std::wstring text_;    // not yet passed on; in an unsafe listener text or markup is empty
-  std::wstring markup_;  // follows the text
-  std::wstring language_;
-  std::wstring address_;  // of the image
-  std::wstring title_;
-  std::wstring linkAddress_;
-  std::wstring linkText_;    // of a link whose address is shown
-  std::vector<Span> spans_;  // the open spans
+  DocumentSink& sink_;
+  std::string text_;    // not yet passed on; in an unsafe listener text or markup is empty
+  std::string markup_;  // follows the text
+  std::string language_;
+  std::string address_;  // of the image
+  std::string title_;
+  std::string linkAddress_;
+  std::string linkText_;         // of a link whose address is shown
+  std::vector<OpenSpan> spans_;  // the open spans
   MarkupText markupText_;
   std::optional<HiddenContentEnds>
-      hiddenContentEnds_;  // computed when hidden content does not end in the piece it began in
-  std::size_t texts_ = 0;  // texts received from the parser
-  int imageDepth_ = 0;     // inside an image only text is kept
-  int columns_ = 0;
+      hiddenContentEnds_;            // computed when hidden content does not end in the piece it began in
+  std::size_t texts_ = 0;            // texts received from the parser
+  int imageDepth_ = 0;               // inside an image only text is kept
+  int level_ = 0;                    // of the heading that is pending
+  Pending pending_ = Pending::None;  // begun, but not passed on before its first content
   bool header_ = false;
   bool isInCell_ = false;
-  bool isParagraphPending_ = false;  // begun, but not written before its first content
-  bool hasLostMarkup_ = false;       // in the current paragraph or heading
+  bool hasLostMarkup_ = false;  // in the current paragraph or heading
   bool isLinkShown_ = false;
   bool isImageHidden_ = false;
 };

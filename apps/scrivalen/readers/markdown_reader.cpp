@@ -5,7 +5,7 @@
 
 namespace scrivalen::command {
 
-void readMarkdown(std::string_view text, Safety safety, EventSink& sink) {
+void readMarkdown(std::string_view text, Safety safety, DocumentSink& sink) {
   MarkdownListener listener(text, safety, sink);
   parseMarkdown(text, listener);
 }

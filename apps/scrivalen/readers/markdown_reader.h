@@ -1,6 +1,6 @@
 #pragma once
 
-#include "events/document.h"
+#include "readers/document_sink.h"
 
 #include <string_view>
 
@@ -13,6 +13,6 @@ enum class Safety {
 
 /// Reads Markdown: CommonMark with tables, strike-through, task lists and bare addresses as links.
 /// @param text  valid UTF-8 without NULs
-void readMarkdown(std::string_view text, Safety safety, EventSink& sink);
+void readMarkdown(std::string_view text, Safety safety, DocumentSink& sink);
 
 }  // namespace scrivalen::command

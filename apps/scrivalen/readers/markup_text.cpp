@@ -2,8 +2,6 @@
 
 #include "readers/entities.h"
 #include "text/ascii.h"
-#include "text/utf.h"
-#include "texts.h"
 
 #include <algorithm>
 #include <array>
@@ -12,34 +10,34 @@ namespace scrivalen::command {
 namespace {
 
 // Inline elements; any other element begins and ends a block.
-constexpr std::array<std::wstring_view, 34> kInlineElements = {
-    L"a",      L"abbr", L"b",   L"bdi",  L"bdo",   L"cite", L"code", L"data", L"del",  L"dfn",   L"em",   L"font",
-    L"i",      L"img",  L"ins", L"kbd",  L"label", L"mark", L"q",    L"s",    L"samp", L"small", L"span", L"strike",
-    L"strong", L"sub",  L"sup", L"time", L"tt",    L"u",    L"var",  L"wbr",  L"ruby", L"rt"};
+constexpr std::array<std::string_view, 34> kInlineElements = {
+    "a",      "abbr", "b",   "bdi",  "bdo",   "cite", "code", "data", "del",  "dfn",   "em",   "font",
+    "i",      "img",  "ins", "kbd",  "label", "mark", "q",    "s",    "samp", "small", "span", "strike",
+    "strong", "sub",  "sup", "time", "tt",    "u",    "var",  "wbr",  "ruby", "rt"};
 
-bool isBlank(wchar_t c) { return c == L' ' || c == L'\t' || c == L'\n' || c == L'\r' || c == L'\f'; }
-bool endsTagName(wchar_t c) { return isBlank(c) || c == L'/' || c == L'>'; }
+bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
+bool endsTagName(char c) { return isBlank(c) || c == '/' || c == '>'; }
 
 // The position after the mark; npos if it is missing.
-std::size_t endOf(std::wstring_view mark, std::wstring_view markup, std::size_t from = 0) {
+std::size_t endOf(std::string_view mark, std::string_view markup, std::size_t from = 0) {
   const std::size_t at = markup.find(mark, from);
-  return at == std::wstring_view::npos ? at : at + mark.size();
+  return at == std::string_view::npos ? at : at + mark.size();
 }
 
-std::size_t endOfElement(std::wstring_view element, std::wstring_view markup) {
-  for (std::size_t at = endOf(L"</", markup); at != std::wstring_view::npos; at = endOf(L"</", markup, at)) {
+std::size_t endOfElement(std::string_view element, std::string_view markup) {
+  for (std::size_t at = endOf("</", markup); at != std::string_view::npos; at = endOf("</", markup, at)) {
     const std::size_t end = at + element.size();
     if (scrivalen::equalIgnoringCase(markup.substr(at, element.size()), element) &&
         (end == markup.size() || endsTagName(markup[end]))) {
-      return std::min(endOf(L">", markup, end), markup.size());
+      return std::min(endOf(">", markup, end), markup.size());
     }
   }
-  return std::wstring_view::npos;
+  return std::string_view::npos;
 }
 
 class MarkupReader {
  public:
-  MarkupReader(std::wstring& text, std::wstring_view markup, bool isBlock, HiddenContent hidden)
+  MarkupReader(std::string& text, std::string_view markup, bool isBlock, HiddenContent hidden)
       : text_(text), rest_(markup), isBlock_(isBlock), hidden_(hidden) {}
 
   /// Returns the hidden content that is still open at the end.
@@ -52,12 +50,12 @@ class MarkupReader {
   void readTag();
   void readReference();
   void skip(std::size_t size) { rest_.remove_prefix(std::min(size, rest_.size())); }
-  std::wstring_view takeTag();
+  std::string_view takeTag();
   void appendBlank();
   void endBlock();
 
-  std::wstring& text_;
-  std::wstring_view rest_;
+  std::string& text_;
+  std::string_view rest_;
   bool isBlock_;
   HiddenContent hidden_;
 };
@@ -66,9 +64,9 @@ HiddenContent MarkupReader::read() {
   while (!rest_.empty()) {
     if (hidden_ != HiddenContent::None) {
       skipHidden();
-    } else if (rest_.front() == L'<') {
+    } else if (rest_.front() == '<') {
       readAngle();
-    } else if (rest_.front() == L'&') {
+    } else if (rest_.front() == '&') {
       readReference();
     } else {
       readCharacter();
@@ -79,14 +77,14 @@ HiddenContent MarkupReader::read() {
 
 void MarkupReader::skipHidden() {
   const std::size_t end = endOfHidden(hidden_, rest_);
-  if (end != std::wstring_view::npos) {
+  if (end != std::string_view::npos) {
     hidden_ = HiddenContent::None;
   }
   skip(end);
 }
 
 void MarkupReader::readCharacter() {
-  const wchar_t c = rest_.front();
+  const char c = rest_.front();
   skip(1);
   if (isBlank(c)) {
     appendBlank();
@@ -96,34 +94,34 @@ void MarkupReader::readCharacter() {
 }
 
 void MarkupReader::readAngle() {
-  const wchar_t next = rest_.size() > 1 ? rest_[1] : L' ';
-  if (rest_.starts_with(L"<!--")) {
+  const char next = rest_.size() > 1 ? rest_[1] : ' ';
+  if (rest_.starts_with("<!--")) {
     hidden_ = HiddenContent::Comment;
     skip(2);  // in "<!-->" the dashes are also part of the end
-  } else if (rest_.starts_with(L"<?")) {
-    skip(endOf(L"?>", rest_));
-  } else if (rest_.starts_with(L"<![CDATA[")) {
-    skip(endOf(L"]]>", rest_));
-  } else if (next == L'!') {
-    skip(endOf(L">", rest_));
-  } else if (next == L'/' || scrivalen::isAsciiLetter(next)) {
+  } else if (rest_.starts_with("<?")) {
+    skip(endOf("?>", rest_));
+  } else if (rest_.starts_with("<![CDATA[")) {
+    skip(endOf("]]>", rest_));
+  } else if (next == '!') {
+    skip(endOf(">", rest_));
+  } else if (next == '/' || scrivalen::isAsciiLetter(next)) {
     readTag();
   } else {
-    text_ += L'<';
+    text_ += '<';
     skip(1);
   }
 }
 
 void MarkupReader::readTag() {
-  const bool closing = rest_[1] == L'/';
-  std::wstring_view name = takeTag().substr(closing ? 2 : 1);
+  const bool closing = rest_[1] == '/';
+  std::string_view name = takeTag().substr(closing ? 2 : 1);
   name = name.substr(0, static_cast<std::size_t>(std::find_if(name.begin(), name.end(), endsTagName) - name.begin()));
-  const auto is = [name](std::wstring_view element) { return scrivalen::equalIgnoringCase(name, element); };
-  if (is(L"br")) {
-    text_ += L'\n';
-  } else if (!closing && is(L"script")) {
+  const auto is = [name](std::string_view element) { return scrivalen::equalIgnoringCase(name, element); };
+  if (is("br")) {
+    text_ += '\n';
+  } else if (!closing && is("script")) {
     hidden_ = HiddenContent::Script;
-  } else if (!closing && is(L"style")) {
+  } else if (!closing && is("style")) {
     hidden_ = HiddenContent::StyleSheet;
   } else if (isBlock_ && std::none_of(kInlineElements.begin(), kInlineElements.end(), is)) {
     endBlock();
@@ -132,70 +130,70 @@ void MarkupReader::readTag() {
 
 // A '>' inside a quoted attribute value does not end its tag. A quote that does not follow '=' is an ordinary
 // character.
-std::wstring_view MarkupReader::takeTag() {
-  wchar_t quote = L'\0';
-  wchar_t previous = L'\0';
+std::string_view MarkupReader::takeTag() {
+  char quote = '\0';
+  char previous = '\0';
   std::size_t size = 0;
   while (size < rest_.size()) {
-    const wchar_t c = rest_[size++];
-    if (quote != L'\0') {
-      quote = c == quote ? L'\0' : quote;
-    } else if ((c == L'"' || c == L'\'') && previous == L'=') {
+    const char c = rest_[size++];
+    if (quote != '\0') {
+      quote = c == quote ? '\0' : quote;
+    } else if ((c == '"' || c == '\'') && previous == '=') {
       quote = c;
-    } else if (c == L'>') {
+    } else if (c == '>') {
       break;
     }
     previous = isBlank(c) ? previous : c;
   }
-  const std::wstring_view tag = rest_.substr(0, size);
+  const std::string_view tag = rest_.substr(0, size);
   skip(size);
   return tag;
 }
 
 void MarkupReader::readReference() {
-  const auto isPartOfName = [](wchar_t c) {
-    return scrivalen::isAsciiLetter(c) || scrivalen::isAsciiDigit(c) || c == L'#';
+  const auto isPartOfName = [](char c) {
+    return scrivalen::isAsciiLetter(c) || scrivalen::isAsciiDigit(c) || c == '#';
   };
   const auto end = std::find_if_not(rest_.begin() + 1, rest_.end(), isPartOfName);
-  if (end == rest_.end() || *end != L';') {
-    text_ += L'&';
+  if (end == rest_.end() || *end != ';') {
+    text_ += '&';
     return skip(1);
   }
   const auto size = static_cast<std::size_t>(end - rest_.begin()) + 1;
-  appendEntity(text_, toUtf8(rest_.substr(0, size)));
+  appendEntity(text_, rest_.substr(0, size));
   skip(size);
 }
 
 void MarkupReader::appendBlank() {
   if (!text_.empty() && !isBlank(text_.back())) {
-    text_ += L' ';
+    text_ += ' ';
   }
 }
 
 void MarkupReader::endBlock() {
-  while (!text_.empty() && text_.back() == L' ') {
+  while (!text_.empty() && text_.back() == ' ') {
     text_.pop_back();
   }
-  if (!text_.empty() && text_.back() != L'\n') {
-    text_ += L'\n';
+  if (!text_.empty() && text_.back() != '\n') {
+    text_ += '\n';
   }
 }
 
 }  // namespace
 
-void MarkupText::appendBlock(std::wstring& text, std::wstring_view markup) {
+void MarkupText::appendBlock(std::string& text, std::string_view markup) {
   hidden_ = MarkupReader(text, markup, true, hidden_).read();
 }
 
-void MarkupText::appendInline(std::wstring& text, std::wstring_view markup) {
+void MarkupText::appendInline(std::string& text, std::string_view markup) {
   hidden_ = MarkupReader(text, markup, false, hidden_).read();
 }
 
-std::size_t endOfHidden(HiddenContent hidden, std::wstring_view markup) {
+std::size_t endOfHidden(HiddenContent hidden, std::string_view markup) {
   switch (hidden) {
-    case HiddenContent::Script: return endOfElement(L"script", markup);
-    case HiddenContent::StyleSheet: return endOfElement(L"style", markup);
-    case HiddenContent::Comment: return endOf(L"-->", markup);
+    case HiddenContent::Script: return endOfElement("script", markup);
+    case HiddenContent::StyleSheet: return endOfElement("style", markup);
+    case HiddenContent::Comment: return endOf("-->", markup);
     case HiddenContent::None: break;
   }
   return 0;

@@ -15,10 +15,10 @@ class MarkupText {
  public:
   /// Appends the visible text of an HTML block, without tags, comments, scripts and style sheets. Blanks are collapsed;
   /// <br> and the boundaries of blocks become line breaks.
-  void appendBlock(std::wstring& text, std::wstring_view markup);
+  void appendBlock(std::string& text, std::string_view markup);
 
   /// Appends the text of tags and comments inside a line: a line break for each <br>.
-  void appendInline(std::wstring& text, std::wstring_view markup);
+  void appendInline(std::string& text, std::string_view markup);
 
   /// The hidden content that has begun but not ended.
   HiddenContent hidden() const { return hidden_; }
@@ -30,6 +30,6 @@ class MarkupText {
 };
 
 /// The position after the end of hidden content; npos if it does not end in this piece of HTML.
-std::size_t endOfHidden(HiddenContent hidden, std::wstring_view markup);
+std::size_t endOfHidden(HiddenContent hidden, std::string_view markup);
 
 }  // namespace scrivalen::command

@@ -183,6 +183,7 @@ constexpr SettingDefinition kDefinitions[] = {
 
 }  // namespace
 
+bool SettingDefinition::keepsTabs() const { return take == &takeSeparator; }
 bool SettingDefinition::isPath() const { return take == &takePath || take == &takePresentPath; }
 
 std::span<const SettingDefinition> settingDefinitions() { return kDefinitions; }

@@ -16,6 +16,8 @@ struct SettingDefinition {
   bool adds = false;                 ///< a value given again does not replace the earlier one
 
   bool isPath() const;
+  /// Whether tabs in its value stay.
+  bool keepsTabs() const;
 };
 
 /// "property:NAME" is in it as "property:".

@@ -81,6 +81,11 @@ bool Settings::isPath(std::string_view name) {
   return definition != nullptr && definition->isPath();
 }
 
+bool Settings::keepsTabs(std::string_view name) {
+  const SettingDefinition* const definition = split(name).definition;
+  return definition != nullptr && definition->keepsTabs();
+}
+
 bool Settings::set(std::string_view name, std::string_view value, std::string& reason) {
   const Name parts = split(name);
   if (parts.definition == nullptr) {

@@ -16,6 +16,8 @@ class Settings {
  public:
   /// Whether the value of a setting is a path, whose bytes are kept as they are.
   static bool isPath(std::string_view name);
+  /// Whether tabs in the value of a setting stay tabs.
+  static bool keepsTabs(std::string_view name);
 
   /// @param name   as a host gives it
   /// @param value  well-formed UTF-8 unless it is a path

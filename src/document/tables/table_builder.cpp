@@ -101,6 +101,7 @@ void TableBuilder::beginCell(const CellStyle& style) {
   cell_ = Cell();
   cell_.header = style.header;
   cell_.align = style.align;
+  hasAlignedCells_ = hasAlignedCells_ || style.align != Align::Auto;
   cell_.span = style.span;
   cell_.color = style.color;
   cell_.background = style.background;
@@ -261,12 +262,26 @@ void TableBuilder::forgetRows() {
   }
 }
 
-void TableBuilder::emit(std::span<const Cell> cells, bool header) {
+void TableBuilder::emit(std::span<Cell> cells, bool header) {
+  if (hasAlignedCells_) {
+    dropAlignsOfColumns(cells);
+  }
   const bool isRepeated = header && repeatable_ > 0;
   repeatable_ = isRepeated ? repeatable_ - 1 : 0;
   const bool fits = cells.size() == table_.columns.size() &&
                     std::all_of(cells.begin(), cells.end(), [](const Cell& cell) { return cell.span == 1; });
   target_.row({fits ? cells : fitted(cells), header, isRepeated});
+}
+
+// What a cell shares with its column need not be written for each.
+void TableBuilder::dropAlignsOfColumns(std::span<Cell> cells) {
+  std::size_t column = 0;
+  for (Cell& cell : cells) {
+    if (column < table_.columns.size() && cell.align == table_.columns[column].align) {
+      cell.align = Align::Auto;
+    }
+    column += static_cast<std::size_t>(cell.span);
+  }
 }
 
 std::span<const Cell> TableBuilder::fitted(std::span<const Cell> cells) {

@@ -103,7 +103,8 @@ class TableBuilder {
   void addColumnCell(const ColumnData& column, std::size_t row);
   void begin(bool isWhole);
   void measure(bool isWhole);
-  void emit(std::span<const Cell> cells, bool header);
+  void emit(std::span<Cell> cells, bool header);
+  void dropAlignsOfColumns(std::span<Cell> cells);
   std::span<const Cell> fitted(std::span<const Cell> cells);
   void join(Cell& last, std::span<const Cell> further);
   void forgetRows();
@@ -129,6 +130,7 @@ class TableBuilder {
   Cell cell_;  // the one that was begun
   std::string plain_;
   bool isRich_ = false;
+  bool hasAlignedCells_ = false;  // any cell of the table so far
   bool hasValue_ = false;
   std::string cleaned_;
 

@@ -50,11 +50,14 @@ void TableMeasure::add(std::span<const Cell> row, bool header) {
 
 void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   Column& measured = table_.columns[column];
+  Kinds& kinds = kinds_[column];
+  kinds.align = !kinds.hasCells || kinds.align == cell.align ? cell.align : Align::Auto;
+  kinds.hasCells = true;
   const TextExtent extent = extentOf(cell.text);
   measured.longestWord = std::max(measured.longestWord, extent.longestWord);
   measured.longestLine = std::max(measured.longestLine, extent.longestLine);
   if (!header && !cell.header && !cell.text.empty()) {
-    (isNumber(cell) ? kinds_[column].hasNumbers : kinds_[column].hasOthers) = true;
+    (isNumber(cell) ? kinds.hasNumbers : kinds.hasOthers) = true;
   }
 }
 
@@ -62,8 +65,10 @@ void TableMeasure::finish(bool isWhole) {
   addColumnsUpTo(1);
   for (std::size_t column = 0; column < table_.columns.size(); ++column) {
     Column& measured = table_.columns[column];
+    const Kinds& kinds = kinds_[column];
     if (measured.align == Align::Auto) {
-      measured.align = alignmentOf(measured.type, kinds_[column].hasNumbers && !kinds_[column].hasOthers);
+      measured.align =
+          kinds.align != Align::Auto ? kinds.align : alignmentOf(measured.type, kinds.hasNumbers && !kinds.hasOthers);
       if (measured.align == Align::Right && !isWhole) {
         measured.longestWord += kDigitsToCome;
         measured.longestLine += kDigitsToCome;

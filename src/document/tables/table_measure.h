@@ -16,7 +16,8 @@ class TableMeasure {
   TableMeasure(Table& table, bool isOpen);
 
   void add(std::span<const Cell> row, bool header);
-  /// Decides the alignment of columns that have none, and makes sure that there is a column.
+  /// Decides the alignment of columns that have none: that of their cells, if these have the same one; otherwise
+  /// numbers are aligned to the right. Also makes sure that there is a column.
   /// @param isWhole  whether the sample is the whole table. If not, columns of numbers get space for longer ones, such
   ///                 as the ids of a million rows
   void finish(bool isWhole);
@@ -25,6 +26,8 @@ class TableMeasure {
   struct Kinds {
     bool hasNumbers = false;
     bool hasOthers = false;
+    bool hasCells = false;
+    Align align = Align::Auto;  // of all cells; Auto if they differ
   };
 
   void addColumnsUpTo(std::size_t count);

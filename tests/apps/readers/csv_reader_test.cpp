@@ -2,7 +2,7 @@
 
 #include "command_support.h"
 #include "errors.h"
-#include "recorded_events.h"
+#include "recorded_parts.h"
 #include "texts.h"
 
 #include <gtest/gtest.h>
@@ -12,29 +12,29 @@
 namespace scrivalen::command::test {
 namespace {
 
-Lines eventsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 20) {
+Lines partsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 20) {
   TestEnvironment environment;
   environment.input = std::move(text);
   const auto whole = environment.get().readInput;
   environment.get().readInput = [=](void* data, std::size_t size) { return whole(data, std::min(pieces, size)); };
   TextInput input(environment.get(), "-");
-  RecordedEvents events;
-  readCsv(input, separator, events);
-  return events.lines();
+  RecordedParts parts;
+  readCsv(input, separator, parts);
+  return parts.lines();
 }
 
-// One line for each row, its cells between bars.
+// One line for each row, its cells between bars, their line ends as slashes.
 Lines rowsOf(const std::string& text, char separator = ',', std::size_t pieces = 1 << 20) {
   Lines rows;
-  for (const std::string& event : eventsOf(text, separator, pieces)) {
-    if (event.starts_with("BeginRow")) {
+  for (const std::string& part : partsOf(text, separator, pieces)) {
+    if (part.starts_with("BeginRow")) {
       rows.push_back("|");
-    } else if (event.starts_with("Text ")) {
-      rows.back() += event.substr(6, event.size() - 7);
-    } else if (event == "LineBreak") {
-      rows.back() += "/";
-    } else if (event.starts_with("EndCell")) {
-      rows.back() += "|";
+    } else if (part.starts_with("Cell ")) {
+      std::string cell = part.substr(6, part.size() - 7) + "|";
+      for (const char* const lineEnd : {"\r\\n", "\\n", "\r"}) {
+        cell = replacedAll<char>(cell, lineEnd, "/");
+      }
+      rows.back() += cell;
     }
   }
   return rows;
@@ -42,7 +42,7 @@ Lines rowsOf(const std::string& text, char separator = ',', std::size_t pieces =
 
 std::string errorOf(const std::string& text, std::size_t pieces = 1 << 20) {
   try {
-    eventsOf(text, ',', pieces);
+    partsOf(text, ',', pieces);
     return "";
   } catch (const InputError& error) {
     return error.what();
@@ -50,15 +50,13 @@ std::string errorOf(const std::string& text, std::size_t pieces = 1 << 20) {
 }
 
 TEST(CsvReader, TreatsTheFirstRowAsTheHeader) {
-  EXPECT_EQ(eventsOf("a,b\r\n1,2\r\n"),
-            (Lines{"BeginTable", "BeginRow header 2", "BeginCell header", "Text 'a'", "EndCell header",
-                   "BeginCell header", "Text 'b'", "EndCell header", "EndRow header", "BeginRow 2", "BeginCell",
-                   "Text '1'", "EndCell", "BeginCell", "Text '2'", "EndCell", "EndRow", "EndTable"}));
+  EXPECT_EQ(partsOf("a,b\r\n1,2\r\n"), (Lines{"BeginTable", "BeginRow header", "Cell 'a'", "Cell 'b'", "EndRow",
+                                              "BeginRow", "Cell '1'", "Cell '2'", "EndRow", "EndTable"}));
 }
 
 TEST(CsvReader, EmitsNothingForAnEmptyFile) {
-  EXPECT_EQ(eventsOf(""), Lines());
-  EXPECT_EQ(eventsOf("\r\n\r\n"), Lines());
+  EXPECT_EQ(partsOf(""), Lines());
+  EXPECT_EQ(partsOf("\r\n\r\n"), Lines());
 }
 
 TEST(CsvReader, NeedsNoFinalLineEnd) { EXPECT_EQ(rowsOf("a,b\n1,2"), (Lines{"|a|b|", "|1|2|"})); }
@@ -80,10 +78,8 @@ TEST(CsvReader, KeepsAQuoteInAnUnquotedCell) {
 
 TEST(CsvReader, TrimsBlanksAroundACell) { EXPECT_EQ(rowsOf(" a , \"b, c\" , d e \n"), (Lines{"|a|b, c|d e|"})); }
 
-TEST(CsvReader, PadsShortRowsAndKeepsLongOnes) {
-  EXPECT_EQ(rowsOf("a,b,c\n1\n1,2,3,4\n,,\n"), (Lines{"|a|b|c|", "|1|||", "|1|2|3|4|", "||||"}));
-  const Lines events = eventsOf("a,b\n1,2,3\n");
-  EXPECT_EQ(std::count(events.begin(), events.end(), "BeginRow 3"), 1);
+TEST(CsvReader, KeepsTheCellsOfShortAndLongRows) {
+  EXPECT_EQ(rowsOf("a,b,c\n1\n1,2,3,4\n,,\n"), (Lines{"|a|b|c|", "|1|", "|1|2|3|4|", "||||"}));
 }
 
 TEST(CsvReader, SkipsEmptyLines) { EXPECT_EQ(rowsOf("a,b\n\n1,2\n\n\n"), (Lines{"|a|b|", "|1|2|"})); }
@@ -116,9 +112,9 @@ TEST(CsvReader, SeparatesCellsByTabsOnRequest) {
 
 TEST(CsvReader, ReadsTheSameHoweverTheInputIsSplit) {
   const std::string table = "\xEF\xBB\xBFn,\"text\"\r\n1,\"a \"\"q\"\" €,\r\n\r\nb\"\r\n2,5\" x\r\n\r\n3,é\r\n";
-  const Lines whole = eventsOf(table);
+  const Lines whole = partsOf(table);
   for (std::size_t pieces = 1; pieces < 20; ++pieces) {
-    EXPECT_EQ(eventsOf(table, ',', pieces), whole) << pieces;
+    EXPECT_EQ(partsOf(table, ',', pieces), whole) << pieces;
   }
 }
 
@@ -144,8 +140,8 @@ TEST(CsvReader, ReportsTheSameLineHoweverTheInputIsSplit) {
 }
 
 TEST(CsvReader, PropagatesExceptionsFromItsSink) {
-  struct Throwing : EventSink {
-    void write(const Event&) override { throw std::runtime_error("enough"); }
+  struct Throwing : RecordedParts {
+    void cell(std::string_view) override { throw std::runtime_error("enough"); }
   } sink;
   TestEnvironment environment;
   environment.input = "a\nb\nc\n";

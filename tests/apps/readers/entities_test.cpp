@@ -1,7 +1,6 @@
 #include "readers/entities.h"
 
 #include "readers/entity_table.h"
-#include "texts.h"
 
 #include <gtest/gtest.h>
 
@@ -12,9 +11,9 @@ namespace scrivalen::command {
 namespace {
 
 std::string resolved(std::string_view reference) {
-  std::wstring text = L"<";
+  std::string text = "<";
   appendEntity(text, reference);
-  return toUtf8(text.substr(1));
+  return text.substr(1);
 }
 
 TEST(Entities, NamesStandForTheirCharacters) {

@@ -1,16 +1,14 @@
 #include "readers/markup_text.h"
 
-#include "texts.h"
-
 #include <gtest/gtest.h>
 
 namespace scrivalen::command {
 namespace {
 
 std::string textOfMarkup(std::string_view markup) {
-  std::wstring text;
-  MarkupText().appendBlock(text, toWide(markup));
-  return toUtf8(text);
+  std::string text;
+  MarkupText().appendBlock(text, markup);
+  return text;
 }
 
 TEST(MarkupText, DropsTags) { EXPECT_EQ(textOfMarkup("a <b class='x'>bold</b> <i>word</i>"), "a bold word"); }
@@ -62,23 +60,23 @@ TEST(MarkupText, FindsTheEndOfEmptyCommentsAndMarkedSections) {
 
 TEST(MarkupText, CarriesHiddenContentFromPieceToPiece) {
   MarkupText markup;
-  std::wstring text;
-  markup.appendBlock(text, L"a<SCRIPT>b");
+  std::string text;
+  markup.appendBlock(text, "a<SCRIPT>b");
   EXPECT_EQ(markup.hidden(), HiddenContent::Script);
-  markup.appendInline(text, L"</style><br>");
-  markup.appendBlock(text, L"</Script >c<style x>d");
+  markup.appendInline(text, "</style><br>");
+  markup.appendBlock(text, "</Script >c<style x>d");
   EXPECT_EQ(markup.hidden(), HiddenContent::StyleSheet);
-  markup.appendBlock(text, L"</style>e<!-- f");
+  markup.appendBlock(text, "</style>e<!-- f");
   EXPECT_EQ(markup.hidden(), HiddenContent::Comment);
-  markup.appendBlock(text, L"g -->h");
+  markup.appendBlock(text, "g -->h");
   EXPECT_EQ(markup.hidden(), HiddenContent::None);
-  EXPECT_EQ(text, L"aceh");
+  EXPECT_EQ(text, "aceh");
 }
 
 TEST(MarkupText, KeepsOnlyLineBreaksWithinALine) {
-  std::wstring text = L"a ";
-  MarkupText().appendInline(text, L"<kbd><!-- x --><br/></custom>");
-  EXPECT_EQ(text, L"a \n");
+  std::string text = "a ";
+  MarkupText().appendInline(text, "<kbd><!-- x --><br/></custom>");
+  EXPECT_EQ(text, "a \n");
 }
 
 }  // namespace

@@ -1,109 +1,130 @@
 #include "round_trip/read_outline.h"
 
-#include "events/document.h"
 #include "readers/markdown_reader.h"
 #include "round_trip/outline.h"
-#include "text/utf.h"
+
+#include <vector>
 
 using namespace scrivalen::command;
 
 namespace scrivalen::test {
 namespace {
 
-class OutlineSink : public EventSink {
+class OutlineSink : public DocumentSink {
  public:
-  void write(const Event& event) override;
+  void beginHeading(int level) override { beginText("heading " + std::to_string(level) + " ", true); }
+  void beginParagraph() override { beginText("text "); }
+  void beginQuote() override { begin("quote"); }
+  void beginList(bool ordered, int first, bool tight) override {
+    begin((ordered ? "list " + std::to_string(first) : std::string("list")) + (tight ? " tight" : " loose"));
+  }
+  void beginItem(Task task) override {
+    constexpr const char* kTasks[] = {"item", "item open", "item done"};
+    begin(kTasks[static_cast<int>(task)]);
+  }
+  void beginCode(const std::string& language) override {
+    endText();
+    parts_.push_back(Part::Code);
+    code_ = "code " + language + ":";
+  }
+  void beginTable() override { begin("table"); }
+  void beginRow(bool header) override { begin(header ? "header" : "row"); }
+  void beginCell(Align align) override {
+    constexpr const char* kAligns[] = {"cell ", "cell ", "cell center ", "cell right "};
+    beginText(kAligns[static_cast<int>(align)], true);
+  }
+  void beginSpan(Span span) override;
+  void beginLink(const std::string& address, const std::string& title) override;
+  void end() override;
+
+  void text(std::string_view text) override;
+  void cell(std::string_view) override { add("unexpected"); }
+  void rule() override {
+    endText();
+    outline_.add("rule");
+  }
+  void image(const std::string& address, const std::string& alternative) override {
+    add("<" + alternative + "|" + address.substr(0, 12) + ">");
+  }
+  void markup(std::string_view) override { add("unexpected"); }
+
   std::string lines() const { return outline_.lines(); }
 
  private:
-  void beginText(const std::string& name, bool mayBeEmpty = false) {
-    endText();
-    outline_.beginText(name, mayBeEmpty);
-    isInText_ = true;
-  }
-  void endText() {
-    if (isInText_) {
-      outline_.endText();
-      isInText_ = false;
-    }
-  }
-  void begin(const std::string& name) {
-    endText();
-    outline_.beginBlock(name);
-  }
-  void end() {
-    endText();
-    outline_.endBlock();
-  }
-  void inlineEvent(const Event& event);
+  enum class Part { Block, Text, Code, Span };
+
+  void beginText(const std::string& name, bool mayBeEmpty = false);
+  void endText();
+  void begin(const std::string& name);
+  void add(const std::string& text);
 
   Outline outline_;
-  Outline::Style style_;
-  bool isInText_ = false;
+  std::vector<Part> parts_;
+  std::vector<Outline::Style> styles_{Outline::Style()};  // of the spans that are open
   std::string code_;
-  bool isInCode_ = false;
+  bool isInText_ = false;  // also in the text of a tight item
 };
 
-std::string listName(const Event& event) {
-  return (event.ordered ? "list " + std::to_string(event.number) : std::string("list")) +
-         (event.tight ? " tight" : " loose");
+void OutlineSink::beginText(const std::string& name, bool mayBeEmpty) {
+  endText();
+  outline_.beginText(name, mayBeEmpty);
+  isInText_ = true;
+  parts_.push_back(Part::Text);
 }
 
-void OutlineSink::write(const Event& event) {
-  constexpr const char* kTasks[] = {"item", "item open", "item done"};
-  constexpr const char* kAligns[] = {"cell ", "cell ", "cell center ", "cell right "};
-  switch (event.kind) {
-    case EventKind::BeginHeading: return beginText("heading " + std::to_string(event.number) + " ", true);
-    case EventKind::BeginParagraph: return beginText("text ");
-    case EventKind::EndHeading:
-    case EventKind::EndParagraph:
-    case EventKind::EndCell: return endText();
-    case EventKind::BeginQuote: return begin("quote");
-    case EventKind::BeginList: return begin(listName(event));
-    case EventKind::BeginItem: return begin(kTasks[static_cast<int>(event.task)]);
-    case EventKind::BeginTable: return begin("table");
-    case EventKind::BeginRow: return begin(event.header ? "header" : "row");
-    case EventKind::EndQuote:
-    case EventKind::EndList:
-    case EventKind::EndItem:
-    case EventKind::EndTable:
-    case EventKind::EndRow: return end();
-    case EventKind::BeginCell: return beginText(kAligns[static_cast<int>(event.align)], true);
-    case EventKind::BeginCodeBlock:
-      endText();
-      isInCode_ = true;
-      code_ = "code " + toUtf8(event.text) + ":";
-      return;
-    case EventKind::EndCodeBlock: isInCode_ = false; return outline_.add(code_);
-    case EventKind::Rule: endText(); return outline_.add("rule");
-    default: return inlineEvent(event);
+void OutlineSink::endText() {
+  if (isInText_) {
+    outline_.endText();
+    isInText_ = false;
   }
 }
 
-void OutlineSink::inlineEvent(const Event& event) {
-  if (isInCode_) {
-    code_ += toUtf8(event.text);
-    return;
-  }
+void OutlineSink::begin(const std::string& name) {
+  endText();
+  outline_.beginBlock(name);
+  parts_.push_back(Part::Block);
+}
+
+void OutlineSink::add(const std::string& text) {
   if (!isInText_) {
-    beginText("text ");
+    outline_.beginText("text ", false);
+    isInText_ = true;
   }
-  switch (event.kind) {
-    case EventKind::Text: return outline_.text(toUtf8(event.text), style_);
-    case EventKind::LineBreak: return outline_.text("\n", style_);
-    case EventKind::Image:
-      return outline_.text("<" + toUtf8(event.text) + "|" + toUtf8(event.address).substr(0, 12) + ">", style_);
-    case EventKind::BeginLink: style_.link = "@" + toUtf8(event.address) + "'" + toUtf8(event.title) + "'"; return;
-    case EventKind::EndLink: style_.link.clear(); return;
-    case EventKind::BeginStrong:
-    case EventKind::EndStrong: style_.strong = event.kind == EventKind::BeginStrong; return;
-    case EventKind::BeginEmphasis:
-    case EventKind::EndEmphasis: style_.emphasis = event.kind == EventKind::BeginEmphasis; return;
-    case EventKind::BeginDeleted:
-    case EventKind::EndDeleted: style_.deleted = event.kind == EventKind::BeginDeleted; return;
-    case EventKind::BeginCode:
-    case EventKind::EndCode: style_.code = event.kind == EventKind::BeginCode; return;
-    default: return outline_.text("unexpected", style_);
+  outline_.text(text, styles_.back());
+}
+
+void OutlineSink::beginSpan(Span span) {
+  Outline::Style& style = styles_.emplace_back(styles_.back());
+  switch (span) {
+    case Span::Strong: style.strong = true; break;
+    case Span::Emphasis: style.emphasis = true; break;
+    case Span::Deleted: style.deleted = true; break;
+    case Span::Code: style.code = true; break;
+  }
+  parts_.push_back(Part::Span);
+}
+
+void OutlineSink::beginLink(const std::string& address, const std::string& title) {
+  styles_.emplace_back(styles_.back()).link = "@" + address + "'" + title + "'";
+  parts_.push_back(Part::Span);
+}
+
+void OutlineSink::end() {
+  const Part part = parts_.back();
+  parts_.pop_back();
+  switch (part) {
+    case Part::Span: return styles_.pop_back();
+    case Part::Text: return endText();
+    case Part::Code: return outline_.add(code_);
+    case Part::Block: endText(); return outline_.endBlock();
+  }
+}
+
+void OutlineSink::text(std::string_view text) {
+  if (!parts_.empty() && parts_.back() == Part::Code) {
+    code_ += text;
+  } else {
+    add(std::string(text));
   }
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+using scrivalen::document::Align;
 using scrivalen::document::Cell;
 using scrivalen::document::Table;
 using scrivalen::document::TableMeasure;
@@ -22,7 +23,28 @@ scrivalen::document::Column measured(const char8_t* text) {
   return table.columns.front();
 }
 
+// The alignment of a column whose cells have these.
+Align alignOfCells(const std::vector<Align>& aligns) {
+  Table table;
+  TableMeasure measure(table);
+  for (const Align align : aligns) {
+    std::vector<Cell> row(1);
+    row[0].text = "12";
+    row[0].align = align;
+    measure.add(row, false);
+  }
+  measure.finish(true);
+  return table.columns.front().align;
+}
+
 }  // namespace
+
+TEST(TableMeasure, AlignsAColumnAsAllItsCellsAre) {
+  EXPECT_EQ(alignOfCells({Align::Center, Align::Center}), Align::Center);
+  EXPECT_EQ(alignOfCells({Align::Left}), Align::Left);
+  EXPECT_EQ(alignOfCells({Align::Center, Align::Left, Align::Left}), Align::Right);
+  EXPECT_EQ(alignOfCells({Align::Center, Align::Auto}), Align::Right);
+}
 
 TEST(TableMeasure, FindsTheLongestWordAndTheLongestLine) {
   const auto column = measured(u8"one three\nfour");

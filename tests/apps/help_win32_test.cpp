@@ -57,19 +57,13 @@ TEST_F(ChmOutput, LinksFromTopicToTopic) {
 
 TEST_F(ChmOutput, BeginsNoTopicInAQuoteOrAList) {
   EXPECT_TRUE(holds(compilerInputFor("# A\n\n> # B\n\n- # C"), "[FILES]\n~topic1.htm\n[report.hhc]"));
-  EXPECT_TRUE(holds(compilerInputFor("# A\n\n> # B\n\n- # C", {"--classic"}), "[FILES]\n~topic1.htm\n[report.hhc]"));
 }
 
 TEST_F(ChmOutput, WritesRawHtmlAsTextUnlessUnsafe) {
   const std::string_view markdown = "a <b onclick='e'>b</b><script>e</script> [c](javascript:e)\n\n<div>d</div>";
   EXPECT_TRUE(holds(compilerInputFor(markdown), "<p>a b c (javascript:e)</p>\n<p>d</p>"));
-  EXPECT_TRUE(holds(compilerInputFor(markdown, {"--classic"}), "<p>a b c (javascript:e)</p><p>d</p>"));
   EXPECT_TRUE(holds(compilerInputFor(markdown, {"--unsafe"}),
                     "<p>a <b onclick='e'>b</b><script>e</script> <a href=\"javascript:e\">c</a></p>\n<div>d</div>"));
-}
-
-TEST_F(ChmOutput, UsesPlainOperationsInItsClassicForm) {
-  EXPECT_TRUE(holds(compilerInputFor("# A\n\n- *b*", {"--classic"}), "<h1>A</h1><p>- b</p>"));
 }
 
 }  // namespace

@@ -69,55 +69,40 @@ class Compiler {
 };
 
 // Makes a help file that consists of its pages.
-constexpr const char* kJoinPages = "cat \"${1%/*}\"/*.htm >\"${1%/*}/report.chm\"\n";
-
-std::string classicPagesOf(const std::string& name, std::string_view input) {
-  const Compiler compiler(kJoinPages);
-  CommandRun run;
-  const Result result = run.with(name, input).run({"@/" + name, "--classic", "-o", "@/a.chm"});
-  EXPECT_EQ(result.status, 0) << result.error;
-  return run.bytes("a.chm");
-}
+constexpr const char* kJoinPages = "cat *.htm >report.chm\n";
 
 bool holds(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
 
-TEST(ClassicHelp, EscapesTheCellsOfMarkdown) {
-  const std::string pages = classicPagesOf("in.md", "| \\<b> |\n|---|\n| `<script>` |\n| \\<img src=x onerror=y> |");
-  EXPECT_TRUE(holds(pages, "<th>&lt;b&gt;</th>")) << pages;
-  EXPECT_TRUE(holds(pages, "<td>&lt;script&gt;</td>")) << pages;
-  EXPECT_TRUE(holds(pages, "<td>&lt;img src=x onerror=y&gt;</td>")) << pages;
-}
-
-TEST(ClassicHelp, EscapesTheCellsOfCsv) {
-  const std::string pages = classicPagesOf("in.csv", "<b>\n<script>&amp;\n");
-  EXPECT_TRUE(holds(pages, "<th>&lt;b&gt;</th>")) << pages;
-  EXPECT_TRUE(holds(pages, "<td>&lt;script&gt;&amp;amp;</td>")) << pages;
-}
-
-TEST(ClassicHelp, BreaksTheLinesOfCells) {
-  const std::string pages = classicPagesOf("in.csv", "a\n\"b\nc\"\n");
-  EXPECT_TRUE(holds(pages, "<td>b<br>c</td>")) << pages;
+TEST(HelpOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
+  const Compiler compiler(kJoinPages);
+  CommandRun run;
+  const Result result =
+      run.with("in.md", "[b](#b)\n\n# A\n\n## B\n\n| \\<b> |\n|---|\n").run({"@/in.md", "-o", "@/a.chm"});
+  EXPECT_EQ(result.error, "");
+  const std::string pages = run.bytes("a.chm");
+  EXPECT_TRUE(holds(pages, "<a href=\"topic3.htm#b\">b</a>")) << pages;
+  EXPECT_TRUE(holds(pages, "<h1 id=\"a\">A</h1>")) << pages;
+  EXPECT_TRUE(holds(pages, "&lt;b&gt;")) << pages;
 }
 
 TEST(ChmMessages, NameTheOutputInAWarning) {
-  const Compiler compiler("printf made >\"${1%/*}/report.chm\"\n");
+  const Compiler compiler("printf made >report.chm\n");
   CommandRun run;
   const Result result = run.with("in.md", "# \xE4\xB8\xAD").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error,
-            "scrivalen: warning: '@/a.chm': 2 characters could not be written as they were given, the first is "
-            "U+4E2D.\n");
+            "scrivalen: warning: '@/a.chm': letters of the title that the code page of the language lacks, shown as "
+            "\"?\" above the window\n");
 }
 
 TEST(ChmMessages, NameTheOutputInAWarningOfTheCompiler) {
-  const Compiler compiler(
-      "printf made >\"${1%/*}/report.chm\"\necho \"hhc.exe: a\nhhc.exe: no '${1%/*}/b.htm'\" >&2\n");
+  const Compiler compiler("printf made >report.chm\necho \"hhc.exe: a\" >&2\n");
   CommandRun run;
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.html", "-o", "@/b.chm", "-o", "@/c.chm"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.error,
-            "scrivalen: warning: '@/b.chm': hhc.exe: a\nscrivalen: warning: '@/b.chm': hhc.exe: no '@/b.chm'\n"
-            "scrivalen: warning: '@/c.chm': hhc.exe: a\nscrivalen: warning: '@/c.chm': hhc.exe: no '@/c.chm'\n");
+            "scrivalen: warning: '@/b.chm': the help compiler: hhc.exe: a\n"
+            "scrivalen: warning: '@/c.chm': the help compiler: hhc.exe: a\n");
 }
 
 TEST(ChmMessages, DoNotBlameTheOutputForTheFolderOfItsPages) {
@@ -144,7 +129,7 @@ TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
               const bool isEarly = table.read() < LongTable::kSize / 8;
               return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, folder, "DISK");
             }),
-            "early: scrivalen: File write error for '@/a.chm' (a part of it in 'DISK'). No space left on device\n");
+            "early: scrivalen: cannot write '@/a.chm': its topics cannot be written: No space left on device\n");
 }
 
 TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
@@ -153,7 +138,7 @@ TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error,
-            "scrivalen: cannot write '@/a.chm': no folder can be created for its pages: No such file or directory\n");
+            "scrivalen: cannot write '@/a.chm': no folder can be created for its topics: No such file or directory\n");
 }
 
 TEST(ChmMessages, SayOnceThatTheCompilerIsMissing) {
@@ -162,7 +147,8 @@ TEST(ChmMessages, SayOnceThatTheCompilerIsMissing) {
   CommandRun run;
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 1);
-  const std::string_view start = "scrivalen: '@/a.chm': The help compiler could not be started: \"hhc.exe\" ";
+  const std::string_view start =
+      "scrivalen: cannot write '@/a.chm': the help compiler could not be started: \"hhc.exe\" ";
   EXPECT_TRUE(result.error.starts_with(start)) << result.error;
   EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1) << result.error;
 }
@@ -172,7 +158,8 @@ TEST(ChmMessages, NameTheOutputThatTheCompilerDidNotMake) {
   CommandRun run;
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.error, "scrivalen: The help compiler left no '@/a.chm'. It ended with status 3.\n");
+  EXPECT_EQ(result.error,
+            "scrivalen: cannot write '@/a.chm': the help compiler left no help file. It ended with status 3.\n");
 }
 
 }  // namespace

@@ -1,0 +1,155 @@
+#include "document_run.h"
+
+#include "errors.h"
+
+#include <charconv>
+#include <cstdint>
+#include <new>
+#include <utility>
+
+namespace scrivalen::command {
+namespace {
+
+void requireSeconds(const std::string& text) {
+  std::int64_t seconds = 0;
+  const char* const end = text.data() + text.size();
+  const auto result = std::from_chars(text.data(), end, seconds);
+  if (result.ec != std::errc() || result.ptr != end || seconds < 0) {
+    throw UsageError("SOURCE_DATE_EPOCH is not a number of seconds: '" + text + "'");
+  }
+}
+
+}  // namespace
+
+DocumentRun::DocumentRun(const Options& options, std::vector<const OutputRequest*> outputs,
+                         const Environment& environment, Messages& messages)
+    : options_(options),
+      outputs_(std::move(outputs)),
+      environment_(environment),
+      messages_(messages),
+      document_(scrivalen_new()) {
+  if (!document_) {
+    throw std::bad_alloc();
+  }
+  addOutputs();
+  applySettings();
+}
+
+void DocumentRun::addOutputs() {
+  for (const OutputRequest* const output : outputs_) {
+    switch (scrivalen_add_file(document_.get(), output->name.c_str(), output->format->name)) {
+      case SCRIVALEN_OK: break;
+      case SCRIVALEN_OUT_OF_MEMORY: throw std::bad_alloc();
+      default: throw UsageError(scrivalen_error(document_.get()));
+    }
+  }
+  const auto progress = [](void* run, std::uint64_t, std::uint64_t) {
+    return static_cast<DocumentRun*>(run)->environment_.wasInterrupted() ? 1 : 0;
+  };
+  scrivalen_set_progress(document_.get(), progress, this);
+}
+
+// SOURCE_DATE_EPOCH makes equal inputs give equal bytes (reproducible-builds.org).
+void DocumentRun::applySettings() {
+  if (const auto time = environment_.variable("SOURCE_DATE_EPOCH"); time && !time->empty()) {
+    requireSeconds(*time);
+    set("clock", *time);
+  }
+  if (!options_.templateFile.empty()) {
+    set("html.template", options_.templateFile);
+  }
+  if (!options_.stylesFile.empty()) {
+    set("xlsx.styles", options_.stylesFile);
+  }
+  if (!options_.separator.empty()) {
+    set("text.separator", options_.separator);
+  }
+  if (options_.singleByte) {
+    set("text.encoding", "latin-1");
+  }
+  if (options_.landscape) {
+    set("landscape", "yes");
+  }
+  for (const auto& [name, value] : options_.properties) {
+    set(("property:" + name).c_str(), value);
+  }
+}
+
+void DocumentRun::set(const char* name, const std::string& value) {
+  switch (scrivalen_set(document_.get(), name, value.c_str())) {
+    case SCRIVALEN_OK: return;
+    case SCRIVALEN_OUT_OF_MEMORY: throw std::bad_alloc();
+    default: throw UsageError(scrivalen_error(document_.get()));
+  }
+}
+
+void DocumentRun::open(const std::string& title, bool isShown) {
+  set("title", title);
+  set("show-title", isShown ? "yes" : "no");
+  stopWhenInterrupted();
+  scrivalen_open(document_.get());
+}
+
+void DocumentRun::write(DocumentStream::Plan plan, const std::function<void(DocumentSink&)>& read) {
+  plan.poll = [this] { stopWhenInterrupted(); };
+  plan.progress = [this](std::size_t blocks) { showProgress(blocks); };
+  DocumentStream stream(document_.get(), std::move(plan));
+  try {
+    read(stream);
+  } catch (const NoOutputLeft&) {
+    // Each output has its own error.
+  }
+  warnings_ = stream.warnings();
+}
+
+void DocumentRun::close() {
+  stopWhenInterrupted();
+  const scrivalen_status status = scrivalen_close(document_.get());
+  if (status == SCRIVALEN_OUT_OF_MEMORY) {
+    throw std::bad_alloc();
+  }
+  // The signal may have reached the help compiler first, whose failure is then not worth a word.
+  if (status != SCRIVALEN_OK) {
+    stopWhenInterrupted();
+  }
+}
+
+void DocumentRun::showProgress(std::size_t blocks) {
+  messages_.progress(std::to_string(blocks) + (options_.inputFormat == InputFormat::Markdown ? " blocks" : " rows"));
+}
+
+void DocumentRun::stopWhenInterrupted() const {
+  if (environment_.wasInterrupted()) {
+    throw Interrupted();
+  }
+}
+
+bool DocumentRun::report() {
+  bool isGood = true;
+  for (std::size_t i = 0; i < outputs_.size(); ++i) {
+    if (scrivalen_output_result(document_.get(), i) != SCRIVALEN_OK) {
+      messages_.error(scrivalen_output_error(document_.get(), i));
+      isGood = false;
+    }
+  }
+  for (const std::string& warning : warnings_) {
+    messages_.warning(warning);
+  }
+  scrivalen_warning warning{};
+  warning.size = sizeof warning;
+  while (scrivalen_next_warning(document_.get(), &warning) != 0) {
+    warnOf(warning);
+  }
+  return isGood;
+}
+
+void DocumentRun::warnOf(const scrivalen_warning& warning) {
+  const bool isOfInput = warning.output >= outputs_.size();
+  std::string text = "'" + (isOfInput ? options_.input : outputs_[warning.output]->name) + "': " + warning.message;
+  if (warning.count > 1) {
+    text += " (" + std::to_string(warning.count) + ")";
+  }
+  messages_.warning(text);
+}
+
+}  // namespace scrivalen::command

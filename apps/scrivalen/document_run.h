@@ -1,0 +1,59 @@
+#pragma once
+
+#include "document_stream.h"
+#include "messages.h"
+#include "options.h"
+
+#include <scrivalen/document.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::command {
+
+/// One document of the library: the outputs that take the same content, from the options to the messages about them.
+class DocumentRun {
+ public:
+  /// @param outputs  of the options, like all references not owned; they must outlive this object
+  DocumentRun(const Options& options, std::vector<const OutputRequest*> outputs, const Environment& environment,
+              Messages& messages);
+  DocumentRun(const DocumentRun&) = delete;
+  DocumentRun& operator=(const DocumentRun&) = delete;
+
+  /// Creates the outputs. One that cannot be created has failed, and the others go on.
+  /// @param title    of the document's properties
+  /// @param isShown  whether readers see it above a text that does not begin with a heading
+  void open(const std::string& title, bool isShown);
+  /// Calls @p read with the document. Once no output is left, or when the user interrupts the run, it does not return
+  /// to @p read.
+  void write(DocumentStream::Plan plan, const std::function<void(DocumentSink&)>& read);
+  /// Completes the outputs and delivers them.
+  void close();
+  /// Shows why outputs failed, then what they lack.
+  /// @return whether all outputs were delivered
+  bool report();
+
+ private:
+  struct Free {
+    void operator()(scrivalen_document* document) const { scrivalen_free(document); }
+  };
+
+  void addOutputs();
+  void applySettings();
+  void set(const char* name, const std::string& value);
+  void showProgress(std::size_t blocks);
+  void stopWhenInterrupted() const;
+  void warnOf(const scrivalen_warning& warning);
+
+  const Options& options_;
+  std::vector<const OutputRequest*> outputs_;
+  const Environment& environment_;
+  Messages& messages_;
+  std::unique_ptr<scrivalen_document, Free> document_;
+  std::vector<std::string> warnings_;  // of the input
+};
+
+}  // namespace scrivalen::command

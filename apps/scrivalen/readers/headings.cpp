@@ -1,0 +1,92 @@
+#include "readers/headings.h"
+
+#include "document/anchor_names.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace scrivalen::command {
+namespace {
+
+/// Ends the reading.
+struct HeadingFound {};
+
+class HeadingCollector final : public DocumentSink {
+ public:
+  explicit HeadingCollector(HeadingSearch search) : search_(search) {}
+
+  void beginHeading(int level) override {
+    result_.isFirst = result_.isFirst || isFirst_;
+    isFirst_ = false;
+    heading_ = {level, {}, {}};
+    depth_ = 1;
+  }
+  void beginParagraph() override { beginPart(); }
+  void beginQuote() override { beginPart(); }
+  void beginList(bool, int, bool) override { beginPart(); }
+  void beginItem(Task) override { beginPart(); }
+  void beginCode(const std::string&) override { beginPart(); }
+  void beginTable() override { beginPart(); }
+  void beginRow(bool) override { beginPart(); }
+  void beginCell(Align) override { beginPart(); }
+  void beginSpan(Span) override { beginPart(); }
+  void beginLink(const std::string&, const std::string&) override { beginPart(); }
+  void end() override;
+
+  void text(std::string_view text) override { add(text); }
+  void cell(std::string_view) override {}
+  void rule() override { isFirst_ = false; }
+  void image(const std::string&, const std::string& alternative) override {
+    isFirst_ = false;
+    add(alternative);
+  }
+  void markup(std::string_view) override { isFirst_ = false; }
+
+  Headings& result() { return result_; }
+
+ private:
+  void beginPart() {
+    isFirst_ = false;
+    depth_ += depth_ > 0 ? 1 : 0;
+  }
+  void add(std::string_view text) {
+    if (depth_ > 0) {
+      heading_.text += text;
+    }
+  }
+
+  HeadingSearch search_;
+  Headings result_;
+  Heading heading_;  // the one that is open
+  int depth_ = 0;    // of the parts that are open from it on; 0 outside a heading
+  bool isFirst_ = true;
+  document::AnchorNames names_;
+};
+
+void HeadingCollector::end() {
+  if (depth_ == 0 || --depth_ > 0) {
+    return;
+  }
+  std::replace(heading_.text.begin(), heading_.text.end(), '\n', ' ');
+  heading_.id = names_.next(heading_.text);
+  if (result_.title.empty()) {
+    result_.title = heading_.text;
+  }
+  result_.all.push_back(std::move(heading_));
+  if (search_ == HeadingSearch::First && !result_.title.empty()) {
+    throw HeadingFound();
+  }
+}
+
+}  // namespace
+
+Headings headingsOf(std::string_view markdown, Safety safety, HeadingSearch search) {
+  HeadingCollector collector(search);
+  try {
+    readMarkdown(markdown, safety, collector);
+  } catch (const HeadingFound&) {
+  }
+  return std::move(collector.result());
+}
+
+}  // namespace scrivalen::command
