@@ -8,7 +8,7 @@
 namespace scrivalen {
 namespace {
 
-constexpr std::size_t kBlock = 16;
+constexpr std::size_t kCopiedBlock = 16;
 constexpr std::string_view kReplacementBytes = "\xEF\xBF\xBD";
 constexpr std::string_view kBreakInValue = "&#10;";
 
@@ -96,21 +96,21 @@ std::size_t firstMarked(std::uint64_t marks) {
   return static_cast<std::size_t>(bits) / 8;
 }
 
-// Copies sixteen bytes, and returns the place of the first special one; kBlock without one. The compiler makes vector
-// instructions of the loop; the local arrays let it, as `out` might alias `text`.
+// Copies sixteen bytes, and returns the place of the first special one; kCopiedBlock without one. The compiler makes
+// vector instructions of the loop; the local arrays let it, as `out` might alias `text`.
 template <typename Place>
 std::size_t copyBlock(char* out, const char* text) {
-  unsigned char bytes[kBlock];
-  unsigned char special[kBlock];
-  std::memcpy(bytes, text, kBlock);
-  std::memcpy(out, bytes, kBlock);
-  for (std::size_t i = 0; i < kBlock; ++i) {
+  unsigned char bytes[kCopiedBlock];
+  unsigned char special[kCopiedBlock];
+  std::memcpy(bytes, text, kCopiedBlock);
+  std::memcpy(out, bytes, kCopiedBlock);
+  for (std::size_t i = 0; i < kCopiedBlock; ++i) {
     special[i] = Place::isSpecial(bytes[i]) ? 1 : 0;
   }
   std::uint64_t marks[2];
   std::memcpy(marks, special, sizeof marks);
   if ((marks[0] | marks[1]) == 0) {
-    return kBlock;
+    return kCopiedBlock;
   }
   return marks[0] != 0 ? firstMarked(marks[0]) : 8 + firstMarked(marks[1]);
 }
@@ -161,9 +161,9 @@ char* putSpecial(char* out, std::string_view& text, std::string_view lineBreak, 
 template <typename Place>
 char* put(char* out, std::string_view text, std::string_view lineBreak, std::uint64_t& replaced) {
   while (!text.empty()) {
-    const std::size_t size = text.size() >= kBlock ? kBlock : text.size() < 8 ? text.size() : 8;
+    const std::size_t size = text.size() >= kCopiedBlock ? kCopiedBlock : text.size() < 8 ? text.size() : 8;
     const std::size_t plain =
-        size == kBlock ? copyBlock<Place>(out, text.data()) : copyWord<Place>(out, text.data(), size);
+        size == kCopiedBlock ? copyBlock<Place>(out, text.data()) : copyWord<Place>(out, text.data(), size);
     if (plain >= size) {
       out += size;
       text.remove_prefix(size);

@@ -5,11 +5,11 @@
 namespace scrivalen {
 namespace {
 
-constexpr std::size_t kBlock = 16;
+constexpr std::size_t kAsciiBlock = 16;
 
 bool isAsciiBlock(const char* at) {
   unsigned char all = 0;
-  for (std::size_t i = 0; i < kBlock; ++i) {
+  for (std::size_t i = 0; i < kAsciiBlock; ++i) {
     all = static_cast<unsigned char>(all | static_cast<unsigned char>(at[i]));
   }
   return all < 0x80;
@@ -66,8 +66,8 @@ std::size_t utf8Length(char lead) {
 }
 
 const char* endOfAscii(const char* at, const char* end) {
-  while (static_cast<std::size_t>(end - at) >= kBlock && isAsciiBlock(at)) {
-    at += kBlock;
+  while (static_cast<std::size_t>(end - at) >= kAsciiBlock && isAsciiBlock(at)) {
+    at += kAsciiBlock;
   }
   while (at != end && static_cast<unsigned char>(*at) < 0x80) {
     ++at;

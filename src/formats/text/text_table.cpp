@@ -17,7 +17,7 @@ using document::Row;
 using document::Table;
 
 constexpr std::size_t kGap = 2;
-constexpr std::size_t kBlock = 16;
+constexpr std::size_t kBlanksAtOnce = 16;
 constexpr std::size_t kBytesPerColumn = 4;
 // Rows that are wider are written piece by piece instead of in place.
 constexpr std::size_t kMostColumnsInPlace = 8192;
@@ -99,11 +99,11 @@ bool isOneWord(std::string_view text) {
   return reader.next(word) && word.text.size() == text.size();
 }
 
-// Writes up to kBlock blanks more than are counted.
+// Writes up to kBlanksAtOnce blanks more than are counted.
 char* putBlanks(char* out, std::size_t count) {
   char* const end = out + count;
-  for (; out < end; out += kBlock) {
-    std::memset(out, ' ', kBlock);
+  for (; out < end; out += kBlanksAtOnce) {
+    std::memset(out, ' ', kBlanksAtOnce);
   }
   return end;
 }
@@ -242,7 +242,7 @@ bool TextTable::placeCells(const Row& row) {
 void TextTable::writePlaced(const Row& row) {
   separate(false, row.repeated);
   const std::string_view prefix = lines_.beginLine();
-  char* const line = out_.reserve(prefix.size() + kBytesPerColumn * columnsOfRow_ + kBlock + 1);
+  char* const line = out_.reserve(prefix.size() + kBytesPerColumn * columnsOfRow_ + kBlanksAtOnce + 1);
   char* at = putText(line, prefix);
   std::size_t used = 0;
   for (std::size_t i = 0; i < row.cells.size(); ++i) {

@@ -70,7 +70,7 @@ bool copyFile(const std::wstring& from, const std::wstring& to) {
   return target && copyContents(source, target) && target.close();
 }
 
-std::string folderOf(const std::string& path) {
+std::string narrowFolderOf(const std::string& path) {
   const std::size_t name = path.rfind('/') + 1;
   return name == 0 ? "./" : path.substr(0, name);
 }
@@ -87,13 +87,13 @@ struct Followed {
     constexpr int kMaxLinks = 40;
     char target[PATH_MAX];
     for (int links = 0; links < kMaxLinks; ++links) {
-      isOpenFile |= realPath(folderOf(path)).starts_with("/proc/");
+      isOpenFile |= realPath(narrowFolderOf(path)).starts_with("/proc/");
       const ssize_t size = ::readlink(path.c_str(), target, sizeof target);
       if (size <= 0) {
         return;
       }
       const std::string next(target, static_cast<std::size_t>(size));
-      path = next.front() == '/' ? next : folderOf(path) + next;
+      path = next.front() == '/' ? next : narrowFolderOf(path) + next;
     }
     path.clear();
     errno = ELOOP;
@@ -324,7 +324,7 @@ std::wstring resolvedPath(const std::wstring& path) {
     return widePath(real);
   }
   const std::string target = Followed(path).path;
-  const std::string folder = target.empty() ? "" : realPath(folderOf(target));
+  const std::string folder = target.empty() ? "" : realPath(narrowFolderOf(target));
   if (folder.empty()) {
     return widePath(target);
   }
