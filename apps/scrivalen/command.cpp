@@ -1,6 +1,6 @@
 #include "command.h"
 
-#include "document_run.h"
+#include "writing/document_run.h"
 #include "errors.h"
 #include "library_handlers.h"
 #include "messages.h"

@@ -1,5 +1,5 @@
 #include "command_support.h"
-#include "data_address.h"
+#include "writing/data_address.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,9 @@
 #!/usr/bin/env bash
-# Has the command, or a program that uses every face, write PDF, and five other programs read it.
+# Has the command, or a program that uses every face or writes a classic report, write PDF, and other programs read it.
 #
 #   check_pdf.sh documents|tables COMMAND...
 #   check_pdf.sh faces PROGRAM...
+#   check_pdf.sh classic PROGRAM...
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
@@ -85,6 +86,12 @@ case "$kind" in
     write_faces letters 13
     read_pdf conforming letters letters
     check_rewritten letters
+    ;;
+  classic)
+    (cd "$work" && "${command[@]}" classic.pdf classic.utf8 2>classic.err) || fail "no classic PDF was written"
+    grep -q 'OPTION_CONFORMING, set before Open, prevents that' "$work/classic.err" ||
+      fail "the log does not say that poppler misreads a classic file: $(cat "$work/classic.err")"
+    read_pdf classic classic classic
     ;;
   *) fail "unknown kind '$kind'" ;;
 esac

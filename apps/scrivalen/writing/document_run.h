@@ -1,6 +1,6 @@
 #pragma once
 
-#include "document_stream.h"
+#include "writing/document_stream.h"
 #include "messages.h"
 #include "options.h"
 

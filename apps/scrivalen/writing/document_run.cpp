@@ -1,4 +1,4 @@
-#include "document_run.h"
+#include "writing/document_run.h"
 
 #include "errors.h"
 

@@ -1,4 +1,4 @@
-#include "percent_encoding.h"
+#include "writing/percent_encoding.h"
 
 #include "text/ascii.h"
 

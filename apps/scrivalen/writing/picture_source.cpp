@@ -1,6 +1,6 @@
-#include "picture_source.h"
+#include "writing/picture_source.h"
 
-#include "percent_encoding.h"
+#include "writing/percent_encoding.h"
 #include "system/files/files.h"
 #include "text/address.h"
 #include "text/utf.h"

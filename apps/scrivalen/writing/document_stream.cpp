@@ -1,9 +1,9 @@
-#include "document_stream.h"
+#include "writing/document_stream.h"
 
-#include "data_address.h"
+#include "writing/data_address.h"
 #include "errors.h"
-#include "percent_encoding.h"
-#include "picture_source.h"
+#include "writing/percent_encoding.h"
+#include "writing/picture_source.h"
 #include "text/address.h"
 #include "texts.h"
 

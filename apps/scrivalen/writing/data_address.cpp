@@ -1,4 +1,4 @@
-#include "data_address.h"
+#include "writing/data_address.h"
 
 #include "text/ascii.h"
 
