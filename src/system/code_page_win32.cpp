@@ -13,12 +13,12 @@ UINT codePage() {
   return page == CP_UTF8 ? kWestern : page;
 }
 
-struct Conversion {
+struct Converted {
   int size = 0;
   bool lossless = false;
 };
 
-Conversion convert(const wchar_t* text, int length, char* out, int capacity) {
+Converted convert(const wchar_t* text, int length, char* out, int capacity) {
   BOOL replaced = FALSE;
   const int size = WideCharToMultiByte(codePage(), WC_NO_BEST_FIT_CHARS, text, length, out, capacity, "?", &replaced);
   return {size, !replaced};
@@ -40,7 +40,7 @@ std::optional<std::size_t> toCodePage(std::wstring_view text, char* out, std::si
       bytes[0] = static_cast<char>(c);
     } else {
       const auto unit = static_cast<wchar_t>(c);
-      const Conversion result = c > 0xFFFF ? Conversion{} : convert(&unit, 1, bytes, sizeof bytes);
+      const Converted result = c > 0xFFFF ? Converted{} : convert(&unit, 1, bytes, sizeof bytes);
       if (result.lossless && result.size > 0) {
         width = static_cast<std::size_t>(result.size);
       } else {

@@ -43,6 +43,8 @@ TEST(RtfProlog, StatesThePaper) {
 TEST(RtfProlog, StatesTheLanguage) {
   EXPECT_TRUE(has(prologOf({{"language", "de"}}), "\\deflang1031\n"));
   EXPECT_TRUE(has(prologOf({{"language", "pt-BR"}}), "\\deflang1046\n"));
+  EXPECT_TRUE(has(prologOf({{"language", "ar-EG"}}), "\\deflang3073\\adeflang3073\n"));
+  EXPECT_TRUE(has(prologOf({{"language", "sr"}}), "\\deflang10266\n"));
   EXPECT_TRUE(has(prologOf({{"language", "tlh"}}), "\\deflang1033\n"));
 }
 

@@ -57,7 +57,7 @@ class HelpWriter : public DocumentWriter {
   void copyHelpFile();
 
   WriterContext context_;
-  const Language language_;
+  const WindowsLanguage& language_;
   const CodePage codePage_;
   std::optional<Topics> topics_;
   std::vector<ContentsEntry> contents_;

@@ -24,7 +24,7 @@ struct ContentsEntry {
 
 struct Project {
   std::string_view title;  ///< UTF-8, one line
-  Language language;
+  const WindowsLanguage& language;
   const std::vector<std::string>& pages;     ///< file names, ASCII; the first is shown at the start
   const std::vector<std::string>& pictures;  ///< file names, ASCII
 };

@@ -1,9 +1,9 @@
 #include "formats/rtf/document/inline_writer.h"
 
 #include "formats/rtf/document/escape.h"
-#include "formats/rtf/document/prolog/languages.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "text/address.h"
+#include "text/languages/windows_language.h"
 
 #include <algorithm>
 #include <cmath>
@@ -12,6 +12,13 @@ namespace scrivalen::document::rtf {
 namespace {
 
 constexpr std::string_view kLinkEnd = "}}}";
+
+constexpr int kNoLanguage = 1024;  // its spelling is not checked
+
+int languageNumber(std::string_view tag) {
+  const WindowsLanguage* const language = windowsLanguageOf(tag);
+  return language ? language->identifier : kNoLanguage;
+}
 
 int halfPointsOf(double points) { return static_cast<int>(std::max(1L, std::lround(2 * points))); }
 
@@ -77,7 +84,7 @@ void InlineWriter::beginStyle(const Event& event) {
       style.font = event.span == Span::Code ? kMonoFont : style.font;
       break;
     case EventKind::BeginSized: style.halfPoints = halfPointsOf(event.points); break;
-    case EventKind::BeginLanguage: style.language = languageNumber(event.text, kNoLanguage); break;
+    case EventKind::BeginLanguage: style.language = languageNumber(event.text); break;
     case EventKind::BeginColored:
     case EventKind::BeginLink: break;
     default: return;
@@ -141,7 +148,7 @@ void InlineWriter::beginLink(const Event& event) {
 }
 
 void InlineWriter::beginLanguage(std::string_view tag) {
-  put(*out_, "{\\lang", languageNumber(tag, kNoLanguage));
+  put(*out_, "{\\lang", languageNumber(tag));
   out_->put(' ');
 }
 

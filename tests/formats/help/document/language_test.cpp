@@ -19,6 +19,11 @@ TEST(HelpLanguage, MayHaveARegionOrAScriptInAnyCase) {
   EXPECT_EQ(languageOf("sr-Latn-RS").codePage, 1250);
 }
 
+TEST(HelpLanguage, IsTheSameAsInRtf) {
+  EXPECT_EQ(languageOf("sr").identifier, 10266);
+  EXPECT_EQ(languageOf("ta").identifier, 1097);
+}
+
 TEST(HelpLanguage, IsKnownByTheFirstSubtags) {
   EXPECT_EQ(languageOf("de-AT-1996-x-private").identifier, 0xC07);
   EXPECT_EQ(languageOf("pl-UA").identifier, 0x415);

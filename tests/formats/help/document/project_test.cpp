@@ -8,7 +8,7 @@ namespace {
 struct Made {
   explicit Made(std::string_view title, const char* language = "en") {
     document::OutputWarnings output(warnings, 0);
-    const Language known = languageOf(language);
+    const WindowsLanguage& known = languageOf(language);
     bytes =
         projectFile({title, known, {"topic1.htm", "topic2.htm"}, {"picture1.png"}}, CodePage(known.codePage), output);
   }

@@ -2,10 +2,10 @@
 
 #include "document/language.h"
 #include "formats/rtf/document/escape.h"
-#include "formats/rtf/document/prolog/languages.h"
 #include "formats/rtf/document/prolog/list_table.h"
 #include "text/ascii.h"
 #include "text/calendar.h"
+#include "text/languages/windows_language.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -18,6 +18,7 @@ struct KnownFont {
   int number;
 };
 
+constexpr int kEnglish = 1033;
 constexpr int kHostsFont = 3;
 constexpr KnownFont kKnownFonts[] = {{"serif", 0},      {"", 1},     {"sans", 1},
                                      {"sans-serif", 1}, {"mono", 2}, {"monospace", 2}};
@@ -110,9 +111,11 @@ void writeProlog(OutputBuffer& out, const FormatSettings& settings, const ColorT
                  const PageTwips& paper) {
   put(out, "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff", fontOf(settings.text("font")));
   const std::string_view language = settings.text("language");
-  put(out, "\\deflang", languageNumber(language, kEnglish));
+  const WindowsLanguage* const known = windowsLanguageOf(language);
+  const int number = known ? known->identifier : kEnglish;
+  put(out, "\\deflang", number);
   if (isRightToLeft(language)) {
-    put(out, "\\adeflang", languageNumber(language, kEnglish));
+    put(out, "\\adeflang", number);
   }
   out.put('\n');
   writeFonts(out, settings.text("font"));
