@@ -45,7 +45,7 @@ char takeDatePart(std::string_view& pattern) {
 }
 
 // Removes the separator of two parts: one or two characters.
-bool takeSeparator(std::string_view& pattern) {
+bool takeDateSeparator(std::string_view& pattern) {
   const std::size_t size = std::min(pattern.find_first_not_of("-./, "), pattern.size());
   pattern.remove_prefix(size);
   return size == 1 || size == 2;
@@ -62,7 +62,7 @@ std::size_t takeDateParts(std::string_view& pattern) {
     }
     parts += part;
     pattern = rest;
-    if (!takeSeparator(rest)) {
+    if (!takeDateSeparator(rest)) {
       break;
     }
   }
