@@ -117,19 +117,20 @@ TEST(ChmMessages, DoNotBlameTheOutputForTheFolderOfItsPages) {
 }
 
 TEST(ChmMessages, NameTheOutputAndTheFullDisk) {
-  EXPECT_EQ(onSmallDisk([](const SmallDisk& disk) -> std::string {
-              if (!disk.resize(64)) {
-                return "no small disk";
-              }
-              CommandRun run;
-              const LongTable table(run.environment);
-              const std::string folder = toUtf8(disk.folder());
-              const Variable temporary("TMPDIR", folder);
-              const Result result = run.run({"-", "--from", "csv", "-o", "@/a.chm"});
-              const bool isEarly = table.read() < LongTable::kSize / 8;
-              return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, folder, "DISK");
-            }),
-            "early: scrivalen: cannot write '@/a.chm': its topics cannot be written: No space left on device\n");
+  EXPECT_EQ(
+      onSmallDisk([](const SmallDisk& disk) -> std::string {
+        if (!disk.resize(64)) {
+          return "no small disk";
+        }
+        CommandRun run;
+        const LongTable table(run.environment);
+        const std::string folder = toUtf8(disk.folder());
+        const Variable temporary("TMPDIR", folder);
+        const Result result = run.run({"-", "--from", "csv", "-o", "@/a.chm"});
+        const bool isEarly = table.read() < LongTable::kSize / 8;
+        return (isEarly ? "early: " : "late: ") + replacedAll<char>(result.error, folder, "DISK");
+      }),
+      "early: scrivalen: cannot write '@/a.chm': its topics cannot be written in 'DISK': No space left on device\n");
 }
 
 TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
@@ -138,7 +139,8 @@ TEST(ChmMessages, NameTheOutputWhenNoPagesCanBeWritten) {
   const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm"});
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error,
-            "scrivalen: cannot write '@/a.chm': no folder can be created for its topics: No such file or directory\n");
+            "scrivalen: cannot write '@/a.chm': no folder can be created for its topics in '/nowhere': No such file or "
+            "directory\n");
 }
 
 TEST(ChmMessages, SayOnceThatTheCompilerIsMissing) {

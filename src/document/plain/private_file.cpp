@@ -48,14 +48,15 @@ std::pair<std::string, std::uint64_t> counted(std::string_view line) {
   return {count == 1 ? std::string("a").append(line) : std::string(line.substr(line.empty() ? 0 : 1)), count};
 }
 
-[[noreturn]] void raise(const char* what, std::wstring_view reason) {
+// The file is in a private folder, which is removed: a person looks for room or rights in the folder around it.
+[[noreturn]] void raise(std::string_view what, std::wstring_view reason) {
   if (reason == kOutOfMemory) {
     throw std::bad_alloc();
   }
-  throw std::runtime_error(what + toUtf8(reason));
+  throw std::runtime_error(std::string(what) + " in '" + toUtf8(temporaryFolderName()) + "': " + toUtf8(reason));
 }
 
-[[noreturn]] void raiseSystemError(const char* what) {
+[[noreturn]] void raiseSystemError(std::string_view what) {
   const std::uint32_t error = lastSystemError();
   if (isOutOfMemoryError(error)) {
     throw std::bad_alloc();
@@ -63,13 +64,13 @@ std::pair<std::string, std::uint64_t> counted(std::string_view line) {
   raise(what, systemErrorText(error));
 }
 
-constexpr const char* kIncomplete = "its temporary file cannot be completed: ";
+constexpr std::string_view kIncomplete = "its temporary file cannot be completed";
 
 }  // namespace
 
 void PrivateFile::create(std::wstring_view name) {
   if (!folder_.createElsewhere()) {
-    raiseSystemError("there is no folder for its temporary file: ");
+    raiseSystemError("no folder can be created for its temporary file");
   }
   path_ = (folder_.path() + kPathSeparator).append(name);
 }
@@ -104,7 +105,7 @@ void PrivateFile::copy() {
                         return !out_.hasLostBytes();
                       });
   if (!isRead && !out_.hasLostBytes()) {
-    raiseSystemError("its temporary file cannot be read: ");
+    raiseSystemError("its temporary file cannot be read");
   }
 }
 

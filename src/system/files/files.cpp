@@ -27,6 +27,15 @@ std::wstring_view folderOf(std::wstring_view path) {
 
 std::wstring_view fileNameOf(std::wstring_view path) { return path.substr(folderOf(path).size()); }
 
+std::wstring temporaryFolderName() {
+  std::wstring name = temporaryFolder();
+  const auto isSeparator = [](wchar_t c) { return kPathSeparators.find(c) != std::wstring_view::npos; };
+  while (name.size() > 1 && isSeparator(name.back()) && name[name.size() - 2] != L':') {
+    name.pop_back();
+  }
+  return name;
+}
+
 std::wstring randomName() {
   constexpr std::wstring_view kLetters = L"abcdefghijklmnopqrstuvwxyz0123456789";
   std::random_device random;

@@ -142,6 +142,8 @@ std::vector<std::wstring> filesEndingWith(const std::wstring& folder, std::wstri
 
 /// The system's folder for temporary files, with a trailing separator.
 std::wstring temporaryFolder();
+/// The same for messages: without a trailing separator, except that of a root.
+std::wstring temporaryFolderName();
 bool deleteFolder(const std::wstring& path) noexcept;
 
 /// The free space on a folder's disk in bytes; nothing when it is unknown.

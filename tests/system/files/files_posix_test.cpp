@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -35,6 +36,18 @@ TEST(Files, MoveWorksAcrossVolumes) {
   EXPECT_FALSE(pathExists(source));
   EXPECT_EQ(bytesOf(folder / L"target"), std::string(200000, 'x'));
   EXPECT_EQ(filesEndingWith(folder.path(), L"").size(), 1u);
+}
+
+TEST(TemporaryFolderName, HasNoTrailingSeparatorExceptOfARoot) {
+  const char* const variable = std::getenv("TMPDIR");
+  const std::string earlier = variable ? variable : "/tmp";
+  const std::pair<const char*, const wchar_t*> names[] = {
+      {"/a/b", L"/a/b"}, {"/a/b//", L"/a/b"}, {"/", L"/"}, {"", L"/tmp"}};
+  for (const auto& [folder, name] : names) {
+    ::setenv("TMPDIR", folder, 1);
+    EXPECT_EQ(temporaryFolderName(), name);
+  }
+  ::setenv("TMPDIR", earlier.c_str(), 1);
 }
 
 TEST(Paths, CarryBytesThatAreNotUtf8) {

@@ -242,7 +242,7 @@ void HelpWriter::copyHelpFile() {
                         return !context_.out.hasLostBytes();
                       });
   if (!isRead && !context_.out.hasLostBytes()) {
-    raiseSystemError("the help file cannot be read: ");
+    raiseSystemError("the help file cannot be read");
   }
 }
 

@@ -30,7 +30,8 @@ void raiseSystemError(std::string_view what) {
   if (isOutOfMemoryError(error)) {
     throw std::bad_alloc();
   }
-  throw ProjectFailure(std::string(what) + toUtf8(systemErrorText(error)));
+  throw ProjectFailure(std::string(what) + " in '" + toUtf8(temporaryFolderName()) +
+                       "': " + toUtf8(systemErrorText(error)));
 }
 
 ProjectFile::ProjectFile(const std::wstring& path) : file_(createNew(path)) {

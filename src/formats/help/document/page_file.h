@@ -26,9 +26,11 @@ class ProjectFailure : public std::runtime_error {
   using runtime_error::runtime_error;
 };
 
-inline constexpr std::string_view kCannotWrite = "its topics cannot be written: ";
+inline constexpr std::string_view kCannotWrite = "its topics cannot be written";
 
-/// Raises what the system reports for a file: bad_alloc if memory ran out.
+/// Raises what the system reports for the private folder or a file in it: bad_alloc if memory ran out, else a
+/// ProjectFailure that names the folder for temporary files.
+/// @param what  what failed
 [[noreturn]] void raiseSystemError(std::string_view what);
 
 /// A page in a code page. It takes UTF-8, and writes a character that is missing from the code page as a numeric

@@ -14,7 +14,7 @@ using document::HtmlPageFrame;
 using document::Picture;
 using document::WriterContext;
 
-constexpr std::string_view kCannotRead = "its topics cannot be read: ";
+constexpr std::string_view kCannotRead = "its topics cannot be read";
 
 // FNV-1a.
 std::uint64_t sumOf(std::string_view bytes) {
@@ -40,7 +40,7 @@ std::string escapedValue(std::string_view text) {
 Topics::Topics(const WriterContext& context, const CodePage& codePage, std::string_view charset)
     : context_(context), codePage_(codePage), frame_(std::make_unique<HtmlPageFrame>(context, charset)) {
   if (!folder_.createElsewhere()) {
-    raiseSystemError("no folder can be created for its topics: ");
+    raiseSystemError("no folder can be created for its topics");
   }
 }
 
