@@ -99,7 +99,7 @@ void PrivateFile::deliver() {
 }
 
 void PrivateFile::copy() {
-  const File file = openUnlocked(path_);
+  const File file = openForReading(path_);
   const bool isRead = file && readRest(file, [this](std::string_view bytes) {
                         out_.write(bytes.data(), bytes.size());
                         return !out_.hasLostBytes();

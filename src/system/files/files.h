@@ -75,10 +75,6 @@ File createNew(const std::wstring& path) noexcept;
 /// Opens a file for reading, and denies writing to others where the system can.
 File openForReading(const std::wstring& path) noexcept;
 
-/// Opens for reading a file that nobody else writes to. It is not locked: for a moment, a process that another thread
-/// starts holds the lock of whatever this one has just closed.
-File openUnlocked(const std::wstring& path) noexcept;
-
 /// Writes all bytes, in as many system calls as that takes.
 bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept;
 

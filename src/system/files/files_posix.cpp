@@ -187,8 +187,6 @@ File openForReading(const std::wstring& path) noexcept {
   return file;
 }
 
-File openUnlocked(const std::wstring& path) noexcept { return openFile(path, O_RDONLY); }
-
 bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
   const char* at = static_cast<const char*>(data);
   while (size > 0) {

@@ -103,9 +103,6 @@ File openForReading(const std::wstring& path) noexcept {
   return openFile(path, GENERIC_READ, FILE_SHARE_READ, OPEN_EXISTING);
 }
 
-// Processes inherit no handles of files.
-File openUnlocked(const std::wstring& path) noexcept { return openForReading(path); }
-
 bool writeAll(NativeFile file, const void* data, std::size_t size) noexcept {
   constexpr std::size_t kMaxChunk = 1u << 30;
   const char* at = static_cast<const char*>(data);

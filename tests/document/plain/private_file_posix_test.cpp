@@ -2,12 +2,9 @@
 #include "support/captured_log.h"
 #include "support/faults/file_size_limit.h"
 #include "support/files.h"
-#include "system/files/descriptor_posix.h"
 #include "system/files/files.h"
 
 #include <gtest/gtest.h>
-
-#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -142,17 +139,6 @@ TEST_P(DocumentInAPrivateFile, IsNotDeliveredWhenItIsCancelledAtAnyPoint) {
     EXPECT_EQ(filesIn(temporary), 0);
     EXPECT_EQ(filesIn(folder), 1);
   }
-}
-
-// As a process does that another thread starts, between its fork and its exec.
-TEST(PdfInAPrivateFile, IsReadWhileAChildHoldsItsLock) {
-  const TemporaryFolder folder;
-  const std::wstring path = folder / L"made";
-  scrivalen::File made = scrivalen::openExclusive(path);
-  const scrivalen::File childs(scrivalen::toNative(::dup(scrivalen::descriptor(made))));
-  EXPECT_TRUE(made.close());
-  EXPECT_FALSE(scrivalen::openForReading(path));
-  EXPECT_TRUE(scrivalen::openUnlocked(path));
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, DocumentInAPrivateFile, testing::Values("pdf", "xlsx"),
