@@ -1,6 +1,5 @@
 #include "command.h"
 
-#include "writing/document_run.h"
 #include "errors.h"
 #include "library_handlers.h"
 #include "messages.h"
@@ -11,6 +10,7 @@
 #include "readers/text_input.h"
 #include "system/files/files.h"
 #include "texts.h"
+#include "writing/document_run.h"
 
 #include <memory>
 #include <new>
@@ -80,8 +80,10 @@ int Conversion::run() {
   }
   warnOfReplacements(input.replaced());
   bool isGood = true;
+  auto warnings = DocumentRun::Warnings::OfInputAndOutputs;
   for (const auto& run : runs_) {
-    isGood = run->report() && isGood;
+    isGood = run->report(warnings) && isGood;
+    warnings = DocumentRun::Warnings::OfOutputs;  // both documents have the same input
   }
   return isGood ? kDone : kFailed;
 }

@@ -124,7 +124,7 @@ void DocumentRun::stopWhenInterrupted() const {
   }
 }
 
-bool DocumentRun::report() {
+bool DocumentRun::report(Warnings warnings) {
   bool isGood = true;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     if (scrivalen_output_result(document_.get(), i) != SCRIVALEN_OK) {
@@ -132,20 +132,23 @@ bool DocumentRun::report() {
       isGood = false;
     }
   }
-  for (const std::string& warning : warnings_) {
+  const bool isInputShown = warnings == Warnings::OfInputAndOutputs;
+  for (const std::string& warning : isInputShown ? warnings_ : std::vector<std::string>()) {
     messages_.warning(warning);
   }
   scrivalen_warning warning{};
   warning.size = sizeof warning;
   while (scrivalen_next_warning(document_.get(), &warning) != 0) {
-    warnOf(warning);
+    if (isInputShown || !isOfInput(warning)) {
+      warnOf(warning);
+    }
   }
   return isGood;
 }
 
 void DocumentRun::warnOf(const scrivalen_warning& warning) {
-  const bool isOfInput = warning.output >= outputs_.size();
-  std::string text = "'" + (isOfInput ? options_.input : outputs_[warning.output]->name) + "': " + warning.message;
+  const std::string& name = isOfInput(warning) ? options_.input : outputs_[warning.output]->name;
+  std::string text = "'" + name + "': " + warning.message;
   if (warning.count > 1) {
     text += " (" + std::to_string(warning.count) + ")";
   }

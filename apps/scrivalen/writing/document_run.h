@@ -1,8 +1,8 @@
 #pragma once
 
-#include "writing/document_stream.h"
 #include "messages.h"
 #include "options.h"
+#include "writing/document_stream.h"
 
 #include <scrivalen/document.h>
 
@@ -32,9 +32,11 @@ class DocumentRun {
   void write(DocumentStream::Plan plan, const std::function<void(DocumentSink&)>& read);
   /// Completes the outputs and delivers them.
   void close();
+  enum class Warnings : bool { OfOutputs, OfInputAndOutputs };
+
   /// Shows why outputs failed, then what they lack.
   /// @return whether all outputs were delivered
-  bool report();
+  bool report(Warnings warnings);
 
  private:
   struct Free {
@@ -47,6 +49,7 @@ class DocumentRun {
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
   void warnOf(const scrivalen_warning& warning);
+  bool isOfInput(const scrivalen_warning& warning) const { return warning.output >= outputs_.size(); }
 
   const Options& options_;
   std::vector<const OutputRequest*> outputs_;

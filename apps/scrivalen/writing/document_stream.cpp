@@ -1,11 +1,11 @@
 #include "writing/document_stream.h"
 
-#include "writing/data_address.h"
 #include "errors.h"
-#include "writing/percent_encoding.h"
-#include "writing/picture_source.h"
 #include "text/address.h"
 #include "texts.h"
+#include "writing/data_address.h"
+#include "writing/percent_encoding.h"
+#include "writing/picture_source.h"
 
 #include <algorithm>
 #include <new>

@@ -1,9 +1,9 @@
 #include "writing/picture_source.h"
 
-#include "writing/percent_encoding.h"
 #include "system/files/files.h"
 #include "text/address.h"
 #include "text/utf.h"
+#include "writing/percent_encoding.h"
 
 namespace scrivalen::command {
 namespace {

@@ -152,7 +152,7 @@ void XlsxWriter::writeBlock(const Event& event) {
   }
   switch (event.kind) {
     case EventKind::BeginSection: return leaveOut("sections, which begin no sheet");
-    case EventKind::ContentsItem: return leaveOut("items of contents");
+    case EventKind::ContentsItem: return leaveOut("lines of a table of contents, which are left out");
     case EventKind::BeginQuote: ++depth_; return;
     case EventKind::EndQuote: --depth_; return;
     case EventKind::BeginList: return beginList(event);

@@ -210,6 +210,15 @@ TEST(UnsafeMarkdown, IsTextInOneFormatAndMarkupInAnother) {
   EXPECT_EQ(run.bytes("a.txt"), "a b\n===\n\nc\n");
 }
 
+TEST(UnsafeMarkdown, WarnsOnceOfItsInput) {
+  CommandRun run;
+  const Result result =
+      run.with("in.md", "[a](#b) ![c](http://d/e.png)").run({"@/in.md", "--unsafe", "-o", "@/a.html", "-o", "@/a.txt"});
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: pictures on other computers are links\n"
+            "scrivalen: warning: '@/in.md': a link leads to '#b', which is nowhere in the document\n");
+}
+
 constexpr std::string_view kInlineScript =
     "a<style>p {}</style> <script>evil() *evil* [evil](evil) ![evil](e) ~~evil~~</script><b>b</b>\n\nc\n";
 

@@ -166,7 +166,7 @@ TEST(XlsxDocument, LeavesOutRulesContentsAndSections) {
   document.text("A");
   document.end();
   EXPECT_EQ(document.cells(), "A1 \"A\" bold\n");
-  EXPECT_EQ(warningsOf(document), "0 4 1 sections, which begin no sheet\n0 4 1 items of contents\n");
+  EXPECT_EQ(warningsOf(document), "0 4 1 sections, which begin no sheet\n0 4 1 lines of a table of contents, which are left out\n");
 }
 
 TEST(XlsxDocument, ColoursCellsAndDividesThoseThatSpanColumns) {
