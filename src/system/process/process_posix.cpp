@@ -139,13 +139,13 @@ class Pipe {
 class StandardFiles {
  public:
   StandardFiles(int standardError, const std::string& folder) {
-    ::posix_spawn_file_actions_init(&actions_);
-    ::posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO);
+    keep(::posix_spawn_file_actions_init(&actions_));
+    keep(::posix_spawn_file_actions_adddup2(&actions_, standardError, STDERR_FILENO));
     if (!folder.empty()) {
-      ::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str());
+      keep(::posix_spawn_file_actions_addchdir_np(&actions_, folder.c_str()));
     }
 #if defined(__GLIBC__) && (__GLIBC__ > 2 || __GLIBC_MINOR__ >= 34)
-    ::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1);
+    keep(::posix_spawn_file_actions_addclosefrom_np(&actions_, STDERR_FILENO + 1));
 #endif
   }
   StandardFiles(const StandardFiles&) = delete;
@@ -153,9 +153,15 @@ class StandardFiles {
   ~StandardFiles() { ::posix_spawn_file_actions_destroy(&actions_); }
 
   const posix_spawn_file_actions_t* get() const { return &actions_; }
+  /// The error of the first action that could not be added, such as that memory ran out; 0 without one. The program
+  /// must not start without it: it would work in another folder.
+  int error() const { return error_; }
 
  private:
+  void keep(int error) { error_ = error_ != 0 ? error_ : error; }
+
   posix_spawn_file_actions_t actions_{};
+  int error_ = 0;
 };
 
 // The attributes of a program that is started: default actions for the signals that this process may ignore, and its
@@ -253,7 +259,7 @@ ProcessResult runProgram(const std::vector<std::wstring>& arguments, const std::
   const bool hasGroup = canStop() || setup.isToStop;
   const StartAttributes attributes(hasGroup);
   pid_t process = 0;
-  int error = messagePipe.error();
+  int error = messagePipe.error() != 0 ? messagePipe.error() : files.error();
   if (error == 0) {
     error = ::posix_spawnp(&process, program.c_str(), files.get(), attributes.get(), argv.get(), environment.get());
   }
