@@ -90,6 +90,7 @@ constexpr std::string_view kStyle =
     "table.crowded th,table.crowded td{overflow-wrap:anywhere}\n"
     "thead{display:table-header-group}\n"
     "tr,img{break-inside:avoid}\n"
+    "img{max-height:95vh;object-fit:contain;object-position:left}\n"
     "tbody tr:nth-child(-n+2){break-after:avoid}\n"
     "tbody tr:nth-last-child(-n+2){break-before:avoid}\n"
     "thead th,code,pre{-webkit-print-color-adjust:exact;print-color-adjust:exact}\n"

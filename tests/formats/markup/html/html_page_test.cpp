@@ -145,6 +145,10 @@ TEST(HtmlPages, SetEachParagraphInTheDirectionOfItsFirstLetter) {
   EXPECT_NE(pageOf({}).find("\np,h1,h2,h3,h4,h5,h6{unicode-bidi:plaintext}\n"), std::string::npos);
 }
 
+TEST(HtmlPages, PrintAPictureOnOnePage) {
+  EXPECT_NE(pageOf({}).find("img{max-height:95vh;object-fit:contain;object-position:left}\n"), std::string::npos);
+}
+
 TEST(HtmlPages, SpaceTheItemsOfNestedListsEvenly) {
   const std::string page = pageOf({});
   EXPECT_NE(page.find("\nli{margin-bottom:.25em}\n"), std::string::npos);
