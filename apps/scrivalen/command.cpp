@@ -1,5 +1,6 @@
 #include "command.h"
 
+#include "digits.h"
 #include "errors.h"
 #include "library_handlers.h"
 #include "messages.h"
@@ -141,8 +142,8 @@ void Conversion::readMarkdownFor(Outputs outputs, std::string_view text, Safety 
 
 void Conversion::warnOfReplacements(std::size_t count) {
   if (count > 0) {
-    messages_.warning("'" + options_.input + "': replaced " + std::to_string(count) + " invalid character" +
-                      (count == 1 ? "" : "s") + " with U+FFFD");
+    messages_.warning({"'", options_.input, "': replaced ", Digits(count).text(), " invalid character",
+                       count == 1 ? "" : "s", " with U+FFFD"});
   }
 }
 

@@ -68,11 +68,11 @@ Messages::Messages(const Environment& environment)
 
 Messages::~Messages() { clearProgress(); }
 
-void Messages::error(std::string_view text) { line(kRed, "", text); }
+void Messages::error(std::string_view text) { line(kRed, "", {text}); }
 
-void Messages::warning(std::string_view text) {
+void Messages::warning(std::initializer_list<std::string_view> parts) {
   if (!quiet_) {
-    line(kYellow, "warning: ", text);
+    line(kYellow, "warning: ", parts);
   }
 }
 
@@ -86,10 +86,13 @@ void Messages::progress(std::string_view text) {
   ErrorWriter(environment_).add(kClearLine).add("scrivalen: ").addPrintable(text);
 }
 
-void Messages::line(std::string_view colour, std::string_view kind, std::string_view text) {
+void Messages::line(std::string_view colour, std::string_view kind, std::initializer_list<std::string_view> parts) {
   clearProgress();
   ErrorWriter message(environment_);
-  message.add(coloured_ ? colour : "").add("scrivalen: ").add(kind).addPrintable(text);
+  message.add(coloured_ ? colour : "").add("scrivalen: ").add(kind);
+  for (const std::string_view part : parts) {
+    message.addPrintable(part);
+  }
   message.add(coloured_ ? kPlain : "").add("\n");
 }
 

@@ -3,6 +3,7 @@
 #include "environment.h"
 
 #include <chrono>
+#include <initializer_list>
 #include <string_view>
 
 namespace scrivalen::command {
@@ -19,13 +20,15 @@ class Messages {
   void beQuiet() { quiet_ = true; }
 
   void error(std::string_view text);
-  void warning(std::string_view text);
+  void warning(std::string_view text) { warning({text}); }
+  /// A warning of several parts, which are written one after the other.
+  void warning(std::initializer_list<std::string_view> parts);
 
   /// Shows progress, on a terminal only, at most ten times a second.
   void progress(std::string_view text);
 
  private:
-  void line(std::string_view colour, std::string_view kind, std::string_view text);
+  void line(std::string_view colour, std::string_view kind, std::initializer_list<std::string_view> parts);
   void clearProgress();
 
   const Environment& environment_;

@@ -157,7 +157,9 @@ void CsvReader::onCell(void* text, std::size_t size, void* reader) {
   auto& self = *static_cast<CsvReader*>(reader);
   try {
     self.cellEnded_ = true;
-    self.cell({static_cast<const char*>(text), size});
+    if (!self.failure_) {
+      self.cell({static_cast<const char*>(text), size});
+    }
   } catch (...) {
     self.failure_ = std::current_exception();
   }

@@ -1,5 +1,6 @@
 #include "writing/document_run.h"
 
+#include "digits.h"
 #include "errors.h"
 
 #include <charconv>
@@ -124,6 +125,7 @@ void DocumentRun::stopWhenInterrupted() const {
   }
 }
 
+// The outputs are in their places, so nothing here may need memory that might run out.
 bool DocumentRun::report(Warnings warnings) {
   bool isGood = true;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
@@ -133,8 +135,10 @@ bool DocumentRun::report(Warnings warnings) {
     }
   }
   const bool isInputShown = warnings == Warnings::OfInputAndOutputs;
-  for (const std::string& warning : isInputShown ? warnings_ : std::vector<std::string>()) {
-    messages_.warning(warning);
+  if (isInputShown) {
+    for (const std::string& warning : warnings_) {
+      messages_.warning(warning);
+    }
   }
   scrivalen_warning warning{};
   warning.size = sizeof warning;
@@ -148,11 +152,10 @@ bool DocumentRun::report(Warnings warnings) {
 
 void DocumentRun::warnOf(const scrivalen_warning& warning) {
   const std::string& name = isOfInput(warning) ? options_.input : outputs_[warning.output]->name;
-  std::string text = "'" + name + "': " + warning.message;
-  if (warning.count > 1) {
-    text += " (" + std::to_string(warning.count) + ")";
-  }
-  messages_.warning(text);
+  const Digits count(warning.count);
+  const bool isCounted = warning.count > 1;
+  messages_.warning({"'", name, "': ", warning.message, isCounted ? " (" : "",
+                     isCounted ? count.text() : std::string_view(), isCounted ? ")" : ""});
 }
 
 }  // namespace scrivalen::command
