@@ -152,6 +152,23 @@ std::map<char32_t, std::size_t> lettersOf(std::string_view text) {
   return letters;
 }
 
+// A letter is a reference where it would keep a mark from beginning or ending what it marks.
+std::map<char32_t, std::size_t> lettersOfMarkdown(std::string_view text) {
+  std::map<char32_t, std::size_t> letters = lettersOf(text);
+  for (std::size_t at = text.find("&#"); at != text.npos; at = text.find("&#", at + 2)) {
+    char32_t number = 0;
+    std::size_t end = at + 2;
+    for (; end < text.size() && end < at + 9 && isAsciiDigit(text[end]); ++end) {
+      number = number * 10 + static_cast<char32_t>(text[end] - '0');
+    }
+    const bool isEscaped = at > 0 && text[at - 1] == '\\';
+    if (!isEscaped && end < text.size() && text[end] == ';' && number >= kFirst && number <= kLast) {
+      ++letters[number];
+    }
+  }
+  return letters;
+}
+
 std::map<char32_t, std::size_t> lettersOfTagged(std::string_view page) {
   std::string text;
   const std::size_t body = page.find("<body");

@@ -10,8 +10,10 @@ namespace scrivalen::fuzz {
 /// one.
 std::string problemOfTags(std::string_view page);
 
-/// How often each Cyrillic letter occurs: in plain text, outside tags, and among the \\u of RTF.
+/// How often each Cyrillic letter occurs: in plain text, in Markdown with its references, outside tags, and among
+/// the \\u of RTF.
 std::map<char32_t, std::size_t> lettersOf(std::string_view text);
+std::map<char32_t, std::size_t> lettersOfMarkdown(std::string_view text);
 std::map<char32_t, std::size_t> lettersOfTagged(std::string_view page);
 std::map<char32_t, std::size_t> lettersOfRtf(std::string_view document);
 

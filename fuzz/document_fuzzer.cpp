@@ -272,8 +272,11 @@ void require(const std::string& problem, const Sink& sink) {
 }
 
 std::map<char32_t, std::size_t> lettersIn(const Sink& sink) {
-  if (sink.format == "text" || sink.format == "markdown") {
+  if (sink.format == "text") {
     return scrivalen::fuzz::lettersOf(sink.bytes);
+  }
+  if (sink.format == "markdown") {
+    return scrivalen::fuzz::lettersOfMarkdown(sink.bytes);
   }
   return sink.format == "rtf" ? scrivalen::fuzz::lettersOfRtf(sink.bytes)
                               : scrivalen::fuzz::lettersOfTagged(sink.bytes);

@@ -151,8 +151,9 @@ bool isXmlReference(std::string_view name) {
   return !name.empty() && isXmlCharacter(static_cast<char32_t>(number));
 }
 
-void readXmlText(Reader& reader) {
-  const std::string_view text = reader.takeUntil("<&");
+// A text up to a character that ends it, or a part of it up to the end of a reference.
+void readXmlText(Reader& reader, std::string_view ends = "<&") {
+  const std::string_view text = reader.takeUntil(ends);
   const auto characters = charactersOf(text);
   if (!std::all_of(characters.begin(), characters.end(), isXmlCharacter)) {
     reader.fail("an invalid character before");
@@ -168,7 +169,27 @@ void readXmlText(Reader& reader) {
   }
 }
 
-void readXml(Reader& reader) {
+// XML 1.0, 3.1. Returns whether the element is empty.
+bool readXmlAttributes(Reader& reader) {
+  std::vector<std::string_view> names;
+  while (reader.accept(" ")) {
+    const std::string_view name = reader.takeUntil("= />");
+    if (!isName(name) || std::find(names.begin(), names.end(), name) != names.end()) {
+      reader.fail("the attribute " + std::string(name) + " before");
+    }
+    names.push_back(name);
+    reader.expect("=\"");
+    do {
+      readXmlText(reader, "<&\"");
+    } while (!reader.startsWith("\"") && !reader.startsWith("<") && !reader.atEnd());
+    reader.expect("\"");
+  }
+  return reader.accept("/");
+}
+
+enum class Attributes : std::uint8_t { None, Some };
+
+void readXml(Reader& reader, Attributes attributes) {
   std::vector<std::string_view> open;
   reader.expect("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n");
   if (!reader.startsWith("<")) {
@@ -183,12 +204,15 @@ void readXml(Reader& reader) {
       open.pop_back();
       reader.expect(">");
     } else if (reader.accept("<")) {
-      const std::string_view name = reader.takeUntil(">");
+      const std::string_view name = reader.takeUntil(attributes == Attributes::Some ? " />" : ">");
       if (!isName(name)) {
         reader.fail("an invalid name: " + std::string(name));
       }
-      open.push_back(name);
+      const bool isEmpty = attributes == Attributes::Some && readXmlAttributes(reader);
       reader.expect(">");
+      if (!isEmpty) {
+        open.push_back(name);
+      }
     } else {
       readXmlText(reader);
     }
@@ -196,17 +220,21 @@ void readXml(Reader& reader) {
   if (!open.empty()) {
     reader.fail("an open element");
   }
+  if (attributes == Attributes::Some) {
+    reader.expect("\n");
+  }
   if (!reader.atEnd()) {
     reader.fail("something after the root element");
   }
 }
 
 constexpr std::array<std::string_view, 4> kVoidElements = {"br", "hr", "img", "input"};
-constexpr std::array<std::string_view, 24> kElements = {
-    "a",  "b",    "blockquote", "code", "del", "h1",    "h2",    "h3", "h4", "h5",    "h6", "i",
-    "li", "main", "ol",         "p",    "pre", "table", "tbody", "td", "th", "thead", "tr", "ul"};
-constexpr std::array<std::string_view, 11> kAttributes = {"alt", "checked", "class", "disabled", "href", "id",
-                                                          "src", "start",   "style", "title",    "type"};
+constexpr std::array<std::string_view, 26> kElements = {
+    "a",    "blockquote", "code", "colgroup", "del", "em",     "h1",    "h2",    "h3", "h4", "h5",    "h6", "li",
+    "main", "nav",        "ol",   "p",        "pre", "strong", "table", "tbody", "td", "th", "thead", "tr", "ul"};
+constexpr std::array<std::string_view, 14> kAttributes = {"alt",   "checked", "class", "disabled", "height",
+                                                          "href",  "id",      "scope", "src",      "start",
+                                                          "style", "title",   "type",  "width"};
 
 template <std::size_t N>
 bool isOneOf(const std::array<std::string_view, N>& names, std::string_view name) {
@@ -246,6 +274,20 @@ bool runsProgram(std::string_view scheme) {
                      [scheme](std::string_view prefix) { return scheme.starts_with(prefix); });
 }
 
+// Whether a value has a reference to a character that could be part of a scheme or hide one. Pages in a code page refer
+// to the letters that it lacks, which are outside ASCII.
+bool hasReferenceToAscii(std::string_view value) {
+  for (std::size_t at = value.find("&#"); at != value.npos; at = value.find("&#", at + 2)) {
+    const std::string_view digits = value.substr(at + 2, value.find(';', at) - at - 2);
+    const auto isDigit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
+    const bool isNumber = !digits.empty() && digits.size() < 8 && std::all_of(digits.begin(), digits.end(), isDigit);
+    if (!isNumber || std::stoi(std::string(digits)) < 0x80) {
+      return true;
+    }
+  }
+  return false;
+}
+
 void checkAttribute(const Reader& reader, std::string_view element, std::string_view name, std::string_view value) {
   if (!isOneOf(kAttributes, name)) {
     reader.fail("the attribute " + std::string(name) + " before");
@@ -257,7 +299,7 @@ void checkAttribute(const Reader& reader, std::string_view element, std::string_
   if (runsProgram(scheme) || (scheme == "data" && element != "img")) {
     reader.fail("the address " + std::string(value) + " before");
   }
-  if (value.find("&#") != std::string_view::npos) {
+  if (hasReferenceToAscii(value)) {
     reader.fail("a reference in the address " + std::string(value) + " before");
   }
 }
@@ -324,7 +366,13 @@ std::string problemIn(std::string_view bytes, Read read) {
 
 }  // namespace
 
-std::string problemOfXml(std::string_view bytes) { return problemIn(bytes, readXml); }
+std::string problemOfXml(std::string_view bytes) {
+  return problemIn(bytes, [](Reader& reader) { readXml(reader, Attributes::None); });
+}
+
+std::string problemOfDocumentXml(std::string_view bytes) {
+  return problemIn(bytes, [](Reader& reader) { readXml(reader, Attributes::Some); });
+}
 
 std::string problemOfPages(std::string_view pages) {
   return problemIn(pages, [](Reader& reader) {
