@@ -49,8 +49,8 @@ TEST(DocumentReportTables, TakeTheStylesOfCells) {
               report.EndRow(nullptr);
               report.EndTable(nullptr);
             }),
-            "table left 1/1 left 0/0 left 0/0 left 1/1 left 3/3\n"
-            "row align3:#FF0000:'a' 2x'b' #FFFFFF:'c' text:'007'\n"
+            "table right 1/1 left 0/0 left 0/0 left 1/1 left 3/3\n"
+            "row #FF0000:'a' 2x'b' #FFFFFF:'c' text:'007'\n"
             "[\nspan kind 1\nspan kind 2\ntext 'b'\nend span kind 2\nend span kind 1\n]\nend table\n");
 }
 
@@ -298,5 +298,5 @@ TEST(DocumentReportTables, ColorACellOverItsAttributes) {
               report.Cell(L"a", 0, L" style=\"color:lime\" align=right");
               report.Cell(L"b", 0, L" style=\"color:lime\"");
             }),
-            "table left 1/1 left 1/1\nrow align3:#FF0000:'a' #00FF00:'b'\nend table\n");
+            "table right 1/1 left 1/1\nrow #FF0000:'a' #00FF00:'b'\nend table\n");
 }

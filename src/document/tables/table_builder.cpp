@@ -273,11 +273,12 @@ void TableBuilder::emit(std::span<Cell> cells, bool header) {
   target_.row({fits ? cells : fitted(cells), header, isRepeated});
 }
 
-// What a cell shares with its column need not be written for each.
+// What a cell shares with its column need not be written for each. A column on the left is one that begins where its
+// language does, which a cell on the left may not.
 void TableBuilder::dropAlignsOfColumns(std::span<Cell> cells) {
   std::size_t column = 0;
   for (Cell& cell : cells) {
-    if (column < table_.columns.size() && cell.align == table_.columns[column].align) {
+    if (column < table_.columns.size() && cell.align == table_.columns[column].align && cell.align != Align::Left) {
       cell.align = Align::Auto;
     }
     column += static_cast<std::size_t>(cell.span);
