@@ -48,9 +48,14 @@ TEST_F(MultiReportDocument, HasTheNumberOfItsFormatIfThatIsWritten) {
     report.AddReport(static_cast<REPORT_FORMAT>(known.number), file.c_str(), nullptr);
     EXPECT_EQ(report.Open(), REPORT_OK);
     writeParagraph(report, L"one");
-    EXPECT_EQ(report.Close(), REPORT_OK);
+    const REPORT_ERRORS closed = report.Close();
+    // Without a compiler there is no help, but its number is known.
+    const bool lacksCompiler =
+        known.number == 104 &&
+        std::wstring(report.GetError()).find(L"the help compiler could not be started") != std::wstring::npos;
+    EXPECT_EQ(closed, lacksCompiler ? REPORT_FILE_ERROR : REPORT_OK) << known.name;
     report.Clear();
-    const bool isWritten = documentFormatOf(known.name) != nullptr;
+    const bool isWritten = documentFormatOf(known.name) != nullptr && !lacksCompiler;
     EXPECT_EQ(exists(file), isWritten) << known.name;
     EXPECT_EQ(lines.lines().size(), isWritten ? 0u : 1u) << known.name;
   }
