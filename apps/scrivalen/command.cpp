@@ -101,8 +101,7 @@ void Conversion::readTable(TextInput& input) {
   for (const OutputRequest& output : options_.outputs) {
     outputs.push_back(&output);
   }
-  const char separator = options_.inputFormat == InputFormat::Csv ? ',' : '\t';
-  begin(std::move(outputs), {}).write({}, [&](DocumentSink& sink) { readCsv(input, separator, sink); });
+  begin(std::move(outputs), {}).write({}, [&](DocumentSink& sink) { readCsv(input, options_.delimiter, sink); });
 }
 
 // Raw HTML that is passed on holds words. Formats that cannot show it get its text instead, in a document of their own.
@@ -148,6 +147,7 @@ void Conversion::warnOfReplacements(std::size_t count) {
 }
 
 int runOrThrow(const std::vector<std::string>& arguments, const Environment& environment, Messages& messages) {
+  const LibraryHandlers handlers(environment);
   const CommandLine commandLine = parseCommandLine(arguments);
   if (commandLine.printout) {
     if (!environment.writeOutput(*commandLine.printout)) {
@@ -158,8 +158,8 @@ int runOrThrow(const std::vector<std::string>& arguments, const Environment& env
   if (commandLine.options.quiet) {
     messages.beQuiet();
   }
-  const LibraryHandlers handlers(environment);
-  return Conversion(commandLine.options, environment, messages).run();
+  const int status = Conversion(commandLine.options, environment, messages).run();
+  return commandLine.options.strict && messages.hasWarned() ? kFailed : status;
 }
 
 }  // namespace

@@ -71,6 +71,7 @@ Messages::~Messages() { clearProgress(); }
 void Messages::error(std::string_view text) { line(kRed, "", {text}); }
 
 void Messages::warning(std::initializer_list<std::string_view> parts) {
+  hasWarned_ = true;
   if (!quiet_) {
     line(kYellow, "warning: ", parts);
   }

@@ -19,6 +19,9 @@ class Messages {
   /// Suppresses everything but errors.
   void beQuiet() { quiet_ = true; }
 
+  /// Whether there was a warning, shown or not.
+  bool hasWarned() const { return hasWarned_; }
+
   void error(std::string_view text);
   void warning(std::string_view text) { warning({text}); }
   /// A warning of several parts, which are written one after the other.
@@ -33,6 +36,7 @@ class Messages {
 
   const Environment& environment_;
   bool quiet_ = false;
+  bool hasWarned_ = false;
   bool coloured_;
   bool progressShown_ = false;
   std::chrono::steady_clock::time_point lastProgress_;

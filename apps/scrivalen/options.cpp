@@ -16,28 +16,38 @@
 namespace scrivalen::command {
 namespace {
 
-constexpr const char* kDescription = "Turns a Markdown or CSV file into a report, in several formats at once.\n";
+constexpr const char* kDescription = "Turns a Markdown or CSV file into a document, in several formats at once.\n";
 
 constexpr const char* kExamples =
     "Examples:\n"
     "  scrivalen notes.md -o notes.html\n"
     "  scrivalen notes.md --toc -o notes.html -o notes.txt\n"
-    "  scrivalen sales.csv --title \"Sales 2024\" -o sales.html -o sales.xml\n"
-    "  scrivalen sales.csv --separator \";\" -o text:sales.dat\n"
-    "  sort rows.tsv | scrivalen - --from tsv -o sorted.html\n"
+    "  scrivalen sales.csv --title \"Sales 2024\" -o sales.pdf -o sales.xlsx\n"
+    "  scrivalen notes.md --set paper=Letter --set footer=\"||{page}\" -o notes.rtf\n"
+    "  sort rows.tsv | scrivalen - --from tsv -o text:- | less\n"
     "\n"
     "An output replaces an existing file once it is complete; a failed output\n"
     "leaves the file unchanged.\n"
     "Exit status: 0 success, 1 an input or output failed, 2 wrong usage.";
+
+constexpr const char* kShortHelp =
+    "Usage: scrivalen INPUT -o FILE [-o FILE ...] [OPTIONS]\n"
+    "\n"
+    "Turns a Markdown or CSV file into a document, in several formats at once:\n"
+    "  scrivalen notes.md -o notes.pdf -o notes.html\n"
+    "\n"
+    "scrivalen --help lists the formats and the options.\n";
 
 // The options before they are interpreted.
 struct RawOptions {
   Options options;
   std::vector<std::string> outputs;
   std::vector<std::string> properties;
+  std::vector<std::string> settings;
   std::string from;
   std::string templateName;
   std::string separator;
+  std::string delimiter;
   bool listTemplates = false;
 };
 
@@ -46,16 +56,23 @@ void addOptions(CLI::App& app, RawOptions& raw) {
   app.add_option("INPUT", options.input, "The file to read; \"-\" is standard input")->type_name("");
   app.add_option("-o,--output", raw.outputs,
                  "A file to write, in the format of its extension\n(" + knownExtensions() +
-                     ") or of a prefix,\nas in html:FILE. May be given several times")
+                     ") or of a prefix,\nas in html:FILE; FORMAT:- is standard output.\nMay be given several times")
       ->type_name("FILE")
       ->allow_extra_args(false);
   app.add_option("--from", raw.from,
                  "The input format: markdown, csv or tsv\n(default: by its extension, otherwise markdown)")
       ->type_name("FORMAT");
+  app.add_option("--delimiter", raw.delimiter,
+                 "What separates the cells of CSV; \\t is a tab\n(default: found from the first rows)")
+      ->type_name("CHARACTER");
   app.add_option("--title", options.title, "The title (default: the first heading,\notherwise the input's name)")
       ->type_name("TEXT");
   app.add_option("--property", raw.properties,
                  "Fills the placeholder %NAME% of a template.\nMay be given several times")
+      ->type_name("NAME=VALUE")
+      ->allow_extra_args(false);
+  app.add_option("--set", raw.settings,
+                 "A setting of the document, such as paper=Letter\nor text.width=100. May be given several times")
       ->type_name("NAME=VALUE")
       ->allow_extra_args(false);
   app.add_option("--template", raw.templateName, "A template for HTML pages")->type_name("NAME");
@@ -69,7 +86,8 @@ void addOptions(CLI::App& app, RawOptions& raw) {
   app.add_flag("--toc", options.contents, "Begin with a table of contents");
   app.add_flag("--unsafe", options.unsafe,
                "Pass on the raw HTML of Markdown, and addresses\nthat run a program (javascript:)");
-  app.add_flag("--quiet", options.quiet, "Print errors only");
+  app.add_flag("--strict", options.strict, "Exit with status 1 after a warning, too");
+  app.add_flag("-q,--quiet", options.quiet, "Print errors only");
 }
 
 void rejectLeftovers(std::vector<std::string> leftovers) {
@@ -132,19 +150,36 @@ InputFormat inputFormat(const std::string& from, const std::string& input) {
   return InputFormat::Markdown;
 }
 
-std::pair<std::string, std::string> property(const std::string& argument) {
+std::pair<std::string, std::string> nameAndValue(const char* option, const std::string& argument) {
   const std::size_t equals = argument.find('=');
   if (equals == 0 || equals == std::string::npos) {
-    throw UsageError("--property takes NAME=VALUE, not '" + argument + "'");
+    throw UsageError(std::string(option) + " takes NAME=VALUE, not '" + argument + "'");
   }
-  std::string name = argument.substr(0, equals);
+  return {argument.substr(0, equals), argument.substr(equals + 1)};
+}
+
+std::pair<std::string, std::string> property(const std::string& argument) {
+  auto [name, value] = nameAndValue("--property", argument);
   if (name.size() > 2 && name.starts_with('%') && name.ends_with('%')) {
     name = name.substr(1, name.size() - 2);
   }
   if (name == "TITLE" || name == "BODY") {
     throw UsageError("--property cannot set %" + name + (name == "TITLE" ? "%; use --title" : "%"));
   }
-  return {name, argument.substr(equals + 1)};
+  return {name, value};
+}
+
+// Quotes and line ends have a meaning of their own in CSV.
+std::optional<char> delimiter(const std::string& argument, InputFormat format) {
+  if (argument.empty()) {
+    return format == InputFormat::Tsv ? std::optional('\t') : std::nullopt;
+  }
+  const std::string text = argument == "\\t" ? "\t" : argument;
+  const auto c = static_cast<unsigned char>(text.front());
+  if (text.size() != 1 || text == "\"" || (c < 0x20 && c != '\t') || c > 0x7E) {
+    throw UsageError("--delimiter takes one ASCII character, not '" + argument + "'");
+  }
+  return text.front();
 }
 
 std::string chosenTemplate(const std::string& name) {
@@ -172,7 +207,7 @@ bool isSameTarget(const std::string& a, const std::string& b) {
 
 void requireDifferentFiles(const Options& options) {
   for (auto output = options.outputs.begin(); output != options.outputs.end(); ++output) {
-    if (options.input != "-" && isSameTarget(options.input, output->name)) {
+    if (options.input != "-" && output->name != "-" && isSameTarget(options.input, output->name)) {
       throw UsageError("the output '" + output->name + "' is the input");
     }
     const auto same = [&](const OutputRequest& other) {
@@ -195,6 +230,9 @@ Options interpret(RawOptions raw) {
   options.inputFormat = inputFormat(raw.from, options.input);
   std::transform(raw.outputs.begin(), raw.outputs.end(), std::back_inserter(options.outputs), outputRequest);
   std::transform(raw.properties.begin(), raw.properties.end(), std::back_inserter(options.properties), property);
+  std::transform(raw.settings.begin(), raw.settings.end(), std::back_inserter(options.settings),
+                 [](const std::string& argument) { return nameAndValue("--set", argument); });
+  options.delimiter = delimiter(raw.delimiter, options.inputFormat);
   if (!raw.templateName.empty()) {
     options.templateFile = chosenTemplate(raw.templateName);
   }
@@ -211,9 +249,12 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   app.allow_windows_style_options(false);
   app.allow_extras();
   app.get_formatter()->column_width(25);
-  app.set_version_flag("--version", "scrivalen " SCRIVALEN_VERSION);
+  app.set_version_flag("-V,--version", "scrivalen " SCRIVALEN_VERSION);
   RawOptions raw;
   addOptions(app, raw);
+  if (arguments.empty()) {
+    return {{}, kShortHelp};
+  }
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
   } catch (const CLI::CallForHelp&) {

@@ -25,11 +25,14 @@ struct Options {
   std::vector<std::pair<std::string, std::string>> properties;  ///< names, without percent signs, and values
   std::string templateFile;                                     ///< its path; empty: none
   std::string stylesFile;                                       ///< empty: none
+  std::vector<std::pair<std::string, std::string>> settings;    ///< of the document, as given
   std::string separator;                                        ///< empty: aligned columns
+  std::optional<char> delimiter;                                ///< of CSV; nothing: found from the first rows
   bool landscape = false;
   bool singleByte = false;
   bool contents = false;
   bool unsafe = false;  ///< pass on raw HTML and all addresses of Markdown
+  bool strict = false;  ///< a warning is a failure
   bool quiet = false;
 };
 

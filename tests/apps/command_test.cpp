@@ -9,6 +9,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
+
 namespace scrivalen::command::test {
 namespace {
 
@@ -42,6 +44,69 @@ TEST(Command, ReadsStandardInput) {
   run.environment.input = "a,b\n1,2\n";
   EXPECT_EQ(run.run({"-", "--from", "csv", "-o", "@/a.txt"}).status, 0);
   EXPECT_EQ(run.bytes("a.txt"), "a  b\n-  -\n1  2\n");
+}
+
+TEST(Command, WritesToStandardOutput) {
+  CommandRun run;
+  const Result result = run.with("in.md", "# T\n").run({"@/in.md", "-o", "text:-", "-o", "@/a.txt"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.output, "T\n=\n");
+  EXPECT_EQ(run.bytes("a.txt"), "T\n=\n");
+  EXPECT_EQ(run.names(), (std::vector<std::string>{"a.txt", "in.md"}));
+}
+
+TEST(Command, FailsWhenStandardOutputTakesNoMore) {
+  CommandRun run;
+  run.environment.get().writeOutput = [](std::string_view) {
+    errno = ENOSPC;
+    return false;
+  };
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "html:-"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: cannot write the stream of html: No space left on device\n");
+}
+
+TEST(Command, TakesSettings) {
+  CommandRun run;
+  EXPECT_EQ(
+      run.with("in.md", "one two three four five six seven")
+          .run({"@/in.md", "--set", "text.width=20", "--set", "title=T", "--set", "show-title=yes", "-o", "text:-"})
+          .output,
+      "T\n=\n\none two three four\nfive six seven\n");
+  const Result wrong = run.run({"@/in.md", "--set", "paper=B9", "-o", "@/a.html"});
+  EXPECT_EQ(wrong.status, 2);
+  EXPECT_TRUE(wrong.error.starts_with("scrivalen: The setting \"paper\" does not take \"B9\"")) << wrong.error;
+  EXPECT_EQ(run.names(), std::vector<std::string>{"in.md"});
+}
+
+TEST(Command, FindsTheDelimiterOfATable) {
+  CommandRun run;
+  run.with("in.csv", "Name;Price\nM\xC3\xBCller;1.234,56\n");
+  EXPECT_EQ(run.run({"@/in.csv", "--separator", "|", "-o", "text:-"}).output, "Name|Price\nM\xC3\xBCller|1.234,56\n");
+  EXPECT_EQ(run.run({"@/in.csv", "--separator", "|", "--delimiter", ",", "-o", "text:-"}).output,
+            "Name;Price|\nM\xC3\xBCller;1.234|56\n");
+}
+
+TEST(Command, FailsAfterAWarningWhenStrict) {
+  CommandRun run;
+  run.with("in.md", "a\xFF");
+  EXPECT_EQ(run.run({"@/in.md", "--strict", "--quiet", "-o", "@/a.txt"}).status, 1);
+  EXPECT_EQ(run.bytes("a.txt"), "a\xEF\xBF\xBD\n");
+  EXPECT_EQ(run.with("in.md", "a").run({"@/in.md", "--strict", "-o", "@/a.txt"}).status, 0);
+}
+
+TEST(Command, RefusesAnInputThatIsNoText) {
+  CommandRun run;
+  std::string program =
+      "\x7F"
+      "ELF";
+  for (int i = 0; i < 200; ++i) {
+    program += static_cast<char>(i);
+  }
+  const Result result = run.with("in.md", program).run({"@/in.md", "-o", "@/a.html"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: '@/in.md' is not a text file\n");
+  EXPECT_EQ(run.names(), std::vector<std::string>{"in.md"});
 }
 
 TEST(Command, ReadsAnEmptyInput) {

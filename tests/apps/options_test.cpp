@@ -68,7 +68,7 @@ TEST(Options, RejectAnOutputWithoutAName) {
 }
 
 TEST(Options, RequireAnInputAndAnOutput) {
-  EXPECT_EQ(complaint({}), "no input given; see scrivalen --help");
+  EXPECT_EQ(complaint({"-o", "a.txt"}), "no input given; see scrivalen --help");
   EXPECT_EQ(complaint({"in.md"}), "no output given (-o FILE); see scrivalen --help");
 }
 
@@ -155,6 +155,35 @@ TEST(Options, FindATemplateInAnyCaseWithOrWithoutItsExtension) {
   }
 }
 
+TEST(Options, TakeSettingsOfTheDocument) {
+  const Options options = parsed({"a", "-o", "a.txt", "--set", "paper=A5", "--set", "footer=a=b"});
+  ASSERT_EQ(options.settings.size(), 2u);
+  EXPECT_EQ(options.settings[0], (std::pair<std::string, std::string>("paper", "A5")));
+  EXPECT_EQ(options.settings[1], (std::pair<std::string, std::string>("footer", "a=b")));
+  EXPECT_EQ(complaint({"a", "-o", "a.txt", "--set", "paper"}), "--set takes NAME=VALUE, not 'paper'");
+}
+
+TEST(Options, TakeADelimiter) {
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt"}).delimiter, std::nullopt);
+  EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).delimiter, '\t');
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", "\\t"}).delimiter, '\t');
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", ":"}).delimiter, ':');
+  for (const char* const wrong : {"ab", "\"", "\n", "\xC3\xA9"}) {
+    EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--delimiter", wrong}),
+              std::string("--delimiter takes one ASCII character, not '") + wrong + "'");
+  }
+}
+
+TEST(Options, ShowAShortHelpWithoutArguments) {
+  EXPECT_TRUE(parseCommandLine({}).printout.value_or("").starts_with("Usage: scrivalen INPUT -o FILE"));
+}
+
+TEST(Options, HaveShortNames) {
+  EXPECT_TRUE(parsed({"a", "-o", "a.txt", "-q"}).quiet);
+  EXPECT_TRUE(parsed({"a", "-o", "a.txt", "--strict"}).strict);
+  EXPECT_EQ(parseCommandLine({"-V"}).printout, parseCommandLine({"--version"}).printout);
+}
+
 TEST(Options, RejectAMissingTemplate) {
   EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "../tmpl/default"}),
             "there is no template '../tmpl/default'; see scrivalen --list-templates");
@@ -164,9 +193,9 @@ TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
   EXPECT_TRUE(parseCommandLine({"--list-templates"}).printout.has_value());
   EXPECT_EQ(parseCommandLine({"--version"}).printout, "scrivalen 1.1.0\n");
   const std::string help = parseCommandLine({"--help"}).printout.value_or("");
-  for (const char* word :
-       {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates", "--styles",
-        "--landscape", "--single-byte", "--separator", "--toc", "--quiet", "--version", "--help", "Examples:"}) {
+  for (const char* word : {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates",
+                           "--styles", "--landscape", "--single-byte", "--separator", "--set", "--delimiter",
+                           "--strict", "--toc", "--quiet", "--version", "--help", "Examples:"}) {
     EXPECT_NE(help.find(word), std::string::npos) << word;
   }
 }

@@ -1,6 +1,7 @@
 #include "readers/csv_reader.h"
 
 #include "errors.h"
+#include "readers/csv_delimiter.h"
 
 #include <csv.h>
 
@@ -204,10 +205,26 @@ void CsvReader::fail(std::size_t line, const char* reason) const {
   throw InputError("'" + name_ + "', line " + std::to_string(line) + ": " + reason);
 }
 
+// Enough to tell what separates the cells: of a pipe, what comes with its first line.
+std::string beginningOf(TextInput& input) {
+  constexpr std::size_t kLongLine = 65536;
+  std::string start;
+  while (start.find_first_of("\r\n") == start.npos && start.size() < kLongLine) {
+    const std::string_view piece = input.next();
+    if (piece.empty()) {
+      break;
+    }
+    start += piece;
+  }
+  return start;
+}
+
 }  // namespace
 
-void readCsv(TextInput& input, char separator, DocumentSink& sink) {
-  CsvReader reader(input.name(), separator, sink);
+void readCsv(TextInput& input, std::optional<char> delimiter, DocumentSink& sink) {
+  const std::string start = delimiter ? std::string() : beginningOf(input);
+  CsvReader reader(input.name(), delimiter.value_or(csvDelimiterOf(start)), sink);
+  reader.read(start);
   for (std::string_view piece = input.next(); !piece.empty(); piece = input.next()) {
     reader.read(piece);
   }

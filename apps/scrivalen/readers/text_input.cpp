@@ -15,6 +15,17 @@ namespace {
 constexpr std::size_t kChunk = 256 * 1024;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 
+// Whether a file is a program, a picture or the like, told by its control characters. A damaged text has few of them.
+bool isBinary(std::string_view start) {
+  constexpr std::size_t kFewest = 16;
+  constexpr std::size_t kOneIn = 20;
+  static constexpr std::string_view kOfText = "\t\n\r\f\x1B";
+  const auto count = static_cast<std::size_t>(std::count_if(start.begin(), start.end(), [](char c) {
+    return (static_cast<unsigned char>(c) < 0x20 && kOfText.find(c) == kOfText.npos) || c == 0x7F;
+  }));
+  return count >= kFewest && count > start.size() / kOneIn;
+}
+
 }  // namespace
 
 TextInput::TextInput(const Environment& environment, std::string name, ByteOrderMark mark)
@@ -96,6 +107,9 @@ void TextInput::recognizeEncoding() {
     markSize = 2;
   }
   begin_ = mark_ == ByteOrderMark::Removed ? markSize : 0;
+  if (encoding_ == Encoding::Utf8 && isBinary(start)) {
+    throw InputError("'" + name_ + "' is not a text file");
+  }
 }
 
 std::string_view TextInput::takeUtf8() {

@@ -3,6 +3,7 @@
 #include "digits.h"
 #include "errors.h"
 
+#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <new>
@@ -38,7 +39,7 @@ DocumentRun::DocumentRun(const Options& options, std::vector<const OutputRequest
 
 void DocumentRun::addOutputs() {
   for (const OutputRequest* const output : outputs_) {
-    switch (scrivalen_add_file(document_.get(), output->name.c_str(), output->format->name)) {
+    switch (addOutput(*output)) {
       case SCRIVALEN_OK: break;
       case SCRIVALEN_OUT_OF_MEMORY: throw std::bad_alloc();
       default: throw UsageError(scrivalen_error(document_.get()));
@@ -48,6 +49,20 @@ void DocumentRun::addOutputs() {
     return static_cast<DocumentRun*>(run)->environment_.wasInterrupted() ? 1 : 0;
   };
   scrivalen_set_progress(document_.get(), progress, this);
+}
+
+scrivalen_status DocumentRun::addOutput(const OutputRequest& output) {
+  if (output.name != "-") {
+    return scrivalen_add_file(document_.get(), output.name.c_str(), output.format->name);
+  }
+  const auto writeOutput = [](void* run, const void* data, std::size_t size) {
+    errno = 0;
+    if (static_cast<DocumentRun*>(run)->environment_.writeOutput({static_cast<const char*>(data), size})) {
+      return 0;
+    }
+    return errno != 0 ? errno : EIO;
+  };
+  return scrivalen_add_stream(document_.get(), output.format->name, writeOutput, this);
 }
 
 // SOURCE_DATE_EPOCH makes equal inputs give equal bytes (reproducible-builds.org).
@@ -87,6 +102,9 @@ void DocumentRun::set(const char* name, const std::string& value) {
 void DocumentRun::open(const std::string& title, bool isShown) {
   set("title", title);
   set("show-title", isShown ? "yes" : "no");
+  for (const auto& [name, value] : options_.settings) {
+    set(name.c_str(), value);
+  }
   stopWhenInterrupted();
   scrivalen_open(document_.get());
 }

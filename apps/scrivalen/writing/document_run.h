@@ -44,6 +44,7 @@ class DocumentRun {
   };
 
   void addOutputs();
+  scrivalen_status addOutput(const OutputRequest& output);
   void applySettings();
   void set(const char* name, const std::string& value);
   void showProgress(std::size_t blocks);
