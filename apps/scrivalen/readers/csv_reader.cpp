@@ -223,7 +223,7 @@ std::string beginningOf(TextInput& input) {
 
 void readCsv(TextInput& input, std::optional<char> delimiter, DocumentSink& sink) {
   const std::string start = delimiter ? std::string() : beginningOf(input);
-  CsvReader reader(input.name(), delimiter.value_or(csvDelimiterOf(start)), sink);
+  CsvReader reader(input.name(), delimiter ? *delimiter : csvDelimiterOf(start), sink);
   reader.read(start);
   for (std::string_view piece = input.next(); !piece.empty(); piece = input.next()) {
     reader.read(piece);

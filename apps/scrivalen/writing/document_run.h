@@ -1,5 +1,6 @@
 #pragma once
 
+#include "environment.h"
 #include "messages.h"
 #include "options.h"
 #include "writing/document_stream.h"

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "environment.h"
 #include "readers/document_sink.h"
 #include "readers/headings.h"
 
