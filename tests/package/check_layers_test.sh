@@ -35,7 +35,7 @@ write_tree() {
   put src/formats/multi_report.cpp '"formats/rtf/rtf_report.h"'
   put include/scrivalen/report.h '<scrivalen/export.h>'
   put include/scrivalen/multi_report.h '<scrivalen/report.h>'
-  put apps/scrivalen/command.cpp '"readers/csv_reader.h"'
+  put apps/scrivalen/command.cpp '"readers/csv/csv_reader.h"'
   put apps/scrivalen/command.cpp '<scrivalen/multi_report.h>'
   put apps/scrivalen/command.cpp '"output/target_file.h"'
 }
@@ -83,7 +83,7 @@ expect_found src/platform/utf.h '"text/utf.h"' "no layer"
 expect_found src/strays.cpp '<string>' "no layer"
 expect_found include/scrivalen/report.h '<scrivalen/scrivalen.h>' "above"
 expect_found apps/scrivalen/command.cpp '"report/report_error.h"' "the command"
-expect_found apps/scrivalen/readers/csv_reader.cpp '"formats/rtf/rtf_report.h"' "the command"
+expect_found apps/scrivalen/readers/csv/csv_reader.cpp '"formats/rtf/rtf_report.h"' "the command"
 
 write_tree
 for number in {1..24}; do

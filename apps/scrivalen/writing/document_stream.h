@@ -1,7 +1,7 @@
 #pragma once
 
 #include "readers/document_sink.h"
-#include "readers/headings.h"
+#include "readers/markdown/headings.h"
 
 #include <scrivalen/document.h>
 

@@ -1,4 +1,4 @@
-#include "readers/csv_delimiter.h"
+#include "readers/csv/csv_delimiter.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "readers/csv_reader.h"
+#include "readers/csv/csv_reader.h"
 
 #include "command_support.h"
 #include "errors.h"

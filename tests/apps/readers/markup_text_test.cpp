@@ -1,4 +1,4 @@
-#include "readers/markup_text.h"
+#include "readers/markdown/markup_text.h"
 
 #include <gtest/gtest.h>
 

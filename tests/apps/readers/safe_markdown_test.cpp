@@ -1,4 +1,4 @@
-#include "readers/markdown_reader.h"
+#include "readers/markdown/markdown_reader.h"
 
 #include "command_support.h"
 #include "recorded_parts.h"

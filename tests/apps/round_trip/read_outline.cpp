@@ -1,6 +1,6 @@
 #include "round_trip/read_outline.h"
 
-#include "readers/markdown_reader.h"
+#include "readers/markdown/markdown_reader.h"
 #include "round_trip/outline.h"
 
 #include <vector>

@@ -1,7 +1,7 @@
-#include "readers/csv_reader.h"
+#include "readers/csv/csv_reader.h"
 
 #include "errors.h"
-#include "readers/csv_delimiter.h"
+#include "readers/csv/csv_delimiter.h"
 
 #include <csv.h>
 

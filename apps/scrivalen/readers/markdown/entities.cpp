@@ -1,6 +1,6 @@
-#include "readers/entities.h"
+#include "readers/markdown/entities.h"
 
-#include "readers/entity_table.h"
+#include "readers/markdown/entity_table.h"
 #include "text/utf.h"
 
 #include <algorithm>

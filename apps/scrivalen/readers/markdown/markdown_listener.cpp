@@ -1,7 +1,7 @@
-#include "readers/markdown_listener.h"
+#include "readers/markdown/markdown_listener.h"
 
 #include "addresses.h"
-#include "readers/entities.h"
+#include "readers/markdown/entities.h"
 #include "text/address.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/markdown_reader.h"
+#include "readers/markdown/markdown_reader.h"
 
 #include <string>
 #include <string_view>

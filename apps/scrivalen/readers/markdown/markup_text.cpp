@@ -1,6 +1,6 @@
-#include "readers/markup_text.h"
+#include "readers/markdown/markup_text.h"
 
-#include "readers/entities.h"
+#include "readers/markdown/entities.h"
 #include "text/ascii.h"
 
 #include <algorithm>

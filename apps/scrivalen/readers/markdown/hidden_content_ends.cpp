@@ -1,6 +1,6 @@
-#include "readers/hidden_content_ends.h"
+#include "readers/markdown/hidden_content_ends.h"
 
-#include "readers/markdown_parser.h"
+#include "readers/markdown/markdown_parser.h"
 
 namespace scrivalen::command {
 namespace {

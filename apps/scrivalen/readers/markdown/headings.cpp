@@ -1,4 +1,4 @@
-#include "readers/headings.h"
+#include "readers/markdown/headings.h"
 
 #include "document/anchor_names.h"
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "readers/document_sink.h"
-#include "readers/hidden_content_ends.h"
-#include "readers/markdown_parser.h"
-#include "readers/markdown_reader.h"
-#include "readers/markup_text.h"
+#include "readers/markdown/hidden_content_ends.h"
+#include "readers/markdown/markdown_parser.h"
+#include "readers/markdown/markdown_reader.h"
+#include "readers/markdown/markup_text.h"
 
 #include <cstdint>
 #include <optional>

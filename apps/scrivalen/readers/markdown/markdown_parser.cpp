@@ -1,4 +1,4 @@
-#include "readers/markdown_parser.h"
+#include "readers/markdown/markdown_parser.h"
 
 #include "errors.h"
 

@@ -1,7 +1,7 @@
-#include "readers/markdown_reader.h"
+#include "readers/markdown/markdown_reader.h"
 
-#include "readers/markdown_listener.h"
-#include "readers/markdown_parser.h"
+#include "readers/markdown/markdown_listener.h"
+#include "readers/markdown/markdown_parser.h"
 
 namespace scrivalen::command {
 

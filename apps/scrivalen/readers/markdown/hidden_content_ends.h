@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/markup_text.h"
+#include "readers/markdown/markup_text.h"
 
 #include <array>
 #include <cstddef>
