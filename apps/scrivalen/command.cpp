@@ -4,7 +4,7 @@
 #include "errors.h"
 #include "library_handlers.h"
 #include "messages.h"
-#include "options.h"
+#include "options/command_line.h"
 #include "readers/csv/csv_reader.h"
 #include "readers/markdown/headings.h"
 #include "readers/markdown/markdown_reader.h"

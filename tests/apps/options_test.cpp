@@ -1,4 +1,4 @@
-#include "options.h"
+#include "options/command_line.h"
 
 #include "errors.h"
 #include "system/files/files.h"

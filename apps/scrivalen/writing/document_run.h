@@ -2,7 +2,7 @@
 
 #include "environment.h"
 #include "messages.h"
-#include "options.h"
+#include "options/options.h"
 #include "writing/document_stream.h"
 
 #include <scrivalen/document.h>

@@ -1,0 +1,15 @@
+#include "options/option_group.h"
+
+#include "errors.h"
+
+namespace scrivalen::command {
+
+std::pair<std::string, std::string> nameAndValue(const char* option, const std::string& argument) {
+  const std::size_t equals = argument.find('=');
+  if (equals == 0 || equals == std::string::npos) {
+    throw UsageError(std::string(option) + " takes NAME=VALUE, not '" + argument + "'");
+  }
+  return {argument.substr(0, equals), argument.substr(equals + 1)};
+}
+
+}  // namespace scrivalen::command
