@@ -150,6 +150,9 @@ void beginTable(scrivalen_document* document, Input& input) {
   const bool hasColumns = input.byte() % 2 == 0;
   scrivalen_begin_table(document, hasColumns ? columns : nullptr, static_cast<std::size_t>(input.byte() % 4),
                         input.name());
+  if (!hasColumns) {
+    scrivalen_describe_column(document, static_cast<std::size_t>(columns[0].type), columns);
+  }
 }
 
 void beginCell(scrivalen_document* document, Input& input) {
@@ -256,7 +259,12 @@ void call(scrivalen_document* document, Input& input) {
       break;
     }
     case 34: scrivalen_cell_number(document, input.real()); break;
-    case 35: scrivalen_cell_integer(document, input.number()); break;
+    case 35: {
+      const std::int64_t number = input.number();
+      number % 2 == 0 ? scrivalen_cell_integer(document, number)
+                      : scrivalen_cell_decimal(document, number, static_cast<int>(number % 17));
+      break;
+    }
     case 36: scrivalen_cell_date(document, input.integer()); break;
     case 37: scrivalen_cell_time(document, input.number()); break;
     case 38: scrivalen_cell_boolean(document, input.byte()); break;

@@ -168,6 +168,11 @@ typedef struct {
 /// SCRIVALEN_MISUSE for a column whose field is out of range, or with a format that is not known.
 SCRIVALEN_API scrivalen_status scrivalen_begin_table(scrivalen_document*, const scrivalen_column* columns, size_t count,
                                                      const char* name);
+/// Describes a column of the table that is open, counted from 0, for a host that does not know how many columns there
+/// will be: what the description has, over what the column had. Once the table's columns are known, after its sample,
+/// it has no effect; nor has one past the last column where their number was given. SCRIVALEN_MISUSE without a table,
+/// and for a column whose field is out of range.
+SCRIVALEN_API scrivalen_status scrivalen_describe_column(scrivalen_document*, size_t index, const scrivalen_column*);
 /// Begins a row of a table; not 0: a header row.
 SCRIVALEN_API scrivalen_status scrivalen_begin_row(scrivalen_document*, int header);
 typedef struct {
@@ -255,6 +260,9 @@ SCRIVALEN_API scrivalen_status scrivalen_cell(scrivalen_document*, const char* t
 SCRIVALEN_API scrivalen_status scrivalen_cell_number(scrivalen_document*, double value);
 /// Writes a cell with an integer. The decimals of its column are zeros.
 SCRIVALEN_API scrivalen_status scrivalen_cell_integer(scrivalen_document*, int64_t value);
+/// Writes a cell with the number digits / 10^decimals. Unless its column has decimals or a format, it is shown with
+/// just so many decimals, 0 to 15: 1250 and 2 are "12.50". SCRIVALEN_MISUSE for decimals out of range.
+SCRIVALEN_API scrivalen_status scrivalen_cell_decimal(scrivalen_document*, int64_t digits, int decimals);
 /// Writes a cell with a date, in days since 1970-01-01.
 SCRIVALEN_API scrivalen_status scrivalen_cell_date(scrivalen_document*, int32_t days);
 /// Writes a cell with a date and a time, in seconds since 1970-01-01 00:00, without a time zone.

@@ -11,6 +11,7 @@ namespace {
 using namespace scrivalen::api;
 using scrivalen::document::Align;
 using scrivalen::document::Column;
+using scrivalen::document::decimalValue;
 using scrivalen::document::isShare;
 using scrivalen::document::ValueFormat;
 using scrivalen::document::ValueType;
@@ -71,6 +72,32 @@ Status beginTable(Document& document, const scrivalen_column* given, std::size_t
   return document.beginTable(std::move(columns), name);
 }
 
+Status describeColumn(Document& document, std::size_t index, const scrivalen_column* given) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
+  scrivalen_column column{};
+  if (!given || !readStruct(given, column)) {
+    return document.misuse(kWrongSize);
+  }
+  Column description;
+  if (const std::string wrong = readColumn(column, description); !wrong.empty()) {
+    return document.misuse("column " + std::to_string(index) + ": " + wrong);
+  }
+  return document.describeColumn(index, description);
+}
+
+Status decimal(Document& document, std::int64_t digits, int decimals) {
+  if (const Status status = document.ready(); status != Status::Ok) {
+    return status;
+  }
+  if (decimals < 0 || decimals > kMostDecimals) {
+    return document.misuse("the decimals of a number are 0 to 15");
+  }
+  return decimals == 0 ? document.value(ValueType::Integer, 0, digits)
+                       : document.value(ValueType::Number, decimalValue(digits, decimals), digits, decimals);
+}
+
 Status beginCell(Document& document, const scrivalen_cell_style* given) {
   if (const Status status = document.ready(); status != Status::Ok) {
     return status;
@@ -101,6 +128,10 @@ scrivalen_status scrivalen_begin_table(scrivalen_document* document, const scriv
   return call(document, [&](Document& to) { return beginTable(to, columns, count, textOf(name)); });
 }
 
+scrivalen_status scrivalen_describe_column(scrivalen_document* document, size_t index, const scrivalen_column* column) {
+  return call(document, [&](Document& to) { return describeColumn(to, index, column); });
+}
+
 scrivalen_status scrivalen_begin_row(scrivalen_document* document, int header) {
   return call(document, [&](Document& to) { return to.beginRow(header != 0); });
 }
@@ -119,6 +150,10 @@ scrivalen_status scrivalen_cell_number(scrivalen_document* document, double valu
 
 scrivalen_status scrivalen_cell_integer(scrivalen_document* document, int64_t value) {
   return call(document, [&](Document& to) { return to.value(ValueType::Integer, 0, value); });
+}
+
+scrivalen_status scrivalen_cell_decimal(scrivalen_document* document, int64_t digits, int decimals) {
+  return call(document, [&](Document& to) { return decimal(to, digits, decimals); });
 }
 
 scrivalen_status scrivalen_cell_date(scrivalen_document* document, int32_t days) {

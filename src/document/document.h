@@ -61,8 +61,8 @@ class Document : private TableTarget, private EventSink {
   Status beginRow(bool header);
   /// Says of the row that is open whether it is a header row, for a host that knows it only at the row's end.
   Status markRow(bool header);
-  /// Sets the name, type and width of a column of the table that is open, for a host that knows them only from its
-  /// cells. What the description lacks stays; all stays once the columns are known, after the sample.
+  /// Sets of a column of the table that is open what the description has, for a host that knows it only from the cells,
+  /// or does not know how many columns there will be. All stays once the columns are known, after the sample.
   Status describeColumn(std::size_t column, const Column& description);
   Status beginCell(const CellStyle& style);
   Status beginSpan(Span span);
@@ -91,7 +91,8 @@ class Document : private TableTarget, private EventSink {
   Status heading(int level, std::string_view text);
   Status paragraph(std::string_view text);
   Status cell(std::string_view text);
-  Status value(ValueType type, double number, std::int64_t integer);
+  /// @param decimals  1 to 15: of a Number that is integer / 10^decimals; else 0
+  Status value(ValueType type, double number, std::int64_t integer, int decimals = 0);
   Status rows(const ColumnData* columns, std::size_t count, std::size_t rows);
   /// Whether rows may come now; if not, says so as a misuse.
   Status readyForRows();

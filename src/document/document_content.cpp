@@ -207,14 +207,14 @@ Status Document::cell(std::string_view text) {
   return taken();
 }
 
-Status Document::value(ValueType type, double number, std::int64_t integer) {
+Status Document::value(ValueType type, double number, std::int64_t integer, int decimals) {
   if (const Status status = readyForCell(); status != Status::Ok) {
     return status;
   }
   if (inCell_) {
-    table_->setValue(type, number, integer);
+    table_->setValue(type, number, integer, decimals);
   } else {
-    table_->addValue(type, number, integer);
+    table_->addValue(type, number, integer, decimals);
   }
   return taken();
 }

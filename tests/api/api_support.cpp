@@ -102,6 +102,7 @@ std::vector<Step> makeSteps() {
       {"cell_integer", [](Document d) { return scrivalen_cell_integer(d, 42); }},
       {"end of the second row", end},
       {"third begin_row", [](Document d) { return scrivalen_begin_row(d, 0); }},
+      {"cell_decimal", [](Document d) { return scrivalen_cell_decimal(d, -1250, 2); }},
       {"cell_date", [](Document d) { return scrivalen_cell_date(d, 20000); }},
       {"cell_time", [](Document d) { return scrivalen_cell_time(d, 86399); }},
       {"end of the third row", end},

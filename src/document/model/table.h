@@ -46,6 +46,7 @@ struct Cell {
   ValueType type = ValueType::Auto;  ///< of a value; Auto or Text for a text: whether it may become a value
   bool header = false;
   Align align = Align::Auto;  ///< Auto: its column's
+  std::int8_t decimals = 0;   ///< of a Number that was given as integer / 10^decimals
   int span = 1;               ///< in columns; those of a row add up to the table's
   double number = 0;          ///< of a Number
   std::int64_t integer = 0;   ///< of an Integer, Date (days since 1970), Time (seconds since 1970) or Boolean

@@ -339,6 +339,19 @@ char* Values::number(char* out, double value, const ValueFormat& format) const {
   return format.percent_ ? put(out, "%") : out;
 }
 
+char* Values::decimal(char* out, std::int64_t digits, int decimals, const ValueFormat& format) const {
+  if (format.decimals_ != 0) {
+    return number(out, decimalValue(digits, decimals), format);
+  }
+  char buffer[64];
+  const auto bits = static_cast<std::uint64_t>(digits);
+  if (digits < 0) {
+    *out++ = '-';
+  }
+  const Decimal decimal = decimalOf(buffer, digits < 0 ? 0 - bits : bits, static_cast<std::size_t>(decimals));
+  return putDecimal(out, decimal, numbers_.point, groupOf(format));
+}
+
 char* Values::integer(char* out, std::int64_t value, const ValueFormat& format) const {
   const std::string_view group = groupOf(format);
   if (format.decimals_ <= 0 && !format.percent_ && group.empty()) {
@@ -380,6 +393,8 @@ char* Values::time(char* out, std::int64_t seconds, const ValueFormat& format) c
 }
 
 char* Values::boolean(char* out, bool value) { return put(out, value ? "true" : "false"); }
+
+double decimalValue(std::int64_t digits, int decimals) { return static_cast<double>(digits) / kPowersOfTen[decimals]; }
 
 bool isPlainNumber(std::string_view text) {
   take(text, "-");

@@ -65,6 +65,9 @@ class Values {
   /// Shortest round trip, or the exact value rounded half to even. Without decimals or a pattern, numbers from 1e21 on
   /// and below 1e-7 have an exponent, as in 1.5e+300. Zero has no sign. Not finite: nothing is written.
   char* number(char* out, double value, const ValueFormat& format) const;
+  /// The number digits / 10^decimals with just so many decimals, or with those of its column.
+  /// @param decimals  1 to 15
+  char* decimal(char* out, std::int64_t digits, int decimals, const ValueFormat& format) const;
   /// Decimals are zeros: as many as the column has.
   char* integer(char* out, std::int64_t value, const ValueFormat& format) const;
   /// Years have at least four digits; year 0 is 1 BC, and a minus comes before those that precede it.
@@ -80,6 +83,10 @@ class Values {
   NumberStyle numbers_;
   DateStyle dates_;
 };
+
+/// The double nearest to digits / 10^decimals; of more than 15 digits, one beside it.
+/// @param decimals  0 to 15
+double decimalValue(std::int64_t digits, int decimals);
 
 /// Whether a text reads as a plain number, so that its column may be aligned as one: an optional minus, digits without
 /// grouping or leading zeros, an optional fraction.

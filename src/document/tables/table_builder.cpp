@@ -48,6 +48,10 @@ void TableBuilder::describeColumn(std::size_t column, const Column& description)
   described.name = description.name.empty() ? described.name : description.name;
   described.type = description.type == ValueType::Auto ? described.type : description.type;
   described.width = description.width > 0 ? description.width : described.width;
+  described.align = description.align == Align::Auto ? described.align : description.align;
+  if (description.format.decimals() != 0 || !description.format.pattern().empty()) {
+    described.format = description.format;
+  }
 }
 
 void TableBuilder::addText(std::string_view text) {
@@ -70,13 +74,13 @@ void TableBuilder::addBorrowedText(std::string_view text) {
   }
 }
 
-void TableBuilder::addValue(ValueType type, double number, std::int64_t integer) {
+void TableBuilder::addValue(ValueType type, double number, std::int64_t integer, int decimals) {
   const ValueFormat& format = formatOf(column_);
-  setValueOf(push(), format, type, number, integer);
+  setValueOf(push(), format, type, number, integer, decimals);
 }
 
 void TableBuilder::setValueOf(Cell& cell, const ValueFormat& format, ValueType type, double number,
-                              std::int64_t integer) {
+                              std::int64_t integer, int decimals) {
   if (type == ValueType::Number && !std::isfinite(number)) {
     ++notFinite_;
     return;
@@ -84,10 +88,13 @@ void TableBuilder::setValueOf(Cell& cell, const ValueFormat& format, ValueType t
   cell.type = type;
   cell.number = number;
   cell.integer = integer;
+  cell.decimals = static_cast<std::int8_t>(decimals);
   char* const out = arena_.reserve(Values::kLongest);
   char* end = out;
   switch (type) {
-    case ValueType::Number: end = values_.number(out, number, format); break;
+    case ValueType::Number:
+      end = decimals > 0 ? values_.decimal(out, integer, decimals, format) : values_.number(out, number, format);
+      break;
     case ValueType::Integer: end = values_.integer(out, integer, format); break;
     case ValueType::Date: end = values_.date(out, static_cast<std::int32_t>(integer), format); break;
     case ValueType::Time: end = values_.time(out, integer, format); break;
@@ -116,10 +123,10 @@ void TableBuilder::setText(std::string_view text) {
   appendClean(plain_, text, TextKind::Flowing, replaced_);
 }
 
-void TableBuilder::setValue(ValueType type, double number, std::int64_t integer) {
+void TableBuilder::setValue(ValueType type, double number, std::int64_t integer, int decimals) {
   hasValue_ = true;
   cell_.type = ValueType::Auto;
-  setValueOf(cell_, formatOf(column_), type, number, integer);
+  setValueOf(cell_, formatOf(column_), type, number, integer, decimals);
 }
 
 void TableBuilder::text(std::string_view text) {

@@ -58,17 +58,17 @@ class TableBuilder {
   }
   /// Says of the row that is open whether it is a header row.
   void markRow(bool header) { isHeader_ = header; }
-  /// Sets the name, type and width of a column that the description has. Without effect after the sample.
+  /// Sets of a column what the description has. Without effect after the sample.
   void describeColumn(std::size_t column, const Column& description);
   /// A cell that is only a text, as the host gave it.
   void addText(std::string_view text);
   /// A cell that is only a value; its text is made from it.
-  void addValue(ValueType type, double number, std::int64_t integer);
+  void addValue(ValueType type, double number, std::int64_t integer, int decimals = 0);
 
   void beginCell(const CellStyle& style);
   /// Gives the cell that was begun its value.
   void setText(std::string_view text);
-  void setValue(ValueType type, double number, std::int64_t integer);
+  void setValue(ValueType type, double number, std::int64_t integer, int decimals = 0);
   /// A text of the cell that was begun, clean.
   void text(std::string_view text);
   /// A part of the cell's content other than text.
@@ -98,7 +98,8 @@ class TableBuilder {
   }
   bool isSampleFull() const;
   /// Gives an empty cell a value, and its text.
-  void setValueOf(Cell& cell, const ValueFormat& format, ValueType type, double number, std::int64_t integer);
+  void setValueOf(Cell& cell, const ValueFormat& format, ValueType type, double number, std::int64_t integer,
+                  int decimals);
   void addBorrowedText(std::string_view text);
   void addColumnCell(const ColumnData& column, std::size_t row);
   void begin(bool isWhole);

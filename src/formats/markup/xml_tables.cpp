@@ -157,7 +157,9 @@ void XmlTables::putValue(const Cell& cell) {
 char* XmlTables::putPlainForm(char* out, const Cell& cell) const {
   const Values& values = markup_.plainValues();
   switch (cell.type) {
-    case ValueType::Number: return values.number(out, cell.number, ValueFormat());
+    case ValueType::Number:
+      return cell.decimals > 0 ? values.decimal(out, cell.integer, cell.decimals, ValueFormat())
+                               : values.number(out, cell.number, ValueFormat());
     case ValueType::Integer: return values.integer(out, cell.integer, ValueFormat());
     case ValueType::Date: return values.date(out, static_cast<std::int32_t>(cell.integer), ValueFormat());
     case ValueType::Time: return values.time(out, cell.integer, ValueFormat());
