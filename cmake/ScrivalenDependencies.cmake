@@ -67,6 +67,21 @@ function(scrivalen_xlsxwriter_from_source)
   target_link_libraries(scrivalen_xlsxwriter PUBLIC scrivalen_zlib)
 endfunction()
 
+# Compiles the parser of libyaml. Its version is defined by its build, which is not used.
+function(scrivalen_yaml_from_source)
+  scrivalen_find_source(parser "libyaml-*/src/parser.c")
+  get_filename_component(folder "${parser}" DIRECTORY)
+  add_library(scrivalen_yaml STATIC
+    "${folder}/api.c" "${folder}/parser.c" "${folder}/reader.c" "${folder}/scanner.c")
+  # The files define macros of the same names, so each is compiled separately.
+  set_target_properties(scrivalen_yaml PROPERTIES
+    C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
+  target_compile_definitions(scrivalen_yaml
+    PUBLIC YAML_DECLARE_STATIC
+    PRIVATE YAML_VERSION_MAJOR=0 YAML_VERSION_MINOR=2 YAML_VERSION_PATCH=5 YAML_VERSION_STRING="0.2.5")
+  target_include_directories(scrivalen_yaml SYSTEM PUBLIC "${folder}/../include")
+endfunction()
+
 if(CMAKE_CROSSCOMPILING)
   scrivalen_static_zlib()
 else()
@@ -80,14 +95,17 @@ else()
   scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
-# scrivalen_md4c for Markdown, scrivalen_csv for CSV, scrivalen_cli11 for the options.
+# scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the
+# options.
 function(scrivalen_use_command_dependencies)
   if(SCRIVALEN_SOURCES_DIR)
     scrivalen_library_from_source(scrivalen_md4c "md4c-*/src/md4c.c")
     scrivalen_library_from_source(scrivalen_csv "libcsv-*/libcsv.c")
+    scrivalen_yaml_from_source()
   else()
     scrivalen_library_of_system(scrivalen_md4c md4c md4c.h)
     scrivalen_library_of_system(scrivalen_csv csv csv.h)
+    scrivalen_library_of_system(scrivalen_yaml yaml yaml.h)
   endif()
 
   # Headers only, the same for every system. A cross build gets them in a folder of their own, because the folder they

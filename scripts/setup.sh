@@ -48,8 +48,8 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libcsv-dev libcli11-dev libxlsxwriter-dev zlib1g-dev libgtest-dev libbenchmark-dev \
-    libhpdf-dev
+  need_packages libmd4c-dev libyaml-dev libcsv-dev libcli11-dev libxlsxwriter-dev zlib1g-dev libgtest-dev \
+    libbenchmark-dev libhpdf-dev
   need_command chmcmd fp-utils
 }
 
@@ -182,7 +182,7 @@ case "$1" in
     need_build
     need_test
     install_missing
-    fetch_sources md4c libcsv libxlsxwriter
+    fetch_sources md4c libcsv libyaml libxlsxwriter
     install_node_modules
     ;;
   *)

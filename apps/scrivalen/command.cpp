@@ -6,6 +6,7 @@
 #include "messages.h"
 #include "options/command_line.h"
 #include "readers/csv/csv_reader.h"
+#include "readers/front_matter/front_matter.h"
 #include "readers/markdown/headings.h"
 #include "readers/markdown/markdown_reader.h"
 #include "readers/text_input.h"
@@ -58,8 +59,8 @@ class Conversion {
 
   void readTable(TextInput& input);
   void readMarkdownFrom(TextInput& input);
-  void readMarkdownFor(Outputs outputs, std::string_view text, Safety safety);
-  DocumentRun& begin(Outputs outputs, std::string_view heading);
+  void readMarkdownFor(Outputs outputs, const FrontMatter& front, std::string_view text, Safety safety);
+  DocumentRun& begin(Outputs outputs, const FrontMatter& front, std::string_view heading);
   void warnOfReplacements(std::size_t count);
 
   const Options& options_;
@@ -89,10 +90,11 @@ int Conversion::run() {
   return isGood ? kDone : kFailed;
 }
 
-DocumentRun& Conversion::begin(Outputs outputs, std::string_view heading) {
+DocumentRun& Conversion::begin(Outputs outputs, const FrontMatter& front, std::string_view heading) {
   runs_.push_back(std::make_unique<DocumentRun>(options_, std::move(outputs), environment_, messages_));
+  const auto title = options_.title ? options_.title : front.title;
   const std::string own = heading.empty() ? titleFromName(options_.input) : std::string(heading);
-  runs_.back()->open(options_.title.value_or(own), options_.title.has_value());
+  runs_.back()->open(title.value_or(own), title.has_value(), front.settings);
   return *runs_.back();
 }
 
@@ -101,7 +103,7 @@ void Conversion::readTable(TextInput& input) {
   for (const OutputRequest& output : options_.outputs) {
     outputs.push_back(&output);
   }
-  begin(std::move(outputs), {}).write({}, [&](DocumentSink& sink) { readCsv(input, options_.delimiter, sink); });
+  begin(std::move(outputs), {}, {}).write({}, [&](DocumentSink& sink) { readCsv(input, options_.delimiter, sink); });
 }
 
 // Raw HTML that is passed on holds words. Formats that cannot show it get its text instead, in a document of their own.
@@ -111,19 +113,24 @@ void Conversion::readMarkdownFrom(TextInput& input) {
   for (const OutputRequest& output : options_.outputs) {
     (options_.unsafe && takesMarkup(output) ? unsafe : safe).push_back(&output);
   }
-  const std::string text = input.rest();
+  const std::string all = input.rest();
+  const FrontMatter front = frontMatterOf(all);
+  for (const std::string& warning : front.warnings) {
+    messages_.warning({"'", options_.input, "': ", warning});
+  }
+  const std::string_view text = std::string_view(all).substr(front.size);
   if (!safe.empty()) {
-    readMarkdownFor(std::move(safe), text, Safety::Safe);
+    readMarkdownFor(std::move(safe), front, text, Safety::Safe);
   }
   if (!unsafe.empty()) {
-    readMarkdownFor(std::move(unsafe), text, Safety::Unsafe);
+    readMarkdownFor(std::move(unsafe), front, text, Safety::Unsafe);
   }
 }
 
 // The title is a setting, and the contents come first, so the headings are read before the rest.
-void Conversion::readMarkdownFor(Outputs outputs, std::string_view text, Safety safety) {
+void Conversion::readMarkdownFor(Outputs outputs, const FrontMatter& front, std::string_view text, Safety safety) {
   Headings headings;
-  if (options_.contents || !options_.title) {
+  if (options_.contents || !(options_.title || front.title)) {
     headings = headingsOf(text, safety, options_.contents ? HeadingSearch::All : HeadingSearch::First);
   }
   DocumentStream::Plan plan;
@@ -134,7 +141,7 @@ void Conversion::readMarkdownFor(Outputs outputs, std::string_view text, Safety 
     plan.beginsWithTitle = headings.isFirst;
     plan.headings = std::move(headings.all);
   }
-  begin(std::move(outputs), headings.title).write(std::move(plan), [&](DocumentSink& sink) {
+  begin(std::move(outputs), front, headings.title).write(std::move(plan), [&](DocumentSink& sink) {
     readMarkdown(text, safety, sink);
   });
 }

@@ -22,6 +22,7 @@ constexpr const char* kOutput = "an output of a name that no string holds in its
 constexpr std::string_view kBefore = "what was there before";
 
 constexpr std::string_view kMarkdown =
+    "---\ntitle: A title of some length\nkeywords: [one, another one]\n---\n"
     "# A heading of some *length*, [linked](#table)\n\nText with `code`, <b>tags</b>, <!-- a comment --> and &amp;.\n\n"
     "- [ ] an item\n\n  > a quote\n\n```cpp\nint main() {}\n```\n\n## Table\n\n"
     "| one | another one |\n| --- | ---: |\n| ![an image](picture.png) | a cell of more than a few letters |\n\n---\n";

@@ -99,9 +99,23 @@ void DocumentRun::set(const char* name, const std::string& value) {
   }
 }
 
-void DocumentRun::open(const std::string& title, bool isShown) {
+void DocumentRun::setOfInput(const char* name, const std::string& value) {
+  const scrivalen_status status = scrivalen_set(document_.get(), name, value.c_str());
+  if (status == SCRIVALEN_OUT_OF_MEMORY) {
+    throw std::bad_alloc();
+  }
+  if (status != SCRIVALEN_OK) {
+    warnings_.push_back("'" + options_.input + "': " + scrivalen_error(document_.get()));
+  }
+}
+
+void DocumentRun::open(const std::string& title, bool isShown,
+                       const std::vector<std::pair<std::string, std::string>>& ofInput) {
   set("title", title);
   set("show-title", isShown ? "yes" : "no");
+  for (const auto& [name, value] : ofInput) {
+    setOfInput(name.c_str(), value);
+  }
   for (const auto& [name, value] : options_.settings) {
     set(name.c_str(), value);
   }
@@ -118,7 +132,9 @@ void DocumentRun::write(DocumentStream::Plan plan, const std::function<void(Docu
   } catch (const NoOutputLeft&) {
     // Each output has its own error.
   }
-  warnings_ = stream.warnings();
+  for (std::string& warning : stream.warnings()) {
+    warnings_.push_back(std::move(warning));
+  }
 }
 
 void DocumentRun::close() {

@@ -11,6 +11,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace scrivalen::command {
@@ -27,7 +28,9 @@ class DocumentRun {
   /// Creates the outputs. One that cannot be created has failed, and the others go on.
   /// @param title    of the document's properties
   /// @param isShown  whether readers see it above a text that does not begin with a heading
-  void open(const std::string& title, bool isShown);
+  /// @param ofInput  settings that the input gives itself, names and values; those of the options come before them, and
+  ///                 a value that cannot be used becomes a warning
+  void open(const std::string& title, bool isShown, const std::vector<std::pair<std::string, std::string>>& ofInput);
   /// Calls @p read with the document. Once no output is left, or when the user interrupts the run, it does not return
   /// to @p read.
   void write(DocumentStream::Plan plan, const std::function<void(DocumentSink&)>& read);
@@ -48,6 +51,7 @@ class DocumentRun {
   scrivalen_status addOutput(const OutputRequest& output);
   void applySettings();
   void set(const char* name, const std::string& value);
+  void setOfInput(const char* name, const std::string& value);
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
   void warnOf(const scrivalen_warning& warning);
