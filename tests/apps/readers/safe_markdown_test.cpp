@@ -33,6 +33,10 @@ TEST(SafeMarkdown, BreaksTheLineAtABreak) {
   EXPECT_EQ(partsOf("![a<br>b](c)"), paragraph({"Image 'a b' @c"}));
 }
 
+TEST(SafeMarkdown, SeparatesTheWordsOfBlocksInALine) {
+  EXPECT_EQ(partsOf("see <ul><li>a<li>b</ul>c, d.<id>.e"), paragraph({"Text 'see  a b c, d..e'"}));
+}
+
 TEST(SafeMarkdown, TurnsAnHtmlBlockIntoAParagraph) {
   EXPECT_EQ(partsOf("<div>\n<p>a &lt; <b>*b*</b><br>c</p>\n<p>d</p></div>"), paragraph({"Text 'a < *b*\\nc\\nd'"}));
 }

@@ -15,6 +15,13 @@ constexpr std::array<std::string_view, 34> kInlineElements = {
     "i",      "img",  "ins", "kbd",  "label", "mark", "q",    "s",    "samp", "small", "span", "strike",
     "strong", "sub",  "sup", "time", "tt",    "u",    "var",  "wbr",  "ruby", "rt"};
 
+// Elements that browsers show in lines of their own even where they begin within one.
+constexpr std::array<std::string_view, 35> kBlockElements = {
+    "address", "article",    "aside",  "blockquote", "center", "dd",  "details", "div",    "dl",
+    "dt",      "figcaption", "figure", "footer",     "h1",     "h2",  "h3",      "h4",     "h5",
+    "h6",      "header",     "hr",     "li",         "main",   "nav", "ol",      "p",      "pre",
+    "section", "summary",    "table",  "td",         "th",     "tr",  "ul",      "caption"};
+
 bool isBlank(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\f'; }
 bool endsTagName(char c) { return isBlank(c) || c == '/' || c == '>'; }
 
@@ -53,6 +60,7 @@ class MarkupReader {
   std::string_view takeTag();
   void appendBlank();
   void endBlock();
+  void separateWords();
 
   std::string& text_;
   std::string_view rest_;
@@ -125,6 +133,8 @@ void MarkupReader::readTag() {
     hidden_ = HiddenContent::StyleSheet;
   } else if (isBlock_ && std::none_of(kInlineElements.begin(), kInlineElements.end(), is)) {
     endBlock();
+  } else if (!isBlock_ && std::any_of(kBlockElements.begin(), kBlockElements.end(), is)) {
+    separateWords();
   }
 }
 
@@ -176,6 +186,12 @@ void MarkupReader::endBlock() {
   }
   if (!text_.empty() && text_.back() != '\n') {
     text_ += '\n';
+  }
+}
+
+void MarkupReader::separateWords() {
+  if (text_.empty() || !isBlank(text_.back())) {
+    text_ += ' ';
   }
 }
 
