@@ -14,6 +14,7 @@
 #include "texts.h"
 #include "writing/document_run.h"
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <string>
@@ -32,12 +33,8 @@ std::string titleFromName(const std::string& input) {
   if (input == "-") {
     return "Report";
   }
-  std::wstring name(scrivalen::fileNameOf(toWide(input)));
-  const std::size_t dot = name.rfind(L'.');
-  if (dot != std::wstring::npos && dot > 0) {
-    name.resize(dot);
-  }
-  return toUtf8(name);
+  const std::wstring path = toWide(input);
+  return toUtf8(withoutExtension(scrivalen::fileNameOf(path)));
 }
 
 // Formats that show raw HTML, or may hold it.
@@ -49,8 +46,8 @@ bool takesMarkup(const OutputRequest& output) {
 /// One conversion, from its options to its exit status.
 class Conversion {
  public:
-  Conversion(const Options& options, const Environment& environment, Messages& messages)
-      : options_(options), environment_(environment), messages_(messages) {}
+  Conversion(const Options& options, const Job& job, const Environment& environment, Messages& messages)
+      : options_(options), job_(job), environment_(environment), messages_(messages) {}
 
   int run();
 
@@ -64,6 +61,7 @@ class Conversion {
   void warnOfReplacements(std::size_t count);
 
   const Options& options_;
+  const Job& job_;
   const Environment& environment_;
   Messages& messages_;
   std::vector<std::unique_ptr<DocumentRun>> runs_;
@@ -71,8 +69,8 @@ class Conversion {
 
 // All content is read before the first output takes its place.
 int Conversion::run() {
-  TextInput input(environment_, options_.input);
-  if (options_.inputFormat == InputFormat::Markdown) {
+  TextInput input(environment_, job_.input);
+  if (job_.format == InputFormat::Markdown) {
     readMarkdownFrom(input);
   } else {
     readTable(input);
@@ -91,32 +89,32 @@ int Conversion::run() {
 }
 
 DocumentRun& Conversion::begin(Outputs outputs, const FrontMatter& front, std::string_view heading) {
-  runs_.push_back(std::make_unique<DocumentRun>(options_, std::move(outputs), environment_, messages_));
+  runs_.push_back(std::make_unique<DocumentRun>(options_, job_, std::move(outputs), environment_, messages_));
   const auto title = options_.title ? options_.title : front.title;
-  const std::string own = heading.empty() ? titleFromName(options_.input) : std::string(heading);
+  const std::string own = heading.empty() ? titleFromName(job_.input) : std::string(heading);
   runs_.back()->open(title.value_or(own), title.has_value(), front.settings);
   return *runs_.back();
 }
 
 void Conversion::readTable(TextInput& input) {
   Outputs outputs;
-  for (const OutputRequest& output : options_.outputs) {
+  for (const OutputRequest& output : job_.outputs) {
     outputs.push_back(&output);
   }
-  begin(std::move(outputs), {}, {}).write({}, [&](DocumentSink& sink) { readCsv(input, options_.delimiter, sink); });
+  begin(std::move(outputs), {}, {}).write({}, [&](DocumentSink& sink) { readCsv(input, job_.delimiter, sink); });
 }
 
 // Raw HTML that is passed on holds words. Formats that cannot show it get its text instead, in a document of their own.
 void Conversion::readMarkdownFrom(TextInput& input) {
   Outputs safe;
   Outputs unsafe;
-  for (const OutputRequest& output : options_.outputs) {
+  for (const OutputRequest& output : job_.outputs) {
     (options_.unsafe && takesMarkup(output) ? unsafe : safe).push_back(&output);
   }
   const std::string all = input.rest();
   const FrontMatter front = frontMatterOf(all);
   for (const std::string& warning : front.warnings) {
-    messages_.warning({"'", options_.input, "': ", warning});
+    messages_.warning({"'", job_.input, "': ", warning});
   }
   const std::string_view text = std::string_view(all).substr(front.size);
   if (!safe.empty()) {
@@ -134,8 +132,8 @@ void Conversion::readMarkdownFor(Outputs outputs, const FrontMatter& front, std:
     headings = headingsOf(text, safety, options_.contents ? HeadingSearch::All : HeadingSearch::First);
   }
   DocumentStream::Plan plan;
-  if (options_.input != "-") {
-    plan.folder = scrivalen::folderOf(scrivalen::widePath(options_.input));
+  if (job_.input != "-") {
+    plan.folder = scrivalen::folderOf(scrivalen::widePath(job_.input));
   }
   if (options_.contents) {
     plan.beginsWithTitle = headings.isFirst;
@@ -148,10 +146,44 @@ void Conversion::readMarkdownFor(Outputs outputs, const FrontMatter& front, std:
 
 void Conversion::warnOfReplacements(std::size_t count) {
   if (count > 0) {
-    messages_.warning({"'", options_.input, "': replaced ", Digits(count).text(), " invalid character",
+    messages_.warning({"'", job_.input, "': replaced ", Digits(count).text(), " invalid character",
                        count == 1 ? "" : "s", " with U+FFFD"});
   }
 }
+
+// An input that cannot be converted does not stop those after it. Wrong usage and interrupts do.
+class Run {
+ public:
+  Run(const Options& options, const Environment& environment, Messages& messages)
+      : options_(options), environment_(environment), messages_(messages) {}
+
+  int run() {
+    int status = kDone;
+    for (const Job& job : options_.jobs) {
+      status = std::max(status, convert(job));
+    }
+    return status;
+  }
+
+ private:
+  int convert(const Job& job) {
+    try {
+      return Conversion(options_, job, environment_, messages_).run();
+    } catch (const InputError& error) {
+      messages_.error(error.what());
+    } catch (const std::bad_alloc&) {
+      if (options_.jobs.size() == 1) {
+        throw;
+      }
+      messages_.error({"out of memory for '", job.input, "'"});
+    }
+    return kFailed;
+  }
+
+  const Options& options_;
+  const Environment& environment_;
+  Messages& messages_;
+};
 
 int runOrThrow(const std::vector<std::string>& arguments, const Environment& environment, Messages& messages) {
   const LibraryHandlers handlers(environment);
@@ -165,7 +197,7 @@ int runOrThrow(const std::vector<std::string>& arguments, const Environment& env
   if (commandLine.options.quiet) {
     messages.beQuiet();
   }
-  const int status = Conversion(commandLine.options, environment, messages).run();
+  const int status = Run(commandLine.options, environment, messages).run();
   return commandLine.options.strict && messages.hasWarned() ? kFailed : status;
 }
 

@@ -1,6 +1,7 @@
 #include "formats.h"
 
 #include "text/ascii.h"
+#include "texts.h"
 
 #include <algorithm>
 
@@ -12,41 +13,34 @@ constexpr Format kFormats[] = {
     {"rtf", "rtf"},  {"pdf", "pdf"},       {"xlsx", "xlsx"}, {"chm", "chm"},
 };
 
-// Calls a function with each extension of a list until it returns true.
-template <class Call>
-bool anyExtension(std::string_view extensions, Call call) {
-  while (!extensions.empty()) {
-    const std::size_t end = std::min(extensions.find(' '), extensions.size());
-    if (call(extensions.substr(0, end))) {
-      return true;
-    }
-    extensions.remove_prefix(std::min(end + 1, extensions.size()));
-  }
-  return false;
-}
-
 }  // namespace
 
 const Format* findFormat(std::string_view nameOrExtension) {
   const std::string wanted = scrivalen::asciiLowered<char>(nameOrExtension);
-  const auto isWanted = [&](std::string_view extension) { return extension == wanted; };
   for (const Format& format : kFormats) {
-    if (format.name == wanted || anyExtension(format.extensions, isWanted)) {
+    const auto extensions = split(format.extensions, ' ');
+    if (format.name == wanted || std::find(extensions.begin(), extensions.end(), wanted) != extensions.end()) {
       return &format;
     }
   }
   return nullptr;
 }
 
-std::string knownExtensions() {
-  std::string list;
+std::vector<std::string_view> formatNames() {
+  std::vector<std::string_view> names;
   for (const Format& format : kFormats) {
-    anyExtension(format.extensions, [&](std::string_view extension) {
-      list.append(list.empty() ? "." : " .").append(extension);
-      return false;
-    });
+    names.emplace_back(format.name);
   }
-  return list;
+  return names;
+}
+
+std::vector<std::string_view> formatExtensions() {
+  std::vector<std::string_view> all;
+  for (const Format& format : kFormats) {
+    const auto extensions = split(format.extensions, ' ');
+    all.insert(all.end(), extensions.begin(), extensions.end());
+  }
+  return all;
 }
 
 }  // namespace scrivalen::command

@@ -68,7 +68,7 @@ Messages::Messages(const Environment& environment)
 
 Messages::~Messages() { clearProgress(); }
 
-void Messages::error(std::string_view text) { line(kRed, "", {text}); }
+void Messages::error(std::initializer_list<std::string_view> parts) { line(kRed, "", parts); }
 
 void Messages::warning(std::initializer_list<std::string_view> parts) {
   hasWarned_ = true;

@@ -22,7 +22,9 @@ class Messages {
   /// Whether there was a warning, shown or not.
   bool hasWarned() const { return hasWarned_; }
 
-  void error(std::string_view text);
+  void error(std::string_view text) { error({text}); }
+  /// An error of several parts, which are written one after the other.
+  void error(std::initializer_list<std::string_view> parts);
   void warning(std::string_view text) { warning({text}); }
   /// A warning of several parts, which are written one after the other.
   void warning(std::initializer_list<std::string_view> parts);

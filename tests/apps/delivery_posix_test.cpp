@@ -30,6 +30,12 @@ TEST(DeliveryPosix, ReportsAFullDiskInOneLineAndDeliversTheOtherOutputs) {
   }
 }
 
+TEST(DeliveryPosix, WritesSeveralOutputsToOneDevice) {
+  CommandRun run;
+  EXPECT_EQ(run.with("in.md", "x").run({"@/in.md", "-o", "html:/dev/null", "-o", "pdf:/dev/null"}).error, "");
+  EXPECT_EQ(run.run({"/dev/null", "-o", "text:/dev/null"}).error, "");
+}
+
 TEST(DeliveryPosix, ReportsAFullDiskFoundBeforeTheEnd) {
   CommandRun run;
   const std::string longText(300000, 'x');
@@ -171,7 +177,7 @@ TEST(DeliveryPosix, CreatesTheMissingTargetOfALink) {
   EXPECT_EQ(run.bytes("real.txt"), "new\n");
   fs::create_symlink("other.txt", run.fsPath("second.txt"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/second.txt", "-o", "@/other.txt"}).error,
-            "scrivalen: two outputs have the name '@/other.txt'\n");
+            "scrivalen: the outputs '@/second.txt' and '@/other.txt' are the same file\n");
 }
 
 TEST(DeliveryPosix, FailsOnAClosedStreamAndLeavesItsDeviceAlone) {

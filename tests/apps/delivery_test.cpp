@@ -52,7 +52,7 @@ TEST(Delivery, RefusesToOverwriteItsInput) {
   CommandRun run;
   const Result result = run.with("in.txt", "# x").run({"@/in.txt", "-o", "@/in.txt"});
   EXPECT_EQ(result.status, 2);
-  EXPECT_EQ(result.error, "scrivalen: the output '@/in.txt' is the input\n");
+  EXPECT_EQ(result.error, "scrivalen: the output '@/in.txt' is the input; it would be overwritten\n");
   EXPECT_EQ(run.bytes("in.txt"), "# x");
 }
 
@@ -62,6 +62,23 @@ TEST(Delivery, RecognizesTheInputUnderAnotherName) {
   std::filesystem::create_hard_link(run.fsPath("in.md"), run.fsPath("same.html"));
   EXPECT_EQ(run.run({"@/in.md", "-o", "@/same.html"}).status, 2);
   EXPECT_EQ(run.bytes("in.md"), "# x");
+}
+
+TEST(Delivery, RecognizesOneOutputUnderTwoNames) {
+  CommandRun run;
+  run.with("in.md", "# x").with("a.txt", "old");
+  std::filesystem::create_hard_link(run.fsPath("a.txt"), run.fsPath("b.txt"));
+  const Result result = run.run({"@/in.md", "-o", "@/a.txt", "-o", "@/b.txt"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: the outputs '@/a.txt' and '@/b.txt' are the same file\n");
+  EXPECT_EQ(run.bytes("a.txt"), "old");
+}
+
+TEST(Delivery, RefusesTwoOutputsOnStandardOutput) {
+  CommandRun run;
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "text:-", "-o", "html:-"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: two outputs go to standard output; give one of them a file name\n");
 }
 
 TEST(Delivery, LeavesNoFilesWhenInterrupted) {

@@ -21,16 +21,16 @@ std::string complaint(const std::vector<std::string>& arguments) {
 
 std::string formatOf(const std::string& output) {
   const Options options = parsed({"in", "-o", output});
-  return std::string(options.outputs[0].format->name) + " " + options.outputs[0].name;
+  return std::string(options.jobs[0].outputs[0].format->name) + " " + options.jobs[0].outputs[0].name;
 }
 
 TEST(Options, AcceptTheInputAndOutputsInAnyOrder) {
   const Options options = parsed({"-o", "a.html", "in.md", "--output", "b.txt", "--output=c.xml"});
-  EXPECT_EQ(options.input, "in.md");
-  ASSERT_EQ(options.outputs.size(), 3u);
-  EXPECT_EQ(options.outputs[0].name, "a.html");
-  EXPECT_EQ(options.outputs[1].name, "b.txt");
-  EXPECT_EQ(options.outputs[2].name, "c.xml");
+  EXPECT_EQ(options.jobs[0].input, "in.md");
+  ASSERT_EQ(options.jobs[0].outputs.size(), 3u);
+  EXPECT_EQ(options.jobs[0].outputs[0].name, "a.html");
+  EXPECT_EQ(options.jobs[0].outputs[1].name, "b.txt");
+  EXPECT_EQ(options.jobs[0].outputs[2].name, "c.xml");
 }
 
 TEST(Options, DetectAFormatByItsExtensionInAnyCase) {
@@ -54,6 +54,22 @@ TEST(Options, TreatALetterBeforeAColonAsADrive) {
 
 TEST(Options, TreatAnUnknownFormatBeforeAColonAsPartOfTheName) { EXPECT_EQ(formatOf("12:30.html"), "html 12:30.html"); }
 
+TEST(Options, RejectAWordBeforeAColonThatIsNoFormat) {
+  EXPECT_EQ(complaint({"in", "-o", "htlm:x.html"}),
+            "there is no format 'htlm'; did you mean 'html'? (a file of that name is './htlm:x.html')");
+  EXPECT_EQ(
+      complaint({"in", "-o", "bogus:x.html"}),
+      "there is no format 'bogus'; use one of text, html, xml, markdown, rtf, pdf, xlsx, chm (a file of that name "
+      "is './bogus:x.html')");
+  EXPECT_EQ(formatOf("./bogus:x.html"), "html ./bogus:x.html");
+  EXPECT_EQ(formatOf("my notes: a.html"), "html my notes: a.html");
+}
+
+TEST(Options, SuggestAnExtension) {
+  EXPECT_EQ(complaint({"in", "-o", "a.pfd"}), "the format of 'a.pfd' is unknown; did you mean 'a.pdf'?");
+  EXPECT_EQ(complaint({"in", "-o", "a.xls"}), "the format of 'a.xls' is unknown; did you mean 'a.xlsx'?");
+}
+
 TEST(Options, RejectAnUnknownFormat) {
   EXPECT_EQ(
       complaint({"in", "-o", "a.doc"}),
@@ -64,7 +80,7 @@ TEST(Options, RejectAnUnknownFormat) {
 }
 
 TEST(Options, RejectAnOutputWithoutAName) {
-  EXPECT_EQ(complaint({"in", "-o", "html:"}), "the output 'html:' has no file name");
+  EXPECT_EQ(complaint({"in", "-o", "html:"}), "the output 'html:' has no file name; use -o FILE or -o FORMAT:FILE");
 }
 
 TEST(Options, RequireAnInputAndAnOutput) {
@@ -74,29 +90,31 @@ TEST(Options, RequireAnInputAndAnOutput) {
 
 TEST(Options, RejectAnUnknownOptionAndASecondInput) {
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "--titel", "x"}), "unknown option '--titel'; see scrivalen --help");
-  EXPECT_EQ(complaint({"in", "in2", "-o", "a.txt"}), "more than one input: 'in2'");
+  EXPECT_EQ(complaint({"in", "in2", "-o", "a.txt"}),
+            "-o FILE takes one input, not also 'in2'; for several inputs use --output-dir FOLDER --to FORMAT");
 }
 
 TEST(Options, RejectTwoOutputsWithTheSameName) {
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "b.txt", "-o", "a.txt"}), "two outputs have the name 'a.txt'");
-  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "./a.txt"}), "two outputs have the name './a.txt'");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "./a.txt"}), "the outputs 'a.txt' and './a.txt' are the same file");
   EXPECT_EQ(complaint({"in", "-o", "a.txt", "-o", "html:a.txt"}), "two outputs have the name 'a.txt'");
 }
 
 TEST(Options, RejectAnOutputThatIsTheInput) {
-  EXPECT_EQ(complaint({"a.txt", "-o", "./a.txt"}), "the output './a.txt' is the input");
+  EXPECT_EQ(complaint({"a.txt", "-o", "./a.txt"}),
+            "the output './a.txt' is the input 'a.txt'; it would be overwritten");
 }
 
 TEST(Options, DetectTheInputsFormatByItsExtension) {
-  EXPECT_EQ(parsed({"a.md", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
-  EXPECT_EQ(parsed({"a.CSV", "-o", "a.txt"}).inputFormat, InputFormat::Csv);
-  EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).inputFormat, InputFormat::Tsv);
-  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
-  EXPECT_EQ(parsed({"-", "-o", "a.txt"}).inputFormat, InputFormat::Markdown);
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
+  EXPECT_EQ(parsed({"a.CSV", "-o", "a.txt"}).jobs[0].format, InputFormat::Csv);
+  EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).jobs[0].format, InputFormat::Tsv);
+  EXPECT_EQ(parsed({"a", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
+  EXPECT_EQ(parsed({"-", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
 }
 
 TEST(Options, PreferFromToTheExtension) {
-  EXPECT_EQ(parsed({"a.md", "--from", "tsv", "-o", "a.txt"}).inputFormat, InputFormat::Tsv);
+  EXPECT_EQ(parsed({"a.md", "--from", "tsv", "-o", "a.txt"}).jobs[0].format, InputFormat::Tsv);
   EXPECT_EQ(complaint({"a.md", "--from", "doc", "-o", "a.txt"}), "--from takes markdown, csv or tsv, not 'doc'");
 }
 
@@ -119,8 +137,8 @@ TEST(Options, RejectInvalidProperties) {
 TEST(Options, AcceptValuesThatBeginWithADash) {
   const Options options = parsed({"--title", "-5", "-o", "-a.html", "--", "-in.md"});
   EXPECT_EQ(options.title, "-5");
-  EXPECT_EQ(options.outputs[0].name, "-a.html");
-  EXPECT_EQ(options.input, "-in.md");
+  EXPECT_EQ(options.jobs[0].outputs[0].name, "-a.html");
+  EXPECT_EQ(options.jobs[0].input, "-in.md");
 }
 
 TEST(Options, AreSafeByDefault) {
@@ -164,10 +182,10 @@ TEST(Options, TakeSettingsOfTheDocument) {
 }
 
 TEST(Options, TakeADelimiter) {
-  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt"}).delimiter, std::nullopt);
-  EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).delimiter, '\t');
-  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", "\\t"}).delimiter, '\t');
-  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", ":"}).delimiter, ':');
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt"}).jobs[0].delimiter, std::nullopt);
+  EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).jobs[0].delimiter, '\t');
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", "\\t"}).jobs[0].delimiter, '\t');
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", ":"}).jobs[0].delimiter, ':');
   for (const char* const wrong : {"ab", "\"", "\n", "\xC3\xA9"}) {
     EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--delimiter", wrong}),
               std::string("--delimiter takes one ASCII character, not '") + wrong + "'");

@@ -55,8 +55,10 @@ CLI::Option* addOption(CLI::App& app, const Option& option, Value* value) {
   return app.add_option(option.names, *value, option.help)->type_name(option.valueName);
 }
 
+// An option takes one value each time, the arguments without an option all that are left.
 CLI::Option* addOption(CLI::App& app, const Option& option, std::vector<std::string>* values) {
-  return app.add_option(option.names, *values, option.help)->type_name(option.valueName)->allow_extra_args(false);
+  CLI::Option* const added = app.add_option(option.names, *values, option.help)->type_name(option.valueName);
+  return added->allow_extra_args(added->get_positional());
 }
 
 void addOptions(CLI::App& app, const OptionGroups& groups) {
@@ -77,9 +79,6 @@ void rejectLeftovers(std::vector<std::string> leftovers) {
     if (argument.starts_with('-')) {
       throw UsageError("unknown option '" + argument + "'; see scrivalen --help");
     }
-  }
-  if (!leftovers.empty()) {
-    throw UsageError("more than one input: '" + leftovers.front() + "'");
   }
 }
 

@@ -52,7 +52,7 @@ class InputOptions : public OptionGroup {
 
   std::vector<Option> declare() override {
     return {
-        {&options_.input, "INPUT", "", "The file to read; \"-\" is standard input"},
+        {&inputs_, "INPUT", "", "The files to read; \"-\" is standard input"},
         {&from_, "--from", "FORMAT",
          "The input format: markdown, csv or tsv\n(default: by its extension, otherwise markdown)"},
         {&delimiter_, "--delimiter", "CHARACTER",
@@ -61,15 +61,21 @@ class InputOptions : public OptionGroup {
   }
 
   void interpret() override {
-    if (options_.input.empty()) {
+    if (inputs_.empty()) {
       throw UsageError("no input given; see scrivalen --help");
     }
-    options_.inputFormat = inputFormat(from_, options_.input);
-    options_.delimiter = delimiter(delimiter_, options_.inputFormat);
+    for (const std::string& input : inputs_) {
+      Job job;
+      job.input = input;
+      job.format = inputFormat(from_, input);
+      job.delimiter = delimiter(delimiter_, job.format);
+      options_.jobs.push_back(std::move(job));
+    }
   }
 
  private:
   Options& options_;
+  std::vector<std::string> inputs_;
   std::string from_;
   std::string delimiter_;
 };

@@ -13,21 +13,26 @@ enum class InputFormat { Markdown, Csv, Tsv };
 
 struct OutputRequest {
   const Format* format = nullptr;
-  std::string name;
+  std::string name;  ///< a path; "-" is standard output
+};
+
+/// An input and what is made of it.
+struct Job {
+  std::string input;  ///< a path; "-" is standard input
+  InputFormat format = InputFormat::Markdown;
+  std::optional<char> delimiter;  ///< of CSV; nothing: found from the first rows
+  std::vector<OutputRequest> outputs;
 };
 
 /// The options of a run. Texts are UTF-8.
 struct Options {
-  std::string input;
-  InputFormat inputFormat = InputFormat::Markdown;
-  std::vector<OutputRequest> outputs;
+  std::vector<Job> jobs;
   std::optional<std::string> title;
   std::vector<std::pair<std::string, std::string>> properties;  ///< names, without percent signs, and values
   std::string templateFile;                                     ///< its path; empty: none
   std::string stylesFile;                                       ///< empty: none
   std::vector<std::pair<std::string, std::string>> settings;    ///< of the document, as given
   std::string separator;                                        ///< empty: aligned columns
-  std::optional<char> delimiter;                                ///< of CSV; nothing: found from the first rows
   bool landscape = false;
   bool singleByte = false;
   bool contents = false;

@@ -1,6 +1,8 @@
 #include "options/option_group.h"
 
 #include "errors.h"
+#include "options/different_files.h"
+#include "options/output_request.h"
 #include "system/files/files.h"
 #include "texts.h"
 
@@ -9,50 +11,6 @@
 
 namespace scrivalen::command {
 namespace {
-
-// "C:\x.html" is a file on a drive, "html:x" a format and its file, "a:b.html" a file with a colon in its name.
-OutputRequest outputRequest(const std::string& argument) {
-  OutputRequest request{nullptr, argument};
-  const std::size_t colon = argument.find(':');
-  if (colon != std::string::npos && colon > 1) {
-    request.format = findFormat(std::string_view(argument).substr(0, colon));
-  }
-  if (request.format) {
-    request.name = argument.substr(colon + 1);
-  } else {
-    const std::size_t dot = argument.find_last_of("./\\");
-    const bool hasExtension = dot != std::string::npos && argument[dot] == '.';
-    request.format = hasExtension ? findFormat(std::string_view(argument).substr(dot + 1)) : nullptr;
-  }
-  if (request.name.empty()) {
-    throw UsageError("the output '" + argument + "' has no file name");
-  }
-  if (!request.format) {
-    throw UsageError("the format of '" + argument + "' is unknown; use " + knownExtensions() + ", or FORMAT:FILE");
-  }
-  return request;
-}
-
-// Whether two names refer to the same file, which need not exist yet.
-bool isSameTarget(const std::string& a, const std::string& b) {
-  const std::wstring first = scrivalen::widePath(a);
-  const std::wstring second = scrivalen::widePath(b);
-  return scrivalen::isSameFile(first, second) || scrivalen::resolvedPath(first) == scrivalen::resolvedPath(second);
-}
-
-void requireDifferentFiles(const Options& options) {
-  for (auto output = options.outputs.begin(); output != options.outputs.end(); ++output) {
-    if (options.input != "-" && output->name != "-" && isSameTarget(options.input, output->name)) {
-      throw UsageError("the output '" + output->name + "' is the input");
-    }
-    const auto same = [&](const OutputRequest& other) {
-      return other.name == output->name || isSameTarget(other.name, output->name);
-    };
-    if (std::any_of(options.outputs.begin(), output, same)) {
-      throw UsageError("two outputs have the name '" + output->name + "'");
-    }
-  }
-}
 
 class OutputOptions : public OptionGroup {
  public:
@@ -63,8 +21,11 @@ class OutputOptions : public OptionGroup {
   std::vector<Option> declare() override {
     return {
         {&outputs_, "-o,--output", "FILE",
-         "A file to write, in the format of its extension\n(" + knownExtensions() +
+         "A file to write, in the format of its extension\n(." + joined(formatExtensions(), " .") +
              ") or of a prefix,\nas in html:FILE; FORMAT:- is standard output.\nMay be given several times"},
+        {&folder_, "--output-dir", "FOLDER",
+         "Write the outputs of each input into this folder, named\nafter the input, in the formats of --to"},
+        {&formats_, "--to", "FORMAT", "The formats for --output-dir, as in html,pdf"},
         {&options_.unsafe, "--unsafe", "",
          "Pass on the raw HTML of Markdown, and addresses\nthat run a program (javascript:)"},
         {&options_.singleByte, "--single-byte", "", "Write text in Latin-1, not UTF-8"},
@@ -72,16 +33,61 @@ class OutputOptions : public OptionGroup {
   }
 
   void interpret() override {
-    if (outputs_.empty()) {
+    if (!outputs_.empty()) {
+      addOutputs();
+    } else if (folder_ || !formats_.empty()) {
+      addOutputsInFolder();
+    } else {
       throw UsageError("no output given (-o FILE); see scrivalen --help");
     }
-    std::transform(outputs_.begin(), outputs_.end(), std::back_inserter(options_.outputs), outputRequest);
-    requireDifferentFiles(options_);
+    requireDifferentFiles(options_.jobs);
   }
 
  private:
+  // -o names one file, so it can hold what becomes of one input only.
+  void addOutputs() {
+    if (folder_ || !formats_.empty()) {
+      throw UsageError(
+          "-o FILE cannot be combined with --output-dir FOLDER and --to FORMAT; use the one or the others");
+    }
+    if (options_.jobs.size() > 1) {
+      throw UsageError("-o FILE takes one input, not also '" + options_.jobs[1].input +
+                       "'; for several inputs use --output-dir FOLDER --to FORMAT");
+    }
+    std::transform(outputs_.begin(), outputs_.end(), std::back_inserter(options_.jobs.front().outputs), outputRequest);
+  }
+
+  void addOutputsInFolder() {
+    if (!folder_) {
+      throw UsageError("--to FORMAT needs --output-dir FOLDER; for a single file use -o FILE");
+    }
+    if (formats_.empty()) {
+      throw UsageError("--output-dir FOLDER needs --to FORMAT, such as --to html,pdf");
+    }
+    requireFolder(*folder_);
+    const auto formats = formatsOf(formats_);
+    for (Job& job : options_.jobs) {
+      if (job.input == "-") {
+        throw UsageError("standard input has no name for an output in '" + *folder_ + "'; use -o FILE");
+      }
+      for (const Format* const format : formats) {
+        job.outputs.push_back(outputInFolder(*folder_, job.input, *format));
+      }
+    }
+  }
+
+  static void requireFolder(const std::string& folder) {
+    const std::wstring path = scrivalen::widePath(folder);
+    if (!scrivalen::isFolder(path)) {
+      throw UsageError(scrivalen::pathExists(path) ? "the output folder '" + folder + "' is not a folder"
+                                                   : "there is no folder '" + folder + "'; create it first");
+    }
+  }
+
   Options& options_;
   std::vector<std::string> outputs_;
+  std::optional<std::string> folder_;
+  std::vector<std::string> formats_;
 };
 
 }  // namespace

@@ -23,9 +23,10 @@ void requireSeconds(const std::string& text) {
 
 }  // namespace
 
-DocumentRun::DocumentRun(const Options& options, std::vector<const OutputRequest*> outputs,
+DocumentRun::DocumentRun(const Options& options, const Job& job, std::vector<const OutputRequest*> outputs,
                          const Environment& environment, Messages& messages)
     : options_(options),
+      job_(job),
       outputs_(std::move(outputs)),
       environment_(environment),
       messages_(messages),
@@ -105,7 +106,7 @@ void DocumentRun::setOfInput(const char* name, const std::string& value) {
     throw std::bad_alloc();
   }
   if (status != SCRIVALEN_OK) {
-    warnings_.push_back("'" + options_.input + "': " + scrivalen_error(document_.get()));
+    warnings_.push_back("'" + job_.input + "': " + scrivalen_error(document_.get()));
   }
 }
 
@@ -150,7 +151,7 @@ void DocumentRun::close() {
 }
 
 void DocumentRun::showProgress(std::size_t blocks) {
-  messages_.progress(std::to_string(blocks) + (options_.inputFormat == InputFormat::Markdown ? " blocks" : " rows"));
+  messages_.progress(std::to_string(blocks) + (job_.format == InputFormat::Markdown ? " blocks" : " rows"));
 }
 
 void DocumentRun::stopWhenInterrupted() const {
@@ -185,7 +186,7 @@ bool DocumentRun::report(Warnings warnings) {
 }
 
 void DocumentRun::warnOf(const scrivalen_warning& warning) {
-  const std::string& name = isOfInput(warning) ? options_.input : outputs_[warning.output]->name;
+  const std::string& name = isOfInput(warning) ? job_.input : outputs_[warning.output]->name;
   const Digits count(warning.count);
   const bool isCounted = warning.count > 1;
   messages_.warning({"'", name, "': ", warning.message, isCounted ? " (" : "",

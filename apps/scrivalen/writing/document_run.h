@@ -19,9 +19,9 @@ namespace scrivalen::command {
 /// One document of the library: the outputs that take the same content, from the options to the messages about them.
 class DocumentRun {
  public:
-  /// @param outputs  of the options, like all references not owned; they must outlive this object
-  DocumentRun(const Options& options, std::vector<const OutputRequest*> outputs, const Environment& environment,
-              Messages& messages);
+  /// @param outputs  of the job, like all references not owned; they must outlive this object
+  DocumentRun(const Options& options, const Job& job, std::vector<const OutputRequest*> outputs,
+              const Environment& environment, Messages& messages);
   DocumentRun(const DocumentRun&) = delete;
   DocumentRun& operator=(const DocumentRun&) = delete;
 
@@ -58,6 +58,7 @@ class DocumentRun {
   bool isOfInput(const scrivalen_warning& warning) const { return warning.output >= outputs_.size(); }
 
   const Options& options_;
+  const Job& job_;
   std::vector<const OutputRequest*> outputs_;
   const Environment& environment_;
   Messages& messages_;

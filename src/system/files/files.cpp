@@ -1,7 +1,9 @@
 #include "system/files/files.h"
 
 #include "system/messages.h"
+#include "text/ascii.h"
 
+#include <algorithm>
 #include <random>
 
 namespace scrivalen {
@@ -26,6 +28,23 @@ std::wstring_view folderOf(std::wstring_view path) {
 }
 
 std::wstring_view fileNameOf(std::wstring_view path) { return path.substr(folderOf(path).size()); }
+
+bool isSameFile(const std::wstring& a, const std::wstring& b) {
+  const auto identity = identityOf(a);
+  return identity && identity == identityOf(b);
+}
+
+bool ignoresCase(const std::wstring& path) {
+  const auto probe = createFileBeside(path);
+  if (!probe) {
+    return false;
+  }
+  std::wstring name(fileNameOf(*probe));
+  std::transform(name.begin(), name.end(), name.begin(), [](wchar_t c) { return asciiUpper(c); });
+  const bool isSame = isSameFile(*probe, std::wstring(folderOf(*probe)) + name);
+  deleteFile(*probe);
+  return isSame;
+}
 
 std::wstring temporaryFolderName() {
   std::wstring name = temporaryFolder();

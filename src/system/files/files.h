@@ -1,5 +1,6 @@
 #pragma once
 
+#include <compare>
 #include <cstddef>
 #include <cstdint>
 #include <optional>
@@ -121,6 +122,17 @@ bool pathExists(const std::wstring& path) noexcept;
 bool isFolder(const std::wstring& path);
 /// Whether a file exists and has no write permission for anybody.
 bool isReadOnly(const std::wstring& path) noexcept;
+/// What tells an existing file or folder from all others.
+struct FileIdentity {
+  std::uint64_t volume = 0;
+  std::uint64_t file = 0;
+
+  friend auto operator<=>(const FileIdentity&, const FileIdentity&) = default;
+};
+
+/// Nothing if there is no file or folder at this path.
+std::optional<FileIdentity> identityOf(const std::wstring& path);
+
 /// Whether both paths lead to the same existing file.
 bool isSameFile(const std::wstring& a, const std::wstring& b);
 
@@ -153,8 +165,15 @@ std::optional<std::wstring> createFileBeside(const std::wstring& path);
 /// when the links form a loop.
 std::wstring resolvedPath(const std::wstring& path);
 
-/// Whether two resolved paths would lead to the same file, which need not exist: on Windows whatever their case.
-bool isSamePath(const std::wstring& a, const std::wstring& b);
+/// Orders resolved paths. Those that would lead to the same file, which need not exist, are equal: on Windows whatever
+/// their case.
+/// @return negative, zero or positive
+int comparePaths(const std::wstring& a, const std::wstring& b) noexcept;
+inline bool isSamePath(const std::wstring& a, const std::wstring& b) { return comparePaths(a, b) == 0; }
+
+/// Whether names in the folder of @p path are the same whatever their case. Creates a file beside it for a moment;
+/// false if it cannot.
+bool ignoresCase(const std::wstring& path);
 
 /// Whether a path names a process's open file, as /dev/stdout does, rather than a file by its own name.
 bool isOpenFilesName(const std::wstring& path);

@@ -271,10 +271,12 @@ bool isReadOnly(const std::wstring& path) noexcept {
   return statusOf(path, status) && (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
 }
 
-bool isSameFile(const std::wstring& a, const std::wstring& b) {
-  struct stat first {};
-  struct stat second {};
-  return statusOf(a, first) && statusOf(b, second) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+std::optional<FileIdentity> identityOf(const std::wstring& path) {
+  struct stat status {};
+  if (!statusOf(path, status)) {
+    return std::nullopt;
+  }
+  return FileIdentity{static_cast<std::uint64_t>(status.st_dev), static_cast<std::uint64_t>(status.st_ino)};
 }
 
 bool deleteFile(const std::wstring& path) noexcept { return ::unlink(NativePath(path).c_str()) == 0; }
@@ -330,7 +332,7 @@ std::wstring resolvedPath(const std::wstring& path) {
   return widePath(folder + (folder.ends_with('/') ? "" : "/")).append(widePath(name));
 }
 
-bool isSamePath(const std::wstring& a, const std::wstring& b) { return a == b; }
+int comparePaths(const std::wstring& a, const std::wstring& b) noexcept { return a.compare(b); }
 
 bool isOpenFilesName(const std::wstring& path) { return Followed(path).isOpenFile; }
 

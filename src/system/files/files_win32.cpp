@@ -38,11 +38,6 @@ std::wstring realPath(const std::wstring& path) {
   return real;
 }
 
-bool identityOf(const std::wstring& path, BY_HANDLE_FILE_INFORMATION& identity) {
-  const File file = openToAsk(path);
-  return file && GetFileInformationByHandle(file, &identity) != 0;
-}
-
 }  // namespace
 
 std::string narrowPath(std::wstring_view path) {
@@ -188,11 +183,14 @@ bool isSpecialFile(const std::wstring& path) noexcept {
   return file && !isFileOnDisk(file);
 }
 
-bool isSameFile(const std::wstring& a, const std::wstring& b) {
-  BY_HANDLE_FILE_INFORMATION first{};
-  BY_HANDLE_FILE_INFORMATION second{};
-  return identityOf(a, first) && identityOf(b, second) && first.dwVolumeSerialNumber == second.dwVolumeSerialNumber &&
-         first.nFileIndexHigh == second.nFileIndexHigh && first.nFileIndexLow == second.nFileIndexLow;
+std::optional<FileIdentity> identityOf(const std::wstring& path) {
+  const File file = openToAsk(path);
+  BY_HANDLE_FILE_INFORMATION found{};
+  if (!file || GetFileInformationByHandle(file, &found) == 0) {
+    return std::nullopt;
+  }
+  return FileIdentity{found.dwVolumeSerialNumber,
+                      static_cast<std::uint64_t>(found.nFileIndexHigh) << 32 | found.nFileIndexLow};
 }
 
 bool deleteFile(const std::wstring& path) noexcept { return DeleteFileW(path.c_str()) != 0; }
@@ -247,8 +245,8 @@ std::wstring resolvedPath(const std::wstring& path) {
 }
 
 // As file systems compare names: by a table of the system, in no language.
-bool isSamePath(const std::wstring& a, const std::wstring& b) {
-  return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) ==
+int comparePaths(const std::wstring& a, const std::wstring& b) noexcept {
+  return CompareStringOrdinal(a.data(), static_cast<int>(a.size()), b.data(), static_cast<int>(b.size()), TRUE) -
          CSTR_EQUAL;
 }
 

@@ -195,6 +195,22 @@ TEST(Files, RecognizesOneFileByTwoPaths) {
   EXPECT_TRUE(isSameFile(folder / L"a", folder.path() + L"/./a"));
   EXPECT_FALSE(isSameFile(folder / L"a", folder / L"b"));
   EXPECT_FALSE(isSameFile(folder / L"a", folder / L"missing"));
+  EXPECT_FALSE(isSameFile(folder / L"missing", folder / L"missing"));
+}
+
+TEST(Files, AskTheirFolderWhetherCaseMatters) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"a", "");
+  EXPECT_EQ(ignoresCase(folder / L"x"), pathExists(folder / L"A"));
+  EXPECT_EQ(filesEndingWith(folder.path(), L""), std::vector<std::wstring>{L"a"});
+  EXPECT_FALSE(ignoresCase(folder / L"missing/x"));
+}
+
+TEST(Paths, HaveAnOrder) {
+  EXPECT_EQ(comparePaths(L"/a", L"/a"), 0);
+  EXPECT_LT(comparePaths(L"/a", L"/b"), 0);
+  EXPECT_GT(comparePaths(L"/b", L"/a"), 0);
+  EXPECT_LT(comparePaths(L"/a", L"/ab"), 0);
 }
 
 TEST(Files, OrdinaryFilesAreNotSpecial) {
