@@ -63,6 +63,14 @@ TEST(RtfDocument, WritesTextsOfEveryLength) {
   }
 }
 
+TEST(RtfDocument, PutsAnEmptyGroupBetweenBlanks) {
+  for (std::size_t length = 0; length < 20; ++length) {
+    const std::string word(length, 'x');
+    EXPECT_EQ(bodyOf([&](Document& document) { document.paragraph(word + "   y z  !"); }),
+              "NORMAL " + word + " {} {} y z {} !\\par\n");
+  }
+}
+
 TEST(RtfDocument, WritesLongTextsInPieces) {
   std::string text;
   std::string expected;

@@ -18,20 +18,35 @@ constexpr std::uint64_t markFirst(std::uint64_t bytes, unsigned char character) 
   return (other - inEachByte(1)) & ~other & inEachByte(0x80);
 }
 
+// Marks the top bit of each of eight bytes that is a blank.
+constexpr std::uint64_t markBlanks(std::uint64_t bytes) {
+  const std::uint64_t other = bytes ^ inEachByte(' ');
+  return ~(((other & inEachByte(0x7F)) + inEachByte(0x7F)) | other | inEachByte(0x7F));
+}
+
 constexpr bool isPlain(char c) {
   const auto byte = static_cast<unsigned char>(c);
   return byte >= 0x20 && byte < 0x80 && c != '\\' && c != '{' && c != '}';
 }
 
+constexpr bool isPlainAfter(char previous, char c) { return isPlain(c) && !(c == ' ' && previous == ' '); }
+
 // The number of plain bytes that eight bytes begin with.
-std::size_t countPlain(const char* from) {
+std::size_t countPlain(char previous, const char* from) {
   if constexpr (std::endian::native != std::endian::little) {
-    return static_cast<std::size_t>(std::find_if_not(from, from + 8, isPlain) - from);
+    std::size_t count = 0;
+    for (; count < 8 && isPlainAfter(previous, from[count]); ++count) {
+      previous = from[count];
+    }
+    return count;
   }
   std::uint64_t bytes = 0;
   std::memcpy(&bytes, from, sizeof bytes);
-  const std::uint64_t special = (bytes & inEachByte(0x80)) | ((bytes - inEachByte(0x20)) & ~bytes & inEachByte(0x80)) |
-                                markFirst(bytes, '\\') | markFirst(bytes, '{') | markFirst(bytes, '}');
+  const std::uint64_t blanks = markBlanks(bytes);
+  const std::uint64_t afterBlanks = blanks << 8 | (previous == ' ' ? 0x80 : 0);
+  const std::uint64_t special = (blanks & afterBlanks) | (bytes & inEachByte(0x80)) |
+                                ((bytes - inEachByte(0x20)) & ~bytes & inEachByte(0x80)) | markFirst(bytes, '\\') |
+                                markFirst(bytes, '{') | markFirst(bytes, '}');
   return static_cast<std::size_t>(std::countr_zero(special)) / 8;
 }
 
@@ -65,6 +80,7 @@ char* putSpecial(char* out, const char*& at, const char* end) {
   switch (*at) {
     case '\n': ++at; return putWord(out, "\\line ");
     case '\t': ++at; return putWord(out, "\\tab ");
+    case ' ': ++at; return putWord(out, "{} ");
     case '\\':
     case '{':
     case '}':
@@ -124,12 +140,14 @@ void writeBookmark(OutputBuffer& out, std::string_view word, std::string_view id
 
 }  // namespace
 
+// LibreOffice puts a sixth of an em into each pair of blanks unless something is between them.
 char* putText(char* out, std::string_view text) {
   const char* at = text.data();
   const char* const end = at + text.size();
+  const auto previous = [&at, begin = at] { return at == begin ? '\0' : at[-1]; };
   while (at != end) {
     while (end - at >= 8) {
-      const std::size_t plain = countPlain(at);
+      const std::size_t plain = countPlain(previous(), at);
       std::memcpy(out, at, 8);
       at += plain;
       out += plain;
@@ -137,10 +155,10 @@ char* putText(char* out, std::string_view text) {
         break;
       }
     }
-    while (at != end && isPlain(*at)) {
+    while (at != end && isPlainAfter(previous(), *at)) {
       *out++ = *at++;
     }
-    while (at != end && !isPlain(*at)) {
+    while (at != end && !isPlainAfter(previous(), *at)) {
       out = putSpecial(out, at, end);
     }
   }

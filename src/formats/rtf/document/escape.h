@@ -28,7 +28,8 @@ constexpr std::size_t spaceForText(std::size_t size) { return size * 6 + 8; }
 inline constexpr std::size_t kLongestInPlace = 8192;
 
 /// Writes clean UTF-8: braces and backslashes escaped, a line feed as \line, a tab as \tab, other characters as
-/// Windows-1252 or else as Unicode with a question mark for readers without it (RTF 1.9, "Unicode RTF").
+/// Windows-1252 or else as Unicode with a question mark for readers without it (RTF 1.9, "Unicode RTF"). Between two
+/// blanks there is an empty group.
 /// @return the end
 char* putText(char* out, std::string_view text);
 /// The same for a text of any length.
