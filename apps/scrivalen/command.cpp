@@ -101,7 +101,9 @@ void Conversion::readTable(TextInput& input) {
   for (const OutputRequest& output : job_.outputs) {
     outputs.push_back(&output);
   }
-  begin(std::move(outputs), {}, {}).write({}, [&](DocumentSink& sink) { readCsv(input, job_.delimiter, sink); });
+  begin(std::move(outputs), {}, {}).write({}, [&](TableSink& sink) {
+    readCsv(input, job_.delimiter, options_.csv, sink);
+  });
 }
 
 // Raw HTML that is passed on holds words. Formats that cannot show it get its text instead, in a document of their own.

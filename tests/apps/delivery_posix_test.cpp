@@ -64,7 +64,7 @@ TEST(DeliveryPosix, ReadsOnForAnOutputThatHasRoom) {
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.error,
             "scrivalen: cannot write '/dev/full': No space left on device\n"
-            "scrivalen: warning: '-': rows with fewer cells than their table has columns\n");
+            "scrivalen: warning: '-': 1 row has fewer cells than the header, in line 1118482\n");
   EXPECT_EQ(table.read(), LongTable::kSize);
 }
 

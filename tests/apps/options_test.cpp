@@ -202,6 +202,39 @@ TEST(Options, HaveShortNames) {
   EXPECT_EQ(parseCommandLine({"-V"}).printout, parseCommandLine({"--version"}).printout);
 }
 
+TEST(Options, TakeTheColumnsOfATable) {
+  const Options options = parsed({"a.csv", "-o", "a.txt", "--columns", "name, 3 ,5-7,\"a, \"\"b\"\"\"", "--align",
+                                  "l,,Right,center", "--width", "3,,0.5"});
+  EXPECT_EQ(options.csv.columns, (std::vector<std::string>{"name", "3", "5-7", "a, \"b\""}));
+  EXPECT_EQ(options.csv.aligns, (std::vector<Align>{Align::Left, Align::Default, Align::Right, Align::Center}));
+  EXPECT_EQ(options.csv.widths, (std::vector<double>{3, 0, 0.5}));
+  EXPECT_FALSE(options.csv.arePercent);
+  EXPECT_TRUE(parsed({"a.csv", "-o", "a.txt", "--width", "60%,,40%"}).csv.arePercent);
+}
+
+TEST(Options, RejectColumnsThatCannotBe) {
+  const auto complaintOf = [](const char* option, const char* value) {
+    return complaint({"a.csv", "-o", "a.txt", option, value});
+  };
+  EXPECT_EQ(complaintOf("--columns", "a,,b"),
+            "--columns takes names or numbers of columns, such as name,3,5-7, not 'a,,b'");
+  EXPECT_EQ(complaintOf("--align", "l,middle"),
+            "--align takes left, right or center (l, r, c) for each column, not 'middle'");
+  for (const char* const width : {"x", "-1", "0", "1e3", "%", "1000001", "nan", "inf"}) {
+    EXPECT_TRUE(complaintOf("--width", width).starts_with("--width takes shares such as 3,1,1")) << width;
+  }
+  EXPECT_EQ(complaintOf("--width", "3,50%"), "--width takes either shares or percents, not both: '3,50%'");
+}
+
+TEST(Options, RejectOptionsOfCsvForMarkdown) {
+  for (const std::vector<std::string>& option :
+       {std::vector<std::string>{"--columns", "1"}, {"--align", "l"}, {"--width", "1"}, {"--text"}}) {
+    std::vector<std::string> arguments = {"a.md", "-o", "a.txt"};
+    arguments.insert(arguments.end(), option.begin(), option.end());
+    EXPECT_EQ(complaint(arguments), option.front() + " is for CSV and TSV, and the input is Markdown; see --from");
+  }
+}
+
 TEST(Options, RejectAMissingTemplate) {
   EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "../tmpl/default"}),
             "there is no template '../tmpl/default'; see scrivalen --list-templates");
@@ -211,9 +244,11 @@ TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
   EXPECT_TRUE(parseCommandLine({"--list-templates"}).printout.has_value());
   EXPECT_EQ(parseCommandLine({"--version"}).printout, "scrivalen 1.1.0\n");
   const std::string help = parseCommandLine({"--help"}).printout.value_or("");
-  for (const char* word : {"INPUT", "--output", "--from", "--title", "--property", "--template", "--list-templates",
-                           "--styles", "--landscape", "--single-byte", "--separator", "--set", "--delimiter",
-                           "--strict", "--toc", "--quiet", "--version", "--help", "Examples:"}) {
+  for (const char* word :
+       {"INPUT",    "--output",    "--from",        "--title",     "--property", "--template",  "--list-templates",
+        "--styles", "--landscape", "--single-byte", "--separator", "--set",      "--delimiter", "--strict",
+        "--toc",    "--columns",   "--align",       "--width",     "--text",     "--quiet",     "--version",
+        "--help",   "Examples:"}) {
     EXPECT_NE(help.find(word), std::string::npos) << word;
   }
 }

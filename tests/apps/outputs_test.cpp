@@ -230,7 +230,9 @@ TEST(Outputs, WarnOnceOfRowsThatDiffer) {
   CommandRun run;
   const Result result = run.with("in.csv", "a,b\n1\n2\n1,2,3\n").run({"@/in.csv", "-o", "@/a.txt"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.csv': rows with fewer cells than their table has columns (3)\n");
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: '@/in.csv': 1 row has more cells than the header, in line 4\n"
+            "scrivalen: warning: '@/in.csv': 2 rows have fewer cells than the header, the first in line 2\n");
   EXPECT_EQ(run.bytes("a.txt"), "a  b\n-  -  -\n1\n2\n1  2  3\n");
 }
 

@@ -43,6 +43,17 @@ void RecordedParts::beginCell(Align align) {
   begin("Cell", kAligns[static_cast<int>(align)]);
 }
 
+void RecordedParts::describeColumn(std::size_t index, const TableColumn& column) {
+  constexpr const char* kAligns[] = {"", " left", " center", " right"};
+  lines_.push_back("Column " + std::to_string(index) + (column.isText ? " text" : "") +
+                   kAligns[static_cast<int>(column.align)] +
+                   (column.width > 0 ? " width " + std::to_string(column.width) : std::string()));
+}
+
+void RecordedParts::numberCell(std::int64_t digits, int decimals) {
+  add("Number", std::to_string(digits) + (decimals > 0 ? "e-" + std::to_string(decimals) : std::string()));
+}
+
 void RecordedParts::beginSpan(Span span) {
   constexpr const char* kSpans[] = {"Strong", "Emphasis", "Deleted", "Code"};
   begin(kSpans[static_cast<int>(span)]);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "readers/document_sink.h"
+#include "readers/table_sink.h"
 
 #include <string>
 #include <string_view>
@@ -11,7 +11,7 @@ namespace scrivalen::command::test {
 using Lines = std::vector<std::string>;
 
 /// Records what a reader finds, a line for each call: the part, then what is known of it.
-class RecordedParts : public DocumentSink {
+class RecordedParts : public TableSink {
  public:
   void beginHeading(int level) override { begin("Heading", " " + std::to_string(level)); }
   void beginParagraph() override { begin("Paragraph"); }
@@ -31,6 +31,11 @@ class RecordedParts : public DocumentSink {
   void rule() override { lines_.emplace_back("Rule"); }
   void image(const std::string& address, const std::string& alternative) override;
   void markup(std::string_view html) override { add("Markup", html); }
+
+  void describeColumn(std::size_t index, const TableColumn& column) override;
+  void numberCell(std::int64_t digits, int decimals) override;
+  void dateCell(std::int32_t days) override { add("Date", std::to_string(days)); }
+  void warn(const std::string& text) override { add("Warning", text); }
 
   const Lines& lines() const { return lines_; }
 

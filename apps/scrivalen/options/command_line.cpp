@@ -40,7 +40,7 @@ using OptionGroups = std::vector<std::unique_ptr<OptionGroup>>;
 
 OptionGroups optionGroups(Options& options) {
   OptionGroups groups;
-  for (const auto make : {&inputOptions, &outputOptions, &layoutOptions, &behaviourOptions}) {
+  for (const auto make : {&inputOptions, &tableOptions, &outputOptions, &layoutOptions, &behaviourOptions}) {
     groups.push_back(make(options));
   }
   return groups;

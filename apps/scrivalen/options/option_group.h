@@ -42,6 +42,7 @@ class OptionGroup {
 
 /// @param options  not owned; must outlive the group
 std::unique_ptr<OptionGroup> inputOptions(Options& options);
+std::unique_ptr<OptionGroup> tableOptions(Options& options);
 std::unique_ptr<OptionGroup> outputOptions(Options& options);
 std::unique_ptr<OptionGroup> layoutOptions(Options& options);
 std::unique_ptr<OptionGroup> behaviourOptions(Options& options);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats.h"
+#include "readers/csv/csv_options.h"
 
 #include <optional>
 #include <string>
@@ -33,6 +34,7 @@ struct Options {
   std::string stylesFile;                                       ///< empty: none
   std::vector<std::pair<std::string, std::string>> settings;    ///< of the document, as given
   std::string separator;                                        ///< empty: aligned columns
+  CsvOptions csv;
   bool landscape = false;
   bool singleByte = false;
   bool contents = false;

@@ -124,7 +124,7 @@ void DocumentRun::open(const std::string& title, bool isShown,
   scrivalen_open(document_.get());
 }
 
-void DocumentRun::write(DocumentStream::Plan plan, const std::function<void(DocumentSink&)>& read) {
+void DocumentRun::write(DocumentStream::Plan plan, const std::function<void(TableSink&)>& read) {
   plan.poll = [this] { stopWhenInterrupted(); };
   plan.progress = [this](std::size_t blocks) { showProgress(blocks); };
   DocumentStream stream(document_.get(), std::move(plan));
@@ -178,11 +178,17 @@ bool DocumentRun::report(Warnings warnings) {
   scrivalen_warning warning{};
   warning.size = sizeof warning;
   while (scrivalen_next_warning(document_.get(), &warning) != 0) {
-    if (isInputShown || !isOfInput(warning)) {
+    if ((isInputShown && !isOfRows(warning)) || !isOfInput(warning)) {
       warnOf(warning);
     }
   }
   return isGood;
+}
+
+// Whether a warning counts rows with too few or too many cells. The reader of CSV knows their lines, and warns itself.
+bool DocumentRun::isOfRows(const scrivalen_warning& warning) const {
+  constexpr int kInputMended = 5;
+  return warning.code == kInputMended && job_.format != InputFormat::Markdown;
 }
 
 void DocumentRun::warnOf(const scrivalen_warning& warning) {

@@ -33,7 +33,7 @@ class DocumentRun {
   void open(const std::string& title, bool isShown, const std::vector<std::pair<std::string, std::string>>& ofInput);
   /// Calls @p read with the document. Once no output is left, or when the user interrupts the run, it does not return
   /// to @p read.
-  void write(DocumentStream::Plan plan, const std::function<void(DocumentSink&)>& read);
+  void write(DocumentStream::Plan plan, const std::function<void(TableSink&)>& read);
   /// Completes the outputs and delivers them.
   void close();
   enum class Warnings : bool { OfOutputs, OfInputAndOutputs };
@@ -54,6 +54,7 @@ class DocumentRun {
   void setOfInput(const char* name, const std::string& value);
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
+  bool isOfRows(const scrivalen_warning& warning) const;
   void warnOf(const scrivalen_warning& warning);
   bool isOfInput(const scrivalen_warning& warning) const { return warning.output >= outputs_.size(); }
 

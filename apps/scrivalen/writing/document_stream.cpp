@@ -254,6 +254,25 @@ void DocumentStream::cell(std::string_view text) {
   check(scrivalen_cell(document_, text.data(), text.size()));
 }
 
+void DocumentStream::describeColumn(std::size_t index, const TableColumn& column) {
+  scrivalen_column description{};
+  description.size = sizeof description;
+  description.type = column.isText ? SCRIVALEN_TEXT : SCRIVALEN_AUTO;
+  description.align = alignOf(column.align);
+  description.width = column.width;
+  check(scrivalen_describe_column(document_, index, &description));
+}
+
+void DocumentStream::numberCell(std::int64_t digits, int decimals) {
+  countCall();
+  check(scrivalen_cell_decimal(document_, digits, decimals));
+}
+
+void DocumentStream::dateCell(std::int32_t days) {
+  countCall();
+  check(scrivalen_cell_date(document_, days));
+}
+
 void DocumentStream::rule() {
   beginBlock();
   check(scrivalen_rule(document_));

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "readers/document_sink.h"
 #include "readers/markdown/headings.h"
+#include "readers/table_sink.h"
 
 #include <scrivalen/document.h>
 
@@ -17,7 +17,7 @@ namespace scrivalen::command {
 
 /// Writes what a reader finds to a document of the library. Raises Interrupted, NoOutputLeft or std::bad_alloc within a
 /// few calls after the document took no more.
-class DocumentStream final : public DocumentSink {
+class DocumentStream final : public TableSink {
  public:
   struct Plan {
     std::wstring folder = {};            ///< of the input, where its pictures are, with its last separator
@@ -49,6 +49,11 @@ class DocumentStream final : public DocumentSink {
   void image(const std::string& address, const std::string& alternative) override;
   void markup(std::string_view html) override;
 
+  void describeColumn(std::size_t index, const TableColumn& column) override;
+  void numberCell(std::int64_t digits, int decimals) override;
+  void dateCell(std::int32_t days) override;
+  void warn(const std::string& text) override { ++warnings_[text]; }
+
   /// What was not written as the input has it, one line each.
   std::vector<std::string> warnings() const;
 
@@ -76,7 +81,6 @@ class DocumentStream final : public DocumentSink {
   void writeContents();
   void link(const std::string& address, std::string_view text);
   void raw(const std::string& html);
-  void warn(const std::string& text) { ++warnings_[text]; }
 
   scrivalen_document* document_;
   Plan plan_;

@@ -8,9 +8,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 
 namespace scrivalen::command::test {
 namespace {
+
+// Every cell as a text, which is what most of these tests are about.
+struct Texts : RecordedParts {
+  void describeColumn(std::size_t, const TableColumn&) override {}
+};
 
 Lines partsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 20) {
   TestEnvironment environment;
@@ -18,8 +24,8 @@ Lines partsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 
   const auto whole = environment.get().readInput;
   environment.get().readInput = [=](void* data, std::size_t size) { return whole(data, std::min(pieces, size)); };
   TextInput input(environment.get(), "-");
-  RecordedParts parts;
-  readCsv(input, separator, parts);
+  Texts parts;
+  readCsv(input, separator, {.isText = true}, parts);
   return parts.lines();
 }
 
@@ -39,6 +45,56 @@ Lines rowsOf(const std::string& text, char separator = ',', std::size_t pieces =
   }
   return rows;
 }
+
+Lines linesOf(const std::string& text, const CsvOptions& options) {
+  TestEnvironment environment;
+  environment.input = text;
+  TextInput input(environment.get(), "-");
+  RecordedParts parts;
+  readCsv(input, ',', options, parts);
+  return parts.lines();
+}
+
+Lines linesWith(const char* start, const Lines& all) {
+  Lines lines;
+  std::copy_if(all.begin(), all.end(), std::back_inserter(lines),
+               [start](const std::string& line) { return line.starts_with(start); });
+  return lines;
+}
+
+// The cells of a row with these texts.
+Lines valuesOf(const Lines& texts) {
+  std::string table = "header\n";
+  for (const std::string& text : texts) {
+    table.append(table.ends_with('\n') ? "\"" : ",\"").append(text).append("\"");
+  }
+  Lines lines = linesOf(table + "\n", {});
+  std::erase_if(lines, [](const std::string& line) { return line.starts_with("Warning"); });
+  return {lines.begin() + 5, lines.end() - 2};
+}
+
+Lines warningsOf(const std::string& table) {
+  Lines warnings = linesWith("Warning ''-': ", linesOf(table, {}));
+  for (std::string& warning : warnings) {
+    warning = warning.substr(14, warning.size() - 15);
+  }
+  return warnings;
+}
+
+Lines chosenFrom(const std::string& table, const std::vector<std::string>& columns) {
+  Lines rows;
+  for (const std::string& part : linesOf(table, {.isText = true, .columns = columns})) {
+    if (part.starts_with("BeginRow")) {
+      rows.push_back("|");
+    } else if (part.starts_with("Cell ")) {
+      rows.back() += part.substr(6, part.size() - 7) + "|";
+    }
+  }
+  return rows;
+}
+
+// How the columns of a table of three are described.
+Lines columnsOf(const CsvOptions& options) { return linesWith("Column", linesOf("a,b,c\n", options)); }
 
 std::string errorOf(const std::string& text, std::size_t pieces = 1 << 20) {
   try {
@@ -119,8 +175,9 @@ TEST(CsvReader, ReadsTheSameHoweverTheInputIsSplit) {
 }
 
 TEST(CsvReader, ReportsTheLineOfTextAfterAClosingQuote) {
-  EXPECT_EQ(errorOf("a,b\n1,2\n\"x\"y,3\n"), "'-', line 3: text after the closing quote of a cell");
-  EXPECT_EQ(errorOf("a,b\n\"one\ntwo\" three,\n"), "'-', line 3: text after the closing quote of a cell");
+  const std::string twice = "; inside quotes, a quote is written twice";
+  EXPECT_EQ(errorOf("a,b\n1,2\n\"x\"y,3\n"), "'-', line 3: text after the closing quote of a cell" + twice);
+  EXPECT_EQ(errorOf("a,b\n\"one\ntwo\" three,\n"), "'-', line 3: text after the closing quote of a cell" + twice);
 }
 
 TEST(CsvReader, ReportsTheLineWhereAnUnclosedQuoteBegins) {
@@ -139,6 +196,96 @@ TEST(CsvReader, ReportsTheSameLineHoweverTheInputIsSplit) {
   }
 }
 
+TEST(CsvReader, TurnsPlainNumbersAndDatesIntoValues) {
+  EXPECT_EQ(valuesOf({"7", "-12.50", "0.000", "2024-02-29"}),
+            (Lines{"Number '7'", "Number '-1250e-2'", "Number '0e-3'", "Date '19782'"}));
+}
+
+TEST(CsvReader, LeavesOtherTextsAsTheyAre) {
+  for (const std::string text : {"007", "+7", "1e5", "12%", "1,234.50", "=1+1", " 7", "-0", "1900-02-28", "2023-02-29",
+                                 "7 8", "1234567890123456", "a", ""}) {
+    EXPECT_EQ(valuesOf({text}), Lines{"Cell '" + text + "'"});
+  }
+}
+
+TEST(CsvReader, LeavesTheHeaderAsTexts) {
+  EXPECT_EQ(linesOf("2023,1\n", {}),
+            (Lines{"BeginTable", "BeginRow header", "Cell '2023'", "Cell '1'", "EndRow", "EndTable"}));
+}
+
+TEST(CsvReader, TurnsNothingIntoAValueOnRequest) {
+  EXPECT_EQ(linesOf("a\n7\n1,2024-02-29\n", {.isText = true}),
+            (Lines{"BeginTable", "Column 0 text", "BeginRow header", "Cell 'a'", "EndRow", "BeginRow", "Cell '7'",
+                   "EndRow", "Column 1 text", "BeginRow", "Cell '1'", "Cell '2024-02-29'", "EndRow", "EndTable",
+                   "Warning ''-': 1 row has more cells than the header, in line 3'"}));
+}
+
+TEST(CsvReader, WarnsOfRowsThatAreUnlikeTheHeader) {
+  EXPECT_EQ(warningsOf("a,b\n1,2\n"), Lines());
+  EXPECT_EQ(warningsOf("a,b\n1,2\n\n3\n\"4\n\"\n5\n6,7,8\n"),
+            (Lines{"3 rows have fewer cells than the header, the first in line 4",
+                   "1 row has more cells than the header, in line 8"}));
+}
+
+TEST(CsvReader, ShowsTheChosenColumnsInTheirOrder) {
+  const std::string table = "id,name,2,\"a, b\"\n1,x,y,z\n1,x,y\n1,x,y,z,more\n";
+  EXPECT_EQ(chosenFrom(table, {"name", "1"}), (Lines{"|name|id|", "|x|1|", "|x|1|", "|x|1|"}));
+  EXPECT_EQ(chosenFrom(table, {"a, b", "2", "2"}), (Lines{"|a, b|2|2|", "|z|y|y|", "||y|y|", "|z|y|y|"}));
+  EXPECT_EQ(chosenFrom(table, {"3-4", "2-1"}), (Lines{"|2|a, b|name|id|", "|y|z|x|1|", "|y||x|1|", "|y|z|x|1|"}));
+}
+
+TEST(CsvReader, NamesTheColumnsThatThereAre) {
+  const auto complaint = [](const std::string& column) {
+    try {
+      linesOf("id,name\n", {.columns = {column}});
+      return std::string();
+    } catch (const UsageError& error) {
+      return std::string(error.what());
+    }
+  };
+  EXPECT_EQ(complaint("nmae"), "--columns: there is no column 'nmae'; did you mean 'name'?");
+  for (const std::string column : {"other", "0", "3", "1-3", "-1", "1-", "99999999999999999999"}) {
+    EXPECT_EQ(complaint(column), "--columns: there is no column '" + column + "'; the columns are 'id', 'name'");
+  }
+}
+
+TEST(CsvReader, DescribesTheColumnsThatAreShown) {
+  EXPECT_EQ(columnsOf({.columns = {"3", "1"}, .aligns = {Align::Center}, .widths = {0, 2}}),
+            (Lines{"Column 0 center", "Column 1 width 2.000000"}));
+  EXPECT_EQ(columnsOf({.aligns = {Align::Default, Align::Right, Align::Left}}),
+            (Lines{"Column 0", "Column 1 right", "Column 2 left"}));
+}
+
+TEST(CsvReader, SharesWhatPercentsLeave) {
+  EXPECT_EQ(columnsOf({.widths = {50}, .arePercent = true}),
+            (Lines{"Column 0 width 50.000000", "Column 1 width 25.000000", "Column 2 width 25.000000"}));
+  for (const std::vector<double>& widths : {std::vector<double>{50, 50}, {50, 40, 11}}) {
+    EXPECT_THROW(columnsOf({.widths = widths, .arePercent = true}), UsageError);
+  }
+  EXPECT_EQ(columnsOf({.widths = {50, 40, 5}, .arePercent = true}).size(), 3u);
+}
+
+TEST(CsvReader, RefusesMoreAlignmentsAndWidthsThanColumns) {
+  const std::vector<double> widths(4, 1);
+  const std::vector<Align> aligns(4, Align::Left);
+  EXPECT_THROW(columnsOf({.widths = widths}), UsageError);
+  EXPECT_THROW(columnsOf({.aligns = aligns}), UsageError);
+  EXPECT_THROW(columnsOf({.columns = {"1"}, .aligns = {Align::Left, Align::Left}}), UsageError);
+}
+
+TEST(CsvReader, ReadsRowsThatAreLongerThanThePiecesOfTheInput) {
+  std::string quoted = "a\n\"";
+  std::string cell = "Cell '";
+  for (int i = 0; i < 100000; ++i) {
+    quoted += i % 7 == 0 ? "\"\"" : "x";
+    cell += i % 7 == 0 ? "\"" : "x";
+  }
+  const Lines parts = partsOf(quoted + "\"\n", ',', 1000);
+  ASSERT_EQ(parts.size(), 8u);
+  EXPECT_EQ(parts[5], cell + "'");
+  EXPECT_EQ(partsOf(std::string(100000, ',') + "\n", ',', 1000).size(), 100005u);
+}
+
 TEST(CsvReader, PropagatesExceptionsFromItsSink) {
   struct Throwing : RecordedParts {
     void cell(std::string_view) override { throw std::runtime_error("enough"); }
@@ -146,7 +293,7 @@ TEST(CsvReader, PropagatesExceptionsFromItsSink) {
   TestEnvironment environment;
   environment.input = "a\nb\nc\n";
   TextInput input(environment.get(), "-");
-  EXPECT_THROW(readCsv(input, ',', sink), std::runtime_error);
+  EXPECT_THROW(readCsv(input, ',', {}, sink), std::runtime_error);
 }
 
 }  // namespace

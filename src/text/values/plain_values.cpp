@@ -1,4 +1,4 @@
-#include "text/plain_values.h"
+#include "text/values/plain_values.h"
 
 #include "text/ascii.h"
 #include "text/calendar.h"
