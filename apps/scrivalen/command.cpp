@@ -15,6 +15,7 @@
 #include "writing/document_run.h"
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <new>
 #include <string>
@@ -35,6 +36,14 @@ std::string titleFromName(const std::string& input) {
   }
   const std::wstring path = toWide(input);
   return toUtf8(withoutExtension(scrivalen::fileNameOf(path)));
+}
+
+std::string_view formatName(InputFormat format) {
+  switch (format) {
+    case InputFormat::Csv: return "CSV";
+    case InputFormat::Tsv: return "TSV";
+    default: return "Markdown";
+  }
 }
 
 // Formats that show raw HTML, or may hold it.
@@ -59,6 +68,7 @@ class Conversion {
   void readMarkdownFor(Outputs outputs, const FrontMatter& front, std::string_view text, Safety safety);
   DocumentRun& begin(Outputs outputs, const FrontMatter& front, std::string_view heading);
   void warnOfReplacements(std::size_t count);
+  void noteTime(std::chrono::steady_clock::duration time);
 
   const Options& options_;
   const Job& job_;
@@ -69,12 +79,14 @@ class Conversion {
 
 // All content is read before the first output takes its place.
 int Conversion::run() {
+  const auto begin = std::chrono::steady_clock::now();
   TextInput input(environment_, job_.input);
   if (job_.format == InputFormat::Markdown) {
     readMarkdownFrom(input);
   } else {
     readTable(input);
   }
+  messages_.note({"read '", job_.input, "' as ", formatName(job_.format), ": ", Digits(input.size()).text(), " bytes"});
   for (const auto& run : runs_) {
     run->close();
   }
@@ -85,7 +97,13 @@ int Conversion::run() {
     isGood = run->report(warnings) && isGood;
     warnings = DocumentRun::Warnings::OfOutputs;  // both documents have the same input
   }
+  noteTime(std::chrono::steady_clock::now() - begin);
   return isGood ? kDone : kFailed;
+}
+
+void Conversion::noteTime(std::chrono::steady_clock::duration time) {
+  const auto tenths = static_cast<std::uint64_t>(time / std::chrono::microseconds(100));
+  messages_.note({"'", job_.input, "' took ", Digits(tenths / 10).text(), ".", Digits(tenths % 10).text(), " ms"});
 }
 
 DocumentRun& Conversion::begin(Outputs outputs, const FrontMatter& front, std::string_view heading) {
@@ -198,6 +216,12 @@ int runOrThrow(const std::vector<std::string>& arguments, const Environment& env
   }
   if (commandLine.options.quiet) {
     messages.beQuiet();
+  }
+  if (commandLine.options.verbose) {
+    messages.beVerbose();
+  }
+  for (const std::string& warning : commandLine.options.warnings) {
+    messages.warning(warning);
   }
   const int status = Run(commandLine.options, environment, messages).run();
   return commandLine.options.strict && messages.hasWarned() ? kFailed : status;

@@ -8,6 +8,7 @@ namespace {
 
 constexpr std::string_view kRed = "\x1b[31m";
 constexpr std::string_view kYellow = "\x1b[33m";
+constexpr std::string_view kUncoloured;
 constexpr std::string_view kPlain = "\x1b[0m";
 constexpr std::string_view kClearLine = "\r\x1b[K";
 constexpr std::chrono::milliseconds kProgressPause{100};
@@ -77,6 +78,12 @@ void Messages::warning(std::initializer_list<std::string_view> parts) {
   }
 }
 
+void Messages::note(std::initializer_list<std::string_view> parts) {
+  if (verbose_) {
+    line(kUncoloured, "", parts);
+  }
+}
+
 void Messages::progress(std::string_view text) {
   const auto now = std::chrono::steady_clock::now();
   if (quiet_ || !environment_.errorIsTerminal || now - lastProgress_ < kProgressPause) {
@@ -90,11 +97,12 @@ void Messages::progress(std::string_view text) {
 void Messages::line(std::string_view colour, std::string_view kind, std::initializer_list<std::string_view> parts) {
   clearProgress();
   ErrorWriter message(environment_);
-  message.add(coloured_ ? colour : "").add("scrivalen: ").add(kind);
+  const bool isColoured = coloured_ && !colour.empty();
+  message.add(isColoured ? colour : "").add("scrivalen: ").add(kind);
   for (const std::string_view part : parts) {
     message.addPrintable(part);
   }
-  message.add(coloured_ ? kPlain : "").add("\n");
+  message.add(isColoured ? kPlain : "").add("\n");
 }
 
 void Messages::clearProgress() {

@@ -16,6 +16,10 @@ class Messages {
   Messages& operator=(const Messages&) = delete;
   ~Messages();
 
+  /// Shows notes, too.
+  void beVerbose() { verbose_ = true; }
+  bool isVerbose() const { return verbose_; }
+
   /// Suppresses everything but errors.
   void beQuiet() { quiet_ = true; }
 
@@ -29,6 +33,9 @@ class Messages {
   /// A warning of several parts, which are written one after the other.
   void warning(std::initializer_list<std::string_view> parts);
 
+  /// What the command does, in several parts; shown only if wanted.
+  void note(std::initializer_list<std::string_view> parts);
+
   /// Shows progress, on a terminal only, at most ten times a second.
   void progress(std::string_view text);
 
@@ -38,6 +45,7 @@ class Messages {
 
   const Environment& environment_;
   bool quiet_ = false;
+  bool verbose_ = false;
   bool hasWarned_ = false;
   bool coloured_;
   bool progressShown_ = false;

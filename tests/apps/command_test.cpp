@@ -162,6 +162,56 @@ TEST(Command, IsSilentWhenQuiet) {
   EXPECT_EQ(result.error, "");
 }
 
+// The lines of a verbose run but for those about time, which ends in a number of milliseconds.
+std::string withoutTimes(const std::string& error) {
+  std::string lines;
+  for (const std::string_view line : split(error, '\n')) {
+    if (!line.ends_with(" ms")) {
+      lines.append(line).append("\n");
+    }
+  }
+  return lines;
+}
+
+TEST(Command, SaysWhatItReadsAndWrites) {
+  CommandRun run;
+  const Result result =
+      run.with("in.md", "# A\n")
+          .run({"@/in.md", "-o", "@/a.txt", "-o", "html:-", "-v", "--set", "paper=a5", "--landscape", "--title", "T"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(withoutTimes(result.error),
+            "scrivalen: settings of '@/a.txt', '-': landscape='yes', title='T', show-title='yes', paper='a5'\n"
+            "scrivalen: read '@/in.md' as Markdown: 4 bytes\n"
+            "scrivalen: wrote '@/a.txt' as text: 4 bytes\n"
+            "scrivalen: wrote '-' as html: " +
+                std::to_string(result.output.size()) + " bytes\n\n");
+  EXPECT_NE(result.error.find("scrivalen: '@/in.md' took "), std::string::npos);
+}
+
+TEST(Command, WarnsOfAnOptionWithoutEffect) {
+  CommandRun run;
+  const Result result = run.with("in.csv", "a\n").run({"@/in.csv", "-o", "@/a.txt", "--toc", "--strict"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: warning: --toc has no effect: no input is Markdown\n");
+}
+
+TEST(Command, SuggestsASetting) {
+  CommandRun run;
+  const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.txt", "--set", "text.witdh=90"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: There is no setting \"text.witdh\". Did you mean \"text.width\"?\n");
+}
+
+TEST(Command, TakesATemplateFromAPersonsOwnFile) {
+  CommandRun run;
+  run.with("in.md", "x").with("page.tmpl", "<t>%TITLE%</t>%BODY%");
+  EXPECT_EQ(run.run({"@/in.md", "--template", "@/page.tmpl", "-o", "@/a.html"}).error, "");
+  EXPECT_EQ(run.bytes("a.html"), "<t>in</t><p>x</p>\n");
+  const Result folder = run.run({"@/in.md", "--template", "@/", "-o", "@/a.html"});
+  EXPECT_EQ(folder.status, 2);
+  EXPECT_EQ(folder.error, "scrivalen: the template '@/' is a folder; give the path of a file\n");
+}
+
 TEST(Command, ReadsATableExportedByASpreadsheet) {
   CommandRun run;
   using namespace std::string_literals;

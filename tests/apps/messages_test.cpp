@@ -51,6 +51,16 @@ TEST(Messages, AreOnlyErrorsWhenQuiet) {
   EXPECT_EQ(environment.error, "scrivalen: bad\n");
 }
 
+TEST(Messages, HaveNotesOnlyIfWanted) {
+  TestEnvironment environment;
+  environment.get().errorIsTerminal = true;
+  Messages messages(environment.get());
+  messages.note({"read ", "a"});
+  messages.beVerbose();
+  messages.note({"read ", "b\n"});
+  EXPECT_EQ(environment.error, "scrivalen: read b \n");
+}
+
 TEST(Messages, ShowProgressOnATerminalAndClearItAtTheEnd) {
   TestEnvironment environment;
   environment.get().errorIsTerminal = true;

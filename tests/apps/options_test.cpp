@@ -89,7 +89,12 @@ TEST(Options, RequireAnInputAndAnOutput) {
 }
 
 TEST(Options, RejectAnUnknownOptionAndASecondInput) {
-  EXPECT_EQ(complaint({"in", "-o", "a.txt", "--titel", "x"}), "unknown option '--titel'; see scrivalen --help");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "--titel", "x"}), "unknown option '--titel'; did you mean '--title'?");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "--outdir=x"}), "unknown option '--outdir'; see scrivalen --help");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "--output-dri=x"}),
+            "unknown option '--output-dri'; did you mean '--output-dir'?");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-toc"}), "unknown option '-toc'; did you mean '--toc'?");
+  EXPECT_EQ(complaint({"in", "-o", "a.txt", "-x"}), "unknown option '-x'; see scrivalen --help");
   EXPECT_EQ(complaint({"in", "in2", "-o", "a.txt"}),
             "-o FILE takes one input, not also 'in2'; for several inputs use --output-dir FOLDER --to FORMAT");
 }
@@ -116,6 +121,8 @@ TEST(Options, DetectTheInputsFormatByItsExtension) {
 TEST(Options, PreferFromToTheExtension) {
   EXPECT_EQ(parsed({"a.md", "--from", "tsv", "-o", "a.txt"}).jobs[0].format, InputFormat::Tsv);
   EXPECT_EQ(complaint({"a.md", "--from", "doc", "-o", "a.txt"}), "--from takes markdown, csv or tsv, not 'doc'");
+  EXPECT_EQ(complaint({"a.md", "--from", "CVS", "-o", "a.txt"}),
+            "--from takes markdown, csv or tsv, not 'CVS'; did you mean 'csv'?");
 }
 
 TEST(Options, EnclosePropertyNamesInPercentSigns) {
@@ -186,7 +193,7 @@ TEST(Options, TakeADelimiter) {
   EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).jobs[0].delimiter, '\t');
   EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", "\\t"}).jobs[0].delimiter, '\t');
   EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", ":"}).jobs[0].delimiter, ':');
-  for (const char* const wrong : {"ab", "\"", "\n", "\xC3\xA9"}) {
+  for (const char* const wrong : {"ab", "", "\"", "\n", "\xC3\xA9"}) {
     EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--delimiter", wrong}),
               std::string("--delimiter takes one ASCII character, not '") + wrong + "'");
   }
@@ -236,8 +243,72 @@ TEST(Options, RejectOptionsOfCsvForMarkdown) {
 }
 
 TEST(Options, RejectAMissingTemplate) {
-  EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "../tmpl/default"}),
-            "there is no template '../tmpl/default'; see scrivalen --list-templates");
+  EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "../tmpl/defaults"}),
+            "there is no template '../tmpl/defaults'; see scrivalen --list-templates, or give the path of a file");
+  EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", "defalt"}),
+            "there is no template 'defalt'; did you mean 'default'?");
+}
+
+TEST(Options, RejectEmptyValues) {
+  EXPECT_EQ(complaint({"", "-o", "a.txt"}),
+            "the name of an input is empty; give the path of a file, or - for standard input");
+  EXPECT_EQ(complaint({"a", "-o", ""}), "the output '' has no file name; use -o FILE or -o FORMAT:FILE");
+  EXPECT_EQ(complaint({"a", "-o", "a.html", "--template", ""}),
+            "--template has an empty value; see scrivalen --list-templates");
+  EXPECT_EQ(complaint({"a", "-o", "a.xlsx", "--styles", ""}),
+            "--styles has an empty value; give the path of a style sheet");
+  EXPECT_EQ(complaint({"a", "--output-dir", "", "--to", "html"}),
+            "--output-dir has an empty value; give the path of a folder");
+  EXPECT_EQ(complaint({"a", "--from", "", "-o", "a.txt"}), "--from takes markdown, csv or tsv, not ''");
+}
+
+TEST(Options, GiveAnEmptySeparatorItsDefault) {
+  EXPECT_EQ(parsed({"a", "-o", "a.txt", "--separator", ""}).separator, "");
+}
+
+using Warnings = std::vector<std::string>;
+
+TEST(Options, AreWarnedOfWithoutEffectOnAnyOutput) {
+  EXPECT_EQ(
+      parsed({"a.md", "-o", "a.txt", "--template", "default", "--styles", "s", "--landscape", "--property", "a=b"})
+          .warnings,
+      (Warnings{"--template has no effect: no output is html or chm", "--styles has no effect: no output is xlsx",
+                "--landscape has no effect: no output is html, rtf, pdf or xlsx",
+                "--property has no effect: no output is html, xml, rtf, chm, pdf or xlsx"}));
+  EXPECT_EQ(parsed({"a.md", "-o", "a.html", "--separator", ";", "--single-byte", "--set", "text.width=90", "--set",
+                    "html.font=a.b"})
+                .warnings,
+            (Warnings{"--single-byte has no effect: no output is text", "--separator has no effect: no output is text",
+                      "--set text.width has no effect: no output is text"}));
+}
+
+TEST(Options, AreWarnedOfWithoutEffectOnAnyInput) {
+  EXPECT_EQ(parsed({"a.csv", "-o", "a.html", "--toc", "--unsafe"}).warnings,
+            (Warnings{"--unsafe has no effect: no input is Markdown", "--toc has no effect: no input is Markdown"}));
+  EXPECT_EQ(parsed({"a.md", "-o", "a.html", "--delimiter", ";"}).warnings,
+            Warnings{"--delimiter has no effect: no input is CSV or TSV"});
+}
+
+TEST(Options, AreNotWarnedOfWhereTheyHaveAnEffect) {
+  EXPECT_EQ(parsed({"a.md",          "b.tsv",
+                    "--output-dir",  ".",
+                    "--to",          "chm,xlsx,text",
+                    "--toc",         "--unsafe",
+                    "--delimiter",   ";",
+                    "--template",    "default",
+                    "--styles",      "s",
+                    "--separator",   ";",
+                    "--single-byte", "--landscape",
+                    "--property",    "a=b",
+                    "--set",         "text.width=90",
+                    "--set",         "property:a.b=c"})
+                .warnings,
+            Warnings());
+}
+
+TEST(Options, CannotBeQuietAndVerbose) {
+  EXPECT_TRUE(parsed({"a", "-o", "a.txt", "-v"}).verbose);
+  EXPECT_EQ(complaint({"a", "-o", "a.txt", "-q", "--verbose"}), "-q and -v exclude each other; use one of them");
 }
 
 TEST(Options, NeedNoInputForHelpVersionAndTemplates) {

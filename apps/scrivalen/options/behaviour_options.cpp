@@ -1,5 +1,7 @@
 #include "options/option_group.h"
 
+#include "errors.h"
+
 namespace scrivalen::command {
 namespace {
 
@@ -11,12 +13,17 @@ class BehaviourOptions : public OptionGroup {
 
   std::vector<Option> declare() override {
     return {
+        {&options_.verbose, "-v,--verbose", "", "Print what is read and written, and the settings"},
         {&options_.strict, "--strict", "", "Exit with status 1 after a warning, too"},
         {&options_.quiet, "-q,--quiet", "", "Print errors only"},
     };
   }
 
-  void interpret() override {}
+  void interpret() override {
+    if (options_.quiet && options_.verbose) {
+      throw UsageError("-q and -v exclude each other; use one of them");
+    }
+  }
 
  private:
   Options& options_;

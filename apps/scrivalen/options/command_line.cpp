@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "options/option_group.h"
+#include "options/suggestion.h"
 #include "system/files/files.h"
 #include "templates.h"
 
@@ -73,11 +74,28 @@ void addOptions(CLI::App& app, const OptionGroups& groups) {
   }
 }
 
-void rejectLeftovers(std::vector<std::string> leftovers) {
-  std::erase(leftovers, "--");
-  for (const std::string& argument : leftovers) {
-    if (argument.starts_with('-')) {
-      throw UsageError("unknown option '" + argument + "'; see scrivalen --help");
+std::vector<std::string> longNames(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::Option* const option : app.get_options()) {
+    for (const std::string& name : option->get_lnames()) {
+      names.push_back("--" + name);
+    }
+  }
+  return names;
+}
+
+// "-titel" and "--titel=x" are "--titel".
+std::string asLongName(std::string_view argument) {
+  const std::string_view name = argument.substr(0, argument.find('='));
+  return "--" + std::string(name.substr(std::min(name.find_first_not_of('-'), name.size())));
+}
+
+void rejectLeftovers(const CLI::App& app) {
+  for (const std::string& argument : app.remaining()) {
+    if (argument != "--") {
+      const auto names = longNames(app);
+      throw UsageError("unknown option '" + argument.substr(0, argument.find('=')) + "'" +
+                       suggestion(asLongName(argument), {names.begin(), names.end()}, "; see scrivalen --help"));
     }
   }
 }
@@ -118,7 +136,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   } catch (const CLI::ParseError& error) {
     throw UsageError(error.what());
   }
-  rejectLeftovers(app.remaining());
+  rejectLeftovers(app);
   if (listTemplates) {
     return {{}, templateList()};
   }

@@ -1,45 +1,57 @@
 #include "options/option_group.h"
 
 #include "errors.h"
+#include "options/effect.h"
+#include "options/suggestion.h"
 #include "text/ascii.h"
 
 namespace scrivalen::command {
 namespace {
 
-InputFormat inputFormat(const std::string& from, const std::string& input) {
-  struct Name {
-    std::string_view name;
-    InputFormat format;
-  };
-  static constexpr Name kNames[] = {{"markdown", InputFormat::Markdown},
-                                    {"md", InputFormat::Markdown},
-                                    {"csv", InputFormat::Csv},
-                                    {"tsv", InputFormat::Tsv},
-                                    {"tab", InputFormat::Tsv}};
-  const std::size_t dot = input.rfind('.');
-  const std::string wanted = scrivalen::asciiLowered<char>(!from.empty()              ? from
-                                                           : dot == std::string::npos ? ""
-                                                                                      : input.substr(dot + 1));
-  for (const Name& name : kNames) {
+struct FormatName {
+  std::string_view name;
+  InputFormat format;
+};
+
+constexpr FormatName kFormatNames[] = {{"markdown", InputFormat::Markdown},
+                                       {"md", InputFormat::Markdown},
+                                       {"csv", InputFormat::Csv},
+                                       {"tsv", InputFormat::Tsv},
+                                       {"tab", InputFormat::Tsv}};
+
+std::optional<InputFormat> formatNamed(std::string_view nameOrExtension) {
+  const std::string wanted = scrivalen::asciiLowered<char>(nameOrExtension);
+  for (const FormatName& name : kFormatNames) {
     if (name.name == wanted) {
       return name.format;
     }
   }
-  if (!from.empty()) {
-    throw UsageError("--from takes markdown, csv or tsv, not '" + from + "'");
+  return std::nullopt;
+}
+
+InputFormat inputFormat(const std::optional<std::string>& from, const std::string& input) {
+  if (!from) {
+    const std::size_t dot = input.rfind('.');
+    const auto format = dot == std::string::npos ? std::nullopt : formatNamed(input.substr(dot + 1));
+    return format.value_or(InputFormat::Markdown);
   }
-  return InputFormat::Markdown;
+  const auto format = formatNamed(*from);
+  if (!format) {
+    throw UsageError("--from takes markdown, csv or tsv, not '" + *from + "'" +
+                     suggestion(*from, {"markdown", "csv", "tsv"}, ""));
+  }
+  return *format;
 }
 
 // Quotes and line ends have a meaning of their own in CSV.
-std::optional<char> delimiter(const std::string& argument, InputFormat format) {
-  if (argument.empty()) {
+std::optional<char> delimiter(const std::optional<std::string>& argument, InputFormat format) {
+  if (!argument) {
     return format == InputFormat::Tsv ? std::optional('\t') : std::nullopt;
   }
-  const std::string text = argument == "\\t" ? "\t" : argument;
-  const auto c = static_cast<unsigned char>(text.front());
+  const std::string text = *argument == "\\t" ? "\t" : *argument;
+  const auto c = text.empty() ? 0 : static_cast<unsigned char>(text.front());
   if (text.size() != 1 || text == "\"" || (c < 0x20 && c != '\t') || c > 0x7E) {
-    throw UsageError("--delimiter takes one ASCII character, not '" + argument + "'");
+    throw UsageError("--delimiter takes one ASCII character, not '" + *argument + "'");
   }
   return text.front();
 }
@@ -65,19 +77,25 @@ class InputOptions : public OptionGroup {
       throw UsageError("no input given; see scrivalen --help");
     }
     for (const std::string& input : inputs_) {
+      if (input.empty()) {
+        throw UsageError("the name of an input is empty; give the path of a file, or - for standard input");
+      }
       Job job;
       job.input = input;
       job.format = inputFormat(from_, input);
       job.delimiter = delimiter(delimiter_, job.format);
       options_.jobs.push_back(std::move(job));
     }
+    if (delimiter_) {
+      warnWithoutTable(options_, "--delimiter");
+    }
   }
 
  private:
   Options& options_;
   std::vector<std::string> inputs_;
-  std::string from_;
-  std::string delimiter_;
+  std::optional<std::string> from_;
+  std::optional<std::string> delimiter_;
 };
 
 }  // namespace

@@ -1,6 +1,8 @@
 #include "options/option_group.h"
 
 #include "errors.h"
+#include "options/effect.h"
+#include "options/suggestion.h"
 #include "system/files/files.h"
 #include "templates.h"
 #include "texts.h"
@@ -22,12 +24,32 @@ std::pair<std::string, std::string> property(const std::string& argument) {
   return {name, value};
 }
 
-std::string chosenTemplate(const std::string& name) {
-  const auto file = templateFile(scrivalen::widePath(name));
-  if (!file) {
-    throw UsageError("there is no template '" + name + "'; see scrivalen --list-templates");
+[[noreturn]] void failUnknownTemplate(const std::string& name) {
+  std::vector<std::string> names;
+  for (const std::wstring& known : templateNames()) {
+    names.push_back(scrivalen::narrowPath(known));
   }
-  return *file;
+  throw UsageError(
+      "there is no template '" + name + "'" +
+      suggestion(name, {names.begin(), names.end()}, "; see scrivalen --list-templates, or give the path of a file"));
+}
+
+// The library's templates come first: a person's own of the same name has a path.
+std::string chosenTemplate(const std::string& name) {
+  const std::wstring path = scrivalen::widePath(name);
+  if (const auto file = templateFile(path)) {
+    return *file;
+  }
+  if (!scrivalen::pathExists(path)) {
+    failUnknownTemplate(name);
+  }
+  if (scrivalen::isFolder(path)) {
+    throw UsageError("the template '" + name + "' is a folder; give the path of a file");
+  }
+  if (!scrivalen::openForReading(path)) {
+    throw InputError("cannot read the template '" + name + "': " + lastErrorText());
+  }
+  return name;
 }
 
 class LayoutOptions : public OptionGroup {
@@ -43,10 +65,10 @@ class LayoutOptions : public OptionGroup {
         {&settings_, "--set", "NAME=VALUE",
          "A setting of the document, such as paper=Letter\nor text.width=100. May be given several times"},
         {&options_.landscape, "--landscape", "", "Use landscape pages"},
-        {&template_, "--template", "NAME", "A template for HTML pages"},
+        {&template_, "--template", "NAME", "A template for HTML pages, by name or as a file"},
         {&properties_, "--property", "NAME=VALUE",
          "Fills the placeholder %NAME% of a template.\nMay be given several times"},
-        {&options_.stylesFile, "--styles", "FILE", "A style sheet for spreadsheets"},
+        {&styles_, "--styles", "FILE", "A style sheet for spreadsheets"},
         {&separator_, "--separator", "TEXT",
          "What is between the cells of tables in text,\ninstead of aligned columns; \\t is a tab"},
     };
@@ -56,18 +78,51 @@ class LayoutOptions : public OptionGroup {
     std::transform(properties_.begin(), properties_.end(), std::back_inserter(options_.properties), property);
     std::transform(settings_.begin(), settings_.end(), std::back_inserter(options_.settings),
                    [](const std::string& argument) { return nameAndValue("--set", argument); });
-    if (!template_.empty()) {
-      options_.templateFile = chosenTemplate(template_);
+    requireText("--template", template_, "see scrivalen --list-templates");
+    requireText("--styles", styles_, "give the path of a style sheet");
+    if (template_) {
+      options_.templateFile = chosenTemplate(*template_);
     }
-    options_.separator = replacedAll<char>(separator_, "\\t", "\t");
+    options_.stylesFile = styles_.value_or("");
+    options_.separator = replacedAll<char>(separator_.value_or(""), "\\t", "\t");
+    warnWithoutEffect();
   }
 
  private:
+  void warnWithoutEffect() {
+    if (options_.contents) {
+      warnWithoutMarkdown(options_, "--toc");
+    }
+    if (template_) {
+      warnWithoutOutput(options_, "--template", "html chm");
+    }
+    if (styles_) {
+      warnWithoutOutput(options_, "--styles", "xlsx");
+    }
+    if (separator_) {
+      warnWithoutOutput(options_, "--separator", "text");
+    }
+    if (options_.landscape) {
+      warnWithoutOutput(options_, "--landscape", "html rtf pdf xlsx");
+    }
+    if (!properties_.empty()) {
+      warnWithoutOutput(options_, "--property", "html xml rtf chm pdf xlsx");
+    }
+    for (const auto& [name, value] : options_.settings) {
+      const std::string format = name.substr(0, name.find('.'));
+      const auto formats = formatNames();
+      if (format.size() < name.size() && std::find(formats.begin(), formats.end(), format) != formats.end()) {
+        warnWithoutOutput(options_, "--set " + name, format);
+      }
+    }
+  }
+
   Options& options_;
   std::vector<std::string> properties_;
   std::vector<std::string> settings_;
-  std::string template_;
-  std::string separator_;
+  std::optional<std::string> template_;
+  std::optional<std::string> styles_;
+  std::optional<std::string> separator_;
 };
 
 }  // namespace

@@ -4,6 +4,12 @@
 
 namespace scrivalen::command {
 
+void requireText(const char* option, const std::optional<std::string>& value, const char* remedy) {
+  if (value && value->empty()) {
+    throw UsageError(std::string(option) + " has an empty value; " + remedy);
+  }
+}
+
 std::pair<std::string, std::string> nameAndValue(const char* option, const std::string& argument) {
   const std::size_t equals = argument.find('=');
   if (equals == 0 || equals == std::string::npos) {

@@ -47,6 +47,10 @@ std::unique_ptr<OptionGroup> outputOptions(Options& options);
 std::unique_ptr<OptionGroup> layoutOptions(Options& options);
 std::unique_ptr<OptionGroup> behaviourOptions(Options& options);
 
+/// Raises UsageError if an option was given an empty value.
+/// @param remedy  what to do: "give the path of a file"
+void requireText(const char* option, const std::optional<std::string>& value, const char* remedy);
+
 /// Divides NAME=VALUE. Raises UsageError.
 /// @param option  for the message: "--set"
 std::pair<std::string, std::string> nameAndValue(const char* option, const std::string& argument);

@@ -41,6 +41,8 @@ struct Options {
   bool unsafe = false;  ///< pass on raw HTML and all addresses of Markdown
   bool strict = false;  ///< a warning is a failure
   bool quiet = false;
+  bool verbose = false;
+  std::vector<std::string> warnings;  ///< about options without effect
 };
 
 }  // namespace scrivalen::command

@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "options/different_files.h"
+#include "options/effect.h"
 #include "options/output_request.h"
 #include "system/files/files.h"
 #include "texts.h"
@@ -33,6 +34,7 @@ class OutputOptions : public OptionGroup {
   }
 
   void interpret() override {
+    requireText("--output-dir", folder_, "give the path of a folder");
     if (!outputs_.empty()) {
       addOutputs();
     } else if (folder_ || !formats_.empty()) {
@@ -41,6 +43,12 @@ class OutputOptions : public OptionGroup {
       throw UsageError("no output given (-o FILE); see scrivalen --help");
     }
     requireDifferentFiles(options_.jobs);
+    if (options_.singleByte) {
+      warnWithoutOutput(options_, "--single-byte", "text");
+    }
+    if (options_.unsafe) {
+      warnWithoutMarkdown(options_, "--unsafe");
+    }
   }
 
  private:

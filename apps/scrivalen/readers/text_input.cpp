@@ -85,6 +85,7 @@ bool TextInput::fill() {
       fail();
     }
     end_ += *count;
+    size_ += *count;
     ended_ = *count == 0;
     if (end_ >= kUtf8Mark.size()) {
       break;

@@ -27,6 +27,9 @@ class TextInput {
 
   const std::string& name() const { return name_; }
 
+  /// How many bytes were read so far.
+  std::size_t size() const { return size_; }
+
   /// How many U+FFFD were substituted so far.
   std::size_t replaced() const { return replaced_; }
 
@@ -46,6 +49,7 @@ class TextInput {
   scrivalen::File file_;
   Encoding encoding_ = Encoding::Unknown;
   bool ended_ = false;
+  std::size_t size_ = 0;
   std::size_t replaced_ = 0;
   std::string bytes_;      // as read
   std::size_t begin_ = 0;  // of the bytes not yet returned

@@ -2,6 +2,7 @@
 
 #include "digits.h"
 #include "errors.h"
+#include "system/files/files.h"
 
 #include <cerrno>
 #include <charconv>
@@ -11,6 +12,17 @@
 
 namespace scrivalen::command {
 namespace {
+
+// Nothing if the file has no size, or if that cannot be found out any more.
+std::optional<std::uint64_t> sizeOfFile(const std::string& name) {
+  try {
+    const std::wstring path = scrivalen::widePath(name);
+    const scrivalen::File file = scrivalen::isSpecialFile(path) ? scrivalen::File() : scrivalen::openForReading(path);
+    return file ? scrivalen::sizeOf(file) : std::nullopt;
+  } catch (const std::bad_alloc&) {
+    return std::nullopt;
+  }
+}
 
 void requireSeconds(const std::string& text) {
   std::int64_t seconds = 0;
@@ -58,7 +70,9 @@ scrivalen_status DocumentRun::addOutput(const OutputRequest& output) {
   }
   const auto writeOutput = [](void* run, const void* data, std::size_t size) {
     errno = 0;
-    if (static_cast<DocumentRun*>(run)->environment_.writeOutput({static_cast<const char*>(data), size})) {
+    DocumentRun& self = *static_cast<DocumentRun*>(run);
+    if (self.environment_.writeOutput({static_cast<const char*>(data), size})) {
+      self.streamed_ += size;
       return 0;
     }
     return errno != 0 ? errno : EIO;
@@ -94,9 +108,16 @@ void DocumentRun::applySettings() {
 
 void DocumentRun::set(const char* name, const std::string& value) {
   switch (scrivalen_set(document_.get(), name, value.c_str())) {
-    case SCRIVALEN_OK: return;
+    case SCRIVALEN_OK: break;
     case SCRIVALEN_OUT_OF_MEMORY: throw std::bad_alloc();
     default: throw UsageError(scrivalen_error(document_.get()));
+  }
+  rememberSetting(name, value);
+}
+
+void DocumentRun::rememberSetting(std::string_view name, std::string_view value) {
+  if (messages_.isVerbose()) {
+    settings_.append(settings_.empty() ? "" : ", ").append(name).append("='").append(value).append("'");
   }
 }
 
@@ -107,7 +128,9 @@ void DocumentRun::setOfInput(const char* name, const std::string& value) {
   }
   if (status != SCRIVALEN_OK) {
     warnings_.push_back("'" + job_.input + "': " + scrivalen_error(document_.get()));
+    return;
   }
+  rememberSetting(name, value);
 }
 
 void DocumentRun::open(const std::string& title, bool isShown,
@@ -122,6 +145,7 @@ void DocumentRun::open(const std::string& title, bool isShown,
   }
   stopWhenInterrupted();
   scrivalen_open(document_.get());
+  noteSettings();
 }
 
 void DocumentRun::write(DocumentStream::Plan plan, const std::function<void(TableSink&)>& read) {
@@ -167,6 +191,8 @@ bool DocumentRun::report(Warnings warnings) {
     if (scrivalen_output_result(document_.get(), i) != SCRIVALEN_OK) {
       messages_.error(scrivalen_output_error(document_.get(), i));
       isGood = false;
+    } else {
+      noteOutput(i);
     }
   }
   const bool isInputShown = warnings == Warnings::OfInputAndOutputs;
@@ -189,6 +215,25 @@ bool DocumentRun::report(Warnings warnings) {
 bool DocumentRun::isOfRows(const scrivalen_warning& warning) const {
   constexpr int kInputMended = 5;
   return warning.code == kInputMended && job_.format != InputFormat::Markdown;
+}
+
+void DocumentRun::noteSettings() {
+  std::string names;
+  for (const OutputRequest* const output : outputs_) {
+    names.append(names.empty() ? "'" : ", '").append(output->name).append("'");
+  }
+  messages_.note({"settings of ", names, ": ", settings_});
+}
+
+void DocumentRun::noteOutput(std::size_t output) {
+  if (!messages_.isVerbose()) {
+    return;
+  }
+  const OutputRequest& request = *outputs_[output];
+  const auto size = request.name == "-" ? std::optional<std::uint64_t>(streamed_) : sizeOfFile(request.name);
+  const Digits digits(size.value_or(0));
+  messages_.note({"wrote '", request.name, "' as ", request.format->name, size ? ": " : "",
+                  size ? digits.text() : std::string_view(), size ? " bytes" : ""});
 }
 
 void DocumentRun::warnOf(const scrivalen_warning& warning) {

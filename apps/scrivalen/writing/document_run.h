@@ -55,6 +55,9 @@ class DocumentRun {
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
   bool isOfRows(const scrivalen_warning& warning) const;
+  void rememberSetting(std::string_view name, std::string_view value);
+  void noteSettings();
+  void noteOutput(std::size_t output);
   void warnOf(const scrivalen_warning& warning);
   bool isOfInput(const scrivalen_warning& warning) const { return warning.output >= outputs_.size(); }
 
@@ -65,6 +68,8 @@ class DocumentRun {
   Messages& messages_;
   std::unique_ptr<scrivalen_document, Free> document_;
   std::vector<std::string> warnings_;  // of the input
+  std::string settings_;               // those set so far
+  std::size_t streamed_ = 0;           // bytes on standard output
 };
 
 }  // namespace scrivalen::command

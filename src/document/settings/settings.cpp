@@ -3,6 +3,7 @@
 #include "document/settings/definitions.h"
 #include "output/host_handlers.h"
 #include "text/ascii.h"
+#include "text/names/similar.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -28,6 +29,22 @@ Name split(std::string_view name) {
   }
   const std::string_view plain = name.substr(dot + 1);
   return {name.substr(0, dot), plain, settingDefinition(plain)};
+}
+
+// The format of a name that begins with one, such as "pdf.", and the setting that was probably meant.
+std::string suggestionFor(const Name& name) {
+  std::vector<std::string_view> known;
+  for (const SettingDefinition& definition : settingDefinitions()) {
+    if (definition.name != kProperty) {
+      known.push_back(definition.name);
+    }
+  }
+  const std::string_view similar = mostSimilar(name.plain, known);
+  if (similar.empty()) {
+    return {};
+  }
+  std::string start(name.format);
+  return " Did you mean \"" + (start.empty() ? start : start + '.').append(similar) + "\"?";
 }
 
 // A text as a sentence quotes it: clean, in one line and not too long.
@@ -89,7 +106,7 @@ bool Settings::keepsTabs(std::string_view name) {
 bool Settings::set(std::string_view name, std::string_view value, std::string& reason) {
   const Name parts = split(name);
   if (parts.definition == nullptr) {
-    reason = "There is no setting " + inQuotes(name) + '.';
+    reason = "There is no setting " + inQuotes(name) + '.' + suggestionFor(parts);
     return false;
   }
   if (!isNameTaken(parts.plain)) {

@@ -48,7 +48,8 @@ std::string_view mostSimilar(std::string_view mistyped, std::span<const std::str
   std::string_view best;
   for (const std::string_view name : known) {
     const std::string candidate = asciiLowered(name);
-    const std::size_t edits = candidate.starts_with(wrong) ? 1 : distance(wrong, candidate);
+    const bool isLonger = candidate.size() > wrong.size();
+    const std::size_t edits = isLonger && candidate.starts_with(wrong) ? 1 : distance(wrong, candidate);
     if (edits < fewest && edits < candidate.size()) {
       fewest = edits;
       best = name;

@@ -127,7 +127,9 @@ TEST(Settings, RefuseUnknownNames) {
   EXPECT_EQ(reasonFor("pdf.", "x"), "There is no setting \"pdf.\".");
   EXPECT_EQ(reasonFor("pdf.pdf.title", "x"), "There is no setting \"pdf.pdf.title\".");
   EXPECT_EQ(reasonFor("property:", "x"), "There is no setting \"property:\".");
-  EXPECT_EQ(reasonFor("Title", "x"), "There is no setting \"Title\".");
+  EXPECT_EQ(reasonFor("Title", "x"), "There is no setting \"Title\". Did you mean \"title\"?");
+  EXPECT_EQ(reasonFor("papre", "A4"), "There is no setting \"papre\". Did you mean \"paper\"?");
+  EXPECT_EQ(reasonFor("xlsx.stles", "a"), "There is no setting \"xlsx.stles\". Did you mean \"xlsx.styles\"?");
   EXPECT_EQ(reasonFor("", "x"), "There is no setting \"\".");
 }
 

@@ -35,6 +35,8 @@ TEST(MostSimilar, PrefersTheNameWithTheFewestSlips) {
 TEST(MostSimilar, CompletesABeginning) {
   EXPECT_EQ(mostSimilar("temp", kKnown), "template");
   EXPECT_EQ(mostSimilar("ma", kKnown), "margin-top");
+  constexpr std::string_view kBeginnings[] = {"table", "tab"};
+  EXPECT_EQ(mostSimilar("TAB", kBeginnings), "tab");
 }
 
 TEST(MostSimilar, IgnoresCase) { EXPECT_EQ(mostSimilar("TITEL", kKnown), "title"); }
