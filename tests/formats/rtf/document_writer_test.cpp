@@ -71,6 +71,15 @@ TEST(RtfDocument, PutsAnEmptyGroupBetweenBlanks) {
   }
 }
 
+TEST(RtfDocument, PutsAnEmptyGroupBetweenAllBlanksOfALongText) {
+  const std::string text = "x" + std::string(20000, ' ') + "y";
+  std::string expected = "NORMAL x ";
+  for (int i = 1; i < 20000; ++i) {
+    expected += "{} ";
+  }
+  EXPECT_EQ(bodyOf([&](Document& document) { document.paragraph(text); }), expected + "y\\par\n");
+}
+
 TEST(RtfDocument, WritesLongTextsInPieces) {
   std::string text;
   std::string expected;

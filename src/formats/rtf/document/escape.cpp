@@ -10,6 +10,9 @@
 namespace scrivalen::document::rtf {
 namespace {
 
+// LibreOffice puts a sixth of an em into each pair of blanks unless something is between them.
+constexpr std::string_view kBetweenBlanks = "{}";
+
 constexpr std::uint64_t inEachByte(std::uint64_t byte) { return byte * 0x0101010101010101; }
 
 // Marks the top bit of the first of eight bytes, from the lowest, that is a character, and perhaps of later ones.
@@ -80,7 +83,7 @@ char* putSpecial(char* out, const char*& at, const char* end) {
   switch (*at) {
     case '\n': ++at; return putWord(out, "\\line ");
     case '\t': ++at; return putWord(out, "\\tab ");
-    case ' ': ++at; return putWord(out, "{} ");
+    case ' ': ++at; return putWord(putWord(out, kBetweenBlanks), " ");
     case '\\':
     case '{':
     case '}':
@@ -140,7 +143,6 @@ void writeBookmark(OutputBuffer& out, std::string_view word, std::string_view id
 
 }  // namespace
 
-// LibreOffice puts a sixth of an em into each pair of blanks unless something is between them.
 char* putText(char* out, std::string_view text) {
   const char* at = text.data();
   const char* const end = at + text.size();
@@ -169,6 +171,9 @@ void writeText(OutputBuffer& out, std::string_view text) {
   while (!text.empty()) {
     const std::size_t piece = pieceOf(text);
     out.advance(putText(out.reserve(spaceForText(piece)), text.substr(0, piece)));
+    if (piece < text.size() && text[piece - 1] == ' ' && text[piece] == ' ') {
+      put(out, kBetweenBlanks);
+    }
     text.remove_prefix(piece);
   }
 }
