@@ -7,6 +7,7 @@ set -euo pipefail
 
 root="$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)"
 sources="$root/build/sources"
+documents="$root/build/documents"
 incoming=""
 missing=()
 
@@ -61,6 +62,7 @@ need_test() {
   need_command unshare util-linux
   need_command mount mount
   need_command cmark cmark
+  need_command cmark-gfm cmark-gfm
   need_command xmllint libxml2-utils
   need_command unzip unzip
   need_command chromium chromium
@@ -159,6 +161,27 @@ unpack_source() {
   mv "$incoming/$folder" "$sources/"
 }
 
+# Unpacks packages, without installing them, into build/documents/NAME/: documents that others wrote. A folder there is
+# always complete.
+fetch_documents() {
+  local package wanted=() sandbox=()
+  for package in "$@"; do
+    [ -d "$documents/$package" ] || wanted+=("$package")
+  done
+  [ "${#wanted[@]}" -gt 0 ] || return 0
+  printf 'setup: fetching the documents of %s\n' "${wanted[*]}"
+  mkdir -p "$documents"
+  remove_incoming  # that of the sources
+  incoming="$(mktemp -d "$documents/.incoming.XXXXXX")"
+  apt-cache show "${wanted[@]}" >/dev/null 2>&1 || as_root apt-get -q update
+  [ "$(id -u)" -ne 0 ] || sandbox=(-o APT::Sandbox::User=root)
+  (cd "$incoming" && apt-get -q "${sandbox[@]}" download "${wanted[@]}")
+  for package in "${wanted[@]}"; do
+    dpkg-deb -x "$incoming/${package}_"*.deb "$incoming/$package"
+    mv "$incoming/$package" "$documents/"
+  done
+}
+
 remove_incoming() {
   [ -z "$incoming" ] || rm -rf "$incoming"
 }
@@ -183,6 +206,8 @@ case "$1" in
     need_test
     install_missing
     fetch_sources md4c libcsv libyaml libxlsxwriter
+    fetch_documents gdal-data golang-github-gomarkdown-markdown-dev libjs-bootstrap4 librust-bat-dev librust-regex-dev \
+      node-marked python3-arabic-reshaper r-cran-data.table ruby-grape ruby-sinatra
     install_node_modules
     ;;
   *)
