@@ -67,7 +67,7 @@ class Conversion {
   void readMarkdownFrom(TextInput& input);
   void readMarkdownFor(Outputs outputs, const FrontMatter& front, std::string_view text, Safety safety);
   DocumentRun& begin(Outputs outputs, const FrontMatter& front, std::string_view heading);
-  void warnOfReplacements(std::size_t count);
+  void warnOfReplacements(const TextInput& input);
   void noteTime(std::chrono::steady_clock::duration time);
 
   const Options& options_;
@@ -80,7 +80,7 @@ class Conversion {
 // All content is read before the first output takes its place.
 int Conversion::run() {
   const auto begin = std::chrono::steady_clock::now();
-  TextInput input(environment_, job_.input);
+  TextInput input(environment_, job_.input, options_.encoding);
   if (job_.format == InputFormat::Markdown) {
     readMarkdownFrom(input);
   } else {
@@ -90,7 +90,7 @@ int Conversion::run() {
   for (const auto& run : runs_) {
     run->close();
   }
-  warnOfReplacements(input.replaced());
+  warnOfReplacements(input);
   bool isGood = true;
   auto warnings = DocumentRun::Warnings::OfInputAndOutputs;
   for (const auto& run : runs_) {
@@ -164,10 +164,11 @@ void Conversion::readMarkdownFor(Outputs outputs, const FrontMatter& front, std:
   });
 }
 
-void Conversion::warnOfReplacements(std::size_t count) {
-  if (count > 0) {
+void Conversion::warnOfReplacements(const TextInput& input) {
+  if (const std::size_t count = input.replaced(); count > 0) {
     messages_.warning({"'", job_.input, "': replaced ", Digits(count).text(), " invalid character",
-                       count == 1 ? "" : "s", " with U+FFFD"});
+                       count == 1 ? "" : "s", " with U+FFFD",
+                       input.isEncodingDoubtful() ? "; if it is not UTF-8, see --encoding" : ""});
   }
 }
 

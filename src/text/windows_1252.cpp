@@ -25,4 +25,12 @@ std::optional<unsigned char> toWindows1252(char32_t c) {
   return static_cast<unsigned char>(0x80 + (found - kUpperControls.begin()));
 }
 
+std::optional<char32_t> fromWindows1252(unsigned char byte) {
+  if (byte < 0x80 || byte >= 0xA0) {
+    return byte;
+  }
+  const char32_t c = kUpperControls[byte - 0x80u];
+  return c < 0xA0 ? std::nullopt : std::optional(c);
+}
+
 }  // namespace scrivalen

@@ -152,7 +152,19 @@ TEST(Command, WarnsOnceOfInvalidText) {
            "b\xFE [x]: # c\n\n[l]: \xC3\n");
   const Result result = run.run({"@/in.md", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': replaced 3 invalid characters with U+FFFD\n");
+  EXPECT_EQ(
+      result.error,
+      "scrivalen: warning: '@/in.md': replaced 3 invalid characters with U+FFFD; if it is not UTF-8, see --encoding\n");
+}
+
+TEST(Command, ReadsTheEncodingThatIsGiven) {
+  CommandRun run;
+  run.with("in.csv", "Name;Price\nM\xFCller;5 \x80\n").with("in.md", "\xC4ra\x81");
+  EXPECT_EQ(run.run({"@/in.csv", "--encoding", "cp1252", "--separator", "|", "-o", "text:-"}).output,
+            "Name|Price\nMüller|5 €\n");
+  const Result result = run.run({"@/in.md", "--encoding", "Windows-1252", "-o", "text:-"});
+  EXPECT_EQ(result.output, "Ära\uFFFD\n");
+  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': replaced 1 invalid character with U+FFFD\n");
 }
 
 TEST(Command, IsSilentWhenQuiet) {

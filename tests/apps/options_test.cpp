@@ -188,6 +188,13 @@ TEST(Options, TakeSettingsOfTheDocument) {
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "--set", "paper"}), "--set takes NAME=VALUE, not 'paper'");
 }
 
+TEST(Options, TakeAnEncoding) {
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt"}).encoding, InputEncoding::Default);
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt", "--encoding", "Latin-1"}).encoding, InputEncoding::Latin1);
+  EXPECT_EQ(complaint({"a.md", "-o", "a.txt", "--encoding", "utf-7"}),
+            "--encoding takes utf-8, utf-16le, utf-16be, latin-1 or windows-1252, not 'utf-7'");
+}
+
 TEST(Options, TakeADelimiter) {
   EXPECT_EQ(parsed({"a.csv", "-o", "a.txt"}).jobs[0].delimiter, std::nullopt);
   EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).jobs[0].delimiter, '\t');

@@ -42,7 +42,7 @@ class SeveralInputs : public ::testing::Test {
 TEST_F(SeveralInputs, BecomeOutputsNamedAfterThem) {
   const Result result = run_.run({"@/a.md", "@/b.csv", "@/c.notes.md", "--output-dir", "@/out", "--to", "html,text"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.error, "scrivalen: warning: '@/c.notes.md': replaced 1 invalid character with U+FFFD\n");
+  EXPECT_EQ(result.error, "scrivalen: warning: '@/c.notes.md': replaced 1 invalid character with U+FFFD; if it is not UTF-8, see --encoding\n");
   EXPECT_EQ(outputs(), (Names{"a.html", "a.txt", "b.html", "b.txt", "c.notes.html", "c.notes.txt"}));
   EXPECT_EQ(run_.body("out/a.html"), "<h1 id=\"a\">A</h1>");
   EXPECT_EQ(run_.bytes("out/b.txt"), "x  y\n-  -\n1  2\n");

@@ -56,6 +56,14 @@ std::optional<char> delimiter(const std::optional<std::string>& argument, InputF
   return text.front();
 }
 
+InputEncoding encoding(const std::string& name) {
+  const auto named = encodingNamed(name);
+  if (!named) {
+    throw UsageError("--encoding takes " + std::string(kEncodingNames) + ", not '" + name + "'");
+  }
+  return *named;
+}
+
 class InputOptions : public OptionGroup {
  public:
   explicit InputOptions(Options& options) : options_(options) {}
@@ -67,6 +75,9 @@ class InputOptions : public OptionGroup {
         {&inputs_, "INPUT", "", "The files to read; \"-\" is standard input"},
         {&from_, "--from", "FORMAT",
          "The input format: markdown, csv or tsv\n(default: by its extension, otherwise markdown)"},
+        {&encoding_, "--encoding", "NAME",
+         "The input's encoding: utf-8, latin-1, windows-1252,\nutf-16le or utf-16be (default: UTF-8, and UTF-16 "
+         "by\nits byte-order mark)"},
         {&delimiter_, "--delimiter", "CHARACTER",
          "What separates the cells of CSV; \\t is a tab\n(default: found from the first rows)"},
     };
@@ -75,6 +86,9 @@ class InputOptions : public OptionGroup {
   void interpret() override {
     if (inputs_.empty()) {
       throw UsageError("no input given; see scrivalen --help");
+    }
+    if (encoding_) {
+      options_.encoding = encoding(*encoding_);
     }
     for (const std::string& input : inputs_) {
       if (input.empty()) {
@@ -95,6 +109,7 @@ class InputOptions : public OptionGroup {
   Options& options_;
   std::vector<std::string> inputs_;
   std::optional<std::string> from_;
+  std::optional<std::string> encoding_;
   std::optional<std::string> delimiter_;
 };
 

@@ -2,6 +2,7 @@
 
 #include "formats.h"
 #include "readers/csv/csv_options.h"
+#include "readers/input_encoding.h"
 
 #include <optional>
 #include <string>
@@ -34,6 +35,7 @@ struct Options {
   std::string stylesFile;                                       ///< empty: none
   std::vector<std::pair<std::string, std::string>> settings;    ///< of the document, as given
   std::string separator;                                        ///< empty: aligned columns
+  InputEncoding encoding = InputEncoding::Default;
   CsvOptions csv;
   bool landscape = false;
   bool singleByte = false;

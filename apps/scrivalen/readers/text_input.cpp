@@ -26,10 +26,24 @@ bool isBinary(std::string_view start) {
   return count >= kFewest && count > start.size() / kOneIn;
 }
 
+// The letters of most texts in UTF-16 have a byte 0, always the first or always the second.
+std::string utf16Hint(std::string_view start) {
+  std::size_t zeros[2] = {};
+  for (std::size_t i = 0; i < start.size(); ++i) {
+    zeros[i % 2] += start[i] == '\0' ? 1 : 0;
+  }
+  const std::size_t first = zeros[0] > zeros[1] ? 0 : 1;
+  if (zeros[first] < start.size() / 4 || zeros[1 - first] > zeros[first] / 8) {
+    return {};
+  }
+  return std::string("; it may be UTF-16 without a byte-order mark: --encoding ") +
+         (first == 0 ? "utf-16be" : "utf-16le");
+}
+
 }  // namespace
 
-TextInput::TextInput(const Environment& environment, std::string name, ByteOrderMark mark)
-    : environment_(environment), name_(std::move(name)), mark_(mark) {
+TextInput::TextInput(const Environment& environment, std::string name, InputEncoding encoding, ByteOrderMark mark)
+    : environment_(environment), name_(std::move(name)), mark_(mark), given_(encoding) {
   bytes_.resize(kChunk);
   if (name_ == "-") {
     return;
@@ -42,15 +56,24 @@ TextInput::TextInput(const Environment& environment, std::string name, ByteOrder
 
 std::string_view TextInput::next() {
   while (fill()) {
-    if (encoding_ == Encoding::Unknown) {
+    if (encoding_ == InputEncoding::Default) {
       recognizeEncoding();
     }
-    const std::string_view text = encoding_ == Encoding::Utf8 ? takeUtf8() : takeUtf16();
-    if (!text.empty()) {
+    if (const std::string_view text = take(); !text.empty()) {
       return text;
     }
   }
   return {};
+}
+
+std::string_view TextInput::take() {
+  switch (encoding_) {
+    case InputEncoding::Utf16Little:
+    case InputEncoding::Utf16Big: return takeUtf16();
+    case InputEncoding::Latin1:
+    case InputEncoding::Windows1252: return takeSingleBytes();
+    default: return takeUtf8();
+  }
 }
 
 std::string TextInput::rest() {
@@ -97,19 +120,24 @@ bool TextInput::fill() {
 void TextInput::recognizeEncoding() {
   const std::string_view start(bytes_.data(), end_);
   std::size_t markSize = 0;
-  encoding_ = Encoding::Utf8;
+  encoding_ = given_ == InputEncoding::Default ? InputEncoding::Utf8 : given_;
   if (start.starts_with(kUtf8Mark)) {
+    encoding_ = InputEncoding::Utf8;
     markSize = kUtf8Mark.size();
   } else if (start.starts_with("\xFF\xFE")) {
-    encoding_ = Encoding::Utf16Little;
+    encoding_ = InputEncoding::Utf16Little;
     markSize = 2;
   } else if (start.starts_with("\xFE\xFF")) {
-    encoding_ = Encoding::Utf16Big;
+    encoding_ = InputEncoding::Utf16Big;
     markSize = 2;
   }
   begin_ = mark_ == ByteOrderMark::Removed ? markSize : 0;
-  if (encoding_ == Encoding::Utf8 && isBinary(start)) {
-    throw InputError("'" + name_ + "' is not a text file");
+  const bool isUtf16 = encoding_ == InputEncoding::Utf16Little || encoding_ == InputEncoding::Utf16Big;
+  if (!isUtf16 && isBinary(start)) {
+    throw InputError("'" + name_ + "' is not a text file" + utf16Hint(start));
+  }
+  if (encoding_ == InputEncoding::Latin1 || encoding_ == InputEncoding::Windows1252) {
+    decoder_.emplace(encoding_);
   }
 }
 
@@ -124,7 +152,9 @@ std::string_view TextInput::takeUtf8() {
 
 std::string_view TextInput::repaired(std::string_view text) {
   wide_.clear();
-  replaced_ += scrivalen::appendWide(wide_, text);
+  const std::size_t illFormed = scrivalen::appendWide(wide_, text);
+  replaced_ += illFormed;
+  isDoubtful_ = isDoubtful_ || (illFormed > 0 && given_ == InputEncoding::Default);
   for (wchar_t& c : wide_) {
     if (c == L'\0') {
       c = static_cast<wchar_t>(scrivalen::kReplacement);
@@ -136,11 +166,18 @@ std::string_view TextInput::repaired(std::string_view text) {
   return converted_;
 }
 
+std::string_view TextInput::takeSingleBytes() {
+  converted_.clear();
+  replaced_ += decoder_->append(converted_, {bytes_.data() + begin_, end_ - begin_});
+  begin_ = end_;
+  return converted_;
+}
+
 std::string_view TextInput::takeUtf16() {
   const auto unit = [this](std::size_t at) {
     const auto first = static_cast<unsigned char>(bytes_[at]);
     const auto second = static_cast<unsigned char>(bytes_[at + 1]);
-    return static_cast<char32_t>(encoding_ == Encoding::Utf16Little ? first | second << 8 : first << 8 | second);
+    return static_cast<char32_t>(encoding_ == InputEncoding::Utf16Little ? first | second << 8 : first << 8 | second);
   };
   converted_.clear();
   while (end_ - begin_ >= 2) {

@@ -1,22 +1,25 @@
 #pragma once
 
 #include "environment.h"
+#include "readers/input_encoding.h"
 #include "system/files/files.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
 namespace scrivalen::command {
 
-/// Reads the input as valid UTF-8. A byte-order mark is removed unless it is to be kept, UTF-16 with such a mark is
-/// converted, and ill-formed sequences and NULs become U+FFFD.
+/// Reads the input as valid UTF-8, into which other encodings are converted. A byte-order mark is removed unless it is
+/// to be kept; ill-formed sequences and NULs become U+FFFD.
 class TextInput {
  public:
   enum class ByteOrderMark { Removed, Kept };
 
   /// @param name  a path, or "-" for standard input
-  TextInput(const Environment& environment, std::string name, ByteOrderMark mark = ByteOrderMark::Removed);
+  TextInput(const Environment& environment, std::string name, InputEncoding encoding = InputEncoding::Default,
+            ByteOrderMark mark = ByteOrderMark::Removed);
   TextInput(const TextInput&) = delete;
   TextInput& operator=(const TextInput&) = delete;
 
@@ -32,25 +35,30 @@ class TextInput {
 
   /// How many U+FFFD were substituted so far.
   std::size_t replaced() const { return replaced_; }
+  /// Whether the input was taken for UTF-8 and is not: it may have an encoding that was not given.
+  bool isEncodingDoubtful() const { return isDoubtful_; }
 
  private:
-  enum class Encoding { Unknown, Utf8, Utf16Little, Utf16Big };
-
   bool fill();
   [[noreturn]] void fail() const;
   void recognizeEncoding();
+  std::string_view take();
   std::string_view takeUtf8();
   std::string_view takeUtf16();
+  std::string_view takeSingleBytes();
   std::string_view repaired(std::string_view text);
 
   const Environment& environment_;
   std::string name_;
   ByteOrderMark mark_;
   scrivalen::File file_;
-  Encoding encoding_ = Encoding::Unknown;
+  InputEncoding given_;
+  InputEncoding encoding_ = InputEncoding::Default;  // until it is known
+  std::optional<SingleByteDecoder> decoder_;
   bool ended_ = false;
   std::size_t size_ = 0;
   std::size_t replaced_ = 0;
+  bool isDoubtful_ = false;
   std::string bytes_;      // as read
   std::size_t begin_ = 0;  // of the bytes not yet returned
   std::size_t end_ = 0;

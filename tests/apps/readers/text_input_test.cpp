@@ -16,15 +16,28 @@ using namespace std::string_literals;
 struct Reading {
   std::string text;
   std::size_t replaced = 0;
+  bool isDoubtful = false;
 };
 
-Reading readAll(const std::string& bytes) {
+std::string refusal(const std::string& bytes, InputEncoding encoding = InputEncoding::Default) {
   TestEnvironment environment;
   environment.input = bytes;
-  TextInput input(environment.get(), "-");
+  try {
+    TextInput(environment.get(), "-", encoding).rest();
+    return "";
+  } catch (const InputError& error) {
+    return error.what();
+  }
+}
+
+Reading readAll(const std::string& bytes, InputEncoding encoding = InputEncoding::Default) {
+  TestEnvironment environment;
+  environment.input = bytes;
+  TextInput input(environment.get(), "-", encoding);
   Reading reading;
   reading.text = input.rest();
   reading.replaced = input.replaced();
+  reading.isDoubtful = input.isEncodingDoubtful();
   return reading;
 }
 
@@ -87,6 +100,69 @@ TEST(TextInput, ReplacesAndCountsInvalidUtf16) {
   const Reading reading = readAll("\xFF\xFE"s + "\x3D\xD8" + "a\0"s + "\0\0"s + "b"s);
   EXPECT_EQ(reading.text, "\uFFFDa\uFFFD\uFFFD");
   EXPECT_EQ(reading.replaced, 3u);
+}
+
+TEST(TextInput, ConvertsTheEncodingThatIsGiven) {
+  EXPECT_EQ(readAll("Gr\xFC\xDF"s + "e, \xA4", InputEncoding::Latin1).text, "Grüße, ¤");
+  EXPECT_EQ(readAll("\x80 \x93q\x94 \xFF \x9F", InputEncoding::Windows1252).text, "€ “q” ÿ Ÿ");
+  EXPECT_EQ(readAll("a\0\xAC\x20\x3D\xD8\x00\xDE"s, InputEncoding::Utf16Little).text, "a€😀");
+  EXPECT_EQ(readAll("\0a\x20\xAC\xD8\x3D\xDE\x00"s, InputEncoding::Utf16Big).text, "a€😀");
+  EXPECT_EQ(readAll("Grüße", InputEncoding::Utf8).text, "Grüße");
+}
+
+TEST(TextInput, BelievesAByteOrderMarkBeforeTheEncodingThatIsGiven) {
+  for (const InputEncoding encoding : {InputEncoding::Latin1, InputEncoding::Windows1252, InputEncoding::Utf8,
+                                       InputEncoding::Utf16Little, InputEncoding::Utf16Big}) {
+    EXPECT_EQ(readAll("\xEF\xBB\xBFGrüße", encoding).text, "Grüße");
+    EXPECT_EQ(readAll("\xFE\xFF"s + "\0a"s, encoding).text, "a");
+    EXPECT_EQ(readAll("\xFF\xFE"s + "a\0"s, encoding).text, "a");
+  }
+}
+
+TEST(TextInput, ReplacesAndCountsBytesWithoutACharacter) {
+  const Reading reading = readAll("a\x81\x8D\x8F\x90\x9D\0z"s, InputEncoding::Windows1252);
+  EXPECT_EQ(reading.text, "a\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDz");
+  EXPECT_EQ(reading.replaced, 6u);
+  EXPECT_EQ(readAll("a\x81\xA0", InputEncoding::Latin1).text, "a\u0081\u00A0");
+}
+
+TEST(TextInput, DoubtsOnlyAnEncodingThatWasNotGiven) {
+  EXPECT_TRUE(readAll("a\xFCz").isDoubtful);
+  EXPECT_FALSE(readAll("Gr\xC3\xBC\0"s).isDoubtful);
+  EXPECT_FALSE(readAll("a\xFCz", InputEncoding::Utf8).isDoubtful);
+  EXPECT_FALSE(readAll("\xFF\xFE\x3D\xD8"s).isDoubtful);
+}
+
+TEST(TextInput, SaysThatABinaryMayBeUtf16) {
+  std::string little;
+  std::string big;
+  std::string binary;
+  for (int i = 0; i < 100; ++i) {
+    little += "a\0"s;
+    big += "\0a"s;
+    binary += "a\0\0\1"s;
+  }
+  const std::string reason = "'-' is not a text file";
+  EXPECT_EQ(refusal(little), reason + "; it may be UTF-16 without a byte-order mark: --encoding utf-16le");
+  EXPECT_EQ(refusal(big), reason + "; it may be UTF-16 without a byte-order mark: --encoding utf-16be");
+  EXPECT_EQ(refusal(binary), reason);
+  EXPECT_EQ(refusal(binary, InputEncoding::Latin1), reason);
+  EXPECT_EQ(refusal(little, InputEncoding::Utf16Little), "");
+}
+
+TEST(InputEncodings, HaveTheirUsualNames) {
+  for (const char* const name : {"latin-1", "LATIN1", "iso-8859-1", "ISO_8859-1"}) {
+    EXPECT_EQ(encodingNamed(name), InputEncoding::Latin1) << name;
+  }
+  for (const char* const name : {"windows-1252", "Windows1252", "cp1252", "CP-1252"}) {
+    EXPECT_EQ(encodingNamed(name), InputEncoding::Windows1252) << name;
+  }
+  EXPECT_EQ(encodingNamed("UTF-8"), InputEncoding::Utf8);
+  EXPECT_EQ(encodingNamed("utf-16"), InputEncoding::Utf16Little);
+  EXPECT_EQ(encodingNamed("utf-16LE"), InputEncoding::Utf16Little);
+  EXPECT_EQ(encodingNamed("utf16be"), InputEncoding::Utf16Big);
+  EXPECT_EQ(encodingNamed("latin-2"), std::nullopt);
+  EXPECT_EQ(encodingNamed(""), std::nullopt);
 }
 
 TEST(TextInput, ReplacesAndCountsInvalidUtf8) {
