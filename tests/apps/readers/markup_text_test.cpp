@@ -19,6 +19,10 @@ TEST(MarkupText, BreaksTheLineOnceBetweenBlocks) {
   EXPECT_EQ(textOfMarkup("<div>\n<p>one</p>\n<p>two</p>\n</div>"), "one\ntwo\n");
 }
 
+TEST(MarkupText, KeepsTheCellsOfARowInALine) {
+  EXPECT_EQ(textOfMarkup("<table>\n<tr>\n<th>a</th>\n<th>b</th></tr><tr><td>c<td>d</table>"), "a b\nc d\n");
+}
+
 TEST(MarkupText, CollapsesBlanks) { EXPECT_EQ(textOfMarkup("a \n\t b"), "a b"); }
 
 TEST(MarkupText, ResolvesCharacterReferences) {

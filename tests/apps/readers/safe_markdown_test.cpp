@@ -34,7 +34,8 @@ TEST(SafeMarkdown, BreaksTheLineAtABreak) {
 }
 
 TEST(SafeMarkdown, SeparatesTheWordsOfBlocksInALine) {
-  EXPECT_EQ(partsOf("see <ul><li>a<li>b</ul>c, d.<id>.e"), paragraph({"Text 'see  a b c, d..e'"}));
+  EXPECT_EQ(partsOf("see <ul><li>a<li>b</ul>c, d.<id>.e"), paragraph({"Text 'see a b c, d..e'"}));
+  EXPECT_EQ(partsOf("<h2>a</h2>"), paragraph({"Text 'a'"}));
 }
 
 TEST(SafeMarkdown, TurnsAnHtmlBlockIntoAParagraph) {

@@ -66,6 +66,8 @@ const Detail& as(const void* detail) {
 void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
   endSpans();
   flush();
+  hasText_ = false;
+  isApart_ = false;
   switch (type) {
     case MD_BLOCK_QUOTE: return sink().beginQuote();
     case MD_BLOCK_UL: return sink().beginList(false, 0, as<MD_BLOCK_UL_DETAIL>(detail).is_tight != 0);
@@ -113,6 +115,7 @@ void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void*) {
 
 void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
   flushMarkup();
+  separate();
   if (type == MD_SPAN_IMG) {
     return beginImage(as<MD_SPAN_IMG_DETAIL>(detail));
   }
@@ -184,6 +187,7 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
   if (isHidden()) {
     return readHidden(type, text);
   }
+  separate();
   if (type == MD_TEXT_ENTITY) {
     appendEntity(text_, text);
   } else if (type == MD_TEXT_SOFTBR) {
@@ -259,7 +263,19 @@ void MarkdownListener::flushMarkup() {
   }
   markup_.clear();
   revealUnlessItEnds();
+  if (!shown.empty() && shown.back() == ' ') {
+    shown.pop_back();
+    isApart_ = true;
+  }
   putLines(shown);
+}
+
+// Keeps the words around the tags of a block apart, where a line has both.
+void MarkdownListener::separate() {
+  if (std::exchange(isApart_, false) && hasText_ && (text_.empty() || text_.back() != ' ')) {
+    text_ += ' ';
+  }
+  hasText_ = true;
 }
 
 void MarkdownListener::breakLine() { text_ += imageDepth_ > 0 ? ' ' : '\n'; }

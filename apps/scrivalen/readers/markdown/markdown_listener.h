@@ -49,6 +49,7 @@ class MarkdownListener final : public MarkdownHandler {
   void flush();
   void flushText();
   void flushMarkup();
+  void separate();
   void appendCode(std::string_view code);
   void breakLine();
   void putLines(std::string_view text);
@@ -88,6 +89,8 @@ class MarkdownListener final : public MarkdownHandler {
   bool header_ = false;
   bool isInCell_ = false;
   bool hasLostMarkup_ = false;  // in the current paragraph or heading
+  bool hasText_ = false;  // since the block began
+  bool isApart_ = false;  // a blank is due before the next text
   bool isLinkShown_ = false;
   bool isImageHidden_ = false;
 };

@@ -131,6 +131,8 @@ void MarkupReader::readTag() {
     hidden_ = HiddenContent::Script;
   } else if (!closing && is("style")) {
     hidden_ = HiddenContent::StyleSheet;
+  } else if (isBlock_ && (is("td") || is("th"))) {
+    appendBlank();
   } else if (isBlock_ && std::none_of(kInlineElements.begin(), kInlineElements.end(), is)) {
     endBlock();
   } else if (!isBlock_ && std::any_of(kBlockElements.begin(), kBlockElements.end(), is)) {
