@@ -13,7 +13,9 @@ using Lines = std::vector<std::string>;
 /// Records what a reader finds, a line for each call: the part, then what is known of it.
 class RecordedParts : public TableSink {
  public:
-  void beginHeading(int level) override { begin("Heading", " " + std::to_string(level)); }
+  void beginHeading(int level, const std::string& id) override {
+    begin("Heading", " " + std::to_string(level) + (id.empty() ? "" : " #" + id));
+  }
   void beginParagraph() override { begin("Paragraph"); }
   void beginQuote() override { begin("Quote"); }
   void beginList(bool ordered, int first, bool tight) override;

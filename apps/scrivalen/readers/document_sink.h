@@ -16,7 +16,8 @@ class DocumentSink {
  public:
   virtual ~DocumentSink() = default;
 
-  virtual void beginHeading(int level) = 0;
+  /// @param id  that the input gives; empty: made from the text
+  virtual void beginHeading(int level, const std::string& id) = 0;
   virtual void beginParagraph() = 0;
   virtual void beginQuote() = 0;
   /// @param first  the number of the first item, if ordered

@@ -147,11 +147,12 @@ bool DocumentStream::isIn(Part part) const {
   return std::any_of(parts_.begin(), parts_.end(), [part](const OpenPart& open) { return open.part == part; });
 }
 
-void DocumentStream::beginHeading(int level) {
+void DocumentStream::beginHeading(int level, const std::string& id) {
   beginBlock();
-  const char* const id = heading_ < plan_.headings.size() ? plan_.headings[heading_].id.c_str() : nullptr;
+  const bool isPlanned = id.empty() && heading_ < plan_.headings.size();
+  const std::string& place = isPlanned ? plan_.headings[heading_].id : id;
   ++heading_;
-  open(Part::Heading, scrivalen_begin_heading(document_, level, id, nullptr));
+  open(Part::Heading, scrivalen_begin_heading(document_, level, place.c_str(), nullptr));
 }
 
 void DocumentStream::beginParagraph() {

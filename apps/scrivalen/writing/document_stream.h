@@ -30,7 +30,7 @@ class DocumentStream final : public TableSink {
   /// @param document  not owned; must outlive this object
   DocumentStream(scrivalen_document* document, Plan plan);
 
-  void beginHeading(int level) override;
+  void beginHeading(int level, const std::string& id) override;
   void beginParagraph() override;
   void beginQuote() override;
   void beginList(bool ordered, int first, bool tight) override;

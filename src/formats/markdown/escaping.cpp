@@ -15,7 +15,7 @@ constexpr std::size_t kRemembered = 6;  // "https" and the character before it
 // The characters that may be markup within a line.
 constexpr auto kIsSpecial = [] {
   std::array<bool, 256> is = {};
-  for (const char c : std::string_view("\\`*_[]<&~|:.@#\n")) {
+  for (const char c : std::string_view("\\`*_[]<&~|:.@#{\n")) {
     is[static_cast<unsigned char>(c)] = true;
   }
   return is;
@@ -69,6 +69,7 @@ bool Escaper::isMarkup(std::string_view text, std::size_t at, std::size_t size) 
     case '_': return !isAlphanumeric(before(text, at, 1)) || !isAlphanumeric(next) || (at + 1 == size);
     case '|': return place_ == Place::Cell;
     case '#': return place_ == Place::Heading && (before(text, at, 1) == ' ' || before(text, at, 1) == '\0');
+    case '{': return place_ == Place::Heading && (isLast || next == '#');  // "{#id}"
     case ':':
       return std::string_view("://").starts_with(rest.substr(0, 3)) &&
              (follows(text, at, "http") || follows(text, at, "https") || follows(text, at, "ftp"));

@@ -97,7 +97,10 @@ constexpr const char* kTokens[] = {"*",
                                    "ftp",
                                    "x",
                                    "two words",
-                                   "\xC2\xA0"};
+                                   "\xC2\xA0",
+                                   "{#a}",
+                                   " {#b}",
+                                   "[!NOTE]"};
 
 constexpr const char* kAddresses[] = {"https://example.org/",
                                       "#place",

@@ -12,7 +12,9 @@ namespace {
 
 class OutlineSink : public DocumentSink {
  public:
-  void beginHeading(int level) override { beginText("heading " + std::to_string(level) + " ", true); }
+  void beginHeading(int level, const std::string&) override {
+    beginText("heading " + std::to_string(level) + " ", true);
+  }
   void beginParagraph() override { beginText("text "); }
   void beginQuote() override { begin("quote"); }
   void beginList(bool ordered, int first, bool tight) override {

@@ -15,10 +15,10 @@ class HeadingCollector final : public DocumentSink {
  public:
   explicit HeadingCollector(HeadingSearch search) : search_(search) {}
 
-  void beginHeading(int level) override {
+  void beginHeading(int level, const std::string& id) override {
     result_.isFirst = result_.isFirst || isFirst_;
     isFirst_ = false;
-    heading_ = {level, {}, {}};
+    heading_ = {level, {}, !id.empty() && names_.claim(id) ? id : std::string()};
     depth_ = 1;
   }
   void beginParagraph() override { beginPart(); }
@@ -68,7 +68,9 @@ void HeadingCollector::end() {
     return;
   }
   std::replace(heading_.text.begin(), heading_.text.end(), '\n', ' ');
-  heading_.id = names_.next(heading_.text);
+  if (heading_.id.empty()) {
+    heading_.id = names_.next(heading_.text);
+  }
   if (result_.title.empty()) {
     result_.title = heading_.text;
   }

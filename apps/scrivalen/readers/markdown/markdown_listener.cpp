@@ -3,8 +3,10 @@
 #include "addresses.h"
 #include "readers/markdown/entities.h"
 #include "text/address.h"
+#include "text/ascii.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace scrivalen::command {
@@ -54,6 +56,27 @@ void assignAttribute(std::string& value, const MD_ATTRIBUTE& attribute) {
   }
 }
 
+struct AlertKind {
+  std::string_view mark;
+  std::string_view title;
+};
+
+// The alerts of GitHub.
+constexpr std::array<AlertKind, 5> kAlerts = {{{"[!NOTE]", "Note"},
+                                               {"[!TIP]", "Tip"},
+                                               {"[!IMPORTANT]", "Important"},
+                                               {"[!WARNING]", "Warning"},
+                                               {"[!CAUTION]", "Caution"}}};
+
+// Empty: the line begins no alert.
+std::string_view alertTitle(std::string_view line) {
+  line = line.substr(0, line.find_last_not_of(" \t") + 1);
+  const auto* const kind = std::find_if(kAlerts.begin(), kAlerts.end(), [line](const AlertKind& alert) {
+    return scrivalen::equalIgnoringCase(line, alert.mark);
+  });
+  return kind == kAlerts.end() ? std::string_view() : kind->title;
+}
+
 bool isBlank(std::string_view text) { return text.find_first_not_of(" \t\n") == std::string_view::npos; }
 
 template <class Detail>
@@ -68,6 +91,8 @@ void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
   flush();
   hasText_ = false;
   isApart_ = false;
+  const bool isAfterQuote = std::exchange(isAfterQuote_, type == MD_BLOCK_QUOTE);
+  alert_ = isAfterQuote && type == MD_BLOCK_P && !isHidden() ? Alert::Possible : Alert::None;
   switch (type) {
     case MD_BLOCK_QUOTE: return sink().beginQuote();
     case MD_BLOCK_UL: return sink().beginList(false, 0, as<MD_BLOCK_UL_DETAIL>(detail).is_tight != 0);
@@ -94,8 +119,8 @@ void MarkdownListener::enterBlock(MD_BLOCKTYPE type, void* detail) {
 void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void*) {
   endSpans();
   switch (type) {
-    case MD_BLOCK_H:
-    case MD_BLOCK_P: return endPending();
+    case MD_BLOCK_H: return endHeading();
+    case MD_BLOCK_P: return alert_ == Alert::Marked ? writeAlert() : endPending();
     case MD_BLOCK_CODE: return isHidden() ? void() : sink().end();
     case MD_BLOCK_HTML: return endMarkupBlock();
     case MD_BLOCK_QUOTE:
@@ -116,6 +141,8 @@ void MarkdownListener::leaveBlock(MD_BLOCKTYPE type, void*) {
 void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
   flushMarkup();
   separate();
+  alert_ = Alert::None;
+  lastPiece_ = 0;
   if (type == MD_SPAN_IMG) {
     return beginImage(as<MD_SPAN_IMG_DETAIL>(detail));
   }
@@ -139,6 +166,7 @@ void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
 // inside it.
 void MarkdownListener::leaveSpan(MD_SPANTYPE type) {
   flushMarkup();
+  lastPiece_ = 0;
   if (imageDepth_ > 0) {
     if (type == MD_SPAN_IMG) {
       endImage();
@@ -166,6 +194,9 @@ void MarkdownListener::endSpan() {
 }
 
 void MarkdownListener::endSpans() {
+  if (imageDepth_ > 0 || !spans_.empty()) {
+    lastPiece_ = 0;
+  }
   while (imageDepth_ > 0) {
     endImage();
   }
@@ -176,6 +207,10 @@ void MarkdownListener::endSpans() {
 
 void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
   ++texts_;
+  lastPiece_ = 0;
+  if (alert_ != Alert::None && readAlert(type, text)) {
+    return;
+  }
   if (type == MD_TEXT_HTML) {
     if (safety_ == Safety::Unsafe) {
       flushText();
@@ -198,6 +233,7 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
     appendCode(text);
   } else {
     text_ += text;
+    lastPiece_ = type == MD_TEXT_NORMAL && imageDepth_ == 0 ? text.size() : 0;
   }
   if (text_.size() > kLongText) {
     flushText();
@@ -217,15 +253,16 @@ void MarkdownListener::appendCode(std::string_view code) {
 DocumentSink& MarkdownListener::sink() {
   flush();
   beginPending();
-  return sink_;
+  return *sink_;
 }
 
+// The id of a heading is at its end, so what comes before it waits.
 void MarkdownListener::beginPending() {
   const Pending part = std::exchange(pending_, Pending::None);
   if (part == Pending::Heading) {
-    sink_.beginHeading(level_);
+    sink_ = &heading_;
   } else if (part == Pending::Paragraph) {
-    sink_.beginParagraph();
+    sink_->beginParagraph();
   }
 }
 
@@ -242,8 +279,12 @@ void MarkdownListener::flushText() {
     linkText_ += text_;
   }
   beginPending();
-  sink_.text(text_);
+  sink_->text(text_);
   text_.clear();
+  lastPiece_ = 0;
+  if (heading_.size() > kLongText) {
+    writeHeading({});
+  }
 }
 
 // Tags and comments inside a line. Where a page breaks the line, a blank keeps the words apart for readers that do not
@@ -258,7 +299,7 @@ void MarkdownListener::flushMarkup() {
     hasLostMarkup_ = true;
   } else if (imageDepth_ == 0) {
     beginPending();
-    sink_.markup(markup_);
+    sink_->markup(markup_);
     std::replace(shown.begin(), shown.end(), '\n', ' ');
   }
   markup_.clear();
@@ -292,7 +333,7 @@ void MarkdownListener::putLines(std::string_view text) {
 
 void MarkdownListener::endMarkupBlock() {
   if (safety_ == Safety::Unsafe) {
-    sink_.markup(markup_);
+    sink_->markup(markup_);
     return markup_.clear();
   }
   std::string shown;
@@ -301,9 +342,9 @@ void MarkdownListener::endMarkupBlock() {
   revealUnlessItEnds();
   shown.erase(shown.find_last_not_of(" \n") + 1);
   if (!shown.empty()) {
-    sink_.beginParagraph();
-    sink_.text(shown);
-    sink_.end();
+    sink_->beginParagraph();
+    sink_->text(shown);
+    sink_->end();
   }
 }
 
@@ -331,7 +372,7 @@ void MarkdownListener::readHidden(MD_TEXTTYPE type, std::string_view text) {
   }
   if (safety_ == Safety::Unsafe && imageDepth_ == 0) {
     beginPending();
-    sink_.markup(text.substr(0, end));
+    sink_->markup(text.substr(0, end));
   }
   text_ += text.substr(end);
 }
@@ -353,6 +394,72 @@ void MarkdownListener::endPending() {
   } else {
     sink().end();
   }
+}
+
+void MarkdownListener::endHeading() {
+  flushMarkup();
+  if (pending_ != Pending::None && isEmptied()) {
+    pending_ = Pending::None;
+    return text_.clear();
+  }
+  const bool isWritten = pending_ == Pending::None && sink_ == &document_;  // because it is long
+  if (!isWritten) {
+    pending_ = Pending::None;
+    writeHeading(takeId());
+  }
+  sink().end();
+}
+
+// An id, "{#id}", comes after a blank. The parser passes a brace after a backslash as a piece of its own.
+std::string MarkdownListener::takeId() {
+  constexpr std::string_view kStart = " {#";
+  const std::string_view last = std::string_view(text_).substr(text_.size() - lastPiece_);
+  const std::size_t at = last.rfind(kStart);
+  if (at == last.npos || !last.ends_with('}')) {
+    return {};
+  }
+  const std::string_view id = last.substr(at + kStart.size(), last.size() - at - kStart.size() - 1);
+  if (id.empty() || id.find_first_of(" \t{}#") != id.npos) {
+    return {};
+  }
+  std::string result(id);
+  text_.erase(text_.size() - lastPiece_ + at);
+  text_.erase(text_.find_last_not_of(" \t") + 1);
+  return result;
+}
+
+void MarkdownListener::writeHeading(const std::string& id) {
+  sink_ = &document_;
+  document_.beginHeading(level_, id);
+  heading_.moveTo(document_);
+}
+
+// A quote whose first line is one of these is an alert. Its title is a paragraph of its own, in bold: a heading would
+// be an entry of the table of contents.
+bool MarkdownListener::readAlert(MD_TEXTTYPE type, std::string_view text) {
+  if (alert_ == Alert::Possible && type == MD_TEXT_NORMAL && !alertTitle(text).empty()) {
+    alert_ = Alert::Marked;
+    text_ = text;
+    return true;
+  }
+  const bool isMarked = std::exchange(alert_, Alert::None) == Alert::Marked;
+  if (!isMarked || (type != MD_TEXT_SOFTBR && type != MD_TEXT_BR)) {
+    return false;
+  }
+  writeAlert();
+  beginLater(Pending::Paragraph, 0);
+  return true;
+}
+
+void MarkdownListener::writeAlert() {
+  alert_ = Alert::None;
+  pending_ = Pending::None;
+  document_.beginParagraph();
+  document_.beginSpan(Span::Strong);
+  document_.text(alertTitle(text_));
+  document_.end();
+  document_.end();
+  text_.clear();
 }
 
 void MarkdownListener::beginCode(const MD_BLOCK_CODE_DETAIL& code) {
@@ -412,7 +519,7 @@ void MarkdownListener::endImage() {
     linkText_ += text_;
   }
   beginPending();
-  sink_.image(address_, text_);
+  sink_->image(address_, text_);
   text_.clear();
 }
 

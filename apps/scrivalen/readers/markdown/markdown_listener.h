@@ -1,6 +1,7 @@
 #pragma once
 
 #include "readers/document_sink.h"
+#include "readers/markdown/heading_content.h"
 #include "readers/markdown/hidden_content_ends.h"
 #include "readers/markdown/markdown_parser.h"
 #include "readers/markdown/markdown_reader.h"
@@ -21,7 +22,7 @@ class MarkdownListener final : public MarkdownHandler {
  public:
   /// @param markdown  the whole text to be parsed; must outlive this object
   MarkdownListener(std::string_view markdown, Safety safety, DocumentSink& sink)
-      : markdown_(markdown), safety_(safety), sink_(sink) {}
+      : markdown_(markdown), safety_(safety), document_(sink), sink_(&sink) {}
 
   void enterBlock(MD_BLOCKTYPE type, void* detail) override;
   void leaveBlock(MD_BLOCKTYPE type, void* detail) override;
@@ -43,6 +44,9 @@ class MarkdownListener final : public MarkdownHandler {
 
   enum class Pending : std::uint8_t { None, Paragraph, Heading };
 
+  // What is known of a paragraph that may be the first line of an alert.
+  enum class Alert : std::uint8_t { None, Possible, Marked };
+
   /// The document, once the text so far is in it.
   DocumentSink& sink();
   void beginPending();
@@ -60,6 +64,11 @@ class MarkdownListener final : public MarkdownHandler {
   bool isEmptied() const;
   void beginLater(Pending part, int level);
   void endPending();
+  void endHeading();
+  std::string takeId();
+  void writeHeading(const std::string& id);
+  bool readAlert(MD_TEXTTYPE type, std::string_view text);
+  void writeAlert();
   void beginCode(const MD_BLOCK_CODE_DETAIL& code);
   Form beginLink(const MD_SPAN_A_DETAIL& link);
   void endShownLink();
@@ -70,7 +79,9 @@ class MarkdownListener final : public MarkdownHandler {
 
   std::string_view markdown_;
   Safety safety_;
-  DocumentSink& sink_;
+  DocumentSink& document_;
+  DocumentSink* sink_;  // the document, or the content of a heading that waits for its id
+  HeadingContent heading_;
   std::string text_;    // not yet passed on; in an unsafe listener text or markup is empty
   std::string markup_;  // follows the text
   std::string language_;
@@ -81,16 +92,19 @@ class MarkdownListener final : public MarkdownHandler {
   std::vector<OpenSpan> spans_;  // the open spans
   MarkupText markupText_;
   std::optional<HiddenContentEnds>
-      hiddenContentEnds_;            // computed when hidden content does not end in the piece it began in
-  std::size_t texts_ = 0;            // texts received from the parser
-  int imageDepth_ = 0;               // inside an image only text is kept
-  int level_ = 0;                    // of the heading that is pending
+      hiddenContentEnds_;      // computed when hidden content does not end in the piece it began in
+  std::size_t texts_ = 0;      // texts received from the parser
+  int imageDepth_ = 0;         // inside an image only text is kept
+  int level_ = 0;              // of the current heading
+  std::size_t lastPiece_ = 0;  // of the text, in bytes, if it is plain and the last that the parser passed
+  bool isAfterQuote_ = false;  // a quote has begun, and nothing in it
+  Alert alert_ = Alert::None;
   Pending pending_ = Pending::None;  // begun, but not passed on before its first content
   bool header_ = false;
   bool isInCell_ = false;
   bool hasLostMarkup_ = false;  // in the current paragraph or heading
-  bool hasText_ = false;  // since the block began
-  bool isApart_ = false;  // a blank is due before the next text
+  bool hasText_ = false;        // since the block began
+  bool isApart_ = false;        // a blank is due before the next text
   bool isLinkShown_ = false;
   bool isImageHidden_ = false;
 };

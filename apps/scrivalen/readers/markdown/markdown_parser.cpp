@@ -1,6 +1,7 @@
 #include "readers/markdown/markdown_parser.h"
 
 #include "errors.h"
+#include "readers/markdown/original_text.h"
 
 #include <exception>
 #include <limits>
@@ -52,7 +53,7 @@ int onText(MD_TEXTTYPE type, const MD_CHAR* text, MD_SIZE size, void* parsing) {
 
 }  // namespace
 
-void parseMarkdown(std::string_view text, MarkdownHandler& handler) {
+void parseUnchanged(std::string_view text, MarkdownHandler& handler) {
   if (text.size() > std::numeric_limits<MD_SIZE>::max() / 2) {
     throw InputError("a Markdown text of more than 2 GiB cannot be read");
   }
@@ -71,6 +72,11 @@ void parseMarkdown(std::string_view text, MarkdownHandler& handler) {
   if (result != 0) {
     throw std::bad_alloc();
   }
+}
+
+void parseMarkdown(std::string_view text, MarkdownHandler& handler) {
+  OriginalText original(text, handler);
+  parseUnchanged(original.toBeParsed(), original);
 }
 
 }  // namespace scrivalen::command

@@ -21,9 +21,12 @@ class MarkdownHandler {
   virtual void text(MD_TEXTTYPE type, std::string_view text) = 0;
 };
 
-/// Parses CommonMark with tables, strike-through, task lists and bare addresses as links. An exception of the handler
-/// stops the parser and is passed on.
+/// Parses CommonMark with tables, strike-through by two tildes, task lists and bare addresses as links. Code keeps its
+/// tabs. An exception of the handler stops the parser and is passed on.
 /// @param text  valid UTF-8 without NULs
 void parseMarkdown(std::string_view text, MarkdownHandler& handler);
+
+/// The same as the parser itself does it: one tilde strikes text out too, and tabs before code become blanks.
+void parseUnchanged(std::string_view text, MarkdownHandler& handler);
 
 }  // namespace scrivalen::command
