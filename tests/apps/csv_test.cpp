@@ -121,6 +121,25 @@ TEST(CsvTables, KeepAnEarlierFileWhereAColumnIsUnknown) {
   EXPECT_EQ(run.bytes("a.html"), "earlier");
 }
 
+TEST(CsvTables, AreReadFromFilesOfEveryKind) {
+  using namespace std::string_literals;
+  const auto textOf = [](std::string_view bytes) {
+    CommandRun run;
+    const Result result = run.with("in.csv", bytes).run({"@/in.csv", "--separator", "|", "-o", "text:-"});
+    return result.output + result.error;
+  };
+  EXPECT_EQ(textOf(""), "");
+  EXPECT_EQ(textOf("\n \n"), "");
+  EXPECT_EQ(textOf("a,b\n"), "a|b\n");
+  EXPECT_EQ(textOf("\xEF\xBB\xBF\"a\",b\r\n1,2\r\n"), "a|b\n1|2\n");
+  EXPECT_EQ(textOf("\xFF\xFE"s + "a\0,\0\xFC\0\n\0"s + "1\0,\0\"\0;\0\"\0"s), "a|ü\n1|;\n");
+  EXPECT_EQ(textOf("a,b\n\0,2\n"s),
+            "a|b\n\uFFFD|2\nscrivalen: warning: '@/in.csv': replaced 1 invalid character with U+FFFD\n");
+  EXPECT_EQ(textOf("a,b\n1,\"2\" 3\n"),
+            "scrivalen: '@/in.csv', line 2: text after the closing quote of a cell; inside quotes, a quote is written "
+            "twice\n");
+}
+
 TEST(CsvTables, LoseNoCellAndWarnOnceOfRowsThatAreUnlikeTheHeader) {
   CommandRun run;
   run.with("in.csv", "a,b\n1\n2,3,4\n5\n6,7\n");

@@ -5,6 +5,7 @@
 #include "text/ascii.h"
 #include "text/values/plain_values.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,9 @@ namespace scrivalen::command {
 namespace {
 
 using Cells = std::vector<std::string_view>;
+
+// Each row of a table has as many cells as the widest one, most of them empty then.
+constexpr std::size_t kMostFurtherCells = 1000;
 
 // Rows that are unlike the header, for one warning about all of them.
 class OddRows {
@@ -45,6 +49,7 @@ class CsvTable {
   void writeHeader(const Cells& cells);
   void writeRow(const Cells& cells, std::size_t line);
   void writeCell(std::string_view text);
+  std::string_view joined(const Cells& cells, std::size_t first);
   void describeFurtherColumns(std::size_t count);
 
   const CsvOptions& options_;
@@ -54,6 +59,7 @@ class CsvTable {
   std::size_t described_ = 0;        // columns that are not to become values
   OddRows shorter_;
   OddRows longer_;
+  std::string joined_;
 };
 
 // In a table of one column, a blank line is an empty value.
@@ -104,8 +110,9 @@ void CsvTable::writeRow(const Cells& cells, std::size_t line) {
   }
   sink_.beginRow(false);
   if (chosen_.empty()) {
-    for (const std::string_view cell : cells) {
-      writeCell(cell);
+    const std::size_t most = columns_ + kMostFurtherCells;
+    for (std::size_t i = 0; i < std::min(cells.size(), most); ++i) {
+      writeCell(i + 1 == most ? joined(cells, i) : cells[i]);
     }
   } else {
     for (const std::size_t column : chosen_) {
@@ -115,12 +122,21 @@ void CsvTable::writeRow(const Cells& cells, std::size_t line) {
   sink_.end();
 }
 
+// What a row has from a cell on, in one cell.
+std::string_view CsvTable::joined(const Cells& cells, std::size_t first) {
+  joined_ = cells[first];
+  for (std::size_t i = first + 1; i < cells.size(); ++i) {
+    joined_.append(" ").append(cells[i]);
+  }
+  return joined_;
+}
+
 // The header does not say how many columns there are.
 void CsvTable::describeFurtherColumns(std::size_t count) {
   if (!options_.isText || !chosen_.empty()) {
     return;
   }
-  for (; described_ < count; ++described_) {
+  for (count = std::min(count, columns_ + kMostFurtherCells); described_ < count; ++described_) {
     sink_.describeColumn(described_, {.isText = true});
   }
 }

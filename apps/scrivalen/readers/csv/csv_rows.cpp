@@ -10,6 +10,7 @@ namespace scrivalen::command {
 namespace {
 
 constexpr std::size_t kLongLine = 65536;
+constexpr std::size_t kMostCells = 1000000;  // as many as a table of the library has columns
 
 bool isLineEnd(int c) { return c == '\n' || c == '\r'; }
 
@@ -56,6 +57,9 @@ bool CsvRows::next() {
     skipBlanks();
     isQuoted = peek() == '"';
     extents_.push_back(isQuoted ? quotedCell() : unquotedCell());
+    if (extents_.size() > kMostCells) {
+      fail(currentLine_, "a row has at most 1,000,000 cells");
+    }
   } while (endCell());
   const bool isBlankLine = extents_.size() == 1 && extents_.front().size == 0 && !isQuoted;
   if (isBlankLine) {
