@@ -56,6 +56,8 @@ void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   const TextExtent extent = extentOf(cell.text);
   measured.longestWord = std::max(measured.longestWord, extent.longestWord);
   measured.longestLine = std::max(measured.longestLine, extent.longestLine);
+  measured.widestWord = std::max(measured.widestWord, extent.widestWord);
+  measured.widestLine = std::max(measured.widestLine, extent.widestLine);
   if (!header && !cell.header && !cell.text.empty()) {
     (isNumber(cell) ? kinds.hasNumbers : kinds.hasOthers) = true;
   }
@@ -72,6 +74,8 @@ void TableMeasure::finish(bool isWhole) {
       if (measured.align == Align::Right && !isWhole) {
         measured.longestWord += kDigitsToCome;
         measured.longestLine += kDigitsToCome;
+        measured.widestWord += kDigitsToCome;
+        measured.widestLine += kDigitsToCome;
       }
     }
   }

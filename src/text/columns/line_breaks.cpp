@@ -86,6 +86,32 @@ const char* endOfAsciiWord(const char* at, const char* end) {
   return at;
 }
 
+bool isCapital(char c) { return c >= 'A' && c <= 'Z'; }
+
+// How much wider than most letters a character is, in columns.
+double excessOf(char c) {
+  switch (c) {
+    case 'M': return 0.4;
+    case 'W':
+    case '%':
+    case '@': return 0.55;
+    default: return isCapital(c) ? 0.18 : 0;
+  }
+}
+
+// In longer words narrow letters make up for an "m".
+double excessInShortWord(char c) { return c == 'm' ? 0.4 : c == 'w' ? 0.2 : 0; }
+
+// A column leaves room for a capital at the beginning of a word.
+double widthOf(const Word& word) {
+  constexpr std::size_t kShort = 4;
+  auto width = static_cast<double>(word.columns);
+  for (const char c : word.text) {
+    width += excessOf(c) + (word.text.size() <= kShort ? excessInShortWord(c) : 0);
+  }
+  return isCapital(word.text.front()) ? width - excessOf(word.text.front()) : width;
+}
+
 TextExtent extentOfLine(std::string_view line) {
   TextExtent result;
   WordReader reader(line);
@@ -93,6 +119,9 @@ TextExtent extentOfLine(std::string_view line) {
   while (reader.next(word)) {
     result.longestWord = std::max(result.longestWord, word.columns);
     result.longestLine += word.blanks + word.columns;
+    const double width = widthOf(word);
+    result.widestWord = std::max(result.widestWord, width);
+    result.widestLine += static_cast<double>(word.blanks) + width;
   }
   return result;
 }
@@ -181,6 +210,8 @@ TextExtent extentOf(std::string_view utf8) {
     const TextExtent line = extentOfLine(utf8.substr(0, length));
     result.longestWord = std::max(result.longestWord, line.longestWord);
     result.longestLine = std::max(result.longestLine, line.longestLine);
+    result.widestWord = std::max(result.widestWord, line.widestWord);
+    result.widestLine = std::max(result.widestLine, line.widestLine);
     if (length == utf8.size()) {
       return result;
     }

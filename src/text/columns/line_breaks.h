@@ -62,6 +62,9 @@ class LineReader {
 struct TextExtent {
   std::size_t longestWord = 0;
   std::size_t longestLine = 0;
+  /// In a proportional font, of which a column is the width of most letters: words in capitals need more.
+  double widestWord = 0;
+  double widestLine = 0;
 };
 
 /// @param utf8  a line feed ends a line

@@ -92,6 +92,19 @@ TEST(RtfTable, BreaksALongWordRatherThanSetAllTextSmaller) {
   EXPECT_EQ(countOf(rtf, " CELLS\\ql "), 1u);
 }
 
+TEST(RtfTable, MakesRoomForWordsInCapitals) {
+  const auto widthOf = [](const std::string& text) {
+    const Content content = [&](Document& document) {
+      document.beginTable({}, {});
+      putRow(document, {text}, true);
+      document.end();
+    };
+    return lastEdges(rtfBodyOf(content, {})).at(0);
+  };
+  EXPECT_EQ(widthOf("Per_hundred"), widthOf("Price_total"));
+  EXPECT_GT(widthOf("PER_HUNDRED"), widthOf("Per_hundred") + 200);
+}
+
 TEST(RtfTable, MergesTheWidthsOfColumns) {
   EXPECT_EQ(tableOf([](Document& document) {
               document.beginTable({}, {});

@@ -75,6 +75,15 @@ TEST(TextExtent, EndsALineAtALineFeed) {
   EXPECT_EQ(extentOf("one two\nthree\n").longestLine, 7u);
 }
 
+TEST(TextExtent, GivesWideLettersMoreWidth) {
+  EXPECT_DOUBLE_EQ(extentOf("Price of it").widestWord, 5);
+  EXPECT_DOUBLE_EQ(extentOf("Price of it").widestLine, 11);
+  EXPECT_DOUBLE_EQ(extentOf("a\nNAD83 EAST").widestWord, 5 + 2 * 0.18);
+  EXPECT_DOUBLE_EQ(extentOf("a\nNAD83 EAST").widestLine, 10 + 5 * 0.18);
+  EXPECT_DOUBLE_EQ(extentOf("am").widestWord, 2.4);
+  EXPECT_GT(extentOf("WWWW").widestWord, 5.5);
+}
+
 TEST(TextExtent, DropsBlanksAtTheEndOfALine) { EXPECT_EQ(extentOf("one  \n  two").longestLine, 5u); }
 
 namespace {

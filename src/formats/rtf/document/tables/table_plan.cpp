@@ -20,7 +20,7 @@ constexpr std::size_t kMostColumns = 63;  // of a table that Word opens
 constexpr int kWidestTable = 31680;       // twips; Word's limit of 22 inches
 
 // The width of a column of text in a proportional font, by the font's size. A digit has 0.56 of it, but words may be
-// bold or in capitals; in a whole line wide letters and narrow ones make up for each other.
+// bold; in a whole line wide letters and narrow ones make up for each other.
 constexpr double kWidthInWord = 0.62;
 constexpr double kWidthInLine = 0.58;
 
@@ -34,8 +34,8 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
   const double padding = 2 * paddingOf(halfPoints);
   std::vector<ColumnNeed> needs;
   for (const Column& column : table.columns) {
-    const double word = static_cast<double>(std::max<std::size_t>(column.longestWord, 1)) * size * kWidthInWord;
-    const double line = std::max(static_cast<double>(column.longestLine) * size * kWidthInLine, word);
+    const double word = std::max(column.widestWord, 1.0) * size * kWidthInWord;
+    const double line = std::max(column.widestLine * size * kWidthInLine, word);
     needs.push_back({word + padding, line + padding, column.width});
   }
   return needs;
