@@ -7,6 +7,7 @@ namespace scrivalen::text {
 namespace {
 
 constexpr std::size_t kFewestColumns = 20;
+constexpr std::size_t kLargestShare = 2;  // deeper containers leave at least half of the line
 constexpr std::size_t kBlanks = 64;
 constexpr std::array<char, kBlanks> kBlankBlock = [] {
   std::array<char, kBlanks> result{};
@@ -24,8 +25,13 @@ void TextLines::open(std::string_view first, std::string_view further) {
     isFirst_ = true;
   }
   containers_.push_back({prefix_.size(), first_.size()});
-  first_ += first;
-  prefix_ += further;
+  const bool isTooDeep = prefix_.size() + further.size() > columns_ / kLargestShare;
+  if (!isTooDeep) {
+    prefix_ += further;
+  }
+  if (!isTooDeep || first != further) {  // markers stay
+    first_ += first;
+  }
 }
 
 void TextLines::close() {

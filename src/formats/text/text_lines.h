@@ -17,7 +17,7 @@ class TextLines {
   /// @param columns  of a line
   TextLines(OutputBuffer& out, std::size_t columns) : out_(out), columns_(columns), containers_(1) {}
 
-  /// Begins a container.
+  /// Begins a container. Where those that are open take half of a line, it is not indented.
   /// @param first    what its first line begins with, after what the lines around it begin with
   /// @param further  what its other lines begin with
   void open(std::string_view first, std::string_view further);

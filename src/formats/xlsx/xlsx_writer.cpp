@@ -280,10 +280,11 @@ void XlsxWriter::addImage(const Event& image) {
   }
 }
 
-// The outermost list is not indented, because its markers already set it off.
+// The outermost list is not indented, because its markers already set it off; the deepest leave half of the column.
 void XlsxWriter::put(std::string_view text) {
   constexpr std::size_t kBlanksADepth = 4;
-  const std::size_t blanks = depth_ > 1 ? (depth_ - 1) * kBlanksADepth : 0;
+  constexpr std::size_t kDeepestIndented = 8;
+  const std::size_t blanks = depth_ > 1 ? std::min(depth_ - 1, kDeepestIndented) * kBlanksADepth : 0;
   std::string line(blanks, ' ');
   putRow(line.append(marker_).append(text), false);
   marker_.clear();

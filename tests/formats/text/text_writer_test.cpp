@@ -397,7 +397,7 @@ TEST(TextWriter, KeepsAVeryLongWordAndALongLineOfCodeWhole) {
   EXPECT_EQ(text(EventKind::BeginCode, EventKind::EndCode), "    " + words + "\n\nafter\n");
 }
 
-TEST(TextWriter, WritesDeepNesting) {
+TEST(TextWriter, IndentsDeepNestingByHalfALine) {
   const std::string text = writtenText([](DocumentWriter& writer) {
     for (int i = 0; i < 1000; ++i) {
       put(writer, EventKind::BeginQuote);
@@ -409,10 +409,21 @@ TEST(TextWriter, WritesDeepNesting) {
     putParagraph(writer, "after");
   });
   std::string prefix;
-  for (int i = 0; i < 1000; ++i) {
+  for (int i = 0; i < 20; ++i) {
     prefix += "> ";
   }
   EXPECT_EQ(text, prefix + "deep\n\nafter\n");
+}
+
+TEST(TextWriter, KeepsTheMarkersOfDeepLists) {
+  const std::string text = writtenText([](DocumentWriter& writer) {
+    for (int i = 0; i < 15; ++i) {
+      writer.write({.kind = EventKind::BeginList, .ordered = true, .number = 1});
+      put(writer, EventKind::BeginItem);
+      putParagraph(writer, "a");
+    }
+  });
+  EXPECT_TRUE(text.ends_with("\n" + std::string(39, ' ') + "1. a\n\n" + std::string(39, ' ') + "1. a\n")) << text;
 }
 
 TEST(TextWriter, HoldsNoMoreThanSoManyBlanks) {

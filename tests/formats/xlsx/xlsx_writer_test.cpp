@@ -134,6 +134,15 @@ TEST(XlsxDocument, IndentsListsAndQuotesByTheirDepth) {
   EXPECT_EQ(document.cells(), "A1 \"- a\"\nA2 \"    1. b\"\nA3 \"        c\"\nA4 \"- [x] d\"\nA5 \"e\"\n");
 }
 
+TEST(XlsxDocument, IndentsTheDeepestQuotesAlike) {
+  XlsxDocument document;
+  for (int i = 0; i < 900; ++i) {
+    scrivalen_begin_quote(document);
+  }
+  document.paragraph("a");
+  EXPECT_EQ(document.cells(), "A1 \"" + std::string(32, ' ') + "a\"\n");
+}
+
 TEST(XlsxDocument, KeepsAnEmptyItemAndTheMarkerBeforeATable) {
   XlsxDocument document;
   scrivalen_begin_list(document, 0, 0, 1);
@@ -166,7 +175,8 @@ TEST(XlsxDocument, LeavesOutRulesContentsAndSections) {
   document.text("A");
   document.end();
   EXPECT_EQ(document.cells(), "A1 \"A\" bold\n");
-  EXPECT_EQ(warningsOf(document), "0 4 1 sections, which begin no sheet\n0 4 1 lines of a table of contents, which are left out\n");
+  EXPECT_EQ(warningsOf(document),
+            "0 4 1 sections, which begin no sheet\n0 4 1 lines of a table of contents, which are left out\n");
 }
 
 TEST(XlsxDocument, ColoursCellsAndDividesThoseThatSpanColumns) {

@@ -44,6 +44,10 @@ constexpr std::string_view kStyle =
     ".35em;vertical-align:-.1em}\n"
     "blockquote{padding:.1em 1.1em;border-inline-start:.25em solid #d1d9e0;color:#59636e}\n"
     "blockquote>:last-child{margin-bottom:.2em}\n"
+    // Text that is this deep would have no width left.
+    ":is(ul,ol,blockquote) :is(ul,ol,blockquote) :is(ul,ol,blockquote) :is(ul,ol,blockquote) :is(ul,ol,blockquote) "
+    ":is(ul,ol,blockquote) :is(ul,ol,blockquote) :is(ul,ol,blockquote) :is(ul,ol,blockquote) :is(ul,ol,blockquote)"
+    "{padding-inline:0;border-inline-start-width:0}\n"
     "hr{margin:2.5em 0;border:0;border-top:1px solid #d1d9e0}\n"
     "img{max-width:100%;height:auto}\n"
     "a[href]{color:#0b5cad;text-underline-offset:.15em;text-decoration-thickness:1px}\n"

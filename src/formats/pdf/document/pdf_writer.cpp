@@ -93,9 +93,12 @@ class PdfWriter final : public document::DocumentWriter {
   void writeParts(bool bold);
   bool isMostlyBold() const;
   const wchar_t* wide(std::string_view text);
-  static std::string indentation(std::size_t depth) { return std::string(kBlanksPerLevel * depth, ' '); }
+  static std::string indentation(std::size_t depth) {
+    return std::string(kBlanksPerLevel * std::min(depth, kDeepestIndented), ' ');
+  }
 
   static constexpr std::size_t kBlanksPerLevel = 6;
+  static constexpr std::size_t kDeepestIndented = 10;  // about a third of a line
 
   const document::FormatSettings& settings_;
   document::OutputWarnings& warnings_;

@@ -125,6 +125,15 @@ TEST(PdfDocument, KeepsBulletsNumbersAndDepth) {
                                      "/F1 8 (      e)"}));
 }
 
+TEST(PdfDocument, IndentsTheDeepestQuotesAlike) {
+  PdfDocument document;
+  for (int i = 0; i < 900; ++i) {
+    scrivalen_begin_quote(document);
+  }
+  document.paragraph("a");
+  EXPECT_EQ(document.lines(), (Lines{"/F1 8 (" + std::string(60, ' ') + "a)"}));
+}
+
 TEST(PdfDocument, PutsAnItemsMarkerBeforeALink) {
   PdfDocument document;
   scrivalen_begin_list(document, 0, 0, 1);
