@@ -52,6 +52,18 @@ if(TARGET scrivalen_command)
   install(TARGETS scrivalen_command RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT Command)
 endif()
 
+# Where the manual and the shells look for them. Shells do not look below another prefix; users link the files there.
+if(TARGET scrivalen_page_files)
+  set(pages_dir "${PROJECT_BINARY_DIR}/pages")
+  install(FILES "${pages_dir}/man/scrivalen.1" DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT Command)
+  install(FILES "${pages_dir}/bash/scrivalen" DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions"
+    COMPONENT Command)
+  install(FILES "${pages_dir}/zsh/_scrivalen" DESTINATION "${CMAKE_INSTALL_DATADIR}/zsh/site-functions"
+    COMPONENT Command)
+  install(FILES "${pages_dir}/fish/scrivalen.fish" DESTINATION "${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d"
+    COMPONENT Command)
+endif()
+
 install(EXPORT scrivalenTargets NAMESPACE scrivalen:: DESTINATION "${package_dir}"
   COMPONENT Development)
 configure_package_config_file("${PROJECT_SOURCE_DIR}/cmake/scrivalenConfig.cmake.in"

@@ -59,6 +59,10 @@ need_test() {
   need_command wine wine wine64
   need_command git git
   need_command pkg-config pkgconf
+  need_command man man-db
+  need_command groff groff-base
+  need_command zsh zsh
+  need_command fish fish
   need_command unshare util-linux
   need_command mount mount
   need_command cmark cmark

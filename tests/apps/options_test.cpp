@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "system/files/files.h"
+#include "texts.h"
 
 #include <gtest/gtest.h>
 
@@ -192,7 +193,7 @@ TEST(Options, TakeAnEncoding) {
   EXPECT_EQ(parsed({"a.md", "-o", "a.txt"}).encoding, InputEncoding::Default);
   EXPECT_EQ(parsed({"a.md", "-o", "a.txt", "--encoding", "Latin-1"}).encoding, InputEncoding::Latin1);
   EXPECT_EQ(complaint({"a.md", "-o", "a.txt", "--encoding", "utf-7"}),
-            "--encoding takes utf-8, utf-16le, utf-16be, latin-1 or windows-1252, not 'utf-7'");
+            "--encoding takes utf-8, utf-16le, utf-16be, latin-1 or windows-1252, not 'utf-7'; did you mean 'utf-8'?");
 }
 
 TEST(Options, TakeADelimiter) {
@@ -291,7 +292,7 @@ TEST(Options, AreWarnedOfWithoutEffectOnAnyOutput) {
 
 TEST(Options, AreWarnedOfWithoutEffectOnAnyInput) {
   EXPECT_EQ(parsed({"a.csv", "-o", "a.html", "--toc", "--unsafe"}).warnings,
-            (Warnings{"--unsafe has no effect: no input is Markdown", "--toc has no effect: no input is Markdown"}));
+            (Warnings{"--toc has no effect: no input is Markdown", "--unsafe has no effect: no input is Markdown"}));
   EXPECT_EQ(parsed({"a.md", "-o", "a.html", "--delimiter", ";"}).warnings,
             Warnings{"--delimiter has no effect: no input is CSV or TSV"});
 }
@@ -316,6 +317,25 @@ TEST(Options, AreNotWarnedOfWhereTheyHaveAnEffect) {
 TEST(Options, CannotBeQuietAndVerbose) {
   EXPECT_TRUE(parsed({"a", "-o", "a.txt", "-v"}).verbose);
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "-q", "--verbose"}), "-q and -v exclude each other; use one of them");
+}
+
+TEST(Options, GiveHelpWhateverElseIsWrong) {
+  const auto help = parseCommandLine({"--help"}).printout;
+  EXPECT_EQ(parseCommandLine({"a.md", "--bogus", "-h"}).printout, help);
+  EXPECT_EQ(parseCommandLine({"-h", "--from=bogus", "--title"}).printout, help);
+  EXPECT_EQ(parseCommandLine({"--title", "-h", "a", "-o", "b.txt"}).printout, std::nullopt);
+}
+
+TEST(Options, HaveAHelpOfEightyColumnsInGroups) {
+  const std::string help = parseCommandLine({"--help"}).printout.value_or("");
+  std::string titles;
+  std::string_view before = "-";
+  for (const std::string_view line : split(help, '\n')) {
+    EXPECT_LE(line.size(), 80u) << line;
+    titles += before.empty() && line.ends_with(':') ? line : "";
+    before = line;
+  }
+  EXPECT_EQ(titles, "Examples:Input:Output:Layout:Tables of CSV:Behaviour:");
 }
 
 TEST(Options, NeedNoInputForHelpVersionAndTemplates) {

@@ -126,6 +126,10 @@ case "$system" in
     build_with_pkg_config
     run_consumer env LD_LIBRARY_PATH="$prefix/lib" "$work/with_pkg_config"
     run_command "$prefix/bin/scrivalen" "$prefix/bin/scrivalen"
+    if [ -e "$prefix/bin/scrivalen" ]; then
+      expect_in Command bin/scrivalen share/man/man1/scrivalen.1 share/bash-completion/completions/scrivalen \
+        share/zsh/site-functions/_scrivalen share/fish/vendor_completions.d/scrivalen.fish
+    fi
     ;;
   windows)
     expect_file bin/tmpl/default.htm

@@ -1,6 +1,7 @@
 #include "options/option_group.h"
 
 #include "errors.h"
+#include "options/effect.h"
 
 namespace scrivalen::command {
 namespace {
@@ -13,15 +14,25 @@ class BehaviourOptions : public OptionGroup {
 
   std::vector<Option> declare() override {
     return {
-        {&options_.verbose, "-v,--verbose", "", "Print what is read and written, and the settings"},
-        {&options_.strict, "--strict", "", "Exit with status 1 after a warning, too"},
-        {&options_.quiet, "-q,--quiet", "", "Print errors only"},
+        {&options_.quiet, "-q,--quiet", "", "Print errors only, neither warnings nor progress"},
+        {&options_.verbose, "-v,--verbose", "",
+         "Print what is read and written, with sizes and times, and the settings of the documents"},
+        {&options_.strict, "--strict", "",
+         "Exit with status 1 after a warning, too; the outputs are written all the same"},
+        {&options_.unsafe, "--unsafe", "",
+         "Pass on the raw HTML of Markdown, and addresses that run a program (javascript:); for input that you trust"},
+        {&options_.listTemplates, "--list-templates", "", "Print the names of the templates and exit"},
+        {&options_.help, "-h,--help", "", "Print this help and exit"},
+        {&options_.version, "-V,--version", "", "Print the version and exit"},
     };
   }
 
   void interpret() override {
     if (options_.quiet && options_.verbose) {
       throw UsageError("-q and -v exclude each other; use one of them");
+    }
+    if (options_.unsafe) {
+      warnWithoutMarkdown(options_, "--unsafe");
     }
   }
 

@@ -1,12 +1,11 @@
 #include "options/command_line.h"
 
 #include "errors.h"
+#include "options/help.h"
 #include "options/option_group.h"
 #include "options/suggestion.h"
 #include "system/files/files.h"
 #include "templates.h"
-
-#include <scrivalen/version.h>
 
 #include <CLI/CLI.hpp>
 
@@ -15,61 +14,24 @@
 namespace scrivalen::command {
 namespace {
 
-constexpr const char* kDescription = "Turns a Markdown or CSV file into a document, in several formats at once.\n";
-
-constexpr const char* kExamples =
-    "Examples:\n"
-    "  scrivalen notes.md -o notes.html\n"
-    "  scrivalen notes.md --toc -o notes.html -o notes.txt\n"
-    "  scrivalen sales.csv --title \"Sales 2024\" -o sales.pdf -o sales.xlsx\n"
-    "  scrivalen notes.md --set paper=Letter --set footer=\"||{page}\" -o notes.rtf\n"
-    "  sort rows.tsv | scrivalen - --from tsv -o text:- | less\n"
-    "\n"
-    "An output replaces an existing file once it is complete; a failed output\n"
-    "leaves the file unchanged.\n"
-    "Exit status: 0 success, 1 an input or output failed, 2 wrong usage.";
-
-constexpr const char* kShortHelp =
-    "Usage: scrivalen INPUT -o FILE [-o FILE ...] [OPTIONS]\n"
-    "\n"
-    "Turns a Markdown or CSV file into a document, in several formats at once:\n"
-    "  scrivalen notes.md -o notes.pdf -o notes.html\n"
-    "\n"
-    "scrivalen --help lists the formats and the options.\n";
-
 using OptionGroups = std::vector<std::unique_ptr<OptionGroup>>;
 
-OptionGroups optionGroups(Options& options) {
-  OptionGroups groups;
-  for (const auto make : {&inputOptions, &tableOptions, &outputOptions, &layoutOptions, &behaviourOptions}) {
-    groups.push_back(make(options));
-  }
-  return groups;
-}
+void addOption(CLI::App& app, const std::string& names, bool* flag) { app.add_flag(names, *flag); }
 
-CLI::Option* addOption(CLI::App& app, const Option& option, bool* flag) {
-  return app.add_flag(option.names, *flag, option.help);
-}
-
-template <class Value>
-CLI::Option* addOption(CLI::App& app, const Option& option, Value* value) {
-  return app.add_option(option.names, *value, option.help)->type_name(option.valueName);
+void addOption(CLI::App& app, const std::string& names, std::optional<std::string>* value) {
+  app.add_option(names, *value);
 }
 
 // An option takes one value each time, the arguments without an option all that are left.
-CLI::Option* addOption(CLI::App& app, const Option& option, std::vector<std::string>* values) {
-  CLI::Option* const added = app.add_option(option.names, *values, option.help)->type_name(option.valueName);
-  return added->allow_extra_args(added->get_positional());
+void addOption(CLI::App& app, const std::string& names, std::vector<std::string>* values) {
+  CLI::Option* const added = app.add_option(names, *values);
+  added->allow_extra_args(added->get_positional());
 }
 
 void addOptions(CLI::App& app, const OptionGroups& groups) {
   for (const auto& group : groups) {
     for (const Option& option : group->declare()) {
-      CLI::Option* const added =
-          std::visit([&](auto* target) { return addOption(app, option, target); }, option.target);
-      if (option.names.starts_with('-')) {
-        added->group(std::string(group->title()));
-      }
+      std::visit([&](auto* target) { addOption(app, option.names, target); }, option.target);
     }
   }
 }
@@ -108,38 +70,47 @@ std::string templateList() {
   return list;
 }
 
+// Help is given whatever else is on the command line, even if that is wrong.
+bool wantsHelp(const std::vector<std::string>& arguments) {
+  return std::any_of(arguments.begin(), arguments.end(),
+                     [](const std::string& argument) { return argument == "-h" || argument == "--help"; });
+}
+
+std::optional<std::string> printoutOf(const Options& options) {
+  if (options.help) {
+    return helpText();
+  }
+  if (options.version) {
+    return versionText();
+  }
+  return options.listTemplates ? std::optional(templateList()) : std::nullopt;
+}
+
 }  // namespace
 
 CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   if (arguments.empty()) {
-    return {{}, kShortHelp};
+    return {{}, shortHelp()};
   }
-  CLI::App app(kDescription, "scrivalen");
-  app.footer(kExamples);
+  CLI::App app;
+  app.set_help_flag();
   app.allow_windows_style_options(false);
   app.allow_extras();
-  app.get_formatter()->column_width(25);
   Options options;
   const OptionGroups groups = optionGroups(options);
   addOptions(app, groups);
-  bool listTemplates = false;
-  const std::string last(groups.back()->title());
-  app.add_flag("--list-templates", listTemplates, "Print the names of the templates and exit")->group(last);
-  app.set_help_flag("-h,--help", "Print this help and exit")->group(last);
-  app.set_version_flag("-V,--version", "scrivalen " SCRIVALEN_VERSION, "Print the version and exit")->group(last);
   try {
     app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));
-  } catch (const CLI::CallForHelp&) {
-    return {{}, app.help()};
-  } catch (const CLI::CallForVersion& version) {
-    return {{}, std::string(version.what()) + "\n"};
   } catch (const CLI::ParseError& error) {
-    throw UsageError(error.what());
+    if (!wantsHelp(arguments)) {
+      throw UsageError(error.what());
+    }
+    options.help = true;
+  }
+  if (auto printout = printoutOf(options)) {
+    return {{}, std::move(printout)};
   }
   rejectLeftovers(app);
-  if (listTemplates) {
-    return {{}, templateList()};
-  }
   for (const auto& group : groups) {
     group->interpret();
   }

@@ -5,8 +5,16 @@
 #include "options/suggestion.h"
 #include "text/ascii.h"
 
+#include <array>
+
 namespace scrivalen::command {
 namespace {
+
+using namespace std::string_view_literals;
+
+// What the help and the shells name.
+constexpr std::array kFormats = {"markdown"sv, "csv"sv, "tsv"sv};
+constexpr std::array kEncodings = {"utf-8"sv, "latin-1"sv, "windows-1252"sv, "utf-16le"sv, "utf-16be"sv};
 
 struct FormatName {
   std::string_view name;
@@ -38,7 +46,7 @@ InputFormat inputFormat(const std::optional<std::string>& from, const std::strin
   const auto format = formatNamed(*from);
   if (!format) {
     throw UsageError("--from takes markdown, csv or tsv, not '" + *from + "'" +
-                     suggestion(*from, {"markdown", "csv", "tsv"}, ""));
+                     suggestion(*from, {kFormats.begin(), kFormats.end()}, ""));
   }
   return *format;
 }
@@ -59,7 +67,8 @@ std::optional<char> delimiter(const std::optional<std::string>& argument, InputF
 InputEncoding encoding(const std::string& name) {
   const auto named = encodingNamed(name);
   if (!named) {
-    throw UsageError("--encoding takes " + std::string(kEncodingNames) + ", not '" + name + "'");
+    throw UsageError("--encoding takes " + std::string(kEncodingNames) + ", not '" + name + "'" +
+                     suggestion(name, {kEncodings.begin(), kEncodings.end()}, ""));
   }
   return *named;
 }
@@ -72,14 +81,22 @@ class InputOptions : public OptionGroup {
 
   std::vector<Option> declare() override {
     return {
-        {&inputs_, "INPUT", "", "The files to read; \"-\" is standard input"},
-        {&from_, "--from", "FORMAT",
-         "The input format: markdown, csv or tsv\n(default: by its extension, otherwise markdown)"},
-        {&encoding_, "--encoding", "NAME",
-         "The input's encoding: utf-8, latin-1, windows-1252,\nutf-16le or utf-16be (default: UTF-8, and UTF-16 "
-         "by\nits byte-order mark)"},
+        {&inputs_, "INPUT", "", "A file to read; - is standard input", Offer::Files},
+        {&from_,
+         "--from",
+         "FORMAT",
+         "The format of the input: markdown, csv or tsv (default: that of its extension, else markdown)",
+         Offer::Words,
+         {kFormats.begin(), kFormats.end()}},
+        {&encoding_,
+         "--encoding",
+         "NAME",
+         "The encoding of the input: utf-8, latin-1, windows-1252, utf-16le or utf-16be (default: UTF-8, and UTF-16 by "
+         "its byte-order mark)",
+         Offer::Words,
+         {kEncodings.begin(), kEncodings.end()}},
         {&delimiter_, "--delimiter", "CHARACTER",
-         "What separates the cells of CSV; \\t is a tab\n(default: found from the first rows)"},
+         "What separates the cells of CSV; \\t is a tab (default: found from the first rows)"},
     };
   }
 

@@ -60,17 +60,20 @@ class LayoutOptions : public OptionGroup {
 
   std::vector<Option> declare() override {
     return {
-        {&options_.title, "--title", "TEXT", "The title (default: the first heading,\notherwise the input's name)"},
-        {&options_.contents, "--toc", "", "Begin with a table of contents"},
+        {&options_.title, "--title", "TEXT",
+         "The title (default: that of the front matter, else the first heading, else the input's name)"},
+        {&options_.contents, "--toc", "", "Begin with a table of contents; Markdown only"},
         {&settings_, "--set", "NAME=VALUE",
-         "A setting of the document, such as paper=Letter\nor text.width=100. May be given several times"},
+         "A setting of the document, such as paper=Letter, or of one format, such as text.width=100; the documentation "
+         "lists them"},
         {&options_.landscape, "--landscape", "", "Use landscape pages"},
-        {&template_, "--template", "NAME", "A template for HTML pages, by name or as a file"},
-        {&properties_, "--property", "NAME=VALUE",
-         "Fills the placeholder %NAME% of a template.\nMay be given several times"},
-        {&styles_, "--styles", "FILE", "A style sheet for spreadsheets"},
+        {&template_, "--template", "NAME|FILE",
+         "A template for HTML pages: one of those that --list-templates prints, or a file of your own",
+         Offer::Templates},
+        {&properties_, "--property", "NAME=VALUE", "The text for the placeholder %NAME% of a template"},
+        {&styles_, "--styles", "FILE", "A style sheet for spreadsheets", Offer::Files},
         {&separator_, "--separator", "TEXT",
-         "What is between the cells of tables in text,\ninstead of aligned columns; \\t is a tab"},
+         "What is between the cells of tables in text, instead of aligned columns; \\t is a tab"},
     };
   }
 

@@ -4,6 +4,14 @@
 
 namespace scrivalen::command {
 
+std::vector<std::unique_ptr<OptionGroup>> optionGroups(Options& options) {
+  std::vector<std::unique_ptr<OptionGroup>> groups;
+  for (const auto make : {&inputOptions, &outputOptions, &layoutOptions, &tableOptions, &behaviourOptions}) {
+    groups.push_back(make(options));
+  }
+  return groups;
+}
+
 void requireText(const char* option, const std::optional<std::string>& value, const char* remedy) {
   if (value && value->empty()) {
     throw UsageError(std::string(option) + " has an empty value; " + remedy);

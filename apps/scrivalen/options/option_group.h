@@ -12,13 +12,22 @@
 
 namespace scrivalen::command {
 
+/// What a shell offers as the value of an option.
+enum class Offer { Nothing, Files, Folders, Words, ListsOfWords, Templates };
+
 /// An option as users see it, and where its value goes.
 struct Option {
-  /// A flag, a text, a text that may be given or not, or an option that may be given several times. Not owned.
-  std::variant<bool*, std::string*, std::optional<std::string>*, std::vector<std::string>*> target;
+  /// A flag, a text, or an option that may be given several times. Not owned.
+  std::variant<bool*, std::optional<std::string>*, std::vector<std::string>*> target;
   std::string names;      ///< "-o,--output"; an argument without an option has a name without dashes
   std::string valueName;  ///< "FILE"; empty for a flag
-  std::string help;       ///< its lines are at most 54 columns wide
+  std::string help;       ///< for the help and the manual; wrapped there
+  Offer offer = Offer::Nothing;
+  std::vector<std::string_view> words = {};  ///< for Offer::Words and Offer::ListsOfWords
+
+  bool isArgument() const { return !names.starts_with('-'); }
+  bool isFlag() const { return std::holds_alternative<bool*>(target); }
+  bool mayBeRepeated() const { return std::holds_alternative<std::vector<std::string>*>(target); }
 };
 
 /// A group of options: their declaration, which the help shows, and their interpretation. To add an option, add its
@@ -42,10 +51,13 @@ class OptionGroup {
 
 /// @param options  not owned; must outlive the group
 std::unique_ptr<OptionGroup> inputOptions(Options& options);
-std::unique_ptr<OptionGroup> tableOptions(Options& options);
 std::unique_ptr<OptionGroup> outputOptions(Options& options);
 std::unique_ptr<OptionGroup> layoutOptions(Options& options);
+std::unique_ptr<OptionGroup> tableOptions(Options& options);
 std::unique_ptr<OptionGroup> behaviourOptions(Options& options);
+
+/// All groups, in that order.
+std::vector<std::unique_ptr<OptionGroup>> optionGroups(Options& options);
 
 /// Raises UsageError if an option was given an empty value.
 /// @param remedy  what to do: "give the path of a file"

@@ -44,6 +44,9 @@ struct Options {
   bool strict = false;  ///< a warning is a failure
   bool quiet = false;
   bool verbose = false;
+  bool listTemplates = false;
+  bool help = false;
+  bool version = false;
   std::vector<std::string> warnings;  ///< about options without effect
 };
 

@@ -22,14 +22,15 @@ class OutputOptions : public OptionGroup {
   std::vector<Option> declare() override {
     return {
         {&outputs_, "-o,--output", "FILE",
-         "A file to write, in the format of its extension\n(." + joined(formatExtensions(), " .") +
-             ") or of a prefix,\nas in html:FILE; FORMAT:- is standard output.\nMay be given several times"},
+         "A file to write, in the format of its extension (." + joined(formatExtensions(), " .") +
+             ") or of a prefix, as in html:FILE; FORMAT:- is standard output",
+         Offer::Files},
         {&folder_, "--output-dir", "FOLDER",
-         "Write the outputs of each input into this folder, named\nafter the input, in the formats of --to"},
-        {&formats_, "--to", "FORMAT", "The formats for --output-dir, as in html,pdf"},
-        {&options_.unsafe, "--unsafe", "",
-         "Pass on the raw HTML of Markdown, and addresses\nthat run a program (javascript:)"},
-        {&options_.singleByte, "--single-byte", "", "Write text in Latin-1, not UTF-8"},
+         "A folder for the outputs of one or several inputs, each named after its input, in the formats of --to",
+         Offer::Folders},
+        {&formats_, "--to", "FORMAT[,FORMAT...]", "The formats for --output-dir: " + joined(formatNames(), ", "),
+         Offer::ListsOfWords, formatNames()},
+        {&options_.singleByte, "--single-byte", "", "Write text in Latin-1, with one byte per character, not UTF-8"},
     };
   }
 
@@ -45,9 +46,6 @@ class OutputOptions : public OptionGroup {
     requireDifferentFiles(options_.jobs);
     if (options_.singleByte) {
       warnWithoutOutput(options_, "--single-byte", "text");
-    }
-    if (options_.unsafe) {
-      warnWithoutMarkdown(options_, "--unsafe");
     }
   }
 

@@ -106,9 +106,9 @@ class TableOptions : public OptionGroup {
   std::vector<Option> declare() override {
     return {
         {&columns_, "--columns", "LIST",
-         "The columns to show, in this order: names of the\nheader, numbers and ranges, as in name,5,2-4"},
-        {&aligns_, "--align", "LIST", "Alignments of the columns that are shown:\nleft, right, center, or l, r, c"},
-        {&widths_, "--width", "LIST", "Widths of the columns that are shown:\nshares such as 3,1,1, or percents"},
+         "The columns to show, in this order: names of the header, numbers and ranges, as in name,5,2-4"},
+        {&aligns_, "--align", "LIST", "Alignments of the columns that are shown: left, right, center, or l, r, c"},
+        {&widths_, "--width", "LIST", "Widths of the columns that are shown: shares such as 3,1,1, or percents"},
         {&options_.csv.isText, "--text", "", "All cells are texts: no numbers, no dates"},
     };
   }
