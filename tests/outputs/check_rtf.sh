@@ -18,7 +18,7 @@ office() {
 # The words alone: a text and a document differ in white space, list markers and rules, and a document does not show the
 # address of a link to another file.
 said() {
-  perl -CSD -0pe 's/\s+//g; s/\((?:https?:[^)]*|[\w.\/-]+\.(?:md|cpp|cs|py|c|h|xsd)(?:#[^)]*)?)\)//g; s/[-=>_\x{2022}\x{25E6}\x{25AA}\x{FEFF}]//g'
+  perl -CSD -0pe 's/^([~.])\1*\r?$//mg; s/\s+//g; s/\((?:https?:[^)]*|[\w.\/-]+\.(?:md|cpp|cs|py|c|h|xsd)(?:#[^)]*)?)\)//g; s/[-=>_\x{2022}\x{25E6}\x{25AA}\x{FEFF}]//g'
 }
 
 check_text() {

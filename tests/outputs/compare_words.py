@@ -7,7 +7,7 @@ lines), NAME.aligned.txt, NAME.fodt (the RTF as LibreOffice has read it) and NAM
 has unpacked it). cmark-gfm reads Markdown, Python's modules csv, html.parser and expat the rest.
 
 What separates words is white space, the border of a block or cell, and a line break. These are no words: list bullets,
-checkboxes, the marks of quotes, lines made of "-", "=" or "|". A control character is U+FFFD, as in every output. Of front
+checkboxes, the marks of quotes, lines made of "-", "=", "~", "." or "|". A control character is U+FFFD, as in every output. Of front
 matter the title is expected where no heading begins the document, of raw HTML the text between tags, of a picture its
 alternative text or else its address. Plain text has the numbers of lists and, in parentheses, the addresses of links;
 those of a table follow it.
@@ -28,7 +28,7 @@ BLOCK_HTML = {"address", "article", "aside", "blockquote", "body", "br", "captio
               "main", "nav", "ol", "p", "pre", "section", "summary", "table", "tbody", "td", "tfoot", "th", "thead",
               "tr", "ul"}
 INLINE_XML = {"link", "image", "strong", "emphasis", "inlinecode", "deleted", "anchor"}
-MARK = re.compile(r"[-=>|]+|\[x\]|\[|\]|[\u2022\u25e6\u25aa\u2610\u2611]")
+MARK = re.compile(r"[-=>|~]+|[.]+|\[x\]|\[|\]|[\u2022\u25e6\u25aa\u2610\u2611]")
 CONTROL = re.compile("[\x00-\x08\x0b\x0c\x0e-\x1f\x7f-\x9f]")
 
 
@@ -292,7 +292,7 @@ def report(path, expected, found):
 
 def characters(listed):
     counts = collections.Counter("".join(listed))
-    return sorted((character, count) for character, count in counts.items() if character not in "-=|[]x>")
+    return sorted((character, count) for character, count in counts.items() if character not in "-=|~.[]x>")
 
 
 def compare(folder, source):

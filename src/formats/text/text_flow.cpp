@@ -13,7 +13,7 @@ using document::Align;
 // The text of a paragraph that is held. Then its complete lines are written.
 constexpr std::size_t kMostBytesHeld = 65536;
 constexpr std::size_t kIndentOfCode = 4;
-constexpr int kUnderlinedLevels = 2;
+constexpr std::string_view kUnderlines = "=-~...";  // by the level of the heading
 
 std::string_view withoutAtEnd(std::string_view text, std::string_view characters) {
   return text.substr(0, text.find_last_not_of(characters) + 1);
@@ -122,9 +122,8 @@ void TextFlow::writeUnderlined(std::string_view text, int level) {
     writeAligned(line);
     longest = std::max(longest, line.columns);
   }
-  if (level <= kUnderlinedLevels) {
-    lines_.write(std::string(longest, level < kUnderlinedLevels ? '=' : '-'), indentOf(longest));
-  }
+  const auto index = static_cast<std::size_t>(std::clamp(level, 1, 6)) - 1;
+  lines_.write(std::string(longest, kUnderlines[index]), indentOf(longest));
 }
 
 // Code is not wrapped, so nothing of it is held: its last line stays open until its line end, or the end of the code.

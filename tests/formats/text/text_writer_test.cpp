@@ -75,14 +75,17 @@ TEST(TextWriter, WritesNothingForAnEmptyParagraph) {
             "one\n\ntwo\n");
 }
 
-TEST(TextWriter, UnderlinesTheTitleAndTheUpperHeadings) {
+TEST(TextWriter, UnderlinesTheTitleAndHeadingsByTheirLevel) {
   EXPECT_EQ(writtenText([](DocumentWriter& writer) {
               put(writer, EventKind::Title, "The title");
               putHeading(writer, 1, "First");
               putHeading(writer, 2, bytes(u8"漢字"));
               putHeading(writer, 3, "Third");
+              putHeading(writer, 4, "Fourth");
+              putHeading(writer, 6, "Sixth");
             }),
-            bytes(u8"The title\n=========\n\nFirst\n=====\n\n漢字\n----\n\nThird\n"));
+            bytes(u8"The title\n=========\n\nFirst\n=====\n\n漢字\n----\n\nThird\n~~~~~\n\nFourth\n......\n\n"
+                  u8"Sixth\n.....\n"));
 }
 
 TEST(TextWriter, UnderlinesAHeadingOfSeveralLinesAsWideAsTheLongest) {
