@@ -384,7 +384,7 @@ compare_markdown() {
   cmark "$work/input.md" >"$work/cmark.html" || fail "cmark failed"
   head_line "cpu seconds, 10 MB Markdown to HTML" scrivalen cmark ratio limit
   pairs run_command run_cmark
-  verdict "html" "$seconds" "$other" "$ratio" 0.75
+  verdict "html" "$seconds" "$other" "$ratio" 0.50
 }
 
 case "${1:-}" in

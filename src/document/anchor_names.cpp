@@ -1,9 +1,11 @@
 #include "document/anchor_names.h"
 
+#include "text/ascii.h"
 #include "text/letter_case.h"
 #include "text/utf.h"
 
 #include <algorithm>
+#include <array>
 #include <iterator>
 
 namespace scrivalen::document {
@@ -22,21 +24,38 @@ constexpr Range kDropped[] = {
     {0x2500, 0x2BFF}, {0x2E00, 0x2E7F}, {0x3000, 0x3004}, {0x3008, 0x3020}, {0xFE30, 0xFE6F},   {0xFF01, 0xFF0F},
     {0xFF1A, 0xFF20}, {0xFF3B, 0xFF40}, {0xFF5B, 0xFF65}, {0xFFE0, 0xFFFF}, {0x1F000, 0x1FAFF}, {0xE0000, 0xE007F}};
 
-bool isDropped(char32_t c) {
+constexpr bool isDropped(char32_t c) {
   return std::any_of(std::begin(kDropped), std::end(kDropped),
                      [c](const Range& range) { return c >= range.first && c <= range.last; });
 }
+
+// What an ASCII character is in a name; 0 for one that is dropped.
+constexpr auto kAscii = [] {
+  std::array<char, 128> characters{};
+  for (char32_t c = 0; c < characters.size(); ++c) {
+    const char lower = asciiLower(static_cast<char>(c));
+    characters[c] = c == ' ' ? '-' : isDropped(c) ? '\0' : lower;
+  }
+  return characters;
+}();
 
 void appendPlainName(std::string& name, std::string_view heading) {
   const char* at = heading.data();
   const char* const end = at + heading.size();
   while (at != end) {
+    if (const auto byte = static_cast<unsigned char>(*at); byte < kAscii.size()) {
+      ++at;
+      if (kAscii[byte] != '\0') {
+        name += kAscii[byte];
+      }
+      continue;
+    }
     char32_t c = 0;
-    if (!nextUtf8(at, end, c) || (c != ' ' && isDropped(c))) {
+    if (!nextUtf8(at, end, c) || isDropped(c)) {
       continue;
     }
     char bytes[4];
-    name.append(bytes, putUtf8(c == ' ' ? U'-' : toLowerCase(c), bytes));
+    name.append(bytes, putUtf8(toLowerCase(c), bytes));
   }
 }
 
@@ -48,10 +67,13 @@ std::string_view AnchorNames::next(std::string_view heading) {
   if (name_.empty()) {
     name_ = "section";
   }
-  const std::string plain = name_;
-  while (!claim(name_)) {
-    name_ = plain + '-' + std::to_string(used_.find(plain)->second++);
+  if (claim(name_)) {
+    return name_;
   }
+  const std::string plain = name_;
+  do {
+    name_ = plain + '-' + std::to_string(used_.find(plain)->second++);
+  } while (!claim(name_));
   return name_;
 }
 

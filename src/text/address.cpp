@@ -92,6 +92,10 @@ bool runsProgram(std::wstring_view address, AddressUse use) {
 
 bool runsProgram(std::string_view address, AddressUse use) {
   const std::size_t colon = address.find(':');
+  const std::string_view scheme = address.substr(0, colon);
+  if (scheme == "https" || scheme == "http" || scheme == "mailto") {
+    return false;  // nearly all
+  }
   return colon != address.npos && runsProgram(toWide(address.substr(0, colon + 1)), use);
 }
 

@@ -167,6 +167,17 @@ TEST(Command, ReadsTheEncodingThatIsGiven) {
   EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': replaced 1 invalid character with U+FFFD\n");
 }
 
+TEST(Command, FindsTheTitleThatTheWholeTextGives) {
+  CommandRun run;
+  const auto titleOf = [&run](std::string_view text) { return titleAfter(run.with("t.md", text), {"@/t.md"}); };
+  EXPECT_EQ(titleOf("Title\n=====\n\n# Other\n"), "Title");
+  EXPECT_EQ(titleOf("# A [b]\n\n[b]: https://example.org\n"), "A b");
+  EXPECT_EQ(titleOf("# A [b]\n\ntext\n"), "A [b]");
+  EXPECT_EQ(titleOf("<!-- # hidden\n\n# hidden\n-->\n\n# Shown\n"), "Shown");
+  EXPECT_EQ(titleOf("```\n\n# code\n\n```\n\n# Shown\n"), "Shown");
+  EXPECT_EQ(titleOf("#\n\ntext\r\n\r\n" + std::string(5000, 'x') + "\n\n# Far [away]"), "Far [away]");
+}
+
 TEST(Command, IsSilentWhenQuiet) {
   CommandRun run;
   const Result result = run.with("in.md", "a\xFF").run({"@/in.md", "--quiet", "--single-byte", "-o", "@/a.txt"});

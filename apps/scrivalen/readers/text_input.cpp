@@ -7,6 +7,7 @@
 #include "texts.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstring>
 
 namespace scrivalen::command {
@@ -77,7 +78,11 @@ std::string_view TextInput::take() {
 }
 
 std::string TextInput::rest() {
+  constexpr std::uint64_t kMostReserved = 1 << 30;  // of a file that may say that it is larger than it is
   std::string all;
+  if (const auto size = file_ ? scrivalen::sizeOf(file_) : std::nullopt) {
+    all.reserve(static_cast<std::size_t>(std::min(*size, kMostReserved)));
+  }
   for (std::string_view piece = next(); !piece.empty(); piece = next()) {
     all += piece;
   }

@@ -80,15 +80,39 @@ void HeadingCollector::end() {
   }
 }
 
-}  // namespace
+// The first blocks, as far as they cannot depend on what follows: a bracket may be a reference to a later definition,
+// and HTML may hide text up to its end, wherever that is.
+std::string_view independentBeginning(std::string_view markdown) {
+  constexpr std::size_t kLongest = 4096;
+  const std::string_view text = markdown.substr(0, std::min(kLongest, markdown.find_first_of("[<")));
+  for (const std::string_view blankLine : {"\n\n", "\n\r\n"}) {
+    if (const std::size_t at = text.rfind(blankLine); at != text.npos) {
+      return text.substr(0, at + blankLine.size());
+    }
+  }
+  return {};
+}
 
-Headings headingsOf(std::string_view markdown, Safety safety, HeadingSearch search) {
+Headings collected(std::string_view markdown, Safety safety, HeadingSearch search) {
   HeadingCollector collector(search);
   try {
     readMarkdown(markdown, safety, collector);
   } catch (const HeadingFound&) {
   }
   return std::move(collector.result());
+}
+
+}  // namespace
+
+// The parser finds all blocks before it reports the first, so the first heading of a whole text costs a seventh of the
+// run.
+Headings headingsOf(std::string_view markdown, Safety safety, HeadingSearch search) {
+  if (search == HeadingSearch::First) {
+    if (Headings first = collected(independentBeginning(markdown), safety, search); !first.title.empty()) {
+      return first;
+    }
+  }
+  return collected(markdown, safety, search);
 }
 
 }  // namespace scrivalen::command

@@ -3,6 +3,7 @@
 #include "text/ascii.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 
 namespace scrivalen::document {
@@ -20,6 +21,21 @@ bool isForbidden(char c, AddressPart part) {
   return static_cast<unsigned char>(c) < 0x20 || kNowhere.find(c) != kNowhere.npos ||
          (part != AddressPart::Authority && kInHosts.find(c) != kInHosts.npos) ||
          (part == AddressPart::Fragment && c == '#');
+}
+
+// Characters that may be anywhere in an address, and mean nothing that decides about others.
+constexpr auto kPlain = [] {
+  std::array<bool, 256> plain{};
+  for (unsigned c = 0; c < 128; ++c) {
+    const auto character = static_cast<char>(c);
+    plain[c] = isAsciiLetter(character) || isAsciiDigit(character) ||
+               std::string_view("-._~/:?=&+,;@!$'()*").find(character) != std::string_view::npos;
+  }
+  return plain;
+}();
+
+bool isPlain(std::string_view address) {
+  return std::all_of(address.begin(), address.end(), [](char c) { return kPlain[static_cast<unsigned char>(c)]; });
 }
 
 constexpr char kIdEscape = '~';
@@ -85,6 +101,9 @@ std::string htmlPlace(std::string_view id) {
 std::string htmlAddress(std::string_view address) {
   if (address.starts_with('#')) {
     return htmlPlace(address.substr(1));
+  }
+  if (isPlain(address)) {
+    return std::string(address);
   }
   address = trimmed(address);
   const std::size_t path = endOfAuthority(address);
