@@ -58,6 +58,6 @@ cmake --build --preset linux --target scrivalen scrivalen_command
 mkdir -p "$out"
 write_inventory_csv >"$out/inventory.csv"
 printf '\nThe inventory has %d packages.\n' "$(($(wc -l <"$out/inventory.csv") - 1))"
-write_reports guide docs/guide.md --toc
+write_reports guide docs/classic.md --toc
 write_reports inventory "$out/inventory.csv" --title "Packages of this machine"
 print_table

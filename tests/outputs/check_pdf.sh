@@ -72,8 +72,8 @@ check_dingbats() {
 
 case "$kind" in
   documents)
-    cp "$root/docs/guide.md" "$work/"
-    check_input guide.md
+    cp "$root/docs/classic.md" "$work/"
+    check_input classic.md
     ;;
   tables)
     make_table 800 >"$work/table.csv"

@@ -28,7 +28,7 @@ check_text() {
 }
 
 check_texts() {
-  cp "$root/docs/guide.md" "$work/"
+  cp "$root/docs/classic.md" "$work/guide.md"
   make_table 300 >"$work/table.csv"
   write_with_text rtf guide.md guide
   write_with_text rtf guide.md guide-wide --landscape

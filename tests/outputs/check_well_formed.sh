@@ -47,7 +47,7 @@ check() {
   check_files "$name" "$text"
 }
 
-cp "$root/docs/guide.md" "$work/"
+cp "$root/docs/classic.md" "$work/"
 make_table 500 >"$work/table.csv"
-check guide.md whole "$(sed -n 's/^# //p' "$root/docs/guide.md" | head -n 1)"
+check classic.md whole "$(sed -n 's/^# //p' "$root/docs/classic.md" | head -n 1)"
 check table.csv rows 'Smith, 500 & Sons'
