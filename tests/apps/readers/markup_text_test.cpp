@@ -40,7 +40,7 @@ TEST(MarkupText, IgnoresATagsEndInAQuotedAttribute) {
 
 TEST(MarkupText, KeepsAnAngleBracketThatBeginsNoTag) { EXPECT_EQ(textOfMarkup("1 < 2 <3"), "1 < 2 <3"); }
 
-TEST(MarkupText, EndsAtAnUnclosedTag) { EXPECT_EQ(textOfMarkup("a<b class=\"x"), "a"); }
+TEST(MarkupText, KeepsATagThatNeverEnds) { EXPECT_EQ(textOfMarkup("a<b class=\"x"), "a<b class=\"x"); }
 
 TEST(MarkupText, EndsAtAnUnclosedCommentOrScript) {
   EXPECT_EQ(textOfMarkup("a<!-- b"), "a");

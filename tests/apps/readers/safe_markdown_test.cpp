@@ -23,7 +23,7 @@ Lines paragraph(const Lines& content) {
 }
 
 TEST(SafeMarkdown, DropsTagsAndKeepsTheTextBetweenThem) {
-  EXPECT_EQ(partsOf("a <b onclick=\"x\">b</b> <img src=x onerror=y> *c*"),
+  EXPECT_EQ(partsOf("a <b onclick=\"x\">b</b> <input src=x onerror=y> *c*"),
             paragraph({"Text 'a b  '", "BeginEmphasis", "Text 'c'", "EndEmphasis"}));
 }
 
@@ -36,6 +36,68 @@ TEST(SafeMarkdown, BreaksTheLineAtABreak) {
 TEST(SafeMarkdown, SeparatesTheWordsOfBlocksInALine) {
   EXPECT_EQ(partsOf("see <ul><li>a<li>b</ul>c, d.<id>.e"), paragraph({"Text 'see a b c, d..e'"}));
   EXPECT_EQ(partsOf("<h2>a</h2>"), paragraph({"Text 'a'"}));
+}
+
+TEST(SafeMarkdown, KeepsThePicturesOfRawHtml) {
+  EXPECT_EQ(partsOf("a <img alt=\"b &amp; c\" src='d e.png' onerror=x> f"),
+            paragraph({"Text 'a '", "Image 'b & c' @d e.png", "Text ' f'"}));
+  EXPECT_EQ(partsOf("<img src=d.png/>\n"), paragraph({"Image '' @d.png/"}));
+  EXPECT_EQ(partsOf("# <IMG SRC = d.png ALT = b>"), (Lines{"BeginHeading 1", "Image 'b' @d.png", "EndHeading"}));
+  EXPECT_EQ(partsOf("a <img alt='b\nc' src=d>"), paragraph({"Text 'a '", "Image 'b c' @d"}));
+  EXPECT_EQ(partsOf("a <img alt=b>"), paragraph({"Text 'a b'"}));
+  EXPECT_EQ(partsOf("![a <img alt=b src=c>](d)"), paragraph({"Image 'a b' @d"}));
+  EXPECT_EQ(partsOf("<img alt=a src=java&#115;cript:b>"), paragraph({"Text 'a (javascript:b)'"}));
+  EXPECT_EQ(partsOf("a <script> <img alt=b src=c> </script>"), paragraph({"Text 'a '"}));
+}
+
+TEST(SafeMarkdown, KeepsThePicturesOfHtmlBlocks) {
+  EXPECT_EQ(partsOf("<p align=center>\n  <img src=a alt=b>\n  <img src=c>\n</p>\n<p>d</p>\n"),
+            paragraph({"Image 'b' @a", "Text ' '", "Image '' @c", "Text '\\nd'"}));
+  EXPECT_EQ(partsOf("<div>a\n<p><img src=b></p></div>"), paragraph({"Text 'a\\n'", "Image '' @b"}));
+}
+
+TEST(SafeMarkdown, KeepsTheLinksOfRawHtml) {
+  EXPECT_EQ(partsOf("a <a title=t target=x href=\"b?c&amp;d\">e *f*</a> g"),
+            paragraph({"Text 'a '", "BeginLink @b?c&d title 't'", "Text 'e '", "BeginEmphasis", "Text 'f'",
+                       "EndEmphasis", "EndLink", "Text ' g'"}));
+  EXPECT_EQ(partsOf("<div>\n<a href=' a '>b</a> <a name=c>d</a><br><a href=e>f</div>"),
+            paragraph({"BeginLink @a", "Text 'b'", "EndLink", "Text ' d\\n'", "BeginLink @e", "Text 'f'", "EndLink"}));
+  EXPECT_EQ(partsOf("<a href=a><img src=b alt=c></a>"), paragraph({"BeginLink @a", "Image 'c' @b", "EndLink"}));
+}
+
+TEST(SafeMarkdown, KeepsWordsAroundTheLinksOfRawHtmlApart) {
+  EXPECT_EQ(partsOf("<div>a <a href=b>c </a>d</div>"),
+            paragraph({"Text 'a '", "BeginLink @b", "Text 'c '", "EndLink", "Text 'd'"}));
+  EXPECT_EQ(partsOf("<div><a href=b><img src=c> </a>d</div>"),
+            paragraph({"BeginLink @b", "Image '' @c", "Text ' '", "EndLink", "Text 'd'"}));
+  EXPECT_EQ(partsOf("a<li><a href=b>c</a><li>d"),
+            paragraph({"Text 'a '", "BeginLink @b", "Text 'c'", "EndLink", "Text ' d'"}));
+  EXPECT_EQ(partsOf("a<div><img src=b></div>c"), paragraph({"Text 'a '", "Image '' @b", "Text ' c'"}));
+}
+
+TEST(SafeMarkdown, ShowsAddressesOfRawHtmlThatRunAProgram) {
+  EXPECT_EQ(partsOf("<a href=' JavaScript:a'>b</a> c"), paragraph({"Text 'b (JavaScript:a) c'"}));
+  EXPECT_EQ(partsOf("<div><a href=data:text/html,a>b</a></div>"), paragraph({"Text 'b (data:text/html,a)'"}));
+}
+
+TEST(SafeMarkdown, BalancesTheLinksOfRawHtml) {
+  EXPECT_EQ(partsOf("*a <a href=b>c* d</a> e</a>"), paragraph({"BeginEmphasis", "Text 'a '", "BeginLink @b", "Text 'c'",
+                                                               "EndLink", "EndEmphasis", "Text ' d e'"}));
+  EXPECT_EQ(partsOf("<a href=a>[b](c) <a href=d>e</a> f</a> g\n\nh")[1], "BeginLink @a");
+  EXPECT_EQ(partsOf("[a <a href=b>c</a>](d) e"), paragraph({"BeginLink @d", "Text 'a c'", "EndLink", "Text ' e'"}));
+  EXPECT_EQ(partsOf("<a href=a>b\n\nc"), (Lines{"BeginParagraph", "BeginLink @a", "Text 'b'", "EndLink", "EndParagraph",
+                                                "BeginParagraph", "Text 'c'", "EndParagraph"}));
+}
+
+TEST(SafeMarkdown, KeepsRowsAndItemsOfRawHtmlApart) {
+  EXPECT_EQ(partsOf("<table><tr><td>a</td><td>b</td></tr><tr><td>c</td></tr></table>"), paragraph({"Text 'a b\\nc'"}));
+  EXPECT_EQ(partsOf("<ul><li>a</li><li>b<ol><li>c</ol></ul>"), paragraph({"Text 'a\\nb\\nc'"}));
+}
+
+TEST(SafeMarkdown, KeepsTheTextOfATagThatNeverEnds) {
+  EXPECT_EQ(partsOf("<div\nall of this"), paragraph({"Text '<div all of this'"}));
+  EXPECT_EQ(partsOf("<?php all\n\nof this"), paragraph({"Text '<?php all of this'"}));
+  EXPECT_EQ(partsOf("<p title=\"a>b</p>"), paragraph({"Text '<p title=\"a>b'"}));
 }
 
 TEST(SafeMarkdown, TurnsAnHtmlBlockIntoAParagraph) {

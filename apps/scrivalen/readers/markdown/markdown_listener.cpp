@@ -158,7 +158,7 @@ void MarkdownListener::enterSpan(MD_SPANTYPE type, void* detail) {
   } else {
     sink().beginSpan(*span);
   }
-  spans_.push_back({type, form});
+  spans_.push_back({type, form, false});
 }
 
 // The parser does not always nest spans: it may pair the beginning or end of an emphasis with one in a link's address
@@ -173,7 +173,7 @@ void MarkdownListener::leaveSpan(MD_SPANTYPE type) {
     }
     return;
   }
-  const auto isOfType = [type](const OpenSpan& span) { return span.type == type; };
+  const auto isOfType = [type](const OpenSpan& span) { return span.type == type && !span.isMarkup; };
   const auto span = std::find_if(spans_.rbegin(), spans_.rend(), isOfType);
   if (span == spans_.rend()) {
     return;
@@ -293,22 +293,77 @@ void MarkdownListener::flushMarkup() {
   if (markup_.empty()) {
     return;
   }
+  const std::string markup = std::exchange(markup_, std::string());
   std::string shown;
-  markupText_.appendInline(shown, markup_);
+  markupText_.appendInline(shown, markup);
   if (safety_ == Safety::Safe) {
     hasLostMarkup_ = true;
-  } else if (imageDepth_ == 0) {
+    revealUnlessItEnds();
+    return putMarkup(shown, Markup::Inline);
+  }
+  if (imageDepth_ == 0) {
     beginPending();
-    sink_->markup(markup_);
+    sink_->markup(markup);
     std::replace(shown.begin(), shown.end(), '\n', ' ');
   }
-  markup_.clear();
   revealUnlessItEnds();
-  if (!shown.empty() && shown.back() == ' ') {
-    shown.pop_back();
+  putSeparately(shown);
+}
+
+// What tags inside a line leave: line breaks, and a blank that keeps words apart.
+void MarkdownListener::putSeparately(std::string_view shown) {
+  if (shown.ends_with(' ')) {
+    shown.remove_suffix(1);
     isApart_ = true;
   }
   putLines(shown);
+}
+
+// The text between the pictures and links of raw HTML, and these.
+void MarkdownListener::putMarkup(std::string_view text, Markup markup) {
+  const auto put = [&](std::string_view shown) { markup == Markup::Block ? putLines(shown) : putSeparately(shown); };
+  std::size_t from = 0;
+  for (const MarkupPart& part : markupText_.parts()) {
+    const std::size_t to = std::clamp(part.at, from, text.size());
+    put(text.substr(from, to - from));
+    if (markup == Markup::Inline && part.kind != MarkupPart::Kind::EndOfLink) {
+      separate();
+    }
+    putPart(part);
+    from = to;
+  }
+  put(text.substr(from));
+}
+
+void MarkdownListener::putPart(const MarkupPart& part) {
+  if (part.kind == MarkupPart::Kind::EndOfLink) {
+    return endMarkupLink();
+  }
+  const bool isImage = part.kind == MarkupPart::Kind::Image;
+  if (imageDepth_ > 0 || (isImage && part.address.empty())) {
+    text_ += isImage ? std::string_view(part.text) : std::string_view();
+    return;
+  }
+  if (isImage) {
+    flushText();
+    address_ = part.address;
+    text_ = part.text;
+    return putImage();
+  }
+  nextAddress_ = part.address;
+  title_ = part.text;
+  spans_.push_back({MD_SPAN_A, openLink(), true});
+}
+
+void MarkdownListener::endMarkupLink() {
+  const auto isOfMarkup = [](const OpenSpan& span) { return span.isMarkup; };
+  const auto link = std::find_if(spans_.rbegin(), spans_.rend(), isOfMarkup);
+  if (imageDepth_ > 0 || link == spans_.rend()) {
+    return;
+  }
+  for (auto count = link - spans_.rbegin() + 1; count > 0; --count) {
+    endSpan();
+  }
 }
 
 // Keeps the words around the tags of a block apart, where a line has both.
@@ -340,12 +395,14 @@ void MarkdownListener::endMarkupBlock() {
   markupText_.appendBlock(shown, markup_);
   markup_.clear();
   revealUnlessItEnds();
-  shown.erase(shown.find_last_not_of(" \n") + 1);
-  if (!shown.empty()) {
-    sink_->beginParagraph();
-    sink_->text(shown);
-    sink_->end();
-  }
+  const auto& parts = markupText_.parts();
+  const std::size_t fixed = parts.empty() ? 0 : std::min(parts.back().at, shown.size());
+  shown.erase(std::max(shown.find_last_not_of(" \n") + 1, fixed));
+  beginLater(Pending::Paragraph, 0);
+  hasLostMarkup_ = true;
+  putMarkup(shown, Markup::Block);
+  endSpans();
+  endPending();
 }
 
 void MarkdownListener::revealUnlessItEnds() {
@@ -469,20 +526,25 @@ void MarkdownListener::beginCode(const MD_BLOCK_CODE_DETAIL& code) {
   }
 }
 
-// No format supports nested links, but the text of a link may contain a bare address.
 MarkdownListener::Form MarkdownListener::beginLink(const MD_SPAN_A_DETAIL& link) {
+  assignAttribute(nextAddress_, link.href);
+  assignAttribute(title_, link.title);
+  return openLink();
+}
+
+// No format supports nested links, but the text of a link may contain a bare address.
+MarkdownListener::Form MarkdownListener::openLink() {
   const auto isLink = [](const OpenSpan& span) { return span.type == MD_SPAN_A; };
   if (std::any_of(spans_.begin(), spans_.end(), isLink)) {
     return Form::Omitted;
   }
-  assignAttribute(linkAddress_, link.href);
+  linkAddress_ = nextAddress_;
   if (safety_ == Safety::Safe && runsProgram(linkAddress_, AddressUse::Link)) {
     flush();
     linkText_.clear();
     isLinkShown_ = true;
     return Form::ShownAddress;
   }
-  assignAttribute(title_, link.title);
   sink().beginLink(linkAddress_, title_);
   return Form::Written;
 }
@@ -511,6 +573,11 @@ void MarkdownListener::endImage() {
   if (isImageHidden_) {
     return text_.clear();
   }
+  putImage();
+}
+
+// The picture of the address, whose alternative text is the text.
+void MarkdownListener::putImage() {
   if (safety_ == Safety::Safe && runsProgram(address_, AddressUse::Image)) {
     text_ = withAddress(text_, address_);
     return;

@@ -40,6 +40,7 @@ class MarkdownListener final : public MarkdownHandler {
   struct OpenSpan {
     MD_SPANTYPE type;
     Form form;
+    bool isMarkup = false;  // a link of raw HTML
   };
 
   enum class Pending : std::uint8_t { None, Paragraph, Heading };
@@ -58,6 +59,13 @@ class MarkdownListener final : public MarkdownHandler {
   void breakLine();
   void putLines(std::string_view text);
   void endMarkupBlock();
+  enum class Markup : bool { Inline, Block };
+  void putMarkup(std::string_view text, Markup markup);
+  void putPart(const MarkupPart& part);
+  void putSeparately(std::string_view text);
+  void endMarkupLink();
+  Form openLink();
+  void putImage();
   void revealUnlessItEnds();
   void readHidden(MD_TEXTTYPE type, std::string_view text);
   bool isHidden() const { return markupText_.hidden() != HiddenContent::None; }
@@ -87,7 +95,8 @@ class MarkdownListener final : public MarkdownHandler {
   std::string language_;
   std::string address_;  // of the image
   std::string title_;
-  std::string linkAddress_;
+  std::string nextAddress_;      // of a link that begins
+  std::string linkAddress_;      // of the link that is open
   std::string linkText_;         // of a link whose address is shown
   std::vector<OpenSpan> spans_;  // the open spans
   MarkupText markupText_;

@@ -7,7 +7,7 @@
 namespace scrivalen::command {
 
 enum class Safety {
-  Safe,   ///< only the text and line breaks of raw HTML are kept; addresses that run a program become text
+  Safe,   ///< of raw HTML text, line breaks, links and pictures are kept; addresses that run a program become text
   Unsafe  ///< raw HTML and every address are passed on
 };
 

@@ -42,10 +42,94 @@ std::size_t endOfElement(std::string_view element, std::string_view markup) {
   return std::string_view::npos;
 }
 
+std::string_view trimmed(std::string_view text) {
+  while (!text.empty() && isBlank(text.front())) {
+    text.remove_prefix(1);
+  }
+  while (!text.empty() && isBlank(text.back())) {
+    text.remove_suffix(1);
+  }
+  return text;
+}
+
+// Appends what begins with "&", and returns its size: one if it is no character reference.
+std::size_t appendReference(std::string& text, std::string_view markup) {
+  const auto isPartOfName = [](char c) {
+    return scrivalen::isAsciiLetter(c) || scrivalen::isAsciiDigit(c) || c == '#';
+  };
+  const auto end = std::find_if_not(markup.begin() + 1, markup.end(), isPartOfName);
+  if (end == markup.end() || *end != ';') {
+    text += '&';
+    return 1;
+  }
+  const auto size = static_cast<std::size_t>(end - markup.begin()) + 1;
+  appendEntity(text, markup.substr(0, size));
+  return size;
+}
+
+// In one line.
+std::string decoded(std::string_view value) {
+  std::string text;
+  while (!value.empty()) {
+    if (value.front() == '&') {
+      value.remove_prefix(appendReference(text, value));
+    } else {
+      text += value.front();
+      value.remove_prefix(1);
+    }
+  }
+  std::replace_if(text.begin(), text.end(), isBlank, ' ');
+  return text;
+}
+
+// The longest beginning of a text without any of some characters, which is taken off it.
+std::string_view takeUpTo(std::string_view characters, std::string_view& text) {
+  const std::string_view taken = text.substr(0, text.find_first_of(characters));
+  text.remove_prefix(taken.size());
+  return taken;
+}
+
+std::string_view takeValue(std::string_view& rest) {
+  if (!rest.starts_with('"') && !rest.starts_with('\'')) {
+    return takeUpTo(" \t\n\r\f>", rest);
+  }
+  const std::string_view quote = rest.substr(0, 1);
+  rest.remove_prefix(1);
+  const std::string_view value = takeUpTo(quote, rest);
+  rest.remove_prefix(std::min<std::size_t>(1, rest.size()));
+  return value;
+}
+
+// The value of the first attribute of this name; empty if there is none.
+std::string attributeOf(std::string_view tag, std::string_view name) {
+  takeUpTo(" \t\n\r\f/>", tag);
+  while (true) {
+    tag.remove_prefix(std::min(tag.find_first_not_of(" \t\n\r\f/="), tag.size()));
+    if (tag.empty() || tag.front() == '>') {
+      return {};
+    }
+    const std::string_view found = takeUpTo(" \t\n\r\f/>=", tag);
+    tag.remove_prefix(std::min(tag.find_first_not_of(" \t\n\r\f"), tag.size()));
+    std::string_view value;
+    if (tag.starts_with('=')) {
+      tag.remove_prefix(1);
+      tag.remove_prefix(std::min(tag.find_first_not_of(" \t\n\r\f"), tag.size()));
+      value = takeValue(tag);
+    }
+    if (scrivalen::equalIgnoringCase(found, name)) {
+      return decoded(value);
+    }
+  }
+}
+
+// A tag that never ends makes the reader look at the rest again.
+constexpr int kMostUnclosedTags = 16;
+
 class MarkupReader {
  public:
-  MarkupReader(std::string& text, std::string_view markup, bool isBlock, HiddenContent hidden)
-      : text_(text), rest_(markup), isBlock_(isBlock), hidden_(hidden) {}
+  MarkupReader(std::string& text, std::string_view markup, bool isBlock, HiddenContent hidden,
+               std::vector<MarkupPart>& parts)
+      : text_(text), rest_(markup), isBlock_(isBlock), hidden_(hidden), parts_(parts) {}
 
   /// Returns the hidden content that is still open at the end.
   HiddenContent read();
@@ -55,9 +139,14 @@ class MarkupReader {
   void readCharacter();
   void readAngle();
   void readTag();
+  void readPart(std::string_view name, std::string_view tag);
   void readReference();
   void skip(std::size_t size) { rest_.remove_prefix(std::min(size, rest_.size())); }
+  void skipTo(std::string_view end);
+  void keepAngle();
   std::string_view takeTag();
+  bool isAfterImage() const { return !parts_.empty() && parts_.back().at == text_.size() && isImage(parts_.back()); }
+  static bool isImage(const MarkupPart& part) { return part.kind == MarkupPart::Kind::Image; }
   void appendBlank();
   void endBlock();
   void separateWords();
@@ -66,6 +155,8 @@ class MarkupReader {
   std::string_view rest_;
   bool isBlock_;
   HiddenContent hidden_;
+  std::vector<MarkupPart>& parts_;
+  int unclosedTags_ = 0;
 };
 
 HiddenContent MarkupReader::read() {
@@ -107,22 +198,38 @@ void MarkupReader::readAngle() {
     hidden_ = HiddenContent::Comment;
     skip(2);  // in "<!-->" the dashes are also part of the end
   } else if (rest_.starts_with("<?")) {
-    skip(endOf("?>", rest_));
+    skipTo("?>");
   } else if (rest_.starts_with("<![CDATA[")) {
-    skip(endOf("]]>", rest_));
+    skipTo("]]>");
   } else if (next == '!') {
-    skip(endOf(">", rest_));
+    skipTo(">");
   } else if (next == '/' || scrivalen::isAsciiLetter(next)) {
     readTag();
   } else {
-    text_ += '<';
-    skip(1);
+    keepAngle();
   }
+}
+
+void MarkupReader::skipTo(std::string_view end) {
+  const std::size_t size = endOf(end, rest_);
+  if (size == std::string_view::npos) {
+    return keepAngle();
+  }
+  skip(size);
+}
+
+void MarkupReader::keepAngle() {
+  text_ += '<';
+  skip(1);
 }
 
 void MarkupReader::readTag() {
   const bool closing = rest_[1] == '/';
-  std::string_view name = takeTag().substr(closing ? 2 : 1);
+  const std::string_view tag = takeTag();
+  if (tag.empty()) {
+    return keepAngle();
+  }
+  std::string_view name = tag.substr(closing ? 2 : 1);
   name = name.substr(0, static_cast<std::size_t>(std::find_if(name.begin(), name.end(), endsTagName) - name.begin()));
   const auto is = [name](std::string_view element) { return scrivalen::equalIgnoringCase(name, element); };
   if (is("br")) {
@@ -131,6 +238,10 @@ void MarkupReader::readTag() {
     hidden_ = HiddenContent::Script;
   } else if (!closing && is("style")) {
     hidden_ = HiddenContent::StyleSheet;
+  } else if (is("a") && closing) {
+    parts_.push_back({MarkupPart::Kind::EndOfLink, text_.size(), {}, {}});
+  } else if (!closing && (is("a") || is("img"))) {
+    readPart(name, tag);
   } else if (isBlock_ && (is("td") || is("th"))) {
     appendBlank();
   } else if (isBlock_ && std::none_of(kInlineElements.begin(), kInlineElements.end(), is)) {
@@ -140,59 +251,56 @@ void MarkupReader::readTag() {
   }
 }
 
-// A '>' inside a quoted attribute value does not end its tag. A quote that does not follow '=' is an ordinary
-// character.
+void MarkupReader::readPart(std::string_view name, std::string_view tag) {
+  if (name.size() > 1) {
+    parts_.push_back({MarkupPart::Kind::Image, text_.size(), std::string(trimmed(attributeOf(tag, "src"))),
+                      attributeOf(tag, "alt")});
+  } else if (const std::string address = attributeOf(tag, "href"); !trimmed(address).empty()) {
+    parts_.push_back({MarkupPart::Kind::Link, text_.size(), std::string(trimmed(address)), attributeOf(tag, "title")});
+  }
+}
+
+// Empty if the tag does not end. A '>' inside a quoted attribute value does not end its tag. A quote that does not
+// follow '=' is an ordinary character.
 std::string_view MarkupReader::takeTag() {
   char quote = '\0';
   char previous = '\0';
-  std::size_t size = 0;
-  while (size < rest_.size()) {
-    const char c = rest_[size++];
+  for (std::size_t at = 0; at < rest_.size() && unclosedTags_ < kMostUnclosedTags; ++at) {
+    const char c = rest_[at];
     if (quote != '\0') {
       quote = c == quote ? '\0' : quote;
     } else if ((c == '"' || c == '\'') && previous == '=') {
       quote = c;
     } else if (c == '>') {
-      break;
+      const std::string_view tag = rest_.substr(0, at + 1);
+      skip(at + 1);
+      return tag;
     }
     previous = isBlank(c) ? previous : c;
   }
-  const std::string_view tag = rest_.substr(0, size);
-  skip(size);
-  return tag;
+  ++unclosedTags_;
+  return {};
 }
 
-void MarkupReader::readReference() {
-  const auto isPartOfName = [](char c) {
-    return scrivalen::isAsciiLetter(c) || scrivalen::isAsciiDigit(c) || c == '#';
-  };
-  const auto end = std::find_if_not(rest_.begin() + 1, rest_.end(), isPartOfName);
-  if (end == rest_.end() || *end != ';') {
-    text_ += '&';
-    return skip(1);
-  }
-  const auto size = static_cast<std::size_t>(end - rest_.begin()) + 1;
-  appendEntity(text_, rest_.substr(0, size));
-  skip(size);
-}
+void MarkupReader::readReference() { skip(appendReference(text_, rest_)); }
 
 void MarkupReader::appendBlank() {
-  if (!text_.empty() && !isBlank(text_.back())) {
+  if (isAfterImage() || (!text_.empty() && !isBlank(text_.back()))) {
     text_ += ' ';
   }
 }
 
 void MarkupReader::endBlock() {
-  while (!text_.empty() && text_.back() == ' ') {
+  while (!text_.empty() && text_.back() == ' ' && !isAfterImage()) {
     text_.pop_back();
   }
-  if (!text_.empty() && text_.back() != '\n') {
+  if (isAfterImage() || (!text_.empty() && text_.back() != '\n')) {
     text_ += '\n';
   }
 }
 
 void MarkupReader::separateWords() {
-  if (text_.empty() || !isBlank(text_.back())) {
+  if (text_.empty() || isAfterImage() || !isBlank(text_.back())) {
     text_ += ' ';
   }
 }
@@ -200,11 +308,13 @@ void MarkupReader::separateWords() {
 }  // namespace
 
 void MarkupText::appendBlock(std::string& text, std::string_view markup) {
-  hidden_ = MarkupReader(text, markup, true, hidden_).read();
+  parts_.clear();
+  hidden_ = MarkupReader(text, markup, true, hidden_, parts_).read();
 }
 
 void MarkupText::appendInline(std::string& text, std::string_view markup) {
-  hidden_ = MarkupReader(text, markup, false, hidden_).read();
+  parts_.clear();
+  hidden_ = MarkupReader(text, markup, false, hidden_, parts_).read();
 }
 
 std::size_t endOfHidden(HiddenContent hidden, std::string_view markup) {
