@@ -104,7 +104,7 @@ TEST(Outputs, HaveEveryPartInMarkdown) {
       bytesOf(kMarkdown, "a.md"),
       "# Stock\n"
       "\n"
-      "What _is_ **on** the ~~old~~ `shelves`, see [below](#tea) or [https\\://example.org](https://example.org).\n"
+      "What _is_ **on** the ~~old~~ `shelves`, see [below](#tea) or <https://example.org>.\n"
       "\n"
       "1. first\n"
       "2. second\n"

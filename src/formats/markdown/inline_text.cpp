@@ -412,6 +412,14 @@ void InlineText::beginLink(std::string_view address, std::string_view title) {
 
 void InlineText::endLink() { endMark(Mark::Link); }
 
+void InlineText::autolink(std::string_view text) {
+  writeCode();
+  start();
+  writeMarks(Kind::Punctuation);
+  writeLast({});
+  writeMarkup(std::string("<").append(text).append(">"));
+}
+
 void InlineText::writeCode() {
   if (code_.empty()) {
     return;

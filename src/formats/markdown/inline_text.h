@@ -44,6 +44,8 @@ class InlineText {
   void endCode() { --codeDepth_; }
   void beginLink(std::string_view address, std::string_view title);
   void endLink();
+  /// A link that shows its own address, for which isAutolink is true.
+  void autolink(std::string_view text);
   void picture(const document::Picture& picture, std::string_view alternative);
   void raw(std::string_view markup);
 

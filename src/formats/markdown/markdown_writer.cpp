@@ -1,6 +1,7 @@
 #include "formats/markdown/markdown_writer.h"
 
 #include "document/anchor_names.h"
+#include "formats/markdown/autolink.h"
 #include "formats/markdown/code_block.h"
 #include "formats/markdown/inline_text.h"
 #include "formats/markdown/lines.h"
@@ -68,6 +69,8 @@ class MarkdownWriter : public DocumentWriter {
   void beginSpan(Span span);
   void endSpan(Span span);
   void beginLink(const Event& link);
+  bool holdLink(const Event& event);
+  void releaseLink();
   void endLink();
 
   void countAlign(const Event& event);
@@ -86,6 +89,9 @@ class MarkdownWriter : public DocumentWriter {
   bool isInItemText_ = false;  // of an item itself
   bool isInCode_ = false;
   bool isLinkOpen_ = false;
+  bool isLinkHeld_ = false;  // until it is known whether its text is its address
+  std::string heldAddress_;
+  std::string heldText_;
   Task task_ = Task::None;  // of the item that has begun, not written yet
   std::vector<int> contents_;
 };
@@ -278,6 +284,9 @@ void MarkdownWriter::writeInline(const Event& event) {
 }
 
 void MarkdownWriter::writeText(const Event& event) {
+  if (isLinkHeld_ && holdLink(event)) {
+    return;
+  }
   switch (event.kind) {
     case EventKind::Text: return text_.text(event.text);
     case EventKind::BeginSpan: return beginSpan(event.span);
@@ -316,11 +325,41 @@ void MarkdownWriter::endSpan(Span span) {
 
 void MarkdownWriter::beginLink(const Event& link) {
   isLinkOpen_ = !runsProgram(link.address, AddressUse::Link);
-  if (isLinkOpen_) {
-    text_.beginLink(link.address, link.title);
-  } else {
+  if (!isLinkOpen_) {
     losses_.count(Loss::Addresses);
+  } else if (link.title.empty()) {
+    isLinkHeld_ = true;
+    heldAddress_ = link.address;
+    heldText_.clear();
+  } else {
+    text_.beginLink(link.address, link.title);
   }
+}
+
+// Takes the text of a link that waits, or lets the link go.
+// @return whether there is nothing left to write
+bool MarkdownWriter::holdLink(const Event& event) {
+  if (event.kind == EventKind::Text) {
+    heldText_ += event.text;
+    if (mayBecomeAutolink(heldText_, heldAddress_)) {
+      return true;
+    }
+    releaseLink();
+    return true;
+  }
+  if (event.kind == EventKind::EndLink && isAutolink(heldText_, heldAddress_)) {
+    isLinkHeld_ = false;
+    text_.autolink(heldText_);
+    return true;
+  }
+  releaseLink();
+  return false;
+}
+
+void MarkdownWriter::releaseLink() {
+  isLinkHeld_ = false;
+  text_.beginLink(heldAddress_, {});
+  text_.text(heldText_);
 }
 
 void MarkdownWriter::endLink() {

@@ -113,6 +113,7 @@ constexpr const char* kAddresses[] = {"https://example.org/",
                                       "a_b_c*d*",
                                       "tick`tick",
                                       "https://example.org/|x|",
+                                      "https://example.org/_a_?b=c&d=e",
                                       "[y]",
                                       "mailto:a@b.example"};
 
@@ -190,7 +191,13 @@ void RandomDocument::addLink(int depth, const Outline::Style& style) {
   const std::string title = isChosen(2) ? std::string() : randomText(3);
   inner.link = "@" + address + "'" + title + "'";
   document_.beginLink(address, title);
-  addInline(depth + 1, inner);
+  if (isChosen(3) && !address.empty()) {
+    const std::string shown = address.starts_with("mailto:") ? address.substr(7) : address;
+    document_.text(shown);
+    outline_.text(shown, inner);
+  } else {
+    addInline(depth + 1, inner);
+  }
   document_.end();
 }
 

@@ -115,6 +115,28 @@ TEST(MarkdownDocumentWriter, EscapesInAddressesOnlyWhatCouldBeACharacterReferenc
   EXPECT_EQ(linkTo("a?b&amp;c&#38;d&;e"), "[x](a?b\\&amp;c\\&#38;d\\&;e)\n");
 }
 
+TEST(MarkdownDocumentWriter, WritesALinkThatShowsItsAddressInAngleBrackets) {
+  const auto link = [](std::string_view address, const std::vector<std::string>& texts) {
+    MarkdownDocument document;
+    document.beginParagraph(Align::Auto);
+    document.text("a");
+    document.beginLink(address, {});
+    for (const std::string& text : texts) {
+      document.text(text);
+    }
+    document.end();
+    document.text("b");
+    document.end();
+    return document.bytes();
+  };
+  EXPECT_EQ(link("https://x.org/a_b?c=d&e=f", {"https://x.org", "/a_b?c=d&e=f"}), "a<https://x.org/a_b?c=d&e=f>b\n");
+  EXPECT_EQ(link("mailto:a.b@x.org", {"a.b@x.org"}), "a<a.b@x.org>b\n");
+  EXPECT_EQ(link("https://x.org/", {"https://x.org"}), "a[https\\://x.org](<https://x.org/>)b\n");
+  EXPECT_EQ(link("https://x.org/&lt;", {"https://x.org/&lt;"}), "a[https\\://x.org/\\&lt;](<https://x.org/\\&lt;>)b\n");
+  EXPECT_EQ(link("notes.md", {"notes.md"}), "a[notes.md](<notes.md>)b\n");
+  EXPECT_EQ(link("mailto:a", {"a"}), "a[a](<mailto:a>)b\n");
+}
+
 TEST(MarkdownDocumentWriter, JoinsSpansThatTouch) {
   MarkdownDocument document;
   document.beginParagraph(Align::Auto);
