@@ -232,6 +232,8 @@ def columns_of(given: Sequence[Any]) -> Tuple[List[Optional[Values]], List[Any],
 def _column_of(values: Any) -> Tuple[Any, Optional[Values]]:
     if isinstance(values, (str, bytes, bytearray, Mapping)):
         raise TypeError(f"a column is a buffer or a sequence, not {type(values).__name__}")
+    if hasattr(values, "mask") and hasattr(values, "tolist"):
+        values = values.tolist()  # its buffer has a number in every cell; the list has None where it is masked
     view = _buffer_of(values)
     if view is None:
         sequence = values if isinstance(values, (list, tuple)) else list(values)

@@ -57,6 +57,30 @@ _BY_TYPE: Dict[type, Callable[[Any], Call]] = {
     datetime.datetime: lambda value: (library.cell_time, seconds_of(value)),
     decimal.Decimal: _decimal,
 }
+
+
+def _array_time(value: Any) -> Call:
+    """A date where its unit is a day or longer, else a time. None is what is no time."""
+    plain = value.item()
+    if not isinstance(plain, datetime.date) or isinstance(plain, datetime.datetime):
+        plain = value.astype("datetime64[s]").item()  # a plain time has no nanoseconds
+    if isinstance(plain, int):
+        raise ValueError(f"a cell takes dates of the years 1 to 9999, not {value}")
+    return cell_of(plain)
+
+
+def _refuse(value: Any) -> Call:
+    raise TypeError("a cell takes str, int, float, bool, date, datetime, Decimal or None, not "
+                    f"{type(value).__name__}")
+
+
+# Single values of arrays, by the kind of their type; the other kinds have __index__ or __float__.
+_BY_KIND: Dict[str, Callable[[Any], Call]] = {
+    "b": lambda value: (library.cell_boolean, bool(value)),
+    "M": _array_time,
+    "c": _refuse,
+    "m": _refuse,
+}
 # For classes that are derived from these: the more special first.
 _BY_BASE = (str, bool, int, float, datetime.datetime, datetime.date, decimal.Decimal)
 
@@ -72,9 +96,11 @@ def _other_cell(value: Any) -> Call:
         if isinstance(value, base):
             # The "not a time" of data frames is derived from datetime and is not equal to itself.
             return _BY_TYPE[base](value) if value == value else _EMPTY
+    convert = _BY_KIND.get(getattr(getattr(value, "dtype", None), "kind", ""))
+    if convert:
+        return convert(value)
     if hasattr(value, "__index__"):
         return _integer(value.__index__())
     if hasattr(value, "__float__"):
         return library.cell_number, float(value)
-    raise TypeError("a cell takes str, int, float, bool, date, datetime, Decimal or None, not "
-                    f"{type(value).__name__}")
+    return _refuse(value)

@@ -221,6 +221,18 @@ class Outputs(DocumentTest):
                 self.assertEqual(self.files(), ["a.txt"])
                 self.assertEqual(self.read_file("a.txt"), "earlier")
 
+    def test_a_generator_that_raises_abandons_the_document(self):
+        def generate():
+            yield "half", 1
+            raise LookupError("the database is gone")
+
+        self.write_file("a.txt", "earlier")
+        with self.assertRaisesRegex(LookupError, "gone"), Document(self.path("a.txt"), self.path("b.html")) as doc:
+            with doc.table() as table:
+                table.rows(generate())
+        self.assertEqual(self.files(), ["a.txt"])
+        self.assertEqual(self.read_file("a.txt"), "earlier")
+
     def test_a_document_that_nobody_closes_is_abandoned(self):
         self.write_file("a.txt", "earlier")
         doc = Document(self.path("a.txt"))

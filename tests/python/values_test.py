@@ -6,6 +6,7 @@ import datetime
 import decimal
 import enum
 import io
+import types
 import warnings
 
 import scrivalen
@@ -71,6 +72,34 @@ class Cells(DocumentTest):
 
         self.assertEqual(self.row(Text("text"), Level.HIGH, Real(), Whole(), Stamp(2024, 1, 1), NotATime(2024, 1, 1)),
                          ["text", "3", "2.5", str(2**64), "2024-01-01 00:00:00", ""])
+
+    def test_single_values_of_arrays_keep_their_types(self):
+        class Scalar:
+            """As arrays of a numeric library give it: only seconds are plain times."""
+
+            def __init__(self, kind, plain, seconds=None):
+                self.dtype = types.SimpleNamespace(kind=kind)
+                self.plain, self.seconds = plain, seconds
+
+            def item(self):
+                return self.plain
+
+            def astype(self, unit):
+                assert unit == "datetime64[s]"
+                return Scalar("M", self.seconds)
+
+            def __bool__(self):
+                return self.plain
+
+            def __index__(self):
+                return 7
+
+        noon = datetime.datetime(2024, 2, 29, 12)
+        self.assertEqual(self.row(Scalar("b", True), Scalar("b", False), Scalar("i", 7), Scalar("M", noon.date()),
+                                  Scalar("M", noon, noon), Scalar("M", 10**18, noon), Scalar("M", None)),
+                         ["true", "false", "7", "2024-02-29", "2024-02-29 12:00:00", "2024-02-29 12:00:00", ""])
+        for error, value in ((TypeError, Scalar("c", 1j)), (TypeError, Scalar("m", 5)), (ValueError, Scalar("M", 5, 5))):
+            self.assertEqual(self.rows(lambda table: self.assertRaises(error, table.row, value)), [])
 
     def test_a_value_of_another_type_leaves_no_half_row(self):
         def write(table):
@@ -210,6 +239,15 @@ class Columns(DocumentTest):
         self.assertEqual(self.columns(long(1, -2), short(3, 4)), [["1", "3"], ["-2", "4"]])
         numbers = memoryview(array.array("d", [0, 1, 2, 3]))
         self.assertEqual(self.columns(numbers[::2], numbers[::-2]), [["0", "3"], ["2", "1"]])
+
+    def test_masked_cells_are_empty(self):
+        class Masked(array.array):
+            mask = (False, True)
+
+            def tolist(self):
+                return [self[0], None]
+
+        self.assertEqual(self.columns(Masked("q", [1, 2])), [["1"], [""]])
 
     def test_a_buffer_with_more_dimensions_is_refused(self):
         square = memoryview(bytes(16)).cast("B", (4, 4))
