@@ -52,6 +52,14 @@ bool takesMarkup(const OutputRequest& output) {
   return name == "html" || name == "chm" || name == "markdown";
 }
 
+std::vector<const OutputRequest*> outputsOf(const Job& job) {
+  std::vector<const OutputRequest*> outputs;
+  for (const OutputRequest& output : job.outputs) {
+    outputs.push_back(&output);
+  }
+  return outputs;
+}
+
 /// One conversion, from its options to its exit status.
 class Conversion {
  public:
@@ -115,11 +123,7 @@ DocumentRun& Conversion::begin(Outputs outputs, const FrontMatter& front, std::s
 }
 
 void Conversion::readTable(TextInput& input) {
-  Outputs outputs;
-  for (const OutputRequest& output : job_.outputs) {
-    outputs.push_back(&output);
-  }
-  begin(std::move(outputs), {}, {}).write({}, [&](TableSink& sink) {
+  begin(outputsOf(job_), {}, {}).write({}, [&](TableSink& sink) {
     readCsv(input, job_.delimiter, options_.csv, sink);
   });
 }
@@ -172,13 +176,17 @@ void Conversion::warnOfReplacements(const TextInput& input) {
   }
 }
 
-// An input that cannot be converted does not stop those after it. Wrong usage and interrupts do.
+// An input that cannot be converted does not stop those after it. An interrupt does.
 class Run {
  public:
   Run(const Options& options, const Environment& environment, Messages& messages)
       : options_(options), environment_(environment), messages_(messages) {}
 
   int run() {
+    if (options_.jobs.size() == 1) {
+      return Conversion(options_, options_.jobs.front(), environment_, messages_).run();
+    }
+    requireSettings();
     int status = kDone;
     for (const Job& job : options_.jobs) {
       status = std::max(status, convert(job));
@@ -187,15 +195,20 @@ class Run {
   }
 
  private:
+  // Wrong settings are wrong for all inputs, and found before anything is written.
+  void requireSettings() {
+    const Job& first = options_.jobs.front();
+    DocumentRun(options_, first, outputsOf(first), environment_, messages_).applyGivenSettings();
+  }
+
   int convert(const Job& job) {
     try {
       return Conversion(options_, job, environment_, messages_).run();
     } catch (const InputError& error) {
       messages_.error(error.what());
+    } catch (const UsageError& error) {
+      messages_.error({"'", job.input, "': ", error.what()});  // such as a column that this input does not have
     } catch (const std::bad_alloc&) {
-      if (options_.jobs.size() == 1) {
-        throw;
-      }
       messages_.error({"out of memory for '", job.input, "'"});
     }
     return kFailed;

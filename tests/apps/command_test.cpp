@@ -223,6 +223,8 @@ TEST(Command, SuggestsASetting) {
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "@/a.txt", "--set", "text.witdh=90"});
   EXPECT_EQ(result.status, 2);
   EXPECT_EQ(result.error, "scrivalen: There is no setting \"text.witdh\". Did you mean \"text.width\"?\n");
+  EXPECT_EQ(run.run({"@/in.md", "-o", "@/a.txt", "--set", "color=red"}).error,
+            "scrivalen: There is no setting \"color\". The documentation, in settings.md, lists them.\n");
 }
 
 TEST(Command, TakesATemplateFromAPersonsOwnFile) {

@@ -155,6 +155,16 @@ TEST(ChmMessages, SayOnceThatTheCompilerIsMissing) {
   EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 1) << result.error;
 }
 
+TEST(ChmMessages, SayOnceWhatAFailingCompilerSays) {
+  const Compiler compiler("echo \"hhc.exe: there is no chmcmd\" >&2\nexit 1\n");
+  CommandRun run;
+  const Result result = run.with("in.md", "text").run({"@/in.md", "-o", "@/a.chm", "-o", "@/a.txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error,
+            "scrivalen: cannot write '@/a.chm': the help compiler left no help file. It ended with status 1. hhc.exe: "
+            "there is no chmcmd\n");
+}
+
 TEST(ChmMessages, NameTheOutputThatTheCompilerDidNotMake) {
   const Compiler compiler("exit 3\n");
   CommandRun run;

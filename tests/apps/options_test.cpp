@@ -80,6 +80,34 @@ TEST(Options, RejectAnUnknownFormat) {
   EXPECT_NE(complaint({"in", "-o", "-"}), "");
 }
 
+TEST(Options, SayWhatAnOutputWithoutAFormatNeeds) {
+  EXPECT_EQ(complaint({"in", "-o", "-"}), "standard output needs a format; use -o FORMAT:-, such as -o text:-");
+  EXPECT_EQ(complaint({"in", "-o", "."}),
+            "the output '.' is a folder; use --output-dir FOLDER --to FORMAT, or -o FILE");
+  EXPECT_EQ(complaint({"in", "-o", "pdf"}),
+            "the output 'pdf' has no extension; for standard output use -o pdf:-, for a file of that name -o "
+            "FORMAT:FILE");
+  EXPECT_EQ(complaint({"in.md", "out.pdf"}), "no output given; did you mean '-o out.pdf'?");
+  EXPECT_EQ(complaint({"in.md", "other.csv"}), "no output given (-o FILE); see scrivalen --help");
+}
+
+TEST(Options, RequireTheirValues) {
+  EXPECT_EQ(complaint({"a.md", "-o"}), "-o needs a value: -o FILE");
+  EXPECT_EQ(complaint({"a.md", "--set"}), "--set needs a value: --set NAME=VALUE");
+  EXPECT_EQ(complaint({"a.md", "-o", "a.txt", "--toc=yes"}), "--toc takes no value, not 'yes'");
+  EXPECT_EQ(complaint({"a.md", "--title=a", "--title", "b"}), "--title is given twice, with 'a' and 'b'; give it once");
+}
+
+TEST(Options, FollowTheConventionsOfOtherPrograms) {
+  EXPECT_EQ(parsed({"a.md", "-oa.txt"}).jobs[0].outputs[0].name, "a.txt");
+  EXPECT_EQ(parsed({"a.md", "-o=a.txt"}).jobs[0].outputs[0].name, "a.txt");
+  EXPECT_EQ(parsed({"a.md", "-qo", "a.txt"}).jobs[0].outputs[0].name, "a.txt");
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt", "--title="}).title, "");
+  EXPECT_EQ(parsed({"-", "-o", "a.txt"}).jobs[0].input, "-");
+  EXPECT_EQ(complaint({"a.md", "-qx", "-o", "a.txt"}), "unknown option '-x'; see scrivalen --help");
+  EXPECT_EQ(complaint({"a.md", "-output", "a.txt"}), "unknown option '-output'; did you mean '--output'?");
+}
+
 TEST(Options, RejectAnOutputWithoutAName) {
   EXPECT_EQ(complaint({"in", "-o", "html:"}), "the output 'html:' has no file name; use -o FILE or -o FORMAT:FILE");
 }
@@ -203,7 +231,7 @@ TEST(Options, TakeADelimiter) {
   EXPECT_EQ(parsed({"a.csv", "-o", "a.txt", "--delimiter", ":"}).jobs[0].delimiter, ':');
   for (const char* const wrong : {"ab", "", "\"", "\n", "\xC3\xA9"}) {
     EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--delimiter", wrong}),
-              std::string("--delimiter takes one ASCII character, not '") + wrong + "'");
+              std::string("--delimiter takes one ASCII character, or \\t for a tab, not '") + wrong + "'");
   }
 }
 
@@ -241,12 +269,13 @@ TEST(Options, RejectColumnsThatCannotBe) {
   EXPECT_EQ(complaintOf("--width", "3,50%"), "--width takes either shares or percents, not both: '3,50%'");
 }
 
-TEST(Options, RejectOptionsOfCsvForMarkdown) {
+TEST(Options, OfCsvAreWarnedOfForMarkdown) {
   for (const std::vector<std::string>& option :
        {std::vector<std::string>{"--columns", "1"}, {"--align", "l"}, {"--width", "1"}, {"--text"}}) {
     std::vector<std::string> arguments = {"a.md", "-o", "a.txt"};
     arguments.insert(arguments.end(), option.begin(), option.end());
-    EXPECT_EQ(complaint(arguments), option.front() + " is for CSV and TSV, and the input is Markdown; see --from");
+    EXPECT_EQ(parsed(arguments).warnings,
+              std::vector<std::string>{option.front() + " has no effect: no input is CSV or TSV"});
   }
 }
 

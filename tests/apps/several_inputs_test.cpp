@@ -42,7 +42,9 @@ class SeveralInputs : public ::testing::Test {
 TEST_F(SeveralInputs, BecomeOutputsNamedAfterThem) {
   const Result result = run_.run({"@/a.md", "@/b.csv", "@/c.notes.md", "--output-dir", "@/out", "--to", "html,text"});
   EXPECT_EQ(result.status, 0);
-  EXPECT_EQ(result.error, "scrivalen: warning: '@/c.notes.md': replaced 1 invalid character with U+FFFD; if it is not UTF-8, see --encoding\n");
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: '@/c.notes.md': replaced 1 invalid character with U+FFFD; if it is not UTF-8, see "
+            "--encoding\n");
   EXPECT_EQ(outputs(), (Names{"a.html", "a.txt", "b.html", "b.txt", "c.notes.html", "c.notes.txt"}));
   EXPECT_EQ(run_.body("out/a.html"), "<h1 id=\"a\">A</h1>");
   EXPECT_EQ(run_.bytes("out/b.txt"), "x  y\n-  -\n1  2\n");
@@ -89,6 +91,20 @@ TEST_F(SeveralInputs, AreConvertedWhenAnOutputFails) {
   EXPECT_TRUE(run_.has("out/b.html"));
 }
 
+TEST_F(SeveralInputs, AreConvertedWhenAnOptionDoesNotFitOneOfThem) {
+  const Result result =
+      run_.with("d.csv", "x,z\n1,2\n")
+          .run({"@/b.csv", "@/d.csv", "@/a.md", "--columns", "y", "--output-dir", "@/out", "--to", "txt"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: '@/d.csv': --columns: there is no column 'y'; the columns are 'x', 'z'\n");
+  EXPECT_EQ(outputs(), (Names{"a.txt", "b.txt"}));
+}
+
+TEST_F(SeveralInputs, AreNotBegunWithWrongSettings) {
+  EXPECT_EQ(complaint({"@/missing.md", "@/a.md", "--set", "papre=A4", "--output-dir", "@/out", "--to", "txt"}),
+            "scrivalen: There is no setting \"papre\". Did you mean \"paper\"?\n");
+}
+
 TEST_F(SeveralInputs, AllStopWhenInterrupted) {
   run_.environment.get().wasInterrupted = [this] { return run_.has("out/a.txt"); };
   const Result result = run_.run({"@/a.md", "@/b.csv", "@/c.notes.md", "--output-dir", "@/out", "--to", "txt"});
@@ -107,6 +123,11 @@ TEST_F(SeveralInputs, MustNotHaveTheSameOutput) {
   EXPECT_TRUE(error.starts_with("scrivalen: the outputs of '@/a.md' and '@/out/../a.md' would be the same file, '"))
       << error;
   EXPECT_TRUE(error.ends_with("a.html'; convert them into different folders\n")) << error;
+}
+
+TEST_F(SeveralInputs, MustNotBeGivenTwice) {
+  EXPECT_EQ(complaint({"@/a.md", "@/b.csv", "@/a.md", "--output-dir", "@/out", "--to", "html"}),
+            "scrivalen: the input '@/a.md' is given twice; give it once\n");
 }
 
 TEST_F(SeveralInputs, MustNotBeOutputs) {
@@ -130,15 +151,14 @@ TEST_F(SeveralInputs, NeedFormats) {
   EXPECT_EQ(complaint({"@/a.md", "--output-dir", "@/out", "--to", "pfd"}),
             "scrivalen: there is no format 'pfd'; did you mean 'pdf'?\n");
   EXPECT_EQ(complaint({"@/a.md", "--output-dir", "@/out", "--to", "html,"}),
-            "scrivalen: there is no format ''; use one of text, html, xml, markdown, rtf, pdf, xlsx, chm\n");
+            "scrivalen: --to takes formats with commas and no blanks between them, such as html,pdf, not 'html,'\n");
 }
 
 TEST_F(SeveralInputs, CannotBeMixedWithSingleOutputs) {
   EXPECT_EQ(complaint({"@/a.md", "--to", "html"}),
             "scrivalen: --to FORMAT needs --output-dir FOLDER; for a single file use -o FILE\n");
   EXPECT_EQ(complaint({"@/a.md", "-o", "@/out/a.txt", "--output-dir", "@/out", "--to", "html"}),
-            "scrivalen: -o FILE cannot be combined with --output-dir FOLDER and --to FORMAT; use the one or the "
-            "others\n");
+            "scrivalen: -o FILE and --output-dir FOLDER --to FORMAT exclude each other; use the one or the others\n");
   EXPECT_EQ(complaint({"@/a.md", "@/b.csv", "-o", "@/out/a.txt"}),
             "scrivalen: -o FILE takes one input, not also '@/b.csv'; for several inputs use --output-dir FOLDER --to "
             "FORMAT\n");

@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
 # Checks the manual and the completions of the command in the programs that read them, and that no option is missing.
 #
-#   check_pages.sh man|bash|zsh|fish PAGES COMMAND
+#   check_pages.sh man|bash|zsh|fish|guide PAGES COMMAND [GUIDE]
 set -euo pipefail
 
 kind="$1"
 pages="$2"
+guide="${4:-}"
 command_dir="$(cd "$(dirname "$3")" && pwd)"
 command_name="$(basename "$3")"
 
@@ -50,6 +51,10 @@ check_man() {
   require_all_options page.txt '--'
   awk 'length > 80 { exit 1 }' page.txt || fail 'the page is wider than 80 columns'
   grep -q 'scrivalen - turn' page.txt || fail 'the page has no name'
+}
+
+check_guide() {
+  require_all_options "$guide" '`--'
 }
 
 # What bash offers for a command line of several words, sorted.

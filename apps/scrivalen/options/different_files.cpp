@@ -63,6 +63,9 @@ std::string quoted(const std::string& name) { return "'" + name + "'"; }
 [[noreturn]] void failSameOutput(const Use& first, const Use& second) {
   const bool isSameName = *first.name == *second.name;
   if (first.job != second.job) {
+    if (first.job->input == second.job->input) {
+      throw UsageError("the input " + quoted(first.job->input) + " is given twice; give it once");
+    }
     throw UsageError("the outputs of " + quoted(first.job->input) + " and " + quoted(second.job->input) +
                      " would be the same file, " + quoted(*second.name) + "; convert them into different folders");
   }

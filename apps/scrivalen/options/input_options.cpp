@@ -59,7 +59,7 @@ std::optional<char> delimiter(const std::optional<std::string>& argument, InputF
   const std::string text = *argument == "\\t" ? "\t" : *argument;
   const auto c = text.empty() ? 0 : static_cast<unsigned char>(text.front());
   if (text.size() != 1 || text == "\"" || (c < 0x20 && c != '\t') || c > 0x7E) {
-    throw UsageError("--delimiter takes one ASCII character, not '" + *argument + "'");
+    throw UsageError("--delimiter takes one ASCII character, or \\t for a tab, not '" + *argument + "'");
   }
   return text.front();
 }

@@ -12,6 +12,15 @@ std::vector<std::unique_ptr<OptionGroup>> optionGroups(Options& options) {
   return groups;
 }
 
+std::vector<Option> declarationsOf(const std::vector<std::unique_ptr<OptionGroup>>& groups) {
+  std::vector<Option> all;
+  for (const auto& group : groups) {
+    const auto some = group->declare();
+    all.insert(all.end(), some.begin(), some.end());
+  }
+  return all;
+}
+
 void requireText(const char* option, const std::optional<std::string>& value, const char* remedy) {
   if (value && value->empty()) {
     throw UsageError(std::string(option) + " has an empty value; " + remedy);

@@ -59,6 +59,9 @@ std::unique_ptr<OptionGroup> behaviourOptions(Options& options);
 /// All groups, in that order.
 std::vector<std::unique_ptr<OptionGroup>> optionGroups(Options& options);
 
+/// The options of all groups, in order.
+std::vector<Option> declarationsOf(const std::vector<std::unique_ptr<OptionGroup>>& groups);
+
 /// Raises UsageError if an option was given an empty value.
 /// @param remedy  what to do: "give the path of a file"
 void requireText(const char* option, const std::optional<std::string>& value, const char* remedy);

@@ -41,7 +41,7 @@ class OutputOptions : public OptionGroup {
     } else if (folder_ || !formats_.empty()) {
       addOutputsInFolder();
     } else {
-      throw UsageError("no output given (-o FILE); see scrivalen --help");
+      failWithoutOutput();
     }
     requireDifferentFiles(options_.jobs);
     if (options_.singleByte) {
@@ -53,8 +53,7 @@ class OutputOptions : public OptionGroup {
   // -o names one file, so it can hold what becomes of one input only.
   void addOutputs() {
     if (folder_ || !formats_.empty()) {
-      throw UsageError(
-          "-o FILE cannot be combined with --output-dir FOLDER and --to FORMAT; use the one or the others");
+      throw UsageError("-o FILE and --output-dir FOLDER --to FORMAT exclude each other; use the one or the others");
     }
     if (options_.jobs.size() > 1) {
       throw UsageError("-o FILE takes one input, not also '" + options_.jobs[1].input +
@@ -80,6 +79,16 @@ class OutputOptions : public OptionGroup {
         job.outputs.push_back(outputInFolder(*folder_, job.input, *format));
       }
     }
+  }
+
+  // "notes.md notes.pdf" is the order of programs that copy.
+  [[noreturn]] void failWithoutOutput() const {
+    const std::string& last = options_.jobs.back().input;
+    const std::size_t dot = last.find_last_of("./\\");
+    const bool isOutput = options_.jobs.size() > 1 && dot != std::string::npos && findFormat(last.substr(dot + 1)) &&
+                          !scrivalen::pathExists(scrivalen::widePath(last));
+    throw UsageError(isOutput ? "no output given; did you mean '-o " + last + "'?"
+                              : "no output given (-o FILE); see scrivalen --help");
   }
 
   static void requireFolder(const std::string& folder) {

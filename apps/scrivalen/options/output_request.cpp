@@ -30,6 +30,16 @@ const Format& formatByExtension(const std::string& file) {
   if (const Format* const format = findFormat(extension)) {
     return *format;
   }
+  if (file == "-") {
+    throw UsageError("standard output needs a format; use -o FORMAT:-, such as -o text:-");
+  }
+  if (scrivalen::isFolder(scrivalen::widePath(file))) {
+    throw UsageError("the output '" + file + "' is a folder; use --output-dir FOLDER --to FORMAT, or -o FILE");
+  }
+  if (findFormat(file)) {
+    throw UsageError("the output '" + file + "' has no extension; for standard output use -o " + file +
+                     ":-, for a file of that name -o FORMAT:FILE");
+  }
   throw UsageError("the format of '" + file + "' is unknown" +
                    suggestion(extension, formatExtensions(),
                               "; use ." + joined(formatExtensions(), " .") + ", or FORMAT:FILE",
@@ -61,6 +71,10 @@ std::vector<const Format*> formatsOf(const std::vector<std::string>& lists) {
   std::vector<const Format*> formats;
   for (const std::string& list : lists) {
     for (const std::string_view name : split(list, ',')) {
+      if (name.empty()) {
+        throw UsageError("--to takes formats with commas and no blanks between them, such as html,pdf, not '" + list +
+                         "'");
+      }
       const Format* const format = findFormat(name);
       if (!format) {
         failUnknownFormat(name, "");

@@ -1,6 +1,7 @@
 #include "options/option_group.h"
 
 #include "errors.h"
+#include "options/effect.h"
 #include "text/ascii.h"
 #include "texts.h"
 
@@ -114,10 +115,10 @@ class TableOptions : public OptionGroup {
   }
 
   void interpret() override {
-    refuseForMarkdown("--columns", columns_.has_value());
-    refuseForMarkdown("--align", aligns_.has_value());
-    refuseForMarkdown("--width", widths_.has_value());
-    refuseForMarkdown("--text", options_.csv.isText);
+    warnIf(columns_.has_value(), "--columns");
+    warnIf(aligns_.has_value(), "--align");
+    warnIf(widths_.has_value(), "--width");
+    warnIf(options_.csv.isText, "--text");
     if (columns_) {
       options_.csv.columns = columnList(*columns_);
     }
@@ -130,11 +131,9 @@ class TableOptions : public OptionGroup {
   }
 
  private:
-  void refuseForMarkdown(const char* option, bool isGiven) const {
-    const bool hasTable = std::any_of(options_.jobs.begin(), options_.jobs.end(),
-                                      [](const Job& job) { return job.format != InputFormat::Markdown; });
-    if (isGiven && !hasTable) {
-      throw UsageError(std::string(option) + " is for CSV and TSV, and the input is Markdown; see --from");
+  void warnIf(bool isGiven, const char* option) {
+    if (isGiven) {
+      warnWithoutTable(options_, option);
     }
   }
 

@@ -9,15 +9,6 @@
 namespace scrivalen::command {
 namespace {
 
-std::vector<Option> allOptions(Options& options) {
-  std::vector<Option> all;
-  for (const auto& group : optionGroups(options)) {
-    const auto some = group->declare();
-    all.insert(all.end(), some.begin(), some.end());
-  }
-  return all;
-}
-
 // The beginning of the help, which shells show beside the option.
 std::string summary(const Option& option) {
   std::string text = option.help;
@@ -160,7 +151,7 @@ std::string bashCompletion() {
   Options options;
   std::string cases;
   std::vector<std::string> names;
-  for (const Option& option : allOptions(options)) {
+  for (const Option& option : declarationsOf(optionGroups(options))) {
     if (option.isArgument()) {
       continue;
     }
@@ -189,16 +180,18 @@ std::string zshCompletion() {
       "\n"
       "_scrivalen() {\n"
       "  _arguments -s -S";
-  for (const Option& option : allOptions(options)) {
+  for (const Option& option : declarationsOf(optionGroups(options))) {
     script += " \\\n    " + zshOption(option);
   }
-  return script + "\n}\n\nif [[ $funcstack[1] == _scrivalen ]]; then\n  _scrivalen \"$@\"\nelse\n  compdef _scrivalen scrivalen\nfi\n";
+  return script +
+         "\n}\n\nif [[ $funcstack[1] == _scrivalen ]]; then\n  _scrivalen \"$@\"\nelse\n  compdef _scrivalen "
+         "scrivalen\nfi\n";
 }
 
 std::string fishCompletion() {
   Options options;
   std::string script = "# fish completion for scrivalen\n";
-  for (const Option& option : allOptions(options)) {
+  for (const Option& option : declarationsOf(optionGroups(options))) {
     if (option.isArgument()) {
       continue;
     }

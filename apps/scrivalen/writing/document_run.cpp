@@ -24,6 +24,12 @@ std::optional<std::uint64_t> sizeOfFile(const std::string& name) {
   }
 }
 
+// Where nothing similar is known, the list of settings helps.
+std::string settingError(const std::string& error) {
+  const bool isUnknown = error.starts_with("There is no setting") && error.find("Did you mean") == std::string::npos;
+  return isUnknown ? error + " The documentation, in settings.md, lists them." : error;
+}
+
 void requireSeconds(const std::string& text) {
   std::int64_t seconds = 0;
   const char* const end = text.data() + text.size();
@@ -110,7 +116,7 @@ void DocumentRun::set(const char* name, const std::string& value) {
   switch (scrivalen_set(document_.get(), name, value.c_str())) {
     case SCRIVALEN_OK: break;
     case SCRIVALEN_OUT_OF_MEMORY: throw std::bad_alloc();
-    default: throw UsageError(scrivalen_error(document_.get()));
+    default: throw UsageError(settingError(scrivalen_error(document_.get())));
   }
   rememberSetting(name, value);
 }
@@ -118,6 +124,12 @@ void DocumentRun::set(const char* name, const std::string& value) {
 void DocumentRun::rememberSetting(std::string_view name, std::string_view value) {
   if (messages_.isVerbose()) {
     settings_.append(settings_.empty() ? "" : ", ").append(name).append("='").append(value).append("'");
+  }
+}
+
+void DocumentRun::applyGivenSettings() {
+  for (const auto& [name, value] : options_.settings) {
+    set(name.c_str(), value);
   }
 }
 
@@ -140,9 +152,7 @@ void DocumentRun::open(const std::string& title, bool isShown,
   for (const auto& [name, value] : ofInput) {
     setOfInput(name.c_str(), value);
   }
-  for (const auto& [name, value] : options_.settings) {
-    set(name.c_str(), value);
-  }
+  applyGivenSettings();
   stopWhenInterrupted();
   scrivalen_open(document_.get());
   noteSettings();

@@ -25,6 +25,8 @@ class DocumentRun {
   DocumentRun(const DocumentRun&) = delete;
   DocumentRun& operator=(const DocumentRun&) = delete;
 
+  /// Sets what --set has. Raises UsageError.
+  void applyGivenSettings();
   /// Creates the outputs. One that cannot be created has failed, and the others go on.
   /// @param title    of the document's properties
   /// @param isShown  whether readers see it above a text that does not begin with a heading

@@ -37,6 +37,13 @@ std::size_t distance(std::string_view a, std::string_view b) {
   return above[b.size()];
 }
 
+// "papersize" is perhaps "paper".
+std::size_t extended(std::string_view wrong, std::string_view candidate) {
+  constexpr std::size_t kShortest = 4;
+  constexpr std::size_t kEdits = 2;
+  return candidate.size() >= kShortest && wrong.starts_with(candidate) ? kEdits : wrong.size();
+}
+
 }  // namespace
 
 std::string_view mostSimilar(std::string_view mistyped, std::span<const std::string_view> known) {
@@ -48,8 +55,9 @@ std::string_view mostSimilar(std::string_view mistyped, std::span<const std::str
   std::string_view best;
   for (const std::string_view name : known) {
     const std::string candidate = asciiLowered(name);
-    const bool isLonger = candidate.size() > wrong.size();
-    const std::size_t edits = isLonger && candidate.starts_with(wrong) ? 1 : distance(wrong, candidate);
+    const std::size_t edits = candidate.size() != wrong.size() && candidate.starts_with(wrong)
+                                  ? 1
+                                  : std::min(distance(wrong, candidate), extended(wrong, candidate));
     if (edits < fewest && edits < candidate.size()) {
       fewest = edits;
       best = name;

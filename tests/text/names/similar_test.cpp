@@ -39,6 +39,11 @@ TEST(MostSimilar, CompletesABeginning) {
   EXPECT_EQ(mostSimilar("TAB", kBeginnings), "tab");
 }
 
+TEST(MostSimilar, CutsAnEndThatIsTooMuch) {
+  EXPECT_EQ(mostSimilar("titlepage", kKnown), "title");
+  EXPECT_EQ(mostSimilar("pdfpage", kKnown), "");
+}
+
 TEST(MostSimilar, IgnoresCase) { EXPECT_EQ(mostSimilar("TITEL", kKnown), "title"); }
 
 TEST(MostSimilar, FindsNothingForOtherWords) {
