@@ -46,6 +46,12 @@ std::string_view formatName(InputFormat format) {
   }
 }
 
+// A pipe, such as that of "<(...)" in a shell, is in a folder that has no pictures; empty: the current folder.
+std::wstring folderOfPictures(const std::string& input) {
+  const std::wstring path = scrivalen::widePath(input);
+  return input == "-" || scrivalen::isSpecialFile(path) ? std::wstring() : std::wstring(scrivalen::folderOf(path));
+}
+
 // Formats that show raw HTML, or may hold it.
 bool takesMarkup(const OutputRequest& output) {
   const std::string_view name = output.format->name;
@@ -156,9 +162,7 @@ void Conversion::readMarkdownFor(Outputs outputs, const FrontMatter& front, std:
     headings = headingsOf(text, safety, options_.contents ? HeadingSearch::All : HeadingSearch::First);
   }
   DocumentStream::Plan plan;
-  if (job_.input != "-") {
-    plan.folder = scrivalen::folderOf(scrivalen::widePath(job_.input));
-  }
+  plan.folder = folderOfPictures(job_.input);
   if (options_.contents) {
     plan.beginsWithTitle = headings.isFirst;
     plan.headings = std::move(headings.all);

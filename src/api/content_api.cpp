@@ -77,6 +77,16 @@ Status beginColored(Document& document, const char* color, const char* backgroun
   return document.beginColored(foregroundColor, backgroundColor);
 }
 
+// As a part of a sentence.
+std::string inSentence(std::string reason) {
+  constexpr std::string_view kSubject = "The picture ";
+  if (reason.starts_with(kSubject)) {
+    reason.replace(0, kSubject.size(), "it ");
+    reason.erase(reason.find_last_not_of('.') + 1);
+  }
+  return reason;
+}
+
 Status image(Document& document, const void* data, std::size_t size, std::string_view alternative, double width) {
   if (const Status status = document.ready(); status != Status::Ok) {
     return status;
@@ -89,7 +99,7 @@ Status image(Document& document, const void* data, std::size_t size, std::string
   }
   std::string reason;
   const auto picture = Picture::read({static_cast<const char*>(data), size}, reason);
-  return document.image(picture, alternative, width, "cannot use a picture: " + reason);
+  return document.image(picture, alternative, width, "cannot use a picture: " + inSentence(std::move(reason)));
 }
 
 Status imageFile(Document& document, std::string_view path, std::string_view alternative, double width) {
@@ -98,7 +108,8 @@ Status imageFile(Document& document, std::string_view path, std::string_view alt
   }
   std::string reason;
   const auto picture = scrivalen::document::readPictureFile(path, reason);
-  return document.image(picture, alternative, width, "cannot use the picture " + quoted(path) + ": " + reason);
+  return document.image(picture, alternative, width,
+                        "cannot use the picture " + quoted(path) + ": " + inSentence(std::move(reason)));
 }
 
 Status raw(Document& document, std::string_view format, std::string_view markup) {

@@ -132,7 +132,8 @@ Status Document::image(const std::shared_ptr<const Picture>& picture, std::strin
     return status;
   }
   if (!picture) {
-    warn(WarningCode::SomethingLeftOut, reason);
+    warn(WarningCode::SomethingLeftOut,
+         std::string(reason) + (alternative.empty() ? "; nothing takes its place" : "; its text takes its place"));
   }
   const Event event{
       .kind = EventKind::Image, .points = width, .text = cleanLine(alternative, line_), .picture = picture.get()};

@@ -289,5 +289,17 @@ TEST(DocumentArguments, APictureThatCannotBeReadLeavesItsTextAndAWarning) {
   EXPECT_NE(document.closed().find("the plan"), std::string::npos);
   const std::string warnings = warningsOf(document);
   EXPECT_EQ(warnings.find("input 4 1 cannot use the picture 'no such \xEF\xBF\xBD picture.png': "), 0u) << warnings;
-  EXPECT_NE(warnings.find("input 4 1 cannot use a picture: "), std::string::npos) << warnings;
+  EXPECT_NE(warnings.find("picture.png': No such file or directory; its text takes its place\n"), std::string::npos)
+      << warnings;
+  EXPECT_NE(warnings.find("input 4 1 cannot use a picture: it is neither PNG nor JPEG; its text takes its place\n"),
+            std::string::npos)
+      << warnings;
+}
+
+TEST(DocumentArguments, APictureWithoutATextThatCannotBeReadLeavesAWarning) {
+  Written document;
+  EXPECT_EQ(scrivalen_image(document, "GIF89a", 6, "", 0), SCRIVALEN_OK);
+  document.closed();
+  EXPECT_EQ(warningsOf(document),
+            "input 4 1 cannot use a picture: it is neither PNG nor JPEG; nothing takes its place\n");
 }

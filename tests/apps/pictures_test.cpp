@@ -54,7 +54,7 @@ TEST(Pictures, OnOtherComputersAreLinks) {
   const Result result =
       run.with("in.md", "![a](https://example.org/a.png) [![b](//example.org/b.png) c](d) ![](http://e/f.png)\n")
           .run({"@/in.md", "-o", "@/a.html"});
-  EXPECT_EQ(result.error, "scrivalen: warning: pictures on other computers are links (3)\n");
+  EXPECT_EQ(result.error, "scrivalen: warning: '@/in.md': pictures on other computers are links (3)\n");
   EXPECT_EQ(run.body("a.html"),
             "<p><a href=\"https://example.org/a.png\">a</a> <a href=\"d\">b c</a> "
             "<a href=\"http://e/f.png\">http://e/f.png</a></p>");
@@ -72,6 +72,60 @@ TEST(Pictures, ThatCannotBeReadLeaveTheirTextAndAWarning) {
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(run.bytes("a.txt"), "a b c\n");
   EXPECT_EQ(std::count(result.error.begin(), result.error.end(), '\n'), 3) << result.error;
+}
+
+TEST(Pictures, ThatAreLeftOutAreOneClearWarningEach) {
+  const auto warningOf = [](const std::string& picture, std::string_view body) {
+    CommandRun run;
+    run.with("a.svg", "<svg/>").with("in.md", "x " + picture + "\n");
+    const std::string error = run.run({"@/in.md", "-o", "@/a.html"}).error;
+    EXPECT_EQ(run.body("a.html"), "<p>x " + std::string(body) + "</p>");
+    return error;
+  };
+  const std::string start = "scrivalen: warning: '@/in.md': ";
+  EXPECT_EQ(warningOf("![b]()", "b"), start + "a picture has no address; its text takes its place\n");
+  EXPECT_EQ(warningOf("![]()", ""), start + "a picture has no address; nothing takes its place\n");
+  EXPECT_EQ(warningOf("![b](../c.png)", "b"),
+            start + "the picture '../c.png' is not in the folder of the input or below it; its text takes its place\n");
+  EXPECT_EQ(warningOf("![b](a.svg)", "b"),
+            start + "cannot use the picture '@/a.svg': it is neither PNG nor JPEG; its text takes its place\n");
+  EXPECT_EQ(warningOf("![](a.svg)", ""),
+            start + "cannot use the picture '@/a.svg': it is neither PNG nor JPEG; nothing takes its place\n");
+  EXPECT_EQ(warningOf("![b](c.png)", "b").substr(0, start.size() + 27), start + "cannot use the picture '@/c");
+  EXPECT_TRUE(warningOf("![b](c.png)", "b").ends_with("; its text takes its place\n"));
+  EXPECT_EQ(warningOf("![b](data:image/svg+xml,c)", "b"),
+            start + "cannot use a picture: it is neither PNG nor JPEG; its text takes its place\n");
+}
+
+/// Has the folder of a run as the current one.
+class CurrentFolder {
+ public:
+  explicit CurrentFolder(const std::filesystem::path& folder) : before_(std::filesystem::current_path()) {
+    std::filesystem::current_path(folder);
+  }
+  CurrentFolder(const CurrentFolder&) = delete;
+  CurrentFolder& operator=(const CurrentFolder&) = delete;
+  ~CurrentFolder() { std::filesystem::current_path(before_); }
+
+ private:
+  std::filesystem::path before_;
+};
+
+TEST(Pictures, OfStandardInputAreInTheCurrentFolderAndBelow) {
+  CommandRun run;
+  std::filesystem::create_directory(run.fsPath("pics"));
+  std::filesystem::create_directory(run.fsPath("here"));
+  std::filesystem::create_directory(run.fsPath("here/pics"));
+  run.with("secret.png", picture()).with("here/a.png", picture()).with("here/pics/b.png", picture());
+  const CurrentFolder current(run.fsPath("here"));
+  run.environment.input = "![a](a.png) ![b](pics/b.png) ![c](../secret.png)\n";
+  const Result result = run.run({"-", "-o", "html:-"});
+  EXPECT_TRUE(holds(result.output, embedded("a"))) << result.output;
+  EXPECT_TRUE(holds(result.output, embedded("b"))) << result.output;
+  EXPECT_FALSE(holds(result.output, embedded("c"))) << result.output;
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: '-': the picture '../secret.png' is not in the current folder or below it; its text "
+            "takes its place\n");
 }
 
 TEST(DataAddress, HoldsItsContentInBase64) {

@@ -159,6 +159,7 @@ void DocumentRun::open(const std::string& title, bool isShown,
 }
 
 void DocumentRun::write(DocumentStream::Plan plan, const std::function<void(TableSink&)>& read) {
+  plan.input = job_.input;
   plan.poll = [this] { stopWhenInterrupted(); };
   plan.progress = [this](std::size_t blocks) { showProgress(blocks); };
   DocumentStream stream(document_.get(), std::move(plan));

@@ -138,7 +138,7 @@ bool DocumentStream::omits(Part part) {
   }
   parts_.push_back({part, Form::Omitted});
   if (part == Part::Container) {
-    warn(kTooDeep);
+    warnOfInput(kTooDeep);
   }
   return true;
 }
@@ -293,12 +293,18 @@ void DocumentStream::image(const std::string& address, const std::string& altern
     case PictureSource::Place::File:
       return check(scrivalen_image_file(document_, source.path.c_str(), alternative.c_str(), 0));
     case PictureSource::Place::Elsewhere:
-      warn("pictures on other computers are links");
+      warnOfInput("pictures on other computers are links");
       return link(address, alternative.empty() ? address : alternative);
     case PictureSource::Place::Outside:
-      warn("the picture '" + address + "' is not in the folder of the input or below it, so it is left out");
-      break;
+      return leaveOut("the picture '" + address + "' is not in the " +
+                          (plan_.folder.empty() ? "current folder" : "folder of the input") + " or below it",
+                      alternative);
+    case PictureSource::Place::Nowhere: return leaveOut("a picture has no address", alternative);
   }
+}
+
+void DocumentStream::leaveOut(const std::string& reason, const std::string& alternative) {
+  warnOfInput(reason + (alternative.empty() ? "; nothing takes its place" : "; its text takes its place"));
   check(scrivalen_text(document_, alternative.data(), alternative.size()));
 }
 

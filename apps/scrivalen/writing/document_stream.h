@@ -20,6 +20,7 @@ namespace scrivalen::command {
 class DocumentStream final : public TableSink {
  public:
   struct Plan {
+    std::string input = {};              ///< its name, for warnings
     std::wstring folder = {};            ///< of the input, where its pictures are, with its last separator
     std::vector<Heading> headings = {};  ///< all of them, if there is to be a table of contents
     bool beginsWithTitle = false;        ///< the first of these is the title, not an entry of the contents
@@ -79,6 +80,8 @@ class DocumentStream final : public TableSink {
   bool omits(Part part);
   bool isIn(Part part) const;
   void writeContents();
+  void warnOfInput(const std::string& what) { warn("'" + plan_.input + "': " + what); }
+  void leaveOut(const std::string& reason, const std::string& alternative);
   void link(const std::string& address, std::string_view text);
   void raw(const std::string& html);
 

@@ -24,8 +24,11 @@ PictureSource pictureSource(const std::wstring& folder, std::string_view address
     return {Place::Elsewhere};
   }
   const std::wstring name = scrivalen::toWide(percentDecoded(address.substr(0, address.find_first_of("?#"))));
+  if (name.empty()) {
+    return {Place::Nowhere};
+  }
   // A colon is that of a drive or of a stream of a file.
-  if (name.empty() || name.find(L':') != name.npos || name.find(L'\0') != name.npos || name.front() == L'/' ||
+  if (name.find(L':') != name.npos || name.find(L'\0') != name.npos || name.front() == L'/' ||
       name.front() == L'\\') {
     return {Place::Outside};
   }

@@ -8,9 +8,10 @@ namespace scrivalen::command {
 /// Where the picture of an address in a document is.
 struct PictureSource {
   enum class Place {
-    File,      ///< a file in the folder of the input or below it
-    Outside,   ///< a file elsewhere, which is not read: who wrote the text may not be who converts it
-    Elsewhere  ///< on another computer
+    File,       ///< a file in the folder of the input or below it
+    Outside,    ///< a file elsewhere, which is not read: who wrote the text may not be who converts it
+    Elsewhere,  ///< on another computer
+    Nowhere     ///< the address names no file
   };
 
   Place place = Place::Outside;

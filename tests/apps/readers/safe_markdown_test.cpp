@@ -282,7 +282,7 @@ TEST(UnsafeMarkdown, WarnsOnceOfItsInput) {
   const Result result =
       run.with("in.md", "[a](#b) ![c](http://d/e.png)").run({"@/in.md", "--unsafe", "-o", "@/a.html", "-o", "@/a.txt"});
   EXPECT_EQ(result.error,
-            "scrivalen: warning: pictures on other computers are links\n"
+            "scrivalen: warning: '@/in.md': pictures on other computers are links\n"
             "scrivalen: warning: '@/in.md': a link leads to '#b', which is nowhere in the document\n");
 }
 
