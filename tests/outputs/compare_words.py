@@ -8,8 +8,8 @@ has unpacked it). cmark-gfm reads Markdown, Python's modules csv, html.parser an
 
 What separates words is white space, the border of a block or cell, and a line break. These are no words: list bullets,
 checkboxes, the marks of quotes, lines made of "-", "=", "~", "." or "|". A control character is U+FFFD, as in every output. Of front
-matter the title is expected where no heading begins the document, of raw HTML the text between tags, of a picture its
-alternative text or else its address. Plain text has the numbers of lists and, in parentheses, the addresses of links;
+matter the title is expected where no heading begins the document, of raw HTML the text between tags and what is left of
+its pictures, of a picture its alternative text, or else its address if it is on another computer. Plain text has the numbers of lists and, in parentheses, the addresses of links;
 those of a table follow it.
 """
 import collections
@@ -38,13 +38,16 @@ def words(text):
 
 
 class Page(html.parser.HTMLParser):
-    """The text of markup; of raw HTML in Markdown, alternative texts are no text."""
+    """The text of markup."""
 
-    def __init__(self, alternatives=True):
+    def __init__(self, picture=None, link=None):
+        """@param picture, link  called for a picture, and for the end of a link, of raw HTML in Markdown"""
         super().__init__()
         self.parts = []
         self.hidden = 0
-        self.alternatives = alternatives
+        self.picture = picture or (lambda alternative, address: self.add(alternative))
+        self.link = link
+        self.links = []
 
     def add(self, text):
         if not self.hidden:
@@ -54,11 +57,22 @@ class Page(html.parser.HTMLParser):
         self.hidden += tag in HIDDEN
         if tag in BLOCK_HTML:
             self.add(" ")
-        if tag == "img" and self.alternatives:
-            self.add(dict(attributes).get("alt") or "")
+        values = {name: value or "" for name, value in attributes}
+        if tag == "img" and not self.hidden:
+            self.picture(values.get("alt", ""), values.get("src", "").strip())
+        elif tag == "a" and "href" in values:
+            self.end_link()
+            self.links.append((len(self.parts), values["href"].strip()))
+
+    def end_link(self):
+        if self.links and self.link:
+            start, address = self.links.pop()
+            self.link("".join(self.parts[start:]), address)
 
     def handle_endtag(self, tag):
         self.hidden -= tag in HIDDEN and self.hidden > 0
+        if tag == "a":
+            self.end_link()
         if tag in BLOCK_HTML:
             self.add(" ")
 
@@ -77,7 +91,7 @@ class Markdown:
     """The text of a document that cmark-gfm has parsed."""
 
     def __init__(self, as_text):
-        self.page = Page(alternatives=False)
+        self.page = Page(self.add_picture, self.add_address)
         self.as_text = as_text
         self.table_links = None  # in plain text, addresses in a table come after it
         self.in_link = False
@@ -139,15 +153,18 @@ class Markdown:
         self.add_address("".join(self.page.parts[start:]), node.get("destination"))
 
     def visit_image(self, node):
-        """One on another computer, as all are here, becomes a link."""
         start = len(self.page.parts)
         self.visit_children(node)
         alternative = "".join(self.page.parts[start:])
-        if re.match("https?:", node.get("destination")):
-            if not alternative:
-                self.page.add(node.get("destination"))
-            elif not self.in_link:
-                self.add_address(alternative, node.get("destination"))
+        del self.page.parts[start:]
+        self.add_picture(alternative, node.get("destination"))
+
+    def add_picture(self, alternative, address):
+        """One on another computer becomes a link; others are missing here."""
+        is_far = re.match("https?:", address)
+        self.page.add(alternative or (address if is_far else ""))
+        if is_far and alternative and not self.in_link and not self.page.links:
+            self.add_address(alternative, address)
 
     def add_address(self, text, address):
         shown = {address, *(address.removeprefix(prefix) for prefix in ("http://", "https://", "mailto:"))}

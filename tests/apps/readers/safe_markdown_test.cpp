@@ -75,6 +75,11 @@ TEST(SafeMarkdown, KeepsWordsAroundTheLinksOfRawHtmlApart) {
   EXPECT_EQ(partsOf("a<div><img src=b></div>c"), paragraph({"Text 'a '", "Image '' @b", "Text ' c'"}));
 }
 
+TEST(SafeMarkdown, KeepsLinkedPicturesOfAnHtmlBlockApart) {
+  EXPECT_EQ(partsOf("<p><br>\n<a href=a><img src=b alt=c></a>\n<a href=d>e</a></p>"),
+            paragraph({"BeginLink @a", "Image 'c' @b", "EndLink", "Text ' '", "BeginLink @d", "Text 'e'", "EndLink"}));
+}
+
 TEST(SafeMarkdown, ShowsAddressesOfRawHtmlThatRunAProgram) {
   EXPECT_EQ(partsOf("<a href=' JavaScript:a'>b</a> c"), paragraph({"Text 'b (JavaScript:a) c'"}));
   EXPECT_EQ(partsOf("<div><a href=data:text/html,a>b</a></div>"), paragraph({"Text 'b (data:text/html,a)'"}));
@@ -87,6 +92,12 @@ TEST(SafeMarkdown, BalancesTheLinksOfRawHtml) {
   EXPECT_EQ(partsOf("[a <a href=b>c</a>](d) e"), paragraph({"BeginLink @d", "Text 'a c'", "EndLink", "Text ' e'"}));
   EXPECT_EQ(partsOf("<a href=a>b\n\nc"), (Lines{"BeginParagraph", "BeginLink @a", "Text 'b'", "EndLink", "EndParagraph",
                                                 "BeginParagraph", "Text 'c'", "EndParagraph"}));
+}
+
+TEST(SafeMarkdown, EndsALinkOfRawHtmlWhereTheNextBegins) {
+  EXPECT_EQ(partsOf("<p>[<a href=a>b]\n[<a href=c>d</a>]</p>"),
+            paragraph({"Text '['", "BeginLink @a", "Text 'b] ['", "EndLink", "BeginLink @c", "Text 'd'", "EndLink",
+                       "Text ']'"}));
 }
 
 TEST(SafeMarkdown, KeepsRowsAndItemsOfRawHtmlApart) {

@@ -350,6 +350,7 @@ void MarkdownListener::putPart(const MarkupPart& part) {
     text_ = part.text;
     return putImage();
   }
+  endMarkupLink();  // as in a page, where a link ends one that is open
   nextAddress_ = part.address;
   title_ = part.text;
   spans_.push_back({MD_SPAN_A, openLink(), true});

@@ -145,7 +145,7 @@ class MarkupReader {
   void skipTo(std::string_view end);
   void keepAngle();
   std::string_view takeTag();
-  bool isAfterImage() const { return !parts_.empty() && parts_.back().at == text_.size() && isImage(parts_.back()); }
+  bool isAfterImage() const;
   static bool isImage(const MarkupPart& part) { return part.kind == MarkupPart::Kind::Image; }
   void appendBlank();
   void endBlock();
@@ -233,7 +233,9 @@ void MarkupReader::readTag() {
   name = name.substr(0, static_cast<std::size_t>(std::find_if(name.begin(), name.end(), endsTagName) - name.begin()));
   const auto is = [name](std::string_view element) { return scrivalen::equalIgnoringCase(name, element); };
   if (is("br")) {
-    text_ += '\n';
+    if (!isBlock_ || !text_.empty() || isAfterImage()) {
+      text_ += '\n';
+    }
   } else if (!closing && is("script")) {
     hidden_ = HiddenContent::Script;
   } else if (!closing && is("style")) {
@@ -283,6 +285,13 @@ std::string_view MarkupReader::takeTag() {
 }
 
 void MarkupReader::readReference() { skip(appendReference(text_, rest_)); }
+
+// Whether an image, or a link that ends with one, is the last that a page shows.
+bool MarkupReader::isAfterImage() const {
+  const auto isBeforeEnd = [this](const MarkupPart& part) { return part.at < text_.size(); };
+  const auto end = std::find_if(parts_.rbegin(), parts_.rend(), isBeforeEnd);
+  return std::any_of(parts_.rbegin(), end, isImage);
+}
 
 void MarkupReader::appendBlank() {
   if (isAfterImage() || (!text_.empty() && !isBlank(text_.back()))) {
