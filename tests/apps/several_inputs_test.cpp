@@ -166,6 +166,8 @@ TEST_F(SeveralInputs, CannotBeMixedWithSingleOutputs) {
             "scrivalen: standard input has no name for an output in '@/out'; use -o FILE\n");
 }
 
+// In a folder that ignores case, which the folder for temporary files may be on any system, one would replace the
+// other.
 TEST_F(SeveralInputs, MayDifferInCaseOnlyWhereTheirOutputsDo) {
   fs::create_directory(run_.fsPath("other"));
   run_.with("other/A.csv", "x\n");
@@ -173,6 +175,14 @@ TEST_F(SeveralInputs, MayDifferInCaseOnlyWhereTheirOutputsDo) {
   const Result result = run_.run({"@/a.md", "@/other/A.csv", "--output-dir", "@/out", "--to", "txt"});
   EXPECT_EQ(result.status, isOne ? 2 : 0) << result.error;
   EXPECT_EQ(outputs(), isOne ? Names() : (Names{"A.txt", "a.txt"}));
+}
+
+TEST_F(SeveralInputs, AreNotReplacedUnderAnotherSpelling) {
+  const bool isOne = fs::exists(run_.fsPath("OUT"));
+  const Result result = run_.run({"@/a.md", "-o", "text:@/A.MD"});
+  EXPECT_EQ(result.status, isOne ? 2 : 0) << result.error;
+  EXPECT_EQ(run_.bytes("a.md"), "# A");
+  EXPECT_EQ(run_.run({"@/a.md", "-o", "@/out/x.txt", "-o", "@/out/X.TXT"}).status, isOne ? 2 : 0);
 }
 
 }  // namespace

@@ -24,36 +24,27 @@ struct Use {
 // The files of a run, found by whatever path leads to them.
 class Files {
  public:
-  // Returns the use that was added earlier of the same file, or else adds this one and returns null.
-  const Use* findOrAdd(const Use& use) {
+  void add(const Use& use) {
     const std::wstring path = scrivalen::widePath(*use.name);
-    const auto identity = scrivalen::identityOf(path);
-    const std::wstring resolved = scrivalen::resolvedPath(path);
-    if (const Use* const found = find(identity, resolved)) {
-      return found;
-    }
-    byPath_.emplace(resolved, use);
-    if (identity) {
+    byPath_.emplace(scrivalen::resolvedPath(path), use);
+    if (const auto identity = scrivalen::identityOf(path)) {
       byIdentity_.emplace(*identity, use);
     }
-    return nullptr;
   }
 
   const Use* find(const std::string& name) const {
     const std::wstring path = scrivalen::widePath(name);
-    return find(scrivalen::identityOf(path), scrivalen::resolvedPath(path));
-  }
-
- private:
-  const Use* find(const std::optional<scrivalen::FileIdentity>& identity, const std::wstring& resolved) const {
-    if (identity) {
+    if (const auto identity = scrivalen::identityOf(path)) {
       const auto found = byIdentity_.find(*identity);
-      return found == byIdentity_.end() ? nullptr : &found->second;
+      if (found != byIdentity_.end()) {
+        return &found->second;
+      }
     }
-    const auto found = byPath_.find(resolved);
+    const auto found = byPath_.find(scrivalen::resolvedPath(path));
     return found == byPath_.end() ? nullptr : &found->second;
   }
 
+ private:
   std::map<std::wstring, Use, PathOrder> byPath_;
   std::map<scrivalen::FileIdentity, Use> byIdentity_;
 };
@@ -74,24 +65,34 @@ std::string quoted(const std::string& name) { return "'" + name + "'"; }
                        : "the outputs " + quoted(*first.name) + " and " + quoted(*second.name) + " are the same file");
 }
 
+[[noreturn]] void failOverwritten(const Use& input, const Use& output) {
+  const bool isSameName = *input.name == *output.name;
+  throw UsageError("the output " + quoted(*output.name) + " is the input" +
+                   (isSameName ? "" : " " + quoted(*input.name)) + "; it would be overwritten");
+}
+
 std::wstring lowered(std::wstring path) {
   std::transform(path.begin(), path.end(), path.begin(),
                  [](wchar_t c) { return static_cast<wchar_t>(scrivalen::toLowerCase(static_cast<char32_t>(c))); });
   return path;
 }
 
-// On systems that distinguish letters by case there are file systems that do not. They are asked only if it matters.
-class NewNames {
+// On systems that distinguish letters by case there are file systems that do not, some of which even give a file
+// another identity for each spelling. They are asked only if two names differ in case alone.
+class LoweredNames {
  public:
-  void add(const Use& use) {
-    const std::wstring path = scrivalen::resolvedPath(scrivalen::widePath(*use.name));
-    const auto [earlier, isNew] = names_.emplace(lowered(path), use);
-    if (!isNew && scrivalen::ignoresCase(path)) {
-      failSameOutput(earlier->second, use);
-    }
+  void add(const Use& use) { names_.emplace(lowered(resolved(*use.name)), use); }
+
+  // Returns the use that was added earlier of the same file by another spelling, or null.
+  const Use* find(const std::string& name) const {
+    const std::wstring path = resolved(name);
+    const auto found = names_.find(lowered(path));
+    return found != names_.end() && scrivalen::ignoresCase(path) ? &found->second : nullptr;
   }
 
  private:
+  static std::wstring resolved(const std::string& name) { return scrivalen::resolvedPath(scrivalen::widePath(name)); }
+
   std::map<std::wstring, Use> names_;
 };
 
@@ -99,15 +100,24 @@ bool isReplaceable(const std::string& name) {
   return name != "-" && !scrivalen::isSpecialFile(scrivalen::widePath(name));
 }
 
-Files inputsOf(const std::vector<Job>& jobs) {
-  Files inputs;
-  for (const Job& job : jobs) {
-    if (isReplaceable(job.input)) {
-      inputs.findOrAdd({&job, &job.input});
-    }
+// The files of a run that are used in one way, and must not be used in another.
+class FileUses {
+ public:
+  // Returns the use that was added earlier of the same file, or null.
+  const Use* find(const std::string& name) const {
+    const Use* const found = files_.find(name);
+    return found ? found : lowered_.find(name);
   }
-  return inputs;
-}
+
+  void add(const Use& use) {
+    files_.add(use);
+    lowered_.add(use);
+  }
+
+ private:
+  Files files_;
+  LoweredNames lowered_;
+};
 
 void requireOneOnStandardOutput(const std::vector<Job>& jobs) {
   std::ptrdiff_t count = 0;
@@ -124,9 +134,13 @@ void requireOneOnStandardOutput(const std::vector<Job>& jobs) {
 
 void requireDifferentFiles(const std::vector<Job>& jobs) {
   requireOneOnStandardOutput(jobs);
-  const Files inputs = inputsOf(jobs);
-  Files outputs;
-  NewNames names;
+  FileUses inputs;
+  for (const Job& job : jobs) {
+    if (isReplaceable(job.input)) {
+      inputs.add({&job, &job.input});
+    }
+  }
+  FileUses outputs;
   for (const Job& job : jobs) {
     for (const OutputRequest& output : job.outputs) {
       if (!isReplaceable(output.name)) {
@@ -134,14 +148,12 @@ void requireDifferentFiles(const std::vector<Job>& jobs) {
       }
       const Use use{&job, &output.name};
       if (const Use* const input = inputs.find(output.name)) {
-        const bool isSameName = *input->name == output.name;
-        throw UsageError("the output " + quoted(output.name) + " is the input" +
-                         (isSameName ? "" : " " + quoted(*input->name)) + "; it would be overwritten");
+        failOverwritten(*input, use);
       }
-      if (const Use* const earlier = outputs.findOrAdd(use)) {
+      if (const Use* const earlier = outputs.find(output.name)) {
         failSameOutput(*earlier, use);
       }
-      names.add(use);
+      outputs.add(use);
     }
   }
 }

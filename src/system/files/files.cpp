@@ -41,9 +41,10 @@ bool ignoresCase(const std::wstring& path) {
   }
   std::wstring name(fileNameOf(*probe));
   std::transform(name.begin(), name.end(), name.begin(), [](wchar_t c) { return asciiUpper(c); });
-  const bool isSame = isSameFile(*probe, std::wstring(folderOf(*probe)) + name);
+  // Some file systems give a file another identity for each spelling of its name, but nobody else has this random name.
+  const bool isFound = pathExists(std::wstring(folderOf(*probe)) + name);
   deleteFile(*probe);
-  return isSame;
+  return isFound;
 }
 
 std::wstring temporaryFolderName() {
