@@ -11,7 +11,8 @@ int main() try {
   doc.set("title", "Sales 2026");
   doc.heading(1, "Sales 2026");
   doc.paragraph("Three branches, one year.");
-  auto table = doc.beginTable({Column("branch"), Column("since"), Column("sold"), Column("amount").decimals(2)});
+  const Column amount = Column("amount").decimals(2);
+  auto table = doc.beginTable({Column("branch"), Column("since"), Column("sold"), amount});
   table.header("Branch", "Open since", "Sold", "Amount");
   table.row("Lyon", Date(2019, 3, 1), 1204, 48161.5);
   table.row("Nuuk", Date(2022, 11, 14), 870, 39020.25);
