@@ -18,7 +18,7 @@ INPUTS = {"report.md": "report.md", "sales.csv": "sales.csv", "notes.md": "repor
           "examples/report.md": "report.md", "README.md": "report.md"}
 SHELL_EXCERPT = re.compile(r"^```sh\n(.*?)^```", re.DOTALL | re.MULTILINE)
 CALL = re.compile(r"(^|\| *)(?:build/linux/bin/)?scrivalen ")
-OUTPUT = re.compile(r"(?:-o|--output)[ =](?:\w\w+:)?([\w./]+)")
+OUTPUT = re.compile(r"(?:(?:-o|--output)[ =](?:\w\w+:)?|> *)([\w./-]*\w)(?![\w:])")  # not standard output
 
 
 def lines_of(document):
