@@ -2,13 +2,16 @@
 # Compares whole processes in turn, so that changes in the machine's speed affect both sides, and prints medians beside
 # the limits. Exits with 1 when a limit is exceeded.
 #
-#   bench/compare.sh             everything below; Markdown only if cmark and the command exist
+#   bench/compare.sh             everything below; Markdown and CSV only if the command exists
 #   bench/compare.sh ledger      the library against handwritten writers, scaling, memory
 #   bench/compare.sh pdf         PDF against libharu
 #   bench/compare.sh xlsx        spreadsheets against libxlsxwriter
 #   bench/compare.sh document    the document interface against handwritten writers, scaling, memory
 #   bench/compare.sh python      Python against C++, both writing a document from columns
 #   bench/compare.sh markdown    the command against cmark
+#   bench/compare.sh csv         the command against a program for the one table, scaling, memory
+#
+# The last two also compare with pandoc, where it is on the path; one run of it takes minutes of cpu.
 #
 # BUILD is the build folder (build/linux), RUNS the number of runs per side (11), TMPDIR the folder of the files.
 # shellcheck disable=SC2317  # the measured functions are called by name
@@ -23,6 +26,7 @@ ledger="$build/bin/scrivalen_ledger"
 document="$build/bin/scrivalen_document_ledger"
 columns="$build/bin/scrivalen_columns"
 command="$build/bin/scrivalen"
+csv_by_hand="$build/bin/scrivalen_csv_by_hand"
 work="$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")"
 trap 'rm -rf "$work"' EXIT
 over=0
@@ -376,6 +380,17 @@ run_cmark() {
   seconds_of bash -c 'exec cmark "$1" >"$2"' cmark "$work/input.md" "$work/cmark.html"
 }
 
+# against_pandoc SECONDS INPUT LIMIT: SECONDS beside the median cpu seconds of three runs of pandoc.
+against_pandoc() {
+  local run its
+  for ((run = 0; run < 3; ++run)); do
+    seconds_of pandoc -s "$2" -o "$work/pandoc.html"
+  done >"$work/pandoc"
+  its="$(medians <"$work/pandoc")"
+  head_line "cpu seconds, HTML" scrivalen pandoc ratio limit
+  verdict "$(basename "$2")" "$1" "$its" "$(awk -v a="$1" -v b="$its" 'BEGIN {print a / b}')" "$3"
+}
+
 compare_markdown() {
   [ -x "$command" ] || fail "there is no $command; build the command first"
   [ -n "$(type -P cmark)" ] || fail "there is no cmark on the path"
@@ -385,6 +400,70 @@ compare_markdown() {
   head_line "cpu seconds, 10 MB Markdown to HTML" scrivalen cmark ratio limit
   pairs run_command run_cmark
   verdict "html" "$seconds" "$other" "$ratio" 0.50
+  if [ -n "$(type -P pandoc)" ]; then
+    against_pandoc "$seconds" "$work/input.md" 0.01
+  fi
+}
+
+# make_csv ROWS: numbers, dates, texts with letters outside ASCII, a third of them in quotes.
+make_csv() {
+  awk -v rows="$1" 'BEGIN {
+    print "id,name,remark,amount,date,status"
+    for (row = 1; row <= rows; ++row) {
+      printf "%d,%s,%s,%.2f,2024-%02d-%02d,%s\n", row, row % 3 ? "John Smith" : "Ren\303\251e M\303\274ller",
+        row % 3 ? "a remark of some forty characters a < b &" : "\"a remark, of \"\"forty\"\" characters, in quotes\"",
+        row * 7919 % 999983 / 100, row % 12 + 1, row % 28 + 1, row % 2 ? "open" : "closed"
+    }
+  }'
+}
+
+csv_by_command() {
+  rm -f "$work/command.html"
+  seconds_of "$command" --quiet "$work/$1.csv" -o "$work/command.html"
+}
+
+csv_by_hand() {
+  rm -f "$work/hand.html"
+  seconds_of "$csv_by_hand" "$work/$1.csv" "$work/page.html" "$work/hand.html"
+}
+
+# The cpu microseconds a row and the peak memory in KiB for a number of rows.
+csv_row_cost() {
+  csv_by_command "$1" | awk -v rows="$1" '{printf "%.6f\n", $1 / rows * 1e6}'
+}
+
+csv_peak() {
+  local run
+  for ((run = 0; run < 5; ++run)); do
+    command time -f %M -o "$work/peak" "$command" --quiet "$work/$1.csv" -o "$work/command.html"
+    cat "$work/peak"
+  done | medians
+}
+
+compare_csv() {
+  local rows large small
+  [ -x "$command" ] || fail "there is no $command; build the command first"
+  [ -x "$csv_by_hand" ] || fail "there is no $csv_by_hand; build the benchmarks first"
+  for rows in 1000 100000 1000000; do
+    make_csv "$rows" >"$work/$rows.csv"
+  done
+  "$command" --quiet "$work/1000.csv" --set title=100000 -o "$work/page.html" || fail "the command failed"
+  csv_by_command 100000 >/dev/null
+  csv_by_hand 100000 >/dev/null
+  cmp "$work/command.html" "$work/hand.html" >&2 || fail "csv: the two pages differ, so there is nothing to compare"
+  head_line "cpu seconds, 100,000 rows of CSV" scrivalen "by hand" ratio limit
+  pairs "csv_by_command 100000" "csv_by_hand 100000"
+  verdict "html" "$seconds" "$other" "$ratio" 1.60
+  if [ -n "$(type -P pandoc)" ]; then
+    against_pandoc "$seconds" "$work/100000.csv" 0.0067
+  fi
+  head_line "cpu microseconds a row of CSV" "1,000,000" "100,000" ratio limit
+  pairs "csv_row_cost 1000000" "csv_row_cost 100000"
+  verdict "html" "$seconds" "$other" "$ratio" 1.05
+  head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
+  large="$(csv_peak 1000000)"
+  small="$(csv_peak 1000)"
+  verdict "html" "$large" "$small" "$(awk -v a="$large" -v b="$small" 'BEGIN {print (a - b) / 1024}')" 1
 }
 
 case "${1:-}" in
@@ -394,6 +473,7 @@ case "${1:-}" in
   document) compare_document ;;
   python) compare_python ;;
   markdown) compare_markdown ;;
+  csv) compare_csv ;;
   "")
     compare_ledger
     compare_pdf
@@ -403,7 +483,10 @@ case "${1:-}" in
     if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
       compare_markdown
     fi
+    if [ -x "$command" ]; then
+      compare_csv
+    fi
     ;;
-  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, python, markdown, or none for all" ;;
+  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, python, markdown, csv, or none for all" ;;
 esac
 exit "$over"

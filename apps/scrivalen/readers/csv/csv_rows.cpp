@@ -16,7 +16,10 @@ bool isLineEnd(int c) { return c == '\n' || c == '\r'; }
 
 // LF, CR and CR LF each end a line.
 std::size_t linesIn(std::string_view text) {
-  auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n'));
+  std::size_t lines = 0;
+  for (std::size_t at = text.find('\n'); at != text.npos; at = text.find('\n', at + 1)) {
+    ++lines;
+  }
   for (std::size_t at = text.find('\r'); at != text.npos; at = text.find('\r', at + 1)) {
     lines += at + 1 < text.size() && text[at + 1] == '\n' ? 0 : 1;
   }
