@@ -25,6 +25,11 @@ class Examples(DocumentTest):
         self.assertIn("Tea & biscuits   4.50  2026-01-31\n", self.read_file("hello.txt"))
         self.assertIn("<td>Tea &amp; biscuits</td>", self.read_file("hello.html"))
 
+    def test_the_first_program_of_the_readme_writes_four_files(self):
+        self.run_example("sales.py")
+        self.assertEqual(self.files(), ["sales.html", "sales.pdf", "sales.rtf", "sales.xlsx"])
+        self.assertIn('<td style="text-align:right">12000.00</td>', self.read_file("sales.html"))
+
     def test_the_excerpts_of_the_guide_write_what_they_show(self):
         output = self.run_example("python_guide.py")
         self.assertIn("Into memory, and to standard output.", output)
