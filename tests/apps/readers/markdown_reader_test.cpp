@@ -15,6 +15,26 @@ Lines partsOf(std::string_view markdown, Safety safety = Safety::Safe) {
   return parts.lines();
 }
 
+// The parser decided by the position of the last line of the code.
+TEST(MarkdownReader, KeepsCodeInItsListWhereverItIs) {
+  const auto partsAt = [](std::size_t position, const std::string& lineEnd) {
+    std::string text = std::string(position, 'x') +
+                       "\n\n* a\n\n    ```c\n    b\n    ```\n\n    d\n\n    ~~~\n    e\n    ~~~\n\n    f\n";
+    for (std::size_t at = text.find('\n'); at != text.npos; at = text.find('\n', at + lineEnd.size())) {
+      text.replace(at, 1, lineEnd);
+    }
+    Lines parts = partsOf(text);
+    parts.erase(parts.begin(), parts.begin() + 3);
+    return parts;
+  };
+  const Lines expected = partsAt(1, "\n");
+  EXPECT_EQ(expected.back(), "EndList");
+  for (std::size_t position = 2; position < 700; ++position) {
+    ASSERT_EQ(partsAt(position, "\n"), expected) << position;
+    ASSERT_EQ(partsAt(position, "\r\n"), expected) << position;
+  }
+}
+
 TEST(MarkdownReader, EmitsNothingForAnEmptyText) { EXPECT_EQ(partsOf(""), Lines()); }
 
 TEST(MarkdownReader, JoinsSoftBreaksEscapesAndReferencesIntoOneText) {

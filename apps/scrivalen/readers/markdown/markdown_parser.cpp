@@ -1,6 +1,7 @@
 #include "readers/markdown/markdown_parser.h"
 
 #include "errors.h"
+#include "readers/markdown/copies/code_in_lists.h"
 #include "readers/markdown/original_text.h"
 
 #include <exception>
@@ -75,7 +76,8 @@ void parseUnchanged(std::string_view text, MarkdownHandler& handler) {
 }
 
 void parseMarkdown(std::string_view text, MarkdownHandler& handler) {
-  OriginalText original(text, handler);
+  const auto copy = withCodeKeptInLists(text);
+  OriginalText original(copy ? *copy : text, handler);
   parseUnchanged(original.toBeParsed(), original);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "readers/markdown/copies/masked_tildes.h"
 #include "readers/markdown/markdown_parser.h"
-#include "readers/markdown/masked_tildes.h"
 
 #include <array>
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "readers/markdown/masked_tildes.h"
+#include "readers/markdown/copies/masked_tildes.h"
 
 #include <algorithm>
 #include <functional>
