@@ -69,8 +69,9 @@ class ArgumentParser {
 
   // Several letters: flags, and at last perhaps an option with its value.
   void takeShort(const std::string& argument) {
-    if (find("-" + argument.substr(0, argument.find('=')))) {
-      failUnknown(argument.substr(0, argument.find('=')));
+    const std::string word = argument.substr(0, argument.find('='));
+    if (find(std::string("-").append(word))) {
+      failUnknown(word);
     }
     for (std::size_t i = 1; i < argument.size(); ++i) {
       const std::string name = {'-', argument[i]};
@@ -118,7 +119,8 @@ class ArgumentParser {
         known.push_back(longName);
       }
     }
-    const std::string asLong = "--" + name.substr(std::min(name.find_first_not_of('-'), name.size()));
+    std::string asLong = "--";
+    asLong.append(name, std::min(name.find_first_not_of('-'), name.size()));
     throw UsageError("unknown option '" + name + "'" + suggestion(asLong, known, "; see scrivalen --help"));
   }
 
