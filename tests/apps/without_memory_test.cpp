@@ -140,5 +140,39 @@ INSTANTIATE_TEST_SUITE_P(
         testing::Values(Extent::One, Extent::AllFromThere)),
     name);
 
+// Of several inputs, the one whose conversion lacks memory fails alone. Memory for the options is needed by all.
+TEST(SeveralInputsWithoutMemory, FailOneByOne) {
+  CommandRun run;
+  run.with("in.md", kMarkdown).with("table.csv", kCsv);
+  keepMemoryFor(run.environment);
+  const std::vector<std::string> arguments = {
+      run.path("in.md"), run.path("table.csv"), "--output-dir", run.path(""), "--to", "text"};
+  ASSERT_EQ(runCommand(arguments, run.environment.get()), 0);
+  const std::string page = run.bytes("in.txt");
+  const std::string table = run.bytes("table.txt");
+  std::size_t withOneOutput = 0;
+  bool hasFailed = true;
+  for (std::size_t nth = 1; hasFailed && !HasFailure(); ++nth) {
+    SCOPED_TRACE(nth);
+    run.with("in.txt", kBefore).with("table.txt", kBefore);
+    run.environment.error.clear();
+    int status = 0;
+    {
+      const FailingAllocations memory(nth, Extent::One, Functions::OperatorNew);
+      status = runCommand(arguments, run.environment.get());
+      const UnfailingAllocations ownMemory;
+      hasFailed = memory.hasFailed();
+    }
+    const bool hasPage = run.bytes("in.txt") == page;
+    const bool hasTable = run.bytes("table.txt") == table;
+    EXPECT_TRUE(hasPage || run.bytes("in.txt") == kBefore);
+    EXPECT_TRUE(hasTable || run.bytes("table.txt") == kBefore);
+    EXPECT_EQ(status, hasPage && hasTable ? 0 : 1);
+    EXPECT_EQ(status == 0, run.environment.error.find("out of memory") == std::string::npos) << run.environment.error;
+    withOneOutput += hasPage != hasTable ? 1 : 0;
+  }
+  EXPECT_GT(withOneOutput, 100u);
+}
+
 }  // namespace
 }  // namespace scrivalen::command::test
