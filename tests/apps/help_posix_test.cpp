@@ -76,8 +76,8 @@ bool holds(const std::string& text, std::string_view part) { return text.find(pa
 TEST(HelpOutput, HasATopicForEachHeadingOfLevelOneOrTwo) {
   const Compiler compiler(kJoinPages);
   CommandRun run;
-  const Result result =
-      run.with("in.md", "[b](#b)\n\n# A\n\n## B\n\n| \\<b> |\n|---|\n").run({"@/in.md", "-o", "@/a.chm"});
+  const Result result = run.with("in.md", "[b](#b)\n\n# A\n\n## B\n\n| \\<b> |\n|---|\n")
+                            .run({"@/in.md", "--title", "T", "-o", "@/a.chm"});
   EXPECT_EQ(result.error, "");
   const std::string pages = run.bytes("a.chm");
   EXPECT_TRUE(holds(pages, "<a href=\"topic3.htm#b\">b</a>")) << pages;

@@ -67,6 +67,7 @@ class HelpWriter : public DocumentWriter {
   std::optional<Section> pendingSection_;  // begun, but without content so far
   bool isSectionNamed_ = false;            // of the section that is open
   bool isSectionWritten_ = false;          // and has an element in the page that has not ended
+  bool isTitleTopic_ = false;              // whether the topic has the document's title, and no heading so far
 
   // What belongs to the content that comes next.
   std::string title_;
@@ -158,13 +159,17 @@ void HelpWriter::beginTopic(std::string_view name, int level) {
   }
   topics_->begin(nameOf(name));
   addEntry(level, name);
+  isTitleTopic_ = false;
 }
 
-// A heading that begins a section shares its page, and is named in the contents unless it has the section's name.
+// A heading that begins a section shares its page, and is named in the contents unless it has the section's name. So
+// does one with the document's title, with what comes before it.
 void HelpWriter::beginTopicOf(const Event& heading) {
   title_.clear();
   const int level = heading.number + (isSectionNamed_ ? 1 : 0);
-  if (!pendingSection_) {
+  if (std::exchange(isTitleTopic_, false) && !pendingSection_ && heading.text == context_.settings.text("title")) {
+    contents_.back().level = level;
+  } else if (!pendingSection_) {
     beginTopic(heading.text, level);
   } else if (!isSectionNamed_) {
     beginPendingSection(heading.text);
@@ -194,6 +199,7 @@ void HelpWriter::beginContent() {
     beginPendingSection(name.empty() ? title : name);
   } else if (topics_->isEmpty()) {
     beginTopic(title, 1);
+    isTitleTopic_ = true;
   }
   writePending();
 }

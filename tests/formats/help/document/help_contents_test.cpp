@@ -27,6 +27,18 @@ TEST(HelpContents, HaveATopicWithTheDocumentsTitleForWhatComesFirst) {
   EXPECT_EQ(help.body("topic1.htm"), "<h1 class=\"title\">A &amp; B</h1>\n<p>before</p>\n");
 }
 
+TEST(HelpContents, NameTheTitleOnceIfItIsTheFirstHeadingsToo) {
+  MadeHelp help;
+  help.set("title", "Stock");
+  help.set("show-title", "no");
+  help.paragraph("before");
+  help.heading(1, "Stock");
+  help.paragraph("after");
+  help.heading(1, "Stock");
+  EXPECT_EQ(help.contents(), "  topic1.htm: Stock\n  topic2.htm: Stock\n");
+  EXPECT_EQ(help.body("topic1.htm"), "<p>before</p>\n<h1 id=\"stock\">Stock</h1>\n<p>after</p>\n");
+}
+
 TEST(HelpContents, HaveATopicForEachSectionWithItsHeadingsInside) {
   MadeHelp help;
   help.section("Sales", "sales");
