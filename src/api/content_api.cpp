@@ -77,14 +77,15 @@ Status beginColored(Document& document, const char* color, const char* backgroun
   return document.beginColored(foregroundColor, backgroundColor);
 }
 
-// As a part of a sentence.
-std::string inSentence(std::string reason) {
+// Why a picture is left out, and what is in its place.
+std::string leftOut(const std::string& what, std::string reason, std::string_view alternative) {
   constexpr std::string_view kSubject = "The picture ";
   if (reason.starts_with(kSubject)) {
     reason.replace(0, kSubject.size(), "it ");
     reason.erase(reason.find_last_not_of('.') + 1);
   }
-  return reason;
+  return "cannot use " + what + ": " + reason +
+         (alternative.empty() ? "; nothing takes its place" : "; its text takes its place");
 }
 
 Status image(Document& document, const void* data, std::size_t size, std::string_view alternative, double width) {
@@ -99,7 +100,7 @@ Status image(Document& document, const void* data, std::size_t size, std::string
   }
   std::string reason;
   const auto picture = Picture::read({static_cast<const char*>(data), size}, reason);
-  return document.image(picture, alternative, width, "cannot use a picture: " + inSentence(std::move(reason)));
+  return document.image(picture, alternative, width, leftOut("a picture", std::move(reason), alternative));
 }
 
 Status imageFile(Document& document, std::string_view path, std::string_view alternative, double width) {
@@ -109,7 +110,7 @@ Status imageFile(Document& document, std::string_view path, std::string_view alt
   std::string reason;
   const auto picture = scrivalen::document::readPictureFile(path, reason);
   return document.image(picture, alternative, width,
-                        "cannot use the picture " + quoted(path) + ": " + inSentence(std::move(reason)));
+                        leftOut("the picture " + quoted(path), std::move(reason), alternative));
 }
 
 Status raw(Document& document, std::string_view format, std::string_view markup) {

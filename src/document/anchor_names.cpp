@@ -24,6 +24,9 @@ constexpr Range kDropped[] = {
     {0x2500, 0x2BFF}, {0x2E00, 0x2E7F}, {0x3000, 0x3004}, {0x3008, 0x3020}, {0xFE30, 0xFE6F},   {0xFF01, 0xFF0F},
     {0xFF1A, 0xFF20}, {0xFF3B, 0xFF40}, {0xFF5B, 0xFF65}, {0xFFE0, 0xFFFF}, {0x1F000, 0x1FAFF}, {0xE0000, 0xE007F}};
 
+// In bytes, about. Every name is kept.
+constexpr std::size_t kLongestName = 1000;
+
 constexpr bool isDropped(char32_t c) {
   return std::any_of(std::begin(kDropped), std::end(kDropped),
                      [c](const Range& range) { return c >= range.first && c <= range.last; });
@@ -42,7 +45,7 @@ constexpr auto kAscii = [] {
 void appendPlainName(std::string& name, std::string_view heading) {
   const char* at = heading.data();
   const char* const end = at + heading.size();
-  while (at != end) {
+  while (at != end && name.size() < kLongestName) {
     if (const auto byte = static_cast<unsigned char>(*at); byte < kAscii.size()) {
       ++at;
       if (kAscii[byte] != '\0') {

@@ -9,7 +9,8 @@
 namespace scrivalen::document {
 
 /// Makes the ids of headings as Markdown hosting sites do: in lower case, with hyphens for blanks and without
-/// punctuation. An id already in use gets the suffix "-1", "-2", ... Keeps every id.
+/// punctuation. An id already in use gets the suffix "-1", "-2", ... Keeps every id, so it makes that of a long heading
+/// from the first 1,000 bytes or so.
 class AnchorNames {
  public:
   /// A new id for a heading, marked as used. Never empty; valid until the next call.

@@ -132,8 +132,7 @@ Status Document::image(const std::shared_ptr<const Picture>& picture, std::strin
     return status;
   }
   if (!picture) {
-    warn(WarningCode::SomethingLeftOut,
-         std::string(reason) + (alternative.empty() ? "; nothing takes its place" : "; its text takes its place"));
+    warn(WarningCode::SomethingLeftOut, reason);
   }
   const Event event{
       .kind = EventKind::Image, .points = width, .text = cleanLine(alternative, line_), .picture = picture.get()};

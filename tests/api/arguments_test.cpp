@@ -289,7 +289,7 @@ TEST(DocumentArguments, APictureThatCannotBeReadLeavesItsTextAndAWarning) {
   EXPECT_NE(document.closed().find("the plan"), std::string::npos);
   const std::string warnings = warningsOf(document);
   EXPECT_EQ(warnings.find("input 4 1 cannot use the picture 'no such \xEF\xBF\xBD picture.png': "), 0u) << warnings;
-  EXPECT_NE(warnings.find("picture.png': No such file or directory; its text takes its place\n"), std::string::npos)
+  EXPECT_NE(warnings.find("; its text takes its place\ninput 4 1 cannot use a picture: "), std::string::npos)
       << warnings;
   EXPECT_NE(warnings.find("input 4 1 cannot use a picture: it is neither PNG nor JPEG; its text takes its place\n"),
             std::string::npos)

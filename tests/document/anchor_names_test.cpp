@@ -30,6 +30,16 @@ TEST(AnchorNames, DefaultToSectionForAHeadingWithoutLetters) {
   EXPECT_EQ(nameOf(""), "section");
 }
 
+TEST(AnchorNames, AreOfTheBeginningOfALongHeading) {
+  AnchorNames names;
+  const std::string start(1000, 'a');
+  EXPECT_EQ(names.next(start + "b"), start);
+  EXPECT_EQ(names.next(start + "c"), start + "-1");
+  EXPECT_EQ(names.next(std::string(999, 'a') + "\xC3\xA9"
+                                               "b"),
+            std::string(999, 'a') + "\xC3\xA9");
+}
+
 TEST(AnchorNames, AreUnique) {
   AnchorNames names;
   EXPECT_EQ(names.next("List"), "list");

@@ -3,13 +3,31 @@
 #include "document/anchor_names.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <utility>
 
 namespace scrivalen::command {
 namespace {
 
+// A title is a line that people read, and some formats write it several times.
+constexpr std::size_t kLongestTitle = 1000;
+
 /// Ends the reading.
 struct HeadingFound {};
+
+std::string titleOf(const std::string& heading) {
+  if (heading.size() <= kLongestTitle) {
+    return heading;
+  }
+  std::size_t size = heading.rfind(' ', kLongestTitle);
+  if (size == heading.npos) {
+    size = kLongestTitle;
+    while ((static_cast<unsigned char>(heading[size]) & 0xC0) == 0x80) {
+      --size;  // within a character
+    }
+  }
+  return heading.substr(0, size) + "\xE2\x80\xA6";
+}
 
 class HeadingCollector final : public DocumentSink {
  public:
@@ -72,7 +90,7 @@ void HeadingCollector::end() {
     heading_.id = names_.next(heading_.text);
   }
   if (result_.title.empty()) {
-    result_.title = heading_.text;
+    result_.title = titleOf(heading_.text);
   }
   result_.all.push_back(std::move(heading_));
   if (search_ == HeadingSearch::First && !result_.title.empty()) {

@@ -16,7 +16,7 @@ struct Heading {
 
 /// What must be known of a document before its first part.
 struct Headings {
-  std::string title;     ///< the first text of a heading; empty if there is none
+  std::string title;     ///< the first text of a heading, shortened if it is very long; empty if there is none
   bool isFirst = false;  ///< whether the document begins with a heading
   std::vector<Heading> all;
 };
