@@ -13,23 +13,23 @@ namespace {
 using namespace std::string_view_literals;
 
 // What the help and the shells name.
-constexpr std::array kFormats = {"markdown"sv, "csv"sv, "tsv"sv};
-constexpr std::array kEncodings = {"utf-8"sv, "latin-1"sv, "windows-1252"sv, "utf-16le"sv, "utf-16be"sv};
+constexpr std::array kInputFormats = {"markdown"sv, "csv"sv, "tsv"sv};
+constexpr std::array kInputEncodings = {"utf-8"sv, "latin-1"sv, "windows-1252"sv, "utf-16le"sv, "utf-16be"sv};
 
 struct FormatName {
   std::string_view name;
   InputFormat format;
 };
 
-constexpr FormatName kFormatNames[] = {{"markdown", InputFormat::Markdown},
-                                       {"md", InputFormat::Markdown},
-                                       {"csv", InputFormat::Csv},
-                                       {"tsv", InputFormat::Tsv},
-                                       {"tab", InputFormat::Tsv}};
+constexpr FormatName kInputFormatNames[] = {{"markdown", InputFormat::Markdown},
+                                            {"md", InputFormat::Markdown},
+                                            {"csv", InputFormat::Csv},
+                                            {"tsv", InputFormat::Tsv},
+                                            {"tab", InputFormat::Tsv}};
 
 std::optional<InputFormat> formatNamed(std::string_view nameOrExtension) {
   const std::string wanted = scrivalen::asciiLowered<char>(nameOrExtension);
-  for (const FormatName& name : kFormatNames) {
+  for (const FormatName& name : kInputFormatNames) {
     if (name.name == wanted) {
       return name.format;
     }
@@ -46,7 +46,7 @@ InputFormat inputFormat(const std::optional<std::string>& from, const std::strin
   const auto format = formatNamed(*from);
   if (!format) {
     throw UsageError("--from takes markdown, csv or tsv, not '" + *from + "'" +
-                     suggestion(*from, {kFormats.begin(), kFormats.end()}, ""));
+                     suggestion(*from, {kInputFormats.begin(), kInputFormats.end()}, ""));
   }
   return *format;
 }
@@ -68,7 +68,7 @@ InputEncoding encoding(const std::string& name) {
   const auto named = encodingNamed(name);
   if (!named) {
     throw UsageError("--encoding takes " + std::string(kEncodingNames) + ", not '" + name + "'" +
-                     suggestion(name, {kEncodings.begin(), kEncodings.end()}, ""));
+                     suggestion(name, {kInputEncodings.begin(), kInputEncodings.end()}, ""));
   }
   return *named;
 }
@@ -87,14 +87,14 @@ class InputOptions : public OptionGroup {
          "FORMAT",
          "The format of the input: markdown, csv or tsv (default: that of its extension, else markdown)",
          Offer::Words,
-         {kFormats.begin(), kFormats.end()}},
+         {kInputFormats.begin(), kInputFormats.end()}},
         {&encoding_,
          "--encoding",
          "NAME",
          "The encoding of the input: utf-8, latin-1, windows-1252, utf-16le or utf-16be (default: UTF-8, and UTF-16 by "
          "its byte-order mark)",
          Offer::Words,
-         {kEncodings.begin(), kEncodings.end()}},
+         {kInputEncodings.begin(), kInputEncodings.end()}},
         {&delimiter_, "--delimiter", "CHARACTER",
          "What separates the cells of CSV; \\t is a tab (default: found from the first rows)"},
     };
