@@ -88,12 +88,34 @@ bool TableWriter::hasDirections(const Row& row) const {
 void TableWriter::row(const Row& row) {
   hasWritten_ = true;
   if (isPlain(row)) {
-    writePlainRow(row);
-  } else if (waiting_.empty()) {
+    return writePlainRow(row);
+  }
+  hasDirections_ = hasDirections(row);
+  findColumns(row);
+  if (waiting_.empty()) {
     writeRow(out_, row, plan_.parts.front());
   } else {
     writeSplitRow(row);
   }
+}
+
+void TableWriter::findColumns(const Row& row) {
+  columns_.clear();
+  std::size_t column = 0;
+  for (const Cell& cell : row.cells) {
+    columns_.push_back(column);
+    column += static_cast<std::size_t>(cell.span);
+  }
+}
+
+// A part has the first column and its own ones. The cells between them are not looked at: a wide table has as many
+// parts as columns, divided by 62.
+std::size_t TableWriter::nextCell(std::size_t cell, const TablePart& part) const {
+  if (cell > 0) {
+    return cell + 1;
+  }
+  const auto after = std::upper_bound(columns_.begin(), columns_.end(), part.first);
+  return std::max<std::size_t>(1, static_cast<std::size_t>(after - columns_.begin()) - 1);
 }
 
 void TableWriter::writePlainRow(const Row& row) {
@@ -151,9 +173,9 @@ void TableWriter::writeRow(OutputBuffer& out, const Row& row, const TablePart& p
   put(out, paragraph_);
   put(out, row.repeated ? "\\keepn" : "");
   put(out, row.header ? "\\b" : "");
-  hasDirections_ = hasDirections(row);
-  std::size_t column = 0;
-  for (const Cell& cell : row.cells) {
+  for (std::size_t i = 0; i < columns_.size() && columns_[i] < part.end; i = nextCell(i, part)) {
+    const Cell& cell = row.cells[i];
+    const std::size_t column = columns_[i];
     const std::size_t end = column + static_cast<std::size_t>(cell.span);
     const std::size_t before = part.columnsBefore(column);
     const std::size_t after = part.columnsBefore(end);
@@ -165,7 +187,6 @@ void TableWriter::writeRow(OutputBuffer& out, const Row& row, const TablePart& p
       const bool isContinued = column > 0 && column < part.first && !row.header;
       writeCell(out, isContinued ? Cell{} : cell, row, cell.align == Align::Auto ? aligns_[column] : cell.align);
     }
-    column = end;
   }
   inlines_.setPlaces(true);
   put(out, kRowEnd);
@@ -173,8 +194,9 @@ void TableWriter::writeRow(OutputBuffer& out, const Row& row, const TablePart& p
 
 void TableWriter::writeDefinition(OutputBuffer& out, const Row& row, const TablePart& part) {
   put(out, definitionBegin(row.repeated));
-  std::size_t column = 0;
-  for (const Cell& cell : row.cells) {
+  for (std::size_t i = 0; i < columns_.size() && columns_[i] < part.end; i = nextCell(i, part)) {
+    const Cell& cell = row.cells[i];
+    const std::size_t column = columns_[i];
     const std::size_t end = column + static_cast<std::size_t>(cell.span);
     const std::size_t after = part.columnsBefore(end);
     if (after > part.columnsBefore(column)) {
@@ -184,7 +206,6 @@ void TableWriter::writeDefinition(OutputBuffer& out, const Row& row, const Table
       }
       put(out, "\\cellx", indent_ + part.edges[after - 1]);
     }
-    column = end;
   }
 }
 

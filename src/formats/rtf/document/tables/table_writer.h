@@ -46,6 +46,9 @@ class TableWriter {
 
   bool isPlain(const Row& row) const;
   bool hasDirections(const Row& row) const;
+  void findColumns(const Row& row);
+  /// Of the cells that a part may show, the one after another.
+  std::size_t nextCell(std::size_t cell, const TablePart& part) const;
   std::string definitionBegin(bool isRepeated) const;
   std::string plainDefinition(const TablePart& part) const;
   void writePlainRow(const Row& row);
@@ -76,7 +79,8 @@ class TableWriter {
   std::vector<Waiting> waiting_;
   std::size_t waitingRows_ = 0;
   bool hasWritten_ = false;
-  bool hasDirections_ = false;  // the cells of the row state theirs
+  bool hasDirections_ = false;        // the cells of the row state theirs
+  std::vector<std::size_t> columns_;  // in which each cell of the row begins
 };
 
 }  // namespace scrivalen::document::rtf
