@@ -147,6 +147,15 @@ TEST(Options, DetectTheInputsFormatByItsExtension) {
   EXPECT_EQ(parsed({"-", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
 }
 
+TEST(Options, WarnOfAnInputThatIsPerhapsATable) {
+  EXPECT_EQ(parsed({"a.cvs", "-o", "a.txt"}).warnings,
+            std::vector<std::string>{"'a.cvs' is read as Markdown; did you mean --from csv?"});
+  for (const char* const input : {"a.csv", "a.TSV", "a.tab", "a.md", "a.txt", "a.tex", "a", "-"}) {
+    EXPECT_EQ(parsed({input, "-o", "b.txt"}).warnings, std::vector<std::string>()) << input;
+  }
+  EXPECT_EQ(parsed({"a.cvs", "--from", "md", "-o", "a.txt"}).warnings, std::vector<std::string>());
+}
+
 TEST(Options, PreferFromToTheExtension) {
   EXPECT_EQ(parsed({"a.md", "--from", "tsv", "-o", "a.txt"}).jobs[0].format, InputFormat::Tsv);
   EXPECT_EQ(complaint({"a.md", "--from", "doc", "-o", "a.txt"}), "--from takes markdown, csv or tsv, not 'doc'");

@@ -4,6 +4,7 @@
 #include "options/effect.h"
 #include "options/suggestion.h"
 #include "text/ascii.h"
+#include "text/names/similar.h"
 
 #include <array>
 
@@ -37,11 +38,14 @@ std::optional<InputFormat> formatNamed(std::string_view nameOrExtension) {
   return std::nullopt;
 }
 
+std::string_view extensionOf(std::string_view input) {
+  const std::size_t dot = input.rfind('.');
+  return dot == std::string::npos ? std::string_view() : input.substr(dot + 1);
+}
+
 InputFormat inputFormat(const std::optional<std::string>& from, const std::string& input) {
   if (!from) {
-    const std::size_t dot = input.rfind('.');
-    const auto format = dot == std::string::npos ? std::nullopt : formatNamed(input.substr(dot + 1));
-    return format.value_or(InputFormat::Markdown);
+    return formatNamed(extensionOf(input)).value_or(InputFormat::Markdown);
   }
   const auto format = formatNamed(*from);
   if (!format) {
@@ -114,6 +118,9 @@ class InputOptions : public OptionGroup {
       Job job;
       job.input = input;
       job.format = inputFormat(from_, input);
+      if (!from_) {
+        warnOfTypingError(input);
+      }
       job.delimiter = delimiter(delimiter_, job.format);
       options_.jobs.push_back(std::move(job));
     }
@@ -123,6 +130,17 @@ class InputOptions : public OptionGroup {
   }
 
  private:
+  // "prices.cvs" would be read as Markdown.
+  void warnOfTypingError(const std::string& input) {
+    static constexpr std::array kTables = {"csv"sv, "tsv"sv};
+    const std::string_view extension = extensionOf(input);
+    const std::string_view similar = scrivalen::mostSimilar(extension, kTables);
+    if (!similar.empty() && !formatNamed(extension)) {
+      options_.warnings.push_back("'" + input + "' is read as Markdown; did you mean --from " + std::string(similar) +
+                                  "?");
+    }
+  }
+
   Options& options_;
   std::vector<std::string> inputs_;
   std::optional<std::string> from_;
