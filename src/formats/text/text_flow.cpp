@@ -49,14 +49,20 @@ void TextFlow::end() {
   text_.clear();
 }
 
+// A blank at the end of the link's text comes after the address.
 std::string TextFlow::endLink() {
   const OpenLink link = *std::exchange(link_, std::nullopt);
-  const std::string_view text = link.isPartWritten ? "" : std::string_view(text_).substr(link.begin);
-  if (!needsAddress(text, link.address)) {
+  const std::string_view text = link.isPartWritten ? text_ : std::string_view(text_).substr(link.begin);
+  const std::size_t shown = text.find_last_not_of(' ') + 1;
+  if (!needsAddress(link.isPartWritten ? "" : text.substr(0, shown), link.address)) {
     return {};
   }
-  const bool isAlone = text.empty() && !link.isPartWritten;
-  return isAlone ? link.address : " (" + link.address + ")";
+  const std::string blank(shown < text.size() ? 1 : 0, ' ');
+  if (shown == 0 && !link.isPartWritten) {
+    return link.address + blank;
+  }
+  text_.resize(text_.size() - (text.size() - shown));
+  return " (" + link.address + ")" + blank;
 }
 
 void TextFlow::writeParagraph(std::string_view text) {

@@ -301,6 +301,17 @@ TEST(TextWriter, WritesTheAddressOfALinkAfterItsText) {
             "See the site (https://example.com/a).\n");
 }
 
+TEST(TextWriter, WritesTheBlankAtTheEndOfALinkAfterItsAddress) {
+  EXPECT_EQ(writtenText([](DocumentWriter& writer) {
+              put(writer, EventKind::BeginParagraph);
+              putLink(writer, "the site ", "https://example.com/a");
+              putLink(writer, " ", "https://example.com/b");
+              put(writer, EventKind::Text, "end");
+              put(writer, EventKind::EndParagraph);
+            }),
+            "the site (https://example.com/a)  https://example.com/b end\n");
+}
+
 TEST(TextWriter, WritesNoAddressThatTheTextShowsOrThatLeadsInside) {
   EXPECT_EQ(writtenText([](DocumentWriter& writer) {
               put(writer, EventKind::BeginParagraph);
