@@ -80,6 +80,11 @@ TEST(SafeMarkdown, KeepsLinkedPicturesOfAnHtmlBlockApart) {
             paragraph({"BeginLink @a", "Image 'c' @b", "EndLink", "Text ' '", "BeginLink @d", "Text 'e'", "EndLink"}));
 }
 
+TEST(SafeMarkdown, BreaksTheLineAfterALinkThatEndsABlock) {
+  EXPECT_EQ(partsOf("<p><a href=a>\n<img src=b alt=c>\n</a>\n</p>\n<p>d</p>"),
+            paragraph({"BeginLink @a", "Image 'c' @b", "EndLink", "Text '\\nd'"}));
+}
+
 TEST(SafeMarkdown, ShowsAddressesOfRawHtmlThatRunAProgram) {
   EXPECT_EQ(partsOf("<a href=' JavaScript:a'>b</a> c"), paragraph({"Text 'b (JavaScript:a) c'"}));
   EXPECT_EQ(partsOf("<div><a href=data:text/html,a>b</a></div>"), paragraph({"Text 'b (data:text/html,a)'"}));

@@ -303,6 +303,9 @@ void MarkupReader::endBlock() {
   while (!text_.empty() && text_.back() == ' ' && !isAfterImage()) {
     text_.pop_back();
   }
+  for (auto part = parts_.rbegin(); part != parts_.rend() && part->at > text_.size(); ++part) {
+    part->at = text_.size();
+  }
   if (isAfterImage() || (!text_.empty() && text_.back() != '\n')) {
     text_ += '\n';
   }
