@@ -18,7 +18,7 @@ struct Place {
   std::size_t end = 0;      // of the block
 };
 
-std::size_t endOfLine(std::string_view text, std::size_t from) {
+std::size_t nextLine(std::string_view text, std::size_t from) {
   const std::size_t at = text.find('\n', from);
   return at == text.npos ? text.size() : at + 1;
 }
@@ -30,12 +30,12 @@ std::string_view withoutBlanksAtEnd(std::string_view line) {
 // CommonMark also allows a carriage return as line end, but no program that writes front matter does.
 std::optional<Place> findFrontMatter(std::string_view text) {
   Place place;
-  place.content = endOfLine(text, 0);
+  place.content = nextLine(text, 0);
   if (withoutBlanksAtEnd(text.substr(0, place.content)) != "---") {
     return std::nullopt;
   }
   for (place.fence = place.content; place.fence < text.size(); place.fence = place.end) {
-    place.end = endOfLine(text, place.fence);
+    place.end = nextLine(text, place.fence);
     const std::string_view line = withoutBlanksAtEnd(text.substr(place.fence, place.end - place.fence));
     if (line == "---" || line == "...") {
       return place;
@@ -48,7 +48,7 @@ std::optional<Place> findFrontMatter(std::string_view text) {
 }
 
 bool isOnlyOfComments(std::string_view lines) {
-  for (std::size_t at = 0; at < lines.size(); at = endOfLine(lines, at)) {
+  for (std::size_t at = 0; at < lines.size(); at = nextLine(lines, at)) {
     const std::size_t first = lines.find_first_not_of(" \t", at);
     if (first != lines.npos && lines[first] != '#' && lines[first] != '\n' && lines[first] != '\r') {
       return false;

@@ -78,7 +78,8 @@ std::string decoded(std::string_view value) {
       value.remove_prefix(1);
     }
   }
-  std::replace_if(text.begin(), text.end(), isBlank, ' ');
+  std::replace_if(
+      text.begin(), text.end(), [](char c) { return isBlank(c); }, ' ');
   return text;
 }
 

@@ -23,7 +23,7 @@ std::string_view withoutFirst(std::string_view line, std::string_view characters
   return line;
 }
 
-bool isBlank(std::string_view line) { return withoutFirst(line, " \t>").empty(); }
+bool isBlankLine(std::string_view line) { return withoutFirst(line, " \t>").empty(); }
 
 // Of backticks or tildes; 0 if a line does not begin with a fence.
 std::size_t lengthOfFence(std::string_view line) {
@@ -44,11 +44,11 @@ bool mayEndCode(std::string_view text, std::size_t end) {
   const std::size_t fenceEnd = endOfLine(text, fence);
   const std::string_view line = withoutFirst(text.substr(fence, fenceEnd - fence), " \t>");
   const std::size_t length = lengthOfFence(line);
-  if (length == 0 || !isBlank(line.substr(length))) {
+  if (length == 0 || !isBlankLine(line.substr(length))) {
     return false;
   }
   const std::size_t after = startOfNextLine(text, fenceEnd);
-  return after < text.size() && isBlank(text.substr(after, endOfLine(text, after) - after));
+  return after < text.size() && isBlankLine(text.substr(after, endOfLine(text, after) - after));
 }
 
 // The end of the line with the fence that begins the code, which is not before a position; npos if there is none.
