@@ -29,6 +29,7 @@ TEST(SafeMarkdown, DropsTagsAndKeepsTheTextBetweenThem) {
 
 TEST(SafeMarkdown, BreaksTheLineAtABreak) {
   EXPECT_EQ(partsOf("a<br>b<BR/>c<br />d"), paragraph({"Text 'a\\nb\\nc\\nd'"}));
+  EXPECT_EQ(partsOf("a<br>\nb"), paragraph({"Text 'a\\nb'"}));
   EXPECT_EQ(partsOf("# a<br>b"), (Lines{"BeginHeading 1", "Text 'a\\nb'", "EndHeading"}));
   EXPECT_EQ(partsOf("![a<br>b](c)"), paragraph({"Image 'a b' @c"}));
 }

@@ -226,7 +226,7 @@ void MarkdownListener::text(MD_TEXTTYPE type, std::string_view text) {
   if (type == MD_TEXT_ENTITY) {
     appendEntity(text_, text);
   } else if (type == MD_TEXT_SOFTBR) {
-    text_ += ' ';
+    text_ += text_.empty() || text_.back() != '\n' ? " " : "";
   } else if (type == MD_TEXT_BR) {
     breakLine();
   } else if (type == MD_TEXT_CODE && isInCell_) {
