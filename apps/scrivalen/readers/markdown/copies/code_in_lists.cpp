@@ -79,6 +79,7 @@ std::optional<std::string> withCodeKeptInLists(std::string_view text) {
     const std::size_t end = at - blanks;
     const std::size_t fence = mayEndCode(text, end) ? endOfOpeningFence(text, end, copied) : text.npos;
     if (fence != text.npos) {
+      copy.reserve(text.size() + text.size() / kStep + 1);
       copy.append(text.substr(copied, fence - copied)).append(1, ' ');
       copied = fence;
       ++blanks;
