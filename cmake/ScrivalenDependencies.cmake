@@ -95,7 +95,7 @@ else()
   scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
-# scrivalen_md4c for Markdown, scrivalen_yaml for its front matter.
+# scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_cli11 for the options.
 function(scrivalen_use_command_dependencies)
   if(SCRIVALEN_SOURCES_DIR)
     scrivalen_library_from_source(scrivalen_md4c "md4c-*/src/md4c.c")
@@ -103,5 +103,19 @@ function(scrivalen_use_command_dependencies)
   else()
     scrivalen_library_of_system(scrivalen_md4c md4c md4c.h)
     scrivalen_library_of_system(scrivalen_yaml yaml yaml.h)
+  endif()
+
+  # Headers only, the same for every system. A cross build gets them in a folder of their own, because the folder they
+  # are installed in also holds the build machine's headers.
+  find_path(scrivalen_cli11_INCLUDE_DIR CLI/CLI.hpp REQUIRED NO_CMAKE_FIND_ROOT_PATH)
+  mark_as_advanced(scrivalen_cli11_INCLUDE_DIR)
+  add_library(scrivalen_cli11 INTERFACE)
+  if(CMAKE_CROSSCOMPILING)
+    set(folder "${CMAKE_BINARY_DIR}/deps")
+    file(MAKE_DIRECTORY "${folder}")
+    file(CREATE_LINK "${scrivalen_cli11_INCLUDE_DIR}/CLI" "${folder}/CLI" COPY_ON_ERROR SYMBOLIC)
+    target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${folder}")
+  else()
+    target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${scrivalen_cli11_INCLUDE_DIR}")
   endif()
 endfunction()

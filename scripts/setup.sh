@@ -49,7 +49,7 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libyaml-dev libxlsxwriter-dev zlib1g-dev libgtest-dev \
+  need_packages libmd4c-dev libyaml-dev libcli11-dev libxlsxwriter-dev zlib1g-dev libgtest-dev \
     libbenchmark-dev libhpdf-dev
   need_command chmcmd fp-utils
 }

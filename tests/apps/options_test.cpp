@@ -108,6 +108,25 @@ TEST(Options, FollowTheConventionsOfOtherPrograms) {
   EXPECT_EQ(complaint({"a.md", "-output", "a.txt"}), "unknown option '-output'; did you mean '--output'?");
 }
 
+TEST(Options, TakeValuesAndInputsAsTheyAre) {
+  for (const char* const value : {"{}", "[a,b]", "=a", "--title=", "--", "-output", "-5"}) {
+    EXPECT_EQ(parsed({"a.md", "-o", "a.txt", "--title", value}).title, value);
+    EXPECT_EQ(parsed({"a.md", "-o", "a.txt", std::string("--title=") + value}).title, value);
+    EXPECT_EQ(parsed({"-o", "a.txt", "--", value}).jobs[0].input, value);
+  }
+  EXPECT_EQ(parsed({"[a,b]", "-o", "a.txt"}).jobs[0].input, "[a,b]");
+  EXPECT_EQ(parsed({"a.md", "-o", "=a.txt"}).jobs[0].outputs[0].name, "=a.txt");
+}
+
+TEST(Options, RejectWhatBeginsWithADash) {
+  EXPECT_EQ(complaint({"-5", "-o", "a.txt"}), "unknown option '-5'; see scrivalen --help");
+  EXPECT_EQ(complaint({"---title=x", "-o", "a.txt"}), "unknown option '---title'; did you mean '--title'?");
+  EXPECT_TRUE(complaint({"a.md", "-q-strict", "-o", "a.txt"}).starts_with("unknown option '--'"));
+  EXPECT_EQ(complaint({"a.md", "-q=x", "-o", "a.txt"}), "unknown option '-='; see scrivalen --help");
+  EXPECT_EQ(complaint({"a.md", "-o", "a.txt", "--toc="}), "--toc takes no value, not ''");
+  EXPECT_EQ(complaint({"a.md", "-qo"}), "-o needs a value: -o FILE");
+}
+
 TEST(Options, RejectAnOutputWithoutAName) {
   EXPECT_EQ(complaint({"in", "-o", "html:"}), "the output 'html:' has no file name; use -o FILE or -o FORMAT:FILE");
 }
