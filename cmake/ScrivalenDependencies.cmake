@@ -95,13 +95,16 @@ else()
   scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
-# scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_cli11 for the options.
+# scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the
+# options.
 function(scrivalen_use_command_dependencies)
   if(SCRIVALEN_SOURCES_DIR)
     scrivalen_library_from_source(scrivalen_md4c "md4c-*/src/md4c.c")
+    scrivalen_library_from_source(scrivalen_csv "libcsv-*/libcsv.c")
     scrivalen_yaml_from_source()
   else()
     scrivalen_library_of_system(scrivalen_md4c md4c md4c.h)
+    scrivalen_library_of_system(scrivalen_csv csv csv.h)
     scrivalen_library_of_system(scrivalen_yaml yaml yaml.h)
   endif()
 

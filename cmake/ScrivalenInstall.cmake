@@ -116,3 +116,9 @@ install(FILES
   DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
   DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
+
+# The Windows command contains libcsv, so its licence is installed too.
+if(WIN32 AND TARGET scrivalen_command)
+  file(GLOB licence "${SCRIVALEN_SOURCES_DIR}/libcsv-*/COPYING.LESSER")
+  install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Command RENAME LGPL-2.1.txt)
+endif()

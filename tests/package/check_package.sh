@@ -141,6 +141,7 @@ case "$system" in
     build_with_cmake
     # The library is found on the search path, so the templates are not beside the program by chance.
     run_consumer env WINEPATH="$(winepath -w "$prefix/bin")" wine "$work/consumer/consumer.exe"
+    [ ! -e "$prefix/bin/scrivalen.exe" ] || expect_file share/doc/scrivalen/LGPL-2.1.txt
     run_command "$prefix/bin/scrivalen.exe" wine "$prefix/bin/scrivalen.exe"
     ;;
   *)

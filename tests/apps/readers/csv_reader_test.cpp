@@ -196,6 +196,24 @@ TEST(CsvReader, ReportsTheSameLineHoweverTheInputIsSplit) {
   }
 }
 
+TEST(CsvReader, CountsTheLinesOfEachCellForItself) {
+  EXPECT_EQ(errorOf("\"a\r\",\"\nb\"\n\"open\n"), "'-', line 4: a quoted cell begins here but never ends");
+  EXPECT_EQ(errorOf("a\r\n\r\n\"b\r\n\"\r\"c\rd\" e"),
+            "'-', line 6: text after the closing quote of a cell; inside quotes, a quote is written twice");
+}
+
+TEST(CsvReader, ReadsTheRowsBeforeAMistake) {
+  struct Kept : RecordedParts {
+    void cell(std::string_view text) override { texts.emplace_back(text); }
+    Lines texts;
+  } sink;
+  TestEnvironment environment;
+  environment.input = "a\nb\n\"c\"d\n";
+  TextInput input(environment.get(), "-");
+  EXPECT_THROW(readCsv(input, ',', {}, sink), InputError);
+  EXPECT_EQ(sink.texts, (Lines{"a", "b"}));
+}
+
 TEST(CsvReader, TurnsPlainNumbersAndDatesIntoValues) {
   EXPECT_EQ(valuesOf({"7", "-12.50", "0.000", "2024-02-29"}),
             (Lines{"Number '7'", "Number '-1250e-2'", "Number '0e-3'", "Date '19782'"}));

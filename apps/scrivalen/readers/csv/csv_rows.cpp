@@ -3,8 +3,10 @@
 #include "errors.h"
 #include "readers/csv/csv_delimiter.h"
 
+#include <csv.h>
+
 #include <algorithm>
-#include <cstring>
+#include <new>
 
 namespace scrivalen::command {
 namespace {
@@ -12,7 +14,8 @@ namespace {
 constexpr std::size_t kLongLine = 65536;
 constexpr std::size_t kMostCells = 1000000;  // as many as a table of the library has columns
 
-bool isLineEnd(int c) { return c == '\n' || c == '\r'; }
+constexpr unsigned char kLoose = CSV_STRICT_FINI | CSV_REPALL_NL;
+constexpr unsigned char kStrict = kLoose | CSV_STRICT;
 
 // LF, CR and CR LF each end a line.
 std::size_t linesIn(std::string_view text) {
@@ -26,148 +29,179 @@ std::size_t linesIn(std::string_view text) {
   return lines;
 }
 
-// Makes one quote of two.
-std::size_t withoutDoubledQuotes(char* text, std::size_t size) {
-  char* out = text;
-  for (const char* at = text; at < text + size; ++at) {
-    *out++ = *at;
-    at += *at == '"' ? 1 : 0;
-  }
-  return static_cast<std::size_t>(out - text);
-}
-
 }  // namespace
 
+void CsvRows::FreeParser::operator()(csv_parser* parser) const {
+  csv_free(parser);
+  delete parser;
+}
+
 // The delimiter is found from what comes with the first line of a pipe.
-CsvRows::CsvRows(TextInput& input, std::optional<char> delimiter) : input_(input) {
-  if (delimiter) {
-    delimiter_ = *delimiter;
-    return;
+CsvRows::CsvRows(TextInput& input, std::optional<char> delimiter) : input_(input), parser_(new csv_parser{}) {
+  csv_init(parser_.get(), kStrict);
+  while (!delimiter && start_.find_first_of("\r\n") == start_.npos && start_.size() < kLongLine) {
+    const std::string_view more = input_.next();
+    if (more.empty()) {
+      break;
+    }
+    start_ += more;
   }
-  while (text_.find_first_of("\r\n") == text_.npos && text_.size() < kLongLine && readMore()) {
-  }
-  delimiter_ = csvDelimiterOf(text_);
+  csv_set_delim(parser_.get(), static_cast<unsigned char>(delimiter ? *delimiter : csvDelimiterOf(start_)));
 }
 
 bool CsvRows::next() {
-  rowBegin_ += at_;
-  at_ = 0;
-  line_ = currentLine_;
-  extents_.clear();
-  cells_.clear();
-  bool isQuoted = false;
-  do {
-    skipBlanks();
-    isQuoted = peek() == '"';
-    extents_.push_back(isQuoted ? quotedCell() : unquotedCell());
-    if (extents_.size() > kMostCells) {
-      fail(currentLine_, "a row has at most 1,000,000 cells");
+  while (nextRow_ == rowEnds_.size()) {
+    if (problem_) {
+      const std::size_t line = currentLine_ + linesToProblem_;
+      throw InputError("'" + input_.name() + "', line " + std::to_string(line) + ": " + problem_);
     }
-  } while (endCell());
-  const bool isBlankLine = extents_.size() == 1 && extents_.front().size == 0 && !isQuoted;
-  if (isBlankLine) {
-    return currentLine_ > line_;
+    if (ended_) {
+      return false;
+    }
+    readMore();
   }
-  for (const Extent& cell : extents_) {
-    cells_.emplace_back(text_.data() + rowBegin_ + cell.begin, cell.size);
+  line_ = currentLine_++;
+  cells_.clear();
+  for (const std::size_t end = rowEnds_[nextRow_++]; nextCell_ < end; ++nextCell_) {
+    cells_.emplace_back(text_.data() + nextText_, cellEnds_[nextCell_] - nextText_);
+    nextText_ = cellEnds_[nextCell_];
+  }
+  if (hasLineEnds_) {
+    for (const std::string_view cell : cells_) {
+      currentLine_ += linesIn(cell);
+    }
   }
   return true;
 }
 
-inline int CsvRows::peek() {
-  if (rowBegin_ + at_ == text_.size() && !readMore()) {
-    return kEnd;
+void CsvRows::readMore() {
+  dropRows();
+  if (!start_.empty()) {
+    divide(start_);
+    start_.clear();
+  } else if (const std::string_view piece = input_.next(); !piece.empty()) {
+    divide(piece);
+  } else {
+    finish();
   }
-  return static_cast<unsigned char>(text_[rowBegin_ + at_]);
+  // Line ends in cells are rare, so they are looked for in all cells at once.
+  hasLineEnds_ = hasLineEnds_ || text_.find('\n', searched_) != text_.npos || text_.find('\r', searched_) != text_.npos;
+  searched_ = text_.size();
 }
 
-bool CsvRows::readMore() {
-  text_.erase(0, rowBegin_);
-  rowBegin_ = 0;
-  const std::string_view more = input_.next();
-  text_ += more;
-  return !more.empty();
+// Leaves the row that is unfinished.
+void CsvRows::dropRows() {
+  if (rowEnds_.empty()) {
+    return;
+  }
+  text_.erase(0, nextText_);
+  cellEnds_.erase(cellEnds_.begin(), cellEnds_.begin() + static_cast<std::ptrdiff_t>(nextCell_));
+  for (std::size_t& end : cellEnds_) {
+    end -= nextText_;
+  }
+  rowEnds_.clear();
+  nextText_ = nextCell_ = nextRow_ = searched_ = 0;
+  hasLineEnds_ = false;
 }
 
-void CsvRows::skipBlanks() {
-  while (isBlank(peek())) {
-    ++at_;
-  }
-}
-
-CsvRows::Extent CsvRows::unquotedCell() {
-  const std::size_t begin = at_;
-  for (int c = peek(); c != kEnd && c != delimiter_ && !isLineEnd(c); c = peek()) {
-    const char* const first = text_.data() + rowBegin_ + at_;
-    const char* const last = text_.data() + text_.size();
-    const char* const end =
-        std::find_if(first, last, [this](char each) { return each == delimiter_ || each == '\n' || each == '\r'; });
-    at_ += static_cast<std::size_t>(end - first);
-  }
-  std::size_t end = at_;
-  while (end > begin && isBlank(text_[rowBegin_ + end - 1])) {
-    --end;
-  }
-  return {begin, end - begin};
-}
-
-CsvRows::Extent CsvRows::quotedCell() {
-  const std::size_t lineOfQuote = currentLine_;
-  Extent cell{++at_, 0};
-  bool hasQuotes = false;
-  for (;;) {
-    if (peek() == kEnd) {
-      fail(lineOfQuote, "a quoted cell begins here but never ends");
+void CsvRows::divide(std::string_view piece) {
+  // Twice as much each time, for a long cell.
+  csv_set_blk_size(parser_.get(), std::max(kLongLine, csv_get_buffer_size(parser_.get())));
+  while (!piece.empty() && !problem_) {
+    piece.remove_prefix(csv_parse(parser_.get(), piece.data(), piece.size(), &onCell, &onRow, this));
+    rethrow();
+    if (isRowTooLong()) {
+      problem_ = "a row has at most 1,000,000 cells";
+      linesToProblem_ = linesInUnfinishedRow();
+    } else if (!piece.empty()) {
+      readMisplacedQuote(piece);
+      piece.remove_prefix(1);
     }
-    const char* const first = text_.data() + rowBegin_ + at_;
-    const std::size_t size = text_.size() - rowBegin_ - at_;
-    const void* const quote = std::memchr(first, '"', size);
-    at_ += quote ? static_cast<std::size_t>(static_cast<const char*>(quote) - first) + 1 : size;
-    if (!quote) {
-      continue;
-    }
-    if (peek() != '"') {
-      break;
-    }
-    hasQuotes = true;
-    ++at_;
-  }
-  cell.size = at_ - 1 - cell.begin;
-  endQuotedCell(cell, hasQuotes);
-  return cell;
-}
-
-void CsvRows::endQuotedCell(Extent& cell, bool hasQuotes) {
-  char* const text = text_.data() + rowBegin_ + cell.begin;
-  currentLine_ += linesIn({text, cell.size});
-  if (hasQuotes) {
-    cell.size = withoutDoubledQuotes(text, cell.size);
-  }
-  skipBlanks();
-  if (const int c = peek(); c != kEnd && c != delimiter_ && !isLineEnd(c)) {
-    fail(currentLine_, "text after the closing quote of a cell; inside quotes, a quote is written twice");
   }
 }
 
-// @return whether another cell follows
-bool CsvRows::endCell() {
-  const int c = peek();
-  if (c == kEnd) {
-    return false;
+// The strict parser stops before a quote inside an unquoted cell, as in 3.5" disk. If it is not strict, it accepts the
+// quote.
+void CsvRows::readMisplacedQuote(std::string_view rest) {
+  if (csv_error(parser_.get()) != CSV_EPARSE) {
+    throw std::bad_alloc();
   }
-  ++at_;
-  if (c == delimiter_) {
-    return true;
+  if (parser_->quoted != 0) {
+    problem_ = "text after the closing quote of a cell; inside quotes, a quote is written twice";
+    linesToProblem_ = linesInUnfinishedRow() + linesInUnfinishedCell();
+    return;
   }
-  if (c == '\r' && peek() == '\n') {
-    ++at_;
-  }
-  ++currentLine_;
-  return false;
+  csv_set_opts(parser_.get(), kLoose);
+  csv_parse(parser_.get(), rest.data(), 1, &onCell, &onRow, this);
+  csv_set_opts(parser_.get(), kStrict);
 }
 
-void CsvRows::fail(std::size_t line, const char* reason) const {
-  throw InputError("'" + input_.name() + "', line " + std::to_string(line) + ": " + reason);
+void CsvRows::finish() {
+  ended_ = true;
+  if (csv_fini(parser_.get(), &onCell, &onRow, this) != 0) {
+    problem_ = "a quoted cell begins here but never ends";
+    linesToProblem_ = linesInUnfinishedRow();
+  }
+  rethrow();
+}
+
+// The parser is C code: exceptions must not pass through it.
+void CsvRows::rethrow() const {
+  if (failure_) {
+    std::rethrow_exception(failure_);
+  }
+}
+
+void CsvRows::onCell(void* text, std::size_t size, void* rows) {
+  auto& self = *static_cast<CsvRows*>(rows);
+  try {
+    self.addCell({static_cast<const char*>(text), size});
+  } catch (...) {
+    self.failure_ = std::current_exception();
+  }
+}
+
+void CsvRows::onRow(int end, void* rows) {
+  auto& self = *static_cast<CsvRows*>(rows);
+  try {
+    self.endRow(end);
+  } catch (...) {
+    self.failure_ = std::current_exception();
+  }
+}
+
+inline void CsvRows::addCell(std::string_view text) {
+  text_ += text;
+  cellEnds_.push_back(text_.size());
+}
+
+// The parser reports both characters of CR LF, but no blanks between them, which so make no line of their own. A row
+// that is too long stays unfinished, as the last one.
+inline void CsvRows::endRow(int end) {
+  const bool isSecond = end == '\n' && lastEnd_ == '\r' && cellEnds_.size() == unfinishedRow();
+  lastEnd_ = end;
+  if (!isSecond && !isRowTooLong()) {
+    rowEnds_.push_back(cellEnds_.size());
+  }
+}
+
+bool CsvRows::isRowTooLong() const { return cellEnds_.size() - unfinishedRow() > kMostCells; }
+
+// Of a row that is too long, up to the cell that is one too many.
+std::size_t CsvRows::linesInUnfinishedRow() const {
+  const std::size_t first = unfinishedRow();
+  const std::size_t end = first + std::min(cellEnds_.size() - first, kMostCells + 1);
+  std::size_t lines = 0;
+  std::size_t begin = first == 0 ? 0 : cellEnds_[first - 1];
+  for (std::size_t cell = first; cell < end; ++cell) {
+    lines += linesIn(std::string_view(text_).substr(begin, cellEnds_[cell] - begin));
+    begin = cellEnds_[cell];
+  }
+  return lines;
+}
+
+std::size_t CsvRows::linesInUnfinishedCell() const {
+  return linesIn({reinterpret_cast<const char*>(parser_->entry_buf), parser_->entry_pos});
 }
 
 }  // namespace scrivalen::command
