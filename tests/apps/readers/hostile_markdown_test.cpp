@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <ctime>
 #include <string>
 
 namespace scrivalen::command::test {
@@ -60,11 +61,60 @@ TEST(HostileMarkdown, KeepsTheTextInDeepNesting) {
   EXPECT_EQ(countIn(shownText("---\na: " + repeated("[", 10000) + "\n---\n\nb"), "["), 10000U);
 }
 
+struct RepeatedText {
+  std::string_view start;
+  std::string_view part;
+  std::string_view end;
+};
+
+// In ticks of the processor time.
+std::clock_t timeToRead(const RepeatedText& text, std::size_t count) {
+  const std::string markdown = std::string(text.start) + repeated(text.part, count) + std::string(text.end);
+  const std::clock_t begin = std::clock();
+  shownText(markdown);
+  return std::clock() - begin;
+}
+
+// Four times the text takes four times as long, or sixteen times if the time grows as the square of the length. What
+// else the machine does may spoil a measurement, but not each of several.
+bool isReadInTimeOfItsLength(const RepeatedText& text) {
+  constexpr std::size_t kCount = 25000;
+  constexpr std::clock_t kTooShortToCompare = CLOCKS_PER_SEC / 20;
+  constexpr int kAttempts = 3;
+  for (int i = 0; i < kAttempts; ++i) {
+    const std::clock_t shorter = timeToRead(text, kCount);
+    const std::clock_t longer = timeToRead(text, 4 * kCount);
+    if (longer <= kTooShortToCompare || longer <= 8 * shorter) {
+      return true;
+    }
+  }
+  return false;
+}
+
 // Each of these took the square of the time of half of it, or would.
 TEST(HostileMarkdown, IsReadInTimeOfItsLength) {
+  constexpr RepeatedText kTexts[] = {{"<div>", "<a href=\"x ", ""},
+                                     {"<div>", "<a href='x'>b", ""},
+                                     {"<div>\n", "<a href=\"x\"></a> ", ""},
+                                     {"<div>\n", "<a href=\"x\"><b> ", ""},
+                                     {"<div>\n", "<a href=x></a><td>", ""},
+                                     {"<div>\n", "<?", ""},
+                                     {"<div>\n", "<!x", ""},
+                                     {"<div>\n", "<![CDATA[", ""},
+                                     {"", "~a ", ""},
+                                     {"", "\\", "~~a~"},
+                                     {"```\n", "\t\tx\n", ""}};
+  for (const RepeatedText& text : kTexts) {
+    EXPECT_TRUE(isReadInTimeOfItsLength(text)) << text.start << text.part;
+  }
+}
+
+TEST(HostileMarkdown, KeepsTheTextOfManyMarksWithoutAnEnd) {
   constexpr std::size_t kCount = 100000;
   EXPECT_EQ(countIn(textOf("<div>" + repeated("<a href=\"x ", kCount)), "href"), kCount);
   EXPECT_EQ(countIn(textOf("<div>" + repeated("<a href='x'>b", kCount)), "b"), kCount);
+  EXPECT_EQ(countIn(textOf("<div>\n" + repeated("<?", kCount)), "<?"), kCount);
+  EXPECT_EQ(countIn(textOf("<div>\n" + repeated("<![CDATA[", kCount)), "<![CDATA["), kCount);
   EXPECT_EQ(countIn(textOf(repeated("~a ", kCount)), "~a"), kCount);
   EXPECT_EQ(countIn(textOf(repeated("\\", kCount) + "~~a~"), "~"), 3U);
   EXPECT_EQ(countIn(textOf("```\n" + repeated("\t\tx\n", kCount)), "\t\tx"), kCount);

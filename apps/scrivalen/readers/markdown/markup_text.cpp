@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 
 namespace scrivalen::command {
 namespace {
@@ -147,7 +148,6 @@ class MarkupReader {
   void keepAngle();
   std::string_view takeTag();
   bool isAfterImage() const;
-  static bool isImage(const MarkupPart& part) { return part.kind == MarkupPart::Kind::Image; }
   void appendBlank();
   void endBlock();
   void separateWords();
@@ -158,6 +158,8 @@ class MarkupReader {
   HiddenContent hidden_;
   std::vector<MarkupPart>& parts_;
   int unclosedTags_ = 0;
+  std::vector<std::string_view> missingEnds_;  // that do not occur in the rest
+  std::optional<std::size_t> lastImage_;       // where it is in the text
 };
 
 HiddenContent MarkupReader::read() {
@@ -212,8 +214,12 @@ void MarkupReader::readAngle() {
 }
 
 void MarkupReader::skipTo(std::string_view end) {
+  if (std::find(missingEnds_.begin(), missingEnds_.end(), end) != missingEnds_.end()) {
+    return keepAngle();
+  }
   const std::size_t size = endOf(end, rest_);
   if (size == std::string_view::npos) {
+    missingEnds_.push_back(end);
     return keepAngle();
   }
   skip(size);
@@ -256,6 +262,7 @@ void MarkupReader::readTag() {
 
 void MarkupReader::readPart(std::string_view name, std::string_view tag) {
   if (name.size() > 1) {
+    lastImage_ = text_.size();
     parts_.push_back({MarkupPart::Kind::Image, text_.size(), std::string(trimmed(attributeOf(tag, "src"))),
                       attributeOf(tag, "alt")});
   } else if (const std::string address = attributeOf(tag, "href"); !trimmed(address).empty()) {
@@ -288,11 +295,7 @@ std::string_view MarkupReader::takeTag() {
 void MarkupReader::readReference() { skip(appendReference(text_, rest_)); }
 
 // Whether an image, or a link that ends with one, is the last that a page shows.
-bool MarkupReader::isAfterImage() const {
-  const auto isBeforeEnd = [this](const MarkupPart& part) { return part.at < text_.size(); };
-  const auto end = std::find_if(parts_.rbegin(), parts_.rend(), isBeforeEnd);
-  return std::any_of(parts_.rbegin(), end, isImage);
-}
+bool MarkupReader::isAfterImage() const { return lastImage_ && *lastImage_ == text_.size(); }
 
 void MarkupReader::appendBlank() {
   if (isAfterImage() || (!text_.empty() && !isBlank(text_.back()))) {
