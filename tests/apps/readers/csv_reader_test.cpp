@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace scrivalen::command::test {
 namespace {
@@ -18,7 +19,7 @@ struct Texts : RecordedParts {
   void describeColumn(std::size_t, const TableColumn&) override {}
 };
 
-Lines partsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 20) {
+Lines partsOf(std::string text, std::optional<char> separator = ',', std::size_t pieces = 1 << 20) {
   TestEnvironment environment;
   environment.input = std::move(text);
   const auto whole = environment.get().readInput;
@@ -30,7 +31,7 @@ Lines partsOf(std::string text, char separator = ',', std::size_t pieces = 1 << 
 }
 
 // One line for each row, its cells between bars, their line ends as slashes.
-Lines rowsOf(const std::string& text, char separator = ',', std::size_t pieces = 1 << 20) {
+Lines rowsOf(const std::string& text, std::optional<char> separator = ',', std::size_t pieces = 1 << 20) {
   Lines rows;
   for (const std::string& part : partsOf(text, separator, pieces)) {
     if (part.starts_with("BeginRow")) {
@@ -171,6 +172,15 @@ TEST(CsvReader, ReadsTheSameHoweverTheInputIsSplit) {
   const Lines whole = partsOf(table);
   for (std::size_t pieces = 1; pieces < 20; ++pieces) {
     EXPECT_EQ(partsOf(table, ',', pieces), whole) << pieces;
+    EXPECT_EQ(partsOf(table, std::nullopt, pieces), whole) << pieces;
+  }
+}
+
+TEST(CsvReader, FindsTheSameDelimiterHoweverTheInputIsSplit) {
+  const std::string table = "Report, 2024\n\nname;value\na;1,5\nb;2,5\n";
+  const Lines whole = partsOf(table, ';');
+  for (std::size_t pieces = 1; pieces < table.size(); ++pieces) {
+    EXPECT_EQ(partsOf(table, std::nullopt, pieces), whole) << pieces;
   }
 }
 

@@ -36,16 +36,9 @@ void CsvRows::FreeParser::operator()(csv_parser* parser) const {
   delete parser;
 }
 
-// The delimiter is found from what comes with the first line of a pipe.
 CsvRows::CsvRows(TextInput& input, std::optional<char> delimiter) : input_(input), parser_(new csv_parser{}) {
   csv_init(parser_.get(), kStrict);
-  while (!delimiter && start_.find_first_of("\r\n") == start_.npos && start_.size() < kLongLine) {
-    const std::string_view more = input_.next();
-    if (more.empty()) {
-      break;
-    }
-    start_ += more;
-  }
+  start_ = delimiter ? std::string() : readCsvStart(input_);
   csv_set_delim(parser_.get(), static_cast<unsigned char>(delimiter ? *delimiter : csvDelimiterOf(start_)));
 }
 
