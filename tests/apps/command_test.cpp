@@ -68,15 +68,27 @@ TEST(Command, FailsWhenStandardOutputTakesNoMore) {
 
 TEST(Command, TakesSettings) {
   CommandRun run;
-  EXPECT_EQ(
-      run.with("in.md", "one two three four five six seven")
-          .run({"@/in.md", "--set", "text.width=20", "--set", "title=T", "--set", "show-title=yes", "-o", "text:-"})
-          .output,
-      "T\n=\n\none two three four\nfive six seven\n");
+  EXPECT_EQ(run.with("in.md", "one two three four five six seven")
+                .run({"@/in.md", "--set", "text.width=20", "--set", "title=T", "-o", "text:-"})
+                .output,
+            "T\n=\n\none two three four\nfive six seven\n");
   const Result wrong = run.run({"@/in.md", "--set", "paper=B9", "-o", "@/a.html"});
   EXPECT_EQ(wrong.status, 2);
   EXPECT_TRUE(wrong.error.starts_with("scrivalen: The setting \"paper\" does not take \"B9\"")) << wrong.error;
   EXPECT_EQ(run.names(), std::vector<std::string>{"in.md"});
+}
+
+TEST(Command, ShowsATitleThatIsASetting) {
+  const auto shown = [](const std::vector<std::string>& options) { return textOf("a", options); };
+  EXPECT_EQ(shown({"--set", "title=T"}), "T\n=\n\na\n");
+  EXPECT_EQ(shown({"--set", "text.title=T"}), "T\n=\n\na\n");
+  EXPECT_EQ(shown({"--set", "html.title=T", "-o", "@/a.html"}), "a\n");
+  EXPECT_EQ(shown({"--set", "title="}), "a\n");
+  EXPECT_EQ(shown({"--set", "property:title=T"}), "a\n");
+  EXPECT_EQ(shown({"--set", "title=T", "--set", "show-title=no"}), "a\n");
+  EXPECT_EQ(shown({"--set", "text.show-title=no", "--set", "text.title=T"}), "a\n");
+  EXPECT_EQ(shown({"--set", "show-title=no", "--set", "text.title=T"}), "a\n");
+  EXPECT_EQ(textOf("# b", {"--set", "title=T"}), "b\n=\n");
 }
 
 TEST(Command, FindsTheDelimiterOfATable) {

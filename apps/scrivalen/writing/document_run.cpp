@@ -4,6 +4,7 @@
 #include "errors.h"
 #include "system/files/files.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <charconv>
 #include <cstdint>
@@ -28,6 +29,12 @@ std::optional<std::uint64_t> sizeOfFile(const std::string& name) {
 std::string settingError(const std::string& error) {
   const bool isUnknown = error.starts_with("There is no setting") && error.find("Did you mean") == std::string::npos;
   return isUnknown ? error + " The documentation, in settings.md, lists them." : error;
+}
+
+// The name of the setting that shows the title of another, for all formats or for one; empty if the other is no title.
+std::string settingThatShows(const std::string& name) {
+  const std::size_t format = name.find('.') + 1;
+  return name.substr(format) == "title" ? name.substr(0, format) + "show-title" : std::string();
 }
 
 void requireSeconds(const std::string& text) {
@@ -133,6 +140,20 @@ void DocumentRun::applyGivenSettings() {
   }
 }
 
+// As with --title, somebody wants to see it, unless other settings say so or not.
+void DocumentRun::showGivenTitles() {
+  const auto isGiven = [this](const std::string& name) {
+    return std::any_of(options_.settings.begin(), options_.settings.end(),
+                       [&name](const auto& setting) { return setting.first == name; });
+  };
+  for (const auto& [name, value] : options_.settings) {
+    const std::string show = settingThatShows(name);
+    if (!show.empty() && !isGiven(show) && !isGiven("show-title")) {
+      set(show.c_str(), "yes");
+    }
+  }
+}
+
 void DocumentRun::setOfInput(const char* name, const std::string& value) {
   const scrivalen_status status = scrivalen_set(document_.get(), name, value.c_str());
   if (status == SCRIVALEN_OUT_OF_MEMORY) {
@@ -153,6 +174,7 @@ void DocumentRun::open(const std::string& title, bool isShown,
     setOfInput(name.c_str(), value);
   }
   applyGivenSettings();
+  showGivenTitles();
   stopWhenInterrupted();
   scrivalen_open(document_.get());
   noteSettings();

@@ -53,6 +53,7 @@ class DocumentRun {
   scrivalen_status addOutput(const OutputRequest& output);
   void applySettings();
   void set(const char* name, const std::string& value);
+  void showGivenTitles();
   void setOfInput(const char* name, const std::string& value);
   void showProgress(std::size_t blocks);
   void stopWhenInterrupted() const;
