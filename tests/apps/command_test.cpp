@@ -117,7 +117,7 @@ TEST(Command, RefusesAnInputThatIsNoText) {
   }
   const Result result = run.with("in.md", program).run({"@/in.md", "-o", "@/a.html"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.error, "scrivalen: '@/in.md' is not a text file\n");
+  EXPECT_EQ(result.error, "scrivalen: '@/in.md' is not a text file; it is a program\n");
   EXPECT_EQ(run.names(), std::vector<std::string>{"in.md"});
 }
 

@@ -18,7 +18,7 @@ struct Name {
 constexpr Name kNames[] = {{"utf8", InputEncoding::Utf8},
                            {"ascii", InputEncoding::Utf8},
                            {"usascii", InputEncoding::Utf8},
-                           {"utf16", InputEncoding::Utf16Little},
+                           {"utf16", InputEncoding::Utf16},
                            {"utf16le", InputEncoding::Utf16Little},
                            {"utf16be", InputEncoding::Utf16Big},
                            {"latin1", InputEncoding::Latin1},
@@ -57,8 +57,10 @@ std::size_t SingleByteDecoder::append(std::string& out, std::string_view bytes) 
   std::size_t replaced = 0;
   const char* at = bytes.data();
   const char* const end = at + bytes.size();
+  const char* endOfAscii = at;  // which may be far beyond the next NUL
   while (at != end) {
-    const char* const ascii = std::find(at, scrivalen::endOfAscii(at, end), '\0');
+    endOfAscii = at < endOfAscii ? endOfAscii : scrivalen::endOfAscii(at, end);
+    const char* const ascii = std::find(at, endOfAscii, '\0');
     out.append(at, ascii);
     at = ascii;
     if (at != end) {

@@ -9,12 +9,53 @@
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
+#include <iterator>
 
 namespace scrivalen::command {
 namespace {
 
 constexpr std::size_t kChunk = 256 * 1024;
+constexpr std::size_t kFewestToJudge = 4096;  // bytes that show whether an input is a text
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
+
+struct Signature {
+  std::string_view bytes;
+  const char* kind;
+};
+
+constexpr Signature kSignatures[] = {{"%PDF-", "a PDF"},
+                                     {"\x1F\x8B", "compressed by gzip"},
+                                     {"\xFD"
+                                      "7zXZ",
+                                      "compressed by xz"},
+                                     {"PK\x03\x04", "a ZIP file, as spreadsheets and many other documents are"},
+                                     {"\xD0\xCF\x11\xE0", "a document of an office program"},
+                                     {"\x89PNG", "a picture"},
+                                     {"\xFF\xD8\xFF", "a picture"},
+                                     {"\x7F"
+                                      "ELF",
+                                      "a program"}};
+
+// A text may begin with "BZh", as the name BZhang does; bzip2 has a digit and the mark of a block or of the end after
+// it.
+bool isBzip2(std::string_view start) {
+  constexpr std::size_t kMark = 4;
+  return start.starts_with("BZh") && start.size() > kMark &&
+         (start.substr(kMark).starts_with("1AY&SY") || start.substr(kMark).starts_with("\x17rE8P\x90"));
+}
+
+// What a file is that begins like no text; nothing if it may be one.
+const char* kindOfBinary(std::string_view start) {
+  const auto* const found = std::find_if(std::begin(kSignatures), std::end(kSignatures),
+                                         [=](const Signature& known) { return start.starts_with(known.bytes); });
+  const char* const compressed = isBzip2(start) ? "compressed by bzip2" : nullptr;
+  return found == std::end(kSignatures) ? compressed : found->kind;
+}
+
+bool isUtf32(std::string_view start) {
+  using namespace std::string_view_literals;
+  return start.starts_with("\xFF\xFE\0\0"sv) || start.starts_with("\0\0\xFE\xFF"sv);
+}
 
 // Whether a file is a program, a picture or the like, told by its control characters. A damaged text has few of them.
 bool isBinary(std::string_view start) {
@@ -97,11 +138,12 @@ void TextInput::fail() const {
   throw InputError("cannot read '" + name_ + "': " + reason);
 }
 
-// Moves the remaining bytes to the front and reads more after them, until a byte-order mark can be recognized.
+// Moves the remaining bytes to the front and reads more after them; at first until the kind of the input can be told.
 bool TextInput::fill() {
   std::memmove(bytes_.data(), bytes_.data() + begin_, end_ - begin_);
   end_ -= begin_;
   begin_ = 0;
+  const std::size_t fewest = encoding_ == InputEncoding::Default ? kFewestToJudge : kUtf8Mark.size();
   while (!ended_) {
     if (environment_.wasInterrupted()) {
       throw Interrupted();
@@ -115,7 +157,7 @@ bool TextInput::fill() {
     end_ += *count;
     size_ += *count;
     ended_ = *count == 0;
-    if (end_ >= kUtf8Mark.size()) {
+    if (end_ >= fewest) {
       break;
     }
   }
@@ -124,6 +166,9 @@ bool TextInput::fill() {
 
 void TextInput::recognizeEncoding() {
   const std::string_view start(bytes_.data(), end_);
+  if (isUtf32(start)) {
+    throw InputError("'" + name_ + "' is in UTF-32, which is not supported; UTF-8 and UTF-16 are");
+  }
   std::size_t markSize = 0;
   encoding_ = given_ == InputEncoding::Default ? InputEncoding::Utf8 : given_;
   if (start.starts_with(kUtf8Mark)) {
@@ -137,12 +182,26 @@ void TextInput::recognizeEncoding() {
     markSize = 2;
   }
   begin_ = mark_ == ByteOrderMark::Removed ? markSize : 0;
-  const bool isUtf16 = encoding_ == InputEncoding::Utf16Little || encoding_ == InputEncoding::Utf16Big;
-  if (!isUtf16 && isBinary(start)) {
-    throw InputError("'" + name_ + "' is not a text file" + utf16Hint(start));
-  }
+  requireText(start);
   if (encoding_ == InputEncoding::Latin1 || encoding_ == InputEncoding::Windows1252) {
     decoder_.emplace(encoding_);
+  }
+}
+
+void TextInput::requireText(std::string_view start) const {
+  if (encoding_ == InputEncoding::Utf16) {
+    throw InputError("'" + name_ + "' has no byte-order mark: --encoding utf-16le or utf-16be says which UTF-16 it is");
+  }
+  const bool isUtf16 = encoding_ == InputEncoding::Utf16Little || encoding_ == InputEncoding::Utf16Big;
+  if (isUtf16) {
+    return;
+  }
+  const std::string reason = "'" + name_ + "' is not a text file";
+  if (const char* const kind = kindOfBinary(start)) {
+    throw InputError(reason + "; it is " + kind);
+  }
+  if (isBinary(start)) {
+    throw InputError(reason + utf16Hint(start));
   }
 }
 

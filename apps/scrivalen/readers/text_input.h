@@ -42,6 +42,7 @@ class TextInput {
   bool fill();
   [[noreturn]] void fail() const;
   void recognizeEncoding();
+  void requireText(std::string_view start) const;
   std::string_view take();
   std::string_view takeUtf8();
   std::string_view takeUtf16();

@@ -150,6 +150,67 @@ TEST(TextInput, SaysThatABinaryMayBeUtf16) {
   EXPECT_EQ(refusal(little, InputEncoding::Utf16Little), "");
 }
 
+TEST(TextInput, RefusesFilesByTheirFirstBytes) {
+  const std::string text(100, 'a');
+  const std::string reason = "'-' is not a text file; it is ";
+  EXPECT_EQ(refusal("%PDF-1.4\n" + text), reason + "a PDF");
+  EXPECT_EQ(refusal("\x1F\x8B" + text), reason + "compressed by gzip");
+  EXPECT_EQ(refusal("BZh91AY&SY" + text), reason + "compressed by bzip2");
+  EXPECT_EQ(refusal("BZh9\x17rE8P\x90" + text), reason + "compressed by bzip2");
+  EXPECT_EQ(refusal("\xFD"
+                    "7zXZ\0" +
+                    text),
+            reason + "compressed by xz");
+  EXPECT_EQ(refusal("PK\x03\x04" + text), reason + "a ZIP file, as spreadsheets and many other documents are");
+  EXPECT_EQ(refusal("\xD0\xCF\x11\xE0" + text), reason + "a document of an office program");
+  EXPECT_EQ(refusal("\x89PNG\r\n" + text), reason + "a picture");
+  EXPECT_EQ(refusal("\xFF\xD8\xFF\xE0" + text), reason + "a picture");
+  EXPECT_EQ(refusal("\x7F"
+                    "ELF" +
+                    text),
+            reason + "a program");
+  EXPECT_EQ(refusal("%PDF-1.4\n", InputEncoding::Latin1), reason + "a PDF");
+  for (const char* const beginning : {"BZh", "BZhang,1", "PK,1", "% PDF-"}) {
+    EXPECT_EQ(refusal(beginning), "");
+  }
+}
+
+TEST(TextInput, JudgesAPipeByMoreThanItsFirstBytes) {
+  TestEnvironment environment;
+  environment.input = std::string(100, 'a') + std::string(1000, '\1');
+  const auto whole = environment.get().readInput;
+  environment.get().readInput = [whole](void* data, std::size_t size) {
+    return whole(data, std::min<std::size_t>(10, size));
+  };
+  EXPECT_THROW(TextInput(environment.get(), "-").rest(), InputError);
+}
+
+TEST(TextInput, RefusesUtf32) {
+  const std::string reason = "'-' is in UTF-32, which is not supported; UTF-8 and UTF-16 are";
+  EXPECT_EQ(refusal("\xFF\xFE\0\0a\0\0\0"s), reason);
+  EXPECT_EQ(refusal("\0\0\xFE\xFF\0\0\0a"s), reason);
+  EXPECT_EQ(refusal("\xFF\xFE\0\0a\0\0\0"s, InputEncoding::Utf16Little), reason);
+}
+
+TEST(TextInput, NeedsAByteOrderMarkWhereItDecidesHowUtf16IsRead) {
+  EXPECT_EQ(refusal("a\0b\0"s, InputEncoding::Utf16),
+            "'-' has no byte-order mark: --encoding utf-16le or utf-16be says which UTF-16 it is");
+  EXPECT_EQ(readAll("\xFE\xFF"s + "\0a"s, InputEncoding::Utf16).text, "a");
+  EXPECT_EQ(readAll("\xFF\xFE"s + "a\0"s, InputEncoding::Utf16).text, "a");
+}
+
+TEST(TextInput, ReplacesManyNulsInOnePassThroughTheText) {
+  std::string text;
+  for (int i = 0; i < 200000; ++i) {
+    text += "a ";
+  }
+  text += std::string(2000000, '\0') + text;
+  std::string decoded;
+  EXPECT_EQ(SingleByteDecoder(InputEncoding::Latin1).append(decoded, text), 2000000u);
+  EXPECT_EQ(decoded.size(), text.size() + 4000000);
+  EXPECT_TRUE(decoded.ends_with("\uFFFDa " + text.substr(text.size() - 399998)));
+}
+
 TEST(InputEncodings, HaveTheirUsualNames) {
   for (const char* const name : {"latin-1", "LATIN1", "iso-8859-1", "ISO_8859-1"}) {
     EXPECT_EQ(encodingNamed(name), InputEncoding::Latin1) << name;
@@ -158,7 +219,7 @@ TEST(InputEncodings, HaveTheirUsualNames) {
     EXPECT_EQ(encodingNamed(name), InputEncoding::Windows1252) << name;
   }
   EXPECT_EQ(encodingNamed("UTF-8"), InputEncoding::Utf8);
-  EXPECT_EQ(encodingNamed("utf-16"), InputEncoding::Utf16Little);
+  EXPECT_EQ(encodingNamed("utf-16"), InputEncoding::Utf16);
   EXPECT_EQ(encodingNamed("utf-16LE"), InputEncoding::Utf16Little);
   EXPECT_EQ(encodingNamed("utf16be"), InputEncoding::Utf16Big);
   EXPECT_EQ(encodingNamed("latin-2"), std::nullopt);
