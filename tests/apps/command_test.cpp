@@ -89,6 +89,9 @@ TEST(Command, ShowsATitleThatIsASetting) {
   EXPECT_EQ(shown({"--set", "text.show-title=no", "--set", "text.title=T"}), "a\n");
   EXPECT_EQ(shown({"--set", "show-title=no", "--set", "text.title=T"}), "a\n");
   EXPECT_EQ(textOf("# b", {"--set", "title=T"}), "b\n=\n");
+  CommandRun run;
+  const Result result = run.with("in.md", "a").run({"@/in.md", "-o", "@/a.txt", "-v", "--set", "property:a.title=T"});
+  EXPECT_EQ(result.error.find("a.show-title"), std::string::npos) << result.error;
 }
 
 TEST(Command, FindsTheDelimiterOfATable) {

@@ -34,7 +34,8 @@ std::string settingError(const std::string& error) {
 // The name of the setting that shows the title of another, for all formats or for one; empty if the other is no title.
 std::string settingThatShows(const std::string& name) {
   const std::size_t format = name.find('.') + 1;
-  return name.substr(format) == "title" ? name.substr(0, format) + "show-title" : std::string();
+  const bool isProperty = name.starts_with("property:");
+  return !isProperty && name.substr(format) == "title" ? name.substr(0, format) + "show-title" : std::string();
 }
 
 void requireSeconds(const std::string& text) {
