@@ -58,7 +58,8 @@ TEST(FrontMatter, EndsWithItsLastFence) {
 TEST(FrontMatter, IsNotWhatBeginsWithARule) {
   for (const char* const text :
        {"", "---", "---\n", "---\na: b\n", "----\na: b\n---\n", "\n---\na: b\n---\n", " ---\na: b\n---\n",
-        "---\n\na: b\n---\n", "---\na: b\n ---\n", "---\n# Heading\n\n---\n", "---\n# a\n# b\n---\nc"}) {
+        "---\n\na: b\n---\n", "---\na: b\n ---\n", "---\ntitle\n", "---\nA title: b\n", "---\ntitle:b\n",
+        "---\na\ntitle: b\n", "---\n\ntitle: b\n", "---\n# Heading\n\n---\n", "---\n# a\n# b\n---\nc"}) {
     const FrontMatter front = frontMatterOf(text);
     EXPECT_EQ(front.size, 0U) << text;
     EXPECT_EQ(front.warnings, Warnings()) << text;
@@ -82,6 +83,17 @@ TEST(FrontMatter, ThatIsNoYamlIsTextAndAWarning) {
   EXPECT_EQ(warningOf("{a: b}\nc\n"), "line 3: did not find expected <document start>" + isText);
   EXPECT_EQ(warningOf("Just a text.\n"), "line 2: there is no \"name: value\"" + isText);
   EXPECT_EQ(warningOf("- a\n- b\n"), "line 2: there is no \"name: value\"" + isText);
+}
+
+TEST(FrontMatter, ThatIsNotClosedIsTextAndAWarning) {
+  const Warnings warning = {"line 1: no line '---' or '...' ends the front matter, so it is read as text"};
+  for (const char* const text : {"---\ntitle: a\n", "--- \r\nAuthor: a\r\n\r\nb\r\n", "---\ndate:", "---\nlang : de\n",
+                                 "---\nlanguage: de\n# a\n", "---\nkeywords:\n- a\n\n ---\n"}) {
+    const FrontMatter front = frontMatterOf(text);
+    EXPECT_EQ(front.size, 0U) << text;
+    EXPECT_EQ(front.title, std::nullopt) << text;
+    EXPECT_EQ(front.warnings, warning) << text;
+  }
 }
 
 TEST(FrontMatter, SkipsAValueThatIsNoText) {

@@ -74,6 +74,18 @@ std::string_view settingOf(std::string_view name) {
   return {};
 }
 
+// Whether a text that begins with a fence goes on with a name of ours, as hardly any text below a rule does.
+bool beginsLikeFrontMatter(std::string_view text) {
+  const std::size_t content = nextLine(text, 0);
+  if (withoutBlanksAtEnd(text.substr(0, content)) != "---") {
+    return false;
+  }
+  const std::string_view line = withoutBlanksAtEnd(text.substr(content, nextLine(text, content) - content));
+  const std::size_t colon = line.find(':');
+  const bool isEntry = colon != line.npos && (colon + 1 == line.size() || line[colon + 1] == ' ');
+  return isEntry && !settingOf(withoutBlanksAtEnd(line.substr(0, colon))).empty();
+}
+
 std::string_view valueOf(const yaml_event_t& scalar) {
   return {reinterpret_cast<const char*>(scalar.data.scalar.value), scalar.data.scalar.length};
 }
@@ -196,10 +208,21 @@ void FrontMatterReader::set(std::string_view setting, std::string value) {
   }
 }
 
-FrontMatter notRead(std::size_t line, const std::string& reason) {
+FrontMatter textWithWarning(std::size_t line, const std::string& warning) {
   FrontMatter none;
-  none.warnings.push_back("line " + std::to_string(line) + ": " + reason + ", so the front matter is read as text");
+  none.warnings.push_back("line " + std::to_string(line) + ": " + warning);
   return none;
+}
+
+FrontMatter notRead(std::size_t line, const std::string& reason) {
+  return textWithWarning(line, reason + ", so the front matter is read as text");
+}
+
+FrontMatter withoutBlock(std::string_view text) {
+  if (!beginsLikeFrontMatter(text)) {
+    return {};
+  }
+  return textWithWarning(1, "no line '---' or '...' ends the front matter, so it is read as text");
 }
 
 }  // namespace
@@ -207,7 +230,7 @@ FrontMatter notRead(std::size_t line, const std::string& reason) {
 FrontMatter frontMatterOf(std::string_view text) {
   const auto place = findFrontMatter(text);
   if (!place) {
-    return {};
+    return withoutBlock(text);
   }
   const std::string_view lines = text.substr(place->content, place->fence - place->content);
   if (isOnlyOfComments(lines)) {
