@@ -21,7 +21,9 @@ constexpr std::size_t kBlocksOfProgress = 256;
 constexpr std::size_t kDeepestContainer = 900;
 constexpr std::size_t kDeepestSpan = 990;
 
-constexpr const char* kTooDeep = "more than 900 quotes and lists in each other: the inner ones are not indented";
+constexpr const char* kTooDeep =
+    "quotes and lists are nested more than 900 levels deep, where a list and its item are two: the inner ones are not "
+    "indented";
 
 int spanKind(Span span) {
   switch (span) {
