@@ -44,22 +44,23 @@ class Losses {
 
  private:
   // In the order of Loss.
-  static constexpr std::string_view kMessages[] = {"underlining, which Markdown has no mark for",
-                                                   "superscripts, which became plain text",
-                                                   "subscripts, which became plain text",
-                                                   "colours of text",
-                                                   "sizes of text",
-                                                   "languages of text",
-                                                   "alignments of paragraphs and headings",
-                                                   "page breaks",
-                                                   "ids of headings that are not made from their texts",
-                                                   "anchors",
-                                                   "the address of a link that may run a program",
-                                                   "header rows after the first, which became rows of data",
-                                                   "header cells outside header rows, which became plain cells",
-                                                   "cells that span columns, which became one cell and empty ones",
-                                                   "alignments of single cells",
-                                                   "colours of cells"};
+  static constexpr std::string_view kMessages[] = {
+      "underlining, which Markdown has no mark for",
+      "superscripts, which became plain text",
+      "subscripts, which became plain text",
+      "colours of text",
+      "sizes of text",
+      "languages of text",
+      "alignments of paragraphs and headings",
+      "page breaks",
+      "ids of headings that are not made from their texts are left out; links to them lead nowhere",
+      "anchors",
+      "the address of a link that may run a program",
+      "header rows after the first, which became rows of data",
+      "header cells outside header rows, which became plain cells",
+      "cells that span columns, which became one cell and empty ones",
+      "alignments of single cells",
+      "colours of cells"};
 
   std::array<std::uint64_t, std::size(kMessages)> counts_ = {};
 };

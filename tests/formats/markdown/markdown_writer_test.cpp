@@ -303,8 +303,8 @@ TEST(MarkdownDocumentWriter, WarnsOnceOfEachKindThatItCannotSay) {
   EXPECT_EQ(document.bytes(), "us\n\nus\n\n# Heading\n");
   EXPECT_EQ(document.warnings(),
             "2 x underlining, which Markdown has no mark for\n2 x subscripts, which became plain text\n"
-            "2 x alignments of paragraphs and headings\n1 x ids of headings that are not made from their texts\n"
-            "1 x anchors\n");
+            "2 x alignments of paragraphs and headings\n1 x ids of headings that are not made from their texts are "
+            "left out; links to them lead nowhere\n1 x anchors\n");
 }
 
 TEST(MarkdownDocumentTable, AlignsItsColumns) {
