@@ -234,7 +234,7 @@ TEST(DeliveryPosix, RemovesTheHelpPagesThatAKilledRunLeft) {
   const auto killed = scrivalen::runProgram(
       {L"sh", L"-c",
        L"\"$0\" \"$1/never.csv\" -o \"$1/a.chm\" & exec 3>\"$1/never.csv\"; "
-       L"seq 1000 >&3; until ls \"$1\"/temporary/*/* >\"$1/list\" 2>&1; do sleep 0.01; done; kill -9 $!; wait $!",
+       L"seq 2000 >&3; until ls \"$1\"/temporary/*/* >\"$1/list\" 2>&1; do sleep 0.01; done; kill -9 $!; wait $!",
        scrivalen::widePath(SCRIVALEN_COMMAND), run.widePath("")});
   EXPECT_TRUE(killed.started);
   EXPECT_FALSE(fs::is_empty(run.fsPath("temporary")));
