@@ -56,6 +56,43 @@ TEST(Delivery, RefusesToOverwriteItsInput) {
   EXPECT_EQ(run.bytes("in.txt"), "# x");
 }
 
+TEST(Delivery, RefusesToOverwriteAFileThatItReadsBesidesTheInput) {
+  struct Case {
+    std::vector<std::string> option;
+    const char* what;
+  };
+  for (const auto& [option, what] :
+       {Case{{"--template", "@/f.html"}, "template"}, Case{{"--styles", "@/f.html"}, "style sheet"},
+        Case{{"--set", "template=@/f.html"}, "template"}, Case{{"--set", "html.template=@/f.html"}, "template"},
+        Case{{"--set", "styles=@/f.html"}, "style sheet"}, Case{{"--set", "xlsx.styles=@/f.html"}, "style sheet"},
+        Case{{"--set", "header-image=@/f.html"}, "header image"},
+        Case{{"--set", "pdf.header-image=@/f.html"}, "header image"},
+        Case{{"--set", "font-file=@/f.html", "--set", "font-file=@/g"}, "font file"}}) {
+    CommandRun run;
+    std::vector<std::string> arguments = {"@/in.md", "-o", "@/f.html", "-o", "@/a.xlsx", "-o", "@/a.pdf"};
+    for (const std::string& argument : option) {
+      const std::size_t at = argument.find('@');
+      arguments.push_back(at == std::string::npos ? argument
+                                                  : argument.substr(0, at) + run.path(argument.substr(at + 2)));
+    }
+    const Result result = run.with("in.md", "x").with("f.html", "mine").run(arguments);
+    EXPECT_EQ(result.status, 2) << arguments.back();
+    EXPECT_NE(result.error.find(std::string("f.html' is the ") + what + ""), std::string::npos) << result.error;
+    EXPECT_NE(result.error.find("; it would be overwritten\n"), std::string::npos) << result.error;
+    EXPECT_EQ(run.bytes("f.html"), "mine");
+    EXPECT_EQ(run.names(), (Names{"f.html", "in.md"}));
+  }
+}
+
+TEST(Delivery, RefusesToOverwriteATemplateInTheFolderOfTheOutputs) {
+  CommandRun run;
+  run.with("index.md", "x").with("index.html", "mine");
+  const Result result = run.run({"@/index.md", "--output-dir", "@/", "--to", "html", "--template", "@/index.html"});
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.error, "scrivalen: the output '@/index.html' is the template; it would be overwritten\n");
+  EXPECT_EQ(run.bytes("index.html"), "mine");
+}
+
 TEST(Delivery, RecognizesTheInputUnderAnotherName) {
   CommandRun run;
   run.with("in.md", "# x");

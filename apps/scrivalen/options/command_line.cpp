@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "options/argument_parser.h"
+#include "options/different_files.h"
 #include "options/help.h"
 #include "options/option_group.h"
 #include "system/files/files.h"
@@ -58,6 +59,7 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   for (const auto& group : groups) {
     group->interpret();
   }
+  requireDifferentFiles(options);
   return {std::move(options), std::nullopt};
 }
 

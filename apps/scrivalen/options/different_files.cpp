@@ -6,7 +6,9 @@
 #include "texts.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
+#include <string_view>
 
 namespace scrivalen::command {
 namespace {
@@ -15,10 +17,11 @@ struct PathOrder {
   bool operator()(const std::wstring& a, const std::wstring& b) const { return scrivalen::comparePaths(a, b) < 0; }
 };
 
-// An output, or an input itself.
+// A file that the run reads or writes.
 struct Use {
-  const Job* job = nullptr;
+  const Job* job = nullptr;  // null for a file that all jobs read
   const std::string* name = nullptr;
+  const char* what = "";  // of a file that is read: "input"
 };
 
 // The files of a run, found by whatever path leads to them.
@@ -65,10 +68,10 @@ std::string quoted(const std::string& name) { return "'" + name + "'"; }
                        : "the outputs " + quoted(*first.name) + " and " + quoted(*second.name) + " are the same file");
 }
 
-[[noreturn]] void failOverwritten(const Use& input, const Use& output) {
-  const bool isSameName = *input.name == *output.name;
-  throw UsageError("the output " + quoted(*output.name) + " is the input" +
-                   (isSameName ? "" : " " + quoted(*input.name)) + "; it would be overwritten");
+[[noreturn]] void failOverwritten(const Use& read, const Use& output) {
+  const bool isSameName = *read.name == *output.name;
+  throw UsageError("the output " + quoted(*output.name) + " is the " + read.what +
+                   (isSameName ? "" : " " + quoted(*read.name)) + "; it would be overwritten");
 }
 
 std::wstring lowered(std::wstring path) {
@@ -130,25 +133,56 @@ void requireOneOnStandardOutput(const std::vector<Job>& jobs) {
   }
 }
 
+// What a setting of the document, such as "template" or "html.template", has the library read; null for one without a
+// file.
+const char* fileOfSetting(std::string_view name) {
+  struct Setting {
+    std::string_view name;
+    const char* what;
+  };
+  static constexpr Setting kSettings[] = {{"template", "template"},
+                                          {"styles", "style sheet"},
+                                          {"header-image", "header image"},
+                                          {"font-file", "font file"}};
+  const std::string_view plain = name.substr(name.find('.') + 1);
+  const auto* const found =
+      std::find_if(std::begin(kSettings), std::end(kSettings), [&](const Setting& s) { return s.name == plain; });
+  return found == std::end(kSettings) ? nullptr : found->what;
+}
+
+void addRead(FileUses& files, const Use& use) {
+  if (use.what && !use.name->empty() && isReplaceable(*use.name)) {
+    files.add(use);
+  }
+}
+
+FileUses filesRead(const Options& options) {
+  FileUses files;
+  for (const Job& job : options.jobs) {
+    addRead(files, {&job, &job.input, "input"});
+  }
+  addRead(files, {nullptr, &options.templateFile, "template"});
+  addRead(files, {nullptr, &options.stylesFile, "style sheet"});
+  for (const auto& [name, value] : options.settings) {
+    addRead(files, {nullptr, &value, fileOfSetting(name)});
+  }
+  return files;
+}
+
 }  // namespace
 
-void requireDifferentFiles(const std::vector<Job>& jobs) {
-  requireOneOnStandardOutput(jobs);
-  FileUses inputs;
-  for (const Job& job : jobs) {
-    if (isReplaceable(job.input)) {
-      inputs.add({&job, &job.input});
-    }
-  }
+void requireDifferentFiles(const Options& options) {
+  requireOneOnStandardOutput(options.jobs);
+  const FileUses reads = filesRead(options);
   FileUses outputs;
-  for (const Job& job : jobs) {
+  for (const Job& job : options.jobs) {
     for (const OutputRequest& output : job.outputs) {
       if (!isReplaceable(output.name)) {
         continue;
       }
       const Use use{&job, &output.name};
-      if (const Use* const input = inputs.find(output.name)) {
-        failOverwritten(*input, use);
+      if (const Use* const read = reads.find(output.name)) {
+        failOverwritten(*read, use);
       }
       if (const Use* const earlier = outputs.find(output.name)) {
         failSameOutput(*earlier, use);

@@ -1,7 +1,6 @@
 #include "options/option_group.h"
 
 #include "errors.h"
-#include "options/different_files.h"
 #include "options/effect.h"
 #include "options/output_request.h"
 #include "system/files/files.h"
@@ -43,7 +42,6 @@ class OutputOptions : public OptionGroup {
     } else {
       failWithoutOutput();
     }
-    requireDifferentFiles(options_.jobs);
     if (options_.singleByte) {
       warnWithoutOutput(options_, "--single-byte", "text");
     }
