@@ -164,12 +164,14 @@ TEST(Options, DetectTheInputsFormatByItsExtension) {
   EXPECT_EQ(parsed({"a.tsv", "-o", "a.txt"}).jobs[0].format, InputFormat::Tsv);
   EXPECT_EQ(parsed({"a", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
   EXPECT_EQ(parsed({"-", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
+  EXPECT_EQ(parsed({"./csv", "-o", "a.txt"}).jobs[0].format, InputFormat::Markdown);
 }
 
 TEST(Options, WarnOfAnInputThatIsPerhapsATable) {
   EXPECT_EQ(parsed({"a.cvs", "-o", "a.txt"}).warnings,
             std::vector<std::string>{"'a.cvs' is read as Markdown; did you mean --from csv?"});
-  for (const char* const input : {"a.csv", "a.TSV", "a.tab", "a.md", "a.txt", "a.tex", "a", "-"}) {
+  for (const char* const input :
+       {"a.csv", "a.TSV", "a.tab", "a.md", "a.txt", "a.tex", "a", "-", "./csv", "../tsv", "x.csv/a"}) {
     EXPECT_EQ(parsed({input, "-o", "b.txt"}).warnings, std::vector<std::string>()) << input;
   }
   EXPECT_EQ(parsed({"a.cvs", "--from", "md", "-o", "a.txt"}).warnings, std::vector<std::string>());
@@ -324,6 +326,10 @@ TEST(Options, RejectEmptyValues) {
             "--styles has an empty value; give the path of a style sheet");
   EXPECT_EQ(complaint({"a", "--output-dir", "", "--to", "html"}),
             "--output-dir has an empty value; give the path of a folder");
+  EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--align", ""}),
+            "--align has an empty value; give left, right or center (l, r, c) for each column");
+  EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--width", ""}),
+            "--width has an empty value; give shares such as 3,1,1 or percents such as 60%,20%,20%");
   EXPECT_EQ(complaint({"a", "--from", "", "-o", "a.txt"}), "--from takes markdown, csv or tsv, not ''");
 }
 
@@ -345,6 +351,12 @@ TEST(Options, AreWarnedOfWithoutEffectOnAnyOutput) {
                 .warnings,
             (Warnings{"--single-byte has no effect: no output is text", "--separator has no effect: no output is text",
                       "--set text.width has no effect: no output is text"}));
+}
+
+TEST(Options, AreNotWarnedOfWithoutASettingOfThatName) {
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt", "--set", "pdf.papre=A4", "--set", "pdf.paper=B9"}).warnings, Warnings());
+  EXPECT_EQ(parsed({"a.md", "-o", "a.txt", "--set", "pdf.paper=A4"}).warnings,
+            Warnings{"--set pdf.paper has no effect: no output is pdf"});
 }
 
 TEST(Options, AreWarnedOfWithoutEffectOnAnyInput) {
@@ -376,11 +388,22 @@ TEST(Options, CannotBeQuietAndVerbose) {
   EXPECT_EQ(complaint({"a", "-o", "a.txt", "-q", "--verbose"}), "-q and -v exclude each other; use one of them");
 }
 
+TEST(Options, HaveHelpThatNamesTheDescriptionOfTheSettings) {
+  const std::string help = parseCommandLine({"--help"}).printout.value_or("");
+  EXPECT_TRUE(
+      help.ends_with("\nThe settings that --set takes, and their values, are described in\n"
+                     "docs/settings.md of the documentation.\n"))
+      << help;
+}
+
 TEST(Options, GiveHelpWhateverElseIsWrong) {
   const auto help = parseCommandLine({"--help"}).printout;
   EXPECT_EQ(parseCommandLine({"a.md", "--bogus", "-h"}).printout, help);
   EXPECT_EQ(parseCommandLine({"-h", "--from=bogus", "--title"}).printout, help);
   EXPECT_EQ(parseCommandLine({"--title", "-h", "a", "-o", "b.txt"}).printout, std::nullopt);
+  EXPECT_EQ(parseCommandLine({"--title", "x", "--bogus", "-h"}).printout, help);
+  EXPECT_EQ(parseCommandLine({"--title=x", "--toc", "-h", "--bogus"}).printout, help);
+  EXPECT_EQ(complaint({"y.csv", "--title", "-h", "--bogus"}), "unknown option '--bogus'; see scrivalen --help");
 }
 
 TEST(Options, HaveAHelpOfEightyColumnsInGroups) {

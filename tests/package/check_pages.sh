@@ -51,6 +51,7 @@ check_man() {
   require_all_options page.txt '--'
   awk 'length > 80 { exit 1 }' page.txt || fail 'the page is wider than 80 columns'
   grep -q 'scrivalen - turn' page.txt || fail 'the page has no name'
+  grep -q 'docs/settings.md' page.txt || fail 'the page does not say where the settings are described'
 }
 
 check_guide() {

@@ -7,6 +7,7 @@
 #include "options/option_group.h"
 #include "system/files/files.h"
 #include "templates.h"
+#include "texts.h"
 
 #include <algorithm>
 
@@ -21,10 +22,25 @@ std::string templateList() {
   return list;
 }
 
-// Help is given whatever else is on the command line, even if that is wrong.
-bool wantsHelp(const std::vector<std::string>& arguments) {
-  return std::any_of(arguments.begin(), arguments.end(),
-                     [](const std::string& argument) { return argument == "-h" || argument == "--help"; });
+bool takesValue(const std::vector<Option>& options, const std::string& argument) {
+  return std::any_of(options.begin(), options.end(), [&](const Option& option) {
+    const auto names = split(option.names, ',');
+    return !option.isFlag() && std::find(names.begin(), names.end(), argument) != names.end();
+  });
+}
+
+// Help is given whatever else is on the command line, even if that is wrong. The value of an option is no request.
+bool wantsHelp(const std::vector<Option>& options, const std::vector<std::string>& arguments) {
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    const std::string& argument = arguments[i];
+    if (argument == "-h" || argument == "--help") {
+      return true;
+    }
+    if (argument.starts_with('-') && takesValue(options, argument)) {
+      ++i;
+    }
+  }
+  return false;
 }
 
 std::optional<std::string> printoutOf(const Options& options) {
@@ -45,10 +61,11 @@ CommandLine parseCommandLine(const std::vector<std::string>& arguments) {
   }
   Options options;
   const auto groups = optionGroups(options);
+  const auto declarations = declarationsOf(groups);
   try {
-    parseArguments(declarationsOf(groups), arguments);
+    parseArguments(declarations, arguments);
   } catch (const UsageError&) {
-    if (!wantsHelp(arguments)) {
+    if (!wantsHelp(declarations, arguments)) {
       throw;
     }
     options.help = true;

@@ -18,8 +18,8 @@ constexpr std::string_view kUsage[] = {"scrivalen INPUT -o FILE [-o FILE ...] [O
 
 constexpr std::string_view kDescription =
     "Turns Markdown, CSV and TSV files into text, HTML, XML, Markdown, RTF, PDF, spreadsheets and compiled help, "
-    "several "
-    "at once. An output replaces an existing file once it is complete; one that fails leaves the file as it was.";
+    "several at once. An output replaces an existing file once it is complete; one that fails leaves the file as it "
+    "was.";
 
 constexpr Example kExamples[] = {
     {"scrivalen notes.md -o notes.html", "a web page"},
@@ -32,6 +32,9 @@ constexpr Example kExamples[] = {
 
 constexpr std::string_view kStatus =
     "0 if all succeeded, 1 if an input or an output failed, or after a warning with --strict, and 2 for wrong usage.";
+
+constexpr std::string_view kSettings =
+    "The settings that --set takes, and their values, are described in docs/settings.md of the documentation.";
 
 // Appends a text in lines from a column on. The first line continues the one that has @p used columns.
 void appendWrapped(std::string& out, std::string_view text, std::size_t column, std::size_t used) {
@@ -97,6 +100,8 @@ std::string helpText() {
   }
   text += "\n";
   appendWrapped(text, "Exit status: " + std::string(kStatus), 0, 0);
+  text += "\n";
+  appendWrapped(text, kSettings, 0, 0);
   return text;
 }
 
@@ -116,5 +121,6 @@ std::span<const std::string_view> usageLines() { return kUsage; }
 std::string_view description() { return kDescription; }
 std::span<const Example> examples() { return kExamples; }
 std::string_view statusText() { return kStatus; }
+std::string_view settingsText() { return kSettings; }
 
 }  // namespace scrivalen::command

@@ -26,5 +26,6 @@ std::span<const std::string_view> usageLines();
 std::string_view description();
 std::span<const Example> examples();
 std::string_view statusText();
+std::string_view settingsText();
 
 }  // namespace scrivalen::command

@@ -3,6 +3,7 @@
 #include "errors.h"
 #include "options/effect.h"
 #include "options/suggestion.h"
+#include "system/files/files.h"
 #include "text/ascii.h"
 #include "text/names/similar.h"
 
@@ -38,9 +39,11 @@ std::optional<InputFormat> formatNamed(std::string_view nameOrExtension) {
   return std::nullopt;
 }
 
-std::string_view extensionOf(std::string_view input) {
-  const std::size_t dot = input.rfind('.');
-  return dot == std::string::npos ? std::string_view() : input.substr(dot + 1);
+std::string extensionOf(const std::string& input) {
+  const std::wstring path = scrivalen::widePath(input);
+  const std::wstring_view name = scrivalen::fileNameOf(path);
+  const std::size_t dot = name.rfind(L'.');
+  return dot == name.npos ? std::string() : scrivalen::narrowPath(name.substr(dot + 1));
 }
 
 InputFormat inputFormat(const std::optional<std::string>& from, const std::string& input) {
@@ -133,7 +136,7 @@ class InputOptions : public OptionGroup {
   // "prices.cvs" would be read as Markdown.
   void warnOfTypingError(const std::string& input) {
     static constexpr std::array kTables = {"csv"sv, "tsv"sv};
-    const std::string_view extension = extensionOf(input);
+    const std::string extension = extensionOf(input);
     const std::string_view similar = scrivalen::mostSimilar(extension, kTables);
     if (!similar.empty() && !formatNamed(extension)) {
       options_.warnings.push_back("'" + input + "' is read as Markdown; did you mean --from " + std::string(similar) +

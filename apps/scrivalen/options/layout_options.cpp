@@ -7,8 +7,11 @@
 #include "templates.h"
 #include "texts.h"
 
+#include <scrivalen/document.h>
+
 #include <algorithm>
 #include <iterator>
+#include <memory>
 
 namespace scrivalen::command {
 namespace {
@@ -50,6 +53,15 @@ std::string chosenTemplate(const std::string& name) {
     throw InputError("cannot read the template '" + name + "': " + lastErrorText());
   }
   return name;
+}
+
+// Whether the library knows a setting and takes the value. What it does not take is an error later on.
+bool isTaken(const std::string& name, const std::string& value) {
+  struct Free {
+    void operator()(scrivalen_document* document) const { scrivalen_free(document); }
+  };
+  const std::unique_ptr<scrivalen_document, Free> document(scrivalen_new());
+  return document && scrivalen_set(document.get(), name.c_str(), value.c_str()) == SCRIVALEN_OK;
 }
 
 class LayoutOptions : public OptionGroup {
@@ -114,7 +126,8 @@ class LayoutOptions : public OptionGroup {
     for (const auto& [name, value] : options_.settings) {
       const std::string format = name.substr(0, name.find('.'));
       const auto formats = formatNames();
-      if (format.size() < name.size() && std::find(formats.begin(), formats.end(), format) != formats.end()) {
+      if (format.size() < name.size() && std::find(formats.begin(), formats.end(), format) != formats.end() &&
+          isTaken(name, value)) {
         warnWithoutOutput(options_, "--set " + name, format);
       }
     }

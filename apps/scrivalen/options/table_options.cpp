@@ -119,6 +119,8 @@ class TableOptions : public OptionGroup {
     warnIf(aligns_.has_value(), "--align");
     warnIf(widths_.has_value(), "--width");
     warnIf(options_.csv.isText, "--text");
+    requireText("--align", aligns_, "give left, right or center (l, r, c) for each column");
+    requireText("--width", widths_, "give shares such as 3,1,1 or percents such as 60%,20%,20%");
     if (columns_) {
       options_.csv.columns = columnList(*columns_);
     }

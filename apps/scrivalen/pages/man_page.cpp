@@ -84,6 +84,7 @@ std::string manPage() {
   page.append(".SH DESCRIPTION\n").append(escaped(description())).append("\n");
   appendOptions(page);
   appendExamples(page);
+  page.append(".SH SETTINGS\n").append(escaped(settingsText())).append("\n");
   page.append(".SH EXIT STATUS\n").append(escaped(statusText())).append("\n");
   page +=
       ".SH ENVIRONMENT\n"

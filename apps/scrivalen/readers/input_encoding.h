@@ -8,7 +8,7 @@
 
 namespace scrivalen::command {
 
-/// How the characters of an input are encoded. A byte-order mark comes before what was given; Utf16 needs one.
+/// How the characters of an input are encoded. A byte-order mark overrides what was given; Utf16 needs one.
 enum class InputEncoding : std::uint8_t { Default, Utf8, Utf16, Utf16Little, Utf16Big, Latin1, Windows1252 };
 
 inline constexpr const char* kEncodingNames = "utf-8, utf-16le, utf-16be, latin-1 or windows-1252";
