@@ -223,6 +223,16 @@ class Run {
   Messages& messages_;
 };
 
+// Where --quiet hides the warnings, nothing else says why the run failed.
+int strictStatus(int status, Messages& messages) {
+  const std::size_t count = messages.warnings();
+  if (status == kDone && count > 0 && messages.isQuiet()) {
+    messages.error({Digits(count).text(),
+                    count == 1 ? " warning; --strict makes it a failure" : " warnings; --strict makes them a failure"});
+  }
+  return count > 0 ? kFailed : status;
+}
+
 int runOrThrow(const std::vector<std::string>& arguments, const Environment& environment, Messages& messages) {
   const LibraryHandlers handlers(environment);
   const CommandLine commandLine = parseCommandLine(arguments);
@@ -242,7 +252,7 @@ int runOrThrow(const std::vector<std::string>& arguments, const Environment& env
     messages.warning(warning);
   }
   const int status = Run(commandLine.options, environment, messages).run();
-  return commandLine.options.strict && messages.hasWarned() ? kFailed : status;
+  return commandLine.options.strict ? strictStatus(status, messages) : status;
 }
 
 }  // namespace

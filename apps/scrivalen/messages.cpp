@@ -1,5 +1,7 @@
 #include "messages.h"
 
+#include "text/utf.h"
+
 #include <new>
 #include <utility>
 
@@ -30,15 +32,37 @@ class ErrorWriter {
   }
 
   // A file name may contain anything. The message stays on one line and must not send control sequences to the
-  // terminal.
+  // terminal, nor reverse what is read.
   ErrorWriter& addPrintable(std::string_view text) {
-    for (const char c : text) {
-      put(static_cast<unsigned char>(c) < 0x20 || c == 0x7F ? ' ' : c);
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    while (at != end) {
+      const char* const begin = at;
+      char32_t c = 0;
+      if (!scrivalen::nextUtf8(at, end, c)) {
+        addBytes({begin, static_cast<std::size_t>(at - begin)});
+      } else if (isControl(c) || isDirection(c)) {
+        put(' ');
+      } else {
+        add({begin, static_cast<std::size_t>(at - begin)});
+      }
     }
     return *this;
   }
 
  private:
+  static bool isControl(char32_t c) { return c < 0x20 || (c >= 0x7F && c < 0xA0); }
+
+  // The embeddings, overrides and isolates of bidirectional text.
+  static bool isDirection(char32_t c) { return (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069); }
+
+  // Bytes that are no UTF-8, which a terminal may take for Latin-1.
+  void addBytes(std::string_view bytes) {
+    for (const char c : bytes) {
+      put(isControl(static_cast<unsigned char>(c)) ? ' ' : c);
+    }
+  }
+
   void put(char c) {
     if (size_ == sizeof bytes_) {
       environment_.writeError({bytes_, std::exchange(size_, 0)});
@@ -72,7 +96,7 @@ Messages::~Messages() { clearProgress(); }
 void Messages::error(std::initializer_list<std::string_view> parts) { line(kRed, "", parts); }
 
 void Messages::warning(std::initializer_list<std::string_view> parts) {
-  hasWarned_ = true;
+  ++warnings_;
   if (!quiet_) {
     line(kYellow, "warning: ", parts);
   }

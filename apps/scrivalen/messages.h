@@ -3,6 +3,7 @@
 #include "environment.h"
 
 #include <chrono>
+#include <cstddef>
 #include <initializer_list>
 #include <string_view>
 
@@ -22,9 +23,10 @@ class Messages {
 
   /// Suppresses everything but errors.
   void beQuiet() { quiet_ = true; }
+  bool isQuiet() const { return quiet_; }
 
-  /// Whether there was a warning, shown or not.
-  bool hasWarned() const { return hasWarned_; }
+  /// The number of warnings, shown or not.
+  std::size_t warnings() const { return warnings_; }
 
   void error(std::string_view text) { error({text}); }
   /// An error of several parts, which are written one after the other.
@@ -46,9 +48,9 @@ class Messages {
   const Environment& environment_;
   bool quiet_ = false;
   bool verbose_ = false;
-  bool hasWarned_ = false;
   bool coloured_;
   bool progressShown_ = false;
+  std::size_t warnings_ = 0;
   std::chrono::steady_clock::time_point lastProgress_;
 };
 

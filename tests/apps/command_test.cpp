@@ -63,7 +63,15 @@ TEST(Command, FailsWhenStandardOutputTakesNoMore) {
   };
   const Result result = run.with("in.md", "x").run({"@/in.md", "-o", "html:-"});
   EXPECT_EQ(result.status, 1);
-  EXPECT_EQ(result.error, "scrivalen: cannot write the stream of html: No space left on device\n");
+  EXPECT_EQ(result.error, "scrivalen: cannot write to standard output: No space left on device\n");
+}
+
+TEST(Command, NamesStandardOutputInWarnings) {
+  CommandRun run;
+  run.with("in.md", "\xE2\x98\x83");
+  const Result result = run.run({"@/in.md", "-o", "text:-", "--single-byte"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_TRUE(result.error.starts_with("scrivalen: warning: standard output: ")) << result.error;
 }
 
 TEST(Command, TakesSettings) {
@@ -105,7 +113,13 @@ TEST(Command, FindsTheDelimiterOfATable) {
 TEST(Command, FailsAfterAWarningWhenStrict) {
   CommandRun run;
   run.with("in.md", "a\xFF");
-  EXPECT_EQ(run.run({"@/in.md", "--strict", "--quiet", "-o", "@/a.txt"}).status, 1);
+  const Result quiet = run.run({"@/in.md", "--strict", "--quiet", "-o", "@/a.txt"});
+  EXPECT_EQ(quiet.status, 1);
+  EXPECT_EQ(quiet.error, "scrivalen: 1 warning; --strict makes it a failure\n");
+  EXPECT_EQ(run.run({"@/in.md", "--strict", "--quiet", "--styles", "s", "-o", "@/a.txt"}).error,
+            "scrivalen: 2 warnings; --strict makes them a failure\n");
+  EXPECT_EQ(run.run({"@/none.md", "--strict", "--quiet", "--styles", "s", "-o", "@/a.txt"}).error.find("--strict"),
+            std::string::npos);
   EXPECT_EQ(run.bytes("a.txt"), "a\xEF\xBF\xBD\n");
   EXPECT_EQ(run.with("in.md", "a").run({"@/in.md", "--strict", "-o", "@/a.txt"}).status, 0);
 }

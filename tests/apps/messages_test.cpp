@@ -25,6 +25,22 @@ TEST(Messages, StayOnOneLineWhateverTheFileName) {
   EXPECT_EQ(environment.error, "scrivalen: cannot read 'a b [2J'\n");
 }
 
+TEST(Messages, PassNoControlCharacterBeyondAscii) {
+  TestEnvironment environment;
+  Messages messages(environment.get());
+  messages.error(
+      "a\xC2\x80 \xC2\x9B"
+      "2J\xC2\x9F \xC2\xA0");
+  messages.error("\xE2\x80\xAA\xE2\x80\xAE.\xE2\x81\xA6\xE2\x81\xA9 \xE2\x80\xA9\xE2\x80\xAF\xE2\x81\xA5\xE2\x81\xAA");
+  messages.error(
+      "\x9B"
+      "2J \xE4 \xC2");
+  EXPECT_EQ(environment.error,
+            "scrivalen: a   2J  \xC2\xA0\n"
+            "scrivalen:   .   \xE2\x80\xA9\xE2\x80\xAF\xE2\x81\xA5\xE2\x81\xAA\n"
+            "scrivalen:  2J \xE4 \xC2\n");
+}
+
 TEST(Messages, AreColouredOnATerminal) {
   TestEnvironment environment;
   environment.get().errorIsTerminal = true;

@@ -223,7 +223,7 @@ bool DocumentRun::report(Warnings warnings) {
   bool isGood = true;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     if (scrivalen_output_result(document_.get(), i) != SCRIVALEN_OK) {
-      messages_.error(scrivalen_output_error(document_.get(), i));
+      reportFailure(i);
       isGood = false;
     } else {
       noteOutput(i);
@@ -243,6 +243,18 @@ bool DocumentRun::report(Warnings warnings) {
     }
   }
   return isGood;
+}
+
+// The library knows streams by their formats only.
+void DocumentRun::reportFailure(std::size_t output) {
+  constexpr std::string_view kStart = "cannot write the stream of ";
+  const std::string_view error = scrivalen_output_error(document_.get(), output);
+  const std::size_t colon = error.find(':');
+  if (outputs_[output]->name == "-" && error.starts_with(kStart) && colon != error.npos) {
+    messages_.error({"cannot write to standard output", error.substr(colon)});
+  } else {
+    messages_.error(error);
+  }
 }
 
 // Whether a warning counts rows with too few or too many cells. The reader of CSV knows their lines, and warns itself.
@@ -271,11 +283,14 @@ void DocumentRun::noteOutput(std::size_t output) {
 }
 
 void DocumentRun::warnOf(const scrivalen_warning& warning) {
-  const std::string& name = isOfInput(warning) ? job_.input : outputs_[warning.output]->name;
+  const bool isOnInput = isOfInput(warning);
+  const std::string& name = isOnInput ? job_.input : outputs_[warning.output]->name;
+  const bool isStandardOutput = !isOnInput && name == "-";
+  const std::string_view quote = isStandardOutput ? "" : "'";
   const Digits count(warning.count);
   const bool isCounted = warning.count > 1;
-  messages_.warning({"'", name, "': ", warning.message, isCounted ? " (" : "",
-                     isCounted ? count.text() : std::string_view(), isCounted ? ")" : ""});
+  messages_.warning({quote, isStandardOutput ? "standard output" : std::string_view(name), quote, ": ", warning.message,
+                     isCounted ? " (" : "", isCounted ? count.text() : std::string_view(), isCounted ? ")" : ""});
 }
 
 }  // namespace scrivalen::command

@@ -30,8 +30,8 @@ class DocumentRun {
   /// Creates the outputs. One that cannot be created has failed, and the others go on.
   /// @param title    of the document's properties
   /// @param isShown  whether readers see it above a text that does not begin with a heading
-  /// @param ofInput  settings that the input gives itself, names and values; those of the options come before them, and
-  ///                 a value that cannot be used becomes a warning
+  /// @param ofInput  settings that the input gives itself, names and values; those of the options override them, and a
+  ///                 value that cannot be used becomes a warning
   void open(const std::string& title, bool isShown, const std::vector<std::pair<std::string, std::string>>& ofInput);
   /// Calls @p read with the document. Once no output is left, or when the user interrupts the run, it does not return
   /// to @p read.
@@ -61,6 +61,7 @@ class DocumentRun {
   void rememberSetting(std::string_view name, std::string_view value);
   void noteSettings();
   void noteOutput(std::size_t output);
+  void reportFailure(std::size_t output);
   void warnOf(const scrivalen_warning& warning);
   bool isOfInput(const scrivalen_warning& warning) const { return warning.output >= outputs_.size(); }
 

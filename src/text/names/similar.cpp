@@ -54,6 +54,9 @@ std::string_view mostSimilar(std::string_view mistyped, std::span<const std::str
   std::size_t fewest = std::max<std::size_t>(1, wrong.size() / 3) + 1;
   std::string_view best;
   for (const std::string_view name : known) {
+    if (name.size() > kLongest) {
+      continue;
+    }
     const std::string candidate = asciiLowered(name);
     const std::size_t edits = candidate.size() != wrong.size() && candidate.starts_with(wrong)
                                   ? 1

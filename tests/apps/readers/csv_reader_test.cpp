@@ -277,6 +277,23 @@ TEST(CsvReader, NamesTheColumnsThatThereAre) {
   }
 }
 
+TEST(CsvReader, ShortensLongNamesOfColumns) {
+  std::string accents;
+  for (int i = 0; i < 61; ++i) {
+    accents += "\xC3\xA9";
+  }
+  const std::string first(60, 'a');
+  const std::string header = first + "," + first + "b," + accents + "," + std::string(1000, 'c') + "\n";
+  try {
+    linesOf(header, {.columns = {std::string(61, 'd')}});
+    ADD_FAILURE() << "the column is unknown";
+  } catch (const UsageError& error) {
+    EXPECT_EQ(error.what(), "--columns: there is no column '" + std::string(60, 'd') + "...'; the columns are '" +
+                                first + "', '" + first + "...', '" + accents.substr(0, 120) + "...', '" +
+                                std::string(60, 'c') + "...'");
+  }
+}
+
 TEST(CsvReader, DescribesTheColumnsThatAreShown) {
   EXPECT_EQ(columnsOf({.columns = {"3", "1"}, .aligns = {Align::Center}, .widths = {0, 2}}),
             (Lines{"Column 0 center", "Column 1 width 2.000000"}));

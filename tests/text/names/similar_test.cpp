@@ -52,3 +52,10 @@ TEST(MostSimilar, FindsNothingForOtherWords) {
   }
   EXPECT_EQ(mostSimilar(std::string(100000, 't'), kKnown), "");
 }
+
+TEST(MostSimilar, FindsNoNameThatIsTooLongToBeMeant) {
+  const std::string longest = "abc" + std::string(61, 'd');
+  const std::string tooLong = longest + "d";
+  const std::string_view known[] = {tooLong, longest};
+  EXPECT_EQ(mostSimilar("abc", known), longest);
+}

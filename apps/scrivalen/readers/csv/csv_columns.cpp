@@ -2,6 +2,7 @@
 
 #include "errors.h"
 #include "options/suggestion.h"
+#include "text/utf.h"
 
 #include <algorithm>
 #include <charconv>
@@ -34,14 +35,26 @@ std::optional<std::pair<std::size_t, std::size_t>> columnRange(std::string_view 
   return first && last ? std::optional(std::pair(*first, *last)) : std::nullopt;
 }
 
+// A name as a message quotes it: a cell may be as long as its file.
+std::string inQuotes(std::string_view name) {
+  constexpr int kMostCharacters = 60;
+  const char* at = name.data();
+  const char* const end = at + name.size();
+  char32_t c = 0;
+  for (int i = 0; i < kMostCharacters && at != end; ++i) {
+    scrivalen::nextUtf8(at, end, c);
+  }
+  return "'" + std::string(name.data(), at) + (at == end ? "'" : "...'");
+}
+
 std::string unknownColumn(std::string_view entry, const Header& header) {
   constexpr std::size_t kMostNames = 20;
   std::string known = "; the columns are ";
   for (std::size_t i = 0; i < std::min(header.size(), kMostNames); ++i) {
-    known.append(i > 0 ? ", " : "").append("'").append(header[i]).append("'");
+    known.append(i > 0 ? ", " : "").append(inQuotes(header[i]));
   }
   known += header.size() > kMostNames ? " and " + std::to_string(header.size() - kMostNames) + " more" : "";
-  return "--columns: there is no column '" + std::string(entry) + "'" + suggestion(entry, header, known);
+  return "--columns: there is no column " + inQuotes(entry) + suggestion(entry, header, known);
 }
 
 std::string tooMany(const char* option, std::size_t given, std::size_t columns) {
