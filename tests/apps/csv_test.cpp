@@ -151,5 +151,19 @@ TEST(CsvTables, LoseNoCellAndWarnOnceOfRowsThatAreUnlikeTheHeader) {
   EXPECT_EQ(result.status, 0);
 }
 
+TEST(CsvTables, WarnOfCellsThatAreJoinedToTheLastColumn) {
+  CommandRun run;
+  std::string table = "a,b\n";
+  for (int row = 0; row < 600; ++row) {
+    table += "1,2\n";
+  }
+  run.with("in.csv", table + "3,4,5,6\n");
+  const Result result = run.run({"@/in.csv", "--separator", "|", "-o", "text:-"});
+  EXPECT_TRUE(result.output.ends_with("\n1|2\n3|4 5 6\n")) << result.output;
+  EXPECT_EQ(result.error,
+            "scrivalen: warning: '@/in.csv': 1 row has more cells than the header, in line 602\n"
+            "scrivalen: warning: '@/in.csv': cells past the last column of their table, joined to it (2)\n");
+}
+
 }  // namespace
 }  // namespace scrivalen::command::test

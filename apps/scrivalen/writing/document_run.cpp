@@ -257,10 +257,9 @@ void DocumentRun::reportFailure(std::size_t output) {
   }
 }
 
-// Whether a warning counts rows with too few or too many cells. The reader of CSV knows their lines, and warns itself.
+// Whether a warning counts rows with too few cells. The reader of CSV knows their lines, and warns itself.
 bool DocumentRun::isOfRows(const scrivalen_warning& warning) const {
-  constexpr int kInputMended = 5;
-  return warning.code == kInputMended && job_.format != InputFormat::Markdown;
+  return job_.format != InputFormat::Markdown && std::string_view(warning.message).starts_with("rows with fewer cells");
 }
 
 void DocumentRun::noteSettings() {

@@ -310,6 +310,12 @@ TEST(CsvReader, SharesWhatPercentsLeave) {
   EXPECT_EQ(columnsOf({.widths = {50, 40, 5}, .arePercent = true}).size(), 3u);
 }
 
+TEST(CsvReader, AddsPercentsUpAsTheyAreWritten) {
+  EXPECT_EQ(linesWith("Column", linesOf("a,b,c,d\n", {.widths = {24.8, 22.1, 19.9, 33.2}, .arePercent = true})).size(),
+            4u);
+  EXPECT_THROW(linesOf("a,b,c,d\n", {.widths = {33.4, 33.3, 33.3}, .arePercent = true}), UsageError);
+}
+
 TEST(CsvReader, RefusesMoreAlignmentsAndWidthsThanColumns) {
   const std::vector<double> widths(4, 1);
   const std::vector<Align> aligns(4, Align::Left);
@@ -324,8 +330,11 @@ TEST(CsvReader, JoinsTheCellsOfARowThatIsFarLongerThanTheHeader) {
     table += std::to_string(i) + ",";
   }
   const Lines parts = partsOf(table + "1005\n");
-  EXPECT_EQ(parts[parts.size() - 5], "Cell '1001'");
-  EXPECT_EQ(parts[parts.size() - 4], "Cell '1002 1003 1004 1005'");
+  EXPECT_EQ(parts[parts.size() - 6], "Cell '1001'");
+  EXPECT_EQ(parts[parts.size() - 5], "Cell '1002 1003 1004 1005'");
+  EXPECT_EQ(parts.back(),
+            "Warning ''-': 1 row has more than 1,000 cells more than the header, which are joined to the last of "
+            "these, in line 2'");
 }
 
 TEST(CsvReader, ReadsAMillionCellsOfARowAndNoMore) {

@@ -62,15 +62,16 @@ std::string tooMany(const char* option, std::size_t given, std::size_t columns) 
          (columns == 1 ? " column" : " columns");
 }
 
-// Divides what percents leave among the columns without one.
+// Divides what percents leave among the columns without one. The sum of percents such as 33.4 is not exact.
 void sharePercents(std::vector<TableColumn>& columns) {
+  constexpr double kTolerance = 1e-6;
   double sum = 0;
   std::size_t without = 0;
   for (const TableColumn& column : columns) {
     sum += column.width;
     without += column.width > 0 ? 0 : 1;
   }
-  if (sum > 100 || (sum == 100 && without > 0)) {
+  if (sum > 100 + kTolerance || (sum > 100 - kTolerance && without > 0)) {
     throw UsageError("--width: the percents leave nothing for other columns; they add up to at most 100");
   }
   for (TableColumn& column : columns) {

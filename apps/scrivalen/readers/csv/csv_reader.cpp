@@ -59,6 +59,7 @@ class CsvTable {
   std::size_t described_ = 0;        // columns that are not to become values
   OddRows shorter_;
   OddRows longer_;
+  OddRows tooLong_;
   std::string joined_;
 };
 
@@ -82,6 +83,8 @@ void CsvTable::read(CsvRows& rows) {
   longer_.warn(rows.input(),
                chosen_.empty() ? "more cells than the header" : "more cells than the header, which are left out",
                sink_);
+  tooLong_.warn(rows.input(), "more than 1,000 cells more than the header, which are joined to the last of these",
+                sink_);
 }
 
 void CsvTable::writeHeader(const Cells& cells) {
@@ -111,6 +114,9 @@ void CsvTable::writeRow(const Cells& cells, std::size_t line) {
   sink_.beginRow(false);
   if (chosen_.empty()) {
     const std::size_t most = columns_ + kMostFurtherCells;
+    if (cells.size() > most) {
+      tooLong_.add(line);
+    }
     for (std::size_t i = 0; i < std::min(cells.size(), most); ++i) {
       writeCell(i + 1 == most ? joined(cells, i) : cells[i]);
     }
