@@ -13,12 +13,12 @@ namespace {
 
 // CLI11 takes an empty value for none, "[a,b]" for two inputs, "-output" for "-o utput" and "-5" for an input. A NUL,
 // which no argument contains, keeps it from doing so; it is removed from what CLI11 returns.
-constexpr char kMark = '\0';
+constexpr char kArgumentMark = '\0';
 
 constexpr std::string_view kLetters = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz";
 
 std::string unmarked(std::string text) {
-  std::erase(text, kMark);
+  std::erase(text, kArgumentMark);
   return text;
 }
 
@@ -70,7 +70,7 @@ class ArgumentParser {
   std::string marked(std::string argument) const {
     const std::size_t position = markPosition(argument);
     if (position != std::string::npos) {
-      argument.insert(position, 1, kMark);
+      argument.insert(position, 1, kArgumentMark);
     }
     return argument;
   }
