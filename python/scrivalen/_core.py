@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import ctypes
 import errno
+import io
 import os
 import warnings
 from typing import Any, Callable, List, Optional
@@ -78,6 +79,8 @@ class Callbacks:
                 rest = memoryview(ctypes.string_at(data, size))
                 while rest:
                     taken = write(rest.tobytes())
+                    if taken is None and isinstance(getattr(write, "__self__", None), io.RawIOBase):
+                        raise BlockingIOError(errno.EAGAIN, "the stream takes no more bytes now")
                     # A raw file may take a part; what is no file returns anything or nothing.
                     if not isinstance(taken, int) or isinstance(taken, bool):
                         break

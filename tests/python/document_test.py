@@ -427,6 +427,15 @@ class Callbacks(DocumentTest):
             with self.assertRaises(OSError), Document((Liar(taken), "text")) as doc:
                 doc.paragraph("text")
 
+    def test_a_pipe_that_takes_no_more_bytes_now_has_failed(self):
+        reading, writing = os.pipe()
+        self.addCleanup(os.close, reading)
+        os.set_blocking(writing, False)
+        with io.FileIO(writing, "wb") as pipe:
+            with self.assertRaises(BlockingIOError), Document((pipe, "text")) as doc:
+                for _ in range(3000):
+                    doc.paragraph("text " * 20)
+
     def test_a_text_stream_is_refused_by_its_own_error(self):
         with self.assertRaises(TypeError), Document((io.StringIO(), "text")) as doc:
             doc.paragraph("text")
