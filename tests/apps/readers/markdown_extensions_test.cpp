@@ -1,7 +1,6 @@
 #include "command_support.h"
 #include "readers/markdown/code_indentation.h"
-#include "readers/markdown/markdown_reader.h"
-#include "recorded_parts.h"
+#include "readers/markdown_parts.h"
 
 #include <gtest/gtest.h>
 
@@ -10,19 +9,6 @@
 
 namespace scrivalen::command::test {
 namespace {
-
-Lines partsOf(std::string_view markdown, Safety safety = Safety::Safe) {
-  RecordedParts parts;
-  readMarkdown(markdown, safety, parts);
-  return parts.lines();
-}
-
-Lines paragraph(const Lines& content) {
-  Lines lines = {"BeginParagraph"};
-  lines.insert(lines.end(), content.begin(), content.end());
-  lines.push_back("EndParagraph");
-  return lines;
-}
 
 Lines heading(const std::string& id, const std::string& text) {
   return {"BeginHeading 1" + (id.empty() ? std::string() : " #" + id), "Text '" + text + "'", "EndHeading"};

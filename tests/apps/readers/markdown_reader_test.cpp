@@ -1,6 +1,4 @@
-#include "readers/markdown/markdown_reader.h"
-
-#include "recorded_parts.h"
+#include "readers/markdown_parts.h"
 
 #include <gtest/gtest.h>
 
@@ -8,12 +6,6 @@
 
 namespace scrivalen::command::test {
 namespace {
-
-Lines partsOf(std::string_view markdown, Safety safety = Safety::Safe) {
-  RecordedParts parts;
-  readMarkdown(markdown, safety, parts);
-  return parts.lines();
-}
 
 // The parser decided by the position of the last line of the code.
 TEST(MarkdownReader, KeepsCodeInItsListWhereverItIs) {

@@ -1,26 +1,11 @@
-#include "readers/markdown/markdown_reader.h"
-
 #include "command_support.h"
-#include "recorded_parts.h"
+#include "readers/markdown_parts.h"
 #include "support/documents/workbook.h"
 
 #include <gtest/gtest.h>
 
 namespace scrivalen::command::test {
 namespace {
-
-Lines partsOf(std::string_view markdown, Safety safety = Safety::Safe) {
-  RecordedParts parts;
-  readMarkdown(markdown, safety, parts);
-  return parts.lines();
-}
-
-Lines paragraph(const Lines& content) {
-  Lines lines = {"BeginParagraph"};
-  lines.insert(lines.end(), content.begin(), content.end());
-  lines.push_back("EndParagraph");
-  return lines;
-}
 
 TEST(SafeMarkdown, DropsTagsAndKeepsTheTextBetweenThem) {
   EXPECT_EQ(partsOf("a <b onclick=\"x\">b</b> <input src=x onerror=y> *c*"),
