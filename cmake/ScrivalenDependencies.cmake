@@ -95,6 +95,19 @@ else()
   scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
+# HarfBuzz, with its subsets of fonts.
+function(scrivalen_harfbuzz_of_system)
+  find_path(scrivalen_harfbuzz_INCLUDE_DIR hb-subset.h PATH_SUFFIXES harfbuzz REQUIRED)
+  find_library(scrivalen_harfbuzz_LIBRARY harfbuzz REQUIRED)
+  find_library(scrivalen_harfbuzz_subset_LIBRARY harfbuzz-subset REQUIRED)
+  mark_as_advanced(scrivalen_harfbuzz_INCLUDE_DIR scrivalen_harfbuzz_LIBRARY scrivalen_harfbuzz_subset_LIBRARY)
+  add_library(scrivalen_harfbuzz INTERFACE)
+  target_include_directories(scrivalen_harfbuzz SYSTEM INTERFACE "${scrivalen_harfbuzz_INCLUDE_DIR}")
+  target_link_libraries(scrivalen_harfbuzz INTERFACE
+    "${scrivalen_harfbuzz_subset_LIBRARY}" "${scrivalen_harfbuzz_LIBRARY}")
+endfunction()
+scrivalen_harfbuzz_of_system()
+
 # scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the
 # options.
 function(scrivalen_use_command_dependencies)

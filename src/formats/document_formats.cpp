@@ -4,7 +4,7 @@
 #include "formats/markdown/markdown_writer.h"
 #include "formats/markup/html/html_writer.h"
 #include "formats/markup/xml_writer.h"
-#include "formats/pdf/document/pdf_writer.h"
+#include "formats/pdf/typeset/typeset_writer.h"
 #include "formats/rtf/document/document_writer.h"
 #include "formats/text/text_writer.h"
 #include "formats/xlsx/xlsx_writer.h"
@@ -29,7 +29,7 @@ constexpr std::array kFormats{
     DocumentFormat{{"markdown", markdown::createMarkdownDocumentWriter}, {".md", ".markdown"}},
     DocumentFormat{{"rtf", document::createRtfDocumentWriter}, {".rtf"}},
     DocumentFormat{{"chm", help::createHelpDocumentWriter, "html"}, {".chm"}},
-    DocumentFormat{{"pdf", pdf::createPdfDocumentWriter}, {".pdf"}},
+    DocumentFormat{{"pdf", typeset::createPdfDocumentWriter}, {".pdf"}},
     DocumentFormat{{"xlsx", xlsx::createXlsxDocumentWriter}, {".xlsx"}},
 };
 

@@ -43,6 +43,21 @@ constexpr CalendarDate dateOf(std::int64_t days) {
   return {static_cast<std::int64_t>(yearOfEra) + era * 400 + (month <= 2 ? 1 : 0), month, day};
 }
 
+/// A moment of UTC.
+struct CalendarTime {
+  CalendarDate date;
+  int hour;
+  int minute;
+  int second;
+};
+
+/// @param seconds  since 1970-01-01 00:00
+constexpr CalendarTime calendarTimeOf(std::int64_t seconds) {
+  const std::int64_t days = seconds / kSecondsPerDay - (seconds % kSecondsPerDay < 0 ? 1 : 0);
+  const auto second = static_cast<int>(seconds - days * kSecondsPerDay);
+  return {dateOf(days), second / 3600, second / 60 % 60, second % 60};
+}
+
 /// The days since 1970-01-01 of a date "yyyy-mm-dd"; nothing for any other text or a day that does not exist.
 std::optional<std::int64_t> daysOfIsoDate(std::string_view text);
 

@@ -38,9 +38,21 @@ constexpr bool isShare(double width) { return width == 0 || (width >= 1e-6 && wi
 inline constexpr std::size_t kMostColumns = 1000000;
 inline constexpr int kWidestSpan = 16384;  ///< of a cell, in columns
 
+struct Cell;
+
+/// A row of the sample, as the host gave it: its cells may be more or fewer than the columns.
+struct SampleRow {
+  std::span<const Cell> cells;
+  bool header = false;
+};
+
 struct Table {
   std::string name;
   std::vector<Column> columns;  ///< at least one
+
+  // For a writer that measures texts itself, only while the table begins.
+  std::vector<SampleRow> sample = {};
+  bool isSampleWhole = false;  ///< whether the table has no more rows
 };
 
 /// The content of a cell. A value has its type, and its text as the settings and its column show it.

@@ -241,9 +241,16 @@ void TableBuilder::finish() {
 
 void TableBuilder::begin(bool isWhole) {
   isSampling_ = false;
-  measure(isWhole);
-  target_.beginTable(table_);
   const std::vector<HeldRow> held = std::move(held_);
+  for (std::size_t row = 0; row < held.size(); ++row) {
+    const std::size_t end = row + 1 < held.size() ? held[row + 1].firstCell : firstCell_;
+    table_.sample.push_back(
+        {std::span<const Cell>(cells_).subspan(held[row].firstCell, end - held[row].firstCell), held[row].header});
+  }
+  table_.isSampleWhole = isWhole;
+  measure();
+  target_.beginTable(table_);
+  table_.sample.clear();
   for (std::size_t row = 0; row < held.size(); ++row) {
     const std::size_t end = row + 1 < held.size() ? held[row + 1].firstCell : firstCell_;
     emit(std::span(cells_).subspan(held[row].firstCell, end - held[row].firstCell), held[row].header);
@@ -251,13 +258,12 @@ void TableBuilder::begin(bool isWhole) {
   forgetRows();
 }
 
-void TableBuilder::measure(bool isWhole) {
+void TableBuilder::measure() {
   TableMeasure measure(table_, isOpen_);
-  for (std::size_t row = 0; row < held_.size(); ++row) {
-    const std::size_t end = row + 1 < held_.size() ? held_[row + 1].firstCell : firstCell_;
-    measure.add(std::span(cells_).subspan(held_[row].firstCell, end - held_[row].firstCell), held_[row].header);
+  for (const SampleRow& row : table_.sample) {
+    measure.add(row.cells, row.header);
   }
-  measure.finish(isWhole);
+  measure.finish(table_.isSampleWhole);
 }
 
 void TableBuilder::forgetRows() {

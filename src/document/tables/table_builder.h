@@ -103,7 +103,7 @@ class TableBuilder {
   void addBorrowedText(std::string_view text);
   void addColumnCell(const ColumnData& column, std::size_t row);
   void begin(bool isWhole);
-  void measure(bool isWhole);
+  void measure();
   void emit(std::span<Cell> cells, bool header);
   void dropAlignsOfColumns(std::span<Cell> cells);
   std::span<const Cell> fitted(std::span<const Cell> cells);

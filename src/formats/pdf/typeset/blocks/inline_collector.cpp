@@ -1,0 +1,88 @@
+#include "formats/pdf/typeset/blocks/inline_collector.h"
+
+#include <cmath>
+#include <utility>
+
+namespace scrivalen::typeset {
+namespace {
+
+using document::Event;
+using document::EventKind;
+using document::Span;
+
+constexpr Rgb kLinkColor = 0x0B4F9E;
+constexpr Rgb kCodeShade = 0xF0F0F0;
+
+// In thousandths of the size around them.
+constexpr int kCodeSize = 900;
+constexpr int kSmallSize = 650;
+constexpr int kSuperscriptRise = 350;
+constexpr int kSubscriptDrop = 150;
+
+constexpr unsigned kBold = 2;
+constexpr unsigned kItalic = 1;
+
+}  // namespace
+
+void InlineCollector::begin(const TextStyle& style) {
+  styles_.assign(1, style);
+  for (StyledSpan& span : text_.spans) {
+    span.style = style;
+  }
+}
+
+StyledText InlineCollector::take() { return std::exchange(text_, {}); }
+
+void InlineCollector::write(const Event& event) {
+  TextStyle style = styles_.back();
+  switch (event.kind) {
+    case EventKind::Text: return add(event.text);
+    case EventKind::Image: return add(event.text);
+    case EventKind::Anchor: return addAnchor(event.id);
+    case EventKind::BeginSpan: return beginSpan(event.span);
+    case EventKind::BeginColored:
+      style.color = event.color.value_or(style.color);
+      style.background = event.background ? event.background : style.background;
+      return push(style);
+    case EventKind::BeginSized: style.size = lengthOf(event.points); return push(style);
+    case EventKind::BeginLink:
+      text_.links.emplace_back(event.address);
+      style.link = static_cast<int>(text_.links.size()) - 1;
+      style.color = kLinkColor;
+      return push(style);
+    case EventKind::BeginLanguage: return push(style);
+    case EventKind::EndSpan:
+    case EventKind::EndColored:
+    case EventKind::EndSized:
+    case EventKind::EndLink:
+    case EventKind::EndLanguage: return styles_.pop_back();
+    default: return;
+  }
+}
+
+void InlineCollector::beginSpan(Span span) {
+  TextStyle style = styles_.back();
+  switch (span) {
+    case Span::Strong: style.font |= kBold; break;
+    case Span::Emphasis: style.font ^= kItalic; break;
+    case Span::Code:
+      style.font = static_cast<FontId>(fontOf(Family::Mono, false, false) | (style.font & (kBold | kItalic)));
+      style.size = scaled(kCodeSize, style.size);
+      style.background = kCodeShade;
+      break;
+    case Span::Deleted: style.isDeleted = true; break;
+    case Span::Underlined: style.isUnderlined = true; break;
+    case Span::Superscript:
+      style.rise += scaled(kSuperscriptRise, style.size);
+      style.size = scaled(kSmallSize, style.size);
+      break;
+    case Span::Subscript:
+      style.rise -= scaled(kSubscriptDrop, style.size);
+      style.size = scaled(kSmallSize, style.size);
+      break;
+    case Span::None: break;
+  }
+  push(style);
+}
+
+}  // namespace scrivalen::typeset

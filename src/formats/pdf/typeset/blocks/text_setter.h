@@ -1,0 +1,85 @@
+#pragma once
+
+#include "document/model/event.h"
+#include "formats/pdf/typeset/file/outline.h"
+#include "formats/pdf/typeset/pages/flow.h"
+#include "formats/pdf/typeset/pages/text_drawer.h"
+#include "formats/pdf/typeset/text/paragraph.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// How a block of text is set.
+struct BlockRule {
+  document::Align align = document::Align::Left;
+  Length before = 0;  ///< the least space before it, and after it
+  Length after = 0;
+  Length leading = 1300;  ///< in thousandths of the text's size
+  TextStyle usual = {};   ///< of a line without text
+  bool keepsBlanks = false;
+  bool staysWithNext = false;  ///< on the page of what comes next
+  Length padding = 0;          ///< on the left and right, in the shade of code
+};
+
+/// A place in the outline.
+struct OutlineEntry {
+  int level;
+  std::string text;
+};
+
+/// What is drawn beside the first line of a text: the marker of a list's item.
+struct Marker {
+  std::string bytes;
+  TextStyle style;
+  Length right;  ///< where it ends
+};
+
+/// Sets blocks of text line by line. A page never ends after a heading, and a line of a paragraph is never alone on its
+/// page.
+class TextSetter {
+ public:
+  /// All are not owned and must outlive this object.
+  TextSetter(Flow& flow, PageMaker& pages, FontSet& fonts, TextDrawer& drawer, Outline& outline)
+      : flow_(flow), pages_(pages), fonts_(fonts), drawer_(drawer), outline_(outline) {}
+
+  void addMarker(Marker marker) { markers_.push_back(std::move(marker)); }
+  bool hasMarkers() const { return !markers_.empty(); }
+  void set(StyledText text, const BlockRule& rule, std::optional<OutlineEntry> entry = std::nullopt);
+  /// Sets what waits for the next block, which is not a text.
+  /// @param height  what of that block has to be on the same page
+  void setWaiting(Length height);
+  /// Draws the markers that wait beside a block that is not a text.
+  void drawMarkers(Length baseline);
+
+ private:
+  struct Waiting {
+    StyledText text;
+    std::vector<TextLine> lines;
+    BlockRule rule;
+    Length left;
+    Length width;
+    std::optional<OutlineEntry> entry;
+    std::vector<Marker> markers;
+  };
+
+  // More headings in a row than this do not wait for the text after them.
+  static constexpr std::size_t kMostWaiting = 8;
+
+  void draw(const Waiting& block);
+  std::size_t linesForPage(const std::vector<TextLine>& lines, std::size_t first) const;
+  void drawMarkersOf(const std::vector<Marker>& markers, Length baseline);
+
+  Flow& flow_;
+  PageMaker& pages_;
+  FontSet& fonts_;
+  TextDrawer& drawer_;
+  Outline& outline_;
+  std::vector<Waiting> waiting_;
+  std::vector<Marker> markers_;
+};
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,105 @@
+#include "formats/pdf/typeset/file/metadata.h"
+
+#include "formats/pdf/typeset/file/syntax.h"
+#include "text/calendar.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+#include <utility>
+
+namespace scrivalen::typeset {
+namespace {
+
+constexpr std::string_view kProducer = "Scrivalen";
+
+void appendEscaped(std::string& out, std::string_view text) {
+  for (const char c : text) {
+    switch (c) {
+      case '<': out += "&lt;"; break;
+      case '>': out += "&gt;"; break;
+      case '&': out += "&amp;"; break;
+      default: out += c;
+    }
+  }
+}
+
+void appendPadded(std::string& out, std::int64_t value, std::size_t digits) {
+  std::string number;
+  appendInteger(number, value);
+  out.append(digits - std::min(number.size(), digits), '0').append(number);
+}
+
+std::string isoTime(std::int64_t time) {
+  const CalendarTime moment = calendarTimeOf(time);
+  std::string text;
+  appendPadded(text, moment.date.year, 4);
+  for (const auto& [sign, part] :
+       {std::pair('-', moment.date.month), std::pair('-', moment.date.day), std::pair('T', moment.hour),
+        std::pair(':', moment.minute), std::pair(':', moment.second)}) {
+    text += sign;
+    appendPadded(text, part, 2);
+  }
+  return text + "Z";
+}
+
+// A property of XMP; nothing for an empty text.
+void append(std::string& out, std::string_view begin, std::string_view text, std::string_view end) {
+  if (!text.empty()) {
+    out.append(begin);
+    appendEscaped(out, text);
+    out.append(end).append("\n");
+  }
+}
+
+}  // namespace
+
+int writeInformation(PdfFile& file, const Metadata& metadata) {
+  std::string object = "<<";
+  const auto add = [&object](std::string_view key, std::string_view text) {
+    if (!text.empty()) {
+      object.append(key);
+      appendText(object, text);
+    }
+  };
+  add("/Title", metadata.title);
+  add("/Author", metadata.author);
+  add("/Subject", metadata.subject);
+  add("/Keywords", metadata.keywords);
+  add("/Creator", kProducer);
+  add("/Producer", kProducer);
+  object += "/CreationDate";
+  appendDate(object, metadata.time);
+  object += "/ModDate";
+  appendDate(object, metadata.time);
+  object += ">>";
+  const int number = file.newNumber();
+  file.writeObject(number, object);
+  return number;
+}
+
+int writeXmp(PdfFile& file, const Metadata& metadata) {
+  std::string xmp =
+      "<?xpacket begin=\"\xEF\xBB\xBF\" id=\"W5M0MpCehiHzreSzNTczkc9d\"?>\n"
+      "<x:xmpmeta xmlns:x=\"adobe:ns:meta/\">\n"
+      "<rdf:RDF xmlns:rdf=\"http://www.w3.org/1999/02/22-rdf-syntax-ns#\">\n"
+      "<rdf:Description rdf:about=\"\" xmlns:dc=\"http://purl.org/dc/elements/1.1/\""
+      " xmlns:pdf=\"http://ns.adobe.com/pdf/1.3/\" xmlns:xmp=\"http://ns.adobe.com/xap/1.0/\">\n";
+  append(xmp, "<dc:title><rdf:Alt><rdf:li xml:lang=\"x-default\">", metadata.title, "</rdf:li></rdf:Alt></dc:title>");
+  append(xmp, "<dc:creator><rdf:Seq><rdf:li>", metadata.author, "</rdf:li></rdf:Seq></dc:creator>");
+  append(xmp, "<dc:description><rdf:Alt><rdf:li xml:lang=\"x-default\">", metadata.subject,
+         "</rdf:li></rdf:Alt></dc:description>");
+  append(xmp, "<dc:language><rdf:Bag><rdf:li>", metadata.language, "</rdf:li></rdf:Bag></dc:language>");
+  append(xmp, "<pdf:Keywords>", metadata.keywords, "</pdf:Keywords>");
+  append(xmp, "<pdf:Producer>", kProducer, "</pdf:Producer>");
+  append(xmp, "<xmp:CreatorTool>", kProducer, "</xmp:CreatorTool>");
+  const std::string time = isoTime(metadata.time);
+  append(xmp, "<xmp:CreateDate>", time, "</xmp:CreateDate>");
+  append(xmp, "<xmp:ModifyDate>", time, "</xmp:ModifyDate>");
+  xmp += "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end=\"w\"?>";
+  const int number = file.newNumber();
+  file.writeEncodedStream(number, "/Type/Metadata/Subtype/XML", xmp);
+  return number;
+}
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,25 @@
+#pragma once
+
+#include "formats/pdf/typeset/file/pdf_file.h"
+
+#include <cstdint>
+#include <string>
+
+namespace scrivalen::typeset {
+
+/// What a file says about its document. Texts are UTF-8 and may be empty.
+struct Metadata {
+  std::string title;
+  std::string author;
+  std::string subject;
+  std::string keywords;
+  std::string language;
+  std::int64_t time = 0;  ///< of its making, in seconds since 1970-01-01 UTC
+};
+
+/// The information dictionary (PDF 1.7, 14.3.3). @return its number
+int writeInformation(PdfFile& file, const Metadata& metadata);
+/// The same as XMP (14.3.2), uncompressed, for programs that do not read PDF. @return its number
+int writeXmp(PdfFile& file, const Metadata& metadata);
+
+}  // namespace scrivalen::typeset

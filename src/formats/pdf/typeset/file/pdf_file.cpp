@@ -1,0 +1,150 @@
+#include "formats/pdf/typeset/file/pdf_file.h"
+
+#include "formats/pdf/typeset/file/syntax.h"
+
+#include <array>
+
+namespace scrivalen::typeset {
+namespace {
+
+// By trial on a table of a million cells: a higher level takes more time than it saves in size.
+constexpr int kLevel = 3;
+
+constexpr std::size_t kObjectsInStream = 128;
+constexpr std::size_t kBytesInStream = 32768;
+
+// The place of an object: the offset in the file, or with kInStream the number of its object stream, and then its index
+// there. 0 is an object that was never written.
+constexpr std::uint64_t kInStream = std::uint64_t{1} << 63;
+constexpr unsigned kIndexBits = 16;
+
+constexpr std::string_view kHeader = "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n";
+
+// An entry of the cross-reference stream: a kind, an offset or number, an index.
+constexpr std::size_t kEntrySize = 1 + 5 + 1;
+
+void putBigEndian(char* out, std::uint64_t value, std::size_t size) {
+  while (size > 0) {
+    out[--size] = static_cast<char>(static_cast<unsigned char>(value));
+    value >>= 8;
+  }
+}
+
+std::array<char, kEntrySize> entryOf(std::uint64_t place) {
+  std::array<char, kEntrySize> entry{};
+  const bool isInStream = (place & kInStream) != 0;
+  entry[0] = static_cast<char>(place == 0 ? 0 : isInStream ? 2 : 1);
+  putBigEndian(&entry[1], isInStream ? (place & ~kInStream) >> kIndexBits : place, 5);
+  entry[6] = static_cast<char>(static_cast<unsigned char>(isInStream ? place & 0xFF : 0));
+  return entry;
+}
+
+}  // namespace
+
+PdfFile::PdfFile(OutputBuffer& out) : out_(out), deflater_(kLevel) {}
+
+void PdfFile::begin() { out_.write(kHeader.data(), kHeader.size()); }
+
+int PdfFile::newNumber() {
+  places_.push_back(0);
+  return static_cast<int>(places_.size());
+}
+
+void PdfFile::setPlace(int number, std::uint64_t place) { places_[static_cast<std::size_t>(number) - 1] = place; }
+
+void PdfFile::writeObject(int number, std::string_view object) {
+  if (waitingCount_ == 0) {
+    waitingNumber_ = newNumber();
+  }
+  setPlace(number, kInStream | static_cast<std::uint64_t>(waitingNumber_) << kIndexBits | waitingCount_);
+  appendInteger(waitingPlaces_, number);
+  waitingPlaces_ += ' ';
+  appendInteger(waitingPlaces_, static_cast<std::int64_t>(waiting_.size()));
+  waitingPlaces_ += ' ';
+  waiting_.append(object).append("\n");
+  ++waitingCount_;
+  if (waitingCount_ == kObjectsInStream || waiting_.size() >= kBytesInStream) {
+    writeWaiting();
+  }
+}
+
+void PdfFile::writeWaiting() {
+  if (waitingCount_ == 0) {
+    return;
+  }
+  std::string entries = "/Type/ObjStm/N ";
+  appendInteger(entries, static_cast<std::int64_t>(waitingCount_));
+  entries += "/First ";
+  appendInteger(entries, static_cast<std::int64_t>(waitingPlaces_.size()));
+  waitingCount_ = 0;
+  waitingPlaces_.append(waiting_);
+  writeStream(waitingNumber_, entries, waitingPlaces_);
+  waitingPlaces_.clear();
+  waiting_.clear();
+}
+
+void PdfFile::beginObject(int number) {
+  setPlace(number, out_.position());
+  scratch_.clear();
+  appendInteger(scratch_, number);
+  scratch_ += " 0 obj\n";
+}
+
+void PdfFile::writeStream(int number, std::string_view entries, std::string_view data) {
+  compressed_.clear();
+  deflater_.compress(data, compressed_);
+  std::string all(entries);
+  all += "/Filter/FlateDecode";
+  writeEncodedStream(number, all, compressed_);
+}
+
+void PdfFile::writeEncodedStream(int number, std::string_view entries, std::string_view data) {
+  beginObject(number);
+  scratch_.append("<<").append(entries).append("/Length ");
+  appendInteger(scratch_, static_cast<std::int64_t>(data.size()));
+  scratch_ += ">>stream\n";
+  out_.write(scratch_.data(), scratch_.size());
+  out_.write(data.data(), data.size());
+  constexpr std::string_view kEnd = "\nendstream\nendobj\n";
+  out_.write(kEnd.data(), kEnd.size());
+}
+
+void PdfFile::finish(const FileRoots& roots) {
+  writeWaiting();
+  writeCrossReferences(roots);
+}
+
+void PdfFile::writeCrossReferences(const FileRoots& roots) {
+  const std::uint64_t begin = out_.position();
+  const int number = newNumber();
+  setPlace(number, begin);
+  // Each entry as its difference from the one above it (the PNG filter Up), which is mostly zeros.
+  std::string rows;
+  rows.reserve((places_.size() + 1) * (kEntrySize + 1));
+  std::array<char, kEntrySize> above{};
+  const auto add = [&](const std::array<char, kEntrySize>& entry) {
+    constexpr char kUp = 2;
+    rows += kUp;
+    for (std::size_t i = 0; i < kEntrySize; ++i) {
+      rows += static_cast<char>(static_cast<unsigned char>(entry[i]) - static_cast<unsigned char>(above[i]));
+    }
+    above = entry;
+  };
+  add(entryOf(0));
+  for (const std::uint64_t place : places_) {
+    add(entryOf(place));
+  }
+  std::string entries = "/Type/XRef/Size ";
+  appendInteger(entries, static_cast<std::int64_t>(places_.size()) + 1);
+  entries += "/W[1 5 1]/DecodeParms<</Predictor 12/Columns 7>>/Root ";
+  appendReference(entries, roots.catalog);
+  entries += "/Info ";
+  appendReference(entries, roots.information);
+  writeStream(number, entries, rows);
+  std::string end = "startxref\n";
+  appendInteger(end, static_cast<std::int64_t>(begin));
+  end += "\n%%EOF\n";
+  out_.write(end.data(), end.size());
+}
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "output/deflate.h"
+#include "output/output_buffer.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::typeset {
+
+/// The objects that the end of a file names.
+struct FileRoots {
+  int catalog;
+  int information;
+};
+
+/// Writes the objects of a PDF 1.7 file in one pass. Objects without a stream wait until enough of them fill an object
+/// stream (7.5.7). What is kept of an object is 8 bytes: where it is.
+class PdfFile {
+ public:
+  /// @param out  not owned; must outlive this object
+  explicit PdfFile(OutputBuffer& out);
+
+  void begin();
+
+  /// Reserves the number of an object that is written later.
+  int newNumber();
+  void writeObject(int number, std::string_view object);
+  /// Writes a stream and compresses it.
+  /// @param entries  of its dictionary, other than its length and filter
+  void writeStream(int number, std::string_view entries, std::string_view data);
+  /// Writes a stream that is compressed already, or that should not be; its entries name its filter.
+  void writeEncodedStream(int number, std::string_view entries, std::string_view data);
+  /// Writes what readers begin with.
+  void finish(const FileRoots& roots);
+
+  std::uint64_t size() const { return out_.position(); }
+
+ private:
+  void beginObject(int number);
+  void setPlace(int number, std::uint64_t place);
+  void writeWaiting();
+  void writeCrossReferences(const FileRoots& roots);
+
+  OutputBuffer& out_;
+  Deflater deflater_;
+  std::deque<std::uint64_t> places_;  // of each object from 1 on: see place() in pdf_file.cpp
+  std::string waiting_;               // the objects of the next object stream
+  std::string waitingPlaces_;         // pairs of number and offset
+  std::size_t waitingCount_ = 0;
+  int waitingNumber_ = 0;  // of that stream
+  std::string compressed_;
+  std::string scratch_;
+};
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,113 @@
+#include "formats/pdf/typeset/file/syntax.h"
+
+#include "text/calendar.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+
+namespace scrivalen::typeset {
+namespace {
+
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+constexpr std::string_view kDelimiters = "()<>[]{}/%#";
+
+void appendEscaped(std::string& out, unsigned char byte) {
+  switch (byte) {
+    case '(': out += "\\("; return;
+    case ')': out += "\\)"; return;
+    case '\\': out += "\\\\"; return;
+    case '\r': out += "\\r"; return;  // a reader takes it for a line feed
+    default: out += static_cast<char>(byte);
+  }
+}
+
+void appendTwoDigits(std::string& out, int value) {
+  out += static_cast<char>('0' + value / 10 % 10);
+  out += static_cast<char>('0' + value % 10);
+}
+
+}  // namespace
+
+void appendInteger(std::string& out, std::int64_t value) {
+  char digits[24];
+  out.append(digits, std::to_chars(digits, digits + sizeof digits, value).ptr);
+}
+
+void appendThousandths(std::string& out, std::int64_t value) {
+  if (value < 0) {
+    out += '-';
+    value = -value;
+  }
+  const std::int64_t fraction = value % 1000;
+  if (value >= 1000 || fraction == 0) {
+    appendInteger(out, value / 1000);
+  }
+  if (fraction != 0) {
+    const char digits[] = {'.', static_cast<char>('0' + fraction / 100), static_cast<char>('0' + fraction / 10 % 10),
+                           static_cast<char>('0' + fraction % 10)};
+    out.append(digits, fraction % 100 == 0 ? 2u : fraction % 10 == 0 ? 3u : 4u);
+  }
+}
+
+void appendString(std::string& out, std::string_view bytes) {
+  out += '(';
+  for (const char c : bytes) {
+    appendEscaped(out, static_cast<unsigned char>(c));
+  }
+  out += ')';
+}
+
+void appendText(std::string& out, std::string_view utf8) {
+  const bool isAscii = std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= ' ' && c <= '~'; });
+  if (isAscii) {
+    return appendString(out, utf8);
+  }
+  out += "(\xFE\xFF";
+  const char* at = utf8.data();
+  const char* const end = at + utf8.size();
+  while (at != end) {
+    char32_t c = kReplacement;
+    if (!nextUtf8(at, end, c)) {
+      c = kReplacement;
+    }
+    forEachUnit(c, [&out](char16_t unit) {
+      appendEscaped(out, static_cast<unsigned char>(unit >> 8));
+      appendEscaped(out, static_cast<unsigned char>(unit & 0xFF));
+    });
+  }
+  out += ')';
+}
+
+void appendName(std::string& out, std::string_view name) {
+  out += '/';
+  for (const char c : name) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte <= ' ' || byte > '~' || kDelimiters.find(c) != kDelimiters.npos) {
+      out += '#';
+      out += kHexDigits[byte >> 4];
+      out += kHexDigits[byte & 0xF];
+    } else {
+      out += c;
+    }
+  }
+}
+
+void appendReference(std::string& out, int number) {
+  appendInteger(out, number);
+  out += " 0 R";
+}
+
+void appendDate(std::string& out, std::int64_t time) {
+  const CalendarTime moment = calendarTimeOf(time);
+  const auto year = static_cast<int>(moment.date.year);
+  out += "(D:";
+  for (const int part :
+       {year / 100, year % 100, moment.date.month, moment.date.day, moment.hour, moment.minute, moment.second}) {
+    appendTwoDigits(out, part);
+  }
+  out += "Z)";
+}
+
+}  // namespace scrivalen::typeset

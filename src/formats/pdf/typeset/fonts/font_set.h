@@ -1,0 +1,46 @@
+#pragma once
+
+#include "formats/pdf/typeset/fonts/simple_font.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::typeset {
+
+enum class Family : std::uint8_t { Serif, Sans, Mono };
+
+/// A font of the set.
+using FontId = std::uint8_t;
+
+constexpr FontId fontOf(Family family, bool isBold, bool isItalic) {
+  return static_cast<FontId>(static_cast<unsigned>(family) * 4 + (isBold ? 2 : 0) + (isItalic ? 1 : 0));
+}
+
+/// The family that a person's name of a font means: its own, or that of the well-known font with the same widths.
+std::optional<Family> familyOf(std::string_view name);
+
+/// The fonts that come with the library, each read when it is needed first.
+class FontSet {
+ public:
+  static constexpr std::size_t kFonts = 12;
+
+  /// Raises OutputFailure when a font's file is missing.
+  SimpleFont& at(FontId font) {
+    const auto& loaded = fonts_[font];
+    return loaded ? *loaded : load(font);
+  }
+  /// Writes the fonts that were drawn. @param resources  gets their dictionary
+  void write(PdfFile& file, std::string& resources);
+
+ private:
+  SimpleFont& load(FontId font);
+
+  std::array<std::unique_ptr<SimpleFont>, kFonts> fonts_;
+};
+
+}  // namespace scrivalen::typeset

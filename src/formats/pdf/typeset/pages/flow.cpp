@@ -1,0 +1,64 @@
+#include "formats/pdf/typeset/pages/flow.h"
+
+namespace scrivalen::typeset {
+
+void Flow::beginPage() {
+  pages_.begin(shape_);
+  y_ = shape_.top;
+  gap_ = 0;
+  isAtTop_ = true;
+}
+
+Length Flow::room() const { return isAtTop() ? shape_.textHeight() : shape_.textBottom() - y_ - gap_; }
+
+Length Flow::take(Length height) {
+  if (pages_.isOpen() && !isAtTop_ && height > room()) {
+    endPage();
+  }
+  if (!pages_.isOpen()) {
+    beginPage();
+  }
+  const Length top = y_ + (isAtTop_ ? 0 : gap_);
+  gap_ = 0;
+  isAtTop_ = false;
+  y_ = top + height;
+  for (OpenBackdrop& open : backdrops_) {
+    open.top = open.top.value_or(top);
+  }
+  return top;
+}
+
+void Flow::keepTogether(Length height) {
+  if (!isAtTop() && height > room() && height <= shape_.textHeight()) {
+    endPage();
+  }
+}
+
+void Flow::endPage() {
+  if (!pages_.isOpen()) {
+    return;
+  }
+  for (OpenBackdrop& open : backdrops_) {
+    draw(open);
+  }
+  pages_.end();
+}
+
+void Flow::turn(bool isTurned) {
+  endPage();
+  shape_ = isTurned ? usual_.turned() : usual_;
+}
+
+void Flow::draw(OpenBackdrop& open) {
+  if (open.top) {
+    pages_.canvas().area(open.backdrop.left, *open.top, open.backdrop.width, y_ - *open.top, open.backdrop.color);
+    open.top.reset();
+  }
+}
+
+void Flow::endBackdrop() {
+  draw(backdrops_.back());
+  backdrops_.pop_back();
+}
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "formats/pdf/typeset/pages/page_maker.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// An area beside or behind the blocks of a container, on each of its pages: the bar of a quote, the shade of code.
+struct Backdrop {
+  Length left;
+  Length width;
+  Rgb color;
+};
+
+/// Gives blocks their place, from top to bottom and page by page.
+class Flow {
+ public:
+  /// @param pages  not owned; must outlive this object
+  Flow(PageMaker& pages, const PageShape& shape) : pages_(pages), usual_(shape), shape_(shape) {}
+
+  const PageShape& shape() const { return shape_; }
+  /// Where text begins, and how much space it has.
+  Length left() const { return shape_.left + indent_; }
+  Length width() const { return shape_.textWidth() - indent_; }
+  Length indent() const { return indent_; }
+  void indentBy(Length width) { indent_ += width; }
+
+  /// Leaves at least this much space before what comes next, unless that begins a page.
+  void space(Length height) { gap_ = std::max(gap_, height); }
+  /// Takes space, on a new page if there is not enough left on this one. @return where it begins
+  Length take(Length height);
+  /// How much space the page has left; all of it on a new one.
+  Length room() const;
+  bool isAtTop() const { return !pages_.isOpen() || isAtTop_; }
+  /// Makes sure that a height is on one page, if a page has as much.
+  void keepTogether(Length height);
+  void endPage();
+  /// Ends the page, and turns the ones that come.
+  void turn(bool isTurned);
+
+  void beginBackdrop(const Backdrop& backdrop) { backdrops_.push_back({backdrop, std::nullopt}); }
+  void endBackdrop();
+
+ private:
+  struct OpenBackdrop {
+    Backdrop backdrop;
+    std::optional<Length> top;
+  };
+
+  void beginPage();
+  void draw(OpenBackdrop& open);
+
+  PageMaker& pages_;
+  PageShape usual_;
+  PageShape shape_;
+  Length y_ = 0;
+  Length gap_ = 0;
+  Length indent_ = 0;
+  bool isAtTop_ = true;
+  std::vector<OpenBackdrop> backdrops_;
+};
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,88 @@
+#include "formats/pdf/typeset/pages/page_maker.h"
+
+#include "formats/pdf/typeset/file/syntax.h"
+
+#include <utility>
+
+namespace scrivalen::typeset {
+
+PageShape shapeOf(const document::Page& page) {
+  return {lengthOf(page.widthPt), lengthOf(page.heightPt), lengthOf(page.topPt),
+          lengthOf(page.rightPt), lengthOf(page.bottomPt), lengthOf(page.leftPt)};
+}
+
+void PageMaker::begin(const PageShape& shape) {
+  shape_ = shape;
+  page_ = file_.newNumber();
+  canvas_.begin(shape.height);
+}
+
+int PageMaker::fontResources() {
+  if (fonts_ == 0) {
+    fonts_ = file_.newNumber();
+  }
+  return fonts_;
+}
+
+void PageMaker::end() {
+  decorator_.decorate(*this);
+  const int content = file_.newNumber();
+  file_.writeStream(content, "", canvas_.content());
+  std::string object = "<</Type/Page/Parent ";
+  appendReference(object, tree_.add(page_));
+  object += "/MediaBox[0 0 ";
+  appendThousandths(object, shape_.width);
+  object += ' ';
+  appendThousandths(object, shape_.height);
+  object += "]/Resources<</Font ";
+  appendReference(object, fontResources());
+  if (!forms_.empty()) {
+    object.append("/XObject<<").append(forms_).append(">>");
+  }
+  object += ">>/Contents ";
+  appendReference(object, content);
+  if (!annotations_.empty()) {
+    object.append("/Annots[").append(annotations_).append("]");
+  }
+  object += ">>";
+  file_.writeObject(std::exchange(page_, 0), object);
+  annotations_.clear();
+  forms_.clear();
+}
+
+Place PageMaker::placeAt(Length top) const {
+  return {page_, static_cast<int>(number()), (shape_.height - top) / kPoint};
+}
+
+void PageMaker::link(const Box& box, std::string_view address) {
+  std::string object = "<</Type/Annot/Subtype/Link/F 4/Border[0 0 0]/Rect[";
+  appendThousandths(object, box.x);
+  object += ' ';
+  appendThousandths(object, shape_.height - box.top - box.height);
+  object += ' ';
+  appendThousandths(object, box.x + box.width);
+  object += ' ';
+  appendThousandths(object, shape_.height - box.top);
+  object += ']';
+  if (address.starts_with('#')) {
+    object += "/Dest";
+    appendString(object, address.substr(1));
+  } else {
+    object += "/A<</S/URI/URI";
+    appendString(object, address);
+    object += ">>";
+  }
+  object += ">>";
+  const int number = file_.newNumber();
+  file_.writeObject(number, object);
+  annotations_ += annotations_.empty() ? "" : " ";
+  appendReference(annotations_, number);
+}
+
+void PageMaker::useForm(std::string_view name, int object) {
+  appendName(forms_, name);
+  forms_ += ' ';
+  appendReference(forms_, object);
+}
+
+}  // namespace scrivalen::typeset

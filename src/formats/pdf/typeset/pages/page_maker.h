@@ -1,0 +1,89 @@
+#pragma once
+
+#include "document/settings/page.h"
+#include "formats/pdf/typeset/file/named_places.h"
+#include "formats/pdf/typeset/file/page_tree.h"
+#include "formats/pdf/typeset/pages/canvas.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// The size of a page and its margins.
+struct PageShape {
+  Length width = 0;
+  Length height = 0;
+  Length top = 0;
+  Length right = 0;
+  Length bottom = 0;
+  Length left = 0;
+
+  Length textWidth() const { return width - left - right; }
+  Length textHeight() const { return height - top - bottom; }
+  Length textBottom() const { return height - bottom; }
+  /// The same paper on its side.
+  PageShape turned() const { return {height, width, top, right, bottom, left}; }
+};
+
+PageShape shapeOf(const document::Page& page);
+
+/// A rectangle from the upper left corner of the page.
+struct Box {
+  Length x;
+  Length top;
+  Length width;
+  Length height;
+};
+
+class PageMaker;
+
+/// Adds the header and footer to a page that is full, before it is written.
+class PageDecorator {
+ public:
+  virtual ~PageDecorator() = default;
+  virtual void decorate(PageMaker& page) = 0;
+};
+
+/// Writes pages, one at a time.
+class PageMaker {
+ public:
+  /// @param file, decorator  not owned; must outlive this object
+  PageMaker(PdfFile& file, PageDecorator& decorator) : file_(file), tree_(file), decorator_(decorator) {}
+
+  bool isOpen() const { return page_ != 0; }
+  void begin(const PageShape& shape);
+  /// Writes the page.
+  void end();
+  Canvas& canvas() { return canvas_; }
+  const PageShape& shape() const { return shape_; }
+  /// Of the page that is open; the first has number 1.
+  std::int64_t number() const { return tree_.count() + 1; }
+
+  /// Makes a box lead to an address, or with "#" before it to a place of the document.
+  void link(const Box& box, std::string_view address);
+  /// Names a form object that the page draws.
+  void useForm(std::string_view name, int object);
+  Place placeAt(Length top) const;
+
+  /// The number of the object that names the fonts, which all pages share.
+  int fontResources();
+  /// Writes the tree of the pages. @return the number of its root
+  int finish() { return tree_.finish(); }
+  std::int64_t count() const { return tree_.count(); }
+
+ private:
+  PdfFile& file_;
+  PageTree tree_;
+  PageDecorator& decorator_;
+  Canvas canvas_;
+  PageShape shape_;
+  int page_ = 0;
+  int fonts_ = 0;
+  std::string annotations_;
+  std::string forms_;
+};
+
+}  // namespace scrivalen::typeset

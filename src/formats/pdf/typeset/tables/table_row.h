@@ -1,0 +1,77 @@
+#pragma once
+
+#include "document/model/table.h"
+#include "formats/pdf/typeset/blocks/inline_collector.h"
+#include "formats/pdf/typeset/tables/table_plan.h"
+#include "formats/pdf/typeset/text/paragraph.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// The text of a cell that is more than one line in one style.
+struct LongCell {
+  StyledText text;
+  std::vector<TextLine> lines;
+};
+
+/// A cell whose text has been measured and broken into lines.
+struct SetCell {
+  std::size_t column = 0;
+  std::size_t endColumn = 0;
+  document::Align align = document::Align::Left;
+  TextStyle style;
+  std::size_t begin = 0;  ///< of its text in SetRow::bytes, unless it is a long cell
+  std::size_t end = 0;
+  Length width = 0;
+  std::optional<Rgb> background;
+  std::unique_ptr<LongCell> more;  ///< null for one line in one style
+};
+
+/// A row that is ready to be drawn.
+struct SetRow {
+  std::vector<SetCell> cells;
+  std::string bytes;
+  Length height = 0;
+  bool isHeader = false;
+};
+
+/// Sets the rows of a table.
+class RowSetter {
+ public:
+  /// @param fonts  not owned; must outlive this object
+  RowSetter(FontSet& fonts, Family family) : fonts_(fonts), family_(family) {}
+
+  void begin(const TablePlan& plan, const document::Table& table);
+  /// @param set  cleared first
+  void set(const document::Row& row, SetRow& set);
+  Length lineHeight() const { return lineHeight_; }
+  /// Of a line's upper edge to its baseline.
+  Length baseline() const { return baseline_; }
+  std::uint64_t missing() const { return missing_; }
+
+ private:
+  Length widthOf(std::size_t column, std::size_t endColumn) const;
+  void setContent(const document::Cell& cell, SetCell& set);
+  void setLines(SetCell& cell);
+
+  FontSet& fonts_;
+  Family family_;
+  InlineCollector collector_;
+  const TablePlan* plan_ = nullptr;
+  std::vector<document::Align> aligns_;
+  std::vector<const TablePart*> parts_;  // of each column
+  Length lineHeight_ = 0;
+  Length baseline_ = 0;
+  std::uint64_t missing_ = 0;
+};
+
+/// Between the text of a row and its upper and lower edge.
+inline constexpr Length kRowPadding = kPoint;
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "document/settings/settings.h"
+#include "formats/pdf/typeset/blocks/text_setter.h"
+#include "formats/pdf/typeset/tables/table_row.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// Sets tables: the header rows are on each page, and a row is on one page if that holds it. Of a table in parts the
+/// rows of a page wait until it is full; then each part draws them.
+class TableSetter {
+ public:
+  /// All are not owned and must outlive this object.
+  TableSetter(const document::FormatSettings& settings, Flow& flow, PageMaker& pages, TextSetter& texts,
+              TextDrawer& drawer, FontSet& fonts, Family family)
+      : settings_(settings),
+        flow_(flow),
+        pages_(pages),
+        texts_(texts),
+        drawer_(drawer),
+        fonts_(fonts),
+        family_(family),
+        rows_(fonts, family) {}
+
+  void begin(const document::Table& table);
+  void row(const document::Row& row);
+  void end();
+  std::uint64_t missing() const { return rows_.missing(); }
+
+ private:
+  void prepare(Length height);
+  void addToPart(SetRow row);
+  void writeWaiting();
+  void beginPart(const TablePart& part);
+  void place(const SetRow& row, const TablePart& part);
+  void placeAcrossPages(const SetRow& row, const TablePart& part);
+  void draw(const SetRow& row, const TablePart& part, Length top);
+  void drawCell(const SetRow& row, const SetCell& cell, const TablePart& part, Length top);
+  void drawFrame(const SetRow& row, const TablePart& part, Length top, Length height);
+  LineSpace spaceOf(const SetCell& cell, const TablePart& part) const;
+  Length headerHeight() const;
+
+  const document::FormatSettings& settings_;
+  Flow& flow_;
+  PageMaker& pages_;
+  TextSetter& texts_;
+  TextDrawer& drawer_;
+  FontSet& fonts_;
+  Family family_;
+  RowSetter rows_;
+
+  TablePlan plan_;
+  std::vector<SetRow> headers_;
+  SetRow row_;
+  std::vector<SetRow> waiting_;
+  Length waitingHeight_ = 0;
+  Length waitingSpace_ = 0;
+  bool hasBegun_ = false;
+};
+
+}  // namespace scrivalen::typeset

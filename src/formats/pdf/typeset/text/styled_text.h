@@ -1,0 +1,55 @@
+#pragma once
+
+#include "formats/pdf/typeset/fonts/font_set.h"
+#include "formats/pdf/typeset/length.h"
+#include "text/colors.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// How a piece of text is drawn.
+struct TextStyle {
+  FontId font = 0;
+  bool isUnderlined = false;
+  bool isDeleted = false;
+  Length size = 0;
+  Length rise = 0;  ///< of the baseline
+  Rgb color = 0;
+  std::optional<Rgb> background = std::nullopt;
+  int link = -1;  ///< an index of StyledText::links
+
+  friend bool operator==(const TextStyle&, const TextStyle&) = default;
+};
+
+/// A part of a text that has one style. It ends where the next one begins.
+struct StyledSpan {
+  std::size_t begin;
+  TextStyle style;
+};
+
+/// A place in a text that links can lead to.
+struct TextAnchor {
+  std::size_t at;
+  std::string name;
+};
+
+/// The text of a block or cell, as WinAnsi; a line feed is a line break.
+struct StyledText {
+  std::string bytes;
+  std::vector<StyledSpan> spans;  ///< the first at 0, if there is a text
+  std::vector<std::string> links;
+  std::vector<TextAnchor> anchors;
+  std::uint64_t missing = 0;  ///< how many characters are replaced
+
+  bool isEmpty() const { return bytes.empty(); }
+  void add(std::string_view utf8, const TextStyle& style);
+  void clear();
+};
+
+}  // namespace scrivalen::typeset
