@@ -107,6 +107,7 @@ function(scrivalen_harfbuzz_of_system)
     "${scrivalen_harfbuzz_subset_LIBRARY}" "${scrivalen_harfbuzz_LIBRARY}")
 endfunction()
 scrivalen_harfbuzz_of_system()
+scrivalen_library_of_system(scrivalen_fribidi fribidi fribidi/fribidi.h)
 
 # scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the
 # options.

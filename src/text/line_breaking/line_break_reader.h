@@ -30,8 +30,8 @@ class LineBreakReader {
   enum class Number { None, Digits, Closed };
 
   struct Character {
-    BreakClass own;        // as the table has it
-    std::size_t end;       // of its bytes
+    BreakClass own;   // as the table has it
+    std::size_t end;  // of its bytes
   };
 
   Character read(std::size_t at) const;
@@ -46,11 +46,11 @@ class LineBreakReader {
   bool isAtEnd_ = false;
 
   // Of the text before at_, with combining marks taken as rule LB9 has it.
-  BreakClass last_ = BreakClass::AL;    // the last character but blanks
+  BreakClass last_ = BreakClass::AL;  // the last character but blanks
   BreakClass beforeLast_ = BreakClass::AL;
-  bool hasBlanks_ = false;              // after it
-  bool isJoined_ = false;               // the last character is U+200D
-  bool hasOddFlags_ = false;            // an odd number of regional indicators comes before
+  bool hasBlanks_ = false;    // after it
+  bool isJoined_ = false;     // the last character is U+200D
+  bool hasOddFlags_ = false;  // an odd number of regional indicators comes before
   Number number_ = Number::None;
 };
 

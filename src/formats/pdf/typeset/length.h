@@ -10,6 +10,9 @@ using Length = std::int64_t;
 
 inline constexpr Length kPoint = 1000;
 
+/// The content of pages is in tenths of a point, so that most of its numbers are whole and short.
+inline constexpr std::int64_t kUnitsPerPoint = 10;
+
 inline Length lengthOf(double points) { return std::llround(points * static_cast<double>(kPoint)); }
 
 /// A font has its measures in thousandths of its size.

@@ -7,7 +7,6 @@
 #include "formats/pdf/typeset/blocks/text_setter.h"
 #include "formats/pdf/typeset/file/metadata.h"
 #include "formats/pdf/typeset/file/syntax.h"
-#include "formats/pdf/typeset/fonts/win_ansi_text.h"
 #include "formats/pdf/typeset/pages/running_lines.h"
 #include "formats/pdf/typeset/tables/table_setter.h"
 
@@ -115,6 +114,7 @@ class TypesetWriter final : public document::DocumentWriter {
   const Family family_;
   PdfFile file_;
   FontSet fonts_;
+  Shaper shaper_;
   NamedPlaces places_;
   Outline outline_;
   RunningLines running_;
@@ -135,7 +135,6 @@ class TypesetWriter final : public document::DocumentWriter {
   std::size_t codeColumn_ = 0;
   bool isInText_ = false;
   bool isInCode_ = false;
-  std::uint64_t missing_ = 0;
 };
 
 TypesetWriter::TypesetWriter(const document::WriterContext& context)
@@ -143,14 +142,15 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       warnings_(context.warnings),
       family_(familyOf(context.settings.text("font")).value_or(Family::Sans)),
       file_(context.out),
+      shaper_(fonts_),
       outline_(file_),
-      running_(context.settings, file_, fonts_, family_),
+      running_(context.settings, file_, fonts_, shaper_, family_),
       pages_(file_, running_),
       flow_(pages_, shapeOf(document::pageOf(context.settings))),
-      drawer_(pages_, fonts_, places_),
-      texts_(flow_, pages_, fonts_, drawer_, outline_),
-      tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, family_),
-      contents_(file_, flow_, pages_, texts_, drawer_, fonts_) {}
+      drawer_(pages_, fonts_, shaper_, places_),
+      texts_(flow_, pages_, shaper_, drawer_, outline_),
+      tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, family_),
+      contents_(file_, flow_, pages_, texts_, drawer_, fonts_, shaper_) {}
 
 void TypesetWriter::write(const Event& event) {
   if (!isInline(event.kind)) {
@@ -177,7 +177,7 @@ void TypesetWriter::writeBlock(const Event& event) {
     case EventKind::BeginSection: return beginSection(event);
     case EventKind::BeginHeading: return beginHeading(event);
     case EventKind::BeginParagraph:
-      return beginText(bodyStyle(), {.align = event.align == Align::Auto ? Align::Left : event.align,
+      return beginText(bodyStyle(), {.align = event.align,
                                      .after = lists_.isTight() ? lists_.kTightGap : kAfterParagraph,
                                      .leading = kTextLeading});
     case EventKind::BeginQuote: return beginQuote();
@@ -220,9 +220,7 @@ void TypesetWriter::beginText(const TextStyle& style, const BlockRule& rule) {
 
 void TypesetWriter::endText(std::optional<OutlineEntry> entry) {
   isInText_ = false;
-  StyledText text = collector_.take();
-  missing_ += text.missing;
-  texts_.set(std::move(text), rule_, std::move(entry));
+  texts_.set(collector_.take(), rule_, std::move(entry));
 }
 
 // Text of an item without a paragraph.
@@ -249,7 +247,7 @@ void TypesetWriter::beginHeading(const Event& heading) {
   style.font = fontOf(family_, true, heading.number == static_cast<int>(kHeadings.size()));
   style.size = form.size;
   style.color = kHeadingColor;
-  beginText(style, {.align = heading.align == Align::Auto ? Align::Left : heading.align,
+  beginText(style, {.align = heading.align,
                     .before = form.before,
                     .after = form.after,
                     .leading = kHeadingLeading,
@@ -285,9 +283,7 @@ void TypesetWriter::endQuote() {
 }
 
 void TypesetWriter::beginItem(document::Task task) {
-  std::string marker;
-  appendWinAnsi(marker, lists_.next(task));
-  texts_.addMarker({std::move(marker), bodyStyle(), flow_.left() - lists_.kMarkerGap});
+  texts_.addMarker({lists_.next(task), bodyStyle(), flow_.left() - lists_.kMarkerGap});
 }
 
 void TypesetWriter::endItem() {
@@ -301,7 +297,7 @@ void TypesetWriter::beginCode() {
   TextStyle style = bodyStyle();
   style.font = fontOf(Family::Mono, false, false);
   style.size = kCodeSize;
-  beginText(style, {.leading = kCodeLeading, .keepsBlanks = true, .padding = kCodePadding});
+  beginText(style, {.leading = kCodeLeading, .keepsBlanks = true, .isKerned = false, .padding = kCodePadding});
   isInCode_ = true;
   codeColumn_ = 0;
 }
@@ -394,9 +390,11 @@ int TypesetWriter::writeCatalog() {
 }
 
 void TypesetWriter::warn() {
-  const std::uint64_t missing = missing_ + running_.missing() + contents_.missing() + tables_.missing();
-  if (missing > 0) {
-    warnings_.add(WarningCode::CharactersReplaced, "characters that the fonts do not have, shown as \"?\"", missing);
+  for (const auto& [script, count] : shaper_.missing()) {
+    warnings_.add(WarningCode::CharactersReplaced,
+                  "characters" + (script == kNoScript ? "" : " of the script " + nameOf(script)) +
+                      " that no font has, drawn as empty boxes; the setting \"font-file\" adds a font",
+                  count);
   }
 }
 

@@ -22,17 +22,17 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   entry.links.push_back("#" + std::string(id));
   own.link = 0;
   entry.add(text, own);
-  missing_ += entry.missing;
   const Length numberWidth = scaled(kMostDigits * fonts_.at(own.font).widthOf('0'), own.size);
   const Length left = flow_.left() + kIndent * (level - 1);
   const Length right = flow_.left() + flow_.width();
   const Length width = std::max(right - left - numberWidth, kPoint);
-  const std::vector<TextLine> lines = linesOf(entry, {width, kLeading, own, false}, fonts_);
+  const SetText set = setText(entry, {width, kLeading, own}, shaper_);
+  const std::vector<TextLine>& lines = set.lines;
   texts_.setWaiting(lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);
   for (const TextLine& line : lines) {
     const Length top = flow_.take(line.height);
-    drawer_.draw(entry, line, {left, top, width}, document::Align::Left);
+    drawer_.draw(entry, set, line, {left, top, width}, document::Align::Left);
     if (&line == &lines.back()) {
       const Length baseline = top + line.baseline;
       drawLeader(left + line.width, right - numberWidth, baseline, own);
@@ -58,7 +58,7 @@ void ContentsSetter::drawLeader(Length begin, Length end, Length baseline, const
   }
   if (count > 0) {
     const Length width = fonts_.at(dots.font).widthOf(text, dots.size);
-    drawer_.drawPiece(end - width, baseline, dots, text);
+    drawer_.drawBytes(end - width, baseline, dots, text);
   }
 }
 

@@ -12,12 +12,12 @@ namespace scrivalen::typeset {
 class ContentsSetter {
  public:
   /// All are not owned and must outlive this object.
-  ContentsSetter(PdfFile& file, Flow& flow, PageMaker& pages, TextSetter& texts, TextDrawer& drawer, FontSet& fonts)
-      : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), fonts_(fonts) {}
+  ContentsSetter(PdfFile& file, Flow& flow, PageMaker& pages, TextSetter& texts, TextDrawer& drawer, FontSet& fonts,
+                 Shaper& shaper)
+      : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), fonts_(fonts), shaper_(shaper) {}
 
   /// @param style  of its text
   void add(int level, std::string_view id, std::string_view text, const TextStyle& style);
-  std::uint64_t missing() const { return missing_; }
   /// Writes the numbers.
   void finish(const NamedPlaces& places);
 
@@ -36,8 +36,8 @@ class ContentsSetter {
   TextSetter& texts_;
   TextDrawer& drawer_;
   FontSet& fonts_;
+  Shaper& shaper_;
   std::vector<Number> numbers_;
-  std::uint64_t missing_ = 0;
 };
 
 }  // namespace scrivalen::typeset

@@ -50,7 +50,10 @@ void InlineCollector::write(const Event& event) {
       style.link = static_cast<int>(text_.links.size()) - 1;
       style.color = kLinkColor;
       return push(style);
-    case EventKind::BeginLanguage: return push(style);
+    case EventKind::BeginLanguage:
+      text_.languages.emplace_back(event.text);
+      style.language = static_cast<int>(text_.languages.size()) - 1;
+      return push(style);
     case EventKind::EndSpan:
     case EventKind::EndColored:
     case EventKind::EndSized:

@@ -17,7 +17,7 @@ class InlineCollector : public document::EventSink {
   void write(const document::Event& event) override;
   void add(std::string_view utf8) { text_.add(utf8, styles_.back()); }
   /// A place before what comes next.
-  void addAnchor(std::string_view name) { text_.anchors.push_back({text_.bytes.size(), std::string(name)}); }
+  void addAnchor(std::string_view name) { text_.anchors.push_back({text_.text.size(), std::string(name)}); }
   bool isEmpty() const { return text_.isEmpty(); }
   const TextStyle& style() const { return styles_.back(); }
   /// The text so far, which is then empty.
@@ -28,7 +28,7 @@ class InlineCollector : public document::EventSink {
   void push(const TextStyle& style) { styles_.push_back(style); }
 
   StyledText text_;
-  std::vector<TextStyle> styles_{TextStyle()};
+  std::vector<TextStyle> styles_ = std::vector<TextStyle>(1);
 };
 
 }  // namespace scrivalen::typeset

@@ -26,9 +26,16 @@ std::size_t firstLines(const std::vector<TextLine>& lines, bool staysWhole) {
 
 void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<OutlineEntry> entry) {
   const Length width = std::max(flow_.width() - 2 * rule.padding, kPoint);
-  std::vector<TextLine> lines = linesOf(text, {width, rule.leading, rule.usual, rule.keepsBlanks}, fonts_);
-  Waiting block{std::move(text),  std::move(lines),           rule, flow_.left() + rule.padding, width,
-                std::move(entry), std::exchange(markers_, {})};
+  SetText set = setText(
+      text, {width, rule.leading, rule.usual, rule.keepsBlanks, rule.isKerned, rule.align == document::Align::Justify},
+      shaper_);
+  Waiting block{std::move(text),
+                std::move(set),
+                rule,
+                flow_.left() + rule.padding,
+                width,
+                std::move(entry),
+                std::exchange(markers_, {})};
   if (rule.staysWithNext) {
     waiting_.push_back(std::move(block));
     if (waiting_.size() > kMostWaiting) {
@@ -36,8 +43,8 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
     }
     return;
   }
-  const std::size_t first = firstLines(block.lines, false);
-  setWaiting(rule.before + heightOf(block.lines, 0, first));
+  const std::size_t first = firstLines(block.set.lines, false);
+  setWaiting(rule.before + heightOf(block.set.lines, 0, first));
   draw(block);
 }
 
@@ -45,7 +52,7 @@ void TextSetter::setWaiting(Length height) {
   const std::vector<Waiting> waiting = std::exchange(waiting_, {});
   Length whole = height;
   for (const Waiting& block : waiting) {
-    whole += std::max(block.rule.before, block.rule.after) + heightOf(block.lines, 0, block.lines.size());
+    whole += std::max(block.rule.before, block.rule.after) + heightOf(block.set.lines, 0, block.set.lines.size());
   }
   if (!waiting.empty()) {
     flow_.keepTogether(whole);
@@ -80,14 +87,14 @@ std::size_t TextSetter::linesForPage(const std::vector<TextLine>& lines, std::si
 void TextSetter::draw(const Waiting& block) {
   flow_.space(block.rule.before);
   std::size_t line = 0;
-  while (line < block.lines.size()) {
-    const std::size_t count = linesForPage(block.lines, line);
+  while (line < block.set.lines.size()) {
+    const std::size_t count = linesForPage(block.set.lines, line);
     if (count == 0) {
       flow_.endPage();
       continue;
     }
     for (const std::size_t end = line + count; line < end; ++line) {
-      const TextLine& here = block.lines[line];
+      const TextLine& here = block.set.lines[line];
       const Length top = flow_.take(here.height);
       if (line == 0) {
         drawMarkersOf(block.markers, top + here.baseline);
@@ -95,9 +102,9 @@ void TextSetter::draw(const Waiting& block) {
           outline_.add(block.entry->level, block.entry->text, pages_.placeAt(top));
         }
       }
-      drawer_.draw(block.text, here, {block.left, top, block.width}, block.rule.align);
+      drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align);
     }
-    if (line < block.lines.size()) {
+    if (line < block.set.lines.size()) {
       flow_.endPage();
     }
   }
@@ -108,8 +115,8 @@ void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(mark
 
 void TextSetter::drawMarkersOf(const std::vector<Marker>& markers, Length baseline) {
   for (const Marker& marker : markers) {
-    const Length width = fonts_.at(marker.style.font).widthOf(marker.bytes, marker.style.size);
-    drawer_.drawPiece(marker.right - width, baseline, marker.style, marker.bytes);
+    const Length width = drawer_.widthOf(marker.text, marker.style);
+    drawer_.drawShort(marker.right - width, baseline, marker.style, marker.text);
   }
 }
 

@@ -15,12 +15,13 @@ namespace scrivalen::typeset {
 
 /// How a block of text is set.
 struct BlockRule {
-  document::Align align = document::Align::Left;
+  document::Align align = document::Align::Auto;
   Length before = 0;  ///< the least space before it, and after it
   Length after = 0;
   Length leading = 1300;  ///< in thousandths of the text's size
   TextStyle usual = {};   ///< of a line without text
   bool keepsBlanks = false;
+  bool isKerned = true;
   bool staysWithNext = false;  ///< on the page of what comes next
   Length padding = 0;          ///< on the left and right, in the shade of code
 };
@@ -33,7 +34,7 @@ struct OutlineEntry {
 
 /// What is drawn beside the first line of a text: the marker of a list's item.
 struct Marker {
-  std::string bytes;
+  std::string text;  ///< UTF-8
   TextStyle style;
   Length right;  ///< where it ends
 };
@@ -43,8 +44,8 @@ struct Marker {
 class TextSetter {
  public:
   /// All are not owned and must outlive this object.
-  TextSetter(Flow& flow, PageMaker& pages, FontSet& fonts, TextDrawer& drawer, Outline& outline)
-      : flow_(flow), pages_(pages), fonts_(fonts), drawer_(drawer), outline_(outline) {}
+  TextSetter(Flow& flow, PageMaker& pages, Shaper& shaper, TextDrawer& drawer, Outline& outline)
+      : flow_(flow), pages_(pages), shaper_(shaper), drawer_(drawer), outline_(outline) {}
 
   void addMarker(Marker marker) { markers_.push_back(std::move(marker)); }
   bool hasMarkers() const { return !markers_.empty(); }
@@ -58,7 +59,7 @@ class TextSetter {
  private:
   struct Waiting {
     StyledText text;
-    std::vector<TextLine> lines;
+    SetText set;
     BlockRule rule;
     Length left;
     Length width;
@@ -75,7 +76,7 @@ class TextSetter {
 
   Flow& flow_;
   PageMaker& pages_;
-  FontSet& fonts_;
+  Shaper& shaper_;
   TextDrawer& drawer_;
   Outline& outline_;
   std::vector<Waiting> waiting_;

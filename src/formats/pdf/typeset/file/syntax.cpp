@@ -51,11 +51,22 @@ void appendThousandths(std::string& out, std::int64_t value) {
   }
 }
 
+void appendEscaped(std::string& out, std::string_view bytes) {
+  const char* plain = bytes.data();
+  const char* const end = plain + bytes.size();
+  for (const char* at = plain; at != end; ++at) {
+    if (*at == '(' || *at == ')' || *at == '\\' || *at == '\r') {
+      out.append(plain, at);
+      appendEscaped(out, static_cast<unsigned char>(*at));
+      plain = at + 1;
+    }
+  }
+  out.append(plain, end);
+}
+
 void appendString(std::string& out, std::string_view bytes) {
   out += '(';
-  for (const char c : bytes) {
-    appendEscaped(out, static_cast<unsigned char>(c));
-  }
+  appendEscaped(out, bytes);
   out += ')';
 }
 

@@ -10,7 +10,9 @@ namespace scrivalen::typeset {
 void appendInteger(std::string& out, std::int64_t value);
 /// A number in thousandths, without trailing zeros.
 void appendThousandths(std::string& out, std::int64_t value);
-/// A string of bytes, with the characters escaped that have to be.
+/// The bytes of a string, with the characters escaped that have to be.
+void appendEscaped(std::string& out, std::string_view bytes);
+/// A string of bytes in parentheses.
 void appendString(std::string& out, std::string_view bytes);
 /// A text for people: ASCII as it is, any other as UTF-16 with a mark (7.9.2.2).
 void appendText(std::string& out, std::string_view utf8);

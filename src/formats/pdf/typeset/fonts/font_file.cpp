@@ -19,9 +19,14 @@ struct Destroy {
 using Blob = std::unique_ptr<hb_blob_t, Destroy<hb_blob_t, hb_blob_destroy>>;
 using Face = std::unique_ptr<hb_face_t, Destroy<hb_face_t, hb_face_destroy>>;
 using Font = std::unique_ptr<hb_font_t, Destroy<hb_font_t, hb_font_destroy>>;
+using Buffer = std::unique_ptr<hb_buffer_t, Destroy<hb_buffer_t, hb_buffer_destroy>>;
+using SubsetPlan = std::unique_ptr<hb_subset_plan_t, Destroy<hb_subset_plan_t, hb_subset_plan_destroy>>;
 using SubsetInput = std::unique_ptr<hb_subset_input_t, Destroy<hb_subset_input_t, hb_subset_input_destroy>>;
 
 constexpr hb_tag_t kHead = HB_TAG('h', 'e', 'a', 'd');
+constexpr hb_tag_t kCff = HB_TAG('C', 'F', 'F', ' ');
+constexpr hb_tag_t kCff2 = HB_TAG('C', 'F', 'F', '2');
+constexpr hb_tag_t kOs2 = HB_TAG('O', 'S', '/', '2');
 constexpr hb_tag_t kPost = HB_TAG('p', 'o', 's', 't');
 
 // What a font in a PDF needs no more: its layout, kerning, names and signature.
@@ -38,6 +43,7 @@ class TableBytes {
     const char* data = hb_blob_get_data(blob_.get(), &size);
     bytes_ = std::string_view(data, size);
   }
+  std::size_t size() const { return bytes_.size(); }
   int signedAt(std::size_t at) const { return static_cast<std::int16_t>(unsignedAt(at)); }
   unsigned unsignedAt(std::size_t at) const { return byteAt(at) << 8 | byteAt(at + 1); }
 
@@ -54,6 +60,7 @@ struct FontFile::Handles {
   std::string data;
   Face face;
   Font font;
+  Buffer buffer;
 };
 
 FontFile::FontFile(std::unique_ptr<Handles> handles) : handles_(std::move(handles)) {}
@@ -74,6 +81,7 @@ std::unique_ptr<FontFile> FontFile::read(std::string data, unsigned index, std::
     return nullptr;
   }
   handles->font.reset(hb_font_create(handles->face.get()));
+  handles->buffer.reset(hb_buffer_create());
   std::unique_ptr<FontFile> file(new FontFile(std::move(handles)));
   file->measure();
   return file;
@@ -108,6 +116,11 @@ void FontFile::measure() {
   const TableBytes post(face, kPost);
   m.italicAngle = post.signedAt(4);
   m.isFixedPitch = post.unsignedAt(12) != 0 || post.unsignedAt(14) != 0;
+  isPostScript_ = TableBytes(face, kCff).size() > 0 || TableBytes(face, kCff2).size() > 0;
+  // OS/2, fsType: a restricted licence has bit 1 alone.
+  constexpr unsigned kEmbedding = 0x000F;
+  constexpr unsigned kRestricted = 0x0002;
+  mayBeEmbedded_ = (TableBytes(face, kOs2).unsignedAt(8) & kEmbedding) != kRestricted;
   char name[64];
   unsigned size = sizeof name;
   hb_ot_name_get_utf8(face, HB_OT_NAME_ID_POSTSCRIPT_NAME, HB_LANGUAGE_INVALID, &size, name);
@@ -123,7 +136,32 @@ int FontFile::advanceOf(std::uint32_t glyph) const {
   return thousandths(hb_font_get_glyph_h_advance(handles_->font.get(), glyph));
 }
 
-std::string FontFile::subsetOf(std::span<const char32_t> characters) const {
+void FontFile::shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyphs) const {
+  hb_buffer_t* const buffer = handles_->buffer.get();
+  hb_buffer_clear_contents(buffer);
+  hb_buffer_add_utf8(buffer, request.text.data(), static_cast<int>(request.text.size()), 0, -1);
+  hb_buffer_set_direction(buffer, request.isRightToLeft ? HB_DIRECTION_RTL : HB_DIRECTION_LTR);
+  hb_buffer_set_script(buffer,
+                       request.script == kNoScript ? HB_SCRIPT_COMMON : static_cast<hb_script_t>(request.script));
+  hb_buffer_set_language(
+      buffer, request.language.empty()
+                  ? HB_LANGUAGE_INVALID
+                  : hb_language_from_string(request.language.data(), static_cast<int>(request.language.size())));
+  hb_shape(handles_->font.get(), buffer, nullptr, 0);
+  unsigned count = 0;
+  const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
+  const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer, nullptr);
+  if (!hb_buffer_allocation_successful(buffer)) {
+    throw std::bad_alloc();
+  }
+  glyphs.clear();
+  for (unsigned i = 0; i < count; ++i) {
+    glyphs.push_back({infos[i].codepoint, infos[i].cluster, thousandths(positions[i].x_advance),
+                      thousandths(positions[i].x_offset), thousandths(positions[i].y_offset)});
+  }
+}
+
+FontFile::Subset FontFile::subsetOf(std::span<const char32_t> characters, std::span<const std::uint32_t> glyphs) const {
   const SubsetInput input(hb_subset_input_create_or_fail());
   if (!input) {
     throw std::bad_alloc();
@@ -132,19 +170,67 @@ std::string FontFile::subsetOf(std::span<const char32_t> characters) const {
   for (const char32_t c : characters) {
     hb_set_add(unicodes, c);
   }
+  hb_set_t* const kept = hb_subset_input_glyph_set(input.get());
+  for (const std::uint32_t glyph : glyphs) {
+    hb_set_add(kept, glyph);
+  }
   hb_set_t* const dropped = hb_subset_input_set(input.get(), HB_SUBSET_SETS_DROP_TABLE_TAG);
   for (const hb_tag_t tag : kDropped) {
     hb_set_add(dropped, tag);
   }
-  hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING);
-  const Face subset(hb_subset_or_fail(handles_->face.get(), input.get()));
+  hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
+  const SubsetPlan plan(hb_subset_plan_create_or_fail(handles_->face.get(), input.get()));
+  const Face subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
   if (!subset) {
     return {};
   }
   const Blob blob(hb_face_reference_blob(subset.get()));
   unsigned size = 0;
-  const char* data = hb_blob_get_data(blob.get(), &size);
-  return std::string(data, size);
+  const char* const data = hb_blob_get_data(blob.get(), &size);
+  Subset result{std::string(data, size), {}};
+  const hb_map_t* const numbers = hb_subset_plan_old_to_new_glyph_mapping(plan.get());
+  for (const std::uint32_t glyph : glyphs) {
+    const hb_codepoint_t number = hb_map_get(numbers, glyph);
+    result.glyphs.push_back(number == HB_MAP_VALUE_INVALID ? 0 : number);
+  }
+  return result;
+}
+
+Script scriptOf(char32_t c) {
+  const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), c);
+  const bool isAnywhere = script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN;
+  return isAnywhere ? kNoScript : static_cast<Script>(script);
+}
+
+std::string nameOf(Script script) {
+  char letters[4];
+  hb_tag_to_string(script, letters);
+  return std::string(letters, sizeof letters);
+}
+
+bool isMark(char32_t c) {
+  switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), c)) {
+    case HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK:
+    case HB_UNICODE_GENERAL_CATEGORY_ENCLOSING_MARK:
+    case HB_UNICODE_GENERAL_CATEGORY_SPACING_MARK: return true;
+    default: return false;
+  }
+}
+
+bool needsShaping(Script script) {
+  switch (script) {
+    case kNoScript:
+    case HB_SCRIPT_LATIN:
+    case HB_SCRIPT_GREEK:
+    case HB_SCRIPT_CYRILLIC:
+    case HB_SCRIPT_ARMENIAN:
+    case HB_SCRIPT_GEORGIAN:
+    case HB_SCRIPT_HAN:
+    case HB_SCRIPT_HIRAGANA:
+    case HB_SCRIPT_KATAKANA:
+    case HB_SCRIPT_BOPOMOFO: return false;
+    default: return true;
+  }
 }
 
 }  // namespace scrivalen::typeset

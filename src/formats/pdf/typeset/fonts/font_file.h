@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace scrivalen::typeset {
 
@@ -25,6 +26,36 @@ struct FontMeasures {
   bool isFixedPitch = false;
 };
 
+/// A script, as its four letters of ISO 15924 in one number.
+using Script = std::uint32_t;
+
+/// The script of a character; kNoScript for those that are in texts of every script.
+Script scriptOf(char32_t c);
+inline constexpr Script kNoScript = 0;
+/// Its English name, or its four letters.
+std::string nameOf(Script script);
+/// Whether a character is drawn on or around the one before it.
+bool isMark(char32_t c);
+/// Whether letters of a script take their forms from the letters beside them, or need marks to be placed.
+bool needsShaping(Script script);
+
+/// A text in one font, script and direction.
+struct ShapeRequest {
+  std::string_view text;  ///< clean UTF-8
+  Script script = kNoScript;
+  bool isRightToLeft = false;
+  std::string_view language = {};  ///< BCP 47; may be empty
+};
+
+/// A glyph in its place, from left to right. Lengths are in thousandths of the font's size.
+struct ShapedGlyph {
+  std::uint32_t glyph;
+  std::uint32_t cluster;  ///< where the text that it stands for begins, in bytes
+  std::int32_t advance;
+  std::int32_t x;  ///< from where the glyphs before it end
+  std::int32_t y;
+};
+
 /// A font as its file has it (OpenType). Reads, measures and makes subsets by HarfBuzz, which takes hostile files.
 class FontFile {
  public:
@@ -42,8 +73,20 @@ class FontFile {
   std::uint32_t glyphOf(char32_t c) const;
   /// In thousandths of the size.
   int advanceOf(std::uint32_t glyph) const;
-  /// A font file with the glyphs of these characters alone; empty when the file is broken.
-  std::string subsetOf(std::span<const char32_t> characters) const;
+  /// Chooses and places the glyphs of a text. @param glyphs  set
+  void shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyphs) const;
+  /// Whether glyphs are outlines of PostScript (CFF), which PDF embeds in another way.
+  bool isPostScript() const { return isPostScript_; }
+  /// Whether its maker allows to embed it.
+  bool mayBeEmbedded() const { return mayBeEmbedded_; }
+
+  /// A font file with some glyphs alone.
+  struct Subset {
+    std::string file;                   ///< empty when the font is broken
+    std::vector<std::uint32_t> glyphs;  ///< the numbers that the glyphs have in it, in the order of those asked for
+  };
+  /// @param characters  that its character map keeps
+  Subset subsetOf(std::span<const char32_t> characters, std::span<const std::uint32_t> glyphs) const;
 
  private:
   struct Handles;
@@ -56,6 +99,8 @@ class FontFile {
   std::int64_t unitsPerEm_ = 1000;
   FontMeasures measures_;
   std::string postScriptName_;
+  bool isPostScript_ = false;
+  bool mayBeEmbedded_ = true;
 };
 
 }  // namespace scrivalen::typeset

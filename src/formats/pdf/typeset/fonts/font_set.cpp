@@ -10,11 +10,22 @@
 namespace scrivalen::typeset {
 namespace {
 
-constexpr std::array<const char*, FontSet::kFonts> kFiles = {
-    "LiberationSerif-Regular.ttf",    "LiberationSerif-Italic.ttf",    "LiberationSerif-Bold.ttf",
-    "LiberationSerif-BoldItalic.ttf", "LiberationSans-Regular.ttf",    "LiberationSans-Italic.ttf",
-    "LiberationSans-Bold.ttf",        "LiberationSans-BoldItalic.ttf", "LiberationMono-Regular.ttf",
-    "LiberationMono-Italic.ttf",      "LiberationMono-Bold.ttf",       "LiberationMono-BoldItalic.ttf"};
+constexpr std::array<const char*, FontSet::kFonts> kFiles = {"LiberationSerif-Regular.ttf",
+                                                             "LiberationSerif-Italic.ttf",
+                                                             "LiberationSerif-Bold.ttf",
+                                                             "LiberationSerif-BoldItalic.ttf",
+                                                             "LiberationSans-Regular.ttf",
+                                                             "LiberationSans-Italic.ttf",
+                                                             "LiberationSans-Bold.ttf",
+                                                             "LiberationSans-BoldItalic.ttf",
+                                                             "LiberationMono-Regular.ttf",
+                                                             "LiberationMono-Italic.ttf",
+                                                             "LiberationMono-Bold.ttf",
+                                                             "LiberationMono-BoldItalic.ttf",
+                                                             "DejaVuSans.ttf",
+                                                             "DejaVuSans-Oblique.ttf",
+                                                             "DejaVuSans-Bold.ttf",
+                                                             "DejaVuSans-BoldOblique.ttf"};
 
 struct FamilyName {
   std::string_view name;  // in lower case
@@ -34,7 +45,8 @@ constexpr FamilyName kFamilies[] = {{"liberation serif", Family::Serif},
                                     {"courier new", Family::Mono},
                                     {"courier", Family::Mono},
                                     {"monospace", Family::Mono},
-                                    {"mono", Family::Mono}};
+                                    {"mono", Family::Mono},
+                                    {"dejavu sans", Family::DejaVu}};
 
 std::string contentsOf(const std::wstring& path) {
   const File file = openForReading(path);
@@ -58,7 +70,7 @@ std::optional<Family> familyOf(std::string_view name) {
   return std::nullopt;
 }
 
-SimpleFont& FontSet::load(FontId font) {
+Typeface& FontSet::load(FontId font) {
   std::wstring path(folderOf(homePath()));
   path.append(L"fonts").append(1, kPathSeparator).append(toWide(kFiles[font]));
   std::string reason;
@@ -66,20 +78,26 @@ SimpleFont& FontSet::load(FontId font) {
   if (!file) {
     throw document::OutputFailure(document::Status::FileError, "the font " + toUtf8(path) + " " + reason);
   }
-  fonts_[font] = std::make_unique<SimpleFont>(std::move(file));
+  fonts_[font] = std::make_unique<Typeface>(std::move(file));
   return *fonts_[font];
+}
+
+FontId FontSet::fontFor(FontId font, char32_t c, bool& found) {
+  found = true;
+  if (!at(font).characterOf(c).isMissing) {
+    return font;
+  }
+  constexpr unsigned kStyle = 3;  // bold, italic
+  const auto other = static_cast<FontId>(static_cast<unsigned>(Family::DejaVu) * (kStyle + 1) | (font & kStyle));
+  found = !at(other).characterOf(c).isMissing;
+  return found ? other : font;
 }
 
 void FontSet::write(PdfFile& file, std::string& resources) {
   resources += "<<";
   for (std::size_t font = 0; font < kFonts; ++font) {
-    if (fonts_[font] && fonts_[font]->isUsed()) {
-      const int number = file.newNumber();
-      fonts_[font]->write(file, number);
-      resources += "/F";
-      appendInteger(resources, static_cast<std::int64_t>(font));
-      resources += ' ';
-      appendReference(resources, number);
+    if (fonts_[font]) {
+      fonts_[font]->write(file, static_cast<int>(font), resources);
     }
   }
   resources += ">>";

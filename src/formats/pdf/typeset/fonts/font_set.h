@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/pdf/typeset/fonts/simple_font.h"
+#include "formats/pdf/typeset/fonts/typeface.h"
 
 #include <array>
 #include <cstddef>
@@ -12,7 +12,7 @@
 
 namespace scrivalen::typeset {
 
-enum class Family : std::uint8_t { Serif, Sans, Mono };
+enum class Family : std::uint8_t { Serif, Sans, Mono, DejaVu };
 
 /// A font of the set.
 using FontId = std::uint8_t;
@@ -27,20 +27,23 @@ std::optional<Family> familyOf(std::string_view name);
 /// The fonts that come with the library, each read when it is needed first.
 class FontSet {
  public:
-  static constexpr std::size_t kFonts = 12;
+  static constexpr std::size_t kFonts = 16;
 
   /// Raises OutputFailure when a font's file is missing.
-  SimpleFont& at(FontId font) {
+  Typeface& at(FontId font) {
     const auto& loaded = fonts_[font];
     return loaded ? *loaded : load(font);
   }
+  /// The font that a character is drawn with where a text has another: that font itself if it has the character, or one
+  /// that does, in the same weight and slope. @param found  set to whether any has it
+  FontId fontFor(FontId font, char32_t c, bool& found);
   /// Writes the fonts that were drawn. @param resources  gets their dictionary
   void write(PdfFile& file, std::string& resources);
 
  private:
-  SimpleFont& load(FontId font);
+  Typeface& load(FontId font);
 
-  std::array<std::unique_ptr<SimpleFont>, kFonts> fonts_;
+  std::array<std::unique_ptr<Typeface>, kFonts> fonts_;
 };
 
 }  // namespace scrivalen::typeset

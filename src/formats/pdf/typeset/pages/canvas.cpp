@@ -5,7 +5,7 @@
 namespace scrivalen::typeset {
 namespace {
 
-constexpr Length kTenth = kPoint / 10;
+constexpr Length kTenth = kPoint / kUnitsPerPoint;
 constexpr std::string_view kBegin = ".1 0 0 .1 0 0 cm\n";
 
 std::int64_t tenths(Length length) { return (length + (length < 0 ? -kTenth / 2 : kTenth / 2)) / kTenth; }
@@ -25,6 +25,20 @@ void appendColor(std::string& out, Rgb color) {
   out += " rg\n";
 }
 
+void appendFontName(std::string& out, FontUse font) {
+  out += font.composite == 0 ? "/F" : "/G";
+  appendInteger(out, font.typeface);
+  if (font.composite > 1) {
+    out += '.';
+    appendInteger(out, font.composite - 1);
+  }
+}
+
+// Whether the content of an array is a string alone. A parenthesis in a string has a backslash before it.
+bool isOneString(std::string_view content) {
+  return content.starts_with('(') && content.ends_with(')') && content.find("(", 1) == content.npos;
+}
+
 }  // namespace
 
 void Canvas::begin(Length pageHeight) {
@@ -33,25 +47,13 @@ void Canvas::begin(Length pageHeight) {
   height_ = pageHeight;
   hasFont_ = false;
   color_ = 0;
-  wordSpace_ = 0;
   x_ = y_ = 0;
   areaColor_.reset();
 }
 
-void Canvas::move(std::int64_t x, std::int64_t y) {
-  appendInteger(texts_, x - x_);
-  texts_ += ' ';
-  appendInteger(texts_, y - y_);
-  texts_ += " Td";
-  x_ = x;
-  y_ = y;
-}
-
-void Canvas::text(Length x, Length baseline, FontId font, Length size, Rgb color, std::string_view bytes,
-                  Length wordSpace) {
-  if (!hasFont_ || font != font_ || size != size_) {
-    texts_ += "/F";
-    appendInteger(texts_, font);
+void Canvas::beginText(Length x, Length baseline, FontUse font, Length size, Rgb color) {
+  if (!hasFont_ || !(font == font_) || size != size_) {
+    appendFontName(texts_, font);
     texts_ += ' ';
     appendInteger(texts_, tenths(size));
     texts_ += " Tf\n";
@@ -63,14 +65,29 @@ void Canvas::text(Length x, Length baseline, FontId font, Length size, Rgb color
     appendColor(texts_, color);
     color_ = color;
   }
-  if (tenths(wordSpace) != wordSpace_) {
-    wordSpace_ = tenths(wordSpace);
-    appendInteger(texts_, wordSpace_);
-    texts_ += " Tw\n";
-  }
-  move(tenths(x), tenths(height_ - baseline));
+  const std::int64_t newX = tenths(x);
+  const std::int64_t newY = tenths(height_ - baseline);
+  appendInteger(texts_, newX - x_);
+  texts_ += ' ';
+  appendInteger(texts_, newY - y_);
+  texts_ += " Td";
+  x_ = newX;
+  y_ = newY;
+}
+
+void Canvas::text(Length x, Length baseline, FontId typeface, Length size, Rgb color, std::string_view bytes) {
+  beginText(x, baseline, {typeface, 0}, size, color);
   appendString(texts_, bytes);
   texts_ += "Tj\n";
+}
+
+void Canvas::glyphs(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view content) {
+  beginText(x, baseline, font, size, color);
+  if (isOneString(content)) {
+    texts_.append(content).append("Tj\n");
+  } else {
+    texts_.append("[").append(content).append("]TJ\n");
+  }
 }
 
 void Canvas::area(Length x, Length top, Length width, Length height, Rgb color) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/pdf/typeset/length.h"
-#include "formats/pdf/typeset/text/styled_text.h"
+#include "formats/pdf/typeset/text/shaper.h"
 #include "text/colors.h"
 
 #include <cstdint>
@@ -20,10 +20,10 @@ class Canvas {
   void begin(Length pageHeight);
   bool isEmpty() const { return texts_.empty() && areas_.empty(); }
 
-  /// @param bytes      WinAnsi
-  /// @param wordSpace  what each blank is wider
-  void text(Length x, Length baseline, FontId font, Length size, Rgb color, std::string_view bytes,
-            Length wordSpace = 0);
+  /// @param bytes  WinAnsi
+  void text(Length x, Length baseline, FontId typeface, Length size, Rgb color, std::string_view bytes);
+  /// @param content  what the array of the operator TJ has
+  void glyphs(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view content);
   void area(Length x, Length top, Length width, Length height, Rgb color);
   /// Draws a form object, whose origin is at this point.
   void form(Length x, Length baseline, std::string_view name);
@@ -32,7 +32,7 @@ class Canvas {
   std::string_view content();
 
  private:
-  void move(std::int64_t x, std::int64_t y);
+  void beginText(Length x, Length baseline, FontUse font, Length size, Rgb color);
 
   std::string areas_;
   std::string texts_;
@@ -40,10 +40,9 @@ class Canvas {
   Length height_ = 0;
 
   bool hasFont_ = false;
-  FontId font_ = 0;
+  FontUse font_;
   Length size_ = 0;
   Rgb color_ = 0;
-  std::int64_t wordSpace_ = 0;
   std::int64_t x_ = 0;  // of the text that was drawn last, in tenths
   std::int64_t y_ = 0;
   std::optional<Rgb> areaColor_;

@@ -9,7 +9,7 @@ namespace scrivalen::typeset {
 
 void writeNumberForm(PdfFile& file, int object, int fontResources, FontSet& fonts, const NumberForm& form) {
   const std::string digits = std::to_string(form.number);
-  SimpleFont& font = fonts.at(form.font);
+  Typeface& font = fonts.at(form.font);
   font.use(digits);
   const Length width = font.widthOf(digits, form.size);
   const Length left = form.isRightAligned ? -width : 0;

@@ -1,6 +1,5 @@
 #include "formats/pdf/typeset/pages/running_lines.h"
 
-#include "formats/pdf/typeset/fonts/win_ansi_text.h"
 #include "formats/pdf/typeset/pages/number_form.h"
 
 #include <algorithm>
@@ -19,9 +18,11 @@ bool isEmpty(const document::RunningText& line) {
 
 }  // namespace
 
-RunningLines::RunningLines(const document::FormatSettings& settings, PdfFile& file, FontSet& fonts, Family family)
+RunningLines::RunningLines(const document::FormatSettings& settings, PdfFile& file, FontSet& fonts,
+                           Shaper& shaper, Family family)
     : file_(file),
       fonts_(fonts),
+      shaper_(shaper),
       font_(fontOf(family, false, false)),
       header_(document::runningTextOf(settings.text("header"))),
       footer_(document::runningTextOf(settings.text("footer"))),
@@ -57,14 +58,16 @@ std::vector<RunningLines::Piece> RunningLines::piecesOf(const std::vector<docume
   for (const document::RunningPiece& piece : pieces) {
     Piece& drawn = result.emplace_back();
     switch (piece.field) {
-      case document::RunningField::None: missing_ += appendWinAnsi(drawn.bytes, piece.text); break;
-      case document::RunningField::Title: missing_ += appendWinAnsi(drawn.bytes, title_); break;
-      case document::RunningField::Date: missing_ += appendWinAnsi(drawn.bytes, date_); break;
-      case document::RunningField::Section: missing_ += appendWinAnsi(drawn.bytes, section_); break;
+      case document::RunningField::None: drawn.text = piece.text; break;
+      case document::RunningField::Title: drawn.text = title_; break;
+      case document::RunningField::Date: drawn.text = date_; break;
+      case document::RunningField::Section: drawn.text = section_; break;
       case document::RunningField::Pages: drawn.isTotal = true; [[fallthrough]];
-      case document::RunningField::Page: drawn.bytes = number; break;
+      case document::RunningField::Page: drawn.text = number; break;
     }
-    drawn.width = fonts_.at(font_).widthOf(drawn.bytes, kSize);
+    for (const ShapedRun& run : shaper_.shape(drawn.text, {font_, kSize})) {
+      drawn.width += run.width;
+    }
   }
   return result;
 }
@@ -76,9 +79,12 @@ void RunningLines::draw(PageMaker& page, const std::vector<Piece>& pieces, Lengt
       total_ = total_ == 0 ? file_.newNumber() : total_;
       page.canvas().form(x, baseline, kTotalName);
       hasTotal = true;
-    } else if (!piece.bytes.empty()) {
-      fonts_.at(font_).use(piece.bytes);
-      page.canvas().text(x, baseline, font_, kSize, kColor, piece.bytes);
+    } else {
+      Length runX = x;
+      for (const ShapedRun& run : shaper_.shape(piece.text, {font_, kSize})) {
+        page.canvas().glyphs(runX, baseline, run.font, kSize, kColor, run.content);
+        runX += run.width;
+      }
     }
     x += piece.width;
   }

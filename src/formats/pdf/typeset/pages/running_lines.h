@@ -4,7 +4,7 @@
 #include "document/settings/running_text.h"
 #include "document/settings/settings.h"
 #include "formats/pdf/typeset/pages/page_maker.h"
-#include "formats/pdf/typeset/text/styled_text.h"
+#include "formats/pdf/typeset/text/shaper.h"
 
 #include <string>
 #include <string_view>
@@ -15,19 +15,17 @@ namespace scrivalen::typeset {
 /// that all pages draw and that is written last.
 class RunningLines final : public PageDecorator {
  public:
-  /// @param settings, file, fonts  not owned; must outlive this object
-  RunningLines(const document::FormatSettings& settings, PdfFile& file, FontSet& fonts, Family family);
+  /// @param settings, file, fonts, shaper  not owned; must outlive this object
+  RunningLines(const document::FormatSettings& settings, PdfFile& file, FontSet& fonts, Shaper& shaper, Family family);
 
   void setSection(std::string_view name) { section_ = name; }
   void decorate(PageMaker& page) override;
   /// Writes the number of pages, if a page shows it.
   void finish(PageMaker& pages);
-  /// How many characters are missing in the font.
-  std::uint64_t missing() const { return missing_; }
 
  private:
   struct Piece {
-    std::string bytes;
+    std::string text;
     bool isTotal = false;
     Length width = 0;
   };
@@ -38,6 +36,7 @@ class RunningLines final : public PageDecorator {
 
   PdfFile& file_;
   FontSet& fonts_;
+  Shaper& shaper_;
   FontId font_;
   document::RunningText header_;
   document::RunningText footer_;
@@ -45,7 +44,6 @@ class RunningLines final : public PageDecorator {
   std::string date_;
   std::string section_;
   int total_ = 0;  // the form's number
-  std::uint64_t missing_ = 0;
 };
 
 }  // namespace scrivalen::typeset

@@ -16,18 +16,35 @@ Length freeSpaceBefore(document::Align align, Length free) {
 
 }  // namespace
 
-void TextDrawer::drawPiece(Length x, Length baseline, const TextStyle& style, std::string_view bytes,
-                           Length wordSpace) {
+void TextDrawer::drawBytes(Length x, Length baseline, const TextStyle& style, std::string_view bytes) {
   fonts_.at(style.font).use(bytes);
-  pages_.canvas().text(x, baseline - style.rise, style.font, style.size, style.color, bytes, wordSpace);
+  pages_.canvas().text(x, baseline - style.rise, style.font, style.size, style.color, bytes);
 }
 
-void TextDrawer::draw(const StyledText& text, const TextLine& line, const LineSpace& space, document::Align align) {
-  const Length free = std::max<Length>(space.width - line.width, 0);
-  const bool isJustified = align == document::Align::Justify && line.isBroken && line.blanks > 0;
-  const Length wordSpace = isJustified ? free / static_cast<Length>(line.blanks) : 0;
+Length TextDrawer::drawShort(Length x, Length baseline, const TextStyle& style, std::string_view text) {
+  Length width = 0;
+  for (const ShapedRun& run : shaper_.shape(text, {style.font, style.size})) {
+    pages_.canvas().glyphs(x + width, baseline - style.rise, run.font, style.size, style.color, run.content);
+    width += run.width;
+  }
+  return width;
+}
+
+Length TextDrawer::widthOf(std::string_view text, const TextStyle& style) {
+  Length width = 0;
+  for (const ShapedRun& run : shaper_.shape(text, {style.font, style.size})) {
+    width += run.width;
+  }
+  return width;
+}
+
+void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine& line, const LineSpace& space,
+                      document::Align align) {
+  if (align == document::Align::Auto || align == document::Align::Justify) {
+    align = set.isRightToLeft ? document::Align::Right : document::Align::Left;
+  }
   const Length baseline = space.top + line.baseline;
-  Length x = space.left + freeSpaceBefore(align, free);
+  Length x = space.left + freeSpaceBefore(align, std::max<Length>(space.width - line.width, 0));
   int link = -1;
   Length linkBegin = x;
   const auto endLink = [&] {
@@ -35,22 +52,21 @@ void TextDrawer::draw(const StyledText& text, const TextLine& line, const LineSp
       pages_.link({linkBegin, space.top, x - linkBegin, line.height}, text.links[static_cast<std::size_t>(link)]);
     }
   };
-  forEachPiece(text, line, [&](const LinePiece& piece) {
-    const TextStyle& style = *piece.style;
+  for (std::size_t i = line.firstPiece; i < line.endPiece; ++i) {
+    const TextPiece& piece = set.pieces[i];
+    const TextStyle& style = text.spans[piece.span].style;
     if (style.link != link) {
       endLink();
       link = style.link;
       linkBegin = x;
     }
-    const auto blanks = std::count(piece.bytes.begin(), piece.bytes.end(), ' ');
-    const Length width =
-        fonts_.at(style.font).widthOf(piece.bytes, style.size) + static_cast<Length>(blanks) * wordSpace;
-    decorate(style, x, baseline, width);
-    drawPiece(x, baseline, style, piece.bytes, wordSpace);
-    x += width;
-  });
+    decorate(style, x, baseline, piece.width);
+    pages_.canvas().glyphs(x, baseline - style.rise, piece.font, style.size, style.color,
+                           std::string_view(set.content).substr(piece.begin, piece.end - piece.begin));
+    x += piece.width;
+  }
   endLink();
-  notePlaces(text, line, space.top);
+  notePlaces(text, set, line, space.top);
 }
 
 void TextDrawer::decorate(const TextStyle& style, Length x, Length baseline, Length width) {
@@ -69,10 +85,10 @@ void TextDrawer::decorate(const TextStyle& style, Length x, Length baseline, Len
   }
 }
 
-void TextDrawer::notePlaces(const StyledText& text, const TextLine& line, Length top) {
+void TextDrawer::notePlaces(const StyledText& text, const SetText& set, const TextLine& line, Length top) {
+  const bool isLast = &line == &set.lines.back();
   for (const TextAnchor& anchor : text.anchors) {
-    const bool isLast = !line.isBroken && line.end == text.bytes.size();
-    if (anchor.at >= line.begin && (anchor.at <= line.end || isLast)) {
+    if (anchor.at >= line.begin && (anchor.at < line.end || isLast || line.begin == line.end)) {
       places_.add(anchor.name, pages_.placeAt(top));
     }
   }

@@ -16,18 +16,26 @@ struct LineSpace {
 /// Draws lines of text with their decoration and links, and notes the places that links lead to.
 class TextDrawer {
  public:
-  /// @param pages, fonts, places  not owned; must outlive this object
-  TextDrawer(PageMaker& pages, FontSet& fonts, NamedPlaces& places) : pages_(pages), fonts_(fonts), places_(places) {}
+  /// @param pages, fonts, shaper, places  not owned; must outlive this object
+  TextDrawer(PageMaker& pages, FontSet& fonts, Shaper& shaper, NamedPlaces& places)
+      : pages_(pages), fonts_(fonts), shaper_(shaper), places_(places) {}
 
-  void draw(const StyledText& text, const TextLine& line, const LineSpace& space, document::Align align);
-  void drawPiece(Length x, Length baseline, const TextStyle& style, std::string_view bytes, Length wordSpace = 0);
+  /// @param align  Auto: where the language of the text begins
+  void draw(const StyledText& text, const SetText& set, const TextLine& line, const LineSpace& space,
+            document::Align align);
+  /// Draws a short text in one line. @return its width
+  Length drawShort(Length x, Length baseline, const TextStyle& style, std::string_view text);
+  Length widthOf(std::string_view text, const TextStyle& style);
+  /// Draws WinAnsi.
+  void drawBytes(Length x, Length baseline, const TextStyle& style, std::string_view bytes);
 
  private:
   void decorate(const TextStyle& style, Length x, Length baseline, Length width);
-  void notePlaces(const StyledText& text, const TextLine& line, Length top);
+  void notePlaces(const StyledText& text, const SetText& set, const TextLine& line, Length top);
 
   PageMaker& pages_;
   FontSet& fonts_;
+  Shaper& shaper_;
   NamedPlaces& places_;
 };
 

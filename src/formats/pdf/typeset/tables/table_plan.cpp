@@ -24,7 +24,7 @@ constexpr Length kSizeStep = kPoint / 2;
 constexpr double kMostSlack = 1.15;
 
 // Numbers may get longer after the sample: from the 500 rows that it has at most to millions.
-constexpr std::int64_t kDigitsToCome = 4;
+constexpr std::string_view kDigitsToCome = "0000";
 
 std::vector<ColumnNeed> needsOf(const document::Table& table, const std::vector<ColumnText>& texts, Length size) {
   std::vector<ColumnNeed> needs;
@@ -116,7 +116,7 @@ TablePlan turned(TablePlan plan) {
 // Measures texts in thousandths of the size of a table's text.
 class Ruler {
  public:
-  Ruler(FontSet& fonts, Family family) : fonts_(fonts), family_(family) {}
+  Ruler(Shaper& shaper, Family family) : shaper_(shaper), family_(family) {}
 
   void measure(const document::Cell& cell, bool isBold, ColumnText& column) {
     TextStyle style;
@@ -125,51 +125,44 @@ class Ruler {
     collector_.begin(style);
     cell.replay(collector_);
     const StyledText text = collector_.take();
-    const TextLine all{0, text.bytes.size()};
-    forEachPiece(text, all, [&](const LinePiece& piece) { measure(piece, column); });
-    endLine(column);
+    measureWords(text, column);
+    const SetText set = setText(text, {kEndless, kUnit, style}, shaper_);
+    for (const TextLine& line : set.lines) {
+      column.longestLine = std::max(column.longestLine, line.width);
+    }
+  }
+
+  Length widthOf(std::string_view text) {
+    Length width = 0;
+    for (const ShapedRun& run : shaper_.shape(text, {fontOf(family_, false, false), kUnit})) {
+      width += run.width;
+    }
+    return width;
   }
 
  private:
   static constexpr Length kUnit = 1000;
+  static constexpr Length kEndless = Length{1} << 40;
 
-  void measure(const LinePiece& piece, ColumnText& column) {
-    const SimpleFont& font = fonts_.at(piece.style->font);
-    for (const char c : piece.bytes) {
-      const Length width = scaled(font.widthOf(c), piece.style->size);
-      line_ += c == '\n' ? 0 : width;
-      if (c == ' ') {
-        endWord(column);
-      } else if (c == '\n') {
-        endLine(column);
-      } else {
-        word_ += width;
-      }
+  // In a space without any width each word has a line of its own.
+  void measureWords(const StyledText& text, ColumnText& column) {
+    LineRule rule{0, kUnit, {}};
+    rule.keepsWords = true;
+    const SetText set = setText(text, rule, shaper_);
+    for (const TextLine& line : set.lines) {
+      column.longestWord = std::max(column.longestWord, line.width);
     }
   }
 
-  void endWord(ColumnText& column) {
-    column.longestWord = std::max(column.longestWord, word_);
-    word_ = 0;
-  }
-
-  void endLine(ColumnText& column) {
-    endWord(column);
-    column.longestLine = std::max(column.longestLine, line_);
-    line_ = 0;
-  }
-
-  FontSet& fonts_;
+  Shaper& shaper_;
   Family family_;
   InlineCollector collector_;
-  Length word_ = 0;
-  Length line_ = 0;
 };
 
 }  // namespace
 
-std::vector<ColumnText> measureColumns(const document::Table& table, FontSet& fonts, Family family) {
-  Ruler ruler(fonts, family);
+std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& shaper, Family family) {
+  Ruler ruler(shaper, family);
   std::vector<ColumnText> columns(table.columns.size());
   for (const document::SampleRow& row : table.sample) {
     std::size_t column = 0;
@@ -181,7 +174,7 @@ std::vector<ColumnText> measureColumns(const document::Table& table, FontSet& fo
     }
   }
   if (!table.isSampleWhole) {
-    const Length toCome = kDigitsToCome * fonts.at(fontOf(family, false, false)).widthOf('0');
+    const Length toCome = ruler.widthOf(kDigitsToCome);
     for (std::size_t column = 0; column < columns.size(); ++column) {
       if (table.columns[column].align == document::Align::Right) {
         columns[column].longestWord += toCome;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "document/model/table.h"
-#include "formats/pdf/typeset/fonts/font_set.h"
 #include "formats/pdf/typeset/length.h"
+#include "formats/pdf/typeset/text/shaper.h"
 
 #include <cstddef>
 #include <vector>
@@ -35,7 +35,7 @@ struct ColumnText {
 };
 
 /// Measures the sample of a table in its font.
-std::vector<ColumnText> measureColumns(const document::Table& table, FontSet& fonts, Family family);
+std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& shaper, Family family);
 
 struct TableSpace {
   Length upright;

@@ -15,9 +15,7 @@ constexpr Length kLeading = 1180;  // in thousandths of the size
 void RowSetter::begin(const TablePlan& plan, const document::Table& table) {
   plan_ = &plan;
   lineHeight_ = scaled(kLeading, plan.size);
-  const SimpleFont& font = fonts_.at(fontOf(family_, false, false));
-  const Length ascent = std::min(scaled(font.measures().ascent, plan.size), plan.size);
-  baseline_ = (lineHeight_ - plan.size) / 2 + ascent;
+  baseline_ = baselineOf(lineHeight_, plan.size);
   aligns_.clear();
   for (const document::Column& column : table.columns) {
     aligns_.push_back(column.align);
@@ -46,50 +44,56 @@ void RowSetter::set(const document::Row& row, SetRow& set) {
     SetCell& drawn = set.cells.emplace_back();
     drawn.column = column;
     drawn.endColumn = column + static_cast<std::size_t>(cell.span);
-    drawn.align = cell.align != document::Align::Auto ? cell.align : aligns_[column];
+    drawn.align = alignOf(cell, column);
     drawn.style.font = fontOf(family_, row.header || cell.header, false);
     drawn.style.size = plan_->size;
     drawn.style.color = cell.color.value_or(0);
     drawn.background = cell.background;
     column = drawn.endColumn;
-    if (cell.content != nullptr) {
-      setContent(cell, drawn);
-      setLines(drawn);
-    } else if (!cell.text.empty()) {
-      drawn.begin = set.bytes.size();
-      missing_ += appendWinAnsi(set.bytes, cell.text);
-      drawn.end = set.bytes.size();
-      const std::string_view bytes = std::string_view(set.bytes).substr(drawn.begin);
-      drawn.width = fonts_.at(drawn.style.font).widthOf(bytes, plan_->size);
-      if (drawn.width > widthOf(drawn.column, drawn.endColumn) || bytes.find('\n') != bytes.npos) {
-        drawn.more = std::make_unique<LongCell>();
-        drawn.more->text.bytes = bytes;
-        drawn.more->text.spans.push_back({0, drawn.style});
-        setLines(drawn);
-      }
-    }
+    setCell(cell, set, drawn);
     if (drawn.more) {
-      Length lines = 0;
-      for (const TextLine& line : drawn.more->lines) {
-        lines += line.height;
-      }
-      height = std::max(height, lines);
+      height = std::max(height, drawn.more->set.height());
     }
   }
-  set.height = height + 2 * kRowPadding;
+  const Length padding = height > lineHeight_ ? kRowPadding * 2 : kRowPadding;
+  set.height = height + 2 * padding;
+  set.padding = padding;
 }
 
-void RowSetter::setContent(const document::Cell& cell, SetCell& set) {
+// The text of a column on the left begins where its language does.
+document::Align RowSetter::alignOf(const document::Cell& cell, std::size_t column) const {
+  if (cell.align != document::Align::Auto) {
+    return cell.align;
+  }
+  return aligns_[column] == document::Align::Left ? document::Align::Auto : aligns_[column];
+}
+
+// A text of one line in WinAnsi, which most are.
+bool RowSetter::setShort(std::string_view text, SetRow& row, SetCell& set) {
+  const Typeface& typeface = fonts_.at(set.style.font);
+  set.begin = row.bytes.size();
+  const bool isWinAnsi = appendWinAnsi(row.bytes, text) == 0;
+  set.end = row.bytes.size();
+  const std::string_view bytes = std::string_view(row.bytes).substr(set.begin);
+  set.width = typeface.widthOf(bytes, plan_->size);
+  const bool isShort = isWinAnsi && set.width <= widthOf(set.column, set.endColumn) && typeface.has(bytes);
+  if (!isShort) {
+    row.bytes.resize(set.begin);
+    set.end = set.begin;
+  }
+  return isShort;
+}
+
+void RowSetter::setCell(const document::Cell& cell, SetRow& row, SetCell& set) {
+  if (cell.content == nullptr && setShort(cell.text, row, set)) {
+    return;
+  }
   collector_.begin(set.style);
   cell.replay(collector_);
   set.more = std::make_unique<LongCell>();
   set.more->text = collector_.take();
-  missing_ += set.more->text.missing;
-}
-
-void RowSetter::setLines(SetCell& cell) {
-  const LineRule rule{std::max(widthOf(cell.column, cell.endColumn), kPoint), kLeading, cell.style, false};
-  cell.more->lines = linesOf(cell.more->text, rule, fonts_);
+  const Length width = std::max(widthOf(set.column, set.endColumn), kPoint);
+  set.more->set = setText(set.more->text, {width, kLeading, set.style}, shaper_);
 }
 
 }  // namespace scrivalen::typeset

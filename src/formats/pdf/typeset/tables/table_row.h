@@ -17,7 +17,7 @@ namespace scrivalen::typeset {
 /// The text of a cell that is more than one line in one style.
 struct LongCell {
   StyledText text;
-  std::vector<TextLine> lines;
+  SetText set;
 };
 
 /// A cell whose text has been measured and broken into lines.
@@ -38,14 +38,15 @@ struct SetRow {
   std::vector<SetCell> cells;
   std::string bytes;
   Length height = 0;
+  Length padding = 0;  ///< above and below the text
   bool isHeader = false;
 };
 
 /// Sets the rows of a table.
 class RowSetter {
  public:
-  /// @param fonts  not owned; must outlive this object
-  RowSetter(FontSet& fonts, Family family) : fonts_(fonts), family_(family) {}
+  /// @param fonts, shaper  not owned; must outlive this object
+  RowSetter(FontSet& fonts, Shaper& shaper, Family family) : fonts_(fonts), shaper_(shaper), family_(family) {}
 
   void begin(const TablePlan& plan, const document::Table& table);
   /// @param set  cleared first
@@ -53,14 +54,15 @@ class RowSetter {
   Length lineHeight() const { return lineHeight_; }
   /// Of a line's upper edge to its baseline.
   Length baseline() const { return baseline_; }
-  std::uint64_t missing() const { return missing_; }
 
  private:
+  document::Align alignOf(const document::Cell& cell, std::size_t column) const;
   Length widthOf(std::size_t column, std::size_t endColumn) const;
-  void setContent(const document::Cell& cell, SetCell& set);
-  void setLines(SetCell& cell);
+  void setCell(const document::Cell& cell, SetRow& row, SetCell& set);
+  bool setShort(std::string_view text, SetRow& row, SetCell& set);
 
   FontSet& fonts_;
+  Shaper& shaper_;
   Family family_;
   InlineCollector collector_;
   const TablePlan* plan_ = nullptr;
@@ -68,10 +70,9 @@ class RowSetter {
   std::vector<const TablePart*> parts_;  // of each column
   Length lineHeight_ = 0;
   Length baseline_ = 0;
-  std::uint64_t missing_ = 0;
 };
 
-/// Between the text of a row and its upper and lower edge.
+/// Between the text of a row of one line and its upper and lower edge.
 inline constexpr Length kRowPadding = kPoint;
 
 }  // namespace scrivalen::typeset

@@ -18,7 +18,7 @@ constexpr Rgb kHeaderRuleColor = 0x808080;
 void TableSetter::begin(const document::Table& table) {
   const Length turnedWidth =
       std::max(flow_.shape().height, flow_.shape().width) - flow_.shape().left - flow_.shape().right - flow_.indent();
-  plan_ = planTable(table, measureColumns(table, fonts_, family_),
+  plan_ = planTable(table, measureColumns(table, shaper_, family_),
                     {flow_.width(), turnedWidth, settings_.text("widths") == "equal"});
   rows_.begin(plan_, table);
   headers_.clear();
@@ -96,7 +96,7 @@ void TableSetter::place(const SetRow& row, const TablePart& part) {
 void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
   std::vector<std::size_t> drawn(row.cells.size());
   for (bool isDone = false; !isDone;) {
-    const Length room = std::max(flow_.room(), rows_.lineHeight() + 2 * kRowPadding);
+    const Length room = std::max(flow_.room(), rows_.lineHeight() + 2 * row.padding);
     const Length top = flow_.take(std::min(room, row.height));
     isDone = true;
     Length height = 0;
@@ -113,13 +113,14 @@ void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
         continue;
       }
       const LineSpace space = spaceOf(cell, part);
-      Length used = kRowPadding;
-      const std::vector<TextLine>& lines = cell.more->lines;
-      while (drawn[i] < lines.size() && (used == kRowPadding || used + lines[drawn[i]].height + kRowPadding <= room)) {
-        drawer_.draw(cell.more->text, lines[drawn[i]], {space.left, top + used, space.width}, cell.align);
+      Length used = row.padding;
+      const std::vector<TextLine>& lines = cell.more->set.lines;
+      while (drawn[i] < lines.size() && (used == row.padding || used + lines[drawn[i]].height + row.padding <= room)) {
+        drawer_.draw(cell.more->text, cell.more->set, lines[drawn[i]], {space.left, top + used, space.width},
+                     cell.align);
         used += lines[drawn[i]++].height;
       }
-      height = std::max(height, used + kRowPadding);
+      height = std::max(height, used + row.padding);
       isDone = isDone && drawn[i] == lines.size();
     }
     drawFrame(row, part, top, height);
@@ -148,10 +149,10 @@ void TableSetter::draw(const SetRow& row, const TablePart& part, Length top) {
 
 void TableSetter::drawCell(const SetRow& row, const SetCell& cell, const TablePart& part, Length top) {
   LineSpace space = spaceOf(cell, part);
-  space.top = top + kRowPadding;
+  space.top = top + row.padding;
   if (cell.more) {
-    for (const TextLine& line : cell.more->lines) {
-      drawer_.draw(cell.more->text, line, space, cell.align);
+    for (const TextLine& line : cell.more->set.lines) {
+      drawer_.draw(cell.more->text, cell.more->set, line, space, cell.align);
       space.top += line.height;
     }
   } else if (cell.end > cell.begin) {
@@ -159,7 +160,7 @@ void TableSetter::drawCell(const SetRow& row, const SetCell& cell, const TablePa
     const Length before = cell.align == document::Align::Right    ? free
                           : cell.align == document::Align::Center ? free / 2
                                                                   : 0;
-    drawer_.drawPiece(space.left + before, space.top + rows_.baseline(), cell.style,
+    drawer_.drawBytes(space.left + before, space.top + rows_.baseline(), cell.style,
                       std::string_view(row.bytes).substr(cell.begin, cell.end - cell.begin));
   }
 }

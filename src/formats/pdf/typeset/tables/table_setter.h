@@ -17,20 +17,20 @@ class TableSetter {
  public:
   /// All are not owned and must outlive this object.
   TableSetter(const document::FormatSettings& settings, Flow& flow, PageMaker& pages, TextSetter& texts,
-              TextDrawer& drawer, FontSet& fonts, Family family)
+              TextDrawer& drawer, FontSet& fonts, Shaper& shaper, Family family)
       : settings_(settings),
         flow_(flow),
         pages_(pages),
         texts_(texts),
         drawer_(drawer),
         fonts_(fonts),
+        shaper_(shaper),
         family_(family),
-        rows_(fonts, family) {}
+        rows_(fonts, shaper, family) {}
 
   void begin(const document::Table& table);
   void row(const document::Row& row);
   void end();
-  std::uint64_t missing() const { return rows_.missing(); }
 
  private:
   void prepare(Length height);
@@ -51,6 +51,7 @@ class TableSetter {
   TextSetter& texts_;
   TextDrawer& drawer_;
   FontSet& fonts_;
+  Shaper& shaper_;
   Family family_;
   RowSetter rows_;
 

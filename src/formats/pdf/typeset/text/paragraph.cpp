@@ -1,153 +1,302 @@
 #include "formats/pdf/typeset/text/paragraph.h"
 
+#include "formats/pdf/typeset/text/bidi.h"
+#include "text/direction.h"
+#include "text/line_breaking/line_break_reader.h"
+#include "text/utf.h"
+
 #include <algorithm>
+#include <cstdint>
+#include <numeric>
 
 namespace scrivalen::typeset {
 namespace {
 
-constexpr char kEnDash = '\x96';
-constexpr char kEmDash = '\x97';
-
-bool isLetter(char c) {
-  const auto byte = static_cast<unsigned char>(c);
-  return (byte >= 'A' && byte <= 'Z') || (byte >= 'a' && byte <= 'z') || byte >= 0xC0;
-}
-
-// Reads a text line by line.
-class LineBreaker {
- public:
-  LineBreaker(const StyledText& text, const LineRule& rule, FontSet& fonts) : text_(text), rule_(rule), fonts_(fonts) {}
-
-  std::vector<TextLine> lines() {
-    std::vector<TextLine> lines;
-    bool isBroken = true;
-    while (at_ < text_.bytes.size() || isBroken) {
-      lines.push_back(next());
-      isBroken = lines.back().isBroken;
-    }
-    return lines;
-  }
-
- private:
-  // Where a line could end: before the blanks, and where the next one begins.
-  struct Break {
-    std::size_t end;
-    std::size_t next;
-    std::size_t blanks;
-    Length width;
-  };
-
-  const TextStyle& styleAt(std::size_t at) {
-    while (span_ + 1 < text_.spans.size() && text_.spans[span_ + 1].begin <= at) {
-      ++span_;
-    }
-    return text_.spans.empty() ? rule_.usual : text_.spans[span_].style;
-  }
-
-  void seek(std::size_t at) {
-    at_ = at;
-    while (span_ > 0 && text_.spans[span_].begin > at) {
-      --span_;
-    }
-  }
-
-  bool mayBreakAfter(std::size_t at) const {
-    const std::string& bytes = text_.bytes;
-    const char c = bytes[at];
-    if (c == kEnDash || c == kEmDash) {
-      return true;
-    }
-    return c == '-' && at > 0 && isLetter(bytes[at - 1]) && at + 1 < bytes.size() && isLetter(bytes[at + 1]);
-  }
-
-  TextLine finished(std::size_t begin, const Break& end, bool isBroken);
-  TextLine next();
-
-  const StyledText& text_;
-  const LineRule& rule_;
-  FontSet& fonts_;
-  std::size_t at_ = 0;
-  std::size_t span_ = 0;
+// A part of a line that is never divided: glyphs of one font, or blanks.
+struct Item {
+  std::size_t span;
+  FontUse font;
+  std::size_t begin;  // of its glyphs in the contents of the line
+  std::size_t end;
+  Length width;
+  std::uint8_t level;
+  std::size_t blanks;  // that it consists of; 0: it is no blank
 };
 
-TextLine LineBreaker::next() {
-  const std::string& bytes = text_.bytes;
-  const std::size_t begin = at_;
-  Break possible{begin, begin, 0, 0};
-  std::size_t end = begin;  // of the text without blanks
-  Length endWidth = 0;
-  std::size_t blanks = 0;  // all so far
-  std::size_t endBlanks = 0;
-  std::int64_t units = 0;  // of the run in one style, in thousandths of its size
-  Length width = 0;
-  const TextStyle* style = nullptr;
-  const SimpleFont* font = nullptr;
-  for (; at_ < bytes.size(); ++at_) {
-    const char c = bytes[at_];
-    if (c == '\n') {
-      ++at_;
-      return finished(begin, {end, at_, endBlanks, endWidth}, false);
-    }
-    const TextStyle& here = styleAt(at_);
-    if (&here != style) {
-      width += style ? scaled(units, style->size) : 0;
-      units = 0;
-      style = &here;
-      font = &fonts_.at(style->font);
-    }
-    units += font->widthOf(c);
-    const Length total = width + scaled(units, style->size);
-    if (c == ' ' && !rule_.keepsBlanks) {
-      ++blanks;
-      if (end > begin) {
-        possible = {end, at_ + 1, endBlanks, endWidth};
-      }
-      continue;
-    }
-    if (total > rule_.width && at_ > begin) {
-      if (possible.next == begin) {
-        possible = {at_, at_, endBlanks, endWidth};
-      }
-      return finished(begin, possible, true);
-    }
-    end = at_ + 1;
-    endWidth = total;
-    endBlanks = blanks;
-    if (!rule_.keepsBlanks && mayBreakAfter(at_)) {
-      possible = {end, end, endBlanks, endWidth};
-    }
+class LineSetter {
+ public:
+  LineSetter(const StyledText& text, const LineRule& rule, Shaper& shaper)
+      : text_(text), all_(text.text), rule_(rule), shaper_(shaper) {}
+
+  SetText set();
+
+ private:
+  void addSegment(std::size_t begin, std::size_t end);
+  void addWord(std::size_t begin, std::size_t end);
+  void addLongWord(std::size_t begin, std::size_t end);
+  void addBlanks(std::size_t begin, std::size_t end);
+  Length shape(std::size_t begin, std::size_t end, std::vector<Item>& items, std::string& content);
+  std::size_t endOfRun(std::size_t begin, std::size_t end);
+  std::size_t spanAt(std::size_t at);
+  const TextStyle& styleOf(std::size_t span) const { return text_.spans[span].style; }
+  void endLine(std::size_t end, bool isBroken);
+  void appendPiece(const Item& item, Length extra);
+  void measure(TextLine& line);
+
+  const StyledText& text_;
+  std::string_view all_;
+  const LineRule& rule_;
+  Shaper& shaper_;
+  SetText result_;
+  std::vector<std::uint8_t> levels_;  // empty: all from left to right
+  std::size_t span_ = 0;
+
+  // The line that is being filled.
+  std::vector<Item> items_;
+  std::string content_;
+  std::size_t lineBegin_ = 0;
+  std::size_t firstPiece_ = 0;
+  Length width_ = 0;  // with the blanks at its end
+  bool hasText_ = false;
+
+  std::vector<Item> wordItems_;
+  std::string wordContent_;
+  std::vector<std::uint8_t> itemLevels_;
+  std::vector<std::size_t> order_;
+};
+
+SetText LineSetter::set() {
+  if (hasRightToLeft(all_)) {
+    result_.isRightToLeft = firstDirection(all_) == Direction::RightToLeft;
+    levelsOf(all_, result_.isRightToLeft, levels_);
   }
-  return finished(begin, {end, at_, endBlanks, endWidth}, false);
+  LineBreakReader breaks(all_);
+  LineBreak place;
+  std::size_t begin = 0;
+  while (breaks.next(place)) {
+    const bool isForced = place.at > begin && all_[place.at - 1] == '\n';
+    const std::size_t end = isForced ? place.at - 1 : place.at;
+    addSegment(begin, end);
+    if (isForced) {
+      endLine(end, false);
+      lineBegin_ = place.at;
+    }
+    begin = place.at;
+  }
+  if (lineBegin_ < all_.size() || result_.lines.empty()) {
+    endLine(all_.size(), false);
+  }
+  return std::move(result_);
 }
 
-TextLine LineBreaker::finished(std::size_t begin, const Break& end, bool isBroken) {
-  TextLine line;
-  line.begin = begin;
-  line.end = end.end;
-  line.width = end.width;
-  line.blanks = end.blanks;
-  line.isBroken = isBroken;
-  Length size = 0;
-  Length above = 0;
-  const auto measure = [&](const TextStyle& style) {
-    const FontMeasures& m = fonts_.at(style.font).measures();
-    size = std::max(size, style.size);
-    above = std::max(above, scaled(m.ascent, style.size));
-  };
-  forEachPiece(text_, line, [&](const LinePiece& piece) { measure(*piece.style); });
-  if (size == 0) {
-    measure(rule_.usual);
+// A word and the blanks after it.
+void LineSetter::addSegment(std::size_t begin, std::size_t end) {
+  std::size_t wordEnd = end;
+  while (wordEnd > begin && all_[wordEnd - 1] == ' ') {
+    --wordEnd;
   }
+  if (wordEnd > begin) {
+    addWord(begin, wordEnd);
+  }
+  if (end > wordEnd && (hasText_ || rule_.keepsBlanks)) {
+    addBlanks(wordEnd, end);
+  }
+}
+
+void LineSetter::addWord(std::size_t begin, std::size_t end) {
+  wordItems_.clear();
+  wordContent_.clear();
+  const Length width = shape(begin, end, wordItems_, wordContent_);
+  if (width_ + width > rule_.width && !items_.empty()) {
+    endLine(begin, true);
+  }
+  if (width > rule_.width && !rule_.keepsWords) {
+    return addLongWord(begin, end);
+  }
+  for (Item item : wordItems_) {
+    item.begin += content_.size();
+    item.end += content_.size();
+    items_.push_back(item);
+  }
+  content_ += wordContent_;
+  width_ += width;
+  hasText_ = true;
+}
+
+// A word that no line holds breaks where a line is full, between letters with their marks.
+void LineSetter::addLongWord(std::size_t begin, std::size_t end) {
+  while (begin < end) {
+    const char* at = all_.data() + begin;
+    const char* const last = all_.data() + end;
+    char32_t c = kReplacement;
+    nextUtf8(at, last, c);
+    for (const char* mark = at; mark != last; at = mark) {
+      nextUtf8(mark, last, c);
+      if (!isMark(c)) {
+        break;
+      }
+    }
+    const auto next = static_cast<std::size_t>(at - all_.data());
+    const std::size_t itemsBefore = items_.size();
+    const std::size_t contentBefore = content_.size();
+    Length width = shape(begin, next, items_, content_);
+    if (hasText_ && width_ + width > rule_.width) {
+      items_.resize(itemsBefore);
+      content_.resize(contentBefore);
+      endLine(begin, true);
+      width = shape(begin, next, items_, content_);
+    }
+    width_ += width;
+    hasText_ = true;
+    begin = next;
+  }
+}
+
+void LineSetter::addBlanks(std::size_t begin, std::size_t end) {
+  while (begin < end) {
+    const std::size_t span = spanAt(begin);
+    const std::size_t runEnd = endOfRun(begin, end);
+    const TextStyle& style = styleOf(span);
+    const std::vector<ShapedRun>& runs = shaper_.shape(" ", {style.font, style.size});
+    for (; begin < runEnd; ++begin) {
+      const std::size_t at = content_.size();
+      content_ += runs.front().content;
+      const std::uint8_t level = levels_.empty() ? std::uint8_t{0} : levels_[begin];
+      items_.push_back({span, runs.front().font, at, content_.size(), runs.front().width, level, 1});
+      width_ += runs.front().width;
+    }
+  }
+}
+
+std::size_t LineSetter::spanAt(std::size_t at) {
+  while (span_ > 0 && text_.spans[span_].begin > at) {
+    --span_;
+  }
+  while (span_ + 1 < text_.spans.size() && text_.spans[span_ + 1].begin <= at) {
+    ++span_;
+  }
+  return span_;
+}
+
+// The end of the text that has one style and direction.
+std::size_t LineSetter::endOfRun(std::size_t begin, std::size_t end) {
+  const std::size_t span = spanAt(begin);
+  if (span + 1 < text_.spans.size()) {
+    end = std::min(end, text_.spans[span + 1].begin);
+  }
+  if (!levels_.empty()) {
+    std::size_t at = begin;
+    while (at < end && levels_[at] == levels_[begin]) {
+      ++at;
+    }
+    end = at;
+  }
+  return end;
+}
+
+Length LineSetter::shape(std::size_t begin, std::size_t end, std::vector<Item>& items, std::string& content) {
+  Length width = 0;
+  while (begin < end) {
+    const std::size_t span = spanAt(begin);
+    const std::size_t runEnd = endOfRun(begin, end);
+    const TextStyle& style = styleOf(span);
+    const std::uint8_t level = levels_.empty() ? std::uint8_t{0} : levels_[begin];
+    const std::string_view language =
+        style.language < 0 ? std::string_view() : text_.languages[static_cast<std::size_t>(style.language)];
+    for (const ShapedRun& run : shaper_.shape(all_.substr(begin, runEnd - begin),
+                                              {style.font, style.size, level % 2 == 1, rule_.isKerned, language})) {
+      const std::size_t at = content.size();
+      content += run.content;
+      items.push_back({span, run.font, at, content.size(), run.width, level, 0});
+      width += run.width;
+    }
+    begin = runEnd;
+  }
+  return width;
+}
+
+// Puts the items of the line into their order and joins those that are drawn in the same way.
+void LineSetter::endLine(std::size_t end, bool isBroken) {
+  while (!items_.empty() && items_.back().blanks > 0) {
+    width_ -= items_.back().width;
+    items_.pop_back();
+  }
+  TextLine line;
+  line.firstPiece = firstPiece_ = result_.pieces.size();
+  line.begin = lineBegin_;
+  line.end = end;
+  line.width = width_;
+  Length extra = 0;
+  const auto blanks = std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.blanks > 0; });
+  if (rule_.isJustified && isBroken && blanks > 0) {
+    extra = std::max<Length>(rule_.width - width_, 0) / blanks;
+    line.width += extra * blanks;
+  }
+  if (levels_.empty()) {
+    for (const Item& item : items_) {
+      appendPiece(item, item.blanks > 0 ? extra : 0);
+    }
+  } else {
+    itemLevels_.clear();
+    for (const Item& item : items_) {
+      itemLevels_.push_back(item.level);
+    }
+    orderOf(itemLevels_, order_);
+    for (const std::size_t i : order_) {
+      appendPiece(items_[i], items_[i].blanks > 0 ? extra : 0);
+    }
+  }
+  line.endPiece = result_.pieces.size();
+  measure(line);
+  result_.lines.push_back(line);
+  items_.clear();
+  content_.clear();
+  width_ = 0;
+  hasText_ = false;
+  lineBegin_ = end;
+}
+
+void LineSetter::appendPiece(const Item& item, Length extra) {
+  const bool isNew = result_.pieces.size() == firstPiece_ || result_.pieces.back().span != item.span ||
+                     !(result_.pieces.back().font == item.font);
+  std::string_view content = std::string_view(content_).substr(item.begin, item.end - item.begin);
+  if (isNew) {
+    result_.pieces.push_back({item.span, item.font, result_.content.size(), 0, 0});
+  } else if (content.starts_with('(') && result_.content.ends_with(')')) {
+    result_.content.pop_back();
+    content.remove_prefix(1);
+  }
+  result_.content += content;
+  if (extra > 0) {
+    result_.content += std::to_string(-extra * 1000 / styleOf(item.span).size);
+    result_.content += ' ';
+  }
+  result_.pieces.back().end = result_.content.size();
+  result_.pieces.back().width += item.width + extra;
+}
+
+void LineSetter::measure(TextLine& line) {
+  Length size = 0;
+  for (std::size_t i = line.firstPiece; i < line.endPiece; ++i) {
+    size = std::max(size, styleOf(result_.pieces[i].span).size);
+  }
+  size = size == 0 ? rule_.usual.size : size;
   line.height = scaled(rule_.leading, size);
-  line.baseline = (line.height - size) / 2 + std::min(above, size);
-  seek(end.next);
-  return line;
+  line.baseline = baselineOf(line.height, size);
 }
 
 }  // namespace
 
-std::vector<TextLine> linesOf(const StyledText& text, const LineRule& rule, FontSet& fonts) {
-  return LineBreaker(text, rule, fonts).lines();
+// The letters of the fonts reach from about a fifth of the size below the baseline to nine tenths above.
+Length baselineOf(Length height, Length size) { return (height - size) / 2 + scaled(880, size); }
+
+Length SetText::height() const {
+  return std::accumulate(lines.begin(), lines.end(), Length{0},
+                         [](Length sum, const TextLine& line) { return sum + line.height; });
+}
+
+SetText setText(const StyledText& text, const LineRule& rule, Shaper& shaper) {
+  return LineSetter(text, rule, shaper).set();
 }
 
 }  // namespace scrivalen::typeset

@@ -22,7 +22,8 @@ struct TextStyle {
   Length rise = 0;  ///< of the baseline
   Rgb color = 0;
   std::optional<Rgb> background = std::nullopt;
-  int link = -1;  ///< an index of StyledText::links
+  int link = -1;      ///< an index of StyledText::links
+  int language = -1;  ///< an index of StyledText::languages
 
   friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
@@ -39,17 +40,21 @@ struct TextAnchor {
   std::string name;
 };
 
-/// The text of a block or cell, as WinAnsi; a line feed is a line break.
+/// The text of a block or cell, as clean UTF-8; a line feed is a line break.
 struct StyledText {
-  std::string bytes;
+  std::string text;
   std::vector<StyledSpan> spans;  ///< the first at 0, if there is a text
   std::vector<std::string> links;
+  std::vector<std::string> languages;  ///< BCP 47
   std::vector<TextAnchor> anchors;
-  std::uint64_t missing = 0;  ///< how many characters are replaced
 
-  bool isEmpty() const { return bytes.empty(); }
-  void add(std::string_view utf8, const TextStyle& style);
-  void clear();
+  bool isEmpty() const { return text.empty(); }
+  void add(std::string_view utf8, const TextStyle& style) {
+    if (!utf8.empty() && (spans.empty() || !(spans.back().style == style))) {
+      spans.push_back({text.size(), style});
+    }
+    text.append(utf8);
+  }
 };
 
 }  // namespace scrivalen::typeset

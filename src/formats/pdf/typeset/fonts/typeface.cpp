@@ -1,0 +1,86 @@
+#include "formats/pdf/typeset/fonts/typeface.h"
+
+#include "formats/pdf/typeset/fonts/font_writer.h"
+#include "formats/pdf/typeset/fonts/win_ansi_text.h"
+#include "text/utf.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace scrivalen::typeset {
+namespace {
+
+constexpr std::size_t kFirstByte = ' ';
+
+}  // namespace
+
+Typeface::Typeface(std::unique_ptr<FontFile> file) : file_(std::move(file)) {
+  for (std::size_t byte = kFirstByte; byte < widths_.size(); ++byte) {
+    const char32_t c = characterOfWinAnsi(static_cast<unsigned char>(byte));
+    glyphs_[byte] = c == 0 ? 0 : file_->glyphOf(c);
+    widths_[byte] = static_cast<std::uint16_t>(std::clamp(file_->advanceOf(glyphs_[byte]), 0, 0xFFFF));
+  }
+}
+
+Code Typeface::codeOf(std::uint32_t glyph, std::string_view text) {
+  key_.assign(reinterpret_cast<const char*>(&glyph), sizeof glyph).append(text);
+  const auto [found, isNew] = codes_.try_emplace(key_, static_cast<std::uint32_t>(entries_.size()));
+  if (isNew) {
+    entries_.push_back({glyph, std::string(text)});
+  }
+  return {static_cast<std::uint16_t>(found->second / kMostCodes),
+          static_cast<std::uint16_t>(found->second % kMostCodes + 1)};
+}
+
+const CharacterCode& Typeface::characterOf(char32_t c) {
+  const std::size_t page = c / kPage;
+  if (page >= pages_.size()) {
+    pages_.resize(page + 1);
+  }
+  if (!pages_[page]) {
+    pages_[page] = std::make_unique<std::array<CharacterCode, kPage>>();
+  }
+  CharacterCode& known = (*pages_[page])[c % kPage];
+  if (!known.isKnown) {
+    const std::uint32_t glyph = file_->glyphOf(c);
+    char text[4];
+    const std::size_t size = putUtf8(c, text);
+    known = {true, glyph == 0, codeOf(glyph, std::string_view(text, size)), file_->advanceOf(glyph)};
+  }
+  return known;
+}
+
+void Typeface::write(PdfFile& file, int name, std::string& resources) const {
+  std::vector<unsigned char> bytes;
+  std::vector<char32_t> characters;
+  for (std::size_t byte = kFirstByte; byte < used_.size(); ++byte) {
+    if (used_[byte] != 0) {
+      bytes.push_back(static_cast<unsigned char>(byte));
+      characters.push_back(characterOfWinAnsi(static_cast<unsigned char>(byte)));
+    }
+  }
+  if (bytes.empty() && entries_.empty()) {
+    return;
+  }
+  std::vector<std::uint32_t> glyphs;
+  for (const Entry& entry : entries_) {
+    glyphs.push_back(entry.glyph);
+  }
+  const FontFile::Subset subset = file_->subsetOf(characters, glyphs);
+  FontWriter writer(file, *file_, subset.file);
+  if (!bytes.empty()) {
+    writer.writeSimple("F" + std::to_string(name), bytes, widths_, resources);
+  }
+  for (std::size_t first = 0; first < entries_.size(); first += kMostCodes) {
+    std::vector<CompositeGlyph> part;
+    for (std::size_t i = first; i < std::min(first + kMostCodes, entries_.size()); ++i) {
+      part.push_back(
+          {subset.glyphs.empty() ? 0 : subset.glyphs[i], file_->advanceOf(entries_[i].glyph), entries_[i].text});
+    }
+    const std::size_t number = first / kMostCodes;
+    writer.writeComposite("G" + std::to_string(name) + (number > 0 ? "." + std::to_string(number) : ""), part,
+                          resources);
+  }
+}
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,292 @@
+#include "formats/pdf/typeset/text/shaper.h"
+
+#include "formats/pdf/typeset/file/syntax.h"
+#include "formats/pdf/typeset/fonts/win_ansi_text.h"
+#include "formats/pdf/typeset/text/glyph_array.h"
+#include "text/utf.h"
+#include "text/windows_1252.h"
+
+#include <algorithm>
+#include <optional>
+#include <span>
+
+namespace scrivalen::typeset {
+namespace {
+
+// Characters that are never drawn, but say how a text is written.
+bool isInvisible(char32_t c) {
+  return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) ||
+         c == 0xFEFF || (c >= 0xFE00 && c <= 0xFE0F);
+}
+
+char32_t firstOf(std::string_view text) {
+  const char* at = text.data();
+  char32_t c = kReplacement;
+  nextUtf8(at, at + text.size(), c);
+  return c;
+}
+
+// The byte of WinAnsi that a text of one character is.
+std::optional<unsigned char> winAnsiOf(std::string_view text) {
+  const char* at = text.data();
+  char32_t c = kReplacement;
+  nextUtf8(at, at + text.size(), c);
+  const auto byte = toWindows1252(c);
+  const bool isWhole = at == text.data() + text.size() && byte && characterOfWinAnsi(*byte) == c;
+  return isWhole ? byte : std::nullopt;
+}
+
+std::string_view twoBytes(std::uint16_t number, char (&bytes)[2]) {
+  bytes[0] = static_cast<char>(static_cast<unsigned char>(number >> 8));
+  bytes[1] = static_cast<char>(static_cast<unsigned char>(number & 0xFF));
+  return {bytes, 2};
+}
+
+// Writes glyphs of composite fonts.
+class CompositeRuns {
+ public:
+  CompositeRuns(Typeface& typeface, FontId font, Length size, std::vector<ShapedRun>& runs)
+      : typeface_(typeface), font_(font), size_(size), runs_(runs) {}
+  CompositeRuns(const CompositeRuns&) = delete;
+  CompositeRuns& operator=(const CompositeRuns&) = delete;
+  ~CompositeRuns() { endRun(); }
+
+  /// @param glyphs  that stand for the text together. If they are several, the text is given beside them (PDF 1.7,
+  ///                14.9.4), because readers put together the texts of glyphs in different ways
+  void add(std::string_view text, std::span<const ShapedGlyph> glyphs) {
+    if (isInvisible(firstOf(text)) && glyphs.size() == 1 && glyphs.front().advance == 0) {
+      return;
+    }
+    const bool isMany = glyphs.size() > 1;
+    for (std::size_t i = 0; i < glyphs.size(); ++i) {
+      const Code code = typeface_.codeOf(glyphs[i].glyph, i == 0 ? text : std::string_view());
+      beginRun({font_, static_cast<std::uint8_t>(code.font + 1)});
+      if (isMany && i == 0) {
+        std::string operators = "/Span<</ActualText";
+        appendText(operators, text);
+        operators += ">>BDC";
+        array_->operators(operators);
+      }
+      draw(glyphs[i], code.number);
+    }
+    if (isMany) {
+      array_->operators(" EMC");
+    }
+  }
+
+ private:
+  void beginRun(FontUse font) {
+    if (array_ && runs_.back().font == font) {
+      return;
+    }
+    endRun();
+    runs_.push_back({font, {}, 0});
+    array_.emplace(runs_.back().content);
+  }
+
+  void endRun() {
+    if (array_) {
+      array_->move(owed_);
+      array_.reset();
+      runs_.back().width = scaled(width_, size_);
+      width_ = owed_ = 0;
+    }
+  }
+
+  void draw(const ShapedGlyph& glyph, std::uint16_t number) {
+    array_->move(owed_ + glyph.x);
+    if (glyph.y != 0) {
+      std::string rise = " ";
+      appendThousandths(rise, scaled(glyph.y, size_) * kUnitsPerPoint);
+      array_->operators(rise + " Ts");
+    }
+    char pair[2];
+    array_->add(twoBytes(number, pair));
+    if (glyph.y != 0) {
+      array_->operators(" 0 Ts");
+    }
+    owed_ = glyph.advance - typeface_.advanceOf(glyph.glyph) - glyph.x;
+    width_ += glyph.advance;
+  }
+
+  Typeface& typeface_;
+  FontId font_;
+  Length size_;
+  std::vector<ShapedRun>& runs_;
+  std::optional<GlyphArray> array_;
+  std::int64_t width_ = 0;
+  std::int64_t owed_ = 0;  // what the glyphs before are wider than their font has them
+};
+
+}  // namespace
+
+const std::vector<ShapedRun>& Shaper::shape(std::string_view text, const ShapeStyle& style) {
+  key_.assign(text);
+  key_ += '\0';
+  key_ += static_cast<char>(style.font);
+  key_ += static_cast<char>((style.isRightToLeft ? 1 : 0) + (style.isKerned ? 2 : 0));
+  key_.append(reinterpret_cast<const char*>(&style.size), sizeof style.size).append(style.language);
+  const auto found = words_.find(key_);
+  if (found != words_.end()) {
+    return found->second;
+  }
+  std::vector<ShapedRun> runs;
+  divide(text, style);
+  for (const Part& part : parts_) {
+    shapePart(text.substr(part.begin, part.end - part.begin), part, style, runs);
+  }
+  if (text.size() > kLongestWord) {
+    long_ = std::move(runs);
+    return long_;
+  }
+  if (words_.size() == kMostWords) {
+    words_.clear();
+  }
+  return words_.emplace(key_, std::move(runs)).first->second;
+}
+
+// Divides a text into parts of one font and script. Marks and signs of all scripts stay with what comes before them, if
+// its font has them.
+void Shaper::divide(std::string_view text, const ShapeStyle& style) {
+  parts_.clear();
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  while (at != end) {
+    const auto begin = static_cast<std::size_t>(at - text.data());
+    char32_t c = kReplacement;
+    nextUtf8(at, end, c);
+    const auto next = static_cast<std::size_t>(at - text.data());
+    const Script script = scriptOf(c);
+    const bool isMarkHere = isMark(c);
+    if (!parts_.empty()) {
+      Part& last = parts_.back();
+      const bool isSameScript = script == kNoScript || script == last.script || last.script == kNoScript;
+      const bool joins = isInvisible(c) || (isMarkHere && !fonts_.at(last.font).characterOf(c).isMissing);
+      bool found = true;
+      if (isSameScript && (joins || fonts_.fontFor(style.font, c, found) == last.font) && found) {
+        last.end = next;
+        last.script = last.script == kNoScript ? script : last.script;
+        last.needsShaping = last.needsShaping || isMarkHere || needsShaping(script);
+        continue;
+      }
+    }
+    bool found = true;
+    const FontId font = isInvisible(c) ? style.font : fonts_.fontFor(style.font, c, found);
+    if (!found) {
+      ++missing_[script];
+    }
+    parts_.push_back({begin, next, font, script, isMarkHere || needsShaping(script)});
+  }
+}
+
+void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
+  if (!part.needsShaping && !style.isKerned) {
+    return setCharacters(text, part.font, style.size, runs);
+  }
+  const std::size_t first = runs.size();
+  fonts_.at(part.font).file().shape({text, part.script, style.isRightToLeft, style.language}, glyphs_);
+  if (style.isRightToLeft || !setSimple(text, part.font, style.size, runs)) {
+    setComposite(text, part.font, style.size, runs);
+  }
+  if (style.isRightToLeft) {
+    std::reverse(runs.begin() + static_cast<std::ptrdiff_t>(first), runs.end());
+  }
+}
+
+// Each character as its usual glyph.
+void Shaper::setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs) {
+  Typeface& typeface = fonts_.at(font);
+  std::string bytes;
+  if (appendWinAnsi(bytes, text) == 0 && typeface.has(bytes)) {
+    typeface.use(bytes);
+    ShapedRun& run = runs.emplace_back();
+    appendString(run.content, bytes);
+    run.font = {font, 0};
+    run.width = typeface.widthOf(bytes, size);
+    return;
+  }
+  bytes.clear();
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  std::int64_t width = 0;
+  FontUse use{font, 0};
+  const auto flush = [&] {
+    if (!bytes.empty()) {
+      ShapedRun& run = runs.emplace_back();
+      run.font = use;
+      appendString(run.content, bytes);
+      run.width = scaled(width, size);
+      bytes.clear();
+      width = 0;
+    }
+  };
+  while (at != end) {
+    char32_t c = kReplacement;
+    nextUtf8(at, end, c);
+    if (isInvisible(c)) {
+      continue;
+    }
+    const CharacterCode& code = typeface.characterOf(c);
+    const FontUse own{font, static_cast<std::uint8_t>(code.code.font + 1)};
+    if (!(own == use)) {
+      flush();
+      use = own;
+    }
+    char pair[2];
+    bytes += twoBytes(code.code.number, pair);
+    width += code.advance;
+  }
+  flush();
+}
+
+// WinAnsi, if each glyph is the usual one of a character that it has.
+bool Shaper::setSimple(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs) {
+  Typeface& typeface = fonts_.at(font);
+  std::string bytes;
+  for (std::size_t i = 0; i < glyphs_.size(); ++i) {
+    const std::size_t begin = glyphs_[i].cluster;
+    const std::size_t end = i + 1 < glyphs_.size() ? glyphs_[i + 1].cluster : text.size();
+    const auto byte = winAnsiOf(text.substr(begin, end - begin));
+    if (!byte || typeface.glyphOfWinAnsi(*byte) != glyphs_[i].glyph || glyphs_[i].glyph == 0 || glyphs_[i].y != 0) {
+      return false;
+    }
+    bytes += static_cast<char>(*byte);
+  }
+  typeface.use(bytes);
+  ShapedRun& run = runs.emplace_back();
+  run.font = {font, 0};
+  GlyphArray array(run.content);
+  std::int64_t width = 0;
+  std::int64_t owed = 0;  // what the glyphs before are wider than the font has them
+  for (std::size_t i = 0; i < glyphs_.size(); ++i) {
+    array.move(owed + glyphs_[i].x);
+    array.add(std::string_view(bytes).substr(i, 1));
+    owed = glyphs_[i].advance - typeface.widthOf(bytes[i]) - glyphs_[i].x;
+    width += glyphs_[i].advance;
+  }
+  array.move(owed);
+  run.width = scaled(width, size);
+  return true;
+}
+
+// Glyphs with the texts that they stand for.
+void Shaper::setComposite(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs) {
+  CompositeRuns composite(fonts_.at(font), font, size, runs);
+  for (std::size_t begin = 0; begin < glyphs_.size();) {
+    const std::size_t cluster = glyphs_[begin].cluster;
+    std::size_t end = begin + 1;
+    while (end < glyphs_.size() && glyphs_[end].cluster == cluster) {
+      ++end;
+    }
+    std::size_t textEnd = text.size();
+    for (const std::size_t beside : {begin - 1, end}) {
+      if (beside < glyphs_.size() && glyphs_[beside].cluster > cluster) {
+        textEnd = std::min<std::size_t>(textEnd, glyphs_[beside].cluster);
+      }
+    }
+    composite.add(text.substr(cluster, textEnd - cluster), std::span(glyphs_).subspan(begin, end - begin));
+    begin = end;
+  }
+}
+
+}  // namespace scrivalen::typeset

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "formats/pdf/typeset/fonts/font_set.h"
+#include "formats/pdf/typeset/length.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <map>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace scrivalen::typeset {
+
+/// A font among the resources of a page: that of a typeface for WinAnsi, or one of its composite ones.
+struct FontUse {
+  FontId typeface = 0;
+  std::uint8_t composite = 0;  ///< 0: the simple one; else the number of the composite one, from 1 on
+
+  friend bool operator==(const FontUse&, const FontUse&) = default;
+};
+
+/// Glyphs of one font, ready to be drawn.
+struct ShapedRun {
+  FontUse font;
+  std::string content;  ///< what the array of the operator TJ has (PDF 1.7, 9.4.3)
+  Length width = 0;
+};
+
+/// A piece of text in one style and direction.
+struct ShapeStyle {
+  FontId font = 0;
+  Length size = 0;
+  bool isRightToLeft = false;
+  bool isKerned = false;           ///< with kerning and ligatures
+  std::string_view language = {};  ///< BCP 47; may be empty
+};
+
+/// Chooses fonts and glyphs for words. Words that come again, within limits, cost a lookup.
+class Shaper {
+ public:
+  /// @param fonts  not owned; must outlive this object
+  explicit Shaper(FontSet& fonts) : fonts_(fonts) {}
+
+  /// @param text  clean UTF-8 without line feeds
+  /// @return the runs in the order of the text, each from left to right; valid until the next call
+  const std::vector<ShapedRun>& shape(std::string_view text, const ShapeStyle& style);
+  /// How many characters of each script no font has.
+  const std::map<Script, std::uint64_t>& missing() const { return missing_; }
+
+ private:
+  struct Part {
+    std::size_t begin;
+    std::size_t end;
+    FontId font;
+    Script script;
+    bool needsShaping;
+  };
+
+  static constexpr std::size_t kMostWords = 8192;
+  static constexpr std::size_t kLongestWord = 64;
+
+  void divide(std::string_view text, const ShapeStyle& style);
+  void shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs);
+  void setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
+  bool setSimple(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
+  void setComposite(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
+
+  FontSet& fonts_;
+  std::unordered_map<std::string, std::vector<ShapedRun>> words_;
+  std::string key_;
+  std::vector<Part> parts_;
+  std::vector<ShapedGlyph> glyphs_;
+  std::vector<ShapedRun> long_;
+  std::map<Script, std::uint64_t> missing_;
+};
+
+}  // namespace scrivalen::typeset
