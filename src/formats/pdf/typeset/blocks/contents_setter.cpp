@@ -8,7 +8,7 @@ namespace scrivalen::typeset {
 namespace {
 
 constexpr Length kIndent = 14 * kPoint;  // of each level
-constexpr Length kLeading = 1350;
+constexpr Length kEntryLeading = 1350;
 constexpr int kMostDigits = 5;  // of a page's number
 constexpr std::string_view kDot = ".";
 
@@ -19,14 +19,14 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   const bool isOuter = level == 1;
   TextStyle own = style;
   own.font = static_cast<FontId>(isOuter ? own.font | fontOf(Family::Serif, true, false) : own.font);
-  entry.links.push_back("#" + std::string(id));
+  entry.links.emplace_back(1, '#').append(id);
   own.link = 0;
   entry.add(text, own);
   const Length numberWidth = scaled(kMostDigits * fonts_.at(own.font).widthOf('0'), own.size);
   const Length left = flow_.left() + kIndent * (level - 1);
   const Length right = flow_.left() + flow_.width();
   const Length width = std::max(right - left - numberWidth, kPoint);
-  const SetText set = setText(entry, {width, kLeading, own}, shaper_);
+  const SetText set = setText(entry, {width, kEntryLeading, own}, shaper_);
   const std::vector<TextLine>& lines = set.lines;
   texts_.setWaiting(lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);
@@ -37,7 +37,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
       const Length baseline = top + line.baseline;
       drawLeader(left + line.width, right - numberWidth, baseline, own);
       const int form = file_.newNumber();
-      const std::string name = "N" + std::to_string(form);
+      const std::string name = std::string(1, 'N').append(std::to_string(form));
       pages_.canvas().form(right, baseline, name);
       pages_.useForm(name, form);
       pages_.link({right - numberWidth, top, numberWidth, line.height}, entry.links.front());

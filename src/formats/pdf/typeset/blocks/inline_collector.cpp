@@ -11,10 +11,10 @@ using document::EventKind;
 using document::Span;
 
 constexpr Rgb kLinkColor = 0x0B4F9E;
-constexpr Rgb kCodeShade = 0xF0F0F0;
+constexpr Rgb kCodeSpanShade = 0xF0F0F0;
 
 // In thousandths of the size around them.
-constexpr int kCodeSize = 900;
+constexpr int kCodeSpanSize = 900;
 constexpr int kSmallSize = 650;
 constexpr int kSuperscriptRise = 350;
 constexpr int kSubscriptDrop = 150;
@@ -70,8 +70,8 @@ void InlineCollector::beginSpan(Span span) {
     case Span::Emphasis: style.font ^= kItalic; break;
     case Span::Code:
       style.font = static_cast<FontId>(fontOf(Family::Mono, false, false) | (style.font & (kBold | kItalic)));
-      style.size = scaled(kCodeSize, style.size);
-      style.background = kCodeShade;
+      style.size = scaled(kCodeSpanSize, style.size);
+      style.background = kCodeSpanShade;
       break;
     case Span::Deleted: style.isDeleted = true; break;
     case Span::Underlined: style.isUnderlined = true; break;

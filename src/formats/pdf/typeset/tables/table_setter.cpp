@@ -10,7 +10,7 @@ constexpr Length kBefore = 8 * kPoint;
 constexpr Length kAfter = 8 * kPoint;
 constexpr Length kRule = kPoint / 2;
 constexpr Length kHeaderRule = kPoint;
-constexpr Rgb kRuleColor = 0xD4D4D4;
+constexpr Rgb kRowRuleColor = 0xD4D4D4;
 constexpr Rgb kHeaderRuleColor = 0x808080;
 
 }  // namespace
@@ -174,7 +174,8 @@ void TableSetter::drawFrame(const SetRow& row, const TablePart& part, Length top
     }
   }
   const Length rule = row.isHeader ? kHeaderRule : kRule;
-  canvas.area(flow_.left(), top + height - rule, part.edges.back(), rule, row.isHeader ? kHeaderRuleColor : kRuleColor);
+  canvas.area(flow_.left(), top + height - rule, part.edges.back(), rule,
+              row.isHeader ? kHeaderRuleColor : kRowRuleColor);
 }
 
 // The rows wait until a page is full. The first page has what the text before the table leaves.
