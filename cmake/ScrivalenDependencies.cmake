@@ -1,6 +1,7 @@
 # The libraries that the library and the command need. They are the system's or, where there are no packages, compiled
-# from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_xlsxwriter to write spreadsheets and scrivalen_zlib
-# to check them; scrivalen_use_command_dependencies defines the libraries that the command needs in addition.
+# from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_xlsxwriter to write spreadsheets, scrivalen_zlib to
+# check them and to compress PDF files, scrivalen_harfbuzz for fonts and scrivalen_fribidi for the order of text;
+# scrivalen_use_command_dependencies defines the libraries that the command needs in addition.
 include_guard(GLOBAL)
 
 # Finds one file by a pattern below SCRIVALEN_SOURCES_DIR.
@@ -22,9 +23,10 @@ function(scrivalen_library_from_source target pattern)
   target_include_directories(${target} SYSTEM INTERFACE "${folder}")
 endfunction()
 
-# Defines a library of the system.
+# scrivalen_library_of_system(TARGET LIBRARY HEADER [FOLDER]): defines a library of the system, whose header may be in a
+# folder of its own.
 function(scrivalen_library_of_system target library header)
-  find_path(${target}_INCLUDE_DIR ${header} REQUIRED)
+  find_path(${target}_INCLUDE_DIR ${header} PATH_SUFFIXES ${ARGN} REQUIRED)
   find_library(${target}_LIBRARY ${library} REQUIRED)
   mark_as_advanced(${target}_INCLUDE_DIR ${target}_LIBRARY)
   add_library(${target} INTERFACE)
@@ -95,7 +97,7 @@ else()
   scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
-# HarfBuzz, with its subsets of fonts.
+# HarfBuzz shapes text and makes subsets of fonts.
 function(scrivalen_harfbuzz_of_system)
   find_path(scrivalen_harfbuzz_INCLUDE_DIR hb-subset.h PATH_SUFFIXES harfbuzz REQUIRED)
   find_library(scrivalen_harfbuzz_LIBRARY harfbuzz REQUIRED)
@@ -106,8 +108,62 @@ function(scrivalen_harfbuzz_of_system)
   target_link_libraries(scrivalen_harfbuzz INTERFACE
     "${scrivalen_harfbuzz_subset_LIBRARY}" "${scrivalen_harfbuzz_LIBRARY}")
 endfunction()
-scrivalen_harfbuzz_of_system()
-scrivalen_library_of_system(scrivalen_fribidi fribidi fribidi/fribidi.h)
+
+# One file is the whole library. Here it reads no files, no environment and no locale: it gets fonts as bytes. It takes a
+# minute to compile, so it has no debug information, which would take longer.
+function(scrivalen_harfbuzz_from_source)
+  scrivalen_find_source(source "harfbuzz-*/src/harfbuzz-subset.cc")
+  get_filename_component(folder "${source}" DIRECTORY)
+  add_library(scrivalen_harfbuzz STATIC "${source}")
+  target_compile_features(scrivalen_harfbuzz PRIVATE cxx_std_11)
+  set_target_properties(scrivalen_harfbuzz PROPERTIES
+    CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
+  target_compile_definitions(scrivalen_harfbuzz PRIVATE
+    HB_DISABLE_DEPRECATED HB_NO_GETENV HB_NO_MMAP HB_NO_OPEN HB_NO_SETLOCALE)
+  if(MSVC)
+    target_compile_options(scrivalen_harfbuzz PRIVATE /bigobj)
+  else()
+    target_compile_options(scrivalen_harfbuzz PRIVATE -O2 -g0 -w -fno-exceptions -fno-rtti -fno-threadsafe-statics)
+  endif()
+  target_include_directories(scrivalen_harfbuzz SYSTEM INTERFACE "${folder}")
+endfunction()
+
+# Compiles FriBidi with the tables that its source package has ready.
+function(scrivalen_fribidi_from_source)
+  scrivalen_find_source(source "fribidi-*/lib/fribidi.c")
+  get_filename_component(folder "${source}" DIRECTORY)
+  string(REGEX MATCH "fribidi-(([0-9]+)\\.([0-9]+)\\.([0-9]+))" PACKAGE_NAME "${folder}")
+  set(PACKAGE fribidi)
+  set(FRIBIDI_VERSION "${CMAKE_MATCH_1}")
+  set(FRIBIDI_MAJOR_VERSION "${CMAKE_MATCH_2}")
+  set(FRIBIDI_MINOR_VERSION "${CMAKE_MATCH_3}")
+  set(FRIBIDI_MICRO_VERSION "${CMAKE_MATCH_4}")
+  set(FRIBIDI_INTERFACE_VERSION 4)
+  set(SIZEOF_INT 4)
+  set(config_folder "${CMAKE_CURRENT_BINARY_DIR}/fribidi")
+  configure_file("${folder}/fribidi-config.h.in" "${config_folder}/fribidi-config.h" @ONLY)
+
+  file(GLOB sources "${folder}/*.c")
+  add_library(scrivalen_fribidi STATIC ${sources})
+  set_target_properties(scrivalen_fribidi PROPERTIES
+    C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
+  # FriBidi 1.0.9 and later have the second name for the first one.
+  target_compile_definitions(scrivalen_fribidi
+    PUBLIC FRIBIDI_STATIC FRIBIDI_LIB_STATIC
+    PRIVATE HAVE_MEMORY_H HAVE_STDLIB_H HAVE_STRING_H HAVE_STRINGIZE STDC_HEADERS)
+  if(NOT MSVC)
+    target_compile_options(scrivalen_fribidi PRIVATE -w)
+  endif()
+  target_include_directories(scrivalen_fribidi SYSTEM PUBLIC "${folder}" "${config_folder}")
+endfunction()
+
+if(SCRIVALEN_SOURCES_DIR)
+  scrivalen_harfbuzz_from_source()
+  scrivalen_fribidi_from_source()
+else()
+  scrivalen_harfbuzz_of_system()
+  scrivalen_library_of_system(scrivalen_fribidi fribidi fribidi.h fribidi)
+endif()
 
 # scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the
 # options.

@@ -1,6 +1,6 @@
 # Installs the library, the command and the files that locate them.
 #
-# The library looks for its templates and its help compiler beside its own file, with links resolved. On Linux it
+# The library looks for its templates, fonts and help compiler beside its own file, with links resolved. On Linux it
 # therefore has a folder of its own, and the library folder holds the versioned links that loaders and linkers find. A
 # static library looks beside the program that it is linked into.
 include(CMakePackageConfigHelpers)
@@ -26,6 +26,7 @@ if(TARGET scrivalen_import_library)
 endif()
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/tmpl" DESTINATION "${home_dir}" COMPONENT Runtime
   FILES_MATCHING PATTERN "*.htm")
+install(DIRECTORY "${scrivalen_fonts_folder}" DESTINATION "${home_dir}" COMPONENT Runtime)
 
 if(BUILD_SHARED_LIBS AND NOT WIN32)
   set(links_dir "${PROJECT_BINARY_DIR}/links")
@@ -117,8 +118,8 @@ install(FILES
 install(DIRECTORY "${PROJECT_SOURCE_DIR}/docs" "${PROJECT_SOURCE_DIR}/examples"
   DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Development)
 
-# The Windows command contains libcsv, so its licence is installed too.
-if(WIN32 AND TARGET scrivalen_command)
-  file(GLOB licence "${SCRIVALEN_SOURCES_DIR}/libcsv-*/COPYING.LESSER")
-  install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Command RENAME LGPL-2.1.txt)
+# The Windows library contains FriBidi and the command libcsv, so their licence is installed too.
+if(WIN32)
+  file(GLOB licence "${SCRIVALEN_SOURCES_DIR}/fribidi-*/COPYING")
+  install(FILES ${licence} DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT Runtime RENAME LGPL-2.1.txt)
 endif()

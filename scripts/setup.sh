@@ -49,8 +49,9 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libyaml-dev libcsv-dev libcli11-dev libxlsxwriter-dev zlib1g-dev libgtest-dev \
-    libbenchmark-dev libhpdf-dev
+  need_packages libmd4c-dev libyaml-dev libcsv-dev libcli11-dev libxlsxwriter-dev libharfbuzz-dev libfribidi-dev \
+    zlib1g-dev libgtest-dev libbenchmark-dev libhpdf-dev
+  need_packages fonts-liberation2 fonts-dejavu-core fonts-dejavu-extra
   need_command chmcmd fp-utils
 }
 
@@ -91,7 +92,7 @@ need_test() {
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
   need_packages python3-setuptools python3-wheel python3-venv
-  need_packages binutils time
+  need_packages binutils time unicode-data
   need_command ccache ccache
 }
 
@@ -209,7 +210,7 @@ case "$1" in
     need_build
     need_test
     install_missing
-    fetch_sources md4c libcsv libyaml libxlsxwriter
+    fetch_sources md4c libcsv libyaml libxlsxwriter harfbuzz fribidi
     fetch_documents gdal-data golang-github-gomarkdown-markdown-dev libjs-bootstrap4 librust-bat-dev librust-regex-dev \
       node-marked python3-arabic-reshaper r-cran-data.table ruby-grape ruby-sinatra
     install_node_modules

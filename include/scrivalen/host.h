@@ -40,8 +40,8 @@ SCRIVALEN_API void SetClockHandler(ClockHandler handler);
 /// @param handler  null: operations are never stopped
 SCRIVALEN_API void SetStopHandler(StopHandler handler);
 
-/// Sets the folder that contains `tmpl`, with the templates, and `hhc`, with the help compiler. A program that links
-/// the static library must call it unless both are beside the program.
+/// Sets the folder that contains `tmpl`, with the templates, `fonts`, with the fonts of PDF documents, and `hhc`, with
+/// the help compiler. A program that links the static library must call it unless they are beside the program.
 /// @param folder  a path, with or without a trailing separator; copied. Null or empty restores the default: the folder
 ///                of the library's own file, or of the program when the library is linked statically
 SCRIVALEN_API void SetDataFolder(const wchar_t* folder);

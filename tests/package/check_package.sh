@@ -114,7 +114,9 @@ case "$system" in
   linux)
     version="$(sed -n 's/^#define SCRIVALEN_VERSION "\(.*\)"$/\1/p' "$prefix/include/scrivalen/version.h")"
     expect_in Runtime "lib/libscrivalen.so.${version%%.*}" "lib/scrivalen/libscrivalen.so.$version" \
-      lib/scrivalen/tmpl/default.htm lib/scrivalen/hhc/hhc.exe share/doc/scrivalen/LICENSE
+      lib/scrivalen/tmpl/default.htm lib/scrivalen/fonts/LiberationSans-Bold.ttf lib/scrivalen/fonts/DejaVuSans-Oblique.ttf \
+      lib/scrivalen/fonts/LICENSE-DejaVu.txt lib/scrivalen/fonts/LICENSE-Liberation.txt lib/scrivalen/hhc/hhc.exe \
+      share/doc/scrivalen/LICENSE
     expect_in Development lib/libscrivalen.so include/scrivalen/report.h include/scrivalen/document.h \
       include/scrivalen/document.hpp include/scrivalen/version.h lib/cmake/scrivalen/scrivalenConfig.cmake lib/pkgconfig/scrivalen.pc
     expect_link libscrivalen.so "libscrivalen.so.${version%%.*}"
@@ -133,7 +135,9 @@ case "$system" in
     ;;
   windows)
     expect_file bin/tmpl/default.htm
-    expect_in Runtime bin/Scrivalen.dll bin/tmpl/default.htm share/doc/scrivalen/LICENSE
+    expect_in Runtime bin/Scrivalen.dll bin/tmpl/default.htm bin/fonts/LiberationSans-Bold.ttf \
+      bin/fonts/DejaVuSans-Oblique.ttf bin/fonts/LICENSE-DejaVu.txt bin/fonts/LICENSE-Liberation.txt \
+      share/doc/scrivalen/LICENSE share/doc/scrivalen/LGPL-2.1.txt
     expect_in Development lib/libScrivalen.dll.a lib/Scrivalen.def lib/Scrivalen.lib \
       include/scrivalen/report.h include/scrivalen/document.h include/scrivalen/document.hpp \
       include/scrivalen/version.h lib/cmake/scrivalen/scrivalenConfig.cmake
@@ -141,7 +145,6 @@ case "$system" in
     build_with_cmake
     # The library is found on the search path, so the templates are not beside the program by chance.
     run_consumer env WINEPATH="$(winepath -w "$prefix/bin")" wine "$work/consumer/consumer.exe"
-    [ ! -e "$prefix/bin/scrivalen.exe" ] || expect_file share/doc/scrivalen/LGPL-2.1.txt
     run_command "$prefix/bin/scrivalen.exe" wine "$prefix/bin/scrivalen.exe"
     ;;
   *)

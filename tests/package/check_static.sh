@@ -51,10 +51,10 @@ expect_only_in() {
   expect_in "$1" "$2"
 }
 
-# The program finds its templates beside itself.
+# The program finds its templates and fonts beside itself.
 run_consumer() {
   local program=$1
-  cp -r "$prefix/bin/tmpl" "$(dirname "$program")/"
+  cp -r "$prefix/bin/tmpl" "$prefix/bin/fonts" "$(dirname "$program")/"
   mkdir -p "$work/run"
   (cd "$work/run" && rm -f -- * && "$program") || fail "failed: $program"
 }
@@ -65,6 +65,7 @@ configure -S "$sources" -B "$work/build" -D BUILD_SHARED_LIBS=OFF -D CMAKE_UNITY
   -D CMAKE_INSTALL_INCLUDEDIR="$prefix/include"
 quietly "$cmake" --build "$work/build"
 expect_only_in Runtime bin/tmpl/default.htm
+expect_only_in Runtime bin/fonts/LiberationSerif-Regular.ttf
 expect_only_in Development lib/libscrivalen.a
 expect_only_in Development include/scrivalen/report.h
 expect_only_in Development lib/cmake/scrivalen/scrivalenConfig.cmake

@@ -44,12 +44,16 @@ import os, scrivalen
 home = os.path.join(os.path.dirname(scrivalen.__file__), "lib")
 assert os.sep + "venv" + os.sep in home, home
 assert os.path.isfile(os.path.join(home, "tmpl", "default.htm")), os.listdir(home)
+assert os.path.isfile(os.path.join(home, "fonts", "LiberationSerif-Regular.ttf")), os.listdir(home)
 assert os.access(os.path.join(home, "hhc", "hhc.exe"), os.X_OK), os.listdir(home)
 assert os.path.isfile(os.path.join(os.path.dirname(home), "py.typed"))
 with scrivalen.Document("page.html", template=os.path.join(home, "tmpl", "default.htm")) as doc:
     doc.paragraph("in a template")
 with scrivalen.Document("help.chm") as doc:
     doc.heading(1, "Help")
+with scrivalen.Document("fonts.pdf") as doc:
+    doc.paragraph("in a font of the package")
 END
 [ "$(head -c 4 "$work/run/help.chm")" = ITSF ] || fail "the help compiler made no help"
+[ "$(head -c 8 "$work/run/fonts.pdf")" = %PDF-1.7 ] || fail "there is no PDF document with the package's fonts"
 grep -q '<main' "$work/run/page.html" || fail "the page is not made from its template"

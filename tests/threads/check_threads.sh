@@ -20,10 +20,10 @@ quietly() {
   }
 }
 
-# A data folder with the templates and a help compiler, which here only concatenates the pages.
+# A data folder with the templates, the fonts and a help compiler, which here only concatenates the pages.
 make_data_folder() {
   mkdir -p "$1/hhc"
-  cp -r "$sources/tmpl" "$1/"
+  cp -r "$sources/tmpl" "$work/build/scrivalen/fonts" "$1/"
   printf '#!/bin/sh\ncd "$(dirname "$1")" && cat ./*.htm >report.chm\n' >"$1/hhc/hhc.exe"
   chmod +x "$1/hhc/hhc.exe"
 }

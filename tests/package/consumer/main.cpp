@@ -106,6 +106,16 @@ void checkDocument() {
   expect(contains(text, "# Prices") && contains(text, "Tea"), "the document has its heading and its table");
 }
 
+// Without its fonts the library writes no such document.
+void checkFonts() {
+  const std::filesystem::path path = "consumer.pdf";
+  scrivalen::Document document;
+  document.addFile(path);
+  document.paragraph("Prices");
+  document.close();
+  expect(contentOf("consumer.pdf").rfind("%PDF-1.7", 0) == 0, "the fonts are beside the library");
+}
+
 void checkTemplates() {
   MultiReport report;
   std::wstring path;
@@ -123,6 +133,7 @@ int main() {
   writeReports();
   checkReports();
   checkDocument();
+  checkFonts();
   checkTemplates();
   checkVersion();
   std::cout << "consumer: " << (failures == 0 ? "all is well" : "something is wrong") << '\n';

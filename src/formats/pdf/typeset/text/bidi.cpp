@@ -2,7 +2,7 @@
 
 #include "text/utf.h"
 
-#include <fribidi/fribidi.h>
+#include <fribidi.h>
 
 #include <algorithm>
 #include <new>
