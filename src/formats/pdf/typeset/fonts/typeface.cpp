@@ -1,5 +1,6 @@
 #include "formats/pdf/typeset/fonts/typeface.h"
 
+#include "formats/pdf/typeset/file/syntax.h"
 #include "formats/pdf/typeset/fonts/font_writer.h"
 #include "formats/pdf/typeset/fonts/win_ansi_text.h"
 #include "text/utf.h"
@@ -69,7 +70,9 @@ void Typeface::write(PdfFile& file, int name, std::string& resources) const {
   const FontFile::Subset subset = file_->subsetOf(characters, glyphs);
   FontWriter writer(file, *file_, subset.file);
   if (!bytes.empty()) {
-    writer.writeSimple("F" + std::to_string(name), bytes, widths_, resources);
+    std::string simple = "F";
+    appendInteger(simple, name);
+    writer.writeSimple(simple, bytes, widths_, resources);
   }
   for (std::size_t first = 0; first < entries_.size(); first += kMostCodes) {
     std::vector<CompositeGlyph> part;
@@ -77,9 +80,13 @@ void Typeface::write(PdfFile& file, int name, std::string& resources) const {
       part.push_back(
           {subset.glyphs.empty() ? 0 : subset.glyphs[i], file_->advanceOf(entries_[i].glyph), entries_[i].text});
     }
-    const std::size_t number = first / kMostCodes;
-    writer.writeComposite("G" + std::to_string(name) + (number > 0 ? "." + std::to_string(number) : ""), part,
-                          resources);
+    std::string composite = "G";
+    appendInteger(composite, name);
+    if (first > 0) {
+      composite += '.';
+      appendInteger(composite, static_cast<std::int64_t>(first / kMostCodes));
+    }
+    writer.writeComposite(composite, part, resources);
   }
 }
 
