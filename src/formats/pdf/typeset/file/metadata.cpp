@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kProducer = "Scrivalen";
 
-void appendEscaped(std::string& out, std::string_view text) {
+void appendMarkup(std::string& out, std::string_view text) {
   for (const char c : text) {
     switch (c) {
       case '<': out += "&lt;"; break;
@@ -47,7 +47,7 @@ std::string isoTime(std::int64_t time) {
 void append(std::string& out, std::string_view begin, std::string_view text, std::string_view end) {
   if (!text.empty()) {
     out.append(begin);
-    appendEscaped(out, text);
+    appendMarkup(out, text);
     out.append(end).append("\n");
   }
 }

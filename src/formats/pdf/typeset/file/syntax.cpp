@@ -10,7 +10,7 @@
 namespace scrivalen::typeset {
 namespace {
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+constexpr std::string_view kNameDigits = "0123456789ABCDEF";
 constexpr std::string_view kDelimiters = "()<>[]{}/%#";
 
 void appendEscaped(std::string& out, unsigned char byte) {
@@ -97,8 +97,8 @@ void appendName(std::string& out, std::string_view name) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte <= ' ' || byte > '~' || kDelimiters.find(c) != kDelimiters.npos) {
       out += '#';
-      out += kHexDigits[byte >> 4];
-      out += kHexDigits[byte & 0xF];
+      out += kNameDigits[byte >> 4];
+      out += kNameDigits[byte & 0xF];
     } else {
       out += c;
     }

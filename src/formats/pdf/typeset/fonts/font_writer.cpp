@@ -14,7 +14,7 @@ constexpr int kTagLength = 6;
 // PDF 1.7, 9.8.2
 constexpr int kFixedPitch = 1;
 constexpr int kNonsymbolic = 32;
-constexpr int kItalic = 64;
+constexpr int kItalicFlag = 64;
 
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
@@ -76,7 +76,8 @@ void FontWriter::writeDescriptor() {
   const FontMeasures& m = font_.measures();
   std::string object = "<</Type/FontDescriptor/FontName";
   appendName(object, fontName_);
-  appendKey(object, "/Flags ", kNonsymbolic | (m.isFixedPitch ? kFixedPitch : 0) | (m.italicAngle != 0 ? kItalic : 0));
+  appendKey(object, "/Flags ",
+            kNonsymbolic | (m.isFixedPitch ? kFixedPitch : 0) | (m.italicAngle != 0 ? kItalicFlag : 0));
   appendKey(object, "/FontBBox[", m.left);
   appendKey(object, " ", m.bottom);
   appendKey(object, " ", m.right);
