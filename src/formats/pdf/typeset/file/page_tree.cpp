@@ -67,7 +67,11 @@ int PageTree::finish() {
       close(level);
     }
   }
-  const Node& root = nodeFor(level);
+  // The root may be full, so this is not the node for another kid.
+  Node& root = nodes_[level];
+  if (root.number == 0) {
+    root.number = file_.newNumber();
+  }
   writeNode(root, 0);
   return root.number;
 }
