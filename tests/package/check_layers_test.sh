@@ -32,6 +32,7 @@ write_tree() {
   put src/formats/pdf/fonts/fonts.h '"formats/pdf/objects/file.h"'
   put src/formats/pdf/layout/document.cpp '"scrivalen/pdf_doc.h"'
   put src/formats/rtf/document/tables/table_writer.cpp '"formats/rtf/document/escape.h"'
+  put src/formats/pdf/typeset/pages/canvas.cpp '"formats/pdf/typeset/file/syntax.h"'
   put src/formats/multi_report.cpp '"formats/rtf/rtf_report.h"'
   put include/scrivalen/report.h '<scrivalen/export.h>'
   put include/scrivalen/multi_report.h '<scrivalen/report.h>'
@@ -77,6 +78,8 @@ expect_found src/formats/markup/xml_writer.cpp '"formats/markup/html/html_links.
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/layout/pages.h"' "another format"
 expect_found src/formats/pdf/objects/page.cpp '"formats/pdf/fonts/fonts.h"' "another format"
 expect_found src/formats/pdf/fonts/fonts.cpp '"formats/pdf/layout/pages.h"' "another format"
+expect_found src/formats/pdf/typeset/pages/canvas.cpp '"formats/pdf/objects/page.h"' "another format"
+expect_found src/formats/pdf/layout/pages.cpp '"formats/pdf/typeset/pages/canvas.h"' "another format"
 expect_found src/formats/text/text_report.cpp '"scrivalen/multi_report.h"' "above"
 expect_found src/text/utf.h '"platform/utf.h"' "no layer"
 expect_found src/platform/utf.h '"text/utf.h"' "no layer"

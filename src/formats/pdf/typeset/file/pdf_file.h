@@ -1,6 +1,6 @@
 #pragma once
 
-#include "output/deflate.h"
+#include "output/compression/deflate.h"
 #include "output/output_buffer.h"
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-#include "output/deflate.h"
+#include "output/compression/deflate.h"
 
 #include <zlib.h>
 
