@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -18,6 +19,39 @@ class Deflater {
 
   /// Appends the compressed text to @p out.
   void compress(std::string_view text, std::string& out);
+
+  /// Begins a text that comes in parts.
+  void begin();
+  /// Appends what is ready of the compressed text to @p out. Each call costs time, so parts should be of some
+  /// kilobytes.
+  void add(std::string_view part, std::string& out);
+  /// Appends what is left.
+  void end(std::string& out);
+
+ private:
+  struct State;
+
+  void run(std::string_view part, bool isLast, std::string& out);
+
+  std::unique_ptr<State> state_;
+};
+
+/// Decompresses one text in the zlib format.
+class Inflater {
+ public:
+  /// @param compressed  not owned; bytes after the end of the text are ignored
+  explicit Inflater(std::string_view compressed);
+  Inflater(const Inflater&) = delete;
+  Inflater& operator=(const Inflater&) = delete;
+  ~Inflater();
+
+  /// Stores the next bytes of the text.
+  /// @return their number: fewer than @p size only at the end of the text or where it is broken or cut off
+  std::size_t read(char* out, std::size_t size);
+  /// Whether the text was read to its end, and its checksum is right.
+  bool isAtEnd() const;
+  /// How many compressed bytes have been used.
+  std::size_t used() const;
 
  private:
   struct State;

@@ -87,3 +87,26 @@ TEST(Deflater, IsSmallerAtAHigherLevel) {
   const std::string text = lines(10'000);
   EXPECT_LT(compressed(small, text).size(), compressed(fast, text).size());
 }
+
+TEST(Deflater, TakesATextInPartsOfAnySize) {
+  Deflater deflater(6);
+  const std::string text = noise(150'000) + lines(30'000);
+  for (const std::size_t step : {std::size_t{1000}, std::size_t{65'536}, text.size()}) {
+    std::string out = "before";
+    deflater.begin();
+    for (std::size_t at = 0; at < text.size(); at += step) {
+      deflater.add(std::string_view(text).substr(at, step), out);
+    }
+    deflater.end(out);
+    EXPECT_EQ(out.substr(0, 6), "before");
+    EXPECT_TRUE(inflated(out.substr(6)) == text);
+  }
+}
+
+TEST(Deflater, TakesATextWithoutParts) {
+  Deflater deflater(6);
+  std::string out;
+  deflater.begin();
+  deflater.end(out);
+  EXPECT_EQ(inflated(out), "");
+}
