@@ -9,14 +9,6 @@ namespace {
 
 const Bytef* bytesOf(std::string_view text) { return reinterpret_cast<const Bytef*>(text.data()); }
 
-std::string deflated(std::string_view bytes) {
-  uLongf size = compressBound(static_cast<uLong>(bytes.size()));
-  std::string result(size, '\0');
-  compress(reinterpret_cast<Bytef*>(result.data()), &size, bytesOf(bytes), static_cast<uLong>(bytes.size()));
-  result.resize(size);
-  return result;
-}
-
 // A table whose only code, the bit 0, means the value 0.
 std::string huffmanTable(char classAndId) {
   std::string table(1, classAndId);
@@ -32,6 +24,14 @@ std::string bigEndian(std::uint32_t number, int bytes) {
   for (int shift = 8 * (bytes - 1); shift >= 0; shift -= 8) {
     result += static_cast<char>(static_cast<unsigned char>(number >> shift));
   }
+  return result;
+}
+
+std::string deflated(std::string_view bytes) {
+  uLongf size = compressBound(static_cast<uLong>(bytes.size()));
+  std::string result(size, '\0');
+  compress(reinterpret_cast<Bytef*>(result.data()), &size, bytesOf(bytes), static_cast<uLong>(bytes.size()));
+  result.resize(size);
   return result;
 }
 

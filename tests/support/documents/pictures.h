@@ -9,6 +9,9 @@ namespace scrivalen::test {
 /// A number with its most significant byte first, as PNG and JPEG have it.
 std::string bigEndian(std::uint32_t number, int bytes);
 
+/// Bytes in the zlib format.
+std::string deflated(std::string_view bytes);
+
 /// A PNG chunk, with its length and checksum.
 std::string pngChunk(std::string_view type, std::string_view data);
 /// A grey PNG that every reader shows.

@@ -1,0 +1,65 @@
+#include "formats/pdf/typeset/pictures/picture_writer.h"
+
+#include "formats/pdf/typeset/file/syntax.h"
+#include "formats/pdf/typeset/pictures/image_data.h"
+#include "formats/pdf/typeset/pictures/jpeg_data.h"
+#include "formats/pdf/typeset/pictures/png_data.h"
+
+#include <utility>
+
+namespace scrivalen::typeset {
+
+using document::Picture;
+
+std::optional<int> PictureWriter::write(const Picture& picture, std::string& reason) {
+  Kept kept;
+  if (const auto found = byBytes_.find(picture.bytes()); found != byBytes_.end()) {
+    kept_.splice(kept_.begin(), kept_, found->second);
+    kept = kept_.front();
+  } else {
+    kept = writeNew(picture);
+    keep(kept);
+  }
+  if (kept.number == 0) {
+    reason = "The picture ";
+    reason.append(kept.wrong) += '.';
+    return std::nullopt;
+  }
+  return kept.number;
+}
+
+PictureWriter::Kept PictureWriter::writeNew(const Picture& picture) {
+  PictureData data;
+  const bool isJpeg = picture.format() == Picture::Format::Jpeg;
+  const std::string_view wrong = isJpeg ? encodeJpeg(picture.bytes(), data) : encodePng(picture.bytes(), data);
+  if (!wrong.empty()) {
+    return {picture.shared_from_this(), 0, wrong};
+  }
+  if (data.mask) {
+    const int mask = file_.newNumber();
+    file_.writeEncodedStream(mask, data.mask->entries, data.mask->bytes());
+    data.colors.entries += "/SMask ";
+    appendReference(data.colors.entries, mask);
+  }
+  const int number = file_.newNumber();
+  file_.writeEncodedStream(number, data.colors.entries, data.colors.bytes());
+  return {picture.shared_from_this(), number, {}};
+}
+
+void PictureWriter::keep(Kept kept) {
+  const std::size_t size = kept.picture->bytes().size();
+  if (size > kMostBytes) {
+    return;
+  }
+  while (keptBytes_ + size > kMostBytes) {
+    const std::string_view oldest = kept_.back().picture->bytes();
+    keptBytes_ -= oldest.size();
+    byBytes_.erase(oldest);
+    kept_.pop_back();
+  }
+  kept_.push_front(std::move(kept));
+  keptBytes_ += size;
+  byBytes_.emplace(kept_.front().picture->bytes(), kept_.begin());
+}
+
+}  // namespace scrivalen::typeset
