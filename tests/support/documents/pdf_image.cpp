@@ -85,16 +85,16 @@ std::vector<unsigned> samplesOf(std::string_view bytes, const PdfImage& image, s
   return samples;
 }
 
-bool decode(PdfImage& image) {
+bool decode(PdfImage& image, std::string_view keys) {
   const std::size_t bits = static_cast<std::size_t>(image.components * image.depth);
   const std::size_t rowSize = (image.width * bits + 7) / 8;
-  const bool isPredicted = has(image.entries, "/Predictor 15/");
+  const bool isPredicted = has(keys, "/Predictor 15/");
   auto bytes = inflated(image.stream, (rowSize + (isPredicted ? 1 : 0)) * image.height);
   if (!bytes) {
     return false;
   }
   if (isPredicted) {
-    const std::string_view parameters = image.entries.substr(image.entries.find("/DecodeParms"));
+    const std::string_view parameters = keys.substr(keys.find("/DecodeParms"));
     const bool fits = numberAfter(parameters, "/Columns ") == image.width &&
                       numberAfter(parameters, "/Colors ") == static_cast<std::uint32_t>(image.components) &&
                       numberAfter(parameters, "/BitsPerComponent ") == static_cast<std::uint32_t>(image.depth);
@@ -106,31 +106,55 @@ bool decode(PdfImage& image) {
   return true;
 }
 
+// Where a dictionary ends before its stream, with its keys and values but for the contents of strings.
+struct Dictionary {
+  std::size_t size;
+  std::string keys;
+};
+
+std::optional<Dictionary> dictionaryAt(std::string_view pdf, std::size_t begin) {
+  Dictionary dictionary;
+  bool isInString = false;
+  for (std::size_t at = begin; at < pdf.size(); ++at) {
+    if (isInString) {
+      isInString = pdf[at] != ')';
+      at += pdf[at] == '\\' ? 1 : 0;
+      continue;
+    }
+    if (pdf.substr(at).starts_with(">>stream\n")) {
+      dictionary.size = at - begin;
+      return dictionary;
+    }
+    isInString = pdf[at] == '(';
+    dictionary.keys += pdf[at];
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 std::optional<PdfImage> readPdfImage(std::string_view pdf, int number) {
   const std::string head = "\n" + std::to_string(number) + " 0 obj\n<<";
   const std::size_t begin = pdf.find(head);
-  const std::size_t stream = begin == pdf.npos ? pdf.npos : pdf.find(">>stream\n", begin);
-  if (stream == pdf.npos) {
+  const auto dictionary = begin == pdf.npos ? std::nullopt : dictionaryAt(pdf, begin + head.size());
+  if (!dictionary || !has(dictionary->keys, "/Length ")) {
     return std::nullopt;
   }
+  constexpr std::size_t kBeforeStream = 9;
+  const std::string_view keys = dictionary->keys;
   PdfImage image;
-  image.entries = pdf.substr(begin + head.size(), stream - begin - head.size());
-  const std::size_t length = image.entries.rfind("/Length ");
-  if (length == image.entries.npos) {
+  image.entries = pdf.substr(begin + head.size(), dictionary->size);
+  const std::size_t stream = begin + head.size() + dictionary->size + kBeforeStream;
+  image.stream = pdf.substr(stream, numberAfter(keys, "/Length "));
+  if (!pdf.substr(stream + image.stream.size()).starts_with("\nendstream\nendobj\n")) {
     return std::nullopt;
   }
-  image.stream = pdf.substr(stream + 9, numberAfter(image.entries.substr(length), "/Length "));
-  if (!pdf.substr(stream + 9 + image.stream.size()).starts_with("\nendstream\nendobj\n")) {
-    return std::nullopt;
-  }
-  image.width = numberAfter(image.entries, "/Width ");
-  image.height = numberAfter(image.entries, "/Height ");
-  image.depth = static_cast<int>(numberAfter(image.entries, "/BitsPerComponent "));
-  image.components = has(image.entries, "/ColorSpace/DeviceRGB/") ? 3 : has(image.entries, "/DeviceCMYK/") ? 4 : 1;
-  image.mask = static_cast<int>(numberAfter(image.entries, "/SMask "));
-  if (has(image.entries, "/Filter/FlateDecode") && !decode(image)) {
+  image.width = numberAfter(keys, "/Width ");
+  image.height = numberAfter(keys, "/Height ");
+  image.depth = static_cast<int>(numberAfter(keys, "/BitsPerComponent "));
+  image.components = has(keys, "/ColorSpace/DeviceRGB/") ? 3 : has(keys, "/DeviceCMYK/") ? 4 : 1;
+  image.mask = static_cast<int>(numberAfter(keys, "/SMask "));
+  if (has(keys, "/Filter/FlateDecode") && !decode(image, keys)) {
     return std::nullopt;
   }
   return image;
