@@ -73,8 +73,8 @@ Colors colorsOf(std::string_view jpeg) {
   return colors;
 }
 
-// PDF takes three components for luminance and differences of colour unless told by a marker or an entry (PDF 1.7,
-// table 13). Decoders of JPEG know two more signs of RGB.
+// Readers of PDF take three components for YCbCr unless a marker or an entry says otherwise (PDF 1.7, table 13).
+// Decoders of JPEG also recognise RGB by the components' names, but never in a file with JFIF's marker.
 bool isRgb(const Colors& colors) {
   if (colors.components != 3 || colors.isJfif) {
     return false;
@@ -106,7 +106,7 @@ std::string_view encodeJpeg(std::string_view jpeg, PictureData& data) {
   if (isRgb(colors)) {
     entries += "/DecodeParms<</ColorTransform 0>>";
   }
-  // Programs that write this marker store the amount of paper's white in place of that of ink.
+  // Programs that write this marker store CMYK inverted.
   if (colors.components == 4 && colors.adobeTransform) {
     entries += "/Decode[1 0 1 0 1 0 1 0]";
   }

@@ -43,14 +43,14 @@ TEST(JpegInPdf, HasTheColorsOfItsComponents) {
   EXPECT_EQ(entriesOf(jpegOf("\1\2\3\4")), std::string(kSize) + "/ColorSpace/DeviceCMYK" + kRest);
 }
 
-TEST(JpegInPdf, IsInvertedWhereAMarkerTellsOfInk) {
+TEST(JpegInPdf, IsInvertedWhereItIsCmykWithAdobesMarker) {
   const std::string expected = std::string(kSize) + "/ColorSpace/DeviceCMYK" + kRest + "/Decode[1 0 1 0 1 0 1 0]";
   EXPECT_EQ(entriesOf(jpegOf("\1\2\3\4", adobe('\0'))), expected);
   EXPECT_EQ(entriesOf(jpegOf("\1\2\3\4", adobe('\2'))), expected);
   EXPECT_EQ(entriesOf(jpegOf("\1", adobe('\0'))), std::string(kSize) + "/ColorSpace/DeviceGray" + kRest);
 }
 
-TEST(JpegInPdf, IsRgbWhereAMarkerOrTheComponentsNamesSaySo) {
+TEST(JpegInPdf, IsRgbWhereAMarkerOrTheNamesOfComponentsSaySo) {
   const std::string jfif = jpegSegment(0xE0, std::string("JFIF\0\1\2\0\0\1\0\1\0\0", 14));
   const std::string usual = std::string(kSize) + "/ColorSpace/DeviceRGB" + kRest;
   const std::string rgb = usual + "/DecodeParms<</ColorTransform 0>>";
