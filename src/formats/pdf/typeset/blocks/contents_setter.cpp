@@ -26,7 +26,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   const Length left = flow_.left() + kIndent * (level - 1);
   const Length right = flow_.left() + flow_.width();
   const Length width = std::max(right - left - numberWidth, kPoint);
-  const SetText set = setText(entry, {width, kEntryLeading, own}, shaper_);
+  const SetText set = setText(entry, {.width = width, .leading = kEntryLeading, .usual = own}, shaper_);
   const std::vector<TextLine>& lines = set.lines;
   texts_.setWaiting(lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);

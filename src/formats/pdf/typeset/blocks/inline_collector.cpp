@@ -37,7 +37,7 @@ void InlineCollector::write(const Event& event) {
   TextStyle style = styles_.back();
   switch (event.kind) {
     case EventKind::Text: return add(event.text);
-    case EventKind::Image: return add(event.text);
+    case EventKind::Image: return addPicture(event);
     case EventKind::Anchor: return addAnchor(event.id);
     case EventKind::BeginSpan: return beginSpan(event.span);
     case EventKind::BeginColored:
@@ -61,6 +61,17 @@ void InlineCollector::write(const Event& event) {
     case EventKind::EndLanguage: return styles_.pop_back();
     default: return;
   }
+}
+
+void InlineCollector::addPicture(const Event& event) {
+  if (event.picture == nullptr) {
+    return add(event.text);
+  }
+  const document::Picture& picture = *event.picture;
+  const double scale = event.points > 0 ? event.points / picture.widthPt() : 1;
+  text_.addPicture({0, picture.shared_from_this(), lengthOf(picture.widthPt() * scale),
+                    lengthOf(picture.heightPt() * scale), std::string(event.text)},
+                   styles_.back());
 }
 
 void InlineCollector::beginSpan(Span span) {

@@ -24,6 +24,7 @@ class InlineCollector : public document::EventSink {
   StyledText take();
 
  private:
+  void addPicture(const document::Event& event);
   void beginSpan(document::Span span);
   void push(const TextStyle& style) { styles_.push_back(style); }
 

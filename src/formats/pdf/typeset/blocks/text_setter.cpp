@@ -26,9 +26,15 @@ std::size_t firstLines(const std::vector<TextLine>& lines, bool staysWhole) {
 
 void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<OutlineEntry> entry) {
   const Length width = std::max(flow_.width() - 2 * rule.padding, kPoint);
-  SetText set = setText(
-      text, {width, rule.leading, rule.usual, rule.keepsBlanks, rule.isKerned, rule.align == document::Align::Justify},
-      shaper_);
+  SetText set = setText(text,
+                        {.width = width,
+                         .leading = rule.leading,
+                         .usual = rule.usual,
+                         .keepsBlanks = rule.keepsBlanks,
+                         .isKerned = rule.isKerned,
+                         .isJustified = rule.align == document::Align::Justify,
+                         .height = flow_.shape().textHeight() * 9 / 10},
+                        shaper_);
   Waiting block{std::move(text),
                 std::move(set),
                 rule,

@@ -18,8 +18,8 @@ bool isEmpty(const document::RunningText& line) {
 
 }  // namespace
 
-RunningLines::RunningLines(const document::FormatSettings& settings, PdfFile& file, FontSet& fonts,
-                           Shaper& shaper, Family family)
+RunningLines::RunningLines(const document::FormatSettings& settings, PdfFile& file, FontSet& fonts, Shaper& shaper,
+                           Family family)
     : file_(file),
       fonts_(fonts),
       shaper_(shaper),

@@ -126,7 +126,7 @@ class Ruler {
     cell.replay(collector_);
     const StyledText text = collector_.take();
     measureWords(text, column);
-    const SetText set = setText(text, {kEndless, kUnit, style}, shaper_);
+    const SetText set = setText(text, {.width = kEndless, .leading = kUnit, .usual = style}, shaper_);
     for (const TextLine& line : set.lines) {
       column.longestLine = std::max(column.longestLine, line.width);
     }
@@ -146,9 +146,7 @@ class Ruler {
 
   // In a space without any width each word has a line of its own.
   void measureWords(const StyledText& text, ColumnText& column) {
-    LineRule rule{0, kUnit, {}};
-    rule.keepsWords = true;
-    const SetText set = setText(text, rule, shaper_);
+    const SetText set = setText(text, {.leading = kUnit, .keepsWords = true}, shaper_);
     for (const TextLine& line : set.lines) {
       column.longestWord = std::max(column.longestWord, line.width);
     }

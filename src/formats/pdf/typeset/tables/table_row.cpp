@@ -12,7 +12,8 @@ constexpr Length kLeading = 1180;  // in thousandths of the size
 
 }  // namespace
 
-void RowSetter::begin(const TablePlan& plan, const document::Table& table) {
+void RowSetter::begin(const TablePlan& plan, const document::Table& table, Length pageHeight) {
+  pictureHeight_ = pageHeight / 2;
   plan_ = &plan;
   lineHeight_ = scaled(kLeading, plan.size);
   baseline_ = baselineOf(lineHeight_, plan.size);
@@ -93,7 +94,8 @@ void RowSetter::setCell(const document::Cell& cell, SetRow& row, SetCell& set) {
   set.more = std::make_unique<LongCell>();
   set.more->text = collector_.take();
   const Length width = std::max(widthOf(set.column, set.endColumn), kPoint);
-  set.more->set = setText(set.more->text, {width, kLeading, set.style}, shaper_);
+  set.more->set = setText(set.more->text,
+                          {.width = width, .leading = kLeading, .usual = set.style, .height = pictureHeight_}, shaper_);
 }
 
 }  // namespace scrivalen::typeset

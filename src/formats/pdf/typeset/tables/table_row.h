@@ -48,7 +48,8 @@ class RowSetter {
   /// @param fonts, shaper  not owned; must outlive this object
   RowSetter(FontSet& fonts, Shaper& shaper, Family family) : fonts_(fonts), shaper_(shaper), family_(family) {}
 
-  void begin(const TablePlan& plan, const document::Table& table);
+  /// @param pageHeight  of the space for text; a picture in a cell has half of it at most
+  void begin(const TablePlan& plan, const document::Table& table, Length pageHeight);
   /// @param set  cleared first
   void set(const document::Row& row, SetRow& set);
   Length lineHeight() const { return lineHeight_; }
@@ -70,6 +71,7 @@ class RowSetter {
   std::vector<const TablePart*> parts_;  // of each column
   Length lineHeight_ = 0;
   Length baseline_ = 0;
+  Length pictureHeight_ = 0;
 };
 
 /// Between the text of a row of one line and its upper and lower edge.

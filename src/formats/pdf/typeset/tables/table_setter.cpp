@@ -20,7 +20,7 @@ void TableSetter::begin(const document::Table& table) {
       std::max(flow_.shape().height, flow_.shape().width) - flow_.shape().left - flow_.shape().right - flow_.indent();
   plan_ = planTable(table, measureColumns(table, shaper_, family_),
                     {flow_.width(), turnedWidth, settings_.text("widths") == "equal"});
-  rows_.begin(plan_, table);
+  rows_.begin(plan_, table, std::min(flow_.shape().textHeight(), flow_.shape().turned().textHeight()));
   headers_.clear();
   hasBegun_ = false;
 }

@@ -20,7 +20,8 @@ struct Item {
   std::size_t end;
   Length width;
   std::uint8_t level;
-  std::size_t blanks;  // that it consists of; 0: it is no blank
+  bool isBlank;
+  int picture;  // an index of StyledText::pictures; -1: it is none
 };
 
 class LineSetter {
@@ -39,6 +40,9 @@ class LineSetter {
   std::size_t endOfRun(std::size_t begin, std::size_t end);
   std::size_t spanAt(std::size_t at);
   const TextStyle& styleOf(std::size_t span) const { return text_.spans[span].style; }
+  std::vector<TextPicture>::const_iterator firstPictureFrom(std::size_t at) const;
+  int pictureAt(std::size_t at) const;
+  PictureSize sizeOf(int picture) const;
   void endLine(std::size_t end, bool isBroken);
   void appendPiece(const Item& item, Length extra);
   void measure(TextLine& line);
@@ -162,7 +166,7 @@ void LineSetter::addBlanks(std::size_t begin, std::size_t end) {
       const std::size_t at = content_.size();
       content_ += runs.front().content;
       const std::uint8_t level = levels_.empty() ? std::uint8_t{0} : levels_[begin];
-      items_.push_back({span, runs.front().font, at, content_.size(), runs.front().width, level, 1});
+      items_.push_back({span, runs.front().font, at, content_.size(), runs.front().width, level, true, -1});
       width_ += runs.front().width;
     }
   }
@@ -184,6 +188,9 @@ std::size_t LineSetter::endOfRun(std::size_t begin, std::size_t end) {
   if (span + 1 < text_.spans.size()) {
     end = std::min(end, text_.spans[span + 1].begin);
   }
+  if (const auto picture = firstPictureFrom(begin); picture != text_.pictures.end()) {
+    end = std::min(end, picture->at == begin ? begin + kPictureCharacter.size() : picture->at);
+  }
   if (!levels_.empty()) {
     std::size_t at = begin;
     while (at < end && levels_[at] == levels_[begin]) {
@@ -194,6 +201,22 @@ std::size_t LineSetter::endOfRun(std::size_t begin, std::size_t end) {
   return end;
 }
 
+std::vector<TextPicture>::const_iterator LineSetter::firstPictureFrom(std::size_t at) const {
+  return std::lower_bound(text_.pictures.begin(), text_.pictures.end(), at,
+                          [](const TextPicture& picture, std::size_t place) { return picture.at < place; });
+}
+
+int LineSetter::pictureAt(std::size_t at) const {
+  const auto found = firstPictureFrom(at);
+  return found == text_.pictures.end() || found->at != at ? -1 : static_cast<int>(found - text_.pictures.begin());
+}
+
+// A picture is made smaller where it does not fit.
+PictureSize LineSetter::sizeOf(int picture) const {
+  const TextPicture& own = text_.pictures[static_cast<std::size_t>(picture)];
+  return fitted({own.width, own.height}, rule_);
+}
+
 Length LineSetter::shape(std::size_t begin, std::size_t end, std::vector<Item>& items, std::string& content) {
   Length width = 0;
   while (begin < end) {
@@ -201,13 +224,20 @@ Length LineSetter::shape(std::size_t begin, std::size_t end, std::vector<Item>& 
     const std::size_t runEnd = endOfRun(begin, end);
     const TextStyle& style = styleOf(span);
     const std::uint8_t level = levels_.empty() ? std::uint8_t{0} : levels_[begin];
+    if (const int picture = pictureAt(begin); picture >= 0) {
+      const Length own = sizeOf(picture).width;
+      items.push_back({span, {}, content.size(), content.size(), own, level, false, picture});
+      width += own;
+      begin += kPictureCharacter.size();
+      continue;
+    }
     const std::string_view language =
         style.language < 0 ? std::string_view() : text_.languages[static_cast<std::size_t>(style.language)];
     for (const ShapedRun& run : shaper_.shape(all_.substr(begin, runEnd - begin),
                                               {style.font, style.size, level % 2 == 1, rule_.isKerned, language})) {
       const std::size_t at = content.size();
       content += run.content;
-      items.push_back({span, run.font, at, content.size(), run.width, level, 0});
+      items.push_back({span, run.font, at, content.size(), run.width, level, false, -1});
       width += run.width;
     }
     begin = runEnd;
@@ -217,7 +247,7 @@ Length LineSetter::shape(std::size_t begin, std::size_t end, std::vector<Item>& 
 
 // Puts the items of the line into their order and joins those that are drawn in the same way.
 void LineSetter::endLine(std::size_t end, bool isBroken) {
-  while (!items_.empty() && items_.back().blanks > 0) {
+  while (!items_.empty() && items_.back().isBlank) {
     width_ -= items_.back().width;
     items_.pop_back();
   }
@@ -227,14 +257,14 @@ void LineSetter::endLine(std::size_t end, bool isBroken) {
   line.end = end;
   line.width = width_;
   Length extra = 0;
-  const auto blanks = std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.blanks > 0; });
+  const auto blanks = std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.isBlank; });
   if (rule_.isJustified && isBroken && blanks > 0) {
     extra = std::max<Length>(rule_.width - width_, 0) / blanks;
     line.width += extra * blanks;
   }
   if (levels_.empty()) {
     for (const Item& item : items_) {
-      appendPiece(item, item.blanks > 0 ? extra : 0);
+      appendPiece(item, item.isBlank ? extra : 0);
     }
   } else {
     itemLevels_.clear();
@@ -243,7 +273,7 @@ void LineSetter::endLine(std::size_t end, bool isBroken) {
     }
     orderOf(itemLevels_, order_);
     for (const std::size_t i : order_) {
-      appendPiece(items_[i], items_[i].blanks > 0 ? extra : 0);
+      appendPiece(items_[i], items_[i].isBlank ? extra : 0);
     }
   }
   line.endPiece = result_.pieces.size();
@@ -257,11 +287,16 @@ void LineSetter::endLine(std::size_t end, bool isBroken) {
 }
 
 void LineSetter::appendPiece(const Item& item, Length extra) {
-  const bool isNew = result_.pieces.size() == firstPiece_ || result_.pieces.back().span != item.span ||
-                     !(result_.pieces.back().font == item.font);
+  if (item.picture >= 0) {
+    const std::size_t at = result_.content.size();
+    result_.pieces.push_back({item.span, item.font, at, at, item.width, item.picture});
+    return;
+  }
+  const bool isNew = result_.pieces.size() == firstPiece_ || result_.pieces.back().picture >= 0 ||
+                     result_.pieces.back().span != item.span || !(result_.pieces.back().font == item.font);
   std::string_view content = std::string_view(content_).substr(item.begin, item.end - item.begin);
   if (isNew) {
-    result_.pieces.push_back({item.span, item.font, result_.content.size(), 0, 0});
+    result_.pieces.push_back({item.span, item.font, result_.content.size(), 0, 0, -1});
   } else if (content.starts_with('(') && result_.content.ends_with(')')) {
     result_.content.pop_back();
     content.remove_prefix(1);
@@ -277,15 +312,34 @@ void LineSetter::appendPiece(const Item& item, Length extra) {
 
 void LineSetter::measure(TextLine& line) {
   Length size = 0;
+  Length picture = 0;
   for (std::size_t i = line.firstPiece; i < line.endPiece; ++i) {
-    size = std::max(size, styleOf(result_.pieces[i].span).size);
+    const TextPiece& piece = result_.pieces[i];
+    size = std::max(size, styleOf(piece.span).size);
+    picture = piece.picture < 0 ? picture : std::max(picture, sizeOf(piece.picture).height);
   }
   size = size == 0 ? rule_.usual.size : size;
   line.height = scaled(rule_.leading, size);
   line.baseline = baselineOf(line.height, size);
+  // A picture is on the baseline.
+  if (picture > line.baseline) {
+    line.height += picture - line.baseline;
+    line.baseline = picture;
+  }
 }
 
 }  // namespace
+
+PictureSize fitted(const PictureSize& picture, const LineRule& rule) {
+  PictureSize size = picture;
+  if (size.width > rule.width && rule.width > 0) {
+    size = {rule.width, size.height * rule.width / size.width};
+  }
+  if (rule.height > 0 && size.height > rule.height) {
+    size = {size.width * rule.height / size.height, rule.height};
+  }
+  return size;
+}
 
 // The letters of the fonts reach from about a fifth of the size below the baseline to nine tenths above.
 Length baselineOf(Length height, Length size) { return (height - size) / 2 + scaled(880, size); }

@@ -18,6 +18,7 @@ struct TextPiece {
   std::size_t begin;  ///< of its part of SetText::content
   std::size_t end;
   Length width;
+  int picture = -1;  ///< an index of StyledText::pictures; it has no glyphs then
 };
 
 /// A line of a text. Its pieces are from left to right.
@@ -41,6 +42,11 @@ struct SetText {
   Length height() const;
 };
 
+struct PictureSize {
+  Length width;
+  Length height;
+};
+
 struct LineRule {
   Length width = 0;          ///< of the space
   Length leading = 0;        ///< from baseline to baseline, in thousandths of the size of the largest text of a line
@@ -49,10 +55,14 @@ struct LineRule {
   bool isKerned = false;
   bool isJustified = false;
   bool keepsWords = false;  ///< a word that is longer than a line is a line of its own
+  Length height = 0;        ///< that no picture exceeds; 0: any may
 };
 
 /// Where the baseline is in a line of a height, below its upper edge.
 Length baselineOf(Length height, Length size);
+
+/// The size of a picture where a text is set: its own, or less if the space is narrower or lower.
+PictureSize fitted(const PictureSize& picture, const LineRule& rule);
 
 /// Breaks a text into lines (Unicode Standard Annexes 9 and 14). A line ends at a line feed, and before a word that
 /// would make it too long; a word that is longer than a line breaks anywhere. An empty text is one empty line.

@@ -1,17 +1,23 @@
 #pragma once
 
+#include "document/pictures/picture.h"
 #include "formats/pdf/typeset/fonts/font_set.h"
 #include "formats/pdf/typeset/length.h"
 #include "text/colors.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace scrivalen::typeset {
+
+/// U+FFFC
+inline constexpr std::string_view kPictureCharacter = "\xEF\xBF\xBC";
 
 /// How a piece of text is drawn.
 struct TextStyle {
@@ -40,6 +46,15 @@ struct TextAnchor {
   std::string name;
 };
 
+/// A picture in a line of text. Its place in the text is U+FFFC.
+struct TextPicture {
+  std::size_t at;
+  std::shared_ptr<const document::Picture> picture;
+  Length width;
+  Length height;
+  std::string alternative;  ///< UTF-8
+};
+
 /// The text of a block or cell, as clean UTF-8; a line feed is a line break.
 struct StyledText {
   std::string text;
@@ -47,6 +62,7 @@ struct StyledText {
   std::vector<std::string> links;
   std::vector<std::string> languages;  ///< BCP 47
   std::vector<TextAnchor> anchors;
+  std::vector<TextPicture> pictures;
 
   bool isEmpty() const { return text.empty(); }
   void add(std::string_view utf8, const TextStyle& style) {
@@ -54,6 +70,11 @@ struct StyledText {
       spans.push_back({text.size(), style});
     }
     text.append(utf8);
+  }
+  void addPicture(TextPicture picture, const TextStyle& style) {
+    picture.at = text.size();
+    pictures.push_back(std::move(picture));
+    add(kPictureCharacter, style);
   }
 };
 
