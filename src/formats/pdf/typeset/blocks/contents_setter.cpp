@@ -58,7 +58,7 @@ void ContentsSetter::drawLeader(Length begin, Length end, Length baseline, const
   }
   if (count > 0) {
     const Length width = fonts_.at(dots.font).widthOf(text, dots.size);
-    drawer_.drawBytes(end - width, baseline, dots, text);
+    drawer_.drawBytes(end - width, baseline, dots, {dots.font, 0}, text);
   }
 }
 

@@ -208,6 +208,11 @@ std::string nameOf(Script script) {
   return std::string(letters, sizeof letters);
 }
 
+bool isInvisible(char32_t c) {
+  return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) ||
+         c == 0xFEFF || (c >= 0xFE00 && c <= 0xFE0F);
+}
+
 bool isMark(char32_t c) {
   switch (hb_unicode_general_category(hb_unicode_funcs_get_default(), c)) {
     case HB_UNICODE_GENERAL_CATEGORY_NON_SPACING_MARK:

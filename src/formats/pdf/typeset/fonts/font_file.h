@@ -34,6 +34,8 @@ Script scriptOf(char32_t c);
 inline constexpr Script kNoScript = 0;
 /// Its English name, or its four letters.
 std::string nameOf(Script script);
+/// Whether a character is never drawn, but says how a text is written.
+bool isInvisible(char32_t c);
 /// Whether a character is drawn on or around the one before it.
 bool isMark(char32_t c);
 /// Whether letters of a script take their forms from the letters beside them, or need marks to be placed.

@@ -17,6 +17,14 @@ enum class Family : std::uint8_t { Serif, Sans, Mono, DejaVu };
 /// A font of the set.
 using FontId = std::uint8_t;
 
+/// A font among the resources of a page: that of a typeface for WinAnsi, or one of its composite ones.
+struct FontUse {
+  FontId typeface = 0;
+  std::uint8_t composite = 0;  ///< 0: the simple one; else the number of the composite one, from 1 on
+
+  friend bool operator==(const FontUse&, const FontUse&) = default;
+};
+
 constexpr FontId fontOf(Family family, bool isBold, bool isItalic) {
   return static_cast<FontId>(static_cast<unsigned>(family) * 4 + (isBold ? 2 : 0) + (isItalic ? 1 : 0));
 }

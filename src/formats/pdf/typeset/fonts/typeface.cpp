@@ -46,9 +46,27 @@ const CharacterCode& Typeface::characterOf(char32_t c) {
     const std::uint32_t glyph = file_->glyphOf(c);
     char text[4];
     const std::size_t size = putUtf8(c, text);
-    known = {true, glyph == 0, codeOf(glyph, std::string_view(text, size)), file_->advanceOf(glyph)};
+    const bool isPlain = glyph != 0 && !isMark(c) && !isInvisible(c) && !needsShaping(scriptOf(c));
+    known = {true, glyph == 0, isPlain, codeOf(glyph, std::string_view(text, size)), file_->advanceOf(glyph)};
   }
   return known;
+}
+
+bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width) {
+  const char* at = utf8.data();
+  const char* const end = at + utf8.size();
+  while (at != end) {
+    char32_t c = kReplacement;
+    nextUtf8(at, end, c);
+    const CharacterCode& code = characterOf(c);
+    if (!code.isPlain || code.code.font != 0) {
+      return false;
+    }
+    bytes += static_cast<char>(static_cast<unsigned char>(code.code.number >> 8));
+    bytes += static_cast<char>(static_cast<unsigned char>(code.code.number & 0xFF));
+    width += code.advance;
+  }
+  return true;
 }
 
 void Typeface::write(PdfFile& file, int name, std::string& resources) const {

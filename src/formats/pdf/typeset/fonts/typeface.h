@@ -26,6 +26,7 @@ struct Code {
 struct CharacterCode {
   bool isKnown = false;
   bool isMissing = false;  ///< the font does not have it
+  bool isPlain = false;    ///< its glyph is the same whatever is beside it
   Code code{};
   std::int64_t advance = 0;  ///< in thousandths of the size
 };
@@ -70,6 +71,10 @@ class Typeface {
   Code codeOf(std::uint32_t glyph, std::string_view text);
   /// The number of a character's usual glyph.
   const CharacterCode& characterOf(char32_t c);
+  /// Appends the numbers of a text whose characters are all plain, as the first composite font has them.
+  /// @param width  gets the text's, in thousandths of the size
+  /// @return false if it has others
+  bool appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width);
   std::int64_t advanceOf(std::uint32_t glyph) const { return file_->advanceOf(glyph); }
 
   /// Writes the fonts that were drawn with. @param resources  gets their names, F and G with @p name

@@ -75,8 +75,8 @@ void Canvas::beginText(Length x, Length baseline, FontUse font, Length size, Rgb
   y_ = newY;
 }
 
-void Canvas::text(Length x, Length baseline, FontId typeface, Length size, Rgb color, std::string_view bytes) {
-  beginText(x, baseline, {typeface, 0}, size, color);
+void Canvas::text(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view bytes) {
+  beginText(x, baseline, font, size, color);
   appendString(texts_, bytes);
   texts_ += "Tj\n";
 }

@@ -20,8 +20,8 @@ class Canvas {
   void begin(Length pageHeight);
   bool isEmpty() const { return texts_.empty() && areas_.empty(); }
 
-  /// @param bytes  WinAnsi
-  void text(Length x, Length baseline, FontId typeface, Length size, Rgb color, std::string_view bytes);
+  /// @param bytes  as the font has them
+  void text(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view bytes);
   /// @param content  what the array of the operator TJ has
   void glyphs(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view content);
   void area(Length x, Length top, Length width, Length height, Rgb color);

@@ -15,7 +15,7 @@ void writeNumberForm(PdfFile& file, int object, int fontResources, FontSet& font
   const Length left = form.isRightAligned ? -width : 0;
   Canvas canvas;
   canvas.begin(0);
-  canvas.text(left, 0, form.font, form.size, form.color, digits);
+  canvas.text(left, 0, {form.font, 0}, form.size, form.color, digits);
   std::string entries = "/Type/XObject/Subtype/Form/BBox[";
   appendThousandths(entries, left);
   entries += ' ';

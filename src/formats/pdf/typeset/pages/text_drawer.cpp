@@ -16,9 +16,11 @@ Length freeSpaceBefore(document::Align align, Length free) {
 
 }  // namespace
 
-void TextDrawer::drawBytes(Length x, Length baseline, const TextStyle& style, std::string_view bytes) {
-  fonts_.at(style.font).use(bytes);
-  pages_.canvas().text(x, baseline - style.rise, style.font, style.size, style.color, bytes);
+void TextDrawer::drawBytes(Length x, Length baseline, const TextStyle& style, FontUse font, std::string_view bytes) {
+  if (font.composite == 0) {
+    fonts_.at(font.typeface).use(bytes);
+  }
+  pages_.canvas().text(x, baseline - style.rise, font, style.size, style.color, bytes);
 }
 
 Length TextDrawer::drawShort(Length x, Length baseline, const TextStyle& style, std::string_view text) {

@@ -26,8 +26,8 @@ class TextDrawer {
   /// Draws a short text in one line. @return its width
   Length drawShort(Length x, Length baseline, const TextStyle& style, std::string_view text);
   Length widthOf(std::string_view text, const TextStyle& style);
-  /// Draws WinAnsi.
-  void drawBytes(Length x, Length baseline, const TextStyle& style, std::string_view bytes);
+  /// Draws the bytes of a font.
+  void drawBytes(Length x, Length baseline, const TextStyle& style, FontUse font, std::string_view bytes);
 
  private:
   void decorate(const TextStyle& style, Length x, Length baseline, Length width);

@@ -69,20 +69,28 @@ document::Align RowSetter::alignOf(const document::Cell& cell, std::size_t colum
   return aligns_[column] == document::Align::Left ? document::Align::Auto : aligns_[column];
 }
 
-// A text of one line in WinAnsi, which most are.
+// A text of one line whose letters do not depend on each other, which most are.
 bool RowSetter::setShort(std::string_view text, SetRow& row, SetCell& set) {
-  const Typeface& typeface = fonts_.at(set.style.font);
+  Typeface& typeface = fonts_.at(set.style.font);
   set.begin = row.bytes.size();
-  const bool isWinAnsi = appendWinAnsi(row.bytes, text) == 0;
+  std::int64_t width = 0;
+  bool isPlain = text.find('\n') == text.npos;
+  if (isPlain && appendWinAnsi(row.bytes, text) == 0 && typeface.has(std::string_view(row.bytes).substr(set.begin))) {
+    set.font = {set.style.font, 0};
+    width = typeface.widthOf(std::string_view(row.bytes).substr(set.begin));
+  } else {
+    row.bytes.resize(set.begin);
+    set.font = {set.style.font, 1};
+    isPlain = isPlain && typeface.appendPlain(row.bytes, text, width);
+  }
   set.end = row.bytes.size();
-  const std::string_view bytes = std::string_view(row.bytes).substr(set.begin);
-  set.width = typeface.widthOf(bytes, plan_->size);
-  const bool isShort = isWinAnsi && set.width <= widthOf(set.column, set.endColumn) && typeface.has(bytes);
-  if (!isShort) {
+  set.width = scaled(width, plan_->size);
+  if (!isPlain || set.width > widthOf(set.column, set.endColumn)) {
     row.bytes.resize(set.begin);
     set.end = set.begin;
+    return false;
   }
-  return isShort;
+  return true;
 }
 
 void RowSetter::setCell(const document::Cell& cell, SetRow& row, SetCell& set) {

@@ -26,6 +26,7 @@ struct SetCell {
   std::size_t endColumn = 0;
   document::Align align = document::Align::Left;
   TextStyle style;
+  FontUse font;           ///< of its bytes
   std::size_t begin = 0;  ///< of its text in SetRow::bytes, unless it is a long cell
   std::size_t end = 0;
   Length width = 0;

@@ -160,7 +160,7 @@ void TableSetter::drawCell(const SetRow& row, const SetCell& cell, const TablePa
     const Length before = cell.align == document::Align::Right    ? free
                           : cell.align == document::Align::Center ? free / 2
                                                                   : 0;
-    drawer_.drawBytes(space.left + before, space.top + rows_.baseline(), cell.style,
+    drawer_.drawBytes(space.left + before, space.top + rows_.baseline(), cell.style, cell.font,
                       std::string_view(row.bytes).substr(cell.begin, cell.end - cell.begin));
   }
 }

@@ -13,12 +13,6 @@
 namespace scrivalen::typeset {
 namespace {
 
-// Characters that are never drawn, but say how a text is written.
-bool isInvisible(char32_t c) {
-  return c == 0xAD || (c >= 0x200B && c <= 0x200F) || (c >= 0x202A && c <= 0x202E) || (c >= 0x2060 && c <= 0x2069) ||
-         c == 0xFEFF || (c >= 0xFE00 && c <= 0xFE0F);
-}
-
 char32_t firstOf(std::string_view text) {
   const char* at = text.data();
   char32_t c = kReplacement;

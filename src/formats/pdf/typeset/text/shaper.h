@@ -13,14 +13,6 @@
 
 namespace scrivalen::typeset {
 
-/// A font among the resources of a page: that of a typeface for WinAnsi, or one of its composite ones.
-struct FontUse {
-  FontId typeface = 0;
-  std::uint8_t composite = 0;  ///< 0: the simple one; else the number of the composite one, from 1 on
-
-  friend bool operator==(const FontUse&, const FontUse&) = default;
-};
-
 /// Glyphs of one font, ready to be drawn.
 struct ShapedRun {
   FontUse font;
