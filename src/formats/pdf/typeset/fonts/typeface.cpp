@@ -55,18 +55,29 @@ const CharacterCode& Typeface::characterOf(char32_t c) {
 bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width) {
   const char* at = utf8.data();
   const char* const end = at + utf8.size();
-  while (at != end) {
-    char32_t c = kReplacement;
-    nextUtf8(at, end, c);
-    const CharacterCode& code = characterOf(c);
-    if (!code.isPlain || code.code.font != 0) {
-      return false;
+  const std::size_t begin = bytes.size();
+  bytes.resize(begin + 2 * utf8.size());
+  char* out = bytes.data() + begin;
+  bool isPlain = true;
+  while (at != end && isPlain) {
+    const auto lead = static_cast<unsigned char>(*at);
+    char32_t c = lead;
+    if ((lead & 0xE0) == 0xC0) {
+      c = (lead & 0x1Fu) << 6 | (static_cast<unsigned char>(at[1]) & 0x3Fu);
+      at += 2;
+    } else if (lead < 0x80) {
+      ++at;
+    } else {
+      nextUtf8(at, end, c);
     }
-    bytes += static_cast<char>(static_cast<unsigned char>(code.code.number >> 8));
-    bytes += static_cast<char>(static_cast<unsigned char>(code.code.number & 0xFF));
+    const CharacterCode& code = knownOrNew(c);
+    isPlain = code.isPlain && code.code.font == 0;
+    *out++ = static_cast<char>(static_cast<unsigned char>(code.code.number >> 8));
+    *out++ = static_cast<char>(static_cast<unsigned char>(code.code.number & 0xFF));
     width += code.advance;
   }
-  return true;
+  bytes.resize(static_cast<std::size_t>(out - bytes.data()));
+  return isPlain;
 }
 
 void Typeface::write(PdfFile& file, int name, std::string& resources) const {

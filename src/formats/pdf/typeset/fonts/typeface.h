@@ -81,6 +81,17 @@ class Typeface {
   void write(PdfFile& file, int name, std::string& resources) const;
 
  private:
+  const CharacterCode& knownOrNew(char32_t c) {
+    const std::size_t page = c / kPage;
+    if (page < pages_.size() && pages_[page]) {
+      const CharacterCode& known = (*pages_[page])[c % kPage];
+      if (known.isKnown) {
+        return known;
+      }
+    }
+    return characterOf(c);
+  }
+
   struct Entry {
     std::uint32_t glyph;
     std::string text;  // UTF-8; empty: none

@@ -8,9 +8,6 @@
 namespace scrivalen::typeset {
 namespace {
 
-constexpr char32_t kSoftHyphen = 0xAD;
-constexpr char32_t kZeroWidthSpace = 0x200B;
-
 std::array<char32_t, 256> makeCharacters() {
   std::array<char32_t, 256> characters{};
   for (char32_t c = ' '; c < 0x2200; ++c) {
@@ -29,8 +26,7 @@ char32_t characterOfWinAnsi(unsigned char byte) {
   return characters[byte];
 }
 
-std::uint64_t appendWinAnsi(std::string& bytes, std::string_view utf8) {
-  std::uint64_t missing = 0;
+bool appendWinAnsi(std::string& bytes, std::string_view utf8) {
   const char* at = utf8.data();
   const char* const end = at + utf8.size();
   while (at != end) {
@@ -42,15 +38,13 @@ std::uint64_t appendWinAnsi(std::string& bytes, std::string_view utf8) {
     }
     char32_t c = kReplacement;
     nextUtf8(at, end, c);
-    if (c == kSoftHyphen || c == kZeroWidthSpace) {
-      continue;
-    }
     const auto byte = toWindows1252(c);
-    const bool isDrawn = byte && characterOfWinAnsi(*byte) == c;
-    bytes += isDrawn ? static_cast<char>(*byte) : kMissingCharacter;
-    missing += isDrawn ? 0 : 1;
+    if (!byte || characterOfWinAnsi(*byte) != c) {
+      return false;
+    }
+    bytes += static_cast<char>(*byte);
   }
-  return missing;
+  return true;
 }
 
 }  // namespace scrivalen::typeset

@@ -7,13 +7,10 @@
 
 namespace scrivalen::typeset {
 
-/// What a character that WinAnsi does not have is drawn as.
-inline constexpr char kMissingCharacter = '?';
-
 /// The character of a WinAnsi byte; 0 for a byte without one.
 char32_t characterOfWinAnsi(unsigned char byte);
 
-/// Appends clean UTF-8 as WinAnsi. @return how many characters it does not have
-std::uint64_t appendWinAnsi(std::string& bytes, std::string_view utf8);
+/// Appends clean UTF-8 as WinAnsi. @return false at the first character that it does not have
+bool appendWinAnsi(std::string& bytes, std::string_view utf8);
 
 }  // namespace scrivalen::typeset

@@ -75,7 +75,7 @@ bool RowSetter::setShort(std::string_view text, SetRow& row, SetCell& set) {
   set.begin = row.bytes.size();
   std::int64_t width = 0;
   bool isPlain = text.find('\n') == text.npos;
-  if (isPlain && appendWinAnsi(row.bytes, text) == 0 && typeface.has(std::string_view(row.bytes).substr(set.begin))) {
+  if (isPlain && appendWinAnsi(row.bytes, text) && typeface.has(std::string_view(row.bytes).substr(set.begin))) {
     set.font = {set.style.font, 0};
     width = typeface.widthOf(std::string_view(row.bytes).substr(set.begin));
   } else {

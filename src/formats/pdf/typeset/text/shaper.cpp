@@ -191,7 +191,7 @@ void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle
 void Shaper::setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs) {
   Typeface& typeface = fonts_.at(font);
   std::string bytes;
-  if (appendWinAnsi(bytes, text) == 0 && typeface.has(bytes)) {
+  if (appendWinAnsi(bytes, text) && typeface.has(bytes)) {
     typeface.use(bytes);
     ShapedRun& run = runs.emplace_back();
     appendString(run.content, bytes);
