@@ -115,6 +115,7 @@ class TypesetWriter final : public document::DocumentWriter {
   PdfFile file_;
   FontSet fonts_;
   Shaper shaper_;
+  PictureWriter pictures_;
   NamedPlaces places_;
   Outline outline_;
   RunningLines running_;
@@ -143,14 +144,16 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       family_(familyOf(context.settings.text("font")).value_or(Family::Sans)),
       file_(context.out),
       shaper_(fonts_),
+      pictures_(file_),
       outline_(file_),
       running_(context.settings, file_, fonts_, shaper_, family_),
       pages_(file_, running_),
       flow_(pages_, shapeOf(document::pageOf(context.settings))),
       drawer_(pages_, fonts_, shaper_, places_),
       texts_(flow_, pages_, shaper_, drawer_, outline_),
-      tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, family_),
-      contents_(file_, flow_, pages_, texts_, drawer_, fonts_, shaper_) {}
+      tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, pictures_, context.warnings, family_),
+      contents_(file_, flow_, pages_, texts_, drawer_, fonts_, shaper_),
+      collector_(&pictures_, &context.warnings) {}
 
 void TypesetWriter::write(const Event& event) {
   if (!isInline(event.kind)) {

@@ -1,5 +1,7 @@
 #include "formats/pdf/typeset/blocks/inline_collector.h"
 
+#include "document/pictures/picture.h"
+
 #include <cmath>
 #include <utility>
 
@@ -63,15 +65,28 @@ void InlineCollector::write(const Event& event) {
   }
 }
 
+std::optional<int> InlineCollector::objectOf(const document::Picture& picture) {
+  if (pictures_ == nullptr) {
+    return 0;
+  }
+  std::string reason;
+  const auto object = pictures_->write(picture, reason);
+  if (!object) {
+    warnings_->add(document::WarningCode::SomethingLeftOut, reason + " Its text takes its place.");
+  }
+  return object;
+}
+
 void InlineCollector::addPicture(const Event& event) {
-  if (event.picture == nullptr) {
+  const auto object = event.picture == nullptr ? std::nullopt : objectOf(*event.picture);
+  if (!object) {
     return add(event.text);
   }
   const document::Picture& picture = *event.picture;
   const double scale = event.points > 0 ? event.points / picture.widthPt() : 1;
-  text_.addPicture({0, picture.shared_from_this(), lengthOf(picture.widthPt() * scale),
-                    lengthOf(picture.heightPt() * scale), std::string(event.text)},
-                   styles_.back());
+  text_.addPicture(
+      {0, lengthOf(picture.widthPt() * scale), lengthOf(picture.heightPt() * scale), *object, picture.orientation()},
+      styles_.back());
 }
 
 void InlineCollector::beginSpan(Span span) {

@@ -1,8 +1,11 @@
 #pragma once
 
 #include "document/model/event.h"
+#include "document/model/warnings.h"
+#include "formats/pdf/typeset/pictures/picture_writer.h"
 #include "formats/pdf/typeset/text/styled_text.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +14,10 @@ namespace scrivalen::typeset {
 /// Collects the text of a block or cell with its styles.
 class InlineCollector : public document::EventSink {
  public:
+  /// @param pictures, warnings  not owned; must outlive this object. Null: pictures are only measured
+  InlineCollector(PictureWriter* pictures, document::OutputWarnings* warnings)
+      : pictures_(pictures), warnings_(warnings) {}
+
   /// Begins a text whose usual style this is.
   void begin(const TextStyle& style);
   /// Takes a part of a line of text.
@@ -24,10 +31,13 @@ class InlineCollector : public document::EventSink {
   StyledText take();
 
  private:
+  std::optional<int> objectOf(const document::Picture& picture);
   void addPicture(const document::Event& event);
   void beginSpan(document::Span span);
   void push(const TextStyle& style) { styles_.push_back(style); }
 
+  PictureWriter* pictures_;
+  document::OutputWarnings* warnings_;
   StyledText text_;
   std::vector<TextStyle> styles_ = std::vector<TextStyle>(1);
 };

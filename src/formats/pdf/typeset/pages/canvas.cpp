@@ -105,11 +105,27 @@ void Canvas::area(Length x, Length top, Length width, Length height, Rgb color) 
   areas_ += "re\n";
 }
 
-void Canvas::form(Length x, Length baseline, std::string_view name) {
+void Canvas::endAreas() {
   if (areaColor_) {
     areas_ += "f\n";
     areaColor_.reset();
   }
+}
+
+void Canvas::image(const PictureMatrix& matrix, std::string_view name) {
+  endAreas();
+  areas_ += "q ";
+  for (const Length number : matrix) {
+    appendThousandths(areas_, number * kUnitsPerPoint);
+    areas_ += ' ';
+  }
+  areas_ += "cm";
+  appendName(areas_, name);
+  areas_ += " Do Q\n";
+}
+
+void Canvas::form(Length x, Length baseline, std::string_view name) {
+  endAreas();
   areas_ += "q 10 0 0 10 ";
   appendInteger(areas_, tenths(x));
   areas_ += ' ';

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/pdf/typeset/length.h"
+#include "formats/pdf/typeset/pictures/picture_matrix.h"
 #include "formats/pdf/typeset/text/shaper.h"
 #include "text/colors.h"
 
@@ -25,6 +26,10 @@ class Canvas {
   /// @param content  what the array of the operator TJ has
   void glyphs(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view content);
   void area(Length x, Length top, Length width, Length height, Rgb color);
+  /// Draws an image object, whose unit square the matrix turns into its box. The matrix's lower edge is that of the
+  /// page.
+  void image(const PictureMatrix& matrix, std::string_view name);
+  Length height() const { return height_; }
   /// Draws a form object, whose origin is at this point.
   void form(Length x, Length baseline, std::string_view name);
 
@@ -32,6 +37,7 @@ class Canvas {
   std::string_view content();
 
  private:
+  void endAreas();
   void beginText(Length x, Length baseline, FontUse font, Length size, Rgb color);
 
   std::string areas_;

@@ -79,6 +79,14 @@ void PageMaker::link(const Box& box, std::string_view address) {
   appendReference(annotations_, number);
 }
 
+void PageMaker::image(const Box& box, int object, int orientation) {
+  const std::string name = std::string(1, 'I').append(std::to_string(object));
+  canvas_.image(pictureMatrix(orientation, box.x, shape_.height - box.top - box.height, box.width, box.height), name);
+  if (forms_.find(name + ' ') == forms_.npos) {
+    useForm(name, object);
+  }
+}
+
 void PageMaker::useForm(std::string_view name, int object) {
   appendName(forms_, name);
   forms_ += ' ';

@@ -64,7 +64,9 @@ class PageMaker {
 
   /// Makes a box lead to an address, or with "#" before it to a place of the document.
   void link(const Box& box, std::string_view address);
-  /// Names a form object that the page draws.
+  /// Draws an image object.
+  void image(const Box& box, int object, int orientation);
+  /// Names a form or image object that the page draws.
   void useForm(std::string_view name, int object);
   Place placeAt(Length top) const;
 

@@ -62,9 +62,15 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
       link = style.link;
       linkBegin = x;
     }
-    decorate(style, x, baseline, piece.width);
-    pages_.canvas().glyphs(x, baseline - style.rise, piece.font, style.size, style.color,
-                           std::string_view(set.content).substr(piece.begin, piece.end - piece.begin));
+    if (piece.picture >= 0) {
+      const TextPicture& picture = text.pictures[static_cast<std::size_t>(piece.picture)];
+      const Length height = picture.height * piece.width / std::max<Length>(picture.width, 1);
+      pages_.image({x, baseline - height, piece.width, height}, picture.object, picture.orientation);
+    } else {
+      decorate(style, x, baseline, piece.width);
+      pages_.canvas().glyphs(x, baseline - style.rise, piece.font, style.size, style.color,
+                             std::string_view(set.content).substr(piece.begin, piece.end - piece.begin));
+    }
     x += piece.width;
   }
   endLink();

@@ -154,7 +154,7 @@ class Ruler {
 
   Shaper& shaper_;
   Family family_;
-  InlineCollector collector_;
+  InlineCollector collector_{nullptr, nullptr};
 };
 
 }  // namespace

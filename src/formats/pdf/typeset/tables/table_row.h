@@ -46,8 +46,9 @@ struct SetRow {
 /// Sets the rows of a table.
 class RowSetter {
  public:
-  /// @param fonts, shaper  not owned; must outlive this object
-  RowSetter(FontSet& fonts, Shaper& shaper, Family family) : fonts_(fonts), shaper_(shaper), family_(family) {}
+  /// @param fonts, shaper, pictures, warnings  not owned; must outlive this object
+  RowSetter(FontSet& fonts, Shaper& shaper, PictureWriter& pictures, document::OutputWarnings& warnings, Family family)
+      : fonts_(fonts), shaper_(shaper), family_(family), collector_(&pictures, &warnings) {}
 
   /// @param pageHeight  of the space for text; a picture in a cell has half of it at most
   void begin(const TablePlan& plan, const document::Table& table, Length pageHeight);

@@ -17,7 +17,8 @@ class TableSetter {
  public:
   /// All are not owned and must outlive this object.
   TableSetter(const document::FormatSettings& settings, Flow& flow, PageMaker& pages, TextSetter& texts,
-              TextDrawer& drawer, FontSet& fonts, Shaper& shaper, Family family)
+              TextDrawer& drawer, FontSet& fonts, Shaper& shaper, PictureWriter& pictures,
+              document::OutputWarnings& warnings, Family family)
       : settings_(settings),
         flow_(flow),
         pages_(pages),
@@ -26,7 +27,7 @@ class TableSetter {
         fonts_(fonts),
         shaper_(shaper),
         family_(family),
-        rows_(fonts, shaper, family) {}
+        rows_(fonts, shaper, pictures, warnings, family) {}
 
   void begin(const document::Table& table);
   void row(const document::Row& row);

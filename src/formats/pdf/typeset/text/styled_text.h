@@ -1,13 +1,11 @@
 #pragma once
 
-#include "document/pictures/picture.h"
 #include "formats/pdf/typeset/fonts/font_set.h"
 #include "formats/pdf/typeset/length.h"
 #include "text/colors.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -49,10 +47,10 @@ struct TextAnchor {
 /// A picture in a line of text. Its place in the text is U+FFFC.
 struct TextPicture {
   std::size_t at;
-  std::shared_ptr<const document::Picture> picture;
   Length width;
   Length height;
-  std::string alternative;  ///< UTF-8
+  int object;       ///< the number of its image
+  int orientation;  ///< as in EXIF
 };
 
 /// The text of a block or cell, as clean UTF-8; a line feed is a line break.
