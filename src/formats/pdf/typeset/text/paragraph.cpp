@@ -24,6 +24,15 @@ struct Item {
   int picture;  // an index of StyledText::pictures; -1: it is none
 };
 
+// Where the last character of a text begins.
+std::size_t beginOfLast(std::string_view text) {
+  std::size_t at = text.size() - 1;
+  while (at > 0 && (static_cast<unsigned char>(text[at]) & 0xC0) == 0x80) {
+    --at;
+  }
+  return at;
+}
+
 class LineSetter {
  public:
   LineSetter(const StyledText& text, const LineRule& rule, Shaper& shaper)
@@ -35,6 +44,9 @@ class LineSetter {
   void addSegment(std::size_t begin, std::size_t end);
   void addWord(std::size_t begin, std::size_t end);
   void addLongWord(std::size_t begin, std::size_t end);
+  bool endsInSoftHyphen(std::size_t end) const;
+  ShapedRun hyphenAt(std::size_t end);
+  void addHyphen(std::size_t end);
   void addBlanks(std::size_t begin, std::size_t end);
   Length shape(std::size_t begin, std::size_t end, std::vector<Item>& items, std::string& content);
   std::size_t endOfRun(std::size_t begin, std::size_t end);
@@ -78,10 +90,9 @@ SetText LineSetter::set() {
   LineBreak place;
   std::size_t begin = 0;
   while (breaks.next(place)) {
-    const bool isForced = place.at > begin && all_[place.at - 1] == '\n';
-    const std::size_t end = isForced ? place.at - 1 : place.at;
+    const std::size_t end = place.isForced ? beginOfLast(all_.substr(0, place.at)) : place.at;
     addSegment(begin, end);
-    if (isForced) {
+    if (place.isForced) {
       endLine(end, false);
       lineBegin_ = place.at;
     }
@@ -111,7 +122,8 @@ void LineSetter::addWord(std::size_t begin, std::size_t end) {
   wordItems_.clear();
   wordContent_.clear();
   const Length width = shape(begin, end, wordItems_, wordContent_);
-  if (width_ + width > rule_.width && !items_.empty()) {
+  const Length hyphen = endsInSoftHyphen(end) ? hyphenAt(end).width : 0;
+  if (width_ + width + hyphen > rule_.width && !items_.empty()) {
     endLine(begin, true);
   }
   if (width > rule_.width && !rule_.keepsWords) {
@@ -154,6 +166,23 @@ void LineSetter::addLongWord(std::size_t begin, std::size_t end) {
     hasText_ = true;
     begin = next;
   }
+}
+
+bool LineSetter::endsInSoftHyphen(std::size_t end) const { return all_.substr(0, end).ends_with(kSoftHyphen); }
+
+ShapedRun LineSetter::hyphenAt(std::size_t end) {
+  const TextStyle& style = styleOf(spanAt(end - kSoftHyphen.size()));
+  return shaper_.softHyphen({style.font, style.size});
+}
+
+void LineSetter::addHyphen(std::size_t end) {
+  const ShapedRun run = hyphenAt(end);
+  const std::size_t place = end - kSoftHyphen.size();
+  const std::uint8_t level = levels_.empty() ? std::uint8_t{0} : levels_[place];
+  const std::size_t at = content_.size();
+  content_ += run.content;
+  items_.push_back({spanAt(place), run.font, at, content_.size(), run.width, level, false, -1});
+  width_ += run.width;
 }
 
 void LineSetter::addBlanks(std::size_t begin, std::size_t end) {
@@ -247,6 +276,9 @@ Length LineSetter::shape(std::size_t begin, std::size_t end, std::vector<Item>& 
 
 // Puts the items of the line into their order and joins those that are drawn in the same way.
 void LineSetter::endLine(std::size_t end, bool isBroken) {
+  if (isBroken && endsInSoftHyphen(end) && !items_.empty()) {
+    addHyphen(end);
+  }
   while (!items_.empty() && items_.back().isBlank) {
     width_ -= items_.back().width;
     items_.pop_back();

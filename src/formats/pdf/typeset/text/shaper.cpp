@@ -139,6 +139,18 @@ const std::vector<ShapedRun>& Shaper::shape(std::string_view text, const ShapeSt
   return words_.emplace(key_, std::move(runs)).first->second;
 }
 
+ShapedRun Shaper::softHyphen(const ShapeStyle& style) {
+  Typeface& typeface = fonts_.at(style.font);
+  const std::uint32_t glyph = typeface.glyphOf(U'-');
+  const Code code = typeface.codeOf(glyph, kSoftHyphen);
+  ShapedRun run;
+  char pair[2];
+  appendString(run.content, twoBytes(code.number, pair));
+  run.font = {style.font, static_cast<std::uint8_t>(code.font + 1)};
+  run.width = scaled(typeface.advanceOf(glyph), style.size);
+  return run;
+}
+
 // Divides a text into parts of one font and script. Marks and signs of all scripts stay with what comes before them, if
 // its font has them.
 void Shaper::divide(std::string_view text, const ShapeStyle& style) {

@@ -13,6 +13,9 @@
 
 namespace scrivalen::typeset {
 
+/// A place where a word may be divided.
+inline constexpr std::string_view kSoftHyphen = "\u00AD";
+
 /// Glyphs of one font, ready to be drawn.
 struct ShapedRun {
   FontUse font;
@@ -38,6 +41,8 @@ class Shaper {
   /// @param text  clean UTF-8 without line feeds
   /// @return the runs in the order of the text, each from left to right; valid until the next call
   const std::vector<ShapedRun>& shape(std::string_view text, const ShapeStyle& style);
+  /// The hyphen that is drawn where a line ends after a soft hyphen, as which it is copied.
+  ShapedRun softHyphen(const ShapeStyle& style);
   /// How many characters of each script no font has.
   const std::map<Script, std::uint64_t>& missing() const { return missing_; }
 
