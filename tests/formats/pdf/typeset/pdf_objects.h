@@ -1,56 +1,44 @@
 #pragma once
 
+#include "support/pdf/pdf_file_reader.h"
+
+#include <gtest/gtest.h>
+
 #include <cstddef>
-#include <map>
+#include <cstdlib>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace scrivalen::test {
 
-/// The objects of a PDF file with cross-reference and object streams, as a reader finds them: by the file's last lines.
-/// Whatever is wrong on the way fails the test.
-class PdfObjects {
- public:
-  explicit PdfObjects(std::string file);
-
-  /// The dictionary of the cross-reference stream.
-  const std::string& trailer() const { return trailer_; }
-  /// The number of entries in the cross-reference stream; the first of them is no object.
-  std::size_t size() const { return entries_.size(); }
-  bool has(int number) const { return objects_.count(number) != 0; }
-  /// An object without a stream, or the dictionary of one with a stream. Empty for a missing object.
-  std::string object(int number) const;
-  /// The data of a stream, decompressed.
-  std::string stream(int number) const;
-  /// The number of the object stream that has an object; 0 for an object of its own.
-  int holderOf(int number) const;
-
- private:
-  struct Entry {
-    int kind = 0;           // 0 free, 1 at an offset, 2 in an object stream
-    std::size_t place = 0;  // the offset, or the number of the object stream
-    std::size_t index = 0;  // in that stream
-  };
-  struct Object {
-    std::string dictionary;
-    std::string stream;
-  };
-
-  void read();
-  Object readAt(std::size_t offset, int number) const;
-  void readEntries(const std::string& table);
-  void readFromStream(int number, const Entry& entry);
-
-  std::string file_;
-  std::string trailer_;
-  std::vector<Entry> entries_;
-  std::map<int, Object> objects_;
+/// The objects of a PDF file. Whatever is wrong with it fails the test.
+struct PdfObjects : PdfFileReader {
+  explicit PdfObjects(std::string file) : PdfFileReader(std::move(file)) {
+    EXPECT_EQ(problems(), std::vector<std::string>());
+  }
 };
 
 /// The integer after a key of a dictionary; -1 without it.
-int numberAfter(std::string_view dictionary, std::string_view key);
-/// The integers in the brackets after a key, without the 0 and R of references.
-std::vector<int> referencesAfter(std::string_view dictionary, std::string_view key);
+inline int numberAfter(std::string_view dictionary, std::string_view key) {
+  const std::size_t found = dictionary.find(key);
+  return found == dictionary.npos ? -1 : std::atoi(std::string(dictionary.substr(found + key.size())).c_str());
+}
+
+/// The numbers of the references in the brackets after a key.
+inline std::vector<int> referencesAfter(std::string_view dictionary, std::string_view key) {
+  std::vector<int> numbers;
+  const std::size_t begin = dictionary.find(std::string(key) + "[");
+  const std::size_t end = begin == dictionary.npos ? begin : dictionary.find(']', begin);
+  const PdfValue list = end == dictionary.npos
+                            ? PdfValue()
+                            : pdfValueOf(dictionary.substr(begin + key.size(), end + 1 - begin - key.size()));
+  for (const PdfValue& item : list.items) {
+    EXPECT_NE(item.reference(), 0);
+    numbers.push_back(item.reference());
+  }
+  return numbers;
+}
 
 }  // namespace scrivalen::test
