@@ -28,6 +28,7 @@ using document::WarningCode;
 constexpr Length kTextSize = 10 * kPoint;
 constexpr Length kTextLeading = 1300;
 constexpr Length kAfterParagraph = 6 * kPoint;
+constexpr Length kEdge = 4 * kPoint;  // of the paper, which no marker touches
 
 struct HeadingForm {
   Length size;
@@ -50,9 +51,11 @@ constexpr Length kCodeLeading = 1250;
 constexpr Length kCodePadding = 6 * kPoint;
 constexpr Rgb kCodeShade = 0xF4F4F4;
 constexpr std::size_t kTabWidth = 4;
+constexpr Length kAroundCode = 8 * kPoint;
 
 constexpr Length kQuoteIndent = 14 * kPoint;
 constexpr Length kQuoteBar = 2 * kPoint;
+constexpr Length kAroundQuote = 8 * kPoint;
 constexpr Rgb kQuoteColor = 0xC2CAD2;
 constexpr Rgb kQuoteText = 0x404850;
 
@@ -99,11 +102,13 @@ class TypesetWriter final : public document::DocumentWriter {
   void endQuote();
   void beginItem(document::Task task);
   void endItem();
+  void setLine(std::string_view text);
   void beginCode();
   void endCode();
   void writeRule();
   void endPage();
   void beginSection(const Event& section);
+  void markPlaces();
   Length indentBy(Length width);
   Metadata metadata() const;
   int writeCatalog();
@@ -146,9 +151,9 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       shaper_(fonts_),
       pictures_(file_),
       outline_(file_),
-      running_(context.settings, file_, fonts_, shaper_, family_),
+      running_(context.settings, context.warnings, file_, shaper_, pictures_, family_),
       pages_(file_, running_),
-      flow_(pages_, shapeOf(document::pageOf(context.settings))),
+      flow_(pages_, places_, shapeOf(document::pageOf(context.settings))),
       drawer_(pages_, fonts_, shaper_, places_),
       texts_(flow_, pages_, shaper_, drawer_, outline_),
       tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, pictures_, context.warnings, family_),
@@ -190,18 +195,17 @@ void TypesetWriter::writeBlock(const Event& event) {
       indents_.push_back(indentBy(lists_.indent()));
       return;
     case EventKind::EndList:
-      texts_.setWaiting(0);
       lists_.end();
       flow_.indentBy(-indents_.back());
       indents_.pop_back();
-      return flow_.space(lists_.isTight() ? 0 : kAfterParagraph);
+      return texts_.space(lists_.isTight() ? 0 : kAfterParagraph);
     case EventKind::BeginItem: return beginItem(event.task);
     case EventKind::EndItem: return endItem();
     case EventKind::BeginCode: return beginCode();
     case EventKind::Rule: return writeRule();
     case EventKind::PageBreak: return endPage();
-    case EventKind::ContentsItem: return contents_.add(event.number, event.id, event.text, bodyStyle());
-    case EventKind::EndContents: return flow_.space(2 * kAfterParagraph);
+    case EventKind::ContentsItem: markPlaces(); return contents_.add(event.number, event.id, event.text, bodyStyle());
+    case EventKind::EndContents: return texts_.space(2 * kAfterParagraph);
     default: return;
   }
 }
@@ -268,59 +272,76 @@ Length TypesetWriter::indentBy(Length width) {
   return taken;
 }
 
+// A quote that is nested too deep to be indented has no bar of its own.
 void TypesetWriter::beginQuote() {
-  texts_.setWaiting(0);
-  flow_.space(kAfterParagraph + kPoint * 2);
-  flow_.beginBackdrop({flow_.left() + kQuoteBar, kQuoteBar, kQuoteColor});
+  texts_.space(kAroundQuote);
+  const Length left = flow_.left();
   indents_.push_back(indentBy(kQuoteIndent));
+  if (indents_.back() == kQuoteIndent) {
+    flow_.beginBackdrop({left + kQuoteBar, kQuoteBar, kQuoteColor});
+  }
   ++quotes_;
 }
 
 void TypesetWriter::endQuote() {
-  texts_.setWaiting(0);
-  flow_.endBackdrop();
+  texts_.setWaiting(2 * scaled(kTextLeading, kTextSize));
+  if (indents_.back() == kQuoteIndent) {
+    flow_.endBackdrop();
+  }
   flow_.indentBy(-indents_.back());
   indents_.pop_back();
   --quotes_;
-  flow_.space(kAfterParagraph + kPoint * 2);
+  texts_.space(kAroundQuote);
 }
 
+// Where the indentation leaves no room for a marker, it is in a line of its own.
 void TypesetWriter::beginItem(document::Task task) {
-  texts_.addMarker({lists_.next(task), bodyStyle(), flow_.left() - lists_.kMarkerGap});
+  const Length right = flow_.left() - lists_.kMarkerGap;
+  if (texts_.hasMarkerAt(right)) {
+    setLine({});
+  }
+  const std::string marker = lists_.next(task);
+  if (drawer_.widthOf(marker, bodyStyle()) > right - kEdge) {
+    return setLine(marker);
+  }
+  texts_.addMarker({marker, bodyStyle(), right});
 }
 
 void TypesetWriter::endItem() {
   if (texts_.hasMarkers()) {
-    beginText(bodyStyle(), {.after = lists_.kTightGap, .leading = kTextLeading});
-    endText();
+    setLine({});
   }
+}
+
+void TypesetWriter::setLine(std::string_view text) {
+  beginText(bodyStyle(), {.after = lists_.kTightGap, .leading = kTextLeading});
+  collector_.add(text);
+  endText();
 }
 
 void TypesetWriter::beginCode() {
   TextStyle style = bodyStyle();
   style.font = fontOf(Family::Mono, false, false);
   style.size = kCodeSize;
-  beginText(style, {.leading = kCodeLeading, .keepsBlanks = true, .isKerned = false, .padding = kCodePadding});
+  beginText(style, {.before = kAroundCode,
+                    .after = kAroundCode,
+                    .leading = kCodeLeading,
+                    .keepsBlanks = true,
+                    .isKerned = false,
+                    .padding = kCodePadding,
+                    .shade = kCodeShade});
   isInCode_ = true;
   codeColumn_ = 0;
 }
 
 void TypesetWriter::endCode() {
   isInCode_ = false;
-  texts_.setWaiting(2 * kCodePadding + 2 * scaled(kCodeLeading, kCodeSize));
-  flow_.keepTogether(2 * kCodePadding + 2 * scaled(kCodeLeading, kCodeSize));
-  flow_.beginBackdrop({flow_.left(), flow_.width(), kCodeShade});
-  flow_.take(kCodePadding);
   endText();
-  if (flow_.room() >= kCodePadding) {
-    flow_.take(kCodePadding);
-  }
-  flow_.endBackdrop();
-  flow_.space(kAfterParagraph + kPoint * 2);
 }
 
 void TypesetWriter::writeRule() {
-  texts_.setWaiting(0);
+  markPlaces();
+  texts_.setWaiting(kRuleHeight, kRuleSpace);
   flow_.space(kRuleSpace);
   const Length top = flow_.take(kRuleHeight);
   pages_.canvas().area(flow_.left(), top, flow_.width(), kRuleHeight, kRuleColor);
@@ -341,8 +362,16 @@ void TypesetWriter::beginSection(const Event& section) {
   }
 }
 
+// Names the places that no text has come after.
+void TypesetWriter::markPlaces() {
+  for (TextAnchor& anchor : collector_.takeAnchors()) {
+    flow_.mark(std::move(anchor.name));
+  }
+}
+
 void TypesetWriter::beginTable(const document::Table& table) {
   endLooseText();
+  markPlaces();
   tables_.begin(table);
 }
 
@@ -353,6 +382,8 @@ void TypesetWriter::finish() {
     flow_.take(0);
     flow_.endPage();
   }
+  markPlaces();
+  flow_.markEnd();
   contents_.finish(places_);
   running_.finish(pages_);
   const FileRoots roots{writeCatalog(), writeInformation(file_, metadata())};
@@ -362,7 +393,14 @@ void TypesetWriter::finish() {
 
 Metadata TypesetWriter::metadata() const {
   const auto text = [this](std::string_view name) { return std::string(settings_.text(name)); };
-  return {text("title"), text("author"), text("subject"), text("keywords"), text("language"), settings_.clock()};
+  Metadata metadata{text("title"),    text("author"),   text("subject"),
+                    text("keywords"), text("language"), settings_.clock()};
+  for (const auto& [name, value] : settings_.properties()) {
+    if (isPropertyName(name)) {
+      metadata.properties.emplace_back(name, value);
+    }
+  }
+  return metadata;
 }
 
 int TypesetWriter::writeCatalog() {
@@ -393,6 +431,12 @@ int TypesetWriter::writeCatalog() {
 }
 
 void TypesetWriter::warn() {
+  for (const auto& [name, value] : settings_.properties()) {
+    if (!isPropertyName(name)) {
+      warnings_.add(WarningCode::SomethingLeftOut,
+                    "the property '" + std::string(name) + "', a name that the file cannot have");
+    }
+  }
   for (const auto& [script, count] : shaper_.missing()) {
     warnings_.add(WarningCode::CharactersReplaced,
                   "characters" + (script == kNoScript ? "" : " of the script " + nameOf(script)) +

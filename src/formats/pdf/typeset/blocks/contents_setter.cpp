@@ -65,9 +65,8 @@ void ContentsSetter::drawLeader(Length begin, Length end, Length baseline, const
 void ContentsSetter::finish(const NamedPlaces& places) {
   for (const Number& number : numbers_) {
     const Place* const place = places.find(number.id);
-    writeNumberForm(
-        file_, number.form, pages_.fontResources(), fonts_,
-        {number.style.font, number.style.size, number.style.color, place == nullptr ? 0 : place->pageNumber, true});
+    writeNumberForm(file_, number.form, pages_.fontResources(), shaper_,
+                    {place == nullptr ? std::string() : std::to_string(place->pageNumber), number.style, true});
   }
 }
 

@@ -7,6 +7,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace scrivalen::typeset {
@@ -25,6 +26,8 @@ class InlineCollector : public document::EventSink {
   void add(std::string_view utf8) { text_.add(utf8, styles_.back()); }
   /// A place before what comes next.
   void addAnchor(std::string_view name) { text_.anchors.push_back({text_.text.size(), std::string(name)}); }
+  /// The places that no text has come after.
+  std::vector<TextAnchor> takeAnchors() { return std::exchange(text_.anchors, {}); }
   bool isEmpty() const { return text_.isEmpty(); }
   const TextStyle& style() const { return styles_.back(); }
   /// The text so far, which is then empty.

@@ -22,7 +22,7 @@ std::string ListNesting::next(document::Task task) {
   }
   if (task != document::Task::None) {
     marker += marker.empty() ? "" : " ";
-    marker += task == document::Task::Done ? "[x]" : "[ ]";
+    marker += task == document::Task::Done ? "\u2611" : "\u2610";
   }
   return marker;
 }

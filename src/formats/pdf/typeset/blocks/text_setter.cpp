@@ -9,6 +9,9 @@ namespace {
 // The lines of a paragraph that are on one page at least.
 constexpr std::size_t kFewestLines = 2;
 
+// What the line of a picture has besides it.
+constexpr Length kPictureSlack = 20 * kPoint;
+
 Length heightOf(const std::vector<TextLine>& lines, std::size_t first, std::size_t end) {
   Length height = 0;
   for (; first < end; ++first) {
@@ -18,9 +21,12 @@ Length heightOf(const std::vector<TextLine>& lines, std::size_t first, std::size
 }
 
 // The lines at the beginning that stay together.
-std::size_t firstLines(const std::vector<TextLine>& lines, bool staysWhole) {
-  return staysWhole || lines.size() <= kFewestLines + 1 ? lines.size() : kFewestLines;
+std::size_t firstLines(const std::vector<TextLine>& lines) {
+  return lines.size() <= kFewestLines + 1 ? lines.size() : kFewestLines;
 }
+
+// The padding above and below the lines of each page.
+Length paddingOf(const BlockRule& rule) { return rule.shade ? rule.padding : 0; }
 
 }  // namespace
 
@@ -33,7 +39,7 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
                          .keepsBlanks = rule.keepsBlanks,
                          .isKerned = rule.isKerned,
                          .isJustified = rule.align == document::Align::Justify,
-                         .height = flow_.shape().textHeight() * 9 / 10},
+                         .height = tallestPicture()},
                         shaper_);
   Waiting block{std::move(text),
                 std::move(set),
@@ -41,38 +47,65 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
                 flow_.left() + rule.padding,
                 width,
                 std::move(entry),
-                std::exchange(markers_, {})};
+                std::exchange(markers_, {}),
+                flow_.backdrops()};
   if (rule.staysWithNext) {
     waiting_.push_back(std::move(block));
     if (waiting_.size() > kMostWaiting) {
-      setWaiting(0);
+      draw(waiting_.front());
+      waiting_.erase(waiting_.begin());
     }
     return;
   }
-  const std::size_t first = firstLines(block.set.lines, false);
-  setWaiting(rule.before + heightOf(block.set.lines, 0, first));
+  const std::size_t first = firstLines(block.set.lines);
+  setWaiting(heightOf(block.set.lines, 0, first) + 2 * paddingOf(rule), rule.before);
   draw(block);
 }
 
-void TextSetter::setWaiting(Length height) {
-  const std::vector<Waiting> waiting = std::exchange(waiting_, {});
-  Length whole = height;
-  for (const Waiting& block : waiting) {
-    whole += std::max(block.rule.before, block.rule.after) + heightOf(block.set.lines, 0, block.set.lines.size());
+// Of what waits, with the space after the last of it.
+Length TextSetter::waitingHeight(Length gap) const {
+  Length height = 0;
+  for (const Waiting& block : waiting_) {
+    height += std::max(gap, block.rule.before) + heightOf(block.set.lines, 0, block.set.lines.size());
+    gap = block.rule.after;
   }
-  if (!waiting.empty()) {
-    flow_.keepTogether(whole);
+  return height + gap;
+}
+
+// A picture leaves room for some of the text around it, and for the headings before it.
+Length TextSetter::tallestPicture() const {
+  const Length all = flow_.shape().textHeight();
+  const Length room = all - (waiting_.empty() ? 0 : waitingHeight(0) + kPictureSlack);
+  return std::max(std::min(room, all * 9 / 10), all / 3);
+}
+
+void TextSetter::setWaiting(Length height, Length before) {
+  if (waiting_.empty()) {
+    return;
   }
-  for (const Waiting& block : waiting) {
+  const Length after = waiting_.back().rule.after;
+  const Length whole = waitingHeight(flow_.gap()) + std::max<Length>(before - after, 0) + height;
+  flow_.keepTogether(whole - flow_.gap());
+  for (const Waiting& block : std::exchange(waiting_, {})) {
     draw(block);
+  }
+}
+
+void TextSetter::space(Length height) {
+  if (waiting_.empty()) {
+    flow_.space(height);
+  } else {
+    Length& after = waiting_.back().rule.after;
+    after = std::max(after, height);
   }
 }
 
 // How many of the lines are on the page that is open: all that fit, unless a single line were left alone on either
 // page.
-std::size_t TextSetter::linesForPage(const std::vector<TextLine>& lines, std::size_t first) const {
+std::size_t TextSetter::linesForPage(const Waiting& block, std::size_t first) const {
+  const std::vector<TextLine>& lines = block.set.lines;
   const std::size_t left = lines.size() - first;
-  Length room = flow_.room();
+  Length room = flow_.room() - 2 * paddingOf(block.rule);
   std::size_t fitting = 0;
   while (fitting < left && lines[first + fitting].height <= room) {
     room -= lines[first + fitting].height;
@@ -92,29 +125,45 @@ std::size_t TextSetter::linesForPage(const std::vector<TextLine>& lines, std::si
 
 void TextSetter::draw(const Waiting& block) {
   flow_.space(block.rule.before);
+  const Length padding = paddingOf(block.rule);
   std::size_t line = 0;
   while (line < block.set.lines.size()) {
-    const std::size_t count = linesForPage(block.set.lines, line);
+    const std::size_t count = linesForPage(block, line);
     if (count == 0) {
       flow_.endPage();
       continue;
     }
+    std::size_t backdrops = block.backdrops;
+    if (block.rule.shade) {
+      flow_.beginBackdrop({block.left - padding, block.width + 2 * padding, *block.rule.shade});
+      ++backdrops;
+      flow_.take(padding);
+    }
     for (const std::size_t end = line + count; line < end; ++line) {
-      const TextLine& here = block.set.lines[line];
-      const Length top = flow_.take(here.height);
-      if (line == 0) {
-        drawMarkersOf(block.markers, top + here.baseline);
-        if (block.entry) {
-          outline_.add(block.entry->level, block.entry->text, pages_.placeAt(top));
-        }
-      }
-      drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align);
+      drawLine(block, line, backdrops);
+    }
+    if (block.rule.shade) {
+      // A line that no page holds leaves no room.
+      flow_.take(std::min(padding, std::max<Length>(flow_.room(), 0)));
+      flow_.endBackdrop();
     }
     if (line < block.set.lines.size()) {
       flow_.endPage();
     }
   }
   flow_.space(block.rule.after);
+}
+
+void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t backdrops) {
+  const TextLine& here = block.set.lines[line];
+  const Length top = flow_.take(here.height, backdrops);
+  if (line == 0) {
+    drawMarkersOf(block.markers, top + here.baseline);
+    if (block.entry) {
+      outline_.add(block.entry->level, block.entry->text, pages_.placeAt(top));
+    }
+  }
+  drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align);
 }
 
 void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(markers_, {}), baseline); }

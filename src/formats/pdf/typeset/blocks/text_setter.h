@@ -23,7 +23,8 @@ struct BlockRule {
   bool keepsBlanks = false;
   bool isKerned = true;
   bool staysWithNext = false;  ///< on the page of what comes next
-  Length padding = 0;          ///< on the left and right, in the shade of code
+  Length padding = 0;          ///< between the text and the edges of its shade
+  std::optional<Rgb> shade = std::nullopt;
 };
 
 /// A place in the outline.
@@ -52,7 +53,12 @@ class TextSetter {
   void set(StyledText text, const BlockRule& rule, std::optional<OutlineEntry> entry = std::nullopt);
   /// Sets what waits for the next block, which is not a text.
   /// @param height  what of that block has to be on the same page
-  void setWaiting(Length height);
+  /// @param before  the least space before that block
+  void setWaiting(Length height, Length before = 0);
+  /// Leaves at least this much space after the last block.
+  void space(Length height);
+  /// Whether a marker that waits ends there.
+  bool hasMarkerAt(Length right) const { return !markers_.empty() && markers_.back().right == right; }
   /// Draws the markers that wait beside a block that is not a text.
   void drawMarkers(Length baseline);
 
@@ -65,13 +71,17 @@ class TextSetter {
     Length width;
     std::optional<OutlineEntry> entry;
     std::vector<Marker> markers;
+    std::size_t backdrops;  // that were open around it
   };
 
   // More headings in a row than this do not wait for the text after them.
   static constexpr std::size_t kMostWaiting = 8;
 
   void draw(const Waiting& block);
-  std::size_t linesForPage(const std::vector<TextLine>& lines, std::size_t first) const;
+  void drawLine(const Waiting& block, std::size_t line, std::size_t backdrops);
+  std::size_t linesForPage(const Waiting& block, std::size_t first) const;
+  Length waitingHeight(Length gap) const;
+  Length tallestPicture() const;
   void drawMarkersOf(const std::vector<Marker>& markers, Length baseline);
 
   Flow& flow_;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <string_view>
 #include <utility>
 
@@ -12,6 +13,9 @@ namespace scrivalen::typeset {
 namespace {
 
 constexpr std::string_view kProducer = "Scrivalen";
+constexpr std::size_t kLongestName = 127;  // PDF 1.7, Annex C
+constexpr std::string_view kOwnNames[] = {"Title",    "Author",       "Subject", "Keywords", "Creator",
+                                          "Producer", "CreationDate", "ModDate", "Trapped"};
 
 void appendMarkup(std::string& out, std::string_view text) {
   for (const char c : text) {
@@ -54,6 +58,11 @@ void append(std::string& out, std::string_view begin, std::string_view text, std
 
 }  // namespace
 
+bool isPropertyName(std::string_view name) {
+  return name.size() <= kLongestName &&
+         std::find(std::begin(kOwnNames), std::end(kOwnNames), name) == std::end(kOwnNames);
+}
+
 int writeInformation(PdfFile& file, const Metadata& metadata) {
   std::string object = "<<";
   const auto add = [&object](std::string_view key, std::string_view text) {
@@ -68,6 +77,10 @@ int writeInformation(PdfFile& file, const Metadata& metadata) {
   add("/Keywords", metadata.keywords);
   add("/Creator", kProducer);
   add("/Producer", kProducer);
+  for (const auto& [name, value] : metadata.properties) {
+    appendName(object, name);
+    appendText(object, value);
+  }
   object += "/CreationDate";
   appendDate(object, metadata.time);
   object += "/ModDate";

@@ -4,6 +4,9 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace scrivalen::typeset {
 
@@ -14,9 +17,12 @@ struct Metadata {
   std::string subject;
   std::string keywords;
   std::string language;
-  std::int64_t time = 0;  ///< of its making, in seconds since 1970-01-01 UTC
+  std::int64_t time = 0;                                             ///< of its making, in seconds since 1970-01-01 UTC
+  std::vector<std::pair<std::string, std::string>> properties = {};  ///< others, by their names
 };
 
+/// Whether a property can have this name beside those that every file may have.
+bool isPropertyName(std::string_view name);
 /// The information dictionary (PDF 1.7, 14.3.3). @return its number
 int writeInformation(PdfFile& file, const Metadata& metadata);
 /// The same as XMP (14.3.2), uncompressed, for programs that do not read PDF. @return its number

@@ -124,9 +124,13 @@ void Canvas::image(const PictureMatrix& matrix, std::string_view name) {
   areas_ += " Do Q\n";
 }
 
-void Canvas::form(Length x, Length baseline, std::string_view name) {
+void Canvas::form(Length x, Length baseline, std::string_view name, std::int64_t scale) {
   endAreas();
-  areas_ += "q 10 0 0 10 ";
+  areas_ += "q ";
+  appendThousandths(areas_, scale * kUnitsPerPoint);
+  areas_ += " 0 0 ";
+  appendThousandths(areas_, scale * kUnitsPerPoint);
+  areas_ += ' ';
   appendInteger(areas_, tenths(x));
   areas_ += ' ';
   appendInteger(areas_, tenths(height_ - baseline));

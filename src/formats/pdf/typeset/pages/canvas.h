@@ -30,8 +30,8 @@ class Canvas {
   /// page.
   void image(const PictureMatrix& matrix, std::string_view name);
   Length height() const { return height_; }
-  /// Draws a form object, whose origin is at this point.
-  void form(Length x, Length baseline, std::string_view name);
+  /// Draws a form object, whose origin is at this point. @param scale  in thousandths
+  void form(Length x, Length baseline, std::string_view name, std::int64_t scale = 1000);
 
   /// The whole content; valid until the page is changed.
   std::string_view content();

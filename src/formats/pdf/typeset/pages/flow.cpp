@@ -11,7 +11,7 @@ void Flow::beginPage() {
 
 Length Flow::room() const { return isAtTop() ? shape_.textHeight() : shape_.textBottom() - y_ - gap_; }
 
-Length Flow::take(Length height) {
+Length Flow::take(Length height, std::size_t backdrops) {
   if (pages_.isOpen() && !isAtTop_ && height > room()) {
     endPage();
   }
@@ -22,10 +22,26 @@ Length Flow::take(Length height) {
   gap_ = 0;
   isAtTop_ = false;
   y_ = top + height;
-  for (OpenBackdrop& open : backdrops_) {
-    open.top = open.top.value_or(top);
+  for (std::size_t i = 0; i < backdrops; ++i) {
+    backdrops_[i].top = backdrops_[i].top.value_or(top);
   }
+  placeMarks(pages_.placeAt(top));
   return top;
+}
+
+void Flow::placeMarks(const Place& place) {
+  for (const std::string& name : marks_) {
+    places_.add(name, place);
+  }
+  marks_.clear();
+}
+
+void Flow::markEnd() {
+  if (pages_.isOpen()) {
+    placeMarks(pages_.placeAt(y_));
+  } else if (end_.page != 0) {
+    placeMarks(end_);
+  }
 }
 
 void Flow::keepTogether(Length height) {
@@ -41,6 +57,7 @@ void Flow::endPage() {
   for (OpenBackdrop& open : backdrops_) {
     draw(open);
   }
+  end_ = pages_.placeAt(y_);
   pages_.end();
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstddef>
 #include <optional>
+#include <string>
+#include <utility>
 #include <vector>
 
 namespace scrivalen::typeset {
@@ -19,8 +21,9 @@ struct Backdrop {
 /// Gives blocks their place, from top to bottom and page by page.
 class Flow {
  public:
-  /// @param pages  not owned; must outlive this object
-  Flow(PageMaker& pages, const PageShape& shape) : pages_(pages), usual_(shape), shape_(shape) {}
+  /// @param pages, places  not owned; must outlive this object
+  Flow(PageMaker& pages, NamedPlaces& places, const PageShape& shape)
+      : pages_(pages), places_(places), usual_(shape), shape_(shape) {}
 
   const PageShape& shape() const { return shape_; }
   /// Where text begins, and how much space it has.
@@ -31,8 +34,12 @@ class Flow {
 
   /// Leaves at least this much space before what comes next, unless that begins a page.
   void space(Length height) { gap_ = std::max(gap_, height); }
+  /// The space before what comes next.
+  Length gap() const { return gap_; }
   /// Takes space, on a new page if there is not enough left on this one. @return where it begins
-  Length take(Length height);
+  Length take(Length height) { return take(height, backdrops_.size()); }
+  /// The same, for a block that is only in the first of the backdrops.
+  Length take(Length height, std::size_t backdrops);
   /// How much space the page has left; all of it on a new one.
   Length room() const;
   bool isAtTop() const { return !pages_.isOpen() || isAtTop_; }
@@ -42,6 +49,12 @@ class Flow {
   /// Ends the page, and turns the ones that come.
   void turn(bool isTurned);
 
+  /// Names the place of what comes next.
+  void mark(std::string name) { marks_.push_back(std::move(name)); }
+  /// Names the end of the document what nothing has come after.
+  void markEnd();
+
+  std::size_t backdrops() const { return backdrops_.size(); }
   void beginBackdrop(const Backdrop& backdrop) { backdrops_.push_back({backdrop, std::nullopt}); }
   void endBackdrop();
 
@@ -53,8 +66,10 @@ class Flow {
 
   void beginPage();
   void draw(OpenBackdrop& open);
+  void placeMarks(const Place& place);
 
   PageMaker& pages_;
+  NamedPlaces& places_;
   PageShape usual_;
   PageShape shape_;
   Length y_ = 0;
@@ -62,6 +77,8 @@ class Flow {
   Length indent_ = 0;
   bool isAtTop_ = true;
   std::vector<OpenBackdrop> backdrops_;
+  std::vector<std::string> marks_;
+  Place end_;  // of the last page that is written
 };
 
 }  // namespace scrivalen::typeset

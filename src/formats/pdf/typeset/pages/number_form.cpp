@@ -2,28 +2,25 @@
 
 #include "formats/pdf/typeset/file/syntax.h"
 #include "formats/pdf/typeset/pages/canvas.h"
-
-#include <string>
+#include "formats/pdf/typeset/pages/short_text.h"
 
 namespace scrivalen::typeset {
 
-void writeNumberForm(PdfFile& file, int object, int fontResources, FontSet& fonts, const NumberForm& form) {
-  const std::string digits = std::to_string(form.number);
-  Typeface& font = fonts.at(form.font);
-  font.use(digits);
-  const Length width = font.widthOf(digits, form.size);
-  const Length left = form.isRightAligned ? -width : 0;
+void writeNumberForm(PdfFile& file, int object, int fontResources, Shaper& shaper, const NumberForm& form) {
+  const ShortText text(form.text, form.style, shaper);
+  const Length size = form.style.size;
+  const Length left = form.isRightAligned ? -text.width() : 0;
   Canvas canvas;
   canvas.begin(0);
-  canvas.text(left, 0, {form.font, 0}, form.size, form.color, digits);
+  text.draw(canvas, left, 0);
   std::string entries = "/Type/XObject/Subtype/Form/BBox[";
   appendThousandths(entries, left);
   entries += ' ';
-  appendThousandths(entries, -form.size);
+  appendThousandths(entries, -size);
   entries += ' ';
-  appendThousandths(entries, left + width);
+  appendThousandths(entries, left + text.width());
   entries += ' ';
-  appendThousandths(entries, form.size);
+  appendThousandths(entries, size);
   entries += "]/Resources<</Font ";
   appendReference(entries, fontResources);
   entries += ">>";

@@ -82,15 +82,17 @@ void PageMaker::link(const Box& box, std::string_view address) {
 void PageMaker::image(const Box& box, int object, int orientation) {
   const std::string name = std::string(1, 'I').append(std::to_string(object));
   canvas_.image(pictureMatrix(orientation, box.x, shape_.height - box.top - box.height, box.width, box.height), name);
-  if (forms_.find(name + ' ') == forms_.npos) {
-    useForm(name, object);
-  }
+  useForm(name, object);
 }
 
 void PageMaker::useForm(std::string_view name, int object) {
-  appendName(forms_, name);
-  forms_ += ' ';
-  appendReference(forms_, object);
+  std::string entry;
+  appendName(entry, name);
+  entry += ' ';
+  if (forms_.find(entry) == forms_.npos) {
+    forms_ += entry;
+    appendReference(forms_, object);
+  }
 }
 
 }  // namespace scrivalen::typeset

@@ -43,6 +43,7 @@ class LineSetter {
  private:
   void addSegment(std::size_t begin, std::size_t end);
   void addWord(std::size_t begin, std::size_t end);
+  void makeRoom(std::size_t begin, Length wordWidth);
   void addLongWord(std::size_t begin, std::size_t end);
   bool endsInSoftHyphen(std::size_t end) const;
   ShapedRun hyphenAt(std::size_t end);
@@ -118,13 +119,26 @@ void LineSetter::addSegment(std::size_t begin, std::size_t end) {
   }
 }
 
+// Before a word that the line has no room for. Indentation is not left alone in a line: a word that has to be broken
+// stays beside it, unless it takes more than half of the line.
+void LineSetter::makeRoom(std::size_t begin, Length wordWidth) {
+  if (hasText_) {
+    return endLine(begin, true);
+  }
+  if (wordWidth <= rule_.width || width_ > rule_.width / 2) {
+    items_.clear();
+    content_.clear();
+    width_ = 0;
+  }
+}
+
 void LineSetter::addWord(std::size_t begin, std::size_t end) {
   wordItems_.clear();
   wordContent_.clear();
   const Length width = shape(begin, end, wordItems_, wordContent_);
   const Length hyphen = endsInSoftHyphen(end) ? hyphenAt(end).width : 0;
   if (width_ + width + hyphen > rule_.width && !items_.empty()) {
-    endLine(begin, true);
+    makeRoom(begin, width);
   }
   if (width > rule_.width && !rule_.keepsWords) {
     return addLongWord(begin, end);

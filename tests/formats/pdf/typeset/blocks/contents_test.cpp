@@ -1,0 +1,131 @@
+#include "formats/pdf/typeset/shown_document.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace scrivalen::test {
+namespace {
+
+// Contents with an item for each text, whose places are on a page of their own each.
+void addContents(ShownDocument& document, std::initializer_list<std::pair<int, std::string>> items) {
+  document.beginContents();
+  for (const auto& [level, text] : items) {
+    document.contentsItem(level, text, text);
+  }
+  document.end();
+  for (const auto& [level, text] : items) {
+    document.pageBreak();
+    document.beginHeading(level, text, document::Align::Auto);
+    document.text(text);
+    document.end();
+  }
+}
+
+TEST(Contents, HaveTextLeaderAndPageNumber) {
+  ShownDocument document;
+  addContents(document, {{1, "First"}, {2, "Second"}});
+  const ShownPages pages = document.pages();
+  const std::vector<ShownText> line = pages.at(0).lineOf("First");
+  ASSERT_EQ(line.size(), 3u);
+  EXPECT_EQ(line[0].text, "First");
+  EXPECT_EQ(line[1].text.substr(0, 8), ". . . . ");
+  EXPECT_EQ(line[2].text, "2");
+  EXPECT_EQ(pages.at(0).lineOf("Second").back().text, "3");
+}
+
+TEST(Contents, EndAllNumbersAtTheRightMargin) {
+  ShownDocument document;
+  document.beginContents();
+  document.contentsItem(1, "near", "Near");
+  document.contentsItem(1, "far", "Far");
+  document.end();
+  document.anchor("near");
+  for (int i = 0; i < 11; ++i) {
+    document.paragraph("text");
+    document.pageBreak();
+  }
+  document.anchor("far");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  const ShownText one = pages.at(0).lineOf("Near").back();
+  const ShownText two = pages.at(0).lineOf("Far").back();
+  EXPECT_EQ(one.text, "1");
+  EXPECT_EQ(two.text, "12");
+  constexpr double kDigit = 5.56;
+  EXPECT_NEAR(one.x + kDigit, 595.3 - 56.7, 0.2);
+  EXPECT_NEAR(two.x + 2 * kDigit, 595.3 - 56.7, 0.2);
+}
+
+TEST(Contents, PutTheDotsOfAllLinesBelowEachOther) {
+  ShownDocument document;
+  addContents(document, {{2, "Short"}, {2, "A longer one"}, {3, "i"}});
+  const ShownPages pages = document.pages();
+  const double first = pages.at(0).lineOf("Short")[1].x;
+  for (const char* text : {"A longer one", "i"}) {
+    const double steps = (pages.at(0).lineOf(text)[1].x - first) / 5.56;
+    EXPECT_NEAR(steps, std::round(steps), 0.05) << text;
+  }
+}
+
+TEST(Contents, IndentLevels) {
+  ShownDocument document;
+  addContents(document, {{1, "One"}, {2, "Two"}, {6, "Six"}});
+  const ShownPages pages = document.pages();
+  EXPECT_NEAR(pages.at(0).find("One").x, 56.7, 0.1);
+  EXPECT_NEAR(pages.at(0).find("Two").x, 56.7 + 14, 0.1);
+  EXPECT_NEAR(pages.at(0).find("Six").x, 56.7 + 5 * 14, 0.1);
+}
+
+TEST(Contents, WrapALongTextBeforeTheNumber) {
+  ShownDocument document;
+  std::string text;
+  for (int i = 0; i < 40; ++i) {
+    text += "word" + std::to_string(i) + " ";
+  }
+  addContents(document, {{1, text + "end"}});
+  const ShownPages pages = document.pages();
+  const std::vector<ShownText> first = pages.at(0).lineOf("word0");
+  const std::vector<ShownText> last = pages.at(0).lineOf("end");
+  EXPECT_EQ(first.size(), 1u);
+  EXPECT_LT(last.front().y, first.front().y);
+  EXPECT_EQ(last.back().text, "2");
+}
+
+TEST(Contents, LeadToTheirPlaces) {
+  ShownDocument document;
+  addContents(document, {{1, "First"}});
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).links.size(), 2u);
+  EXPECT_EQ(pages.at(0).links[0].target, "#First");
+  EXPECT_EQ(pages.at(0).links[1].target, "#First");
+  EXPECT_NEAR(pages.at(0).links[1].box[2], 595.3 - 56.7, 0.1);
+  EXPECT_TRUE(pages.place("First").starts_with("1 "));
+}
+
+TEST(Contents, HaveNoNumberForAMissingPlace) {
+  ShownDocument document;
+  document.beginContents();
+  document.contentsItem(1, "nowhere", "Nowhere");
+  document.end();
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.at(0).lineOf("Nowhere").size(), 2u);
+}
+
+TEST(Contents, GoOnOverPages) {
+  ShownDocument document;
+  document.beginContents();
+  for (int i = 1; i <= 200; ++i) {
+    document.contentsItem(2, "place", "Item " + std::to_string(i));
+  }
+  document.end();
+  document.anchor("place");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  EXPECT_GT(pages.pageOf("Item 200"), 2);
+  EXPECT_GT(pages.at(1).find("Item").y, 841.9 - 56.7 - 20);
+}
+
+}  // namespace
+}  // namespace scrivalen::test

@@ -1,0 +1,173 @@
+#include "document/pictures/picture.h"
+#include "formats/pdf/typeset/shown_document.h"
+#include "support/documents/pictures.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+
+namespace scrivalen::test {
+namespace {
+
+// A document with a number of lines before what an action adds.
+ShownPages pagesWith(int lines, const std::function<void(ShownDocument&)>& add) {
+  ShownDocument document;
+  document.addLines(lines);
+  add(document);
+  return document.pages();
+}
+
+// Moves what an action adds line by line down a page; "Heading" and "next" are to be on one page each time, and the
+// page has to be left at last.
+void expectTogether(const std::function<void(ShownDocument&)>& add) {
+  bool isMoved = false;
+  for (int lines = 30; lines < 40; ++lines) {
+    const ShownPages pages = pagesWith(lines, add);
+    const int heading = pages.pageOf("Heading");
+    EXPECT_EQ(heading, pages.pageOf("next")) << lines;
+    isMoved = isMoved || heading == 1;
+  }
+  EXPECT_TRUE(isMoved);
+}
+
+TEST(KeepRules, KeepAHeadingWithAParagraph) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.paragraph("next");
+  });
+}
+
+TEST(KeepRules, KeepHeadingsWithEachOther) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.heading(2, "Another");
+    document.heading(3, "Third");
+    document.paragraph("next");
+  });
+}
+
+TEST(KeepRules, KeepAHeadingWithATable) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.beginTable({}, {});
+    document.addRow({"header"}, true);
+    document.addRow({"next"});
+    document.end();
+  });
+}
+
+TEST(KeepRules, KeepAHeadingWithAList) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.beginList(true, 1, true);
+    document.beginItem(document::Task::None);
+    document.paragraph("next");
+    document.end();
+    document.end();
+  });
+}
+
+TEST(KeepRules, KeepAHeadingWithCode) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.beginCode({});
+    document.text("next\nline\nline");
+    document.end();
+  });
+}
+
+TEST(KeepRules, KeepAHeadingWithAQuote) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.beginQuote();
+    document.paragraph("next");
+    document.end();
+  });
+}
+
+TEST(KeepRules, KeepTheLastHeadingOfAListWithWhatComesAfter) {
+  expectTogether([](ShownDocument& document) {
+    document.beginList(false, 1, false);
+    document.beginItem(document::Task::None);
+    document.heading(2, "Heading");
+    document.end();
+    document.end();
+    document.paragraph("next");
+  });
+}
+
+TEST(KeepRules, KeepAHeadingWithARule) {
+  for (int lines = 30; lines < 40; ++lines) {
+    const ShownPages pages = pagesWith(lines, [](ShownDocument& document) {
+      document.heading(1, "Heading");
+      document.rule();
+    });
+    EXPECT_EQ(static_cast<std::size_t>(pages.pageOf("Heading")), pages.count() - 1) << lines;
+    EXPECT_EQ(pages.at(pages.count() - 1).areas.size(), 1u);
+  }
+}
+
+TEST(KeepRules, KeepAHeadingWithAPictureOfAnyHeight) {
+  std::string reason;
+  const auto picture = document::Picture::read(greyPng(1000, 3000), reason);
+  ASSERT_NE(picture, nullptr) << reason;
+  for (const int lines : {0, 5, 30}) {
+    const ShownPages pages = pagesWith(lines, [&](ShownDocument& document) {
+      document.heading(1, "Heading");
+      document.heading(2, "Another");
+      document.image(picture, "alternative", 0, {});
+    });
+    const int page = pages.pageOf("Heading");
+    EXPECT_EQ(pages.at(static_cast<std::size_t>(page)).images.size(), 1u) << lines;
+    EXPECT_GT(pages.at(static_cast<std::size_t>(page)).images.at(0).y, 56.0);
+  }
+}
+
+TEST(KeepRules, LeaveNoLineAlone) {
+  std::string words;
+  for (int i = 0; i < 75; ++i) {
+    words += "word ";
+  }
+  bool isDivided = false;
+  for (int lines = 30; lines < 40; ++lines) {
+    const ShownPages pages = pagesWith(lines, [&words](ShownDocument& document) { document.paragraph(words); });
+    const auto linesOn = [&pages](std::size_t page) {
+      int count = 0;
+      for (const ShownText& text : page < pages.count() ? pages.at(page).texts : std::vector<ShownText>()) {
+        count += text.text.starts_with("word") ? 1 : 0;
+      }
+      return count;
+    };
+    EXPECT_EQ(linesOn(0) + linesOn(1), 4) << lines;
+    EXPECT_NE(linesOn(0), 1) << lines;
+    EXPECT_NE(linesOn(1), 1) << lines;
+    isDivided = isDivided || linesOn(0) == 2;
+  }
+  EXPECT_TRUE(isDivided);
+}
+
+TEST(KeepRules, FillAPageToItsEdge) {
+  // 38 lines of 13 points with 6 points between them are 716 of the 728.5 points of the page.
+  const ShownPages pages = pagesWith(39, [](ShownDocument&) {});
+  EXPECT_EQ(pages.pageOf("Line 38"), 0);
+  EXPECT_EQ(pages.pageOf("Line 39"), 1);
+}
+
+// How many pages have three paragraphs, 18 points, a heading of 21.6, 8 points and a paragraph: 111.6 points.
+std::size_t pagesWithMargin(std::string_view margin) {
+  ShownDocument document;
+  document.set("paper", "210x100");
+  document.set("margins", margin);
+  document.addLines(3);
+  document.heading(1, "Heading");
+  document.paragraph("next");
+  return document.pages().count();
+}
+
+TEST(KeepRules, PutAHeadingWhereItJustFits) {
+  EXPECT_EQ(pagesWithMargin("85.93pt"), 1u);
+  EXPECT_EQ(pagesWithMargin("85.94pt"), 2u);
+}
+
+}  // namespace
+}  // namespace scrivalen::test

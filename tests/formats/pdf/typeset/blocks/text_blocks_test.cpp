@@ -1,0 +1,417 @@
+#include "formats/pdf/typeset/shown_document.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace scrivalen::test {
+namespace {
+
+using document::Align;
+using document::Span;
+using document::Task;
+
+constexpr double kLeft = 56.7;
+constexpr double kRight = 595.28 - 56.7;
+
+ShownPages pagesOf(Span span) {
+  ShownDocument document;
+  document.beginParagraph(Align::Auto);
+  document.text("usual ");
+  document.addSpan(span, "span");
+  document.end();
+  return document.pages();
+}
+
+TEST(Title, IsShownAboveTheFirstBlock) {
+  ShownDocument document;
+  document.set("title", "The title");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.at(0).all(), "The title text");
+  EXPECT_EQ(pages.at(0).texts[0].size, 24);
+  EXPECT_EQ(pages.outline(), "");
+}
+
+TEST(Title, IsNotShownBeforeAHeadingOrWhenItShouldNotBe) {
+  ShownDocument document;
+  document.set("title", "The title");
+  document.heading(1, "Heading");
+  EXPECT_EQ(document.pages().at(0).all(), "Heading");
+  ShownDocument hidden;
+  hidden.set("title", "The title");
+  hidden.set("show-title", "no");
+  hidden.paragraph("text");
+  EXPECT_EQ(hidden.pages().at(0).all(), "text");
+}
+
+TEST(Headings, AreInProportionToTheText) {
+  ShownDocument document;
+  for (int level = 1; level <= 6; ++level) {
+    document.heading(level, "Level " + std::to_string(level));
+  }
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  const std::vector<double> sizes = {18, 14, 12, 11, 10, 10};
+  for (std::size_t i = 0; i < sizes.size(); ++i) {
+    EXPECT_EQ(pages.at(0).texts[i].size, sizes[i]) << i;
+  }
+  EXPECT_EQ(pages.at(0).find("text").size, 10);
+  EXPECT_NE(pages.at(0).find("Level 5").font, pages.at(0).find("Level 6").font);
+}
+
+TEST(Paragraphs, HaveThirteenPointsFromLineToLine) {
+  ShownDocument document;
+  document.beginParagraph(Align::Auto);
+  document.text("first");
+  document.lineBreak();
+  document.text("second");
+  document.end();
+  const ShownPages pages = document.pages();
+  EXPECT_NEAR(pages.at(0).find("first").y - pages.at(0).find("second").y, 13, 0.01);
+}
+
+TEST(Paragraphs, AreAligned) {
+  ShownDocument document;
+  for (const Align align : {Align::Left, Align::Center, Align::Right}) {
+    document.beginParagraph(align);
+    document.text(align == Align::Left ? "left" : align == Align::Center ? "center" : "right");
+    document.end();
+  }
+  const ShownPages pages = document.pages();
+  EXPECT_NEAR(pages.at(0).find("left").x, kLeft, 0.1);
+  EXPECT_NEAR(pages.at(0).find("center").x, (kLeft + kRight) / 2 - 14, 2);
+  EXPECT_NEAR(pages.at(0).find("right").x, kRight - 20.6, 2);
+}
+
+TEST(Spans, ChangeTheFont) {
+  for (const Span span : {Span::Strong, Span::Emphasis, Span::Code}) {
+    const ShownPages pages = pagesOf(span);
+    const ShownPage& page = pages.at(0);
+    EXPECT_NE(page.find("span").font, page.find("usual").font);
+    EXPECT_EQ(page.find("span").y, page.find("usual").y);
+  }
+}
+
+TEST(Spans, AreStruckOutOrUnderlined) {
+  const ShownPages deleted = pagesOf(Span::Deleted);
+  const ShownText through = deleted.at(0).find("span");
+  ASSERT_EQ(deleted.at(0).areas.size(), 1u);
+  EXPECT_NEAR(deleted.at(0).areas[0].x, through.x, 0.1);
+  EXPECT_GT(deleted.at(0).areas[0].y, through.y + 1);
+  EXPECT_LT(deleted.at(0).areas[0].y, through.y + 5);
+  const ShownPages underlined = pagesOf(Span::Underlined);
+  ASSERT_EQ(underlined.at(0).areas.size(), 1u);
+  EXPECT_LT(underlined.at(0).areas[0].y, underlined.at(0).find("span").y);
+  EXPECT_GT(underlined.at(0).areas[0].y, underlined.at(0).find("span").y - 3);
+}
+
+TEST(Spans, AreRaisedOrLowered) {
+  const ShownPages above = pagesOf(Span::Superscript);
+  EXPECT_NEAR(above.at(0).find("span").y, above.at(0).find("usual").y + 3.5, 0.01);
+  EXPECT_EQ(above.at(0).find("span").size, 6.5);
+  const ShownPages below = pagesOf(Span::Subscript);
+  EXPECT_NEAR(below.at(0).find("span").y, below.at(0).find("usual").y - 1.5, 0.01);
+}
+
+TEST(Spans, HaveColorsAndSizes) {
+  ShownDocument document;
+  document.beginParagraph(Align::Auto);
+  document.beginColored(Rgb{0xFF0000}, Rgb{0x0000FF});
+  document.text("red");
+  document.end();
+  document.beginSized(20);
+  document.text("large");
+  document.end();
+  document.text("usual");
+  document.end();
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.at(0).find("red").color, "1 0 0");
+  ASSERT_EQ(pages.at(0).areasOf("0 0 1").size(), 1u);
+  EXPECT_NEAR(pages.at(0).areasOf("0 0 1")[0].width, 14.45, 0.2);
+  EXPECT_EQ(pages.at(0).find("large").size, 20);
+  EXPECT_EQ(pages.at(0).find("large").color, "0");
+  EXPECT_EQ(pages.at(0).find("usual").size, 10);
+}
+
+TEST(Quotes, HaveABarAsHighAsTheirText) {
+  ShownDocument document;
+  document.beginQuote();
+  document.paragraph("first");
+  document.paragraph("last");
+  document.end();
+  document.paragraph("after");
+  const ShownPages pages = document.pages();
+  const ShownPage& page = pages.at(0);
+  ASSERT_EQ(page.areas.size(), 1u);
+  EXPECT_EQ(page.areas[0].width, 2);
+  EXPECT_GT(page.areas[0].y + page.areas[0].height, page.find("first").y + 7);
+  EXPECT_LT(page.areas[0].y, page.find("last").y);
+  EXPECT_GT(page.areas[0].y, page.find("after").y + 7);
+  EXPECT_NEAR(page.find("first").x, kLeft + 14, 0.1);
+  EXPECT_NEAR(page.find("after").x, kLeft, 0.1);
+}
+
+TEST(Quotes, HaveABarForEachLevelAndPage) {
+  ShownDocument document;
+  document.beginQuote();
+  document.paragraph("outer");
+  document.beginQuote();
+  document.addLines(50);
+  document.end();
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 2u);
+  for (std::size_t page = 0; page < 2; ++page) {
+    ASSERT_EQ(pages.at(page).areas.size(), 2u);
+    EXPECT_NE(pages.at(page).areas[0].x, pages.at(page).areas[1].x);
+  }
+}
+
+TEST(Quotes, DoNotReachToAHeadingBeforeThem) {
+  ShownDocument document;
+  document.heading(1, "Heading");
+  document.beginQuote();
+  document.paragraph("text");
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).areas.size(), 1u);
+  EXPECT_LT(pages.at(0).areas[0].y + pages.at(0).areas[0].height, pages.at(0).find("Heading").y);
+}
+
+TEST(Lists, HaveMarkersBesideTheirItems) {
+  ShownDocument document;
+  document.beginList(true, 9, true);
+  for (const char* text : {"nine", "ten"}) {
+    document.beginItem(Task::None);
+    document.text(text);
+    document.end();
+  }
+  document.end();
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.at(0).all(), "9. nine 10. ten");
+  const std::vector<ShownText> line = pages.at(0).lineOf("ten");
+  ASSERT_EQ(line.size(), 2u);
+  EXPECT_LT(line[0].x, line[1].x);
+  EXPECT_EQ(pages.at(0).find("nine").x, line[1].x);
+}
+
+TEST(Lists, HangTheLinesOfAnItem) {
+  ShownDocument document;
+  document.beginList(false, 1, true);
+  document.beginItem(Task::None);
+  for (int i = 0; i < 50; ++i) {
+    document.text("word ");
+  }
+  document.end();
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).texts.size(), 4u);
+  EXPECT_EQ(pages.at(0).texts[0].text, "\x95");
+  EXPECT_EQ(pages.at(0).texts[1].x, pages.at(0).texts[3].x);
+}
+
+TEST(Lists, NestWithOtherMarkers) {
+  ShownDocument document;
+  for (const char* text : {"outer", "inner", "innermost"}) {
+    document.beginList(false, 1, true);
+    document.beginItem(Task::None);
+    document.text(text);
+  }
+  for (int i = 0; i < 6; ++i) {
+    document.end();
+  }
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.at(0).all(), "\x95 outer \x96 inner \x95 innermost");
+  EXPECT_NEAR(pages.at(0).find("inner").x - pages.at(0).find("outer").x, 16, 0.1);
+}
+
+TEST(Lists, MarkItemsWithoutText) {
+  ShownDocument document;
+  document.beginList(true, 1, true);
+  for (int i = 0; i < 2; ++i) {
+    document.beginItem(Task::None);
+    document.end();
+  }
+  document.end();
+  EXPECT_EQ(document.pages().at(0).all(), "1. 2.");
+}
+
+TEST(Lists, KeepWideMarkersOnThePaper) {
+  ShownDocument document;
+  document.set("margins", "20mm 20mm 20mm 0mm");
+  document.beginList(true, 1000000, true);
+  document.beginItem(Task::None);
+  document.text("text");
+  document.end();
+  document.end();
+  const ShownPages pages = document.pages();
+  EXPECT_GE(pages.at(0).find("1000000.").x, 0);
+  EXPECT_GT(pages.at(0).find("1000000.").y, pages.at(0).find("text").y);
+}
+
+// The text of a file's fonts for a code: what a reader copies.
+TEST(Lists, HaveBoxesForTasks) {
+  ShownDocument document;
+  document.beginList(false, 1, true);
+  for (const Task task : {Task::Done, Task::Open}) {
+    document.beginItem(task);
+    document.text("task");
+    document.end();
+  }
+  document.end();
+  const ShownPages pages = document.pages();
+  std::string maps;
+  for (std::size_t i = 1; i < pages.objects().size(); ++i) {
+    const std::string stream = pages.objects().stream(static_cast<int>(i));
+    maps += stream.find("beginbfchar") == stream.npos && stream.find("beginbfrange") == stream.npos ? "" : stream;
+  }
+  EXPECT_NE(maps.find("<2611>"), maps.npos);
+  EXPECT_NE(maps.find("<2610>"), maps.npos);
+  EXPECT_EQ(document.warnings(), "");
+}
+
+constexpr std::string_view kShade = ".956";
+
+TEST(Code, IsOnAShadeInAMonospacedFont) {
+  ShownDocument document;
+  document.paragraph("iiii");
+  document.beginCode("c");
+  document.text("int i;\n\n\tj");
+  document.end();
+  const ShownPages pages = document.pages();
+  const ShownPage& page = pages.at(0);
+  ASSERT_EQ(page.areasOf(kShade).size(), 1u);
+  const ShownArea shade = page.areasOf(kShade)[0];
+  EXPECT_NEAR(shade.width, kRight - kLeft, 0.2);
+  EXPECT_NEAR(shade.height, 3 * 10.6 + 12, 0.5);
+  EXPECT_GT(page.find("j").y, shade.y);
+  EXPECT_NE(page.find("int i;").font, page.find("iiii").font);
+  EXPECT_NEAR(page.find("int i;").y - page.find("j").y, 2 * 10.6, 0.2);
+  EXPECT_EQ(page.find("j").text, "    j");
+}
+
+TEST(Code, HasAShadeOnEachPage) {
+  ShownDocument document;
+  document.beginCode({});
+  for (int i = 1; i <= 150; ++i) {
+    document.text("line " + std::to_string(i) + "\n");
+  }
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 3u);
+  for (std::size_t i = 0; i < pages.count(); ++i) {
+    const ShownPage& page = pages.at(i);
+    ASSERT_EQ(page.areasOf(kShade).size(), 1u);
+    const ShownArea shade = page.areasOf(kShade)[0];
+    EXPECT_GT(shade.y + shade.height, page.texts.front().y + 6 + 6);
+    EXPECT_LT(shade.y, page.texts.back().y - 6);
+    EXPECT_GE(shade.y, 56.6);
+  }
+}
+
+TEST(Code, WrapsLinesWhereWordsEnd) {
+  ShownDocument document;
+  document.beginCode({});
+  std::string line;
+  for (int i = 0; i < 40; ++i) {
+    line += "word" + std::to_string(i) + " ";
+  }
+  document.text(line + "end");
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_GT(pages.at(0).texts.size(), 2u);
+  std::string joined;
+  for (const ShownText& text : pages.at(0).texts) {
+    EXPECT_TRUE(text.text.starts_with("word") || text.text.starts_with("end")) << text.text;
+    joined += text.text + " ";
+  }
+  EXPECT_EQ(joined, line + "end ");
+}
+
+TEST(Code, KeepsALongWordBesideItsIndentation) {
+  ShownDocument document;
+  document.beginCode({});
+  document.text("first\n    " + std::string(150, 'x'));
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).texts.size(), 3u);
+  EXPECT_TRUE(pages.at(0).texts[1].text.starts_with("    xxx"));
+  EXPECT_NEAR(pages.at(0).texts[0].y - pages.at(0).texts[1].y, 10.6, 0.2);
+  EXPECT_EQ(pages.at(0).texts[1].text.size() + pages.at(0).texts[2].text.size(), 154u);
+}
+
+TEST(Code, DropsAnIndentationThatLeavesNoRoom) {
+  ShownDocument document;
+  document.beginCode({});
+  document.text(std::string(500, ' ') + "word");
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).texts.size(), 1u);
+  EXPECT_EQ(pages.at(0).texts[0].text, "word");
+}
+
+TEST(Rules, AreAsWideAsTheText) {
+  ShownDocument document;
+  document.paragraph("before");
+  document.rule();
+  document.paragraph("after");
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).areas.size(), 1u);
+  EXPECT_NEAR(pages.at(0).areas[0].width, kRight - kLeft, 0.2);
+  EXPECT_LT(pages.at(0).areas[0].y, pages.at(0).find("before").y);
+  EXPECT_GT(pages.at(0).areas[0].y, pages.at(0).find("after").y);
+}
+
+TEST(Sections, BeginPages) {
+  ShownDocument document;
+  document.set("header", "{section}");
+  for (const char* name : {"one", "two"}) {
+    document.beginSection(name, {});
+    document.paragraph(std::string("text of ") + name);
+    document.end();
+  }
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 2u);
+  EXPECT_EQ(pages.at(0).all(), "text of one one");
+  EXPECT_EQ(pages.at(1).all(), "text of two two");
+}
+
+TEST(PageBreaks, AddNoEmptyPages) {
+  ShownDocument document;
+  document.pageBreak();
+  document.paragraph("one");
+  document.pageBreak();
+  document.pageBreak();
+  document.paragraph("two");
+  document.pageBreak();
+  EXPECT_EQ(document.pages().count(), 2u);
+}
+
+TEST(DeepNesting, LeavesRoomForTextAndMarkers) {
+  ShownDocument document;
+  for (int i = 0; i < 100; ++i) {
+    document.beginQuote();
+    document.beginList(true, 1, true);
+    document.beginItem(Task::None);
+  }
+  document.text("innermost");
+  for (int i = 0; i < 300; ++i) {
+    document.end();
+  }
+  const ShownPages pages = document.pages();
+  const int last = pages.pageOf("innermost");
+  ASSERT_GE(last, 0);
+  EXPECT_LT(pages.at(static_cast<std::size_t>(last)).find("innermost").x, 400);
+  int markers = 0;
+  for (std::size_t page = 0; page < pages.count(); ++page) {
+    for (const ShownText& text : pages.at(page).texts) {
+      markers += text.text == "1." ? 1 : 0;
+      EXPECT_GT(text.x, 0);
+    }
+  }
+  EXPECT_EQ(markers, 100);
+}
+
+}  // namespace
+}  // namespace scrivalen::test

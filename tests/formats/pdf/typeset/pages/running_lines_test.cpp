@@ -1,0 +1,188 @@
+#include "formats/pdf/typeset/shown_document.h"
+#include "support/documents/pictures.h"
+#include "support/files.h"
+
+#include <gtest/gtest.h>
+
+namespace scrivalen::test {
+namespace {
+
+// The texts of a line with bars between them.
+std::string joined(const std::vector<ShownText>& line) {
+  std::string result;
+  for (const ShownText& text : line) {
+    result += (result.empty() ? "" : "|") + text.text;
+  }
+  return result;
+}
+
+TEST(RunningLines, AreOnTheLeftInTheMiddleAndOnTheRight) {
+  ShownDocument document;
+  document.set("header", "left|middle|right");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  const std::vector<ShownText> line = pages.at(0).lineOf("left");
+  ASSERT_EQ(joined(line), "left|middle|right");
+  EXPECT_NEAR(line[0].x, 56.7, 0.1);
+  EXPECT_NEAR(line[1].x, 297.6 - 11.5, 1);
+  EXPECT_LT(line[2].x, 595.3 - 56.7 - 10);
+  EXPECT_GT(line[2].x, 595.3 - 56.7 - 20);
+  EXPECT_EQ(line[0].size, 8);
+}
+
+TEST(RunningLines, HaveTheHeaderInTheTopMarginAndTheFooterInTheBottomMargin) {
+  ShownDocument document;
+  document.set("header", "header");
+  document.set("footer", "footer");
+  document.set("margins", "30mm 20mm 10mm 20mm");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  EXPECT_NEAR(pages.at(0).find("header").y, 841.9 - 42.5, 0.1);
+  EXPECT_NEAR(pages.at(0).find("footer").y, 14.2 - 4, 0.1);
+}
+
+TEST(RunningLines, ShowPageTitleDateAndSection) {
+  ShownDocument document;
+  document.set("title", "The title");
+  document.set("header", "{page} {title} {date} {section}");
+  document.beginSection("The section", "s");
+  document.paragraph("text");
+  document.end();
+  EXPECT_TRUE(document.pages().at(0).has("1 The title 2026-01-31 The section"));
+}
+
+TEST(RunningLines, ShowTheDateThatIsSet) {
+  ShownDocument document;
+  document.set("date", "last winter");
+  document.set("footer", "{date}");
+  document.paragraph("text");
+  EXPECT_TRUE(document.pages().at(0).has("last winter"));
+}
+
+TEST(RunningLines, ShowTheNumberOfPagesOnEachPage) {
+  ShownDocument document;
+  document.set("footer", "Page {page} of {pages} pages");
+  for (int page = 0; page < 12; ++page) {
+    document.paragraph("text");
+    document.pageBreak();
+  }
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 12u);
+  EXPECT_EQ(joined(pages.at(0).lineOf("Page 1")), "Page 1 of|12 pages");
+  EXPECT_EQ(joined(pages.at(11).lineOf("Page 12")), "Page 12 of|12 pages");
+}
+
+TEST(RunningLines, NameTheFormOfTheNumberOfPagesOnceAPage) {
+  ShownDocument document;
+  document.set("header", "{pages}");
+  document.set("footer", "{pages}");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  const std::string page = pages.objects().object(pages.at(0).object);
+  const std::string resources = page.substr(page.find("/XObject<<"));
+  EXPECT_EQ(resources.find("/T"), resources.rfind("/T"));
+}
+
+TEST(RunningLines, KeepUnknownPlacesAsTheyAre) {
+  ShownDocument document;
+  document.set("header", "{author} {PAGE} {page");
+  document.paragraph("text");
+  EXPECT_TRUE(document.pages().at(0).has("{author} {PAGE} {page"));
+  EXPECT_EQ(document.warnings(), "");
+}
+
+TEST(RunningLines, MoveTheMiddlePartForALongLeftOne) {
+  ShownDocument document;
+  document.set("header", "A left part that reaches beyond the middle of the page and a little bit on|middle|right");
+  document.paragraph("text");
+  const std::vector<ShownText> line = document.pages().at(0).lineOf("left");
+  ASSERT_EQ(line.size(), 3u);
+  EXPECT_EQ(line[1].text, "middle");
+  EXPECT_GT(line[1].x, 310);
+  EXPECT_EQ(line[1].size, 8);
+}
+
+TEST(RunningLines, AreSmallerWhereTheyHaveNoRoom) {
+  ShownDocument document;
+  const std::string part = "A part that takes about two fifths of the whole line of text, ";
+  document.set("header", part + "left|" + part + "middle|" + part + "right");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  const std::vector<ShownText> line = pages.at(0).lineOf("left");
+  ASSERT_EQ(joined(line), part + "left|" + part + "middle|" + part + "right");
+  EXPECT_LT(line[0].size, 8);
+  EXPECT_GE(line[0].size, 5);
+  EXPECT_EQ(document.warnings(), "");
+}
+
+TEST(RunningLines, CutTextsThatAreStillTooLongAndWarn) {
+  ShownDocument document;
+  document.set("title", std::string(2000, 'W') + " end");
+  document.set("header", "left|{title}, {page}|right");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  const std::vector<ShownText> line = pages.at(0).lineOf("left");
+  ASSERT_EQ(line.size(), 3u);
+  EXPECT_EQ(line[0].size, 5);
+  EXPECT_TRUE(line[1].text.ends_with("W\x85, 1")) << line[1].text;
+  EXPECT_LT(line[1].text.size(), 120u);
+  EXPECT_GT(line[1].text.size(), 60u);
+  EXPECT_EQ(document.warnings(), "1 x texts of the header or footer, which has no room for them, shortened\n");
+}
+
+TEST(RunningLines, CutBetweenCharacters) {
+  ShownDocument document;
+  std::string umlauts;
+  for (int i = 0; i < 3000; ++i) {
+    umlauts += "\u00FC";
+  }
+  document.set("header", umlauts);
+  document.paragraph("text");
+  const std::string line = document.pages().at(0).texts.back().text;
+  EXPECT_TRUE(line.ends_with("\xFC\x85"));
+  EXPECT_EQ(line.find_first_not_of('\xFC'), line.size() - 1);
+}
+
+TEST(RunningLines, HaveThePictureBeforeTheLeftPart) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"logo.png";
+  writeBytes(path, greyPng(120, 40));
+  ShownDocument document;
+  document.set("header-image", narrowPath(path));
+  document.set("header", "left");
+  document.paragraph("text");
+  document.pageBreak();
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 2u);
+  for (std::size_t page = 0; page < 2; ++page) {
+    ASSERT_EQ(pages.at(page).images.size(), 1u);
+    const ShownImage& image = pages.at(page).images[0];
+    EXPECT_NEAR(image.x, 56.7, 0.1);
+    EXPECT_GT(image.y, 841.9 - 56.7);
+    EXPECT_LT(image.y + image.height, 841.9);
+    EXPECT_NEAR(image.width / image.height, 3, 0.01);
+    EXPECT_NEAR(pages.at(page).find("left").x, image.x + image.width + 6, 0.1);
+  }
+  EXPECT_EQ(document.warnings(), "");
+}
+
+TEST(RunningLines, WarnOfAPictureThatIsNone) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"logo.png";
+  writeBytes(path, "no picture");
+  ShownDocument document;
+  document.set("header-image", narrowPath(path));
+  document.paragraph("text");
+  EXPECT_TRUE(document.pages().at(0).images.empty());
+  EXPECT_NE(document.warnings().find("1 x cannot use the picture '"), std::string::npos);
+}
+
+TEST(RunningLines, AreNotDrawnWithoutText) {
+  ShownDocument document;
+  document.paragraph("text");
+  EXPECT_EQ(document.pages().at(0).all(), "text");
+}
+
+}  // namespace
+}  // namespace scrivalen::test
