@@ -16,7 +16,6 @@ namespace {
 using document::ColumnNeed;
 using document::ColumnWidths;
 
-constexpr Length kUsualSize = 9 * kPoint;
 constexpr Length kLeastSize = 6 * kPoint;
 constexpr Length kSizeStep = kPoint / 2;
 
@@ -29,8 +28,8 @@ constexpr std::string_view kDigitsToCome = "0000";
 std::vector<ColumnNeed> needsOf(const document::Table& table, const std::vector<ColumnText>& texts, Length size) {
   std::vector<ColumnNeed> needs;
   for (std::size_t column = 0; column < texts.size(); ++column) {
-    const auto need = [size](std::int64_t thousandths) {
-      return static_cast<double>(scaled(thousandths, size) + 2 * kCellPadding + kPoint / 10);
+    const auto need = [size](Length usual) {
+      return static_cast<double>(usual * size / kUsualTableSize + 2 * kCellPadding + kPoint / 10);
     };
     needs.push_back({need(texts[column].longestWord), need(texts[column].longestLine), table.columns[column].width});
   }
@@ -88,7 +87,7 @@ std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space,
 // One part in the largest text that fits; none if not even the smallest does.
 std::optional<TablePlan> inOnePart(const document::Table& table, const std::vector<ColumnText>& texts, double width,
                                    bool isEqual) {
-  for (Length size = kUsualSize; size >= kLeastSize; size -= kSizeStep) {
+  for (Length size = kUsualTableSize; size >= kLeastSize; size -= kSizeStep) {
     std::vector<ColumnNeed> needs = needsOf(table, texts, size);
     bool fits = widthsOf(needs, width, isEqual).fit;
     if (!fits) {
@@ -113,7 +112,7 @@ TablePlan turned(TablePlan plan) {
   return plan;
 }
 
-// Measures texts in thousandths of the size of a table's text.
+// Measures texts of the usual size.
 class Ruler {
  public:
   Ruler(Shaper& shaper, Family family) : shaper_(shaper), family_(family) {}
@@ -121,12 +120,12 @@ class Ruler {
   void measure(const document::Cell& cell, bool isBold, ColumnText& column) {
     TextStyle style;
     style.font = fontOf(family_, isBold, false);
-    style.size = kUnit;
+    style.size = kUsualTableSize;
     collector_.begin(style);
     cell.replay(collector_);
     const StyledText text = collector_.take();
     measureWords(text, column);
-    const SetText set = setText(text, {.width = kEndless, .leading = kUnit, .usual = style}, shaper_);
+    const SetText set = setText(text, {.width = kEndless, .leading = kLeading, .usual = style}, shaper_);
     for (const TextLine& line : set.lines) {
       column.longestLine = std::max(column.longestLine, line.width);
     }
@@ -134,19 +133,19 @@ class Ruler {
 
   Length widthOf(std::string_view text) {
     Length width = 0;
-    for (const ShapedRun& run : shaper_.shape(text, {fontOf(family_, false, false), kUnit})) {
+    for (const ShapedRun& run : shaper_.shape(text, {fontOf(family_, false, false), kUsualTableSize})) {
       width += run.width;
     }
     return width;
   }
 
  private:
-  static constexpr Length kUnit = 1000;
+  static constexpr Length kLeading = 1000;
   static constexpr Length kEndless = Length{1} << 40;
 
   // In a space without any width each word has a line of its own.
   void measureWords(const StyledText& text, ColumnText& column) {
-    const SetText set = setText(text, {.leading = kUnit, .keepsWords = true}, shaper_);
+    const SetText set = setText(text, {.leading = kLeading, .keepsWords = true}, shaper_);
     for (const TextLine& line : set.lines) {
       column.longestWord = std::max(column.longestWord, line.width);
     }

@@ -4,6 +4,7 @@
 #include "formats/pdf/typeset/length.h"
 #include "formats/pdf/typeset/text/shaper.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -17,8 +18,18 @@ struct TablePart {
 
   bool repeatsFirst() const { return first > 0; }
   bool has(std::size_t column) const { return (column == 0 && repeatsFirst()) || (column >= first && column < end); }
-  /// The place in edges of a column in the part, or of its end.
-  std::size_t placeOf(std::size_t column) const { return column == 0 ? 0 : column - first + (repeatsFirst() ? 1 : 0); }
+  /// Whether a cell of these columns takes some of the part's space.
+  bool reaches(std::size_t column, std::size_t endColumn) const {
+    return has(column) || (column < end && endColumn > first);
+  }
+  /// The left edge of a cell that reaches into the part, and its right edge.
+  Length leftOf(std::size_t column) const {
+    return edges[column == 0 ? 0 : std::max(column, first) - first + (repeatsFirst() ? 1 : 0)];
+  }
+  Length rightOf(std::size_t endColumn) const {
+    const std::size_t shown = std::max(std::min(endColumn, end), first);
+    return edges[shown - first + (repeatsFirst() ? 1 : 0)];
+  }
 };
 
 /// How a table fits the text's width.
@@ -28,10 +39,13 @@ struct TablePlan {
   std::vector<TablePart> parts;
 };
 
-/// What a column needs for the text of its sample, in thousandths of the text's size.
+/// The size of a table's text, unless the table is too wide.
+inline constexpr Length kUsualTableSize = 9 * kPoint;
+
+/// What a column needs for the content of its sample, with text of the usual size.
 struct ColumnText {
-  std::int64_t longestWord = 0;
-  std::int64_t longestLine = 0;
+  Length longestWord = 0;
+  Length longestLine = 0;
 };
 
 /// Measures the sample of a table in its font.

@@ -10,6 +10,10 @@ namespace {
 
 constexpr Length kLeading = 1180;  // in thousandths of the size
 
+Length textWidth(const TablePart& part, std::size_t column, std::size_t endColumn) {
+  return std::max(part.rightOf(endColumn) - part.leftOf(column) - 2 * kCellPadding, kPoint);
+}
+
 }  // namespace
 
 void RowSetter::begin(const TablePlan& plan, const document::Table& table, Length pageHeight) {
@@ -22,17 +26,28 @@ void RowSetter::begin(const TablePlan& plan, const document::Table& table, Lengt
     aligns_.push_back(column.align);
   }
   parts_.assign(table.columns.size(), nullptr);
+  widths_.clear();
   for (const TablePart& part : plan.parts) {
-    std::fill(parts_.begin() + static_cast<std::ptrdiff_t>(part.first),
-              parts_.begin() + static_cast<std::ptrdiff_t>(part.end), &part);
+    for (std::size_t column = part.first; column < part.end; ++column) {
+      parts_[column] = &part;
+      widths_.push_back(textWidth(part, column, column + 1));
+    }
+    widths_.front() = std::min(widths_.front(), textWidth(part, 0, 1));
   }
 }
 
-// Of the columns in the part where the first one is: a cell that spans into the next part ends there.
-Length RowSetter::widthOf(std::size_t column, std::size_t endColumn) const {
-  const TablePart& part = *parts_[column];
-  const std::size_t end = std::min(endColumn, part.end);
-  return part.edges[part.placeOf(end - 1) + 1] - part.edges[part.placeOf(column)] - 2 * kCellPadding;
+// The least width of a cell's text in the parts that show it.
+Length RowSetter::widthOf(const SetCell& cell, bool isHeader) const {
+  if (cell.endColumn == cell.column + 1) {
+    return widths_[cell.column];
+  }
+  const TablePart* const first = parts_[cell.column];
+  const TablePart* const last = cell.column == 0 ? &plan_->parts.back() : isHeader ? parts_[cell.endColumn - 1] : first;
+  Length width = textWidth(*first, cell.column, cell.endColumn);
+  for (const TablePart* part = first + 1; part <= last; ++part) {
+    width = std::min(width, textWidth(*part, cell.column, cell.endColumn));
+  }
+  return width;
 }
 
 void RowSetter::set(const document::Row& row, SetRow& set) {
@@ -51,6 +66,7 @@ void RowSetter::set(const document::Row& row, SetRow& set) {
     drawn.style.color = cell.color.value_or(0);
     drawn.background = cell.background;
     column = drawn.endColumn;
+    drawn.space = widthOf(drawn, row.header);
     setCell(cell, set, drawn);
     if (drawn.more) {
       height = std::max(height, drawn.more->set.height());
@@ -85,7 +101,7 @@ bool RowSetter::setShort(std::string_view text, SetRow& row, SetCell& set) {
   }
   set.end = row.bytes.size();
   set.width = scaled(width, plan_->size);
-  if (!isPlain || set.width > widthOf(set.column, set.endColumn)) {
+  if (!isPlain || set.width > set.space) {
     row.bytes.resize(set.begin);
     set.end = set.begin;
     return false;
@@ -101,9 +117,8 @@ void RowSetter::setCell(const document::Cell& cell, SetRow& row, SetCell& set) {
   cell.replay(collector_);
   set.more = std::make_unique<LongCell>();
   set.more->text = collector_.take();
-  const Length width = std::max(widthOf(set.column, set.endColumn), kPoint);
-  set.more->set = setText(set.more->text,
-                          {.width = width, .leading = kLeading, .usual = set.style, .height = pictureHeight_}, shaper_);
+  set.more->set = setText(
+      set.more->text, {.width = set.space, .leading = kLeading, .usual = set.style, .height = pictureHeight_}, shaper_);
 }
 
 }  // namespace scrivalen::typeset

@@ -30,8 +30,15 @@ struct SetCell {
   std::size_t begin = 0;  ///< of its text in SetRow::bytes, unless it is a long cell
   std::size_t end = 0;
   Length width = 0;
+  Length space = 0;  ///< for a line of its text, in each part that shows it
   std::optional<Rgb> background;
   std::unique_ptr<LongCell> more;  ///< null for one line in one style
+
+  std::size_t lines() const { return more ? more->set.lines.size() : 1; }
+  /// Whether a part of the table shows its text. A header that spans columns of several parts is in each of them.
+  bool isIn(const TablePart& part, bool isHeader) const {
+    return part.has(column) || (isHeader && part.reaches(column, endColumn));
+  }
 };
 
 /// A row that is ready to be drawn.
@@ -60,7 +67,7 @@ class RowSetter {
 
  private:
   document::Align alignOf(const document::Cell& cell, std::size_t column) const;
-  Length widthOf(std::size_t column, std::size_t endColumn) const;
+  Length widthOf(const SetCell& cell, bool isHeader) const;
   void setCell(const document::Cell& cell, SetRow& row, SetCell& set);
   bool setShort(std::string_view text, SetRow& row, SetCell& set);
 
@@ -71,6 +78,7 @@ class RowSetter {
   const TablePlan* plan_ = nullptr;
   std::vector<document::Align> aligns_;
   std::vector<const TablePart*> parts_;  // of each column
+  std::vector<Length> widths_;           // of the text of each column
   Length lineHeight_ = 0;
   Length baseline_ = 0;
   Length pictureHeight_ = 0;

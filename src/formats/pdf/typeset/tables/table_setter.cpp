@@ -13,6 +13,28 @@ constexpr Length kHeaderRule = kPoint;
 constexpr Rgb kRowRuleColor = 0xD4D4D4;
 constexpr Rgb kHeaderRuleColor = 0x808080;
 
+// Header rows that take more than this part of a page are not repeated: the rows need the space.
+constexpr Length kHeaderPart = 3;
+
+// The lines of a row across pages that are on the first of them at least.
+constexpr Length kFewestLines = 2;
+
+// Rows of a table with very many columns do not wait for a page's other rows.
+constexpr std::size_t kMostWaitingCells = 262144;
+
+// The cells that reach into a part of a table, which may be few of very many.
+template <typename Use>
+void eachCell(const SetRow& row, const TablePart& part, Use use) {
+  auto cell = std::partition_point(row.cells.begin(), row.cells.end(),
+                                   [&](const SetCell& before) { return before.endColumn <= part.first; });
+  if (part.repeatsFirst() && cell != row.cells.begin()) {
+    use(row.cells.front());
+  }
+  for (; cell != row.cells.end() && cell->column < part.end; ++cell) {
+    use(*cell);
+  }
+}
+
 }  // namespace
 
 void TableSetter::begin(const document::Table& table) {
@@ -33,6 +55,7 @@ void TableSetter::row(const document::Row& row) {
   if (plan_.parts.size() > 1) {
     SetRow set;
     rows_.set(row, set);
+    prepare(set.height);
     return addToPart(std::move(set));
   }
   rows_.set(row, row_);
@@ -49,12 +72,23 @@ void TableSetter::prepare(Length height) {
   if (plan_.isTurned) {
     flow_.turn(true);
   }
+  std::vector<SetRow> tooTall;
+  if (kHeaderPart * headerHeight() > flow_.shape().textHeight()) {
+    tooTall.swap(headers_);
+  }
   flow_.space(kBefore);
   texts_.setWaiting(kBefore + headerHeight() + height);
   flow_.space(kBefore);
   flow_.keepTogether(headerHeight() + height);
   if (plan_.parts.size() == 1) {
     beginPart(plan_.parts.front());
+  }
+  for (SetRow& row : tooTall) {
+    if (plan_.parts.size() == 1) {
+      place(row, plan_.parts.front());
+    } else {
+      addToPart(std::move(row));
+    }
   }
 }
 
@@ -72,7 +106,7 @@ void TableSetter::beginPart(const TablePart& part) {
     return;
   }
   Length top = flow_.take(height);
-  texts_.drawMarkers(top + rows_.baseline());
+  texts_.drawMarkers(top + headers_.front().padding + rows_.baseline());
   for (const SetRow& header : headers_) {
     draw(header, part, top);
     top += header.height;
@@ -84,74 +118,90 @@ void TableSetter::place(const SetRow& row, const TablePart& part) {
     if (row.height > flow_.shape().textHeight() - headerHeight()) {
       return placeAcrossPages(row, part);
     }
-    flow_.endPage();
-    beginPart(part);
+    nextPage(part);
   }
   const Length top = flow_.take(row.height);
-  texts_.drawMarkers(top + rows_.baseline());
+  texts_.drawMarkers(top + row.padding + rows_.baseline());
   draw(row, part, top);
 }
 
-// A row that is higher than a page: each page has the lines that it has space for, at least one.
+void TableSetter::nextPage(const TablePart& part) {
+  flow_.endPage();
+  beginPart(part);
+}
+
+// A row that is higher than a page: each page has the lines that it has space for.
 void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
-  std::vector<std::size_t> drawn(row.cells.size());
-  for (bool isDone = false; !isDone;) {
-    const Length room = std::max(flow_.room(), rows_.lineHeight() + 2 * row.padding);
-    const Length top = flow_.take(std::min(room, row.height));
-    isDone = true;
-    Length height = 0;
-    for (std::size_t i = 0; i < row.cells.size(); ++i) {
-      const SetCell& cell = row.cells[i];
-      if (!part.has(cell.column)) {
-        continue;
-      }
-      if (!cell.more) {
-        if (drawn[i] == 0) {
-          drawCell(row, cell, part, top);
-          drawn[i] = 1;
-        }
-        continue;
-      }
-      const LineSpace space = spaceOf(cell, part);
-      Length used = row.padding;
-      const std::vector<TextLine>& lines = cell.more->set.lines;
-      while (drawn[i] < lines.size() && (used == row.padding || used + lines[drawn[i]].height + row.padding <= room)) {
-        drawer_.draw(cell.more->text, cell.more->set, lines[drawn[i]], {space.left, top + used, space.width},
-                     cell.align);
-        used += lines[drawn[i]++].height;
-      }
-      height = std::max(height, used + row.padding);
-      isDone = isDone && drawn[i] == lines.size();
+  if (!flow_.isAtTop() && flow_.room() < kFewestLines * rows_.lineHeight() + 2 * row.padding) {
+    nextPage(part);
+  }
+  std::vector<CellLines> cells;
+  eachCell(row, part, [&](const SetCell& cell) {
+    if (cell.isIn(part, row.isHeader)) {
+      cells.push_back({&cell, 0, 0});
     }
-    drawFrame(row, part, top, height);
-    if (!isDone) {
-      flow_.endPage();
-      beginPart(part);
+  });
+  for (bool isNew = flow_.isAtTop();; isNew = true) {
+    if (const Length height = fitLines(cells, 2 * row.padding, isNew); height > 0) {
+      const Length top = flow_.take(height);
+      texts_.drawMarkers(top + row.padding + rows_.baseline());
+      drawFrame(row, part, top, height);
+      for (const CellLines& lines : cells) {
+        drawCell(row, lines, part, top);
+      }
     }
+    if (std::all_of(cells.begin(), cells.end(), [](const CellLines& cell) { return cell.end == cell.cell->lines(); })) {
+      return;
+    }
+    nextPage(part);
   }
 }
 
+// The next lines of each cell that the page has space for; on a new page at least one. Returns the height of what fits.
+Length TableSetter::fitLines(std::vector<CellLines>& cells, Length padding, bool isNew) const {
+  const Length room = flow_.room();
+  Length height = 0;
+  for (CellLines& lines : cells) {
+    const SetCell& cell = *lines.cell;
+    lines.begin = lines.end;
+    Length used = padding;
+    for (const std::size_t count = cell.lines(); lines.end < count; ++lines.end) {
+      const Length line = cell.more ? cell.more->set.lines[lines.end].height : rows_.lineHeight();
+      const bool isOneAtLeast = isNew && lines.end == lines.begin;
+      if (used + line > room && !isOneAtLeast) {
+        break;
+      }
+      used += line;
+    }
+    height = lines.end > lines.begin ? std::max(height, used) : height;
+  }
+  return height;
+}
+
 LineSpace TableSetter::spaceOf(const SetCell& cell, const TablePart& part) const {
-  const std::size_t place = part.placeOf(cell.column);
-  const std::size_t end =
-      cell.column == 0 && part.repeatsFirst() ? 1 : part.placeOf(std::min(cell.endColumn, part.end) - 1) + 1;
-  return {flow_.left() + part.edges[place] + kCellPadding, 0, part.edges[end] - part.edges[place] - 2 * kCellPadding};
+  const Length left = part.leftOf(cell.column);
+  return {flow_.left() + left + kCellPadding, 0, part.rightOf(cell.endColumn) - left - 2 * kCellPadding};
 }
 
 void TableSetter::draw(const SetRow& row, const TablePart& part, Length top) {
   drawFrame(row, part, top, row.height);
-  for (const SetCell& cell : row.cells) {
-    if (part.has(cell.column)) {
-      drawCell(row, cell, part, top);
+  eachCell(row, part, [&](const SetCell& cell) {
+    if (cell.isIn(part, row.isHeader)) {
+      drawCell(row, {&cell, 0, cell.lines()}, part, top);
     }
-  }
+  });
 }
 
-void TableSetter::drawCell(const SetRow& row, const SetCell& cell, const TablePart& part, Length top) {
+void TableSetter::drawCell(const SetRow& row, const CellLines& lines, const TablePart& part, Length top) {
+  const SetCell& cell = *lines.cell;
+  if (lines.begin == lines.end) {
+    return;
+  }
   LineSpace space = spaceOf(cell, part);
   space.top = top + row.padding;
   if (cell.more) {
-    for (const TextLine& line : cell.more->set.lines) {
+    for (std::size_t i = lines.begin; i < lines.end; ++i) {
+      const TextLine& line = cell.more->set.lines[i];
       drawer_.draw(cell.more->text, cell.more->set, line, space, cell.align);
       space.top += line.height;
     }
@@ -167,12 +217,12 @@ void TableSetter::drawCell(const SetRow& row, const SetCell& cell, const TablePa
 
 void TableSetter::drawFrame(const SetRow& row, const TablePart& part, Length top, Length height) {
   Canvas& canvas = pages_.canvas();
-  for (const SetCell& cell : row.cells) {
-    if (cell.background && part.has(cell.column)) {
+  eachCell(row, part, [&](const SetCell& cell) {
+    if (cell.background) {
       const LineSpace space = spaceOf(cell, part);
       canvas.area(space.left - kCellPadding, top, space.width + 2 * kCellPadding, height, *cell.background);
     }
-  }
+  });
   const Length rule = row.isHeader ? kHeaderRule : kRule;
   canvas.area(flow_.left(), top + height - rule, part.edges.back(), rule,
               row.isHeader ? kHeaderRuleColor : kRowRuleColor);
@@ -180,8 +230,11 @@ void TableSetter::drawFrame(const SetRow& row, const TablePart& part, Length top
 
 // The rows wait until a page is full. The first page has what the text before the table leaves.
 void TableSetter::addToPart(SetRow row) {
-  prepare(row.height);
+  if (waitingCells_ >= kMostWaitingCells) {
+    writeWaiting();
+  }
   if (waiting_.empty()) {
+    flow_.keepTogether(headerHeight() + row.height);
     waitingSpace_ = flow_.room() - headerHeight();
   }
   if (!waiting_.empty() && waitingHeight_ + row.height > waitingSpace_) {
@@ -190,6 +243,7 @@ void TableSetter::addToPart(SetRow row) {
     waitingSpace_ = flow_.room() - headerHeight();
   }
   waitingHeight_ += row.height;
+  waitingCells_ += row.cells.size();
   waiting_.push_back(std::move(row));
 }
 
@@ -204,16 +258,19 @@ void TableSetter::writeWaiting() {
   }
   waiting_.clear();
   waitingHeight_ = 0;
+  waitingCells_ = 0;
 }
 
 void TableSetter::end() {
-  if (!hasBegun_ && !headers_.empty()) {
+  const bool isHeaderOnly = !hasBegun_ && !headers_.empty();
+  if (isHeaderOnly) {
     prepare(0);
-    if (plan_.parts.size() > 1) {
-      writeWaiting();
-    }
-  } else if (!waiting_.empty()) {
+  }
+  if (!waiting_.empty() || (isHeaderOnly && plan_.parts.size() > 1)) {
     writeWaiting();
+  }
+  if (!hasBegun_) {
+    return;
   }
   if (plan_.isTurned) {
     flow_.turn(false);

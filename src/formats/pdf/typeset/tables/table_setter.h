@@ -34,14 +34,23 @@ class TableSetter {
   void end();
 
  private:
+  /// The lines of a cell that are on a page.
+  struct CellLines {
+    const SetCell* cell;
+    std::size_t begin;
+    std::size_t end;
+  };
+
   void prepare(Length height);
   void addToPart(SetRow row);
   void writeWaiting();
   void beginPart(const TablePart& part);
   void place(const SetRow& row, const TablePart& part);
   void placeAcrossPages(const SetRow& row, const TablePart& part);
+  void nextPage(const TablePart& part);
+  Length fitLines(std::vector<CellLines>& cells, Length padding, bool isNew) const;
   void draw(const SetRow& row, const TablePart& part, Length top);
-  void drawCell(const SetRow& row, const SetCell& cell, const TablePart& part, Length top);
+  void drawCell(const SetRow& row, const CellLines& lines, const TablePart& part, Length top);
   void drawFrame(const SetRow& row, const TablePart& part, Length top, Length height);
   LineSpace spaceOf(const SetCell& cell, const TablePart& part) const;
   Length headerHeight() const;
@@ -62,6 +71,7 @@ class TableSetter {
   std::vector<SetRow> waiting_;
   Length waitingHeight_ = 0;
   Length waitingSpace_ = 0;
+  std::size_t waitingCells_ = 0;
   bool hasBegun_ = false;
 };
 
