@@ -14,6 +14,7 @@
 #include "scrivalen/html_report.h"
 #include "scrivalen/multi_report.h"
 #include "support/documents/pdf_structure.h"
+#include "support/pdf/pdf_pages.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -538,8 +539,9 @@ void checkNested(const Format& format, bool conforming, const std::string& bytes
     problem =
         scrivalen::fuzz::problemOfRtf(std::string_view(bytes).substr(0, bytes.size() - (format.document ? 1 : 0)));
   } else if (extension.ends_with("pdf") && conforming) {
-    const scrivalen::test::PdfStructure structure(bytes, true);
-    problem = structure.problems().empty() ? "" : structure.problems().front();
+    const std::vector<std::string> problems = format.document ? scrivalen::test::PdfPages(bytes).problems()
+                                                              : scrivalen::test::PdfStructure(bytes, true).problems();
+    problem = problems.empty() ? "" : problems.front();
   }
   require(problem.empty(), format, problem);
 }

@@ -2,7 +2,7 @@
 #include "environment.h"
 #include "markup_check.h"
 #include "private_folder.h"
-#include "support/documents/pdf_structure.h"
+#include "support/pdf/pdf_pages.h"
 #include "system/files/files.h"
 
 #include <scrivalen/host.h>
@@ -105,8 +105,8 @@ void require(bool good, const Choice& choice, std::string_view problem) {
 }
 
 std::string problemOfPdf(const std::string& bytes) {
-  const scrivalen::test::PdfStructure structure(bytes, true);
-  return structure.problems().empty() ? "" : structure.problems().front();
+  const scrivalen::test::PdfPages pdf(bytes);
+  return pdf.problems().empty() ? "" : pdf.problems().front();
 }
 
 std::string problemOfWorkbook(const std::string& bytes) { return bytes.starts_with("PK\x03\x04") ? "" : "no archive"; }
@@ -162,7 +162,7 @@ bool hasTags(Format format) {
   return format == Format::Html || format == Format::Xml || format == Format::Markdown || format == Format::Chm;
 }
 
-// A data folder with a help compiler whose help file consists of its pages.
+// A data folder with the templates, the fonts, and a help compiler whose help file consists of its pages.
 void useOwnDataFolder() {
   namespace fs = std::filesystem;
   static const PrivateFolder data;
@@ -170,6 +170,7 @@ void useOwnDataFolder() {
   std::wstring templates;
   HtmlReport().MakeTemplateName(templates, L"");
   fs::copy(scrivalen::narrowPath(templates), path / "tmpl");
+  fs::create_directory_symlink(fs::path(scrivalen::narrowPath(templates)) / "../fonts", path / "fonts");
   fs::create_directory(path / "hhc");
   std::ofstream(path / "hhc/hhc.exe") << "#!/bin/sh\n/bin/cat *.htm >report.chm\n";
   fs::permissions(path / "hhc/hhc.exe", fs::perms::owner_all);

@@ -5,6 +5,8 @@
 #include "support/documents/workbook.h"
 #include "support/faults/open_errors.h"
 #include "support/files.h"
+#include "support/pdf/pdf_pages.h"
+#include "text/utf.h"
 
 #include <gtest/gtest.h>
 
@@ -163,7 +165,9 @@ TEST_F(MultiReportDocument, OfPdfAndSpreadsheetIsWrittenBesideTheirReports) {
   EXPECT_TRUE(bytesOf(classic + L".pdf") == bytesOf(beside + L".pdf"));
   EXPECT_TRUE(bytesOf(classic + L".xlsx") == bytesOf(beside + L".xlsx"));
   EXPECT_EQ(readCells(path + L".xlsx"), "A1 \"one\" bold\nB1 \"two\" color=FF0000 fill=FFFF00\n");
-  EXPECT_NE(bytesOf(path + L".pdf").find("1.000000 0.000000 0.000000 rg\r\n(two)Tj"), std::string::npos);
+  const PdfPages pdf(bytesOf(path + L".pdf"));
+  EXPECT_EQ(pdf.lines(), std::vector<std::string>{"onetwo"});
+  EXPECT_EQ(pdf.texts().back().color, 0xFF0000u);
   EXPECT_TRUE(log.lines().empty());
 }
 
@@ -172,9 +176,11 @@ TEST_F(MultiReportDocument, OfPdfLogsItsWarningsWithItsOwnName) {
   MultiReport report;
   add(report, nullptr, FORMAT_DOCUMENT_PDF);
   EXPECT_EQ(report.Open(), REPORT_OK);
-  writeParagraph(report, L"\u03A9");
+  writeParagraph(report, L"\u03A9 \u6F22");
   EXPECT_EQ(report.Close(), REPORT_OK);
   report.Clear();
-  EXPECT_EQ(log.lines(),
-            std::vector<std::wstring>{L"'" + path + L"': a character could not be written as it was given: U+03A9."});
+  EXPECT_EQ(PdfPages(bytesOf(path)).lines(), std::vector<std::string>{"\u03A9 \u6F22"});
+  ASSERT_EQ(log.lines().size(), 1u);
+  EXPECT_TRUE(log.lines()[0].starts_with(L"'" + path + L"': ")) << toUtf8(log.lines()[0]);
+  EXPECT_NE(log.lines()[0].find(L"Hani"), std::wstring::npos) << toUtf8(log.lines()[0]);
 }

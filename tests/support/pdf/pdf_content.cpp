@@ -113,6 +113,7 @@ PdfValue ContentReader::resolved(const PdfValue& value) const {
 void ContentReader::read(std::string_view content, const PdfValue& resources, int depth) {
   const PdfValue outer = std::exchange(resources_, resolved(resources));
   const bool outerText = std::exchange(isInText_, false);
+  operands_.clear();
   const std::size_t states = states_.size();
   depth_ = depth;
   PdfScanner scanner(content);

@@ -45,7 +45,6 @@ PdfPages::PdfPages(std::string file) : file_(std::move(file)), problems_(file_.p
   if (catalog.has("Outlines")) {
     readOutline(catalog.at("Outlines"), 0);
   }
-  checkLinks();
 }
 
 bool PdfPages::expect(bool good, const std::string& problem) {
@@ -177,13 +176,6 @@ std::size_t PdfPages::readOutline(const PdfValue& parent, int depth) {
   }
   expect(node.at("Last").reference() == previous, "the outline has another last entry");
   return count;
-}
-
-void PdfPages::checkLinks() {
-  for (const PdfLink& link : links()) {
-    const bool isInside = link.address.starts_with('#');
-    expect(!isInside || places_.count(link.address.substr(1)) != 0, "a link leads to no place: " + link.address);
-  }
 }
 
 std::vector<std::string> PdfPages::lines() const {

@@ -152,7 +152,7 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       pictures_(file_),
       outline_(file_),
       running_(context.settings, context.warnings, file_, shaper_, pictures_, family_),
-      pages_(file_, running_),
+      pages_(file_, running_, context.run),
       flow_(pages_, places_, shapeOf(document::pageOf(context.settings))),
       drawer_(pages_, fonts_, shaper_, places_),
       texts_(flow_, pages_, shaper_, drawer_, outline_),

@@ -1,5 +1,7 @@
 #include "formats/pdf/typeset/pages/page_maker.h"
 
+#include "document/model/writer.h"
+#include "document/run.h"
 #include "formats/pdf/typeset/file/syntax.h"
 
 #include <utility>
@@ -48,6 +50,9 @@ void PageMaker::end() {
   file_.writeObject(std::exchange(page_, 0), object);
   annotations_.clear();
   forms_.clear();
+  if (run_ != nullptr && !run_->report()) {
+    throw document::OutputFailure(document::Status::Cancelled, document::kCancelled);
+  }
 }
 
 Place PageMaker::placeAt(Length top) const {

@@ -10,6 +10,10 @@
 #include <string_view>
 #include <vector>
 
+namespace scrivalen::document {
+class Run;
+}
+
 namespace scrivalen::typeset {
 
 /// The size of a page and its margins.
@@ -50,12 +54,14 @@ class PageDecorator {
 /// Writes pages, one at a time.
 class PageMaker {
  public:
-  /// @param file, decorator  not owned; must outlive this object
-  PageMaker(PdfFile& file, PageDecorator& decorator) : file_(file), tree_(file), decorator_(decorator) {}
+  /// @param file, decorator, run  not owned; must outlive this object. Each page is reported to the run, which may be
+  ///                              null
+  PageMaker(PdfFile& file, PageDecorator& decorator, document::Run* run)
+      : file_(file), tree_(file), decorator_(decorator), run_(run) {}
 
   bool isOpen() const { return page_ != 0; }
   void begin(const PageShape& shape);
-  /// Writes the page.
+  /// Writes the page. Raises OutputFailure if the document is cancelled.
   void end();
   Canvas& canvas() { return canvas_; }
   const PageShape& shape() const { return shape_; }
@@ -80,6 +86,7 @@ class PageMaker {
   PdfFile& file_;
   PageTree tree_;
   PageDecorator& decorator_;
+  document::Run* run_;
   Canvas canvas_;
   PageShape shape_;
   int page_ = 0;
