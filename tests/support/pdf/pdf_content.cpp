@@ -218,7 +218,8 @@ void ContentReader::draw(const std::string& name) {
   const int number = resolved(resources_.at("XObject")).at(name).reference();
   const PdfValue object = pdfValueOf(file_.object(number));
   if (object.at("Subtype").isName("Image")) {
-    content_.images.push_back(number);
+    const Matrix& matrix = states_.back().matrix;
+    content_.images.push_back({number, matrix.x(0, 0), matrix.y(0, 0), matrix.a, matrix.d});
   } else if (object.at("Subtype").isName("Form") && depth_ < kDeepestForm) {
     states_.push_back(State(states_.back()));
     states_.back().color = 0;

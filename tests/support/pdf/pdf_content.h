@@ -28,11 +28,20 @@ struct PdfArea {
   std::uint32_t color = 0;
 };
 
+/// An image, with the box that it is drawn in unless it is turned.
+struct PdfImageBox {
+  int object = 0;  ///< its number
+  double x = 0;
+  double y = 0;  ///< of the lower edge
+  double width = 0;
+  double height = 0;
+};
+
 /// What a content stream draws.
 struct PdfContent {
   std::vector<PdfText> texts;
   std::vector<PdfArea> areas;
-  std::vector<int> images;  ///< the numbers of their objects
+  std::vector<PdfImageBox> images;
 };
 
 /// Reads a content stream, and the forms in it.

@@ -26,7 +26,7 @@ TEST(Contents, HaveTextLeaderAndPageNumber) {
   ShownDocument document;
   addContents(document, {{1, "First"}, {2, "Second"}});
   const ShownPages pages = document.pages();
-  const std::vector<ShownText> line = pages.at(0).lineOf("First");
+  const std::vector<PdfText> line = pages.at(0).lineOf("First");
   ASSERT_EQ(line.size(), 3u);
   EXPECT_EQ(line[0].text, "First");
   EXPECT_EQ(line[1].text.substr(0, 8), ". . . . ");
@@ -48,8 +48,8 @@ TEST(Contents, EndAllNumbersAtTheRightMargin) {
   document.anchor("far");
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  const ShownText one = pages.at(0).lineOf("Near").back();
-  const ShownText two = pages.at(0).lineOf("Far").back();
+  const PdfText one = pages.at(0).lineOf("Near").back();
+  const PdfText two = pages.at(0).lineOf("Far").back();
   EXPECT_EQ(one.text, "1");
   EXPECT_EQ(two.text, "12");
   constexpr double kDigit = 5.56;
@@ -85,8 +85,8 @@ TEST(Contents, WrapALongTextBeforeTheNumber) {
   }
   addContents(document, {{1, text + "end"}});
   const ShownPages pages = document.pages();
-  const std::vector<ShownText> first = pages.at(0).lineOf("word0");
-  const std::vector<ShownText> last = pages.at(0).lineOf("end");
+  const std::vector<PdfText> first = pages.at(0).lineOf("word0");
+  const std::vector<PdfText> last = pages.at(0).lineOf("end");
   EXPECT_EQ(first.size(), 1u);
   EXPECT_LT(last.front().y, first.front().y);
   EXPECT_EQ(last.back().text, "2");
@@ -97,9 +97,9 @@ TEST(Contents, LeadToTheirPlaces) {
   addContents(document, {{1, "First"}});
   const ShownPages pages = document.pages();
   ASSERT_EQ(pages.at(0).links.size(), 2u);
-  EXPECT_EQ(pages.at(0).links[0].target, "#First");
-  EXPECT_EQ(pages.at(0).links[1].target, "#First");
-  EXPECT_NEAR(pages.at(0).links[1].box[2], 595.3 - 56.7, 0.1);
+  EXPECT_EQ(pages.at(0).links[0].address, "#First");
+  EXPECT_EQ(pages.at(0).links[1].address, "#First");
+  EXPECT_NEAR(pages.at(0).links[1].right, 595.3 - 56.7, 0.1);
   EXPECT_TRUE(pages.place("First").starts_with("1 "));
 }
 

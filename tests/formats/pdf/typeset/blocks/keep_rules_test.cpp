@@ -103,7 +103,7 @@ TEST(KeepRules, KeepAHeadingWithARule) {
       document.rule();
     });
     EXPECT_EQ(static_cast<std::size_t>(pages.pageOf("Heading")), pages.count() - 1) << lines;
-    EXPECT_EQ(pages.at(pages.count() - 1).areas.size(), 1u);
+    EXPECT_EQ(pages.at(pages.count() - 1).areas().size(), 1u);
   }
 }
 
@@ -118,8 +118,8 @@ TEST(KeepRules, KeepAHeadingWithAPictureOfAnyHeight) {
       document.image(picture, "alternative", 0, {});
     });
     const int page = pages.pageOf("Heading");
-    EXPECT_EQ(pages.at(static_cast<std::size_t>(page)).images.size(), 1u) << lines;
-    EXPECT_GT(pages.at(static_cast<std::size_t>(page)).images.at(0).y, 56.0);
+    EXPECT_EQ(pages.at(static_cast<std::size_t>(page)).images().size(), 1u) << lines;
+    EXPECT_GT(pages.at(static_cast<std::size_t>(page)).images().at(0).y, 56.0);
   }
 }
 
@@ -133,7 +133,7 @@ TEST(KeepRules, LeaveNoLineAlone) {
     const ShownPages pages = pagesWith(lines, [&words](ShownDocument& document) { document.paragraph(words); });
     const auto linesOn = [&pages](std::size_t page) {
       int count = 0;
-      for (const ShownText& text : page < pages.count() ? pages.at(page).texts : std::vector<ShownText>()) {
+      for (const PdfText& text : page < pages.count() ? pages.at(page).texts() : std::vector<PdfText>()) {
         count += text.text.starts_with("word") ? 1 : 0;
       }
       return count;

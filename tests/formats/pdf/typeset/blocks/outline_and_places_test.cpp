@@ -167,8 +167,8 @@ TEST(LinksOfADocument, LeadToEarlierAndLaterPlaces) {
   document.paragraph("text");
   const ShownPages pages = document.pages();
   ASSERT_EQ(pages.at(0).links.size(), 2u);
-  EXPECT_EQ(pages.at(0).links[0].target, "#early");
-  EXPECT_EQ(pages.at(0).links[1].target, "#late");
+  EXPECT_EQ(pages.at(0).links[0].address, "#early");
+  EXPECT_EQ(pages.at(0).links[1].address, "#late");
   EXPECT_TRUE(pages.place("early").starts_with("0 "));
   EXPECT_TRUE(pages.place("late").starts_with("1 "));
   EXPECT_EQ(document.warnings(), "");
@@ -185,7 +185,7 @@ TEST(LinksOfADocument, LeadToAddressesByActions) {
   addLink(document, "https://example.com/a(b)?c=\\d");
   const ShownPages pages = document.pages();
   ASSERT_EQ(pages.at(0).links.size(), 1u);
-  EXPECT_EQ(pages.at(0).links[0].target, "https://example.com/a(b)?c=\\d");
+  EXPECT_EQ(pages.at(0).links[0].address, "https://example.com/a(b)?c=\\d");
 }
 
 TEST(LinksOfADocument, CoverTheirText) {
@@ -200,12 +200,11 @@ TEST(LinksOfADocument, CoverTheirText) {
   const ShownPages pages = document.pages();
   const ShownPage& page = pages.at(0);
   ASSERT_EQ(page.links.size(), 1u);
-  const std::vector<double>& box = page.links[0].box;
-  ASSERT_EQ(box.size(), 4u);
-  EXPECT_NEAR(box[0], page.find("link").x, 0.1);
-  EXPECT_NEAR(box[2], page.find(" after").x, 0.1);
-  EXPECT_LT(box[1], page.find("link").y);
-  EXPECT_GT(box[3], page.find("link").y + 7);
+  const PdfLink& link = page.links[0];
+  EXPECT_NEAR(link.left, page.find("link").x, 0.1);
+  EXPECT_NEAR(link.right, page.find(" after").x, 0.1);
+  EXPECT_LT(link.bottom, page.find("link").y);
+  EXPECT_GT(link.top, page.find("link").y + 7);
 }
 
 TEST(LinksOfADocument, HaveABoxOnEachLine) {
@@ -218,7 +217,7 @@ TEST(LinksOfADocument, HaveABoxOnEachLine) {
   document.end();
   document.end();
   const ShownPages pages = document.pages();
-  EXPECT_EQ(pages.at(0).links.size(), pages.at(0).texts.size());
+  EXPECT_EQ(pages.at(0).links.size(), pages.at(0).texts().size());
   EXPECT_GT(pages.at(0).links.size(), 1u);
 }
 

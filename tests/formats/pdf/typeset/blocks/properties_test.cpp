@@ -27,7 +27,7 @@ TEST(PropertiesOfAPdfDocument, HaveTheTimeOfTheClock) {
   const ShownPages pages = document.pages();
   const std::string information = pages.information();
   EXPECT_NE(information.find("/CreationDate(D:20260131235959Z)/ModDate(D:20260131235959Z)"), std::string::npos);
-  const std::string xmp = pages.objects().stream(numberAfter(pages.catalog(), "/Metadata "));
+  const std::string xmp = pages.xmp();
   EXPECT_NE(xmp.find("<xmp:CreateDate>2026-01-31T23:59:59Z</xmp:CreateDate>"), std::string::npos);
 }
 
@@ -47,7 +47,7 @@ TEST(PropertiesOfAPdfDocument, SayTheLanguage) {
   document.paragraph("text");
   const ShownPages pages = document.pages();
   EXPECT_NE(pages.catalog().find("/Lang(fr-CA)"), std::string::npos);
-  const std::string xmp = pages.objects().stream(numberAfter(pages.catalog(), "/Metadata "));
+  const std::string xmp = pages.xmp();
   EXPECT_NE(xmp.find("<rdf:li>fr-CA</rdf:li>"), std::string::npos);
 }
 
@@ -59,6 +59,19 @@ TEST(EmptyPdfDocuments, HaveAPage) {
   const ShownPages pages = blank.pages();
   ASSERT_EQ(pages.count(), 1u);
   EXPECT_EQ(pages.at(0).all(), "");
+}
+
+TEST(LetterAsPdf, IsSmall) {
+  ShownDocument letter;
+  letter.set("title", "A letter");
+  letter.set("footer", "||{page} / {pages}");
+  for (int i = 0; i < 10; ++i) {
+    letter.paragraph(
+        "The quick brown fox jumps over the lazy dog, 0123456789 times a day, and \u201CTHE FIVE BOXING WIZARDS\u201D "
+        "jump quickly; sphinx of black quartz, judge my vow: 100 % (more or less) & nothing else!");
+  }
+  EXPECT_EQ(letter.pages().count(), 1u);
+  EXPECT_LT(letter.bytes().size(), 30u << 10);
 }
 
 }  // namespace

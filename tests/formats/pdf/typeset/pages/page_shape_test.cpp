@@ -18,9 +18,7 @@ std::string pageWith(std::initializer_list<std::pair<std::string_view, std::stri
   }
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  const std::vector<double>& box = pages.at(0).box;
-  EXPECT_EQ(box.size(), 4u);
-  return std::to_string(std::lround(box.at(2))) + " x " + std::to_string(std::lround(box.at(3)));
+  return std::to_string(std::lround(pages.at(0).width)) + " x " + std::to_string(std::lround(pages.at(0).height));
 }
 
 TEST(PageShape, IsThatOfThePaper) {
@@ -53,7 +51,7 @@ TEST(PageShape, StaysWhenASettingIsNonsense) {
   }
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  EXPECT_NEAR(pages.at(0).box[2], 595.276, 0.01);
+  EXPECT_NEAR(pages.at(0).width, 595.276, 0.01);
   EXPECT_NEAR(pages.at(0).find("text").x, 56.7, 0.1);
 }
 
@@ -67,7 +65,7 @@ TEST(PageShape, HasTheMarginsAroundTheText) {
   document.paragraph(words);
   const ShownPages pages = document.pages();
   ASSERT_GT(pages.count(), 1u);
-  const std::vector<ShownText>& lines = pages.at(0).texts;
+  const std::vector<PdfText>& lines = pages.at(0).texts();
   EXPECT_NEAR(lines.front().x, 40, 0.1);
   EXPECT_LT(lines.front().y, 841.9 - 28.3);
   EXPECT_GT(lines.front().y, 841.9 - 28.3 - 13);

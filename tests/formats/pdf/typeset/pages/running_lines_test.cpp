@@ -8,9 +8,9 @@ namespace scrivalen::test {
 namespace {
 
 // The texts of a line with bars between them.
-std::string joined(const std::vector<ShownText>& line) {
+std::string joined(const std::vector<PdfText>& line) {
   std::string result;
-  for (const ShownText& text : line) {
+  for (const PdfText& text : line) {
     result += (result.empty() ? "" : "|") + text.text;
   }
   return result;
@@ -21,7 +21,7 @@ TEST(RunningLines, AreOnTheLeftInTheMiddleAndOnTheRight) {
   document.set("header", "left|middle|right");
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  const std::vector<ShownText> line = pages.at(0).lineOf("left");
+  const std::vector<PdfText> line = pages.at(0).lineOf("left");
   ASSERT_EQ(joined(line), "left|middle|right");
   EXPECT_NEAR(line[0].x, 56.7, 0.1);
   EXPECT_NEAR(line[1].x, 297.6 - 11.5, 1);
@@ -78,7 +78,7 @@ TEST(RunningLines, NameTheFormOfTheNumberOfPagesOnceAPage) {
   document.set("footer", "{pages}");
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  const std::string page = pages.objects().object(pages.at(0).object);
+  const std::string page = pages.pageObject(0);
   const std::string resources = page.substr(page.find("/XObject<<"));
   EXPECT_EQ(resources.find("/T"), resources.rfind("/T"));
 }
@@ -95,7 +95,7 @@ TEST(RunningLines, MoveTheMiddlePartForALongLeftOne) {
   ShownDocument document;
   document.set("header", "A left part that reaches beyond the middle of the page and a little bit on|middle|right");
   document.paragraph("text");
-  const std::vector<ShownText> line = document.pages().at(0).lineOf("left");
+  const std::vector<PdfText> line = document.pages().at(0).lineOf("left");
   ASSERT_EQ(line.size(), 3u);
   EXPECT_EQ(line[1].text, "middle");
   EXPECT_GT(line[1].x, 310);
@@ -108,7 +108,7 @@ TEST(RunningLines, AreSmallerWhereTheyHaveNoRoom) {
   document.set("header", part + "left|" + part + "middle|" + part + "right");
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  const std::vector<ShownText> line = pages.at(0).lineOf("left");
+  const std::vector<PdfText> line = pages.at(0).lineOf("left");
   ASSERT_EQ(joined(line), part + "left|" + part + "middle|" + part + "right");
   EXPECT_LT(line[0].size, 8);
   EXPECT_GE(line[0].size, 5);
@@ -121,10 +121,10 @@ TEST(RunningLines, CutTextsThatAreStillTooLongAndWarn) {
   document.set("header", "left|{title}, {page}|right");
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  const std::vector<ShownText> line = pages.at(0).lineOf("left");
+  const std::vector<PdfText> line = pages.at(0).lineOf("left");
   ASSERT_EQ(line.size(), 3u);
   EXPECT_EQ(line[0].size, 5);
-  EXPECT_TRUE(line[1].text.ends_with("W\x85, 1")) << line[1].text;
+  EXPECT_TRUE(line[1].text.ends_with("W\u2026, 1")) << line[1].text;
   EXPECT_LT(line[1].text.size(), 120u);
   EXPECT_GT(line[1].text.size(), 60u);
   EXPECT_EQ(document.warnings(), "1 x texts of the header or footer, which has no room for them, shortened\n");
@@ -138,9 +138,9 @@ TEST(RunningLines, CutBetweenCharacters) {
   }
   document.set("header", umlauts);
   document.paragraph("text");
-  const std::string line = document.pages().at(0).texts.back().text;
-  EXPECT_TRUE(line.ends_with("\xFC\x85"));
-  EXPECT_EQ(line.find_first_not_of('\xFC'), line.size() - 1);
+  const std::string line = document.pages().at(0).texts().back().text;
+  ASSERT_TRUE(line.ends_with("\u00FC\u2026")) << line;
+  EXPECT_EQ(umlauts.find(line.substr(0, line.size() - 3)), 0u) << line;
 }
 
 TEST(RunningLines, HaveThePictureBeforeTheLeftPart) {
@@ -156,8 +156,8 @@ TEST(RunningLines, HaveThePictureBeforeTheLeftPart) {
   const ShownPages pages = document.pages();
   ASSERT_EQ(pages.count(), 2u);
   for (std::size_t page = 0; page < 2; ++page) {
-    ASSERT_EQ(pages.at(page).images.size(), 1u);
-    const ShownImage& image = pages.at(page).images[0];
+    ASSERT_EQ(pages.at(page).images().size(), 1u);
+    const PdfImageBox& image = pages.at(page).images()[0];
     EXPECT_NEAR(image.x, 56.7, 0.1);
     EXPECT_GT(image.y, 841.9 - 56.7);
     EXPECT_LT(image.y + image.height, 841.9);
@@ -174,7 +174,7 @@ TEST(RunningLines, WarnOfAPictureThatIsNone) {
   ShownDocument document;
   document.set("header-image", narrowPath(path));
   document.paragraph("text");
-  EXPECT_TRUE(document.pages().at(0).images.empty());
+  EXPECT_TRUE(document.pages().at(0).images().empty());
   EXPECT_NE(document.warnings().find("1 x cannot use the picture '"), std::string::npos);
 }
 
