@@ -78,7 +78,7 @@ write_documents() {
   for input in "$@"; do
     name="${input%.*}"
     (cd "$work" && "${command[@]}" "$input" -q --separator '\t' --set text.width=10000 -o "$name.html" -o "$name.xml" \
-      -o "$name.out.md" -o "$name.txt" -o "$name.rtf" -o "$name.chm") || fail "the command failed on $input"
+      -o "$name.out.md" -o "$name.txt" -o "$name.rtf" -o "$name.chm" -o "$name.pdf") || fail "the command failed on $input"
     (cd "$work" && "${command[@]}" "$input" -q -o "$name.aligned.txt") || fail "the command failed on $input"
     extract_chmLib "$work/$name.chm" "$work/$name.help" >"$work/extract.out" || fail "chmlib does not open $name.chm"
   done
@@ -89,10 +89,18 @@ convert_rtf() {
     >office.log 2>&1) || fail "LibreOffice did not convert the files: $(tail -3 "$work/office.log")"
 }
 
+read_pdf() {
+  (cd "$work" && NODE_PATH="$root/node_modules" node "$here/pdf_readers.mjs" pages.json ./*.pdf >readers.log 2>&1) ||
+    fail "a PDF was not read: $(tail -3 "$work/readers.log")"
+}
+
+here="$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)"
 names=()
 take md < <(markdown_files)
 take "" < <(table_files)
 expect_equal "the number of files" 36 "${#names[@]}"
 write_documents "${names[@]}"
 convert_rtf
-python3 "$(dirname "${BASH_SOURCE[0]}")/compare_words.py" "$work" "${names[@]}" || fail "words were lost or changed"
+read_pdf
+python3 "$here/compare_words.py" "$work" "${names[@]}" || fail "words were lost or changed"
+python3 "$here/compare_pdf_words.py" "$work" "$work/pages.json" "${names[@]}" || fail "words were lost or changed in PDF"

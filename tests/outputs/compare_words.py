@@ -185,23 +185,26 @@ def take_front_matter(text):
     return title[1] if title else "", text[found.end():]
 
 
-def read_markdown(path, as_text=False):
+def read_markdown(path, as_text=False, document=None):
     title, text = take_front_matter(pathlib.Path(path).read_text(encoding="utf-8", errors="replace"))
     extensions = ("table", "strikethrough", "autolink", "tasklist")
     command = ["cmark-gfm", "-t", "xml", *(word for name in extensions for word in ("-e", name))]
     parsed = subprocess.run(command, check=True, input=text.encode(), capture_output=True).stdout.decode()
     root = tree.fromstring(CONTROL.sub("\ufffd", parsed))
-    document = Markdown(as_text)
+    document = document or Markdown(as_text)
     document.visit(root)
     begins_with_heading = len(root) > 0 and root[0].tag.endswith("}heading")
     return ("" if begins_with_heading else title + " ") + "".join(document.page.parts)
 
 
-def read_csv(path):
+def read_rows(path):
     text = pathlib.Path(path).read_bytes().decode("utf-8-sig", "replace")
     separator = max(",;\t|", key=text.partition("\n")[0].count)
-    rows = csv.reader(text.splitlines(keepends=True), delimiter=separator)
-    return "\n".join(" ".join(row) for row in rows)
+    return list(csv.reader(text.splitlines(keepends=True), delimiter=separator))
+
+
+def read_csv(path):
+    return "\n".join(" ".join(row) for row in read_rows(path))
 
 
 def read_xml(path, root, inline):

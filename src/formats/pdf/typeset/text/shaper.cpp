@@ -39,21 +39,24 @@ std::string_view twoBytes(std::uint16_t number, char (&bytes)[2]) {
 // Writes glyphs of composite fonts.
 class CompositeRuns {
  public:
-  CompositeRuns(Typeface& typeface, FontId font, Length size, std::vector<ShapedRun>& runs)
-      : typeface_(typeface), font_(font), size_(size), runs_(runs) {}
+  CompositeRuns(Typeface& typeface, FontId font, Length size, bool isRightToLeft, std::vector<ShapedRun>& runs)
+      : typeface_(typeface), font_(font), size_(size), isRightToLeft_(isRightToLeft), runs_(runs) {}
   CompositeRuns(const CompositeRuns&) = delete;
   CompositeRuns& operator=(const CompositeRuns&) = delete;
   ~CompositeRuns() { endRun(); }
 
-  /// @param glyphs  that stand for the text together. If they are several, the text is given beside them (PDF 1.7,
-  ///                14.9.4), because readers put together the texts of glyphs in different ways
+  /// @param glyphs  that stand for the text together, in the order of the page. If they are several, the text is given
+  ///                beside them (PDF 1.7, 14.9.4), because readers put together the texts of glyphs in different ways.
+  ///                For readers that ignore it each has one of the characters, the last of the text all that are left
   void add(std::string_view text, std::span<const ShapedGlyph> glyphs) {
     if (isInvisible(firstOf(text)) && glyphs.size() == 1 && glyphs.front().advance == 0) {
       return;
     }
+    glyphs = withoutSelector(text, glyphs);
     const bool isMany = glyphs.size() > 1;
+    divide(text, glyphs.size());
     for (std::size_t i = 0; i < glyphs.size(); ++i) {
-      const Code code = typeface_.codeOf(glyphs[i].glyph, i == 0 ? text : std::string_view());
+      const Code code = typeface_.codeOf(glyphs[i].glyph, parts_[isRightToLeft_ ? glyphs.size() - 1 - i : i]);
       beginRun({font_, static_cast<std::uint8_t>(code.font + 1)});
       if (isMany && i == 0) {
         std::string operators = "/Span<</ActualText";
@@ -69,6 +72,26 @@ class CompositeRuns {
   }
 
  private:
+  // A selector of emoji's looks at the end of the text has a glyph of its own where the font does not know it.
+  std::span<const ShapedGlyph> withoutSelector(std::string_view text, std::span<const ShapedGlyph> glyphs) const {
+    const bool hasSelector = text.ends_with("\uFE0E") || text.ends_with("\uFE0F");
+    const bool isDrawn = isRightToLeft_ || glyphs.size() < 2 || glyphs.back().advance != 0;
+    return hasSelector && !isDrawn ? glyphs.first(glyphs.size() - 1) : glyphs;
+  }
+
+  // The characters of a text, one for each glyph. The last has what is left; there may be none for the others.
+  void divide(std::string_view text, std::size_t glyphCount) {
+    parts_.assign(glyphCount, {});
+    for (std::size_t i = 0; i + 1 < glyphCount && !text.empty(); ++i) {
+      char32_t c = 0;
+      const char* next = text.data();
+      nextUtf8(next, text.data() + text.size(), c);
+      parts_[i] = text.substr(0, static_cast<std::size_t>(next - text.data()));
+      text.remove_prefix(parts_[i].size());
+    }
+    parts_.back() = text;
+  }
+
   void beginRun(FontUse font) {
     if (array_ && runs_.back().font == font) {
       return;
@@ -106,6 +129,8 @@ class CompositeRuns {
   Typeface& typeface_;
   FontId font_;
   Length size_;
+  bool isRightToLeft_;
+  std::vector<std::string_view> parts_;
   std::vector<ShapedRun>& runs_;
   std::optional<GlyphArray> array_;
   std::int64_t width_ = 0;
@@ -192,7 +217,7 @@ void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle
   const std::size_t first = runs.size();
   fonts_.at(part.font).file().shape({text, part.script, style.isRightToLeft, style.language}, glyphs_);
   if (style.isRightToLeft || !setSimple(text, part.font, style.size, runs)) {
-    setComposite(text, part.font, style.size, runs);
+    setComposite(text, part.font, style, runs);
   }
   if (style.isRightToLeft) {
     std::reverse(runs.begin() + static_cast<std::ptrdiff_t>(first), runs.end());
@@ -276,8 +301,8 @@ bool Shaper::setSimple(std::string_view text, FontId font, Length size, std::vec
 }
 
 // Glyphs with the texts that they stand for.
-void Shaper::setComposite(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs) {
-  CompositeRuns composite(fonts_.at(font), font, size, runs);
+void Shaper::setComposite(std::string_view text, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
+  CompositeRuns composite(fonts_.at(font), font, style.size, style.isRightToLeft, runs);
   for (std::size_t begin = 0; begin < glyphs_.size();) {
     const std::size_t cluster = glyphs_[begin].cluster;
     std::size_t end = begin + 1;

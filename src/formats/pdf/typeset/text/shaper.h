@@ -62,7 +62,7 @@ class Shaper {
   void shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs);
   void setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
   bool setSimple(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
-  void setComposite(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
+  void setComposite(std::string_view text, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs);
 
   FontSet& fonts_;
   std::unordered_map<std::string, std::vector<ShapedRun>> words_;
