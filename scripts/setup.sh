@@ -92,6 +92,7 @@ need_test() {
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
   need_packages python3-openpyxl libreoffice-calc-nogui
   need_packages python3-setuptools python3-wheel python3-venv
+  need_packages libpdfbox2-java libcommons-io-java libjaxb-java libactivation-java
   need_packages binutils time unicode-data
   need_command ccache ccache
 }

@@ -5,6 +5,7 @@
 #include "formats/pdf/typeset/blocks/inline_collector.h"
 #include "formats/pdf/typeset/blocks/list_nesting.h"
 #include "formats/pdf/typeset/blocks/text_setter.h"
+#include "formats/pdf/typeset/file/color_profile.h"
 #include "formats/pdf/typeset/file/metadata.h"
 #include "formats/pdf/typeset/file/syntax.h"
 #include "formats/pdf/typeset/pages/running_lines.h"
@@ -147,7 +148,8 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
     : settings_(context.settings),
       warnings_(context.warnings),
       family_(familyOf(context.settings.text("font")).value_or(Family::Sans)),
-      file_(context.out),
+      file_(context.out, standardOf(context.settings.text("standard"))),
+      fonts_(file_.standard() != Standard::None),
       shaper_(fonts_),
       pictures_(file_),
       outline_(file_),
@@ -386,7 +388,8 @@ void TypesetWriter::finish() {
   flow_.markEnd();
   contents_.finish(places_);
   running_.finish(pages_);
-  const FileRoots roots{writeCatalog(), writeInformation(file_, metadata())};
+  const Metadata properties = metadata();
+  const FileRoots roots{writeCatalog(), writeInformation(file_, properties), properties.identity()};
   file_.finish(roots);
   warn();
 }
@@ -422,6 +425,11 @@ int TypesetWriter::writeCatalog() {
   const Metadata properties = metadata();
   object += "/Metadata ";
   appendReference(object, writeXmp(file_, properties));
+  if (file_.standard() != Standard::None) {
+    object += "/OutputIntents[";
+    appendReference(object, writeOutputIntent(file_));
+    object += ']';
+  }
   object += "/Lang";
   appendText(object, properties.language);
   object += properties.title.empty() ? "" : "/ViewerPreferences<</DisplayDocTitle true>>";

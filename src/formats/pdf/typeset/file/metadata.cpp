@@ -56,11 +56,33 @@ void append(std::string& out, std::string_view begin, std::string_view text, std
   }
 }
 
+// The standard that the file conforms to (ISO 19005-1, 6.7.11).
+void appendStandard(std::string& xmp, Standard standard) {
+  if (standard != Standard::None) {
+    const bool isFirst = standard == Standard::A1b;
+    xmp += "<rdf:Description rdf:about=\"\" xmlns:pdfaid=\"http://www.aiim.org/pdfa/ns/id/\">\n";
+    append(xmp, "<pdfaid:part>", isFirst ? "1" : "2", "</pdfaid:part>");
+    append(xmp, "<pdfaid:conformance>", isFirst ? "B" : "U", "</pdfaid:conformance>");
+    xmp += "</rdf:Description>\n";
+  }
+}
+
 }  // namespace
 
 bool isPropertyName(std::string_view name) {
   return name.size() <= kLongestName &&
          std::find(std::begin(kOwnNames), std::end(kOwnNames), name) == std::end(kOwnNames);
+}
+
+std::uint64_t Metadata::identity() const {
+  std::uint64_t hash = 14695981039346656037u;  // FNV-1a
+  for (const std::string* text : {&title, &author, &subject, &keywords, &language}) {
+    for (const char c : *text) {
+      hash = (hash ^ static_cast<unsigned char>(c)) * 1099511628211u;
+    }
+    hash *= 1099511628211u;
+  }
+  return hash ^ static_cast<std::uint64_t>(time);
 }
 
 int writeInformation(PdfFile& file, const Metadata& metadata) {
@@ -109,7 +131,9 @@ int writeXmp(PdfFile& file, const Metadata& metadata) {
   const std::string time = isoTime(metadata.time);
   append(xmp, "<xmp:CreateDate>", time, "</xmp:CreateDate>");
   append(xmp, "<xmp:ModifyDate>", time, "</xmp:ModifyDate>");
-  xmp += "</rdf:Description>\n</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end=\"w\"?>";
+  xmp += "</rdf:Description>\n";
+  appendStandard(xmp, file.standard());
+  xmp += "</rdf:RDF>\n</x:xmpmeta>\n<?xpacket end=\"w\"?>";
   const int number = file.newNumber();
   file.writeEncodedStream(number, "/Type/Metadata/Subtype/XML", xmp);
   return number;

@@ -2,6 +2,7 @@
 
 #include "formats/pdf/typeset/file/syntax.h"
 
+#include <algorithm>
 #include <array>
 
 namespace scrivalen::typeset {
@@ -19,6 +20,7 @@ constexpr std::uint64_t kInStream = std::uint64_t{1} << 63;
 constexpr unsigned kIndexBits = 16;
 
 constexpr std::string_view kHeader = "%PDF-1.7\n%\xE2\xE3\xCF\xD3\n";
+constexpr std::string_view kHeaderOf14 = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
 
 // An entry of the cross-reference stream: a kind, an offset or number, an index.
 constexpr std::size_t kEntrySize = 1 + 5 + 1;
@@ -39,11 +41,29 @@ std::array<char, kEntrySize> entryOf(std::uint64_t place) {
   return entry;
 }
 
+void appendZeroPadded(std::string& out, std::uint64_t value, std::size_t digits) {
+  std::string number;
+  appendInteger(number, static_cast<std::int64_t>(value));
+  out.append(digits - std::min(number.size(), digits), '0').append(number);
+}
+
+constexpr std::uint64_t kHashBegin = 14695981039346656037u;  // FNV-1a
+
+std::uint64_t hashOf(std::uint64_t value, std::uint64_t hash) {
+  for (int i = 0; i < 8; ++i, value >>= 8) {
+    hash = (hash ^ (value & 0xFF)) * 1099511628211u;
+  }
+  return hash;
+}
+
 }  // namespace
 
-PdfFile::PdfFile(OutputBuffer& out) : out_(out), deflater_(kLevel) {}
+PdfFile::PdfFile(OutputBuffer& out, Standard standard) : out_(out), standard_(standard), deflater_(kLevel) {}
 
-void PdfFile::begin() { out_.write(kHeader.data(), kHeader.size()); }
+void PdfFile::begin() {
+  const std::string_view header = standard_ == Standard::A1b ? kHeaderOf14 : kHeader;
+  out_.write(header.data(), header.size());
+}
 
 int PdfFile::newNumber() {
   places_.push_back(0);
@@ -53,6 +73,12 @@ int PdfFile::newNumber() {
 void PdfFile::setPlace(int number, std::uint64_t place) { places_[static_cast<std::size_t>(number) - 1] = place; }
 
 void PdfFile::writeObject(int number, std::string_view object) {
+  if (standard_ == Standard::A1b) {
+    beginObject(number);
+    scratch_.append(object).append("\nendobj\n");
+    out_.write(scratch_.data(), scratch_.size());
+    return;
+  }
   if (waitingCount_ == 0) {
     waitingNumber_ = newNumber();
   }
@@ -110,8 +136,55 @@ void PdfFile::writeEncodedStream(int number, std::string_view entries, std::stri
 }
 
 void PdfFile::finish(const FileRoots& roots) {
+  if (standard_ == Standard::A1b) {
+    return writeCrossReferenceTable(roots);
+  }
   writeWaiting();
   writeCrossReferences(roots);
+}
+
+// What ends a file of each kind. Files for archives have an identifier (PDF 1.7, 14.4), here from the places of all
+// objects, so that equal files have the same.
+std::string PdfFile::trailerEntries(const FileRoots& roots) const {
+  std::string entries = "/Root ";
+  appendReference(entries, roots.catalog);
+  entries += "/Info ";
+  appendReference(entries, roots.information);
+  if (standard_ != Standard::None) {
+    std::uint64_t hash = hashOf(roots.identity, kHashBegin);
+    for (const std::uint64_t place : places_) {
+      hash = hashOf(place, hash);
+    }
+    std::string identifier;
+    for (const std::uint64_t half : {hash, hashOf(hash, kHashBegin)}) {
+      appendHex(identifier, half, 16);
+    }
+    entries.append("/ID[<").append(identifier).append("><").append(identifier).append(">]");
+  }
+  return entries;
+}
+
+// PDF 1.4, 3.4.3. The table leaves in parts, as it may be long.
+void PdfFile::writeCrossReferenceTable(const FileRoots& roots) {
+  constexpr std::size_t kPart = 32768;
+  const std::uint64_t begin = out_.position();
+  std::string part = "xref\n0 ";
+  appendInteger(part, static_cast<std::int64_t>(places_.size()) + 1);
+  part += "\n0000000000 65535 f \n";
+  for (const std::uint64_t place : places_) {
+    appendZeroPadded(part, place, 10);
+    part += place == 0 ? " 65535 f \n" : " 00000 n \n";
+    if (part.size() >= kPart) {
+      out_.write(part.data(), part.size());
+      part.clear();
+    }
+  }
+  part += "trailer\n<</Size ";
+  appendInteger(part, static_cast<std::int64_t>(places_.size()) + 1);
+  part.append(trailerEntries(roots)).append(">>\nstartxref\n");
+  appendInteger(part, static_cast<std::int64_t>(begin));
+  part += "\n%%EOF\n";
+  out_.write(part.data(), part.size());
 }
 
 void PdfFile::writeCrossReferences(const FileRoots& roots) {
@@ -136,10 +209,7 @@ void PdfFile::writeCrossReferences(const FileRoots& roots) {
   }
   std::string entries = "/Type/XRef/Size ";
   appendInteger(entries, static_cast<std::int64_t>(places_.size()) + 1);
-  entries += "/W[1 5 1]/DecodeParms<</Predictor 12/Columns 7>>/Root ";
-  appendReference(entries, roots.catalog);
-  entries += "/Info ";
-  appendReference(entries, roots.information);
+  entries.append("/W[1 5 1]/DecodeParms<</Predictor 12/Columns 7>>").append(trailerEntries(roots));
   writeStream(number, entries, rows);
   std::string end = "startxref\n";
   appendInteger(end, static_cast<std::int64_t>(begin));

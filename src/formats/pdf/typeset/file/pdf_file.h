@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/pdf/typeset/file/standard.h"
 #include "output/compression/deflate.h"
 #include "output/output_buffer.h"
 
@@ -15,15 +16,18 @@ namespace scrivalen::typeset {
 struct FileRoots {
   int catalog;
   int information;
+  std::uint64_t identity = 0;  ///< of what the document says about itself, for the identifier of an archive's file
 };
 
 /// Writes the objects of a PDF 1.7 file in one pass. Objects without a stream wait until enough of them fill an object
-/// stream (7.5.7). What is kept of an object is 8 bytes: where it is.
+/// stream (7.5.7). A file for the standard PDF/A-1b is PDF 1.4, which has no such streams. What is kept of an object is
+/// 8 bytes: where it is.
 class PdfFile {
  public:
   /// @param out  not owned; must outlive this object
-  explicit PdfFile(OutputBuffer& out);
+  explicit PdfFile(OutputBuffer& out, Standard standard = Standard::None);
 
+  Standard standard() const { return standard_; }
   void begin();
 
   /// Reserves the number of an object that is written later.
@@ -44,8 +48,11 @@ class PdfFile {
   void setPlace(int number, std::uint64_t place);
   void writeWaiting();
   void writeCrossReferences(const FileRoots& roots);
+  void writeCrossReferenceTable(const FileRoots& roots);
+  std::string trailerEntries(const FileRoots& roots) const;
 
   OutputBuffer& out_;
+  const Standard standard_;
   Deflater deflater_;
   std::deque<std::uint64_t> places_;  // of each object from 1 on: see place() in pdf_file.cpp
   std::string waiting_;               // the objects of the next object stream

@@ -10,7 +10,7 @@
 namespace scrivalen::typeset {
 namespace {
 
-constexpr std::string_view kNameDigits = "0123456789ABCDEF";
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 constexpr std::string_view kDelimiters = "()<>[]{}/%#";
 
 void appendEscaped(std::string& out, unsigned char byte) {
@@ -91,14 +91,20 @@ void appendText(std::string& out, std::string_view utf8) {
   out += ')';
 }
 
+void appendHex(std::string& out, std::uint64_t value, int digits) {
+  for (int digit = digits - 1; digit >= 0; --digit) {
+    out += kHexDigits[value >> (4 * digit) & 0xF];
+  }
+}
+
 void appendName(std::string& out, std::string_view name) {
   out += '/';
   for (const char c : name) {
     const auto byte = static_cast<unsigned char>(c);
     if (byte <= ' ' || byte > '~' || kDelimiters.find(c) != kDelimiters.npos) {
       out += '#';
-      out += kNameDigits[byte >> 4];
-      out += kNameDigits[byte & 0xF];
+      out += kHexDigits[byte >> 4];
+      out += kHexDigits[byte & 0xF];
     } else {
       out += c;
     }

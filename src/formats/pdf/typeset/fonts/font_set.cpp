@@ -79,6 +79,9 @@ Typeface& FontSet::load(FontId font) {
     throw document::OutputFailure(document::Status::FileError, "the font " + toUtf8(path) + " " + reason);
   }
   fonts_[font] = std::make_unique<Typeface>(std::move(file));
+  if (hidesMissingGlyphs_) {
+    fonts_[font]->replaceMissingGlyph();
+  }
   return *fonts_[font];
 }
 

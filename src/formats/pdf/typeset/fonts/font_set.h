@@ -37,6 +37,9 @@ class FontSet {
  public:
   static constexpr std::size_t kFonts = 16;
 
+  /// @param hidesMissingGlyphs  whether another glyph is drawn where a font has none for a character
+  explicit FontSet(bool hidesMissingGlyphs = false) : hidesMissingGlyphs_(hidesMissingGlyphs) {}
+
   /// Raises OutputFailure when a font's file is missing.
   Typeface& at(FontId font) {
     const auto& loaded = fonts_[font];
@@ -51,6 +54,7 @@ class FontSet {
  private:
   Typeface& load(FontId font);
 
+  const bool hidesMissingGlyphs_;
   std::array<std::unique_ptr<Typeface>, kFonts> fonts_;
 };
 

@@ -16,7 +16,10 @@ constexpr int kFixedPitch = 1;
 constexpr int kNonsymbolic = 32;
 constexpr int kItalicFlag = 64;
 
-constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+// An array has at most 8191 elements in PDF 1.4 (appendix C).
+constexpr std::size_t kMostInArray = 8000;
+
+constexpr std::string_view kWordJoiner = "\u2060";  // invisible, and no letter of a word
 
 // Six letters that tell a subset from others of the same font (PDF 1.7, 9.6.4).
 std::string tagOf(std::string_view fontFile) {
@@ -37,19 +40,13 @@ void appendKey(std::string& out, std::string_view key, std::int64_t value) {
   appendInteger(out, value);
 }
 
-void appendHex(std::string& out, unsigned value) {
-  for (const unsigned shift : {12u, 8u, 4u, 0u}) {
-    out += kHexDigits[value >> shift & 0xF];
-  }
-}
-
 void appendUtf16(std::string& out, std::string_view utf8) {
   const char* at = utf8.data();
   const char* const end = at + utf8.size();
   while (at != end) {
     char32_t c = kReplacement;
     nextUtf8(at, end, c);
-    forEachUnit(c, [&out](char16_t unit) { appendHex(out, unit); });
+    forEachUnit(c, [&out](char16_t unit) { appendHex(out, unit, 4); });
   }
 }
 
@@ -58,7 +55,7 @@ void appendUtf16(std::string& out, std::string_view utf8) {
 FontWriter::FontWriter(PdfFile& file, const FontFile& font, std::string_view subset)
     : file_(file), font_(font), fontName_(tagOf(subset) + "+" + font.postScriptName()) {
   writeFile(subset);
-  writeDescriptor();
+  descriptor_ = writeDescriptor();
 }
 
 void FontWriter::writeFile(std::string_view subset) {
@@ -72,7 +69,7 @@ void FontWriter::writeFile(std::string_view subset) {
   file_.writeStream(stream_, entries, subset);
 }
 
-void FontWriter::writeDescriptor() {
+int FontWriter::writeDescriptor(std::string_view entries) {
   const FontMeasures& m = font_.measures();
   std::string object = "<</Type/FontDescriptor/FontName";
   appendName(object, fontName_);
@@ -88,9 +85,27 @@ void FontWriter::writeDescriptor() {
   appendKey(object, "/CapHeight ", m.capHeight);
   object += font_.isPostScript() ? "/StemV 80/FontFile3 " : "/StemV 80/FontFile2 ";
   appendReference(object, stream_);
-  object += ">>";
-  descriptor_ = file_.newNumber();
-  file_.writeObject(descriptor_, object);
+  object.append(entries).append(">>");
+  const int number = file_.newNumber();
+  file_.writeObject(number, object);
+  return number;
+}
+
+// PDF/A-1 asks a subset for the set of its numbers (ISO 19005-1, 6.3.5): a bit for each, the highest first.
+int FontWriter::descriptorOfComposite(std::size_t glyphs) {
+  if (file_.standard() != Standard::A1b) {
+    return descriptor_;
+  }
+  const std::size_t count = glyphs + 1;
+  std::string bits(count / 8, '\xFF');
+  if (count % 8 != 0) {
+    bits += static_cast<char>(static_cast<unsigned char>(0xFF00u >> count % 8));
+  }
+  const int set = file_.newNumber();
+  file_.writeStream(set, "", bits);
+  std::string entries = "/CIDSet ";
+  appendReference(entries, set);
+  return writeDescriptor(entries);
 }
 
 void FontWriter::writeSimple(std::string_view name, std::span<const unsigned char> bytes,
@@ -134,13 +149,16 @@ int FontWriter::writeUnicodes(std::span<const CompositeGlyph> glyphs) {
     count = 0;
   };
   for (std::size_t i = 0; i < glyphs.size(); ++i) {
-    if (glyphs[i].text.empty()) {
+    // Of several glyphs for a text the first one has it. In PDF/A-2u the others need one, too.
+    const std::string_view text =
+        glyphs[i].text.empty() && file_.standard() == Standard::A2u ? kWordJoiner : glyphs[i].text;
+    if (text.empty()) {
       continue;
     }
     block += '<';
-    appendHex(block, static_cast<unsigned>(i) + 1);
+    appendHex(block, static_cast<unsigned>(i) + 1, 4);
     block += "><";
-    appendUtf16(block, glyphs[i].text);
+    appendUtf16(block, text);
     block += ">\n";
     if (++count == kMostInBlock) {
       endBlock();
@@ -170,14 +188,19 @@ void FontWriter::writeComposite(std::string_view name, std::span<const Composite
   const int descendant = file_.newNumber();
   std::string object = "<</Type/Font/Subtype/CIDFontType2/BaseFont";
   appendName(object, fontName_);
-  object += "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/DW 0/W[1[";
-  for (const CompositeGlyph& glyph : glyphs) {
-    appendKey(object, object.back() == '[' ? "" : " ", glyph.advance);
+  object += "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/DW 0/W[";
+  for (std::size_t first = 0; first < glyphs.size(); first += kMostInArray) {
+    appendInteger(object, static_cast<std::int64_t>(first) + 1);
+    object += '[';
+    for (const CompositeGlyph& glyph : glyphs.subspan(first, std::min(kMostInArray, glyphs.size() - first))) {
+      appendKey(object, object.back() == '[' ? "" : " ", glyph.advance);
+    }
+    object += ']';
   }
-  object += "]]/CIDToGIDMap ";
+  object += "]/CIDToGIDMap ";
   appendReference(object, numbers);
   object += "/FontDescriptor ";
-  appendReference(object, descriptor_);
+  appendReference(object, descriptorOfComposite(glyphs.size()));
   object += ">>";
   file_.writeObject(descendant, object);
 

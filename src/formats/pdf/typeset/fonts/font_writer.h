@@ -4,6 +4,7 @@
 #include "formats/pdf/typeset/fonts/font_file.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
@@ -33,15 +34,16 @@ class FontWriter {
 
  private:
   void writeFile(std::string_view subset);
-  void writeDescriptor();
+  int writeDescriptor(std::string_view entries = {});
+  int descriptorOfComposite(std::size_t glyphs);
   int writeUnicodes(std::span<const CompositeGlyph> glyphs);
   int writeGlyphNumbers(std::span<const CompositeGlyph> glyphs);
 
   PdfFile& file_;
   const FontFile& font_;
   std::string fontName_;
-  int descriptor_;
   int stream_;
+  int descriptor_;
 };
 
 }  // namespace scrivalen::typeset

@@ -23,7 +23,24 @@ Typeface::Typeface(std::unique_ptr<FontFile> file) : file_(std::move(file)) {
   }
 }
 
+void Typeface::replaceMissingGlyph() {
+  // A box as fonts have for this, or what else readers take for it.
+  for (const char32_t c : {U'\u25A1', kReplacement, U'?'}) {
+    missing_ = missing_ == 0 ? file_->glyphOf(c) : missing_;
+  }
+}
+
+void Typeface::spaceMissingGlyphs(std::vector<ShapedGlyph>& glyphs) const {
+  if (missing_ == 0) {
+    return;
+  }
+  for (ShapedGlyph& glyph : glyphs) {
+    glyph.advance = glyph.glyph == 0 ? file_->advanceOf(missing_) : glyph.advance;
+  }
+}
+
 Code Typeface::codeOf(std::uint32_t glyph, std::string_view text) {
+  glyph = shownFor(glyph);
   key_.assign(reinterpret_cast<const char*>(&glyph), sizeof glyph).append(text);
   const auto [found, isNew] = codes_.try_emplace(key_, static_cast<std::uint32_t>(entries_.size()));
   if (isNew) {
@@ -47,7 +64,7 @@ const CharacterCode& Typeface::characterOf(char32_t c) {
     char text[4];
     const std::size_t size = putUtf8(c, text);
     const bool isPlain = glyph != 0 && !isMark(c) && !isInvisible(c) && !needsShaping(scriptOf(c));
-    known = {true, glyph == 0, isPlain, codeOf(glyph, std::string_view(text, size)), file_->advanceOf(glyph)};
+    known = {true, glyph == 0, isPlain, codeOf(glyph, std::string_view(text, size)), advanceOf(glyph)};
   }
   return known;
 }

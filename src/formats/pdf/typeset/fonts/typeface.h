@@ -65,6 +65,11 @@ class Typeface {
     }
   }
 
+  /// Draws missing glyphs as another one from now on: archives may not show the font's own, glyph 0.
+  void replaceMissingGlyph();
+  /// Gives missing glyphs the width of what is drawn for them.
+  void spaceMissingGlyphs(std::vector<ShapedGlyph>& glyphs) const;
+
   /// The glyph of a character; 0 if the font has none.
   std::uint32_t glyphOf(char32_t c) const { return file_->glyphOf(c); }
   /// The number of a glyph that stands for a text, which is drawn with it.
@@ -75,7 +80,7 @@ class Typeface {
   /// @param width  gets the text's, in thousandths of the size
   /// @return false if it has others
   bool appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width);
-  std::int64_t advanceOf(std::uint32_t glyph) const { return file_->advanceOf(glyph); }
+  std::int64_t advanceOf(std::uint32_t glyph) const { return file_->advanceOf(shownFor(glyph)); }
 
   /// Writes the fonts that were drawn with. @param resources  gets their names, F and G with @p name
   void write(PdfFile& file, int name, std::string& resources) const;
@@ -92,6 +97,8 @@ class Typeface {
     return characterOf(c);
   }
 
+  std::uint32_t shownFor(std::uint32_t glyph) const { return glyph == 0 ? missing_ : glyph; }
+
   struct Entry {
     std::uint32_t glyph;
     std::string text;  // UTF-8; empty: none
@@ -107,6 +114,7 @@ class Typeface {
   std::vector<Entry> entries_;
   std::unordered_map<std::string, std::uint32_t> codes_;  // of glyph and text, an index of entries_
   std::string key_;
+  std::uint32_t missing_ = 0;  // what is drawn for a missing glyph
   static constexpr std::size_t kPage = 256;
   std::vector<std::unique_ptr<std::array<CharacterCode, kPage>>> pages_;  // of characters, by their number
 };

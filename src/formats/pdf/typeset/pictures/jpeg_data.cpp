@@ -93,11 +93,14 @@ std::string_view spaceOf(std::uint32_t components) {
 
 }  // namespace
 
-std::string_view encodeJpeg(std::string_view jpeg, PictureData& data) {
+std::string_view encodeJpeg(std::string_view jpeg, PictureData& data, bool hasCmyk) {
   const Colors colors = colorsOf(jpeg);
   const std::string_view space = spaceOf(colors.components);
   if (space.empty()) {
     return "is a kind of JPEG that most programs do not show";
+  }
+  if (colors.components == 4 && !hasCmyk) {
+    return "is a JPEG with colours for printing (CMYK), which a file for archives in sRGB cannot have";
   }
   constexpr std::uint32_t kDepth = 8;
   std::string& entries = data.colors.entries;

@@ -31,7 +31,10 @@ std::optional<int> PictureWriter::write(const Picture& picture, std::string& rea
 PictureWriter::Kept PictureWriter::writeNew(const Picture& picture) {
   PictureData data;
   const bool isJpeg = picture.format() == Picture::Format::Jpeg;
-  const std::string_view wrong = isJpeg ? encodeJpeg(picture.bytes(), data) : encodePng(picture.bytes(), data);
+  const bool hasCmyk = file_.standard() == Standard::None;
+  const bool isOpaque = file_.standard() == Standard::A1b;
+  const std::string_view wrong =
+      isJpeg ? encodeJpeg(picture.bytes(), data, hasCmyk) : encodePng(picture.bytes(), data, isOpaque);
   if (!wrong.empty()) {
     return {picture.shared_from_this(), 0, wrong};
   }

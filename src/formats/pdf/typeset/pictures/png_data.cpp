@@ -3,6 +3,7 @@
 #include "document/pictures/bytes.h"
 #include "formats/pdf/typeset/file/syntax.h"
 #include "formats/pdf/typeset/pictures/png_file.h"
+#include "formats/pdf/typeset/pictures/png_flat.h"
 #include "formats/pdf/typeset/pictures/png_interlace.h"
 #include "formats/pdf/typeset/pictures/png_mask.h"
 #include "formats/pdf/typeset/pictures/png_rows.h"
@@ -32,13 +33,13 @@ bool mayHaveAllPixels(const PngFile& file) {
   return std::uint64_t{file.rowSize(file.width())} * file.height() <= file.compressed().size() * kMostPerByte;
 }
 
-std::string colorSpaceOf(const PngFile& file) {
+std::string colorSpaceOf(const PngFile& file, bool isOpaque) {
   if (file.colors() != PngColors::Palette) {
     return isGray(file.colors()) ? "/DeviceGray" : "/DeviceRGB";
   }
   std::string space = "[/Indexed/DeviceRGB ";
   appendInteger(space, static_cast<std::int64_t>(file.palette().size() / 3) - 1);
-  appendString(space, file.palette());
+  appendString(space, isOpaque ? flatPalette(file) : file.palette());
   return space + "]";
 }
 
@@ -62,11 +63,11 @@ void appendColorKey(std::string& entries, const PngFile& file) {
   entries.back() = ']';
 }
 
-void appendFilter(std::string& entries, const PngFile& file, std::uint32_t components) {
+void appendFilter(std::string& entries, const PngFile& file, std::uint32_t components, std::uint32_t depth) {
   entries += "/Filter/FlateDecode/DecodeParms<</Predictor 15/Colors ";
   appendInteger(entries, components);
   entries += "/BitsPerComponent ";
-  appendInteger(entries, file.depth());
+  appendInteger(entries, depth);
   entries += "/Columns ";
   appendInteger(entries, file.width());
   entries += ">>";
@@ -75,10 +76,14 @@ void appendFilter(std::string& entries, const PngFile& file, std::uint32_t compo
 // Takes the rows of a picture, filtered, and makes those of its images.
 class Encoder {
  public:
-  Encoder(const PngFile& file, PictureData& data) : file_(file), data_(data) {
+  Encoder(const PngFile& file, PictureData& data, bool isOpaque) : file_(file), data_(data) {
+    if (isOpaque && needsFlattening(file)) {
+      flat_.emplace(file);
+      return;
+    }
     if (file.hasAlpha()) {
       alpha_.emplace(file.depth() / 8, (file.components() - 1) * file.depth() / 8);
-    } else if (!file.transparency().empty() && !hasColorKey(file)) {
+    } else if (!isOpaque && !file.transparency().empty() && !hasColorKey(file)) {
       transparentColors_.emplace(file);
     }
     if (file.hasAlpha() || file.isInterlaced()) {
@@ -87,7 +92,9 @@ class Encoder {
   }
 
   void add(std::string_view row) {
-    if (alpha_) {
+    if (flat_) {
+      flat_->add(row);
+    } else if (alpha_) {
       alpha_->add(row, *colors_);
     } else if (colors_) {
       colors_->add(row);
@@ -98,12 +105,14 @@ class Encoder {
   }
 
   void finish() {
-    if (colors_) {
+    if (flat_) {
+      data_.colors.own = flat_->finish();
+    } else if (colors_) {
       data_.colors.own = colors_->finish();
     }
     if (alpha_ && !alpha_->isOpaque()) {
       std::string& entries = addMask(alpha_->finish(), file_.depth());
-      appendFilter(entries, file_, 1);
+      appendFilter(entries, file_, 1, file_.depth());
     } else if (transparentColors_ && !transparentColors_->isOpaque()) {
       std::string& entries = addMask(transparentColors_->finish(), kMaskDepth);
       entries += "/Filter/FlateDecode";
@@ -121,6 +130,7 @@ class Encoder {
   const PngFile& file_;
   PictureData& data_;
   std::optional<RowCompressor> colors_;  // none where the file's own bytes serve
+  std::optional<FlatRows> flat_;
   std::optional<AlphaChannel> alpha_;
   std::optional<TransparentColors> transparentColors_;
 };
@@ -132,8 +142,8 @@ void keepCompressed(PngFile& file, std::size_t size, ImageData& image) {
   image.own.resize(std::min(size, image.own.size()));
 }
 
-bool encodeRows(PngFile& file, PictureData& data) {
-  Encoder encoder(file, data);
+bool encodeRows(PngFile& file, PictureData& data, bool isOpaque) {
+  Encoder encoder(file, data, isOpaque);
   PngRows rows(file.compressed());
   std::string row(1 + file.rowSize(file.width()), '\0');
   for (std::uint32_t y = 0; y < file.height(); ++y) {
@@ -150,12 +160,12 @@ bool encodeRows(PngFile& file, PictureData& data) {
   return true;
 }
 
-bool encodeInterlaced(const PngFile& file, PictureData& data) {
+bool encodeInterlaced(const PngFile& file, PictureData& data, bool isOpaque) {
   std::string pixels;
   if (!decodeInterlaced(file, pixels)) {
     return false;
   }
-  Encoder encoder(file, data);
+  Encoder encoder(file, data, isOpaque);
   const std::size_t size = file.rowSize(file.width());
   std::string row(1 + size, '\0');
   std::string above = row;
@@ -176,17 +186,19 @@ bool encodeInterlaced(const PngFile& file, PictureData& data) {
 
 }  // namespace
 
-std::string_view encodePng(std::string_view png, PictureData& data) {
+std::string_view encodePng(std::string_view png, PictureData& data, bool isOpaque) {
   PngFile file(png);
   if (file.colors() == PngColors::Palette && file.palette().empty()) {
     return "is a PNG with a broken palette";
   }
-  if (!mayHaveAllPixels(file) || !(file.isInterlaced() ? encodeInterlaced(file, data) : encodeRows(file, data))) {
+  if (!mayHaveAllPixels(file) ||
+      !(file.isInterlaced() ? encodeInterlaced(file, data, isOpaque) : encodeRows(file, data, isOpaque))) {
     return kBroken;
   }
   std::string& entries = data.colors.entries;
-  entries = imageEntries(file.width(), file.height(), colorSpaceOf(file), file.depth());
-  appendFilter(entries, file, file.hasAlpha() ? file.components() - 1 : file.components());
+  const std::uint32_t depth = isOpaque ? std::min(file.depth(), 8u) : file.depth();
+  entries = imageEntries(file.width(), file.height(), colorSpaceOf(file, isOpaque), depth);
+  appendFilter(entries, file, file.hasAlpha() ? file.components() - 1 : file.components(), depth);
   if (hasColorKey(file)) {
     appendColorKey(entries, file);
   }

@@ -216,6 +216,7 @@ void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle
   }
   const std::size_t first = runs.size();
   fonts_.at(part.font).file().shape({text, part.script, style.isRightToLeft, style.language}, glyphs_);
+  fonts_.at(part.font).spaceMissingGlyphs(glyphs_);
   if (style.isRightToLeft || !setSimple(text, part.font, style.size, runs)) {
     setComposite(text, part.font, style, runs);
   }

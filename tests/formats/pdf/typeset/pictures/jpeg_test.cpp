@@ -50,6 +50,16 @@ TEST(JpegInPdf, IsInvertedWhereItIsCmykWithAdobesMarker) {
   EXPECT_EQ(entriesOf(jpegOf("\1", adobe('\0'))), std::string(kSize) + "/ColorSpace/DeviceGray" + kRest);
 }
 
+TEST(JpegInPdf, IsRefusedInAnArchiveWhereItIsCmyk) {
+  for (const Standard standard : {Standard::A1b, Standard::A2u}) {
+    WrittenPictures written(standard);
+    EXPECT_FALSE(written.write(jpegOf("\1\2\3\4")));
+    EXPECT_EQ(written.reason(),
+              "The picture is a JPEG with colours for printing (CMYK), which a file for archives in sRGB cannot have.");
+    EXPECT_TRUE(written.write(jpegOf("\1\2\3")));
+  }
+}
+
 TEST(JpegInPdf, IsRgbWhereAMarkerOrTheNamesOfComponentsSaySo) {
   const std::string jfif = jpegSegment(0xE0, std::string("JFIF\0\1\2\0\0\1\0\1\0\0", 14));
   const std::string usual = std::string(kSize) + "/ColorSpace/DeviceRGB" + kRest;

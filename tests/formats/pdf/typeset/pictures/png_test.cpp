@@ -109,6 +109,60 @@ TEST(PngInPdf, HasThePixelsOfEachKind) {
   }
 }
 
+// What a sample is on white, in 8 bits.
+unsigned onWhite(unsigned sample, unsigned alpha, int depth) {
+  const unsigned shift = depth == 16 ? 8 : 0;
+  return ((sample >> shift) * (alpha >> shift) + 255 * (255 - (alpha >> shift)) + 127) / 255;
+}
+
+TEST(PngInPdf, IsDrawnOnWhiteInAnArchiveWithoutTransparency) {
+  for (const Kind& kind :
+       {Kind{kGray, 16}, {kRgb, 16}, {kGrayAlpha, 8}, {kGrayAlpha, 16}, {kRgbAlpha, 8}, {kRgbAlpha, 16}}) {
+    for (const bool isInterlaced : {false, true}) {
+      SCOPED_TRACE(testing::Message() << kind.colors << " " << kind.depth << " " << isInterlaced);
+      const PngPicture picture = pictureOf(kind, 13, 9, isInterlaced);
+      WrittenPictures written(Standard::A1b);
+      const auto image = written.image(written.write(makePng(picture)).value()).value();
+      EXPECT_EQ(image.depth, 8);
+      EXPECT_EQ(image.mask, 0);
+      const auto components = static_cast<std::size_t>(picture.components());
+      const std::size_t colors = components - (hasAlpha(picture) ? 1 : 0);
+      ASSERT_EQ(image.samples.size(), 13 * 9 * colors);
+      for (std::size_t i = 0; i < image.samples.size(); ++i) {
+        const std::size_t pixel = i / colors * components;
+        const unsigned alpha = hasAlpha(picture) ? picture.samples[pixel + colors] : 0xFFFFu >> (16 - kind.depth);
+        ASSERT_EQ(image.samples[i], onWhite(picture.samples[pixel + i % colors], alpha, kind.depth));
+      }
+    }
+  }
+}
+
+TEST(PngInPdf, HasItsTransparentColorsOnWhiteInAnArchiveWithoutTransparency) {
+  PngPicture picture{.width = 2, .colors = kPalette, .depth = 1, .palette = "\x10\x20\x30\x40\x50\x60"};
+  picture.transparency = std::string(1, '\0');
+  picture.samples = {0, 1};
+  WrittenPictures written(Standard::A1b);
+  const auto image = written.image(written.write(makePng(picture)).value()).value();
+  EXPECT_EQ(image.mask, 0);
+  EXPECT_TRUE(has(image.entries, "[/Indexed/DeviceRGB 1(\xFF\xFF\xFF\x40\x50\x60)]"));
+  EXPECT_EQ(image.samples, picture.samples);
+}
+
+TEST(PngInPdf, HasATransparentColorOf16BitsInWhiteInAnArchiveWithoutTransparency) {
+  PngPicture picture{.width = 2, .colors = kGray, .depth = 16, .samples = {0x1234, 0x1235}};
+  picture.transparency = "\x12\x34";
+  WrittenPictures written(Standard::A1b);
+  const auto image = written.image(written.write(makePng(picture)).value()).value();
+  EXPECT_EQ(image.mask, 0);
+  EXPECT_EQ(image.samples, (std::vector<unsigned>{255, 0x12}));
+}
+
+TEST(PngInPdf, KeepsItsAlphaInAnArchiveOfLevel2) {
+  WrittenPictures written(Standard::A2u);
+  const auto image = written.image(written.write(makePng(pictureOf({kRgbAlpha, 8}, 5, 5))).value()).value();
+  EXPECT_NE(image.mask, 0);
+}
+
 TEST(PngInPdf, KeepsItsBytesWhereItHasNoAlphaAndNoInterlace) {
   for (const Kind& kind : kKinds) {
     const PngPicture picture = pictureOf(kind, 13, 7);

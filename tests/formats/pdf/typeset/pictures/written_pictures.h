@@ -18,7 +18,7 @@ namespace scrivalen::typeset {
 /// A file in memory that pictures are written into.
 class WrittenPictures : ByteSink {
  public:
-  WrittenPictures() { file_.begin(); }
+  explicit WrittenPictures(Standard standard = Standard::None) : file_(out_, standard) { file_.begin(); }
 
   /// @return the number of the picture's object; none when it cannot be read
   std::optional<int> write(const document::Picture& picture) { return writer_.write(picture, reason_); }
@@ -44,7 +44,7 @@ class WrittenPictures : ByteSink {
 
   std::string bytes_;
   OutputBuffer out_{*this};
-  PdfFile file_{out_};
+  PdfFile file_;
   PictureWriter writer_{file_};
   std::string reason_;
 };
