@@ -67,7 +67,8 @@ TEST(Delivery, RefusesToOverwriteAFileThatItReadsBesidesTheInput) {
         Case{{"--set", "styles=@/f.html"}, "style sheet"}, Case{{"--set", "xlsx.styles=@/f.html"}, "style sheet"},
         Case{{"--set", "header-image=@/f.html"}, "header image"},
         Case{{"--set", "pdf.header-image=@/f.html"}, "header image"},
-        Case{{"--set", "font-file=@/f.html", "--set", "font-file=@/g"}, "font file"}}) {
+        Case{{"--set", "font-file=@/f.html", "--set", "font-file=@/g"}, "font file"},
+        Case{{"--set", "font-file=@/f.html#1"}, "font file"}}) {
     CommandRun run;
     std::vector<std::string> arguments = {"@/in.md", "-o", "@/f.html", "-o", "@/a.xlsx", "-o", "@/a.pdf"};
     for (const std::string& argument : option) {

@@ -3,10 +3,12 @@
 #include "errors.h"
 #include "system/files/files.h"
 #include "text/letter_case.h"
+#include "text/names/font_path.h"
 #include "texts.h"
 
 #include <algorithm>
 #include <iterator>
+#include <list>
 #include <map>
 #include <string_view>
 
@@ -133,6 +135,8 @@ void requireOneOnStandardOutput(const std::vector<Job>& jobs) {
   }
 }
 
+constexpr const char* kFontFile = "font file";
+
 // What a setting of the document, such as "template" or "html.template", has the library read; null for one without a
 // file.
 const char* fileOfSetting(std::string_view name) {
@@ -140,10 +144,8 @@ const char* fileOfSetting(std::string_view name) {
     std::string_view name;
     const char* what;
   };
-  static constexpr Setting kSettings[] = {{"template", "template"},
-                                          {"styles", "style sheet"},
-                                          {"header-image", "header image"},
-                                          {"font-file", "font file"}};
+  static constexpr Setting kSettings[] = {
+      {"template", "template"}, {"styles", "style sheet"}, {"header-image", "header image"}, {"font-file", kFontFile}};
   const std::string_view plain = name.substr(name.find('.') + 1);
   const auto* const found =
       std::find_if(std::begin(kSettings), std::end(kSettings), [&](const Setting& s) { return s.name == plain; });
@@ -156,7 +158,8 @@ void addRead(FileUses& files, const Use& use) {
   }
 }
 
-FileUses filesRead(const Options& options) {
+// @param fontFiles  gets the paths of fonts without their numbers in collections; must outlive the result
+FileUses filesRead(const Options& options, std::list<std::string>& fontFiles) {
   FileUses files;
   for (const Job& job : options.jobs) {
     addRead(files, {&job, &job.input, "input"});
@@ -164,7 +167,13 @@ FileUses filesRead(const Options& options) {
   addRead(files, {nullptr, &options.templateFile, "template"});
   addRead(files, {nullptr, &options.stylesFile, "style sheet"});
   for (const auto& [name, value] : options.settings) {
-    addRead(files, {nullptr, &value, fileOfSetting(name)});
+    const char* const what = fileOfSetting(name);
+    const auto font = fontPathOf(value);
+    if (what == kFontFile && font.file.size() < value.size()) {
+      addRead(files, {nullptr, &fontFiles.emplace_back(font.file), what});
+    } else {
+      addRead(files, {nullptr, &value, what});
+    }
   }
   return files;
 }
@@ -173,7 +182,8 @@ FileUses filesRead(const Options& options) {
 
 void requireDifferentFiles(const Options& options) {
   requireOneOnStandardOutput(options.jobs);
-  const FileUses reads = filesRead(options);
+  std::list<std::string> fontFiles;
+  const FileUses reads = filesRead(options, fontFiles);
   FileUses outputs;
   for (const Job& job : options.jobs) {
     for (const OutputRequest& output : job.outputs) {

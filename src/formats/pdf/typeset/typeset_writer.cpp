@@ -8,12 +8,14 @@
 #include "formats/pdf/typeset/file/color_profile.h"
 #include "formats/pdf/typeset/file/metadata.h"
 #include "formats/pdf/typeset/file/syntax.h"
+#include "formats/pdf/typeset/fonts/host_fonts.h"
 #include "formats/pdf/typeset/pages/running_lines.h"
 #include "formats/pdf/typeset/tables/table_setter.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -80,6 +82,16 @@ std::string withoutTabs(std::string_view text, std::size_t& column) {
   return plain;
 }
 
+Family chosenFamily(const FontSet& fonts, const document::WriterContext& context) {
+  const std::string name(context.settings.text("font"));
+  const std::optional<Family> family = name.empty() ? Family::Sans : fonts.familyOf(name);
+  if (!family) {
+    context.warnings.add(WarningCode::SomethingLeftOut, "the font '" + name + "' is not among " + fonts.familyNames() +
+                                                            "; the setting \"font-file\" adds a font");
+  }
+  return family.value_or(Family::Sans);
+}
+
 class TypesetWriter final : public document::DocumentWriter {
  public:
   explicit TypesetWriter(const document::WriterContext& context);
@@ -117,9 +129,9 @@ class TypesetWriter final : public document::DocumentWriter {
 
   const document::FormatSettings& settings_;
   document::OutputWarnings& warnings_;
+  FontSet fonts_;
   const Family family_;
   PdfFile file_;
-  FontSet fonts_;
   Shaper shaper_;
   PictureWriter pictures_;
   NamedPlaces places_;
@@ -147,9 +159,9 @@ class TypesetWriter final : public document::DocumentWriter {
 TypesetWriter::TypesetWriter(const document::WriterContext& context)
     : settings_(context.settings),
       warnings_(context.warnings),
-      family_(familyOf(context.settings.text("font")).value_or(Family::Sans)),
+      fonts_(readHostFonts(context.settings), standardOf(context.settings.text("standard")) != Standard::None),
+      family_(chosenFamily(fonts_, context)),
       file_(context.out, standardOf(context.settings.text("standard"))),
-      fonts_(file_.standard() != Standard::None),
       shaper_(fonts_),
       pictures_(file_),
       outline_(file_),
@@ -159,7 +171,7 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       drawer_(pages_, fonts_, shaper_, places_),
       texts_(flow_, pages_, shaper_, drawer_, outline_),
       tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, pictures_, context.warnings, family_),
-      contents_(file_, flow_, pages_, texts_, drawer_, fonts_, shaper_),
+      contents_(file_, flow_, pages_, texts_, drawer_, shaper_),
       collector_(&pictures_, &context.warnings) {}
 
 void TypesetWriter::write(const Event& event) {

@@ -10,7 +10,7 @@ namespace {
 constexpr Length kIndent = 14 * kPoint;  // of each level
 constexpr Length kEntryLeading = 1350;
 constexpr int kMostDigits = 5;  // of a page's number
-constexpr std::string_view kDot = ".";
+constexpr std::string_view kDot = ". ";
 
 }  // namespace
 
@@ -22,7 +22,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   entry.links.emplace_back(1, '#').append(id);
   own.link = 0;
   entry.add(text, own);
-  const Length numberWidth = scaled(kMostDigits * fonts_.at(own.font).widthOf('0'), own.size);
+  const Length numberWidth = kMostDigits * drawer_.widthOf("0", own);
   const Length left = flow_.left() + kIndent * (level - 1);
   const Length right = flow_.left() + flow_.width();
   const Length width = std::max(right - left - numberWidth, kPoint);
@@ -50,15 +50,14 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
 void ContentsSetter::drawLeader(Length begin, Length end, Length baseline, const TextStyle& style) {
   TextStyle dots = style;
   dots.font = static_cast<FontId>(dots.font & ~fontOf(Family::Serif, true, false));
-  const Length dot = 2 * fonts_.at(dots.font).widthOf(kDot, dots.size);
+  const Length dot = drawer_.widthOf(kDot, dots);
   const Length count = (end - begin - dot) / dot;
   std::string text;
   for (Length i = 0; i < count; ++i) {
-    text += ". ";
+    text += kDot;
   }
   if (count > 0) {
-    const Length width = fonts_.at(dots.font).widthOf(text, dots.size);
-    drawer_.drawBytes(end - width, baseline, dots, {dots.font, 0}, text);
+    drawer_.drawShort(end - drawer_.widthOf(text, dots), baseline, dots, text);
   }
 }
 

@@ -12,9 +12,8 @@ namespace scrivalen::typeset {
 class ContentsSetter {
  public:
   /// All are not owned and must outlive this object.
-  ContentsSetter(PdfFile& file, Flow& flow, PageMaker& pages, TextSetter& texts, TextDrawer& drawer, FontSet& fonts,
-                 Shaper& shaper)
-      : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), fonts_(fonts), shaper_(shaper) {}
+  ContentsSetter(PdfFile& file, Flow& flow, PageMaker& pages, TextSetter& texts, TextDrawer& drawer, Shaper& shaper)
+      : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), shaper_(shaper) {}
 
   /// @param style  of its text
   void add(int level, std::string_view id, std::string_view text, const TextStyle& style);
@@ -35,7 +34,6 @@ class ContentsSetter {
   PageMaker& pages_;
   TextSetter& texts_;
   TextDrawer& drawer_;
-  FontSet& fonts_;
   Shaper& shaper_;
   std::vector<Number> numbers_;
 };

@@ -1,10 +1,14 @@
 #include "formats/pdf/typeset/fonts/font_file.h"
 
+#include "formats/pdf/typeset/fonts/cff_charset.h"
+#include "formats/pdf/typeset/fonts/font_directory.h"
+
 #include <hb-ot.h>
 #include <hb-subset.h>
 #include <hb.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <new>
 #include <utility>
 
@@ -26,14 +30,34 @@ using SubsetInput = std::unique_ptr<hb_subset_input_t, Destroy<hb_subset_input_t
 constexpr hb_tag_t kHead = HB_TAG('h', 'e', 'a', 'd');
 constexpr hb_tag_t kCff = HB_TAG('C', 'F', 'F', ' ');
 constexpr hb_tag_t kCff2 = HB_TAG('C', 'F', 'F', '2');
+constexpr hb_tag_t kGlyphs = HB_TAG('g', 'l', 'y', 'f');
+constexpr hb_tag_t kPlaces = HB_TAG('l', 'o', 'c', 'a');
 constexpr hb_tag_t kOs2 = HB_TAG('O', 'S', '/', '2');
 constexpr hb_tag_t kPost = HB_TAG('p', 'o', 's', 't');
 
-// What a font in a PDF needs no more: its layout, kerning, names and signature.
-constexpr hb_tag_t kDropped[] = {HB_TAG('G', 'S', 'U', 'B'), HB_TAG('G', 'P', 'O', 'S'), HB_TAG('G', 'D', 'E', 'F'),
-                                 HB_TAG('k', 'e', 'r', 'n'), HB_TAG('D', 'S', 'I', 'G'), HB_TAG('n', 'a', 'm', 'e'),
-                                 HB_TAG('F', 'F', 'T', 'M'), HB_TAG('g', 'a', 's', 'p'), HB_TAG('O', 'S', '/', '2'),
-                                 HB_TAG('m', 'e', 't', 'a')};
+// What a font in a PDF does not need: its layout, kerning, names and signature, its variations and its colours.
+constexpr hb_tag_t kDropped[] = {
+    HB_TAG('G', 'S', 'U', 'B'), HB_TAG('G', 'P', 'O', 'S'), HB_TAG('G', 'D', 'E', 'F'), HB_TAG('k', 'e', 'r', 'n'),
+    HB_TAG('D', 'S', 'I', 'G'), HB_TAG('n', 'a', 'm', 'e'), HB_TAG('F', 'F', 'T', 'M'), HB_TAG('g', 'a', 's', 'p'),
+    HB_TAG('O', 'S', '/', '2'), HB_TAG('m', 'e', 't', 'a'), HB_TAG('f', 'v', 'a', 'r'), HB_TAG('g', 'v', 'a', 'r'),
+    HB_TAG('a', 'v', 'a', 'r'), HB_TAG('c', 'v', 'a', 'r'), HB_TAG('H', 'V', 'A', 'R'), HB_TAG('V', 'V', 'A', 'R'),
+    HB_TAG('M', 'V', 'A', 'R'), HB_TAG('S', 'T', 'A', 'T'), HB_TAG('C', 'O', 'L', 'R'), HB_TAG('C', 'P', 'A', 'L'),
+    HB_TAG('S', 'V', 'G', ' '), HB_TAG('C', 'B', 'D', 'T'), HB_TAG('C', 'B', 'L', 'C'), HB_TAG('s', 'b', 'i', 'x'),
+    HB_TAG('M', 'A', 'T', 'H'), HB_TAG('B', 'A', 'S', 'E'), HB_TAG('v', 'h', 'e', 'a'), HB_TAG('v', 'm', 't', 'x'),
+    HB_TAG('V', 'O', 'R', 'G')};
+
+// HarfBuzz goes on without what it has no memory for, which mostly shows in wrong glyphs alone. But the C library notes
+// each allocation that fails.
+class MemoryWatch {
+ public:
+  MemoryWatch() { errno = 0; }
+  /// Raises std::bad_alloc if memory has run out.
+  void check() const {
+    if (errno == ENOMEM) {
+      throw std::bad_alloc();
+    }
+  }
+};
 
 // The numbers of a table; zeros past its end.
 class TableBytes {
@@ -54,6 +78,28 @@ class TableBytes {
   std::string_view bytes_;
 };
 
+// Of several bits for how a font may be embedded, the one that allows most counts.
+Embedding embeddingOf(unsigned fsType) {
+  constexpr unsigned kKinds = 0x000F;
+  constexpr unsigned kRestricted = 0x0002;
+  constexpr unsigned kNoSubset = 0x0100;
+  constexpr unsigned kBitmaps = 0x0200;
+  if ((fsType & kKinds) == kRestricted) {
+    return Embedding::Forbidden;
+  }
+  if ((fsType & kBitmaps) != 0) {
+    return Embedding::OnlyBitmaps;
+  }
+  return (fsType & kNoSubset) != 0 ? Embedding::OnlyWhole : Embedding::Allowed;
+}
+
+std::string nameOf(hb_face_t* face, hb_ot_name_id_t id) {
+  char name[128];
+  unsigned size = sizeof name;
+  hb_ot_name_get_utf8(face, id, HB_LANGUAGE_INVALID, &size, name);
+  return std::string(name, std::min<std::size_t>(size, sizeof name - 1));
+}
+
 }  // namespace
 
 struct FontFile::Handles {
@@ -67,29 +113,48 @@ FontFile::FontFile(std::unique_ptr<Handles> handles) : handles_(std::move(handle
 FontFile::~FontFile() = default;
 
 std::unique_ptr<FontFile> FontFile::read(std::string data, unsigned index, std::string& reason) {
+  reason = problemOf(data, index);
+  if (!reason.empty()) {
+    return nullptr;
+  }
+  const MemoryWatch memory;
   auto handles = std::make_unique<Handles>();
   handles->data = std::move(data);
   const Blob blob(hb_blob_create(handles->data.data(), static_cast<unsigned>(handles->data.size()),
                                  HB_MEMORY_MODE_READONLY, nullptr, nullptr));
-  if (hb_face_count(blob.get()) <= index) {
-    reason = "is no TrueType or OpenType font";
-    return nullptr;
-  }
   handles->face.reset(hb_face_create(blob.get(), index));
-  if (hb_face_get_glyph_count(handles->face.get()) == 0) {
-    reason = "is no TrueType or OpenType font";
-    return nullptr;
-  }
   handles->font.reset(hb_font_create(handles->face.get()));
   handles->buffer.reset(hb_buffer_create());
   std::unique_ptr<FontFile> file(new FontFile(std::move(handles)));
   file->measure();
+  file->readNames();
+  memory.check();
+  if (const char* const problem = file->problem()) {
+    reason = problem;
+    return nullptr;
+  }
   return file;
 }
 
+// Why PDF cannot have the font; null if it can.
+const char* FontFile::problem() const {
+  hb_face_t* const face = handles_->face.get();
+  const auto has = [face](hb_tag_t tag) { return TableBytes(face, tag).size() > 0; };
+  if (hb_face_get_glyph_count(face) == 0 || !has(kHead)) {
+    return "it is no TrueType or OpenType font";
+  }
+  if (has(kCff) || (has(kGlyphs) && has(kPlaces))) {
+    return nullptr;
+  }
+  return has(kCff2) ? "its outlines are in the form CFF2, which PDF does not have"
+                    : "it has no outlines that PDF can have";
+}
+
 int FontFile::thousandths(std::int64_t units) const {
+  constexpr std::int64_t kMost = 100'000'000;
   const std::int64_t twice = units * 2000;
-  return static_cast<int>((twice + (twice < 0 ? -unitsPerEm_ : unitsPerEm_)) / (2 * unitsPerEm_));
+  const std::int64_t rounded = (twice + (twice < 0 ? -unitsPerEm_ : unitsPerEm_)) / (2 * unitsPerEm_);
+  return static_cast<int>(std::clamp(rounded, -kMost, kMost));
 }
 
 void FontFile::measure() {
@@ -116,27 +181,41 @@ void FontFile::measure() {
   const TableBytes post(face, kPost);
   m.italicAngle = post.signedAt(4);
   m.isFixedPitch = post.unsignedAt(12) != 0 || post.unsignedAt(14) != 0;
-  isPostScript_ = TableBytes(face, kCff).size() > 0 || TableBytes(face, kCff2).size() > 0;
-  // OS/2, fsType: a restricted licence has bit 1 alone.
-  constexpr unsigned kEmbedding = 0x000F;
-  constexpr unsigned kRestricted = 0x0002;
-  mayBeEmbedded_ = (TableBytes(face, kOs2).unsignedAt(8) & kEmbedding) != kRestricted;
-  char name[64];
-  unsigned size = sizeof name;
-  hb_ot_name_get_utf8(face, HB_OT_NAME_ID_POSTSCRIPT_NAME, HB_LANGUAGE_INVALID, &size, name);
-  postScriptName_ = size > 0 ? std::string(name, size) : "Font";
+  isPostScript_ = TableBytes(face, kCff).size() > 0;
+  embedding_ = embeddingOf(TableBytes(face, kOs2).unsignedAt(8));
+}
+
+void FontFile::readNames() {
+  hb_face_t* const face = handles_->face.get();
+  names_.postScript = nameOf(face, HB_OT_NAME_ID_POSTSCRIPT_NAME);
+  if (names_.postScript.empty()) {
+    names_.postScript = "Font";
+  }
+  names_.family = nameOf(face, HB_OT_NAME_ID_FONT_FAMILY);
+  names_.wholeFamily = nameOf(face, HB_OT_NAME_ID_TYPOGRAPHIC_FAMILY);
+  names_.full = nameOf(face, HB_OT_NAME_ID_FULL_NAME);
+  const unsigned style = TableBytes(face, kHead).unsignedAt(44);  // macStyle
+  names_.isBold = (style & 1) != 0;
+  names_.isItalic = (style & 2) != 0;
 }
 
 std::uint32_t FontFile::glyphOf(char32_t c) const {
+  const MemoryWatch memory;
   hb_codepoint_t glyph = 0;
-  return hb_font_get_nominal_glyph(handles_->font.get(), c, &glyph) ? glyph : 0;
+  const bool isFound = hb_font_get_nominal_glyph(handles_->font.get(), c, &glyph) != 0;
+  memory.check();
+  return isFound ? glyph : 0;
 }
 
 int FontFile::advanceOf(std::uint32_t glyph) const {
-  return thousandths(hb_font_get_glyph_h_advance(handles_->font.get(), glyph));
+  const MemoryWatch memory;
+  const hb_position_t advance = hb_font_get_glyph_h_advance(handles_->font.get(), glyph);
+  memory.check();
+  return thousandths(advance);
 }
 
 void FontFile::shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyphs) const {
+  const MemoryWatch memory;
   hb_buffer_t* const buffer = handles_->buffer.get();
   hb_buffer_clear_contents(buffer);
   hb_buffer_add_utf8(buffer, request.text.data(), static_cast<int>(request.text.size()), 0, -1);
@@ -151,9 +230,7 @@ void FontFile::shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyp
   unsigned count = 0;
   const hb_glyph_info_t* const infos = hb_buffer_get_glyph_infos(buffer, &count);
   const hb_glyph_position_t* const positions = hb_buffer_get_glyph_positions(buffer, nullptr);
-  if (!hb_buffer_allocation_successful(buffer)) {
-    throw std::bad_alloc();
-  }
+  memory.check();
   glyphs.clear();
   for (unsigned i = 0; i < count; ++i) {
     glyphs.push_back({infos[i].codepoint, infos[i].cluster, thousandths(positions[i].x_advance),
@@ -162,10 +239,9 @@ void FontFile::shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyp
 }
 
 FontFile::Subset FontFile::subsetOf(std::span<const char32_t> characters, std::span<const std::uint32_t> glyphs) const {
+  const MemoryWatch memory;
   const SubsetInput input(hb_subset_input_create_or_fail());
-  if (!input) {
-    throw std::bad_alloc();
-  }
+  memory.check();
   hb_set_t* const unicodes = hb_subset_input_unicode_set(input.get());
   for (const char32_t c : characters) {
     hb_set_add(unicodes, c);
@@ -181,17 +257,22 @@ FontFile::Subset FontFile::subsetOf(std::span<const char32_t> characters, std::s
   hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
   const SubsetPlan plan(hb_subset_plan_create_or_fail(handles_->face.get(), input.get()));
   const Face subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
+  memory.check();
   if (!subset) {
     return {};
   }
-  const Blob blob(hb_face_reference_blob(subset.get()));
+  const Blob blob(isPostScript_ ? hb_face_reference_table(subset.get(), kCff) : hb_face_reference_blob(subset.get()));
   unsigned size = 0;
   const char* const data = hb_blob_get_data(blob.get(), &size);
-  Subset result{std::string(data, size), {}};
+  memory.check();
+  Subset result{std::string(data, size), {}, {}};
   const hb_map_t* const numbers = hb_subset_plan_old_to_new_glyph_mapping(plan.get());
   for (const std::uint32_t glyph : glyphs) {
     const hb_codepoint_t number = hb_map_get(numbers, glyph);
     result.glyphs.push_back(number == HB_MAP_VALUE_INVALID ? 0 : number);
+  }
+  if (isPostScript_) {
+    result.cids = cidsOf(result.file);
   }
   return result;
 }
@@ -200,12 +281,6 @@ Script scriptOf(char32_t c) {
   const hb_script_t script = hb_unicode_script(hb_unicode_funcs_get_default(), c);
   const bool isAnywhere = script == HB_SCRIPT_COMMON || script == HB_SCRIPT_INHERITED || script == HB_SCRIPT_UNKNOWN;
   return isAnywhere ? kNoScript : static_cast<Script>(script);
-}
-
-std::string nameOf(Script script) {
-  char letters[4];
-  hb_tag_to_string(script, letters);
-  return std::string(letters, sizeof letters);
 }
 
 bool isInvisible(char32_t c) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "formats/pdf/typeset/fonts/script_names.h"
+
 #include <cstdint>
 #include <memory>
 #include <span>
@@ -26,20 +28,28 @@ struct FontMeasures {
   bool isFixedPitch = false;
 };
 
-/// A script, as its four letters of ISO 15924 in one number.
-using Script = std::uint32_t;
-
 /// The script of a character; kNoScript for those that are in texts of every script.
 Script scriptOf(char32_t c);
 inline constexpr Script kNoScript = 0;
-/// Its English name, or its four letters.
-std::string nameOf(Script script);
 /// Whether a character is never drawn, but says how a text is written.
 bool isInvisible(char32_t c);
 /// Whether a character is drawn on or around the one before it.
 bool isMark(char32_t c);
 /// Whether letters of a script take their forms from the letters beside them, or need marks to be placed.
 bool needsShaping(Script script);
+
+/// What a font is called, and its place in its family.
+struct FontNames {
+  std::string postScript;
+  std::string family;       ///< of at most four fonts: regular, italic, bold, bold italic
+  std::string wholeFamily;  ///< of all weights and widths; empty if the family has no others
+  std::string full;
+  bool isBold = false;
+  bool isItalic = false;
+};
+
+/// What the maker of a font allows (OS/2, fsType).
+enum class Embedding : std::uint8_t { Allowed, Forbidden, OnlyWhole, OnlyBitmaps };
 
 /// A text in one font, script and direction.
 struct ShapeRequest {
@@ -62,15 +72,15 @@ struct ShapedGlyph {
 class FontFile {
  public:
   /// @param data    the file; kept
-  /// @param index   of the font in a collection
-  /// @param reason  set to why it is none
+  /// @param index   of the font in a collection; else 0
+  /// @param reason  set to why it is none, or none that PDF can have
   static std::unique_ptr<FontFile> read(std::string data, unsigned index, std::string& reason);
   FontFile(const FontFile&) = delete;
   FontFile& operator=(const FontFile&) = delete;
   ~FontFile();
 
   const FontMeasures& measures() const { return measures_; }
-  const std::string& postScriptName() const { return postScriptName_; }
+  const FontNames& names() const { return names_; }
   /// 0 for a character that the font does not have.
   std::uint32_t glyphOf(char32_t c) const;
   /// In thousandths of the size.
@@ -79,13 +89,13 @@ class FontFile {
   void shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyphs) const;
   /// Whether glyphs are outlines of PostScript (CFF), which PDF embeds in another way.
   bool isPostScript() const { return isPostScript_; }
-  /// Whether its maker allows to embed it.
-  bool mayBeEmbedded() const { return mayBeEmbedded_; }
+  Embedding embedding() const { return embedding_; }
 
-  /// A font file with some glyphs alone.
+  /// A font file with some glyphs alone; of a font of PostScript, its table "CFF " alone.
   struct Subset {
     std::string file;                   ///< empty when the font is broken
     std::vector<std::uint32_t> glyphs;  ///< the numbers that the glyphs have in it, in the order of those asked for
+    std::vector<std::uint16_t> cids;    ///< of a CID-keyed font: by which PDF finds its glyphs, in their order
   };
   /// @param characters  that its character map keeps
   Subset subsetOf(std::span<const char32_t> characters, std::span<const std::uint32_t> glyphs) const;
@@ -95,14 +105,16 @@ class FontFile {
   explicit FontFile(std::unique_ptr<Handles> handles);
 
   int thousandths(std::int64_t units) const;
+  const char* problem() const;
   void measure();
+  void readNames();
 
   std::unique_ptr<Handles> handles_;
   std::int64_t unitsPerEm_ = 1000;
   FontMeasures measures_;
-  std::string postScriptName_;
+  FontNames names_;
   bool isPostScript_ = false;
-  bool mayBeEmbedded_ = true;
+  Embedding embedding_ = Embedding::Allowed;
 };
 
 }  // namespace scrivalen::typeset

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <map>
 
 namespace scrivalen::typeset {
 namespace {
@@ -50,23 +51,61 @@ void appendUtf16(std::string& out, std::string_view utf8) {
   }
 }
 
+constexpr std::string_view kCodeSpace = "1 begincodespacerange\n<0000><FFFF>\nendcodespacerange\n";
+constexpr std::string_view kCMapEnd = "endcmap\nCMapName currentdict/CMap defineresource pop\nend\nend";
+
+// Writes the lines of a CMap, each for one number, in the blocks of at most 100 that they have to be in.
+class CodeBlocks {
+ public:
+  CodeBlocks(std::string& map, std::string_view kind) : map_(map), kind_(kind) {}
+
+  /// Begins the line of a number. @return where it goes on
+  std::string& begin(std::size_t code) {
+    if (count_ == kMostLines) {
+      end();
+    }
+    block_ += count_ == 0 ? "<" : "\n<";
+    appendHex(block_, static_cast<unsigned>(code), 4);
+    block_ += '>';
+    ++count_;
+    return block_;
+  }
+  std::string& line() { return block_; }
+  void end() {
+    if (count_ > 0) {
+      appendInteger(map_, count_);
+      map_.append(" begin").append(kind_).append("\n").append(block_).append("\nend").append(kind_).append("\n");
+    }
+    block_.clear();
+    count_ = 0;
+  }
+
+ private:
+  static constexpr int kMostLines = 100;
+
+  std::string& map_;
+  std::string_view kind_;
+  std::string block_;
+  int count_ = 0;
+};
+
 }  // namespace
 
-FontWriter::FontWriter(PdfFile& file, const FontFile& font, std::string_view subset)
-    : file_(file), font_(font), fontName_(tagOf(subset) + "+" + font.postScriptName()) {
-  writeFile(subset);
+FontWriter::FontWriter(PdfFile& file, const FontFile& font, const FontFile::Subset& subset)
+    : file_(file), font_(font), subset_(subset), fontName_(tagOf(subset.file) + "+" + font.names().postScript) {
+  writeFile();
   descriptor_ = writeDescriptor();
 }
 
-void FontWriter::writeFile(std::string_view subset) {
+void FontWriter::writeFile() {
   stream_ = file_.newNumber();
   std::string entries;
   if (font_.isPostScript()) {
-    entries = "/Subtype/OpenType";
+    entries = "/Subtype/CIDFontType0C";
   } else {
-    appendKey(entries, "/Length1 ", static_cast<std::int64_t>(subset.size()));
+    appendKey(entries, "/Length1 ", static_cast<std::int64_t>(subset_.file.size()));
   }
-  file_.writeStream(stream_, entries, subset);
+  file_.writeStream(stream_, entries, subset_.file);
 }
 
 int FontWriter::writeDescriptor(std::string_view entries) {
@@ -92,14 +131,18 @@ int FontWriter::writeDescriptor(std::string_view entries) {
 }
 
 // PDF/A-1 asks a subset for the set of its numbers (ISO 19005-1, 6.3.5): a bit for each, the highest first.
-int FontWriter::descriptorOfComposite(std::size_t glyphs) {
+int FontWriter::descriptorOfComposite(std::span<const CompositeGlyph> glyphs) {
   if (file_.standard() != Standard::A1b) {
     return descriptor_;
   }
-  const std::size_t count = glyphs + 1;
-  std::string bits(count / 8, '\xFF');
-  if (count % 8 != 0) {
-    bits += static_cast<char>(static_cast<unsigned char>(0xFF00u >> count % 8));
+  std::string bits;
+  const auto setBit = [&bits](std::size_t cid) {
+    bits.resize(std::max(bits.size(), cid / 8 + 1));
+    bits[cid / 8] = static_cast<char>(static_cast<unsigned char>(bits[cid / 8]) | 0x80u >> cid % 8);
+  };
+  setBit(0);
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    setBit(font_.isPostScript() ? cidOf(glyphs[i]) : i + 1);
   }
   const int set = file_.newNumber();
   file_.writeStream(set, "", bits);
@@ -108,10 +151,8 @@ int FontWriter::descriptorOfComposite(std::size_t glyphs) {
   return writeDescriptor(entries);
 }
 
-void FontWriter::writeSimple(std::string_view name, std::span<const unsigned char> bytes,
-                             const std::array<std::uint16_t, 256>& widths, std::string& resources) {
-  std::string object =
-      font_.isPostScript() ? "<</Type/Font/Subtype/Type1/BaseFont" : "<</Type/Font/Subtype/TrueType/BaseFont";
+int FontWriter::writeSimple(std::span<const unsigned char> bytes, const std::array<std::uint16_t, 256>& widths) {
+  std::string object = "<</Type/Font/Subtype/TrueType/BaseFont";
   appendName(object, fontName_);
   object += "/Encoding/WinAnsiEncoding";
   appendKey(object, "/FirstChar ", bytes.front());
@@ -125,47 +166,29 @@ void FontWriter::writeSimple(std::string_view name, std::span<const unsigned cha
   object += ">>";
   const int number = file_.newNumber();
   file_.writeObject(number, object);
-  appendName(resources, name);
-  resources += ' ';
-  appendReference(resources, number);
+  return number;
 }
 
 // The texts that numbers stand for (PDF 1.7, 9.10.3).
 int FontWriter::writeUnicodes(std::span<const CompositeGlyph> glyphs) {
-  constexpr std::size_t kMostInBlock = 100;
   std::string map =
       "/CIDInit/ProcSet findresource begin\n12 dict begin\nbegincmap\n"
       "/CIDSystemInfo<</Registry(Adobe)/Ordering(UCS)/Supplement 0>>def\n"
-      "/CMapName/Adobe-Identity-UCS def\n/CMapType 2 def\n"
-      "1 begincodespacerange\n<0000><FFFF>\nendcodespacerange\n";
-  std::string block;
-  std::size_t count = 0;
-  const auto endBlock = [&] {
-    if (count > 0) {
-      appendInteger(map, static_cast<std::int64_t>(count));
-      map.append(" beginbfchar\n").append(block).append("endbfchar\n");
-    }
-    block.clear();
-    count = 0;
-  };
+      "/CMapName/Adobe-Identity-UCS def\n/CMapType 2 def\n";
+  map += kCodeSpace;
+  CodeBlocks blocks(map, "bfchar");
   for (std::size_t i = 0; i < glyphs.size(); ++i) {
     // Of several glyphs for a text the first one has it. In PDF/A-2u the others need one, too.
     const std::string_view text =
         glyphs[i].text.empty() && file_.standard() == Standard::A2u ? kWordJoiner : glyphs[i].text;
-    if (text.empty()) {
-      continue;
-    }
-    block += '<';
-    appendHex(block, static_cast<unsigned>(i) + 1, 4);
-    block += "><";
-    appendUtf16(block, text);
-    block += ">\n";
-    if (++count == kMostInBlock) {
-      endBlock();
+    if (!text.empty()) {
+      blocks.begin(i + 1) += '<';
+      appendUtf16(blocks.line(), text);
+      blocks.line() += '>';
     }
   }
-  endBlock();
-  map += "endcmap\nCMapName currentdict/CMap defineresource pop\nend\nend";
+  blocks.end();
+  map += kCMapEnd;
   const int number = file_.newNumber();
   file_.writeStream(number, "", map);
   return number;
@@ -182,13 +205,32 @@ int FontWriter::writeGlyphNumbers(std::span<const CompositeGlyph> glyphs) {
   return number;
 }
 
-void FontWriter::writeComposite(std::string_view name, std::span<const CompositeGlyph> glyphs, std::string& resources) {
-  const int unicodes = writeUnicodes(glyphs);
-  const int numbers = writeGlyphNumbers(glyphs);
-  const int descendant = file_.newNumber();
-  std::string object = "<</Type/Font/Subtype/CIDFontType2/BaseFont";
-  appendName(object, fontName_);
-  object += "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/DW 0/W[";
+// The numbers by which readers find the glyphs of a font of PostScript (PDF 1.7, 9.7.5.4).
+int FontWriter::writeCids(std::span<const CompositeGlyph> glyphs) {
+  constexpr std::string_view kEntries =
+      "/Type/CMap/CMapName/Codes/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>";
+  std::string map =
+      "/CIDInit/ProcSet findresource begin\n12 dict begin\nbegincmap\n"
+      "/CIDSystemInfo 3 dict dup begin/Registry(Adobe)def/Ordering(Identity)def/Supplement 0 def end def\n"
+      "/CMapName/Codes def\n/CMapType 1 def\n";
+  map += kCodeSpace;
+  CodeBlocks blocks(map, "cidchar");
+  for (std::size_t i = 0; i < glyphs.size(); ++i) {
+    appendInteger(blocks.begin(i + 1), cidOf(glyphs[i]));
+  }
+  blocks.end();
+  map += kCMapEnd;
+  const int number = file_.newNumber();
+  file_.writeStream(number, kEntries, map);
+  return number;
+}
+
+unsigned FontWriter::cidOf(const CompositeGlyph& glyph) const {
+  return glyph.glyph < subset_.cids.size() ? subset_.cids[glyph.glyph] : glyph.glyph;
+}
+
+void FontWriter::appendGlyphsOfTrueType(std::string& object, std::span<const CompositeGlyph> glyphs) {
+  object += '[';
   for (std::size_t first = 0; first < glyphs.size(); first += kMostInArray) {
     appendInteger(object, static_cast<std::int64_t>(first) + 1);
     object += '[';
@@ -198,24 +240,60 @@ void FontWriter::writeComposite(std::string_view name, std::span<const Composite
     object += ']';
   }
   object += "]/CIDToGIDMap ";
-  appendReference(object, numbers);
+  appendReference(object, writeGlyphNumbers(glyphs));
+}
+
+// Numbers with the same glyph have one width, because they have one CID.
+void FontWriter::appendGlyphsOfPostScript(std::string& object, std::span<const CompositeGlyph> glyphs) const {
+  std::map<unsigned, int> widths;
+  for (const CompositeGlyph& glyph : glyphs) {
+    widths.emplace(cidOf(glyph), glyph.advance);
+  }
+  object += '[';
+  for (const auto& [cid, width] : widths) {
+    appendInteger(object, cid);
+    appendKey(object, "[", width);
+    object += ']';
+  }
+  object += ']';
+}
+
+int FontWriter::writeComposite(std::span<const CompositeGlyph> glyphs) {
+  const bool isPostScript = font_.isPostScript();
+  const int unicodes = writeUnicodes(glyphs);
+  std::string object = "<</Type/Font/Subtype/";
+  object += isPostScript ? "CIDFontType0" : "CIDFontType2";
+  object += "/BaseFont";
+  appendName(object, fontName_);
+  object += "/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>/DW 0/W";
+  if (isPostScript) {
+    appendGlyphsOfPostScript(object, glyphs);
+  } else {
+    appendGlyphsOfTrueType(object, glyphs);
+  }
   object += "/FontDescriptor ";
-  appendReference(object, descriptorOfComposite(glyphs.size()));
+  appendReference(object, descriptorOfComposite(glyphs));
   object += ">>";
+  const int descendant = file_.newNumber();
   file_.writeObject(descendant, object);
 
   object = "<</Type/Font/Subtype/Type0/BaseFont";
   appendName(object, fontName_);
-  object += "/Encoding/Identity-H/DescendantFonts[";
+  object += "/Encoding";
+  if (isPostScript) {
+    object += ' ';
+    appendReference(object, writeCids(glyphs));
+  } else {
+    object += "/Identity-H";
+  }
+  object += "/DescendantFonts[";
   appendReference(object, descendant);
   object += "]/ToUnicode ";
   appendReference(object, unicodes);
   object += ">>";
   const int number = file_.newNumber();
   file_.writeObject(number, object);
-  appendName(resources, name);
-  resources += ' ';
-  appendReference(resources, number);
+  return number;
 }
 
 }  // namespace scrivalen::typeset

@@ -23,24 +23,28 @@ struct CompositeGlyph {
 class FontWriter {
  public:
   /// Writes the file. @param subset  the font's file with the glyphs that are drawn; must outlive this object
-  FontWriter(PdfFile& file, const FontFile& font, std::string_view subset);
+  FontWriter(PdfFile& file, const FontFile& font, const FontFile::Subset& subset);
 
-  /// @param bytes      of WinAnsi that are drawn, ascending
-  /// @param resources  gets the font's name and reference
-  void writeSimple(std::string_view name, std::span<const unsigned char> bytes,
-                   const std::array<std::uint16_t, 256>& widths, std::string& resources);
+  /// @param bytes  of WinAnsi that are drawn, ascending
+  /// @return the font's number
+  int writeSimple(std::span<const unsigned char> bytes, const std::array<std::uint16_t, 256>& widths);
   /// @param glyphs  of the numbers from 1 on
-  void writeComposite(std::string_view name, std::span<const CompositeGlyph> glyphs, std::string& resources);
+  int writeComposite(std::span<const CompositeGlyph> glyphs);
 
  private:
-  void writeFile(std::string_view subset);
+  void writeFile();
   int writeDescriptor(std::string_view entries = {});
-  int descriptorOfComposite(std::size_t glyphs);
+  int descriptorOfComposite(std::span<const CompositeGlyph> glyphs);
   int writeUnicodes(std::span<const CompositeGlyph> glyphs);
   int writeGlyphNumbers(std::span<const CompositeGlyph> glyphs);
+  int writeCids(std::span<const CompositeGlyph> glyphs);
+  void appendGlyphsOfTrueType(std::string& object, std::span<const CompositeGlyph> glyphs);
+  void appendGlyphsOfPostScript(std::string& object, std::span<const CompositeGlyph> glyphs) const;
+  unsigned cidOf(const CompositeGlyph& glyph) const;
 
   PdfFile& file_;
   const FontFile& font_;
+  const FontFile::Subset& subset_;
   std::string fontName_;
   int stream_;
   int descriptor_;

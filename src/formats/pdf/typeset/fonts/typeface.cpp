@@ -1,6 +1,6 @@
 #include "formats/pdf/typeset/fonts/typeface.h"
 
-#include "formats/pdf/typeset/file/syntax.h"
+#include "document/model/writer.h"
 #include "formats/pdf/typeset/fonts/font_writer.h"
 #include "formats/pdf/typeset/fonts/win_ansi_text.h"
 #include "text/utf.h"
@@ -15,7 +15,12 @@ constexpr std::size_t kFirstByte = ' ';
 
 }  // namespace
 
-Typeface::Typeface(std::unique_ptr<FontFile> file) : file_(std::move(file)) {
+Typeface::Typeface(std::unique_ptr<FontFile> file, std::size_t mostCodes)
+    : file_(std::move(file)), mostCodes_(mostCodes) {
+  // Readers find the glyphs of a simple font of PostScript by their names, which a font need not have.
+  if (file_->isPostScript()) {
+    return;
+  }
   for (std::size_t byte = kFirstByte; byte < widths_.size(); ++byte) {
     const char32_t c = characterOfWinAnsi(static_cast<unsigned char>(byte));
     glyphs_[byte] = c == 0 ? 0 : file_->glyphOf(c);
@@ -46,11 +51,11 @@ Code Typeface::codeOf(std::uint32_t glyph, std::string_view text) {
   if (isNew) {
     entries_.push_back({glyph, std::string(text)});
   }
-  return {static_cast<std::uint16_t>(found->second / kMostCodes),
-          static_cast<std::uint16_t>(found->second % kMostCodes + 1)};
+  return {static_cast<std::uint16_t>(found->second / mostCodes_),
+          static_cast<std::uint16_t>(found->second % mostCodes_ + 1)};
 }
 
-const CharacterCode& Typeface::characterOf(char32_t c) {
+CharacterCode& Typeface::newCharacter(char32_t c) {
   const std::size_t page = c / kPage;
   if (page >= pages_.size()) {
     pages_.resize(page + 1);
@@ -58,15 +63,26 @@ const CharacterCode& Typeface::characterOf(char32_t c) {
   if (!pages_[page]) {
     pages_[page] = std::make_unique<std::array<CharacterCode, kPage>>();
   }
-  CharacterCode& known = (*pages_[page])[c % kPage];
-  if (!known.isKnown) {
-    const std::uint32_t glyph = file_->glyphOf(c);
-    char text[4];
-    const std::size_t size = putUtf8(c, text);
-    const bool isPlain = glyph != 0 && !isMark(c) && !isInvisible(c) && !needsShaping(scriptOf(c));
-    known = {true, glyph == 0, isPlain, codeOf(glyph, std::string_view(text, size)), advanceOf(glyph)};
+  CharacterCode& character = (*pages_[page])[c % kPage];
+  character.glyph = file_->glyphOf(c);
+  character.advance = advanceOf(character.glyph);
+  character.isPlain = character.glyph != 0 && !isMark(c) && !isInvisible(c) && !needsShaping(scriptOf(c));
+  character.isKnown = true;
+  return character;
+}
+
+void Typeface::giveCode(CharacterCode& character, char32_t c) {
+  char text[4];
+  const std::size_t size = putUtf8(c, text);
+  character.code = codeOf(character.glyph, std::string_view(text, size));
+}
+
+const CharacterCode& Typeface::characterOf(char32_t c) {
+  CharacterCode& character = knownCharacter(c);
+  if (character.code.number == 0) {
+    giveCode(character, c);
   }
-  return known;
+  return character;
 }
 
 bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width) {
@@ -87,7 +103,10 @@ bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64
     } else {
       nextUtf8(at, end, c);
     }
-    const CharacterCode& code = knownOrNew(c);
+    CharacterCode& code = knownCharacter(c);
+    if (code.isPlain && code.code.number == 0) {
+      giveCode(code, c);
+    }
     isPlain = code.isPlain && code.code.font == 0;
     *out++ = static_cast<char>(static_cast<unsigned char>(code.code.number >> 8));
     *out++ = static_cast<char>(static_cast<unsigned char>(code.code.number & 0xFF));
@@ -97,7 +116,7 @@ bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64
   return isPlain;
 }
 
-void Typeface::write(PdfFile& file, int name, std::string& resources) const {
+WrittenFonts Typeface::write(PdfFile& file) const {
   std::vector<unsigned char> bytes;
   std::vector<char32_t> characters;
   for (std::size_t byte = kFirstByte; byte < used_.size(); ++byte) {
@@ -106,34 +125,31 @@ void Typeface::write(PdfFile& file, int name, std::string& resources) const {
       characters.push_back(characterOfWinAnsi(static_cast<unsigned char>(byte)));
     }
   }
+  WrittenFonts written;
   if (bytes.empty() && entries_.empty()) {
-    return;
+    return written;
   }
   std::vector<std::uint32_t> glyphs;
   for (const Entry& entry : entries_) {
     glyphs.push_back(entry.glyph);
   }
   const FontFile::Subset subset = file_->subsetOf(characters, glyphs);
-  FontWriter writer(file, *file_, subset.file);
+  if (subset.file.empty()) {
+    throw document::OutputFailure(document::Status::FileError,
+                                  "the font '" + file_->names().postScript + "' is broken: it has no subset");
+  }
+  FontWriter writer(file, *file_, subset);
   if (!bytes.empty()) {
-    std::string simple = "F";
-    appendInteger(simple, name);
-    writer.writeSimple(simple, bytes, widths_, resources);
+    written.simple = writer.writeSimple(bytes, widths_);
   }
-  for (std::size_t first = 0; first < entries_.size(); first += kMostCodes) {
+  for (std::size_t first = 0; first < entries_.size(); first += mostCodes_) {
     std::vector<CompositeGlyph> part;
-    for (std::size_t i = first; i < std::min(first + kMostCodes, entries_.size()); ++i) {
-      part.push_back(
-          {subset.glyphs.empty() ? 0 : subset.glyphs[i], file_->advanceOf(entries_[i].glyph), entries_[i].text});
+    for (std::size_t i = first; i < std::min(first + mostCodes_, entries_.size()); ++i) {
+      part.push_back({subset.glyphs[i], file_->advanceOf(entries_[i].glyph), entries_[i].text});
     }
-    std::string composite = "G";
-    appendInteger(composite, name);
-    if (first > 0) {
-      composite += '.';
-      appendInteger(composite, static_cast<std::int64_t>(first / kMostCodes));
-    }
-    writer.writeComposite(composite, part, resources);
+    written.composites.push_back(writer.writeComposite(part));
   }
+  return written;
 }
 
 }  // namespace scrivalen::typeset

@@ -24,11 +24,17 @@ struct Code {
 
 /// A character that is drawn as it is, without shaping.
 struct CharacterCode {
+  std::uint32_t glyph = 0;
   bool isKnown = false;
-  bool isMissing = false;  ///< the font does not have it
-  bool isPlain = false;    ///< its glyph is the same whatever is beside it
-  Code code{};
+  bool isPlain = false;      ///< its glyph is the same whatever is beside it
+  Code code{};               ///< of the number 0 until it is drawn
   std::int64_t advance = 0;  ///< in thousandths of the size
+};
+
+/// The numbers of the objects that a typeface's fonts are; 0 for the simple font if nothing is drawn with it.
+struct WrittenFonts {
+  int simple = 0;
+  std::vector<int> composites;
 };
 
 /// A font of the document. It is drawn with by two kinds of fonts of PDF, which share the font's file: a simple one,
@@ -36,7 +42,11 @@ struct CharacterCode {
 /// glyph and the text that it stands for (PDF 1.7, 9.6 and 9.7).
 class Typeface {
  public:
-  explicit Typeface(std::unique_ptr<FontFile> file);
+  // The numbers of a composite font; 0 is the missing glyph of its own file.
+  static constexpr std::size_t kMostCodes = 65535;
+
+  /// @param mostCodes  after which another composite font begins
+  explicit Typeface(std::unique_ptr<FontFile> file, std::size_t mostCodes = kMostCodes);
 
   const FontMeasures& measures() const { return file_->measures(); }
   const FontFile& file() const { return *file_; }
@@ -53,7 +63,7 @@ class Typeface {
   Length widthOf(std::string_view bytes, Length size) const { return scaled(widthOf(bytes), size); }
   /// Whether a byte of WinAnsi has a glyph, and which.
   std::uint32_t glyphOfWinAnsi(unsigned char byte) const { return glyphs_[byte]; }
-  /// Whether each byte has a glyph.
+  /// Whether each byte has a glyph, which is never so for a font of PostScript: its composite fonts serve all texts.
   bool has(std::string_view bytes) const {
     return std::all_of(bytes.begin(), bytes.end(),
                        [this](char c) { return glyphs_[static_cast<unsigned char>(c)] != 0; });
@@ -70,11 +80,12 @@ class Typeface {
   /// Gives missing glyphs the width of what is drawn for them.
   void spaceMissingGlyphs(std::vector<ShapedGlyph>& glyphs) const;
 
-  /// The glyph of a character; 0 if the font has none.
-  std::uint32_t glyphOf(char32_t c) const { return file_->glyphOf(c); }
+  /// The usual glyph of a character; 0 if the font has none.
+  std::uint32_t glyphOf(char32_t c) { return knownCharacter(c).glyph; }
+  bool has(char32_t c) { return glyphOf(c) != 0; }
   /// The number of a glyph that stands for a text, which is drawn with it.
   Code codeOf(std::uint32_t glyph, std::string_view text);
-  /// The number of a character's usual glyph.
+  /// A character that is drawn, with the number of its usual glyph.
   const CharacterCode& characterOf(char32_t c);
   /// Appends the numbers of a text whose characters are all plain, as the first composite font has them.
   /// @param width  gets the text's, in thousandths of the size
@@ -82,20 +93,22 @@ class Typeface {
   bool appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width);
   std::int64_t advanceOf(std::uint32_t glyph) const { return file_->advanceOf(shownFor(glyph)); }
 
-  /// Writes the fonts that were drawn with. @param resources  gets their names, F and G with @p name
-  void write(PdfFile& file, int name, std::string& resources) const;
+  /// Writes the fonts that were drawn with. Raises OutputFailure if the font's file turns out to be broken.
+  WrittenFonts write(PdfFile& file) const;
 
  private:
-  const CharacterCode& knownOrNew(char32_t c) {
+  CharacterCode& knownCharacter(char32_t c) {
     const std::size_t page = c / kPage;
     if (page < pages_.size() && pages_[page]) {
-      const CharacterCode& known = (*pages_[page])[c % kPage];
+      CharacterCode& known = (*pages_[page])[c % kPage];
       if (known.isKnown) {
         return known;
       }
     }
-    return characterOf(c);
+    return newCharacter(c);
   }
+  CharacterCode& newCharacter(char32_t c);
+  void giveCode(CharacterCode& character, char32_t c);
 
   std::uint32_t shownFor(std::uint32_t glyph) const { return glyph == 0 ? missing_ : glyph; }
 
@@ -104,10 +117,8 @@ class Typeface {
     std::string text;  // UTF-8; empty: none
   };
 
-  // The numbers of a composite font; 0 is the missing glyph of its own file.
-  static constexpr std::size_t kMostCodes = 65535;
-
   std::unique_ptr<FontFile> file_;
+  std::size_t mostCodes_;
   std::array<std::uint16_t, 256> widths_{};
   std::array<std::uint32_t, 256> glyphs_{};
   std::array<std::uint8_t, 256> used_{};

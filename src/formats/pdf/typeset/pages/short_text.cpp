@@ -9,7 +9,7 @@ constexpr Length kEndless = std::numeric_limits<std::int32_t>::max();
 
 }  // namespace
 
-ShortText::ShortText(std::string_view text, const TextStyle& style, Shaper& shaper) : style_(style) {
+ShortText::ShortText(std::string_view text, const TextStyle& style, Shaper& shaper) : style_(style), shaper_(&shaper) {
   StyledText styled;
   styled.add(text, style);
   set_ = setText(styled, {.width = kEndless, .leading = 1000, .usual = style, .keepsBlanks = true}, shaper);
@@ -27,6 +27,9 @@ void ShortText::draw(Canvas& canvas, Length left, Length baseline) const {
     canvas.glyphs(left, baseline, piece.font, style_.size, style_.color,
                   std::string_view(set_.content).substr(piece.begin, piece.end - piece.begin));
     left += piece.width;
+    if (piece.missing) {
+      shaper_->countMissing(*piece.missing);
+    }
   }
 }
 

@@ -10,7 +10,8 @@ namespace scrivalen::typeset {
 /// A text in one line, with the blanks at its end, in the order in which its scripts are read.
 class ShortText {
  public:
-  /// @param text  clean UTF-8 without line feeds
+  /// @param text    clean UTF-8 without line feeds
+  /// @param shaper  not owned; must outlive this object
   ShortText(std::string_view text, const TextStyle& style, Shaper& shaper);
 
   Length width() const { return width_; }
@@ -19,6 +20,7 @@ class ShortText {
 
  private:
   TextStyle style_;
+  Shaper* shaper_;
   SetText set_;
   Length width_ = 0;
 };

@@ -28,6 +28,7 @@ Length TextDrawer::drawShort(Length x, Length baseline, const TextStyle& style, 
   for (const ShapedRun& run : shaper_.shape(text, {style.font, style.size})) {
     pages_.canvas().glyphs(x + width, baseline - style.rise, run.font, style.size, style.color, run.content);
     width += run.width;
+    countMissing(run.missing);
   }
   return width;
 }
@@ -70,11 +71,18 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
       decorate(style, x, baseline, piece.width);
       pages_.canvas().glyphs(x, baseline - style.rise, piece.font, style.size, style.color,
                              std::string_view(set.content).substr(piece.begin, piece.end - piece.begin));
+      countMissing(piece.missing);
     }
     x += piece.width;
   }
   endLink();
   notePlaces(text, set, line, space.top);
+}
+
+void TextDrawer::countMissing(std::optional<Script> script) {
+  if (script) {
+    shaper_.countMissing(*script);
+  }
 }
 
 void TextDrawer::decorate(const TextStyle& style, Length x, Length baseline, Length width) {

@@ -30,6 +30,7 @@ class TextDrawer {
   void drawBytes(Length x, Length baseline, const TextStyle& style, FontUse font, std::string_view bytes);
 
  private:
+  void countMissing(std::optional<Script> script);
   void decorate(const TextStyle& style, Length x, Length baseline, Length width);
   void notePlaces(const StyledText& text, const SetText& set, const TextLine& line, Length top);
 

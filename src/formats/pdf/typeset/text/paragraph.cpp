@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cstdint>
 #include <numeric>
+#include <optional>
 
 namespace scrivalen::typeset {
 namespace {
@@ -22,6 +23,7 @@ struct Item {
   std::uint8_t level;
   bool isBlank;
   int picture;  // an index of StyledText::pictures; -1: it is none
+  std::optional<Script> missing = std::nullopt;
 };
 
 // Where the last character of a text begins.
@@ -280,7 +282,7 @@ Length LineSetter::shape(std::size_t begin, std::size_t end, std::vector<Item>& 
                                               {style.font, style.size, level % 2 == 1, rule_.isKerned, language})) {
       const std::size_t at = content.size();
       content += run.content;
-      items.push_back({span, run.font, at, content.size(), run.width, level, false, -1});
+      items.push_back({span, run.font, at, content.size(), run.width, level, false, -1, run.missing});
       width += run.width;
     }
     begin = runEnd;
@@ -339,10 +341,11 @@ void LineSetter::appendPiece(const Item& item, Length extra) {
     return;
   }
   const bool isNew = result_.pieces.size() == firstPiece_ || result_.pieces.back().picture >= 0 ||
-                     result_.pieces.back().span != item.span || !(result_.pieces.back().font == item.font);
+                     result_.pieces.back().span != item.span || item.missing || result_.pieces.back().missing ||
+                     !(result_.pieces.back().font == item.font);
   std::string_view content = std::string_view(content_).substr(item.begin, item.end - item.begin);
   if (isNew) {
-    result_.pieces.push_back({item.span, item.font, result_.content.size(), 0, 0, -1});
+    result_.pieces.push_back({item.span, item.font, result_.content.size(), 0, 0, -1, item.missing});
   } else if (content.starts_with('(') && result_.content.ends_with(')')) {
     result_.content.pop_back();
     content.remove_prefix(1);

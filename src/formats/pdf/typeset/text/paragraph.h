@@ -6,6 +6,7 @@
 #include "formats/pdf/typeset/text/styled_text.h"
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,7 +19,8 @@ struct TextPiece {
   std::size_t begin;  ///< of its part of SetText::content
   std::size_t end;
   Length width;
-  int picture = -1;  ///< an index of StyledText::pictures; it has no glyphs then
+  int picture = -1;                              ///< an index of StyledText::pictures; it has no glyphs then
+  std::optional<Script> missing = std::nullopt;  ///< it is a character of this script that no font has
 };
 
 /// A line of a text. Its pieces are from left to right.

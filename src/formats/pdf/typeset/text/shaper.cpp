@@ -57,7 +57,7 @@ class CompositeRuns {
     divide(text, glyphs.size());
     for (std::size_t i = 0; i < glyphs.size(); ++i) {
       const Code code = typeface_.codeOf(glyphs[i].glyph, parts_[isRightToLeft_ ? glyphs.size() - 1 - i : i]);
-      beginRun({font_, static_cast<std::uint8_t>(code.font + 1)});
+      beginRun({font_, static_cast<std::uint16_t>(code.font + 1)});
       if (isMany && i == 0) {
         std::string operators = "/Span<</ActualText";
         appendText(operators, text);
@@ -142,7 +142,7 @@ class CompositeRuns {
 const std::vector<ShapedRun>& Shaper::shape(std::string_view text, const ShapeStyle& style) {
   key_.assign(text);
   key_ += '\0';
-  key_ += static_cast<char>(style.font);
+  key_.append(reinterpret_cast<const char*>(&style.font), sizeof style.font);
   key_ += static_cast<char>((style.isRightToLeft ? 1 : 0) + (style.isKerned ? 2 : 0));
   key_.append(reinterpret_cast<const char*>(&style.size), sizeof style.size).append(style.language);
   const auto found = words_.find(key_);
@@ -165,13 +165,15 @@ const std::vector<ShapedRun>& Shaper::shape(std::string_view text, const ShapeSt
 }
 
 ShapedRun Shaper::softHyphen(const ShapeStyle& style) {
-  Typeface& typeface = fonts_.at(style.font);
+  bool found = true;
+  const FontId font = fonts_.fontFor(style.font, U'-', found);
+  Typeface& typeface = fonts_.at(font);
   const std::uint32_t glyph = typeface.glyphOf(U'-');
   const Code code = typeface.codeOf(glyph, kSoftHyphen);
   ShapedRun run;
   char pair[2];
   appendString(run.content, twoBytes(code.number, pair));
-  run.font = {style.font, static_cast<std::uint8_t>(code.font + 1)};
+  run.font = {font, static_cast<std::uint16_t>(code.font + 1)};
   run.width = scaled(typeface.advanceOf(glyph), style.size);
   return run;
 }
@@ -192,9 +194,9 @@ void Shaper::divide(std::string_view text, const ShapeStyle& style) {
     if (!parts_.empty()) {
       Part& last = parts_.back();
       const bool isSameScript = script == kNoScript || script == last.script || last.script == kNoScript;
-      const bool joins = isInvisible(c) || (isMarkHere && !fonts_.at(last.font).characterOf(c).isMissing);
+      const bool joins = isInvisible(c) || (isMarkHere && fonts_.at(last.font).has(c));
       bool found = true;
-      if (isSameScript && (joins || fonts_.fontFor(style.font, c, found) == last.font) && found) {
+      if (!last.isMissing && isSameScript && (joins || fonts_.fontFor(style.font, c, found) == last.font) && found) {
         last.end = next;
         last.script = last.script == kNoScript ? script : last.script;
         last.needsShaping = last.needsShaping || isMarkHere || needsShaping(script);
@@ -203,14 +205,16 @@ void Shaper::divide(std::string_view text, const ShapeStyle& style) {
     }
     bool found = true;
     const FontId font = isInvisible(c) ? style.font : fonts_.fontFor(style.font, c, found);
-    if (!found) {
-      ++missing_[script];
-    }
-    parts_.push_back({begin, next, font, script, isMarkHere || needsShaping(script)});
+    parts_.push_back({begin, next, font, script, found && (isMarkHere || needsShaping(script)), !found});
   }
 }
 
 void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
+  if (part.isMissing) {
+    setCharacters(text, part.font, style.size, runs);
+    runs.back().missing = part.script;
+    return;
+  }
   if (!part.needsShaping && !style.isKerned) {
     return setCharacters(text, part.font, style.size, runs);
   }
@@ -259,7 +263,7 @@ void Shaper::setCharacters(std::string_view text, FontId font, Length size, std:
       continue;
     }
     const CharacterCode& code = typeface.characterOf(c);
-    const FontUse own{font, static_cast<std::uint8_t>(code.code.font + 1)};
+    const FontUse own{font, static_cast<std::uint16_t>(code.code.font + 1)};
     if (!(own == use)) {
       flush();
       use = own;

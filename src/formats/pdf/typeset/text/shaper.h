@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -21,6 +22,7 @@ struct ShapedRun {
   FontUse font;
   std::string content;  ///< what the array of the operator TJ has (PDF 1.7, 9.4.3)
   Length width = 0;
+  std::optional<Script> missing = std::nullopt;  ///< it is a character of this script that no font has
 };
 
 /// A piece of text in one style and direction.
@@ -43,7 +45,9 @@ class Shaper {
   const std::vector<ShapedRun>& shape(std::string_view text, const ShapeStyle& style);
   /// The hyphen that is drawn where a line ends after a soft hyphen, as which it is copied.
   ShapedRun softHyphen(const ShapeStyle& style);
-  /// How many characters of each script no font has.
+  /// Counts a run that is drawn without the glyph of its character.
+  void countMissing(Script script) { ++missing_[script]; }
+  /// How many characters of each script were drawn that no font has.
   const std::map<Script, std::uint64_t>& missing() const { return missing_; }
 
  private:
@@ -53,6 +57,7 @@ class Shaper {
     FontId font;
     Script script;
     bool needsShaping;
+    bool isMissing;  // a character that no font has
   };
 
   static constexpr std::size_t kMostWords = 8192;

@@ -1,0 +1,37 @@
+#include "formats/pdf/typeset/fonts/font_contents.h"
+
+#include "system/files/files.h"
+#include "system/messages.h"
+#include "text/utf.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace scrivalen::typeset {
+namespace {
+
+// More than any font has, so that a device that never ends does not fill the memory.
+constexpr std::size_t kMostFontBytes = std::size_t{1} << 28;
+
+}  // namespace
+
+std::string readFontFile(const std::wstring& path, std::string& reason) {
+  reason.clear();
+  std::string contents;
+  const File file = openForReading(path);
+  bool isTooLong = false;
+  const bool isRead = file && readRest(file, [&](std::string_view part) {
+                        isTooLong = part.size() > kMostFontBytes - contents.size();
+                        if (!isTooLong) {
+                          contents += part;
+                        }
+                        return !isTooLong;
+                      });
+  if (!isRead) {
+    reason = isTooLong ? "it is larger than 256 MiB" : toUtf8(systemErrorText(lastSystemError()));
+    contents.clear();
+  }
+  return contents;
+}
+
+}  // namespace scrivalen::typeset
