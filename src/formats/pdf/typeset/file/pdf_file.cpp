@@ -24,6 +24,7 @@ constexpr std::string_view kHeaderOf14 = "%PDF-1.4\n%\xE2\xE3\xCF\xD3\n";
 
 // An entry of the cross-reference stream: a kind, an offset or number, an index.
 constexpr std::size_t kEntrySize = 1 + 5 + 1;
+constexpr std::size_t kRowsAtOnce = 65536;  // bytes of them that are compressed at once
 
 void putBigEndian(char* out, std::uint64_t value, std::size_t size) {
   while (size > 0) {
@@ -193,7 +194,8 @@ void PdfFile::writeCrossReferences(const FileRoots& roots) {
   setPlace(number, begin);
   // Each entry as its difference from the one above it (the PNG filter Up), which is mostly zeros.
   std::string rows;
-  rows.reserve((places_.size() + 1) * (kEntrySize + 1));
+  compressed_.clear();
+  deflater_.begin();
   std::array<char, kEntrySize> above{};
   const auto add = [&](const std::array<char, kEntrySize>& entry) {
     constexpr char kUp = 2;
@@ -202,15 +204,21 @@ void PdfFile::writeCrossReferences(const FileRoots& roots) {
       rows += static_cast<char>(static_cast<unsigned char>(entry[i]) - static_cast<unsigned char>(above[i]));
     }
     above = entry;
+    if (rows.size() >= kRowsAtOnce) {
+      deflater_.add(rows, compressed_);
+      rows.clear();
+    }
   };
   add(entryOf(0));
   for (const std::uint64_t place : places_) {
     add(entryOf(place));
   }
-  std::string entries = "/Type/XRef/Size ";
+  deflater_.add(rows, compressed_);
+  deflater_.end(compressed_);
+  std::string entries = "/Filter/FlateDecode/Type/XRef/Size ";
   appendInteger(entries, static_cast<std::int64_t>(places_.size()) + 1);
   entries.append("/W[1 5 1]/DecodeParms<</Predictor 12/Columns 7>>").append(trailerEntries(roots));
-  writeStream(number, entries, rows);
+  writeEncodedStream(number, entries, compressed_);
   std::string end = "startxref\n";
   appendInteger(end, static_cast<std::int64_t>(begin));
   end += "\n%%EOF\n";
