@@ -11,8 +11,8 @@ namespace {
 using document::RunningField;
 
 constexpr Length kSize = 8 * kPoint;
-constexpr Length kLeastSize = 5 * kPoint;
-constexpr Length kTenth = kPoint / kUnitsPerPoint;
+constexpr Length kLeastRunningSize = 5 * kPoint;
+constexpr Length kUnit = kPoint / kUnitsPerPoint;
 constexpr Rgb kColor = 0x555555;
 constexpr Length kGap = 12 * kPoint;      // between two parts, at least
 constexpr Length kImageGap = 6 * kPoint;  // between the picture and the text
@@ -90,7 +90,7 @@ Length RunningLines::drawImage(PageMaker& page, Length baseline) {
   }
   const Length width = lengthOf(image_.widthPt);
   const Length height = lengthOf(image_.heightPt);
-  if (width < kTenth || height < kTenth) {
+  if (width < kUnit || height < kUnit) {
     return 0;
   }
   const Length top = std::max<Length>(baseline - kSize / 3 - height / 2, 0);
@@ -152,7 +152,7 @@ Length RunningLines::fit(Parts& parts, Length width) {
   if (whole <= room) {
     return kSize;
   }
-  const Length size = std::max(kLeastSize, kSize * room / whole / kTenth * kTenth);
+  const Length size = std::max(kLeastRunningSize, kSize * room / whole / kUnit * kUnit);
   const std::array<Length, 3> smaller = widths(size);
   if (smaller[0] + smaller[1] + smaller[2] > room) {
     isCut_ = true;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::string_view kEllipsis = "\u2026";
 
-Length widthOf(std::string_view text, const TextStyle& style, Shaper& shaper) {
+Length shownWidth(std::string_view text, const TextStyle& style, Shaper& shaper) {
   return ShortText(text, style, shaper).width();
 }
 
@@ -18,7 +18,7 @@ std::string cutToWidth(const std::string& text, Length width, const TextStyle& s
   std::size_t tooLong = text.size();
   while (fitting + 1 < tooLong) {
     const std::size_t middle = fitting + (tooLong - fitting) / 2;
-    if (widthOf(cutToBytes(text, middle + kEllipsis.size()), style, shaper) <= width) {
+    if (shownWidth(cutToBytes(text, middle + kEllipsis.size()), style, shaper) <= width) {
       fitting = middle;
     } else {
       tooLong = middle;
@@ -53,7 +53,7 @@ std::string RunningPart::text() const {
 
 void RunningPart::shorten(Length width, const TextStyle& style, Shaper& shaper) {
   for (;;) {
-    const Length excess = widthOf(text(), style, shaper) - width;
+    const Length excess = shownWidth(text(), style, shaper) - width;
     if (excess <= 0) {
       return;
     }
@@ -66,7 +66,7 @@ void RunningPart::shorten(Length width, const TextStyle& style, Shaper& shaper) 
     if (longest == nullptr) {
       return;
     }
-    longest->text = cutToWidth(longest->text, widthOf(longest->text, style, shaper) - excess, style, shaper);
+    longest->text = cutToWidth(longest->text, shownWidth(longest->text, style, shaper) - excess, style, shaper);
     longest->isCut = true;
   }
 }
