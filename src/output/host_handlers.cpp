@@ -78,9 +78,7 @@ void SetDataFolder(const wchar_t* folder) {
   });
 }
 
-HostScope::HostScope(HostStandIn& standIn) noexcept
-    : before_(std::exchange(hostStandIn, &standIn)),
-      stop_([](void* user) { return static_cast<HostStandIn*>(user)->isStopRequested(); }, &standIn) {}
+HostScope::HostScope(HostStandIn& standIn) noexcept : before_(std::exchange(hostStandIn, &standIn)) {}
 HostScope::~HostScope() { hostStandIn = before_; }
 
 void sendToLog(const wchar_t* line) {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "system/process/stop.h"
-
 #include <cstdint>
 #include <string>
 
@@ -14,8 +12,6 @@ class HostStandIn {
   virtual void log(const wchar_t* line) = 0;
   /// Seconds since 1970-01-01 UTC.
   virtual std::int64_t time() const = 0;
-  /// Asked in addition to the host.
-  virtual bool isStopRequested() = 0;
 };
 
 /// While it exists, this thread's log lines and times are a stand-in's rather than the host's.
@@ -29,7 +25,6 @@ class HostScope {
 
  private:
   HostStandIn* before_;
-  StopScope stop_;
 };
 
 // Each calls the host's handler, or the default if the host has set none.

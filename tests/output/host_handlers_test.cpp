@@ -49,10 +49,8 @@ namespace {
 struct StandIn : HostStandIn {
   void log(const wchar_t* line) override { lines += line; }
   std::int64_t time() const override { return 5; }
-  bool isStopRequested() override { return isStopping; }
 
   std::wstring lines;
-  bool isStopping = false;
 };
 
 }  // namespace
@@ -65,32 +63,24 @@ TEST(HostScope, StandsInForTheHostInItsThreadAlone) {
     const HostScope scope(standIn);
     sendToLog(L"taken");
     EXPECT_EQ(currentTime(), 5);
-    EXPECT_FALSE(isStopRequested());
-    standIn.isStopping = true;
-    EXPECT_TRUE(canStop());
-    EXPECT_TRUE(isStopRequested());
     std::thread([] {
       sendToLog(L"other");
       EXPECT_EQ(currentTime(), 86400);
-      EXPECT_FALSE(isStopRequested());
     }).join();
   }
   sendToLog(L"after");
   EXPECT_EQ(currentTime(), 86400);
-  EXPECT_FALSE(canStop());
   EXPECT_EQ(standIn.lines, L"taken");
   EXPECT_EQ(log.lines(), (std::vector<std::wstring>{L"other", L"after"}));
 }
 
-TEST(HostScope, AsksTheOuterOneToo) {
+TEST(HostScope, EndsInFavourOfTheOuterOne) {
   StandIn outer;
   StandIn inner;
   const HostScope scope(outer);
-  outer.isStopping = true;
   {
     const HostScope further(inner);
     sendToLog(L"inner");
-    EXPECT_TRUE(isStopRequested());
   }
   sendToLog(L"outer");
   EXPECT_EQ(inner.lines, L"inner");

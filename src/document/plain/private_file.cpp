@@ -1,6 +1,5 @@
 #include "document/plain/private_file.h"
 
-#include "document/run.h"
 #include "output/exception_barrier.h"
 #include "output/failure_reason.h"
 #include "output/file_error.h"
@@ -75,12 +74,7 @@ void PrivateFile::create(std::wstring_view name) {
   path_ = (folder_.path() + kPathSeparator).append(name);
 }
 
-bool PrivateFile::isStopRequested() { return run_ && !run_->report(); }
-
 void PrivateFile::fail(std::wstring_view error) const {
-  if (run_ && run_->isCancelled()) {
-    throw OutputFailure(Status::Cancelled, kCancelled);
-  }
   for (const FileError kind : {FileError::Open, FileError::Write}) {
     const std::wstring start = fileErrorText(kind, path_, {});
     if (error.starts_with(start)) {

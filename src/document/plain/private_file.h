@@ -16,7 +16,7 @@ namespace scrivalen::document {
 class PrivateFile : private HostStandIn {
  public:
   explicit PrivateFile(const WriterContext& context)
-      : out_(context.out), warnings_(context.warnings), time_(context.settings.clock()), run_(context.run) {}
+      : out_(context.out), warnings_(context.warnings), time_(context.settings.clock()) {}
   PrivateFile(const PrivateFile&) = delete;
   PrivateFile& operator=(const PrivateFile&) = delete;
 
@@ -40,14 +40,12 @@ class PrivateFile : private HostStandIn {
  private:
   void log(const wchar_t* line) override;
   std::int64_t time() const override { return time_; }
-  bool isStopRequested() override;
   void warn(std::wstring_view line);
   void copy();
 
   OutputBuffer& out_;
   OutputWarnings& warnings_;
   std::int64_t time_;
-  Run* run_;
   WorkFolder folder_;
   std::wstring path_;
   bool hasLostLine_ = false;

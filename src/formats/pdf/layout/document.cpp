@@ -92,13 +92,6 @@ bool Document::beginParagraph(std::uint32_t& itemId) {
   return true;
 }
 
-void Document::beginPage(std::uint32_t& itemId) {
-  if (canBeginBlock()) {
-    items_.append(make<CPDFpageBreak>(itemId));
-    setCurrent(nullptr);
-  }
-}
-
 void Document::beginTable(std::uint32_t& itemId) {
   if (canBeginBlock()) {
     table_ = &make<CPDFtable>(itemId);

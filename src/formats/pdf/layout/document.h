@@ -40,8 +40,6 @@ class Document {
 
   /// @return false inside a table, where paragraphs are not possible
   bool beginParagraph(std::uint32_t& itemId);
-  /// What comes next begins a page; ignored inside a table.
-  void beginPage(std::uint32_t& itemId);
   void beginTable(std::uint32_t& itemId);
   void beginRow(std::uint32_t& itemId, int columns);
   void beginCell(std::uint32_t& itemId, const _RGB_COLOR& background);

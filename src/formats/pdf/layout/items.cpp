@@ -111,14 +111,6 @@ Points CPDFparagraf::Layout(Pages& pages, PageText& lines, Points y) {
   return bottom;
 }
 
-Points CPDFpageBreak::Layout(Pages& pages, PageText&, Points y) {
-  const Points top = pages.paper().top();
-  if (y < top) {
-    pages.breakPage();
-  }
-  return top;
-}
-
 void CPDFoutlineItem::AttachLink(LinkWriter& writer, const CPDFlink& link) const {
   std::unique_ptr<std::u16string> title;
   if (!hasNoText()) {

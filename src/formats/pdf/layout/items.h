@@ -12,7 +12,7 @@
 
 namespace scrivalen::pdf {
 
-enum class ItemKind : std::uint8_t { Paragraph, Table, Row, Cell, Outline, PageBreak };
+enum class ItemKind : std::uint8_t { Paragraph, Table, Row, Cell, Outline };
 
 // A report of a million cells is collected completely before its first page is made, so items are small. They are
 // allocated from the document's memory, which is freed as a whole without calling destructors. Children form an
@@ -92,13 +92,6 @@ struct ItemList {
 class CPDFparagraf final : public CPDFtextItem {
  public:
   CPDFparagraf() : CPDFtextItem(ItemKind::Paragraph) {}
-  Points Layout(Pages& pages, PageText& lines, Points y) override;
-};
-
-/// Ends a page on which there is anything.
-class CPDFpageBreak final : public CPDFitem {
- public:
-  CPDFpageBreak() : CPDFitem(ItemKind::PageBreak) {}
   Points Layout(Pages& pages, PageText& lines, Points y) override;
 };
 

@@ -207,19 +207,10 @@ void PDFReport::BeginTable(const wchar_t*, const wchar_t*) {
 void PDFReport::BeginRow(const wchar_t*, const wchar_t*, int columns) { document_.BeginRow(columns); }
 
 void PDFReport::BeginCell(const wchar_t*, int header, const wchar_t* attributes) {
-  beginCell(header != 0, header ? kHeaderGrey : colorNamed(attributes));
-}
-
-void PDFReport::beginCell(bool header, const _RGB_COLOR& background) {
   if (header) {
     document_.BoldOn();
   }
-  document_.BeginCell(background);
-}
-
-void PDFReport::breakPage() {
-  CPDFdoc::State::withDocument(
-      document_.state_, [this](scrivalen::pdf::Document& document) { document.beginPage(document_.state_->lastId); });
+  document_.BeginCell(header ? kHeaderGrey : colorNamed(attributes));
 }
 
 void PDFReport::EndCell(const wchar_t*, int header) {

@@ -37,13 +37,6 @@ class PDFReport final : public AReport {
   /// Supports OPTION_LANDSCAPE and OPTION_CONFORMING, both effective from the next Open.
   void SetReportOption(REPORT_OPTION option, int value) override;
 
-  /// Begins a page with what comes next, unless it begins one anyway.
-  void breakPage();
-  /// Begins a cell of any background; EndCell ends it.
-  void beginCell(bool header, const _RGB_COLOR& background);
-  /// Sets the colour of the texts that come next.
-  void setTextColor(const _RGB_COLOR& color) { document_.ColorOn(color); }
-
  private:
   int landscape_ = 0;
   CPDFdoc document_;
