@@ -93,7 +93,7 @@ Embedding embeddingOf(unsigned fsType) {
   return (fsType & kNoSubset) != 0 ? Embedding::OnlyWhole : Embedding::Allowed;
 }
 
-std::string nameOf(hb_face_t* face, hb_ot_name_id_t id) {
+std::string nameIn(hb_face_t* face, hb_ot_name_id_t id) {
   char name[128];
   unsigned size = sizeof name;
   hb_ot_name_get_utf8(face, id, HB_LANGUAGE_INVALID, &size, name);
@@ -187,13 +187,13 @@ void FontFile::measure() {
 
 void FontFile::readNames() {
   hb_face_t* const face = handles_->face.get();
-  names_.postScript = nameOf(face, HB_OT_NAME_ID_POSTSCRIPT_NAME);
+  names_.postScript = nameIn(face, HB_OT_NAME_ID_POSTSCRIPT_NAME);
   if (names_.postScript.empty()) {
     names_.postScript = "Font";
   }
-  names_.family = nameOf(face, HB_OT_NAME_ID_FONT_FAMILY);
-  names_.wholeFamily = nameOf(face, HB_OT_NAME_ID_TYPOGRAPHIC_FAMILY);
-  names_.full = nameOf(face, HB_OT_NAME_ID_FULL_NAME);
+  names_.family = nameIn(face, HB_OT_NAME_ID_FONT_FAMILY);
+  names_.wholeFamily = nameIn(face, HB_OT_NAME_ID_TYPOGRAPHIC_FAMILY);
+  names_.full = nameIn(face, HB_OT_NAME_ID_FULL_NAME);
   const unsigned style = TableBytes(face, kHead).unsignedAt(44);  // macStyle
   names_.isBold = (style & 1) != 0;
   names_.isItalic = (style & 2) != 0;

@@ -8,14 +8,14 @@
 namespace scrivalen::typeset {
 namespace {
 
-constexpr char32_t kSoftHyphen = 0xAD;
+constexpr char32_t kHyphenationMark = 0xAD;
 
 // A soft hyphen has a byte whose glyph is a hyphen, but is drawn where a line ends alone.
 std::array<char32_t, 256> makeCharacters() {
   std::array<char32_t, 256> characters{};
   for (char32_t c = ' '; c < 0x2200; ++c) {
     const auto byte = toWindows1252(c);
-    if (byte && *byte >= ' ' && *byte != 0x7F && !(c >= 0x80 && c < 0xA0) && c != kSoftHyphen) {
+    if (byte && *byte >= ' ' && *byte != 0x7F && !(c >= 0x80 && c < 0xA0) && c != kHyphenationMark) {
       characters[*byte] = c;
     }
   }
