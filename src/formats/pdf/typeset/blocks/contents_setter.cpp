@@ -12,6 +12,11 @@ constexpr Length kEntryLeading = 1350;
 constexpr int kMostDigits = 5;  // of a page's number
 constexpr std::string_view kDot = ". ";
 
+TextStyle styleOfDots(TextStyle style) {
+  style.font = static_cast<FontId>(style.font & ~fontOf(Family::Serif, true, false));
+  return style;
+}
+
 }  // namespace
 
 void ContentsSetter::add(int level, std::string_view id, std::string_view text, const TextStyle& style) {
@@ -22,7 +27,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   entry.links.emplace_back(1, '#').append(id);
   own.link = 0;
   entry.add(text, own);
-  const Length numberWidth = kMostDigits * drawer_.widthOf("0", own);
+  const Length numberWidth = widthOfNumber(own);
   const Length left = flow_.left() + kIndent * (level - 1);
   const Length right = flow_.left() + flow_.width();
   const Length width = std::max(right - left - numberWidth, kPoint);
@@ -46,26 +51,36 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   }
 }
 
-// The dots of all lines are below each other.
+Length ContentsSetter::widthOfNumber(const TextStyle& style) { return kMostDigits * drawer_.widthOf("0", style); }
+
+// The dots of all lines are below each other. Those beside the number come with it.
 void ContentsSetter::drawLeader(Length begin, Length end, Length baseline, const TextStyle& style) {
-  TextStyle dots = style;
-  dots.font = static_cast<FontId>(dots.font & ~fontOf(Family::Serif, true, false));
-  const Length dot = drawer_.widthOf(kDot, dots);
-  const Length count = (end - begin - dot) / dot;
-  std::string text;
-  for (Length i = 0; i < count; ++i) {
-    text += kDot;
-  }
-  if (count > 0) {
+  const TextStyle dots = styleOfDots(style);
+  const std::string text = dotsFor(end - begin, dots);
+  if (!text.empty()) {
     drawer_.drawShort(end - drawer_.widthOf(text, dots), baseline, dots, text);
   }
+}
+
+// The dots that have room in a width, with as much space as a dot beside them.
+std::string ContentsSetter::dotsFor(Length width, const TextStyle& style) {
+  const Length dot = drawer_.widthOf(kDot, style);
+  std::string text;
+  for (Length count = (width - dot) / dot; count > 0; --count) {
+    text += kDot;
+  }
+  return text;
 }
 
 void ContentsSetter::finish(const NamedPlaces& places) {
   for (const Number& number : numbers_) {
     const Place* const place = places.find(number.id);
-    writeNumberForm(file_, number.form, pages_.fontResources(), shaper_,
-                    {place == nullptr ? std::string() : std::to_string(place->pageNumber), number.style, true});
+    const std::string digits = place == nullptr ? std::string() : std::to_string(place->pageNumber);
+    const TextStyle dots = styleOfDots(number.style);
+    const Length width = widthOfNumber(number.style);
+    writeNumberForm(
+        file_, number.form, pages_.fontResources(), shaper_,
+        {digits, number.style, true, dotsFor(width - drawer_.widthOf(digits, number.style), dots), dots, -width});
   }
 }
 

@@ -27,6 +27,8 @@ class ContentsSetter {
     std::string id;
   };
 
+  Length widthOfNumber(const TextStyle& style);
+  std::string dotsFor(Length width, const TextStyle& style);
   void drawLeader(Length begin, Length end, Length baseline, const TextStyle& style);
 
   PdfFile& file_;

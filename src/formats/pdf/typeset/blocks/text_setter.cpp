@@ -41,14 +41,17 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
                          .isJustified = rule.align == document::Align::Justify,
                          .height = tallestPicture()},
                         shaper_);
+  // Code is on the left even where its first letter is read from right to left.
+  const bool isMirrored = set.isRightToLeft && !rule.shade;
   Waiting block{std::move(text),
                 std::move(set),
                 rule,
-                flow_.left() + rule.padding,
+                (isMirrored ? flow_.mirrored(flow_.left(), flow_.width()) : flow_.left()) + rule.padding,
                 width,
                 std::move(entry),
                 std::exchange(markers_, {}),
-                flow_.backdrops()};
+                flow_.backdrops(),
+                isMirrored};
   if (rule.staysWithNext) {
     waiting_.push_back(std::move(block));
     if (waiting_.size() > kMostWaiting) {
@@ -156,9 +159,9 @@ void TextSetter::draw(const Waiting& block) {
 
 void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t backdrops) {
   const TextLine& here = block.set.lines[line];
-  const Length top = flow_.take(here.height, backdrops);
+  const Length top = flow_.take(here.height, backdrops, block.isMirrored);
   if (line == 0) {
-    drawMarkersOf(block.markers, top + here.baseline);
+    drawMarkersOf(block.markers, top + here.baseline, block.isMirrored);
     if (block.entry) {
       outline_.add(block.entry->level, block.entry->text, pages_.placeAt(top));
     }
@@ -166,12 +169,13 @@ void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t ba
   drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align);
 }
 
-void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(markers_, {}), baseline); }
+void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(markers_, {}), baseline, false); }
 
-void TextSetter::drawMarkersOf(const std::vector<Marker>& markers, Length baseline) {
+void TextSetter::drawMarkersOf(const std::vector<Marker>& markers, Length baseline, bool isMirrored) {
   for (const Marker& marker : markers) {
     const Length width = drawer_.widthOf(marker.text, marker.style);
-    drawer_.drawShort(marker.right - width, baseline, marker.style, marker.text);
+    const Length left = marker.right - width;
+    drawer_.drawShort(isMirrored ? flow_.mirrored(left, width) : left, baseline, marker.style, marker.text);
   }
 }
 

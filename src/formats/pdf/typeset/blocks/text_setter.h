@@ -72,6 +72,7 @@ class TextSetter {
     std::optional<OutlineEntry> entry;
     std::vector<Marker> markers;
     std::size_t backdrops;  // that were open around it
+    bool isMirrored;        // indented on the right
   };
 
   // More headings in a row than this do not wait for the text after them.
@@ -82,7 +83,7 @@ class TextSetter {
   std::size_t linesForPage(const Waiting& block, std::size_t first) const;
   Length waitingHeight(Length gap) const;
   Length tallestPicture() const;
-  void drawMarkersOf(const std::vector<Marker>& markers, Length baseline);
+  void drawMarkersOf(const std::vector<Marker>& markers, Length baseline, bool isMirrored);
 
   Flow& flow_;
   PageMaker& pages_;

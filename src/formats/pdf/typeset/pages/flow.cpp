@@ -11,7 +11,7 @@ void Flow::beginPage() {
 
 Length Flow::room() const { return isAtTop() ? shape_.textHeight() : shape_.textBottom() - y_ - gap_; }
 
-Length Flow::take(Length height, std::size_t backdrops) {
+Length Flow::take(Length height, std::size_t backdrops, bool isMirrored) {
   if (pages_.isOpen() && !isAtTop_ && height > room()) {
     endPage();
   }
@@ -23,7 +23,9 @@ Length Flow::take(Length height, std::size_t backdrops) {
   isAtTop_ = false;
   y_ = top + height;
   for (std::size_t i = 0; i < backdrops; ++i) {
-    backdrops_[i].top = backdrops_[i].top.value_or(top);
+    OpenBackdrop& open = backdrops_[i];
+    open.isMirrored = open.top ? open.isMirrored : isMirrored;
+    open.top = open.top.value_or(top);
   }
   placeMarks(pages_.placeAt(top));
   return top;
@@ -68,7 +70,9 @@ void Flow::turn(bool isTurned) {
 
 void Flow::draw(OpenBackdrop& open) {
   if (open.top) {
-    pages_.canvas().area(open.backdrop.left, *open.top, open.backdrop.width, y_ - *open.top, open.backdrop.color);
+    const Backdrop& backdrop = open.backdrop;
+    const Length left = open.isMirrored ? mirrored(backdrop.left, backdrop.width) : backdrop.left;
+    pages_.canvas().area(left, *open.top, backdrop.width, y_ - *open.top, backdrop.color);
     open.top.reset();
   }
 }

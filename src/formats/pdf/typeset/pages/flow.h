@@ -30,6 +30,8 @@ class Flow {
   Length left() const { return shape_.left + indent_; }
   Length width() const { return shape_.textWidth() - indent_; }
   Length indent() const { return indent_; }
+  /// The place of what is as far from the right margin as this is from the left one.
+  Length mirrored(Length left, Length width) const { return 2 * shape_.left + shape_.textWidth() - left - width; }
   void indentBy(Length width) { indent_ += width; }
 
   /// Leaves at least this much space before what comes next, unless that begins a page.
@@ -38,8 +40,9 @@ class Flow {
   Length gap() const { return gap_; }
   /// Takes space, on a new page if there is not enough left on this one. @return where it begins
   Length take(Length height) { return take(height, backdrops_.size()); }
-  /// The same, for a block that is only in the first of the backdrops.
-  Length take(Length height, std::size_t backdrops);
+  /// The same, for a block that is only in the first of the backdrops. They are mirrored on the page that they begin
+  /// with a mirrored block.
+  Length take(Length height, std::size_t backdrops, bool isMirrored = false);
   /// How much space the page has left; all of it on a new one.
   Length room() const;
   bool isAtTop() const { return !pages_.isOpen() || isAtTop_; }
@@ -55,13 +58,14 @@ class Flow {
   void markEnd();
 
   std::size_t backdrops() const { return backdrops_.size(); }
-  void beginBackdrop(const Backdrop& backdrop) { backdrops_.push_back({backdrop, std::nullopt}); }
+  void beginBackdrop(const Backdrop& backdrop) { backdrops_.push_back({backdrop, std::nullopt, false}); }
   void endBackdrop();
 
  private:
   struct OpenBackdrop {
     Backdrop backdrop;
     std::optional<Length> top;
+    bool isMirrored = false;
   };
 
   void beginPage();

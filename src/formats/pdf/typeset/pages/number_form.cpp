@@ -4,21 +4,27 @@
 #include "formats/pdf/typeset/pages/canvas.h"
 #include "formats/pdf/typeset/pages/short_text.h"
 
+#include <algorithm>
+
 namespace scrivalen::typeset {
 
 void writeNumberForm(PdfFile& file, int object, int fontResources, Shaper& shaper, const NumberForm& form) {
   const ShortText text(form.text, form.style, shaper);
   const Length size = form.style.size;
-  const Length left = form.isRightAligned ? -text.width() : 0;
+  const Length begin = form.isRightAligned ? -text.width() : 0;
+  const Length left = std::min(begin, form.leaderBegin);
   Canvas canvas;
   canvas.begin(0);
-  text.draw(canvas, left, 0);
+  if (!form.leader.empty()) {
+    ShortText(form.leader, form.leaderStyle, shaper).draw(canvas, form.leaderBegin, 0);
+  }
+  text.draw(canvas, begin, 0);
   std::string entries = "/Type/XObject/Subtype/Form/BBox[";
   appendThousandths(entries, left);
   entries += ' ';
   appendThousandths(entries, -size);
   entries += ' ';
-  appendThousandths(entries, left + text.width());
+  appendThousandths(entries, begin + text.width());
   entries += ' ';
   appendThousandths(entries, size);
   entries += "]/Resources<</Font ";

@@ -13,6 +13,9 @@ struct NumberForm {
   std::string text;  ///< UTF-8
   TextStyle style;
   bool isRightAligned;  ///< it ends at the form's origin; else it begins there
+  std::string leader = {};
+  TextStyle leaderStyle = {};
+  Length leaderBegin = 0;  ///< from the form's origin
 };
 
 /// @param object         the form's number

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace scrivalen::test {
@@ -27,10 +28,10 @@ TEST(Contents, HaveTextLeaderAndPageNumber) {
   addContents(document, {{1, "First"}, {2, "Second"}});
   const ShownPages pages = document.pages();
   const std::vector<PdfText> line = pages.at(0).lineOf("First");
-  ASSERT_EQ(line.size(), 3u);
+  ASSERT_EQ(line.size(), 4u);
   EXPECT_EQ(line[0].text, "First");
   EXPECT_EQ(line[1].text.substr(0, 8), ". . . . ");
-  EXPECT_EQ(line[2].text, "2");
+  EXPECT_EQ(line[3].text, "2");
   EXPECT_EQ(pages.at(0).lineOf("Second").back().text, "3");
 }
 
@@ -66,6 +67,19 @@ TEST(Contents, PutTheDotsOfAllLinesBelowEachOther) {
     const double steps = (pages.at(0).lineOf(text)[1].x - first) / 5.56;
     EXPECT_NEAR(steps, std::round(steps), 0.05) << text;
   }
+}
+
+// The dots go on to the number, which is known last: there is a gap of less than two dots and their blanks.
+TEST(Contents, LeadToTheNumber) {
+  ShownDocument document;
+  addContents(document, {{2, "Short"}});
+  const ShownPages pages = document.pages();
+  const std::vector<PdfText> line = pages.at(0).lineOf("Short");
+  ASSERT_EQ(line.size(), 4u);
+  const auto dots = static_cast<double>(std::count(line[2].text.begin(), line[2].text.end(), '.'));
+  EXPECT_GT(line[2].x + dots * 5.56, line[3].x - 2 * 5.56);
+  EXPECT_LT(line[2].x + dots * 5.56, line[3].x);
+  EXPECT_NEAR(line[2].x - line[1].x, 5.56 * std::round((line[2].x - line[1].x) / 5.56), 0.1);
 }
 
 TEST(Contents, IndentLevels) {
@@ -110,7 +124,9 @@ TEST(Contents, HaveNoNumberForAMissingPlace) {
   document.end();
   document.paragraph("text");
   const ShownPages pages = document.pages();
-  EXPECT_EQ(pages.at(0).lineOf("Nowhere").size(), 2u);
+  const std::vector<PdfText> line = pages.at(0).lineOf("Nowhere");
+  ASSERT_EQ(line.size(), 3u);
+  EXPECT_EQ(line[2].text.find_first_not_of(". "), std::string::npos) << line[2].text;
 }
 
 TEST(Contents, GoOnOverPages) {

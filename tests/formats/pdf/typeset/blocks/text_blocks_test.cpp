@@ -237,6 +237,38 @@ TEST(Lists, MarkItemsWithoutText) {
   EXPECT_EQ(document.pages().at(0).all(), "1. 2.");
 }
 
+constexpr const char* kHebrew = "\u05E9\u05DC\u05D5\u05DD";
+
+TEST(Lists, AreOnTheRightInTextFromRightToLeft) {
+  ShownDocument document;
+  document.beginList(true, 1, true);
+  document.beginItem(Task::None);
+  document.text(kHebrew);
+  document.end();
+  document.end();
+  const ShownPages pages = document.pages();
+  const PdfText marker = pages.at(0).find("1.");
+  EXPECT_NEAR(marker.x, kRight - 17, 0.2);
+  for (const PdfText& text : pages.at(0).texts()) {
+    EXPECT_LE(text.x, marker.x);
+    EXPECT_GT(text.x, kRight - 70);
+  }
+}
+
+TEST(Quotes, HaveTheirBarOnTheRightInTextFromRightToLeft) {
+  ShownDocument document;
+  document.beginQuote();
+  document.paragraph(kHebrew);
+  document.end();
+  document.beginQuote();
+  document.paragraph("left");
+  document.end();
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).areas().size(), 2u);
+  EXPECT_NEAR(pages.at(0).areas()[0].x, kRight - 4, 0.1);
+  EXPECT_NEAR(pages.at(0).areas()[1].x, kLeft + 2, 0.1);
+}
+
 TEST(Lists, KeepWideMarkersOnThePaper) {
   ShownDocument document;
   document.set("margins", "20mm 20mm 20mm 0mm");
