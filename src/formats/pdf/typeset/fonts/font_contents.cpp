@@ -5,6 +5,8 @@
 #include "text/utf.h"
 
 #include <cstddef>
+#include <cstdint>
+#include <new>
 #include <string_view>
 
 namespace scrivalen::typeset {
@@ -28,7 +30,11 @@ std::string readFontFile(const std::wstring& path, std::string& reason) {
                         return !isTooLong;
                       });
   if (!isRead) {
-    reason = isTooLong ? "it is larger than 256 MiB" : toUtf8(systemErrorText(lastSystemError()));
+    const std::uint32_t error = lastSystemError();
+    if (!isTooLong && isOutOfMemoryError(error)) {
+      throw std::bad_alloc();
+    }
+    reason = isTooLong ? "it is larger than 256 MiB" : toUtf8(systemErrorText(error));
     contents.clear();
   }
   return contents;

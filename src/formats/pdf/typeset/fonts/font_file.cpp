@@ -51,9 +51,10 @@ constexpr hb_tag_t kDropped[] = {
 class MemoryWatch {
  public:
   MemoryWatch() { errno = 0; }
+  bool hasRunOut() const { return errno == ENOMEM; }
   /// Raises std::bad_alloc if memory has run out.
   void check() const {
-    if (errno == ENOMEM) {
+    if (hasRunOut()) {
       throw std::bad_alloc();
     }
   }
@@ -128,8 +129,9 @@ std::unique_ptr<FontFile> FontFile::read(std::string data, unsigned index, std::
   std::unique_ptr<FontFile> file(new FontFile(std::move(handles)));
   file->measure();
   file->readNames();
+  const char* const problem = file->problem();
   memory.check();
-  if (const char* const problem = file->problem()) {
+  if (problem != nullptr) {
     reason = problem;
     return nullptr;
   }
@@ -256,8 +258,14 @@ FontFile::Subset FontFile::subsetOf(std::span<const char32_t> characters, std::s
   }
   hb_subset_input_set_flags(input.get(), HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_NOTDEF_OUTLINE);
   const SubsetPlan plan(hb_subset_plan_create_or_fail(handles_->face.get(), input.get()));
-  const Face subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
-  memory.check();
+  Face subset(plan ? hb_subset_plan_execute_or_fail(plan.get()) : nullptr);
+  if (memory.hasRunOut()) {
+    // In place of a table that it has no memory for, the library of subsets puts an empty one of its own into a face.
+    // The library of faces takes that for one to be freed, and crashes. So the faces are not freed.
+    static_cast<void>(handles_->face.release());
+    static_cast<void>(subset.release());
+    throw std::bad_alloc();
+  }
   if (!subset) {
     return {};
   }
