@@ -6,7 +6,7 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 root="$PWD"
 presets=(linux linux-asan windows)
-fuzzers=(rtf pdf multi readers document)
+fuzzers=(rtf pdf multi readers document pictures fonts)
 seconds_a_test=600
 seconds_a_fuzzer=60
 # A fixed seed, so that no change is blamed for a failure that only another seed finds; 0 is a random one.
