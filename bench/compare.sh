@@ -7,6 +7,7 @@
 #   bench/compare.sh pdf         PDF against libharu
 #   bench/compare.sh xlsx        spreadsheets against libxlsxwriter
 #   bench/compare.sh document    the document interface against handwritten writers, scaling, memory
+#   bench/compare.sh typeset     the PDF of documents against libharu, cairo, pango and programs that set pages
 #   bench/compare.sh python      Python against C++, both writing a document from columns
 #   bench/compare.sh markdown    the command against cmark
 #   bench/compare.sh csv         the command against a program for the one table, scaling, memory
@@ -27,6 +28,7 @@ document="$build/bin/scrivalen_document_ledger"
 columns="$build/bin/scrivalen_columns"
 command="$build/bin/scrivalen"
 csv_by_hand="$build/bin/scrivalen_csv_by_hand"
+peers="$build/bin/scrivalen_pdf_peers"
 work="$(mktemp -d "${TMPDIR:-/tmp}/compare.XXXXXX")"
 trap 'rm -rf "$work"' EXIT
 over=0
@@ -312,6 +314,156 @@ compare_document() {
   verdict "empty html" "$microseconds" "" "$microseconds" 100
 }
 
+# The cpu seconds and peak memory of a process that writes a PDF with another library.
+write_with_peer() {
+  rm -f "$work"/peer*
+  "$peers" "$1" "$2" "$3" "$work/peer.pdf"
+}
+
+peer_cpu() {
+  write_with_peer "$@" | cut -d ' ' -f 1
+}
+
+# wall_of COMMAND...: the wall seconds of a command.
+wall_of() {
+  local begin end
+  begin=${EPOCHREALTIME/./}
+  "$@" >/dev/null 2>"$work/errors" || return
+  end=${EPOCHREALTIME/./}
+  awk -v microseconds=$((end - begin)) 'BEGIN {printf "%.6f\n", microseconds / 1e6}'
+}
+
+# one_of LABEL VALUE LIMIT: a figure that nothing is compared with.
+one_of() {
+  verdict "$1" "$2" "" "$2" "$3"
+}
+
+pages_of() {
+  pdfinfo "$1" | awk '$1 == "Pages:" {print $2}'
+}
+
+# bytes_a_cell FILE ROWS
+bytes_a_cell() {
+  awk -v bytes="$(stat -c %s "$1")" -v cells=$(($2 * 6)) 'BEGIN {printf "%.3f\n", bytes / cells}'
+}
+
+compare_bytes() {
+  local rows=100000 own other
+  write_document pdf cells "$rows" >/dev/null
+  write_with_peer ledger haru "$rows" >/dev/null
+  own="$(bytes_a_cell "$work/document" "$rows")"
+  other="$(bytes_a_cell "$work/peer.pdf" "$rows")"
+  verdict "table of $rows rows" "$own" "$other" "$(awk -v a="$own" -v b="$other" 'BEGIN {print a / b}')" 0.85
+}
+
+# A heading, an address, a few paragraphs and a list.
+make_letter() {
+  printf '# Order 2024-17\n\nHarbour Printers, 5 Mole Street, Port Ellis\n\nDear Ms Hopkins,\n\n'
+  for _ in 1 2 3 4; do
+    printf 'thank you for your offer of **14 March**. We would like to order the items below, to be delivered to our '
+    printf 'branch in the *north* by the end of the month; please see https://example.org/orders for the details.\n\n'
+  done
+  printf -- '- 40 boxes of paper\n- 12 bottles of ink\n\nYours sincerely,\n\nKarl Lindgren\n'
+}
+
+set_letter() {
+  wall_of "$command" --quiet "$work/letter.md" -o "$work/letter.$1"
+}
+
+# make_tbl ROWS: the ledger for groff.
+make_tbl() {
+  printf '.TS\nr l l r l l.\n'
+  "$document" text cells "$1" "$work/ledger.txt" >/dev/null
+  tail -n +4 "$work/ledger.txt" | sed 's/^ *//; s/   */\t/g'
+  printf '.TE\n'
+}
+
+# Each sets the ledger of 10,000 rows, from the form that suits it. Only the fastest matters, so a program that takes
+# more than 20 seconds counts with these.
+wall_in_limit() {
+  local status=0
+  wall_of timeout -k 1 20 "$@" || status=$?
+  [ "$status" = 0 ] || echo 20
+}
+
+set_with_libreoffice() {
+  wall_in_limit soffice "-env:UserInstallation=file://$work/office" --headless --convert-to pdf --outdir "$work" \
+    "$work/ledger.html"
+}
+
+set_with_chromium() {
+  wall_in_limit chromium --headless --no-sandbox --disable-gpu "--user-data-dir=$work/chromium" \
+    "--print-to-pdf=$work/chromium.pdf" "file://$work/ledger.html"
+}
+
+set_with_weasyprint() {
+  wall_in_limit weasyprint --quiet "$work/ledger.html" "$work/weasyprint.pdf"
+}
+
+set_with_groff() {
+  wall_in_limit groff -t -Tpdf -P-pa4 "$work/ledger.tbl"
+}
+
+set_document() {
+  wall_of "$document" pdf cells 10000 "$work/document"
+}
+
+# Prints a line for each program that is there, and compares with the fastest.
+compare_programs() {
+  local program name taken fastest="" least="" own
+  "$document" html cells 10000 "$work/ledger.html" >/dev/null
+  make_tbl 10000 >"$work/ledger.tbl"
+  for program in groff:groff chromium:chromium soffice:libreoffice weasyprint:weasyprint; do
+    name="${program#*:}"
+    [ -n "$(type -P "${program%%:*}")" ] || continue
+    taken="$("set_with_$name")"
+    own="$(set_document)"
+    verdict "10,000 rows, $name" "$own" "$taken" "$(awk -v a="$own" -v b="$taken" 'BEGIN {print a / b}')" 0.10
+    if [ -z "$least" ] || awk -v a="$taken" -v b="$least" 'BEGIN {exit !(a < b)}'; then
+      least="$taken"
+      fastest="$name"
+    fi
+  done
+  [ -n "$fastest" ] || return 0
+  pairs set_document "set_with_$fastest"
+  verdict "10,000 rows, the fastest: $fastest" "$seconds" "$other" "$ratio" 0.10
+}
+
+compare_typeset() {
+  [ -x "$document" ] || fail "there is no $document; build the benchmarks first"
+  [ -x "$peers" ] || fail "there is no $peers; install libpango1.0-dev and build the benchmarks"
+  head_line "cpu seconds, 100,000 rows, PDF" library other ratio limit
+  pairs "document_cpu pdf cells 100000" "peer_cpu ledger haru 100000"
+  verdict "libharu, COMP_ALL" "$seconds" "$other" "$ratio" 0.20
+  pairs "document_cpu pdf cells 100000" "peer_cpu ledger cairo 100000"
+  verdict "cairo" "$seconds" "$other" "$ratio" 0.03
+  pairs "document_cpu pdf letters 100000" "document_cpu pdf latin 100000"
+  verdict "Cyrillic and Greek / Latin" "$seconds" "$other" "$ratio" 1.15
+  head_line "cpu seconds, 1,000 paragraphs" library pango ratio limit
+  pairs "peer_cpu prose library 1000" "peer_cpu prose pango 1000"
+  verdict "Arabic and Devanagari" "$seconds" "$other" "$ratio" 0.50
+  head_line "bytes a cell, PDF" library libharu ratio limit
+  compare_bytes
+  head_line "peak memory, MiB" library "" MiB limit
+  one_of "1,000,000 rows" "$(document_peak pdf cells 1000000 | awk '{printf "%.1f", $1 / 1024}')" 20
+  write_document pdf cells 2000 >/dev/null
+  if [ -n "$(type -P pdfinfo)" ]; then
+    head_line "pages" library "" pages limit
+    one_of "2,000 rows" "$(pages_of "$work/document")" 37
+  fi
+  head_line "wall seconds" library other ratio limit
+  compare_programs
+  [ -x "$command" ] || return 0
+  make_letter >"$work/letter.md"
+  head_line "wall milliseconds, a letter" PDF HTML ratio ""
+  pairs "set_letter pdf" "set_letter html"
+  printf '%-36s %12.2f %12.2f %8.3f\n' "whole process" "${seconds}e3" "${other}e3" "$ratio"
+  head_line "a letter of one page" library "" "" limit
+  one_of "KiB" "$(stat -c %s "$work/letter.pdf" | awk '{printf "%.1f", $1 / 1024}')" 29.3
+  one_of "wall milliseconds, in a process" \
+    "$("$document" pdf letter 200 "$work/letter" | awk '{printf "%.2f", $1 / 1000}')" 5
+}
+
 # columns_in_cpp FORMAT ROWS, columns_in_python FORMAT: the cpu seconds from the columns to the closed document, without
 # the start of the process.
 columns_in_cpp() {
@@ -470,6 +622,7 @@ case "${1:-}" in
   pdf) compare_pdf ;;
   xlsx) compare_xlsx ;;
   document) compare_document ;;
+  typeset) compare_typeset ;;
   python) compare_python ;;
   markdown) compare_markdown ;;
   csv) compare_csv ;;
@@ -478,6 +631,9 @@ case "${1:-}" in
     compare_pdf
     compare_xlsx
     compare_document
+    if [ -x "$peers" ]; then
+      compare_typeset
+    fi
     compare_python
     if [ -x "$command" ] && [ -n "$(type -P cmark)" ]; then
       compare_markdown
@@ -486,6 +642,6 @@ case "${1:-}" in
       compare_csv
     fi
     ;;
-  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, python, markdown, csv, or none for all" ;;
+  *) fail "unknown comparison '$1': ledger, pdf, xlsx, document, typeset, python, markdown, csv, or none for all" ;;
 esac
 exit "$over"

@@ -5,22 +5,20 @@
 namespace scrivalen::bench {
 namespace {
 
-constexpr std::array<std::string_view, 16> kNames = {
-    "Anna Meyer",    "Brown Bakery",        "Clara Jensen", "David Okafor",   "Elena Rossi",   "Fox&Sons Ltd",
-    "Grace Hopkins", "Harbour Caf\xC3\xA9", "Ivan Petrov",  "Joan Whitfield", "Karl Lindgren", "Lucia Moretti",
-    "Martin Schulz", "North Printers",      "Olga Nowak",   "Peter van Dyk"};
+constexpr BookingWords kWords{
+    {"Anna Meyer", "Brown Bakery", "Clara Jensen", "David Okafor", "Elena Rossi", "Fox&Sons Ltd", "Grace Hopkins",
+     "Harbour Caf\xC3\xA9", "Ivan Petrov", "Joan Whitfield", "Karl Lindgren", "Lucia Moretti", "Martin Schulz",
+     "North Printers", "Olga Nowak", "Peter van Dyk"},
+    {"Office supplies for the second quarter. ", "Delivery of paper and ink to the branch.",
+     "Repair of the heating in the north hall.", "Travel to Hamburg and back, two nights. ",
+     "Rent for the storage space in the yard. ", "Food & drinks for the summer party 2024.",
+     "Annual licence for the drawing program. ", "Refund for a parcel that never got here.",
+     "Cleaning of the windows, third instance.", "Spare parts, each < 5 kg, sent by train.",
+     "Insurance for the two vans, first half. ", "Translation of the manual into Finnish. ",
+     "Advertising in the local evening papers.", "Booked as \"other costs\" until clarified.",
+     "Training for the new people in accounts.", "Telephone and data lines for two floors."},
+    {"paid", "open", "overdue", "cancelled"}};
 
-constexpr std::array<std::string_view, 16> kRemarks = {
-    "Office supplies for the second quarter. ", "Delivery of paper and ink to the branch.",
-    "Repair of the heating in the north hall.", "Travel to Hamburg and back, two nights. ",
-    "Rent for the storage space in the yard. ", "Food & drinks for the summer party 2024.",
-    "Annual licence for the drawing program. ", "Refund for a parcel that never got here.",
-    "Cleaning of the windows, third instance.", "Spare parts, each < 5 kg, sent by train.",
-    "Insurance for the two vans, first half. ", "Translation of the manual into Finnish. ",
-    "Advertising in the local evening papers.", "Booked as \"other costs\" until clarified.",
-    "Training for the new people in accounts.", "Telephone and data lines for two floors."};
-
-constexpr std::array<std::string_view, 4> kStatuses = {"paid", "open", "overdue", "cancelled"};
 constexpr std::chrono::sys_days kFirstDay = std::chrono::year(2020) / 1 / 1;
 constexpr std::uint32_t kRowsADay = 16;
 constexpr std::uint32_t kDays = 5 * 365;
@@ -64,15 +62,48 @@ std::string_view textFrom(const char* begin, const std::array<char, Size>& buffe
 
 }  // namespace
 
+const BookingWords kLatinWords = kWords;
+
 Booking Bookings::next() {
   const std::uint32_t bits = spread(++number_);
   const std::chrono::sys_days day = kFirstDay + std::chrono::days(number_ / kRowsADay % kDays);
   return {number_,
-          kNames[bits >> 28],
-          kRemarks[bits >> 24 & 15],
+          words_.names[bits >> 28],
+          words_.remarks[bits >> 24 & 15],
           (bits >> 4) % 10'000'000,
           static_cast<std::int32_t>(day.time_since_epoch().count()),
-          kStatuses[bits >> 22 & 3]};
+          words_.statuses[bits >> 22 & 3]};
+}
+
+OtherLetters::OtherLetters() : words_(kLatinWords) {
+  for (std::string_view& name : words_.names) {
+    name = written(name);
+  }
+  for (std::string_view& remark : words_.remarks) {
+    remark = written(remark);
+  }
+  for (std::string_view& status : words_.statuses) {
+    status = written(status);
+  }
+}
+
+std::string_view OtherLetters::written(std::string_view text) {
+  std::string& other = texts_.emplace_back();
+  const bool isGreek = texts_.size() % 2 == 0;
+  for (const char c : text) {
+    const bool isCapital = c >= 'A' && c <= 'Z';
+    if (!isCapital && !(c >= 'a' && c <= 'z')) {
+      other += c;
+      continue;
+    }
+    // The letters from U+0391 and U+03B1, of which the eighteenth capital is none, and those from U+0410 and U+0430.
+    const auto letter = static_cast<unsigned>(c - (isCapital ? 'A' : 'a'));
+    const unsigned greek = letter % 17 + (isCapital ? 0x391u : 0x3B1u);
+    const unsigned cyrillic = letter + (isCapital ? 0x410u : 0x430u);
+    other += static_cast<char>(0xC0 | (isGreek ? greek : cyrillic) >> 6);
+    other += static_cast<char>(0x80 | ((isGreek ? greek : cyrillic) & 0x3F));
+  }
+  return other;
 }
 
 const BookingTexts::Texts& BookingTexts::of(const Booking& booking) {

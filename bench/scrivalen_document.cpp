@@ -24,11 +24,14 @@ constexpr const char* kUsage =
     "usage: scrivalen_document_ledger FORMAT WRITER ROWS FILE\n"
     "  FORMAT  a format of documents; or several, with commas between them, into FILE.FORMAT each\n"
     "  WRITER  cells: a call for each cell\n"
+    "          latin: as cells, with margins of 10 mm\n"
+    "          letters: as latin, with the names, remarks and statuses in Cyrillic and Greek letters\n"
     "          rows: scrivalen_rows, a thousand rows at a time\n"
     "          typed: as cells, with numbers and dates as such\n"
     "          typedrows: as rows, with numbers and dates as such\n"
     "          handwritten (html, xml, rtf, text): buffered stdio\n"
-    "          empty: ROWS documents without content, into memory; prints the microseconds of one instead\n";
+    "          empty: ROWS documents without content, into memory; prints the microseconds of one instead\n"
+    "          letter: as empty, with a letter of one page\n";
 
 constexpr std::size_t kRowsAtOnce = 1000;
 constexpr std::size_t kSampleRows = 500;  // from which the library takes the widths of columns
@@ -57,8 +60,8 @@ void beginTable(scrivalen_document* document) {
   scrivalen_begin_table(document, columns, kDocumentColumns, "ledger");
 }
 
-void writeCells(scrivalen_document* document, long rows) {
-  Bookings bookings;
+void writeCells(scrivalen_document* document, long rows, const BookingWords& words) {
+  Bookings bookings(words);
   BookingTexts texts;
   for (long row = 0; row < rows; ++row) {
     scrivalen_begin_row(document, 0);
@@ -68,6 +71,12 @@ void writeCells(scrivalen_document* document, long rows) {
     scrivalen_end(document);
   }
 }
+
+void writeCells(scrivalen_document* document, long rows) { writeCells(document, rows, kLatinWords); }
+
+void writeLatin(scrivalen_document* document, long rows) { writeCells(document, rows, kLatinWords); }
+
+void writeLetters(scrivalen_document* document, long rows) { writeCells(document, rows, OtherLetters().words()); }
 
 void writeTyped(scrivalen_document* document, long rows) {
   Bookings bookings;
@@ -172,6 +181,9 @@ std::string writeDocument(WriteContent write, const std::vector<std::string>& fo
   }
   scrivalen_set(document.handle, "text.width", "120");
   scrivalen_set(document.handle, "clock", "1700000000");
+  if (write == writeLatin || write == writeLetters) {
+    scrivalen_set(document.handle, "margins", "10mm");  // so that no text of the wider letters is wrapped
+  }
   beginTable(document.handle);
   write(document.handle, rows);
   return scrivalen_close(document.handle) == SCRIVALEN_OK ? "" : failureOf(document);
@@ -372,13 +384,31 @@ std::string writeByHand(const std::string& format, long rows, const std::string&
   return std::ferror(out.get()) == 0 ? "" : "cannot write " + file;
 }
 
-int measureEmpty(const std::string& format, long documents) {
+void writeLetter(scrivalen_document* document) {
+  constexpr std::string_view kHeading = "Order 2024-17";
+  constexpr std::string_view kParagraph =
+      "Thank you for your offer of 14 March. We would like to order the items below, to be delivered to our branch in "
+      "the north by the end of the month; please write to us if you need more than two weeks for that.";
+  constexpr std::string_view kStrong = "It is urgent.";
+  scrivalen_heading(document, 1, kHeading.data(), kHeading.size());
+  for (int i = 0; i < 6; ++i) {
+    scrivalen_paragraph(document, kParagraph.data(), kParagraph.size());
+  }
+  scrivalen_begin_paragraph(document, nullptr);
+  scrivalen_begin_span(document, SCRIVALEN_STRONG);
+  scrivalen_text(document, kStrong.data(), kStrong.size());
+  scrivalen_end(document);
+  scrivalen_end(document);
+}
+
+int measureDocuments(const std::string& format, long documents, void (*write)(scrivalen_document*)) {
   std::string bytes;
   const auto begin = std::chrono::steady_clock::now();
   for (long i = 0; i < documents; ++i) {
     bytes.clear();
     const Document document;
     scrivalen_add_stream(document.handle, format.c_str(), &append, &bytes);
+    write(document.handle);
     scrivalen_close(document.handle);
   }
   const std::chrono::duration<double, std::micro> time = std::chrono::steady_clock::now() - begin;
@@ -387,7 +417,9 @@ int measureEmpty(const std::string& format, long documents) {
 }
 
 WriteContent writerOf(std::string_view name) {
-  if (name == "cells") return writeCells;
+  if (name == "cells") return static_cast<WriteContent>(&writeCells);
+  if (name == "latin") return writeLatin;
+  if (name == "letters") return writeLetters;
   if (name == "rows") return writeRows;
   if (name == "typed") return writeTyped;
   if (name == "typedrows") return writeTypedRows;
@@ -415,7 +447,10 @@ int main(int argc, char** argv) {
   const std::vector<std::string> formats = split(argv[1]);
   const std::string_view writer = argv[2];
   if (writer == "empty") {
-    return measureEmpty(formats.front(), rows);
+    return measureDocuments(formats.front(), rows, [](scrivalen_document*) {});
+  }
+  if (writer == "letter") {
+    return measureDocuments(formats.front(), rows, &writeLetter);
   }
   const WriteContent write = writerOf(writer);
   if (!write && writer != "handwritten") {

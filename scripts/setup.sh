@@ -50,7 +50,7 @@ need_build() {
   need_command cmake cmake
   need_command ninja ninja-build
   need_packages libmd4c-dev libyaml-dev libcsv-dev libcli11-dev libxlsxwriter-dev libharfbuzz-dev libfribidi-dev \
-    zlib1g-dev libgtest-dev libbenchmark-dev libhpdf-dev
+    zlib1g-dev libgtest-dev libbenchmark-dev libhpdf-dev libpango1.0-dev fonts-lohit-deva
   need_packages fonts-liberation2 fonts-dejavu-core fonts-dejavu-extra
   need_command chmcmd fp-utils
 }

@@ -49,6 +49,13 @@ bool isCleanAscii(char c, TextKind kind) {
   return (c == '\n' && kind != TextKind::Line) || (c == '\t' && kind == TextKind::Code);
 }
 
+// Whether U+00C0 to U+07FF comes next, such as most letters of Latin, Greek, Cyrillic, Hebrew and Arabic. All are
+// allowed.
+bool isLetterOfTwoBytes(const char* at, const char* end) {
+  const auto lead = static_cast<unsigned char>(*at);
+  return lead >= 0xC3 && lead <= 0xDF && end - at > 1 && (static_cast<unsigned char>(at[1]) & 0xC0) == 0x80;
+}
+
 bool isForbidden(char32_t c) { return (c >= kFirstControlAboveAscii && c <= kLastControl) || !isXmlCharacter(c); }
 
 }  // namespace
@@ -67,6 +74,8 @@ std::size_t cleanLength(std::string_view text, TextKind kind) {
         break;
       }
       ++at;
+    } else if (isLetterOfTwoBytes(at, end)) {
+      at += 2;
     } else {
       const char* next = at;
       char32_t c = 0;
