@@ -55,8 +55,15 @@ constexpr FamilyName kFamilies[] = {{"liberation serif", Family::Serif},
                                     {"dejavu sans", Family::DejaVu}};
 
 constexpr unsigned kStyles = 4;
+
 constexpr FontId kDejaVu = fontOf(Family::DejaVu, false, false);
 constexpr FontId kHostFonts = kDejaVu + kStyles;
+
+// The missing glyphs of other fonts may have nothing to see; Liberation Serif's and Liberation Sans Italic's have not.
+constexpr bool showsMissingGlyph(FontId font) {
+  return font == fontOf(Family::Sans, false, false) || font == fontOf(Family::Sans, true, false) ||
+         (font >= fontOf(Family::Mono, false, false) && font < kHostFonts);
+}
 
 constexpr unsigned styleOf(FontId font) { return font % kStyles; }
 
@@ -173,8 +180,7 @@ FontId FontSet::fontFor(FontId font, char32_t c, bool& found) {
     }
   }
   found = findIn(kDejaVu, style, c, other);
-  // The missing glyph of a host's font may have nothing to see.
-  return found || font < kHostFonts ? other : kDejaVu;
+  return found || showsMissingGlyph(font) ? other : kDejaVu;
 }
 
 void FontSet::write(PdfFile& file, std::string& resources) const {

@@ -13,6 +13,12 @@
 namespace scrivalen::typeset {
 namespace {
 
+// Characters that choose the look of the emoji before them; they draw nothing.
+constexpr std::string_view kTextLook = "\uFE0E";
+constexpr std::string_view kEmojiLook = "\uFE0F";
+
+bool isSelector(std::string_view text) { return text.starts_with(kTextLook) || text.starts_with(kEmojiLook); }
+
 char32_t firstOf(std::string_view text) {
   const char* at = text.data();
   char32_t c = kReplacement;
@@ -74,7 +80,7 @@ class CompositeRuns {
  private:
   // A selector of emoji's looks at the end of the text has a glyph of its own where the font does not know it.
   std::span<const ShapedGlyph> withoutSelector(std::string_view text, std::span<const ShapedGlyph> glyphs) const {
-    const bool hasSelector = text.ends_with("\uFE0E") || text.ends_with("\uFE0F");
+    const bool hasSelector = text.ends_with(kTextLook) || text.ends_with(kEmojiLook);
     const bool isDrawn = isRightToLeft_ || glyphs.size() < 2 || glyphs.back().advance != 0;
     return hasSelector && !isDrawn ? glyphs.first(glyphs.size() - 1) : glyphs;
   }
@@ -196,7 +202,8 @@ void Shaper::divide(std::string_view text, const ShapeStyle& style) {
       const bool isSameScript = script == kNoScript || script == last.script || last.script == kNoScript;
       const bool joins = isInvisible(c) || (isMarkHere && fonts_.at(last.font).has(c));
       bool found = true;
-      if (!last.isMissing && isSameScript && (joins || fonts_.fontFor(style.font, c, found) == last.font) && found) {
+      if ((!last.isMissing || isSelector(text.substr(begin))) && isSameScript &&
+          (joins || fonts_.fontFor(style.font, c, found) == last.font) && found) {
         last.end = next;
         last.script = last.script == kNoScript ? script : last.script;
         last.needsShaping = last.needsShaping || isMarkHere || needsShaping(script);
@@ -257,20 +264,26 @@ void Shaper::setCharacters(std::string_view text, FontId font, Length size, std:
     }
   };
   while (at != end) {
+    const char* const begin = at;
     char32_t c = kReplacement;
     nextUtf8(at, end, c);
     if (isInvisible(c)) {
       continue;
     }
-    const CharacterCode& code = typeface.characterOf(c);
-    const FontUse own{font, static_cast<std::uint16_t>(code.code.font + 1)};
+    const CharacterCode& character = typeface.characterOf(c);
+    Code code = character.code;
+    if (isSelector({at, end})) {
+      at += kTextLook.size();
+      code = typeface.codeOf(character.glyph, {begin, at});
+    }
+    const FontUse own{font, static_cast<std::uint16_t>(code.font + 1)};
     if (!(own == use)) {
       flush();
       use = own;
     }
     char pair[2];
-    bytes += twoBytes(code.code.number, pair);
-    width += code.advance;
+    bytes += twoBytes(code.number, pair);
+    width += character.advance;
   }
   flush();
 }

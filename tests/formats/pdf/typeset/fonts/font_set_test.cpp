@@ -88,6 +88,8 @@ TEST(FontSet, DrawsTheMissingGlyphOfAFontThatShowsIt) {
   EXPECT_EQ(fonts.fontFor(host, U'漢', found), fontOf(Family::DejaVu, false, false));
   EXPECT_FALSE(found);
   EXPECT_EQ(fonts.fontFor(kSans, U'漢', found), kSans);
+  EXPECT_EQ(fonts.fontFor(kSansItalic, U'漢', found), fontOf(Family::DejaVu, false, false));
+  EXPECT_EQ(fonts.fontFor(fontOf(Family::Serif, false, false), U'漢', found), fontOf(Family::DejaVu, false, false));
 }
 
 }  // namespace
