@@ -222,7 +222,6 @@ void ContentReader::draw(const std::string& name) {
     content_.images.push_back({number, matrix.x(0, 0), matrix.y(0, 0), matrix.a, matrix.d});
   } else if (object.at("Subtype").isName("Form") && depth_ < kDeepestForm) {
     states_.push_back(State(states_.back()));
-    states_.back().color = 0;
     read(file_.stream(number), object.at("Resources"), depth_ + 1);
     states_.pop_back();
   } else {

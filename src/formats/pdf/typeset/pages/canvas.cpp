@@ -126,7 +126,8 @@ void Canvas::image(const PictureMatrix& matrix, std::string_view name) {
 
 void Canvas::form(Length x, Length baseline, std::string_view name, std::int64_t scale) {
   endAreas();
-  areas_ += "q ";
+  // The form has the colour of the last area otherwise.
+  areas_ += "q 0 g ";
   appendThousandths(areas_, scale * kUnitsPerPoint);
   areas_ += " 0 0 ";
   appendThousandths(areas_, scale * kUnitsPerPoint);

@@ -129,6 +129,18 @@ TEST(Contents, HaveNoNumberForAMissingPlace) {
   EXPECT_EQ(line[2].text.find_first_not_of(". "), std::string::npos) << line[2].text;
 }
 
+// A form begins with the colour of what was drawn before it.
+TEST(Contents, HaveBlackNumbersAfterAShade) {
+  ShownDocument document;
+  document.beginCode({});
+  document.text("code");
+  document.end();
+  addContents(document, {{1, "First"}});
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.at(0).lineOf("First").back().text, "2");
+  EXPECT_EQ(pages.at(0).lineOf("First").back().color, 0u);
+}
+
 TEST(Contents, GoOnOverPages) {
   ShownDocument document;
   document.beginContents();
