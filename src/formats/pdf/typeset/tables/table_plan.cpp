@@ -125,7 +125,7 @@ class Ruler {
     cell.replay(collector_);
     const StyledText text = collector_.take();
     measureWords(text, column);
-    const SetText set = setText(text, {.width = kEndless, .leading = kLeading, .usual = style}, shaper_);
+    const SetText set = setText(text, {.width = kEndless, .leading = kAnyLeading, .usual = style}, shaper_);
     for (const TextLine& line : set.lines) {
       column.longestLine = std::max(column.longestLine, line.width);
     }
@@ -140,12 +140,12 @@ class Ruler {
   }
 
  private:
-  static constexpr Length kLeading = 1000;
+  static constexpr Length kAnyLeading = 1000;
   static constexpr Length kEndless = Length{1} << 40;
 
   // In a space without any width each word has a line of its own.
   void measureWords(const StyledText& text, ColumnText& column) {
-    const SetText set = setText(text, {.leading = kLeading, .keepsWords = true}, shaper_);
+    const SetText set = setText(text, {.leading = kAnyLeading, .keepsWords = true}, shaper_);
     for (const TextLine& line : set.lines) {
       column.longestWord = std::max(column.longestWord, line.width);
     }

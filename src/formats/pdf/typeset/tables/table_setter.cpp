@@ -17,7 +17,7 @@ constexpr Rgb kHeaderRuleColor = 0x808080;
 constexpr Length kHeaderPart = 3;
 
 // The lines of a row across pages that are on the first of them at least.
-constexpr Length kFewestLinesOfRow = 2;
+constexpr Length kFewestLinesOfRowOfRow = 2;
 
 // Rows of a table with very many columns do not wait for a page's other rows.
 constexpr std::size_t kMostWaitingCells = 262144;
@@ -132,7 +132,7 @@ void TableSetter::nextPage(const TablePart& part) {
 
 // A row that is higher than a page: each page has the lines that it has space for.
 void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
-  if (!flow_.isAtTop() && flow_.room() < kFewestLinesOfRow * rows_.lineHeight() + 2 * row.padding) {
+  if (!flow_.isAtTop() && flow_.room() < kFewestLinesOfRowOfRow * rows_.lineHeight() + 2 * row.padding) {
     nextPage(part);
   }
   std::vector<CellLines> cells;
