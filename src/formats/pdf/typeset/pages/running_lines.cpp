@@ -53,8 +53,8 @@ RunningLines::RunningLines(const document::FormatSettings& settings, document::O
       header_(document::runningTextOf(settings.text("header"))),
       footer_(document::runningTextOf(settings.text("footer"))),
       image_(document::headerImageOf(settings, warnings)),
-      title_(kept(settings.text("title"))),
-      date_(kept(document::shownDate(settings))) {}
+      title_(settings.text("title")),
+      date_(document::shownDate(settings)) {}
 
 std::string RunningLines::kept(std::string_view text) {
   isCut_ = isCut_ || text.size() > kMostBytes;
@@ -124,9 +124,9 @@ RunningLines::Parts RunningLines::partsOf(const document::RunningText& line, std
       shown.field = piece.field;
       switch (piece.field) {
         case RunningField::None: shown.text = kept(piece.text); break;
-        case RunningField::Title: shown.text = title_; break;
-        case RunningField::Date: shown.text = date_; break;
-        case RunningField::Section: shown.text = section_; break;
+        case RunningField::Title: shown.text = kept(title_); break;
+        case RunningField::Date: shown.text = kept(date_); break;
+        case RunningField::Section: shown.text = kept(section_); break;
         // The number of pages mostly has as many digits as that of the page.
         case RunningField::Pages:
         case RunningField::Page: shown.text = number; break;

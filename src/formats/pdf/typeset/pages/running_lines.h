@@ -26,7 +26,7 @@ class RunningLines final : public PageDecorator {
   RunningLines(const document::FormatSettings& settings, document::OutputWarnings& warnings, PdfFile& file,
                Shaper& shaper, PictureWriter& pictures, Family family);
 
-  void setSection(std::string_view name) { section_ = kept(name); }
+  void setSection(std::string_view name) { section_ = name; }
   void decorate(PageMaker& page) override;
   /// Writes the number of pages, if a page shows it, and warns of texts that were shortened.
   void finish(PageMaker& pages);

@@ -130,6 +130,15 @@ TEST(RunningLines, CutTextsThatAreStillTooLongAndWarn) {
   EXPECT_EQ(document.warnings(), "1 x texts of the header or footer, which has no room for them, shortened\n");
 }
 
+TEST(RunningLines, DoNotWarnOfALongTitleThatTheyDoNotShow) {
+  ShownDocument document;
+  document.set("title", std::string(5000, 'W'));
+  document.set("show-title", "no");
+  document.set("header", "header");
+  document.paragraph("text");
+  EXPECT_EQ(document.warnings(), "");
+}
+
 TEST(RunningLines, CutBetweenCharacters) {
   ShownDocument document;
   std::string umlauts;
