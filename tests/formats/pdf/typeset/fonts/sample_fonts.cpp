@@ -52,6 +52,8 @@ std::string bundledFont(std::string_view name) {
 
 std::string postScriptFont() { return bytesOf(toWide(SCRIVALEN_POSTSCRIPT_FONT)); }
 
+std::string devanagariFont() { return bytesOf(toWide(SCRIVALEN_DEVANAGARI_FONT)); }
+
 TablePlace tableOf(std::string_view font, std::string_view tag) {
   const std::size_t record = recordOf(font, tag);
   return {numberAt(font, record + 8, 4), numberAt(font, record + 12, 4)};

@@ -19,6 +19,9 @@ std::string bundledFont(std::string_view name);
 /// A font of PostScript with the family "Nimbus Roman", of Debian's package fonts-urw-base35.
 std::string postScriptFont();
 
+/// A font of Devanagari, of Debian's package fonts-lohit-deva.
+std::string devanagariFont();
+
 /// Where a table of a font of one file begins, and its length. Fails the test if the font has none.
 struct TablePlace {
   std::size_t at = 0;

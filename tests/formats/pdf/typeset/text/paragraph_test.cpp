@@ -1,0 +1,131 @@
+#include "formats/pdf/typeset/text/paragraph.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::typeset {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+TextStyle sans(Length size = 10 * kPoint) {
+  TextStyle style;
+  style.font = fontOf(Family::Sans, false, false);
+  style.size = size;
+  return style;
+}
+
+StyledText textOf(std::string_view text) {
+  StyledText styled;
+  styled.add(text, sans());
+  return styled;
+}
+
+struct Paragraphs : testing::Test {
+  SetText set(const StyledText& text, LineRule rule) {
+    rule.leading = 1300;
+    rule.usual = sans();
+    return setText(text, rule, shaper);
+  }
+  Texts lines(const StyledText& text, const LineRule& rule) {
+    Texts lines;
+    for (const TextLine& line : set(text, rule).lines) {
+      lines.push_back(text.text.substr(line.begin, line.end - line.begin));
+    }
+    return lines;
+  }
+  FontSet fonts;
+  Shaper shaper{fonts};
+};
+
+// Widths in Liberation Sans of 10 points: n and o 5.56 points, a blank 2.78.
+TEST_F(Paragraphs, BreakBeforeAWordThatDoesNotFit) {
+  EXPECT_EQ(lines(textOf("no no no"), {.width = 25100}), (Texts{"no no ", "no"}));
+  EXPECT_EQ(lines(textOf("no no no"), {.width = 24000}), (Texts{"no ", "no ", "no"}));
+}
+
+TEST_F(Paragraphs, DoNotCountTheBlanksAtTheEndOfALine) {
+  const SetText text = set(textOf("no no   no"), {.width = 25100});
+  ASSERT_EQ(text.lines.size(), 2u);
+  EXPECT_EQ(text.lines[0].width, 4 * 5560 + 2780);
+}
+
+TEST_F(Paragraphs, BreakAWordThatNoLineHolds) {
+  EXPECT_EQ(lines(textOf("nonono"), {.width = 12000}), (Texts{"no", "no", "no"}));
+}
+
+TEST_F(Paragraphs, KeepMarksWithTheirLettersWhereAWordBreaks) {
+  EXPECT_EQ(lines(textOf("no\u0323no\u0323"), {.width = 12000}), (Texts{"no\u0323", "no\u0323"}));
+}
+
+TEST_F(Paragraphs, KeepLongWordsWholeWhereTheyAreMeasured) {
+  EXPECT_EQ(lines(textOf("no nonono no"), {.keepsWords = true}), (Texts{"no ", "nonono ", "no"}));
+}
+
+TEST_F(Paragraphs, AreOneLineWithoutText) {
+  const SetText text = set(StyledText(), {.width = 100 * kPoint});
+  ASSERT_EQ(text.lines.size(), 1u);
+  EXPECT_EQ(text.height(), 13 * kPoint);
+}
+
+TEST_F(Paragraphs, KeepBlanksAtTheBeginningOfALineOfCode) {
+  EXPECT_EQ(set(textOf("  no"), {.width = 100 * kPoint, .keepsBlanks = true}).lines[0].width, 2 * (2780 + 5560));
+  EXPECT_EQ(set(textOf("  no"), {.width = 100 * kPoint}).lines[0].width, 2 * 5560);
+}
+
+TEST_F(Paragraphs, FillTheirLinesExceptTheLastOne) {
+  const SetText text = set(textOf("no no no"), {.width = 30 * kPoint, .isJustified = true});
+  ASSERT_EQ(text.lines.size(), 2u);
+  EXPECT_EQ(text.lines[0].width, 30 * kPoint);
+  EXPECT_EQ(text.lines[1].width, 2 * 5560);
+}
+
+TEST_F(Paragraphs, AreAsHighAsTheirLargestText) {
+  StyledText text = textOf("no ");
+  text.add("no", sans(20 * kPoint));
+  EXPECT_EQ(set(text, {.width = 100 * kPoint}).height(), 26 * kPoint);
+}
+
+TEST_F(Paragraphs, AreInTheOrderOfThePage) {
+  const StyledText text = textOf("אב ab גד");
+  const SetText set = this->set(text, {.width = 100 * kPoint});
+  EXPECT_TRUE(set.isRightToLeft);
+  ASSERT_EQ(set.lines.size(), 1u);
+  // The letters gimel and dalet are on the left, and each run is drawn from left to right.
+  const std::vector<ShapedRun> left =
+      shaper.shape("גד", {.font = sans().font, .size = 10 * kPoint, .isRightToLeft = true});
+  EXPECT_EQ(set.content.find(left.front().content.substr(0, left.front().content.size() - 1)), 0u);
+}
+
+TEST_F(Paragraphs, HavePicturesAmongTheirWords) {
+  StyledText text = textOf("no ");
+  text.addPicture({.at = 0, .width = 20 * kPoint, .height = 40 * kPoint, .object = 7, .orientation = 1}, sans());
+  const SetText set = this->set(text, {.width = 100 * kPoint});
+  ASSERT_EQ(set.pieces.size(), 2u);
+  EXPECT_EQ(set.pieces[1].picture, 0);
+  EXPECT_EQ(set.pieces[1].width, 20 * kPoint);
+  EXPECT_EQ(set.lines[0].baseline, 40 * kPoint);
+}
+
+TEST_F(Paragraphs, MakePicturesSmallerThatDoNotFit) {
+  const PictureSize size = fitted({200 * kPoint, 100 * kPoint}, {.width = 100 * kPoint, .height = 25 * kPoint});
+  EXPECT_EQ(size.width, 50 * kPoint);
+  EXPECT_EQ(size.height, 25 * kPoint);
+}
+
+TEST_F(Paragraphs, DivideTheirTextWhereItsStyleChanges) {
+  StyledText text = textOf("no");
+  TextStyle other = sans();
+  other.isUnderlined = true;
+  text.add("no", other);
+  const SetText set = this->set(text, {.width = 100 * kPoint});
+  ASSERT_EQ(set.pieces.size(), 2u);
+  EXPECT_EQ(set.pieces[0].span, 0u);
+  EXPECT_EQ(set.pieces[1].span, 1u);
+}
+
+}  // namespace
+}  // namespace scrivalen::typeset

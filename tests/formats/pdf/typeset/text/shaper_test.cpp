@@ -1,0 +1,115 @@
+#include "formats/pdf/typeset/text/shaper.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace scrivalen::typeset {
+namespace {
+
+constexpr FontId kSans = fontOf(Family::Sans, false, false);
+constexpr FontId kDejaVu = fontOf(Family::DejaVu, false, false);
+constexpr ShapeStyle kPlain{.font = kSans, .size = 10 * kPoint};
+constexpr ShapeStyle kKerned{.font = kSans, .size = 10 * kPoint, .isKerned = true};
+constexpr ShapeStyle kFromRight{.font = kSans, .size = 10 * kPoint, .isRightToLeft = true};
+
+struct Shaping : testing::Test {
+  /// The only run of a text.
+  ShapedRun runOf(std::string_view text, const ShapeStyle& style) {
+    const std::vector<ShapedRun>& runs = shaper.shape(text, style);
+    EXPECT_EQ(runs.size(), 1u) << text;
+    return runs.empty() ? ShapedRun() : runs.front();
+  }
+  FontSet fonts;
+  Shaper shaper{fonts};
+};
+
+// The widths are those of Helvetica, in thousandths: A and V 667, f 278, i 222, o 556.
+TEST_F(Shaping, SetsPlainTextWithoutKerning) {
+  const ShapedRun run = runOf("AV", kPlain);
+  EXPECT_EQ(run.content, "(AV)");
+  EXPECT_EQ(run.font, (FontUse{kSans, 0}));
+  EXPECT_EQ(run.width, 13340);
+}
+
+TEST_F(Shaping, KernsWhereItIsAskedTo) {
+  const ShapedRun run = runOf("AV", kKerned);
+  EXPECT_EQ(run.content, "(A)74 (V)");
+  EXPECT_EQ(run.width, 12600);
+}
+
+TEST_F(Shaping, HasLigaturesWhereItIsAskedTo) {
+  ShapeStyle style{.font = kDejaVu, .size = 10 * kPoint};
+  EXPECT_EQ(runOf("fi", style).content, "(fi)");
+  style.isKerned = true;
+  const ShapedRun run = runOf("fi", style);
+  EXPECT_EQ(run.font, (FontUse{kDejaVu, 1}));
+  EXPECT_EQ(run.content, std::string("(\0\1)", 4));
+}
+
+TEST_F(Shaping, SetsOtherSimpleScriptsByNumbers) {
+  const ShapedRun run = runOf("ДА", kPlain);
+  EXPECT_EQ(run.font, (FontUse{kSans, 1}));
+  EXPECT_EQ(run.content, std::string("(\0\1\0\2)", 6));
+}
+
+TEST_F(Shaping, JoinsArabicLettersWithoutBeingAskedTo) {
+  const ShapedRun lam = runOf("ل", kFromRight);
+  const ShapedRun lamAlef = runOf("لا", kFromRight);
+  EXPECT_EQ(lamAlef.content.size(), lam.content.size());  // one glyph
+  EXPECT_NE(lamAlef.content, lam.content);
+}
+
+TEST_F(Shaping, PlacesMarksOnTheirLetters) {
+  const ShapedRun letter = runOf("x", kPlain);
+  const ShapedRun run = runOf("x\u0323", kPlain);
+  EXPECT_EQ(run.width, letter.width);
+  EXPECT_NE(run.content.find("/ActualText"), std::string::npos);
+}
+
+TEST_F(Shaping, DividesATextWhereItsFontChanges) {
+  const std::vector<ShapedRun> runs = shaper.shape("aԱb", kPlain);
+  ASSERT_EQ(runs.size(), 3u);
+  EXPECT_EQ(runs[0].font.typeface, kSans);
+  EXPECT_EQ(runs[1].font.typeface, kDejaVu);
+  EXPECT_EQ(runs[2].font.typeface, kSans);
+}
+
+TEST_F(Shaping, DrawsNoInvisibleCharacters) {
+  EXPECT_EQ(runOf("a\u200Bb", kPlain).width, runOf("ab", kPlain).width);
+  EXPECT_TRUE(shaper.shape("\u200B", kPlain).empty());
+}
+
+TEST_F(Shaping, SaysWhichRunsAreMissingGlyphs) {
+  const std::vector<ShapedRun> runs = shaper.shape("a漢b", kPlain);
+  ASSERT_EQ(runs.size(), 3u);
+  EXPECT_FALSE(runs[0].missing);
+  EXPECT_EQ(runs[1].missing, scriptOf(U'漢'));
+  EXPECT_FALSE(runs[2].missing);
+}
+
+TEST_F(Shaping, CountsOnlyMissingGlyphsThatAreDrawn) {
+  shaper.shape("漢", kPlain);
+  EXPECT_TRUE(shaper.missing().empty());
+  shaper.countMissing(scriptOf(U'漢'));
+  EXPECT_EQ(shaper.missing().at(scriptOf(U'漢')), 1u);
+}
+
+TEST_F(Shaping, GivesTheSameRunsForAWordThatComesAgain) {
+  const std::string first = runOf("AVATAR", kKerned).content;
+  for (int i = 0; i < 10000; ++i) {
+    shaper.shape("word " + std::to_string(i), kPlain);
+  }
+  EXPECT_EQ(runOf("AVATAR", kKerned).content, first);
+}
+
+TEST_F(Shaping, TellsStylesOfTheSameWordApart) {
+  const Length width = runOf("word", kPlain).width;
+  EXPECT_EQ(runOf("word", {.font = kSans, .size = 20 * kPoint}).width, 2 * width);
+  EXPECT_EQ(runOf("word", {.font = kDejaVu, .size = 10 * kPoint}).font.typeface, kDejaVu);
+  EXPECT_EQ(runOf("word", kPlain).width, width);
+}
+
+}  // namespace
+}  // namespace scrivalen::typeset
