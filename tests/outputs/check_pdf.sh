@@ -31,15 +31,125 @@ check_rewritten() {
   read_pdf conforming "$name-twice" "$name-twice"
 }
 
-check_input() {
-  local input=$1 name=${1%.*}
-  write_with_text pdf "$input" "$name"
-  write_with_text pdf "$input" "$name-wide" --landscape
-  for form in "$name" "$name-wide"; do
-    check_syntax "$form"
-    read_pdf conforming "$form" "$form"
+# Programs that draw say nothing about the file.
+check_drawing() {
+  local name=$1
+  mutool draw -q -F pgm -r 20 -o "$work/page-%d.pgm" "$work/$name.pdf" 2>"$work/$name.err"
+  expect_equal "MuPDF's messages on $name.pdf" "" "$(grep -v 'ICC support' "$work/$name.err" || true)"
+  gs -q -dNOPAUSE -dBATCH -dSAFER -sDEVICE=nullpage "$work/$name.pdf" >"$work/$name.err" 2>&1
+  expect_equal "Ghostscript's messages on $name.pdf" "" "$(cat "$work/$name.err")"
+  pdftotext "$work/$name.pdf" "$work/$name.read" 2>"$work/$name.err"
+  expect_equal "poppler's messages on $name.pdf" "" "$(cat "$work/$name.err")"
+  read_pdf drawn "$name" "$name"
+}
+
+# Other tools write the file again. Its source is copied too, to compare it with the new files.
+write_again() {
+  local input=$1 name=${1%.*} form
+  mutool clean "$work/$name.pdf" "$work/$name-clean.pdf" >"$work/clean.err" 2>&1 || fail "mutool: $(cat "$work/clean.err")"
+  qpdf --linearize "$work/$name.pdf" "$work/$name-linear.pdf" >"$work/linear.err" 2>&1 ||
+    fail "qpdf: $(cat "$work/linear.err")"
+  for form in clean linear; do
+    check_syntax "$name-$form"
+    cp "$work/$input" "$work/$name-$form.${input##*.}"
   done
-  check_rewritten "$name"
+}
+
+# The words that five programs find, and where the outline and the links lead. The names are those of the sources. poppler
+# leaves the outline out when it unites files.
+check_contents() {
+  local pdfs=() with_places=() name
+  for name in "$@"; do
+    pdfs+=("./${name%.*}.pdf")
+    [ "${name##*.}" = csv ] || [ "${name%.*}" = together ] || with_places+=("$name")
+  done
+  (cd "$work" && export NODE_PATH="$root/node_modules" &&
+    node "$root/tests/outputs/pdf_readers.mjs" pages.json "${pdfs[@]}" &&
+    node "$root/tests/outputs/pdf_places.mjs" places.json "${pdfs[@]}") >"$work/node.log" 2>&1 ||
+    fail "a PDF was not read: $(tail -3 "$work/node.log")"
+  python3 "$root/tests/outputs/compare_pdf_words.py" "$work" "$work/pages.json" "$@" || fail "words were lost or changed"
+  python3 "$root/tests/outputs/compare_pdf_places.py" "$work" "$work/places.json" "${with_places[@]}" ||
+    fail "the outline or links lead elsewhere"
+}
+
+# check_inputs INPUT... -- OPTION...: each is written with the options.
+check_inputs() {
+  local inputs=() forms=() input name
+  while [ "$1" != -- ]; do
+    inputs+=("$1")
+    shift
+  done
+  for input in "${inputs[@]}"; do
+    name=${input%.*}
+    write_with_text pdf "$input" "$name" "${@:2}"
+    check_syntax "$name"
+    check_drawing "$name"
+    write_again "$input"
+    forms+=("$input" "$name-clean.${input##*.}" "$name-linear.${input##*.}")
+  done
+  check_contents "${forms[@]}"
+}
+
+# Everything that a document can have, in the scripts of the fonts that come with the library.
+write_sample() {
+  cat <<'MARKDOWN'
+# A sample
+
+## Links
+
+To [tables](#tables), [another script](#ελληνικά), <https://example.org/a_(b)?c=d&e=f#g>, and to
+[an address whose text is so long that it does not fit into the rest of this line and goes on](https://example.org/long).
+A [file](other.md), a [mail](mailto:a@example.org) and a [second link to tables](#tables).
+
+##### Level five
+
+- one
+  - two, with **bold**, *slanted*, ***both***, `code` and ~~nothing~~
+    1. three
+    2. four, a [link in a list](https://example.org/list)
+
+       A paragraph of an item.
+  - [x] done
+  - [ ] not done
+- five
+
+  > A quote in a list
+  >
+  > > and one in a quote
+
+10. ten
+11. eleven
+
+```c
+int main(void) {
+  return 0;  // a long line of code that does not fit into the width of a page and is broken somewhere or elsewhere
+}
+```
+
+## Tables
+
+| Left | Right | Middle |
+| :--- | ----: | :----: |
+| [linked](https://example.org/cell) | 1 | ![](sales.png) |
+| **bold** and a text that is a good deal longer than the others in its column, so that its lines break | 1000.5 | x |
+
+## Ελληνικά
+
+Η γρήγορη καφέ αλεπού πηδάει. Быстрая коричневая лиса прыгает. Արագ շագանակագույն աղվեսը. სწრაფი ყავისფერი მელა.
+Ünïcödé, naïve, œuvre, Ąčęėįšųūž, Đặng Thị, Győr, İstanbul, € — “quoted” … ½ × ≤ ∑ → ♥.
+
+### שפה
+
+השועל החום המהיר קופץ.
+
+### لغة
+
+الثعلب البني السريع يقفز.
+
+---
+
+![](sales.png)
+MARKDOWN
 }
 
 write_faces() {
@@ -72,12 +182,19 @@ check_dingbats() {
 
 case "$kind" in
   documents)
-    cp "$root/docs/classic.md" "$work/"
-    check_input classic.md
+    cp "$root/docs/classic.md" "$root/docs/images/sales.png" "$work/"
+    write_sample >"$work/sample.md"
+    check_inputs classic.md sample.md --
+    check_inputs sample.md -- --landscape --set pdf.font=serif --set pdf.paper=A5
+    pdfunite "$work/classic.pdf" "$work/sample.pdf" "$work/together.pdf" 2>"$work/unite.err" ||
+      fail "pdfunite: $(cat "$work/unite.err")"
+    cat "$work/classic.md" "$work/sample.md" >"$work/together.md"
+    check_contents together.md
     ;;
   tables)
-    make_table 800 >"$work/table.csv"
-    check_input table.csv
+    make_table 300 >"$work/table.csv"
+    check_inputs table.csv --
+    check_inputs table.csv -- --landscape
     ;;
   faces)
     write_faces all

@@ -460,6 +460,18 @@ TEST(PdfDocument, ShowsItsTitleUnlessAHeadingTakesItsPlace) {
   EXPECT_EQ(replaced.pdf().information("Title"), "T");
 }
 
+// Readers that keep the order of the content would join it with the first word.
+TEST(PdfDocument, HasTheNumberOfPagesAfterItsText) {
+  PdfDocument document;
+  scrivalen_set(document, "pdf.footer", "{page} of {pages}");
+  document.paragraph("a");
+  const std::vector<PdfText> texts = document.pdf().texts();
+  ASSERT_GE(texts.size(), 3u);
+  EXPECT_EQ(texts.front().text, "a");
+  EXPECT_EQ(texts.back().text, "1");
+  EXPECT_EQ(texts.back().color, 0x555555u);
+}
+
 TEST(PdfDocument, IsLandscapeOnRequest) {
   PdfDocument document;
   scrivalen_set(document, "pdf.landscape", "yes");

@@ -44,6 +44,7 @@ bool isOneString(std::string_view content) {
 void Canvas::begin(Length pageHeight) {
   areas_.clear();
   texts_.clear();
+  forms_.clear();
   height_ = pageHeight;
   hasFont_ = false;
   color_ = 0;
@@ -125,19 +126,18 @@ void Canvas::image(const PictureMatrix& matrix, std::string_view name) {
 }
 
 void Canvas::form(Length x, Length baseline, std::string_view name, std::int64_t scale) {
-  endAreas();
-  // The form has the colour of the last area otherwise.
-  areas_ += "q 0 g ";
-  appendThousandths(areas_, scale * kUnitsPerPoint);
-  areas_ += " 0 0 ";
-  appendThousandths(areas_, scale * kUnitsPerPoint);
-  areas_ += ' ';
-  appendInteger(areas_, tenths(x));
-  areas_ += ' ';
-  appendInteger(areas_, tenths(height_ - baseline));
-  areas_ += " cm";
-  appendName(areas_, name);
-  areas_ += " Do Q\n";
+  // The form has the colour of the last text otherwise.
+  forms_ += "q 0 g ";
+  appendThousandths(forms_, scale * kUnitsPerPoint);
+  forms_ += " 0 0 ";
+  appendThousandths(forms_, scale * kUnitsPerPoint);
+  forms_ += ' ';
+  appendInteger(forms_, tenths(x));
+  forms_ += ' ';
+  appendInteger(forms_, tenths(height_ - baseline));
+  forms_ += " cm";
+  appendName(forms_, name);
+  forms_ += " Do Q\n";
 }
 
 std::string_view Canvas::content() {
@@ -149,6 +149,10 @@ std::string_view Canvas::content() {
     content_ += areas_.empty() ? "BT\n" : "0 g BT\n";
     content_ += texts_;
     content_ += "ET";
+  }
+  if (!forms_.empty()) {
+    content_ += texts_.empty() ? "" : "\n";
+    content_ += forms_;
   }
   return content_;
 }

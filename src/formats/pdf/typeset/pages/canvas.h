@@ -19,7 +19,7 @@ class Canvas {
  public:
   /// Begins an empty page.
   void begin(Length pageHeight);
-  bool isEmpty() const { return texts_.empty() && areas_.empty(); }
+  bool isEmpty() const { return texts_.empty() && areas_.empty() && forms_.empty(); }
 
   /// @param bytes  as the font has them
   void text(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view bytes);
@@ -30,7 +30,8 @@ class Canvas {
   /// page.
   void image(const PictureMatrix& matrix, std::string_view name);
   Length height() const { return height_; }
-  /// Draws a form object, whose origin is at this point. @param scale  in thousandths
+  /// Draws a form object, whose origin is at this point. It comes after the texts: a reader that keeps the order of the
+  /// content would join the number that is in it with the first word of the page. @param scale  in thousandths
   void form(Length x, Length baseline, std::string_view name, std::int64_t scale = 1000);
 
   /// The whole content; valid until the page is changed.
@@ -42,6 +43,7 @@ class Canvas {
 
   std::string areas_;
   std::string texts_;
+  std::string forms_;
   std::string content_;
   Length height_ = 0;
 
