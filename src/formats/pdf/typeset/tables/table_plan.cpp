@@ -22,8 +22,10 @@ constexpr Length kSizeStep = kPoint / 2;
 // Columns that fit get somewhat more than they ask for.
 constexpr double kMostSlack = 1.15;
 
-// Numbers may get longer after the sample: from the 500 rows that it has at most to millions.
-constexpr std::string_view kDigitsToCome = "0000";
+// Numbers may get longer after the sample: from the 500 rows that it has at most to millions. Those that are long
+// already need less.
+constexpr std::string_view kMillions = "0000000";
+constexpr std::string_view kDigitsToCome = "00";
 
 std::vector<ColumnNeed> needsOf(const document::Table& table, const std::vector<ColumnText>& texts, Length size) {
   std::vector<ColumnNeed> needs;
@@ -172,10 +174,12 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
   }
   if (!table.isSampleWhole) {
     const Length toCome = ruler.widthOf(kDigitsToCome);
+    const Length millions = ruler.widthOf(kMillions);
     for (std::size_t column = 0; column < columns.size(); ++column) {
       if (table.columns[column].align == document::Align::Right) {
-        columns[column].longestWord += toCome;
-        columns[column].longestLine += toCome;
+        ColumnText& text = columns[column];
+        text.longestWord = std::max(text.longestWord + toCome, millions);
+        text.longestLine = std::max(text.longestLine + toCome, millions);
       }
     }
   }

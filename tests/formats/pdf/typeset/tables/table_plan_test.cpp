@@ -199,9 +199,10 @@ TEST(MeasureColumns, LeavesCellsThatSpanColumnsOut) {
   EXPECT_EQ(measured({{.text = "nnnnnnnnnnnnnn", .span = 2}, {.text = "n"}}).longestLine, 556 * 9);
 }
 
-TEST(MeasureColumns, LeavesNumbersSpaceForFourMoreDigitsAfterASample) {
+TEST(MeasureColumns, LeavesNumbersSpaceForMillionsAfterASample) {
   const auto right = document::Align::Right;
   EXPECT_EQ(measured({{.text = "7"}}, right, true).longestWord, 556 * 9);
-  EXPECT_EQ(measured({{.text = "7"}}, right, false).longestWord, 5 * 556 * 9);
+  EXPECT_EQ(measured({{.text = "7"}}, right, false).longestWord, 7 * 556 * 9);
+  EXPECT_EQ(measured({{.text = "123456789"}}, right, false).longestWord, 11 * 556 * 9);
   EXPECT_EQ(measured({{.text = "7"}}, document::Align::Left, false).longestWord, 556 * 9);
 }
