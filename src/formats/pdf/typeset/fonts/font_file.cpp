@@ -119,6 +119,10 @@ std::unique_ptr<FontFile> FontFile::read(std::string data, unsigned index, std::
     return nullptr;
   }
   const MemoryWatch memory;
+  // Without memory at its first use it knows nothing of characters for good.
+  if (hb_unicode_funcs_get_default() == hb_unicode_funcs_get_empty()) {
+    throw std::bad_alloc();
+  }
   auto handles = std::make_unique<Handles>();
   handles->data = std::move(data);
   const Blob blob(hb_blob_create(handles->data.data(), static_cast<unsigned>(handles->data.size()),

@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <optional>
 #include <span>
+#include <utility>
 
 namespace scrivalen::typeset {
 namespace {
@@ -216,6 +217,19 @@ void Shaper::divide(std::string_view text, const ShapeStyle& style) {
   }
 }
 
+// HarfBuzz keeps all languages in one list, for good: those after many are none.
+std::string_view Shaper::known(std::string_view language) {
+  if (language.empty()) {
+    return language;
+  }
+  std::string name(language);
+  if (languages_.size() < kMostLanguages) {
+    languages_.insert(std::move(name));
+    return language;
+  }
+  return languages_.count(name) != 0 ? language : std::string_view();
+}
+
 void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
   if (part.isMissing) {
     setCharacters(text, part.font, style.size, runs);
@@ -226,7 +240,7 @@ void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle
     return setCharacters(text, part.font, style.size, runs);
   }
   const std::size_t first = runs.size();
-  fonts_.at(part.font).file().shape({text, part.script, style.isRightToLeft, style.language}, glyphs_);
+  fonts_.at(part.font).file().shape({text, part.script, style.isRightToLeft, known(style.language)}, glyphs_);
   fonts_.at(part.font).spaceMissingGlyphs(glyphs_);
   if (style.isRightToLeft || !setSimple(text, part.font, style.size, runs)) {
     setComposite(text, part.font, style, runs);

@@ -10,6 +10,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace scrivalen::typeset {
@@ -47,6 +48,8 @@ class Shaper {
   ShapedRun softHyphen(const ShapeStyle& style);
   /// Counts a run that is drawn without the glyph of its character.
   void countMissing(Script script) { ++missing_[script]; }
+  /// How many languages words were shaped for.
+  std::size_t languageCount() const { return languages_.size(); }
   /// How many characters of each script were drawn that no font has.
   const std::map<Script, std::uint64_t>& missing() const { return missing_; }
 
@@ -62,7 +65,9 @@ class Shaper {
 
   static constexpr std::size_t kMostWords = 8192;
   static constexpr std::size_t kLongestWord = 64;
+  static constexpr std::size_t kMostLanguages = 256;
 
+  std::string_view known(std::string_view language);
   void divide(std::string_view text, const ShapeStyle& style);
   void shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs);
   void setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
@@ -71,6 +76,7 @@ class Shaper {
 
   FontSet& fonts_;
   std::unordered_map<std::string, std::vector<ShapedRun>> words_;
+  std::unordered_set<std::string> languages_;
   std::string key_;
   std::vector<Part> parts_;
   std::vector<ShapedGlyph> glyphs_;

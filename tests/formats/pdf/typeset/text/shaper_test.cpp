@@ -104,6 +104,17 @@ TEST_F(Shaping, GivesTheSameRunsForAWordThatComesAgain) {
   EXPECT_EQ(runOf("AVATAR", kKerned).content, first);
 }
 
+// HarfBuzz keeps each language for good, and looks through all of them for one.
+TEST_F(Shaping, KeepsFewLanguages) {
+  ShapeStyle style = kKerned;
+  for (int i = 0; i < 30000; ++i) {
+    const std::string language = "x-" + std::to_string(i);
+    style.language = language;
+    shaper.shape("AV", style);
+  }
+  EXPECT_EQ(shaper.languageCount(), 256u);
+}
+
 TEST_F(Shaping, TellsStylesOfTheSameWordApart) {
   const Length width = runOf("word", kPlain).width;
   EXPECT_EQ(runOf("word", {.font = kSans, .size = 20 * kPoint}).width, 2 * width);
