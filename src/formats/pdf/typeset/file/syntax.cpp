@@ -56,12 +56,12 @@ void appendEscaped(std::string& out, std::string_view bytes) {
   const char* const end = plain + bytes.size();
   for (const char* at = plain; at != end; ++at) {
     if (*at == '(' || *at == ')' || *at == '\\' || *at == '\r') {
-      out.append(plain, at);
+      out.append(plain, static_cast<std::size_t>(at - plain));
       appendEscaped(out, static_cast<unsigned char>(*at));
       plain = at + 1;
     }
   }
-  out.append(plain, end);
+  out.append(plain, static_cast<std::size_t>(end - plain));
 }
 
 void appendString(std::string& out, std::string_view bytes) {

@@ -34,7 +34,7 @@ bool appendWinAnsi(std::string& bytes, std::string_view utf8) {
   const char* const end = at + utf8.size();
   while (at != end) {
     const char* const ascii = endOfAscii(at, end);
-    bytes.append(at, ascii);
+    bytes.append(at, static_cast<std::size_t>(ascii - at));
     at = ascii;
     if (at == end) {
       break;
