@@ -20,7 +20,7 @@ constexpr Xyz kRed{0x6FA0, 0x38F5, 0x0390};
 constexpr Xyz kGreen{0x6297, 0xB787, 0x18D9};
 constexpr Xyz kBlue{0x249F, 0x0F84, 0xB6C3};
 
-constexpr std::size_t kHeaderSize = 128;
+constexpr std::size_t kProfileHeaderSize = 128;
 constexpr std::size_t kTagEntrySize = 12;
 constexpr std::size_t kCurvePoints = 256;
 
@@ -84,7 +84,7 @@ std::string header(std::size_t size) {
   out += "acsp";
   out.append(28, '\0');  // no maker, and perceptual intent
   put(out, kIlluminant);
-  out.append(kHeaderSize - out.size(), '\0');
+  out.append(kProfileHeaderSize - out.size(), '\0');
   return out;
 }
 
@@ -108,7 +108,7 @@ std::string srgbProfile() {
   std::string table;
   std::string data;
   put(table, static_cast<std::uint32_t>(std::size(tags)));
-  const std::size_t begin = kHeaderSize + 4 + std::size(tags) * kTagEntrySize;
+  const std::size_t begin = kProfileHeaderSize + 4 + std::size(tags) * kTagEntrySize;
   std::size_t at = 0;
   std::size_t size = 0;
   for (const Tag& tag : tags) {
