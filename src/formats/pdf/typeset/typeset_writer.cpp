@@ -10,6 +10,7 @@
 #include "formats/pdf/typeset/file/syntax.h"
 #include "formats/pdf/typeset/fonts/host_fonts.h"
 #include "formats/pdf/typeset/pages/running_lines.h"
+#include "formats/pdf/typeset/structure/tagger.h"
 #include "formats/pdf/typeset/tables/table_setter.h"
 
 #include <algorithm>
@@ -48,6 +49,8 @@ constexpr std::array<HeadingForm, 6> kHeadings{{{18 * kPoint, 18 * kPoint, 8 * k
                                                 {11 * kPoint, 10 * kPoint, 3 * kPoint},
                                                 {10 * kPoint, 8 * kPoint, 2 * kPoint},
                                                 {10 * kPoint, 8 * kPoint, 2 * kPoint}}};
+
+constexpr std::array<std::string_view, 6> kHeadingRoles{"H1", "H2", "H3", "H4", "H5", "H6"};
 
 constexpr Length kCodeSize = 8500;
 constexpr Length kCodeLeading = 1250;
@@ -115,7 +118,7 @@ class TypesetWriter final : public document::DocumentWriter {
   void endQuote();
   void beginItem(document::Task task);
   void endItem();
-  void setLine(std::string_view text);
+  void setLine(std::string_view text, std::string_view role = "P");
   void beginCode();
   void endCode();
   void writeRule();
@@ -123,6 +126,9 @@ class TypesetWriter final : public document::DocumentWriter {
   void beginSection(const Event& section);
   void markPlaces();
   Length indentBy(Length width);
+  bool areTagsOn() const;
+  void beginTag(std::string_view role, std::string texts = {});
+  void endTag();
   Metadata metadata() const;
   int writeCatalog();
   void warn();
@@ -137,6 +143,7 @@ class TypesetWriter final : public document::DocumentWriter {
   NamedPlaces places_;
   Outline outline_;
   RunningLines running_;
+  std::unique_ptr<Tagger> tagger_;  // null: no tags
   PageMaker pages_;
   Flow flow_;
   TextDrawer drawer_;
@@ -166,12 +173,14 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       pictures_(file_),
       outline_(file_),
       running_(context.settings, context.warnings, file_, shaper_, pictures_, family_),
-      pages_(file_, running_, context.run),
+      tagger_(areTagsOn() ? std::make_unique<Tagger>(file_) : nullptr),
+      pages_(file_, running_, context.run, tagger_.get()),
       flow_(pages_, places_, shapeOf(document::pageOf(context.settings))),
       drawer_(pages_, fonts_, shaper_, places_),
-      texts_(flow_, pages_, shaper_, drawer_, outline_),
-      tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, pictures_, context.warnings, family_),
-      contents_(file_, flow_, pages_, texts_, drawer_, shaper_),
+      texts_(flow_, pages_, shaper_, drawer_, outline_, tagger_.get()),
+      tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, pictures_, context.warnings, family_,
+              tagger_.get()),
+      contents_(file_, flow_, pages_, texts_, drawer_, shaper_, tagger_.get()),
       collector_(&pictures_, &context.warnings) {}
 
 void TypesetWriter::write(const Event& event) {
@@ -205,10 +214,12 @@ void TypesetWriter::writeBlock(const Event& event) {
     case EventKind::BeginQuote: return beginQuote();
     case EventKind::EndQuote: return endQuote();
     case EventKind::BeginList:
+      beginTag("L", event.ordered ? "/A<</O/List/ListNumbering/Decimal>>" : "");
       lists_.begin(event);
       indents_.push_back(indentBy(lists_.indent()));
       return;
     case EventKind::EndList:
+      endTag();
       lists_.end();
       flow_.indentBy(-indents_.back());
       indents_.pop_back();
@@ -219,7 +230,9 @@ void TypesetWriter::writeBlock(const Event& event) {
     case EventKind::Rule: return writeRule();
     case EventKind::PageBreak: return endPage();
     case EventKind::ContentsItem: markPlaces(); return contents_.add(event.number, event.id, event.text, bodyStyle());
-    case EventKind::EndContents: return texts_.space(2 * kAfterParagraph);
+    case EventKind::BeginContents: return beginTag("TOC");
+    case EventKind::EndSection: return endTag();
+    case EventKind::EndContents: endTag(); return texts_.space(2 * kAfterParagraph);
     default: return;
   }
 }
@@ -257,7 +270,7 @@ void TypesetWriter::writeTitle(std::string_view text) {
   style.font = fontOf(family_, true, false);
   style.size = kTitle.size;
   style.color = kHeadingColor;
-  beginText(style, {.after = kTitle.after, .leading = kHeadingLeading, .staysWithNext = true});
+  beginText(style, {.after = kTitle.after, .leading = kHeadingLeading, .staysWithNext = true, .role = "Title"});
   collector_.add(text);
   endText();
 }
@@ -272,10 +285,26 @@ void TypesetWriter::beginHeading(const Event& heading) {
                     .before = form.before,
                     .after = form.after,
                     .leading = kHeadingLeading,
-                    .staysWithNext = true});
+                    .staysWithNext = true,
+                    .role = kHeadingRoles[static_cast<std::size_t>(heading.number) - 1]});
   collector_.addAnchor(heading.id);
   headingText_ = heading.text;
   headingLevel_ = heading.number;
+}
+
+// PDF/A-1b is for files without tags.
+bool TypesetWriter::areTagsOn() const { return settings_.flag("tagged") && file_.standard() != Standard::A1b; }
+
+void TypesetWriter::beginTag(std::string_view role, std::string texts) {
+  if (tagger_) {
+    tagger_->tree().begin(role, {}, std::move(texts));
+  }
+}
+
+void TypesetWriter::endTag() {
+  if (tagger_) {
+    tagger_->tree().end();
+  }
 }
 
 // Deep nesting never leaves less than a third of the width.
@@ -288,6 +317,7 @@ Length TypesetWriter::indentBy(Length width) {
 
 // A quote that is nested too deep to be indented has no bar of its own.
 void TypesetWriter::beginQuote() {
+  beginTag("BlockQuote");
   texts_.space(kAroundQuote);
   const Length left = flow_.left();
   indents_.push_back(indentBy(kQuoteIndent));
@@ -298,6 +328,7 @@ void TypesetWriter::beginQuote() {
 }
 
 void TypesetWriter::endQuote() {
+  endTag();
   texts_.setWaiting(2 * scaled(kTextLeading, kTextSize));
   if (indents_.back() == kQuoteIndent) {
     flow_.endBackdrop();
@@ -315,20 +346,25 @@ void TypesetWriter::beginItem(document::Task task) {
     setLine({});
   }
   const std::string marker = lists_.next(task);
+  beginTag("LI");
   if (drawer_.widthOf(marker, bodyStyle()) > right - kEdge) {
-    return setLine(marker);
+    setLine(marker, "Lbl");
+  } else {
+    texts_.addMarker({marker, bodyStyle(), right, tagger_ ? tagger_->tree().add("Lbl") : Element()});
   }
-  texts_.addMarker({marker, bodyStyle(), right});
+  beginTag("LBody");
 }
 
 void TypesetWriter::endItem() {
   if (texts_.hasMarkers()) {
     setLine({});
   }
+  endTag();
+  endTag();
 }
 
-void TypesetWriter::setLine(std::string_view text) {
-  beginText(bodyStyle(), {.after = lists_.kTightGap, .leading = kTextLeading});
+void TypesetWriter::setLine(std::string_view text, std::string_view role) {
+  beginText(bodyStyle(), {.after = lists_.kTightGap, .leading = kTextLeading, .role = role});
   collector_.add(text);
   endText();
 }
@@ -343,7 +379,8 @@ void TypesetWriter::beginCode() {
                     .keepsBlanks = true,
                     .isKerned = false,
                     .padding = kCodePadding,
-                    .shade = kCodeShade});
+                    .shade = kCodeShade,
+                    .role = "Code"});
   isInCode_ = true;
   codeColumn_ = 0;
 }
@@ -370,6 +407,7 @@ void TypesetWriter::endPage() {
 
 void TypesetWriter::beginSection(const Event& section) {
   endPage();
+  beginTag("Sect");
   running_.setSection(section.text);
   if (!section.id.empty()) {
     collector_.addAnchor(section.id);
@@ -445,12 +483,19 @@ int TypesetWriter::writeCatalog() {
   object += "/Lang";
   appendText(object, properties.language);
   object += properties.title.empty() ? "" : "/ViewerPreferences<</DisplayDocTitle true>>";
+  if (tagger_) {
+    object += "/MarkInfo<</Marked true>>/StructTreeRoot ";
+    appendReference(object, tagger_->finish());
+  }
   object += ">>";
   file_.writeObject(catalog, object);
   return catalog;
 }
 
 void TypesetWriter::warn() {
+  if (settings_.flag("tagged") && !tagger_) {
+    warnings_.add(WarningCode::SomethingLeftOut, "the tags, which a file for PDF/A-1b does not have");
+  }
   for (const auto& [name, value] : settings_.properties()) {
     if (!isPropertyName(name)) {
       warnings_.add(WarningCode::SomethingLeftOut,

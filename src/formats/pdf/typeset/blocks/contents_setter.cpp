@@ -35,20 +35,46 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   const std::vector<TextLine>& lines = set.lines;
   texts_.setWaiting(lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);
+  std::optional<TextTags> tags;
+  if (tagger_ != nullptr) {
+    tags.emplace(*tagger_, tagger_->tree().add("TOCI"));
+  }
   for (const TextLine& line : lines) {
     const Length top = flow_.take(line.height);
-    drawer_.draw(entry, set, line, {left, top, width}, document::Align::Left);
+    drawer_.draw(entry, set, line, {left, top, width}, document::Align::Left, tags ? &*tags : nullptr);
     if (&line == &lines.back()) {
       const Length baseline = top + line.baseline;
+      if (tags) {
+        tags->showArtifact();
+      }
       drawLeader(left + line.width, right - numberWidth, baseline, own);
-      const int form = file_.newNumber();
-      const std::string name = std::string(1, 'N').append(std::to_string(form));
-      pages_.canvas().form(right, baseline, name);
-      pages_.useForm(name, form);
-      pages_.link({right - numberWidth, top, numberWidth, line.height}, entry.links.front());
-      numbers_.push_back({form, own, std::string(id)});
+      // With tags the dots have a form of their own: they are no part of the text.
+      const int leader = tags ? drawForm(right, baseline) : 0;
+      if (tags) {
+        tags->beginForm();
+      }
+      const int form = drawForm(right, baseline);
+      const int link = pages_.link({right - numberWidth, top, numberWidth, line.height}, entry.links.front(),
+                                   tags ? tags->newLinkKey() : -1);
+      if (tags) {
+        tags->endForm();
+        tags->addLink(link);
+      }
+      numbers_.push_back({form, leader, own, std::string(id)});
     }
   }
+  if (tags) {
+    tags->finish();
+  }
+}
+
+// Draws a form that is written last. Returns its number.
+int ContentsSetter::drawForm(Length x, Length baseline) {
+  const int form = file_.newNumber();
+  const std::string name = std::string(1, 'N').append(std::to_string(form));
+  pages_.canvas().form(x, baseline, name);
+  pages_.useForm(name, form);
+  return form;
 }
 
 Length ContentsSetter::widthOfNumber(const TextStyle& style) { return kMostDigits * drawer_.widthOf("0", style); }
@@ -78,9 +104,13 @@ void ContentsSetter::finish(const NamedPlaces& places) {
     const std::string digits = place == nullptr ? std::string() : std::to_string(place->pageNumber);
     const TextStyle dots = styleOfDots(number.style);
     const Length width = widthOfNumber(number.style);
-    writeNumberForm(
-        file_, number.form, pages_.fontResources(), shaper_,
-        {digits, number.style, true, dotsFor(width - drawer_.widthOf(digits, number.style), dots), dots, -width});
+    const std::string leader = dotsFor(width - drawer_.widthOf(digits, number.style), dots);
+    if (number.leader != 0) {
+      writeNumberForm(file_, number.leader, pages_.fontResources(), shaper_,
+                      {{}, number.style, true, leader, dots, -width});
+    }
+    writeNumberForm(file_, number.form, pages_.fontResources(), shaper_,
+                    {digits, number.style, true, number.leader != 0 ? std::string() : leader, dots, -width});
   }
 }
 

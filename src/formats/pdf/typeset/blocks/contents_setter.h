@@ -12,8 +12,9 @@ namespace scrivalen::typeset {
 class ContentsSetter {
  public:
   /// All are not owned and must outlive this object.
-  ContentsSetter(PdfFile& file, Flow& flow, PageMaker& pages, TextSetter& texts, TextDrawer& drawer, Shaper& shaper)
-      : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), shaper_(shaper) {}
+  ContentsSetter(PdfFile& file, Flow& flow, PageMaker& pages, TextSetter& texts, TextDrawer& drawer, Shaper& shaper,
+                 Tagger* tagger = nullptr)
+      : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), shaper_(shaper), tagger_(tagger) {}
 
   /// @param style  of its text
   void add(int level, std::string_view id, std::string_view text, const TextStyle& style);
@@ -23,10 +24,12 @@ class ContentsSetter {
  private:
   struct Number {
     int form;
+    int leader;  // the form of its dots; 0: they are in the other
     TextStyle style;
     std::string id;
   };
 
+  int drawForm(Length x, Length baseline);
   Length widthOfNumber(const TextStyle& style);
   std::string dotsFor(Length width, const TextStyle& style);
   void drawLeader(Length begin, Length end, Length baseline, const TextStyle& style);
@@ -37,6 +40,7 @@ class ContentsSetter {
   TextSetter& texts_;
   TextDrawer& drawer_;
   Shaper& shaper_;
+  Tagger* tagger_;
   std::vector<Number> numbers_;
 };
 

@@ -84,9 +84,9 @@ void InlineCollector::addPicture(const Event& event) {
   }
   const document::Picture& picture = *event.picture;
   const double scale = event.points > 0 ? event.points / picture.widthPt() : 1;
-  text_.addPicture(
-      {0, lengthOf(picture.widthPt() * scale), lengthOf(picture.heightPt() * scale), *object, picture.orientation()},
-      styles_.back());
+  text_.addPicture({0, lengthOf(picture.widthPt() * scale), lengthOf(picture.heightPt() * scale), *object,
+                    picture.orientation(), std::string(event.text)},
+                   styles_.back());
 }
 
 void InlineCollector::beginSpan(Span span) {
@@ -98,6 +98,7 @@ void InlineCollector::beginSpan(Span span) {
       style.font = static_cast<FontId>(fontOf(Family::Mono, false, false) | (style.font & (kBold | kItalic)));
       style.size = scaled(kCodeSpanSize, style.size);
       style.background = kCodeSpanShade;
+      style.isCode = true;
       break;
     case Span::Deleted: style.isDeleted = true; break;
     case Span::Underlined: style.isUnderlined = true; break;

@@ -12,6 +12,10 @@ constexpr std::size_t kFewestLines = 2;
 // What the line of a picture has besides it.
 constexpr Length kPictureSlack = 20 * kPoint;
 
+// Code is part of a line unless it says otherwise (PDF 1.7, 14.8.4.4).
+constexpr std::string_view kCodeRole = "Code";
+constexpr std::string_view kBlockAttributes = "/A<</O/Layout/Placement/Block>>";
+
 Length heightOf(const std::vector<TextLine>& lines, std::size_t first, std::size_t end) {
   Length height = 0;
   for (; first < end; ++first) {
@@ -52,6 +56,10 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
                 std::exchange(markers_, {}),
                 flow_.backdrops(),
                 isMirrored};
+  // Its place in the structure is before what comes next, also if that is drawn first.
+  if (tagger_ != nullptr && !block.text.isEmpty()) {
+    block.element = tagger_->tree().add(rule.role, rule.role == kCodeRole ? kBlockAttributes : "");
+  }
   if (rule.staysWithNext) {
     waiting_.push_back(std::move(block));
     if (waiting_.size() > kMostWaiting) {
@@ -127,6 +135,10 @@ std::size_t TextSetter::linesForPage(const Waiting& block, std::size_t first) co
 }
 
 void TextSetter::draw(const Waiting& block) {
+  std::optional<TextTags> tags;
+  if (block.element.number != 0) {
+    tags.emplace(*tagger_, block.element);
+  }
   flow_.space(block.rule.before);
   const Length padding = paddingOf(block.rule);
   std::size_t line = 0;
@@ -143,7 +155,7 @@ void TextSetter::draw(const Waiting& block) {
       flow_.take(padding);
     }
     for (const std::size_t end = line + count; line < end; ++line) {
-      drawLine(block, line, backdrops);
+      drawLine(block, line, backdrops, tags ? &*tags : nullptr);
     }
     if (block.rule.shade) {
       // A line that no page holds leaves no room.
@@ -154,10 +166,13 @@ void TextSetter::draw(const Waiting& block) {
       flow_.endPage();
     }
   }
+  if (tags) {
+    tags->finish();
+  }
   flow_.space(block.rule.after);
 }
 
-void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t backdrops) {
+void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t backdrops, TextTags* tags) {
   const TextLine& here = block.set.lines[line];
   const Length top = flow_.take(here.height, backdrops, block.isMirrored);
   if (line == 0) {
@@ -166,7 +181,7 @@ void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t ba
       outline_.add(block.entry->level, block.entry->text, pages_.placeAt(top));
     }
   }
-  drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align);
+  drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align, tags);
 }
 
 void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(markers_, {}), baseline, false); }
@@ -174,6 +189,11 @@ void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(mark
 void TextSetter::drawMarkersOf(const std::vector<Marker>& markers, Length baseline, bool isMirrored) {
   for (const Marker& marker : markers) {
     const Length width = drawer_.widthOf(marker.text, marker.style);
+    if (tagger_ != nullptr) {
+      Element element = marker.element;
+      tagger_->show(element);
+      tagger_->tree().write(element);
+    }
     const Length left = marker.right - width;
     drawer_.drawShort(isMirrored ? flow_.mirrored(left, width) : left, baseline, marker.style, marker.text);
   }

@@ -25,6 +25,7 @@ struct BlockRule {
   bool staysWithNext = false;  ///< on the page of what comes next
   Length padding = 0;          ///< between the text and the edges of its shade
   std::optional<Rgb> shade = std::nullopt;
+  std::string_view role = "P";  ///< of its tag
 };
 
 /// A place in the outline.
@@ -38,6 +39,7 @@ struct Marker {
   std::string text;  ///< UTF-8
   TextStyle style;
   Length right;  ///< where it ends
+  Element element = {};
 };
 
 /// Sets blocks of text line by line. A page never ends after a heading, and a line of a paragraph is never alone on its
@@ -45,8 +47,10 @@ struct Marker {
 class TextSetter {
  public:
   /// All are not owned and must outlive this object.
-  TextSetter(Flow& flow, PageMaker& pages, Shaper& shaper, TextDrawer& drawer, Outline& outline)
-      : flow_(flow), pages_(pages), shaper_(shaper), drawer_(drawer), outline_(outline) {}
+  /// @param tagger  null: the document has no tags
+  TextSetter(Flow& flow, PageMaker& pages, Shaper& shaper, TextDrawer& drawer, Outline& outline,
+             Tagger* tagger = nullptr)
+      : flow_(flow), pages_(pages), shaper_(shaper), drawer_(drawer), outline_(outline), tagger_(tagger) {}
 
   void addMarker(Marker marker) { markers_.push_back(std::move(marker)); }
   bool hasMarkers() const { return !markers_.empty(); }
@@ -73,13 +77,14 @@ class TextSetter {
     std::vector<Marker> markers;
     std::size_t backdrops;  // that were open around it
     bool isMirrored;        // indented on the right
+    Element element = {};
   };
 
   // More headings in a row than this do not wait for the text after them.
   static constexpr std::size_t kMostWaiting = 8;
 
   void draw(const Waiting& block);
-  void drawLine(const Waiting& block, std::size_t line, std::size_t backdrops);
+  void drawLine(const Waiting& block, std::size_t line, std::size_t backdrops, TextTags* tags);
   std::size_t linesForPage(const Waiting& block, std::size_t first) const;
   Length waitingHeight(Length gap) const;
   Length tallestPicture() const;
@@ -90,6 +95,7 @@ class TextSetter {
   Shaper& shaper_;
   TextDrawer& drawer_;
   Outline& outline_;
+  Tagger* tagger_;
   std::vector<Waiting> waiting_;
   std::vector<Marker> markers_;
 };

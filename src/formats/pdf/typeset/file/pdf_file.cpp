@@ -80,34 +80,40 @@ void PdfFile::writeObject(int number, std::string_view object) {
     out_.write(scratch_.data(), scratch_.size());
     return;
   }
-  if (waitingCount_ == 0) {
-    waitingNumber_ = newNumber();
+  addTo(waiting_, number, object);
+}
+
+void PdfFile::writeStructureObject(int number, std::string_view object) { addTo(waitingStructure_, number, object); }
+
+void PdfFile::addTo(ObjectStream& stream, int number, std::string_view object) {
+  if (stream.count == 0) {
+    stream.number = newNumber();
   }
-  setPlace(number, kInStream | static_cast<std::uint64_t>(waitingNumber_) << kIndexBits | waitingCount_);
-  appendInteger(waitingPlaces_, number);
-  waitingPlaces_ += ' ';
-  appendInteger(waitingPlaces_, static_cast<std::int64_t>(waiting_.size()));
-  waitingPlaces_ += ' ';
-  waiting_.append(object).append("\n");
-  ++waitingCount_;
-  if (waitingCount_ == kObjectsInStream || waiting_.size() >= kBytesInStream) {
-    writeWaiting();
+  setPlace(number, kInStream | static_cast<std::uint64_t>(stream.number) << kIndexBits | stream.count);
+  appendInteger(stream.places, number);
+  stream.places += ' ';
+  appendInteger(stream.places, static_cast<std::int64_t>(stream.objects.size()));
+  stream.places += ' ';
+  stream.objects.append(object).append("\n");
+  ++stream.count;
+  if (stream.count == kObjectsInStream || stream.objects.size() >= kBytesInStream) {
+    writeWaiting(stream);
   }
 }
 
-void PdfFile::writeWaiting() {
-  if (waitingCount_ == 0) {
+void PdfFile::writeWaiting(ObjectStream& stream) {
+  if (stream.count == 0) {
     return;
   }
   std::string entries = "/Type/ObjStm/N ";
-  appendInteger(entries, static_cast<std::int64_t>(waitingCount_));
+  appendInteger(entries, static_cast<std::int64_t>(stream.count));
   entries += "/First ";
-  appendInteger(entries, static_cast<std::int64_t>(waitingPlaces_.size()));
-  waitingCount_ = 0;
-  waitingPlaces_.append(waiting_);
-  writeStream(waitingNumber_, entries, waitingPlaces_);
-  waitingPlaces_.clear();
-  waiting_.clear();
+  appendInteger(entries, static_cast<std::int64_t>(stream.places.size()));
+  stream.count = 0;
+  stream.places.append(stream.objects);
+  writeStream(stream.number, entries, stream.places);
+  stream.places.clear();
+  stream.objects.clear();
 }
 
 void PdfFile::beginObject(int number) {
@@ -140,7 +146,8 @@ void PdfFile::finish(const FileRoots& roots) {
   if (standard_ == Standard::A1b) {
     return writeCrossReferenceTable(roots);
   }
-  writeWaiting();
+  writeWaiting(waitingStructure_);
+  writeWaiting(waiting_);
   writeCrossReferences(roots);
 }
 

@@ -33,6 +33,9 @@ class PdfFile {
   /// Reserves the number of an object that is written later.
   int newNumber();
   void writeObject(int number, std::string_view object);
+  /// Writes an object of the document's structure. These have object streams of their own: a reader that opens a page
+  /// would else have to read the structure around it.
+  void writeStructureObject(int number, std::string_view object);
   /// Writes a stream and compresses it.
   /// @param entries  of its dictionary, other than its length and filter
   void writeStream(int number, std::string_view entries, std::string_view data);
@@ -46,7 +49,15 @@ class PdfFile {
  private:
   void beginObject(int number);
   void setPlace(int number, std::uint64_t place);
-  void writeWaiting();
+  struct ObjectStream {
+    std::string objects;
+    std::string places;  // pairs of number and offset
+    std::size_t count = 0;
+    int number = 0;
+  };
+
+  void addTo(ObjectStream& stream, int number, std::string_view object);
+  void writeWaiting(ObjectStream& stream);
   void writeCrossReferences(const FileRoots& roots);
   void writeCrossReferenceTable(const FileRoots& roots);
   std::string trailerEntries(const FileRoots& roots) const;
@@ -55,10 +66,8 @@ class PdfFile {
   const Standard standard_;
   Deflater deflater_;
   std::deque<std::uint64_t> places_;  // of each object from 1 on: see place() in pdf_file.cpp
-  std::string waiting_;               // the objects of the next object stream
-  std::string waitingPlaces_;         // pairs of number and offset
-  std::size_t waitingCount_ = 0;
-  int waitingNumber_ = 0;  // of that stream
+  ObjectStream waiting_;              // the objects of the next object stream
+  ObjectStream waitingStructure_;
   std::string compressed_;
   std::string scratch_;
 };

@@ -6,6 +6,8 @@ namespace scrivalen::typeset {
 namespace {
 
 constexpr Length kTenth = kPoint / kUnitsPerPoint;
+constexpr std::string_view kArtifact = "/Artifact BMC\n";
+constexpr std::string_view kEndMark = "EMC\n";
 constexpr std::string_view kBegin = ".1 0 0 .1 0 0 cm\n";
 
 std::int64_t tenths(Length length) { return (length + (length < 0 ? -kTenth / 2 : kTenth / 2)) / kTenth; }
@@ -34,6 +36,14 @@ void appendFontName(std::string& out, FontUse font) {
   }
 }
 
+void appendMark(std::string& out, std::string_view role, int id) {
+  out += '/';
+  out += role;
+  out += "<</MCID ";
+  appendInteger(out, id);
+  out += ">>BDC\n";
+}
+
 // Whether the content of an array is a string alone. A parenthesis in a string has a backslash before it.
 bool isOneString(std::string_view content) {
   return content.starts_with('(') && content.ends_with(')') && content.find("(", 1) == content.npos;
@@ -50,6 +60,7 @@ void Canvas::begin(Length pageHeight) {
   color_ = 0;
   x_ = y_ = 0;
   areaColor_.reset();
+  isTagged_ = false;
 }
 
 void Canvas::beginText(Length x, Length baseline, FontUse font, Length size, Rgb color) {
@@ -126,6 +137,8 @@ void Canvas::image(const PictureMatrix& matrix, std::string_view name) {
 }
 
 void Canvas::form(Length x, Length baseline, std::string_view name, std::int64_t scale) {
+  const bool isArtifact = isTagged_ && !isFormMarked_;
+  forms_ += isArtifact ? kArtifact : "";
   // The form has the colour of the last text otherwise.
   forms_ += "q 0 g ";
   appendThousandths(forms_, scale * kUnitsPerPoint);
@@ -138,12 +151,37 @@ void Canvas::form(Length x, Length baseline, std::string_view name, std::int64_t
   forms_ += " cm";
   appendName(forms_, name);
   forms_ += " Do Q\n";
+  forms_ += isArtifact ? kEndMark : "";
 }
 
+void Canvas::beginFormMark(std::string_view role, int id) {
+  appendMark(forms_, role, id);
+  isFormMarked_ = true;
+}
+
+void Canvas::endFormMark() {
+  forms_ += kEndMark;
+  isFormMarked_ = false;
+}
+
+void Canvas::beginMark(std::string_view role, int id) { appendMark(texts_, role, id); }
+
+// The areas are one artifact, but for such content.
+void Canvas::beginImageMark(std::string_view role, int id) {
+  endAreas();
+  areas_ += kEndMark;
+  appendMark(areas_, role, id);
+}
+
+void Canvas::endImageMark() { areas_.append(kEndMark).append(kArtifact); }
+
 std::string_view Canvas::content() {
+  const bool hasArtifact = isTagged_ && !areas_.empty();
   content_ = kBegin;
+  content_ += hasArtifact ? kArtifact : "";
   content_ += areas_;
   content_ += areaColor_ ? "f\n" : "";
+  content_ += hasArtifact ? kEndMark : "";
   if (!texts_.empty()) {
     // What an area has coloured is black again.
     content_ += areas_.empty() ? "BT\n" : "0 g BT\n";

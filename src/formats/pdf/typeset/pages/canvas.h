@@ -34,6 +34,19 @@ class Canvas {
   /// content would join the number that is in it with the first word of the page. @param scale  in thousandths
   void form(Length x, Length baseline, std::string_view name, std::int64_t scale = 1000);
 
+  /// Makes the areas of the page artifacts (PDF 1.7, 14.8.2.2).
+  void setTagged() { isTagged_ = true; }
+  /// Begins marked content among the texts. @param id  its number on the page
+  void beginMark(std::string_view role, int id);
+  void beginArtifact() { texts_ += "/Artifact BMC\n"; }
+  void endMark() { texts_ += "EMC\n"; }
+  /// The same around forms. Those without a mark are artifacts.
+  void beginFormMark(std::string_view role, int id);
+  void endFormMark();
+  /// The same around an image.
+  void beginImageMark(std::string_view role, int id);
+  void endImageMark();
+
   /// The whole content; valid until the page is changed.
   std::string_view content();
 
@@ -47,6 +60,8 @@ class Canvas {
   std::string content_;
   Length height_ = 0;
 
+  bool isTagged_ = false;
+  bool isFormMarked_ = false;
   bool hasFont_ = false;
   FontUse font_;
   Length size_ = 0;

@@ -3,6 +3,7 @@
 #include "document/model/writer.h"
 #include "document/run.h"
 #include "formats/pdf/typeset/file/syntax.h"
+#include "formats/pdf/typeset/structure/tagger.h"
 
 #include <utility>
 
@@ -17,6 +18,9 @@ void PageMaker::begin(const PageShape& shape) {
   shape_ = shape;
   page_ = file_.newNumber();
   canvas_.begin(shape.height);
+  if (tagger_ != nullptr) {
+    tagger_->beginPage(page_, canvas_);
+  }
 }
 
 int PageMaker::fontResources() {
@@ -27,7 +31,11 @@ int PageMaker::fontResources() {
 }
 
 void PageMaker::end() {
+  if (tagger_ != nullptr) {
+    tagger_->showArtifact();
+  }
   decorator_.decorate(*this);
+  const std::string tags = tagger_ != nullptr ? tagger_->endPage() : std::string();
   const int content = file_.newNumber();
   file_.writeStream(content, "", canvas_.content());
   std::string object = "<</Type/Page/Parent ";
@@ -46,6 +54,7 @@ void PageMaker::end() {
   if (!annotations_.empty()) {
     object.append("/Annots[").append(annotations_).append("]");
   }
+  object += tags;
   object += ">>";
   file_.writeObject(std::exchange(page_, 0), object);
   annotations_.clear();
@@ -59,16 +68,21 @@ Place PageMaker::placeAt(Length top) const {
   return {page_, static_cast<int>(number()), (shape_.height - top) / kPoint};
 }
 
-void PageMaker::link(const Box& box, std::string_view address) {
+std::string PageMaker::edgesOf(const Box& box) const {
+  std::string edges;
+  appendThousandths(edges, box.x);
+  edges += ' ';
+  appendThousandths(edges, shape_.height - box.top - box.height);
+  edges += ' ';
+  appendThousandths(edges, box.x + box.width);
+  edges += ' ';
+  appendThousandths(edges, shape_.height - box.top);
+  return edges;
+}
+
+int PageMaker::link(const Box& box, std::string_view address, std::int64_t key) {
   std::string object = "<</Type/Annot/Subtype/Link/F 4/Border[0 0 0]/Rect[";
-  appendThousandths(object, box.x);
-  object += ' ';
-  appendThousandths(object, shape_.height - box.top - box.height);
-  object += ' ';
-  appendThousandths(object, box.x + box.width);
-  object += ' ';
-  appendThousandths(object, shape_.height - box.top);
-  object += ']';
+  object.append(edgesOf(box)).append("]");
   if (address.starts_with('#')) {
     object += "/Dest";
     appendString(object, address.substr(1));
@@ -77,11 +91,16 @@ void PageMaker::link(const Box& box, std::string_view address) {
     appendString(object, address);
     object += ">>";
   }
+  if (key >= 0) {
+    object += "/StructParent ";
+    appendInteger(object, key);
+  }
   object += ">>";
   const int number = file_.newNumber();
   file_.writeObject(number, object);
   annotations_ += annotations_.empty() ? "" : " ";
   appendReference(annotations_, number);
+  return number;
 }
 
 void PageMaker::image(const Box& box, int object, int orientation) {

@@ -43,6 +43,7 @@ struct Box {
 };
 
 class PageMaker;
+class Tagger;
 
 /// Adds the header and footer to a page that is full, before it is written.
 class PageDecorator {
@@ -54,10 +55,10 @@ class PageDecorator {
 /// Writes pages, one at a time.
 class PageMaker {
  public:
-  /// @param file, decorator, run  not owned; must outlive this object. Each page is reported to the run, which may be
-  ///                              null
-  PageMaker(PdfFile& file, PageDecorator& decorator, document::Run* run)
-      : file_(file), tree_(file), decorator_(decorator), run_(run) {}
+  /// All are not owned and must outlive this object. Each page is reported to the run, which may be null.
+  /// @param tagger  null: the document has no tags
+  PageMaker(PdfFile& file, PageDecorator& decorator, document::Run* run, Tagger* tagger = nullptr)
+      : file_(file), tree_(file), decorator_(decorator), run_(run), tagger_(tagger) {}
 
   bool isOpen() const { return page_ != 0; }
   void begin(const PageShape& shape);
@@ -69,12 +70,16 @@ class PageMaker {
   std::int64_t number() const { return tree_.count() + 1; }
 
   /// Makes a box lead to an address, or with "#" before it to a place of the document.
-  void link(const Box& box, std::string_view address);
+  /// @param key  of its structure element; none below 0
+  /// @return the number of its annotation
+  int link(const Box& box, std::string_view address, std::int64_t key = -1);
   /// Draws an image object.
   void image(const Box& box, int object, int orientation);
   /// Names a form or image object that the page draws.
   void useForm(std::string_view name, int object);
   Place placeAt(Length top) const;
+  /// The edges of a box as PDF counts them, from the lower left corner of the page.
+  std::string edgesOf(const Box& box) const;
 
   /// The number of the object that names the fonts, which all pages share.
   int fontResources();
@@ -87,6 +92,7 @@ class PageMaker {
   PageTree tree_;
   PageDecorator& decorator_;
   document::Run* run_;
+  Tagger* tagger_;
   Canvas canvas_;
   PageShape shape_;
   int page_ = 0;

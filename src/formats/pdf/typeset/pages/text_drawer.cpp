@@ -14,6 +14,12 @@ Length freeSpaceBefore(document::Align align, Length free) {
   }
 }
 
+// Whether a line ends between two words, and not in one or at the end of the text.
+bool endsWord(const StyledText& text, const TextLine& line) {
+  const std::string& all = text.text;
+  return line.end > line.begin && line.end + 1 < all.size() && (all[line.end] == '\n' || all[line.end - 1] == ' ');
+}
+
 }  // namespace
 
 void TextDrawer::drawBytes(Length x, Length baseline, const TextStyle& style, FontUse font, std::string_view bytes) {
@@ -42,7 +48,7 @@ Length TextDrawer::widthOf(std::string_view text, const TextStyle& style) {
 }
 
 void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine& line, const LineSpace& space,
-                      document::Align align) {
+                      document::Align align, TextTags* tags) {
   if (align == document::Align::Auto || align == document::Align::Justify) {
     align = set.isRightToLeft ? document::Align::Right : document::Align::Left;
   }
@@ -52,7 +58,12 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
   Length linkBegin = x;
   const auto endLink = [&] {
     if (link >= 0 && x > linkBegin) {
-      pages_.link({linkBegin, space.top, x - linkBegin, line.height}, text.links[static_cast<std::size_t>(link)]);
+      const std::int64_t key = tags != nullptr ? tags->newLinkKey() : -1;
+      const int annotation = pages_.link({linkBegin, space.top, x - linkBegin, line.height},
+                                         text.links[static_cast<std::size_t>(link)], key);
+      if (tags != nullptr) {
+        tags->addLink(annotation);
+      }
     }
   };
   for (std::size_t i = line.firstPiece; i < line.endPiece; ++i) {
@@ -63,17 +74,24 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
       link = style.link;
       linkBegin = x;
     }
+    if (tags != nullptr) {
+      tags->enter(text, style);
+    }
     if (piece.picture >= 0) {
-      const TextPicture& picture = text.pictures[static_cast<std::size_t>(piece.picture)];
-      const Length height = picture.height * piece.width / std::max<Length>(picture.width, 1);
-      pages_.image({x, baseline - height, piece.width, height}, picture.object, picture.orientation);
+      drawPicture(text, piece, x, baseline, tags);
     } else {
       decorate(style, x, baseline, piece.width);
+      if (tags != nullptr) {
+        tags->show();
+      }
       pages_.canvas().glyphs(x, baseline - style.rise, piece.font, style.size, style.color,
                              std::string_view(set.content).substr(piece.begin, piece.end - piece.begin));
       countMissing(piece.missing);
     }
     x += piece.width;
+  }
+  if (tags != nullptr && line.endPiece > line.firstPiece && endsWord(text, line)) {
+    drawBlank(x, baseline, text.spans[set.pieces[line.endPiece - 1].span].style, *tags);
   }
   endLink();
   notePlaces(text, set, line, space.top);
@@ -82,6 +100,27 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
 void TextDrawer::countMissing(std::optional<Script> script) {
   if (script) {
     shaper_.countMissing(*script);
+  }
+}
+
+// Tagged text has a blank between any two words (PDF 1.7, 14.8.2.5), also where a line ends.
+void TextDrawer::drawBlank(Length x, Length baseline, const TextStyle& style, TextTags& tags) {
+  constexpr std::string_view kBlank = " ";
+  if (fonts_.at(style.font).has(kBlank)) {
+    tags.show();
+    drawBytes(x, baseline, style, {style.font, 0}, kBlank);
+  }
+}
+
+void TextDrawer::drawPicture(const StyledText& text, const TextPiece& piece, Length x, Length baseline,
+                             TextTags* tags) {
+  const TextPicture& picture = text.pictures[static_cast<std::size_t>(piece.picture)];
+  const Length height = picture.height * piece.width / std::max<Length>(picture.width, 1);
+  const Box box{x, baseline - height, piece.width, height};
+  const bool isFigure = tags != nullptr && tags->beginPicture(picture, pages_.edgesOf(box));
+  pages_.image(box, picture.object, picture.orientation);
+  if (isFigure) {
+    tags->endPicture();
   }
 }
 

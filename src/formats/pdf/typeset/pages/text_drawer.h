@@ -2,6 +2,7 @@
 
 #include "document/model/event.h"
 #include "formats/pdf/typeset/pages/page_maker.h"
+#include "formats/pdf/typeset/structure/text_tags.h"
 #include "formats/pdf/typeset/text/paragraph.h"
 
 namespace scrivalen::typeset {
@@ -21,8 +22,9 @@ class TextDrawer {
       : pages_(pages), fonts_(fonts), shaper_(shaper), places_(places) {}
 
   /// @param align  Auto: where the language of the text begins
+  /// @param tags   of the text; null: it has none
   void draw(const StyledText& text, const SetText& set, const TextLine& line, const LineSpace& space,
-            document::Align align);
+            document::Align align, TextTags* tags = nullptr);
   /// Draws a short text in one line. @return its width
   Length drawShort(Length x, Length baseline, const TextStyle& style, std::string_view text);
   Length widthOf(std::string_view text, const TextStyle& style);
@@ -31,6 +33,8 @@ class TextDrawer {
 
  private:
   void countMissing(std::optional<Script> script);
+  void drawBlank(Length x, Length baseline, const TextStyle& style, TextTags& tags);
+  void drawPicture(const StyledText& text, const TextPiece& piece, Length x, Length baseline, TextTags* tags);
   void decorate(const TextStyle& style, Length x, Length baseline, Length width);
   void notePlaces(const StyledText& text, const SetText& set, const TextLine& line, Length top);
 

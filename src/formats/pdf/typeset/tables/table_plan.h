@@ -26,6 +26,13 @@ struct TablePart {
   Length leftOf(std::size_t column) const {
     return edges[column == 0 ? 0 : std::max(column, first) - first + (repeatsFirst() ? 1 : 0)];
   }
+  /// How many of a cell's columns it shows.
+  std::size_t columnsOf(std::size_t column, std::size_t endColumn) const {
+    if (column == 0 && repeatsFirst()) {
+      return 1 + (endColumn > first ? std::min(endColumn, end) - first : 0);
+    }
+    return std::min(endColumn, end) - std::max(column, first);
+  }
   Length rightOf(std::size_t endColumn) const {
     const std::size_t shown = std::max(std::min(endColumn, end), first);
     return edges[shown - first + (repeatsFirst() ? 1 : 0)];

@@ -61,7 +61,8 @@ void RowSetter::set(const document::Row& row, SetRow& set) {
     drawn.column = column;
     drawn.endColumn = column + static_cast<std::size_t>(cell.span);
     drawn.align = alignOf(cell, column);
-    drawn.style.font = fontOf(family_, row.header || cell.header, false);
+    drawn.isHeaderCell = row.header || cell.header;
+    drawn.style.font = fontOf(family_, drawn.isHeaderCell, false);
     drawn.style.size = plan_->size;
     drawn.style.color = cell.color.value_or(0);
     drawn.background = cell.background;

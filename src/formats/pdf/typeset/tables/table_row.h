@@ -32,6 +32,7 @@ struct SetCell {
   Length width = 0;
   Length space = 0;  ///< for a line of its text, in each part that shows it
   std::optional<Rgb> background;
+  bool isHeaderCell = false;
   std::unique_ptr<LongCell> more;  ///< null for one line in one style
 
   std::size_t lines() const { return more ? more->set.lines.size() : 1; }

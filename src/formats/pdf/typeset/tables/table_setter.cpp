@@ -81,6 +81,7 @@ void TableSetter::prepare(Length height) {
   flow_.space(kBefore);
   flow_.keepTogether(headerHeight() + height);
   if (plan_.parts.size() == 1) {
+    tags_.beginTable();
     beginPart(plan_.parts.front());
   }
   for (SetRow& row : tooTall) {
@@ -107,10 +108,12 @@ void TableSetter::beginPart(const TablePart& part) {
   }
   Length top = flow_.take(height);
   texts_.drawMarkers(top + headers_.front().padding + rows_.baseline());
+  tags_.beginHeaders();
   for (const SetRow& header : headers_) {
     draw(header, part, top);
     top += header.height;
   }
+  tags_.endHeaders();
 }
 
 void TableSetter::place(const SetRow& row, const TablePart& part) {
@@ -136,9 +139,10 @@ void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
     nextPage(part);
   }
   std::vector<CellLines> cells;
+  tags_.beginRow();
   eachCell(row, part, [&](const SetCell& cell) {
     if (cell.isIn(part, row.isHeader)) {
-      cells.push_back({&cell, 0, 0});
+      cells.push_back({&cell, 0, 0, tags_.cell(row, cell, part)});
     }
   });
   for (bool isNew = flow_.isAtTop();; isNew = true) {
@@ -146,15 +150,21 @@ void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
       const Length top = flow_.take(height);
       texts_.drawMarkers(top + row.padding + rows_.baseline());
       drawFrame(row, part, top, height);
-      for (const CellLines& lines : cells) {
+      for (CellLines& lines : cells) {
         drawCell(row, lines, part, top);
       }
     }
     if (std::all_of(cells.begin(), cells.end(), [](const CellLines& cell) { return cell.end == cell.cell->lines(); })) {
-      return;
+      break;
     }
     nextPage(part);
   }
+  for (CellLines& lines : cells) {
+    if (lines.tags) {
+      lines.tags->finish();
+    }
+  }
+  tags_.endRow();
 }
 
 // The next lines of each cell that the page has space for; on a new page at least one. Returns the height of what fits.
@@ -185,14 +195,20 @@ LineSpace TableSetter::spaceOf(const SetCell& cell, const TablePart& part) const
 
 void TableSetter::draw(const SetRow& row, const TablePart& part, Length top) {
   drawFrame(row, part, top, row.height);
+  tags_.beginRow();
   eachCell(row, part, [&](const SetCell& cell) {
     if (cell.isIn(part, row.isHeader)) {
-      drawCell(row, {&cell, 0, cell.lines()}, part, top);
+      CellLines lines{&cell, 0, cell.lines(), tags_.cell(row, cell, part)};
+      drawCell(row, lines, part, top);
+      if (lines.tags) {
+        lines.tags->finish();
+      }
     }
   });
+  tags_.endRow();
 }
 
-void TableSetter::drawCell(const SetRow& row, const CellLines& lines, const TablePart& part, Length top) {
+void TableSetter::drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length top) {
   const SetCell& cell = *lines.cell;
   if (lines.begin == lines.end) {
     return;
@@ -202,7 +218,7 @@ void TableSetter::drawCell(const SetRow& row, const CellLines& lines, const Tabl
   if (cell.more) {
     for (std::size_t i = lines.begin; i < lines.end; ++i) {
       const TextLine& line = cell.more->set.lines[i];
-      drawer_.draw(cell.more->text, cell.more->set, line, space, cell.align);
+      drawer_.draw(cell.more->text, cell.more->set, line, space, cell.align, lines.tags ? &*lines.tags : nullptr);
       space.top += line.height;
     }
   } else if (cell.end > cell.begin) {
@@ -210,6 +226,9 @@ void TableSetter::drawCell(const SetRow& row, const CellLines& lines, const Tabl
     const Length before = cell.align == document::Align::Right    ? free
                           : cell.align == document::Align::Center ? free / 2
                                                                   : 0;
+    if (lines.tags) {
+      lines.tags->show();
+    }
     drawer_.drawBytes(space.left + before, space.top + rows_.baseline(), cell.style, cell.font,
                       std::string_view(row.bytes).substr(cell.begin, cell.end - cell.begin));
   }
@@ -251,10 +270,13 @@ void TableSetter::writeWaiting() {
   for (const TablePart& part : plan_.parts) {
     flow_.space(kBefore);
     flow_.keepTogether(headerHeight() + waitingHeight_);
+    // A part is a table of its own: it has other columns, and is read before the next one.
+    tags_.beginTable();
     beginPart(part);
     for (const SetRow& row : waiting_) {
       place(row, part);
     }
+    tags_.endTable();
   }
   waiting_.clear();
   waitingHeight_ = 0;
@@ -271,6 +293,9 @@ void TableSetter::end() {
   }
   if (!hasBegun_) {
     return;
+  }
+  if (plan_.parts.size() == 1) {
+    tags_.endTable();
   }
   if (plan_.isTurned) {
     flow_.turn(false);

@@ -3,6 +3,7 @@
 #include "document/settings/settings.h"
 #include "formats/pdf/typeset/blocks/text_setter.h"
 #include "formats/pdf/typeset/tables/table_row.h"
+#include "formats/pdf/typeset/tables/table_tags.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -16,9 +17,10 @@ namespace scrivalen::typeset {
 class TableSetter {
  public:
   /// All are not owned and must outlive this object.
+  /// @param tagger  null: the document has no tags
   TableSetter(const document::FormatSettings& settings, Flow& flow, PageMaker& pages, TextSetter& texts,
               TextDrawer& drawer, FontSet& fonts, Shaper& shaper, PictureWriter& pictures,
-              document::OutputWarnings& warnings, Family family)
+              document::OutputWarnings& warnings, Family family, Tagger* tagger = nullptr)
       : settings_(settings),
         flow_(flow),
         pages_(pages),
@@ -27,7 +29,8 @@ class TableSetter {
         fonts_(fonts),
         shaper_(shaper),
         family_(family),
-        rows_(fonts, shaper, pictures, warnings, family) {}
+        rows_(fonts, shaper, pictures, warnings, family),
+        tags_(tagger) {}
 
   void begin(const document::Table& table);
   void row(const document::Row& row);
@@ -39,6 +42,7 @@ class TableSetter {
     const SetCell* cell;
     std::size_t begin;
     std::size_t end;
+    std::optional<TextTags> tags = std::nullopt;
   };
 
   void prepare(Length height);
@@ -50,7 +54,7 @@ class TableSetter {
   void nextPage(const TablePart& part);
   Length fitLines(std::vector<CellLines>& cells, Length padding, bool isNew) const;
   void draw(const SetRow& row, const TablePart& part, Length top);
-  void drawCell(const SetRow& row, const CellLines& lines, const TablePart& part, Length top);
+  void drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length top);
   void drawFrame(const SetRow& row, const TablePart& part, Length top, Length height);
   LineSpace spaceOf(const SetCell& cell, const TablePart& part) const;
   Length headerHeight() const;
@@ -64,6 +68,7 @@ class TableSetter {
   Shaper& shaper_;
   Family family_;
   RowSetter rows_;
+  TableTags tags_;
 
   TablePlan plan_;
   std::vector<SetRow> headers_;

@@ -28,6 +28,7 @@ struct TextStyle {
   std::optional<Rgb> background = std::nullopt;
   int link = -1;      ///< an index of StyledText::links
   int language = -1;  ///< an index of StyledText::languages
+  bool isCode = false;
 
   friend bool operator==(const TextStyle&, const TextStyle&) = default;
 };
@@ -49,8 +50,9 @@ struct TextPicture {
   std::size_t at;
   Length width;
   Length height;
-  int object;       ///< the number of its image
-  int orientation;  ///< as in EXIF
+  int object;             ///< the number of its image
+  int orientation;        ///< as in EXIF
+  std::string text = {};  ///< that says what it shows
 };
 
 /// The text of a block or cell, as clean UTF-8; a line feed is a line break.
