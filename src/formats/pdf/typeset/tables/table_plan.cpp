@@ -3,6 +3,7 @@
 #include "document/tables/column_widths.h"
 #include "formats/pdf/typeset/blocks/inline_collector.h"
 #include "formats/pdf/typeset/text/paragraph.h"
+#include "text/ascii.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,7 +20,7 @@ using document::ColumnWidths;
 constexpr Length kLeastSize = 6 * kPoint;
 constexpr Length kSizeStep = kPoint / 2;
 
-// Columns that fit get somewhat more than they ask for.
+// Columns that fit get somewhat more than they ask for, unless texts may get longer.
 constexpr double kMostSlack = 1.15;
 
 // Numbers may get longer after the sample: from the 500 rows that it has at most to millions. Those that are long
@@ -27,13 +28,24 @@ constexpr double kMostSlack = 1.15;
 constexpr std::string_view kMillions = "0000000";
 constexpr std::string_view kDigitsToCome = "00";
 
-std::vector<ColumnNeed> needsOf(const document::Table& table, const std::vector<ColumnText>& texts, Length size) {
+// What a column that is empty in the sample asks for. It is a line rather than a word, so that no text gets smaller.
+constexpr Length kLineToCome = 80 * kPoint;
+
+// A table that is planned.
+struct TableColumns {
+  const document::Table& table;
+  const std::vector<ColumnText>& texts;
+  bool isEqual;
+};
+
+std::vector<ColumnNeed> needsOf(const TableColumns& columns, Length size) {
   std::vector<ColumnNeed> needs;
-  for (std::size_t column = 0; column < texts.size(); ++column) {
+  for (std::size_t column = 0; column < columns.texts.size(); ++column) {
     const auto need = [size](Length usual) {
       return static_cast<double>(usual * size / kUsualTableSize + 2 * kCellPadding + kPoint / 10);
     };
-    needs.push_back({need(texts[column].longestWord), need(texts[column].longestLine), table.columns[column].width});
+    const ColumnText& text = columns.texts[column];
+    needs.push_back({need(text.longestWord), need(text.longestLine), columns.table.columns[column].width});
   }
   return needs;
 }
@@ -51,27 +63,51 @@ ColumnWidths widthsOf(std::span<const ColumnNeed> needs, const double space, boo
 
 double sumOf(const std::vector<double>& widths) { return std::accumulate(widths.begin(), widths.end(), 0.0); }
 
-TablePart partOf(const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end, double space, bool isEqual) {
-  std::vector<ColumnNeed> own(needs.begin() + static_cast<std::ptrdiff_t>(first),
-                              needs.begin() + static_cast<std::ptrdiff_t>(end));
-  if (first > 0) {
-    own.insert(own.begin(), needs.front());
+// Gives what is left to the columns whose texts may get longer, in equal parts.
+void fillSpace(std::vector<double>& widths, const std::vector<bool>& mayGrow, double space) {
+  const auto count = std::count(mayGrow.begin(), mayGrow.end(), true);
+  const double left = space - sumOf(widths);
+  if (count > 0 && left > 0) {
+    for (std::size_t i = 0; i < widths.size(); ++i) {
+      widths[i] += mayGrow[i] ? left / static_cast<double>(count) : 0;
+    }
+    return;
   }
-  ColumnWidths widths = widthsOf(own, space, isEqual);
+  const double factor = std::min(space / sumOf(widths), kMostSlack);
+  for (double& width : widths) {
+    width *= factor;
+  }
+}
+
+TablePart partOf(const TableColumns& columns, const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end,
+                 double space) {
+  std::vector<ColumnNeed> own;
+  std::vector<bool> mayGrow;
+  const auto add = [&](std::size_t column) {
+    own.push_back(needs[column]);
+    mayGrow.push_back(columns.texts[column].mayGrow);
+  };
+  if (first > 0) {
+    add(0);
+  }
+  for (std::size_t column = first; column < end; ++column) {
+    add(column);
+  }
+  ColumnWidths widths = widthsOf(own, space, columns.isEqual);
   if (!widths.fit) {
     widths = document::columnWidths(own, space);
   }
-  const double factor = std::min(space / sumOf(widths.widths), kMostSlack);
+  fillSpace(widths.widths, mayGrow, space);
   TablePart part{first, end, {0}};
   double edge = 0;
   for (const double width : widths.widths) {
-    edge += width * factor;
+    edge += width;
     part.edges.push_back(std::llround(edge));
   }
   return part;
 }
 
-std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space, bool isEqual) {
+std::vector<TablePart> split(const TableColumns& columns, const std::vector<ColumnNeed>& needs, double space) {
   std::vector<TablePart> parts;
   std::size_t first = 0;
   while (first < needs.size()) {
@@ -80,39 +116,55 @@ std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space,
     while (end < needs.size() && (end == std::max<std::size_t>(first, 1) || taken + needs[end].longestWord <= space)) {
       taken += needs[end++].longestWord;
     }
-    parts.push_back(partOf(needs, first, std::max(end, first + 1), space, isEqual));
+    parts.push_back(partOf(columns, needs, first, std::max(end, first + 1), space));
     first = parts.back().end;
   }
   return parts;
 }
 
 // One part in the largest text that fits; none if not even the smallest does.
-std::optional<TablePlan> inOnePart(const document::Table& table, const std::vector<ColumnText>& texts, double width,
-                                   bool isEqual) {
+std::optional<TablePlan> inOnePart(const TableColumns& columns, double width) {
   for (Length size = kUsualTableSize; size >= kLeastSize; size -= kSizeStep) {
-    std::vector<ColumnNeed> needs = needsOf(table, texts, size);
-    bool fits = widthsOf(needs, width, isEqual).fit;
+    std::vector<ColumnNeed> needs = needsOf(columns, size);
+    bool fits = widthsOf(needs, width, columns.isEqual).fit;
     if (!fits) {
       breakLongWords(needs, width);
-      fits = widthsOf(needs, width, isEqual).fit;
+      fits = widthsOf(needs, width, columns.isEqual).fit;
     }
     if (fits) {
-      return TablePlan{false, size, {partOf(needs, 0, needs.size(), width, isEqual)}};
+      return TablePlan{false, size, {partOf(columns, needs, 0, needs.size(), width)}};
     }
   }
   return std::nullopt;
 }
 
-TablePlan inParts(const document::Table& table, const std::vector<ColumnText>& texts, double width, bool isEqual) {
-  std::vector<ColumnNeed> needs = needsOf(table, texts, kLeastSize);
+TablePlan inParts(const TableColumns& columns, double width) {
+  std::vector<ColumnNeed> needs = needsOf(columns, kLeastSize);
   breakLongWords(needs, width);
-  return {false, kLeastSize, split(needs, width, isEqual)};
+  return {false, kLeastSize, split(columns, needs, width)};
 }
 
 TablePlan turned(TablePlan plan) {
   plan.isTurned = true;
   return plan;
 }
+
+// Whether a text has more than figures and the signs that numbers and dates have.
+bool hasLetter(std::string_view text) {
+  return std::any_of(text.begin(), text.end(),
+                     [](char c) { return static_cast<unsigned char>(c) >= 0x80 || isAsciiLetter(c); });
+}
+
+// What a column's cells below the headers are.
+struct Kinds {
+  bool isEmpty = true;
+  bool hasLetters = false;
+
+  void add(const document::Cell& cell) {
+    isEmpty = isEmpty && cell.text.empty();
+    hasLetters = hasLetters || (!cell.isValue() && hasLetter(cell.text));
+  }
+};
 
 // Measures texts of the usual size.
 class Ruler {
@@ -163,11 +215,16 @@ class Ruler {
 std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& shaper, Family family) {
   Ruler ruler(shaper, family);
   std::vector<ColumnText> columns(table.columns.size());
+  std::vector<Kinds> kinds(table.columns.size());
   for (const document::SampleRow& row : table.sample) {
     std::size_t column = 0;
     for (const document::Cell& cell : row.cells) {
       if (column < columns.size() && cell.span == 1) {
-        ruler.measure(cell, row.header || cell.header, columns[column]);
+        const bool isHeader = row.header || cell.header;
+        ruler.measure(cell, isHeader, columns[column]);
+        if (!isHeader) {
+          kinds[column].add(cell);
+        }
       }
       column += static_cast<std::size_t>(cell.span);
     }
@@ -176,10 +233,13 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
     const Length toCome = ruler.widthOf(kDigitsToCome);
     const Length millions = ruler.widthOf(kMillions);
     for (std::size_t column = 0; column < columns.size(); ++column) {
+      ColumnText& text = columns[column];
       if (table.columns[column].align == document::Align::Right) {
-        ColumnText& text = columns[column];
         text.longestWord = std::max(text.longestWord + toCome, millions);
         text.longestLine = std::max(text.longestLine + toCome, millions);
+      } else if (table.columns[column].type <= document::ValueType::Text) {
+        text.mayGrow = kinds[column].hasLetters || kinds[column].isEmpty;
+        text.longestLine = kinds[column].isEmpty ? std::max(text.longestLine, kLineToCome) : text.longestLine;
       }
     }
   }
@@ -189,17 +249,18 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
 TablePlan planTable(const document::Table& table, const std::vector<ColumnText>& texts, const TableSpace& space) {
   const auto width = static_cast<double>(space.upright);
   const auto turnedWidth = static_cast<double>(space.turned);
-  if (auto plan = inOnePart(table, texts, width, space.isEqual)) {
+  const TableColumns columns{table, texts, space.isEqual};
+  if (auto plan = inOnePart(columns, width)) {
     return *std::move(plan);
   }
-  TablePlan upright = inParts(table, texts, width, space.isEqual);
+  TablePlan upright = inParts(columns, width);
   if (turnedWidth <= width) {
     return upright;
   }
-  if (auto plan = inOnePart(table, texts, turnedWidth, space.isEqual)) {
+  if (auto plan = inOnePart(columns, turnedWidth)) {
     return turned(*std::move(plan));
   }
-  TablePlan landscape = inParts(table, texts, turnedWidth, space.isEqual);
+  TablePlan landscape = inParts(columns, turnedWidth);
   return landscape.parts.size() < upright.parts.size() ? turned(std::move(landscape)) : upright;
 }
 

@@ -53,6 +53,7 @@ inline constexpr Length kUsualTableSize = 9 * kPoint;
 struct ColumnText {
   Length longestWord = 0;
   Length longestLine = 0;
+  bool mayGrow = false;  ///< text, of which longer may come after the sample
 };
 
 /// Measures the sample of a table in its font.

@@ -60,6 +60,13 @@ TEST(TablePlan, GivesColumnsThatFitSomewhatMoreThanTheirLines) {
   EXPECT_EQ(widthsOf(plan.parts.front()), "115 69");
 }
 
+TEST(TablePlan, GivesWhatIsLeftToColumnsOfTextThatMayGetLonger) {
+  ColumnText text = needs(40, 100);
+  text.mayGrow = true;
+  EXPECT_EQ(widthsOf(planned({needs(60, 60), text}).parts.front()), "60 440");
+  EXPECT_EQ(widthsOf(planned({text, needs(60, 60), text}).parts.front()), "220 60 220");
+}
+
 TEST(TablePlan, SharesWhatIsLeftAboveTheLongestWordsInProportionToTheLines) {
   // 450 beside the short column, and no line counts as longer: 300 above the words for lines that need 300 and 400
   // more.
@@ -169,9 +176,10 @@ namespace {
 
 // The needs of a table with one column whose cells are these.
 ColumnText measured(std::initializer_list<document::Cell> cells, document::Align align = document::Align::Left,
-                    bool isWhole = true) {
+                    bool isWhole = true, document::ValueType type = document::ValueType::Auto) {
   document::Table table = tableOf(1);
   table.columns[0].align = align;
+  table.columns[0].type = type;
   table.isSampleWhole = isWhole;
   for (const document::Cell& cell : cells) {
     table.sample.push_back({{&cell, 1}, false});
@@ -205,4 +213,22 @@ TEST(MeasureColumns, LeavesNumbersSpaceForMillionsAfterASample) {
   EXPECT_EQ(measured({{.text = "7"}}, right, false).longestWord, 7 * 556 * 9);
   EXPECT_EQ(measured({{.text = "123456789"}}, right, false).longestWord, 11 * 556 * 9);
   EXPECT_EQ(measured({{.text = "7"}}, document::Align::Left, false).longestWord, 556 * 9);
+}
+
+TEST(MeasureColumns, ExpectsLongerTextsAfterASampleOfTexts) {
+  EXPECT_TRUE(measured({{.text = "short"}}, document::Align::Left, false).mayGrow);
+  EXPECT_FALSE(measured({{.text = "short"}}, document::Align::Left, true).mayGrow);
+  EXPECT_FALSE(measured({{.text = "7"}}, document::Align::Right, false).mayGrow);
+  EXPECT_FALSE(
+      measured({{.text = "Day", .header = true}, {.text = "2026-01-31"}}, document::Align::Left, false).mayGrow);
+  EXPECT_FALSE(measured({{.text = "31 Jan", .type = document::ValueType::Date}}, document::Align::Left, false).mayGrow);
+}
+
+TEST(MeasureColumns, ExpectsTextInAColumnThatIsEmptySoFar) {
+  const ColumnText text = measured({{.text = "n", .header = true}, {.text = ""}}, document::Align::Left, false);
+  EXPECT_TRUE(text.mayGrow);
+  EXPECT_EQ(text.longestWord, 611 * 9);
+  EXPECT_EQ(text.longestLine, 80 * kPoint);
+  EXPECT_EQ(measured({{.text = ""}}, document::Align::Left, true).longestLine, 0);
+  EXPECT_FALSE(measured({{.text = ""}}, document::Align::Left, false, document::ValueType::Date).mayGrow);
 }

@@ -242,6 +242,29 @@ TEST(TableSetter, KeepsAHeaderWithTheFirstRowAndTheHeadingBeforeThem) {
   EXPECT_EQ(linesOf(pages[1]), "Heading\nHeader\nline\nline\nline\nline\nline\nlast");
 }
 
+TEST(TableSetter, SetsATextAfterTheSampleInWhatOtherColumnsLeave) {
+  MadeTable table;
+  table.addRow({"Id", "Date", "Note"}, true);
+  for (int i = 0; i < 650; ++i) {
+    table.addRow({std::to_string(i), "2026-01-31", ""});
+  }
+  table.addRow({"650", "2026-01-31", "Customer called about the refund, which had not come."});
+  const std::string lines = linesOf(table.pages().back());
+  EXPECT_NE(lines.find("650 | 2026-01-31 | Customer called about the refund, which had not come."), lines.npos)
+      << lines;
+}
+
+TEST(TableSetter, GivesAnEmptyColumnSpaceBesideLongTexts) {
+  MadeTable table;
+  table.addRow({"Text", "N"}, true);
+  for (int i = 0; i < 600; ++i) {
+    table.addRow({repeated("word ", 60), ""});
+  }
+  table.addRow({"last", "Customer called"});
+  const std::string lines = linesOf(table.pages().back());
+  EXPECT_NE(lines.find("last | Customer called"), lines.npos) << lines;
+}
+
 TEST(TableSetter, IndentsATableInAQuoteAndBesideTheMarkerOfAnItem) {
   MadeDocument document(*documentFormatOf("pdf"));
   document.beginQuote();
