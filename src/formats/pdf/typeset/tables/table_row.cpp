@@ -73,9 +73,25 @@ void RowSetter::set(const document::Row& row, SetRow& set) {
       height = std::max(height, drawn.more->set.height());
     }
   }
-  const Length padding = height > lineHeight_ ? kRowPadding * 2 : kRowPadding;
-  set.height = height + 2 * padding;
-  set.padding = padding;
+  set.size = sizeFor(height);
+}
+
+RowSize RowSetter::sizeFor(Length textHeight) const {
+  const Length padding = textHeight > lineHeight_ ? kRowPadding * 2 : kRowPadding;
+  return {textHeight + 2 * padding, padding};
+}
+
+RowSize RowSetter::sizeIn(const TablePart& part, const SetRow& row) const {
+  if (plan_->parts.size() == 1) {
+    return row.size;
+  }
+  Length height = lineHeight_;
+  eachCell(row, part, [&](const SetCell& cell) {
+    if (cell.more && cell.isIn(part, row.isHeader)) {
+      height = std::max(height, cell.more->set.height());
+    }
+  });
+  return sizeFor(height);
 }
 
 // The text of a column on the left begins where its language does.

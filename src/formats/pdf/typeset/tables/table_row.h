@@ -5,6 +5,7 @@
 #include "formats/pdf/typeset/tables/table_plan.h"
 #include "formats/pdf/typeset/text/paragraph.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -42,14 +43,31 @@ struct SetCell {
   }
 };
 
+struct RowSize {
+  Length height = 0;
+  Length padding = 0;  ///< above and below the text
+};
+
 /// A row that is ready to be drawn.
 struct SetRow {
   std::vector<SetCell> cells;
   std::string bytes;
-  Length height = 0;
-  Length padding = 0;  ///< above and below the text
+  RowSize size;  ///< with the highest of its cells
   bool isHeader = false;
 };
+
+/// Calls a function with the cells that reach into a part of a table, which may be few of very many.
+template <typename Use>
+void eachCell(const SetRow& row, const TablePart& part, Use use) {
+  auto cell = std::partition_point(row.cells.begin(), row.cells.end(),
+                                   [&](const SetCell& before) { return before.endColumn <= part.first; });
+  if (part.repeatsFirst() && cell != row.cells.begin()) {
+    use(row.cells.front());
+  }
+  for (; cell != row.cells.end() && cell->column < part.end; ++cell) {
+    use(*cell);
+  }
+}
 
 /// Sets the rows of a table.
 class RowSetter {
@@ -62,11 +80,14 @@ class RowSetter {
   void begin(const TablePlan& plan, const document::Table& table, Length pageHeight);
   /// @param set  cleared first
   void set(const document::Row& row, SetRow& set);
+  /// With the highest of the cells that a part shows.
+  RowSize sizeIn(const TablePart& part, const SetRow& row) const;
   Length lineHeight() const { return lineHeight_; }
   /// Of a line's upper edge to its baseline.
   Length baseline() const { return baseline_; }
 
  private:
+  RowSize sizeFor(Length textHeight) const;
   document::Align alignOf(const document::Cell& cell, std::size_t column) const;
   Length widthOf(const SetCell& cell, bool isHeader) const;
   void setCell(const document::Cell& cell, SetRow& row, SetCell& set);

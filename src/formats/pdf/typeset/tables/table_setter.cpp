@@ -22,19 +22,6 @@ constexpr Length kFewestLinesOfRowOfRow = 2;
 // Rows of a table with very many columns do not wait for a page's other rows.
 constexpr std::size_t kMostWaitingCells = 262144;
 
-// The cells that reach into a part of a table, which may be few of very many.
-template <typename Use>
-void eachCell(const SetRow& row, const TablePart& part, Use use) {
-  auto cell = std::partition_point(row.cells.begin(), row.cells.end(),
-                                   [&](const SetCell& before) { return before.endColumn <= part.first; });
-  if (part.repeatsFirst() && cell != row.cells.begin()) {
-    use(row.cells.front());
-  }
-  for (; cell != row.cells.end() && cell->column < part.end; ++cell) {
-    use(*cell);
-  }
-}
-
 }  // namespace
 
 void TableSetter::begin(const document::Table& table) {
@@ -55,11 +42,11 @@ void TableSetter::row(const document::Row& row) {
   if (plan_.parts.size() > 1) {
     SetRow set;
     rows_.set(row, set);
-    prepare(set.height);
-    return addToPart(std::move(set));
+    prepare(set.size.height);
+    return addToParts(std::move(set));
   }
   rows_.set(row, row_);
-  prepare(row_.height);
+  prepare(row_.size.height);
   place(row_, plan_.parts.front());
 }
 
@@ -88,7 +75,7 @@ void TableSetter::prepare(Length height) {
     if (plan_.parts.size() == 1) {
       place(row, plan_.parts.front());
     } else {
-      addToPart(std::move(row));
+      addToParts(std::move(row));
     }
   }
 }
@@ -96,35 +83,43 @@ void TableSetter::prepare(Length height) {
 Length TableSetter::headerHeight() const {
   Length height = 0;
   for (const SetRow& header : headers_) {
-    height += header.height;
+    height += header.size.height;
+  }
+  return height;
+}
+
+Length TableSetter::headerHeightIn(const TablePart& part) const {
+  Length height = 0;
+  for (const SetRow& header : headers_) {
+    height += rows_.sizeIn(part, header).height;
   }
   return height;
 }
 
 void TableSetter::beginPart(const TablePart& part) {
-  const Length height = headerHeight();
-  if (height == 0) {
+  if (headers_.empty()) {
     return;
   }
-  Length top = flow_.take(height);
-  texts_.drawMarkers(top + headers_.front().padding + rows_.baseline());
+  Length top = flow_.take(headerHeightIn(part));
+  texts_.drawMarkers(top + rows_.sizeIn(part, headers_.front()).padding + rows_.baseline());
   tags_.beginHeaders();
   for (const SetRow& header : headers_) {
     draw(header, part, top);
-    top += header.height;
+    top += rows_.sizeIn(part, header).height;
   }
   tags_.endHeaders();
 }
 
 void TableSetter::place(const SetRow& row, const TablePart& part) {
-  if (row.height > flow_.room()) {
-    if (row.height > flow_.shape().textHeight() - headerHeight()) {
+  const RowSize size = rows_.sizeIn(part, row);
+  if (size.height > flow_.room()) {
+    if (size.height > flow_.shape().textHeight() - headerHeightIn(part)) {
       return placeAcrossPages(row, part);
     }
     nextPage(part);
   }
-  const Length top = flow_.take(row.height);
-  texts_.drawMarkers(top + row.padding + rows_.baseline());
+  const Length top = flow_.take(size.height);
+  texts_.drawMarkers(top + size.padding + rows_.baseline());
   draw(row, part, top);
 }
 
@@ -135,7 +130,8 @@ void TableSetter::nextPage(const TablePart& part) {
 
 // A row that is higher than a page: each page has the lines that it has space for.
 void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
-  if (!flow_.isAtTop() && flow_.room() < kFewestLinesOfRowOfRow * rows_.lineHeight() + 2 * row.padding) {
+  const Length padding = rows_.sizeIn(part, row).padding;
+  if (!flow_.isAtTop() && flow_.room() < kFewestLinesOfRowOfRow * rows_.lineHeight() + 2 * padding) {
     nextPage(part);
   }
   std::vector<CellLines> cells;
@@ -146,12 +142,12 @@ void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
     }
   });
   for (bool isNew = flow_.isAtTop();; isNew = true) {
-    if (const Length height = fitLines(cells, 2 * row.padding, isNew); height > 0) {
+    if (const Length height = fitLines(cells, 2 * padding, isNew); height > 0) {
       const Length top = flow_.take(height);
-      texts_.drawMarkers(top + row.padding + rows_.baseline());
+      texts_.drawMarkers(top + padding + rows_.baseline());
       drawFrame(row, part, top, height);
       for (CellLines& lines : cells) {
-        drawCell(row, lines, part, top);
+        drawCell(row, lines, part, top + padding);
       }
     }
     if (std::all_of(cells.begin(), cells.end(), [](const CellLines& cell) { return cell.end == cell.cell->lines(); })) {
@@ -194,12 +190,13 @@ LineSpace TableSetter::spaceOf(const SetCell& cell, const TablePart& part) const
 }
 
 void TableSetter::draw(const SetRow& row, const TablePart& part, Length top) {
-  drawFrame(row, part, top, row.height);
+  const RowSize size = rows_.sizeIn(part, row);
+  drawFrame(row, part, top, size.height);
   tags_.beginRow();
   eachCell(row, part, [&](const SetCell& cell) {
     if (cell.isIn(part, row.isHeader)) {
       CellLines lines{&cell, 0, cell.lines(), tags_.cell(row, cell, part)};
-      drawCell(row, lines, part, top);
+      drawCell(row, lines, part, top + size.padding);
       if (lines.tags) {
         lines.tags->finish();
       }
@@ -208,13 +205,13 @@ void TableSetter::draw(const SetRow& row, const TablePart& part, Length top) {
   tags_.endRow();
 }
 
-void TableSetter::drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length top) {
+void TableSetter::drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length textTop) {
   const SetCell& cell = *lines.cell;
   if (lines.begin == lines.end) {
     return;
   }
   LineSpace space = spaceOf(cell, part);
-  space.top = top + row.padding;
+  space.top = textTop;
   if (cell.more) {
     for (std::size_t i = lines.begin; i < lines.end; ++i) {
       const TextLine& line = cell.more->set.lines[i];
@@ -248,28 +245,48 @@ void TableSetter::drawFrame(const SetRow& row, const TablePart& part, Length top
 }
 
 // The rows wait until a page is full. The first page has what the text before the table leaves.
-void TableSetter::addToPart(SetRow row) {
+void TableSetter::addToParts(SetRow row) {
   if (waitingCells_ >= kMostWaitingCells) {
     writeWaiting();
   }
   if (waiting_.empty()) {
-    flow_.keepTogether(headerHeight() + row.height);
-    waitingSpace_ = flow_.room() - headerHeight();
-  }
-  if (!waiting_.empty() && waitingHeight_ + row.height > waitingSpace_) {
+    flow_.keepTogether(headerHeight() + row.size.height);
+    beginWaiting();
+  } else if (isFullFor(row)) {
     writeWaiting();
     flow_.endPage();
-    waitingSpace_ = flow_.room() - headerHeight();
+    beginWaiting();
   }
-  waitingHeight_ += row.height;
+  for (std::size_t part = 0; part < plan_.parts.size(); ++part) {
+    waitingHeights_[part] += rows_.sizeIn(plan_.parts[part], row).height;
+  }
   waitingCells_ += row.cells.size();
   waiting_.push_back(std::move(row));
 }
 
-void TableSetter::writeWaiting() {
+// Whether a part has no space for a row below those that wait.
+bool TableSetter::isFullFor(const SetRow& row) const {
+  for (std::size_t part = 0; part < plan_.parts.size(); ++part) {
+    if (waitingHeights_[part] + rows_.sizeIn(plan_.parts[part], row).height > waitingSpace_) {
+      return true;
+    }
+  }
+  return false;
+}
+
+void TableSetter::beginWaiting() {
+  waitingSpace_ = flow_.room();
+  waitingHeights_.clear();
   for (const TablePart& part : plan_.parts) {
+    waitingHeights_.push_back(headerHeightIn(part));
+  }
+}
+
+void TableSetter::writeWaiting() {
+  for (std::size_t i = 0; i < plan_.parts.size(); ++i) {
+    const TablePart& part = plan_.parts[i];
     flow_.space(kBefore);
-    flow_.keepTogether(headerHeight() + waitingHeight_);
+    flow_.keepTogether(waitingHeights_[i]);
     // A part is a table of its own: it has other columns, and is read before the next one.
     tags_.beginTable();
     beginPart(part);
@@ -279,7 +296,6 @@ void TableSetter::writeWaiting() {
     tags_.endTable();
   }
   waiting_.clear();
-  waitingHeight_ = 0;
   waitingCells_ = 0;
 }
 
@@ -288,7 +304,10 @@ void TableSetter::end() {
   if (isHeaderOnly) {
     prepare(0);
   }
-  if (!waiting_.empty() || (isHeaderOnly && plan_.parts.size() > 1)) {
+  if (plan_.parts.size() > 1 && (isHeaderOnly || !waiting_.empty())) {
+    if (waiting_.empty()) {
+      beginWaiting();
+    }
     writeWaiting();
   }
   if (!hasBegun_) {

@@ -46,7 +46,9 @@ class TableSetter {
   };
 
   void prepare(Length height);
-  void addToPart(SetRow row);
+  void addToParts(SetRow row);
+  bool isFullFor(const SetRow& row) const;
+  void beginWaiting();
   void writeWaiting();
   void beginPart(const TablePart& part);
   void place(const SetRow& row, const TablePart& part);
@@ -54,10 +56,11 @@ class TableSetter {
   void nextPage(const TablePart& part);
   Length fitLines(std::vector<CellLines>& cells, Length padding, bool isNew) const;
   void draw(const SetRow& row, const TablePart& part, Length top);
-  void drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length top);
+  void drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length textTop);
   void drawFrame(const SetRow& row, const TablePart& part, Length top, Length height);
   LineSpace spaceOf(const SetCell& cell, const TablePart& part) const;
   Length headerHeight() const;
+  Length headerHeightIn(const TablePart& part) const;
 
   const document::FormatSettings& settings_;
   Flow& flow_;
@@ -74,7 +77,7 @@ class TableSetter {
   std::vector<SetRow> headers_;
   SetRow row_;
   std::vector<SetRow> waiting_;
-  Length waitingHeight_ = 0;
+  std::vector<Length> waitingHeights_;  // of each part with its headers
   Length waitingSpace_ = 0;
   std::size_t waitingCells_ = 0;
   bool hasBegun_ = false;

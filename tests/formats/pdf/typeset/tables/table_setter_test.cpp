@@ -265,6 +265,34 @@ TEST(TableSetter, GivesAnEmptyColumnSpaceBesideLongTexts) {
   EXPECT_NE(lines.find("last | Customer called"), lines.npos) << lines;
 }
 
+TEST(TableSetter, GivesTheRowsOfEachPartTheirOwnHeights) {
+  MadeTable table;
+  for (int row = 1; row <= 2; ++row) {
+    table.beginRow(false);
+    table.cell("row" + std::to_string(row));
+    table.cell(repeated("line\n", 20) + "last");
+    for (int i = 2; i < 100; ++i) {
+      table.cell("column" + std::to_string(i));
+    }
+    table.end();
+  }
+  std::vector<double> distances;
+  for (const DrawnPage& page : table.pages()) {
+    double before = 0;
+    for (const DrawnText& text : page.texts) {
+      before = text.text == "row1" ? text.baseline : before;
+      if (text.text == "row2") {
+        distances.push_back(text.baseline - before);
+      }
+    }
+  }
+  ASSERT_GT(distances.size(), 3u);
+  EXPECT_GT(distances.front(), 140);
+  for (std::size_t part = 1; part < distances.size(); ++part) {
+    EXPECT_LT(distances[part], 12) << part;
+  }
+}
+
 TEST(TableSetter, IndentsATableInAQuoteAndBesideTheMarkerOfAnItem) {
   MadeDocument document(*documentFormatOf("pdf"));
   document.beginQuote();
