@@ -16,6 +16,9 @@ constexpr Rgb kHeaderRuleColor = 0x808080;
 // Header rows that take more than this part of a page are not repeated: the rows need the space.
 constexpr Length kHeaderPart = 3;
 
+// Header and two rows that take more than this part of a page are not kept together: too much of a page would be empty.
+constexpr Length kTwoRowsPart = 3;
+
 // The lines of a row across pages that are on the first of them at least.
 constexpr Length kFewestLinesOfRowOfRow = 2;
 
@@ -32,6 +35,7 @@ void TableSetter::begin(const document::Table& table) {
   rows_.begin(plan_, table, std::min(flow_.shape().textHeight(), flow_.shape().turned().textHeight()));
   headers_.clear();
   hasBegun_ = false;
+  first_.reset();
 }
 
 void TableSetter::row(const document::Row& row) {
@@ -39,22 +43,33 @@ void TableSetter::row(const document::Row& row) {
     rows_.set(row, headers_.emplace_back());
     return;
   }
-  if (plan_.parts.size() > 1) {
-    SetRow set;
-    rows_.set(row, set);
-    prepare(set.size.height);
-    return addToParts(std::move(set));
-  }
-  rows_.set(row, row_);
-  prepare(row_.size.height);
-  place(row_, plan_.parts.front());
-}
-
-// What comes before the first row of the table.
-void TableSetter::prepare(Length height) {
-  if (hasBegun_) {
+  if (!hasBegun_ && !first_) {
+    rows_.set(row, first_.emplace());
     return;
   }
+  rows_.set(row, row_);
+  if (first_) {
+    beginRows(row_.size.height);
+  }
+  add(row_);
+}
+
+void TableSetter::beginRows(Length secondHeight) {
+  prepare(first_->size.height, secondHeight);
+  add(*first_);
+  first_.reset();
+}
+
+void TableSetter::add(SetRow& row) {
+  if (plan_.parts.size() > 1) {
+    addToParts(std::move(row));
+  } else {
+    place(row, plan_.parts.front());
+  }
+}
+
+// What comes before the first row of the table. The header is on a page with two rows, unless the second is high.
+void TableSetter::prepare(Length firstHeight, Length secondHeight) {
   hasBegun_ = true;
   if (plan_.isTurned) {
     flow_.turn(true);
@@ -63,20 +78,20 @@ void TableSetter::prepare(Length height) {
   if (kHeaderPart * headerHeight() > flow_.shape().textHeight()) {
     tooTall.swap(headers_);
   }
+  Length height = headerHeight() + firstHeight;
+  if (!headers_.empty() && kTwoRowsPart * (height + secondHeight) <= flow_.shape().textHeight()) {
+    height += secondHeight;
+  }
   flow_.space(kBefore);
-  texts_.setWaiting(kBefore + headerHeight() + height);
+  texts_.setWaiting(kBefore + height);
   flow_.space(kBefore);
-  flow_.keepTogether(headerHeight() + height);
+  flow_.keepTogether(height);
   if (plan_.parts.size() == 1) {
     tags_.beginTable();
     beginPart(plan_.parts.front());
   }
   for (SetRow& row : tooTall) {
-    if (plan_.parts.size() == 1) {
-      place(row, plan_.parts.front());
-    } else {
-      addToParts(std::move(row));
-    }
+    add(row);
   }
 }
 
@@ -300,9 +315,12 @@ void TableSetter::writeWaiting() {
 }
 
 void TableSetter::end() {
+  if (first_) {
+    beginRows(0);
+  }
   const bool isHeaderOnly = !hasBegun_ && !headers_.empty();
   if (isHeaderOnly) {
-    prepare(0);
+    prepare(0, 0);
   }
   if (plan_.parts.size() > 1 && (isHeaderOnly || !waiting_.empty())) {
     if (waiting_.empty()) {

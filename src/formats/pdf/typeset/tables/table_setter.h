@@ -45,7 +45,9 @@ class TableSetter {
     std::optional<TextTags> tags = std::nullopt;
   };
 
-  void prepare(Length height);
+  void prepare(Length firstHeight, Length secondHeight);
+  void beginRows(Length secondHeight);
+  void add(SetRow& row);
   void addToParts(SetRow row);
   bool isFullFor(const SetRow& row) const;
   void beginWaiting();
@@ -76,6 +78,7 @@ class TableSetter {
   TablePlan plan_;
   std::vector<SetRow> headers_;
   SetRow row_;
+  std::optional<SetRow> first_;  // waits for the second row
   std::vector<SetRow> waiting_;
   std::vector<Length> waitingHeights_;  // of each part with its headers
   Length waitingSpace_ = 0;

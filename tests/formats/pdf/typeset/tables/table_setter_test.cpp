@@ -242,6 +242,26 @@ TEST(TableSetter, KeepsAHeaderWithTheFirstRowAndTheHeadingBeforeThem) {
   EXPECT_EQ(linesOf(pages[1]), "Heading\nHeader\nline\nline\nline\nline\nline\nlast");
 }
 
+TEST(TableSetter, KeepsAHeaderWithTwoRowsIfThereAreTwo) {
+  const auto lastLinesOfFirstPage = [](const std::vector<std::string>& rows) {
+    MadeDocument document(*documentFormatOf("pdf"));
+    for (int i = 0; i < 36; ++i) {
+      document.paragraph("text");
+    }
+    document.beginTable({}, "");
+    document.addRow({"Header\nof two lines"}, true);
+    for (const std::string& row : rows) {
+      document.addRow({row});
+    }
+    const std::string lines = linesOf(drawnPages(document.bytes()).front());
+    return lines.substr(lines.rfind("text"));
+  };
+  EXPECT_EQ(lastLinesOfFirstPage({"one"}), "text\nHeader\nof two lines\none");
+  EXPECT_EQ(lastLinesOfFirstPage({"one", "two"}), "text");
+  EXPECT_EQ(lastLinesOfFirstPage({"one", repeated("line\n", 50) + "last"}), "text\nHeader\nof two lines\none")
+      << "a second row that takes much of a page is not waited for";
+}
+
 TEST(TableSetter, SetsATextAfterTheSampleInWhatOtherColumnsLeave) {
   MadeTable table;
   table.addRow({"Id", "Date", "Note"}, true);
