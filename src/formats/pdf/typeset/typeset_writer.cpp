@@ -65,10 +65,6 @@ constexpr Length kAroundQuote = 8 * kPoint;
 constexpr Rgb kQuoteColor = 0xC2CAD2;
 constexpr Rgb kQuoteText = 0x404850;
 
-constexpr Length kRuleHeight = kPoint * 3 / 4;
-constexpr Length kRuleSpace = 8 * kPoint;
-constexpr Rgb kRuleColor = 0xB0B0B0;
-
 // Tabs lead to the next of the columns that are a tab's width apart.
 std::string withoutTabs(std::string_view text, std::size_t& column) {
   std::string plain;
@@ -392,12 +388,7 @@ void TypesetWriter::endCode() {
 
 void TypesetWriter::writeRule() {
   markPlaces();
-  texts_.setWaiting(kRuleHeight, kRuleSpace);
-  flow_.space(kRuleSpace);
-  const Length top = flow_.take(kRuleHeight);
-  pages_.canvas().area(flow_.left(), top, flow_.width(), kRuleHeight, kRuleColor);
-  texts_.drawMarkers(top);
-  flow_.space(kRuleSpace);
+  texts_.setRule();
 }
 
 void TypesetWriter::endPage() {

@@ -47,11 +47,7 @@ void InlineCollector::write(const Event& event) {
       style.background = event.background ? event.background : style.background;
       return push(style);
     case EventKind::BeginSized: style.size = lengthOf(event.points); return push(style);
-    case EventKind::BeginLink:
-      text_.links.emplace_back(event.address);
-      style.link = static_cast<int>(text_.links.size()) - 1;
-      style.color = kLinkColor;
-      return push(style);
+    case EventKind::BeginLink: return beginLink(event.address);
     case EventKind::BeginLanguage:
       text_.languages.emplace_back(event.text);
       style.language = static_cast<int>(text_.languages.size()) - 1;
@@ -87,6 +83,17 @@ void InlineCollector::addPicture(const Event& event) {
   text_.addPicture({0, lengthOf(picture.widthPt() * scale), lengthOf(picture.heightPt() * scale), *object,
                     picture.orientation(), std::string(event.text)},
                    styles_.back());
+}
+
+// A link that leads nowhere is text.
+void InlineCollector::beginLink(std::string_view address) {
+  TextStyle style = styles_.back();
+  if (!address.empty()) {
+    text_.links.emplace_back(address);
+    style.link = static_cast<int>(text_.links.size()) - 1;
+    style.color = kLinkColor;
+  }
+  push(style);
 }
 
 void InlineCollector::beginSpan(Span span) {

@@ -36,6 +36,7 @@ class InlineCollector : public document::EventSink {
  private:
   std::optional<int> objectOf(const document::Picture& picture);
   void addPicture(const document::Event& event);
+  void beginLink(std::string_view address);
   void beginSpan(document::Span span);
   void push(const TextStyle& style) { styles_.push_back(style); }
 

@@ -12,6 +12,13 @@ constexpr std::size_t kFewestLines = 2;
 // What the line of a picture has besides it.
 constexpr Length kPictureSlack = 20 * kPoint;
 
+// More headings in a row than this do not wait for the text after them.
+constexpr std::size_t kMostWaiting = 64;
+
+constexpr Length kRuleHeight = kPoint * 3 / 4;
+constexpr Length kRuleSpace = 8 * kPoint;
+constexpr Rgb kRuleColor = 0xB0B0B0;
+
 // Code is part of a line unless it says otherwise (PDF 1.7, 14.8.4.4).
 constexpr std::string_view kCodeRole = "Code";
 constexpr std::string_view kBlockAttributes = "/A<</O/Layout/Placement/Block>>";
@@ -61,23 +68,50 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
     block.element = tagger_->tree().add(rule.role, rule.role == kCodeRole ? kBlockAttributes : "");
   }
   if (rule.staysWithNext) {
-    waiting_.push_back(std::move(block));
-    if (waiting_.size() > kMostWaiting) {
-      draw(waiting_.front());
-      waiting_.erase(waiting_.begin());
-    }
-    return;
+    return wait(std::move(block));
   }
   const std::size_t first = firstLines(block.set.lines);
   setWaiting(heightOf(block.set.lines, 0, first) + 2 * paddingOf(rule), rule.before);
   draw(block);
 }
 
-// Of what waits, with the space after the last of it.
-Length TextSetter::waitingHeight(Length gap) const {
+// What waits never needs more than a page: it is drawn without the new block if a page does not hold both.
+void TextSetter::wait(Waiting block) {
+  waiting_.push_back(std::move(block));
+  if (waiting_.size() > kMostWaiting || waitingHeight(0) > flow_.shape().textHeight()) {
+    Waiting last = std::move(waiting_.back());
+    waiting_.pop_back();
+    setWaiting(0);
+    waiting_.push_back(std::move(last));
+  }
+}
+
+void TextSetter::setRule() {
+  if (waiting_.empty()) {
+    drawRule(ruleHere());
+  } else {
+    wait(ruleHere());
+  }
+}
+
+TextSetter::Waiting TextSetter::ruleHere() {
+  Waiting rule{};
+  rule.rule.before = rule.rule.after = kRuleSpace;
+  rule.left = flow_.left();
+  rule.width = flow_.width();
+  rule.markers = std::exchange(markers_, {});
+  rule.backdrops = flow_.backdrops();
+  rule.isRule = true;
+  return rule;
+}
+
+// Of what waits from one of the blocks on, with the space after the last of it.
+Length TextSetter::waitingHeight(Length gap, std::size_t first) const {
   Length height = 0;
-  for (const Waiting& block : waiting_) {
-    height += std::max(gap, block.rule.before) + heightOf(block.set.lines, 0, block.set.lines.size());
+  for (std::size_t i = first; i < waiting_.size(); ++i) {
+    const Waiting& block = waiting_[i];
+    height += std::max(gap, block.rule.before);
+    height += block.isRule ? kRuleHeight : heightOf(block.set.lines, 0, block.set.lines.size());
     gap = block.rule.after;
   }
   return height + gap;
@@ -95,11 +129,18 @@ void TextSetter::setWaiting(Length height, Length before) {
     return;
   }
   const Length after = waiting_.back().rule.after;
-  const Length whole = waitingHeight(flow_.gap()) + std::max<Length>(before - after, 0) + height;
-  flow_.keepTogether(whole - flow_.gap());
-  for (const Waiting& block : std::exchange(waiting_, {})) {
-    draw(block);
+  const Length next = std::max<Length>(before - after, 0) + height;
+  const auto heightFrom = [&](std::size_t first) { return waitingHeight(flow_.gap(), first) + next - flow_.gap(); };
+  // As much as a page holds stays with the next block.
+  std::size_t first = 0;
+  while (first + 1 < waiting_.size() && heightFrom(first) > flow_.shape().textHeight()) {
+    draw(waiting_[first++]);
   }
+  flow_.keepTogether(heightFrom(first));
+  for (; first < waiting_.size(); ++first) {
+    draw(waiting_[first]);
+  }
+  waiting_.clear();
 }
 
 void TextSetter::space(Length height) {
@@ -134,7 +175,18 @@ std::size_t TextSetter::linesForPage(const Waiting& block, std::size_t first) co
   return kept;
 }
 
+void TextSetter::drawRule(const Waiting& rule) {
+  flow_.space(rule.rule.before);
+  const Length top = flow_.take(kRuleHeight, rule.backdrops);
+  pages_.canvas().area(rule.left, top, rule.width, kRuleHeight, kRuleColor);
+  drawMarkersOf(rule.markers, top, false);
+  flow_.space(rule.rule.after);
+}
+
 void TextSetter::draw(const Waiting& block) {
+  if (block.isRule) {
+    return drawRule(block);
+  }
   std::optional<TextTags> tags;
   if (block.element.number != 0) {
     tags.emplace(*tagger_, block.element);

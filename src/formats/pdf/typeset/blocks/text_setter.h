@@ -55,6 +55,8 @@ class TextSetter {
   void addMarker(Marker marker) { markers_.push_back(std::move(marker)); }
   bool hasMarkers() const { return !markers_.empty(); }
   void set(StyledText text, const BlockRule& rule, std::optional<OutlineEntry> entry = std::nullopt);
+  /// Sets a rule. After a heading it waits with it.
+  void setRule();
   /// Sets what waits for the next block, which is not a text.
   /// @param height  what of that block has to be on the same page
   /// @param before  the least space before that block
@@ -78,15 +80,16 @@ class TextSetter {
     std::size_t backdrops;  // that were open around it
     bool isMirrored;        // indented on the right
     Element element = {};
+    bool isRule = false;
   };
-
-  // More headings in a row than this do not wait for the text after them.
-  static constexpr std::size_t kMostWaiting = 8;
 
   void draw(const Waiting& block);
   void drawLine(const Waiting& block, std::size_t line, std::size_t backdrops, TextTags* tags);
   std::size_t linesForPage(const Waiting& block, std::size_t first) const;
-  Length waitingHeight(Length gap) const;
+  void wait(Waiting block);
+  Waiting ruleHere();
+  void drawRule(const Waiting& rule);
+  Length waitingHeight(Length gap, std::size_t first = 0) const;
   Length tallestPicture() const;
   void drawMarkersOf(const std::vector<Marker>& markers, Length baseline, bool isMirrored);
 

@@ -107,6 +107,54 @@ TEST(KeepRules, KeepAHeadingWithARule) {
   }
 }
 
+TEST(KeepRules, KeepAHeadingAndARuleWithWhatComesAfter) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.rule();
+    document.paragraph("next");
+  });
+  expectTogether([](ShownDocument& document) {
+    document.heading(2, "Heading");
+    document.rule();
+    document.heading(2, "Another");
+    document.paragraph("next");
+  });
+}
+
+TEST(KeepRules, KeepManyHeadingsTogether) {
+  bool isMoved = false;
+  for (int lines = 10; lines < 30; ++lines) {
+    const ShownPages pages = pagesWith(lines, [](ShownDocument& document) {
+      document.heading(1, "Heading");
+      for (int i = 0; i < 12; ++i) {
+        document.heading(2, "Another");
+      }
+      document.paragraph("next");
+    });
+    EXPECT_EQ(pages.pageOf("Heading"), pages.pageOf("next")) << lines;
+    isMoved = isMoved || pages.pageOf("Heading") == 1;
+  }
+  EXPECT_TRUE(isMoved);
+}
+
+TEST(KeepRules, DivideHeadingsThatNoPageHolds) {
+  const ShownPages pages = pagesWith(20, [](ShownDocument& document) {
+    for (int i = 0; i < 100; ++i) {
+      document.heading(6, "Heading");
+    }
+    document.paragraph("next");
+  });
+  ASSERT_EQ(pages.count(), 4u);
+  EXPECT_TRUE(pages.at(3).has("Heading Heading next"));
+  std::size_t headings = 0;
+  for (std::size_t page = 0; page < pages.count(); ++page) {
+    for (const PdfText& text : pages.at(page).texts()) {
+      headings += text.text == "Heading" ? 1 : 0;
+    }
+  }
+  EXPECT_EQ(headings, 100u);
+}
+
 TEST(KeepRules, KeepAHeadingWithAPictureOfAnyHeight) {
   std::string reason;
   const auto picture = document::Picture::read(greyPng(1000, 3000), reason);

@@ -156,6 +156,15 @@ void addLink(ShownDocument& document, std::string_view address) {
   document.end();
 }
 
+TEST(LinksOfADocument, WithoutAddressAreText) {
+  ShownDocument document;
+  addLink(document, "");
+  const ShownPages pages = document.pages();
+  EXPECT_TRUE(pages.at(0).links.empty());
+  EXPECT_EQ(pages.pageObject(0).find("/Annots"), std::string::npos);
+  EXPECT_EQ(pages.at(0).find("link").color, 0u);
+}
+
 TEST(LinksOfADocument, LeadToEarlierAndLaterPlaces) {
   ShownDocument document;
   document.anchor("early");
