@@ -120,6 +120,7 @@ class TypesetWriter final : public document::DocumentWriter {
   void writeRule();
   void endPage();
   void beginSection(const Event& section);
+  void endSection();
   void markPlaces();
   Length indentBy(Length width);
   bool areTagsOn() const;
@@ -171,7 +172,7 @@ TypesetWriter::TypesetWriter(const document::WriterContext& context)
       running_(context.settings, context.warnings, file_, shaper_, pictures_, family_),
       tagger_(areTagsOn() ? std::make_unique<Tagger>(file_) : nullptr),
       pages_(file_, running_, context.run, tagger_.get()),
-      flow_(pages_, places_, shapeOf(document::pageOf(context.settings))),
+      flow_(pages_, places_, running_.withRoom(shapeOf(document::pageOf(context.settings)))),
       drawer_(pages_, fonts_, shaper_, places_),
       texts_(flow_, pages_, shaper_, drawer_, outline_, tagger_.get()),
       tables_(context.settings, flow_, pages_, texts_, drawer_, fonts_, shaper_, pictures_, context.warnings, family_,
@@ -227,7 +228,7 @@ void TypesetWriter::writeBlock(const Event& event) {
     case EventKind::PageBreak: return endPage();
     case EventKind::ContentsItem: markPlaces(); return contents_.add(event.number, event.id, event.text, bodyStyle());
     case EventKind::BeginContents: return beginTag("TOC");
-    case EventKind::EndSection: return endTag();
+    case EventKind::EndSection: return endSection();
     case EventKind::EndContents: endTag(); return texts_.space(2 * kAfterParagraph);
     default: return;
   }
@@ -399,10 +400,16 @@ void TypesetWriter::endPage() {
 void TypesetWriter::beginSection(const Event& section) {
   endPage();
   beginTag("Sect");
-  running_.setSection(section.text);
+  running_.beginSection(section.text);
   if (!section.id.empty()) {
     collector_.addAnchor(section.id);
   }
+}
+
+void TypesetWriter::endSection() {
+  texts_.setWaiting(2 * scaled(kTextLeading, kTextSize));
+  running_.endSection(pages_.isOpen());
+  endTag();
 }
 
 // Names the places that no text has come after.

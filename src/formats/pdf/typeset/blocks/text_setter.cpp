@@ -231,6 +231,7 @@ void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t ba
     drawMarkersOf(block.markers, top + here.baseline, block.isMirrored);
     if (block.entry) {
       outline_.add(block.entry->level, block.entry->text, pages_.placeAt(top));
+      pages_.noteHeading(block.entry->level, block.entry->text);
     }
   }
   drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align, tags);

@@ -30,7 +30,13 @@ void writeNumberForm(PdfFile& file, int object, int fontResources, Shaper& shape
   entries += "]/Resources<</Font ";
   appendReference(entries, fontResources);
   entries += ">>";
-  file.writeStream(object, entries, canvas.content());
+  std::string content;
+  if (form.scale != 1000) {
+    appendThousandths(content, form.scale);
+    content += " 0 0 1 0 0 cm\n";
+  }
+  content += canvas.content();
+  file.writeStream(object, entries, content);
 }
 
 }  // namespace scrivalen::typeset

@@ -4,6 +4,7 @@
 #include "formats/pdf/typeset/text/shaper.h"
 #include "formats/pdf/typeset/text/styled_text.h"
 
+#include <cstdint>
 #include <string>
 
 namespace scrivalen::typeset {
@@ -15,7 +16,8 @@ struct NumberForm {
   bool isRightAligned;  ///< it ends at the form's origin; else it begins there
   std::string leader = {};
   TextStyle leaderStyle = {};
-  Length leaderBegin = 0;  ///< from the form's origin
+  Length leaderBegin = 0;     ///< from the form's origin
+  std::int64_t scale = 1000;  ///< of its width, in thousandths
 };
 
 /// @param object         the form's number

@@ -50,6 +50,8 @@ class PageDecorator {
  public:
   virtual ~PageDecorator() = default;
   virtual void decorate(PageMaker& page) = 0;
+  /// A heading begins on the page that is open.
+  virtual void noteHeading(int level, std::string_view text) = 0;
 };
 
 /// Writes pages, one at a time.
@@ -80,6 +82,9 @@ class PageMaker {
   Place placeAt(Length top) const;
   /// The edges of a box as PDF counts them, from the lower left corner of the page.
   std::string edgesOf(const Box& box) const;
+
+  /// Reports a heading that begins on the page to the decorator.
+  void noteHeading(int level, std::string_view text) { decorator_.noteHeading(level, text); }
 
   /// The number of the object that names the fonts, which all pages share.
   int fontResources();

@@ -14,10 +14,17 @@ constexpr Length kSize = 8 * kPoint;
 constexpr Length kLeastRunningSize = 5 * kPoint;
 constexpr Length kUnit = kPoint / kUnitsPerPoint;
 constexpr Rgb kColor = 0x555555;
+constexpr int kLowestMainHeading = 2;
+constexpr Length kLeastMargin = 2 * kSize;
+constexpr Length kFromEdge = 4 * kPoint;  // of the paper
+constexpr Length kFirstBaseline = 11 * kPoint;
+constexpr Length kLastBaseline = 6 * kPoint;
 constexpr Length kGap = 12 * kPoint;      // between two parts, at least
 constexpr Length kImageGap = 6 * kPoint;  // between the picture and the text
 constexpr std::size_t kMostBytes = 4096;  // of a text: no paper has room for as much
 constexpr std::size_t kMostForms = 16;
+constexpr std::size_t kUsualDigits = 3;     // of the number of pages
+constexpr Length kMostSpare = 10 * kPoint;  // less than the gap
 
 bool isEmpty(const document::RunningText& line) {
   return std::all_of(line.begin(), line.end(), [](const auto& part) { return part.empty(); });
@@ -26,6 +33,9 @@ bool isEmpty(const document::RunningText& line) {
 bool isSameOnAllPages(const RunningPart::Piece& piece) {
   return piece.field != RunningField::Page && piece.field != RunningField::Section;
 }
+
+// Whether a text is words between blanks, of which it does not show that they are wider than others.
+bool hasBlanksAround(std::string_view text) { return text.size() > 2 && text.starts_with(' ') && text.ends_with(' '); }
 
 // The most that each part may take, so that all have room: one that needs less leaves the rest to the others.
 Length shareOf(std::array<Length, 3> widths, Length room) {
@@ -56,6 +66,12 @@ RunningLines::RunningLines(const document::FormatSettings& settings, document::O
       title_(settings.text("title")),
       date_(document::shownDate(settings)) {}
 
+PageShape RunningLines::withRoom(PageShape shape) const {
+  shape.top = isEmpty(header_) ? shape.top : std::max(shape.top, kLeastMargin);
+  shape.bottom = isEmpty(footer_) ? shape.bottom : std::max(shape.bottom, kLeastMargin);
+  return shape;
+}
+
 std::string RunningLines::kept(std::string_view text) {
   isCut_ = isCut_ || text.size() > kMostBytes;
   return cutToBytes(text, kMostBytes);
@@ -69,12 +85,32 @@ TextStyle RunningLines::style(Length size) const {
   return style;
 }
 
+void RunningLines::beginSection(std::string_view name) {
+  section_ = name;
+  hasSections_ = true;
+  endsSection_ = false;
+}
+
+void RunningLines::endSection(bool isPageOpen) {
+  section_ = isPageOpen ? section_ : std::string();
+  endsSection_ = isPageOpen;
+}
+
+void RunningLines::noteHeading(int level, std::string_view text) {
+  if (!hasSections_ && level <= kLowestMainHeading) {
+    section_ = text;
+  }
+}
+
 void RunningLines::decorate(PageMaker& page) {
   const PageShape& shape = page.shape();
-  const Length baseline = std::max(shape.top / 2, kSize);
+  const Length baseline = std::max(shape.top / 2, kFirstBaseline);
   const Length taken = image_.picture ? drawImage(page, baseline) : 0;
   drawLine(page, header_, shape.left + taken, baseline);
-  drawLine(page, footer_, shape.left, shape.height - std::max(shape.bottom / 2 - kSize / 2, kSize / 2));
+  drawLine(page, footer_, shape.left, shape.height - std::max(shape.bottom / 2 - kSize / 2, kLastBaseline));
+  if (std::exchange(endsSection_, false)) {
+    section_.clear();
+  }
 }
 
 // Draws the picture with its middle beside that of the text. Returns what it takes of the line.
@@ -103,16 +139,20 @@ void RunningLines::drawLine(PageMaker& page, const document::RunningText& line, 
     return;
   }
   const PageShape& shape = page.shape();
-  const Length right = shape.left + shape.textWidth();
+  left = std::max(left, kFromEdge);
+  const Length right = std::min(shape.left + shape.textWidth(), shape.width - kFromEdge);
   Parts parts = partsOf(line, page.number());
   const Length size = fit(parts, right - left);
   const std::array<Length, 3> widths = {widthOf(parts[0], size), widthOf(parts[1], size), widthOf(parts[2], size)};
   const Length first = left + (parts[0].isEmpty() ? 0 : widths[0] + kGap);
   const Length last = right - (parts[2].isEmpty() ? 0 : widths[2] + kGap) - widths[1];
   const Length middle = shape.left + (shape.textWidth() - widths[1]) / 2;
-  draw(page, parts[0], left, baseline, size);
-  draw(page, parts[1], std::max(std::min(middle, last), first), baseline, size);
-  draw(page, parts[2], right - widths[2], baseline, size);
+  const Length second = std::max(std::min(middle, last), first);
+  const auto spareTo = [](Length end, Length limit) { return limit - end >= kMostSpare ? kMostSpare : 0; };
+  const Length third = right - widths[2];
+  draw(page, parts[0], {left, baseline, size, spareTo(left + widths[0], parts[1].isEmpty() ? third : second), false});
+  draw(page, parts[1], {second, baseline, size, spareTo(second + widths[1], third), false});
+  draw(page, parts[2], {third, baseline, size, 0, true});
 }
 
 RunningLines::Parts RunningLines::partsOf(const document::RunningText& line, std::int64_t pageNumber) {
@@ -127,8 +167,7 @@ RunningLines::Parts RunningLines::partsOf(const document::RunningText& line, std
         case RunningField::Title: shown.text = kept(title_); break;
         case RunningField::Date: shown.text = kept(date_); break;
         case RunningField::Section: shown.text = kept(section_); break;
-        // The number of pages mostly has as many digits as that of the page.
-        case RunningField::Pages:
+        case RunningField::Pages: shown.text.assign(std::max(number.size(), kUsualDigits), '0'); break;
         case RunningField::Page: shown.text = number; break;
       }
     }
@@ -136,8 +175,8 @@ RunningLines::Parts RunningLines::partsOf(const document::RunningText& line, std
   return parts;
 }
 
-Length RunningLines::widthOf(const RunningPart& part, Length size) {
-  return part.isEmpty() ? 0 : ShortText(part.text(), style(size), shaper_).width();
+Length RunningLines::widthOf(std::string_view text, Length size) {
+  return text.empty() ? 0 : ShortText(text, style(size), shaper_).width();
 }
 
 // Makes parts that have no room beside each other smaller, then shorter. Returns the size.
@@ -166,52 +205,80 @@ Length RunningLines::fit(Parts& parts, Length width) {
 
 // The number of pages and what follows it are in a form, so that they never overlap, unless what follows differs from
 // page to page.
-void RunningLines::draw(PageMaker& page, const RunningPart& part, Length x, Length baseline, Length size) {
+void RunningLines::draw(PageMaker& page, const RunningPart& part, Spot place) {
   const Pieces& pieces = part.pieces;
+  const auto isWhole = [&](Pieces::const_iterator at) {
+    return forms_.size() < kMostForms && std::all_of(at, pieces.end(), isSameOnAllPages);
+  };
+  std::string before;
   for (auto at = pieces.begin(); at != pieces.end();) {
     const bool isTotal = at->field == RunningField::Pages;
-    const bool isLast = isTotal && forms_.size() < kMostForms && std::all_of(at, pieces.end(), isSameOnAllPages);
-    auto end = isLast ? pieces.end() : at + 1;
+    auto end = isTotal && isWhole(at) ? pieces.end() : at + 1;
     while (!isTotal && end != pieces.end() && end->field != RunningField::Pages) {
       ++end;
     }
     const RunningPart run{Pieces(at, end)};
-    const ShortText text(run.text(), style(size), shaper_);
+    const ShortText text(run.text(), style(place.size), shaper_);
     if (isTotal) {
-      const int object = formOf(run.pieces);
-      const std::string name = std::string(1, 'T').append(std::to_string(object));
-      page.canvas().form(x, baseline, name, size * 1000 / kSize);
-      page.useForm(name, object);
+      const Length width = text.width() + widthOf(before, place.size);
+      drawForm(page, {0, before, run.pieces, end == pieces.end() ? place.spare : 0}, place, width);
+      place.x += width;
+      before.clear();
+    } else if (place.isOnTheRight && end != pieces.end() && isWhole(end) && hasBlanksAround((end - 1)->text)) {
+      before = (end - 1)->text;
+      const ShortText start(RunningPart{Pieces(at, end - 1)}.text(), style(place.size), shaper_);
+      start.draw(page.canvas(), place.x, place.baseline);
+      place.x += start.width();
     } else {
-      text.draw(page.canvas(), x, baseline);
+      text.draw(page.canvas(), place.x, place.baseline);
+      place.x += text.width();
     }
-    x += text.width();
     at = end;
   }
 }
 
-int RunningLines::formOf(Pieces pieces) {
-  std::string key;
-  for (const RunningPart::Piece& piece : pieces) {
-    key += piece.field == RunningField::Pages ? std::string(1, '\n') : piece.text;
+// A form with a text before the number has its origin on the right, others on the left.
+void RunningLines::drawForm(PageMaker& page, const Form& form, const Spot& place, Length width) {
+  const int object = objectOf(form);
+  const std::string name = std::string(1, 'T').append(std::to_string(object));
+  page.canvas().form(place.x + (form.before.empty() ? 0 : width), place.baseline, name, place.size * 1000 / kSize);
+  page.useForm(name, object);
+}
+
+int RunningLines::objectOf(const Form& form) {
+  std::string key = std::to_string(form.spare).append("\n").append(form.before);
+  for (const RunningPart::Piece& piece : form.pieces) {
+    key += piece.field == RunningField::Pages ? std::string(1, '\n') : std::string();
+    key += piece.text;
   }
-  const auto found = forms_.find(key);
-  if (found != forms_.end()) {
-    return found->second.object;
+  const auto [found, isNew] = forms_.try_emplace(std::move(key), form);
+  if (isNew) {
+    found->second.object = file_.newNumber();
   }
-  const int object = file_.newNumber();
-  forms_.emplace(std::move(key), Form{object, std::move(pieces)});
-  return object;
+  return found->second.object;
+}
+
+// What its room is too narrow for is condensed.
+void RunningLines::writeForm(PageMaker& pages, const Form& form, const std::string& total) {
+  RunningPart part{form.pieces};
+  const Length before = widthOf(form.before, kSize);
+  const Length room = before + widthOf(part, kSize);
+  for (RunningPart::Piece& piece : part.pieces) {
+    piece.text = piece.field == RunningField::Pages ? total : piece.text;
+  }
+  const Length number = widthOf(part, kSize);
+  const Length free = room - before - number;
+  const TextStyle own = style(kSize);
+  NumberForm written{part.text(), own, !form.before.empty(), form.before, own};
+  written.leaderBegin = form.before.empty() ? 0 : -number - before - std::max<Length>(free, 0) / 2;
+  written.scale = -free > form.spare ? 1000 * (room + form.spare) / (before + number) : 1000;
+  writeNumberForm(file_, form.object, pages.fontResources(), shaper_, written);
 }
 
 void RunningLines::finish(PageMaker& pages) {
   const std::string total = std::to_string(pages.count());
-  for (auto& [key, form] : forms_) {
-    for (RunningPart::Piece& piece : form.pieces) {
-      piece.text = piece.field == RunningField::Pages ? total : piece.text;
-    }
-    writeNumberForm(file_, form.object, pages.fontResources(), shaper_,
-                    {RunningPart{form.pieces}.text(), style(kSize), false});
+  for (const auto& [key, form] : forms_) {
+    writeForm(pages, form, total);
   }
   if (isCut_) {
     warnings_.add(document::WarningCode::TextCut,

@@ -26,8 +26,14 @@ class RunningLines final : public PageDecorator {
   RunningLines(const document::FormatSettings& settings, document::OutputWarnings& warnings, PdfFile& file,
                Shaper& shaper, PictureWriter& pictures, Family family);
 
-  void setSection(std::string_view name) { section_ = name; }
+  /// The page with margins that have room for the header and the footer.
+  PageShape withRoom(PageShape shape) const;
+  void beginSection(std::string_view name);
+  /// @param isPageOpen  the page still belongs to the section
+  void endSection(bool isPageOpen);
   void decorate(PageMaker& page) override;
+  /// Until the document has a section, its main headings are what the field shows.
+  void noteHeading(int level, std::string_view text) override;
   /// Writes the number of pages, if a page shows it, and warns of texts that were shortened.
   void finish(PageMaker& pages);
 
@@ -35,9 +41,19 @@ class RunningLines final : public PageDecorator {
   using Parts = std::array<RunningPart, 3>;
   using Pieces = std::vector<RunningPart::Piece>;
 
+  // The number of pages, what follows it, and perhaps the text before it, as they are drawn until the end.
   struct Form {
     int object;
+    std::string before;  // set with it so that both fill the room and end at its right edge; else empty
     Pieces pieces;
+    Length spare;  // what it may take beyond its room
+  };
+  struct Spot {
+    Length x;
+    Length baseline;
+    Length size;
+    Length spare;
+    bool isOnTheRight;
   };
 
   std::string kept(std::string_view text);
@@ -45,10 +61,13 @@ class RunningLines final : public PageDecorator {
   void drawLine(PageMaker& page, const document::RunningText& line, Length left, Length baseline);
   Parts partsOf(const document::RunningText& line, std::int64_t pageNumber);
   Length fit(Parts& parts, Length width);
-  void draw(PageMaker& page, const RunningPart& part, Length x, Length baseline, Length size);
-  int formOf(Pieces pieces);
+  void draw(PageMaker& page, const RunningPart& part, Spot place);
+  void drawForm(PageMaker& page, const Form& form, const Spot& place, Length width);
+  int objectOf(const Form& form);
+  void writeForm(PageMaker& pages, const Form& form, const std::string& total);
   TextStyle style(Length size) const;
-  Length widthOf(const RunningPart& part, Length size);
+  Length widthOf(std::string_view text, Length size);
+  Length widthOf(const RunningPart& part, Length size) { return widthOf(part.text(), size); }
 
   document::OutputWarnings& warnings_;
   PdfFile& file_;
@@ -63,6 +82,8 @@ class RunningLines final : public PageDecorator {
   std::string title_;
   std::string date_;
   std::string section_;
+  bool hasSections_ = false;
+  bool endsSection_ = false;  // with the page
   std::map<std::string, Form> forms_;
 };
 

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <utility>
+
 namespace scrivalen::test {
 namespace {
 
@@ -70,6 +73,111 @@ TEST(RunningLines, ShowTheNumberOfPagesOnEachPage) {
   ASSERT_EQ(pages.count(), 12u);
   EXPECT_EQ(joined(pages.at(0).lineOf("Page 1")), "Page 1 of|12 pages");
   EXPECT_EQ(joined(pages.at(11).lineOf("Page 12")), "Page 12 of|12 pages");
+}
+
+// The pages of a document with an empty line on each, whose footer has the number of pages on the right.
+ShownPages numberedPages(std::string_view footer, int count, std::string_view margins = "20mm") {
+  ShownDocument document;
+  document.set("footer", footer);
+  document.set("margins", margins);
+  for (int page = 0; page < count; ++page) {
+    document.paragraph("text");
+    document.pageBreak();
+  }
+  return document.pages();
+}
+
+constexpr double kDigit = 4.45;  // wide in text of 8 points
+constexpr double kRightEdge = 595.28 - 56.69;
+
+TEST(RunningLines, EndTheNumberOfPagesOnTheRightAtTheMargin) {
+  for (const auto& [count, digits] : {std::pair(9, 1), std::pair(12, 2), std::pair(120, 3)}) {
+    const ShownPages pages = numberedPages("||Page {page} of {pages}", count);
+    const std::vector<PdfText> line = pages.at(6).lineOf("Page 7");
+    ASSERT_EQ(joined(line), "Page 7| of|" + std::to_string(count));
+    EXPECT_NEAR(line[2].x, kRightEdge - digits * kDigit, 0.3) << count;
+    // What is free is on both sides of the word between.
+    const double blank = 2.22;
+    const double free = (3 - digits) * kDigit;
+    EXPECT_NEAR(line[1].x - line[0].x, 5.34 + 3 * kDigit + blank + kDigit + free / 2, 0.7) << count;
+    EXPECT_NEAR(line[2].x - line[1].x, blank + 2 * kDigit / 2 + blank + blank + free / 2, 0.7) << count;
+  }
+}
+
+TEST(RunningLines, CondenseANumberOfPagesThatHasNoRoomOnTheRight) {
+  const ShownPages pages = numberedPages("||{page}/{pages}", 1000, "0mm");
+  const auto at = [&](std::size_t page) { return pages.at(page).lineOf("/").back(); };
+  EXPECT_EQ(at(6).text, "1000");
+  // Three digits wide before page 1000, and 4 points from the edge of the paper.
+  EXPECT_NEAR(at(6).x, 595.28 - 4 - 3 * kDigit, 0.3);
+  EXPECT_NEAR(at(999).x, 595.28 - 4 - 4 * kDigit, 0.3);
+}
+
+TEST(RunningLines, StayOnThePaperWithoutMargins) {
+  ShownDocument document;
+  document.set("header", "left|middle|right");
+  document.set("footer", "last");
+  document.set("margins", "0mm");
+  for (int line = 0; line < 60; ++line) {
+    document.paragraph("text");
+  }
+  const ShownPages pages = document.pages();
+  const ShownPage& page = pages.at(0);
+  const PdfText left = page.find("left");
+  EXPECT_NEAR(left.x, 4, 0.1);
+  EXPECT_LT(left.y + 7.5, 841.9 - 3);
+  EXPECT_LT(page.find("right").x + 16, 595.3 - 3);
+  EXPECT_GT(page.find("last").y - 1.7, 3);
+  EXPECT_LT(page.find("text").y + 9.5, left.y - 1.7);
+  EXPECT_GT(page.texts().size(), 40u);
+  double lowest = 841.9;
+  for (const PdfText& text : page.texts()) {
+    lowest = text.text == "text" ? std::min(lowest, text.y) : lowest;
+  }
+  EXPECT_GT(lowest - 2.2, page.find("last").y + 6);
+}
+
+TEST(RunningLines, DoNotShowASectionThatHasEnded) {
+  ShownDocument document;
+  document.set("header", "in {section}.");
+  document.beginSection("One", {});
+  document.paragraph("first");
+  document.end();
+  document.paragraph("after");
+  document.pageBreak();
+  document.paragraph("later");
+  document.beginSection("Two", {});
+  document.paragraph("second");
+  document.pageBreak();
+  document.end();
+  document.heading(1, "Heading");
+  document.paragraph("last");
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 4u);
+  EXPECT_TRUE(pages.at(0).has("in One."));
+  EXPECT_TRUE(pages.at(1).has("in ."));
+  EXPECT_TRUE(pages.at(2).has("in Two."));
+  EXPECT_TRUE(pages.at(3).has("in ."));
+}
+
+TEST(RunningLines, ShowTheMainHeadingsOfADocumentWithoutSections) {
+  ShownDocument document;
+  document.set("header", "in {section}.");
+  document.paragraph("text");
+  document.pageBreak();
+  document.heading(1, "One");
+  document.paragraph("text");
+  document.heading(2, "Two");
+  document.paragraph("text");
+  document.heading(3, "Three");
+  document.paragraph("text");
+  document.pageBreak();
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.count(), 3u);
+  EXPECT_TRUE(pages.at(0).has("in ."));
+  EXPECT_TRUE(pages.at(1).has("in Two."));
+  EXPECT_TRUE(pages.at(2).has("in Two."));
 }
 
 TEST(RunningLines, NameTheFormOfTheNumberOfPagesOnceAPage) {
