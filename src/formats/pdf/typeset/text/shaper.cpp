@@ -236,7 +236,8 @@ void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle
     runs.back().missing = part.script;
     return;
   }
-  if (!part.needsShaping && !style.isKerned) {
+  // What is written from right to left has its signs in that order, and its brackets mirrored.
+  if (!part.needsShaping && !style.isKerned && !style.isRightToLeft) {
     return setCharacters(text, part.font, style.size, runs);
   }
   const std::size_t first = runs.size();

@@ -61,6 +61,27 @@ TEST_F(Shaping, JoinsArabicLettersWithoutBeingAskedTo) {
   EXPECT_NE(lamAlef.content, lam.content);
 }
 
+TEST_F(Shaping, MirrorsBracketsWithoutKerningToo) {
+  Typeface& font = fonts.at(kSans);
+  const Code code = font.codeOf(font.glyphOf(U'»'), "«");
+  const char mirrored[] = {'(', '\0', static_cast<char>(code.number), ')'};
+  EXPECT_EQ(runOf("«", kFromRight).content, std::string(mirrored, sizeof mirrored));
+}
+
+TEST_F(Shaping, SetsSignsFromRightToLeftInTheSameOrderWithAndWithoutKerning) {
+  ShapeStyle kerned = kFromRight;
+  kerned.isKerned = true;
+  for (const std::string_view signs : {"...)", "!?", "א (", "«نص»", "(نص...)"}) {
+    std::string contents[2];
+    for (const bool isKerned : {false, true}) {
+      for (const ShapedRun& run : shaper.shape(signs, isKerned ? kerned : kFromRight)) {
+        contents[isKerned ? 1 : 0] += run.content;
+      }
+    }
+    EXPECT_EQ(contents[0], contents[1]) << signs;
+  }
+}
+
 TEST_F(Shaping, PlacesMarksOnTheirLetters) {
   const ShapedRun letter = runOf("x", kPlain);
   const ShapedRun run = runOf("x\u0323", kPlain);
