@@ -2,6 +2,7 @@
 
 #include "document/pictures/picture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -26,7 +27,8 @@ constexpr unsigned kItalic = 1;
 
 }  // namespace
 
-void InlineCollector::begin(const TextStyle& style) {
+void InlineCollector::begin(const TextStyle& style, Length largestSize) {
+  largestSize_ = largestSize;
   styles_.assign(1, style);
   for (StyledSpan& span : text_.spans) {
     span.style = style;
@@ -46,7 +48,7 @@ void InlineCollector::write(const Event& event) {
       style.color = event.color.value_or(style.color);
       style.background = event.background ? event.background : style.background;
       return push(style);
-    case EventKind::BeginSized: style.size = lengthOf(event.points); return push(style);
+    case EventKind::BeginSized: style.size = std::min(lengthOf(event.points), largestSize_); return push(style);
     case EventKind::BeginLink: return beginLink(event.address);
     case EventKind::BeginLanguage:
       text_.languages.emplace_back(event.text);

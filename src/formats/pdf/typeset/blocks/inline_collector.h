@@ -20,7 +20,8 @@ class InlineCollector : public document::EventSink {
       : pictures_(pictures), warnings_(warnings) {}
 
   /// Begins a text whose usual style this is.
-  void begin(const TextStyle& style);
+  /// @param largestSize  that a part of it may ask for; one that asks for more gets this
+  void begin(const TextStyle& style, Length largestSize = kAnySize);
   /// Takes a part of a line of text.
   void write(const document::Event& event) override;
   void add(std::string_view utf8) { text_.add(utf8, styles_.back()); }
@@ -34,6 +35,8 @@ class InlineCollector : public document::EventSink {
   StyledText take();
 
  private:
+  static constexpr Length kAnySize = Length{1} << 40;
+
   std::optional<int> objectOf(const document::Picture& picture);
   void addPicture(const document::Event& event);
   void beginLink(std::string_view address);
@@ -43,6 +46,7 @@ class InlineCollector : public document::EventSink {
   PictureWriter* pictures_;
   document::OutputWarnings* warnings_;
   StyledText text_;
+  Length largestSize_ = kAnySize;
   std::vector<TextStyle> styles_ = std::vector<TextStyle>(1);
 };
 

@@ -130,7 +130,8 @@ void RowSetter::setCell(const document::Cell& cell, SetRow& row, SetCell& set) {
   if (cell.content == nullptr && setShort(cell.text, row, set)) {
     return;
   }
-  collector_.begin(set.style);
+  // No letter is wider than its cell or higher than a picture there.
+  collector_.begin(set.style, std::max(std::min(set.space, pictureHeight_), plan_->size));
   cell.replay(collector_);
   set.more = std::make_unique<LongCell>();
   set.more->text = collector_.take();

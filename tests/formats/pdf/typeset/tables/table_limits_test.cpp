@@ -139,6 +139,36 @@ TEST(TableLimits, SetsWidthsThatAreFarApart) {
   EXPECT_EQ(linesOf(pages.front()), "narrow | wide | also\nnarrow");
 }
 
+TEST(TableLimits, KeepsLettersOfAnySizeInTheirCell) {
+  MadeTable table;
+  table.addRow({"a", "b"});
+  for (int i = 0; i < 600; ++i) {
+    table.addRow({std::to_string(i), "2026"});
+  }
+  for (const double size : {20.0, 300.0, 1000.0}) {
+    table.beginRow(false);
+    table.cell("sized");
+    table.beginCell({});
+    table.beginSized(size);
+    table.text("WWW");
+    table.end();
+    table.end();
+    table.end();
+  }
+  const std::vector<DrawnPage> pages = table.pages();
+  expectOnPaper(pages);
+  int letters = 0;
+  for (const DrawnPage& page : pages) {
+    for (const DrawnText& text : page.texts) {
+      if (text.text.front() == 'W') {
+        letters += static_cast<int>(text.text.size());
+        EXPECT_LE(text.x + static_cast<double>(text.text.size()) * text.size * 0.944, 538.7) << text.size;
+      }
+    }
+  }
+  EXPECT_EQ(letters, 9);
+}
+
 TEST(TableLimits, FitsTheSmallestPaper) {
   MadeTable table({}, {{"paper", "50x50"}, {"margins", "200mm"}});
   table.addRow({"Header", "Other"}, true);
