@@ -20,6 +20,35 @@ constexpr std::string_view kEmojiLook = "\uFE0F";
 
 bool isSelector(std::string_view text) { return text.starts_with(kTextLook) || text.starts_with(kEmojiLook); }
 
+// Characters that join letters or keep them apart. They draw nothing, but belong to the text.
+constexpr std::string_view kNonJoiner = "\u200C";
+constexpr std::string_view kJoiner = "\u200D";
+
+bool isJoiner(std::string_view text) { return text.starts_with(kNonJoiner) || text.starts_with(kJoiner); }
+
+// Whether readers may take a text apart that a glyph stands for: a character past the basic plane with more after it.
+bool needsSpelling(std::string_view text) {
+  const bool isPastBasicPlane = !text.empty() && static_cast<unsigned char>(text.front()) >= 0xF0;
+  return isPastBasicPlane && (text.ends_with(kNonJoiner) || text.ends_with(kJoiner));
+}
+
+// The text without the signs at its end.
+std::string_view lettersOf(std::string_view text) {
+  while (needsSpelling(text)) {
+    text.remove_suffix(kJoiner.size());
+  }
+  return text;
+}
+
+// The length of the selectors and joiners that a text begins with, which have three bytes each.
+std::size_t lengthOfSigns(std::string_view text) {
+  std::size_t length = 0;
+  while (isSelector(text.substr(length)) || isJoiner(text.substr(length))) {
+    length += kJoiner.size();
+  }
+  return length;
+}
+
 char32_t firstOf(std::string_view text) {
   const char* at = text.data();
   char32_t c = kReplacement;
@@ -54,14 +83,15 @@ class CompositeRuns {
 
   /// @param glyphs  that stand for the text together, in the order of the page. If they are several, the text is given
   ///                beside them (PDF 1.7, 14.9.4), because readers put together the texts of glyphs in different ways.
-  ///                For readers that ignore it each has one of the characters, the last of the text all that are left
+  ///                So is one that needs spelling. For readers that ignore it each has one of the characters, the last
+  ///                of the text all that are left
   void add(std::string_view text, std::span<const ShapedGlyph> glyphs) {
     if (isInvisible(firstOf(text)) && glyphs.size() == 1 && glyphs.front().advance == 0) {
       return;
     }
     glyphs = withoutSelector(text, glyphs);
-    const bool isMany = glyphs.size() > 1;
-    divide(text, glyphs.size());
+    const bool isMany = glyphs.size() > 1 || needsSpelling(text);
+    divide(lettersOf(text), glyphs.size());
     for (std::size_t i = 0; i < glyphs.size(); ++i) {
       const Code code = typeface_.codeOf(glyphs[i].glyph, parts_[isRightToLeft_ ? glyphs.size() - 1 - i : i]);
       beginRun({font_, static_cast<std::uint16_t>(code.font + 1)});
@@ -203,7 +233,7 @@ void Shaper::divide(std::string_view text, const ShapeStyle& style) {
       const bool isSameScript = script == kNoScript || script == last.script || last.script == kNoScript;
       const bool joins = isInvisible(c) || (isMarkHere && fonts_.at(last.font).has(c));
       bool found = true;
-      if ((!last.isMissing || isSelector(text.substr(begin))) && isSameScript &&
+      if ((!last.isMissing || lengthOfSigns(text.substr(begin)) > 0) && isSameScript &&
           (joins || fonts_.fontFor(style.font, c, found) == last.font) && found) {
         last.end = next;
         last.script = last.script == kNoScript ? script : last.script;
@@ -287,8 +317,14 @@ void Shaper::setCharacters(std::string_view text, FontId font, Length size, std:
     }
     const CharacterCode& character = typeface.characterOf(c);
     Code code = character.code;
-    if (isSelector({at, end})) {
-      at += kTextLook.size();
+    if (const std::size_t signs = lengthOfSigns({at, end}); signs > 0) {
+      at += signs;
+      if (needsSpelling({begin, at})) {
+        flush();
+        const ShapedGlyph glyph{character.glyph, 0, static_cast<std::int32_t>(character.advance), 0, 0};
+        CompositeRuns(typeface, font, size, false, runs).add({begin, at}, std::span(&glyph, 1));
+        continue;
+      }
       code = typeface.codeOf(character.glyph, {begin, at});
     }
     const FontUse own{font, static_cast<std::uint16_t>(code.font + 1)};
@@ -347,6 +383,10 @@ void Shaper::setComposite(std::string_view text, FontId font, const ShapeStyle& 
       if (beside < glyphs_.size() && glyphs_[beside].cluster > cluster) {
         textEnd = std::min<std::size_t>(textEnd, glyphs_[beside].cluster);
       }
+    }
+    // A joiner that has a glyph of its own is not drawn: it is in the text of the glyph before it.
+    while (!isJoiner(text.substr(cluster)) && isJoiner(text.substr(textEnd))) {
+      textEnd += kJoiner.size();
     }
     composite.add(text.substr(cluster, textEnd - cluster), std::span(glyphs_).subspan(begin, end - begin));
     begin = end;

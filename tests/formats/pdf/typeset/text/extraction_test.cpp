@@ -42,6 +42,17 @@ TEST(Extraction, GivesCombiningMarksAfterTheirLetter) {
   EXPECT_EQ(paragraphOf("x\u0323\u0308y"), Lines{"x\u0323\u0308y"});
 }
 
+TEST(Extraction, GivesJoinersAfterTheirLetter) {
+  for (const std::string_view text : {"ی\u200C", "ه\u200D", "a\u200Db", "\U0001F468\u200D\U0001F469\u200D\U0001F467"}) {
+    EXPECT_EQ(paragraphOf(text), Lines{std::string(text)});
+    ShownDocument document;
+    document.beginTable({document::Column()}, "");
+    document.addRow({text});
+    document.end();
+    EXPECT_EQ(shown(document.bytes()), Lines{std::string(text)});
+  }
+}
+
 TEST(Extraction, GivesCharactersPastTheBasicPlane) {
   EXPECT_EQ(paragraphOf("a \U0001F600 \U0001D49C"), Lines{"a \U0001F600 \U0001D49C"});
 }
