@@ -86,7 +86,8 @@ class CompositeRuns {
   ///                So is one that needs spelling. For readers that ignore it each has one of the characters, the last
   ///                of the text all that are left
   void add(std::string_view text, std::span<const ShapedGlyph> glyphs) {
-    if (isInvisible(firstOf(text)) && glyphs.size() == 1 && glyphs.front().advance == 0) {
+    const bool isDrawn = glyphs.size() > 1 || (glyphs.front().advance != 0 && glyphs.front().glyph != 0);
+    if (isInvisible(firstOf(text)) && !isDrawn) {
       return;
     }
     glyphs = withoutSelector(text, glyphs);

@@ -4,6 +4,12 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
 using namespace scrivalen::test;
 
 namespace scrivalen::typeset {
@@ -103,6 +109,39 @@ TEST(Scripts, AreNoneForDigitsMarksAndSigns) {
   EXPECT_EQ(scriptOf('1'), kNoScript);
   EXPECT_EQ(scriptOf(U'\u0301'), kNoScript);
   EXPECT_EQ(scriptOf(U'€'), kNoScript);
+}
+
+// DerivedCoreProperties.txt of Unicode 15.0, whose lines are "FIRST..LAST ; PROPERTY # NOTE".
+std::vector<bool> ignorableOfUnicode() {
+  constexpr std::size_t kCharacters = 0x110000;
+  std::ifstream file(SCRIVALEN_CORE_PROPERTIES);
+  EXPECT_TRUE(file) << SCRIVALEN_CORE_PROPERTIES;
+  std::vector<bool> isIgnorable(kCharacters);
+  for (std::string line; std::getline(file, line);) {
+    std::istringstream words(line);
+    std::string range;
+    std::string semicolon;
+    std::string property;
+    if (words >> range >> semicolon >> property && property == "Default_Ignorable_Code_Point") {
+      const std::size_t dots = range.find("..");
+      const std::size_t first = std::stoul(range, nullptr, 16);
+      const std::size_t last = dots == std::string::npos ? first : std::stoul(range.substr(dots + 2), nullptr, 16);
+      for (std::size_t c = first; c <= last; ++c) {
+        isIgnorable.at(c) = true;
+      }
+    }
+  }
+  return isIgnorable;
+}
+
+TEST(Characters, AreInvisibleWhereUnicodeSaysSo) {
+  const std::vector<bool> isIgnorable = ignorableOfUnicode();
+  std::size_t count = 0;
+  for (std::size_t c = 0; c < isIgnorable.size(); ++c) {
+    EXPECT_EQ(isInvisible(static_cast<char32_t>(c)), isIgnorable[c]) << std::hex << c;
+    count += isIgnorable[c] ? 1 : 0;
+  }
+  EXPECT_EQ(count, 4174u);
 }
 
 }  // namespace

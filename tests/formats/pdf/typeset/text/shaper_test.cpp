@@ -100,6 +100,16 @@ TEST_F(Shaping, DividesATextWhereItsFontChanges) {
 TEST_F(Shaping, DrawsNoInvisibleCharacters) {
   EXPECT_EQ(runOf("a\u200Bb", kPlain).width, runOf("ab", kPlain).width);
   EXPECT_TRUE(shaper.shape("\u200B", kPlain).empty());
+  for (const std::string_view filler : {"\u3164", "\uFFA0", "\u034F", "\U000E0041"}) {
+    for (const ShapeStyle& style : {kPlain, kKerned}) {
+      Length width = 0;
+      for (const ShapedRun& run : shaper.shape("a" + std::string(filler) + "b", style)) {
+        EXPECT_FALSE(run.missing);
+        width += run.width;
+      }
+      EXPECT_EQ(width, runOf("ab", style).width);
+    }
+  }
 }
 
 TEST_F(Shaping, SaysWhichRunsAreMissingGlyphs) {
