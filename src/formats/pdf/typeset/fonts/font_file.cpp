@@ -322,6 +322,10 @@ bool isMark(char32_t c) {
   }
 }
 
+bool isVirama(char32_t c) {
+  return hb_unicode_combining_class(hb_unicode_funcs_get_default(), c) == HB_UNICODE_COMBINING_CLASS_VIRAMA;
+}
+
 bool needsShaping(Script script) {
   switch (script) {
     case kNoScript:

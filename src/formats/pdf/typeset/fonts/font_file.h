@@ -35,6 +35,8 @@ inline constexpr Script kNoScript = 0;
 bool isInvisible(char32_t c);
 /// Whether a character is drawn on or around the one before it.
 bool isMark(char32_t c);
+/// Whether a mark joins the consonants beside it.
+bool isVirama(char32_t c);
 /// Whether letters of a script take their forms from the letters beside them, or need marks to be placed.
 bool needsShaping(Script script);
 

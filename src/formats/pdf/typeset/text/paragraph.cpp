@@ -1,9 +1,9 @@
 #include "formats/pdf/typeset/text/paragraph.h"
 
 #include "formats/pdf/typeset/text/bidi.h"
+#include "formats/pdf/typeset/text/letters.h"
 #include "text/direction.h"
 #include "text/line_breaking/line_break_reader.h"
-#include "text/utf.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -47,6 +47,7 @@ class LineSetter {
   void addWord(std::size_t begin, std::size_t end);
   void makeRoom(std::size_t begin, Length wordWidth);
   void addLongWord(std::size_t begin, std::size_t end);
+  std::size_t beginningThatFits(std::size_t begin, std::size_t end);
   bool endsInSoftHyphen(std::size_t end) const;
   ShapedRun hyphenAt(std::size_t end);
   void addHyphen(std::size_t end);
@@ -80,6 +81,7 @@ class LineSetter {
 
   std::vector<Item> wordItems_;
   std::string wordContent_;
+  std::vector<std::size_t> letterEnds_;
   std::vector<std::uint8_t> itemLevels_;
   std::vector<std::size_t> order_;
 };
@@ -155,33 +157,53 @@ void LineSetter::addWord(std::size_t begin, std::size_t end) {
   hasText_ = true;
 }
 
-// A word that no line holds breaks where a line is full, between letters with their marks.
+// A word that no line holds breaks where a line is full, between letters. What a line has of it is shaped together.
 void LineSetter::addLongWord(std::size_t begin, std::size_t end) {
   while (begin < end) {
-    const char* at = all_.data() + begin;
-    const char* const last = all_.data() + end;
-    char32_t c = kReplacement;
-    nextUtf8(at, last, c);
-    for (const char* mark = at; mark != last; at = mark) {
-      nextUtf8(mark, last, c);
-      if (!isMark(c)) {
-        break;
-      }
-    }
-    const auto next = static_cast<std::size_t>(at - all_.data());
-    const std::size_t itemsBefore = items_.size();
-    const std::size_t contentBefore = content_.size();
-    Length width = shape(begin, next, items_, content_);
-    if (hasText_ && width_ + width > rule_.width) {
-      items_.resize(itemsBefore);
-      content_.resize(contentBefore);
+    std::size_t part = beginningThatFits(begin, end);
+    if (part == begin && hasText_) {
       endLine(begin, true);
-      width = shape(begin, next, items_, content_);
+      continue;
     }
-    width_ += width;
+    part = part == begin ? endOfLetter(all_.substr(0, end), begin) : part;
+    width_ += shape(begin, part, items_, content_);
     hasText_ = true;
-    begin = next;
+    begin = part;
+    if (begin < end) {
+      endLine(begin, true);
+    }
   }
+}
+
+// The end of the longest beginning of a word that the line has room for. Looks no further than about twice as far, so
+// that the time for a word is in proportion to its length.
+std::size_t LineSetter::beginningThatFits(std::size_t begin, std::size_t end) {
+  const auto fits = [&](std::size_t part) {
+    wordItems_.clear();
+    wordContent_.clear();
+    return width_ + shape(begin, part, wordItems_, wordContent_) <= rule_.width;
+  };
+  letterEnds_.assign(1, begin);
+  std::size_t fitting = 0;  // so many letters fit
+  std::size_t tooMany = 1;
+  for (;; tooMany *= 2) {
+    while (letterEnds_.size() <= tooMany && letterEnds_.back() < end) {
+      letterEnds_.push_back(endOfLetter(all_.substr(0, end), letterEnds_.back()));
+    }
+    tooMany = std::min(tooMany, letterEnds_.size() - 1);
+    if (!fits(letterEnds_[tooMany])) {
+      break;
+    }
+    fitting = tooMany;
+    if (letterEnds_[fitting] == end) {
+      return end;
+    }
+  }
+  while (fitting + 1 < tooMany) {
+    const std::size_t middle = (fitting + tooMany) / 2;
+    (fits(letterEnds_[middle]) ? fitting : tooMany) = middle;
+  }
+  return letterEnds_[fitting];
 }
 
 bool LineSetter::endsInSoftHyphen(std::size_t end) const { return all_.substr(0, end).ends_with(kSoftHyphen); }

@@ -61,6 +61,39 @@ TEST_F(Paragraphs, KeepMarksWithTheirLettersWhereAWordBreaks) {
   EXPECT_EQ(lines(textOf("no\u0323no\u0323"), {.width = 12000}), (Texts{"no\u0323", "no\u0323"}));
 }
 
+// The glyphs of a part of a word are those that the part has alone.
+TEST_F(Paragraphs, ShapeTheLettersOfABrokenWordTogether) {
+  const std::string word = "\u0633\u0644\u0633\u0644\u0633\u0644";
+  const LineRule rule{.width = 25 * kPoint};
+  const SetText broken = set(textOf(word), rule);
+  ASSERT_GE(broken.lines.size(), 2u);
+  for (const TextLine& line : broken.lines) {
+    const SetText alone = set(textOf(word.substr(line.begin, line.end - line.begin)), rule);
+    EXPECT_GT(line.end - line.begin, 2u);
+    ASSERT_EQ(alone.lines.size(), 1u);
+    EXPECT_EQ(alone.lines.front().width, line.width);
+    const TextPiece& piece = broken.pieces.at(line.firstPiece);
+    EXPECT_EQ(broken.content.substr(piece.begin, piece.end - piece.begin), alone.content);
+  }
+}
+
+TEST_F(Paragraphs, BreakNoSequenceOfEmojiFlagOrConjunct) {
+  for (const std::string letter : {"\U0001F468\u200D\U0001F469\u200D\U0001F467", "\U0001F1E9\U0001F1EA",
+                                   "\U0001F44D\U0001F3FD", "\u0915\u094D\u0937\u093F"}) {
+    EXPECT_EQ(lines(textOf(letter + letter), {.width = 3 * kPoint}), (Texts{letter, letter}));
+  }
+}
+
+TEST_F(Paragraphs, BreakAWordOfManyLettersInProportionalTime) {
+  std::string word;
+  for (int i = 0; i < 50000; ++i) {
+    word += "\u0633\u0644";
+  }
+  const SetText broken = set(textOf(word), {.width = 100 * kPoint});
+  EXPECT_GT(broken.lines.size(), 1000u);
+  EXPECT_LT(broken.lines.size(), 10000u);
+}
+
 TEST_F(Paragraphs, KeepLongWordsWholeWhereTheyAreMeasured) {
   EXPECT_EQ(lines(textOf("no nonono no"), {.keepsWords = true}), (Texts{"no ", "nonono ", "no"}));
 }
