@@ -95,13 +95,13 @@ Embedding embeddingOf(unsigned fsType) {
   return (fsType & kNoSubset) != 0 ? Embedding::OnlyWhole : Embedding::Allowed;
 }
 
-struct CharacterRange {
+struct InvisibleRange {
   char32_t first;
   char32_t last;
 };
 
 // Default_Ignorable_Code_Point of Unicode 15.0, which HarfBuzz knows too but has no call for.
-constexpr CharacterRange kInvisible[] = {
+constexpr InvisibleRange kInvisible[] = {
     {0xAD, 0xAD},     {0x34F, 0x34F},   {0x61C, 0x61C},     {0x115F, 0x1160},   {0x17B4, 0x17B5},  {0x180B, 0x180F},
     {0x200B, 0x200F}, {0x202A, 0x202E}, {0x2060, 0x206F},   {0x3164, 0x3164},   {0xFE00, 0xFE0F},  {0xFEFF, 0xFEFF},
     {0xFFA0, 0xFFA0}, {0xFFF0, 0xFFF8}, {0x1BCA0, 0x1BCA3}, {0x1D173, 0x1D17A}, {0xE0000, 0xE0FFF}};
@@ -309,7 +309,7 @@ Script scriptOf(char32_t c) {
 
 bool isInvisible(char32_t c) {
   const auto* const range = std::lower_bound(std::begin(kInvisible), std::end(kInvisible), c,
-                                             [](const CharacterRange& each, char32_t at) { return each.last < at; });
+                                             [](const InvisibleRange& each, char32_t at) { return each.last < at; });
   return range != std::end(kInvisible) && range->first <= c;
 }
 

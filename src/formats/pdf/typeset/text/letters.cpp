@@ -12,7 +12,7 @@ constexpr char32_t kJoinerSign = 0x200D;
 constexpr int kMostJoined = 16;
 
 bool isHalfOfFlag(char32_t c) { return c >= 0x1F1E6 && c <= 0x1F1FF; }
-bool isSkinTone(char32_t c) { return c >= 0x1F3FB && c <= 0x1F3FF; }
+bool isSkinColor(char32_t c) { return c >= 0x1F3FB && c <= 0x1F3FF; }
 
 }  // namespace
 
@@ -28,7 +28,7 @@ std::size_t endOfLetter(std::string_view text, std::size_t at) {
     nextUtf8(next, end, c);
     if (isHalfOfFlag(before) && isHalfOfFlag(c) && !isWholeFlag) {
       isWholeFlag = true;
-    } else if (!isMark(c) && !isInvisible(c) && !isSkinTone(c)) {
+    } else if (!isMark(c) && !isInvisible(c) && !isSkinColor(c)) {
       if ((before != kJoinerSign && !isVirama(before)) || ++joined == kMostJoined) {
         break;
       }

@@ -22,20 +22,20 @@ bool isSelector(std::string_view text) { return text.starts_with(kTextLook) || t
 
 // Characters that join letters or keep them apart. They draw nothing, but belong to the text.
 constexpr std::string_view kNonJoiner = "\u200C";
-constexpr std::string_view kJoiner = "\u200D";
+constexpr std::string_view kLetterJoiner = "\u200D";
 
-bool isJoiner(std::string_view text) { return text.starts_with(kNonJoiner) || text.starts_with(kJoiner); }
+bool isJoiner(std::string_view text) { return text.starts_with(kNonJoiner) || text.starts_with(kLetterJoiner); }
 
 // Whether readers may take a text apart that a glyph stands for: a character past the basic plane with more after it.
 bool needsSpelling(std::string_view text) {
   const bool isPastBasicPlane = !text.empty() && static_cast<unsigned char>(text.front()) >= 0xF0;
-  return isPastBasicPlane && (text.ends_with(kNonJoiner) || text.ends_with(kJoiner));
+  return isPastBasicPlane && (text.ends_with(kNonJoiner) || text.ends_with(kLetterJoiner));
 }
 
 // The text without the signs at its end.
 std::string_view lettersOf(std::string_view text) {
   while (needsSpelling(text)) {
-    text.remove_suffix(kJoiner.size());
+    text.remove_suffix(kLetterJoiner.size());
   }
   return text;
 }
@@ -44,7 +44,7 @@ std::string_view lettersOf(std::string_view text) {
 std::size_t lengthOfSigns(std::string_view text) {
   std::size_t length = 0;
   while (isSelector(text.substr(length)) || isJoiner(text.substr(length))) {
-    length += kJoiner.size();
+    length += kLetterJoiner.size();
   }
   return length;
 }
@@ -387,7 +387,7 @@ void Shaper::setComposite(std::string_view text, FontId font, const ShapeStyle& 
     }
     // A joiner that has a glyph of its own is not drawn: it is in the text of the glyph before it.
     while (!isJoiner(text.substr(cluster)) && isJoiner(text.substr(textEnd))) {
-      textEnd += kJoiner.size();
+      textEnd += kLetterJoiner.size();
     }
     composite.add(text.substr(cluster, textEnd - cluster), std::span(glyphs_).subspan(begin, end - begin));
     begin = end;
