@@ -104,3 +104,14 @@ TEST(DocumentPictures, AreNotReadOnceTheDocumentIsCancelled) {
   EXPECT_EQ(scrivalen_image(document, page.get(), ForbiddenPage::kSize, "text", 0), SCRIVALEN_CANCELLED);
   EXPECT_FALSE(pipe.wasRead());
 }
+
+TEST(DocumentPictures, AreNotReadFromAPipe) {
+  const TemporaryFolder folder;
+  const WatchedPipe pipe(narrowPath(folder / L"picture"));
+  const Written document;
+  EXPECT_EQ(scrivalen_image_file(document, pipe.path(), "text", 0), SCRIVALEN_OK);
+  scrivalen_close(document);
+  const std::string warnings = warningsOf(document);
+  EXPECT_NE(warnings.find("the file is a device or a pipe"), std::string::npos) << warnings;
+  EXPECT_FALSE(pipe.wasRead());
+}

@@ -7,13 +7,19 @@
 namespace scrivalen::document {
 namespace {
 
-// More than any picture of 64 megapixels has, so that a device that never ends does not fill the memory.
+// More than any picture of 64 megapixels has.
 constexpr std::size_t kMostPictureBytes = std::size_t{1} << 30;
 
 }  // namespace
 
 std::shared_ptr<const Picture> readPictureFile(std::string_view path, std::string& reason) {
-  const File file = openForReading(widePath(path));
+  const std::wstring wide = widePath(path);
+  // Opening a pipe may wait without end.
+  if (isSpecialFile(wide)) {
+    reason = "the file is a device or a pipe";
+    return nullptr;
+  }
+  const File file = openForReading(wide);
   if (!file) {
     reason = toUtf8(systemErrorText(lastSystemError()));
     return nullptr;

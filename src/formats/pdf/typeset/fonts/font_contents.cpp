@@ -12,13 +12,18 @@
 namespace scrivalen::typeset {
 namespace {
 
-// More than any font has, so that a device that never ends does not fill the memory.
+// More than any font has.
 constexpr std::size_t kMostFontBytes = std::size_t{1} << 28;
 
 }  // namespace
 
 std::string readFontFile(const std::wstring& path, std::string& reason) {
   reason.clear();
+  // Opening a pipe may wait without end.
+  if (isSpecialFile(path)) {
+    reason = "it is a device or a pipe";
+    return {};
+  }
   std::string contents;
   const File file = openForReading(path);
   bool isTooLong = false;
