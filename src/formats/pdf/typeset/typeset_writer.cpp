@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdio>
 #include <optional>
 #include <string>
 #include <utility>
@@ -89,6 +90,13 @@ Family chosenFamily(const FontSet& fonts, const document::WriterContext& context
                                                             "; the setting \"font-file\" adds a font");
   }
   return family.value_or(Family::Sans);
+}
+
+// A character as people look it up: U+1F389.
+std::string unicodeNumberOf(char32_t c) {
+  char number[16];
+  std::snprintf(number, sizeof number, "U+%04lX", static_cast<unsigned long>(c));
+  return number;
 }
 
 class TypesetWriter final : public document::DocumentWriter {
@@ -500,11 +508,12 @@ void TypesetWriter::warn() {
                     "the property '" + std::string(name) + "', a name that the file cannot have");
     }
   }
-  for (const auto& [script, count] : shaper_.missing()) {
-    warnings_.add(WarningCode::CharactersReplaced,
-                  "characters" + (script == kNoScript ? "" : " of the script " + nameOf(script)) +
-                      " that no font has, drawn as empty boxes; the setting \"font-file\" adds a font",
-                  count);
+  for (const auto& [script, missing] : shaper_.missing()) {
+    std::string message("characters ");
+    message += script == kNoScript ? "such as " : "of the script ";
+    message += script == kNoScript ? unicodeNumberOf(missing.first) : nameOf(script);
+    message += " that no font has, drawn as empty boxes; the setting \"font-file\" adds a font";
+    warnings_.add(WarningCode::CharactersReplaced, message, missing.count);
   }
 }
 

@@ -97,9 +97,9 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
   notePlaces(text, set, line, space.top);
 }
 
-void TextDrawer::countMissing(std::optional<Script> script) {
-  if (script) {
-    shaper_.countMissing(*script);
+void TextDrawer::countMissing(std::optional<char32_t> c) {
+  if (c) {
+    shaper_.countMissing(*c);
   }
 }
 

@@ -32,7 +32,7 @@ class TextDrawer {
   void drawBytes(Length x, Length baseline, const TextStyle& style, FontUse font, std::string_view bytes);
 
  private:
-  void countMissing(std::optional<Script> script);
+  void countMissing(std::optional<char32_t> c);
   void drawBlank(Length x, Length baseline, const TextStyle& style, TextTags& tags);
   void drawPicture(const StyledText& text, const TextPiece& piece, Length x, Length baseline, TextTags* tags);
   void decorate(const TextStyle& style, Length x, Length baseline, Length width);

@@ -23,7 +23,7 @@ struct Item {
   std::uint8_t level;
   bool isBlank;
   int picture;  // an index of StyledText::pictures; -1: it is none
-  std::optional<Script> missing = std::nullopt;
+  std::optional<char32_t> missing = std::nullopt;
 };
 
 // Where the last character of a text begins.

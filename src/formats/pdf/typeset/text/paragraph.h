@@ -19,8 +19,8 @@ struct TextPiece {
   std::size_t begin;  ///< of its part of SetText::content
   std::size_t end;
   Length width;
-  int picture = -1;                              ///< an index of StyledText::pictures; it has no glyphs then
-  std::optional<Script> missing = std::nullopt;  ///< it is a character of this script that no font has
+  int picture = -1;                                ///< an index of StyledText::pictures; it has no glyphs then
+  std::optional<char32_t> missing = std::nullopt;  ///< it is this character, which no font has
 };
 
 /// A line of a text. Its pieces are from left to right.

@@ -216,6 +216,12 @@ ShapedRun Shaper::softHyphen(const ShapeStyle& style) {
   return run;
 }
 
+void Shaper::countMissing(char32_t c) {
+  MissingCharacters& missing = missing_[scriptOf(c)];
+  missing.first = missing.count == 0 ? c : missing.first;
+  ++missing.count;
+}
+
 // Divides a text into parts of one font and script. Marks and signs of all scripts stay with what comes before them, if
 // its font has them.
 void Shaper::divide(std::string_view text, const ShapeStyle& style) {
@@ -264,7 +270,7 @@ std::string_view Shaper::known(std::string_view language) {
 void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
   if (part.isMissing) {
     setCharacters(text, part.font, style.size, runs);
-    runs.back().missing = part.script;
+    runs.back().missing = firstOf(text);
     return;
   }
   // What is written from right to left has its signs in that order, and its brackets mirrored.

@@ -23,7 +23,13 @@ struct ShapedRun {
   FontUse font;
   std::string content;  ///< what the array of the operator TJ has (PDF 1.7, 9.4.3)
   Length width = 0;
-  std::optional<Script> missing = std::nullopt;  ///< it is a character of this script that no font has
+  std::optional<char32_t> missing = std::nullopt;  ///< it is this character, which no font has
+};
+
+/// Characters of one script that no font has.
+struct MissingCharacters {
+  char32_t first = 0;
+  std::uint64_t count = 0;
 };
 
 /// A piece of text in one style and direction.
@@ -47,11 +53,11 @@ class Shaper {
   /// The hyphen that is drawn where a line ends after a soft hyphen, as which it is copied.
   ShapedRun softHyphen(const ShapeStyle& style);
   /// Counts a run that is drawn without the glyph of its character.
-  void countMissing(Script script) { ++missing_[script]; }
+  void countMissing(char32_t c);
   /// How many languages words were shaped for.
   std::size_t languageCount() const { return languages_.size(); }
-  /// How many characters of each script were drawn that no font has.
-  const std::map<Script, std::uint64_t>& missing() const { return missing_; }
+  /// The characters of each script that were drawn and that no font has.
+  const std::map<Script, MissingCharacters>& missing() const { return missing_; }
 
  private:
   struct Part {
@@ -81,7 +87,7 @@ class Shaper {
   std::vector<Part> parts_;
   std::vector<ShapedGlyph> glyphs_;
   std::vector<ShapedRun> long_;
-  std::map<Script, std::uint64_t> missing_;
+  std::map<Script, MissingCharacters> missing_;
 };
 
 }  // namespace scrivalen::typeset

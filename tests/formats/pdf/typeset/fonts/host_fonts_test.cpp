@@ -140,7 +140,7 @@ TEST(MissingGlyphs, AreAWarningThatNamesTheScriptAndTheSetting) {
   document.addParagraph("漢字 漢字 ");
   document.addParagraph("漢 \U0001F9FF \u0F40");
   EXPECT_EQ(document.warnings(),
-            "1 x characters that no font has, drawn as empty boxes; the setting \"font-file\" adds a font\n"
+            "1 x characters such as U+1F9FF that no font has, drawn as empty boxes; the setting \"font-file\" adds a font\n"
             "5 x characters of the script Han that no font has, drawn as empty boxes; the setting \"font-file\" adds a "
             "font\n"
             "1 x characters of the script Tibetan that no font has, drawn as empty boxes; the setting \"font-file\" "

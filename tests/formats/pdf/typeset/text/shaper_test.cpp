@@ -116,15 +116,17 @@ TEST_F(Shaping, SaysWhichRunsAreMissingGlyphs) {
   const std::vector<ShapedRun> runs = shaper.shape("a漢b", kPlain);
   ASSERT_EQ(runs.size(), 3u);
   EXPECT_FALSE(runs[0].missing);
-  EXPECT_EQ(runs[1].missing, scriptOf(U'漢'));
+  EXPECT_EQ(runs[1].missing, U'漢');
   EXPECT_FALSE(runs[2].missing);
 }
 
 TEST_F(Shaping, CountsOnlyMissingGlyphsThatAreDrawn) {
   shaper.shape("漢", kPlain);
   EXPECT_TRUE(shaper.missing().empty());
-  shaper.countMissing(scriptOf(U'漢'));
-  EXPECT_EQ(shaper.missing().at(scriptOf(U'漢')), 1u);
+  shaper.countMissing(U'漢');
+  shaper.countMissing(U'字');
+  EXPECT_EQ(shaper.missing().at(scriptOf(U'漢')).count, 2u);
+  EXPECT_EQ(shaper.missing().at(scriptOf(U'漢')).first, U'漢');
 }
 
 TEST_F(Shaping, GivesTheSameRunsForAWordThatComesAgain) {
