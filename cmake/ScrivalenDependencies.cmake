@@ -1,7 +1,8 @@
 # The libraries that the library and the command need. They are the system's or, where there are no packages, compiled
 # from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_xlsxwriter to write spreadsheets, scrivalen_zlib to
-# check them and to compress PDF files, scrivalen_harfbuzz for fonts and scrivalen_fribidi for the order of text;
-# scrivalen_use_command_dependencies defines the libraries that the command needs in addition.
+# check them, scrivalen_deflate and scrivalen_zlib to compress PDF files, scrivalen_harfbuzz for fonts and
+# scrivalen_fribidi for the order of text; scrivalen_use_command_dependencies defines the libraries that the command
+# needs in addition.
 include_guard(GLOBAL)
 
 # Finds one file by a pattern below SCRIVALEN_SOURCES_DIR.
@@ -157,12 +158,27 @@ function(scrivalen_fribidi_from_source)
   target_include_directories(scrivalen_fribidi SYSTEM PUBLIC "${folder}" "${config_folder}")
 endfunction()
 
+# Compiles the parts of libdeflate that compress in the zlib format.
+function(scrivalen_deflate_from_source)
+  scrivalen_find_source(header "libdeflate-*/libdeflate.h")
+  get_filename_component(folder "${header}" DIRECTORY)
+  add_library(scrivalen_deflate STATIC
+    "${folder}/lib/adler32.c" "${folder}/lib/deflate_compress.c" "${folder}/lib/utils.c"
+    "${folder}/lib/zlib_compress.c" "${folder}/lib/arm/cpu_features.c" "${folder}/lib/x86/cpu_features.c")
+  # The files define macros of the same names, so each is compiled separately.
+  set_target_properties(scrivalen_deflate PROPERTIES
+    C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
+  target_include_directories(scrivalen_deflate SYSTEM PUBLIC "${folder}")
+endfunction()
+
 if(SCRIVALEN_SOURCES_DIR)
   scrivalen_harfbuzz_from_source()
   scrivalen_fribidi_from_source()
+  scrivalen_deflate_from_source()
 else()
   scrivalen_harfbuzz_of_system()
   scrivalen_library_of_system(scrivalen_fribidi fribidi fribidi.h fribidi)
+  scrivalen_library_of_system(scrivalen_deflate deflate libdeflate.h)
 endif()
 
 # scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the

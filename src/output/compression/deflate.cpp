@@ -20,7 +20,7 @@ Bytef* inputOf(std::string_view bytes) { return reinterpret_cast<Bytef*>(const_c
 
 struct Deflater::State {
   z_stream stream{};
-  std::unique_ptr<char[]> output;  // of a text in parts; what the stream's pointer is past
+  std::unique_ptr<char[]> output;  // what the stream's pointer is past
 };
 
 Deflater::Deflater(int level) : state_(std::make_unique<State>()) {
@@ -30,27 +30,6 @@ Deflater::Deflater(int level) : state_(std::make_unique<State>()) {
 }
 
 Deflater::~Deflater() { deflateEnd(&state_->stream); }
-
-void Deflater::compress(std::string_view text, std::string& out) {
-  z_stream& stream = state_->stream;
-  deflateReset(&stream);
-  const std::size_t begin = out.size();
-  std::size_t written = 0;
-  int result = Z_OK;
-  while (result != Z_STREAM_END) {
-    const std::size_t part = std::min(text.size(), kMost);
-    stream.next_in = inputOf(text);
-    stream.avail_in = static_cast<uInt>(part);
-    out.resize(begin + written + std::max<std::size_t>(kStep, part / 4));
-    stream.next_out = reinterpret_cast<Bytef*>(out.data() + begin + written);
-    const std::size_t space = std::min(out.size() - begin - written, kMost);
-    stream.avail_out = static_cast<uInt>(space);
-    result = deflate(&stream, part == text.size() ? Z_FINISH : Z_NO_FLUSH);
-    text.remove_prefix(part - stream.avail_in);
-    written += space - stream.avail_out;
-  }
-  out.resize(begin + written);
-}
 
 void Deflater::begin() {
   if (!state_->output) {

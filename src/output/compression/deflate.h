@@ -7,8 +7,8 @@
 
 namespace scrivalen {
 
-/// Compresses texts, each on its own, in the zlib format (RFC 1950). The level is fixed, so that the same text gives
-/// the same bytes with the same zlib.
+/// Compresses texts that come in parts, in the zlib format (RFC 1950). The level is fixed, so that the same text in the
+/// same parts gives the same bytes with the same zlib.
 class Deflater {
  public:
   /// @param level  1 (fast) to 9 (small)
@@ -17,10 +17,7 @@ class Deflater {
   Deflater& operator=(const Deflater&) = delete;
   ~Deflater();
 
-  /// Appends the compressed text to @p out.
-  void compress(std::string_view text, std::string& out);
-
-  /// Begins a text that comes in parts.
+  /// Begins a text.
   void begin();
   /// Appends what is ready of the compressed text to @p out. Each call costs time, so parts should be of some
   /// kilobytes.

@@ -13,12 +13,6 @@ using scrivalen::test::inflated;
 
 namespace {
 
-std::string compressed(Deflater& deflater, std::string_view text) {
-  std::string out;
-  deflater.compress(text, out);
-  return out;
-}
-
 // Bytes of a simple generator, which no compressor makes smaller.
 std::string noise(std::size_t size) {
   std::string bytes;
@@ -39,54 +33,6 @@ std::string lines(std::size_t count) {
 }
 
 }  // namespace
-
-TEST(Deflater, IsReadByZlib) {
-  Deflater deflater(3);
-  EXPECT_EQ(inflated(compressed(deflater, "one two two two three")), "one two two two three");
-}
-
-TEST(Deflater, TakesAnEmptyText) {
-  Deflater deflater(3);
-  EXPECT_EQ(inflated(compressed(deflater, {})), "");
-}
-
-TEST(Deflater, CompressesEachTextOnItsOwn) {
-  Deflater deflater(6);
-  const std::string first = compressed(deflater, "the same text");
-  EXPECT_EQ(inflated(compressed(deflater, "another text")), "another text");
-  EXPECT_EQ(compressed(deflater, "the same text"), first);
-}
-
-TEST(Deflater, AppendsToWhatIsThere) {
-  Deflater deflater(3);
-  std::string out = "before";
-  deflater.compress("text", out);
-  EXPECT_EQ(out.substr(0, 6), "before");
-  EXPECT_EQ(inflated(out.substr(6)), "text");
-}
-
-TEST(Deflater, TakesTextsLargerThanItsSteps) {
-  Deflater deflater(1);
-  const std::string text = lines(100'000);
-  const std::string small = compressed(deflater, text);
-  EXPECT_LT(small.size(), text.size() / 4);
-  EXPECT_TRUE(inflated(small) == text);
-}
-
-TEST(Deflater, TakesTextsThatGrow) {
-  Deflater deflater(9);
-  const std::string text = noise(300'000);
-  const std::string large = compressed(deflater, text);
-  EXPECT_GT(large.size(), text.size());
-  EXPECT_TRUE(inflated(large) == text);
-}
-
-TEST(Deflater, IsSmallerAtAHigherLevel) {
-  Deflater fast(1);
-  Deflater small(9);
-  const std::string text = lines(10'000);
-  EXPECT_LT(compressed(small, text).size(), compressed(fast, text).size());
-}
 
 TEST(Deflater, TakesATextInPartsOfAnySize) {
   Deflater deflater(6);

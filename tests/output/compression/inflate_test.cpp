@@ -1,3 +1,4 @@
+#include "output/compression/compressor.h"
 #include "output/compression/deflate.h"
 
 #include <gtest/gtest.h>
@@ -21,7 +22,7 @@ std::string longText() {
 
 std::string compressed(std::string_view text) {
   std::string out;
-  Deflater(6).compress(text, out);
+  Compressor(6).compress(text, out);
   return out;
 }
 

@@ -1,6 +1,7 @@
 #include "formats/pdf/typeset/file/pdf_file.h"
 
 #include "formats/pdf/typeset/file/syntax.h"
+#include "output/compression/deflate.h"
 
 #include <algorithm>
 #include <array>
@@ -9,7 +10,8 @@ namespace scrivalen::typeset {
 namespace {
 
 // By trial on a table of a million cells: a higher level takes more time than it saves in size.
-constexpr int kLevel = 3;
+constexpr int kLevel = 1;
+constexpr int kPlacesLevel = 3;  // zlib's
 
 constexpr std::size_t kObjectsInStream = 128;
 constexpr std::size_t kBytesInStream = 32768;
@@ -59,7 +61,7 @@ std::uint64_t hashOf(std::uint64_t value, std::uint64_t hash) {
 
 }  // namespace
 
-PdfFile::PdfFile(OutputBuffer& out, Standard standard) : out_(out), standard_(standard), deflater_(kLevel) {}
+PdfFile::PdfFile(OutputBuffer& out, Standard standard) : out_(out), standard_(standard), compressor_(kLevel) {}
 
 void PdfFile::begin() {
   const std::string_view header = standard_ == Standard::A1b ? kHeaderOf14 : kHeader;
@@ -125,7 +127,7 @@ void PdfFile::beginObject(int number) {
 
 void PdfFile::writeStream(int number, std::string_view entries, std::string_view data) {
   compressed_.clear();
-  deflater_.compress(data, compressed_);
+  compressor_.compress(data, compressed_);
   std::string all(entries);
   all += "/Filter/FlateDecode";
   writeEncodedStream(number, all, compressed_);
@@ -202,7 +204,8 @@ void PdfFile::writeCrossReferences(const FileRoots& roots) {
   // Each entry as its difference from the one above it (the PNG filter Up), which is mostly zeros.
   std::string rows;
   compressed_.clear();
-  deflater_.begin();
+  Deflater deflater(kPlacesLevel);
+  deflater.begin();
   std::array<char, kEntrySize> above{};
   const auto add = [&](const std::array<char, kEntrySize>& entry) {
     constexpr char kUp = 2;
@@ -212,7 +215,7 @@ void PdfFile::writeCrossReferences(const FileRoots& roots) {
     }
     above = entry;
     if (rows.size() >= kRowsAtOnce) {
-      deflater_.add(rows, compressed_);
+      deflater.add(rows, compressed_);
       rows.clear();
     }
   };
@@ -220,8 +223,8 @@ void PdfFile::writeCrossReferences(const FileRoots& roots) {
   for (const std::uint64_t place : places_) {
     add(entryOf(place));
   }
-  deflater_.add(rows, compressed_);
-  deflater_.end(compressed_);
+  deflater.add(rows, compressed_);
+  deflater.end(compressed_);
   std::string entries = "/Filter/FlateDecode/Type/XRef/Size ";
   appendInteger(entries, static_cast<std::int64_t>(places_.size()) + 1);
   entries.append("/W[1 5 1]/DecodeParms<</Predictor 12/Columns 7>>").append(trailerEntries(roots));

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "formats/pdf/typeset/file/standard.h"
-#include "output/compression/deflate.h"
+#include "output/compression/compressor.h"
 #include "output/output_buffer.h"
 
 #include <cstddef>
@@ -64,7 +64,7 @@ class PdfFile {
 
   OutputBuffer& out_;
   const Standard standard_;
-  Deflater deflater_;
+  Compressor compressor_;
   std::deque<std::uint64_t> places_;  // of each object from 1 on: see place() in pdf_file.cpp
   ObjectStream waiting_;              // the objects of the next object stream
   ObjectStream waitingStructure_;

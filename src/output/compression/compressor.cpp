@@ -1,0 +1,36 @@
+#include "output/compression/compressor.h"
+
+#include <libdeflate.h>
+
+#include <cassert>
+#include <cstddef>
+#include <new>
+
+namespace scrivalen {
+namespace {
+
+libdeflate_compressor* compressorOf(void* state) { return static_cast<libdeflate_compressor*>(state); }
+
+}  // namespace
+
+void Compressor::Release::operator()(void* state) const { libdeflate_free_compressor(compressorOf(state)); }
+
+Compressor::Compressor(int level) : state_(libdeflate_alloc_compressor(level)) {
+  if (!state_) {
+    throw std::bad_alloc();
+  }
+}
+
+Compressor::~Compressor() = default;
+
+void Compressor::compress(std::string_view text, std::string& out) {
+  libdeflate_compressor* const compressor = compressorOf(state_.get());
+  const std::size_t begin = out.size();
+  const std::size_t space = libdeflate_zlib_compress_bound(compressor, text.size());
+  out.resize(begin + space);
+  const std::size_t written = libdeflate_zlib_compress(compressor, text.data(), text.size(), out.data() + begin, space);
+  assert(written != 0);  // the bound is enough for any text
+  out.resize(begin + written);
+}
+
+}  // namespace scrivalen
