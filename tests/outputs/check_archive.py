@@ -96,13 +96,25 @@ def check_composite(file, name, font):
     texts = file.stream(font["/ToUnicode"]).decode("ascii")
     known = {}
     for block in re.findall(r"beginbfchar\n(.*?)endbfchar", texts, re.S):
-        for code, text in re.findall(r"<([0-9A-F]{4})><([0-9A-F]*)>", block):
+        for code, text in re.findall(r"<([0-9A-F]{2}|[0-9A-F]{4})><([0-9A-F]*)>", block):
             known[int(code, 16)] = text
-    for code in range(1, len(glyphs) // 2):
-        expect(glyphs[2 * code:2 * code + 2] != b"\0\0", f"font {name}: number {code} is the missing glyph")
+    numbers = list(numbers_of(file, font, len(glyphs) // 2))
+    expect(numbers, f"font {name} has no numbers")
+    for code, number in numbers:
+        expect(glyphs[2 * number:2 * number + 2] != b"\0\0", f"font {name}: number {number} is the missing glyph")
         text = known.get(code, "")
         units = {text[i:i + 4] for i in range(0, len(text), 4)}
-        expect(units and not units & {"0000", "FEFF", "FFFE"}, f"font {name}: number {code} has no text")
+        expect(units and not units & {"0000", "FEFF", "FFFE"}, f"font {name}: number {number} has no text")
+
+
+def numbers_of(file, font, end):
+    """The codes of a font with their numbers, below the end of its table of glyphs."""
+    codes = file.stream(font["/Encoding"]).decode("ascii")
+    for block in re.findall(r"begincidrange\n(.*?)endcidrange", codes, re.S):
+        for first, last, number in re.findall(r"<([0-9A-F]+)><([0-9A-F]+)>(\d+)", block):
+            for code in range(int(first, 16), int(last, 16) + 1):
+                if int(number) + code - int(first, 16) < end:
+                    yield code, int(number) + code - int(first, 16)
 
 
 def check_objects(file):

@@ -3,6 +3,7 @@
 #include "text/utf.h"
 #include "text/windows_1252.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <map>
@@ -19,7 +20,8 @@ constexpr int kDeepestForm = 4;
 struct Font {
   std::string name;
   bool isComposite = false;
-  std::map<int, std::string> texts;  // of the codes of a composite font
+  std::map<std::string, std::string> texts;                    // of the codes of a composite font
+  std::vector<std::pair<std::string, std::string>> codeSpace;  // its ranges
 };
 
 // x' = a x + c y + e, y' = b x + d y + f
@@ -34,27 +36,47 @@ struct Matrix {
   double y(double px, double py) const { return b * px + d * py + f; }
 };
 
-int twoBytes(std::string_view bytes, std::size_t at) {
-  return static_cast<unsigned char>(bytes[at]) << 8 | static_cast<unsigned char>(bytes[at + 1]);
-}
-
-// Pairs of a code and its text (PDF 1.7, 9.10.3).
-std::map<int, std::string> readUnicodes(const std::string& map) {
-  std::map<int, std::string> texts;
-  std::optional<std::string> code;
+// The pairs of strings in the blocks of a CMap that begin with a word.
+std::vector<std::pair<std::string, std::string>> readPairs(const std::string& map, std::string_view begin) {
+  std::vector<std::pair<std::string, std::string>> pairs;
+  std::optional<std::string> first;
   bool isPair = false;
   PdfScanner scanner(map);
   while (const auto value = scanner.next()) {
     if (value->kind == Kind::Word) {
-      isPair = value->text == "beginbfchar";
-    } else if (isPair && value->kind == Kind::String && !code) {
-      code = value->text;
+      isPair = value->text == begin;
+    } else if (isPair && value->kind == Kind::String && !first) {
+      first = value->text;
     } else if (isPair && value->kind == Kind::String) {
-      texts[code->size() == 2 ? twoBytes(*code, 0) : -1] = pdfTextOf("\xFE\xFF" + value->text);
-      code.reset();
+      pairs.emplace_back(*first, value->text);
+      first.reset();
     }
   }
+  return pairs;
+}
+
+// The texts of codes (PDF 1.7, 9.10.3).
+std::map<std::string, std::string> readUnicodes(const std::string& map) {
+  std::map<std::string, std::string> texts;
+  for (const auto& [code, text] : readPairs(map, "beginbfchar")) {
+    texts[code] = pdfTextOf("\xFE\xFF" + text);
+  }
   return texts;
+}
+
+// Whether a text begins with a code of a range, byte by byte (PDF 1.7, 9.7.6.2).
+bool hasCodeOf(const std::pair<std::string, std::string>& range, std::string_view text) {
+  const auto& [low, high] = range;
+  if (text.size() < low.size() || low.size() != high.size()) {
+    return false;
+  }
+  for (std::size_t i = 0; i < low.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte < static_cast<unsigned char>(low[i]) || byte > static_cast<unsigned char>(high[i])) {
+      return false;
+    }
+  }
+  return true;
 }
 
 class ContentReader {
@@ -284,12 +306,16 @@ std::string ContentReader::decoded(const std::string& bytes) {
     }
     return text;
   }
-  for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
-    const auto found = used->texts.find(twoBytes(bytes, at));
+  for (std::string_view left = bytes; !left.empty();) {
+    const auto range = std::find_if(used->codeSpace.begin(), used->codeSpace.end(),
+                                    [left](const auto& codes) { return hasCodeOf(codes, left); });
+    if (range == used->codeSpace.end()) {
+      problem("a string of a composite font has bytes that are no code");
+      break;
+    }
+    const auto found = used->texts.find(std::string(left.substr(0, range->first.size())));
     text += found == used->texts.end() ? "" : found->second;
-  }
-  if (bytes.size() % 2 != 0) {
-    problem("a string of a composite font has half a code");
+    left.remove_prefix(range->first.size());
   }
   return text;
 }
@@ -306,7 +332,10 @@ const Font* ContentReader::font() {
     const std::string& name = object.at("BaseFont").text;
     found->second.name = name.substr(name.find('+') + 1);
     found->second.isComposite = object.at("Subtype").isName("Type0");
-    found->second.texts = readUnicodes(file_.stream(object.at("ToUnicode").reference()));
+    if (found->second.isComposite) {
+      found->second.texts = readUnicodes(file_.stream(object.at("ToUnicode").reference()));
+      found->second.codeSpace = readPairs(file_.stream(object.at("Encoding").reference()), "begincodespacerange");
+    }
   }
   return &found->second;
 }

@@ -130,7 +130,8 @@ TEST(ArchivedPdf, DrawsABoxForCharactersThatNoFontHas) {
       const std::string map = objects.stream(numberAfter(object, "/ToUnicode "));
       const std::size_t text = map.find("><65E5>");
       if (text != map.npos) {
-        const auto code = std::stoul(map.substr(text - 4, 4), nullptr, 16);
+        const std::size_t begin = map.rfind('<', text) + 1;
+        const auto code = std::stoul(map.substr(begin, text - begin), nullptr, 16);
         const std::string font = objects.object(referencesAfter(object, "/DescendantFonts").at(0));
         const std::string glyphs = objects.stream(numberAfter(font, "/CIDToGIDMap "));
         EXPECT_EQ(glyphs.substr(2 * code, 2) == std::string(2, '\0'), std::string(standard) == "none");

@@ -1,6 +1,7 @@
 #include "formats/pdf/typeset/fonts/font_writer.h"
 
 #include "formats/pdf/typeset/file/syntax.h"
+#include "formats/pdf/typeset/fonts/code_bytes.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -51,22 +52,28 @@ void appendUtf16(std::string& out, std::string_view utf8) {
   }
 }
 
-constexpr std::string_view kCodeSpace = "1 begincodespacerange\n<0000><FFFF>\nendcodespacerange\n";
+constexpr std::string_view kCodeSpace = "2 begincodespacerange\n<40><FF>\n<0100><3FFF>\nendcodespacerange\n";
+constexpr std::string_view kCodeSpaceOfPostScript = "1 begincodespacerange\n<0000><FFFF>\nendcodespacerange\n";
 constexpr std::string_view kCMapEnd = "endcmap\nCMapName currentdict/CMap defineresource pop\nend\nend";
 
-// Writes the lines of a CMap, each for one number, in the blocks of at most 100 that they have to be in.
+void appendCode(std::string& out, std::size_t number) {
+  out += '<';
+  appendHex(out, number, number < kFirstOfTwoBytes ? 2 : 4);
+  out += '>';
+}
+
+// Writes the lines of a CMap, each for one number or several, in the blocks of at most 100 that they have to be in.
 class CodeBlocks {
  public:
   CodeBlocks(std::string& map, std::string_view kind) : map_(map), kind_(kind) {}
 
-  /// Begins the line of a number. @return where it goes on
-  std::string& begin(std::size_t code) {
+  /// Begins the line of a number, or the first of several. @return where it goes on
+  std::string& begin(std::size_t number) {
     if (count_ == kMostLines) {
       end();
     }
-    block_ += count_ == 0 ? "<" : "\n<";
-    appendHex(block_, static_cast<unsigned>(code), 4);
-    block_ += '>';
+    block_ += count_ == 0 ? "" : "\n";
+    appendCode(block_, number);
     ++count_;
     return block_;
   }
@@ -89,10 +96,27 @@ class CodeBlocks {
   int count_ = 0;
 };
 
+// Each number as its own CID. A range is within one first byte (PDF 1.7, 9.7.6.2).
+void appendEqualCids(std::string& map, std::size_t end) {
+  CodeBlocks blocks(map, "cidrange");
+  for (std::size_t first = kFirstNumber; first < end;) {
+    const std::size_t last = first | 0xFF;
+    std::string& line = blocks.begin(first);
+    appendCode(line, last);
+    appendInteger(line, static_cast<std::int64_t>(first));
+    first = last + 1;
+  }
+  blocks.end();
+}
+
 }  // namespace
 
 FontWriter::FontWriter(PdfFile& file, const FontFile& font, const FontFile::Subset& subset)
-    : file_(file), font_(font), subset_(subset), fontName_(tagOf(subset.file) + "+" + font.names().postScript) {
+    : file_(file),
+      font_(font),
+      subset_(subset),
+      firstNumber_(firstNumberOf(font.isPostScript())),
+      fontName_(tagOf(subset.file) + "+" + font.names().postScript) {
   writeFile();
   descriptor_ = writeDescriptor();
 }
@@ -142,7 +166,7 @@ int FontWriter::descriptorOfComposite(std::span<const CompositeGlyph> glyphs) {
   };
   setBit(0);
   for (std::size_t i = 0; i < glyphs.size(); ++i) {
-    setBit(font_.isPostScript() ? cidOf(glyphs[i]) : i + 1);
+    setBit(font_.isPostScript() ? cidOf(glyphs[i]) : i + kFirstNumber);
   }
   const int set = file_.newNumber();
   file_.writeStream(set, "", bits);
@@ -175,14 +199,14 @@ int FontWriter::writeUnicodes(std::span<const CompositeGlyph> glyphs) {
       "/CIDInit/ProcSet findresource begin\n12 dict begin\nbegincmap\n"
       "/CIDSystemInfo<</Registry(Adobe)/Ordering(UCS)/Supplement 0>>def\n"
       "/CMapName/Adobe-Identity-UCS def\n/CMapType 2 def\n";
-  map += kCodeSpace;
+  map += font_.isPostScript() ? kCodeSpaceOfPostScript : kCodeSpace;
   CodeBlocks blocks(map, "bfchar");
   for (std::size_t i = 0; i < glyphs.size(); ++i) {
     // Of several glyphs for a text the first one has it. In PDF/A-2u the others need one, too.
     const std::string_view text =
         glyphs[i].text.empty() && file_.standard() == Standard::A2u ? kWordJoiner : glyphs[i].text;
     if (!text.empty()) {
-      blocks.begin(i + 1) += '<';
+      blocks.begin(i + firstNumber_) += '<';
       appendUtf16(blocks.line(), text);
       blocks.line() += '>';
     }
@@ -195,7 +219,7 @@ int FontWriter::writeUnicodes(std::span<const CompositeGlyph> glyphs) {
 }
 
 int FontWriter::writeGlyphNumbers(std::span<const CompositeGlyph> glyphs) {
-  std::string numbers(2, '\0');
+  std::string numbers(kFirstNumber * std::size_t{2}, '\0');
   for (const CompositeGlyph& glyph : glyphs) {
     numbers += static_cast<char>(static_cast<unsigned char>(glyph.glyph >> 8 & 0xFF));
     numbers += static_cast<char>(static_cast<unsigned char>(glyph.glyph & 0xFF));
@@ -205,7 +229,8 @@ int FontWriter::writeGlyphNumbers(std::span<const CompositeGlyph> glyphs) {
   return number;
 }
 
-// The numbers by which readers find the glyphs of a font of PostScript (PDF 1.7, 9.7.5.4).
+// Which glyph each number is: in a font of PostScript the one that readers find by its CID (PDF 1.7, 9.7.5.4), else the
+// one in the table of glyph numbers.
 int FontWriter::writeCids(std::span<const CompositeGlyph> glyphs) {
   constexpr std::string_view kEntries =
       "/Type/CMap/CMapName/Codes/CIDSystemInfo<</Registry(Adobe)/Ordering(Identity)/Supplement 0>>";
@@ -213,12 +238,16 @@ int FontWriter::writeCids(std::span<const CompositeGlyph> glyphs) {
       "/CIDInit/ProcSet findresource begin\n12 dict begin\nbegincmap\n"
       "/CIDSystemInfo 3 dict dup begin/Registry(Adobe)def/Ordering(Identity)def/Supplement 0 def end def\n"
       "/CMapName/Codes def\n/CMapType 1 def\n";
-  map += kCodeSpace;
-  CodeBlocks blocks(map, "cidchar");
-  for (std::size_t i = 0; i < glyphs.size(); ++i) {
-    appendInteger(blocks.begin(i + 1), cidOf(glyphs[i]));
+  map += font_.isPostScript() ? kCodeSpaceOfPostScript : kCodeSpace;
+  if (font_.isPostScript()) {
+    CodeBlocks blocks(map, "cidchar");
+    for (std::size_t i = 0; i < glyphs.size(); ++i) {
+      appendInteger(blocks.begin(i + firstNumber_), cidOf(glyphs[i]));
+    }
+    blocks.end();
+  } else {
+    appendEqualCids(map, glyphs.size() + kFirstNumber);
   }
-  blocks.end();
   map += kCMapEnd;
   const int number = file_.newNumber();
   file_.writeStream(number, kEntries, map);
@@ -232,7 +261,7 @@ unsigned FontWriter::cidOf(const CompositeGlyph& glyph) const {
 void FontWriter::appendGlyphsOfTrueType(std::string& object, std::span<const CompositeGlyph> glyphs) {
   object += '[';
   for (std::size_t first = 0; first < glyphs.size(); first += kMostInArray) {
-    appendInteger(object, static_cast<std::int64_t>(first) + 1);
+    appendInteger(object, static_cast<std::int64_t>(first + kFirstNumber));
     object += '[';
     for (const CompositeGlyph& glyph : glyphs.subspan(first, std::min(kMostInArray, glyphs.size() - first))) {
       appendKey(object, object.back() == '[' ? "" : " ", glyph.advance);
@@ -279,13 +308,8 @@ int FontWriter::writeComposite(std::span<const CompositeGlyph> glyphs) {
 
   object = "<</Type/Font/Subtype/Type0/BaseFont";
   appendName(object, fontName_);
-  object += "/Encoding";
-  if (isPostScript) {
-    object += ' ';
-    appendReference(object, writeCids(glyphs));
-  } else {
-    object += "/Identity-H";
-  }
+  object += "/Encoding ";
+  appendReference(object, writeCids(glyphs));
   object += "/DescendantFonts[";
   appendReference(object, descendant);
   object += "]/ToUnicode ";

@@ -28,7 +28,7 @@ class FontWriter {
   /// @param bytes  of WinAnsi that are drawn, ascending
   /// @return the font's number
   int writeSimple(std::span<const unsigned char> bytes, const std::array<std::uint16_t, 256>& widths);
-  /// @param glyphs  of the numbers from 1 on
+  /// @param glyphs  of the numbers from the font's first one on
   int writeComposite(std::span<const CompositeGlyph> glyphs);
 
  private:
@@ -45,6 +45,7 @@ class FontWriter {
   PdfFile& file_;
   const FontFile& font_;
   const FontFile::Subset& subset_;
+  const unsigned firstNumber_;
   std::string fontName_;
   int stream_;
   int descriptor_;

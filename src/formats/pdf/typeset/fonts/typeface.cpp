@@ -52,7 +52,7 @@ Code Typeface::codeOf(std::uint32_t glyph, std::string_view text) {
     entries_.push_back({glyph, std::string(text)});
   }
   return {static_cast<std::uint16_t>(found->second / mostCodes_),
-          static_cast<std::uint16_t>(found->second % mostCodes_ + 1)};
+          static_cast<std::uint16_t>(found->second % mostCodes_ + firstNumberOf(file_->isPostScript()))};
 }
 
 CharacterCode& Typeface::newCharacter(char32_t c) {
@@ -85,6 +85,24 @@ const CharacterCode& Typeface::characterOf(char32_t c) {
   return character;
 }
 
+// A plain character of the first composite font, with its number; null for others.
+const CharacterCode* Typeface::plainCharacter(char32_t c) {
+  CharacterCode& character = knownCharacter(c);
+  if (character.isPlain && character.code.number == 0) {
+    giveCode(character, c);
+  }
+  if (!character.isPlain || character.code.font != 0) {
+    return nullptr;
+  }
+  if (c < kPlainLetters && character.code.number < kFirstOfTwoBytes && character.advance >= 0 &&
+      character.advance <= 0xFFFF) {
+    plainLetters_.resize(kPlainLetters);
+    plainLetters_[c] = {static_cast<std::uint16_t>(character.advance),
+                        static_cast<std::uint8_t>(character.code.number)};
+  }
+  return &character;
+}
+
 bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width) {
   const char* at = utf8.data();
   const char* const end = at + utf8.size();
@@ -103,14 +121,16 @@ bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64
     } else {
       nextUtf8(at, end, c);
     }
-    CharacterCode& code = knownCharacter(c);
-    if (code.isPlain && code.code.number == 0) {
-      giveCode(code, c);
+    if (c < plainLetters_.size() && plainLetters_[c].byte != 0) {
+      *out++ = static_cast<char>(plainLetters_[c].byte);
+      width += plainLetters_[c].advance;
+    } else if (const CharacterCode* const character = plainCharacter(c)) {
+      const CodeBytes code(character->code.number);
+      out = std::copy(code.view().begin(), code.view().end(), out);
+      width += character->advance;
+    } else {
+      isPlain = false;
     }
-    isPlain = code.isPlain && code.code.font == 0;
-    *out++ = static_cast<char>(static_cast<unsigned char>(code.code.number >> 8));
-    *out++ = static_cast<char>(static_cast<unsigned char>(code.code.number & 0xFF));
-    width += code.advance;
   }
   bytes.resize(static_cast<std::size_t>(out - bytes.data()));
   return isPlain;

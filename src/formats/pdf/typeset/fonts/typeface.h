@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/pdf/typeset/file/pdf_file.h"
+#include "formats/pdf/typeset/fonts/code_bytes.h"
 #include "formats/pdf/typeset/fonts/font_file.h"
 #include "formats/pdf/typeset/length.h"
 
@@ -38,12 +39,11 @@ struct WrittenFonts {
 };
 
 /// A font of the document. It is drawn with by two kinds of fonts of PDF, which share the font's file: a simple one,
-/// whose texts are WinAnsi, one byte a character, and composite ones, whose texts are numbers of two bytes, each for a
-/// glyph and the text that it stands for (PDF 1.7, 9.6 and 9.7).
+/// whose texts are WinAnsi, one byte a character, and composite ones, whose texts are numbers of one or two bytes, each
+/// for a glyph and the text that it stands for (PDF 1.7, 9.6 and 9.7).
 class Typeface {
  public:
-  // The numbers of a composite font; 0 is the missing glyph of its own file.
-  static constexpr std::size_t kMostCodes = 65535;
+  static constexpr std::size_t kMostCodes = kEndOfNumbers - kFirstNumber;
 
   /// @param mostCodes  after which another composite font begins
   explicit Typeface(std::unique_ptr<FontFile> file, std::size_t mostCodes = kMostCodes);
@@ -108,9 +108,16 @@ class Typeface {
     return newCharacter(c);
   }
   CharacterCode& newCharacter(char32_t c);
+  const CharacterCode* plainCharacter(char32_t c);
   void giveCode(CharacterCode& character, char32_t c);
 
   std::uint32_t shownFor(std::uint32_t glyph) const { return glyph == 0 ? missing_ : glyph; }
+
+  /// A letter of two bytes of UTF-8 that is plain, in one byte of the first composite font.
+  struct PlainLetter {
+    std::uint16_t advance;
+    std::uint8_t byte = 0;  // 0: it is none, or was not drawn yet
+  };
 
   struct Entry {
     std::uint32_t glyph;
@@ -128,6 +135,8 @@ class Typeface {
   std::uint32_t missing_ = 0;  // what is drawn for a missing glyph
   static constexpr std::size_t kPage = 256;
   std::vector<std::unique_ptr<std::array<CharacterCode, kPage>>> pages_;  // of characters, by their number
+  static constexpr std::size_t kPlainLetters = 0x800;
+  std::vector<PlainLetter> plainLetters_;  // by the character, once a text has plain ones
 };
 
 }  // namespace scrivalen::typeset

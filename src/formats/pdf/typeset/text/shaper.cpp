@@ -1,6 +1,7 @@
 #include "formats/pdf/typeset/text/shaper.h"
 
 #include "formats/pdf/typeset/file/syntax.h"
+#include "formats/pdf/typeset/fonts/code_bytes.h"
 #include "formats/pdf/typeset/fonts/win_ansi_text.h"
 #include "formats/pdf/typeset/text/glyph_array.h"
 #include "text/utf.h"
@@ -64,12 +65,6 @@ std::optional<unsigned char> winAnsiOf(std::string_view text) {
   const auto byte = toWindows1252(c);
   const bool isWhole = at == text.data() + text.size() && byte && characterOfWinAnsi(*byte) == c;
   return isWhole ? byte : std::nullopt;
-}
-
-std::string_view twoBytes(std::uint16_t number, char (&bytes)[2]) {
-  bytes[0] = static_cast<char>(static_cast<unsigned char>(number >> 8));
-  bytes[1] = static_cast<char>(static_cast<unsigned char>(number & 0xFF));
-  return {bytes, 2};
 }
 
 // Writes glyphs of composite fonts.
@@ -155,8 +150,7 @@ class CompositeRuns {
       appendThousandths(rise, scaled(glyph.y, size_) * kUnitsPerPoint);
       array_->operators(rise + " Ts");
     }
-    char pair[2];
-    array_->add(twoBytes(number, pair));
+    array_->add(CodeBytes(number).view());
     if (glyph.y != 0) {
       array_->operators(" 0 Ts");
     }
@@ -209,8 +203,7 @@ ShapedRun Shaper::softHyphen(const ShapeStyle& style) {
   const std::uint32_t glyph = typeface.glyphOf(U'-');
   const Code code = typeface.codeOf(glyph, kSoftHyphen);
   ShapedRun run;
-  char pair[2];
-  appendString(run.content, twoBytes(code.number, pair));
+  appendString(run.content, CodeBytes(code.number).view());
   run.font = {font, static_cast<std::uint16_t>(code.font + 1)};
   run.width = scaled(typeface.advanceOf(glyph), style.size);
   return run;
@@ -339,8 +332,7 @@ void Shaper::setCharacters(std::string_view text, FontId font, Length size, std:
       flush();
       use = own;
     }
-    char pair[2];
-    bytes += twoBytes(code.number, pair);
+    bytes += CodeBytes(code.number).view();
     width += character.advance;
   }
   flush();
