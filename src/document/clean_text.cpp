@@ -67,15 +67,15 @@ std::size_t cleanLength(std::string_view text, TextKind kind) {
   const char* at = text.data();
   const char* const end = at + text.size();
   while (at != end) {
-    if (end - at >= static_cast<std::ptrdiff_t>(kPlainBlock) && arePrintable(eightBytes(at))) {
+    if (isLetterOfTwoBytes(at, end)) {
+      at += 2;
+    } else if (end - at >= static_cast<std::ptrdiff_t>(kPlainBlock) && arePrintable(eightBytes(at))) {
       at += kPlainBlock;
     } else if (static_cast<unsigned char>(*at) < 0x80) {
       if (!isCleanAscii(*at, kind)) {
         break;
       }
       ++at;
-    } else if (isLetterOfTwoBytes(at, end)) {
-      at += 2;
     } else {
       const char* next = at;
       char32_t c = 0;

@@ -23,6 +23,27 @@ void appendEscaped(std::string& out, unsigned char byte) {
   }
 }
 
+// As many bytes at a time are looked at together.
+constexpr std::size_t kPlainBlock = 16;
+
+bool isEscaped(char c) { return c == '(' || c == ')' || c == '\\' || c == '\r'; }
+
+bool isPlainBlock(const char* at) {
+  unsigned char escaped = 0;
+  for (std::size_t i = 0; i < kPlainBlock; ++i) {
+    const auto byte = static_cast<unsigned char>(at[i]);
+    escaped = static_cast<unsigned char>(escaped | (byte == '(') | (byte == ')') | (byte == '\\') | (byte == '\r'));
+  }
+  return escaped == 0;
+}
+
+const char* endOfPlain(const char* at, const char* end) {
+  while (static_cast<std::size_t>(end - at) >= kPlainBlock && isPlainBlock(at)) {
+    at += kPlainBlock;
+  }
+  return std::find_if(at, end, isEscaped);
+}
+
 void appendTwoDigits(std::string& out, int value) {
   out += static_cast<char>('0' + value / 10 % 10);
   out += static_cast<char>('0' + value % 10);
@@ -52,16 +73,17 @@ void appendThousandths(std::string& out, std::int64_t value) {
 }
 
 void appendEscaped(std::string& out, std::string_view bytes) {
-  const char* plain = bytes.data();
-  const char* const end = plain + bytes.size();
-  for (const char* at = plain; at != end; ++at) {
-    if (*at == '(' || *at == ')' || *at == '\\' || *at == '\r') {
-      out.append(plain, static_cast<std::size_t>(at - plain));
-      appendEscaped(out, static_cast<unsigned char>(*at));
-      plain = at + 1;
+  const char* at = bytes.data();
+  const char* const end = at + bytes.size();
+  while (true) {
+    const char* const plain = endOfPlain(at, end);
+    out.append(at, static_cast<std::size_t>(plain - at));
+    if (plain == end) {
+      return;
     }
+    appendEscaped(out, static_cast<unsigned char>(*plain));
+    at = plain + 1;
   }
-  out.append(plain, static_cast<std::size_t>(end - plain));
 }
 
 void appendString(std::string& out, std::string_view bytes) {

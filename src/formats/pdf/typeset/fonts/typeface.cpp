@@ -17,6 +17,7 @@ constexpr std::size_t kFirstByte = ' ';
 
 Typeface::Typeface(std::unique_ptr<FontFile> file, std::size_t mostCodes)
     : file_(std::move(file)), mostCodes_(mostCodes) {
+  known_.fill(kUnknown);
   // Readers find the glyphs of a simple font of PostScript by their names, which a font need not have.
   if (file_->isPostScript()) {
     return;
@@ -25,6 +26,7 @@ Typeface::Typeface(std::unique_ptr<FontFile> file, std::size_t mostCodes)
     const char32_t c = characterOfWinAnsi(static_cast<unsigned char>(byte));
     glyphs_[byte] = c == 0 ? 0 : file_->glyphOf(c);
     widths_[byte] = static_cast<std::uint16_t>(std::clamp(file_->advanceOf(glyphs_[byte]), 0, 0xFFFF));
+    known_[byte] = glyphs_[byte] == 0 ? kUnknown : widths_[byte];
   }
 }
 
@@ -96,43 +98,49 @@ const CharacterCode* Typeface::plainCharacter(char32_t c) {
   }
   if (c < kPlainLetters && character.code.number < kFirstOfTwoBytes && character.advance >= 0 &&
       character.advance <= 0xFFFF) {
-    plainLetters_.resize(kPlainLetters);
-    plainLetters_[c] = {static_cast<std::uint16_t>(character.advance),
-                        static_cast<std::uint8_t>(character.code.number)};
+    (*plainLetters_)[c] = {static_cast<std::uint16_t>(character.advance),
+                           static_cast<std::uint8_t>(character.code.number)};
   }
   return &character;
 }
 
 bool Typeface::appendPlain(std::string& bytes, std::string_view utf8, std::int64_t& width) {
+  if (!plainLetters_) {
+    plainLetters_ = std::make_unique<PlainLetters>();
+  }
+  const PlainLetters& letters = *plainLetters_;
   const char* at = utf8.data();
   const char* const end = at + utf8.size();
   const std::size_t begin = bytes.size();
   bytes.resize(begin + 2 * utf8.size());
   char* out = bytes.data() + begin;
+  std::int64_t sum = 0;
   bool isPlain = true;
   while (at != end && isPlain) {
+    // The text is well-formed.
     const auto lead = static_cast<unsigned char>(*at);
     char32_t c = lead;
-    if ((lead & 0xE0) == 0xC0) {
+    if (lead < 0x80) {
+      ++at;
+    } else if (lead < 0xE0) {
       c = (lead & 0x1Fu) << 6 | (static_cast<unsigned char>(at[1]) & 0x3Fu);
       at += 2;
-    } else if (lead < 0x80) {
-      ++at;
     } else {
       nextUtf8(at, end, c);
     }
-    if (c < plainLetters_.size() && plainLetters_[c].byte != 0) {
-      *out++ = static_cast<char>(plainLetters_[c].byte);
-      width += plainLetters_[c].advance;
+    if (const PlainLetter letter = c < kPlainLetters ? letters[c] : PlainLetter{}; letter.byte != 0) {
+      *out++ = static_cast<char>(letter.byte);
+      sum += letter.advance;
     } else if (const CharacterCode* const character = plainCharacter(c)) {
       const CodeBytes code(character->code.number);
       out = std::copy(code.view().begin(), code.view().end(), out);
-      width += character->advance;
+      sum += character->advance;
     } else {
       isPlain = false;
     }
   }
   bytes.resize(static_cast<std::size_t>(out - bytes.data()));
+  width += sum;
   return isPlain;
 }
 

@@ -59,15 +59,24 @@ class Typeface {
     }
     return width;
   }
+  /// The same for bytes of which each has a glyph; -1 for others. That is never so for a font of
+  /// PostScript: its composite fonts serve all texts.
+  std::int64_t widthIfKnown(std::string_view bytes) const {
+    std::int64_t width = 0;
+    std::uint32_t all = 0;
+    for (const char c : bytes) {
+      const std::uint32_t known = known_[static_cast<unsigned char>(c)];
+      width += known;
+      all |= known;
+    }
+    return (all & kUnknown) != 0 ? -1 : width;
+  }
   std::int64_t widthOf(char c) const { return widths_[static_cast<unsigned char>(c)]; }
   Length widthOf(std::string_view bytes, Length size) const { return scaled(widthOf(bytes), size); }
   /// Whether a byte of WinAnsi has a glyph, and which.
   std::uint32_t glyphOfWinAnsi(unsigned char byte) const { return glyphs_[byte]; }
-  /// Whether each byte has a glyph, which is never so for a font of PostScript: its composite fonts serve all texts.
-  bool has(std::string_view bytes) const {
-    return std::all_of(bytes.begin(), bytes.end(),
-                       [this](char c) { return glyphs_[static_cast<unsigned char>(c)] != 0; });
-  }
+  /// Whether each byte has a glyph.
+  bool has(std::string_view bytes) const { return widthIfKnown(bytes) >= 0; }
   /// Marks the bytes of a text that is drawn.
   void use(std::string_view bytes) {
     for (const char c : bytes) {
@@ -115,7 +124,7 @@ class Typeface {
 
   /// A letter of two bytes of UTF-8 that is plain, in one byte of the first composite font.
   struct PlainLetter {
-    std::uint16_t advance;
+    std::uint16_t advance = 0;
     std::uint8_t byte = 0;  // 0: it is none, or was not drawn yet
   };
 
@@ -124,9 +133,12 @@ class Typeface {
     std::string text;  // UTF-8; empty: none
   };
 
+  static constexpr std::uint32_t kUnknown = std::uint32_t{1} << 31;
+
   std::unique_ptr<FontFile> file_;
   std::size_t mostCodes_;
   std::array<std::uint16_t, 256> widths_{};
+  std::array<std::uint32_t, 256> known_{};  // the same widths, or kUnknown for a byte without a glyph
   std::array<std::uint32_t, 256> glyphs_{};
   std::array<std::uint8_t, 256> used_{};
   std::vector<Entry> entries_;
@@ -136,7 +148,8 @@ class Typeface {
   static constexpr std::size_t kPage = 256;
   std::vector<std::unique_ptr<std::array<CharacterCode, kPage>>> pages_;  // of characters, by their number
   static constexpr std::size_t kPlainLetters = 0x800;
-  std::vector<PlainLetter> plainLetters_;  // by the character, once a text has plain ones
+  using PlainLetters = std::array<PlainLetter, kPlainLetters>;
+  std::unique_ptr<PlainLetters> plainLetters_;  // by the character; null until a text has composite ones
 };
 
 }  // namespace scrivalen::typeset

@@ -10,6 +10,12 @@ namespace {
 
 constexpr char32_t kHyphenationMark = 0xAD;
 
+// Whether a byte begins a letter of U+0300 to U+07FF, such as those of Greek and Cyrillic. WinAnsi has none of them.
+bool isOfOtherScript(char c) {
+  const auto lead = static_cast<unsigned char>(c);
+  return lead >= 0xCC && lead <= 0xDF;
+}
+
 // A soft hyphen has a byte whose glyph is a hyphen, but is drawn where a line ends alone.
 std::array<char32_t, 256> makeCharacters() {
   std::array<char32_t, 256> characters{};
@@ -38,6 +44,9 @@ bool appendWinAnsi(std::string& bytes, std::string_view utf8) {
     at = ascii;
     if (at == end) {
       break;
+    }
+    if (isOfOtherScript(*at)) {
+      return false;
     }
     char32_t c = kReplacement;
     nextUtf8(at, end, c);

@@ -2,6 +2,10 @@
 
 #include "formats/pdf/typeset/file/syntax.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+
 namespace scrivalen::typeset {
 namespace {
 
@@ -27,14 +31,23 @@ void appendColor(std::string& out, Rgb color) {
   out += " rg\n";
 }
 
-void appendFontName(std::string& out, FontUse font) {
-  out += font.composite == 0 ? "/F" : "/G";
-  appendInteger(out, font.typeface);
-  if (font.composite > 1) {
-    out += '.';
-    appendInteger(out, font.composite - 1);
+// A few numbers and operators, which are appended at once.
+class Operators {
+ public:
+  Operators& number(std::int64_t value) {
+    end_ = std::to_chars(end_, bytes_ + sizeof bytes_, value).ptr;
+    return *this;
   }
-}
+  Operators& add(std::string_view operators) {
+    end_ = std::copy(operators.begin(), operators.end(), end_);
+    return *this;
+  }
+  std::string_view view() const { return {bytes_, static_cast<std::size_t>(end_ - bytes_)}; }
+
+ private:
+  char bytes_[128];  // for four numbers of at most 20 bytes
+  char* end_ = bytes_;
+};
 
 void appendMark(std::string& out, std::string_view role, int id) {
   out += '/';
@@ -63,12 +76,14 @@ void Canvas::begin(Length pageHeight) {
   isTagged_ = false;
 }
 
-void Canvas::beginText(Length x, Length baseline, FontUse font, Length size, Rgb color) {
+void Canvas::setText(FontUse font, Length size, Rgb color) {
   if (!hasFont_ || !(font == font_) || size != size_) {
-    appendFontName(texts_, font);
-    texts_ += ' ';
-    appendInteger(texts_, tenths(size));
-    texts_ += " Tf\n";
+    Operators operators;
+    operators.add(font.composite == 0 ? "/F" : "/G").number(font.typeface);
+    if (font.composite > 1) {
+      operators.add(".").number(font.composite - 1);
+    }
+    texts_ += operators.add(" ").number(tenths(size)).add(" Tf\n").view();
     hasFont_ = true;
     font_ = font;
     size_ = size;
@@ -77,28 +92,32 @@ void Canvas::beginText(Length x, Length baseline, FontUse font, Length size, Rgb
     appendColor(texts_, color);
     color_ = color;
   }
+}
+
+// Moves to the next text. @param operators  what follows the two numbers
+void Canvas::moveTo(Length x, Length baseline, std::string_view operators) {
   const std::int64_t newX = tenths(x);
   const std::int64_t newY = tenths(height_ - baseline);
-  appendInteger(texts_, newX - x_);
-  texts_ += ' ';
-  appendInteger(texts_, newY - y_);
-  texts_ += " Td";
+  texts_ += Operators().number(newX - x_).add(" ").number(newY - y_).add(operators).view();
   x_ = newX;
   y_ = newY;
 }
 
 void Canvas::text(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view bytes) {
-  beginText(x, baseline, font, size, color);
-  appendString(texts_, bytes);
-  texts_ += "Tj\n";
+  setText(font, size, color);
+  moveTo(x, baseline, " Td(");
+  appendEscaped(texts_, bytes);
+  texts_ += ")Tj\n";
 }
 
 void Canvas::glyphs(Length x, Length baseline, FontUse font, Length size, Rgb color, std::string_view content) {
-  beginText(x, baseline, font, size, color);
+  setText(font, size, color);
   if (isOneString(content)) {
+    moveTo(x, baseline, " Td");
     texts_.append(content).append("Tj\n");
   } else {
-    texts_.append("[").append(content).append("]TJ\n");
+    moveTo(x, baseline, " Td[");
+    texts_.append(content).append("]TJ\n");
   }
 }
 
@@ -110,11 +129,11 @@ void Canvas::area(Length x, Length top, Length width, Length height, Rgb color) 
   }
   const std::int64_t left = tenths(x);
   const std::int64_t bottom = tenths(height_ - top - height);
+  Operators operators;
   for (const std::int64_t number : {left, bottom, tenths(x + width) - left, tenths(height_ - top) - bottom}) {
-    appendInteger(areas_, number);
-    areas_ += ' ';
+    operators.number(number).add(" ");
   }
-  areas_ += "re\n";
+  areas_ += operators.add("re\n").view();
 }
 
 void Canvas::endAreas() {

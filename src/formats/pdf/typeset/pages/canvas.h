@@ -52,7 +52,8 @@ class Canvas {
 
  private:
   void endAreas();
-  void beginText(Length x, Length baseline, FontUse font, Length size, Rgb color);
+  void moveTo(Length x, Length baseline, std::string_view operators);
+  void setText(FontUse font, Length size, Rgb color);
 
   std::string areas_;
   std::string texts_;

@@ -106,14 +106,15 @@ document::Align RowSetter::alignOf(const document::Cell& cell, std::size_t colum
 bool RowSetter::setShort(std::string_view text, SetRow& row, SetCell& set) {
   Typeface& typeface = fonts_.at(set.style.font);
   set.begin = row.bytes.size();
-  std::int64_t width = 0;
   bool isPlain = text.find('\n') == text.npos;
-  if (isPlain && appendWinAnsi(row.bytes, text) && typeface.has(std::string_view(row.bytes).substr(set.begin))) {
-    set.font = {set.style.font, 0};
-    width = typeface.widthOf(std::string_view(row.bytes).substr(set.begin));
-  } else {
+  std::int64_t width = isPlain && appendWinAnsi(row.bytes, text)
+                           ? typeface.widthIfKnown(std::string_view(row.bytes).substr(set.begin))
+                           : -1;
+  set.font = {set.style.font, 0};
+  if (width < 0) {
     row.bytes.resize(set.begin);
-    set.font = {set.style.font, 1};
+    width = 0;
+    set.font.composite = 1;
     isPlain = isPlain && typeface.appendPlain(row.bytes, text, width);
   }
   set.end = row.bytes.size();
