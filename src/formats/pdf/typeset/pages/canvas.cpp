@@ -31,22 +31,30 @@ void appendColor(std::string& out, Rgb color) {
   out += " rg\n";
 }
 
-// A few numbers and operators, which are appended at once.
+// Appends a few numbers and operators, which are written where they stay.
 class Operators {
  public:
+  explicit Operators(std::string& out) : out_(out), size_(out.size()) { out.resize(size_ + kMost); }
+  Operators(const Operators&) = delete;
+  Operators& operator=(const Operators&) = delete;
+  ~Operators() { out_.resize(size_); }
+
   Operators& number(std::int64_t value) {
-    end_ = std::to_chars(end_, bytes_ + sizeof bytes_, value).ptr;
+    char* const at = out_.data() + size_;
+    size_ += static_cast<std::size_t>(std::to_chars(at, out_.data() + out_.size(), value).ptr - at);
     return *this;
   }
   Operators& add(std::string_view operators) {
-    end_ = std::copy(operators.begin(), operators.end(), end_);
+    std::copy(operators.begin(), operators.end(), out_.data() + size_);
+    size_ += operators.size();
     return *this;
   }
-  std::string_view view() const { return {bytes_, static_cast<std::size_t>(end_ - bytes_)}; }
 
  private:
-  char bytes_[128];  // for four numbers of at most 20 bytes
-  char* end_ = bytes_;
+  static constexpr std::size_t kMost = 96;  // four numbers of at most 20 bytes, and what is between them
+
+  std::string& out_;
+  std::size_t size_;
 };
 
 void appendMark(std::string& out, std::string_view role, int id) {
@@ -78,12 +86,12 @@ void Canvas::begin(Length pageHeight) {
 
 void Canvas::setText(FontUse font, Length size, Rgb color) {
   if (!hasFont_ || !(font == font_) || size != size_) {
-    Operators operators;
+    Operators operators(texts_);
     operators.add(font.composite == 0 ? "/F" : "/G").number(font.typeface);
     if (font.composite > 1) {
       operators.add(".").number(font.composite - 1);
     }
-    texts_ += operators.add(" ").number(tenths(size)).add(" Tf\n").view();
+    operators.add(" ").number(tenths(size)).add(" Tf\n");
     hasFont_ = true;
     font_ = font;
     size_ = size;
@@ -98,7 +106,7 @@ void Canvas::setText(FontUse font, Length size, Rgb color) {
 void Canvas::moveTo(Length x, Length baseline, std::string_view operators) {
   const std::int64_t newX = tenths(x);
   const std::int64_t newY = tenths(height_ - baseline);
-  texts_ += Operators().number(newX - x_).add(" ").number(newY - y_).add(operators).view();
+  Operators(texts_).number(newX - x_).add(" ").number(newY - y_).add(operators);
   x_ = newX;
   y_ = newY;
 }
@@ -129,11 +137,11 @@ void Canvas::area(Length x, Length top, Length width, Length height, Rgb color) 
   }
   const std::int64_t left = tenths(x);
   const std::int64_t bottom = tenths(height_ - top - height);
-  Operators operators;
+  Operators operators(areas_);
   for (const std::int64_t number : {left, bottom, tenths(x + width) - left, tenths(height_ - top) - bottom}) {
     operators.number(number).add(" ");
   }
-  areas_ += operators.add("re\n").view();
+  operators.add("re\n");
 }
 
 void Canvas::endAreas() {
