@@ -2,6 +2,7 @@
 
 #include "document/language.h"
 #include "document/model/event_log.h"
+#include "document/word/bookmark_name.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/inline_writer.h"

@@ -1,7 +1,7 @@
-#include "formats/rtf/document/tables/table_plan.h"
+#include "document/word/table_plan.h"
 
 #include "document/tables/column_widths.h"
-#include "formats/rtf/document/prolog/page_twips.h"
+#include "document/word/page_twips.h"
 
 #include <algorithm>
 #include <cmath>
@@ -11,12 +11,12 @@
 #include <span>
 #include <utility>
 
-namespace scrivalen::document::rtf {
+namespace scrivalen::document {
 namespace {
 
 constexpr int kUsualHalfPoints = 20;
 constexpr int kLeastHalfPoints = 12;
-constexpr std::size_t kMostColumns = 63;  // of a table that Word opens
+constexpr std::size_t kMostColumnsOfAPart = 63;  // of a table that Word opens
 constexpr int kWidestTable = 31680;       // twips; Word's limit of 22 inches
 
 // The width of a column of text in a proportional font, by the font's size. A digit has 0.56 of it, but words may be
@@ -96,7 +96,7 @@ std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space,
     double taken = first > 0 ? needs.front().longestWord : 0;
     std::size_t columns = first > 0 ? 1 : 0;
     std::size_t end = first;
-    while (end < needs.size() && columns < kMostColumns &&
+    while (end < needs.size() && columns < kMostColumnsOfAPart &&
            (end == std::max<std::size_t>(first, 1) || taken + needs[end].longestWord <= space)) {
       taken += needs[end++].longestWord;
       ++columns;
@@ -110,7 +110,7 @@ std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space,
 // One part in the largest text that fits; none if not even the smallest does.
 std::optional<TablePlan> inOnePart(const Table& table, double width, WidthRule rule) {
   std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints);
-  if (needs.size() > kMostColumns) {
+  if (needs.size() > kMostColumnsOfAPart) {
     return std::nullopt;
   }
   int halfPoints = kUsualHalfPoints;
@@ -164,4 +164,4 @@ TablePlan planTable(const Table& table, TableSpace space, WidthRule rule) {
   return landscape.parts.size() < upright.parts.size() ? turned(std::move(landscape)) : upright;
 }
 
-}  // namespace scrivalen::document::rtf
+}  // namespace scrivalen::document

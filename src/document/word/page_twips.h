@@ -2,7 +2,7 @@
 
 #include "document/settings/page.h"
 
-namespace scrivalen::document::rtf {
+namespace scrivalen::document {
 
 inline constexpr double kTwipsPerPoint = 20;
 
@@ -18,4 +18,4 @@ struct PageTwips {
   int width, height, top, right, bottom, left;
 };
 
-}  // namespace scrivalen::document::rtf
+}  // namespace scrivalen::document

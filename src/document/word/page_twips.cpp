@@ -1,8 +1,8 @@
-#include "formats/rtf/document/prolog/page_twips.h"
+#include "document/word/page_twips.h"
 
 #include <cmath>
 
-namespace scrivalen::document::rtf {
+namespace scrivalen::document {
 namespace {
 
 int twips(double points) { return static_cast<int>(std::lround(points * kTwipsPerPoint)); }
@@ -17,4 +17,4 @@ PageTwips::PageTwips(const Page& page)
       bottom(twips(page.bottomPt)),
       left(twips(page.leftPt)) {}
 
-}  // namespace scrivalen::document::rtf
+}  // namespace scrivalen::document

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "document/model/table.h"
-#include "formats/rtf/document/prolog/page_twips.h"
+#include "document/word/page_twips.h"
 
 #include <cstddef>
 #include <vector>
 
-namespace scrivalen::document::rtf {
+namespace scrivalen::document {
 
 /// A range of a table's columns that fits beside its first one.
 struct TablePart {
@@ -42,4 +42,4 @@ struct WidthRule {
 /// there are fewer of them.
 TablePlan planTable(const Table& table, TableSpace space, WidthRule rule);
 
-}  // namespace scrivalen::document::rtf
+}  // namespace scrivalen::document
