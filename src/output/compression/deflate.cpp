@@ -23,8 +23,10 @@ struct Deflater::State {
   std::unique_ptr<char[]> output;  // of a text in parts; what the stream's pointer is past
 };
 
-Deflater::Deflater(int level) : state_(std::make_unique<State>()) {
-  if (deflateInit(&state_->stream, level) != Z_OK) {
+Deflater::Deflater(int level, DeflateFormat format) : state_(std::make_unique<State>()) {
+  constexpr int kUsualMemory = 8;
+  const int window = format == DeflateFormat::Raw ? -MAX_WBITS : MAX_WBITS;
+  if (deflateInit2(&state_->stream, level, Z_DEFLATED, window, kUsualMemory, Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::bad_alloc();
   }
 }

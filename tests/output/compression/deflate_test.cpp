@@ -110,3 +110,10 @@ TEST(Deflater, TakesATextWithoutParts) {
   deflater.end(out);
   EXPECT_EQ(inflated(out), "");
 }
+
+TEST(Deflater, WritesNothingAroundRawBytes) {
+  Deflater zlib(6);
+  Deflater raw(6, scrivalen::DeflateFormat::Raw);
+  const std::string all = compressed(zlib, "one two two two three");
+  EXPECT_EQ(compressed(raw, "one two two two three"), all.substr(2, all.size() - 2 - 4));
+}
