@@ -1,11 +1,11 @@
 #include "document/plain/private_file.h"
 
+#include "document/plain/temporary_error.h"
 #include "document/run.h"
 #include "output/exception_barrier.h"
 #include "output/failure_reason.h"
 #include "output/file_error.h"
 #include "system/files/files.h"
-#include "system/messages.h"
 #include "text/utf.h"
 
 #include <algorithm>
@@ -48,29 +48,13 @@ std::pair<std::string, std::uint64_t> counted(std::string_view line) {
   return {count == 1 ? std::string("a").append(line) : std::string(line.substr(line.empty() ? 0 : 1)), count};
 }
 
-// The file is in a private folder, which is removed: a person looks for room or rights in the folder around it.
-[[noreturn]] void raise(std::string_view what, std::wstring_view reason) {
-  if (reason == kOutOfMemory) {
-    throw std::bad_alloc();
-  }
-  throw std::runtime_error(std::string(what) + " in '" + toUtf8(temporaryFolderName()) + "': " + toUtf8(reason));
-}
-
-[[noreturn]] void raiseSystemError(std::string_view what) {
-  const std::uint32_t error = lastSystemError();
-  if (isOutOfMemoryError(error)) {
-    throw std::bad_alloc();
-  }
-  raise(what, systemErrorText(error));
-}
-
 constexpr std::string_view kIncomplete = "its temporary file cannot be completed";
 
 }  // namespace
 
 void PrivateFile::create(std::wstring_view name) {
   if (!folder_.createElsewhere()) {
-    raiseSystemError("no folder can be created for its temporary file");
+    raiseTemporaryError("no folder can be created for its temporary file");
   }
   path_ = (folder_.path() + kPathSeparator).append(name);
 }
@@ -87,7 +71,7 @@ void PrivateFile::fail(std::wstring_view error) const {
       error.remove_prefix(start.size());
     }
   }
-  raise(kIncomplete, error);
+  raiseTemporaryError(kIncomplete, error);
 }
 
 void PrivateFile::deliver() {
@@ -105,7 +89,7 @@ void PrivateFile::copy() {
                         return !out_.hasLostBytes();
                       });
   if (!isRead && !out_.hasLostBytes()) {
-    raiseSystemError("its temporary file cannot be read");
+    raiseTemporaryError("its temporary file cannot be read");
   }
 }
 

@@ -1,10 +1,10 @@
-// Writes a document with everything that RTF can hold, for other programs to read.
+// Writes a document with everything that word processors can hold, for other programs to read.
 //
-//   write_rtf_document FILE.rtf
+//   write_sample_document FILE.rtf|FILE.docx
 
 #include "document/document.h"
 #include "document/pictures/picture.h"
-#include "formats/rtf/document/document_writer.h"
+#include "formats/document_formats.h"
 #include "support/documents/pictures.h"
 #include "text/colors.h"
 
@@ -15,8 +15,6 @@
 using namespace scrivalen::document;
 
 namespace {
-
-const Format kFormat{"rtf", &createRtfDocumentWriter};
 
 void write(Document& document, std::string_view text) { document.text(text); }
 
@@ -226,12 +224,13 @@ void writePictures(Document& document) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: write_rtf_document FILE.rtf\n");
+  const Format* const format = argc == 2 ? scrivalen::documentFormatOfPath(argv[1]) : nullptr;
+  if (format == nullptr) {
+    std::fprintf(stderr, "usage: write_sample_document FILE.rtf|FILE.docx\n");
     return 2;
   }
   Document document;
-  document.addFile(kFormat, argv[1]);
+  document.addFile(*format, argv[1]);
   document.set("title", "A sample of {RTF}");
   document.set("author", "Åsa");
   document.set("clock", "2026-01-31 12:00:00");
@@ -252,7 +251,7 @@ int main(int argc, char** argv) {
   writePictures(document);
   document.end();
   if (document.close() != Status::Ok) {
-    std::fprintf(stderr, "write_rtf_document: %s\n", document.error());
+    std::fprintf(stderr, "write_sample_document: %s\n", document.error());
     return 1;
   }
 }

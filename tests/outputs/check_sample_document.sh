@@ -1,15 +1,18 @@
 #!/usr/bin/env bash
-# Has a program write a document with everything that RTF can hold, and LibreOffice and unrtf read it.
+# Has a program write a document with everything that word processors can hold, and other programs read it: LibreOffice,
+# and unrtf or pandoc and python3-docx.
 #
-#   check_rtf_document.sh PROGRAM...
+#   check_sample_document.sh rtf|docx PROGRAM...
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
-"$@" "$work/sample.rtf" || fail "no document was written"
+format=$1
+shift
+"$@" "$work/sample.$format" || fail "no document was written"
 
-for format in fodt "txt:Text (encoded):UTF8" pdf; do
-  (cd "$work" && timeout 180 soffice "-env:UserInstallation=file://$work/settings" --headless --convert-to "$format" \
-    --outdir office sample.rtf >office.log 2>&1) || fail "LibreOffice did not convert it: $(cat "$work/office.log")"
+for converted in fodt "txt:Text (encoded):UTF8" pdf; do
+  (cd "$work" && timeout 180 soffice "-env:UserInstallation=file://$work/settings" --headless --convert-to "$converted" \
+    --outdir office "sample.$format" >office.log 2>&1) || fail "LibreOffice did not convert it: $(cat "$work/office.log")"
 done
 
 found() {
@@ -86,8 +89,63 @@ check_with_unrtf() {
   done
 }
 
+check_parts() {
+  unzip -qq -d "$work/parts" "$work/sample.docx" || fail "unzip finds it broken"
+  find "$work/parts" -type f ! -path '*/media/*' -print0 | xargs -0 xmllint --noout || fail "a part is not well-formed"
+}
+
+# The names of the styles are those that a person finds in a word processor.
+check_with_python() {
+  /usr/bin/python3 - "$work/sample.docx" <<'PYTHON' || fail "python3-docx does not find what was written"
+import sys
+import docx
+
+document = docx.Document(sys.argv[1])
+assert document.core_properties.title == "A sample of {RTF}"
+assert document.core_properties.author == "Åsa"
+styles = [paragraph.style.name for paragraph in document.paragraphs]
+for style in ["Title", "Heading 1", "Heading 2", "Quote", "Code", "List Paragraph", "toc 1", "Horizontal Line"]:
+    assert style in styles, (style, styles)
+prices = document.tables[0]
+assert prices.style.name == "Table"
+assert [cell.text for cell in prices.rows[0].cells] == ["Article", "Description", "Price", "Pieces"]
+assert [cell.text for cell in prices.rows[2].cells] == ["Article 2", "short", "25", "2000"]
+assert prices.rows[6].cells[0]._tc is prices.rows[6].cells[1]._tc
+assert len(document.sections) >= 4
+assert document.sections[0].header.paragraphs[0].text.startswith("A sample of {RTF}")
+assert len(document.inline_shapes) == 2
+PYTHON
+}
+
+check_with_pandoc() {
+  pandoc -f docx -t gfm --wrap=none -o "$work/sample.md" "$work/sample.docx" || fail "pandoc did not convert it"
+  local line
+  while IFS= read -r line; do
+    grep -qxF -- "$line" "$work/sample.md" || fail "pandoc does not find '$line': $(head -90 "$work/sample.md")"
+  done <<'LINES'
+# Prose
+## Nested lists
+-   [ ] a task to do
+9.  nine
+        1.  inner one
+    int main() {
+> The second paragraph.
+<th>Article</th>
+<td colspan="2">Sum over two columns</td>
+LINES
+  # shellcheck disable=SC2016  # code in Markdown
+  grep -qF '**strong** *emphasis* `code()` ~~deleted~~ ' "$work/sample.md" || fail "pandoc does not find the spans"
+  grep -qF '[one to the tables](#tables)' "$work/sample.md" || fail "pandoc does not find the link"
+}
+
 check_lists
 check_structure
 check_pages
 check_turned_pages
-check_with_unrtf
+if [ "$format" = rtf ]; then
+  check_with_unrtf
+else
+  check_parts
+  check_with_python
+  check_with_pandoc
+fi
