@@ -1,5 +1,7 @@
 #include "formats/docx/containers.h"
 
+#include "formats/docx/xml.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -14,16 +16,17 @@ std::string_view boxOf(Task task) {
   return kBoxes[static_cast<int>(task)];
 }
 
-std::string indentElement(int left, int hanging) {
-  std::string xml = "<w:ind w:left=\"" + std::to_string(left);
-  return xml + (hanging > 0 ? "\" w:hanging=\"" + std::to_string(hanging) + "\"/>" : "\"/>");
+std::string indentElement(int left) { return joined({"<w:ind w:left=\"", std::to_string(left), "\"/>"}); }
+
+// Of a paragraph with a marker.
+std::string hangingIndentElement(int left) {
+  return joined({"<w:ind w:left=\"", std::to_string(left), "\" w:hanging=\"", std::to_string(kListIndent), "\"/>"});
 }
 
 // Readers join the borders of paragraphs that have the same ones.
 std::string quoteBorder(bool isRightToLeft) {
-  const std::string line = " w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"" + std::string(kLineColor) + "\"/>";
-  const std::string side = isRightToLeft ? "<w:left w:val=\"nil\"/><w:right" : "<w:left";
-  return "<w:pBdr>" + side + line + "</w:pBdr>";
+  return joined({"<w:pBdr>", isRightToLeft ? "<w:left w:val=\"nil\"/><w:right" : "<w:left",
+                 " w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"", kLineColor, "\"/></w:pBdr>"});
 }
 
 }  // namespace
@@ -68,7 +71,7 @@ ContainerProperties Containers::takeProperties(Style style, bool isRightToLeft) 
   if (isInQuote() && style != Style::Code && (isRightToLeft || !isQuote)) {
     properties.border = quoteBorder(isRightToLeft);
   }
-  properties.indent = isOneQuote ? std::string() : indentElement(indent(), 0);
+  properties.indent = isOneQuote ? std::string() : indentElement(indent());
   properties.space = open_.back().isTight ? "<w:contextualSpacing/>" : "";
   if (hasMarker()) {
     properties.marker = takeMarker(properties);
@@ -78,19 +81,19 @@ ContainerProperties Containers::takeProperties(Style style, bool isRightToLeft) 
 
 std::string Containers::takeMarker(ContainerProperties& properties) {
   Container& list = open_[std::exchange(markerDepth_, 0) - 1];
-  const std::string box(boxOf(task_));
+  const std::string_view box = boxOf(task_);
   const bool isBox = !list.isOrdered && !box.empty();
   const int number = isBox ? kTaskList : list.list;
   const std::int64_t shown = list.number++;
   if (number == 0) {
-    properties.indent = indentElement(indent(), kListIndent);
-    return std::to_string(shown) + ".\t" + (box.empty() ? box : box + " ");
+    properties.indent = hangingIndentElement(indent());
+    return joined({std::to_string(shown), ".\t", box, box.empty() ? "" : " "});
   }
-  properties.list = "<w:numPr><w:ilvl w:val=\"" + std::to_string(list.level) + "\"/><w:numId w:val=\"" +
-                    std::to_string(number) + "\"/></w:numPr>";
+  properties.list = joined({"<w:numPr><w:ilvl w:val=\"", std::to_string(list.level), "\"/><w:numId w:val=\"",
+                            std::to_string(number), "\"/></w:numPr>"});
   const bool isUsual = indent() == (list.level + 1) * kListIndent;
-  properties.indent = isUsual ? std::string() : indentElement(indent(), kListIndent);
-  return isBox ? box + "\t" : box.empty() ? box : box + " ";
+  properties.indent = isUsual ? std::string() : hangingIndentElement(indent());
+  return joined({box, isBox ? "\t" : box.empty() ? "" : " "});
 }
 
 }  // namespace scrivalen::document::docx

@@ -6,14 +6,14 @@
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
 // What the parts of a document are made of: markup, numbers and clean texts.
 namespace scrivalen::document::docx {
 
-inline constexpr std::string_view kXmlStart = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
+inline constexpr std::string_view kXmlStart = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n";
 
 inline void put(OutputBuffer& out, std::string_view markup) { out.write(markup.data(), markup.size()); }
 
@@ -31,6 +31,15 @@ inline void putContent(OutputBuffer& out, std::string_view text) { MarkupText().
 
 /// Writes an attribute's value, without its quotation marks.
 inline void putValue(OutputBuffer& out, std::string_view text) { MarkupText().value(out, text); }
+
+/// The texts one after another.
+inline std::string joined(std::initializer_list<std::string_view> texts) {
+  std::string result;
+  for (const std::string_view text : texts) {
+    result += text;
+  }
+  return result;
+}
 
 /// The start tag of a part that has the namespaces of texts, links and pictures.
 inline constexpr std::string_view kNamespaces =

@@ -119,6 +119,15 @@ TEST(DocxText, HasColorsSizesAndLanguages) {
             "<w:lang w:val=\"fr\" w:eastAsia=\"fr\" w:bidi=\"fr\"/></w:rPr><w:t>a</w:t></w:r></w:p>\n");
 }
 
+TEST(DocxText, HasNoLanguageThatIsNoTag) {
+  EXPECT_EQ(paragraphOf([](Document& document) {
+              document.beginLanguage("\"fr\"");
+              document.text("a");
+              document.end();
+            }),
+            "<w:p><w:r><w:t>a</w:t></w:r></w:p>\n");
+}
+
 TEST(DocxText, MarksThePlaceOfAHeading) {
   EXPECT_EQ(bodyOf([](Document& document) { document.heading(2, "Prices per year"); }),
             "<w:p><w:pPr><w:pStyle w:val=\"Heading2\"/></w:pPr><w:bookmarkStart w:id=\"0\" w:name=\"prices-per-year\"/>"

@@ -40,7 +40,7 @@ void writeLevel(OutputBuffer& out, int kind, int level) {
   } else if (kind == kBullets) {
     endLevel(out, level, kBulletCharacters[level % 3]);
   } else {
-    endLevel(out, level, "%" + std::to_string(level + 1) + ".");
+    endLevel(out, level, joined({"%", std::to_string(level + 1), "."}));
   }
 }
 

@@ -22,8 +22,8 @@ std::string padded(std::int64_t number, std::size_t digits) {
 // As XML Schema has it (W3CDTF).
 std::string timeText(std::int64_t seconds) {
   const CalendarTime time = calendarTimeOf(seconds);
-  return padded(time.date.year, 4) + "-" + padded(time.date.month, 2) + "-" + padded(time.date.day, 2) + "T" +
-         padded(time.hour, 2) + ":" + padded(time.minute, 2) + ":" + padded(time.second, 2) + "Z";
+  return joined({padded(time.date.year, 4), "-", padded(time.date.month, 2), "-", padded(time.date.day, 2), "T",
+                 padded(time.hour, 2), ":", padded(time.minute, 2), ":", padded(time.second, 2), "Z"});
 }
 
 void writeElement(OutputBuffer& out, std::string_view name, std::string_view text) {
@@ -99,7 +99,7 @@ std::string archiveRelations(bool hasCustomProperties) {
 
 void writePictures(ZipWriter& archive, WaitingPictures& pictures) {
   for (std::size_t i = 0; i < pictures.size(); ++i) {
-    archive.addStored("word/" + picturePart(i, pictures.format(i)), pictures.read(i));
+    archive.addStored(joined({"word/", picturePart(i, pictures.format(i))}), pictures.read(i));
   }
 }
 
@@ -143,7 +143,7 @@ void writeTypes(OutputBuffer& out, const PageHeader& header, bool hasCustomPrope
   writeType(out, "word/settings.xml", "officedocument.wordprocessingml.settings");
   for (std::size_t i = 0; i < header.size(); ++i) {
     const std::string_view kind = header.isFooter(i) ? "footer" : "header";
-    writeType(out, "word/" + headerPart(i), std::string("officedocument.wordprocessingml.").append(kind));
+    writeType(out, joined({"word/", headerPart(i)}), joined({"officedocument.wordprocessingml.", kind}));
   }
   put(out, "</Types>\n");
 }

@@ -83,16 +83,16 @@ std::string PageHeader::reference(Part part) {
   const auto compared = static_cast<std::ptrdiff_t>(std::min(kCompared, parts_.size()));
   const auto known = std::find(parts_.end() - compared, parts_.end(), part);
   const std::string id = headerRelation(static_cast<std::size_t>(known - parts_.begin()));
-  const std::string element = part.isFooter ? "<w:footerReference" : "<w:headerReference";
+  const std::string_view element = part.isFooter ? "<w:footerReference" : "<w:headerReference";
   if (known == parts_.end()) {
     parts_.push_back(std::move(part));
   }
-  return element + " w:type=\"default\" r:id=\"" + id + "\"/>";
+  return joined({element, " w:type=\"default\" r:id=\"", id, "\"/>"});
 }
 
 void PageHeader::write(ZipWriter& archive) const {
   for (std::size_t i = 0; i < parts_.size(); ++i) {
-    archive.beginEntry("word/" + headerPart(i));
+    archive.beginEntry(joined({"word/", headerPart(i)}));
     writePart(archive.content(), parts_[i]);
     archive.endEntry();
     if (image_.picture && !parts_[i].isFooter) {
@@ -100,7 +100,7 @@ void PageHeader::write(ZipWriter& archive) const {
       relations.append(kRelationsStart)
           .append(relation(pictureRelation(picture_), "image", picturePart(picture_, image_.picture->format())))
           .append(kRelationsEnd);
-      archive.addEntry("word/_rels/" + headerPart(i) + ".rels", relations);
+      archive.addEntry(joined({"word/_rels/", headerPart(i), ".rels"}), relations);
     }
   }
 }

@@ -95,7 +95,7 @@ void writeStyle(OutputBuffer& out, const StyleDefinition& style) {
 void writeHeading(OutputBuffer& out, int level) {
   const HeadingDefinition& heading = kHeadings[level - 1];
   const std::string number = std::to_string(level);
-  beginStyle(out, kParagraph, "Heading" + number, "heading " + number);
+  beginStyle(out, kParagraph, joined({"Heading", number}), joined({"heading ", number}));
   put(out, "<w:basedOn w:val=\"Normal\"/><w:next w:val=\"Normal\"/><w:uiPriority w:val=\"9\"/><w:qFormat/><w:pPr>");
   put(out, kHeadingStart);
   put(out, "<w:spacing w:before=\"", heading.before, "\"");
@@ -108,7 +108,7 @@ void writeHeading(OutputBuffer& out, int level) {
 void writeContentsStyle(OutputBuffer& out, int level, int textWidth) {
   constexpr int kIndent = 240;
   const std::string number = std::to_string(level);
-  beginStyle(out, kParagraph, "TOC" + number, "toc " + number);
+  beginStyle(out, kParagraph, joined({"TOC", number}), joined({"toc ", number}));
   put(out,
       "<w:basedOn w:val=\"Normal\"/><w:next w:val=\"Normal\"/><w:uiPriority w:val=\"39\"/><w:pPr><w:tabs>"
       "<w:tab w:val=\"right\" w:leader=\"dot\" w:pos=\"",
@@ -166,12 +166,12 @@ constexpr std::string_view kTable =
     "<w:tblStylePr w:type=\"firstRow\"><w:tcPr><w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"E6EAEE\"/></w:tcPr>"
     "</w:tblStylePr></w:style>\n";
 
-// "" and " 8" for the usual size and 4 points.
+// Empty and " 8" for the usual size and 4 points.
 std::string sizeSuffix(int halfPoints) {
   if (halfPoints == kUsualTableHalfPoints) {
     return {};
   }
-  return std::to_string(halfPoints / 2) + (halfPoints % 2 == 1 ? ".5" : "");
+  return joined({" ", std::to_string(halfPoints / 2), halfPoints % 2 == 1 ? ".5" : ""});
 }
 
 // An id has no full stop.
@@ -181,8 +181,7 @@ std::string tableStyleId(int halfPoints, bool isHeading) {
 }
 
 std::string tableStyleName(int halfPoints, bool isHeading) {
-  const std::string suffix = sizeSuffix(halfPoints);
-  return (isHeading ? "Table Heading" : "Table Text") + (suffix.empty() ? suffix : " " + suffix);
+  return joined({isHeading ? "Table Heading" : "Table Text", sizeSuffix(halfPoints)});
 }
 
 void writeTableText(OutputBuffer& out, int halfPoints, bool isHeading) {
@@ -251,7 +250,7 @@ std::string_view styleReference(Style style) {
 
 std::string StyleSheet::tableReference(int halfPoints, bool isHeading) {
   tableSizes_.set(static_cast<std::size_t>(halfPoints));
-  return "<w:pStyle w:val=\"" + tableStyleId(halfPoints, isHeading) + "\"/>";
+  return joined({"<w:pStyle w:val=\"", tableStyleId(halfPoints, isHeading), "\"/>"});
 }
 
 void StyleSheet::writeDefaults(OutputBuffer& out) const {

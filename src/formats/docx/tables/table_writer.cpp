@@ -23,7 +23,7 @@ bool isPlainCell(const Cell& cell) {
 }
 
 std::string cellStart(int width) {
-  return "<w:tc><w:tcPr><w:tcW w:w=\"" + std::to_string(width) + "\" w:type=\"dxa\"/>";
+  return joined({"<w:tc><w:tcPr><w:tcW w:w=\"", std::to_string(width), "\" w:type=\"dxa\"/>"});
 }
 
 // Text that is aligned to the left needs no element.
@@ -50,8 +50,8 @@ void TableWriter::begin(const Table& table, TablePlan plan, int indent) {
     aligns_.push_back(isRightToLeft_ && given == Align::Left ? Align::Right : given);
     if (i < edges.size()) {
       const int width = edges[i] - (i > 0 ? edges[i - 1] : 0);
-      leads_.push_back(cellStart(width) + "</w:tcPr><w:p><w:pPr>" + textStyle_);
-      leads_.back().append(cellAlignment(aligns_[i], false)).append("</w:pPr><w:r>");
+      leads_.push_back(joined(
+          {cellStart(width), "</w:tcPr><w:p><w:pPr>", textStyle_, cellAlignment(aligns_[i], false), "</w:pPr><w:r>"}));
     }
   }
   waiting_.assign(plan_.parts.size() > 1 ? plan_.parts.size() : 0, {});

@@ -1,11 +1,15 @@
 #include "formats/docx/text/run_style.h"
 
+#include "formats/docx/xml.h"
 #include "text/ascii.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace scrivalen::document::docx {
 namespace {
+
+constexpr std::size_t kLongestTag = 84;  // a limit of word processors
 
 // Runs from right to left have properties of their own for the weight, the slope and the size.
 void addPair(std::string& xml, std::string_view name, std::string_view attributes) {
@@ -26,6 +30,11 @@ std::string_view scriptElement(Script script) {
   }
 }
 
+bool isTag(std::string_view text) {
+  return text.size() <= kLongestTag &&
+         std::all_of(text.begin(), text.end(), [](char c) { return isAsciiLetter(c) || isAsciiDigit(c) || c == '-'; });
+}
+
 }  // namespace
 
 std::string colorValue(Rgb color) {
@@ -39,13 +48,15 @@ std::string colorValue(Rgb color) {
 std::string_view languageValue(std::string_view tag) { return asciiLowered(tag) == "en" ? "en-US" : tag; }
 
 std::string languageElement(std::string_view tag) {
-  const std::string value(languageValue(tag));
-  return "<w:lang w:val=\"" + value + "\" w:eastAsia=\"" + value + "\" w:bidi=\"" + value + "\"/>";
+  if (!isTag(tag)) {
+    return {};
+  }
+  const std::string_view value = languageValue(tag);
+  return joined({"<w:lang w:val=\"", value, "\" w:eastAsia=\"", value, "\" w:bidi=\"", value, "\"/>"});
 }
 
 std::string fontsElement(std::string_view font) {
-  std::string value(font);
-  return "<w:rFonts w:ascii=\"" + value + "\" w:hAnsi=\"" + value + "\" w:cs=\"" + value + "\"/>";
+  return joined({"<w:rFonts w:ascii=\"", font, "\" w:hAnsi=\"", font, "\" w:cs=\"", font, "\"/>"});
 }
 
 std::string runProperties(const RunStyle& style, bool isRightToLeft) {
@@ -61,22 +72,22 @@ std::string runProperties(const RunStyle& style, bool isRightToLeft) {
   }
   xml += style.deleted ? "<w:strike/>" : "";
   if (style.color) {
-    xml += "<w:color w:val=\"" + colorValue(*style.color) + "\"/>";
+    xml += joined({"<w:color w:val=\"", colorValue(*style.color), "\"/>"});
   }
   if (style.halfPoints > 0) {
-    const std::string size = " w:val=\"" + std::to_string(style.halfPoints) + "\"";
+    const std::string size = joined({" w:val=\"", std::to_string(style.halfPoints), "\""});
     addPair(xml, "sz", size);
   }
   xml += style.underlined ? "<w:u w:val=\"single\"/>" : "";
   if (style.background) {
-    xml += "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"" + colorValue(*style.background) + "\"/>";
+    xml += joined({"<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"", colorValue(*style.background), "\"/>"});
   }
   xml += scriptElement(style.script);
   xml += isRightToLeft ? "<w:rtl/>" : "";
   if (!style.language.empty()) {
     xml += languageElement(style.language);
   }
-  return xml.empty() ? xml : "<w:rPr>" + xml + "</w:rPr>";
+  return xml.empty() ? xml : joined({"<w:rPr>", xml, "</w:rPr>"});
 }
 
 }  // namespace scrivalen::document::docx

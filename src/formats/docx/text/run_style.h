@@ -41,7 +41,7 @@ std::string colorValue(Rgb color);
 /// A language as word processors know it: one without a region has its usual one where they need it.
 std::string_view languageValue(std::string_view tag);
 
-/// The element of the language of a text in any script.
+/// The element of the language of a text in any script; empty for what is no tag (BCP 47).
 std::string languageElement(std::string_view tag);
 
 }  // namespace scrivalen::document::docx

@@ -37,8 +37,8 @@ void writeTextElement(OutputBuffer& out, std::string_view text) {
 }
 
 void RunWriter::setStyle(const RunStyle& style) {
-  start_ = "<w:r>" + runProperties(style, false);
-  startFromRight_ = "<w:r>" + runProperties(style, true);
+  start_ = joined({"<w:r>", runProperties(style, false)});
+  startFromRight_ = joined({"<w:r>", runProperties(style, true)});
 }
 
 void RunWriter::write(OutputBuffer& out, std::string_view text, bool isRightToLeft) const {
