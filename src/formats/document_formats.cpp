@@ -8,7 +8,7 @@
 #include "formats/pdf/typeset/typeset_writer.h"
 #include "formats/rtf/document/document_writer.h"
 #include "formats/text/text_writer.h"
-#include "formats/xlsx/xlsx_writer.h"
+#include "formats/xlsx/document/workbook_writer.h"
 #include "text/ascii.h"
 
 #include <algorithm>

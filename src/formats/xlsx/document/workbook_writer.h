@@ -6,7 +6,8 @@
 
 namespace scrivalen::xlsx {
 
-/// Writes a spreadsheet of texts as the spreadsheet report does: a row for each block and for each row of a table.
+/// Writes documents as workbooks (Office Open XML, ECMA-376). A section is a sheet; the first table of a sheet sets its
+/// columns, is frozen at its header and gets a filter. Each block is a row.
 std::unique_ptr<document::DocumentWriter> createXlsxDocumentWriter(const document::WriterContext& context);
 
 }  // namespace scrivalen::xlsx
