@@ -174,7 +174,7 @@ void BlockWriter::contentsItem(const Event& item) {
   CellFormat format = bodyFormat();
   format.indent = static_cast<std::uint8_t>(std::clamp(item.number, 1, 6) - 1);
   collector_.begin(format.font);
-  const std::string address = "#" + std::string(item.id);
+  const std::string address = std::string("#").append(item.id);
   collector_.write({.kind = EventKind::BeginLink, .address = address});
   collector_.write({.kind = EventKind::Text, .text = item.text});
   collector_.write({.kind = EventKind::EndLink});
