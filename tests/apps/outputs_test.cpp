@@ -178,7 +178,8 @@ TEST(Outputs, HaveEveryTextInASpreadsheetWithItsStyleSheet) {
                             .with("s.css", "sheet { name: Rows }")
                             .run({"@/in.csv", "--styles", "@/s.css", "-o", "@/a.xlsx"});
   EXPECT_EQ(result.error, "scrivalen: warning: '@/a.xlsx': the style sheet is not understood: 'sheet' has no 'name'\n");
-  EXPECT_EQ(scrivalen::test::readCells(run.widePath("a.xlsx")), "A1 \"a\" bold\nB1 \"b\" bold\nA2 \"1\"\nB2 \"x\"\n");
+  EXPECT_EQ(scrivalen::test::readCells(run.widePath("a.xlsx")),
+            "A1 \"a\" bold fill=F2F2F2\nB1 \"b\" bold fill=F2F2F2\nA2 1 0\nB2 \"x\"\n");
 }
 
 TEST(Outputs, TakeTheOptionsOfText) {

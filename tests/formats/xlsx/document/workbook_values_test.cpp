@@ -109,6 +109,12 @@ TEST(WorkbookValues, AreDatesTimesAndBooleans) {
   EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_boolean(book, 7); }), "TRUE\n");
 }
 
+// 25932.15568287037, the nearest number, is less than that time.
+TEST(WorkbookValues, AreNeverBeforeTheirTime) {
+  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_time(book, 31'376'651); }),
+            "25932.155682870372 yyyy-mm-dd hh:mm:ss\n");
+}
+
 TEST(WorkbookValues, TakeNumbersAndDatesOfPeopleAsFormats) {
   MadeWorkbook workbook;
   workbook.setting("numbers", "1.234,5");

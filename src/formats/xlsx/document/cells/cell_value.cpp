@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 namespace scrivalen::xlsx {
 namespace {
@@ -177,7 +178,12 @@ CellValue ColumnValues::ofTime(std::int64_t seconds, NumberFormat format, char* 
   if (seconds < kFirstDay * kSecondsPerDay || seconds >= (kLastDay + 1) * kSecondsPerDay) {
     return {};
   }
-  const double serial = static_cast<double>(seconds + kSerialOfEpoch * kSecondsPerDay) / kSecondsPerDay;
+  const auto exact = static_cast<double>(seconds + kSerialOfEpoch * kSecondsPerDay);
+  double serial = exact / kSecondsPerDay;
+  // Some readers cut the seconds of the quotient, which may be a little less than the time.
+  if (std::fma(serial, kSecondsPerDay, -exact) < 0) {
+    serial = std::nextafter(serial, std::numeric_limits<double>::infinity());
+  }
   const char* const end = std::to_chars(buffer, buffer + kLongest, serial, std::chars_format::fixed).ptr;
   return {CellValue::Kind::Number, format, digitsFrom(buffer, end)};
 }

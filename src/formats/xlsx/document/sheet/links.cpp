@@ -28,7 +28,7 @@ std::string NamedPlaces::newName(std::string_view id) {
   }
   std::string name = base;
   for (std::size_t number = 2; !usedNames_.insert(asciiLowered(std::string_view(name))).second; ++number) {
-    name = base + "_" + std::to_string(number);
+    name = std::string(base).append("_").append(std::to_string(number));
   }
   return name;
 }

@@ -57,9 +57,13 @@ std::string paperAttributes(const document::FormatSettings& settings) {
   const auto* const known = std::find_if(std::begin(kPaperCodes), std::end(kPaperCodes),
                                          [&](const PaperCode& code) { return code.name == paper->name; });
   if (known != std::end(kPaperCodes)) {
-    return " paperSize=\"" + std::to_string(known->code) + "\"";
+    return std::string(" paperSize=\"").append(std::to_string(known->code)).append("\"");
   }
-  return " paperHeight=\"" + numberText(paper->heightMm) + "mm\" paperWidth=\"" + numberText(paper->widthMm) + "mm\"";
+  return std::string(" paperHeight=\"")
+      .append(numberText(paper->heightMm))
+      .append("mm\" paperWidth=\"")
+      .append(numberText(paper->widthMm))
+      .append("mm\"");
 }
 
 std::string codeOf(const RunningPiece& piece, const document::FormatSettings& settings) {
@@ -95,7 +99,7 @@ std::string runningCodes(const document::FormatSettings& settings, std::string_v
   }
   const std::string_view kept = cutToUnits(codes, kLongestRunningText);
   if (kept.size() < codes.size()) {
-    warnings.add(document::WarningCode::TextCut, "a " + std::string(name) + " cut at 255 characters");
+    warnings.add(document::WarningCode::TextCut, std::string("a ").append(name).append(" cut at 255 characters"));
   }
   codes.resize(kept.size());
   return codes;

@@ -50,12 +50,12 @@ bool SheetNames::claim(const std::string& name) {
 std::string SheetNames::next(std::string_view wish) {
   ++sheets_;
   const std::string legal = legalName(wish);
-  const std::string base = legal.empty() ? "Sheet" + std::to_string(sheets_) : legal;
+  const std::string base = legal.empty() ? std::string("Sheet").append(std::to_string(sheets_)) : legal;
   if (claim(base)) {
     return base;
   }
   for (std::size_t number = 2;; ++number) {
-    const std::string suffix = " (" + std::to_string(number) + ")";
+    const std::string suffix = std::string(" (").append(std::to_string(number)).append(")");
     const std::string name = trimmedName(cutToUnits(base, kLongestName - suffix.size())).append(suffix);
     if (claim(name)) {
       return name;
