@@ -304,7 +304,7 @@ compare_document() {
   verdict "three formats" "$seconds" "$other" "$ratio" 0.80
   head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
   document_memory html rows
-  for format in text html xml rtf markdown; do
+  for format in text html xml rtf markdown docx; do
     document_memory "$format" cells
   done
   head_line "wall microseconds" document "" document limit
@@ -380,12 +380,12 @@ run_cmark() {
   seconds_of bash -c 'exec cmark "$1" >"$2"' cmark "$work/input.md" "$work/cmark.html"
 }
 
-# against_pandoc INPUT LIMIT: one run of each, as pandoc takes far longer than any other work could hide.
+# against_pandoc INPUT LIMIT [FORMAT]: one run of each, as pandoc takes far longer than any other work could hide.
 against_pandoc() {
-  local own its
-  own="$(seconds_of "$command" --quiet "$1" -o "$work/command.html")"
-  its="$(seconds_of pandoc -s "$1" -o "$work/pandoc.html")"
-  head_line "cpu seconds, HTML" scrivalen pandoc ratio limit
+  local format=${3:-html} own its
+  own="$(seconds_of "$command" --quiet "$1" -o "$work/command.$format")"
+  its="$(seconds_of pandoc -s "$1" -o "$work/pandoc.$format")"
+  head_line "cpu seconds, $format" scrivalen pandoc ratio limit
   verdict "$(basename "$1")" "$own" "$its" "$(awk -v a="$own" -v b="$its" 'BEGIN {print a / b}')" "$2"
 }
 
@@ -455,6 +455,8 @@ compare_csv() {
   verdict "html" "$seconds" "$other" "$ratio" 1.60
   if [ -n "$(type -P pandoc)" ]; then
     against_pandoc "$work/100000.csv" 0.00666
+    make_csv 10000 >"$work/10000.csv"
+    against_pandoc "$work/10000.csv" 0.01 docx
   fi
   head_line "cpu microseconds a row of CSV" "1,000,000" "100,000" ratio limit
   pairs "csv_row_cost 1000000" "csv_row_cost 100000"

@@ -172,6 +172,18 @@ TEST(Outputs, HaveEveryTextInPdf) {
   }
 }
 
+TEST(Outputs, HaveEveryTextInAWordDocument) {
+  CommandRun run;
+  const Result result = run.with("in.md", kMarkdown).run({"@/in.md", "--landscape", "-o", "@/a.docx"});
+  EXPECT_EQ(result.error, "");
+  const std::string text = scrivalen::test::workbookPart(run.widePath("a.docx"), "word/document.xml");
+  for (const std::string_view part :
+       {"Stock", "<w:i/><w:iCs/></w:rPr><w:t>is<", "<w:strike/></w:rPr><w:t>old<", "shelves", "below", "first",
+        "second", "inner", "quoted", "int x;", "Tea", "Price", "4.5", "w:orient=\"landscape\""}) {
+    EXPECT_TRUE(holds(text, part)) << part << '\n' << text;
+  }
+}
+
 TEST(Outputs, HaveEveryTextInASpreadsheetWithItsStyleSheet) {
   CommandRun run;
   const Result result = run.with("in.csv", "a,b\n1,x\n")
