@@ -17,7 +17,7 @@ namespace {
 constexpr int kUsualHalfPoints = 20;
 constexpr int kLeastHalfPoints = 12;
 constexpr std::size_t kMostColumnsOfAPart = 63;  // of a table that Word opens
-constexpr int kWidestTable = 31680;       // twips; Word's limit of 22 inches
+constexpr int kWidestTable = 31680;              // twips; Word's limit of 22 inches
 
 // The width of a column of text in a proportional font, by the font's size. A digit has 0.56 of it, but words may be
 // bold; in a whole line wide letters and narrow ones make up for each other.
