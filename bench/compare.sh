@@ -198,6 +198,29 @@ peak_growth() {
   verdict "xlsx, library" "$large" "$small" "$(awk -v a="$large" -v b="$small" 'BEGIN {print (a - b) / 1024}')" 1
 }
 
+# The files of both writers, in bytes.
+document_size() {
+  local own other
+  write_document xlsx cells 100000 >/dev/null
+  run_ledger xlsx xlsxwriter 100000 "$work/ledger" >/dev/null
+  own="$(stat -c %s "$work/document")"
+  other="$(stat -c %s "$work/ledger")"
+  verdict "table of 100000 rows" "$own" "$other" "$(awk -v a="$own" -v b="$other" 'BEGIN {print a / b}')" 1.15
+}
+
+compare_xlsx_documents() {
+  head_line "cpu seconds, xlsx document" library libxlsxwriter ratio limit
+  pairs "document_cpu xlsx cells 100000" "cpu xlsx xlsxwriter 100000"
+  verdict "table of 100000 rows" "$seconds" "$other" "$ratio" 0.35
+  head_line "cpu seconds, 100,000 rows" typed texts ratio limit
+  pairs "document_cpu xlsx typed 100000" "document_cpu xlsx cells 100000"
+  verdict "xlsx document" "$seconds" "$other" "$ratio" 1.00
+  head_line "bytes, xlsx document" library libxlsxwriter ratio limit
+  document_size
+  head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
+  document_memory xlsx cells
+}
+
 compare_xlsx() {
   head_line "cpu seconds, xlsx" library libxlsxwriter ratio limit
   pairs "cpu xlsx library 10000" "cpu xlsx xlsxwriter 10000"
@@ -209,6 +232,7 @@ compare_xlsx() {
   peak_over_xlsxwriter 100000
   head_line "peak memory, KiB, xlsx" "1,000,000" "10,000" "MiB more" limit
   peak_growth
+  compare_xlsx_documents
 }
 
 compare_ledger() {

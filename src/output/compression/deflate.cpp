@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t kMost = std::numeric_limits<uInt>::max();
 constexpr std::size_t kStep = 65536;
+constexpr std::size_t kPartStep = 16384;  // of a text in parts
 
 // zlib takes its input as not const, but does not change it.
 Bytef* inputOf(std::string_view bytes) { return reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data())); }
@@ -56,12 +57,12 @@ void Deflater::compress(std::string_view text, std::string& out) {
 
 void Deflater::begin() {
   if (!state_->output) {
-    state_->output = std::make_unique<char[]>(kStep);
+    state_->output = std::make_unique<char[]>(kPartStep);
   }
   z_stream& stream = state_->stream;
   deflateReset(&stream);
   stream.next_out = reinterpret_cast<Bytef*>(state_->output.get());
-  stream.avail_out = static_cast<uInt>(kStep);
+  stream.avail_out = static_cast<uInt>(kPartStep);
 }
 
 void Deflater::add(std::string_view part, std::string& out) {
@@ -74,7 +75,7 @@ void Deflater::add(std::string_view part, std::string& out) {
 
 void Deflater::end(std::string& out) {
   run({}, true, out);
-  out.append(state_->output.get(), kStep - state_->stream.avail_out);
+  out.append(state_->output.get(), kPartStep - state_->stream.avail_out);
 }
 
 void Deflater::run(std::string_view part, bool isLast, std::string& out) {
@@ -82,9 +83,9 @@ void Deflater::run(std::string_view part, bool isLast, std::string& out) {
   stream.next_in = inputOf(part);
   stream.avail_in = static_cast<uInt>(part.size());
   while (deflate(&stream, isLast ? Z_FINISH : Z_NO_FLUSH) != Z_STREAM_END && stream.avail_out == 0) {
-    out.append(state_->output.get(), kStep);
+    out.append(state_->output.get(), kPartStep);
     stream.next_out = reinterpret_cast<Bytef*>(state_->output.get());
-    stream.avail_out = static_cast<uInt>(kStep);
+    stream.avail_out = static_cast<uInt>(kPartStep);
   }
 }
 

@@ -22,7 +22,7 @@ struct Attempt {
 
 Attempt write(const char* format, const std::string& path, std::size_t nth, Extent extent) {
   Attempt attempt;
-  const FailingAllocations memory(nth, extent, Functions::OperatorNew);
+  const FailingAllocations memory(nth, extent, Functions::All);
   const Handle document(scrivalen_new());
   scrivalen_status first = document ? SCRIVALEN_OK : SCRIVALEN_OUT_OF_MEMORY;
   const auto note = [&](scrivalen_status status) { first = first == SCRIVALEN_OK ? status : first; };

@@ -25,8 +25,8 @@ std::string onlyCell(const char* text) {
 }  // namespace
 
 TEST(WorkbookLimits, EscapeWhatReadersTakeForEscapes) {
-  EXPECT_EQ(onlyCell("_x0041_ _x00zz_ _x_"),
-            "<c r=\"A1\" t=\"inlineStr\"><is><t>_x005F_x0041_ _x00zz_ _x_</t></is></c>");
+  EXPECT_EQ(onlyCell("_x0041_ _xA_ _x00z_"),
+            "<c r=\"A1\" t=\"inlineStr\"><is><t>_x005F_x0041_ _x005F_xA_ _x00z_</t></is></c>");
 }
 
 TEST(WorkbookLimits, KeepOuterBlanks) {

@@ -77,7 +77,10 @@ TEST(WorkbookValues, ShowNumbersWithTheirDecimals) {
   EXPECT_EQ(numberOf(2.5, -1), "2.5 0\n");
   EXPECT_EQ(numberOf(0.25, 0, "0.0%"), "0.25 0.0%\n");
   EXPECT_EQ(numberOf(1234.5, 0, "#,##0.00"), "1234.5 #,##0.00\n");
-  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_decimal(book, 1250, 2); }), "12.5 0.00\n");
+  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_decimal(book, 1250, 2); }), "12.50 0.00\n");
+  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_decimal(book, -5, 3); }), "-0.005 0.000\n");
+  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_decimal(book, 0, 15); }),
+            "0.000000000000000 0.000000000000000\n");
 }
 
 TEST(WorkbookValues, ShowIntegersWhole) {

@@ -2,6 +2,7 @@
 #include "support/captured_log.h"
 #include "support/documents/pictures.h"
 #include "support/files.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 
@@ -189,6 +190,29 @@ TEST(WorkbookWriter, FailsAtOpenWithoutItsStyleSheet) {
   workbook.setting("styles", "no such file.css");
   EXPECT_EQ(scrivalen_open(workbook), SCRIVALEN_FILE_ERROR);
   EXPECT_EQ(workbook.error().find("cannot read the style sheet 'no such file.css': "), 0u) << workbook.error();
+}
+
+TEST(WorkbookWriter, FailsWithItsStream) {
+  MadeWorkbook whole;
+  scrivalen::test::writeContent(whole);
+  const std::size_t size = whole.closed().size();
+  for (std::size_t room = 0; room < size; room += 61) {
+    MadeWorkbook workbook;
+    workbook.stream.room = room;
+    scrivalen::test::writeContent(workbook);
+    workbook.closed();
+    ASSERT_EQ(workbook.result, SCRIVALEN_FILE_ERROR) << room;
+    ASSERT_EQ(workbook.error(), "cannot write the stream of xlsx: No space left on device") << room;
+  }
+}
+
+TEST(WorkbookWriter, HasTheSameBytesInAFileAndInAStream) {
+  MadeWorkbook workbook;
+  const std::wstring path = workbook.folder / L"other.xlsx";
+  scrivalen_add_file(workbook, scrivalen::narrowPath(path).c_str(), "xlsx");
+  ASSERT_EQ(scrivalen::test::writeContent(workbook), SCRIVALEN_OK);
+  const std::string streamed = workbook.closed();
+  EXPECT_TRUE(streamed == scrivalen::test::bytesOf(path));
 }
 
 TEST(WorkbookWriter, IsComplete) {

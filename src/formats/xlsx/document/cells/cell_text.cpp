@@ -9,12 +9,15 @@ namespace scrivalen::xlsx {
 namespace {
 
 constexpr std::string_view kEscapeBegin = "_x";
-constexpr std::size_t kEscapeSize = 7;
 
-// Whether readers take what begins here for an escaped character.
+// Whether a reader takes what begins here for an escaped character. Some need no four digits.
 bool isEscape(std::string_view text) {
-  return text.size() >= kEscapeSize && text.starts_with(kEscapeBegin) && text[kEscapeSize - 1] == '_' &&
-         std::all_of(text.begin() + 2, text.begin() + 6, [](char c) { return hexValue(c) >= 0; });
+  if (!text.starts_with(kEscapeBegin)) {
+    return false;
+  }
+  text.remove_prefix(kEscapeBegin.size());
+  const auto end = std::find_if(text.begin(), text.end(), [](char c) { return hexValue(c) < 0; });
+  return end != text.begin() && end != text.end() && *end == '_';
 }
 
 // The same text with the underscore escaped that begins each of them.

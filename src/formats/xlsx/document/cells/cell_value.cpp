@@ -54,6 +54,23 @@ Digits digitsOf(std::string_view number) {
   return {number.size(), significant, point == number.npos ? 0 : number.size() - point - 1};
 }
 
+// The number digits / 10^decimals, with just so many decimals, at the end of a buffer.
+std::string_view decimalDigits(std::int64_t digits, int decimals, char* buffer) {
+  char* const end = buffer + ColumnValues::kLongest;
+  char* at = end;
+  std::int64_t rest = digits < 0 ? -digits : digits;
+  for (int written = 0; rest > 0 || written <= decimals; ++written, rest /= 10) {
+    if (written == decimals) {
+      *--at = '.';
+    }
+    *--at = static_cast<char>('0' + rest % 10);
+  }
+  if (digits < 0) {
+    *--at = '-';
+  }
+  return digitsFrom(at, end);
+}
+
 }  // namespace
 
 NumberFormats::NumberFormats(const document::FormatSettings& settings, CellFormats& formats)
@@ -133,6 +150,10 @@ CellValue ColumnValues::ofNumber(const Cell& cell, char* buffer) {
   if (magnitude > kGreatest || (magnitude > 0 && magnitude < kLeast)) {
     return {};
   }
+  if (cell.decimals > 0 && !hasNumberPattern_ && decimals_ == 0) {
+    return {CellValue::Kind::Number, formats_.decimals(cell.decimals, isGrouped_),
+            decimalDigits(cell.integer, cell.decimals, buffer)};
+  }
   const bool isPlain = magnitude == 0 || (magnitude >= kPlainFrom && magnitude < kPlainBelow);
   const double value = magnitude == 0 ? 0 : cell.number;  // without a sign
   const char* const end = std::to_chars(buffer, buffer + kLongest, value,
@@ -145,9 +166,6 @@ CellValue ColumnValues::ofNumber(const Cell& cell, char* buffer) {
   }
   if (decimals_ != 0) {
     return number(formats_.decimals(decimals_, isGrouped_));
-  }
-  if (cell.decimals > 0) {
-    return number(formats_.decimals(cell.decimals, isGrouped_));
   }
   const Digits shown = digitsOf(digits);
   if (!isPlain || shown.significant > kMostDigits || shown.decimals > kMostDigits ||

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <utility>
+#include <vector>
 
 namespace scrivalen::xlsx {
 namespace {
@@ -30,22 +31,11 @@ std::string transformOf(int orientation) {
   return std::string(kTransforms[std::clamp(orientation, 1, 8) - 1]);
 }
 
-std::string_view extensionOf(const document::Picture& picture) {
-  return picture.format() == document::Picture::Format::Png ? ".png" : ".jpeg";
+std::string_view extensionOf(document::Picture::Format format) {
+  return format == document::Picture::Format::Png ? ".png" : ".jpeg";
 }
 
 }  // namespace
-
-std::size_t SheetPictures::imageOf(const document::Picture& picture) {
-  const auto known = std::find_if(images_.begin(), images_.end(), [&](const auto& image) {
-    return image.get() == &picture || image->bytes() == picture.bytes();
-  });
-  if (known != images_.end()) {
-    return static_cast<std::size_t>(known - images_.begin());
-  }
-  images_.push_back(picture.shared_from_this());
-  return images_.size() - 1;
-}
 
 // The anchor of a picture on its side is that of the upright box around the same middle.
 void SheetPictures::add(std::uint32_t row, std::uint32_t column, double topPt, PlacedPicture picture) {
@@ -55,7 +45,7 @@ void SheetPictures::add(std::uint32_t row, std::uint32_t column, double topPt, P
   const double height = isTurned ? picture.width : picture.height;
   const double left = std::max(0.0, (picture.width - width) / 2);
   const double top = std::max(0.0, topPt + (picture.height - height) / 2);
-  const std::string image = std::to_string(imageOf(*picture.picture) + 1);
+  const std::string image = std::to_string(waiting_.add(*picture.picture) + 1);
   const std::string number = std::to_string(++count_);
   std::string from;
   appendElement(from, "col", std::to_string(column));
@@ -78,7 +68,7 @@ void SheetPictures::add(std::uint32_t row, std::uint32_t column, double topPt, P
       "</xdr:oneCellAnchor>");
 }
 
-void SheetPictures::write(ZipWriter& zip, std::size_t drawing, std::size_t& images) const {
+void SheetPictures::write(ZipWriter& zip, std::size_t drawing, std::size_t& images) {
   const std::string name = "drawing" + std::to_string(drawing) + ".xml";
   std::string xml(
       "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
@@ -87,9 +77,10 @@ void SheetPictures::write(ZipWriter& zip, std::size_t drawing, std::size_t& imag
       "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">");
   zip.addEntry("xl/drawings/" + name, xml.append(anchors_).append("</xdr:wsDr>"));
   std::vector<Relation> relations;
-  for (const auto& image : images_) {
-    const std::string file = "image" + std::to_string(++images) + std::string(extensionOf(*image));
-    zip.addStored("xl/media/" + file, image->bytes());
+  for (std::size_t i = 0; i < waiting_.size(); ++i) {
+    const std::string file =
+        std::string("image").append(std::to_string(++images)).append(extensionOf(waiting_.format(i)));
+    zip.addStored("xl/media/" + file, waiting_.read(i));
     relations.push_back({"image", "../media/" + file});
   }
   zip.addEntry("xl/drawings/_rels/" + name + ".rels", relationsXml(relations));

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/pictures/waiting_pictures.h"
 #include "formats/xlsx/document/cells/rich_text.h"
 #include "formats/xlsx/document/sheet/links.h"
 #include "output/archive/zip_writer.h"
@@ -7,7 +8,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace scrivalen::xlsx {
 
@@ -21,14 +21,12 @@ class SheetPictures {
   /// Writes the parts of the drawing and its pictures.
   /// @param drawing  its number
   /// @param images   how many pictures the workbook has so far; raised
-  void write(ZipWriter& zip, std::size_t drawing, std::size_t& images) const;
+  void write(ZipWriter& zip, std::size_t drawing, std::size_t& images);
 
  private:
-  std::size_t imageOf(const document::Picture& picture);
-
   std::string anchors_;
   std::size_t count_ = 0;
-  std::vector<std::shared_ptr<const document::Picture>> images_;  // each once
+  document::WaitingPictures waiting_;
 };
 
 }  // namespace scrivalen::xlsx
