@@ -1,4 +1,6 @@
 #include "formats/xlsx/document/made_workbook.h"
+#include "support/documents/pictures.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 
@@ -148,6 +150,23 @@ TEST(WorkbookSheets, HaveThePageOfTheSettings) {
                         "<pageSetup paperSize=\"11\" fitToHeight=\"0\" orientation=\"landscape\"/>"
                         "<headerFooter><oddHeader>&amp;LA &amp;&amp; B&amp;C&amp;&amp;&amp;R&amp;A</oddHeader>"
                         "<oddFooter>&amp;R&amp;P / &amp;N</oddFooter></headerFooter>"));
+}
+
+TEST(WorkbookSheets, HaveThePictureOfTheHeader) {
+  MadeWorkbook workbook;
+  const std::string png = scrivalen::test::greyPng(40, 20);
+  const std::wstring path = workbook.folder / L"logo.png";
+  scrivalen::test::writeBytes(path, png);
+  workbook.setting("header-image", scrivalen::narrowPath(path).c_str());
+  workbook.setting("header", "left||right");
+  section(workbook, "A", "a");
+  section(workbook, "B", "b");
+  EXPECT_TRUE(workbook.sheetHas("<oddHeader>&amp;L&amp;G left&amp;Rright</oddHeader>", 2));
+  EXPECT_TRUE(workbook.sheetHas("<legacyDrawingHF r:id=\"rId1\"/></worksheet>", 2));
+  EXPECT_NE(workbook.part("xl/drawings/vmlDrawing2.vml").find("width:30.00pt;height:15.00pt"), std::string::npos);
+  EXPECT_NE(workbook.part("xl/drawings/_rels/vmlDrawing2.vml.rels").find("../media/image1.png"), std::string::npos);
+  EXPECT_EQ(workbook.part("xl/media/image1.png"), png);
+  EXPECT_EQ(warningsOf(workbook), "");
 }
 
 TEST(WorkbookSheets, AreLandscapeWhenWide) {

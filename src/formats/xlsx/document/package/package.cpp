@@ -33,7 +33,8 @@ std::string contentTypes(const Sheets& sheets, bool hasProperties) {
       "<Default Extension=\"rels\" ContentType=\"application/vnd.openxmlformats-package.relationships+xml\"/>"
       "<Default Extension=\"xml\" ContentType=\"application/xml\"/>"
       "<Default Extension=\"png\" ContentType=\"image/png\"/>"
-      "<Default Extension=\"jpeg\" ContentType=\"image/jpeg\"/>");
+      "<Default Extension=\"jpeg\" ContentType=\"image/jpeg\"/>"
+      "<Default Extension=\"vml\" ContentType=\"application/vnd.openxmlformats-officedocument.vmlDrawing\"/>");
   appendOverride(out, "xl/workbook.xml", kMain, "sheet.main+xml");
   for (std::size_t i = 1; i <= sheets.written().size(); ++i) {
     appendOverride(out, "xl/worksheets/sheet" + std::to_string(i) + ".xml", kMain, "worksheet+xml");

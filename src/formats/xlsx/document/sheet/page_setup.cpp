@@ -86,13 +86,15 @@ std::string codeOf(const RunningPiece& piece, const document::FormatSettings& se
 }
 
 // ECMA-376, 18.3.1.46.
-std::string runningCodes(const document::FormatSettings& settings, std::string_view name,
+std::string runningCodes(const document::FormatSettings& settings, std::string_view name, bool hasPicture,
                          document::OutputWarnings& warnings) {
   constexpr std::string_view kPlaces[] = {"&L", "&C", "&R"};
   const document::RunningText pieces = document::runningTextOf(settings.text(name));
   std::string codes;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
-    codes.append(pieces[i].empty() ? "" : kPlaces[i]);
+    const bool isAtPicture = hasPicture && i == 0;
+    codes.append(pieces[i].empty() && !isAtPicture ? "" : kPlaces[i]).append(isAtPicture ? "&G" : "");
+    codes.append(isAtPicture && !pieces[i].empty() ? " " : "");
     for (const RunningPiece& piece : pieces[i]) {
       codes.append(codeOf(piece, settings));
     }
@@ -108,14 +110,16 @@ std::string runningCodes(const document::FormatSettings& settings, std::string_v
 }  // namespace
 
 PageSetup::PageSetup(const document::FormatSettings& settings, document::OutputWarnings& warnings)
-    : isLandscapeSet_(settings.isSet("landscape")), isLandscape_(settings.flag("landscape")) {
+    : picture_(settings, warnings),
+      isLandscapeSet_(settings.isSet("landscape")),
+      isLandscape_(settings.flag("landscape")) {
   const document::Page page = document::pageOf(settings);
   const double width = std::min(page.widthPt, page.heightPt);
   textWidthPt_ = width - page.leftPt - page.rightPt;
   margins_ = marginsXml(page);
   paper_ = paperAttributes(settings);
-  const std::string header = runningCodes(settings, "header", warnings);
-  const std::string footer = runningCodes(settings, "footer", warnings);
+  const std::string header = runningCodes(settings, "header", picture_.exists(), warnings);
+  const std::string footer = runningCodes(settings, "footer", false, warnings);
   const auto append = [this](std::string_view element, const std::string& codes) {
     if (!codes.empty()) {
       running_.append("<").append(element).append(">");

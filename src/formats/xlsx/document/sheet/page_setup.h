@@ -2,6 +2,7 @@
 
 #include "document/model/warnings.h"
 #include "document/settings/settings.h"
+#include "formats/xlsx/document/sheet/header_picture.h"
 
 #include <string>
 #include <string_view>
@@ -19,8 +20,10 @@ class PageSetup {
   bool isLandscape(double widthPt) const;
   /// The elements that say so, up to the header and footer.
   std::string xml(bool isLandscape) const;
+  const HeaderPicture& headerPicture() const { return picture_; }
 
  private:
+  HeaderPicture picture_;
   double textWidthPt_;  // upright
   std::string margins_;
   std::string paper_;

@@ -230,7 +230,7 @@ void SheetWriter::breakPage() {
 }
 
 // ECMA-376, 18.3.1.99: the order of the elements.
-std::string SheetWriter::tail(const PageSetup& page, bool isLandscape, bool hasDrawing) const {
+std::string SheetWriter::tail(const PageSetup& page, bool isLandscape) const {
   std::string out("</sheetData>");
   if (filter_) {
     out.append("<autoFilter ref=\"").append(rangeName(*filter_)).append("\"/>");
@@ -250,22 +250,38 @@ std::string SheetWriter::tail(const PageSetup& page, bool isLandscape, bool hasD
   }
   // Texts of digits are wanted as texts.
   out.append("<ignoredErrors><ignoredError sqref=\"A1:XFD1048576\" numberStoredAsText=\"1\"/></ignoredErrors>");
-  if (hasDrawing) {
-    out.append("<drawing r:id=\"rId").append(std::to_string(links_.relations().size() + 1)).append("\"/>");
+  std::size_t relation = links_.relations().size();
+  if (!pictures_.isEmpty()) {
+    out.append("<drawing r:id=\"rId").append(std::to_string(++relation)).append("\"/>");
+  }
+  if (page.headerPicture().exists()) {
+    out.append("<legacyDrawingHF r:id=\"rId").append(std::to_string(++relation)).append("\"/>");
   }
   return out.append("</worksheet>");
 }
 
-void SheetWriter::end(const PageSetup& page, bool isLandscape, std::size_t& drawings, std::size_t& images) {
-  const bool hasDrawing = !pictures_.isEmpty();
-  put(tail(page, isLandscape, hasDrawing));
+void SheetWriter::writeHeaderPicture(const HeaderPicture& picture, PartCounts& parts) {
+  if (parts.headerImage.empty()) {
+    parts.headerImage = std::string("image").append(std::to_string(++parts.images)).append(picture.extension());
+    picture.writeImage(zip_, parts.headerImage);
+  }
+  picture.writeDrawing(zip_, number_, parts.headerImage);
+}
+
+void SheetWriter::end(const PageSetup& page, bool isLandscape, PartCounts& parts) {
+  put(tail(page, isLandscape));
   zip_.endEntry();
   losses_.replaced += markup_.replaced();
   std::vector<Relation> relations = links_.relations();
-  if (hasDrawing) {
-    ++drawings;
-    relations.push_back({"drawing", "../drawings/drawing" + std::to_string(drawings) + ".xml"});
-    pictures_.write(zip_, drawings, images);
+  if (!pictures_.isEmpty()) {
+    const std::string number = std::to_string(++parts.drawings);
+    relations.push_back({"drawing", std::string("../drawings/drawing").append(number).append(".xml")});
+    pictures_.write(zip_, parts.drawings, parts.images);
+  }
+  if (page.headerPicture().exists()) {
+    const std::string number = std::to_string(number_);
+    relations.push_back({"vmlDrawing", std::string("../drawings/vmlDrawing").append(number).append(".vml")});
+    writeHeaderPicture(page.headerPicture(), parts);
   }
   if (!relations.empty()) {
     zip_.addEntry("xl/worksheets/_rels/sheet" + std::to_string(number_) + ".xml.rels", relationsXml(relations));

@@ -37,6 +37,13 @@ struct CellLosses {
   std::uint64_t plainLinks = 0;
 };
 
+/// How many parts of some kinds a workbook has so far.
+struct PartCounts {
+  std::size_t drawings = 0;
+  std::size_t images = 0;
+  std::string headerImage;  ///< the file of the picture in headers, once it is written
+};
+
 /// Writes a sheet from its first row to its last, into the entry of an archive.
 class SheetWriter {
  public:
@@ -82,8 +89,7 @@ class SheetWriter {
   const std::optional<CellRange>& titleRows() const { return titleRows_; }
 
   /// Writes the rest of the sheet and its parts.
-  /// @param drawings, images  how many the workbook has so far; raised
-  void end(const PageSetup& page, bool isLandscape, std::size_t& drawings, std::size_t& images);
+  void end(const PageSetup& page, bool isLandscape, PartCounts& parts);
 
  private:
   char* putCellStart(char* out, std::uint32_t column, std::uint32_t format);
@@ -91,7 +97,8 @@ class SheetWriter {
   const std::string& nameOf(std::uint32_t column);
   std::string runsXml(const RichText& text, std::string_view kept, const Font& font);
   std::string addLink(std::uint32_t column, const RichText& text);
-  std::string tail(const PageSetup& page, bool isLandscape, bool hasDrawing) const;
+  std::string tail(const PageSetup& page, bool isLandscape) const;
+  void writeHeaderPicture(const HeaderPicture& picture, PartCounts& parts);
   void put(std::string_view xml) { zip_.content().write(xml.data(), xml.size()); }
 
   ZipWriter& zip_;

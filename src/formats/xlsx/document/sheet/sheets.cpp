@@ -19,7 +19,7 @@ void Sheets::end() {
   }
   const std::vector<double>& widths = current_->layout().widths;
   const double width = std::accumulate(widths.begin(), widths.end(), 0.0) * kPointsPerDigit;
-  current_->end(page_, page_.isLandscape(width), drawings_, images_);
+  current_->end(page_, page_.isLandscape(width), parts_);
   written_.push_back({current_->name(), current_->filter(), current_->titleRows()});
   current_.reset();
 }

@@ -34,7 +34,7 @@ class Sheets {
   const std::vector<SheetFacts>& written() const { return written_; }
   NamedPlaces& places() { return places_; }
   CellLosses& losses() { return losses_; }
-  std::size_t drawings() const { return drawings_; }
+  std::size_t drawings() const { return parts_.drawings; }
 
  private:
   ZipWriter& zip_;
@@ -45,8 +45,7 @@ class Sheets {
   CellLosses losses_;
   std::unique_ptr<SheetWriter> current_;
   std::vector<SheetFacts> written_;
-  std::size_t drawings_ = 0;
-  std::size_t images_ = 0;
+  PartCounts parts_;
 };
 
 }  // namespace scrivalen::xlsx
