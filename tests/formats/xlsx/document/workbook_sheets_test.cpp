@@ -99,6 +99,17 @@ TEST(WorkbookSheets, FreezeNothingWithoutAHeaderOrFarBelow) {
   EXPECT_TRUE(late.sheetHas("<autoFilter ref=\"A14:A15\"/>"));
 }
 
+TEST(WorkbookSheets, BeginBeforeTheirTableWhenAMebibyteWaits) {
+  MadeWorkbook workbook;
+  const std::string text(1000, 'x');
+  for (int i = 0; i < 900; ++i) {
+    workbook.paragraph(text.c_str());
+  }
+  workbook.table({"a"}, {"1"});
+  EXPECT_EQ(workbook.all().substr(0, 16), "[Sheet1]\nA 90.7\n");
+  EXPECT_FALSE(workbook.sheetHas("<mergeCell"));
+}
+
 TEST(WorkbookSheets, HaveTheFilterOfTheFirstTableOnly) {
   MadeWorkbook workbook;
   workbook.table({"a"}, {"1"});

@@ -21,6 +21,13 @@ struct BuiltInNumber {
 constexpr BuiltInNumber kBuiltInNumbers[] = {{"General", 0},  {"0", 1},  {"0.00", 2},  {"#,##0", 3},
                                              {"#,##0.00", 4}, {"0%", 9}, {"0.00%", 10}};
 constexpr int kFirstOwnNumber = 164;
+constexpr std::size_t kFixedFills = 2;  // at the beginning
+
+// None, and a line below.
+constexpr std::string_view kBorders =
+    "<borders count=\"2\"><border><left/><right/><top/><bottom/><diagonal/></border>"
+    "<border><left/><right/><top/><bottom style=\"thin\"><color rgb=\"FF7F7F7F\"/></bottom><diagonal/></border>"
+    "</borders><cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/></cellStyleXfs>";
 
 int builtInId(std::string_view code) {
   const auto* const found = std::find_if(std::begin(kBuiltInNumbers), std::end(kBuiltInNumbers),
@@ -166,12 +173,11 @@ std::uint32_t CellFormats::fontOf(const Font& font) {
   return entry->second;
 }
 
-// The first two fills are fixed.
 std::uint32_t CellFormats::fillOf(std::uint32_t color) {
   if (color == kNoColor) {
     return 0;
   }
-  const auto [entry, isNew] = fillIndices_.emplace(color, static_cast<std::uint32_t>(fills_.size() + 2));
+  const auto [entry, isNew] = fillIndices_.emplace(color, static_cast<std::uint32_t>(fills_.size() + kFixedFills));
   if (isNew) {
     fills_.push_back(color);
   }
@@ -210,23 +216,47 @@ std::string CellFormats::xml() const {
   std::string out(
       "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
       "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">");
-  std::string numbers;
-  std::size_t ownNumbers = 0;
-  std::vector<std::uint64_t> numberIds;
+  appendNumbers(out);
+  appendFonts(out);
+  appendFills(out);
+  out.append(kBorders);
+  appendFormats(out);
+  return out.append(
+      "<cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles>"
+      "<dxfs count=\"0\"/><tableStyles count=\"0\" defaultTableStyle=\"TableStyleMedium9\" "
+      "defaultPivotStyle=\"PivotStyleLight16\"/></styleSheet>");
+}
+
+// The ids of the number formats: those that the standard has come first.
+std::vector<int> CellFormats::numberIds() const {
+  int next = kFirstOwnNumber;
+  std::vector<int> ids;
   for (const std::string& code : numbers_) {
-    const int id = builtInId(code);
-    numberIds.push_back(id >= 0 ? static_cast<std::uint64_t>(id) : kFirstOwnNumber + ownNumbers);
-    if (id < 0) {
-      numbers.append("<numFmt numFmtId=\"").append(std::to_string(kFirstOwnNumber + ownNumbers++));
-      numbers.append("\" formatCode=\"");
-      appendXml(numbers, code);
-      numbers.append("\"/>");
+    const int known = builtInId(code);
+    ids.push_back(known >= 0 ? known : next++);
+  }
+  return ids;
+}
+
+void CellFormats::appendNumbers(std::string& out) const {
+  const std::vector<int> ids = numberIds();
+  const auto isOwn = [](int id) { return id >= kFirstOwnNumber; };
+  const auto count = std::count_if(ids.begin(), ids.end(), isOwn);
+  if (count == 0) {
+    return;
+  }
+  appendCount(out, "numFmts", static_cast<std::size_t>(count));
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    if (isOwn(ids[i])) {
+      out.append("<numFmt numFmtId=\"").append(std::to_string(ids[i])).append("\" formatCode=\"");
+      appendXml(out, numbers_[i]);
+      out.append("\"/>");
     }
   }
-  if (ownNumbers > 0) {
-    appendCount(out, "numFmts", ownNumbers);
-    out.append(numbers).append("</numFmts>");
-  }
+  out.append("</numFmts>");
+}
+
+void CellFormats::appendFonts(std::string& out) const {
   appendCount(out, "fonts", fonts_.size());
   for (const Font& font : fonts_) {
     out.append("<font>");
@@ -234,22 +264,25 @@ std::string CellFormats::xml() const {
     out.append("</font>");
   }
   out.append("</fonts>");
-  appendCount(out, "fills", fills_.size() + 2);
+}
+
+void CellFormats::appendFills(std::string& out) const {
+  appendCount(out, "fills", fills_.size() + kFixedFills);
   out.append("<fill><patternFill patternType=\"none\"/></fill><fill><patternFill patternType=\"gray125\"/></fill>");
   for (const std::uint32_t color : fills_) {
     out.append("<fill><patternFill patternType=\"solid\"><fgColor rgb=\"").append(hexColor(color));
     out.append("\"/><bgColor indexed=\"64\"/></patternFill></fill>");
   }
-  out.append(
-      "</fills><borders count=\"2\"><border><left/><right/><top/><bottom/><diagonal/></border>"
-      "<border><left/><right/><top/><bottom style=\"thin\"><color rgb=\"FF7F7F7F\"/></bottom><diagonal/></border>"
-      "</borders><cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" "
-      "borderId=\"0\"/></cellStyleXfs>");
+  out.append("</fills>");
+}
+
+void CellFormats::appendFormats(std::string& out) const {
+  const std::vector<int> ids = numberIds();
   appendCount(out, "cellXfs", formats_.size());
   for (const Entry& entry : formats_) {
     const CellFormat& format = entry.format;
     out.append("<xf");
-    appendAttribute(out, "numFmtId", numberIds[format.number]);
+    appendAttribute(out, "numFmtId", static_cast<std::uint64_t>(ids[format.number]));
     appendAttribute(out, "fontId", entry.font);
     appendAttribute(out, "fillId", entry.fill);
     appendAttribute(out, "borderId", format.isRuled ? 1 : 0);
@@ -264,11 +297,7 @@ std::string CellFormats::xml() const {
       out.append("/>");
     }
   }
-  out.append(
-      "</cellXfs><cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles>"
-      "<dxfs count=\"0\"/><tableStyles count=\"0\" defaultTableStyle=\"TableStyleMedium9\" "
-      "defaultPivotStyle=\"PivotStyleLight16\"/></styleSheet>");
-  return out;
+  out.append("</cellXfs>");
 }
 
 }  // namespace scrivalen::xlsx

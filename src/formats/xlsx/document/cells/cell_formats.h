@@ -97,6 +97,11 @@ class CellFormats {
   std::uint32_t fillOf(std::uint32_t color);
   const std::string& nameOf(const Font& font) const { return families_[static_cast<std::size_t>(font.family)]; }
   void appendFont(std::string& out, const Font& font, std::string_view nameElement) const;
+  std::vector<int> numberIds() const;
+  void appendNumbers(std::string& out) const;
+  void appendFonts(std::string& out) const;
+  void appendFills(std::string& out) const;
+  void appendFormats(std::string& out) const;
 
   std::string families_[3];
   std::vector<std::string> numbers_;  // codes

@@ -15,6 +15,14 @@ std::string cellName(std::uint32_t row, std::uint32_t column) {
   return columnName(column).append(std::to_string(row + 1));
 }
 
+std::string quotedSheetName(std::string_view name) {
+  std::string quoted("'");
+  for (const char c : name) {
+    quoted.append(c == '\'' ? "'" : "").push_back(c);
+  }
+  return quoted.append("'");
+}
+
 std::string rangeName(const CellRange& range) {
   return cellName(range.firstRow, range.firstColumn).append(":").append(cellName(range.lastRow, range.lastColumn));
 }

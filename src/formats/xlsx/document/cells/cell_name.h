@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace scrivalen::xlsx {
 
@@ -12,6 +13,9 @@ inline constexpr std::uint32_t kMostColumns = 16384;  ///< of a sheet
 std::string columnName(std::uint32_t column);
 /// The name of a cell, whose row and column count from 0, as in "B3".
 std::string cellName(std::uint32_t row, std::uint32_t column);
+
+/// A sheet's name as formulas have it, in apostrophes.
+std::string quotedSheetName(std::string_view name);
 
 /// Cells in one row or more, all counted from 0.
 struct CellRange {

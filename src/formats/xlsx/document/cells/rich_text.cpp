@@ -71,22 +71,8 @@ void RichTextCollector::write(const Event& event) {
       text_.fill = event.background && text_.text.empty() ? *event.background : text_.fill;
       return fonts_.push_back(font);
     case EventKind::BeginSized: font.size = sizeOf(event.points); return fonts_.push_back(font);
-    case EventKind::BeginLink:
-      if (!event.address.empty() && !runsProgram(event.address, AddressUse::Link)) {
-        const std::size_t at = text_.text.size();
-        links_.push_back({{std::string(event.address), std::string(event.title)}, at, at});
-        isInLink_ = true;
-      }
-      return;
-    case EventKind::EndLink:
-      if (std::exchange(isInLink_, false)) {
-        LinkedPart& part = links_.back();
-        if (part.begin == text_.text.size() && text_.pictures.empty()) {
-          add(part.link.address);  // a link without a text shows its address
-        }
-        part.end = text_.text.size();
-      }
-      return;
+    case EventKind::BeginLink: return beginLink(event);
+    case EventKind::EndLink: return endLink();
     case EventKind::BeginLanguage: return fonts_.push_back(font);
     case EventKind::EndSpan:
     case EventKind::EndColored:
@@ -101,6 +87,28 @@ void RichTextCollector::beginSpan(Span span) {
   font.flags |= flagOf(span);
   font.family = span == Span::Code ? Family::Code : font.family;
   fonts_.push_back(font);
+}
+
+void RichTextCollector::beginLink(const Event& link) {
+  constexpr std::string_view kNowhere = "#";
+  if (link.address.empty() || link.address == kNowhere || runsProgram(link.address, AddressUse::Link)) {
+    return;
+  }
+  const std::size_t at = text_.text.size();
+  links_.push_back({{std::string(link.address), std::string(link.title)}, at, at});
+  isInLink_ = true;
+}
+
+// A link without a text shows its address.
+void RichTextCollector::endLink() {
+  if (!std::exchange(isInLink_, false)) {
+    return;
+  }
+  LinkedPart& part = links_.back();
+  if (part.begin == text_.text.size() && text_.pictures.empty()) {
+    add(part.link.address);
+  }
+  part.end = text_.text.size();
 }
 
 // A link is that of the whole cell if it is the only one and the text is short, or has nothing else.

@@ -58,6 +58,8 @@ class RichTextCollector : public document::EventSink {
  private:
   void addPicture(const document::Event& event);
   void beginSpan(document::Span span);
+  void beginLink(const document::Event& link);
+  void endLink();
   void settleLinks();
   void addAddress(std::size_t at, std::string_view address);
 

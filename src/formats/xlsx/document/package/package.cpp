@@ -13,14 +13,6 @@ namespace {
 constexpr std::string_view kDeclaration = "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n";
 constexpr std::string_view kMain = "application/vnd.openxmlformats-officedocument.spreadsheetml.";
 
-std::string quotedName(std::string_view name) {
-  std::string quoted("'");
-  for (const char c : name) {
-    quoted.append(c == '\'' ? "'" : "").push_back(c);
-  }
-  return quoted.append("'");
-}
-
 void appendOverride(std::string& out, const std::string& part, std::string_view type, std::string_view suffix) {
   out.append("<Override PartName=\"/").append(part).append("\" ContentType=\"").append(type).append(suffix);
   out.append("\"/>");
@@ -67,11 +59,11 @@ std::string definedNames(const Sheets& sheets, const NamedPlaces& places) {
     const SheetFacts& sheet = sheets.written()[i];
     if (sheet.filter) {
       appendDefinedName(out, "_xlnm._FilterDatabase", i, true,
-                        quotedName(sheet.name) + "!" + fixedRangeName(*sheet.filter));
+                        quotedSheetName(sheet.name) + "!" + fixedRangeName(*sheet.filter));
     }
     if (sheet.titleRows) {
       appendDefinedName(out, "_xlnm.Print_Titles", i, false,
-                        quotedName(sheet.name) + "!$" + std::to_string(sheet.titleRows->firstRow + 1) + ":$" +
+                        quotedSheetName(sheet.name) + "!$" + std::to_string(sheet.titleRows->firstRow + 1) + ":$" +
                             std::to_string(sheet.titleRows->lastRow + 1));
     }
   }

@@ -211,11 +211,7 @@ std::string SheetWriter::addLink(std::uint32_t column, const RichText& text) {
 }
 
 void SheetWriter::addAnchor(std::string_view id) {
-  std::string cell("'");
-  for (const char c : name_) {
-    cell.append(c == '\'' ? "'" : "").push_back(c);
-  }
-  places_.add(id, cell.append("'!$A$").append(std::to_string(row_ + 1)));
+  places_.add(id, quotedSheetName(name_).append("!$A$").append(std::to_string(row_ + 1)));
 }
 
 void SheetWriter::merge(std::uint32_t firstColumn, std::uint32_t lastColumn) {
