@@ -155,10 +155,7 @@ CellValue ColumnValues::ofNumber(const Cell& cell, char* buffer) {
             decimalDigits(cell.integer, cell.decimals, buffer)};
   }
   const bool isPlain = magnitude == 0 || (magnitude >= kPlainFrom && magnitude < kPlainBelow);
-  const double value = magnitude == 0 ? 0 : cell.number;  // without a sign
-  const char* const end = std::to_chars(buffer, buffer + kLongest, value,
-                                        isPlain ? std::chars_format::fixed : std::chars_format::scientific)
-                              .ptr;
+  const char* const end = formats_.putPlain(buffer, cell.number);
   const std::string_view digits = digitsFrom(buffer, end);
   const auto number = [&](NumberFormat format) { return CellValue{CellValue::Kind::Number, format, digits}; };
   if (hasNumberPattern_) {

@@ -27,6 +27,8 @@ class NumberFormats {
   NumberFormats(const document::FormatSettings& settings, CellFormats& formats);
 
   bool isGrouped() const { return isGrouped_; }
+  /// Writes the shortest digits that are read back as the same number. @return the end
+  char* putPlain(char* out, double value) const { return plain_.number(out, value, plainFormat_); }
   /// A number with just so many decimals, 0 to 15.
   NumberFormat decimals(int count, bool isGrouped);
   NumberFormat isoDate() const { return isoDate_; }
@@ -39,6 +41,8 @@ class NumberFormats {
   static constexpr int kMostDecimals = 15;
 
   CellFormats& formats_;
+  document::Values plain_{{}, {}};
+  document::ValueFormat plainFormat_;
   bool isGrouped_;
   NumberFormat decimals_[2][kMostDecimals + 1] = {};  // 0: not asked for yet
   NumberFormat isoDate_;
@@ -51,7 +55,7 @@ class NumberFormats {
 /// spreadsheets count other days.
 class ColumnValues {
  public:
-  static constexpr std::size_t kLongest = 64;  ///< digits
+  static constexpr std::size_t kLongest = document::Values::kLongest;  ///< digits
 
   /// @param formats  not owned; must outlive this object
   ColumnValues(const document::Column& column, NumberFormats& formats);
