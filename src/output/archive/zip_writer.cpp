@@ -14,20 +14,20 @@ namespace {
 // 7: 0.280, 3.41 M; 8: 1.30, 3.24 M. Level 3 needs a third of the time of level 6, the usual one, for 6 % more bytes.
 constexpr int kLevel = 3;
 
-constexpr std::uint64_t kLocalSignature = 0x04034B50;
-constexpr std::uint64_t kDescriptorSignature = 0x08074B50;
-constexpr std::uint64_t kEntrySignature = 0x02014B50;
-constexpr std::uint64_t kEndSignature = 0x06054B50;
-constexpr std::uint64_t kLargeEndSignature = 0x06064B50;
-constexpr std::uint64_t kLocatorSignature = 0x07064B50;
+constexpr std::uint64_t kLocalHeaderMark = 0x04034B50;
+constexpr std::uint64_t kDescriptorMark = 0x08074B50;
+constexpr std::uint64_t kDirectoryMark = 0x02014B50;
+constexpr std::uint64_t kEndMark = 0x06054B50;
+constexpr std::uint64_t kLargeEndMark = 0x06064B50;
+constexpr std::uint64_t kLocatorMark = 0x07064B50;
 
-constexpr std::uint64_t kUsualVersion = 20;  // deflated entries
+constexpr std::uint64_t kPlainVersion = 20;  // deflated entries
 constexpr std::uint64_t kLargeVersion = 45;  // ZIP64
 constexpr std::uint64_t kStreamedFlag = 1u << 3;
 constexpr std::uint64_t kUtf8Flag = 1u << 11;
-constexpr std::uint64_t kLargeExtra = 1;  // the id of the extra field for numbers of more than 32 bits
-constexpr std::uint64_t kElsewhere = 0xFFFFFFFF;
-constexpr std::uint64_t kElsewhere16 = 0xFFFF;
+constexpr std::uint64_t kLargeNumbers = 1;  // the id of the extra field for numbers of more than 32 bits
+constexpr std::uint64_t kNoNumber32 = 0xFFFFFFFF;
+constexpr std::uint64_t kNoNumber16 = 0xFFFF;
 
 constexpr std::uint32_t kFirstTime = 1u << 21 | 1u << 16;  // 1980-01-01 00:00
 constexpr std::uint32_t kLastTime = 127u << 25 | 12u << 21 | 31u << 16 | 23u << 11 | 59u << 5 | 29u;
@@ -118,7 +118,7 @@ void ZipWriter::finish() {
     writeDirectoryEntry(entry);
   }
   const std::uint64_t size = out_.position() - start_ - offset;
-  if (offset + size >= kElsewhere || entries_.size() >= kElsewhere16) {
+  if (offset + size >= kNoNumber32 || entries_.size() >= kNoNumber16) {
     writeLargeEnd(offset, size);
   }
   writeEnd(offset, size);
@@ -127,7 +127,7 @@ void ZipWriter::finish() {
 // APPNOTE 4.3.7. Of a streamed entry the numbers are zeros.
 void ZipWriter::writeLocalHeader(Entry& entry) {
   entry.offset = out_.position() - start_;
-  put(kLocalSignature, 4);
+  put(kLocalHeaderMark, 4);
   writeCommonFields(entry);
   put(entry.name.size(), 2);
   put(0, 2);  // no extra fields
@@ -136,7 +136,7 @@ void ZipWriter::writeLocalHeader(Entry& entry) {
 
 // The fields that the local header and the directory have in common.
 void ZipWriter::writeCommonFields(const Entry& entry) {
-  put(entry.offset >= kElsewhere ? kLargeVersion : kUsualVersion, 2);
+  put(entry.offset >= kNoNumber32 ? kLargeVersion : kPlainVersion, 2);
   put(kUtf8Flag | (entry.isStreamed ? kStreamedFlag : 0), 2);
   put(static_cast<std::uint64_t>(entry.method), 2);
   put(time_, 4);
@@ -147,7 +147,7 @@ void ZipWriter::writeCommonFields(const Entry& entry) {
 
 // APPNOTE 4.3.9. Readers also accept it without its signature, but not every one.
 void ZipWriter::writeDescriptor(const Entry& entry) {
-  put(kDescriptorSignature, 4);
+  put(kDescriptorMark, 4);
   put(entry.crc, 4);
   put(entry.packedSize, 4);
   put(entry.size, 4);
@@ -155,9 +155,9 @@ void ZipWriter::writeDescriptor(const Entry& entry) {
 
 // APPNOTE 4.3.12 and 4.5.3.
 void ZipWriter::writeDirectoryEntry(const Entry& entry) {
-  const bool isFar = entry.offset >= kElsewhere;
-  put(kEntrySignature, 4);
-  put(isFar ? kLargeVersion : kUsualVersion, 2);  // of the writer, on a system without file attributes
+  const bool isFar = entry.offset >= kNoNumber32;
+  put(kDirectoryMark, 4);
+  put(isFar ? kLargeVersion : kPlainVersion, 2);  // of the writer, on a system without file attributes
   writeCommonFields(entry);
   put(entry.name.size(), 2);
   put(isFar ? 12 : 0, 2);  // the length of the extra fields
@@ -165,10 +165,10 @@ void ZipWriter::writeDirectoryEntry(const Entry& entry) {
   put(0, 2);               // on the first disk
   put(0, 2);               // the internal attributes
   put(0, 4);               // the external attributes
-  put(isFar ? kElsewhere : entry.offset, 4);
+  put(isFar ? kNoNumber32 : entry.offset, 4);
   put(entry.name);
   if (isFar) {
-    put(kLargeExtra, 2);
+    put(kLargeNumbers, 2);
     put(8, 2);
     put(entry.offset, 8);
   }
@@ -178,7 +178,7 @@ void ZipWriter::writeDirectoryEntry(const Entry& entry) {
 void ZipWriter::writeLargeEnd(std::uint64_t offset, std::uint64_t size) {
   constexpr std::uint64_t kRestOfRecord = 44;
   const std::uint64_t place = out_.position() - start_;
-  put(kLargeEndSignature, 4);
+  put(kLargeEndMark, 4);
   put(kRestOfRecord, 8);
   put(kLargeVersion, 2);
   put(kLargeVersion, 2);
@@ -189,7 +189,7 @@ void ZipWriter::writeLargeEnd(std::uint64_t offset, std::uint64_t size) {
   put(size, 8);
   put(offset, 8);
 
-  put(kLocatorSignature, 4);
+  put(kLocatorMark, 4);
   put(0, 4);  // the record's disk
   put(place, 8);
   put(1, 4);  // disks
@@ -197,14 +197,14 @@ void ZipWriter::writeLargeEnd(std::uint64_t offset, std::uint64_t size) {
 
 // APPNOTE 4.3.16.
 void ZipWriter::writeEnd(std::uint64_t offset, std::uint64_t size) {
-  const std::uint64_t count = std::min<std::uint64_t>(entries_.size(), kElsewhere16);
-  put(kEndSignature, 4);
+  const std::uint64_t count = std::min<std::uint64_t>(entries_.size(), kNoNumber16);
+  put(kEndMark, 4);
   put(0, 2);  // the number of this disk
   put(0, 2);  // of the directory's disk
   put(count, 2);
   put(count, 2);
-  put(std::min(size, kElsewhere), 4);
-  put(std::min(offset, kElsewhere), 4);
+  put(std::min(size, kNoNumber32), 4);
+  put(std::min(offset, kNoNumber32), 4);
   put(0, 2);  // no comment
 }
 
