@@ -200,6 +200,29 @@ peak_growth() {
   verdict "xlsx, library" "$large" "$small" "$(awk -v a="$large" -v b="$small" 'BEGIN {print (a - b) / 1024}')" 1
 }
 
+# The files of both writers, in bytes.
+document_size() {
+  local own other
+  write_document xlsx cells 100000 >/dev/null
+  run_ledger xlsx xlsxwriter 100000 "$work/ledger" >/dev/null
+  own="$(stat -c %s "$work/document")"
+  other="$(stat -c %s "$work/ledger")"
+  verdict "table of 100000 rows" "$own" "$other" "$(awk -v a="$own" -v b="$other" 'BEGIN {print a / b}')" 1.15
+}
+
+compare_xlsx_documents() {
+  head_line "cpu seconds, xlsx document" library libxlsxwriter ratio limit
+  pairs "document_cpu xlsx cells 100000" "cpu xlsx xlsxwriter 100000"
+  verdict "table of 100000 rows" "$seconds" "$other" "$ratio" 0.35
+  head_line "cpu seconds, 100,000 rows" typed texts ratio limit
+  pairs "document_cpu xlsx typed 100000" "document_cpu xlsx cells 100000"
+  verdict "xlsx document" "$seconds" "$other" "$ratio" 1.00
+  head_line "bytes, xlsx document" library libxlsxwriter ratio limit
+  document_size
+  head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
+  document_memory xlsx cells
+}
+
 compare_xlsx() {
   head_line "cpu seconds, xlsx" library libxlsxwriter ratio limit
   pairs "cpu xlsx library 10000" "cpu xlsx xlsxwriter 10000"
@@ -211,6 +234,7 @@ compare_xlsx() {
   peak_over_xlsxwriter 100000
   head_line "peak memory, KiB, xlsx" "1,000,000" "10,000" "MiB more" limit
   peak_growth
+  compare_xlsx_documents
 }
 
 compare_ledger() {
@@ -306,7 +330,7 @@ compare_document() {
   verdict "three formats" "$seconds" "$other" "$ratio" 0.80
   head_line "peak memory, KiB" "1,000,000" "1,000" "MiB more" limit
   document_memory html rows
-  for format in text html xml rtf markdown; do
+  for format in text html xml rtf markdown docx; do
     document_memory "$format" cells
   done
   head_line "wall microseconds" document "" document limit
@@ -532,12 +556,12 @@ run_cmark() {
   seconds_of bash -c 'exec cmark "$1" >"$2"' cmark "$work/input.md" "$work/cmark.html"
 }
 
-# against_pandoc INPUT LIMIT: one run of each, as pandoc takes far longer than any other work could hide.
+# against_pandoc INPUT LIMIT [FORMAT]: one run of each, as pandoc takes far longer than any other work could hide.
 against_pandoc() {
-  local own its
-  own="$(seconds_of "$command" --quiet "$1" -o "$work/command.html")"
-  its="$(seconds_of pandoc -s "$1" -o "$work/pandoc.html")"
-  head_line "cpu seconds, HTML" scrivalen pandoc ratio limit
+  local format=${3:-html} own its
+  own="$(seconds_of "$command" --quiet "$1" -o "$work/command.$format")"
+  its="$(seconds_of pandoc -s "$1" -o "$work/pandoc.$format")"
+  head_line "cpu seconds, $format" scrivalen pandoc ratio limit
   verdict "$(basename "$1")" "$own" "$its" "$(awk -v a="$own" -v b="$its" 'BEGIN {print a / b}')" "$2"
 }
 
@@ -607,6 +631,8 @@ compare_csv() {
   verdict "html" "$seconds" "$other" "$ratio" 1.60
   if [ -n "$(type -P pandoc)" ]; then
     against_pandoc "$work/100000.csv" 0.00666
+    make_csv 10000 >"$work/10000.csv"
+    against_pandoc "$work/10000.csv" 0.01 docx
   fi
   head_line "cpu microseconds a row of CSV" "1,000,000" "100,000" ratio limit
   pairs "csv_row_cost 1000000" "csv_row_cost 100000"

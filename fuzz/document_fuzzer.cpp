@@ -313,7 +313,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   scrivalen_document* const document = scrivalen_new();
   const std::size_t limit = input.byte() % 8 == 0 ? static_cast<std::size_t>(input.byte()) * 16 : 1 << 30;
   std::vector<std::unique_ptr<Sink>> sinks;
-  for (const char* format : {"text", "html", "xml", "rtf", "markdown"}) {
+  for (const char* format : {"text", "html", "xml", "rtf", "markdown", "docx"}) {
     sinks.push_back(std::make_unique<Sink>(Sink{format, {}, limit, document}));
     scrivalen_add_stream(document, format, &append, sinks.back().get());
   }
@@ -329,7 +329,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   }
   for (const auto& sink : sinks) {
-    if (!isWhole) {
+    // Word documents are compressed; the test of hostile texts reads them.
+    if (!isWhole || sink->format == "docx") {
       continue;
     }
     require(problemOf(*sink), *sink);

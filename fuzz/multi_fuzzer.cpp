@@ -48,10 +48,10 @@ constexpr Format kFormats[] = {{FORMAT_RTF, "rtf", 2},  {FORMAT_HTML, "html", 2}
                                {FORMAT_CHM, "chm", 32}};
 
 constexpr Format kDocuments[] = {
-    {FORMAT_DOCUMENT_RTF, "document.rtf", 1, "rtf"},         {FORMAT_DOCUMENT_HTML, "document.html", 1, "html"},
-    {FORMAT_DOCUMENT_XML, "document.xml", 1, "xml"},         {FORMAT_DOCUMENT_TEXT, "document.txt", 1, "text"},
-    {FORMAT_DOCUMENT_PDF, "document.pdf", 1, "pdf"},         {FORMAT_DOCUMENT_EXCEL, "document.xlsx", 1, "xlsx"},
-    {FORMAT_DOCUMENT_MARKDOWN, "document.md", 1, "markdown"}};
+    {FORMAT_DOCUMENT_RTF, "document.rtf", 1, "rtf"},          {FORMAT_DOCUMENT_HTML, "document.html", 1, "html"},
+    {FORMAT_DOCUMENT_XML, "document.xml", 1, "xml"},          {FORMAT_DOCUMENT_TEXT, "document.txt", 1, "text"},
+    {FORMAT_DOCUMENT_PDF, "document.pdf", 1, "pdf"},          {FORMAT_DOCUMENT_EXCEL, "document.xlsx", 1, "xlsx"},
+    {FORMAT_DOCUMENT_MARKDOWN, "document.md", 1, "markdown"}, {FORMAT_DOCUMENT_DOCX, "document.docx", 1, "docx"}};
 
 // The settings of a run, made before its first call.
 struct Plan {
@@ -81,7 +81,8 @@ Plan planOf(Input& input) {
     }
   }
   if (const auto document = static_cast<std::size_t>(flags / 32); document > 0) {
-    plan.formats.push_back(kDocuments[document - 1]);
+    const bool isLast = document == std::size(kDocuments) - 1 && input.byte() % 2 == 1;
+    plan.formats.push_back(kDocuments[isLast ? document : document - 1]);
   }
   plan.title = input.text();
   plan.property = input.text();

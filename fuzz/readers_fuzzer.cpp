@@ -30,15 +30,15 @@ const PrivateFolder& folder() {
   return folder;
 }
 
-enum class Format { Text, Html, Xml, Markdown, Rtf, Pdf, Xlsx, Chm };
+enum class Format { Text, Html, Xml, Markdown, Rtf, Pdf, Xlsx, Chm, Docx };
 
 // Quick formats are chosen more often: a spreadsheet takes as long as a hundred pages. New ones come last, so that the
 // corpus keeps its formats.
-constexpr Format kFormats[] = {Format::Html, Format::Html, Format::Html,     Format::Html,     Format::Xml,
-                               Format::Xml,  Format::Text, Format::Text,     Format::Text,     Format::Rtf,
-                               Format::Rtf,  Format::Rtf,  Format::Pdf,      Format::Pdf,      Format::Pdf,
-                               Format::Xlsx, Format::Chm,  Format::Markdown, Format::Markdown, Format::Markdown};
-constexpr const char* kNames[] = {"text", "html", "xml", "markdown", "rtf", "pdf", "xlsx", "chm"};
+constexpr Format kFormats[] = {
+    Format::Html, Format::Html, Format::Html, Format::Html,     Format::Xml,      Format::Xml,      Format::Text,
+    Format::Text, Format::Text, Format::Rtf,  Format::Rtf,      Format::Rtf,      Format::Pdf,      Format::Pdf,
+    Format::Pdf,  Format::Xlsx, Format::Chm,  Format::Markdown, Format::Markdown, Format::Markdown, Format::Docx};
+constexpr const char* kNames[] = {"text", "html", "xml", "markdown", "rtf", "pdf", "xlsx", "chm", "docx"};
 
 struct Choice {
   Format format;
@@ -109,7 +109,7 @@ std::string problemOfPdf(const std::string& bytes) {
   return pdf.problems().empty() ? "" : pdf.problems().front();
 }
 
-std::string problemOfWorkbook(const std::string& bytes) { return bytes.starts_with("PK\x03\x04") ? "" : "no archive"; }
+std::string problemOfArchive(const std::string& bytes) { return bytes.starts_with("PK\x03\x04") ? "" : "no archive"; }
 
 std::string problemOfRtf(std::string_view bytes) {
   return bytes.ends_with("}\n") ? scrivalen::fuzz::problemOfRtf(bytes.substr(0, bytes.size() - 1)) : "no end";
@@ -122,7 +122,8 @@ std::string problemOf(const Choice& choice, const std::string& bytes) {
     case Format::Xml: return scrivalen::fuzz::problemOfDocumentXml(bytes);
     case Format::Rtf: return problemOfRtf(bytes);
     case Format::Pdf: return problemOfPdf(bytes);
-    case Format::Xlsx: return problemOfWorkbook(bytes);
+    case Format::Xlsx:
+    case Format::Docx: return problemOfArchive(bytes);
     case Format::Text:
     case Format::Markdown: break;
   }

@@ -3,7 +3,7 @@
 set -euo pipefail
 
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-formats=(txt html xml md rtf pdf xlsx chm)
+formats=(txt html xml md rtf pdf xlsx docx chm)
 out=out
 command=build/linux/bin/scrivalen
 written=()

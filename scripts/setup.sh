@@ -76,6 +76,7 @@ need_test() {
   need_command npm npm
   need_command soffice libreoffice-writer-nogui
   need_command unrtf unrtf
+  need_command pandoc pandoc
   need_command qpdf qpdf
   need_command pdftotext poppler-utils
   need_command mutool mupdf-tools
@@ -90,7 +91,7 @@ need_test() {
   need_command lld-link lld
   need_command llvm-dlltool llvm
   need_packages libclang-rt-14-dev libz-mingw-w64-dev
-  need_packages python3-openpyxl libreoffice-calc-nogui
+  need_packages python3-openpyxl python3-docx libreoffice-calc-nogui
   need_packages python3-setuptools python3-wheel python3-venv
   need_packages libpdfbox2-java libcommons-io-java libjaxb-java libactivation-java
   need_packages binutils time unicode-data fonts-urw-base35 fonts-lohit-deva libharfbuzz-bin

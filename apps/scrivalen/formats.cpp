@@ -9,8 +9,8 @@ namespace scrivalen::command {
 namespace {
 
 constexpr Format kFormats[] = {
-    {"text", "txt"}, {"html", "html htm"}, {"xml", "xml"},   {"markdown", "md markdown"},
-    {"rtf", "rtf"},  {"pdf", "pdf"},       {"xlsx", "xlsx"}, {"chm", "chm"},
+    {"text", "txt"},  {"html", "html htm"}, {"xml", "xml"}, {"markdown", "md markdown"}, {"rtf", "rtf"}, {"pdf", "pdf"},
+    {"xlsx", "xlsx"}, {"docx", "docx"},     {"chm", "chm"},
 };
 
 }  // namespace

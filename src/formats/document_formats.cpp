@@ -1,5 +1,6 @@
 #include "formats/document_formats.h"
 
+#include "formats/docx/docx_writer.h"
 #include "formats/help/document/help_writer.h"
 #include "formats/markdown/markdown_writer.h"
 #include "formats/markup/html/html_writer.h"
@@ -7,7 +8,7 @@
 #include "formats/pdf/typeset/typeset_writer.h"
 #include "formats/rtf/document/document_writer.h"
 #include "formats/text/text_writer.h"
-#include "formats/xlsx/xlsx_writer.h"
+#include "formats/xlsx/document/workbook_writer.h"
 #include "text/ascii.h"
 
 #include <algorithm>
@@ -31,6 +32,7 @@ constexpr std::array kFormats{
     DocumentFormat{{"chm", help::createHelpDocumentWriter, "html"}, {".chm"}},
     DocumentFormat{{"pdf", typeset::createPdfDocumentWriter}, {".pdf"}},
     DocumentFormat{{"xlsx", xlsx::createXlsxDocumentWriter}, {".xlsx"}},
+    DocumentFormat{{"docx", document::createDocxDocumentWriter}, {".docx"}},
 };
 
 // The extension of a path's last part, with its point; empty without one.

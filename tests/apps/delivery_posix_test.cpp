@@ -22,7 +22,7 @@ using Names = std::vector<std::string>;
 
 TEST(DeliveryPosix, ReportsAFullDiskInOneLineAndDeliversTheOtherOutputs) {
   CommandRun run;
-  for (const std::string format : {"html", "text", "xml", "rtf", "pdf", "xlsx"}) {
+  for (const std::string format : {"html", "text", "xml", "rtf", "pdf", "xlsx", "docx"}) {
     const Result result = run.with("in.md", "x").run({"@/in.md", "-o", format + ":/dev/full", "-o", "@/b.txt"});
     EXPECT_EQ(result.status, 1);
     EXPECT_EQ(result.error, "scrivalen: cannot write '/dev/full': No space left on device\n") << format;
@@ -94,7 +94,7 @@ TEST(DeliveryPosix, ReportsThatStandardOutputIsFull) {
 
 TEST(DeliveryPosix, WritesToADeviceDirectly) {
   CommandRun run;
-  for (const std::string format : {"text", "html", "xml", "rtf", "pdf", "xlsx", "chm"}) {
+  for (const std::string format : {"text", "html", "xml", "rtf", "pdf", "xlsx", "docx", "chm"}) {
     const Result result = run.with("in.md", "x").run({"@/in.md", "-o", format + ":/dev/null"});
     EXPECT_EQ(result.status, 0) << format << " " << result.error;
     EXPECT_TRUE(fs::is_character_file("/dev/null")) << format;
@@ -245,7 +245,7 @@ TEST(DeliveryPosix, RemovesTheHelpPagesThatAKilledRunLeft) {
 TEST(DeliveryPosix, KeepsTheModeAndGroupOfAFileInEveryFormat) {
   CommandRun run;
   run.with("in.md", "x");
-  for (const std::string name : {"a.txt", "a.html", "a.xml", "a.rtf", "a.pdf", "a.xlsx", "a.chm"}) {
+  for (const std::string name : {"a.txt", "a.html", "a.xml", "a.rtf", "a.pdf", "a.xlsx", "a.docx", "a.chm"}) {
     run.with(name, "secret");
     ASSERT_EQ(::chmod(run.fsPath(name).c_str(), 0620), 0);
     ASSERT_EQ(::chown(run.fsPath(name).c_str(), static_cast<uid_t>(-1), ::geteuid() == 0 ? 1234 : ::getegid()), 0);

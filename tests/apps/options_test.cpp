@@ -60,8 +60,8 @@ TEST(Options, RejectAWordBeforeAColonThatIsNoFormat) {
             "there is no format 'htlm'; did you mean 'html'? (a file of that name is './htlm:x.html')");
   EXPECT_EQ(
       complaint({"in", "-o", "bogus:x.html"}),
-      "there is no format 'bogus'; use one of text, html, xml, markdown, rtf, pdf, xlsx, chm (a file of that name "
-      "is './bogus:x.html')");
+      "there is no format 'bogus'; use one of text, html, xml, markdown, rtf, pdf, xlsx, docx, chm (a file of that "
+      "name is './bogus:x.html')");
   EXPECT_EQ(formatOf("./bogus:x.html"), "html ./bogus:x.html");
   EXPECT_EQ(formatOf("my notes: a.html"), "html my notes: a.html");
 }
@@ -69,12 +69,13 @@ TEST(Options, RejectAWordBeforeAColonThatIsNoFormat) {
 TEST(Options, SuggestAnExtension) {
   EXPECT_EQ(complaint({"in", "-o", "a.pfd"}), "the format of 'a.pfd' is unknown; did you mean 'a.pdf'?");
   EXPECT_EQ(complaint({"in", "-o", "a.xls"}), "the format of 'a.xls' is unknown; did you mean 'a.xlsx'?");
+  EXPECT_EQ(complaint({"in", "-o", "a.doc"}), "the format of 'a.doc' is unknown; did you mean 'a.docx'?");
 }
 
 TEST(Options, RejectAnUnknownFormat) {
-  EXPECT_EQ(
-      complaint({"in", "-o", "a.doc"}),
-      "the format of 'a.doc' is unknown; use .txt .html .htm .xml .md .markdown .rtf .pdf .xlsx .chm, or FORMAT:FILE");
+  EXPECT_EQ(complaint({"in", "-o", "a.pages"}),
+            "the format of 'a.pages' is unknown; use .txt .html .htm .xml .md .markdown .rtf .pdf .xlsx .docx .chm, or "
+            "FORMAT:FILE");
   EXPECT_NE(complaint({"in", "-o", "html"}), "");
   EXPECT_NE(complaint({"in", "-o", "a.html/b"}), "");
   EXPECT_NE(complaint({"in", "-o", "-"}), "");
@@ -344,8 +345,8 @@ TEST(Options, AreWarnedOfWithoutEffectOnAnyOutput) {
       parsed({"a.md", "-o", "a.txt", "--template", "default", "--styles", "s", "--landscape", "--property", "a=b"})
           .warnings,
       (Warnings{"--template has no effect: no output is html or chm", "--styles has no effect: no output is xlsx",
-                "--landscape has no effect: no output is html, rtf, pdf or xlsx",
-                "--property has no effect: no output is html, xml, rtf, chm, pdf or xlsx"}));
+                "--landscape has no effect: no output is html, rtf, pdf, xlsx or docx",
+                "--property has no effect: no output is html, xml, rtf, chm, pdf, xlsx or docx"}));
   EXPECT_EQ(parsed({"a.md", "-o", "a.html", "--separator", ";", "--single-byte", "--set", "text.width=90", "--set",
                     "html.font=a.b"})
                 .warnings,

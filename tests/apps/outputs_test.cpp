@@ -182,13 +182,26 @@ TEST(Outputs, HaveEveryPartInPdf) {
   EXPECT_GT(pdf.pages()[0].width, pdf.pages()[0].height);
 }
 
+TEST(Outputs, HaveEveryTextInAWordDocument) {
+  CommandRun run;
+  const Result result = run.with("in.md", kMarkdown).run({"@/in.md", "--landscape", "-o", "@/a.docx"});
+  EXPECT_EQ(result.error, "");
+  const std::string text = scrivalen::test::workbookPart(run.widePath("a.docx"), "word/document.xml");
+  for (const std::string_view part :
+       {"Stock", "<w:i/><w:iCs/></w:rPr><w:t>is<", "<w:strike/></w:rPr><w:t>old<", "shelves", "below", "first",
+        "second", "inner", "quoted", "int x;", "Tea", "Price", "4.5", "w:orient=\"landscape\""}) {
+    EXPECT_TRUE(holds(text, part)) << part << '\n' << text;
+  }
+}
+
 TEST(Outputs, HaveEveryTextInASpreadsheetWithItsStyleSheet) {
   CommandRun run;
   const Result result = run.with("in.csv", "a,b\n1,x\n")
                             .with("s.css", "sheet { name: Rows }")
                             .run({"@/in.csv", "--styles", "@/s.css", "-o", "@/a.xlsx"});
   EXPECT_EQ(result.error, "scrivalen: warning: '@/a.xlsx': the style sheet is not understood: 'sheet' has no 'name'\n");
-  EXPECT_EQ(scrivalen::test::readCells(run.widePath("a.xlsx")), "A1 \"a\" bold\nB1 \"b\" bold\nA2 \"1\"\nB2 \"x\"\n");
+  EXPECT_EQ(scrivalen::test::readCells(run.widePath("a.xlsx")),
+            "A1 \"a\" bold fill=F2F2F2\nB1 \"b\" bold fill=F2F2F2\nA2 1 0\nB2 \"x\"\n");
 }
 
 TEST(Outputs, TakeTheOptionsOfText) {

@@ -37,7 +37,7 @@ std::string markdown(int sections) {
   return text;
 }
 
-constexpr const char* kFormats[] = {"text", "html", "xml", "rtf", "pdf", "xlsx", "chm"};
+constexpr const char* kFormats[] = {"text", "html", "xml", "rtf", "pdf", "xlsx", "docx", "chm"};
 
 constexpr std::chrono::milliseconds kMoment{50};
 constexpr std::size_t kPipeSize = 65536;  // as Linux makes them

@@ -134,7 +134,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Combine(
         testing::Values(Case{"Text", "in.md", "text", {"--toc"}}, Case{"Html", "in.md", "html", {"--unsafe"}},
                         Case{"Xml", "in.csv", "xml", {}}, Case{"Rtf", "in.md", "rtf", {}},
-                        Case{"Pdf", "in.md", "pdf", {"--toc"}},
+                        Case{"Docx", "in.md", "docx", {"--toc"}}, Case{"Pdf", "in.md", "pdf", {"--toc"}},
                         Case{"Xlsx", "in.csv", "xlsx", {"--styles", "@/styles.css"}, Functions::OperatorNew},
                         Case{"Chm", "in.md", "chm", {}}),
         testing::Values(Extent::One, Extent::AllFromThere)),

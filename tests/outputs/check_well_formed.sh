@@ -16,6 +16,14 @@ check_spreadsheet() {
   done
 }
 
+check_word_document() {
+  local part
+  unzip -qt "$work/$1" >"$work/unzip.out" || fail "$1 is not an archive: $(cat "$work/unzip.out")"
+  for part in '\[Content_Types\].xml' word/document.xml word/styles.xml word/numbering.xml; do
+    unzip -p "$work/$1" "$part" | xmllint --noout - || fail "$part of $1 is not well-formed XML"
+  done
+}
+
 # Braces must balance, except those after a backslash.
 check_rtf() {
   perl -0777 -ne 's/\\[\\{}]//g; exit !(/^\{\\rtf1\b/ && tr/{// == tr/}//)' "$work/$1" || fail "$1 is not complete RTF"
@@ -34,12 +42,13 @@ check_files() {
   check_rtf "$1.rtf"
   check_pdf "$1"
   check_spreadsheet "$1.xlsx"
+  check_word_document "$1.docx"
 }
 
 # check INPUT NAME TEXT
 check() {
   local input=$1 name=$2 text=$3 format outputs=()
-  for format in txt html xml md rtf pdf xlsx; do
+  for format in txt html xml md rtf pdf xlsx docx; do
     outputs+=(-o "$name.$format")
   done
   (cd "$work" && "${command[@]}" "$input" "${outputs[@]}" 2>"$name.err") ||

@@ -7,7 +7,7 @@
 # shellcheck source-path=SCRIPTDIR source=common.sh
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
-formats=(txt html xml rtf pdf xlsx)
+formats=(txt html xml rtf pdf xlsx docx)
 command=("$@")
 export SOURCE_DATE_EPOCH=1790000000 # two runs write the same bytes
 

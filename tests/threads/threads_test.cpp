@@ -43,6 +43,7 @@ constexpr Output kOutputs[] = {
     {FORMAT_DOCUMENT_RTF, "document.rtf"},
     {FORMAT_DOCUMENT_PDF, "document.pdf"},
     {FORMAT_DOCUMENT_EXCEL, "document.xlsx"},
+    {FORMAT_DOCUMENT_DOCX, "document.docx"},
     {FORMAT_DOCUMENT_CHM, "document.chm"},
     {FORMAT_DOCUMENT_MARKDOWN, "document.md"},
 };

@@ -118,10 +118,10 @@ class LayoutOptions : public OptionGroup {
       warnWithoutOutput(options_, "--separator", "text");
     }
     if (options_.landscape) {
-      warnWithoutOutput(options_, "--landscape", "html rtf pdf xlsx");
+      warnWithoutOutput(options_, "--landscape", "html rtf pdf xlsx docx");
     }
     if (!properties_.empty()) {
-      warnWithoutOutput(options_, "--property", "html xml rtf chm pdf xlsx");
+      warnWithoutOutput(options_, "--property", "html xml rtf chm pdf xlsx docx");
     }
     for (const auto& [name, value] : options_.settings) {
       const std::string format = name.substr(0, name.find('.'));

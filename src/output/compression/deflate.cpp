@@ -12,6 +12,7 @@ namespace {
 
 constexpr std::size_t kMost = std::numeric_limits<uInt>::max();
 constexpr std::size_t kStep = 65536;
+constexpr std::size_t kPartStep = 16384;  // of a text in parts
 
 // zlib takes its input as not const, but does not change it.
 Bytef* inputOf(std::string_view bytes) { return reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data())); }
@@ -23,8 +24,10 @@ struct Deflater::State {
   std::unique_ptr<char[]> output;  // what the stream's pointer is past
 };
 
-Deflater::Deflater(int level) : state_(std::make_unique<State>()) {
-  if (deflateInit(&state_->stream, level) != Z_OK) {
+Deflater::Deflater(int level, DeflateFormat format) : state_(std::make_unique<State>()) {
+  constexpr int kUsualMemory = 8;
+  const int window = format == DeflateFormat::Raw ? -MAX_WBITS : MAX_WBITS;
+  if (deflateInit2(&state_->stream, level, Z_DEFLATED, window, kUsualMemory, Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::bad_alloc();
   }
 }
@@ -33,12 +36,12 @@ Deflater::~Deflater() { deflateEnd(&state_->stream); }
 
 void Deflater::begin() {
   if (!state_->output) {
-    state_->output = std::make_unique<char[]>(kStep);
+    state_->output = std::make_unique<char[]>(kPartStep);
   }
   z_stream& stream = state_->stream;
   deflateReset(&stream);
   stream.next_out = reinterpret_cast<Bytef*>(state_->output.get());
-  stream.avail_out = static_cast<uInt>(kStep);
+  stream.avail_out = static_cast<uInt>(kPartStep);
 }
 
 void Deflater::add(std::string_view part, std::string& out) {
@@ -51,7 +54,7 @@ void Deflater::add(std::string_view part, std::string& out) {
 
 void Deflater::end(std::string& out) {
   run({}, true, out);
-  out.append(state_->output.get(), kStep - state_->stream.avail_out);
+  out.append(state_->output.get(), kPartStep - state_->stream.avail_out);
 }
 
 void Deflater::run(std::string_view part, bool isLast, std::string& out) {
@@ -59,9 +62,9 @@ void Deflater::run(std::string_view part, bool isLast, std::string& out) {
   stream.next_in = inputOf(part);
   stream.avail_in = static_cast<uInt>(part.size());
   while (deflate(&stream, isLast ? Z_FINISH : Z_NO_FLUSH) != Z_STREAM_END && stream.avail_out == 0) {
-    out.append(state_->output.get(), kStep);
+    out.append(state_->output.get(), kPartStep);
     stream.next_out = reinterpret_cast<Bytef*>(state_->output.get());
-    stream.avail_out = static_cast<uInt>(kStep);
+    stream.avail_out = static_cast<uInt>(kPartStep);
   }
 }
 

@@ -7,12 +7,18 @@
 
 namespace scrivalen {
 
-/// Compresses texts that come in parts, in the zlib format (RFC 1950). The level is fixed, so that the same text in the
-/// same parts gives the same bytes with the same zlib.
+/// What surrounds compressed bytes.
+enum class DeflateFormat {
+  Zlib,  ///< a header and a checksum (RFC 1950)
+  Raw    ///< nothing (RFC 1951), as in archives
+};
+
+/// Compresses texts that come in parts. The level is fixed, so that the same text in the same parts gives the same
+/// bytes with the same zlib.
 class Deflater {
  public:
   /// @param level  1 (fast) to 9 (small)
-  explicit Deflater(int level);
+  explicit Deflater(int level, DeflateFormat format = DeflateFormat::Zlib);
   Deflater(const Deflater&) = delete;
   Deflater& operator=(const Deflater&) = delete;
   ~Deflater();

@@ -13,6 +13,14 @@ using scrivalen::test::inflated;
 
 namespace {
 
+std::string compressed(Deflater& deflater, std::string_view text) {
+  std::string out;
+  deflater.begin();
+  deflater.add(text, out);
+  deflater.end(out);
+  return out;
+}
+
 // Bytes of a simple generator, which no compressor makes smaller.
 std::string noise(std::size_t size) {
   std::string bytes;
@@ -55,4 +63,11 @@ TEST(Deflater, TakesATextWithoutParts) {
   deflater.begin();
   deflater.end(out);
   EXPECT_EQ(inflated(out), "");
+}
+
+TEST(Deflater, WritesNothingAroundRawBytes) {
+  Deflater zlib(6);
+  Deflater raw(6, scrivalen::DeflateFormat::Raw);
+  const std::string all = compressed(zlib, "one two two two three");
+  EXPECT_EQ(compressed(raw, "one two two two three"), all.substr(2, all.size() - 2 - 4));
 }

@@ -22,8 +22,13 @@ std::size_t number(std::string_view bytes, std::size_t at, std::size_t size) {
   return value;
 }
 
-// The compressed bytes of a member, found through the directory at the archive's end.
-std::optional<std::string> packedMember(const std::string& archive, std::string_view name) {
+struct PackedMember {
+  std::string bytes;
+  bool isStored;
+};
+
+// A member, found through the directory at the archive's end.
+std::optional<PackedMember> packedMember(const std::string& archive, std::string_view name) {
   const std::size_t end = archive.rfind("PK\x05\x06");
   if (end == std::string::npos) {
     return std::nullopt;
@@ -34,7 +39,7 @@ std::optional<std::string> packedMember(const std::string& archive, std::string_
     if (archive.substr(at + 46, nameSize) == name) {
       const std::size_t local = number(archive, at + 42, 4);
       const std::size_t begin = local + 30 + number(archive, local + 26, 2) + number(archive, local + 28, 2);
-      return archive.substr(begin, number(archive, at + 20, 4));
+      return PackedMember{archive.substr(begin, number(archive, at + 20, 4)), number(archive, at + 10, 2) == 0};
     }
     at += 46 + nameSize + number(archive, at + 30, 2) + number(archive, at + 32, 2);
   }
@@ -191,6 +196,8 @@ std::vector<std::string> looksOf(const std::wstring& path) {
   std::vector<std::string> fonts;
   std::vector<std::string> fills;
   std::vector<std::string> looks;
+  std::map<std::string, std::string> numbers{{"0", ""},          {"1", " 0"},  {"2", " 0.00"},  {"3", " #,##0"},
+                                             {"4", " #,##0.00"}, {"9", " 0%"}, {"10", " 0.00%"}};
   std::string inside;
   for (const Token& token : tokensOf(workbookPart(path, "xl/styles.xml"))) {
     if (token.kind == Token::Kind::Start &&
@@ -198,6 +205,8 @@ std::vector<std::string> looksOf(const std::wstring& path) {
       inside = token.name;
     } else if (token.kind == Token::Kind::End && token.name == inside) {
       inside.clear();
+    } else if (token.name == "numFmt") {
+      numbers[token.attribute("numFmtId")] = " " + token.attribute("formatCode");
     } else if (inside == "fonts" && token.name == "font") {
       if (token.kind == Token::Kind::Start) {
         fonts.emplace_back();
@@ -216,9 +225,9 @@ std::vector<std::string> looksOf(const std::wstring& path) {
       fills.back() = " gray";
     } else if (inside == "fills" && token.name == "fgColor") {
       fills.back() = " fill=" + token.attribute("rgb").substr(2);
-    } else if (inside == "cellXfs" && token.name == "xf") {
+    } else if (inside == "cellXfs" && token.name == "xf" && token.kind != Token::Kind::End) {
       looks.push_back(fonts.at(std::stoul(token.attribute("fontId"))) +
-                      fills.at(std::stoul(token.attribute("fillId"))));
+                      fills.at(std::stoul(token.attribute("fillId"))) + numbers[token.attribute("numFmtId")]);
     }
   }
   return looks;
@@ -251,7 +260,14 @@ Sheet readSheet(const std::wstring& path, std::size_t number, const std::vector<
   std::string place;
   std::string text;
   std::string look;
-  const auto endCell = [&] { sheet.cells += place + " \"" + withoutEscapes(text) + '"' + look + '\n'; };
+  std::string type;
+  bool hasValue = false;
+  const auto endCell = [&] {
+    const std::string shown = !hasValue     ? '"' + withoutEscapes(text) + '"'
+                              : type == "b" ? std::string(text == "1" ? "TRUE" : "FALSE")
+                                            : text;
+    sheet.cells += place + ' ' + shown + look + '\n';
+  };
   bool inText = false;
   for (const Token& token : tokensOf(workbookPart(path, "xl/worksheets/sheet" + std::to_string(number) + ".xml"))) {
     if (token.name == "col") {
@@ -261,13 +277,15 @@ Sheet readSheet(const std::wstring& path, std::size_t number, const std::vector<
       text.clear();
       const std::string style = token.attribute("s");
       look = looks.at(style.empty() ? 0 : std::stoul(style));
-      EXPECT_EQ(token.attribute("t"), token.kind == Token::Kind::Start ? "inlineStr" : "");
+      type = token.attribute("t");
+      hasValue = token.kind == Token::Kind::Start && type != "inlineStr";
       if (token.kind == Token::Kind::Empty) {
         endCell();
       }
     } else if (token.name == "c") {
       endCell();
-    } else if (token.name == "t") {
+    } else if (token.name == "t" || token.name == "v") {
+      EXPECT_EQ(token.name == "v", hasValue) << place;
       inText = token.kind == Token::Kind::Start;
     } else if (token.kind == Token::Kind::Text) {
       EXPECT_TRUE(inText) << token.text;
@@ -293,7 +311,11 @@ void readWorkbookPart(const std::wstring& path, std::string_view name,
                       const std::function<void(std::string_view)>& take) {
   auto packed = packedMember(bytesOf(path), name);
   ASSERT_TRUE(packed.has_value()) << "there is no " << name;
-  inflatePieces(*packed, take);
+  if (packed->isStored) {
+    take(packed->bytes);
+  } else {
+    inflatePieces(packed->bytes, take);
+  }
 }
 
 std::string workbookPart(const std::wstring& path, std::string_view name) {

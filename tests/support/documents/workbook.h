@@ -13,7 +13,9 @@ namespace scrivalen::test {
 ///     [Sheet1]
 ///     A 20.7
 ///     A1 "Total" bold Arial 12 color=FFFFFF fill=000080
+///     B1 12.5 0.00
 ///
+/// A number has no quotation marks; its format comes last.
 /// Fails the test when the file cannot be read or its XML is not well-formed.
 std::string readWorkbook(const std::wstring& path);
 

@@ -2,6 +2,8 @@
 
 #include "document/language.h"
 #include "document/model/event_log.h"
+#include "document/word/bookmark_name.h"
+#include "document/word/held_headings.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/inline_writer.h"
@@ -41,15 +43,14 @@ class RtfDocumentWriter : public DocumentWriter {
   void finish() override;
 
  private:
-  // Where headings go that have been kept.
-  struct KeptHeadings : EventSink {
-    explicit KeptHeadings(RtfDocumentWriter& owner) : writer(owner) {}
+  // Where headings go that have waited.
+  struct HeadingSink : EventSink {
+    explicit HeadingSink(RtfDocumentWriter& owner) : writer(owner) {}
     void write(const Event& event) override { writer.writeNow(event); }
     RtfDocumentWriter& writer;
   };
 
-  bool keepHeading(const Event& event);
-  void writeKept(Orientation orientation);
+  void writeHeadings(Orientation orientation);
   void writeNow(const Event& event);
   void writeInline(const Event& event);
 
@@ -75,38 +76,26 @@ class RtfDocumentWriter : public DocumentWriter {
 
   Containers containers_;
   Paragraphs paragraphs_;
-  EventLog kept_;
-  bool isInHeading_ = false;
+  HeldHeadings headings_;
   bool isInCode_ = false;
   std::size_t codeBreaks_ = 0;  // line breaks that more code may follow
 };
 
 void RtfDocumentWriter::write(const Event& event) {
-  if (keepHeading(event)) {
+  if (headings_.hold(event)) {
     return;
   }
-  writeKept(Orientation::Upright);
+  writeHeadings(Orientation::Upright);
   writeNow(event);
 }
 
-// A heading is written with what comes after it: to a turned page if that is a table there.
-bool RtfDocumentWriter::keepHeading(const Event& event) {
-  const bool begins = event.kind == EventKind::BeginHeading;
-  const bool belongs = begins || isInHeading_ || (event.kind == EventKind::Anchor && kept_.size() > 0);
-  if (belongs) {
-    kept_.write(event);
-    isInHeading_ = event.kind != EventKind::EndHeading && (begins || isInHeading_);
-  }
-  return belongs;
-}
-
-void RtfDocumentWriter::writeKept(Orientation orientation) {
-  if (kept_.size() == 0) {
+void RtfDocumentWriter::writeHeadings(Orientation orientation) {
+  if (headings_.isEmpty()) {
     return;
   }
   paragraphs_.setOrientation(orientation);
-  const EventLog headings = std::exchange(kept_, {});
-  KeptHeadings sink(*this);
+  const EventLog headings = headings_.take();
+  HeadingSink sink(*this);
   headings.replay(sink);
   paragraphs_.close();
   paragraphs_.setOrientation(Orientation::Upright);
@@ -159,7 +148,7 @@ void RtfDocumentWriter::writeInline(const Event& event) {
 }
 
 void RtfDocumentWriter::finish() {
-  writeKept(Orientation::Upright);
+  writeHeadings(Orientation::Upright);
   paragraphs_.close();
   sections_.finish();
   if (!sections_.hasContent() || inlines_.holdsPlaces()) {
@@ -176,7 +165,7 @@ void RtfDocumentWriter::beginTable(const Table& table) {
   // Readers do not agree on where a narrow table from right to left is.
   const WidthRule rule{.isEqual = settings_.text("widths") == "equal", .isFilled = isRightToLeft_};
   TablePlan plan = planTable(table, space, rule);
-  writeKept(plan.orientation);
+  writeHeadings(plan.orientation);
   flushMarker();
   sections_.prepare(plan.orientation);
   if (sections_.takeBreak()) {

@@ -1,5 +1,6 @@
 #include "formats/rtf/document/escape.h"
 
+#include "document/word/bookmark_name.h"
 #include "text/ascii.h"
 #include "text/utf.h"
 #include "text/windows_1252.h"
@@ -111,30 +112,6 @@ std::size_t pieceOf(std::string_view text) {
   return end;
 }
 
-bool isInName(char c) {
-  return isAsciiLetter(c) || isAsciiDigit(c) || c == '_' || c == '-' || static_cast<unsigned char>(c) >= 0x80;
-}
-
-std::size_t unitsOfName(std::string_view utf8) {
-  std::size_t units = 0;
-  const char* at = utf8.data();
-  while (at != utf8.data() + utf8.size()) {
-    char32_t c = 0;
-    nextUtf8(at, utf8.data() + utf8.size(), c);
-    units += unitsOf(c);
-  }
-  return units;
-}
-
-// FNV-1a.
-std::uint32_t hashOf(std::string_view text) {
-  std::uint32_t hash = 2166136261;
-  for (const char c : text) {
-    hash = (hash ^ static_cast<unsigned char>(c)) * 16777619;
-  }
-  return hash;
-}
-
 void writeBookmark(OutputBuffer& out, std::string_view word, std::string_view id) {
   put(out, word);
   writeText(out, bookmarkName(id));
@@ -188,24 +165,6 @@ void writeArgument(OutputBuffer& out, std::string_view text, std::string_view qu
     }
     text.remove_prefix(std::min(plain + 1, text.size()));
   }
-}
-
-std::string bookmarkName(std::string_view id) {
-  constexpr std::size_t kLongest = 40;
-  constexpr std::size_t kKept = 30;
-  if (unitsOfName(id) <= kLongest && std::all_of(id.begin(), id.end(), isInName)) {
-    return std::string(id);
-  }
-  std::string name;
-  for (const char c : id.substr(0, kKept)) {
-    name += static_cast<unsigned char>(c) < 0x80 && isInName(c) ? c : '_';
-  }
-  name += '_';
-  const std::uint32_t hash = hashOf(id);
-  for (int shift = 28; shift >= 0; shift -= 4) {
-    name += kHexDigits[hash >> shift & 0xF];
-  }
-  return name;
 }
 
 void writeBookmarkBegin(OutputBuffer& out, std::string_view id) { writeBookmark(out, "{\\*\\bkmkstart ", id); }

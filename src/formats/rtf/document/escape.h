@@ -39,10 +39,6 @@ void writeText(OutputBuffer& out, std::string_view text);
 /// @param quote  in place of each quotation mark of the text
 void writeArgument(OutputBuffer& out, std::string_view text, std::string_view quote = "'");
 
-/// The name of the bookmark of a place. Word takes names of up to 40 letters, digits, underscores and hyphens; any
-/// other id becomes one that is like it, with a number made from all of it.
-std::string bookmarkName(std::string_view id);
-
 /// Writes the begin or the end of the bookmark of a place.
 void writeBookmarkBegin(OutputBuffer& out, std::string_view id);
 void writeBookmarkEnd(OutputBuffer& out, std::string_view id);

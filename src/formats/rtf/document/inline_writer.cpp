@@ -1,5 +1,6 @@
 #include "formats/rtf/document/inline_writer.h"
 
+#include "document/word/bookmark_name.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "text/address.h"

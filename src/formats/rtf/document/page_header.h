@@ -3,7 +3,7 @@
 #include "document/model/warnings.h"
 #include "document/pictures/header_image.h"
 #include "document/settings/settings.h"
-#include "formats/rtf/document/prolog/page_twips.h"
+#include "document/word/page_twips.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "output/output_buffer.h"
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "document/model/writer.h"
+#include "document/word/page_twips.h"
 #include "formats/rtf/document/page_header.h"
-#include "formats/rtf/document/prolog/page_twips.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 
 #include <optional>

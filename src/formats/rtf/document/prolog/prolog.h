@@ -1,8 +1,8 @@
 #pragma once
 
 #include "document/settings/settings.h"
+#include "document/word/page_twips.h"
 #include "formats/rtf/document/prolog/color_table.h"
-#include "formats/rtf/document/prolog/page_twips.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "output/output_buffer.h"
 

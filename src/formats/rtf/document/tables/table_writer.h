@@ -1,10 +1,10 @@
 #pragma once
 
 #include "document/model/table.h"
+#include "document/word/table_plan.h"
 #include "formats/rtf/document/inline_writer.h"
 #include "formats/rtf/document/prolog/color_table.h"
 #include "formats/rtf/document/runs.h"
-#include "formats/rtf/document/tables/table_plan.h"
 #include "output/output_buffer.h"
 
 #include <cstddef>

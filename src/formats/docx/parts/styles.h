@@ -1,0 +1,72 @@
+#pragma once
+
+#include "document/settings/settings.h"
+#include "output/output_buffer.h"
+
+#include <bitset>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace scrivalen::document::docx {
+
+enum class Style : std::uint8_t {
+  Normal,
+  Heading1,
+  Heading2,
+  Heading3,
+  Heading4,
+  Heading5,
+  Heading6,
+  Title,
+  Quote,
+  Code,
+  List,
+  Contents1,
+  Contents2,
+  Contents3,
+  Contents4,
+  Contents5,
+  Contents6,
+  Header,
+  Footer,
+  Rule,
+  TableSpace,
+  SectionEnd
+};
+
+// What the library itself colours.
+inline constexpr std::string_view kLineColor = "B8C0C8";
+inline constexpr std::string_view kHeaderColor = "E6EAEE";
+
+/// The element that refers to a style; empty for Normal, which needs none.
+std::string_view styleReference(Style style);
+
+inline constexpr int kUsualTableHalfPoints = 20;
+
+/// The styles of a document, each with a name, so that a person changes the looks of all its paragraphs at once.
+class StyleSheet {
+ public:
+  /// @param settings   not owned; must outlive this object
+  /// @param textWidth  in twips
+  StyleSheet(const FormatSettings& settings, int textWidth) : settings_(settings), textWidth_(textWidth) {}
+
+  /// The element that refers to the style of the text of tables of a size. The style is then written, too.
+  /// @param halfPoints  at most kUsualTableHalfPoints
+  std::string tableReference(int halfPoints, bool isHeading);
+  /// Writes the part of all styles that may be used.
+  void write(OutputBuffer& out) const;
+
+ private:
+  void writeDefaults(OutputBuffer& out) const;
+  void writeTableTexts(OutputBuffer& out) const;
+
+  const FormatSettings& settings_;
+  const int textWidth_;
+  std::bitset<kUsualTableHalfPoints + 1> tableSizes_;  // that are used, in half points
+};
+
+/// The name of the font that a setting stands for.
+std::string_view fontName(std::string_view setting);
+
+}  // namespace scrivalen::document::docx

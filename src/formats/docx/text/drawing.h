@@ -1,0 +1,32 @@
+#pragma once
+
+#include "document/pictures/picture.h"
+#include "output/output_buffer.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace scrivalen::document::docx {
+
+/// The largest size that a picture may have, in twips.
+struct Room {
+  int width = 1;
+  int height = 1;
+};
+
+/// Whether a picture is stored turned or mirrored. Word processors show it so.
+bool isTurned(const Picture& picture);
+
+inline constexpr std::string_view kTurnedWarning = "pictures are shown as they are stored, turned or mirrored";
+
+struct Drawing {
+  std::string_view relation;     ///< that leads to the picture
+  std::int64_t number = 0;       ///< of its own in the document, from 1
+  std::string_view alternative;  ///< its text for readers who do not see it
+  double widthPt = 0;            ///< 0: its own
+};
+
+/// Writes a picture as a character of a run (ECMA-376, 20.4.2.8).
+void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& drawing, Room room);
+
+}  // namespace scrivalen::document::docx

@@ -1,0 +1,303 @@
+#include "formats/xlsx/document/cells/cell_formats.h"
+
+#include "formats/xlsx/document/cells/cell_text.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <iterator>
+
+namespace scrivalen::xlsx {
+namespace {
+
+using document::Align;
+
+struct BuiltInNumber {
+  std::string_view code;
+  int id;
+};
+
+// ECMA-376, 18.8.30.
+constexpr BuiltInNumber kBuiltInNumbers[] = {{"General", 0},  {"0", 1},  {"0.00", 2},  {"#,##0", 3},
+                                             {"#,##0.00", 4}, {"0%", 9}, {"0.00%", 10}};
+constexpr int kFirstOwnNumber = 164;
+constexpr std::size_t kFixedFills = 2;  // at the beginning
+
+// None, and a line below.
+constexpr std::string_view kBorders =
+    "<borders count=\"2\"><border><left/><right/><top/><bottom/><diagonal/></border>"
+    "<border><left/><right/><top/><bottom style=\"thin\"><color rgb=\"FF7F7F7F\"/></bottom><diagonal/></border>"
+    "</borders><cellStyleXfs count=\"1\"><xf numFmtId=\"0\" fontId=\"0\" fillId=\"0\" borderId=\"0\"/></cellStyleXfs>";
+
+int builtInId(std::string_view code) {
+  const auto* const found = std::find_if(std::begin(kBuiltInNumbers), std::end(kBuiltInNumbers),
+                                         [code](const BuiltInNumber& known) { return known.code == code; });
+  return found == std::end(kBuiltInNumbers) ? -1 : found->id;
+}
+
+std::string hexColor(std::uint32_t color) {
+  char text[16];
+  std::snprintf(text, sizeof text, "FF%06X", static_cast<unsigned>(color));
+  return text;
+}
+
+std::string pointsOf(std::uint16_t hundredths) {
+  constexpr int kPerPoint = 100;
+  std::string text = std::to_string(hundredths / kPerPoint);
+  if (const int rest = hundredths % kPerPoint; rest != 0) {
+    text += std::string(rest < 10 ? ".0" : ".").append(std::to_string(rest));
+    text.erase(text.find_last_not_of('0') + 1);
+  }
+  return text;
+}
+
+std::string_view alignmentOf(Align align) {
+  switch (align) {
+    case Align::Left: return " horizontal=\"left\"";
+    case Align::Center: return " horizontal=\"center\"";
+    case Align::Right: return " horizontal=\"right\"";
+    case Align::Justify: return " horizontal=\"justify\"";
+    case Align::Auto: break;
+  }
+  return "";
+}
+
+// Only text on the left or right is indented.
+std::string alignmentElement(const CellFormat& format) {
+  std::string element("<alignment");
+  element.append(alignmentOf(format.indent > 0 && format.align == Align::Auto ? Align::Left : format.align));
+  element.append(format.isTop ? " vertical=\"top\"" : "");
+  element.append(format.wraps ? " wrapText=\"1\"" : "");
+  if (format.indent > 0) {
+    element.append(" indent=\"").append(std::to_string(format.indent)).append("\"");
+  }
+  return element.append("/>");
+}
+
+bool isAligned(const CellFormat& format) {
+  return format.align != Align::Auto || format.isTop || format.wraps || format.indent > 0;
+}
+
+void appendCount(std::string& out, std::string_view element, std::size_t count) {
+  out.append("<").append(element).append(" count=\"").append(std::to_string(count)).append("\">");
+}
+
+void appendAttribute(std::string& out, std::string_view name, std::uint64_t value) {
+  out.append(" ").append(name).append("=\"").append(std::to_string(value)).append("\"");
+}
+
+}  // namespace
+
+std::uint64_t Font::key() const {
+  return static_cast<std::uint64_t>(color) << 32 | static_cast<std::uint64_t>(size) << 16 |
+         static_cast<std::uint64_t>(family) << 8 | flags;
+}
+
+std::uint64_t CellFormat::key() const {
+  return static_cast<std::uint64_t>(fill) << 32 | static_cast<std::uint64_t>(number) << 24 |
+         static_cast<std::uint64_t>(indent) << 16 | static_cast<std::uint64_t>(align) << 8 | (wraps ? 4u : 0u) |
+         (isTop ? 2u : 0u) | (isRuled ? 1u : 0u);
+}
+
+CellFormats::CellFormats() : families_{"Calibri", "Calibri", "Courier New"} {
+  numbers_.emplace_back("General");
+  setUsual({});
+}
+
+void CellFormats::setUsual(const CellFormat& format) {
+  fonts_.clear();
+  fontIndices_.clear();
+  formats_.clear();
+  indices_.clear();
+  insert(format);
+}
+
+NumberFormat CellFormats::addNumber(std::string_view code) {
+  const auto found = std::find(numbers_.begin(), numbers_.end(), code);
+  if (found != numbers_.end()) {
+    return static_cast<NumberFormat>(found - numbers_.begin());
+  }
+  if (numbers_.size() >= kMostNumbers) {
+    return kGeneral;
+  }
+  numbers_.emplace_back(code);
+  return static_cast<NumberFormat>(numbers_.size() - 1);
+}
+
+std::uint32_t CellFormats::add(const CellFormat& format) {
+  const auto known = indices_.find({format.font.key(), format.key()});
+  if (known != indices_.end()) {
+    return known->second;
+  }
+  if (canAdd(format)) {
+    return insert(format);
+  }
+  ++refused_;
+  CellFormat plain = format;
+  plain.font = formats_.front().format.font;
+  plain.fill = kNoColor;
+  const auto other = indices_.find({plain.font.key(), plain.key()});
+  return other == indices_.end() ? 0 : other->second;
+}
+
+bool CellFormats::canAdd(const CellFormat& format) const {
+  return formats_.size() < kMost &&
+         (fonts_.size() + runFonts_.size() < kMostFonts || fontIndices_.contains(format.font.key()));
+}
+
+bool CellFormats::takesFont(const Font& font) {
+  const std::uint64_t key = font.key();
+  if (fontIndices_.contains(key) || runFonts_.contains(key)) {
+    return true;
+  }
+  if (fonts_.size() + runFonts_.size() >= kMostFonts) {
+    ++refused_;
+    return false;
+  }
+  runFonts_.insert(key);
+  return true;
+}
+
+std::uint32_t CellFormats::insert(const CellFormat& format) {
+  const auto index = static_cast<std::uint32_t>(formats_.size());
+  formats_.push_back({format, fontOf(format.font), fillOf(format.fill)});
+  indices_.emplace(Key{format.font.key(), format.key()}, index);
+  return index;
+}
+
+std::uint32_t CellFormats::fontOf(const Font& font) {
+  const auto [entry, isNew] = fontIndices_.emplace(font.key(), static_cast<std::uint32_t>(fonts_.size()));
+  if (isNew) {
+    fonts_.push_back(font);
+  }
+  return entry->second;
+}
+
+std::uint32_t CellFormats::fillOf(std::uint32_t color) {
+  if (color == kNoColor) {
+    return 0;
+  }
+  const auto [entry, isNew] = fillIndices_.emplace(color, static_cast<std::uint32_t>(fills_.size() + kFixedFills));
+  if (isNew) {
+    fills_.push_back(color);
+  }
+  return entry->second;
+}
+
+void CellFormats::appendRunFont(std::string& out, const Font& font) const {
+  out.append("<rPr>");
+  appendFont(out, font, "rFont");
+  out.append("</rPr>");
+}
+
+void CellFormats::appendFont(std::string& out, const Font& font, std::string_view nameElement) const {
+  constexpr struct {
+    Font::Flag flag;
+    std::string_view element;
+  } kFlags[] = {{Font::Bold, "<b/>"},
+                {Font::Italic, "<i/>"},
+                {Font::Deleted, "<strike/>"},
+                {Font::Underlined, "<u/>"},
+                {Font::Superscript, "<vertAlign val=\"superscript\"/>"},
+                {Font::Subscript, "<vertAlign val=\"subscript\"/>"}};
+  for (const auto& known : kFlags) {
+    out.append((font.flags & known.flag) != 0 ? known.element : "");
+  }
+  out.append("<sz val=\"").append(pointsOf(font.size)).append("\"/>");
+  if (font.color != kNoColor) {
+    out.append("<color rgb=\"").append(hexColor(font.color)).append("\"/>");
+  }
+  out.append("<").append(nameElement).append(" val=\"");
+  appendXml(out, nameOf(font));
+  out.append("\"/>");
+}
+
+std::string CellFormats::xml() const {
+  std::string out(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<styleSheet xmlns=\"http://schemas.openxmlformats.org/spreadsheetml/2006/main\">");
+  appendNumbers(out);
+  appendFonts(out);
+  appendFills(out);
+  out.append(kBorders);
+  appendFormats(out);
+  return out.append(
+      "<cellStyles count=\"1\"><cellStyle name=\"Normal\" xfId=\"0\" builtinId=\"0\"/></cellStyles>"
+      "<dxfs count=\"0\"/><tableStyles count=\"0\" defaultTableStyle=\"TableStyleMedium9\" "
+      "defaultPivotStyle=\"PivotStyleLight16\"/></styleSheet>");
+}
+
+// The ids of the number formats: those that the standard has come first.
+std::vector<int> CellFormats::numberIds() const {
+  int next = kFirstOwnNumber;
+  std::vector<int> ids;
+  for (const std::string& code : numbers_) {
+    const int known = builtInId(code);
+    ids.push_back(known >= 0 ? known : next++);
+  }
+  return ids;
+}
+
+void CellFormats::appendNumbers(std::string& out) const {
+  const std::vector<int> ids = numberIds();
+  const auto isOwn = [](int id) { return id >= kFirstOwnNumber; };
+  const auto count = std::count_if(ids.begin(), ids.end(), isOwn);
+  if (count == 0) {
+    return;
+  }
+  appendCount(out, "numFmts", static_cast<std::size_t>(count));
+  for (std::size_t i = 0; i < ids.size(); ++i) {
+    if (isOwn(ids[i])) {
+      out.append("<numFmt numFmtId=\"").append(std::to_string(ids[i])).append("\" formatCode=\"");
+      appendXml(out, numbers_[i]);
+      out.append("\"/>");
+    }
+  }
+  out.append("</numFmts>");
+}
+
+void CellFormats::appendFonts(std::string& out) const {
+  appendCount(out, "fonts", fonts_.size());
+  for (const Font& font : fonts_) {
+    out.append("<font>");
+    appendFont(out, font, "name");
+    out.append("</font>");
+  }
+  out.append("</fonts>");
+}
+
+void CellFormats::appendFills(std::string& out) const {
+  appendCount(out, "fills", fills_.size() + kFixedFills);
+  out.append("<fill><patternFill patternType=\"none\"/></fill><fill><patternFill patternType=\"gray125\"/></fill>");
+  for (const std::uint32_t color : fills_) {
+    out.append("<fill><patternFill patternType=\"solid\"><fgColor rgb=\"").append(hexColor(color));
+    out.append("\"/><bgColor indexed=\"64\"/></patternFill></fill>");
+  }
+  out.append("</fills>");
+}
+
+void CellFormats::appendFormats(std::string& out) const {
+  const std::vector<int> ids = numberIds();
+  appendCount(out, "cellXfs", formats_.size());
+  for (const Entry& entry : formats_) {
+    const CellFormat& format = entry.format;
+    out.append("<xf");
+    appendAttribute(out, "numFmtId", static_cast<std::uint64_t>(ids[format.number]));
+    appendAttribute(out, "fontId", entry.font);
+    appendAttribute(out, "fillId", entry.fill);
+    appendAttribute(out, "borderId", format.isRuled ? 1 : 0);
+    out.append(" xfId=\"0\"");
+    out.append(format.number != kGeneral ? " applyNumberFormat=\"1\"" : "");
+    out.append(entry.font != 0 ? " applyFont=\"1\"" : "");
+    out.append(entry.fill != 0 ? " applyFill=\"1\"" : "");
+    out.append(format.isRuled ? " applyBorder=\"1\"" : "");
+    if (isAligned(format)) {
+      out.append(" applyAlignment=\"1\">").append(alignmentElement(format)).append("</xf>");
+    } else {
+      out.append("/>");
+    }
+  }
+  out.append("</cellXfs>");
+}
+
+}  // namespace scrivalen::xlsx

@@ -1,0 +1,89 @@
+#include "formats/xlsx/document/sheet/pictures.h"
+
+#include "formats/xlsx/document/cells/cell_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace scrivalen::xlsx {
+namespace {
+
+constexpr double kEmuPerPoint = 12700;
+
+std::string emu(double points) { return std::to_string(std::llround(points * kEmuPerPoint)); }
+
+void appendElement(std::string& out, std::string_view name, const std::string& content) {
+  out.append("<xdr:").append(name).append(">").append(content).append("</xdr:").append(name).append(">");
+}
+
+// How a picture is turned and mirrored, as in EXIF.
+std::string transformOf(int orientation) {
+  constexpr std::string_view kTransforms[] = {"",
+                                              " flipH=\"1\"",
+                                              " rot=\"10800000\"",
+                                              " flipV=\"1\"",
+                                              " rot=\"5400000\" flipV=\"1\"",
+                                              " rot=\"5400000\"",
+                                              " rot=\"16200000\" flipV=\"1\"",
+                                              " rot=\"16200000\""};
+  return std::string(kTransforms[std::clamp(orientation, 1, 8) - 1]);
+}
+
+std::string_view extensionOf(document::Picture::Format format) {
+  return format == document::Picture::Format::Png ? ".png" : ".jpeg";
+}
+
+}  // namespace
+
+// The anchor of a picture on its side is that of the upright box around the same middle.
+void SheetPictures::add(std::uint32_t row, std::uint32_t column, double topPt, PlacedPicture picture) {
+  const int orientation = picture.picture->orientation();
+  const bool isTurned = orientation >= 5;
+  const double width = isTurned ? picture.height : picture.width;
+  const double height = isTurned ? picture.width : picture.height;
+  const double left = std::max(0.0, (picture.width - width) / 2);
+  const double top = std::max(0.0, topPt + (picture.height - height) / 2);
+  const std::string image = std::to_string(waiting_.add(*picture.picture) + 1);
+  const std::string number = std::to_string(++count_);
+  std::string from;
+  appendElement(from, "col", std::to_string(column));
+  appendElement(from, "colOff", emu(left));
+  appendElement(from, "row", std::to_string(row));
+  appendElement(from, "rowOff", emu(top));
+  anchors_.append("<xdr:oneCellAnchor>");
+  appendElement(anchors_, "from", from);
+  const std::string extent = "cx=\"" + emu(width) + "\" cy=\"" + emu(height) + "\"";
+  anchors_.append("<xdr:ext ").append(extent).append("/><xdr:pic><xdr:nvPicPr><xdr:cNvPr id=\"");
+  anchors_.append(std::to_string(count_ + 1)).append("\" name=\"Picture ").append(number).append("\" descr=\"");
+  appendXml(anchors_, picture.text);
+  anchors_.append(
+      "\"/><xdr:cNvPicPr><a:picLocks noChangeAspect=\"1\"/></xdr:cNvPicPr></xdr:nvPicPr><xdr:blipFill>"
+      "<a:blip r:embed=\"rId");
+  anchors_.append(image).append("\"/><a:stretch><a:fillRect/></a:stretch></xdr:blipFill><xdr:spPr><a:xfrm");
+  anchors_.append(transformOf(orientation)).append("><a:off x=\"0\" y=\"0\"/><a:ext ").append(extent);
+  anchors_.append(
+      "/></a:xfrm><a:prstGeom prst=\"rect\"><a:avLst/></a:prstGeom></xdr:spPr></xdr:pic><xdr:clientData/>"
+      "</xdr:oneCellAnchor>");
+}
+
+void SheetPictures::write(ZipWriter& zip, std::size_t drawing, std::size_t& images) {
+  const std::string name = "drawing" + std::to_string(drawing) + ".xml";
+  std::string xml(
+      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
+      "<xdr:wsDr xmlns:xdr=\"http://schemas.openxmlformats.org/drawingml/2006/spreadsheetDrawing\" "
+      "xmlns:a=\"http://schemas.openxmlformats.org/drawingml/2006/main\" "
+      "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">");
+  zip.addEntry("xl/drawings/" + name, xml.append(anchors_).append("</xdr:wsDr>"));
+  std::vector<Relation> relations;
+  for (std::size_t i = 0; i < waiting_.size(); ++i) {
+    const std::string file =
+        std::string("image").append(std::to_string(++images)).append(extensionOf(waiting_.format(i)));
+    zip.addStored("xl/media/" + file, waiting_.read(i));
+    relations.push_back({"image", "../media/" + file});
+  }
+  zip.addEntry("xl/drawings/_rels/" + name + ".rels", relationsXml(relations));
+}
+
+}  // namespace scrivalen::xlsx

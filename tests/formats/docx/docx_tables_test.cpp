@@ -1,0 +1,198 @@
+#include "made_docx.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+using namespace scrivalen::document;
+using namespace scrivalen::test;
+
+namespace {
+
+void putRow(Document& document, std::initializer_list<std::string_view> cells, bool header = false) {
+  document.beginRow(header);
+  for (const std::string_view cell : cells) {
+    document.cell(cell);
+  }
+  document.end();
+}
+
+std::string tableOf(const Content& rows, const SettingValues& settings = {}) {
+  return bodyOf(
+      [&](Document& document) {
+        document.beginTable({}, "t");
+        rows(document);
+        document.end();
+      },
+      settings);
+}
+
+std::size_t countOf(std::string_view part, std::string_view text) {
+  std::size_t count = 0;
+  for (std::size_t at = text.find(part); at != std::string_view::npos; at = text.find(part, at + part.size())) {
+    ++count;
+  }
+  return count;
+}
+
+constexpr std::string_view kSpace = "<w:p><w:pPr><w:pStyle w:val=\"TableSpace\"/></w:pPr></w:p>\n";
+
+}  // namespace
+
+TEST(DocxTables, HaveWidthsAStyleAndRowsThatAreNotDivided) {
+  EXPECT_EQ(tableOf([](Document& document) {
+              putRow(document, {"a", "12"});
+            }),
+            "<w:tbl><w:tblPr><w:tblStyle w:val=\"Table\"/><w:tblW w:w=\"761\" w:type=\"dxa\"/>"
+            "<w:tblInd w:w=\"0\" w:type=\"dxa\"/><w:tblLayout w:type=\"fixed\"/>"
+            "<w:tblLook w:val=\"0600\" w:firstRow=\"0\" w:lastRow=\"0\" w:firstColumn=\"0\" w:lastColumn=\"0\""
+            " w:noHBand=\"1\" w:noVBand=\"1\"/></w:tblPr><w:tblGrid><w:gridCol w:w=\"312\"/><w:gridCol w:w=\"449\"/>"
+            "</w:tblGrid>\n"
+            "<w:tr><w:trPr><w:cantSplit/></w:trPr>"
+            "<w:tc><w:tcPr><w:tcW w:w=\"312\" w:type=\"dxa\"/></w:tcPr><w:p><w:pPr><w:pStyle w:val=\"TableText\"/>"
+            "</w:pPr><w:r><w:t>a</w:t></w:r></w:p></w:tc>"
+            "<w:tc><w:tcPr><w:tcW w:w=\"449\" w:type=\"dxa\"/></w:tcPr><w:p><w:pPr><w:pStyle w:val=\"TableText\"/>"
+            "<w:jc w:val=\"right\"/></w:pPr><w:r><w:t>12</w:t></w:r></w:p></w:tc></w:tr>\n"
+            "</w:tbl>\n" +
+                std::string(kSpace));
+}
+
+TEST(DocxTables, RepeatTheirHeaderRows) {
+  const std::string table = tableOf([](Document& document) {
+    putRow(document, {"A"}, true);
+    putRow(document, {"B"}, true);
+    putRow(document, {"c"});
+  });
+  EXPECT_EQ(countOf("<w:tblLook w:val=\"0620\" w:firstRow=\"1\"", table), 1u);
+  EXPECT_EQ(countOf("<w:trPr><w:cantSplit/><w:tblHeader/></w:trPr>", table), 2u);
+  EXPECT_EQ(countOf("<w:pStyle w:val=\"TableHeading\"/><w:keepNext/>", table), 2u);
+  EXPECT_EQ(countOf("w:fill=\"E6EAEE\"", table), 1u) << "the table's style shades the first row";
+}
+
+TEST(DocxTables, SpanAndColorCells) {
+  const std::string table = tableOf([](Document& document) {
+    putRow(document, {"a", "b", "c"});
+    document.beginRow(false);
+    document.beginCell({.span = 2, .color = 0x0000FF, .background = 0xFFFF00});
+    document.text("x");
+    document.end();
+    document.cell("y");
+    document.end();
+  });
+  EXPECT_EQ(countOf("<w:gridSpan w:val=\"2\"/><w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"FFFF00\"/></w:tcPr>"
+                    "<w:p><w:pPr><w:pStyle w:val=\"TableText\"/></w:pPr><w:r><w:rPr><w:color w:val=\"0000FF\"/></w:rPr>"
+                    "<w:t>x</w:t></w:r></w:p></w:tc>",
+                    table),
+            1u)
+      << table;
+}
+
+TEST(DocxTables, HaveContentInCells) {
+  const std::string table = tableOf([](Document& document) {
+    document.beginRow(false);
+    document.beginCell({.align = Align::Center});
+    document.text("a\n");
+    document.beginSpan(Span::Strong);
+    document.text("b");
+    document.end();
+    document.end();
+    document.end();
+  });
+  EXPECT_EQ(countOf("<w:pStyle w:val=\"TableText\"/><w:jc w:val=\"center\"/></w:pPr><w:r><w:t>a</w:t><w:br/></w:r>"
+                    "<w:r><w:rPr><w:b/><w:bCs/></w:rPr><w:t>b</w:t></w:r></w:p></w:tc>",
+                    table),
+            1u)
+      << table;
+}
+
+TEST(DocxTables, HaveAParagraphInEmptyCells) {
+  const std::string table = tableOf([](Document& document) { putRow(document, {"", "b"}); });
+  EXPECT_EQ(countOf("<w:p><w:pPr><w:pStyle w:val=\"TableText\"/></w:pPr><w:r></w:r></w:p></w:tc>", table), 1u) << table;
+}
+
+TEST(DocxTables, AreSetSmallerInAStyleOfThatSize) {
+  const std::string docx = docxOf([](Document& document) {
+    document.beginTable({}, "t");
+    for (int row = 0; row < 2; ++row) {
+      document.beginRow(row == 0);
+      for (int column = 0; column < 14; ++column) {
+        document.cell("Column" + std::to_string(column));
+      }
+      document.end();
+    }
+    document.end();
+  });
+  const std::string text = partOf(docx, "word/document.xml");
+  const std::size_t at = text.find("TableHeading") + 12;
+  const std::string size = text.substr(at, 2);
+  EXPECT_NE(styleOf(docx, "TableText" + size).find("<w:sz w:val=\"" + size + "\"/>"), std::string::npos);
+  EXPECT_NE(text.find("<w:tblCellMar>"), std::string::npos);
+}
+
+TEST(DocxTables, HaveAtMost63ColumnsInAPart) {
+  const std::string table = tableOf([](Document& document) {
+    for (int row = 0; row < 45; ++row) {
+      document.beginRow(row == 0);
+      for (int column = 0; column < 200; ++column) {
+        document.cell(std::to_string(row) + "/" + std::to_string(column));
+      }
+      document.end();
+    }
+  });
+  const std::size_t parts = countOf("<w:tbl>", table);
+  EXPECT_GE(parts, 8u);
+  EXPECT_EQ(countOf("<w:t>0/150</w:t>", table), 2u) << "the header is in the part of each 40 rows";
+  EXPECT_EQ(countOf("<w:t>44/0</w:t>", table), parts / 2) << "the first column is in all parts";
+  for (int row = 1; row < 45; ++row) {
+    EXPECT_EQ(countOf("<w:t>" + std::to_string(row) + "/199</w:t>", table), 1u);
+  }
+  for (std::size_t at = table.find("<w:tblGrid>"); at != std::string::npos; at = table.find("<w:tblGrid>", at + 1)) {
+    EXPECT_LE(countOf("<w:gridCol", table.substr(at, table.find("</w:tblGrid>", at) - at)), 63u);
+  }
+}
+
+TEST(DocxTables, TurnThePageWhenThatGivesThemRoom) {
+  const std::string body = bodyOf([](Document& document) {
+    document.paragraph("before");
+    document.heading(1, "Wide");
+    document.beginTable({}, "t");
+    for (int row = 0; row < 2; ++row) {
+      document.beginRow(row == 0);
+      for (int column = 0; column < 18; ++column) {
+        document.cell("Column" + std::to_string(column));
+      }
+      document.end();
+    }
+    document.end();
+    document.paragraph("after");
+  });
+  const std::size_t upright = body.find("<w:pgSz w:w=\"11906\" w:h=\"16838\"/>");
+  const std::size_t turned = body.find("<w:pgSz w:w=\"16838\" w:h=\"11906\" w:orient=\"landscape\"/>");
+  EXPECT_LT(body.find("before"), upright);
+  EXPECT_LT(upright, body.find("Wide"));
+  EXPECT_LT(body.find("</w:tbl>"), turned);
+  EXPECT_LT(turned, body.find("after"));
+}
+
+TEST(DocxTables, GoFromRightToLeftInSuchALanguage) {
+  const std::string table = tableOf(
+      [](Document& document) {
+        putRow(document, {"\xD7\x90", "b"});
+      },
+      {{"language", "he"}});
+  EXPECT_EQ(countOf("<w:tblStyle w:val=\"Table\"/><w:bidiVisual/>", table), 1u);
+  EXPECT_EQ(countOf("<w:pStyle w:val=\"TableText\"/><w:bidi/><w:jc w:val=\"left\"/>", table), 1u) << table;
+}
+
+TEST(DocxTables, InAnItemAreIndented) {
+  const std::string body = bodyOf([](Document& document) {
+    document.beginList(false, 0, true);
+    document.beginItem(Task::None);
+    document.beginTable({}, "t");
+    putRow(document, {"a"});
+    document.end();
+    document.end();
+    document.end();
+  });
+  EXPECT_EQ(countOf("<w:tblInd w:w=\"440\" w:type=\"dxa\"/>", body), 1u) << body;
+}
