@@ -18,7 +18,11 @@ void appendEscaped(std::string& out, unsigned char byte) {
     case '(': out += "\\("; return;
     case ')': out += "\\)"; return;
     case '\\': out += "\\\\"; return;
-    case '\r': out += "\\r"; return;  // a reader takes it for a line feed
+    case '\r':
+      out += "\\r";
+      return;  // a reader takes it for a line feed
+    // Ghostscript reads one of two line feeds.
+    case '\n': out += out.ends_with('\n') ? "\\n" : "\n"; return;
     default: out += static_cast<char>(byte);
   }
 }
@@ -26,13 +30,14 @@ void appendEscaped(std::string& out, unsigned char byte) {
 // As many bytes at a time are looked at together.
 constexpr std::size_t kPlainBlock = 16;
 
-bool isEscaped(char c) { return c == '(' || c == ')' || c == '\\' || c == '\r'; }
+bool isEscaped(char c) { return c == '(' || c == ')' || c == '\\' || c == '\r' || c == '\n'; }
 
 bool isPlainBlock(const char* at) {
   unsigned char escaped = 0;
   for (std::size_t i = 0; i < kPlainBlock; ++i) {
     const auto byte = static_cast<unsigned char>(at[i]);
-    escaped = static_cast<unsigned char>(escaped | (byte == '(') | (byte == ')') | (byte == '\\') | (byte == '\r'));
+    escaped = static_cast<unsigned char>(escaped | (byte == '(') | (byte == ')') | (byte == '\\') | (byte == '\r') |
+                                         (byte == '\n'));
   }
   return escaped == 0;
 }

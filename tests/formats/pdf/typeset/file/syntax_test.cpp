@@ -57,6 +57,13 @@ TEST(PdfString, EscapesWhatWouldEndOrChangeIt) {
   EXPECT_EQ(appended(appendString, "\0\xFF"sv), "<(\0\xFF)>"sv);
 }
 
+// Ghostscript reads one of two line feeds.
+TEST(PdfString, EscapesALineFeedAfterAnother) {
+  EXPECT_EQ(appended(appendString, "\n\n\n\n"), "<(\n\\n\n\\n)>");
+  EXPECT_EQ(appended(appendString, std::string(15, 'a') + "\n\nb\n"), "<(" + std::string(15, 'a') + "\n\\nb\n)>");
+  EXPECT_EQ(text(u8"\u0A0A"), "<(\xFE\xFF\n\\n)>");
+}
+
 TEST(PdfText, IsPlainInAscii) {
   EXPECT_EQ(text(u8""), "<()>");
   EXPECT_EQ(text(u8"Prices (net)"), "<(Prices \\(net\\))>");
