@@ -127,6 +127,9 @@ Length RunningLines::drawImage(PageMaker& page, Length baseline) {
   const Length width = lengthOf(image_.widthPt);
   const Length height = lengthOf(image_.heightPt);
   if (width < kUnit || height < kUnit) {
+    warnings_.add(document::WarningCode::SomethingLeftOut,
+                  "the picture of the header, for which the page has no room, left out");
+    image_.picture.reset();
     return 0;
   }
   const Length top = std::max<Length>(baseline - kSize / 3 - height / 2, 0);

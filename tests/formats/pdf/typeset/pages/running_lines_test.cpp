@@ -295,6 +295,20 @@ TEST(RunningLines, WarnOfAPictureThatIsNone) {
   EXPECT_NE(document.warnings().find("1 x cannot use the picture '"), std::string::npos);
 }
 
+TEST(RunningLines, WarnOfAPictureThatHasNoRoom) {
+  const TemporaryFolder folder;
+  const std::wstring path = folder / L"logo.png";
+  writeBytes(path, greyPng(120, 40));
+  ShownDocument document;
+  document.set("header-image", narrowPath(path));
+  document.set("margins", "0mm");
+  document.paragraph("text");
+  document.pageBreak();
+  document.paragraph("text");
+  EXPECT_TRUE(document.pages().at(0).images().empty());
+  EXPECT_EQ(document.warnings(), "1 x the picture of the header, for which the page has no room, left out\n");
+}
+
 TEST(RunningLines, AreNotDrawnWithoutText) {
   ShownDocument document;
   document.paragraph("text");
