@@ -25,6 +25,15 @@ constexpr int kSubscriptDrop = 150;
 constexpr unsigned kBold = 2;
 constexpr unsigned kItalic = 1;
 
+// In points. No page is as long, and products of two lengths up to this one do not overflow.
+constexpr double kLongestPicture = 1'000'000;
+
+// How much larger than its own a picture is asked to be. A width of 0 asks for its own.
+double scaleOf(const document::Picture& picture, double width) {
+  const double asked = width > 0 ? width / picture.widthPt() : 1;
+  return std::min({asked, kLongestPicture / picture.widthPt(), kLongestPicture / picture.heightPt()});
+}
+
 }  // namespace
 
 void InlineCollector::begin(const TextStyle& style, Length largestSize) {
@@ -81,8 +90,9 @@ void InlineCollector::addPicture(const Event& event) {
     return add(event.text);
   }
   const document::Picture& picture = *event.picture;
-  const double scale = event.points > 0 ? event.points / picture.widthPt() : 1;
-  text_.addPicture({0, lengthOf(picture.widthPt() * scale), lengthOf(picture.heightPt() * scale), *object,
+  const double scale = scaleOf(picture, event.points);
+  const auto scaledLength = [scale](double points) { return std::max<Length>(lengthOf(points * scale), 1); };
+  text_.addPicture({0, scaledLength(picture.widthPt()), scaledLength(picture.heightPt()), *object,
                     picture.orientation(), std::string(event.text)},
                    styles_.back());
 }

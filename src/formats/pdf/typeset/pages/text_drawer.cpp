@@ -115,8 +115,7 @@ void TextDrawer::drawBlank(Length x, Length baseline, const TextStyle& style, Te
 void TextDrawer::drawPicture(const StyledText& text, const TextPiece& piece, Length x, Length baseline,
                              TextTags* tags) {
   const TextPicture& picture = text.pictures[static_cast<std::size_t>(piece.picture)];
-  const Length height = picture.height * piece.width / std::max<Length>(picture.width, 1);
-  const Box box{x, baseline - height, piece.width, height};
+  const Box box{x, baseline - piece.height, piece.width, piece.height};
   const bool isFigure = tags != nullptr && tags->beginPicture(picture, pages_.edgesOf(box));
   pages_.image(box, picture.object, picture.orientation);
   if (isFigure) {

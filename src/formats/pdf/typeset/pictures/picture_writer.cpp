@@ -5,11 +5,19 @@
 #include "formats/pdf/typeset/pictures/jpeg_data.h"
 #include "formats/pdf/typeset/pictures/png_data.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <utility>
 
 namespace scrivalen::typeset {
 
 using document::Picture;
+
+namespace {
+
+constexpr std::uint32_t kLongestSide = 65'535;  // MuPDF draws nothing of a page that has a picture with a longer one
+
+}  // namespace
 
 std::optional<int> PictureWriter::write(const Picture& picture, std::string& reason) {
   Kept kept;
@@ -29,6 +37,9 @@ std::optional<int> PictureWriter::write(const Picture& picture, std::string& rea
 }
 
 PictureWriter::Kept PictureWriter::writeNew(const Picture& picture) {
+  if (std::max(picture.width(), picture.height()) > kLongestSide) {
+    return {picture.shared_from_this(), 0, "has more than 65,535 pixels a side, which not all readers of PDF draw"};
+  }
   PictureData data;
   const bool isJpeg = picture.format() == Picture::Format::Jpeg;
   const bool hasCmyk = file_.standard() == Standard::None;

@@ -360,6 +360,7 @@ void LineSetter::appendPiece(const Item& item, Length extra) {
   if (item.picture >= 0) {
     const std::size_t at = result_.content.size();
     result_.pieces.push_back({item.span, item.font, at, at, item.width, item.picture});
+    result_.pieces.back().height = sizeOf(item.picture).height;
     return;
   }
   const bool isNew = result_.pieces.size() == firstPiece_ || result_.pieces.back().picture >= 0 ||
@@ -404,10 +405,10 @@ void LineSetter::measure(TextLine& line) {
 PictureSize fitted(const PictureSize& picture, const LineRule& rule) {
   PictureSize size = picture;
   if (size.width > rule.width && rule.width > 0) {
-    size = {rule.width, size.height * rule.width / size.width};
+    size = {rule.width, std::max<Length>(size.height * rule.width / size.width, 1)};
   }
   if (rule.height > 0 && size.height > rule.height) {
-    size = {size.width * rule.height / size.height, rule.height};
+    size = {std::max<Length>(size.width * rule.height / size.height, 1), rule.height};
   }
   return size;
 }

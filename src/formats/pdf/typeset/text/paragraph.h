@@ -21,6 +21,7 @@ struct TextPiece {
   Length width;
   int picture = -1;                                ///< an index of StyledText::pictures; it has no glyphs then
   std::optional<char32_t> missing = std::nullopt;  ///< it is this character, which no font has
+  Length height = 0;                               ///< of a picture
 };
 
 /// A line of a text. Its pieces are from left to right.
@@ -63,7 +64,7 @@ struct LineRule {
 /// Where the baseline is in a line of a height, below its upper edge.
 Length baselineOf(Length height, Length size);
 
-/// The size of a picture where a text is set: its own, or less if the space is narrower or lower.
+/// The size of a picture where a text is set: its own, or less if the space is narrower or lower, but never nothing.
 PictureSize fitted(const PictureSize& picture, const LineRule& rule);
 
 /// Breaks a text into lines (Unicode Standard Annexes 9 and 14). A line ends at a line feed, and before a word that

@@ -1,4 +1,6 @@
+#include "document/pictures/picture.h"
 #include "formats/pdf/typeset/shown_document.h"
+#include "support/documents/pictures.h"
 
 #include <gtest/gtest.h>
 
@@ -21,6 +23,50 @@ ShownPages pagesOf(Span span) {
   document.addSpan(span, "span");
   document.end();
   return document.pages();
+}
+
+// The box of a picture with so many pixels an inch.
+PdfImageBox boxOf(std::uint32_t width, std::uint32_t height, std::uint32_t xPerMetre, std::uint32_t yPerMetre,
+                  double widthPt) {
+  std::string reason;
+  const std::string resolution = pngChunk("pHYs", bigEndian(xPerMetre, 4) + bigEndian(yPerMetre, 4) + '\1');
+  const auto picture = document::Picture::read(greyPng(width, height, resolution), reason);
+  EXPECT_NE(picture, nullptr) << reason;
+  ShownDocument document;
+  document.image(picture, "alternative", widthPt, {});
+  const ShownPages pages = document.pages();
+  EXPECT_EQ(pages.count(), 1u);
+  EXPECT_EQ(pages.at(0).images().size(), 1u);
+  return pages.at(0).images().empty() ? PdfImageBox() : pages.at(0).images()[0];
+}
+
+constexpr std::uint32_t kFewPerMetre = 394;       // 10 an inch, as few as count
+constexpr std::uint32_t kManyPerMetre = 393'700;  // 10,000 an inch, as many as count
+
+TEST(PictureBlocks, AreOnThePageHoweverTallTheyAre) {
+  for (const double width : {0.0, 14'400.0}) {
+    const PdfImageBox box = boxOf(1, 65'535, kManyPerMetre, kFewPerMetre, width);
+    EXPECT_NEAR(box.height, 655.7, 1) << width;  // nine tenths of the page's text
+    EXPECT_GT(box.width, 0) << width;
+    EXPECT_LT(box.width, 0.01) << width;
+    EXPECT_NEAR(box.x, kLeft, 0.1) << width;
+  }
+}
+
+TEST(PictureBlocks, AreOnThePageHoweverWideTheyAre) {
+  for (const double width : {0.0, 14'400.0}) {
+    const PdfImageBox box = boxOf(65'535, 1, kFewPerMetre, kManyPerMetre, width);
+    EXPECT_NEAR(box.width, kRight - kLeft, 0.1) << width;
+    EXPECT_GT(box.height, 0) << width;
+    EXPECT_LT(box.height, 0.01) << width;
+  }
+}
+
+// A width in thousandths of a point would be rounded.
+TEST(PictureBlocks, KeepTheHeightOfAPageWhereTheyAreNarrow) {
+  const PdfImageBox box = boxOf(1, 60'000, 0, 0, 0);
+  EXPECT_NEAR(box.height, 655.7, 1);
+  EXPECT_NEAR(box.width, 0.0105, 0.001);
 }
 
 TEST(Title, IsShownAboveTheFirstBlock) {

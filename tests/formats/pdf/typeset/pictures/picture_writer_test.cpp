@@ -67,6 +67,17 @@ TEST(PictureWriter, ReportsABrokenPictureEachTime) {
   }
 }
 
+// MuPDF does not draw a page that has such a picture.
+TEST(PictureWriter, RefusesAPictureWithALongerSideThanReadersDraw) {
+  for (const bool isWide : {false, true}) {
+    const auto pngOf = [isWide](std::uint32_t side) { return isWide ? greyPng(side, 1) : greyPng(1, side); };
+    WrittenPictures written;
+    EXPECT_TRUE(written.write(pngOf(65'535)).has_value());
+    EXPECT_FALSE(written.write(pngOf(65'536)).has_value());
+    EXPECT_EQ(written.reason(), "The picture has more than 65,535 pixels a side, which not all readers of PDF draw.");
+  }
+}
+
 // The largest header that is accepted, with few bytes, does not make it allocate the pixels.
 TEST(PictureWriter, NeedsNoMemoryForPixelsThatAFileCannotHave) {
   for (const bool isInterlaced : {false, true}) {

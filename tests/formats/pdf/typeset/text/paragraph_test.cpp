@@ -149,6 +149,16 @@ TEST_F(Paragraphs, MakePicturesSmallerThatDoNotFit) {
   EXPECT_EQ(size.height, 25 * kPoint);
 }
 
+TEST_F(Paragraphs, MakeNoPictureSoSmallThatItVanishes) {
+  const LineRule rule{.width = 100 * kPoint, .height = 25 * kPoint};
+  const PictureSize wide = fitted({1'000'000 * kPoint, 1}, rule);
+  EXPECT_EQ(wide.width, 100 * kPoint);
+  EXPECT_EQ(wide.height, 1);
+  const PictureSize tall = fitted({1, 1'000'000 * kPoint}, rule);
+  EXPECT_EQ(tall.width, 1);
+  EXPECT_EQ(tall.height, 25 * kPoint);
+}
+
 TEST_F(Paragraphs, DivideTheirTextWhereItsStyleChanges) {
   StyledText text = textOf("no");
   TextStyle other = sans();
