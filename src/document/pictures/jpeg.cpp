@@ -1,6 +1,7 @@
 #include "document/pictures/bytes.h"
 #include "document/pictures/facts.h"
 
+#include <algorithm>
 #include <cstddef>
 
 namespace scrivalen::document {
@@ -101,6 +102,37 @@ std::string_view readFrame(std::uint32_t marker, const Bytes& segment, PictureFa
   return "";
 }
 
+constexpr std::size_t kFirstComponent = 6;
+constexpr std::size_t kComponentSize = 3;
+
+// The blocks of 8 x 8 samples of all components, of which one may have more than others (ITU-T T.81, A.1.1).
+std::uint64_t blocksOf(const Bytes& frame) {
+  const auto components = [&frame](auto visit) {
+    for (std::size_t i = 0; i < frame.byte(5); ++i) {
+      const std::uint32_t sampling = frame.byte(kFirstComponent + i * kComponentSize + 1);
+      visit(sampling >> 4, sampling & 0xF);
+    }
+  };
+  std::uint64_t mostX = 1;
+  std::uint64_t mostY = 1;
+  components([&](std::uint64_t x, std::uint64_t y) {
+    mostX = std::max(mostX, x);
+    mostY = std::max(mostY, y);
+  });
+  constexpr std::uint64_t kSide = 8;
+  const auto blocks = [](std::uint64_t size, std::uint64_t sampling, std::uint64_t most) {
+    return (size * sampling + most * kSide - 1) / (most * kSide);
+  };
+  std::uint64_t count = 0;
+  components([&](std::uint64_t x, std::uint64_t y) {
+    count += blocks(frame.two(3), x, mostX) * blocks(frame.two(1), y, mostY);
+  });
+  return count;
+}
+
+// Huffman codes have one bit at least, and each block has one, whatever its scans (F.1.2, G.1.2).
+bool mayHold(std::string_view scans, std::uint64_t blocks) { return blocks <= std::uint64_t{scans.size()} * 8; }
+
 bool hasEnd(std::string_view scans) { return scans.rfind("\xFF\xD9") != std::string_view::npos; }
 
 std::string_view readSegment(std::uint32_t marker, const Bytes& segment, PictureFacts& facts) {
@@ -122,6 +154,7 @@ bool isJpeg(std::string_view bytes) { return bytes.starts_with("\xFF\xD8\xFF"); 
 std::string_view readJpeg(std::string_view bytes, PictureFacts& facts) {
   const Bytes file(bytes);
   std::size_t at = 2;
+  std::uint64_t blocks = 0;
   while (at < file.size()) {
     if (file.byte(at) != 0xFF) {
       return "is a JPEG with bytes between its segments";
@@ -136,9 +169,12 @@ std::string_view readJpeg(std::string_view bytes, PictureFacts& facts) {
       return kEndsEarly;
     }
     if (marker == kScan) {
-      return facts.width == 0 ? "is a JPEG without a frame" : hasEnd(bytes.substr(at)) ? "" : kEndsEarly;
+      const std::string_view scans = bytes.substr(at);
+      return facts.width == 0 ? "is a JPEG without a frame" : hasEnd(scans) && mayHold(scans, blocks) ? "" : kEndsEarly;
     }
-    const std::string_view wrong = readSegment(marker, Bytes(file.part(at + 4, size - 2)), facts);
+    const Bytes segment(file.part(at + 4, size - 2));
+    blocks = isFrame(marker) ? blocksOf(segment) : blocks;
+    const std::string_view wrong = readSegment(marker, segment, facts);
     if (!wrong.empty()) {
       return wrong;
     }

@@ -206,6 +206,24 @@ TEST(Pictures, ThatEndEarlyAreRefused) {
   }
 }
 
+// A block of 8 x 8 pixels takes a bit at least.
+TEST(Pictures, ThatAreJpegHaveNoMorePixelsThanTheirBytesMayHold) {
+  const auto sized = [](std::uint32_t width, std::uint32_t height) {
+    std::string jpeg = greyJpeg(64, 64);
+    return jpeg.replace(jpeg.find("\xFF\xC0") + 5, 4, bigEndian(height, 2) + bigEndian(width, 2));
+  };
+  EXPECT_EQ(read(sized(64, 64))->width(), 64u);
+  EXPECT_EQ(reasonFor(sized(8000, 8000)), "The picture is a JPEG that ends early.");
+  EXPECT_EQ(reasonFor(sized(65'535, 8)), "The picture is a JPEG that ends early.");
+  EXPECT_EQ(reasonFor(sized(8, 65'535)), "The picture is a JPEG that ends early.");
+}
+
+TEST(Pictures, ThatAreJpegMayHaveFewBytesForManyPixels) {
+  for (const std::uint32_t side : {1u, 9u, 1000u, 7999u}) {
+    EXPECT_EQ(read(greyJpeg(side, side))->width(), side);
+  }
+}
+
 TEST(Pictures, ThatAreBrokenAnywhereAreReadOrRefused) {
   int readable = 0;
   for (const std::string& bytes : {greyPng(8, 8, pngChunk("pHYs", std::string(9, '\1'))),
