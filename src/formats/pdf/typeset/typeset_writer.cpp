@@ -344,15 +344,20 @@ void TypesetWriter::endQuote() {
   texts_.space(kAroundQuote);
 }
 
-// Where the indentation leaves no room for a marker, it is in a line of its own.
+// A marker that needs more than its list is indented by indents this item and the next ones further. Where that leaves
+// no room for it, it is in a line of its own.
 void TypesetWriter::beginItem(document::Task task) {
-  const Length right = flow_.left() - lists_.kMarkerGap;
-  if (texts_.hasMarkerAt(right)) {
+  if (texts_.hasMarkerAt(flow_.left() - lists_.kMarkerGap)) {
     setLine({});
   }
   const std::string marker = lists_.next(task);
+  const Length width = drawer_.widthOf(marker, bodyStyle());
+  if (width <= lists_.kWidestMarker) {
+    indents_.back() += indentBy(width + lists_.kMarkerGap - indents_.back());
+  }
+  const Length right = flow_.left() - lists_.kMarkerGap;
   beginTag("LI");
-  if (drawer_.widthOf(marker, bodyStyle()) > right - kEdge) {
+  if (width > lists_.kWidestMarker || width > right - kEdge) {
     setLine(marker, "Lbl");
   } else {
     texts_.addMarker({marker, bodyStyle(), right, tagger_ ? tagger_->tree().add("Lbl") : Element()});

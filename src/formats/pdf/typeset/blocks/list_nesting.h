@@ -14,6 +14,7 @@ class ListNesting {
  public:
   static constexpr Length kTightGap = 2 * kPoint;   ///< after an item that is a line
   static constexpr Length kMarkerGap = 5 * kPoint;  ///< between a marker and its text
+  static constexpr Length kWidestMarker = 40 * kPoint;
 
   /// @param list  a BeginList
   void begin(const document::Event& list);

@@ -1,5 +1,7 @@
 #include "formats/pdf/typeset/blocks/text_setter.h"
 
+#include "formats/pdf/typeset/pages/short_text.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -241,14 +243,14 @@ void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(mark
 
 void TextSetter::drawMarkersOf(const std::vector<Marker>& markers, Length baseline, bool isMirrored) {
   for (const Marker& marker : markers) {
-    const Length width = drawer_.widthOf(marker.text, marker.style);
+    const ShortText text(marker.text, marker.style, shaper_, isMirrored);
     if (tagger_ != nullptr) {
       Element element = marker.element;
       tagger_->show(element);
       tagger_->tree().write(element);
     }
-    const Length left = marker.right - width;
-    drawer_.drawShort(isMirrored ? flow_.mirrored(left, width) : left, baseline, marker.style, marker.text);
+    const Length left = marker.right - text.width();
+    text.draw(pages_.canvas(), isMirrored ? flow_.mirrored(left, text.width()) : left, baseline);
   }
 }
 

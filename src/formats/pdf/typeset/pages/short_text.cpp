@@ -9,10 +9,13 @@ constexpr Length kEndless = std::numeric_limits<std::int32_t>::max();
 
 }  // namespace
 
-ShortText::ShortText(std::string_view text, const TextStyle& style, Shaper& shaper) : style_(style), shaper_(&shaper) {
+ShortText::ShortText(std::string_view text, const TextStyle& style, Shaper& shaper, bool isRightToLeft)
+    : style_(style), shaper_(&shaper) {
   StyledText styled;
   styled.add(text, style);
-  set_ = setText(styled, {.width = kEndless, .leading = 1000, .usual = style, .keepsBlanks = true}, shaper);
+  set_ = setText(
+      styled, {.width = kEndless, .leading = 1000, .usual = style, .keepsBlanks = true, .isRightToLeft = isRightToLeft},
+      shaper);
   width_ = set_.lines.front().width;
   // A line does not count the blanks at its end.
   for (; text.ends_with(' '); text.remove_suffix(1)) {

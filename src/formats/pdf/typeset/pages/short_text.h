@@ -11,8 +11,9 @@ namespace scrivalen::typeset {
 class ShortText {
  public:
   /// @param text    clean UTF-8 without line feeds
-  /// @param shaper  not owned; must outlive this object
-  ShortText(std::string_view text, const TextStyle& style, Shaper& shaper);
+  /// @param shaper         not owned; must outlive this object
+  /// @param isRightToLeft  whatever its first letter is
+  ShortText(std::string_view text, const TextStyle& style, Shaper& shaper, bool isRightToLeft = false);
 
   Length width() const { return width_; }
   /// @param left  where it begins

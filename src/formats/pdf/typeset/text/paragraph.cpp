@@ -87,8 +87,8 @@ class LineSetter {
 };
 
 SetText LineSetter::set() {
-  if (hasRightToLeft(all_)) {
-    result_.isRightToLeft = firstDirection(all_) == Direction::RightToLeft;
+  if (rule_.isRightToLeft || hasRightToLeft(all_)) {
+    result_.isRightToLeft = rule_.isRightToLeft || firstDirection(all_) == Direction::RightToLeft;
     levelsOf(all_, result_.isRightToLeft, levels_);
   }
   LineBreakReader breaks(all_);

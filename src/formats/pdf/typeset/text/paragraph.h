@@ -57,8 +57,9 @@ struct LineRule {
   bool keepsBlanks = false;  ///< as code does: blanks at the beginning of a line count
   bool isKerned = false;
   bool isJustified = false;
-  bool keepsWords = false;  ///< a word that is longer than a line is a line of its own
-  Length height = 0;        ///< that no picture exceeds; 0: any may
+  bool keepsWords = false;     ///< a word that is longer than a line is a line of its own
+  Length height = 0;           ///< that no picture exceeds; 0: any may
+  bool isRightToLeft = false;  ///< whatever its first letter is
 };
 
 /// Where the baseline is in a line of a height, below its upper edge.

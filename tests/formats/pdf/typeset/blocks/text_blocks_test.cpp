@@ -242,6 +242,49 @@ TEST(Lists, HaveMarkersBesideTheirItems) {
   EXPECT_EQ(pages.at(0).find("nine").x, line[1].x);
 }
 
+TEST(Lists, KeepNumbersOfThreeDigitsWithinTheMargin) {
+  for (const int first : {98, 998, 9998}) {
+    ShownDocument document;
+    document.beginList(true, first, true);
+    for (const char* text : {"before", "last", "wide", "after"}) {
+      document.beginItem(Task::None);
+      document.text(text);
+      document.end();
+    }
+    document.end();
+    document.paragraph("paragraph");
+    const ShownPages pages = document.pages();
+    for (const char* text : {"before", "last", "wide", "after"}) {
+      const std::vector<PdfText> line = pages.at(0).lineOf(text);
+      ASSERT_EQ(line.size(), 2u) << text;
+      EXPECT_GE(line[0].x, kLeft - 0.1) << line[0].text;
+    }
+    EXPECT_EQ(pages.at(0).find("wide").x, pages.at(0).find("after").x);
+    EXPECT_NEAR(pages.at(0).find("paragraph").x, kLeft, 0.1);
+  }
+}
+
+TEST(Lists, HaveTheFullStopOfTheirNumbersBesideTextFromRightToLeft) {
+  ShownDocument document;
+  document.beginList(true, 98, true);
+  for (int i = 0; i < 3; ++i) {
+    document.beginItem(i == 1 ? Task::Open : Task::None);
+    document.text("\u05E9\u05DC\u05D5\u05DD");
+    document.end();
+  }
+  document.end();
+  const ShownPages pages = document.pages();
+  constexpr double kDigit = 5.56;
+  EXPECT_NEAR(pages.at(0).find("98").x, kRight - 17 + 2.8, 0.2);
+  for (const char* number : {"98", "99", "100"}) {
+    const std::vector<PdfText> line = pages.at(0).lineOf(number);
+    EXPECT_EQ(line.back().text, number) << "further right than anything else of the line";
+    EXPECT_EQ(line[line.size() - 2].text, ".");
+  }
+  EXPECT_LT(pages.at(0).find("\u2610").x, pages.at(0).find("99").x - 2.7);
+  EXPECT_LE(pages.at(0).find("100").x, kRight - 3 * kDigit);
+}
+
 TEST(Lists, HangTheLinesOfAnItem) {
   ShownDocument document;
   document.beginList(false, 1, true);
@@ -293,8 +336,9 @@ TEST(Lists, AreOnTheRightInTextFromRightToLeft) {
   document.end();
   document.end();
   const ShownPages pages = document.pages();
-  const PdfText marker = pages.at(0).find("1.");
-  EXPECT_NEAR(marker.x, kRight - 17, 0.2);
+  const PdfText marker = pages.at(0).find("1");
+  EXPECT_NEAR(pages.at(0).find(".").x, kRight - 17, 0.2);
+  EXPECT_NEAR(marker.x, kRight - 17 + 2.8, 0.2);
   for (const PdfText& text : pages.at(0).texts()) {
     EXPECT_LE(text.x, marker.x);
     EXPECT_GT(text.x, kRight - 70);
