@@ -239,7 +239,9 @@ void TextSetter::drawLine(const Waiting& block, std::size_t line, std::size_t ba
   drawer_.draw(block.text, block.set, here, {block.left, top, block.width}, block.rule.align, tags);
 }
 
-void TextSetter::drawMarkers(Length baseline) { drawMarkersOf(std::exchange(markers_, {}), baseline, false); }
+void TextSetter::drawMarkers(Length baseline, bool isMirrored) {
+  drawMarkersOf(std::exchange(markers_, {}), baseline, isMirrored);
+}
 
 void TextSetter::drawMarkersOf(const std::vector<Marker>& markers, Length baseline, bool isMirrored) {
   for (const Marker& marker : markers) {

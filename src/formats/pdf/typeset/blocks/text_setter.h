@@ -66,7 +66,7 @@ class TextSetter {
   /// Whether a marker that waits ends there.
   bool hasMarkerAt(Length right) const { return !markers_.empty() && markers_.back().right == right; }
   /// Draws the markers that wait beside a block that is not a text.
-  void drawMarkers(Length baseline);
+  void drawMarkers(Length baseline, bool isMirrored);
 
  private:
   struct Waiting {

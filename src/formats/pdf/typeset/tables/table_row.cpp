@@ -16,14 +16,15 @@ Length textWidth(const TablePart& part, std::size_t column, std::size_t endColum
 
 }  // namespace
 
-void RowSetter::begin(const TablePlan& plan, const document::Table& table, Length pageHeight) {
+void RowSetter::begin(const TablePlan& plan, const document::Table& table, Length pageHeight, bool isRightToLeft) {
   pictureHeight_ = pageHeight / 2;
   plan_ = &plan;
   lineHeight_ = scaled(kLeading, plan.size);
   baseline_ = baselineOf(lineHeight_, plan.size);
   aligns_.clear();
   for (const document::Column& column : table.columns) {
-    aligns_.push_back(column.align);
+    const bool isTurned = isRightToLeft && column.align == document::Align::Left;
+    aligns_.push_back(isTurned ? document::Align::Right : column.align);
   }
   parts_.assign(table.columns.size(), nullptr);
   widths_.clear();

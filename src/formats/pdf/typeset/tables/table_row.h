@@ -76,8 +76,9 @@ class RowSetter {
   RowSetter(FontSet& fonts, Shaper& shaper, PictureWriter& pictures, document::OutputWarnings& warnings, Family family)
       : fonts_(fonts), shaper_(shaper), family_(family), collector_(&pictures, &warnings) {}
 
-  /// @param pageHeight  of the space for text; a picture in a cell has half of it at most
-  void begin(const TablePlan& plan, const document::Table& table, Length pageHeight);
+  /// @param pageHeight     of the space for text; a picture in a cell has half of it at most
+  /// @param isRightToLeft  columns on the left are on the right
+  void begin(const TablePlan& plan, const document::Table& table, Length pageHeight, bool isRightToLeft);
   /// @param set  cleared first
   void set(const document::Row& row, SetRow& set);
   /// With the highest of the cells that a part shows.

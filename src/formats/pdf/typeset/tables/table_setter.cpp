@@ -1,5 +1,8 @@
 #include "formats/pdf/typeset/tables/table_setter.h"
 
+#include "document/language.h"
+#include "text/direction.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -25,6 +28,18 @@ constexpr Length kFewestLinesOfRowOfRow = 2;
 // Rows of a table with very many columns do not wait for a page's other rows.
 constexpr std::size_t kMostWaitingCells = 262144;
 
+// The first letter of the header says how a table is read, as that of a paragraph does.
+bool hasRightToLeftHeader(const document::Table& table) {
+  for (const document::SampleRow& row : table.sample) {
+    for (const document::Cell& cell : row.header ? row.cells : std::span<const document::Cell>()) {
+      if (const Direction direction = firstDirection(cell.text); direction != Direction::Neutral) {
+        return direction == Direction::RightToLeft;
+      }
+    }
+  }
+  return false;
+}
+
 }  // namespace
 
 void TableSetter::begin(const document::Table& table) {
@@ -32,7 +47,8 @@ void TableSetter::begin(const document::Table& table) {
       std::max(flow_.shape().height, flow_.shape().width) - flow_.shape().left - flow_.shape().right - flow_.indent();
   plan_ = planTable(table, measureColumns(table, shaper_, family_),
                     {flow_.width(), turnedWidth, settings_.text("widths") == "equal"});
-  rows_.begin(plan_, table, std::min(flow_.shape().textHeight(), flow_.shape().turned().textHeight()));
+  isMirrored_ = document::isRightToLeft(settings_.text("language")) || hasRightToLeftHeader(table);
+  rows_.begin(plan_, table, std::min(flow_.shape().textHeight(), flow_.shape().turned().textHeight()), isMirrored_);
   headers_.clear();
   hasBegun_ = false;
   first_.reset();
@@ -115,8 +131,8 @@ void TableSetter::beginPart(const TablePart& part) {
   if (headers_.empty()) {
     return;
   }
-  Length top = flow_.take(headerHeightIn(part));
-  texts_.drawMarkers(top + rows_.sizeIn(part, headers_.front()).padding + rows_.baseline());
+  Length top = take(headerHeightIn(part));
+  texts_.drawMarkers(top + rows_.sizeIn(part, headers_.front()).padding + rows_.baseline(), isMirrored_);
   tags_.beginHeaders();
   for (const SetRow& header : headers_) {
     draw(header, part, top);
@@ -133,8 +149,8 @@ void TableSetter::place(const SetRow& row, const TablePart& part) {
     }
     nextPage(part);
   }
-  const Length top = flow_.take(size.height);
-  texts_.drawMarkers(top + size.padding + rows_.baseline());
+  const Length top = take(size.height);
+  texts_.drawMarkers(top + size.padding + rows_.baseline(), isMirrored_);
   draw(row, part, top);
 }
 
@@ -158,8 +174,8 @@ void TableSetter::placeAcrossPages(const SetRow& row, const TablePart& part) {
   });
   for (bool isNew = flow_.isAtTop();; isNew = true) {
     if (const Length height = fitLines(cells, 2 * padding, isNew); height > 0) {
-      const Length top = flow_.take(height);
-      texts_.drawMarkers(top + padding + rows_.baseline());
+      const Length top = take(height);
+      texts_.drawMarkers(top + padding + rows_.baseline(), isMirrored_);
       drawFrame(row, part, top, height);
       for (CellLines& lines : cells) {
         drawCell(row, lines, part, top + padding);
@@ -201,8 +217,17 @@ Length TableSetter::fitLines(std::vector<CellLines>& cells, Length padding, bool
 
 LineSpace TableSetter::spaceOf(const SetCell& cell, const TablePart& part) const {
   const Length left = part.leftOf(cell.column);
-  return {flow_.left() + left + kCellPadding, 0, part.rightOf(cell.endColumn) - left - 2 * kCellPadding};
+  const Length width = part.rightOf(cell.endColumn) - left;
+  return {placeOf(left, width) + kCellPadding, 0, width - 2 * kCellPadding};
 }
+
+// The first column of a table that is read from right to left is on the right.
+Length TableSetter::placeOf(Length left, Length width) const {
+  left += flow_.left();
+  return isMirrored_ ? flow_.mirrored(left, width) : left;
+}
+
+Length TableSetter::take(Length height) { return flow_.take(height, flow_.backdrops(), isMirrored_); }
 
 void TableSetter::draw(const SetRow& row, const TablePart& part, Length top) {
   const RowSize size = rows_.sizeIn(part, row);
@@ -255,7 +280,7 @@ void TableSetter::drawFrame(const SetRow& row, const TablePart& part, Length top
     }
   });
   const Length rule = row.isHeader ? kHeaderRule : kRule;
-  canvas.area(flow_.left(), top + height - rule, part.edges.back(), rule,
+  canvas.area(placeOf(0, part.edges.back()), top + height - rule, part.edges.back(), rule,
               row.isHeader ? kHeaderRuleColor : kRowRuleColor);
 }
 

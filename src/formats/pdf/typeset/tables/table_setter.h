@@ -61,6 +61,8 @@ class TableSetter {
   void drawCell(const SetRow& row, CellLines& lines, const TablePart& part, Length textTop);
   void drawFrame(const SetRow& row, const TablePart& part, Length top, Length height);
   LineSpace spaceOf(const SetCell& cell, const TablePart& part) const;
+  Length placeOf(Length left, Length width) const;
+  Length take(Length height);
   Length headerHeight() const;
   Length headerHeightIn(const TablePart& part) const;
 
@@ -84,6 +86,7 @@ class TableSetter {
   Length waitingSpace_ = 0;
   std::size_t waitingCells_ = 0;
   bool hasBegun_ = false;
+  bool isMirrored_ = false;
 };
 
 }  // namespace scrivalen::typeset

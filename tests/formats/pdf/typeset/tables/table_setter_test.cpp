@@ -414,6 +414,55 @@ TEST(TableSetter, EndsRightToLeftTextsAtTheRightOfTheirColumn) {
   EXPECT_LT(page.texts[0].x, 56.7 + 240.9 - 4);
 }
 
+// Where a row of a table has its texts, from left to right, and what it colours.
+DrawnPage pageOfDirection(std::string_view language, std::string_view header) {
+  MadeTable table({}, {{"language", language}});
+  table.addRow({header, "2"}, true);
+  table.beginRow(false);
+  addCell(table, {.background = Rgb{0xEEEEEE}}, "one");
+  table.beginCell({});
+  table.text("many words in a cell ");
+  table.addSpan(document::Span::Strong, "bold");
+  table.end();
+  table.end();
+  table.addRow({"two", "22"});
+  return table.pages().front();
+}
+
+TEST(TableSetter, PutsTheFirstColumnOnTheRightInTablesFromRightToLeft) {
+  constexpr double kRight = 538.6;
+  for (const auto& [language, header] : {std::pair("en", "\xD7\x90\xD7\x91"), std::pair("he-IL", "1")}) {
+    const DrawnPage page = pageOfDirection(language, header);
+    const DrawnText one = textOn(page, "one");
+    EXPECT_NEAR(one.x + kFigure * 3, kRight - 4, 0.3);
+    EXPECT_NEAR(textOn(page, "two").x, one.x, 3) << "both end at the right";
+    EXPECT_LT(textOn(page, "bold").x, one.x);
+    EXPECT_NEAR(textOn(page, "22").x + kFigure * 2, textOn(page, "bold").x + 19.5, 0.5);
+    for (const DrawnArea& area : page.areas) {
+      EXPECT_NEAR(area.left + area.width, kRight, kRounding) << area.color;
+    }
+  }
+  const DrawnPage page = pageOfDirection("en", "1");
+  EXPECT_NEAR(textOn(page, "one").x, 60.7, kRounding);
+  EXPECT_NEAR(page.areas.front().left, 56.7, kRounding);
+}
+
+TEST(TableSetter, PutsTheMarkerOfATableFromRightToLeftOnTheRight) {
+  MadeDocument document(*documentFormatOf("pdf"));
+  document.set("language", "ar");
+  document.beginList(false, 1, true);
+  document.beginItem(document::Task::None);
+  document.beginTable({}, "");
+  document.addRow({"cell", "x"});
+  document.end();
+  document.end();
+  document.end();
+  const DrawnPage page = drawnPages(document.bytes()).front();
+  EXPECT_GT(textOn(page, "\u2022").x, textOn(page, "cell").x);
+  EXPECT_LT(textOn(page, "cell").x, 538.6 - 16);
+  EXPECT_GT(textOn(page, "\u2022").x, 538.6 - 16);
+}
+
 TEST(TableSetter, TurnsThePagesOfAWideTableAndTheNextOnesBack) {
   MadeDocument document(*documentFormatOf("pdf"));
   document.paragraph("before");
