@@ -11,7 +11,7 @@ namespace scrivalen::typeset {
 void writeNumberForm(PdfFile& file, int object, int fontResources, Shaper& shaper, const NumberForm& form) {
   const ShortText text(form.text, form.style, shaper);
   const Length size = form.style.size;
-  const Length begin = form.isRightAligned ? -text.width() : 0;
+  const Length begin = form.isRightAligned ? -text.width() : form.isCentered ? -text.width() / 2 : 0;
   const Length left = std::min(begin, form.leaderBegin);
   Canvas canvas;
   canvas.begin(0);

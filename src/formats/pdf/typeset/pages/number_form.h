@@ -18,6 +18,7 @@ struct NumberForm {
   TextStyle leaderStyle = {};
   Length leaderBegin = 0;     ///< from the form's origin
   std::int64_t scale = 1000;  ///< of its width, in thousandths
+  bool isCentered = false;    ///< its middle is at the form's origin
 };
 
 /// @param object         the form's number

@@ -23,7 +23,9 @@ constexpr Length kGap = 12 * kPoint;      // between two parts, at least
 constexpr Length kImageGap = 6 * kPoint;  // between the picture and the text
 constexpr std::size_t kMostBytes = 4096;  // of a text: no paper has room for as much
 constexpr std::size_t kMostForms = 16;
-constexpr std::size_t kUsualDigits = 3;     // of the number of pages
+constexpr std::size_t kUsualDigits = 3;  // of the number of pages
+constexpr std::int64_t kFirstUsualPage = 100;
+constexpr std::size_t kMostOwnBytes = 256;  // of a part that has a form of its own on a page
 constexpr Length kMostSpare = 10 * kPoint;  // less than the gap
 
 bool isEmpty(const document::RunningText& line) {
@@ -153,9 +155,10 @@ void RunningLines::drawLine(PageMaker& page, const document::RunningText& line, 
   const Length second = std::max(std::min(middle, last), first);
   const auto spareTo = [](Length end, Length limit) { return limit - end >= kMostSpare ? kMostSpare : 0; };
   const Length third = right - widths[2];
-  draw(page, parts[0], {left, baseline, size, spareTo(left + widths[0], parts[1].isEmpty() ? third : second), false});
-  draw(page, parts[1], {second, baseline, size, spareTo(second + widths[1], third), false});
-  draw(page, parts[2], {third, baseline, size, 0, true});
+  draw(page, parts[0],
+       {left, baseline, size, spareTo(left + widths[0], parts[1].isEmpty() ? third : second), document::Align::Left});
+  draw(page, parts[1], {second, baseline, size, spareTo(second + widths[1], third), document::Align::Center});
+  draw(page, parts[2], {third, baseline, size, 0, document::Align::Right});
 }
 
 RunningLines::Parts RunningLines::partsOf(const document::RunningText& line, std::int64_t pageNumber) {
@@ -209,6 +212,9 @@ Length RunningLines::fit(Parts& parts, Length width) {
 // The number of pages and what follows it are in a form, so that they never overlap, unless what follows differs from
 // page to page.
 void RunningLines::draw(PageMaker& page, const RunningPart& part, Spot place) {
+  if (drawOwnForm(page, part, place)) {
+    return;
+  }
   const Pieces& pieces = part.pieces;
   const auto isWhole = [&](Pieces::const_iterator at) {
     return forms_.size() < kMostForms && std::all_of(at, pieces.end(), isSameOnAllPages);
@@ -227,7 +233,8 @@ void RunningLines::draw(PageMaker& page, const RunningPart& part, Spot place) {
       drawForm(page, {0, before, run.pieces, end == pieces.end() ? place.spare : 0}, place, width);
       place.x += width;
       before.clear();
-    } else if (place.isOnTheRight && end != pieces.end() && isWhole(end) && hasBlanksAround((end - 1)->text)) {
+    } else if (place.align == document::Align::Right && end != pieces.end() && isWhole(end) &&
+               hasBlanksAround((end - 1)->text)) {
       before = (end - 1)->text;
       const ShortText start(RunningPart{Pieces(at, end - 1)}.text(), style(place.size), shaper_);
       start.draw(page.canvas(), place.x, place.baseline);
@@ -240,21 +247,39 @@ void RunningLines::draw(PageMaker& page, const RunningPart& part, Spot place) {
   }
 }
 
-// A form with a text before the number has its origin on the right, others on the left.
+// The number of pages of a short document has fewer digits than there is room for. So the first pages have the whole
+// part as a form, which is set in the middle or on the right when the number is known. Returns whether it is drawn.
+bool RunningLines::drawOwnForm(PageMaker& page, const RunningPart& part, const Spot& place) {
+  const auto isTotal = [](const RunningPart::Piece& piece) { return piece.field == RunningField::Pages; };
+  if (place.align == document::Align::Left || page.number() >= kFirstUsualPage ||
+      std::none_of(part.pieces.begin(), part.pieces.end(), isTotal) || part.text().size() > kMostOwnBytes) {
+    return false;
+  }
+  const Length width = widthOf(part, place.size);
+  const bool isOnRight = place.align == document::Align::Right;
+  const bool hasSpare = place.x >= kFromEdge + kMostSpare && (isOnRight || place.spare > 0);
+  drawForm(page, {0, {}, part.pieces, hasSpare ? kMostSpare : 0, place.align}, place, isOnRight ? width : width / 2);
+  return true;
+}
+
+// A form has its origin where the number's place is fixed.
 void RunningLines::drawForm(PageMaker& page, const Form& form, const Spot& place, Length width) {
   const int object = objectOf(form);
   const std::string name = std::string(1, 'T').append(std::to_string(object));
-  page.canvas().form(place.x + (form.before.empty() ? 0 : width), place.baseline, name, place.size * 1000 / kSize);
+  const bool isAtStart = form.before.empty() && form.align == document::Align::Left;
+  page.canvas().form(place.x + (isAtStart ? 0 : width), place.baseline, name, place.size * 1000 / kSize);
   page.useForm(name, object);
 }
 
 int RunningLines::objectOf(const Form& form) {
-  std::string key = std::to_string(form.spare).append("\n").append(form.before);
+  std::string key = std::to_string(static_cast<int>(form.align)).append("\n");
+  key.append(std::to_string(form.spare)).append("\n").append(form.before);
   for (const RunningPart::Piece& piece : form.pieces) {
     key += piece.field == RunningField::Pages ? std::string(1, '\n') : std::string();
     key += piece.text;
   }
-  const auto [found, isNew] = forms_.try_emplace(std::move(key), form);
+  auto& forms = form.align == document::Align::Left ? forms_ : ownForms_;
+  const auto [found, isNew] = forms.try_emplace(std::move(key), form);
   if (isNew) {
     found->second.object = file_.newNumber();
   }
@@ -272,7 +297,9 @@ void RunningLines::writeForm(PageMaker& pages, const Form& form, const std::stri
   const Length number = widthOf(part, kSize);
   const Length free = room - before - number;
   const TextStyle own = style(kSize);
-  NumberForm written{part.text(), own, !form.before.empty(), form.before, own};
+  const bool isRightAligned = form.align == document::Align::Right || !form.before.empty();
+  NumberForm written{part.text(), own, isRightAligned, form.before, own};
+  written.isCentered = form.align == document::Align::Center;
   written.leaderBegin = form.before.empty() ? 0 : -number - before - std::max<Length>(free, 0) / 2;
   written.scale = -free > form.spare ? 1000 * (room + form.spare) / (before + number) : 1000;
   writeNumberForm(file_, form.object, pages.fontResources(), shaper_, written);
@@ -280,8 +307,10 @@ void RunningLines::writeForm(PageMaker& pages, const Form& form, const std::stri
 
 void RunningLines::finish(PageMaker& pages) {
   const std::string total = std::to_string(pages.count());
-  for (const auto& [key, form] : forms_) {
-    writeForm(pages, form, total);
+  for (const auto* forms : {&forms_, &ownForms_}) {
+    for (const auto& [key, form] : *forms) {
+      writeForm(pages, form, total);
+    }
   }
   if (isCut_) {
     warnings_.add(document::WarningCode::TextCut,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/model/event.h"
 #include "document/model/warnings.h"
 #include "document/pictures/header_image.h"
 #include "document/settings/running_text.h"
@@ -47,13 +48,14 @@ class RunningLines final : public PageDecorator {
     std::string before;  // set with it so that both fill the room and end at its right edge; else empty
     Pieces pieces;
     Length spare;  // what it may take beyond its room
+    document::Align align = document::Align::Left;
   };
   struct Spot {
     Length x;
     Length baseline;
     Length size;
     Length spare;
-    bool isOnTheRight;
+    document::Align align;
   };
 
   std::string kept(std::string_view text);
@@ -62,6 +64,7 @@ class RunningLines final : public PageDecorator {
   Parts partsOf(const document::RunningText& line, std::int64_t pageNumber);
   Length fit(Parts& parts, Length width);
   void draw(PageMaker& page, const RunningPart& part, Spot place);
+  bool drawOwnForm(PageMaker& page, const RunningPart& part, const Spot& place);
   void drawForm(PageMaker& page, const Form& form, const Spot& place, Length width);
   int objectOf(const Form& form);
   void writeForm(PageMaker& pages, const Form& form, const std::string& total);
@@ -85,6 +88,7 @@ class RunningLines final : public PageDecorator {
   bool hasSections_ = false;
   bool endsSection_ = false;  // with the page
   std::map<std::string, Form> forms_;
+  std::map<std::string, Form> ownForms_;  // of a part of one page
 };
 
 }  // namespace scrivalen::typeset

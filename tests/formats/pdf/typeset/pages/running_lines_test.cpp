@@ -91,25 +91,40 @@ constexpr double kDigit = 4.45;  // wide in text of 8 points
 constexpr double kRightEdge = 595.28 - 56.69;
 
 TEST(RunningLines, EndTheNumberOfPagesOnTheRightAtTheMargin) {
+  constexpr double kWord = 32.02;  // the width of "Page " and " of " in text of 8 points
   for (const auto& [count, digits] : {std::pair(9, 1), std::pair(12, 2), std::pair(120, 3)}) {
     const ShownPages pages = numberedPages("||Page {page} of {pages}", count);
     const std::vector<PdfText> line = pages.at(6).lineOf("Page 7");
-    ASSERT_EQ(joined(line), "Page 7| of|" + std::to_string(count));
-    EXPECT_NEAR(line[2].x, kRightEdge - digits * kDigit, 0.3) << count;
-    // What is free is on both sides of the word between.
-    const double blank = 2.22;
-    const double free = (3 - digits) * kDigit;
-    EXPECT_NEAR(line[1].x - line[0].x, 5.34 + 3 * kDigit + blank + kDigit + free / 2, 0.7) << count;
-    EXPECT_NEAR(line[2].x - line[1].x, blank + 2 * kDigit / 2 + blank + blank + free / 2, 0.7) << count;
+    ASSERT_EQ(joined(line), "Page 7 of " + std::to_string(count));
+    EXPECT_NEAR(line[0].x, kRightEdge - kWord - (1 + digits) * kDigit, 0.3) << count;
   }
+}
+
+TEST(RunningLines, CenterTheNumberOfPagesInTheMiddle) {
+  for (const auto& [count, digits] : {std::pair(2, 1), std::pair(12, 2), std::pair(120, 3)}) {
+    const ShownPages pages = numberedPages("|{page} / {pages}|", count);
+    const std::vector<PdfText> line = pages.at(1).lineOf("2 / ");
+    ASSERT_EQ(joined(line), "2 / " + std::to_string(count));
+    EXPECT_NEAR(line[0].x, 595.28 / 2 - ((1 + digits) * kDigit + 6.67) / 2, 0.3) << count;
+  }
+}
+
+TEST(RunningLines, EndTheNumberOfPagesAtTheMarginWhereThereAreMany) {
+  const ShownPages pages = numberedPages("||{page} of {pages}", 120);
+  const std::vector<PdfText> line = pages.at(110).lineOf("111");
+  ASSERT_EQ(joined(line), "111| of|120");
+  EXPECT_NEAR(line[2].x, kRightEdge - 3 * kDigit, 0.3);
+  EXPECT_NEAR(line[0].x, kRightEdge - 11.12 - 6 * kDigit, 0.3);
 }
 
 TEST(RunningLines, CondenseANumberOfPagesThatHasNoRoomOnTheRight) {
   const ShownPages pages = numberedPages("||{page}/{pages}", 1000, "0mm");
   const auto at = [&](std::size_t page) { return pages.at(page).lineOf("/").back(); };
-  EXPECT_EQ(at(6).text, "1000");
+  EXPECT_EQ(at(6).text, "7/1000");
+  EXPECT_NEAR(at(6).x, 595.28 - 4 - 5 * kDigit - 2.22, 0.3);
+  EXPECT_EQ(at(499).text, "1000");
   // Three digits wide before page 1000, and 4 points from the edge of the paper.
-  EXPECT_NEAR(at(6).x, 595.28 - 4 - 3 * kDigit, 0.3);
+  EXPECT_NEAR(at(499).x, 595.28 - 4 - 3 * kDigit, 0.3);
   EXPECT_NEAR(at(999).x, 595.28 - 4 - 4 * kDigit, 0.3);
 }
 
