@@ -4,7 +4,9 @@
 #include "support/documents/pictures.h"
 
 #include <cstddef>
+#include <span>
 #include <string>
+#include <vector>
 
 namespace scrivalen::test {
 
@@ -18,22 +20,46 @@ inline std::string randomWords(unsigned& state, std::size_t letters) {
   return text;
 }
 
+/// What a section of a long document has.
+struct OfficeSection {
+  std::string name;
+  std::string picture;
+  std::vector<std::string> cells;
+};
+
+/// The sections are made once, so that writing them takes no memory of the test's own.
+/// @param count  at most 100
+inline std::span<const OfficeSection> officeSections(std::size_t count) {
+  static const std::vector<OfficeSection> all = [] {
+    unsigned state = 1;
+    std::vector<OfficeSection> sections(100);
+    for (OfficeSection& section : sections) {
+      section.name = "Section " + std::to_string(&section - sections.data());
+      // A chunk that readers skip makes the picture heavy, and unlike the others.
+      section.picture = greyPng(3, 3, pngChunk("teSt", randomWords(state, 4000)));
+      section.cells.resize(40);
+      for (std::string& cell : section.cells) {
+        cell = randomWords(state, 200);
+      }
+    }
+    return sections;
+  }();
+  return std::span(all).first(count);
+}
+
 /// Writes what makes the archive of a spreadsheet or Word document long: sections, rows and pictures.
-/// @param sections  each takes about 12 KiB
-inline scrivalen_status writeMuch(scrivalen_document* document, int sections) {
+/// @param sections  at most 100; each takes about 12 KiB
+inline scrivalen_status writeMuch(scrivalen_document* document, std::size_t sections) {
   scrivalen_status first = SCRIVALEN_OK;
   const auto note = [&first](scrivalen_status status) { first = first == SCRIVALEN_OK ? status : first; };
-  unsigned state = 1;
-  for (int section = 0; section < sections; ++section) {
-    note(scrivalen_begin_section(document, ("Section " + std::to_string(section)).c_str(), nullptr));
-    // A chunk that readers skip makes the picture heavy, and unlike the others.
-    const std::string picture = greyPng(3, 3, pngChunk("teSt", randomWords(state, 4000)));
-    note(scrivalen_image(document, picture.data(), picture.size(), "grey", 0));
+  for (const OfficeSection& section : officeSections(sections)) {
+    note(scrivalen_begin_section(document, section.name.c_str(), nullptr));
+    note(scrivalen_image(document, section.picture.data(), section.picture.size(), "grey", 0));
     note(scrivalen_begin_table(document, nullptr, 0, nullptr));
-    for (int row = 0; row < 40; ++row) {
-      note(scrivalen_begin_row(document, row == 0));
-      note(scrivalen_cell(document, randomWords(state, 200).c_str(), kNul));
-      note(scrivalen_cell_integer(document, row));
+    for (const std::string& cell : section.cells) {
+      note(scrivalen_begin_row(document, &cell == section.cells.data()));
+      note(scrivalen_cell(document, cell.c_str(), kNul));
+      note(scrivalen_cell_integer(document, 42));
       note(scrivalen_end(document));
     }
     note(scrivalen_end(document));

@@ -15,7 +15,7 @@
 namespace scrivalen::test {
 namespace {
 
-constexpr int kSections = 12;
+constexpr std::size_t kSections = 12;
 constexpr std::size_t kPage = 4;     // of the disk, in KiB
 constexpr int kFewestFailures = 24;  // the archive has at least as many pages
 

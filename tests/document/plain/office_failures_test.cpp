@@ -1,0 +1,159 @@
+#include "document/plain/office_content.h"
+#include "support/faults/out_of_memory.h"
+#include "support/files.h"
+#include "system/files/files.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <iterator>
+#include <set>
+#include <tuple>
+
+namespace scrivalen::test {
+namespace {
+
+// Notes where each piece of the output ends.
+struct Pieces {
+  static int write(void* user, const void*, std::size_t size) {
+    Pieces& self = *static_cast<Pieces*>(user);
+    self.size += size;
+    self.ends.insert(self.size);
+    return 0;
+  }
+
+  std::size_t size = 0;
+  std::set<std::size_t> ends;
+};
+
+// Writes a document into a stream with so much room, beside one that has enough.
+void expectToFailAlone(const char* format, std::size_t room, scrivalen_status (*write)(scrivalen_document*)) {
+  SCOPED_TRACE(room);
+  Written document(format);
+  document.stream.room = room;
+  MemoryStream text;
+  scrivalen_add_stream(document, "text", MemoryStream::write, &text);
+  write(document);
+  ASSERT_EQ(document.closed().size(), room);
+  ASSERT_EQ(document.result, SCRIVALEN_FILE_ERROR);
+  ASSERT_EQ(scrivalen_output_result(document, 0), SCRIVALEN_FILE_ERROR);
+  ASSERT_EQ(document.error(), std::string("cannot write the stream of ") + format + ": No space left on device");
+  ASSERT_EQ(scrivalen_output_result(document, 1), SCRIVALEN_OK);
+  ASSERT_FALSE(text.bytes.empty());
+}
+
+scrivalen_status writeAWord(scrivalen_document* document) { return scrivalen_paragraph(document, "word", kNul); }
+
+scrivalen_status writePieces(scrivalen_document* document) { return writeMuch(document, 30); }
+
+// A document with whatever has memory of its own and is not in the content of every kind.
+scrivalen_status writeBeyond(scrivalen_document* document) {
+  scrivalen_status first = SCRIVALEN_OK;
+  const auto note = [&first](scrivalen_status status) { first = first == SCRIVALEN_OK ? status : first; };
+  static const std::string picture = greyPng(3, 3);
+  note(scrivalen_set(document, "title", "A title that is longer than what a string holds in itself"));
+  note(scrivalen_set(document, "language", "ar"));
+  note(scrivalen_set(document, "header", "{title}||{section}"));
+  note(scrivalen_set(document, "footer", "{page} of {pages} pages"));
+  note(scrivalen_set(document, "property:of the host", "with a value"));
+  note(writeMuch(document, 1));
+  for (const char* section : {"A section", "A section"}) {
+    note(scrivalen_begin_section(document, section, nullptr));
+    note(scrivalen_image(document, picture.data(), picture.size(), "grey", 0));
+    note(scrivalen_begin_paragraph(document, nullptr));
+    note(scrivalen_begin_link(document, "#nowhere-that-is-known", nullptr));
+    note(scrivalen_text(document, "A link \xD8\xB3\xD9\x84\xD8\xA7\xD9\x85", kNul));
+    note(scrivalen_end(document));
+    note(scrivalen_end(document));
+    note(scrivalen_begin_table(document, nullptr, 0, "wide"));
+    for (int row = 0; row < 42; ++row) {
+      note(scrivalen_begin_row(document, row == 0));
+      for (int column = 0; column < 70; ++column) {
+        note(scrivalen_cell_number(document, row + column / 8.0));
+      }
+      note(scrivalen_end(document));
+    }
+    note(scrivalen_end(document));
+    note(scrivalen_end(document));
+  }
+  return first;
+}
+
+scrivalen_status writeFile(const std::string& path, const char* format) {
+  const Handle document(scrivalen_new());
+  if (!document) {
+    return SCRIVALEN_OUT_OF_MEMORY;
+  }
+  scrivalen_set(document.get(), "clock", "2026-01-31 23:59:59");
+  const scrivalen_status added = scrivalen_add_file(document.get(), path.c_str(), format);
+  const scrivalen_status content = writeBeyond(document.get());
+  const scrivalen_status closed = scrivalen_close(document.get());
+  return added != SCRIVALEN_OK ? added : content != SCRIVALEN_OK ? content : closed;
+}
+
+class OfficeOnAFailingStream : public testing::TestWithParam<const char*> {};
+
+class OfficeWithoutMemory : public testing::TestWithParam<std::tuple<const char*, FailingAllocations::Extent>> {};
+
+}  // namespace
+
+TEST_P(OfficeOnAFailingStream, FailsAtEachByteOfAWord) {
+  Written whole(GetParam());
+  ASSERT_EQ(writeAWord(whole), SCRIVALEN_OK);
+  const std::size_t size = whole.closed().size();
+  for (std::size_t room = 0; room < size && !HasFatalFailure(); ++room) {
+    expectToFailAlone(GetParam(), room, writeAWord);
+  }
+}
+
+// A stream fails with the piece that has a byte, so the bytes at the edges of all pieces stand for every byte.
+TEST_P(OfficeOnAFailingStream, FailsAtEachOfItsPieces) {
+  Pieces pieces;
+  const Handle whole(scrivalen_new());
+  scrivalen_add_stream(whole.get(), GetParam(), Pieces::write, &pieces);
+  ASSERT_EQ(writePieces(whole.get()), SCRIVALEN_OK);
+  ASSERT_EQ(scrivalen_close(whole.get()), SCRIVALEN_OK);
+  ASSERT_GT(pieces.ends.size(), 4u);
+  std::set<std::size_t> rooms = {0};
+  for (const std::size_t end : pieces.ends) {
+    rooms.insert({end - 1, end});
+  }
+  rooms.erase(pieces.size);
+  for (const std::size_t room : rooms) {
+    expectToFailAlone(GetParam(), room, writePieces);
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, OfficeOnAFailingStream, testing::Values("xlsx", "docx"),
+                         [](const auto& tested) { return std::string(tested.param); });
+
+// Pictures, sections, a table in parts, a header and properties; a document of every kind of content has a test beside.
+TEST_P(OfficeWithoutMemory, IsCompleteOrReportsItAndLeavesTheEarlierFile) {
+  const auto [format, extent] = GetParam();
+  const TemporaryFolder folder;
+  const std::wstring file = folder / L"made";
+  const std::string path = narrowPath(file);
+  ASSERT_EQ(writeFile(path, format), SCRIVALEN_OK);
+  const std::string good = bytesOf(file);
+  runOutOfMemory([&, format = format, extent = extent](std::size_t nth) {
+    SCOPED_TRACE(nth);
+    writeBytes(file, "earlier");
+    scrivalen_status result = SCRIVALEN_OK;
+    bool hasFailed = false;
+    {
+      const FailingAllocations memory(nth, extent);
+      result = writeFile(path, format);
+      hasFailed = memory.hasFailed();
+    }
+    EXPECT_TRUE(result == SCRIVALEN_OK || (hasFailed && result == SCRIVALEN_OUT_OF_MEMORY)) << result;
+    EXPECT_TRUE(bytesOf(file) == (result == SCRIVALEN_OK ? good : "earlier"));
+    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(asPath(folder.path())), {}), 1);
+    return hasFailed && !testing::Test::HasFailure();
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Each, OfficeWithoutMemory,
+                         testing::Combine(testing::Values("xlsx", "docx"),
+                                          testing::Values(Extent::One, Extent::AllFromThere)));
+
+}  // namespace scrivalen::test
