@@ -150,6 +150,12 @@ TableWriter::PreparedRow TableWriter::prepared(const document::Row& row) {
     }
     column += static_cast<std::uint32_t>(cell.span);
   }
+  // At the bottom of its cell, text would be under the pictures.
+  if (std::any_of(cells.begin(), cells.end(), [](const auto& cell) { return !cell.text.pictures.empty(); })) {
+    for (PreparedCell& cell : cells) {
+      cell.format.isTop = true;
+    }
+  }
   return cells;
 }
 
@@ -236,7 +242,7 @@ void TableWriter::writeCell(const PreparedCell& cell, const Cell* value) {
   }
   double top = cell.text.text.empty() ? 0 : linesOf(cell.text.text, widthOf(cell)) * kLineHeight;
   for (const PlacedPicture& picture : cell.text.pictures) {
-    sheet.addPicture(cell.column, top, picture);
+    sheet.addPicture(cell.column, top + kPictureEdge / 2, picture);
     top += picture.height + kPictureEdge;
   }
   if (cell.span > 1) {

@@ -175,7 +175,7 @@ void WorkbookWriter::writePictures(SheetWriter& sheet, const ProseRow& row) {
     picture.width *= scale;
     picture.height *= scale;
     target->beginRow(picture.height + kEdge);
-    target->addPicture(0, 0, picture);
+    target->addPicture(0, kEdge / 2, picture);
     if (row.text.text.empty()) {
       RichText places;
       places.anchors = row.text.anchors;

@@ -141,13 +141,46 @@ TEST(WorkbookWriter, PlacesPictures) {
   EXPECT_TRUE(workbook.sheetHas("<row r=\"4\" ht=\"17.00\">"));
   EXPECT_TRUE(workbook.sheetHas("<drawing r:id=\"rId1\"/></worksheet>"));
   const std::string drawing = workbook.part("xl/drawings/drawing1.xml");
-  EXPECT_NE(
-      drawing.find("<xdr:row>0</xdr:row><xdr:rowOff>0</xdr:rowOff></xdr:from><xdr:ext cx=\"762000\" cy=\"762000\"/>"),
-      std::string::npos);
+  EXPECT_NE(drawing.find(
+                "<xdr:row>0</xdr:row><xdr:rowOff>12700</xdr:rowOff></xdr:from><xdr:ext cx=\"762000\" cy=\"762000\"/>"),
+            std::string::npos);
   EXPECT_NE(drawing.find("descr=\"a &quot;dot&quot;\""), std::string::npos);
   EXPECT_NE(drawing.find("<xdr:row>3</xdr:row>"), std::string::npos);
   EXPECT_EQ(workbook.part("xl/media/image1.png"), png);
   EXPECT_EQ(workbook.part("xl/drawings/_rels/drawing1.xml.rels").find("rId2"), std::string::npos);
+}
+
+// Excel and LibreOffice exchange the sides of such an anchor before they turn the picture.
+TEST(WorkbookWriter, AnchorsAPictureOnItsSideWhereItIsShown) {
+  const std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0", 36);
+  const std::string jpeg = scrivalen::test::greyJpeg(40, 20, scrivalen::test::jpegSegment(0xE1, exif));
+  MadeWorkbook workbook;
+  scrivalen_image(workbook, jpeg.data(), jpeg.size(), "turned", 0);
+  const std::string drawing = workbook.part("xl/drawings/drawing1.xml");
+  EXPECT_NE(drawing.find("<xdr:colOff>0</xdr:colOff><xdr:row>0</xdr:row><xdr:rowOff>12700</xdr:rowOff></xdr:from>"
+                         "<xdr:ext cx=\"190500\" cy=\"381000\"/>"),
+            std::string::npos);
+  EXPECT_NE(drawing.find("<a:xfrm rot=\"5400000\"><a:off x=\"0\" y=\"0\"/><a:ext cx=\"381000\" cy=\"190500\"/>"),
+            std::string::npos);
+}
+
+// The picture is below its text, so the text is not at the bottom.
+TEST(WorkbookWriter, PutsTextAboveThePicturesOfItsRow) {
+  MadeWorkbook workbook;
+  const std::string png = scrivalen::test::greyPng(4, 4);
+  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+  scrivalen_begin_row(workbook, 0);
+  scrivalen_cell(workbook, "name", SCRIVALEN_NUL);
+  scrivalen_begin_cell(workbook, nullptr);
+  scrivalen_text(workbook, "text", SCRIVALEN_NUL);
+  scrivalen_image(workbook, png.data(), png.size(), "picture", 15);
+  workbook.end(3);
+  EXPECT_TRUE(workbook.sheetHas("<row r=\"1\" ht=\"32.00\">"));
+  EXPECT_NE(workbook.part("xl/styles.xml").find("vertical=\"top\""), std::string::npos);
+  EXPECT_FALSE(workbook.sheetHas("<c r=\"A1\" t=\"inlineStr\">"));
+  EXPECT_FALSE(workbook.sheetHas("<c r=\"B1\" t=\"inlineStr\">"));
+  const std::string drawing = workbook.part("xl/drawings/drawing1.xml");
+  EXPECT_NE(drawing.find("<xdr:rowOff>203200</xdr:rowOff>"), std::string::npos);
 }
 
 TEST(WorkbookWriter, LetsTheStyleSheetOverrideTheFrozenRow) {

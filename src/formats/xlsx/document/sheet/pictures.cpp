@@ -1,8 +1,8 @@
 #include "formats/xlsx/document/sheet/pictures.h"
 
+#include "document/pictures/drawing_turn.h"
 #include "formats/xlsx/document/cells/cell_text.h"
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -14,21 +14,12 @@ constexpr double kEmuPerPoint = 12700;
 
 std::string emu(double points) { return std::to_string(std::llround(points * kEmuPerPoint)); }
 
-void appendElement(std::string& out, std::string_view name, const std::string& content) {
-  out.append("<xdr:").append(name).append(">").append(content).append("</xdr:").append(name).append(">");
+std::string extentOf(double width, double height) {
+  return std::string("cx=\"").append(emu(width)).append("\" cy=\"").append(emu(height)).append("\"");
 }
 
-// How a picture is turned and mirrored, as in EXIF.
-std::string transformOf(int orientation) {
-  constexpr std::string_view kTransforms[] = {"",
-                                              " flipH=\"1\"",
-                                              " rot=\"10800000\"",
-                                              " flipV=\"1\"",
-                                              " rot=\"5400000\" flipV=\"1\"",
-                                              " rot=\"5400000\"",
-                                              " rot=\"16200000\" flipV=\"1\"",
-                                              " rot=\"16200000\""};
-  return std::string(kTransforms[std::clamp(orientation, 1, 8) - 1]);
+void appendElement(std::string& out, std::string_view name, const std::string& content) {
+  out.append("<xdr:").append(name).append(">").append(content).append("</xdr:").append(name).append(">");
 }
 
 std::string_view extensionOf(document::Picture::Format format) {
@@ -37,32 +28,29 @@ std::string_view extensionOf(document::Picture::Format format) {
 
 }  // namespace
 
-// The anchor of a picture on its side is that of the upright box around the same middle.
+// Excel and LibreOffice take the anchor of a picture on its side for the box that it is shown in.
 void SheetPictures::add(std::uint32_t row, std::uint32_t column, double topPt, PlacedPicture picture) {
   const int orientation = picture.picture->orientation();
-  const bool isTurned = orientation >= 5;
-  const double width = isTurned ? picture.height : picture.width;
-  const double height = isTurned ? picture.width : picture.height;
-  const double left = std::max(0.0, (picture.width - width) / 2);
-  const double top = std::max(0.0, topPt + (picture.height - height) / 2);
+  const bool isOnItsSide = document::isOnItsSide(orientation);
   const std::string image = std::to_string(waiting_.add(*picture.picture) + 1);
   const std::string number = std::to_string(++count_);
   std::string from;
   appendElement(from, "col", std::to_string(column));
-  appendElement(from, "colOff", emu(left));
+  appendElement(from, "colOff", emu(0));
   appendElement(from, "row", std::to_string(row));
-  appendElement(from, "rowOff", emu(top));
+  appendElement(from, "rowOff", emu(topPt));
   anchors_.append("<xdr:oneCellAnchor>");
   appendElement(anchors_, "from", from);
-  const std::string extent = "cx=\"" + emu(width) + "\" cy=\"" + emu(height) + "\"";
-  anchors_.append("<xdr:ext ").append(extent).append("/><xdr:pic><xdr:nvPicPr><xdr:cNvPr id=\"");
+  const std::string shown = extentOf(picture.width, picture.height);
+  const std::string stored = isOnItsSide ? extentOf(picture.height, picture.width) : shown;
+  anchors_.append("<xdr:ext ").append(shown).append("/><xdr:pic><xdr:nvPicPr><xdr:cNvPr id=\"");
   anchors_.append(std::to_string(count_ + 1)).append("\" name=\"Picture ").append(number).append("\" descr=\"");
   appendXml(anchors_, picture.text);
   anchors_.append(
       "\"/><xdr:cNvPicPr><a:picLocks noChangeAspect=\"1\"/></xdr:cNvPicPr></xdr:nvPicPr><xdr:blipFill>"
       "<a:blip r:embed=\"rId");
   anchors_.append(image).append("\"/><a:stretch><a:fillRect/></a:stretch></xdr:blipFill><xdr:spPr><a:xfrm");
-  anchors_.append(transformOf(orientation)).append("><a:off x=\"0\" y=\"0\"/><a:ext ").append(extent);
+  anchors_.append(document::drawingTurn(orientation)).append("><a:off x=\"0\" y=\"0\"/><a:ext ").append(stored);
   anchors_.append(
       "/></a:xfrm><a:prstGeom prst=\"rect\"><a:avLst/></a:prstGeom></xdr:spPr></xdr:pic><xdr:clientData/>"
       "</xdr:oneCellAnchor>");
