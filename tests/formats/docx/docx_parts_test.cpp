@@ -197,10 +197,24 @@ TEST(DocxParts, HaveAPictureInTheHeader) {
   EXPECT_TRUE(has(partOf(docx, "word/_rels/header1.xml.rels"), "Target=\"media/image1.png\""));
 }
 
-TEST(DocxParts, WarnOfAPictureOnItsSide) {
+TEST(DocxParts, ReduceATurnedPictureByWhatItShows) {
+  const std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x08\0\0\0\0\0\0\0", 36);
+  const auto picture = pictureOf(greyJpeg(10, 1000, jpegSegment(0xE1, exif)));  // shown 1,000 pixels wide
+  const std::string text =
+      partOf(docxOf([&](Document& document) { document.image(picture, "x", 0, {}); }), "word/document.xml");
+  EXPECT_TRUE(has(text, "cy=\"6120130\"/><wp:effectExtent l=\"3029464\" t=\"0\"")) << text;
+  EXPECT_TRUE(has(text, "<a:xfrm rot=\"16200000\">"));
+}
+
+TEST(DocxParts, TurnAPictureOnItsSide) {
   const std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0", 36);
   std::vector<std::string> warnings;
-  docxOf([&](Document& document) { document.image(pictureOf(greyJpeg(40, 20, jpegSegment(0xE1, exif))), "x", 0, {}); },
-         {}, &warnings);
-  EXPECT_EQ(warnings, std::vector<std::string>{"pictures are shown as they are stored, turned or mirrored"});
+  const auto picture = pictureOf(greyJpeg(40, 20, jpegSegment(0xE1, exif)));
+  const std::string text = partOf(
+      docxOf([&](Document& document) { document.image(picture, "x", 0, {}); }, {}, &warnings), "word/document.xml");
+  EXPECT_TRUE(has(text,
+                  "<wp:extent cx=\"381000\" cy=\"190500\"/>"
+                  "<wp:effectExtent l=\"0\" t=\"95250\" r=\"0\" b=\"95250\"/>"));
+  EXPECT_TRUE(has(text, "<a:xfrm rot=\"5400000\"><a:off x=\"0\" y=\"0\"/><a:ext cx=\"381000\" cy=\"190500\"/>"));
+  EXPECT_EQ(warnings, std::vector<std::string>());
 }

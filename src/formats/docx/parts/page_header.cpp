@@ -60,11 +60,7 @@ PageHeader::PageHeader(const FormatSettings& settings, const PageTwips& paper, W
       picture_(numberOf(image_, pictures)),
       paperTextWidth_(paper.textWidth()),
       imageHeight_(static_cast<int>(paper.top * kHeaderImageShare)),
-      fromTop_(image_.picture ? (paper.top - imageHeight_) / 2 : paper.top / 2) {
-  if (image_.picture && isTurned(*image_.picture)) {
-    warnings.add(WarningCode::SomethingLeftOut, kTurnedWarning);
-  }
-}
+      fromTop_(image_.picture ? (paper.top - imageHeight_) / 2 : paper.top / 2) {}
 
 std::string PageHeader::references(std::string_view section, int textWidth) {
   const std::string_view header = settings_.text("header");

@@ -19,7 +19,7 @@ namespace scrivalen::document::docx {
 class PageHeader {
  public:
   /// @param settings, pictures  not owned; must outlive this object
-  /// @param warnings            gets one when the picture cannot be used or lies on its side
+  /// @param warnings            gets one when the picture cannot be used
   PageHeader(const FormatSettings& settings, const PageTwips& paper, WaitingPictures& pictures,
              OutputWarnings& warnings);
 

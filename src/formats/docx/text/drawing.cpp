@@ -1,14 +1,15 @@
 #include "formats/docx/text/drawing.h"
 
+#include "document/pictures/drawing_turn.h"
 #include "formats/docx/xml.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace scrivalen::document::docx {
 namespace {
 
-constexpr int kFirstOnItsSide = 5;  // of the orientations; the ones before are only mirrored or upside down
 constexpr double kEmusPerPoint = 12700;
 constexpr double kEmusPerTwip = 635;
 
@@ -17,13 +18,11 @@ struct Extent {
   std::int64_t height;
 };
 
+// As shown.
 Extent extentOf(const Picture& picture, double widthPt, Room room) {
-  double width = picture.widthPt();
-  double height = picture.heightPt();
-  if (picture.orientation() >= kFirstOnItsSide) {
-    std::swap(width, height);
-  }
-  const double scale = kEmusPerPoint * (widthPt > 0 ? widthPt / picture.widthPt() : 1);
+  const double width = picture.widthPt();
+  const double height = picture.heightPt();
+  const double scale = kEmusPerPoint * (widthPt > 0 ? widthPt / width : 1);
   const double fitting = std::min({scale, room.width * kEmusPerTwip / width, room.height * kEmusPerTwip / height});
   return {std::max(1LL, std::llround(width * fitting)), std::max(1LL, std::llround(height * fitting))};
 }
@@ -34,14 +33,29 @@ void writeExtent(OutputBuffer& out, std::string_view element, Extent extent) {
   put(out, " cy=\"", extent.height, "\"/>");
 }
 
+// What a picture on its side has above and below, or beside, the extent of the stored one, as Word writes it.
+void writeEffectExtent(OutputBuffer& out, Extent stored) {
+  const std::int64_t more = (stored.width - stored.height) / 2;
+  const std::int64_t beside = std::max<std::int64_t>(-more, 0);
+  const std::int64_t above = std::max<std::int64_t>(more, 0);
+  put(out, "<wp:effectExtent l=\"", beside, "\"");
+  put(out, " t=\"", above, "\"");
+  put(out, " r=\"", beside, "\"");
+  put(out, " b=\"", above, "\"/>");
+}
+
 }  // namespace
 
-bool isTurned(const Picture& picture) { return picture.orientation() != 1; }
-
 void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& drawing, Room room) {
-  const Extent extent = extentOf(picture, drawing.widthPt, room);
+  Extent extent = extentOf(picture, drawing.widthPt, room);
+  if (isOnItsSide(picture.orientation())) {
+    std::swap(extent.width, extent.height);
+  }
   put(out, "<w:drawing><wp:inline distT=\"0\" distB=\"0\" distL=\"0\" distR=\"0\">");
   writeExtent(out, "<wp:extent", extent);
+  if (isOnItsSide(picture.orientation())) {
+    writeEffectExtent(out, extent);
+  }
   put(out, "<wp:docPr id=\"", drawing.number, "\" name=\"Picture ");
   put(out, {}, drawing.number, "\"");
   if (!drawing.alternative.empty()) {
@@ -56,7 +70,9 @@ void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& draw
   put(out, "<pic:cNvPr id=\"", drawing.number, "\" name=\"Picture ");
   put(out, {}, drawing.number, "\"/><pic:cNvPicPr/></pic:nvPicPr><pic:blipFill><a:blip r:embed=\"");
   put(out, drawing.relation);
-  put(out, "\"/><a:stretch><a:fillRect/></a:stretch></pic:blipFill><pic:spPr><a:xfrm><a:off x=\"0\" y=\"0\"/>");
+  put(out, "\"/><a:stretch><a:fillRect/></a:stretch></pic:blipFill><pic:spPr><a:xfrm");
+  put(out, drawingTurn(picture.orientation()));
+  put(out, "><a:off x=\"0\" y=\"0\"/>");
   writeExtent(out, "<a:ext", extent);
   put(out,
       "</a:xfrm><a:prstGeom prst=\"rect\"><a:avLst/></a:prstGeom></pic:spPr></pic:pic></a:graphicData></a:graphic>"

@@ -14,11 +14,6 @@ struct Room {
   int height = 1;
 };
 
-/// Whether a picture is stored turned or mirrored. Word processors show it so.
-bool isTurned(const Picture& picture);
-
-inline constexpr std::string_view kTurnedWarning = "pictures are shown as they are stored, turned or mirrored";
-
 struct Drawing {
   std::string_view relation;     ///< that leads to the picture
   std::int64_t number = 0;       ///< of its own in the document, from 1

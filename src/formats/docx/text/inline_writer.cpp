@@ -129,9 +129,6 @@ void InlineWriter::image(const Event& event) {
   if (event.picture == nullptr) {
     return event.text.empty() ? void() : writeText(event.text);
   }
-  if (isTurned(*event.picture)) {
-    warnings_.add(WarningCode::SomethingLeftOut, kTurnedWarning);
-  }
   const std::string relation = pictureRelation(pictures_.add(*event.picture));
   runs_.begin(*out_);
   writeDrawing(*out_, *event.picture, {relation, ++drawings_, event.text, event.points}, room_);
