@@ -27,9 +27,11 @@ struct Column {
   // Of the sample, in columns of a monospaced font; East Asian wide characters take two.
   std::size_t longestWord = 0;
   std::size_t longestLine = 0;
+  double usualLine = 0;  ///< whatever a single long cell needs
   // The same in a proportional font, where words in capitals need more.
   double widestWord = 0;
   double widestLine = 0;
+  double usualWideLine = 0;
 };
 
 /// Whether a number may be a column's width. Sums and quotients of such numbers are finite.

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <numeric>
+#include <utility>
 
 namespace scrivalen::document {
 namespace {
@@ -23,6 +25,14 @@ double lineOf(const ColumnNeed& column, double space) {
   return std::max(column.longestWord, std::min(column.longestLine, space));
 }
 
+// The same for most of its cells.
+double usualLineOf(const ColumnNeed& column, double space) {
+  const double longest = lineOf(column, space);
+  return column.usualLine > 0 ? std::clamp(column.usualLine, column.longestWord, longest) : longest;
+}
+
+using Line = double (*)(const ColumnNeed& column, double space);
+
 ColumnWidths widthsOfWords(Needs columns) {
   ColumnWidths result;
   std::transform(columns.begin(), columns.end(), std::back_inserter(result.widths), longestWordOf);
@@ -30,41 +40,97 @@ ColumnWidths widthsOfWords(Needs columns) {
   return result;
 }
 
-// The columns, those with the shortest lines first.
-std::vector<std::size_t> orderOfLines(Needs columns) {
-  std::vector<std::size_t> order(columns.size());
-  std::iota(order.begin(), order.end(), std::size_t{0});
-  std::stable_sort(order.begin(), order.end(),
-                   [&](std::size_t a, std::size_t b) { return columns[a].longestLine < columns[b].longestLine; });
-  return order;
-}
+// The columns of a table that have no width yet, and the space that is left for them.
+struct Sharing {
+  Sharing(Needs needs, double tableSpace)
+      : columns(needs), widths(needs.size()), open(needs.size()), space(tableSpace) {
+    std::iota(open.begin(), open.end(), std::size_t{0});
+  }
 
-// The lines of short columns first, each at most an equal part of what is left; then the longest word of each other
-// column, and a part of the space above those words.
-ColumnWidths widthsOfContent(Needs columns, double space) {
-  ColumnWidths result{std::vector<double>(columns.size())};
-  std::vector<std::size_t> order = orderOfLines(columns);
-  double words = sumOf(columns, longestWordOf);
-  auto next = order.begin();
-  for (; next != order.end(); ++next) {
-    const ColumnNeed& column = columns[*next];
-    const double line = lineOf(column, space);
+  template <typename Need>
+  void sortBy(Need need) {
+    std::stable_sort(open.begin(), open.end(),
+                     [&](std::size_t a, std::size_t b) { return need(columns[a]) < need(columns[b]); });
+  }
+
+  template <typename Need>
+  double sumOfOpen(Need need) const {
+    return std::accumulate(open.begin(), open.end(), 0.0,
+                           [&](double sum, std::size_t column) { return sum + need(columns[column]); });
+  }
+
+  Needs columns;
+  std::vector<double> widths;
+  std::vector<std::size_t> open;
+  double space;
+};
+
+// Gives short lines to their columns, each at most an equal part of what is left beside the words of the others.
+void giveShortLines(Sharing& sharing, Line line) {
+  constexpr double kAnySpace = std::numeric_limits<double>::infinity();
+  sharing.sortBy([&](const ColumnNeed& column) { return line(column, kAnySpace); });
+  double words = sharing.sumOfOpen(longestWordOf);
+  auto next = sharing.open.begin();
+  for (; next != sharing.open.end(); ++next) {
+    const ColumnNeed& column = sharing.columns[*next];
+    const double width = line(column, sharing.space);
     const double otherWords = words - column.longestWord;
-    if (line > space / static_cast<double>(order.end() - next) || line + otherWords > space) {
+    if (width > sharing.space / static_cast<double>(sharing.open.end() - next) || width + otherWords > sharing.space) {
       break;
     }
-    result.widths[*next] = line;
+    sharing.widths[*next] = width;
     words = otherWords;
-    space -= line;
+    sharing.space -= width;
   }
-  double lines = 0;
-  std::for_each(next, order.end(), [&](std::size_t i) { lines += lineOf(columns[i], space); });
-  const double part = lines <= space ? 1 : (space - words) / (lines - words);
-  std::for_each(next, order.end(), [&](std::size_t i) {
-    const double word = columns[i].longestWord;
-    result.widths[i] = word + (lineOf(columns[i], space) - word) * part;
-  });
-  return result;
+  sharing.open.erase(sharing.open.begin(), next);
+}
+
+// Gives each column its usual line, then of what is left an equal part at most to columns that lack little, and the
+// rest to the others in proportion to what they lack.
+void giveUsualLines(Sharing& sharing) {
+  const auto usual = [space = sharing.space](const ColumnNeed& column) { return usualLineOf(column, space); };
+  const auto lack = [&, space = sharing.space](const ColumnNeed& column) {
+    return lineOf(column, space) - usual(column);
+  };
+  sharing.sortBy(lack);
+  double left = std::max(sharing.space - sharing.sumOfOpen(usual), 0.0);
+  double lacking = sharing.sumOfOpen(lack);
+  double part = 1;
+  for (std::size_t k = 0; k < sharing.open.size(); ++k) {
+    const std::size_t i = sharing.open[k];
+    const double lacked = lack(sharing.columns[i]);
+    if (part == 1 && lacked > left / static_cast<double>(sharing.open.size() - k)) {
+      part = left / lacking;
+    }
+    sharing.widths[i] = usual(sharing.columns[i]) + lacked * part;
+    left -= lacked;
+    lacking -= lacked;
+  }
+}
+
+// Gives each column its longest word, and a part of the space above those words.
+void giveParts(Sharing& sharing) {
+  const auto lack = [space = sharing.space](const ColumnNeed& column) {
+    return usualLineOf(column, space) - column.longestWord;
+  };
+  const double lacking = sharing.sumOfOpen(lack);
+  const double part = lacking > 0 ? (sharing.space - sharing.sumOfOpen(longestWordOf)) / lacking : 0;
+  for (const std::size_t i : sharing.open) {
+    sharing.widths[i] = sharing.columns[i].longestWord + lack(sharing.columns[i]) * part;
+  }
+}
+
+ColumnWidths widthsOfContent(Needs columns, double space) {
+  Sharing sharing(columns, space);
+  giveShortLines(sharing, lineOf);
+  const auto usual = [&](const ColumnNeed& column) { return usualLineOf(column, sharing.space); };
+  if (sharing.sumOfOpen(usual) <= sharing.space) {
+    giveUsualLines(sharing);
+  } else {
+    giveShortLines(sharing, usualLineOf);
+    giveParts(sharing);
+  }
+  return {std::move(sharing.widths)};
 }
 
 // Divides a space among the columns with a share. A column whose part is too narrow for its longest word gets the word,

@@ -10,7 +10,8 @@ namespace scrivalen::document {
 struct ColumnNeed {
   double longestWord = 0;
   double longestLine = 0;
-  double share = 0;  ///< beside those of the other columns; 0: from the content
+  double share = 0;      ///< beside those of the other columns; 0: from the content
+  double usualLine = 0;  ///< what a line of it usually takes, whatever the longest one does; 0: not known, the longest
 };
 
 template <typename Width>
@@ -26,8 +27,10 @@ using WholeColumnWidths = WidthsOf<std::size_t>;
 ///
 /// If the longest lines of all columns fit, each column gets what its line needs. Else a column with a short line, at
 /// most an equal part of the space, still gets what it needs, so that names and numbers do not break beside long texts.
-/// The others get at least their longest words; what is left above those is shared in proportion to what their lines
-/// need beyond them. A line counts at most as long as the space.
+/// For the others their usual lines count rather than the longest ones, so that a single long cell takes no space from
+/// texts that are long in every row. If the usual lines fit, what is left above them goes to the longer lines. Else
+/// columns with a short usual line get it, the others at least their longest words and a part of what is left above
+/// those, in proportion to what their usual lines need beyond them. A line counts at most as long as the space.
 ///
 /// Columns with a share divide what the others leave in proportion to their shares, and fill the space. One whose part
 /// is narrower than its longest word gets the word, at the cost of the others.

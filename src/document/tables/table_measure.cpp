@@ -7,7 +7,8 @@
 namespace scrivalen::document {
 namespace {
 
-constexpr std::size_t kDigitsToCome = 4;  // from the 500 rows of a sample to millions
+constexpr double kLongestLineThatCounts = 100;  // about a page's width
+constexpr std::size_t kDigitsToCome = 4;        // from the 500 rows of a sample to millions
 
 bool isNumber(const Cell& cell) {
   return cell.type == ValueType::Number || cell.type == ValueType::Integer ||
@@ -58,6 +59,8 @@ void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   measured.longestLine = std::max(measured.longestLine, extent.longestLine);
   measured.widestWord = std::max(measured.widestWord, extent.widestWord);
   measured.widestLine = std::max(measured.widestLine, extent.widestLine);
+  kinds.line.add(static_cast<double>(extent.longestLine), kLongestLineThatCounts);
+  kinds.wideLine.add(extent.widestLine, kLongestLineThatCounts);
   if (!header && !cell.header && !cell.text.empty()) {
     (isNumber(cell) ? kinds.hasNumbers : kinds.hasOthers) = true;
   }
@@ -68,14 +71,18 @@ void TableMeasure::finish(bool isWhole) {
   for (std::size_t column = 0; column < table_.columns.size(); ++column) {
     Column& measured = table_.columns[column];
     const Kinds& kinds = kinds_[column];
+    measured.usualLine = kinds.line.width();
+    measured.usualWideLine = kinds.wideLine.width();
     if (measured.align == Align::Auto) {
       measured.align =
           kinds.align != Align::Auto ? kinds.align : alignmentOf(measured.type, kinds.hasNumbers && !kinds.hasOthers);
       if (measured.align == Align::Right && !isWhole) {
         measured.longestWord += kDigitsToCome;
         measured.longestLine += kDigitsToCome;
+        measured.usualLine += kDigitsToCome;
         measured.widestWord += kDigitsToCome;
         measured.widestLine += kDigitsToCome;
+        measured.usualWideLine += kDigitsToCome;
       }
     }
   }

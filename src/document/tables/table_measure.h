@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/model/table.h"
+#include "document/tables/usual_line.h"
 
 #include <span>
 #include <vector>
@@ -28,6 +29,8 @@ class TableMeasure {
     bool hasOthers = false;
     bool hasCells = false;
     Align align = Align::Auto;  // of all cells; Auto if they differ
+    UsualLine line;
+    UsualLine wideLine;
   };
 
   void addColumnsUpTo(std::size_t count);

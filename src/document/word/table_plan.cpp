@@ -36,7 +36,8 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
   for (const Column& column : table.columns) {
     const double word = std::max(column.widestWord, 1.0) * size * kWidthInWord;
     const double line = std::max(column.widestLine * size * kWidthInLine, word);
-    needs.push_back({word + padding, line + padding, column.width});
+    const double usual = column.usualWideLine * size * kWidthInLine;
+    needs.push_back({word + padding, line + padding, column.width, usual + padding});
   }
   return needs;
 }

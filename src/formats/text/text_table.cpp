@@ -4,6 +4,7 @@
 #include "text/columns/character_width.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -30,7 +31,7 @@ std::vector<document::ColumnNeed> needsOf(const Table& table) {
   for (const document::Column& column : table.columns) {
     const std::size_t word = std::max<std::size_t>(column.longestWord, 1);
     const std::size_t line = std::max(column.longestLine, word);
-    needs.push_back({static_cast<double>(word), static_cast<double>(line), column.width});
+    needs.push_back({static_cast<double>(word), static_cast<double>(line), column.width, std::round(column.usualLine)});
   }
   return needs;
 }

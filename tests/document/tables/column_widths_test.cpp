@@ -51,6 +51,35 @@ TEST(ColumnWidths, KeepWordsWholeBesideShortLines) {
   EXPECT_EQ(columnWidths(Needs{{4, 24}, {50, 90}}, 60).widths, (Widths{8, 52}));
 }
 
+// One cell of the first column is long. Both usual lines fit, and the 10 that are left are enough for the second column.
+TEST(ColumnWidths, KeepLinesWholeBesideASingleLongCell) {
+  EXPECT_EQ(columnWidths(Needs{{5, 400, 0, 15}, {10, 80, 0, 75}}, 100).widths, (Widths{20, 80}));
+}
+
+// The second column lacks 25 of the 30 that are left above the usual lines, the first one 85.
+TEST(ColumnWidths, ShareWhatIsLeftAboveTheUsualLinesByWhatTheLongestLack) {
+  const auto result = columnWidths(Needs{{5, 100, 0, 15}, {10, 80, 0, 55}}, 100);
+  ASSERT_EQ(result.widths.size(), 2u);
+  EXPECT_NEAR(result.widths[0], 15 + 30 * 85 / 110.0, 0.01);
+  EXPECT_NEAR(result.widths[1], 55 + 30 * 25 / 110.0, 0.01);
+}
+
+// The usual lines need 115 of 100, and that of the first column is less than a half.
+TEST(ColumnWidths, KeepAShortUsualLineWholeBesideLongTexts) {
+  EXPECT_EQ(columnWidths(Needs{{5, 400, 0, 15}, {10, 500, 0, 100}}, 100).widths, (Widths{15, 85}));
+}
+
+// The words leave 70 of 90 for needs of 80 and 60.
+TEST(ColumnWidths, ShareWhatIsLeftAboveTheWordsByTheUsualLines) {
+  EXPECT_EQ(columnWidths(Needs{{10, 400, 0, 90}, {10, 300, 0, 70}}, 90).widths, (Widths{50, 40}));
+}
+
+// No usual line is shorter than a word or longer than the longest line.
+TEST(ColumnWidths, KeepAWordWholeThatIsLongerThanTheUsualLine) {
+  EXPECT_EQ(columnWidths(Needs{{30, 400, 0, 5}, {10, 100, 0, 95}}, 100).widths, (Widths{30, 70}));
+  EXPECT_EQ(columnWidths(Needs{{3, 7, 0, 20}, {5, 50, 0, 60}}, 60).widths, (Widths{7, 50}));
+}
+
 TEST(ColumnWidths, AreTheLongestWordsWhereNotEvenTheyFit) {
   const auto result = columnWidths(Needs{{30, 40}, {25, 90}}, 50);
   EXPECT_EQ(result.widths, (Widths{30, 25}));

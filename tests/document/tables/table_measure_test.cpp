@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -50,6 +51,21 @@ TEST(TableMeasure, FindsTheLongestWordAndTheLongestLine) {
   const auto column = measured(u8"one three\nfour");
   EXPECT_EQ(column.longestWord, 5u);
   EXPECT_EQ(column.longestLine, 9u);
+}
+
+// 24 lines of 3 and one of 100 or more: a mean square of 408.64.
+TEST(TableMeasure, FindsAUsualLineThatOneLongCellHardlyChanges) {
+  Table table;
+  TableMeasure measure(table);
+  const std::string chapter(100000, 'n');
+  for (int i = 0; i < 25; ++i) {
+    std::vector<Cell> row(1);
+    row[0].text = i == 7 ? std::string_view(chapter) : "nnn";
+    measure.add(row, false);
+  }
+  measure.finish(true);
+  EXPECT_NEAR(table.columns.front().usualLine, 20.21, 0.01);
+  EXPECT_NEAR(table.columns.front().usualWideLine, 20.21, 0.01);
 }
 
 // A line may be broken between two of them.

@@ -1,6 +1,7 @@
 #include "formats/pdf/typeset/tables/table_plan.h"
 
 #include "document/tables/column_widths.h"
+#include "document/tables/usual_line.h"
 #include "formats/pdf/typeset/blocks/inline_collector.h"
 #include "formats/pdf/typeset/text/paragraph.h"
 #include "text/ascii.h"
@@ -28,6 +29,9 @@ constexpr double kMostSlack = 1.15;
 constexpr std::string_view kMillions = "0000000";
 constexpr std::string_view kDigitsToCome = "00";
 
+// Lines that are longer do not take more space from other columns.
+constexpr Length kLongestLineThatCounts = 500 * kPoint;
+
 // What a column that is empty in the sample asks for. It is a line rather than a word, so that no text gets smaller.
 constexpr Length kLineToCome = 80 * kPoint;
 
@@ -45,7 +49,8 @@ std::vector<ColumnNeed> needsOf(const TableColumns& columns, Length size) {
       return static_cast<double>(usual * size / kUsualTableSize + 2 * kCellPadding + kPoint / 10);
     };
     const ColumnText& text = columns.texts[column];
-    needs.push_back({need(text.longestWord), need(text.longestLine), columns.table.columns[column].width});
+    needs.push_back({need(text.longestWord), need(text.longestLine), columns.table.columns[column].width,
+                     text.usualLine > 0 ? need(text.usualLine) : 0});
   }
   return needs;
 }
@@ -155,10 +160,11 @@ bool hasLetter(std::string_view text) {
                      [](char c) { return static_cast<unsigned char>(c) >= 0x80 || isAsciiLetter(c); });
 }
 
-// What a column's cells below the headers are.
+// What a column's cells are; the headers count for the lines only.
 struct Kinds {
   bool isEmpty = true;
   bool hasLetters = false;
+  document::UsualLine line;
 
   void add(const document::Cell& cell) {
     isEmpty = isEmpty && cell.text.empty();
@@ -171,7 +177,8 @@ class Ruler {
  public:
   Ruler(Shaper& shaper, Family family) : shaper_(shaper), family_(family) {}
 
-  void measure(const document::Cell& cell, bool isBold, ColumnText& column) {
+  // Returns the longest line of the cell.
+  Length measure(const document::Cell& cell, bool isBold, ColumnText& column) {
     TextStyle style;
     style.font = fontOf(family_, isBold, false);
     style.size = kUsualTableSize;
@@ -180,9 +187,12 @@ class Ruler {
     const StyledText text = collector_.take();
     measureWords(text, column);
     const SetText set = setText(text, {.width = kEndless, .leading = kAnyLeading, .usual = style}, shaper_);
+    Length longest = 0;
     for (const TextLine& line : set.lines) {
-      column.longestLine = std::max(column.longestLine, line.width);
+      longest = std::max(longest, line.width);
     }
+    column.longestLine = std::max(column.longestLine, longest);
+    return longest;
   }
 
   Length widthOf(std::string_view text) {
@@ -221,13 +231,17 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
     for (const document::Cell& cell : row.cells) {
       if (column < columns.size() && cell.span == 1) {
         const bool isHeader = row.header || cell.header;
-        ruler.measure(cell, isHeader, columns[column]);
+        const Length longest = ruler.measure(cell, isHeader, columns[column]);
+        kinds[column].line.add(static_cast<double>(longest), static_cast<double>(kLongestLineThatCounts));
         if (!isHeader) {
           kinds[column].add(cell);
         }
       }
       column += static_cast<std::size_t>(cell.span);
     }
+  }
+  for (std::size_t column = 0; column < columns.size(); ++column) {
+    columns[column].usualLine = std::llround(kinds[column].line.width());
   }
   if (!table.isSampleWhole) {
     const Length toCome = ruler.widthOf(kDigitsToCome);
@@ -237,9 +251,13 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
       if (table.columns[column].align == document::Align::Right) {
         text.longestWord = std::max(text.longestWord + toCome, millions);
         text.longestLine = std::max(text.longestLine + toCome, millions);
+        text.usualLine += toCome;
       } else if (table.columns[column].type <= document::ValueType::Text) {
         text.mayGrow = kinds[column].hasLetters || kinds[column].isEmpty;
-        text.longestLine = kinds[column].isEmpty ? std::max(text.longestLine, kLineToCome) : text.longestLine;
+        if (kinds[column].isEmpty) {
+          text.longestLine = std::max(text.longestLine, kLineToCome);
+          text.usualLine = std::max(text.usualLine, kLineToCome);
+        }
       }
     }
   }

@@ -53,6 +53,7 @@ inline constexpr Length kUsualTableSize = 9 * kPoint;
 struct ColumnText {
   Length longestWord = 0;
   Length longestLine = 0;
+  Length usualLine = 0;  ///< whatever a single long cell needs
   bool mayGrow = false;  ///< text, of which longer may come after the sample
 };
 

@@ -38,7 +38,8 @@ std::vector<document::ColumnNeed> needsOf(const document::Table& table) {
   const std::size_t count = std::min<std::size_t>(table.columns.size(), kMostColumns);
   for (std::size_t i = 0; i < count; ++i) {
     const document::Column& column = table.columns[i];
-    needs.push_back({column.widestWord + kPadding, column.widestLine + kPadding, column.width});
+    needs.push_back(
+        {column.widestWord + kPadding, column.widestLine + kPadding, column.width, column.usualWideLine + kPadding});
   }
   for (const document::SampleRow& row : table.sample) {
     if (row.header) {

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <initializer_list>
 #include <sstream>
 #include <string>
@@ -65,6 +66,15 @@ TEST(TablePlan, GivesWhatIsLeftToColumnsOfTextThatMayGetLonger) {
   text.mayGrow = true;
   EXPECT_EQ(widthsOf(planned({needs(60, 60), text}).parts.front()), "60 440");
   EXPECT_EQ(widthsOf(planned({text, needs(60, 60), text}).parts.front()), "220 60 220");
+}
+
+// Of a column of short names one is very long; the texts of the other are long in every row.
+TEST(TablePlan, TakesNoSpaceFromLongTextsForASingleLongCell) {
+  ColumnText names = needs(60, 1200);
+  names.usualLine = 72 * kPoint;
+  ColumnText texts = needs(70, 400);
+  texts.usualLine = 382 * kPoint;
+  EXPECT_EQ(widthsOf(planned({names, texts}).parts.front()), "100 400");
 }
 
 TEST(TablePlan, SharesWhatIsLeftAboveTheLongestWordsInProportionToTheLines) {
@@ -198,6 +208,14 @@ TEST(MeasureColumns, FindsTheLongestWordAndLineOfTheSample) {
   EXPECT_EQ(text.longestLine, (6 * 556 + 2 * 278) * 9);
 }
 
+// The mean square of 3, 4 and 5 "n" is 50 / 3. A line counts as 500 points at most.
+TEST(MeasureColumns, FindsTheUsualLineOfTheSample) {
+  EXPECT_NEAR(static_cast<double>(measured({{.text = "nnn"}, {.text = "nnnn"}, {.text = "nnnnn"}}).usualLine),
+              std::sqrt(50 / 3.0) * 556 * 9, 1);
+  const std::string chapter(10000, 'n');
+  EXPECT_EQ(measured({{.text = chapter}}).usualLine, 500 * kPoint);
+}
+
 TEST(MeasureColumns, MeasuresHeadersInBold) {
   // "n" is 611 thousandths wide in bold.
   EXPECT_EQ(measured({{.text = "n", .header = true}}).longestWord, 611 * 9);
@@ -229,6 +247,7 @@ TEST(MeasureColumns, ExpectsTextInAColumnThatIsEmptySoFar) {
   EXPECT_TRUE(text.mayGrow);
   EXPECT_EQ(text.longestWord, 611 * 9);
   EXPECT_EQ(text.longestLine, 80 * kPoint);
+  EXPECT_EQ(text.usualLine, 80 * kPoint);
   EXPECT_EQ(measured({{.text = ""}}, document::Align::Left, true).longestLine, 0);
   EXPECT_FALSE(measured({{.text = ""}}, document::Align::Left, false, document::ValueType::Date).mayGrow);
 }
