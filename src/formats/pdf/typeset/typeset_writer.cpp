@@ -235,7 +235,7 @@ void TypesetWriter::writeBlock(const Event& event) {
     case EventKind::Rule: return writeRule();
     case EventKind::PageBreak: return endPage();
     case EventKind::ContentsItem: markPlaces(); return contents_.add(event.number, event.id, event.text, bodyStyle());
-    case EventKind::BeginContents: return beginTag("TOC");
+    case EventKind::BeginContents: contents_.begin(); return beginTag("TOC");
     case EventKind::EndSection: return endSection();
     case EventKind::EndContents: endTag(); return texts_.space(2 * kAfterParagraph);
     default: return;

@@ -8,6 +8,7 @@ namespace scrivalen::typeset {
 namespace {
 
 constexpr Length kIndent = 14 * kPoint;  // of each level
+constexpr Length kHang = 7 * kPoint;     // of the lines after the first of an entry
 constexpr Length kEntryLeading = 1350;
 constexpr int kMostDigits = 5;  // of a page's number
 constexpr std::string_view kDot = ". ";
@@ -21,33 +22,41 @@ TextStyle styleOfDots(TextStyle style) {
 
 void ContentsSetter::add(int level, std::string_view id, std::string_view text, const TextStyle& style) {
   StyledText entry;
-  const bool isOuter = level == 1;
+  outermost_ = outermost_ == 0 ? level : outermost_;
+  const int depth = std::max(level - outermost_, 0);
+  const bool isOuter = depth == 0;
   TextStyle own = style;
   own.font = static_cast<FontId>(isOuter ? own.font | fontOf(Family::Serif, true, false) : own.font);
   entry.links.emplace_back(1, '#').append(id);
   own.link = 0;
   entry.add(text, own);
   const Length numberWidth = widthOfNumber(own);
-  const Length left = flow_.left() + kIndent * (level - 1);
+  const Length left = flow_.left() + kIndent * depth;
   const Length right = flow_.left() + flow_.width();
   const Length width = std::max(right - left - numberWidth, kPoint);
-  const SetText set = setText(entry, {.width = width, .leading = kEntryLeading, .usual = own}, shaper_);
+  SetText set = setText(entry, {.width = width, .leading = kEntryLeading, .usual = own}, shaper_);
+  if (set.lines.size() > 1) {
+    set = setText(entry, {.width = std::max(width - kHang, kPoint), .leading = kEntryLeading, .usual = own}, shaper_);
+  }
   const std::vector<TextLine>& lines = set.lines;
   texts_.setWaiting(lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);
+  // An entry of the outermost level is not the last of a page.
+  flow_.keepTogether(set.height() + (isOuter ? lines.front().height : 0));
   std::optional<TextTags> tags;
   if (tagger_ != nullptr) {
     tags.emplace(*tagger_, tagger_->tree().add("TOCI"));
   }
   for (const TextLine& line : lines) {
     const Length top = flow_.take(line.height);
-    drawer_.draw(entry, set, line, {left, top, width}, document::Align::Left, tags ? &*tags : nullptr);
+    const Length begin = left + (&line == &lines.front() ? 0 : kHang);
+    drawer_.draw(entry, set, line, {begin, top, width}, document::Align::Left, tags ? &*tags : nullptr);
     if (&line == &lines.back()) {
       const Length baseline = top + line.baseline;
       if (tags) {
         tags->showArtifact();
       }
-      drawLeader(left + line.width, right - numberWidth, baseline, own);
+      drawLeader(begin + line.width, right - numberWidth, baseline, own);
       // With tags the dots have a form of their own: they are no part of the text.
       const int leader = tags ? drawForm(right, baseline) : 0;
       if (tags) {

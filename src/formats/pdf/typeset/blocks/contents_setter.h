@@ -16,6 +16,8 @@ class ContentsSetter {
                  Tagger* tagger = nullptr)
       : file_(file), flow_(flow), pages_(pages), texts_(texts), drawer_(drawer), shaper_(shaper), tagger_(tagger) {}
 
+  /// Begins a list. Its first entry is at its outermost level.
+  void begin() { outermost_ = 0; }
   /// @param style  of its text
   void add(int level, std::string_view id, std::string_view text, const TextStyle& style);
   /// Writes the numbers.
@@ -42,6 +44,7 @@ class ContentsSetter {
   Shaper& shaper_;
   Tagger* tagger_;
   std::vector<Number> numbers_;
+  int outermost_ = 0;  // level of the list; 0: it has no entries yet
 };
 
 }  // namespace scrivalen::typeset

@@ -91,6 +91,46 @@ TEST(Contents, IndentLevels) {
   EXPECT_NEAR(pages.at(0).find("Six").x, 56.7 + 5 * 14, 0.1);
 }
 
+TEST(Contents, BeginAtTheMarginWhateverTheirFirstLevelIs) {
+  ShownDocument document;
+  addContents(document, {{2, "Two"}, {3, "Three"}, {1, "One"}});
+  const ShownPages pages = document.pages();
+  EXPECT_NEAR(pages.at(0).find("Two").x, 56.7, 0.1);
+  EXPECT_NEAR(pages.at(0).find("Three").x, 56.7 + 14, 0.1);
+  EXPECT_NEAR(pages.at(0).find("One").x, 56.7, 0.1);
+  EXPECT_EQ(pages.at(0).find("Two").font, pages.at(0).find("One").font);
+  EXPECT_NE(pages.at(0).find("Two").font, pages.at(0).find("Three").font);
+}
+
+TEST(Contents, IndentTheFurtherLinesOfAnEntry) {
+  ShownDocument document;
+  std::string text = "first";
+  for (int i = 0; i < 30; ++i) {
+    text += " word";
+  }
+  addContents(document, {{1, text + " last"}});
+  const ShownPages pages = document.pages();
+  EXPECT_NEAR(pages.at(0).find("first").x, 56.7, 0.1);
+  EXPECT_NEAR(pages.at(0).find("last").x, 56.7 + 7, 0.1);
+  EXPECT_EQ(pages.at(0).lineOf("last").back().text, "2");
+}
+
+TEST(Contents, DoNotEndAPageAfterAnOuterEntry) {
+  for (int before = 50; before < 57; ++before) {
+    ShownDocument document;
+    document.beginContents();
+    for (int i = 0; i < before; ++i) {
+      document.contentsItem(i == 0 ? 1 : 2, "", "entry");
+    }
+    document.contentsItem(1, "", "outer");
+    document.contentsItem(2, "", "inner");
+    document.end();
+    const ShownPages pages = document.pages();
+    EXPECT_EQ(pages.pageOf("outer"), pages.pageOf("inner")) << before;
+    EXPECT_EQ(pages.pageOf("inner"), before < 52 ? 0 : 1) << before;
+  }
+}
+
 TEST(Contents, WrapALongTextBeforeTheNumber) {
   ShownDocument document;
   std::string text;
