@@ -330,6 +330,8 @@ void LineSetter::endLine(std::size_t end, bool isBroken) {
   const auto blanks = std::count_if(items_.begin(), items_.end(), [](const Item& item) { return item.isBlank; });
   if (rule_.isJustified && isBroken && blanks > 0) {
     extra = std::max<Length>(rule_.width - width_, 0) / blanks;
+    // A line of few words is ragged rather than full of holes.
+    extra = extra > styleOf(items_.front().span).size ? 0 : extra;
     line.width += extra * blanks;
   }
   if (levels_.empty()) {

@@ -116,6 +116,14 @@ TEST_F(Paragraphs, FillTheirLinesExceptTheLastOne) {
   EXPECT_EQ(text.lines[1].width, 2 * 5560);
 }
 
+// 25.02 points of text in a line that is followed by a word with no room beside it.
+TEST_F(Paragraphs, DoNotWidenBlanksByMoreThanTheSizeOfTheText) {
+  const StyledText text = textOf("no no nononono");
+  EXPECT_EQ(set(text, {.width = 45 * kPoint, .isJustified = true}).lines[0].width, 4 * 5560 + 2780);
+  const StyledText narrow = textOf("no no nonono");
+  EXPECT_EQ(set(narrow, {.width = 35 * kPoint, .isJustified = true}).lines[0].width, 35 * kPoint);
+}
+
 TEST_F(Paragraphs, AreAsHighAsTheirLargestText) {
   StyledText text = textOf("no ");
   text.add("no", sans(20 * kPoint));
