@@ -14,6 +14,18 @@ Length freeSpaceBefore(document::Align align, Length free) {
   }
 }
 
+// The style whose underline the pieces from one on have: that of the largest text that is not raised.
+const TextStyle* styleOfUnderline(const StyledText& text, const SetText& set, const TextLine& line, std::size_t piece) {
+  const auto styleAt = [&](std::size_t i) { return &text.spans[set.pieces[i].span].style; };
+  const TextStyle* found = styleAt(piece);
+  for (; piece < line.endPiece && styleAt(piece)->isUnderlined; ++piece) {
+    const TextStyle* const style = styleAt(piece);
+    const bool isBetter = found->rise != 0 ? style->rise == 0 : style->rise == 0 && style->size > found->size;
+    found = isBetter && set.pieces[piece].picture < 0 ? style : found;
+  }
+  return found;
+}
+
 // Whether a line ends between two words, and not in one or at the end of the text.
 bool endsWord(const StyledText& text, const TextLine& line) {
   const std::string& all = text.text;
@@ -56,6 +68,7 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
   Length x = space.left + freeSpaceBefore(align, std::max<Length>(space.width - line.width, 0));
   int link = -1;
   Length linkBegin = x;
+  const TextStyle* underlined = nullptr;
   const auto endLink = [&] {
     if (link >= 0 && x > linkBegin) {
       const std::int64_t key = tags != nullptr ? tags->newLinkKey() : -1;
@@ -80,7 +93,8 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
     if (piece.picture >= 0) {
       drawPicture(text, piece, x, baseline, tags);
     } else {
-      decorate(style, x, baseline, piece.width);
+      underlined = !style.isUnderlined ? nullptr : underlined ? underlined : styleOfUnderline(text, set, line, i);
+      decorate(style, underlined, x, baseline, piece.width);
       if (tags != nullptr) {
         tags->show();
       }
@@ -123,7 +137,9 @@ void TextDrawer::drawPicture(const StyledText& text, const TextPiece& piece, Len
   }
 }
 
-void TextDrawer::decorate(const TextStyle& style, Length x, Length baseline, Length width) {
+// The line under a text is straight, and as thick under its bold words and raised letters.
+void TextDrawer::decorate(const TextStyle& style, const TextStyle* underlined, Length x, Length baseline,
+                          Length width) {
   Canvas& canvas = pages_.canvas();
   const FontMeasures& m = fonts_.at(style.font).measures();
   const Length own = baseline - style.rise;
@@ -131,8 +147,10 @@ void TextDrawer::decorate(const TextStyle& style, Length x, Length baseline, Len
     const Length above = scaled(m.ascent, style.size);
     canvas.area(x, own - above, width, above - scaled(m.descent, style.size), *style.background);
   }
-  if (style.isUnderlined) {
-    canvas.area(x, own - scaled(m.underlineTop, style.size), width, scaled(m.underlineSize, style.size), style.color);
+  if (underlined != nullptr) {
+    const FontMeasures& line = fonts_.at(underlined->font).measures();
+    canvas.area(x, baseline - underlined->rise - scaled(line.underlineTop, underlined->size), width,
+                scaled(line.underlineSize, underlined->size), style.color);
   }
   if (style.isDeleted) {
     canvas.area(x, own - scaled(m.strikeTop, style.size), width, scaled(m.strikeSize, style.size), style.color);

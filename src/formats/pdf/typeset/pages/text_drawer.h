@@ -35,7 +35,7 @@ class TextDrawer {
   void countMissing(std::optional<char32_t> c);
   void drawBlank(Length x, Length baseline, const TextStyle& style, TextTags& tags);
   void drawPicture(const StyledText& text, const TextPiece& piece, Length x, Length baseline, TextTags* tags);
-  void decorate(const TextStyle& style, Length x, Length baseline, Length width);
+  void decorate(const TextStyle& style, const TextStyle* underlined, Length x, Length baseline, Length width);
   void notePlaces(const StyledText& text, const SetText& set, const TextLine& line, Length top);
 
   PageMaker& pages_;

@@ -152,6 +152,33 @@ TEST(Spans, AreStruckOutOrUnderlined) {
   EXPECT_GT(underlined.at(0).areas()[0].y, underlined.at(0).find("span").y - 3);
 }
 
+TEST(Spans, HaveAStraightLineBelowThem) {
+  ShownDocument document;
+  document.beginParagraph(Align::Auto);
+  document.addSpan(Span::Underlined, "other");
+  document.text(" ");
+  document.beginSpan(Span::Underlined);
+  document.addSpan(Span::Superscript, "1");
+  document.addSpan(Span::Strong, "bold");
+  document.text("usual");
+  document.addSpan(Span::Code, "code");
+  document.end();
+  document.end();
+  const ShownPages pages = document.pages();
+  std::vector<PdfArea> lines;
+  for (const PdfArea& area : pages.at(0).areas()) {
+    if (area.height < 3) {
+      lines.push_back(area);
+    }
+  }
+  ASSERT_GE(lines.size(), 5u);
+  for (const PdfArea& line : lines) {
+    EXPECT_NEAR(line.y, lines[0].y, 0.35) << line.x;
+  }
+  EXPECT_NEAR(lines[1].height, lines[2].height, 0.01);
+  EXPECT_NEAR(lines[2].height, lines[3].height, 0.01);
+}
+
 TEST(Spans, AreRaisedOrLowered) {
   const ShownPages above = pagesOf(Span::Superscript);
   EXPECT_NEAR(above.at(0).find("span").y, above.at(0).find("usual").y + 3.5, 0.01);
