@@ -41,6 +41,9 @@ struct HeadingForm {
   Length after;
 };
 
+// On paper with less room for text than this, headings are smaller.
+constexpr Length kUsualTextWidth = 300 * kPoint;
+
 constexpr Rgb kHeadingColor = 0x1F3349;
 constexpr Length kHeadingLeading = 1200;
 constexpr HeadingForm kTitle{24 * kPoint, 0, 14 * kPoint};
@@ -113,6 +116,7 @@ class TypesetWriter final : public document::DocumentWriter {
  private:
   void writeBlock(const Event& event);
   TextStyle bodyStyle() const;
+  Length headingSize(Length usual) const;
   void beginText(const TextStyle& style, const BlockRule& rule);
   void endText(std::optional<OutlineEntry> entry = std::nullopt);
   void endLooseText();
@@ -250,10 +254,18 @@ TextStyle TypesetWriter::bodyStyle() const {
   return style;
 }
 
+// Smaller paper makes headings less larger than the text.
+Length TypesetWriter::headingSize(Length usual) const {
+  const Length width = std::min(flow_.shape().textWidth(), kUsualTextWidth);
+  return kTextSize + (usual - kTextSize) * width / kUsualTextWidth;
+}
+
 void TypesetWriter::beginText(const TextStyle& style, const BlockRule& rule) {
   rule_ = rule;
   rule_.usual = style;
-  collector_.begin(style);
+  // A letter of a size that text asks for has room in the line, and the line on the page.
+  const Length tallest = flow_.shape().textHeight() * 1000 / rule.leading;
+  collector_.begin(style, std::max(std::min(flow_.width() - 2 * rule.padding, tallest), style.size));
   isInText_ = true;
 }
 
@@ -273,9 +285,13 @@ void TypesetWriter::endLooseText() {
 void TypesetWriter::writeTitle(std::string_view text) {
   TextStyle style = bodyStyle();
   style.font = fontOf(family_, true, false);
-  style.size = kTitle.size;
+  style.size = headingSize(kTitle.size);
   style.color = kHeadingColor;
-  beginText(style, {.after = kTitle.after, .leading = kHeadingLeading, .staysWithNext = true, .role = "Title"});
+  beginText(style, {.after = kTitle.after,
+                    .leading = kHeadingLeading,
+                    .staysWithNext = true,
+                    .smallestSize = kTextSize,
+                    .role = "Title"});
   collector_.add(text);
   endText();
 }
@@ -284,13 +300,14 @@ void TypesetWriter::beginHeading(const Event& heading) {
   const HeadingForm& form = kHeadings[static_cast<std::size_t>(heading.number) - 1];
   TextStyle style = bodyStyle();
   style.font = fontOf(family_, true, heading.number == static_cast<int>(kHeadings.size()));
-  style.size = form.size;
+  style.size = headingSize(form.size);
   style.color = kHeadingColor;
   beginText(style, {.align = heading.align,
                     .before = form.before,
                     .after = form.after,
                     .leading = kHeadingLeading,
                     .staysWithNext = true,
+                    .smallestSize = kTextSize,
                     .role = kHeadingRoles[static_cast<std::size_t>(heading.number) - 1]});
   collector_.addAnchor(heading.id);
   headingText_ = heading.text;

@@ -45,15 +45,17 @@ Length paddingOf(const BlockRule& rule) { return rule.shade ? rule.padding : 0; 
 
 void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<OutlineEntry> entry) {
   const Length width = std::max(flow_.width() - 2 * rule.padding, kPoint);
-  SetText set = setText(text,
-                        {.width = width,
-                         .leading = rule.leading,
-                         .usual = rule.usual,
-                         .keepsBlanks = rule.keepsBlanks,
-                         .isKerned = rule.isKerned,
-                         .isJustified = rule.align == document::Align::Justify,
-                         .height = tallestPicture()},
-                        shaper_);
+  const LineRule lineRule{.width = width,
+                          .leading = rule.leading,
+                          .usual = rule.usual,
+                          .keepsBlanks = rule.keepsBlanks,
+                          .isKerned = rule.isKerned,
+                          .isJustified = rule.align == document::Align::Justify,
+                          .height = tallestPicture()};
+  SetText set = setText(text, lineRule, shaper_);
+  if (set.dividesWords && rule.smallestSize > 0 && makeWordsFit(text, rule, lineRule)) {
+    set = setText(text, lineRule, shaper_);
+  }
   // Code is on the left even where its first letter is read from right to left.
   const bool isMirrored = set.isRightToLeft && !rule.shade;
   Waiting block{std::move(text),
@@ -75,6 +77,25 @@ void TextSetter::set(StyledText text, const BlockRule& rule, std::optional<Outli
   const std::size_t first = firstLines(block.set.lines);
   setWaiting(heightOf(block.set.lines, 0, first) + 2 * paddingOf(rule), rule.before);
   draw(block);
+}
+
+// Makes a text smaller if its longest word then has room. Returns whether it has.
+bool TextSetter::makeWordsFit(StyledText& text, const BlockRule& rule, LineRule words) {
+  words.keepsWords = true;
+  words.isJustified = false;
+  Length longest = 0;
+  for (const TextLine& line : setText(text, words, shaper_).lines) {
+    longest = std::max(longest, line.width);
+  }
+  const Length part = 1000 * words.width / longest;
+  if (part * rule.usual.size < 1000 * rule.smallestSize) {
+    return false;
+  }
+  for (StyledSpan& span : text.spans) {
+    span.style.size = scaled(part, span.style.size);
+    span.style.rise = scaled(part, span.style.rise);
+  }
+  return true;
 }
 
 // What waits never needs more than a page: it is drawn without the new block if a page does not hold both.

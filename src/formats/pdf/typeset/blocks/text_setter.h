@@ -23,6 +23,7 @@ struct BlockRule {
   bool keepsBlanks = false;
   bool isKerned = true;
   bool staysWithNext = false;  ///< on the page of what comes next
+  Length smallestSize = 0;     ///< in which it is set rather than dividing a word; 0: in no other than its own
   Length padding = 0;          ///< between the text and the edges of its shade
   std::optional<Rgb> shade = std::nullopt;
   std::string_view role = "P";  ///< of its tag
@@ -83,6 +84,7 @@ class TextSetter {
     bool isRule = false;
   };
 
+  bool makeWordsFit(StyledText& text, const BlockRule& rule, LineRule words);
   void draw(const Waiting& block);
   void drawLine(const Waiting& block, std::size_t line, std::size_t backdrops, TextTags* tags);
   std::size_t linesForPage(const Waiting& block, std::size_t first) const;

@@ -159,6 +159,7 @@ void LineSetter::addWord(std::size_t begin, std::size_t end) {
 
 // A word that no line holds breaks where a line is full, between letters. What a line has of it is shaped together.
 void LineSetter::addLongWord(std::size_t begin, std::size_t end) {
+  result_.dividesWords = true;
   while (begin < end) {
     std::size_t part = beginningThatFits(begin, end);
     if (part == begin && hasText_) {

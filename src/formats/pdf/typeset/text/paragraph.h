@@ -41,6 +41,7 @@ struct SetText {
   std::vector<TextPiece> pieces;
   std::vector<TextLine> lines;
   bool isRightToLeft = false;
+  bool dividesWords = false;  ///< of which no line has the whole
 
   Length height() const;
 };

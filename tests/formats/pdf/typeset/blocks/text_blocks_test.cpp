@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace scrivalen::test {
@@ -104,6 +105,59 @@ TEST(Headings, AreInProportionToTheText) {
   }
   EXPECT_EQ(pages.at(0).find("text").size, 10);
   EXPECT_NE(pages.at(0).find("Level 5").font, pages.at(0).find("Level 6").font);
+}
+
+TEST(Headings, AreSmallerOnSmallPaper) {
+  ShownDocument document;
+  document.set("paper", "60x90");
+  document.set("margins", "5mm");
+  document.heading(1, "Recommendations");
+  document.heading(3, "third");
+  document.paragraph("text");
+  const ShownPages pages = document.pages();
+  EXPECT_LT(pages.at(0).find("Recommendations").size, 14);
+  EXPECT_GT(pages.at(0).find("Recommendations").size, pages.at(0).find("third").size);
+  EXPECT_GT(pages.at(0).find("third").size, pages.at(0).find("text").size);
+}
+
+TEST(Headings, AreSmallerRatherThanDividingAWord) {
+  ShownDocument document;
+  document.set("paper", "A5");
+  document.heading(1, "Rechtsschutzversicherungsgesellschaften");
+  document.heading(1, std::string(100, 'x'));
+  const ShownPages pages = document.pages();
+  const PdfText word = pages.at(0).find("Rechtsschutzversicherungsgesellschaften");
+  EXPECT_LT(word.size, 18);
+  EXPECT_GT(word.size, 14);
+  EXPECT_EQ(pages.at(0).find("xxx").size, 18) << "too long in any size";
+}
+
+TEST(Paragraphs, KeepLettersOfAnySizeOnTheirPage) {
+  for (const double size : {300.0, 2000.0}) {
+    ShownDocument document;
+    for (int list = 0; list < 2; ++list) {
+      document.beginParagraph(Align::Auto);
+      document.beginSized(size);
+      document.text("WW");
+      document.end();
+      document.end();
+      document.beginList(false, 1, true);
+      document.beginItem(Task::None);
+    }
+    for (int i = 0; i < 4; ++i) {
+      document.end();
+    }
+    const ShownPages pages = document.pages();
+    int letters = 0;
+    for (std::size_t page = 0; page < pages.count(); ++page) {
+      for (const PdfText& text : pages.at(page).texts()) {
+        letters += static_cast<int>(std::count(text.text.begin(), text.text.end(), 'W'));
+        EXPECT_LE(text.x + 0.944 * text.size, kRight + 0.1);
+        EXPECT_GT(text.y - 0.2 * text.size, 56.6);
+      }
+    }
+    EXPECT_EQ(letters, 4);
+  }
 }
 
 TEST(Paragraphs, HaveThirteenPointsFromLineToLine) {
