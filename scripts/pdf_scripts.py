@@ -33,11 +33,14 @@ TEXTS = {
     "Georgian": "ყველა ადამიანი იბადება თავისუფალი",
     "Hebrew": "כל בני האדם נולדו בני חורין ושווים",
     "Arabic": "يولد جميع الناس أحرارا متساوين في الكرامة",
+    "Arabic vowels": "\u0645\u064f\u062d\u064e\u0645\u064e\u0651\u062f\u064c \u0631\u064e\u0633\u064f\u0648\u0644\u064f",
+    "Persian": "\u0645\u06cc\u200c\u062e\u0648\u0627\u0647\u0645 \u0646\u06cc\u0645\u200c\u0641\u0627\u0635\u0644\u0647",
     "Devanagari": "सभी मनुष्यों को गौरव और अधिकार प्राप्त हैं",
     "Thai": "มนุษย์ทั้งหลายเกิดมามีอิสระ",
     "Chinese": "人人生而自由，在尊严和权利上一律平等。",
     "Korean": "모든 인간은 태어날 때부터 자유로우며",
     "emoji": "sun ☀ and warning ⚠ and grin 😀",
+    "joined emoji": "two \U0001f600\u200d\U0001f600 of them",
 }
 
 TYPST_PROGRAM = """
@@ -105,7 +108,10 @@ def read():
     files = sorted(FOLDER.glob("*.pdf"))
     result = FOLDER / "pages.json"
     run("node", ROOT / "tests" / "outputs" / "pdf_readers.mjs", result, *files, stdout=subprocess.DEVNULL)
-    return json.loads(result.read_text(encoding="utf-8"))
+    pages = json.loads(result.read_text(encoding="utf-8"))
+    for path in files:  # in the order of reading, which is usual, rather than that of the file
+        pages[str(path)]["poppler"] = [output("pdftotext", "-enc", "UTF-8", path, "-")]
+    return pages
 
 
 def plain(text):
@@ -212,10 +218,11 @@ Chinese, Japanese, Korean, Ethiopic, Khmer, Tibetan and others, and few emoji. S
 warning that names the script, until `font-file` adds a font. It can be searched and copied all the same.
 """
 
-NOTES = """MuPDF and Ghostscript give letters from right to left in the order of the page, whoever wrote the file: see the other
-tables. poppler, asked for the order of the file, and pdf.js have the letters of each word in their order, and the words in
-that of the page; poppler's usual order, that of reading, has both. Ghostscript 10.00 reads no character beyond U+FFFF, such as
-an emoji, changes some of several characters that one glyph stands for, and orders marks by their places."""
+NOTES = """poppler's order is that of reading, as pdftotext has it by default. MuPDF and Ghostscript give letters from right to left in
+the order of the page, whoever wrote the file: see the other tables. pdf.js has the letters of each word in their order, and the
+words in that of the page; it leaves out a joiner that is beside characters past U+FFFF, and orders marks by their places.
+Ghostscript 10.00 reads no character beyond U+FFFF, such as an emoji, changes some of several characters that one glyph stands
+for, and orders marks by their places, too."""
 
 
 def main():

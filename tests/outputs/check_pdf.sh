@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Has the command, or a program that uses every face or writes a classic report, write PDF, and other programs read it.
 #
-#   check_pdf.sh documents|tables COMMAND...
+#   check_pdf.sh documents|tables|letters COMMAND...
 #   check_pdf.sh faces PROGRAM...
 #   check_pdf.sh classic PROGRAM...
 # shellcheck source-path=SCRIPTDIR source=common.sh
@@ -195,6 +195,9 @@ case "$kind" in
     make_table 300 >"$work/table.csv"
     check_inputs table.csv --
     check_inputs table.csv -- --landscape
+    ;;
+  letters)
+    python3 "$root/tests/outputs/check_pdf_letters.py" "$work" "${command[@]}" || fail "letters were lost or changed"
     ;;
   faces)
     write_faces all

@@ -232,6 +232,14 @@ int FontFile::advanceOf(std::uint32_t glyph) const {
   return thousandths(advance);
 }
 
+bool FontFile::isNothing(std::uint32_t glyph) const {
+  const MemoryWatch memory;
+  hb_glyph_extents_t box{};
+  const bool isKnown = hb_font_get_glyph_extents(handles_->font.get(), glyph, &box) != 0;
+  memory.check();
+  return isKnown && box.width == 0 && box.height == 0 && advanceOf(glyph) == 0;
+}
+
 void FontFile::shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyphs) const {
   const MemoryWatch memory;
   hb_buffer_t* const buffer = handles_->buffer.get();

@@ -87,6 +87,8 @@ class FontFile {
   std::uint32_t glyphOf(char32_t c) const;
   /// In thousandths of the size.
   int advanceOf(std::uint32_t glyph) const;
+  /// Whether a glyph shows nothing and takes no width.
+  bool isNothing(std::uint32_t glyph) const;
   /// Chooses and places the glyphs of a text. @param glyphs  set
   void shape(const ShapeRequest& request, std::vector<ShapedGlyph>& glyphs) const;
   /// Whether glyphs are outlines of PostScript (CFF), which PDF embeds in another way.

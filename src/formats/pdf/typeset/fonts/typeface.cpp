@@ -46,6 +46,15 @@ void Typeface::spaceMissingGlyphs(std::vector<ShapedGlyph>& glyphs) const {
   }
 }
 
+std::uint32_t Typeface::blankGlyph() {
+  if (!blank_) {
+    constexpr char32_t kZeroWidthSpace = U'\u200B';
+    const std::uint32_t glyph = file_->glyphOf(kZeroWidthSpace);
+    blank_ = glyph != 0 && file_->isNothing(glyph) ? glyph : 0;
+  }
+  return *blank_;
+}
+
 Code Typeface::codeOf(std::uint32_t glyph, std::string_view text) {
   glyph = shownFor(glyph);
   key_.assign(reinterpret_cast<const char*>(&glyph), sizeof glyph).append(text);

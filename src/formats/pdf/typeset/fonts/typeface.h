@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -92,6 +93,8 @@ class Typeface {
   /// The usual glyph of a character; 0 if the font has none.
   std::uint32_t glyphOf(char32_t c) { return knownCharacter(c).glyph; }
   bool has(char32_t c) { return glyphOf(c) != 0; }
+  /// A glyph that shows nothing and takes no width; 0 if the font has none.
+  std::uint32_t blankGlyph();
   /// The number of a glyph that stands for a text, which is drawn with it.
   Code codeOf(std::uint32_t glyph, std::string_view text);
   /// A character that is drawn, with the number of its usual glyph.
@@ -144,7 +147,8 @@ class Typeface {
   std::vector<Entry> entries_;
   std::unordered_map<std::string, std::uint32_t> codes_;  // of glyph and text, an index of entries_
   std::string key_;
-  std::uint32_t missing_ = 0;  // what is drawn for a missing glyph
+  std::optional<std::uint32_t> blank_;  // known after its first use
+  std::uint32_t missing_ = 0;           // what is drawn for a missing glyph
   static constexpr std::size_t kPage = 256;
   std::vector<std::unique_ptr<std::array<CharacterCode, kPage>>> pages_;  // of characters, by their number
   static constexpr std::size_t kPlainLetters = 0x800;

@@ -27,18 +27,36 @@ constexpr std::string_view kLetterJoiner = "\u200D";
 
 bool isJoiner(std::string_view text) { return text.starts_with(kNonJoiner) || text.starts_with(kLetterJoiner); }
 
-// Whether readers may take a text apart that a glyph stands for: a character past the basic plane with more after it.
-bool needsSpelling(std::string_view text) {
-  const bool isPastBasicPlane = !text.empty() && static_cast<unsigned char>(text.front()) >= 0xF0;
-  return isPastBasicPlane && (text.ends_with(kNonJoiner) || text.ends_with(kLetterJoiner));
+// The length of the joiners that a text begins with, which have three bytes each.
+std::size_t lengthOfJoiners(std::string_view text) {
+  std::size_t length = 0;
+  while (isJoiner(text.substr(length))) {
+    length += kLetterJoiner.size();
+  }
+  return length;
 }
 
-// The text without the signs at its end.
-std::string_view lettersOf(std::string_view text) {
-  while (needsSpelling(text)) {
+// The same at its end.
+std::size_t lengthOfLastJoiners(std::string_view text) {
+  std::size_t length = 0;
+  while (text.ends_with(kNonJoiner) || text.ends_with(kLetterJoiner)) {
     text.remove_suffix(kLetterJoiner.size());
+    length += kLetterJoiner.size();
   }
-  return text;
+  return length;
+}
+
+std::size_t lengthOfLastSelectors(std::string_view text) {
+  std::size_t length = 0;
+  while (text.ends_with(kTextLook) || text.ends_with(kEmojiLook)) {
+    text.remove_suffix(kEmojiLook.size());
+    length += kEmojiLook.size();
+  }
+  return length;
+}
+
+bool isPastBasicPlane(std::string_view text) {
+  return std::any_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) >= 0xF0; });
 }
 
 // The length of the selectors and joiners that a text begins with, which have three bytes each.
@@ -50,11 +68,22 @@ std::size_t lengthOfSigns(std::string_view text) {
   return length;
 }
 
+// What a glyph stands for that is no letter.
+constexpr std::string_view kLeftToRightMark = "\u200E";
+constexpr std::string_view kRightToLeftMark = "\u200F";
+
 char32_t firstOf(std::string_view text) {
   const char* at = text.data();
   char32_t c = kReplacement;
   nextUtf8(at, at + text.size(), c);
   return c;
+}
+
+bool isOneCharacter(std::string_view text) {
+  const char* at = text.data();
+  char32_t c = kReplacement;
+  nextUtf8(at, at + text.size(), c);
+  return at == text.data() + text.size();
 }
 
 // The byte of WinAnsi that a text of one character is.
@@ -70,59 +99,161 @@ std::optional<unsigned char> winAnsiOf(std::string_view text) {
 // Writes glyphs of composite fonts.
 class CompositeRuns {
  public:
-  CompositeRuns(Typeface& typeface, FontId font, Length size, bool isRightToLeft, std::vector<ShapedRun>& runs)
-      : typeface_(typeface), font_(font), size_(size), isRightToLeft_(isRightToLeft), runs_(runs) {}
+  CompositeRuns(FontSet& fonts, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs)
+      : fonts_(fonts),
+        typeface_(fonts.at(font)),
+        font_(font),
+        size_(style.size),
+        isRightToLeft_(style.isRightToLeft),
+        runs_(runs) {}
   CompositeRuns(const CompositeRuns&) = delete;
   CompositeRuns& operator=(const CompositeRuns&) = delete;
   ~CompositeRuns() { endRun(); }
 
+  /// @param text    may begin with joiners, which belong to the text before it
   /// @param glyphs  that stand for the text together, in the order of the page. If they are several, the text is given
   ///                beside them (PDF 1.7, 14.9.4), because readers put together the texts of glyphs in different ways.
-  ///                So is one that needs spelling. For readers that ignore it each has one of the characters, the last
-  ///                of the text all that are left
+  ///                For readers that ignore it each has one of the characters, the last of the text all that are left
   void add(std::string_view text, std::span<const ShapedGlyph> glyphs) {
-    const bool isDrawn = glyphs.size() > 1 || (glyphs.front().advance != 0 && glyphs.front().glyph != 0);
-    if (isInvisible(firstOf(text)) && !isDrawn) {
+    chooseDrawn(text, glyphs);
+    if (drawn_.empty()) {
       return;
     }
-    glyphs = withoutSelector(text, glyphs);
-    const bool isMany = glyphs.size() > 1 || needsSpelling(text);
-    divide(lettersOf(text), glyphs.size());
-    for (std::size_t i = 0; i < glyphs.size(); ++i) {
-      const Code code = typeface_.codeOf(glyphs[i].glyph, parts_[isRightToLeft_ ? glyphs.size() - 1 - i : i]);
-      beginRun({font_, static_cast<std::uint16_t>(code.font + 1)});
-      if (isMany && i == 0) {
-        std::string operators = "/Span<</ActualText";
-        appendText(operators, text);
-        operators += ">>BDC";
-        array_->operators(operators);
+    const std::size_t joiners = isRightToLeft_ ? 0 : lengthOfLastJoiners(text);
+    const bool isDivided = divide(text.substr(0, text.size() - joiners));
+    // PDFium loses characters past the basic plane that are given beside glyphs.
+    if (drawn_.size() > 1 && !(isDivided && isPastBasicPlane(text))) {
+      addTogether(text.substr(0, text.size() - joiners));
+    } else {
+      for (std::size_t i = 0; i < drawn_.size(); ++i) {
+        addAlone(drawn_[i], partOf(i));
       }
-      draw(glyphs[i], code.number);
     }
-    if (isMany) {
-      array_->operators(" EMC");
-    }
+    addBlank(text.substr(text.size() - joiners));
   }
 
  private:
-  // A selector of emoji's looks at the end of the text has a glyph of its own where the font does not know it.
-  std::span<const ShapedGlyph> withoutSelector(std::string_view text, std::span<const ShapedGlyph> glyphs) const {
-    const bool hasSelector = text.ends_with(kTextLook) || text.ends_with(kEmojiLook);
-    const bool isDrawn = isRightToLeft_ || glyphs.size() < 2 || glyphs.back().advance != 0;
-    return hasSelector && !isDrawn ? glyphs.first(glyphs.size() - 1) : glyphs;
+  void addTogether(std::string_view text) {
+    const ShapedGlyph edge = edgeGlyph();
+    if (edge.glyph != 0) {
+      drawn_.insert(isRightToLeft_ ? drawn_.begin() : drawn_.end(), edge);
+      parts_.push_back(isRightToLeft_ ? kRightToLeftMark : kLeftToRightMark);
+    }
+    for (std::size_t i = 0; i < drawn_.size(); ++i) {
+      const Code code = beginGlyph(drawn_[i], partOf(i));
+      if (i == 0) {
+        std::string operators = "/Span<</ActualText";
+        appendText(operators, inPageOrder(text));
+        operators += ">>BDC";
+        array_->operators(operators);
+      }
+      draw(drawn_[i], code.number);
+    }
+    array_->operators(" EMC");
   }
 
-  // The characters of a text, one for each glyph. The last has what is left; there may be none for the others.
-  void divide(std::string_view text, std::size_t glyphCount) {
-    parts_.assign(glyphCount, {});
-    for (std::size_t i = 0; i + 1 < glyphCount && !text.empty(); ++i) {
-      char32_t c = 0;
-      const char* next = text.data();
-      nextUtf8(next, text.data() + text.size(), c);
-      parts_[i] = text.substr(0, static_cast<std::size_t>(next - text.data()));
-      text.remove_prefix(parts_[i].size());
+  // poppler takes such a text to reach from the place of its first glyph to that of its last, and a distance from texts
+  // beside it for a blank. Where a mark is the glyph that counts, one that shows nothing is added at the edge. Readers
+  // that ignore the text have a mark of direction there. @return glyph 0 if there is no need, or no such glyph
+  ShapedGlyph edgeGlyph() const {
+    const ShapedGlyph& last = isRightToLeft_ ? drawn_.front() : drawn_.back();
+    const bool isInPlace = last.x == 0 && last.y == 0;
+    return {isInPlace ? 0 : typeface_.blankGlyph(), 0, 0, 0, 0};
+  }
+
+  // MuPDF reads a character past the basic plane only if it is a glyph's whole text. The signs beside it are blanks.
+  void addAlone(const ShapedGlyph& glyph, std::string_view text) {
+    const bool isSplit = isPastBasicPlane(text) && !isRightToLeft_;
+    const std::size_t before = isSplit ? lengthOfJoiners(text) : 0;
+    const std::size_t after = isSplit ? lengthOfLastSelectors(text) : 0;
+    addBlank(text.substr(0, before));
+    const Code code = beginGlyph(glyph, text.substr(before, text.size() - before - after));
+    draw(glyph, code.number);
+    addBlank(text.substr(text.size() - after));
+  }
+
+  // Adds signs that nothing is drawn for.
+  void addBlank(std::string_view signs) {
+    if (signs.empty()) {
+      return;
+    }
+    endRun();
+    constexpr FontId kBlankFont = fontOf(Family::DejaVu, false, false);
+    Typeface& typeface = fonts_.at(kBlankFont);
+    const Code code = typeface.codeOf(typeface.blankGlyph(), signs);
+    ShapedRun& run = runs_.emplace_back();
+    appendString(run.content, CodeBytes(code.number).view());
+    run.font = {kBlankFont, static_cast<std::uint16_t>(code.font + 1)};
+  }
+
+  std::string_view partOf(std::size_t glyph) const {
+    return parts_[isRightToLeft_ ? parts_.size() - 1 - glyph : glyph];
+  }
+
+  Code beginGlyph(const ShapedGlyph& glyph, std::string_view text) {
+    const Code code = typeface_.codeOf(glyph.glyph, inPageOrder(text));
+    beginRun({font_, static_cast<std::uint16_t>(code.font + 1)});
+    return code;
+  }
+
+  // Without glyphs that show nothing: those of invisible characters, as which HarfBuzz has blanks without a width, and
+  // a selector of emoji's looks that the font does not know.
+  void chooseDrawn(std::string_view text, std::span<const ShapedGlyph> glyphs) {
+    drawn_.assign(glyphs.begin(), glyphs.end());
+    const bool hasSelector = text.ends_with(kTextLook) || text.ends_with(kEmojiLook);
+    if (hasSelector && !isRightToLeft_ && drawn_.size() > 1 && drawn_.back().advance == 0) {
+      drawn_.pop_back();
+    }
+    const bool isInvisibleText = isInvisible(firstOf(text.substr(lengthOfJoiners(text))));
+    if (isInvisibleText && drawn_.size() == 1 && (drawn_.front().advance == 0 || drawn_.front().glyph == 0)) {
+      drawn_.clear();
+    } else if (drawn_.size() > 1) {
+      const std::uint32_t blank = typeface_.glyphOf(U' ');
+      std::erase_if(drawn_, [blank](const ShapedGlyph& each) { return each.glyph == blank && each.advance == 0; });
+    }
+  }
+
+  // The characters of a text, one for each glyph, with the signs before it. The last has what is left; there may be
+  // none for the others. Returns whether each has one.
+  bool divide(std::string_view text) {
+    parts_.assign(drawn_.size(), {});
+    for (std::size_t i = 0; i + 1 < parts_.size() && !text.empty(); ++i) {
+      const std::size_t length = lengthOfFirst(text);
+      parts_[i] = text.substr(0, length);
+      text.remove_prefix(length);
     }
     parts_.back() = text;
+    return !text.empty() && lengthOfFirst(text) == text.size();
+  }
+
+  static std::size_t lengthOfFirst(std::string_view text) {
+    const char* next = text.data() + lengthOfJoiners(text);
+    const char* const end = text.data() + text.size();
+    char32_t c = 0;
+    if (next != end) {
+      nextUtf8(next, end, c);
+    }
+    while (isSelector({next, end})) {
+      next += kEmojiLook.size();
+    }
+    return static_cast<std::size_t>(next - text.data());
+  }
+
+  // Readers have the glyphs of a text from right to left in the order of the page, and turn all their characters round.
+  std::string_view inPageOrder(std::string_view text) {
+    if (!isRightToLeft_) {
+      return text;
+    }
+    turned_.resize(text.size());
+    auto end = turned_.end();
+    const char* at = text.data();
+    while (at != text.data() + text.size()) {
+      const char* const begin = at;
+      char32_t c = 0;
+      nextUtf8(at, text.data() + text.size(), c);
+      end = std::copy_backward(begin, at, end);
+    }
+    return turned_;
   }
 
   void beginRun(FontUse font) {
@@ -158,11 +289,14 @@ class CompositeRuns {
     width_ += glyph.advance;
   }
 
+  FontSet& fonts_;
   Typeface& typeface_;
   FontId font_;
   Length size_;
   bool isRightToLeft_;
+  std::vector<ShapedGlyph> drawn_;
   std::vector<std::string_view> parts_;
+  std::string turned_;
   std::vector<ShapedRun>& runs_;
   std::optional<GlyphArray> array_;
   std::int64_t width_ = 0;
@@ -243,8 +377,23 @@ void Shaper::divide(std::string_view text, const ShapeStyle& style) {
     }
     bool found = true;
     const FontId font = isInvisible(c) ? style.font : fonts_.fontFor(style.font, c, found);
-    parts_.push_back({begin, next, font, script, found && (isMarkHere || needsShaping(script)), !found});
+    parts_.push_back(
+        {begin - takeJoiners(text, style), next, font, script, found && (isMarkHere || needsShaping(script)), !found});
   }
+}
+
+// Takes the joiners from the end of the last part, for the next one. @return their length
+std::size_t Shaper::takeJoiners(std::string_view text, const ShapeStyle& style) {
+  if (parts_.empty() || style.isRightToLeft) {
+    return 0;
+  }
+  Part& last = parts_.back();
+  const std::size_t joiners = lengthOfLastJoiners(text.substr(last.begin, last.end - last.begin));
+  last.end -= joiners;
+  if (last.begin == last.end) {
+    parts_.pop_back();
+  }
+  return joiners;
 }
 
 // HarfBuzz keeps all languages in one list, for good: those after many are none.
@@ -262,13 +411,13 @@ std::string_view Shaper::known(std::string_view language) {
 
 void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
   if (part.isMissing) {
-    setCharacters(text, part.font, style.size, runs);
-    runs.back().missing = firstOf(text);
+    setCharacters(text, part.font, style, runs);
+    runs.back().missing = firstOf(text.substr(lengthOfJoiners(text)));
     return;
   }
   // What is written from right to left has its signs in that order, and its brackets mirrored.
   if (!part.needsShaping && !style.isKerned && !style.isRightToLeft) {
-    return setCharacters(text, part.font, style.size, runs);
+    return setCharacters(text, part.font, style, runs);
   }
   const std::size_t first = runs.size();
   fonts_.at(part.font).file().shape({text, part.script, style.isRightToLeft, known(style.language)}, glyphs_);
@@ -282,7 +431,7 @@ void Shaper::shapePart(std::string_view text, const Part& part, const ShapeStyle
 }
 
 // Each character as its usual glyph.
-void Shaper::setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs) {
+void Shaper::setCharacters(std::string_view text, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
   Typeface& typeface = fonts_.at(font);
   std::string bytes;
   if (appendWinAnsi(bytes, text) && typeface.has(bytes)) {
@@ -290,7 +439,7 @@ void Shaper::setCharacters(std::string_view text, FontId font, Length size, std:
     ShapedRun& run = runs.emplace_back();
     appendString(run.content, bytes);
     run.font = {font, 0};
-    run.width = typeface.widthOf(bytes, size);
+    run.width = typeface.widthOf(bytes, style.size);
     return;
   }
   bytes.clear();
@@ -303,36 +452,38 @@ void Shaper::setCharacters(std::string_view text, FontId font, Length size, std:
       ShapedRun& run = runs.emplace_back();
       run.font = use;
       appendString(run.content, bytes);
-      run.width = scaled(width, size);
+      run.width = scaled(width, style.size);
       bytes.clear();
       width = 0;
     }
   };
+  const char* begin = at;  // of the character's text, with the joiners before it
   while (at != end) {
-    const char* const begin = at;
+    const char* const letter = at;
     char32_t c = kReplacement;
     nextUtf8(at, end, c);
     if (isInvisible(c)) {
+      begin = isJoiner({letter, end}) ? begin : at;
+      continue;
+    }
+    at += lengthOfSigns({at, end});
+    at -= at == end || style.isRightToLeft ? 0 : lengthOfLastJoiners({letter, at});
+    const std::string_view ownText(begin, static_cast<std::size_t>(at - begin));
+    begin = at;
+    if (!isOneCharacter(ownText)) {
+      flush();
+      const std::uint32_t glyph = typeface.glyphOf(c);
+      const ShapedGlyph shaped{glyph, 0, static_cast<std::int32_t>(typeface.advanceOf(glyph)), 0, 0};
+      CompositeRuns(fonts_, font, style, runs).add(ownText, std::span(&shaped, 1));
       continue;
     }
     const CharacterCode& character = typeface.characterOf(c);
-    Code code = character.code;
-    if (const std::size_t signs = lengthOfSigns({at, end}); signs > 0) {
-      at += signs;
-      if (needsSpelling({begin, at})) {
-        flush();
-        const ShapedGlyph glyph{character.glyph, 0, static_cast<std::int32_t>(character.advance), 0, 0};
-        CompositeRuns(typeface, font, size, false, runs).add({begin, at}, std::span(&glyph, 1));
-        continue;
-      }
-      code = typeface.codeOf(character.glyph, {begin, at});
-    }
-    const FontUse own{font, static_cast<std::uint16_t>(code.font + 1)};
+    const FontUse own{font, static_cast<std::uint16_t>(character.code.font + 1)};
     if (!(own == use)) {
       flush();
       use = own;
     }
-    bytes += CodeBytes(code.number).view();
+    bytes += CodeBytes(character.code.number).view();
     width += character.advance;
   }
   flush();
@@ -368,27 +519,43 @@ bool Shaper::setSimple(std::string_view text, FontId font, Length size, std::vec
   return true;
 }
 
-// Glyphs with the texts that they stand for.
+// Where the text of some of the glyphs ends, which are one cluster.
+std::size_t Shaper::endOfCluster(std::size_t firstGlyph, std::size_t endGlyph, std::size_t textSize) const {
+  const std::size_t cluster = glyphs_[firstGlyph].cluster;
+  std::size_t end = textSize;
+  for (const std::size_t beside : {firstGlyph - 1, endGlyph}) {
+    if (beside < glyphs_.size() && glyphs_[beside].cluster > cluster) {
+      end = std::min<std::size_t>(end, glyphs_[beside].cluster);
+    }
+  }
+  return end;
+}
+
+// Glyphs with the texts that they stand for. pdf.js drops a glyph whose text ends with a joiner. So from left to right
+// joiners begin the text of the next glyph; from right to left, where texts are turned round, they end that before.
 void Shaper::setComposite(std::string_view text, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs) {
-  CompositeRuns composite(fonts_.at(font), font, style.size, style.isRightToLeft, runs);
-  for (std::size_t begin = 0; begin < glyphs_.size();) {
+  CompositeRuns composite(fonts_, font, style, runs);
+  std::size_t done = 0;  // the text of the glyphs before, from left to right
+  std::size_t end = 0;
+  for (std::size_t begin = 0; begin < glyphs_.size(); begin = end) {
     const std::size_t cluster = glyphs_[begin].cluster;
-    std::size_t end = begin + 1;
-    while (end < glyphs_.size() && glyphs_[end].cluster == cluster) {
+    for (end = begin + 1; end < glyphs_.size() && glyphs_[end].cluster == cluster;) {
       ++end;
     }
-    std::size_t textEnd = text.size();
-    for (const std::size_t beside : {begin - 1, end}) {
-      if (beside < glyphs_.size() && glyphs_[beside].cluster > cluster) {
-        textEnd = std::min<std::size_t>(textEnd, glyphs_[beside].cluster);
-      }
+    const std::size_t textBegin = style.isRightToLeft ? cluster : done;
+    std::size_t textEnd = endOfCluster(begin, end, text.size());
+    // Joiners that have glyphs of their own are in the text of others.
+    if (cluster < textBegin || lengthOfJoiners(text.substr(cluster)) >= textEnd - cluster) {
+      continue;
     }
-    // A joiner that has a glyph of its own is not drawn: it is in the text of the glyph before it.
-    while (!isJoiner(text.substr(cluster)) && isJoiner(text.substr(textEnd))) {
-      textEnd += kLetterJoiner.size();
+    const std::size_t next = textEnd + lengthOfJoiners(text.substr(textEnd));
+    if (style.isRightToLeft || next == text.size()) {
+      textEnd = next;
+    } else {
+      textEnd -= lengthOfLastJoiners(text.substr(0, textEnd));
     }
-    composite.add(text.substr(cluster, textEnd - cluster), std::span(glyphs_).subspan(begin, end - begin));
-    begin = end;
+    composite.add(text.substr(textBegin, textEnd - textBegin), std::span(glyphs_).subspan(begin, end - begin));
+    done = textEnd;
   }
 }
 

@@ -75,9 +75,11 @@ class Shaper {
 
   std::string_view known(std::string_view language);
   void divide(std::string_view text, const ShapeStyle& style);
+  std::size_t takeJoiners(std::string_view text, const ShapeStyle& style);
   void shapePart(std::string_view text, const Part& part, const ShapeStyle& style, std::vector<ShapedRun>& runs);
-  void setCharacters(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
+  void setCharacters(std::string_view text, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs);
   bool setSimple(std::string_view text, FontId font, Length size, std::vector<ShapedRun>& runs);
+  std::size_t endOfCluster(std::size_t firstGlyph, std::size_t endGlyph, std::size_t textSize) const;
   void setComposite(std::string_view text, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs);
 
   FontSet& fonts_;

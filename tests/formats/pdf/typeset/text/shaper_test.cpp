@@ -89,6 +89,22 @@ TEST_F(Shaping, PlacesMarksOnTheirLetters) {
   EXPECT_NE(run.content.find("/ActualText"), std::string::npos);
 }
 
+// MuPDF reads a character past the basic plane only where it is all that a glyph stands for.
+TEST_F(Shaping, SetsAJoinerOfCharactersPastTheBasicPlaneAsABlank) {
+  const std::vector<ShapedRun> runs = shaper.shape("\U0001F600\u200D\U0001F601", kPlain);
+  ASSERT_EQ(runs.size(), 3u);
+  EXPECT_EQ(runs[1].width, 0);
+  EXPECT_EQ(runs[1].content.size(), 3u);  // one glyph
+  EXPECT_EQ(runs[0].width + runs[2].width, runOf("\U0001F600", kPlain).width + runOf("\U0001F601", kPlain).width);
+}
+
+// poppler takes a text beside glyphs to reach from the first to the last of them.
+TEST_F(Shaping, BeginsALetterWithMarksFromRightToLeftAtItsEdge) {
+  const ShapedRun run = runOf("\u05E2\u05B2", kFromRight);
+  EXPECT_EQ(run.content.find("BDC[("), run.content.find("BDC["));  // no move, and no rise
+  EXPECT_EQ(runOf("q\u0303", kPlain).content.find(")]TJ EMC"), runOf("q\u0303", kPlain).content.find("]TJ EMC") - 1);
+}
+
 TEST_F(Shaping, DividesATextWhereItsFontChanges) {
   const std::vector<ShapedRun> runs = shaper.shape("aԱb", kPlain);
   ASSERT_EQ(runs.size(), 3u);
