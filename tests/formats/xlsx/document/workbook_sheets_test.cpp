@@ -54,6 +54,15 @@ TEST(WorkbookSheets, HaveLegalNamesThatDiffer) {
             "012345678901234567890123456 (2)|\xC3\x84|\xC3\xA4 (2)|&lt;&amp;&gt;|");
 }
 
+// Some readers take "_x0041_" in a name for "A", others do not.
+TEST(WorkbookSheets, HaveNamesThatEveryReaderTakesForTheSame) {
+  MadeWorkbook workbook;
+  for (const char* name : {"a_x0041_b", "_x0A_ _x_ _xyz_", "_x000D_"}) {
+    section(workbook, name, "x");
+  }
+  EXPECT_EQ(namesOf(workbook), "a x0041_b|x0A_ _x_ _xyz_|x000D_|");
+}
+
 TEST(WorkbookSheets, OfAnEmptyDocumentIsOne) {
   MadeWorkbook workbook;
   EXPECT_EQ(namesOf(workbook), "Sheet1|");

@@ -10,8 +10,9 @@ namespace {
 
 constexpr std::string_view kEscapeBegin = "_x";
 
-// Whether a reader takes what begins here for an escaped character. Some need no four digits.
-bool isEscape(std::string_view text) {
+}  // namespace
+
+bool beginsWithEscape(std::string_view text) {
   if (!text.starts_with(kEscapeBegin)) {
     return false;
   }
@@ -19,6 +20,8 @@ bool isEscape(std::string_view text) {
   const auto end = std::find_if(text.begin(), text.end(), [](char c) { return hexValue(c) < 0; });
   return end != text.begin() && end != text.end() && *end == '_';
 }
+
+namespace {
 
 // The same text with the underscore escaped that begins each of them.
 std::string withoutEscapes(std::string_view text) {
@@ -30,7 +33,7 @@ std::string withoutEscapes(std::string_view text) {
       break;
     }
     text.remove_prefix(at);
-    result.append(isEscape(text) ? "_x005F_" : "_");
+    result.append(beginsWithEscape(text) ? "_x005F_" : "_");
     text.remove_prefix(1);
   }
   return result;

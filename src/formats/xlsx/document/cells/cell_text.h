@@ -15,8 +15,11 @@ inline constexpr std::size_t kLongestCellText = 32767;  ///< in UTF-16 code unit
 /// @param utf8  well-formed
 std::string_view cutToUnits(std::string_view utf8, std::size_t units);
 
-/// Writes the text of a cell as the element "t". Texts such as "_x0041_", which readers take for escaped characters
-/// (ECMA-376, 22.9.2.19), are escaped.
+/// Whether a text begins as "_x0041_" does, which readers take for an escaped character (ECMA-376, 22.9.2.19). Some
+/// need no four digits.
+bool beginsWithEscape(std::string_view text);
+
+/// Writes the text of a cell as the element "t". What readers would take for escaped characters is escaped.
 void writeTextElement(OutputBuffer& out, MarkupText& markup, std::string_view text);
 /// Appends it.
 void appendTextElement(std::string& out, MarkupText& markup, std::string_view text);

@@ -35,7 +35,8 @@ std::string legalName(std::string_view wish) {
   std::string name(wish);
   for (char& c : name) {
     constexpr std::string_view kForbidden = "[]:*?/\\\n\t";
-    c = kForbidden.find(c) == kForbidden.npos ? c : ' ';
+    const std::string_view rest(&c, static_cast<std::size_t>(name.data() + name.size() - &c));
+    c = kForbidden.find(c) != kForbidden.npos || beginsWithEscape(rest) ? ' ' : c;
   }
   return trimmedName(cutToUnits(trimmedName(name), kLongestName));
 }
