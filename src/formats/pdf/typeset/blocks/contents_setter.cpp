@@ -38,6 +38,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   if (set.lines.size() > 1) {
     set = setText(entry, {.width = std::max(width - kHang, kPoint), .leading = kEntryLeading, .usual = own}, shaper_);
   }
+  isMirrored_ = set.isRightToLeft;
   const std::vector<TextLine>& lines = set.lines;
   texts_.setWaiting(lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);
@@ -50,7 +51,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   for (const TextLine& line : lines) {
     const Length top = flow_.take(line.height);
     const Length begin = left + (&line == &lines.front() ? 0 : kHang);
-    drawer_.draw(entry, set, line, {begin, top, width}, document::Align::Left, tags ? &*tags : nullptr);
+    drawer_.draw(entry, set, line, {placeOf(begin, width), top, width}, document::Align::Auto, tags ? &*tags : nullptr);
     if (&line == &lines.back()) {
       const Length baseline = top + line.baseline;
       if (tags) {
@@ -58,23 +59,28 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
       }
       drawLeader(begin + line.width, right - numberWidth, baseline, own);
       // With tags the dots have a form of their own: they are no part of the text.
-      const int leader = tags ? drawForm(right, baseline) : 0;
+      const int leader = tags ? drawForm(placeOf(right, 0), baseline) : 0;
       if (tags) {
         tags->beginForm();
       }
-      const int form = drawForm(right, baseline);
-      const int link = pages_.link({right - numberWidth, top, numberWidth, line.height}, entry.links.front(),
-                                   tags ? tags->newLinkKey() : -1);
+      const int form = drawForm(placeOf(right, 0), baseline);
+      const int link = pages_.link({placeOf(right - numberWidth, numberWidth), top, numberWidth, line.height},
+                                   entry.links.front(), tags ? tags->newLinkKey() : -1);
       if (tags) {
         tags->endForm();
         tags->addLink(link);
       }
-      numbers_.push_back({form, leader, own, std::string(id)});
+      numbers_.push_back({form, leader, own, std::string(id), isMirrored_});
     }
   }
   if (tags) {
     tags->finish();
   }
+}
+
+// Where something is in an entry, which may be read from right to left.
+Length ContentsSetter::placeOf(Length left, Length width) const {
+  return isMirrored_ ? flow_.mirrored(left, width) : left;
 }
 
 // Draws a form that is written last. Returns its number.
@@ -93,7 +99,8 @@ void ContentsSetter::drawLeader(Length begin, Length end, Length baseline, const
   const TextStyle dots = styleOfDots(style);
   const std::string text = dotsFor(end - begin, dots);
   if (!text.empty()) {
-    drawer_.drawShort(end - drawer_.widthOf(text, dots), baseline, dots, text);
+    const Length width = drawer_.widthOf(text, dots);
+    drawer_.drawShort(placeOf(end - width, width), baseline, dots, text);
   }
 }
 
@@ -114,12 +121,14 @@ void ContentsSetter::finish(const NamedPlaces& places) {
     const TextStyle dots = styleOfDots(number.style);
     const Length width = widthOfNumber(number.style);
     const std::string leader = dotsFor(width - drawer_.widthOf(digits, number.style), dots);
+    const Length begin = number.isMirrored ? width - drawer_.widthOf(leader, dots) : -width;
     if (number.leader != 0) {
       writeNumberForm(file_, number.leader, pages_.fontResources(), shaper_,
-                      {{}, number.style, true, leader, dots, -width});
+                      {{}, number.style, !number.isMirrored, leader, dots, begin});
     }
-    writeNumberForm(file_, number.form, pages_.fontResources(), shaper_,
-                    {digits, number.style, true, number.leader != 0 ? std::string() : leader, dots, -width});
+    writeNumberForm(
+        file_, number.form, pages_.fontResources(), shaper_,
+        {digits, number.style, !number.isMirrored, number.leader != 0 ? std::string() : leader, dots, begin});
   }
 }
 

@@ -29,8 +29,10 @@ class ContentsSetter {
     int leader;  // the form of its dots; 0: they are in the other
     TextStyle style;
     std::string id;
+    bool isMirrored;
   };
 
+  Length placeOf(Length left, Length width) const;
   int drawForm(Length x, Length baseline);
   Length widthOfNumber(const TextStyle& style);
   std::string dotsFor(Length width, const TextStyle& style);
@@ -44,7 +46,8 @@ class ContentsSetter {
   Shaper& shaper_;
   Tagger* tagger_;
   std::vector<Number> numbers_;
-  int outermost_ = 0;  // level of the list; 0: it has no entries yet
+  bool isMirrored_ = false;  // the entry is read from right to left
+  int outermost_ = 0;        // level of the list; 0: it has no entries yet
 };
 
 }  // namespace scrivalen::typeset

@@ -15,8 +15,11 @@ void writeNumberForm(PdfFile& file, int object, int fontResources, Shaper& shape
   const Length left = std::min(begin, form.leaderBegin);
   Canvas canvas;
   canvas.begin(0);
+  Length right = begin + text.width();
   if (!form.leader.empty()) {
-    ShortText(form.leader, form.leaderStyle, shaper).draw(canvas, form.leaderBegin, 0);
+    const ShortText leader(form.leader, form.leaderStyle, shaper);
+    leader.draw(canvas, form.leaderBegin, 0);
+    right = std::max(right, form.leaderBegin + leader.width());
   }
   text.draw(canvas, begin, 0);
   std::string entries = "/Type/XObject/Subtype/Form/BBox[";
@@ -24,7 +27,7 @@ void writeNumberForm(PdfFile& file, int object, int fontResources, Shaper& shape
   entries += ' ';
   appendThousandths(entries, -size);
   entries += ' ';
-  appendThousandths(entries, begin + text.width());
+  appendThousandths(entries, right);
   entries += ' ';
   appendThousandths(entries, size);
   entries += "]/Resources<</Font ";

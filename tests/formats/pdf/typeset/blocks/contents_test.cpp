@@ -115,6 +115,34 @@ TEST(Contents, IndentTheFurtherLinesOfAnEntry) {
   EXPECT_EQ(pages.at(0).lineOf("last").back().text, "2");
 }
 
+TEST(Contents, AreMirroredWhereTheyAreReadFromRightToLeft) {
+  constexpr double kRight = 595.28 - 56.69;
+  ShownDocument document;
+  addContents(document, {{1, "\u05D0"}, {2, "\u05D1\u05D2"}});
+  const ShownPages pages = document.pages();
+  const PdfText outer = pages.at(0).find("\u05D0");
+  const PdfText inner = pages.at(0).find("\u05D1");
+  EXPECT_GT(outer.x, kRight - 10);
+  EXPECT_NEAR(inner.x, kRight - 14 - 10, 4);
+  for (const PdfText& text : {outer, inner}) {
+    std::vector<PdfText> line;
+    for (const PdfText& other : pages.at(0).texts()) {
+      if (other.y == text.y) {
+        line.push_back(other);
+      }
+    }
+    std::sort(line.begin(), line.end(), [](const PdfText& a, const PdfText& b) { return a.x < b.x; });
+    ASSERT_GE(line.size(), 4u);
+    EXPECT_NEAR(line.front().x, 56.7, 0.1);
+    EXPECT_EQ(line.front().text, text.y == outer.y ? "2" : "3");
+    EXPECT_TRUE(line[1].text.starts_with(". ")) << "beside the number";
+    EXPECT_LT(line[1].x, 56.7 + 5 * 5.56);
+    const double dots = (line[2].x - line[1].x) / 5.56;
+    EXPECT_NEAR(dots, std::round(dots), 0.05);
+    EXPECT_LT(line[2].x, line.back().x);
+  }
+}
+
 TEST(Contents, DoNotEndAPageAfterAnOuterEntry) {
   for (int before = 50; before < 57; ++before) {
     ShownDocument document;
