@@ -31,7 +31,7 @@ double usualLineOf(const ColumnNeed& column, double space) {
   return column.usualLine > 0 ? std::clamp(column.usualLine, column.longestWord, longest) : longest;
 }
 
-using Line = double (*)(const ColumnNeed& column, double space);
+using LineNeed = double (*)(const ColumnNeed& column, double space);
 
 ColumnWidths widthsOfWords(Needs columns) {
   ColumnWidths result;
@@ -66,7 +66,7 @@ struct Sharing {
 };
 
 // Gives short lines to their columns, each at most an equal part of what is left beside the words of the others.
-void giveShortLines(Sharing& sharing, Line line) {
+void giveShortLines(Sharing& sharing, LineNeed line) {
   constexpr double kAnySpace = std::numeric_limits<double>::infinity();
   sharing.sortBy([&](const ColumnNeed& column) { return line(column, kAnySpace); });
   double words = sharing.sumOfOpen(longestWordOf);

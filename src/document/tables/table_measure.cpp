@@ -1,5 +1,6 @@
 #include "document/tables/table_measure.h"
 
+#include "document/tables/number_text.h"
 #include "text/columns/line_breaks.h"
 
 #include <algorithm>
@@ -10,9 +11,18 @@ namespace {
 constexpr double kLongestLineThatCounts = 100;  // about a page's width
 constexpr std::size_t kDigitsToCome = 4;        // from the 500 rows of a sample to millions
 
-bool isNumber(const Cell& cell) {
-  return cell.type == ValueType::Number || cell.type == ValueType::Integer ||
-         (cell.type == ValueType::Auto && isPlainNumber(cell.text));
+// A column of numbers may have a short text other than a number for so many numbers.
+constexpr std::size_t kNumbersForAnOther = 20;
+constexpr std::size_t kLongestShortText = 16;
+
+// How a cell reads. An empty one says nothing, as one for a missing number.
+NumberText kindOf(const Cell& cell) {
+  switch (cell.type) {
+    case ValueType::Number:
+    case ValueType::Integer: return NumberText::Number;
+    case ValueType::Auto: return cell.text.empty() ? NumberText::Placeholder : numberTextOf(cell.text);
+    default: return cell.text.empty() ? NumberText::Placeholder : NumberText::Other;
+  }
 }
 
 Align alignmentOf(ValueType type, bool allNumbers) {
@@ -27,6 +37,18 @@ Align alignmentOf(ValueType type, bool allNumbers) {
 }  // namespace
 
 TableMeasure::TableMeasure(Table& table, bool isOpen) : table_(table), isOpen_(isOpen), kinds_(table.columns.size()) {}
+
+void TableMeasure::Kinds::count(const Cell& cell, std::size_t longestLine) {
+  const NumberText kind = kindOf(cell);
+  numbers += kind == NumberText::Number ? 1 : 0;
+  perhaps += kind == NumberText::Perhaps ? 1 : 0;
+  others += kind == NumberText::Other ? 1 : 0;
+  hasProse = hasProse || (kind == NumberText::Other && longestLine > kLongestShortText);
+}
+
+bool TableMeasure::Kinds::areNumbers() const {
+  return numbers > 0 && !hasProse && others * kNumbersForAnOther <= numbers + perhaps;
+}
 
 void TableMeasure::addColumnsUpTo(std::size_t count) {
   if (isOpen_ && count > table_.columns.size()) {
@@ -61,8 +83,8 @@ void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   measured.widestLine = std::max(measured.widestLine, extent.widestLine);
   kinds.line.add(static_cast<double>(extent.longestLine), kLongestLineThatCounts);
   kinds.wideLine.add(extent.widestLine, kLongestLineThatCounts);
-  if (!header && !cell.header && !cell.text.empty()) {
-    (isNumber(cell) ? kinds.hasNumbers : kinds.hasOthers) = true;
+  if (!header && !cell.header) {
+    kinds.count(cell, extent.longestLine);
   }
 }
 
@@ -74,8 +96,7 @@ void TableMeasure::finish(bool isWhole) {
     measured.usualLine = kinds.line.width();
     measured.usualWideLine = kinds.wideLine.width();
     if (measured.align == Align::Auto) {
-      measured.align =
-          kinds.align != Align::Auto ? kinds.align : alignmentOf(measured.type, kinds.hasNumbers && !kinds.hasOthers);
+      measured.align = kinds.align != Align::Auto ? kinds.align : alignmentOf(measured.type, kinds.areNumbers());
       if (measured.align == Align::Right && !isWhole) {
         measured.longestWord += kDigitsToCome;
         measured.longestLine += kDigitsToCome;

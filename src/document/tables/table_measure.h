@@ -18,16 +18,22 @@ class TableMeasure {
 
   void add(std::span<const Cell> row, bool header);
   /// Decides the alignment of columns that have none: that of their cells, if these have the same one; otherwise
-  /// numbers are aligned to the right. Also makes sure that there is a column.
+  /// columns of numbers, whose texts may have units and groups, are aligned to the right even if a few cells are other
+  /// short texts. Also makes sure that there is a column.
   /// @param isWhole  whether the sample is the whole table. If not, columns of numbers get space for longer ones, such
   ///                 as the ids of a million rows
   void finish(bool isWhole);
 
  private:
   struct Kinds {
-    bool hasNumbers = false;
-    bool hasOthers = false;
+    std::size_t numbers = 0;
+    std::size_t perhaps = 0;  // numbers, if there are others
+    std::size_t others = 0;
+    bool hasProse = false;
     bool hasCells = false;
+
+    void count(const Cell& cell, std::size_t longestLine);
+    bool areNumbers() const;
     Align align = Align::Auto;  // of all cells; Auto if they differ
     UsualLine line;
     UsualLine wideLine;

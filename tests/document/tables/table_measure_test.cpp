@@ -10,6 +10,7 @@ using scrivalen::document::Align;
 using scrivalen::document::Cell;
 using scrivalen::document::Table;
 using scrivalen::document::TableMeasure;
+using scrivalen::document::ValueType;
 
 namespace {
 
@@ -38,7 +39,63 @@ Align alignOfCells(const std::vector<Align>& aligns) {
   return table.columns.front().align;
 }
 
+// The alignment of a column with these cells below its header.
+Align alignOf(const std::vector<std::string>& texts) {
+  Table table;
+  TableMeasure measure(table);
+  const Cell header{.text = "Amount"};
+  measure.add({&header, 1}, true);
+  for (const std::string& text : texts) {
+    const Cell cell{.text = text};
+    measure.add({&cell, 1}, false);
+  }
+  measure.finish(true);
+  return table.columns.front().align;
+}
+
 }  // namespace
+
+TEST(TableMeasure, AlignsTextsThatReadAsNumbersToTheRight) {
+  EXPECT_EQ(alignOf({"1,001.50", "5", "(12.00)"}), Align::Right);
+  EXPECT_EQ(alignOf({"5%", "", "-3.5 %"}), Align::Right);
+  EXPECT_EQ(alignOf({"12", "n/a", "-"}), Align::Right);
+  EXPECT_EQ(alignOf({"12", "(3)"}), Align::Right);
+}
+
+TEST(TableMeasure, AlignsOtherTextsToTheLeft) {
+  EXPECT_EQ(alignOf({"007", "12"}), Align::Left);
+  EXPECT_EQ(alignOf({"(1)", "(2)"}), Align::Left);
+  EXPECT_EQ(alignOf({"612 345 678", "601 234 567"}), Align::Left);
+  EXPECT_EQ(alignOf({"1.2", "1.2.3"}), Align::Left);
+  EXPECT_EQ(alignOf({"-", "n/a"}), Align::Left);
+  EXPECT_EQ(alignOf({"", ""}), Align::Left);
+}
+
+TEST(TableMeasure, AlignsManyNumbersAndAFewShortTextsToTheRight) {
+  std::vector<std::string> texts(20, "$5");
+  texts.push_back("see note");
+  EXPECT_EQ(alignOf(texts), Align::Right);
+  texts.push_back("see note");
+  EXPECT_EQ(alignOf(texts), Align::Left);
+  texts.resize(20);
+  texts.push_back("The sums are those of last year.");
+  EXPECT_EQ(alignOf(texts), Align::Left);
+}
+
+// A text that must not become a value is not aligned as one.
+TEST(TableMeasure, KeepsTheAlignmentOfTextsAndThatOfTheHost) {
+  Table table;
+  table.columns.resize(3);
+  table.columns[0].type = ValueType::Text;
+  table.columns[1].align = Align::Center;
+  TableMeasure measure(table);
+  const std::vector<Cell> row{{.text = "5%"}, {.text = "5%"}, {.text = "5%", .type = ValueType::Text}};
+  measure.add(row, false);
+  measure.finish(true);
+  EXPECT_EQ(table.columns[0].align, Align::Left);
+  EXPECT_EQ(table.columns[1].align, Align::Center);
+  EXPECT_EQ(table.columns[2].align, Align::Left);
+}
 
 TEST(TableMeasure, AlignsAColumnAsAllItsCellsAre) {
   EXPECT_EQ(alignOfCells({Align::Center, Align::Center}), Align::Center);
