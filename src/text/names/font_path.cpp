@@ -13,7 +13,10 @@ FontPath fontPathOf(std::string_view value) {
   unsigned index = 0;
   const char* const end = value.data() + value.size();
   const auto result = std::from_chars(value.data() + mark + 1, end, index);
-  return result.ec == std::errc() && result.ptr == end ? FontPath{value.substr(0, mark), index} : FontPath{value};
+  if (result.ptr != end || result.ec == std::errc::invalid_argument) {
+    return {value};
+  }
+  return {value.substr(0, mark), result.ec == std::errc() ? index : kLargestFontIndex};
 }
 
 }  // namespace scrivalen

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <limits>
 #include <string_view>
 
 namespace scrivalen {
+
+/// The index of a font that no collection has: what is said of larger ones, too.
+inline constexpr unsigned kLargestFontIndex = std::numeric_limits<unsigned>::max();
 
 /// What a value of the setting "font-file" names.
 struct FontPath {

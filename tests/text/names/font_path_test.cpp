@@ -23,9 +23,15 @@ TEST(FontPath, EndsWithTheNumberOfAFontOfACollection) {
   expectPath("track#1#0", "track#1", 0);
 }
 
-TEST(FontPath, HasNoNumberThatNoCollectionHas) {
+TEST(FontPath, HasTheLargestNumberForOneThatIsLarger) {
+  expectPath("a#4294967295", "a", kLargestFontIndex);
+  expectPath("a#4294967296", "a", kLargestFontIndex);
+  expectPath("a#99999999999999999999999", "a", kLargestFontIndex);
+}
+
+TEST(FontPath, IsAFileWithWhatIsNoNumber) {
   expectPath("a#-1", "a#-1", 0);
-  expectPath("a#99999999999", "a#99999999999", 0);
+  expectPath("a#4294967296b", "a#4294967296b", 0);
 }
 
 }  // namespace

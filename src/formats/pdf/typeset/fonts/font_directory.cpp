@@ -1,5 +1,7 @@
 #include "formats/pdf/typeset/fonts/font_directory.h"
 
+#include "text/names/font_path.h"
+
 #include <cstddef>
 #include <cstdint>
 
@@ -50,19 +52,25 @@ std::string problemOfTables(const Numbers& numbers, std::uint64_t begin) {
   return std::string();
 }
 
+std::string problemOfIndex(unsigned index) {
+  std::string problem = "it is no collection and has no font ";
+  return problem.append(index == kLargestFontIndex ? "of so large a number" : std::to_string(index));
+}
+
 }  // namespace
 
 std::string problemOf(std::string_view data, unsigned index) {
   constexpr std::uint64_t kOffsets = 12;  // of the fonts of a collection
   const Numbers numbers(data);
   if (numbers.fourAt(0) != kCollection) {
-    return index == 0 ? problemOfTables(numbers, 0) : "it is no collection and has no font " + std::to_string(index);
+    return index == 0 ? problemOfTables(numbers, 0) : problemOfIndex(index);
   }
   const std::uint32_t count = numbers.fourAt(8);
-  if (index >= count) {
-    return "the collection has the fonts 0 to " + std::to_string(static_cast<std::int64_t>(count) - 1);
-  }
   const std::uint64_t place = kOffsets + std::uint64_t{4} * index;
+  if (index >= count) {
+    return count == 0 ? "the collection has no fonts"
+                      : std::string("the collection has the fonts 0 to ").append(std::to_string(count - 1));
+  }
   return numbers.has(place, 4) ? problemOfTables(numbers, numbers.fourAt(place)) : std::string(kCutOff);
 }
 

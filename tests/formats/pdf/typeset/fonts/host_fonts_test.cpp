@@ -113,6 +113,21 @@ TEST(FontFileSetting, FailsWithAFileThatIsCutOff) {
   EXPECT_EQ(document.problem(), "the file is cut off");
 }
 
+TEST(FontFileSetting, FailsWithANumberThatNoCollectionHas) {
+  FontDocument document;
+  document.addFont(L"a.ttf", bundledFont(kSansFont), "#4294967296");
+  EXPECT_EQ(document.problem(), "it is no collection and has no font of so large a number");
+  FontDocument other;
+  other.addFont(L"two.ttc", collectionOf({bundledFont(kSansFont), bundledFont("DejaVuSans-Bold.ttf")}), "#4294967296");
+  EXPECT_EQ(other.problem(), "the collection has the fonts 0 to 1");
+}
+
+TEST(FontFileSetting, FailsWithAnEmptyCollection) {
+  FontDocument document;
+  document.addFont(L"none.ttc", collectionOf({}));
+  EXPECT_EQ(document.problem(), "the collection has no fonts");
+}
+
 TEST(FontFileSetting, FailsWithANumberThatTheCollectionDoesNotHave) {
   FontDocument document;
   document.addFont(L"a.ttf", bundledFont(kSansFont), "#1");
@@ -139,12 +154,13 @@ TEST(MissingGlyphs, AreAWarningThatNamesTheScriptAndTheSetting) {
   FontDocument document;
   document.addParagraph("漢字 漢字 ");
   document.addParagraph("漢 \U0001F9FF \u0F40");
-  EXPECT_EQ(document.warnings(),
-            "1 x characters such as U+1F9FF that no font has, drawn as empty boxes; the setting \"font-file\" adds a font\n"
-            "5 x characters of the script Han that no font has, drawn as empty boxes; the setting \"font-file\" adds a "
-            "font\n"
-            "1 x characters of the script Tibetan that no font has, drawn as empty boxes; the setting \"font-file\" "
-            "adds a font\n");
+  EXPECT_EQ(
+      document.warnings(),
+      "1 x characters such as U+1F9FF that no font has, drawn as empty boxes; the setting \"font-file\" adds a font\n"
+      "5 x characters of the script Han that no font has, drawn as empty boxes; the setting \"font-file\" adds a "
+      "font\n"
+      "1 x characters of the script Tibetan that no font has, drawn as empty boxes; the setting \"font-file\" "
+      "adds a font\n");
 }
 
 TEST(MissingGlyphs, AreCountedInTablesAndRunningLinesToo) {
