@@ -219,10 +219,9 @@ warning that names the script, until `font-file` adds a font. It can be searched
 """
 
 NOTES = """poppler's order is that of reading, as pdftotext has it by default. MuPDF and Ghostscript give letters from right to left in
-the order of the page, whoever wrote the file: see the other tables. pdf.js has the letters of each word in their order, and the
-words in that of the page; it leaves out a joiner that is beside characters past U+FFFF, and orders marks by their places.
-Ghostscript 10.00 reads no character beyond U+FFFF, such as an emoji, changes some of several characters that one glyph stands
-for, and orders marks by their places, too."""
+the order of the page, whoever wrote the file: see the other tables. pdf.js leaves out a joiner that is beside characters past
+U+FFFF, and has marks from right to left in the order of the page. Ghostscript 10.00 reads no character beyond U+FFFF, such as an
+emoji, changes some of several characters that one glyph stands for, and orders marks by their places."""
 
 
 def main():

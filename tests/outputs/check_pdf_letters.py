@@ -25,6 +25,7 @@ WORDS = [
     ("\u0645\u06cc\u200c\u062e\u0648\u0627\u0647\u0645", POPPLER | OTHERS, {"mupdf"}),  # with a joiner
     ("\u0645\u064f\u062d\u064e\u0645\u064e\u0651\u062f\u064c", {"poppler"}, {"mupdf"}),  # with vowels
     ("\u05e9\u05b8\u05c1\u05dc\u05d5\u05b9\u05dd", POPPLER, {"mupdf"}),
+    ("\u05db\u05dc \u05d1\u05e0\u05d9 \u05d4\u05d0\u05d3\u05dd", {"poppler"} | OTHERS, {"mupdf"}),
     ("q\u0303x", POPPLER | OTHERS, set()),
     ("a\u200cb", POPPLER | OTHERS | {"mupdf"}, set()),
     ("\u2764\ufe0f", POPPLER | OTHERS | {"mupdf"}, set()),

@@ -229,13 +229,14 @@ void LineSetter::addBlanks(std::size_t begin, std::size_t end) {
     const std::size_t span = spanAt(begin);
     const std::size_t runEnd = endOfRun(begin, end);
     const TextStyle& style = styleOf(span);
-    const std::vector<ShapedRun>& runs = shaper_.shape(" ", {style.font, style.size});
+    const FontUse fontBefore = items_.empty() ? FontUse{style.font, 0} : items_.back().font;
+    const ShapedRun run = shaper_.blank({style.font, style.size}, fontBefore);
     for (; begin < runEnd; ++begin) {
       const std::size_t at = content_.size();
-      content_ += runs.front().content;
+      content_ += run.content;
       const std::uint8_t level = levels_.empty() ? std::uint8_t{0} : levels_[begin];
-      items_.push_back({span, runs.front().font, at, content_.size(), runs.front().width, level, true, -1});
-      width_ += runs.front().width;
+      items_.push_back({span, run.font, at, content_.size(), run.width, level, true, -1});
+      width_ += run.width;
     }
   }
 }

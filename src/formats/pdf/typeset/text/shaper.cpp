@@ -330,6 +330,21 @@ const std::vector<ShapedRun>& Shaper::shape(std::string_view text, const ShapeSt
   return words_.emplace(key_, std::move(runs)).first->second;
 }
 
+// pdf.js orders the words of a line from right to left only as far as one font goes, and a change of fonts takes bytes.
+ShapedRun Shaper::blank(const ShapeStyle& style, FontUse fontBefore) {
+  constexpr char32_t kBlank = U' ';
+  if (fontBefore.composite > 0 && fonts_.at(fontBefore.typeface).has(kBlank)) {
+    const CharacterCode& blank = fonts_.at(fontBefore.typeface).characterOf(kBlank);
+    const FontUse font{fontBefore.typeface, static_cast<std::uint16_t>(blank.code.font + 1)};
+    if (font == fontBefore) {
+      ShapedRun run{font, {}, scaled(blank.advance, style.size)};
+      appendString(run.content, CodeBytes(blank.code.number).view());
+      return run;
+    }
+  }
+  return shape(" ", style).front();
+}
+
 ShapedRun Shaper::softHyphen(const ShapeStyle& style) {
   bool found = true;
   const FontId font = fonts_.fontFor(style.font, U'-', found);

@@ -50,6 +50,9 @@ class Shaper {
   /// @param text  clean UTF-8 without line feeds
   /// @return the runs in the order of the text, each from left to right; valid until the next call
   const std::vector<ShapedRun>& shape(std::string_view text, const ShapeStyle& style);
+  /// A blank after a word. @param fontBefore  of the word: the blank is in it, if it is a composite one that has a
+  /// blank
+  ShapedRun blank(const ShapeStyle& style, FontUse fontBefore);
   /// The hyphen that is drawn where a line ends after a soft hyphen, as which it is copied.
   ShapedRun softHyphen(const ShapeStyle& style);
   /// Counts a run that is drawn without the glyph of its character.

@@ -53,6 +53,13 @@ TEST_F(Paragraphs, DoNotCountTheBlanksAtTheEndOfALine) {
   EXPECT_EQ(text.lines[0].width, 4 * 5560 + 2780);
 }
 
+TEST_F(Paragraphs, HaveBlanksInTheFontOfTheWordBefore) {
+  for (const std::string_view words : {"\u0434\u043E\u043C \u0434\u043E\u043C", "\u05DB\u05DC \u05D1\u05E0\u05D9"}) {
+    EXPECT_EQ(set(textOf(words), {.width = 100 * kPoint}).pieces.size(), 1u) << words;
+  }
+  EXPECT_EQ(set(textOf("\u05DB\u05DC no"), {.width = 100 * kPoint}).pieces.size(), 2u);
+}
+
 TEST_F(Paragraphs, BreakAWordThatNoLineHolds) {
   EXPECT_EQ(lines(textOf("nonono"), {.width = 12000}), (Texts{"no", "no", "no"}));
 }
