@@ -1,12 +1,12 @@
 #pragma once
 
+#include "formats/pdf/typeset/file/cross_references.h"
 #include "formats/pdf/typeset/file/standard.h"
 #include "output/compression/compressor.h"
 #include "output/output_buffer.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
 #include <string>
 #include <string_view>
 
@@ -20,8 +20,7 @@ struct FileRoots {
 };
 
 /// Writes the objects of a PDF 1.7 file in one pass. Objects without a stream wait until enough of them fill an object
-/// stream (7.5.7). A file for the standard PDF/A-1b is PDF 1.4, which has no such streams. What is kept of an object is
-/// 8 bytes: where it is.
+/// stream (7.5.7). A file for the standard PDF/A-1b is PDF 1.4, which has no such streams.
 class PdfFile {
  public:
   /// @param out  not owned; must outlive this object
@@ -31,11 +30,14 @@ class PdfFile {
   void begin();
 
   /// Reserves the number of an object that is written later.
-  int newNumber();
+  int newNumber() { return references_.newNumber(); }
   void writeObject(int number, std::string_view object);
   /// Writes an object of the document's structure. These have object streams of their own: a reader that opens a page
   /// would else have to read the structure around it.
   void writeStructureObject(int number, std::string_view object);
+  /// The same for an object that is appended to the string returned, until endStructureObject().
+  std::string& beginStructureObject(int number) { return begin(waitingStructure_, number); }
+  void endStructureObject() { end(waitingStructure_); }
   /// Writes a stream and compresses it.
   /// @param entries  of its dictionary, other than its length and filter
   void writeStream(int number, std::string_view entries, std::string_view data);
@@ -48,7 +50,6 @@ class PdfFile {
 
  private:
   void beginObject(int number);
-  void setPlace(int number, std::uint64_t place);
   struct ObjectStream {
     std::string objects;
     std::string places;  // pairs of number and offset
@@ -56,17 +57,19 @@ class PdfFile {
     int number = 0;
   };
 
-  void addTo(ObjectStream& stream, int number, std::string_view object);
+  std::string& begin(ObjectStream& stream, int number);
+  void end(ObjectStream& stream);
   void writeWaiting(ObjectStream& stream);
   void writeCrossReferences(const FileRoots& roots);
   void writeCrossReferenceTable(const FileRoots& roots);
-  std::string trailerEntries(const FileRoots& roots) const;
+  void writeStart(std::uint64_t crossReferences);
+  std::string trailerEntries(const FileRoots& roots);
 
   OutputBuffer& out_;
   const Standard standard_;
   Compressor compressor_;
-  std::deque<std::uint64_t> places_;  // of each object from 1 on: see place() in pdf_file.cpp
-  ObjectStream waiting_;              // the objects of the next object stream
+  CrossReferences references_;
+  ObjectStream waiting_;  // the objects of the next object stream
   ObjectStream waitingStructure_;
   std::string compressed_;
   std::string scratch_;

@@ -138,10 +138,7 @@ void appendName(std::string& out, std::string_view name) {
   }
 }
 
-void appendReference(std::string& out, int number) {
-  appendInteger(out, number);
-  out += " 0 R";
-}
+void appendReference(std::string& out, int number) { Operators(out, kMostOfReference).reference(number); }
 
 void appendDate(std::string& out, std::int64_t time) {
   const CalendarTime moment = calendarTimeOf(time);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -21,6 +24,42 @@ void appendHex(std::string& out, std::uint64_t value, int digits);
 /// A name, without its slash in @p name.
 void appendName(std::string& out, std::string_view name);
 void appendReference(std::string& out, int number);
+/// The bytes of a reference to an object, at most.
+inline constexpr std::size_t kMostOfReference = 16;
+
+/// Appends a few numbers and operators, which are written where they stay.
+class Operators {
+ public:
+  /// @param most  the bytes that are appended, at most: by default four numbers, and what is between them
+  explicit Operators(std::string& out, std::size_t most = 96) : out_(out), size_(out.size()) {
+    out.resize(size_ + most);
+  }
+  Operators(const Operators&) = delete;
+  Operators& operator=(const Operators&) = delete;
+  ~Operators() { out_.resize(size_); }
+
+  template <typename Integer>
+  Operators& number(Integer value) {
+    char* const at = out_.data() + size_;
+    size_ += static_cast<std::size_t>(std::to_chars(at, out_.data() + out_.size(), value).ptr - at);
+    return *this;
+  }
+  Operators& add(std::string_view operators) {
+    std::copy(operators.begin(), operators.end(), out_.data() + size_);
+    size_ += operators.size();
+    return *this;
+  }
+  Operators& removeLast() {
+    --size_;
+    return *this;
+  }
+  Operators& reference(int object) { return number(object).add(" 0 R"); }
+
+ private:
+  std::string& out_;
+  std::size_t size_;
+};
+
 /// A date in UTC. @param time  seconds since 1970-01-01
 void appendDate(std::string& out, std::int64_t time);
 

@@ -3,7 +3,6 @@
 #include "formats/pdf/typeset/file/syntax.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cstddef>
 
 namespace scrivalen::typeset {
@@ -31,38 +30,8 @@ void appendColor(std::string& out, Rgb color) {
   out += " rg\n";
 }
 
-// Appends a few numbers and operators, which are written where they stay.
-class Operators {
- public:
-  explicit Operators(std::string& out) : out_(out), size_(out.size()) { out.resize(size_ + kMost); }
-  Operators(const Operators&) = delete;
-  Operators& operator=(const Operators&) = delete;
-  ~Operators() { out_.resize(size_); }
-
-  Operators& number(std::int64_t value) {
-    char* const at = out_.data() + size_;
-    size_ += static_cast<std::size_t>(std::to_chars(at, out_.data() + out_.size(), value).ptr - at);
-    return *this;
-  }
-  Operators& add(std::string_view operators) {
-    std::copy(operators.begin(), operators.end(), out_.data() + size_);
-    size_ += operators.size();
-    return *this;
-  }
-
- private:
-  static constexpr std::size_t kMost = 96;  // four numbers of at most 20 bytes, and what is between them
-
-  std::string& out_;
-  std::size_t size_;
-};
-
 void appendMark(std::string& out, std::string_view role, int id) {
-  out += '/';
-  out += role;
-  out += "<</MCID ";
-  appendInteger(out, id);
-  out += ">>BDC\n";
+  Operators(out).add("/").add(role).add("<</MCID ").number(id).add(">>BDC\n");
 }
 
 // Whether the content of an array is a string alone. A parenthesis in a string has a backslash before it.

@@ -6,40 +6,65 @@
 
 namespace scrivalen::typeset {
 
-void Element::beginKid() {
-  kids += count == 0 ? "" : " ";
+void Element::addToRun(RunKind kind, int kid) {
+  if (kind != runKind_ || kid != runFirst_ + runCount_) {
+    endRun();
+    runKind_ = kind;
+    runFirst_ = kid;
+  }
+  ++runCount_;
   ++count;
 }
 
-void Element::addKid(int element) {
-  beginKid();
-  appendReference(kids, element);
+void Element::appendRun(Operators& out) const {
+  for (int kid = runFirst_; kid < runFirst_ + runCount_; ++kid) {
+    out.number(kid).add(runKind_ == RunKind::Elements ? " 0 R " : " ");
+  }
+}
+
+void Element::endRun() {
+  if (runCount_ > 0) {
+    Operators out(kids_, mostOfRun());
+    appendRun(out);
+    runCount_ = 0;
+  }
+  runKind_ = RunKind::None;
 }
 
 void Element::addContent(int onPage, int id) {
-  beginKid();
   page = page == 0 ? onPage : page;
   if (page == onPage) {
-    return appendInteger(kids, id);
+    return addToRun(RunKind::Contents, id);
   }
-  kids += "<</Type/MCR/Pg ";
-  appendReference(kids, onPage);
-  kids += "/MCID ";
-  appendInteger(kids, id);
-  kids += ">>";
+  endRun();
+  Operators(kids_).add("<</Type/MCR/Pg ").reference(onPage).add("/MCID ").number(id).add(">> ");
+  ++count;
 }
 
 void Element::addAnnotation(int onPage, int annotation) {
-  beginKid();
-  kids += "<</Type/OBJR/Pg ";
-  appendReference(kids, onPage);
-  kids += "/Obj ";
-  appendReference(kids, annotation);
-  kids += ">>";
+  endRun();
+  Operators(kids_).add("<</Type/OBJR/Pg ").reference(onPage).add("/Obj ").reference(annotation).add(">> ");
+  ++count;
+}
+
+void Element::appendTo(std::string& object) const {
+  constexpr std::size_t kMostOfKeys = 32 + 2 * kMostOfReference;
+  const std::size_t size = role.size() + attributes.size() + texts.size() + kids_.size();
+  Operators out(object, kMostOfKeys + size + mostOfRun());
+  out.add("<</S/").add(role).add("/P ").reference(parent).add(attributes).add(texts);
+  if (page != 0) {
+    out.add("/Pg ").reference(page);
+  }
+  if (count > 0) {
+    out.add(count > 1 ? "/K[" : "/K ").add(kids_);
+    appendRun(out);
+    out.removeLast().add(count > 1 ? "]" : "");
+  }
+  out.add(">>");
 }
 
 StructureTree::StructureTree(PdfFile& file) : file_(file), root_(file.newNumber()) {
-  open_.push_back({Element{file_.newNumber(), root_, "Document", ""}});
+  open_.push_back({Element(file_.newNumber(), root_, "Document")});
 }
 
 Element& StructureTree::parentOfNext() {
@@ -59,7 +84,7 @@ Element& StructureTree::parentOfNext() {
 Element StructureTree::addTo(Element& parent, std::string_view role) {
   const int number = file_.newNumber();
   parent.addKid(number);
-  return Element{number, parent.number, role, ""};
+  return Element(number, parent.number, role);
 }
 
 Element StructureTree::add(std::string_view role, std::string_view attributes) {
@@ -83,23 +108,8 @@ void StructureTree::end() {
 }
 
 void StructureTree::write(const Element& element) {
-  object_ = "<</S/";
-  object_ += element.role;
-  object_ += "/P ";
-  appendReference(object_, element.parent);
-  object_ += element.attributes;
-  object_ += element.texts;
-  if (element.page != 0) {
-    object_ += "/Pg ";
-    appendReference(object_, element.page);
-  }
-  if (element.count > 0) {
-    object_ += element.count > 1 ? "/K[" : "/K ";
-    object_ += element.kids;
-    object_ += element.count > 1 ? "]" : "";
-  }
-  object_ += ">>";
-  file_.writeStructureObject(element.number, object_);
+  element.appendTo(file_.beginStructureObject(element.number));
+  file_.endStructureObject();
 }
 
 int StructureTree::finish(int parents, std::int64_t nextKey) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "formats/pdf/typeset/file/pdf_file.h"
+#include "formats/pdf/typeset/file/syntax.h"
 
 #include <cstddef>
 #include <string>
@@ -11,23 +12,38 @@ namespace scrivalen::typeset {
 
 /// A structure element whose kids are not all known (PDF 1.7, 14.7.2).
 struct Element {
+  Element() = default;
+  Element(int itsNumber, int itsParent, std::string_view itsRole)
+      : number(itsNumber), parent(itsParent), role(itsRole) {}
+
   int number = 0;  ///< 0: it is none
   int parent = 0;
   std::string_view role;        ///< a literal
   std::string_view attributes;  ///< entries of its dictionary; a literal
-  std::string texts = {};       ///< more entries
-  std::string kids = {};
-  std::size_t count = 0;  ///< of its kids
-  int page = 0;           ///< of its first content
+  std::string texts;            ///< more entries
+  std::size_t count = 0;        ///< of its kids
+  int page = 0;                 ///< of its first content
 
-  void addKid(int element);
+  void addKid(int element) { addToRun(RunKind::Elements, element); }
   /// Adds marked content of a page.
   void addContent(int onPage, int id);
   /// Adds an annotation of a page.
   void addAnnotation(int onPage, int annotation);
+  void appendTo(std::string& object) const;
 
  private:
-  void beginKid();
+  // Most elements have one kid, or kids with consecutive numbers.
+  enum class RunKind : unsigned char { None, Elements, Contents };
+
+  std::size_t mostOfRun() const { return static_cast<std::size_t>(runCount_) * (1 + kMostOfReference); }
+  void addToRun(RunKind kind, int kid);
+  void endRun();
+  void appendRun(Operators& out) const;
+
+  std::string kids_;  // those before the run
+  RunKind runKind_ = RunKind::None;
+  int runFirst_ = 0;
+  int runCount_ = 0;
 };
 
 /// Writes the structure elements while the document comes: each when its last kid is known. Only those that are open
@@ -62,7 +78,6 @@ class StructureTree {
   PdfFile& file_;
   int root_;
   std::vector<Open> open_;
-  std::string object_;
 };
 
 }  // namespace scrivalen::typeset

@@ -2,6 +2,8 @@
 
 #include "formats/pdf/typeset/file/syntax.h"
 
+#include <cstddef>
+
 namespace scrivalen::typeset {
 
 void Tagger::beginPage(int page, Canvas& canvas) {
@@ -51,18 +53,22 @@ std::int64_t Tagger::newAnnotationKey(const Element& element) {
   return key;
 }
 
+void Tagger::writeElements(std::string& object) const {
+  Operators out(object, 2 + elements_.size() * (1 + kMostOfReference));
+  out.add("[").reference(elements_.front());
+  for (std::size_t i = 1; i < elements_.size(); ++i) {
+    out.add(" ").reference(elements_[i]);
+  }
+  out.add("]");
+}
+
 std::string Tagger::endPage() {
   endText();
   std::string entries;
   if (!elements_.empty()) {
-    std::string list = "[";
-    for (const int element : elements_) {
-      list += list.size() == 1 ? "" : " ";
-      appendReference(list, element);
-    }
-    list += ']';
     const int number = file_.newNumber();
-    file_.writeStructureObject(number, list);
+    writeElements(file_.beginStructureObject(number));
+    file_.endStructureObject();
     parents_.add(pageKey_, number);
     entries = "/StructParents ";
     appendInteger(entries, pageKey_);

@@ -48,6 +48,7 @@ class Tagger {
 
   void endText();
   int mark(Element& element);
+  void writeElements(std::string& object) const;
 
   PdfFile& file_;
   StructureTree tree_;
