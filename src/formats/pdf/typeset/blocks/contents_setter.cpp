@@ -27,7 +27,7 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
   const bool isOuter = depth == 0;
   TextStyle own = style;
   own.font = static_cast<FontId>(isOuter ? own.font | fontOf(Family::Serif, true, false) : own.font);
-  entry.links.emplace_back(1, '#').append(id);
+  entry.links.push_back({std::string(1, '#').append(id), 0});
   own.link = 0;
   entry.add(text, own);
   const Length numberWidth = widthOfNumber(own);
@@ -64,8 +64,8 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
         tags->beginForm();
       }
       const int form = drawForm(placeOf(right, 0), baseline);
-      const int link = pages_.link({placeOf(right - numberWidth, numberWidth), top, numberWidth, line.height},
-                                   entry.links.front(), tags ? tags->newLinkKey() : -1);
+      const int link = pages_.link({placeOf(right - numberWidth, numberWidth), top, numberWidth, line.height}, entry,
+                                   own.link, tags ? tags->newLinkKey() : -1);
       if (tags) {
         tags->endForm();
         tags->addLink(link);

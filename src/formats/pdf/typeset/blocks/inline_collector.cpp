@@ -101,7 +101,7 @@ void InlineCollector::addPicture(const Event& event) {
 void InlineCollector::beginLink(std::string_view address) {
   TextStyle style = styles_.back();
   if (!address.empty()) {
-    text_.links.emplace_back(address);
+    text_.links.push_back({std::string(address), text_.text.size()});
     style.link = static_cast<int>(text_.links.size()) - 1;
     style.color = kLinkColor;
   }

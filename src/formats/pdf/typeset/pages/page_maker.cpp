@@ -80,7 +80,8 @@ std::string PageMaker::edgesOf(const Box& box) const {
   return edges;
 }
 
-int PageMaker::link(const Box& box, std::string_view address, std::int64_t key) {
+int PageMaker::link(const Box& box, const StyledText& text, int link, std::int64_t key) {
+  const std::string_view address = text.links[static_cast<std::size_t>(link)].address;
   std::string object = "<</Type/Annot/Subtype/Link/F 4/Border[0 0 0]/Rect[";
   object.append(edgesOf(box)).append("]");
   if (address.starts_with('#')) {
@@ -90,6 +91,11 @@ int PageMaker::link(const Box& box, std::string_view address, std::int64_t key) 
     object += "/A<</S/URI/URI";
     appendString(object, address);
     object += ">>";
+  }
+  // ISO 14289-1, 7.18.5.
+  if (tagger_ != nullptr) {
+    object += "/Contents";
+    appendText(object, text.descriptionOf(link));
   }
   if (key >= 0) {
     object += "/StructParent ";

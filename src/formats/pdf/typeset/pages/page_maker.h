@@ -4,6 +4,7 @@
 #include "formats/pdf/typeset/file/named_places.h"
 #include "formats/pdf/typeset/file/page_tree.h"
 #include "formats/pdf/typeset/pages/canvas.h"
+#include "formats/pdf/typeset/text/styled_text.h"
 
 #include <cstdint>
 #include <string>
@@ -71,10 +72,10 @@ class PageMaker {
   /// Of the page that is open; the first has number 1.
   std::int64_t number() const { return tree_.count() + 1; }
 
-  /// Makes a box lead to an address, or with "#" before it to a place of the document.
+  /// Makes a box lead to where a link of a text does.
   /// @param key  of its structure element; none below 0
   /// @return the number of its annotation
-  int link(const Box& box, std::string_view address, std::int64_t key = -1);
+  int link(const Box& box, const StyledText& text, int link, std::int64_t key = -1);
   /// Draws an image object.
   void image(const Box& box, int object, int orientation);
   /// Names a form or image object that the page draws.

@@ -72,8 +72,7 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
   const auto endLink = [&] {
     if (link >= 0 && x > linkBegin) {
       const std::int64_t key = tags != nullptr ? tags->newLinkKey() : -1;
-      const int annotation = pages_.link({linkBegin, space.top, x - linkBegin, line.height},
-                                         text.links[static_cast<std::size_t>(link)], key);
+      const int annotation = pages_.link({linkBegin, space.top, x - linkBegin, line.height}, text, link, key);
       if (tags != nullptr) {
         tags->addLink(annotation);
       }

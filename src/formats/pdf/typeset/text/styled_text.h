@@ -45,6 +45,12 @@ struct TextAnchor {
   std::string name;
 };
 
+/// A link of a text.
+struct TextLink {
+  std::string address;  ///< with "#" before it, a place of the document
+  std::size_t begin;    ///< of its text
+};
+
 /// A picture in a line of text. Its place in the text is U+FFFC.
 struct TextPicture {
   std::size_t at;
@@ -59,7 +65,7 @@ struct TextPicture {
 struct StyledText {
   std::string text;
   std::vector<StyledSpan> spans;  ///< the first at 0, if there is a text
-  std::vector<std::string> links;
+  std::vector<TextLink> links;
   std::vector<std::string> languages;  ///< BCP 47
   std::vector<TextAnchor> anchors;
   std::vector<TextPicture> pictures;
@@ -76,6 +82,8 @@ struct StyledText {
     pictures.push_back(std::move(picture));
     add(kPictureCharacter, style);
   }
+  /// What people read of a link, pictures by their texts; of a long one the beginning. Without any it is the address.
+  std::string descriptionOf(int link) const;
 };
 
 }  // namespace scrivalen::typeset

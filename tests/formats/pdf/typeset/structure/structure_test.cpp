@@ -121,6 +121,87 @@ TEST(PdfTags, HaveOneLinkForSeveralLines) {
   EXPECT_EQ(document.tags(), "Document(P(Link('one two' @ @)))");
 }
 
+// What the links of the first page say, one a line.
+std::string descriptionsIn(const ShownStructure& structure) {
+  std::string all;
+  for (const PdfValue& annotation : structure.pages().at(0).at("Annots").items) {
+    const PdfValue link = pdfValueOf(structure.objects().object(annotation.reference()));
+    all += link.at("Contents").text + "\n";
+  }
+  return all;
+}
+
+TEST(PdfTags, DescribeLinks) {
+  TaggedDocument document;
+  document.beginParagraph(Align::Auto);
+  document.text("See ");
+  document.beginLink("https://example.org/", "");
+  document.text("this (");
+  document.addSpan(Span::Strong, "here");
+  document.text(")");
+  document.lineBreak();
+  document.text("and there");
+  document.end();
+  document.beginLink("#place", "");
+  document.text("or this");
+  document.end();
+  document.text(" now");
+  document.end();
+  EXPECT_EQ(descriptionsIn(document.structure()), "this (here) and there\nthis (here) and there\nor this\n");
+}
+
+TEST(PdfTags, DescribeLinksOfPicturesByTheirTexts) {
+  TaggedDocument document;
+  std::string reason;
+  const auto picture = document::Picture::read(greyPng(10, 10), reason);
+  document.beginParagraph(Align::Auto);
+  document.beginLink("https://example.org/", "");
+  document.image(picture, "A square", 0, "");
+  document.text(" of grey");
+  document.end();
+  document.beginLink("https://example.org/decoration", "");
+  document.image(picture, "", 0, "");
+  document.end();
+  document.end();
+  EXPECT_EQ(descriptionsIn(document.structure()), "A square of grey\nhttps://example.org/decoration\n");
+}
+
+TEST(PdfTags, DescribeLongLinksByTheirBeginning) {
+  TaggedDocument document;
+  std::string text;
+  for (int i = 0; i < 40; ++i) {
+    text += "123456789 ";
+  }
+  document.beginParagraph(Align::Auto);
+  document.beginLink("https://example.org/", "");
+  document.text(text.substr(0, 255) + "\xC3\xA9" + text.substr(255));
+  document.end();
+  document.end();
+  const std::string all = descriptionsIn(document.structure());
+  EXPECT_EQ(all.substr(0, all.find('\n')), text.substr(0, 255));
+}
+
+TEST(PdfTags, DescribeTheLinksOfTheContents) {
+  TaggedDocument document;
+  document.beginContents();
+  document.contentsItem(1, "x", "The first chapter");
+  document.end();
+  document.heading(1, "The first chapter");
+  EXPECT_EQ(descriptionsIn(document.structure()), "The first chapter\nThe first chapter\n");
+}
+
+TEST(PdfTags, AreNeededForDescriptionsOfLinks) {
+  ShownDocument document;
+  document.beginParagraph(Align::Auto);
+  document.beginLink("https://example.org/", "");
+  document.text("there");
+  document.end();
+  document.end();
+  const ShownStructure structure(document.bytes());
+  const PdfValue& annotation = structure.pages().at(0).at("Annots").items.at(0);
+  EXPECT_FALSE(pdfValueOf(structure.objects().object(annotation.reference())).has("Contents"));
+}
+
 TEST(PdfTags, NameCodeAndOtherLanguagesInALine) {
   TaggedDocument document;
   document.beginParagraph(Align::Auto);
