@@ -2,8 +2,8 @@
 
 #include "formats/pdf/typeset/text/bidi.h"
 #include "formats/pdf/typeset/text/letters.h"
+#include "formats/pdf/typeset/text/line_ends.h"
 #include "text/direction.h"
-#include "text/line_breaking/line_break_reader.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -91,10 +91,10 @@ SetText LineSetter::set() {
     result_.isRightToLeft = rule_.isRightToLeft || firstDirection(all_) == Direction::RightToLeft;
     levelsOf(all_, result_.isRightToLeft, levels_);
   }
-  LineBreakReader breaks(all_);
+  LineEnds ends(all_);
   LineBreak place;
   std::size_t begin = 0;
-  while (breaks.next(place)) {
+  while (ends.next(place)) {
     const std::size_t end = place.isForced ? beginOfLast(all_.substr(0, place.at)) : place.at;
     addSegment(begin, end);
     if (place.isForced) {
@@ -157,7 +157,8 @@ void LineSetter::addWord(std::size_t begin, std::size_t end) {
   hasText_ = true;
 }
 
-// A word that no line holds breaks where a line is full, between letters. What a line has of it is shaped together.
+// A word that no line holds breaks where a line is full, after a sign or else between letters. What a line has of it is
+// shaped together.
 void LineSetter::addLongWord(std::size_t begin, std::size_t end) {
   result_.dividesWords = true;
   while (begin < end) {
@@ -167,6 +168,7 @@ void LineSetter::addLongWord(std::size_t begin, std::size_t end) {
       continue;
     }
     part = part == begin ? endOfLetter(all_.substr(0, end), begin) : part;
+    part = part < end ? endAfterSign(all_, begin, part) : part;
     width_ += shape(begin, part, items_, content_);
     hasText_ = true;
     begin = part;

@@ -70,7 +70,8 @@ Length baselineOf(Length height, Length size);
 PictureSize fitted(const PictureSize& picture, const LineRule& rule);
 
 /// Breaks a text into lines (Unicode Standard Annexes 9 and 14). A line ends at a line feed, and before a word that
-/// would make it too long; a word that is longer than a line breaks anywhere. An empty text is one empty line.
+/// would make it too long; a word that is longer than a line breaks anywhere, if possible after a sign. An empty text
+/// is one empty line.
 SetText setText(const StyledText& text, const LineRule& rule, Shaper& shaper);
 
 }  // namespace scrivalen::typeset

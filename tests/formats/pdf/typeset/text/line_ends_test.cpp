@@ -56,5 +56,35 @@ TEST(ParagraphLines, BreakBeforeAWordWhoseHyphenDoesNotFit) {
             (std::vector<std::string>{"no\u00AD", "no\u00ADno"}));
 }
 
+// Without a name after it the sign ends what comes before it, as in French.
+TEST(ParagraphLines, MayEndBeforeASignThatBeginsAName) {
+  using Lines = std::vector<std::string>;
+  const auto lines = [](std::string_view text) { return linesOf(plainText(text), 45 * kPoint); };
+  EXPECT_EQ(lines("setting :public_folder"), (Lines{"setting ", ":public_", "folder"}));
+  EXPECT_EQ(lines("nonono .net"), (Lines{"nonono ", ".net"}));
+  EXPECT_EQ(lines("nonono ./no"), (Lines{"nonono ", "./no"}));
+  EXPECT_EQ(lines("no nonono : no"), (Lines{"no ", "nonono : ", "no"}));
+  EXPECT_EQ(lines("no nonono ... no"), (Lines{"no ", "nonono ... ", "no"}));
+}
+
+TEST(ParagraphLines, DoNotEndAfterTheHyphensThatBeginAWord) {
+  using Lines = std::vector<std::string>;
+  const auto lines = [](std::string_view text) { return linesOf(plainText(text), 50 * kPoint); };
+  EXPECT_EQ(lines("nonon --no-no"), (Lines{"nonon ", "--no-no"}));
+  EXPECT_EQ(lines("nono --none no"), (Lines{"nono ", "--none no"}));
+  EXPECT_EQ(lines("nonono-none"), (Lines{"nonono-", "none"}));
+}
+
+TEST(ParagraphLines, DoNotEndBetweenPlusSigns) {
+  EXPECT_EQ(linesOf(plainText("no C++ no"), 30 * kPoint), (std::vector<std::string>{"no ", "C++ ", "no"}));
+}
+
+TEST(ParagraphLines, DivideALongWordAfterASign) {
+  using Lines = std::vector<std::string>;
+  const auto lines = [](std::string_view text) { return linesOf(plainText(text), 50 * kPoint); };
+  EXPECT_EQ(lines("nono;nono;nono"), (Lines{"nono;", "nono;nono"}));
+  EXPECT_EQ(lines("no;nononononono"), (Lines{"no;nonono", "nonono"}));
+}
+
 }  // namespace
 }  // namespace scrivalen::typeset
