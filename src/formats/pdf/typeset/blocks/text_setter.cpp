@@ -33,9 +33,45 @@ Length heightOf(const std::vector<TextLine>& lines, std::size_t first, std::size
   return height;
 }
 
+bool isBlank(const TextLine& line) { return line.firstPiece == line.endPiece; }
+
+// How many of some lines have a text, and where the last of them ends.
+struct Texts {
+  std::size_t count;
+  std::size_t end;
+};
+
+// The first texts, no more than those that stay together. Looks no further than about a page.
+Texts firstTexts(const std::vector<TextLine>& lines, std::size_t first, std::size_t end) {
+  constexpr std::size_t kFarthest = 100;
+  Texts texts{0, first};
+  end = std::min(end, first + kFarthest);
+  for (; first < end && texts.count < kFewestLines; ++first) {
+    texts = isBlank(lines[first]) ? texts : Texts{texts.count + 1, first + 1};
+  }
+  return texts;
+}
+
 // The lines at the beginning that stay together.
 std::size_t firstLines(const std::vector<TextLine>& lines) {
-  return lines.size() <= kFewestLines + 1 ? lines.size() : kFewestLines;
+  const Texts first = firstTexts(lines, 0, lines.size());
+  const Texts rest = firstTexts(lines, first.end, lines.size());
+  return std::max<std::size_t>(rest.count == 1 ? rest.end : first.end, 1);
+}
+
+// Blank lines of code are not drawn at the end of a page, nor at the beginning of the next.
+std::size_t endOfDrawn(const std::vector<TextLine>& lines, std::size_t first, std::size_t end) {
+  while (end < lines.size() && end > first + 1 && isBlank(lines[end - 1])) {
+    --end;
+  }
+  return end;
+}
+
+std::size_t firstDrawn(const std::vector<TextLine>& lines, std::size_t first) {
+  while (first < lines.size() && isBlank(lines[first])) {
+    ++first;
+  }
+  return first;
 }
 
 // The padding above and below the lines of each page.
@@ -189,8 +225,11 @@ std::size_t TextSetter::linesForPage(const Waiting& block, std::size_t first) co
   if (fitting == left) {
     return left;
   }
-  const std::size_t kept = left - fitting < kFewestLines ? left - std::min(left, kFewestLines) : fitting;
-  const bool isTooFew = kept < (first == 0 ? kFewestLines : 1);
+  std::size_t kept = fitting;
+  while (kept > 0 && firstTexts(lines, first + kept, lines.size()).count == 1) {
+    --kept;
+  }
+  const bool isTooFew = firstTexts(lines, first, first + kept).count < (first == 0 ? kFewestLines : 1);
   if (isTooFew) {
     // A whole page would not hold them better.
     return flow_.isAtTop() ? std::max<std::size_t>(fitting, 1) : 0;
@@ -229,9 +268,12 @@ void TextSetter::draw(const Waiting& block) {
       ++backdrops;
       flow_.take(padding);
     }
-    for (const std::size_t end = line + count; line < end; ++line) {
+    const std::size_t end = line + count;
+    const std::size_t drawn = block.rule.shade ? endOfDrawn(block.set.lines, line, end) : end;
+    for (; line < drawn; ++line) {
       drawLine(block, line, backdrops, tags ? &*tags : nullptr);
     }
+    line = block.rule.shade ? firstDrawn(block.set.lines, end) : end;
     if (block.rule.shade) {
       // A line that no page holds leaves no room.
       flow_.take(std::min(padding, std::max<Length>(flow_.room(), 0)));

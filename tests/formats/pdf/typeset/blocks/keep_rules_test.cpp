@@ -194,6 +194,56 @@ TEST(KeepRules, LeaveNoLineAlone) {
   EXPECT_TRUE(isDivided);
 }
 
+int linesOfCodeOn(const ShownPages& pages, std::size_t page) {
+  int count = 0;
+  for (const PdfText& text : page < pages.count() ? pages.at(page).texts() : std::vector<PdfText>()) {
+    count += text.text.starts_with("code") ? 1 : 0;
+  }
+  return count;
+}
+
+// A blank line is no company.
+TEST(KeepRules, LeaveNoLineOfCodeAlone) {
+  bool isDivided = false;
+  for (int lines = 30; lines < 40; ++lines) {
+    const ShownPages pages = pagesWith(lines, [](ShownDocument& document) {
+      document.beginCode({});
+      document.text("code\n\ncode\n\n\ncode\n\ncode");
+      document.end();
+    });
+    EXPECT_EQ(linesOfCodeOn(pages, 0) + linesOfCodeOn(pages, 1), 4) << lines;
+    EXPECT_NE(linesOfCodeOn(pages, 0), 1) << lines;
+    EXPECT_NE(linesOfCodeOn(pages, 1), 1) << lines;
+    isDivided = isDivided || linesOfCodeOn(pages, 0) == 2;
+  }
+  EXPECT_TRUE(isDivided);
+}
+
+TEST(KeepRules, KeepAHeadingWithTheFirstTextsOfCode) {
+  expectTogether([](ShownDocument& document) {
+    document.heading(1, "Heading");
+    document.beginCode({});
+    document.text("next\n\nline\nline\nline");
+    document.end();
+  });
+}
+
+// The shade is as high as two lines.
+TEST(KeepRules, DrawNoBlankLineOfCodeWhereAPageEndsOrBegins) {
+  const ShownPages pages = pagesWith(30, [](ShownDocument& document) {
+    document.beginCode({});
+    document.text("code\ncode" + std::string(30, '\n') + "code\ncode");
+    document.end();
+  });
+  ASSERT_EQ(pages.count(), 2u);
+  constexpr std::uint32_t kShade = 0xF4F4F4;
+  for (std::size_t page = 0; page < 2; ++page) {
+    ASSERT_EQ(linesOfCodeOn(pages, page), 2);
+    ASSERT_EQ(pages.at(page).areasOf(kShade).size(), 1u);
+    EXPECT_NEAR(pages.at(page).areasOf(kShade)[0].height, 2 * 10.6 + 12, 0.5);
+  }
+}
+
 TEST(KeepRules, FillAPageToItsEdge) {
   // 38 lines of 13 points with 6 points between them are 716 of the 728.5 points of the page.
   const ShownPages pages = pagesWith(39, [](ShownDocument&) {});
