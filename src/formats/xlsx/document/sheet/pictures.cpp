@@ -14,7 +14,7 @@ constexpr double kEmuPerPoint = 12700;
 
 std::string emu(double points) { return std::to_string(std::llround(points * kEmuPerPoint)); }
 
-std::string extentOf(double width, double height) {
+std::string extentXml(double width, double height) {
   return std::string("cx=\"").append(emu(width)).append("\" cy=\"").append(emu(height)).append("\"");
 }
 
@@ -41,8 +41,8 @@ void SheetPictures::add(std::uint32_t row, std::uint32_t column, double topPt, P
   appendElement(from, "rowOff", emu(topPt));
   anchors_.append("<xdr:oneCellAnchor>");
   appendElement(anchors_, "from", from);
-  const std::string shown = extentOf(picture.width, picture.height);
-  const std::string stored = isOnItsSide ? extentOf(picture.height, picture.width) : shown;
+  const std::string shown = extentXml(picture.width, picture.height);
+  const std::string stored = isOnItsSide ? extentXml(picture.height, picture.width) : shown;
   anchors_.append("<xdr:ext ").append(shown).append("/><xdr:pic><xdr:nvPicPr><xdr:cNvPr id=\"");
   anchors_.append(std::to_string(count_ + 1)).append("\" name=\"Picture ").append(number).append("\" descr=\"");
   appendXml(anchors_, picture.text);
