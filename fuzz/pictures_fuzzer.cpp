@@ -4,6 +4,7 @@
 #include "input.h"
 #include "output/output_buffer.h"
 #include "support/documents/pdf_image.h"
+#include "support/documents/pictures.h"
 #include "support/documents/png_maker.h"
 
 #include <cstddef>
@@ -20,8 +21,9 @@ using scrivalen::fuzz::Input;
 using scrivalen::test::PngPicture;
 using scrivalen::test::readPdfImage;
 
-// Writes a picture into a PDF. If the first byte is odd, the others are its file. Else they are the header and the rows
-// of a PNG, which is made of them: by chance, hardly any compressed bytes would have the right checksum.
+// Writes a picture into a PDF. If the first byte is odd, the others are its file, whose chunks get their checksums.
+// Else they are the header and the rows of a PNG, which is made of them: by chance, hardly any compressed bytes would
+// have the right checksum.
 namespace {
 
 struct MemorySink : scrivalen::ByteSink {
@@ -124,7 +126,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   }
   Input input(data + 1, size - 1);
   const std::string bytes =
-      (data[0] & 1) != 0 ? std::string(reinterpret_cast<const char*>(data) + 1, size - 1) : madePng(input);
+      (data[0] & 1) != 0
+          ? scrivalen::test::withChecksums(std::string(reinterpret_cast<const char*>(data) + 1, size - 1))
+          : madePng(input);
   std::string reason;
   if (const auto picture = Picture::read(bytes, reason)) {
     check(*picture);

@@ -11,7 +11,8 @@ struct PictureFacts {
   std::uint32_t height = 0;
   double dotsPerInchX = 0;  // 0: not stated
   double dotsPerInchY = 0;
-  int orientation = 1;  // as in EXIF, 1 to 8
+  int orientation = 1;      // as in EXIF, 1 to 8
+  bool isTooShort = false;  // its bytes cannot be so many pixels, however well they are compressed
 };
 
 bool isPng(std::string_view bytes);

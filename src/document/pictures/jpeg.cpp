@@ -170,7 +170,8 @@ std::string_view readJpeg(std::string_view bytes, PictureFacts& facts) {
     }
     if (marker == kScan) {
       const std::string_view scans = bytes.substr(at);
-      return facts.width == 0 ? "is a JPEG without a frame" : hasEnd(scans) && mayHold(scans, blocks) ? "" : kEndsEarly;
+      facts.isTooShort = !mayHold(scans, blocks);
+      return facts.width == 0 ? "is a JPEG without a frame" : hasEnd(scans) ? "" : kEndsEarly;
     }
     const Bytes segment(file.part(at + 4, size - 2));
     blocks = isFrame(marker) ? blocksOf(segment) : blocks;

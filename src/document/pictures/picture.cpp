@@ -28,7 +28,10 @@ std::string_view check(const PictureFacts& facts) {
   if (facts.width == 0 || facts.height == 0) {
     return "has no pixels";
   }
-  return std::uint64_t{facts.width} * facts.height > kMostPixels ? "has more than 64 megapixels" : "";
+  if (std::uint64_t{facts.width} * facts.height > kMostPixels) {
+    return "has more than 64 megapixels";
+  }
+  return facts.isTooShort ? "has fewer pixels than it states" : "";
 }
 
 }  // namespace

@@ -13,6 +13,7 @@ using test::greyJpeg;
 using test::greyPng;
 using test::jpegSegment;
 using test::pngChunk;
+using test::withChecksums;
 
 std::shared_ptr<const Picture> read(std::string_view bytes) {
   std::string reason;
@@ -136,17 +137,54 @@ TEST(Pictures, OfOtherFormatsAreRefused) {
   }
 }
 
+// A PNG that states a size, whatever pixels it has.
+std::string pngOfSize(std::uint32_t width, std::uint32_t height, std::size_t bytes) {
+  const std::string header = bigEndian(width, 4) + bigEndian(height, 4) + std::string("\x08\0\0\0\0", 5);
+  return "\x89PNG\r\n\x1A\n" + pngChunk("IHDR", header) + pngChunk("IDAT", std::string(bytes, 'x')) +
+         pngChunk("IEND", "");
+}
+
 TEST(Pictures, HaveAtMost64Megapixels) {
-  const std::string png = greyPng(1, 1);
-  const std::size_t width = 16;
-  const auto sized = [&](std::uint32_t w, std::uint32_t h) {
-    return std::string(png).replace(width, 8, bigEndian(w, 4) + bigEndian(h, 4));
-  };
+  const auto sized = [](std::uint32_t width, std::uint32_t height) { return pngOfSize(width, height, 64'000); };
   EXPECT_EQ(read(sized(8000, 8000))->width(), 8000u);
   EXPECT_EQ(reasonFor(sized(8000, 8001)), "The picture has more than 64 megapixels.");
   EXPECT_EQ(reasonFor(sized(0xFFFFFFFF, 0xFFFFFFFF)), "The picture has more than 64 megapixels.");
   EXPECT_EQ(reasonFor(sized(0, 5)), "The picture has no pixels.");
   EXPECT_EQ(reasonFor(sized(5, 0)), "The picture has no pixels.");
+}
+
+// A byte of zlib becomes 1,032 bytes at most.
+TEST(Pictures, ThatArePngHaveNoMorePixelsThanTheirBytesMayHold) {
+  EXPECT_EQ(read(pngOfSize(1032, 101, 100))->width(), 1032u);
+  EXPECT_EQ(reasonFor(pngOfSize(1032, 102, 100)), "The picture has fewer pixels than it states.");
+  EXPECT_EQ(reasonFor(pngOfSize(8000, 8000, 1000)), "The picture has fewer pixels than it states.");
+}
+
+TEST(Pictures, ThatArePngNeedTheChecksumsOfTheirHeaderAndPalette) {
+  const std::string png = greyPng(8, 8, pngChunk("PLTE", "abc") + pngChunk("tEXt", "a comment"));
+  for (const std::string_view chunk : {"IHDR", "PLTE"}) {
+    const std::size_t content = png.find(chunk) + 4;
+    EXPECT_EQ(reasonFor(with(png, content + 1, static_cast<char>(png[content + 1] ^ 1))),
+              "The picture is a PNG with a wrong checksum.");
+  }
+  EXPECT_EQ(read(with(png, png.find("comment"), 'C'))->width(), 8u);
+}
+
+// Where the pixels are whole all the same, readers show them.
+TEST(Pictures, ThatArePngNeedPixelsThatAreNotDamaged) {
+  const std::string png = greyPng(8, 8);
+  const std::size_t begin = png.find("IDAT") + 4;
+  const std::size_t end = png.find("IEND") - 8;
+  for (std::size_t at = begin; at < end; ++at) {
+    EXPECT_EQ(reasonFor(with(png, at, static_cast<char>(png[at] ^ 4))), "The picture is a PNG with broken pixels.")
+        << at - begin;
+  }
+  EXPECT_EQ(read(with(png, end, static_cast<char>(png[end] ^ 1)))->width(), 8u);
+}
+
+TEST(Pictures, ThatArePngHaveNoCriticalChunksThatNobodyKnows) {
+  EXPECT_EQ(reasonFor(greyPng(8, 8, pngChunk("CgBI", "1234"))),
+            "The picture is a kind of PNG that most programs do not show.");
 }
 
 TEST(Pictures, ThatArePngNeedAValidHeader) {
@@ -173,7 +211,7 @@ TEST(Pictures, ThatArePngNeedTheirPixelsAndPalette) {
   EXPECT_EQ(reasonFor(std::string(png).erase(pixels, end - pixels)), "The picture is a PNG without pixels.");
   EXPECT_EQ(reasonFor(with(png, 25, '\3')), "The picture is a PNG without its palette.");
   const std::string paletted = greyPng(1, 1, pngChunk("PLTE", "abc"));
-  EXPECT_EQ(read(with(paletted, 25, '\3'))->width(), 1u);
+  EXPECT_EQ(read(withChecksums(with(paletted, 25, '\3')))->width(), 1u);
 }
 
 TEST(Pictures, ThatAreJpegNeedAFrameThatProgramsShow) {
@@ -213,9 +251,9 @@ TEST(Pictures, ThatAreJpegHaveNoMorePixelsThanTheirBytesMayHold) {
     return jpeg.replace(jpeg.find("\xFF\xC0") + 5, 4, bigEndian(height, 2) + bigEndian(width, 2));
   };
   EXPECT_EQ(read(sized(64, 64))->width(), 64u);
-  EXPECT_EQ(reasonFor(sized(8000, 8000)), "The picture is a JPEG that ends early.");
-  EXPECT_EQ(reasonFor(sized(65'535, 8)), "The picture is a JPEG that ends early.");
-  EXPECT_EQ(reasonFor(sized(8, 65'535)), "The picture is a JPEG that ends early.");
+  EXPECT_EQ(reasonFor(sized(8000, 8000)), "The picture has fewer pixels than it states.");
+  EXPECT_EQ(reasonFor(sized(65'535, 8)), "The picture has fewer pixels than it states.");
+  EXPECT_EQ(reasonFor(sized(8, 65'535)), "The picture has fewer pixels than it states.");
 }
 
 TEST(Pictures, ThatAreJpegMayHaveFewBytesForManyPixels) {
@@ -231,7 +269,7 @@ TEST(Pictures, ThatAreBrokenAnywhereAreReadOrRefused) {
     for (std::size_t at = 0; at < bytes.size(); ++at) {
       for (const int byte : {0x00, 0x01, 0x7F, 0x80, 0xD9, 0xFE, 0xFF}) {
         std::string reason;
-        const auto picture = Picture::read(with(bytes, at, static_cast<char>(byte)), reason);
+        const auto picture = Picture::read(withChecksums(with(bytes, at, static_cast<char>(byte))), reason);
         EXPECT_EQ(picture == nullptr, !reason.empty());
         if (picture != nullptr) {
           ++readable;

@@ -41,6 +41,24 @@ std::string pngChunk(std::string_view type, std::string_view content) {
   return bigEndian(static_cast<std::uint32_t>(content.size()), 4) + body + bigEndian(checksum, 4);
 }
 
+std::string withChecksums(std::string png) {
+  const auto sizeAt = [&png](std::size_t at) {
+    std::size_t size = 0;
+    for (std::size_t i = 0; i < 4; ++i) {
+      size = size << 8 | static_cast<unsigned char>(png[at + i]);
+    }
+    return size;
+  };
+  std::size_t at = std::string_view(png).starts_with("\x89PNG") ? 8 : png.size();
+  while (png.size() - at >= 12 && png.size() - at - 12 >= sizeAt(at)) {
+    const std::size_t size = sizeAt(at);
+    const std::string chunk = pngChunk(png.substr(at + 4, 4), std::string_view(png).substr(at + 8, size));
+    png.replace(at, chunk.size(), chunk);
+    at += chunk.size();
+  }
+  return png;
+}
+
 std::string greyPng(std::uint32_t width, std::uint32_t height, std::string_view chunks) {
   const std::string header = bigEndian(width, 4) + bigEndian(height, 4) + std::string("\x08\0\0\0\0", 5);
   const std::string row = std::string(1, '\0') + std::string(width, '\x80');

@@ -14,6 +14,8 @@ std::string deflated(std::string_view bytes);
 
 /// A PNG chunk, with its length and checksum.
 std::string pngChunk(std::string_view type, std::string_view data);
+/// A PNG, whole or not, with the right checksum for each of its chunks. Any other file stays as it is.
+std::string withChecksums(std::string png);
 /// A grey PNG that every reader shows.
 /// @param chunks  come between the header and the pixels
 std::string greyPng(std::uint32_t width, std::uint32_t height, std::string_view chunks = {});

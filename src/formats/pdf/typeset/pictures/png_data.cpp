@@ -27,12 +27,6 @@ bool isGray(PngColors colors) { return colors == PngColors::Gray || colors == Pn
 // Filters are of use only where the next byte is a similar number.
 bool isWorthFiltering(const PngFile& file) { return file.depth() >= 8 && file.colors() != PngColors::Palette; }
 
-// Zlib makes at most 258 bytes of two bits. Checked first, so that memory is in proportion to the file.
-bool mayHaveAllPixels(const PngFile& file) {
-  constexpr std::uint64_t kMostPerByte = 1032;
-  return std::uint64_t{file.rowSize(file.width())} * file.height() <= file.compressed().size() * kMostPerByte;
-}
-
 std::string colorSpaceOf(const PngFile& file, bool isOpaque) {
   if (file.colors() != PngColors::Palette) {
     return isGray(file.colors()) ? "/DeviceGray" : "/DeviceRGB";
@@ -191,8 +185,7 @@ std::string_view encodePng(std::string_view png, PictureData& data, bool isOpaqu
   if (file.colors() == PngColors::Palette && file.palette().empty()) {
     return "is a PNG with a broken palette";
   }
-  if (!mayHaveAllPixels(file) ||
-      !(file.isInterlaced() ? encodeInterlaced(file, data, isOpaque) : encodeRows(file, data, isOpaque))) {
+  if (!(file.isInterlaced() ? encodeInterlaced(file, data, isOpaque) : encodeRows(file, data, isOpaque))) {
     return kBroken;
   }
   std::string& entries = data.colors.entries;

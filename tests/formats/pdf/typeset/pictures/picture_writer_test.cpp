@@ -78,19 +78,6 @@ TEST(PictureWriter, RefusesAPictureWithALongerSideThanReadersDraw) {
   }
 }
 
-// The largest header that is accepted, with few bytes, does not make it allocate the pixels.
-TEST(PictureWriter, NeedsNoMemoryForPixelsThatAFileCannotHave) {
-  for (const bool isInterlaced : {false, true}) {
-    PngPicture picture{.width = 8000, .height = 8000, .colors = 6, .depth = 16};
-    picture.isInterlaced = isInterlaced;
-    const std::string png = pngWithRows(picture, std::string(1000, '\0'));
-    WrittenPictures written;
-    const std::size_t before = test::allocatedBytes();
-    EXPECT_FALSE(written.write(png).has_value());
-    EXPECT_LT(test::allocatedBytes() - before, 100'000u);
-  }
-}
-
 // Of a file whose rows never end no more is decompressed than the header says.
 TEST(PictureWriter, StopsAtABomb) {
   for (const int colors : {0, 6}) {
