@@ -428,18 +428,41 @@ set_with_groff() {
   wall_in_limit groff -t -Tpdf -P-pa4 "$work/ledger.tbl"
 }
 
+# The compiler of Typst is where scripts/pdf_scripts.py installs it.
+typst_folder="$root/build/scripts"
+typst_program="
+  import {NodeCompiler} from '@myriaddreamin/typst-ts-node-compiler';
+  import {writeFileSync} from 'node:fs';
+  const [folder] = process.argv.slice(1);
+  const compiler = NodeCompiler.create({workspace: folder});
+  writeFileSync(folder + '/typst.pdf', Buffer.from(compiler.pdf({mainFilePath: folder + '/ledger.typ'})));"
+
+# make_typ: the ledger for Typst, of the same rows as for groff.
+make_typ() {
+  sed '1,2d;$d' "$work/ledger.tbl" >"$work/ledger.tsv"
+  printf '#set page(paper: "a4")\n'
+  printf '#table(columns: 6, align: (right, left, left, right, left, left), ..csv("ledger.tsv", delimiter: "\\t").flatten())\n'
+}
+
+set_with_typst() {
+  wall_in_limit env -C "$typst_folder" node --input-type=module -e "$typst_program" -- "$work"
+}
+
 set_document() {
   wall_of "$document" pdf cells 10000 "$work/document"
 }
 
 # Prints a line for each program that is there, and compares with the fastest.
 compare_programs() {
-  local program name taken fastest="" least="" own
+  local program name taken fastest="" least="" own programs=()
   "$document" html cells 10000 "$work/ledger.html" >/dev/null
   make_tbl 10000 >"$work/ledger.tbl"
+  make_typ >"$work/ledger.typ"
   for program in groff:groff chromium:chromium soffice:libreoffice weasyprint:weasyprint; do
-    name="${program#*:}"
-    [ -n "$(type -P "${program%%:*}")" ] || continue
+    [ -z "$(type -P "${program%%:*}")" ] || programs+=("${program#*:}")
+  done
+  [ ! -d "$typst_folder/node_modules/@myriaddreamin" ] || programs+=(typst)
+  for name in "${programs[@]}"; do
     taken="$("set_with_$name")"
     own="$(set_document)"
     verdict "10,000 rows, $name" "$own" "$taken" "$(awk -v a="$own" -v b="$taken" 'BEGIN {print a / b}')" 0.10
@@ -463,6 +486,11 @@ compare_typeset() {
   verdict "cairo" "$seconds" "$other" "$ratio" 0.03
   pairs "document_cpu pdf letters 100000" "document_cpu pdf latin 100000"
   verdict "Cyrillic and Greek / Latin" "$seconds" "$other" "$ratio" 1.15
+  head_line "100,000 rows, PDF" tagged plain ratio limit
+  pairs "document_cpu pdf tagged 100000" "document_cpu pdf cells 100000"
+  verdict "cpu seconds" "$seconds" "$other" "$ratio" 3.0
+  write_document pdf tagged 100000 >/dev/null
+  one_of "bytes a cell" "$(bytes_a_cell "$work/document" 100000)" 45
   head_line "cpu seconds, 1,000 paragraphs" library pango ratio limit
   pairs "peer_cpu prose library 1000" "peer_cpu prose pango 1000"
   verdict "Arabic and Devanagari" "$seconds" "$other" "$ratio" 0.50
@@ -470,6 +498,7 @@ compare_typeset() {
   compare_bytes
   head_line "peak memory, MiB" library "" MiB limit
   one_of "1,000,000 rows" "$(document_peak pdf cells 1000000 | awk '{printf "%.1f", $1 / 1024}')" 20
+  one_of "1,000,000 rows, tagged" "$(document_peak pdf tagged 1000000 | awk '{printf "%.1f", $1 / 1024}')" 20
   write_document pdf cells 2000 >/dev/null
   if [ -n "$(type -P pdfinfo)" ]; then
     head_line "pages" library "" pages limit

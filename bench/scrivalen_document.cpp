@@ -26,6 +26,7 @@ constexpr const char* kUsage =
     "  WRITER  cells: a call for each cell\n"
     "          latin: as cells, with margins of 10 mm\n"
     "          letters: as latin, with the names, remarks and statuses in Cyrillic and Greek letters\n"
+    "          tagged: as cells, with the structure that a PDF has for screen readers\n"
     "          rows: scrivalen_rows, a thousand rows at a time\n"
     "          typed: as cells, with numbers and dates as such\n"
     "          typedrows: as rows, with numbers and dates as such\n"
@@ -75,6 +76,8 @@ void writeCells(scrivalen_document* document, long rows, const BookingWords& wor
 void writeCells(scrivalen_document* document, long rows) { writeCells(document, rows, kLatinWords); }
 
 void writeLatin(scrivalen_document* document, long rows) { writeCells(document, rows, kLatinWords); }
+
+void writeTagged(scrivalen_document* document, long rows) { writeCells(document, rows, kLatinWords); }
 
 void writeLetters(scrivalen_document* document, long rows) { writeCells(document, rows, OtherLetters().words()); }
 
@@ -183,6 +186,9 @@ std::string writeDocument(WriteContent write, const std::vector<std::string>& fo
   scrivalen_set(document.handle, "clock", "1700000000");
   if (write == writeLatin || write == writeLetters) {
     scrivalen_set(document.handle, "margins", "10mm");  // so that no text of the wider letters is wrapped
+  }
+  if (write == writeTagged) {
+    scrivalen_set(document.handle, "pdf.tagged", "yes");
   }
   beginTable(document.handle);
   write(document.handle, rows);
@@ -420,6 +426,7 @@ WriteContent writerOf(std::string_view name) {
   if (name == "cells") return static_cast<WriteContent>(&writeCells);
   if (name == "latin") return writeLatin;
   if (name == "letters") return writeLetters;
+  if (name == "tagged") return writeTagged;
   if (name == "rows") return writeRows;
   if (name == "typed") return writeTyped;
   if (name == "typedrows") return writeTypedRows;
