@@ -69,8 +69,8 @@ constexpr unsigned styleOf(FontId font) { return font % kStyles; }
 
 }  // namespace
 
-FontSet::FontSet(std::vector<std::unique_ptr<FontFile>> files, bool hidesMissingGlyphs)
-    : hidesMissingGlyphs_(hidesMissingGlyphs), fonts_(kHostFonts, nullptr) {
+FontSet::FontSet(std::vector<std::unique_ptr<FontFile>> files, bool hidesMissingGlyphs, std::size_t mostCodes)
+    : hidesMissingGlyphs_(hidesMissingGlyphs), mostCodes_(mostCodes), fonts_(kHostFonts, nullptr) {
   for (std::unique_ptr<FontFile>& file : files) {
     add(std::move(file));
   }
@@ -99,7 +99,7 @@ void FontSet::add(std::unique_ptr<FontFile> file) {
     names_.push_back(names);
     fonts_.resize(fonts_.size() + kStyles, nullptr);
   }
-  typefaces_.push_back(std::make_unique<Typeface>(std::move(file)));
+  typefaces_.push_back(std::make_unique<Typeface>(std::move(file), mostCodes_));
   fonts_[kHostFonts + place * kStyles + style] = typefaces_.back().get();
   if (hidesMissingGlyphs_) {
     typefaces_.back()->replaceMissingGlyph();
@@ -147,7 +147,7 @@ Typeface& FontSet::load(FontId font) {
   if (file->glyphOf('A') == 0) {
     throw std::bad_alloc();
   }
-  typefaces_.push_back(std::make_unique<Typeface>(std::move(file)));
+  typefaces_.push_back(std::make_unique<Typeface>(std::move(file), mostCodes_));
   fonts_[font] = typefaces_.back().get();
   if (hidesMissingGlyphs_) {
     fonts_[font]->replaceMissingGlyph();

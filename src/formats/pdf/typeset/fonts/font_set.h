@@ -36,7 +36,9 @@ class FontSet {
  public:
   /// @param files               of the host, in the order in which they are asked for characters
   /// @param hidesMissingGlyphs  whether another glyph is drawn where a font has none for a character
-  explicit FontSet(std::vector<std::unique_ptr<FontFile>> files = {}, bool hidesMissingGlyphs = false);
+  /// @param mostCodes           of a composite font, after which a typeface begins another
+  explicit FontSet(std::vector<std::unique_ptr<FontFile>> files = {}, bool hidesMissingGlyphs = false,
+                   std::size_t mostCodes = Typeface::kMostCodes);
 
   /// The family that a person's name of a font means: of a host's file, of a font of the library, or of the well-known
   /// font with the same widths as one of these.
@@ -60,6 +62,7 @@ class FontSet {
   bool findIn(FontId first, unsigned style, char32_t c, FontId& font);
 
   const bool hidesMissingGlyphs_;
+  const std::size_t mostCodes_;
   std::vector<std::unique_ptr<Typeface>> typefaces_;
   std::vector<Typeface*> fonts_;  // four of each family; null: not read yet
   std::vector<FontNames> names_;  // of the host's families

@@ -60,6 +60,32 @@ TEST_F(Paragraphs, HaveBlanksInTheFontOfTheWordBefore) {
   EXPECT_EQ(set(textOf("\u05DB\u05DC no"), {.width = 100 * kPoint}).pieces.size(), 2u);
 }
 
+// The operators of marked content in the order of the page, and what is between them.
+std::string marksOf(const SetText& set) {
+  std::string marks;
+  for (const TextPiece& piece : set.pieces) {
+    const std::string content = set.content.substr(piece.begin, piece.end - piece.begin);
+    for (std::size_t at = 0; at < content.size(); ++at) {
+      const std::string_view left = std::string_view(content).substr(at);
+      const bool isGlyph = left.starts_with("(") && !std::string_view(content).substr(0, at).ends_with("ActualText");
+      marks += left.starts_with("BDC") ? "<" : left.starts_with("EMC") ? ">" : isGlyph ? "g" : "";
+    }
+  }
+  return marks;
+}
+
+// Of a letter and its mark the last number of one font and the first of the next.
+TEST_F(Paragraphs, KeepLettersWithMarksWholeThatTwoFontsHave) {
+  for (const std::size_t mostCodes : {1, 2, 3}) {
+    FontSet fewCodes({}, false, mostCodes);
+    Shaper own(fewCodes);
+    const LineRule rule{.width = 100 * kPoint, .leading = 1300, .usual = sans()};
+    // The mark is before its letter from right to left, and nothing that is seen is before the mark.
+    EXPECT_EQ(marksOf(setText(textOf("\u05E9\u05B2\u05E2\u05B2"), rule, own)), "<ggg><ggg>");
+    EXPECT_EQ(marksOf(setText(textOf("q\u0303x"), rule, own)), "<ggg>g");
+  }
+}
+
 TEST_F(Paragraphs, BreakAWordThatNoLineHolds) {
   EXPECT_EQ(lines(textOf("nonono"), {.width = 12000}), (Texts{"no", "no", "no"}));
 }
