@@ -360,7 +360,8 @@ TEST(Lists, HaveTheFullStopOfTheirNumbersBesideTextFromRightToLeft) {
   for (const char* number : {"98", "99", "100"}) {
     const std::vector<PdfText> line = pages.at(0).lineOf(number);
     EXPECT_EQ(line.back().text, number) << "further right than anything else of the line";
-    EXPECT_EQ(line[line.size() - 2].text, ".");
+    const bool hasBox = number == std::string_view("99");
+    EXPECT_EQ(line[line.size() - 2].text, hasBox ? " ." : ".");
   }
   EXPECT_LT(pages.at(0).find("\u2610").x, pages.at(0).find("99").x - 2.7);
   EXPECT_LE(pages.at(0).find("100").x, kRight - 3 * kDigit);
