@@ -94,7 +94,7 @@ need_test() {
   need_packages python3-openpyxl python3-docx libreoffice-calc-nogui
   need_packages python3-setuptools python3-wheel python3-venv
   need_packages libpdfbox2-java libcommons-io-java libjaxb-java libactivation-java
-  need_packages binutils time unicode-data fonts-urw-base35 fonts-lohit-deva libharfbuzz-bin
+  need_packages binutils time unicode-data fonts-urw-base35 fonts-lohit-deva fonts-tlwg-garuda-ttf libharfbuzz-bin
   need_command ccache ccache
 }
 

@@ -47,41 +47,53 @@ std::string asHbShape(const std::vector<ShapedGlyph>& glyphs) {
   return out.str();
 }
 
-std::string pathOf(std::string_view font) {
+std::wstring pathOf(std::string_view font) {
   std::wstring path(folderOf(homePath()));
-  path.append(L"fonts").append(1, kPathSeparator).append(toWide(font));
-  return narrowPath(path);
+  return path.append(L"fonts").append(1, kPathSeparator).append(toWide(font));
 }
 
 // Shapes a word of one script as the document's texts are shaped.
-void expectGlyphsOfHbShape(std::string_view fontName, const std::string& word) {
-  const auto font = readFont(bundledFont(fontName));
+void expectGlyphsOfHbShape(const std::wstring& path, const std::string& word) {
+  const auto font = readFont(bytesOf(path));
   const char* at = word.data();
   char32_t first = 0;
   nextUtf8(at, word.data() + word.size(), first);
   std::vector<ShapedGlyph> glyphs;
   font->shape({word, scriptOf(first), firstDirection(word) == Direction::RightToLeft, "en"}, glyphs);
-  const std::string path = pathOf(fontName);
   EXPECT_EQ(asHbShape(glyphs), outputOf("hb-shape --no-glyph-names --utf8-clusters --font-size=1000 --language=en '" +
-                                        path + "' '" + word + "'"))
+                                        narrowPath(path) + "' '" + word + "'"))
       << word;
 }
 
 TEST(Glyphs, AreThoseOfHbShapeInSimpleScripts) {
   for (const char* word : {"AVATAR", "office", "Ἑλλάς", "Ελληνικά", "Москва", "Թ", "ქართული"}) {
-    expectGlyphsOfHbShape(kDejaVuFont, word);
+    expectGlyphsOfHbShape(pathOf(kDejaVuFont), word);
   }
 }
 
 TEST(Glyphs, AreThoseOfHbShapeInScriptsThatNeedShaping) {
   for (const char* word : {"سلام", "لا", "مُحَمَّد", "שָׁלוֹם", "ພາສາລາວ", "ߒߞߏ", "ⵜⵉⴼⵉⵏⴰⵖ", "ᐃᓄᒃᑎᑐᑦ", "ᚑᚌᚐᚋ"}) {
-    expectGlyphsOfHbShape(kDejaVuFont, word);
+    expectGlyphsOfHbShape(pathOf(kDejaVuFont), word);
+  }
+}
+
+// Conjuncts, half forms, a vowel that is drawn before its consonant, and one that is above the next.
+TEST(Glyphs, AreThoseOfHbShapeInDevanagari) {
+  for (const char* word : {"हिन्दी", "क्षत्रिय", "र्क", "कि", "श्रृंखला", "विद्यार्थियों", "क्\u200Dष", "क्\u200Cष"}) {
+    expectGlyphsOfHbShape(toWide(SCRIVALEN_DEVANAGARI_FONT), word);
+  }
+}
+
+// Vowels and tones above each other, and a vowel of two parts.
+TEST(Glyphs, AreThoseOfHbShapeInThai) {
+  for (const char* word : {"น้ำ", "ที่", "กำลัง", "ผู้", "ปั๊ม", "มนุษย์", "ญี่ปุ่น", "ฐานะ", "ฤๅษี"}) {
+    expectGlyphsOfHbShape(toWide(SCRIVALEN_THAI_FONT), word);
   }
 }
 
 TEST(Glyphs, AreThoseOfHbShapeWithMarks) {
   for (const char* word : {"x\u0323\u0308", "e\u0301", "\u0416\u0301"}) {
-    expectGlyphsOfHbShape(kSansFont, word);
+    expectGlyphsOfHbShape(pathOf(kSansFont), word);
   }
 }
 
