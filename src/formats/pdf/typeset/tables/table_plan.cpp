@@ -40,13 +40,26 @@ struct TableColumns {
   const document::Table& table;
   const std::vector<ColumnText>& texts;
   bool isEqual;
+  std::vector<Length> gaps = {};
 };
+
+// Numbers are close to the text on their right, unlike texts, most of which are shorter than their column.
+std::vector<Length> gapsOf(const document::Table& table) {
+  std::vector<Length> gaps(table.columns.size());
+  for (std::size_t i = 0; i + 1 < gaps.size(); ++i) {
+    const bool isBesideText =
+        table.columns[i].align == document::Align::Right && table.columns[i + 1].align == document::Align::Left;
+    gaps[i] = isBesideText ? kGapAfterNumbers : 0;
+  }
+  return gaps;
+}
 
 std::vector<ColumnNeed> needsOf(const TableColumns& columns, Length size) {
   std::vector<ColumnNeed> needs;
   for (std::size_t column = 0; column < columns.texts.size(); ++column) {
-    const auto need = [size](Length usual) {
-      return static_cast<double>(usual * size / kUsualTableSize + 2 * kCellPadding + kPoint / 10);
+    const Length gap = columns.gaps.empty() ? 0 : columns.gaps[column];
+    const auto need = [size, gap](Length usual) {
+      return static_cast<double>(usual * size / kUsualTableSize + 2 * kCellPadding + gap + kPoint / 10);
     };
     const ColumnText& text = columns.texts[column];
     needs.push_back({need(text.longestWord), need(text.longestLine), columns.table.columns[column].width,
@@ -103,7 +116,7 @@ TablePart partOf(const TableColumns& columns, const std::vector<ColumnNeed>& nee
     widths = document::columnWidths(own, space);
   }
   fillSpace(widths.widths, mayGrow, space);
-  TablePart part{first, end, {0}};
+  TablePart part{first, end, {0}, columns.gaps};
   double edge = 0;
   for (const double width : widths.widths) {
     edge += width;
@@ -267,6 +280,13 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
 TablePlan planTable(const document::Table& table, const std::vector<ColumnText>& texts, const TableSpace& space) {
   const auto width = static_cast<double>(space.upright);
   const auto turnedWidth = static_cast<double>(space.turned);
+  if (!space.isRightToLeft) {
+    const TableColumns spaced{table, texts, space.isEqual, gapsOf(table)};
+    const std::vector<ColumnNeed> needs = needsOf(spaced, kUsualTableSize);
+    if (widthsOf(needs, width, space.isEqual).fit) {
+      return {false, kUsualTableSize, {partOf(spaced, needs, 0, needs.size(), width)}};
+    }
+  }
   const TableColumns columns{table, texts, space.isEqual};
   if (auto plan = inOnePart(columns, width)) {
     return *std::move(plan);

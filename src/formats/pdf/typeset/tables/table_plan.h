@@ -15,6 +15,7 @@ struct TablePart {
   std::size_t first = 0;  ///< 0 if the first column is in the range itself
   std::size_t end = 0;
   std::vector<Length> edges;  ///< the left edge of each column, the first column before the range, then the right edge
+  std::vector<Length> gaps = {};  ///< of each column, beyond its text on the right; empty: none
 
   bool repeatsFirst() const { return first > 0; }
   bool has(std::size_t column) const { return (column == 0 && repeatsFirst()) || (column >= first && column < end); }
@@ -37,6 +38,8 @@ struct TablePart {
     const std::size_t shown = std::max(std::min(endColumn, end), first);
     return edges[shown - first + (repeatsFirst() ? 1 : 0)];
   }
+  /// The gap in a cell that ends before a column.
+  Length gapBefore(std::size_t endColumn) const { return gaps.empty() ? 0 : gaps[endColumn - 1]; }
 };
 
 /// How a table fits the text's width.
@@ -64,10 +67,15 @@ struct TableSpace {
   Length upright;
   Length turned;  ///< not wider: there are no turned pages
   bool isEqual;   ///< columns of equal widths rather than widths from their content
+  bool isRightToLeft = false;
 };
 
 /// Between the text of a cell and each of its sides.
 inline constexpr Length kCellPadding = 4 * kPoint;
+
+/// Between a column that is aligned to the right and the text beside it, beyond their padding, where a table of text in
+/// the usual size has space for it.
+inline constexpr Length kGapAfterNumbers = 5 * kPoint;
 
 /// A table that does not fit is set smaller, then on turned pages, then split; in parts it is on turned pages only if
 /// there are fewer of them.

@@ -11,7 +11,8 @@ namespace {
 constexpr Length kLeading = 1180;  // in thousandths of the size
 
 Length textWidth(const TablePart& part, std::size_t column, std::size_t endColumn) {
-  return std::max(part.rightOf(endColumn) - part.leftOf(column) - 2 * kCellPadding, kPoint);
+  const Length width = part.rightOf(endColumn) - part.leftOf(column);
+  return std::max(width - 2 * kCellPadding - part.gapBefore(endColumn), kPoint);
 }
 
 }  // namespace

@@ -45,9 +45,9 @@ bool hasRightToLeftHeader(const document::Table& table) {
 void TableSetter::begin(const document::Table& table) {
   const Length turnedWidth =
       std::max(flow_.shape().height, flow_.shape().width) - flow_.shape().left - flow_.shape().right - flow_.indent();
-  plan_ = planTable(table, measureColumns(table, shaper_, family_),
-                    {flow_.width(), turnedWidth, settings_.text("widths") == "equal"});
   isMirrored_ = document::isRightToLeft(settings_.text("language")) || hasRightToLeftHeader(table);
+  plan_ = planTable(table, measureColumns(table, shaper_, family_),
+                    {flow_.width(), turnedWidth, settings_.text("widths") == "equal", isMirrored_});
   rows_.begin(plan_, table, std::min(flow_.shape().textHeight(), flow_.shape().turned().textHeight()), isMirrored_);
   headers_.clear();
   hasBegun_ = false;
@@ -218,7 +218,7 @@ Length TableSetter::fitLines(std::vector<CellLines>& cells, Length padding, bool
 LineSpace TableSetter::spaceOf(const SetCell& cell, const TablePart& part) const {
   const Length left = part.leftOf(cell.column);
   const Length width = part.rightOf(cell.endColumn) - left;
-  return {placeOf(left, width) + kCellPadding, 0, width - 2 * kCellPadding};
+  return {placeOf(left, width) + kCellPadding, 0, width - 2 * kCellPadding - part.gapBefore(cell.endColumn)};
 }
 
 // The first column of a table that is read from right to left is on the right.
@@ -275,8 +275,9 @@ void TableSetter::drawFrame(const SetRow& row, const TablePart& part, Length top
   Canvas& canvas = pages_.canvas();
   eachCell(row, part, [&](const SetCell& cell) {
     if (cell.background) {
-      const LineSpace space = spaceOf(cell, part);
-      canvas.area(space.left - kCellPadding, top, space.width + 2 * kCellPadding, height, *cell.background);
+      const Length left = part.leftOf(cell.column);
+      const Length width = part.rightOf(cell.endColumn) - left;
+      canvas.area(placeOf(left, width), top, width, height, *cell.background);
     }
   });
   const Length rule = row.isHeader ? kHeaderRule : kRule;

@@ -61,6 +61,33 @@ TEST(TablePlan, GivesColumnsThatFitSomewhatMoreThanTheirLines) {
   EXPECT_EQ(widthsOf(plan.parts.front()), "115 69");
 }
 
+// Words of 498 points leave no space for a gap.
+TEST(TablePlan, SeparatesNumbersFromTheTextBesideThemWhereTheUsualTextHasSpace) {
+  using document::Align;
+  const auto gapsOf = [](std::initializer_list<Align> aligns, Length word) {
+    document::Table table = tableOf(aligns.size());
+    std::size_t column = 0;
+    for (const Align align : aligns) {
+      table.columns[column++].align = align;
+    }
+    const TablePlan plan = planTable(table, same(aligns.size(), word, word), {kUpright, kUpright, false});
+    EXPECT_EQ(plan.size, 9 * kPoint);
+    return plan.parts.front().gaps;
+  };
+  const Length gap = kGapAfterNumbers;
+  EXPECT_EQ(gapsOf({Align::Right, Align::Right, Align::Left}, 100), (std::vector<Length>{0, gap, 0}));
+  EXPECT_EQ(gapsOf({Align::Right, Align::Center, Align::Right}, 100), (std::vector<Length>{0, 0, 0}));
+  EXPECT_EQ(gapsOf({Align::Right, Align::Left, Align::Left}, 164), (std::vector<Length>{gap, 0, 0}));
+  EXPECT_TRUE(gapsOf({Align::Right, Align::Left, Align::Left}, 166).empty());
+}
+
+TEST(TablePlan, HasNoGapsInATableFromRightToLeft) {
+  document::Table table = tableOf(2);
+  table.columns[0].align = document::Align::Right;
+  table.columns[1].align = document::Align::Left;
+  EXPECT_TRUE(planTable(table, same(2, 50, 50), {kUpright, kTurned, false, true}).parts.front().gaps.empty());
+}
+
 TEST(TablePlan, GivesWhatIsLeftToColumnsOfTextThatMayGetLonger) {
   ColumnText text = needs(40, 100);
   text.mayGrow = true;

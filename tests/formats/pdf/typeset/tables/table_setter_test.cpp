@@ -88,6 +88,28 @@ TEST(TableSetter, EndsNumbersAtTheRightOfTheirColumn) {
   EXPECT_NEAR(textOn(page, "Anna").x, textOn(page, "Ben").x, kRounding);
 }
 
+// The paddings of two cells are 8 points.
+TEST(TableSetter, SeparatesNumbersFromTheTextBesideThem) {
+  MadeTable table(aligned({Align::Right, Align::Left}));
+  table.addRow({"12345", "Anna"});
+  const DrawnPage page = table.pages().front();
+  const double endOfNumber = textOn(page, "12345").x + 5 * kFigure;
+  EXPECT_NEAR(textOn(page, "Anna").x - endOfNumber, 13, 2 * kRounding);
+}
+
+// The area of a cell has no gap on its right.
+TEST(TableSetter, ColoursCellsUpToTheTextBesideTheirNumbers) {
+  MadeTable table(aligned({Align::Right, Align::Left}));
+  table.beginRow(false);
+  addCell(table, {.background = 0x00FF00}, "12345");
+  addCell(table, {}, "Anna");
+  table.end();
+  const DrawnPage page = table.pages().front();
+  ASSERT_FALSE(page.areas.empty());
+  EXPECT_EQ(page.areas[0].color, 0x00FF00u);
+  EXPECT_NEAR(page.areas[0].left + page.areas[0].width, textOn(page, "Anna").x - 4, kRounding);
+}
+
 TEST(TableSetter, AlignsCellsAsTheirColumnOrTheySay) {
   MadeTable table(aligned({Align::Left, Align::Center, Align::Right}));
   table.addRow({"00000", "00000", "00000"});
