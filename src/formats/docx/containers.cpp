@@ -1,15 +1,12 @@
 #include "formats/docx/containers.h"
 
+#include "formats/docx/parts/styles.h"
 #include "formats/docx/xml.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace scrivalen::document::docx {
 namespace {
-
-constexpr int kQuoteIndent = 360;       // twips
-constexpr int kLargestIndentShare = 2;  // deeper parts leave at least half of the width
 
 std::string_view boxOf(Task task) {
   constexpr std::string_view kBoxes[] = {"", "\xE2\x98\x90", "\xE2\x98\x92"};  // U+2610, U+2612, as Word has them
@@ -31,48 +28,23 @@ std::string quoteBorder(bool isRightToLeft) {
 
 }  // namespace
 
-void Containers::beginList(const Event& list) {
-  Container opened{.isList = true, .isOrdered = list.ordered, .isTight = list.tight, .number = list.number};
-  const auto around = std::count_if(open_.begin(), open_.end(), [](const Container& outer) { return outer.isList; });
-  opened.level = std::min(static_cast<int>(around), kListLevels - 1);
-  opened.list = list.ordered ? numbering_.addList(opened.level, list.number) : kBulletList;
-  open_.push_back(opened);
+int Containers::addList(const Event& list, int level) {
+  return list.ordered ? numbering_.addList(std::min(level, kListLevels - 1), list.number) : kBulletList;
 }
 
-void Containers::beginItem(Task task) {
-  markerDepth_ = open_.size();
-  task_ = task;
-}
-
-Style Containers::style() const {
-  return open_.empty() ? Style::Normal : open_.back().isList ? Style::List : Style::Quote;
-}
-
-int Containers::indent() const {
-  int sum = 0;
-  for (const Container& container : open_) {
-    sum += container.isList ? kListIndent : kQuoteIndent;
-  }
-  return std::min(sum, textWidth_ / kLargestIndentShare);
-}
-
-bool Containers::isInQuote() const {
-  return std::any_of(open_.begin(), open_.end(), [](const Container& container) { return !container.isList; });
-}
-
-ContainerProperties Containers::takeProperties(Style style, bool isRightToLeft) {
+ContainerProperties Containers::takeProperties(BlockKind kind, bool isRightToLeft) {
   ContainerProperties properties;
-  if (open_.empty()) {
+  if (open().empty()) {
     return properties;
   }
   // The style of a quote has the border and the indent of one that is not in another.
-  const bool isQuote = style == Style::Quote;
-  const bool isOneQuote = isQuote && open_.size() == 1;
-  if (isInQuote() && style != Style::Code && (isRightToLeft || !isQuote)) {
+  const bool isQuote = kind == BlockKind::Quote;
+  const bool isOneQuote = isQuote && open().size() == 1;
+  if (isInQuote() && kind != BlockKind::Code && (isRightToLeft || !isQuote)) {
     properties.border = quoteBorder(isRightToLeft);
   }
   properties.indent = isOneQuote ? std::string() : indentElement(indent());
-  properties.space = open_.back().isTight ? "<w:contextualSpacing/>" : "";
+  properties.space = open().back().isTight ? "<w:contextualSpacing/>" : "";
   if (hasMarker()) {
     properties.marker = takeMarker(properties);
   }
@@ -80,8 +52,9 @@ ContainerProperties Containers::takeProperties(Style style, bool isRightToLeft) 
 }
 
 std::string Containers::takeMarker(ContainerProperties& properties) {
-  Container& list = open_[std::exchange(markerDepth_, 0) - 1];
-  const std::string_view box = boxOf(task_);
+  Container& list = takeMarkedList();
+  const int level = std::min(list.level, kListLevels - 1);
+  const std::string_view box = boxOf(task());
   const bool isBox = !list.isOrdered && !box.empty();
   const int number = isBox ? kTaskList : list.list;
   const std::int64_t shown = list.number++;
@@ -89,9 +62,9 @@ std::string Containers::takeMarker(ContainerProperties& properties) {
     properties.indent = hangingIndentElement(indent());
     return joined({std::to_string(shown), ".\t", box, box.empty() ? "" : " "});
   }
-  properties.list = joined({"<w:numPr><w:ilvl w:val=\"", std::to_string(list.level), "\"/><w:numId w:val=\"",
+  properties.list = joined({"<w:numPr><w:ilvl w:val=\"", std::to_string(level), "\"/><w:numId w:val=\"",
                             std::to_string(number), "\"/></w:numPr>"});
-  const bool isUsual = indent() == (list.level + 1) * kListIndent;
+  const bool isUsual = indent() == (level + 1) * kListIndent;
   properties.indent = isUsual ? std::string() : hangingIndentElement(indent());
   return joined({box, isBox ? "\t" : box.empty() ? "" : " "});
 }

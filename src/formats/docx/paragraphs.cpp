@@ -1,22 +1,26 @@
 #include "formats/docx/paragraphs.h"
 
-#include "document/language.h"
 #include "formats/docx/xml.h"
 
-#include <cstddef>
-#include <utility>
+#include <string>
 
 namespace scrivalen::document::docx {
 namespace {
 
-constexpr std::size_t kMostWaiting = 4096;  // bytes without any letter
+Style numbered(Style first, int level) { return static_cast<Style>(static_cast<int>(first) + level - 1); }
 
-Direction directionOfText(const Event& event) {
-  switch (event.kind) {
-    case EventKind::Text: return firstDirection(event.text);
-    case EventKind::BeginLanguage: return isRightToLeft(event.text) ? Direction::RightToLeft : Direction::LeftToRight;
-    default: return Direction::Neutral;
+Style styleOf(const ParagraphStart& start) {
+  switch (start.kind) {
+    case BlockKind::Normal: return Style::Normal;
+    case BlockKind::Heading: return numbered(Style::Heading1, start.level);
+    case BlockKind::Title: return Style::Title;
+    case BlockKind::Quote: return Style::Quote;
+    case BlockKind::Code: return Style::Code;
+    case BlockKind::List: return Style::List;
+    case BlockKind::Contents: return numbered(Style::Contents1, start.level);
+    case BlockKind::Rule: return Style::Rule;
   }
+  return Style::Normal;
 }
 
 }  // namespace
@@ -34,33 +38,20 @@ std::string_view alignmentElement(Align align, bool isRightToLeft) {
   return "";
 }
 
-void Paragraphs::begin(ParagraphStart start) {
-  start_ = start;
-  isOpen_ = true;
-  isWaiting_ = true;
-}
-
-void Paragraphs::begin(ParagraphStart start, Direction direction) {
-  const bool isRightToLeft = direction == Direction::Neutral ? isRightToLeft_ : direction == Direction::RightToLeft;
-  sections_.prepare(orientation_);
-  const ContainerProperties around = containers_.takeProperties(start.style, isRightToLeft);
+void Paragraphs::writeBegin(const ParagraphStart& start, bool isRightToLeft) {
+  const ContainerProperties around = containers_.takeProperties(start.kind, isRightToLeft);
   put(out_, "<w:p>");
   writeProperties(start, isRightToLeft, around);
-  sections_.addContent();
-  const PageTwips& paper = sections_.paper();
-  inlines_.setRoom({paper.textWidth() - containers_.indent(), paper.textHeight()});
   inlines_.beginText({}, isRightToLeft);
   inlines_.writeHeld();
   if (!around.marker.empty()) {
     inlines_.writeText(around.marker);
   }
-  isOpen_ = true;
-  isWaiting_ = false;
 }
 
 // In the order of the schema (ECMA-376, 17.3.1.26).
-void Paragraphs::writeProperties(ParagraphStart start, bool isRightToLeft, const ContainerProperties& around) {
-  std::string xml(styleReference(start.style));
+void Paragraphs::writeProperties(const ParagraphStart& start, bool isRightToLeft, const ContainerProperties& around) {
+  std::string xml(styleReference(styleOf(start)));
   xml += sections_.takeBreak() ? "<w:pageBreakBefore/>" : "";
   xml.append(around.list).append(around.border);
   xml += isRightToLeft ? "<w:bidi/>" : "";
@@ -72,39 +63,6 @@ void Paragraphs::writeProperties(ParagraphStart start, bool isRightToLeft, const
   }
 }
 
-void Paragraphs::decide(Direction direction) {
-  begin(std::exchange(start_, {}), direction);
-  std::exchange(waiting_, {}).replay(inlines_);
-}
-
-void Paragraphs::write(const Event& event) {
-  if (isWaiting_) {
-    const Direction direction = directionOfText(event);
-    if (direction == Direction::Neutral && event.kind != EventKind::Image && waiting_.size() < kMostWaiting) {
-      return waiting_.write(event);
-    }
-    decide(direction);
-  }
-  inlines_.write(event);
-}
-
-void Paragraphs::close() {
-  if (isWaiting_) {
-    decide(Direction::Neutral);
-  }
-  if (std::exchange(isOpen_, false)) {
-    put(out_, "</w:p>\n");
-  }
-}
-
-void Paragraphs::write(ParagraphStart start, std::string_view text) {
-  begin(start, firstDirection(text));
-  if (!text.empty()) {
-    inlines_.writeText(text);
-  }
-  close();
-}
-
-void Paragraphs::writeEmpty() { write({.style = containers_.style()}, {}); }
+void Paragraphs::writeEnd() { put(out_, "</w:p>\n"); }
 
 }  // namespace scrivalen::document::docx

@@ -1,5 +1,6 @@
 #include "formats/docx/parts/numbering.h"
 
+#include "document/word/word_containers.h"
 #include "formats/docx/xml.h"
 
 #include <string>

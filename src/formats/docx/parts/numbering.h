@@ -7,7 +7,6 @@
 
 namespace scrivalen::document::docx {
 
-inline constexpr int kListIndent = 440;  ///< of each level, in twips
 inline constexpr int kListLevels = 9;
 
 // The lists of all documents; numbered ones follow.

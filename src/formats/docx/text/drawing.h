@@ -1,18 +1,13 @@
 #pragma once
 
 #include "document/pictures/picture.h"
+#include "document/word/word_inlines.h"
 #include "output/output_buffer.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace scrivalen::document::docx {
-
-/// The largest size that a picture may have, in twips.
-struct Room {
-  int width = 1;
-  int height = 1;
-};
 
 struct Drawing {
   std::string_view relation;     ///< that leads to the picture

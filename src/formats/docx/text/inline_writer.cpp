@@ -1,6 +1,7 @@
 #include "formats/docx/text/inline_writer.h"
 
 #include "formats/docx/parts/relations.h"
+#include "formats/docx/text/drawing.h"
 #include "formats/docx/text/fields.h"
 #include "text/address.h"
 
@@ -88,41 +89,32 @@ void InlineWriter::beginLink(const Event& event) {
     link_ = OpenLink::None;
   } else if (event.address.starts_with('#')) {
     link_ = OpenLink::Place;
-    beginPlaceLink(*out_, event.address.substr(1), event.title);
+    beginPlaceLink(out(), event.address.substr(1), event.title);
   } else {
     link_ = OpenLink::Address;
-    beginAddressField(*out_, event.address, event.title);
+    beginAddressField(out(), event.address, event.title);
   }
   beginStyle(event);
 }
 
 void InlineWriter::endLink() {
   if (link_ == OpenLink::Address) {
-    endAddressField(*out_);
+    endAddressField(out());
   } else if (link_ == OpenLink::Place) {
-    endPlaceLink(*out_);
+    endPlaceLink(out());
   }
   link_ = OpenLink::None;
   endStyle();
 }
 
-void InlineWriter::hold(std::string_view id) {
-  if (!id.empty()) {
-    held_.emplace_back(id);
-  }
-}
+void InlineWriter::writePlace(std::string_view id) { writeBookmark(out(), id, places_++); }
 
-void InlineWriter::writeHeld() {
-  for (const std::string& id : held_) {
-    anchor(id);
-  }
-  held_.clear();
-}
-
-void InlineWriter::anchor(std::string_view id) {
-  if (hasPlaces_) {
-    writeBookmark(*out_, id, places_++);
-  }
+void InlineWriter::writePageLink(const Event& item) {
+  beginPlaceLink(out(), item.id, {});
+  writeText(item.text);
+  writeText("\t");
+  writePageReference(out(), item.id);
+  endPlaceLink(out());
 }
 
 void InlineWriter::image(const Event& event) {
@@ -130,9 +122,9 @@ void InlineWriter::image(const Event& event) {
     return event.text.empty() ? void() : writeText(event.text);
   }
   const std::string relation = pictureRelation(pictures_.add(*event.picture));
-  runs_.begin(*out_);
-  writeDrawing(*out_, *event.picture, {relation, ++drawings_, event.text, event.points}, room_);
-  RunWriter::end(*out_);
+  runs_.begin(out());
+  writeDrawing(out(), *event.picture, {relation, ++drawings_, event.text, event.points}, room());
+  RunWriter::end(out());
 }
 
 }  // namespace scrivalen::document::docx

@@ -1,34 +1,17 @@
 #pragma once
 
-#include "document/model/event.h"
+#include "document/word/word_containers.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "output/output_buffer.h"
 
-#include <cstddef>
-#include <cstdint>
-#include <vector>
-
 namespace scrivalen::document::rtf {
 
-/// The quotes and lists that are open, and what they add to a paragraph: its indent, its border, and the marker of an
-/// item that has begun.
-class Containers {
+/// What open quotes and lists add to a paragraph: its indent, its border, and the marker of an item that has begun.
+class Containers : public WordContainers {
  public:
   /// @param out, styles  not owned; must outlive this object
   Containers(OutputBuffer& out, const StyleSheet& styles, int textWidth)
-      : out_(out), styles_(styles), textWidth_(textWidth) {}
-
-  void beginQuote() { open_.emplace_back(); }
-  void beginList(const Event& list);
-  void beginItem(Task task);
-  void end() { open_.pop_back(); }
-
-  /// The style of text here.
-  Style style() const;
-  /// In twips.
-  int indent() const;
-  /// Whether an item has begun whose marker is not written.
-  bool hasMarker() const { return markerDepth_ > 0; }
+      : WordContainers(textWidth), out_(out), styles_(styles) {}
 
   /// @param isRightToLeft  whether the paragraph is
   void writeWords(bool isRightToLeft);
@@ -36,16 +19,8 @@ class Containers {
   void writeMarker();
 
  private:
-  struct Container {
-    bool isList = false;
-    bool isOrdered = false;
-    bool isTight = false;
-    std::int64_t number = 0;  // of the next item
-    int list = 0;             // its number in the table of lists; 0: its items are numbered by text
-    int depth = 0;            // among lists
-  };
+  int addList(const Event& list, int level) override;
 
-  bool isInQuote() const;
   void writeListWords(const Container& list);
   void writeIndent(bool isRightToLeft);
   void writeNumber(Container& list);
@@ -53,11 +28,7 @@ class Containers {
 
   OutputBuffer& out_;
   const StyleSheet& styles_;
-  int textWidth_;
-  std::vector<Container> open_;
-  int numberedLists_ = 0;        // of the table that are used
-  std::size_t markerDepth_ = 0;  // of the list of an item that has begun; 0: its marker is written
-  Task task_ = Task::None;
+  int numberedLists_ = 0;  // of the table that are used
 };
 
 }  // namespace scrivalen::document::rtf

@@ -2,6 +2,7 @@
 
 #include "document/word/bookmark_name.h"
 #include "formats/rtf/document/escape.h"
+#include "formats/rtf/document/picture.h"
 #include "formats/rtf/document/prolog/style_sheet.h"
 #include "text/address.h"
 #include "text/languages/windows_language.h"
@@ -23,8 +24,7 @@ int languageNumber(std::string_view tag) {
 
 int halfPointsOf(double points) { return static_cast<int>(std::max(1L, std::lround(2 * points))); }
 
-}  // namespace
-
+// Three closing braces end the link.
 void beginLinkField(OutputBuffer& out, std::string_view address, std::string_view title) {
   if (address.empty() || address == "#") {
     return put(out, "{{{");
@@ -46,6 +46,8 @@ void beginLinkField(OutputBuffer& out, std::string_view address, std::string_vie
   put(out, "}}{\\fldrslt{");
 }
 
+}  // namespace
+
 void InlineWriter::beginText(const RunStyle& style, bool isRightToLeft) {
   styles_.assign(1, style);
   isRightToLeft_ = isRightToLeft;
@@ -63,13 +65,13 @@ void InlineWriter::write(const Event& event) {
     case EventKind::EndSpan:
     case EventKind::EndColored:
     case EventKind::EndSized:
-    case EventKind::EndLanguage: endStyle(); return out_->put('}');
-    case EventKind::EndLink: endStyle(); return put(*out_, kLinkEnd);
+    case EventKind::EndLanguage: endStyle(); return out().put('}');
+    case EventKind::EndLink: endStyle(); return put(out(), kLinkEnd);
     case EventKind::Anchor: return anchor(event.id);
     case EventKind::Image: return image(event);
     case EventKind::Raw:
       if (event.address == "rtf") {
-        put(*out_, event.text);
+        put(out(), event.text);
       }
       return;
     default: return;
@@ -95,44 +97,31 @@ void InlineWriter::beginStyle(const Event& event) {
 
 void InlineWriter::endStyle() { styles_.pop_back(); }
 
-void InlineWriter::hold(std::string_view id) {
-  if (!id.empty()) {
-    held_.emplace_back(id);
-  }
-}
-
-void InlineWriter::writeHeld() {
-  for (const std::string& id : held_) {
-    anchor(id);
-  }
-  held_.clear();
-}
-
 void InlineWriter::beginSpan(Span span) {
   constexpr std::string_view kWords[] = {"{",          "{\\b ",  "{\\i ",     "{\\noproof\\f2 ",
                                          "{\\strike ", "{\\ul ", "{\\super ", "{\\sub "};
-  put(*out_, kWords[static_cast<int>(span)]);
+  put(out(), kWords[static_cast<int>(span)]);
 }
 
 // Word reads \chcbpat, other readers \cb.
 void InlineWriter::beginColored(const Event& event) {
-  out_->put('{');
+  out().put('{');
   if (event.color) {
-    put(*out_, "\\cf", colors_.indexOf(*event.color));
+    put(out(), "\\cf", colors_.indexOf(*event.color));
   }
   if (event.background) {
     const int color = colors_.indexOf(*event.background);
-    put(*out_, "\\chshdng0\\chcbpat", color);
-    put(*out_, "\\cb", color);
+    put(out(), "\\chshdng0\\chcbpat", color);
+    put(out(), "\\cb", color);
   }
   if (event.color || event.background) {
-    out_->put(' ');
+    out().put(' ');
   }
 }
 
 void InlineWriter::beginSized(double points) {
-  put(*out_, "{\\fs", halfPointsOf(points));
-  out_->put(' ');
+  put(out(), "{\\fs", halfPointsOf(points));
+  out().put(' ');
 }
 
 void InlineWriter::beginLink(const Event& event) {
@@ -141,23 +130,34 @@ void InlineWriter::beginLink(const Event& event) {
     warnings_.add(WarningCode::SomethingLeftOut, "the address of a link that may run a program");
   }
   const std::string_view address = isSafe ? event.address : std::string_view();
-  beginLinkField(*out_, address, event.title);
+  beginLinkField(out(), address, event.title);
   if (!address.empty()) {
-    put(*out_, "\\ul\\cf", colors_.indexOf(kLinkColor));
-    out_->put(' ');
+    put(out(), "\\ul\\cf", colors_.indexOf(kLinkColor));
+    out().put(' ');
   }
 }
 
 void InlineWriter::beginLanguage(std::string_view tag) {
-  put(*out_, "{\\lang", languageNumber(tag));
-  out_->put(' ');
+  put(out(), "{\\lang", languageNumber(tag));
+  out().put(' ');
 }
 
-void InlineWriter::anchor(std::string_view id) {
-  if (hasPlaces_) {
-    writeBookmarkBegin(*out_, id);
-    writeBookmarkEnd(*out_, id);
+void InlineWriter::writePlace(std::string_view id) {
+  writeBookmarkBegin(out(), id);
+  writeBookmarkEnd(out(), id);
+}
+
+void InlineWriter::writePageLink(const Event& item) {
+  beginLinkField(out(), std::string("#").append(item.id), {});
+  writeText(item.text);
+  if (isRightToLeft_) {
+    beginRightToLeftRun(out(), styles_.back());
   }
+  put(out(), "\\tab {\\field\\flddirty{\\*\\fldinst{PAGEREF ");
+  writeArgument(out(), bookmarkName(item.id));
+  put(out(), " \\\\h}}{\\fldrslt }}");
+  put(out(), isRightToLeft_ ? "}" : "");
+  put(out(), kLinkEnd);
 }
 
 void InlineWriter::image(const Event& event) {
@@ -167,7 +167,7 @@ void InlineWriter::image(const Event& event) {
   if (isTurned(*event.picture)) {
     warnings_.add(WarningCode::SomethingLeftOut, kTurnedWarning);
   }
-  writePicture(*out_, *event.picture, event.text, event.points, room_);
+  writePicture(out(), *event.picture, event.text, event.points, room());
 }
 
 }  // namespace scrivalen::document::rtf

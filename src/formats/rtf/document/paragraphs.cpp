@@ -1,16 +1,11 @@
 #include "formats/rtf/document/paragraphs.h"
 
-#include "document/language.h"
 #include "formats/rtf/document/escape.h"
 
-#include <cstddef>
 #include <string_view>
-#include <utility>
 
 namespace scrivalen::document::rtf {
 namespace {
-
-constexpr std::size_t kMostWaiting = 4096;  // bytes without any letter
 
 // Readers have the sides of the page, whatever the direction.
 std::string_view alignment(Align align, bool isRightToLeft) {
@@ -24,81 +19,61 @@ std::string_view alignment(Align align, bool isRightToLeft) {
   return "";
 }
 
-Direction directionOf(const Event& event) {
-  switch (event.kind) {
-    case EventKind::Text: return firstDirection(event.text);
-    case EventKind::BeginLanguage: return isRightToLeft(event.text) ? Direction::RightToLeft : Direction::LeftToRight;
-    default: return Direction::Neutral;
+Style styleOf(const ParagraphStart& start) {
+  switch (start.kind) {
+    case BlockKind::Normal:
+    case BlockKind::Rule: return Style::Normal;
+    case BlockKind::Heading: return static_cast<Style>(static_cast<int>(Style::Heading1) + start.level - 1);
+    case BlockKind::Title: return Style::Title;
+    case BlockKind::Quote: return Style::Quote;
+    case BlockKind::Code: return Style::Code;
+    case BlockKind::List: return Style::List;
+    case BlockKind::Contents: return Style::Contents;
   }
+  return Style::Normal;
 }
 
 }  // namespace
 
-void Paragraphs::begin(ParagraphStart start) {
-  start_ = std::move(start);
-  isOpen_ = true;
-  isWaiting_ = true;
+std::string Paragraphs::ruleWords() const {
+  return "\\fs8\\brdrb\\brdrs\\brdrw10\\brdrcf" + std::to_string(parts_.colors.indexOf(kLineColor));
 }
 
-void Paragraphs::begin(const ParagraphStart& start, Direction direction) {
-  const bool isRightToLeft = direction == Direction::Neutral ? isRightToLeft_ : direction == Direction::RightToLeft;
-  sections_.prepare(orientation_);
-  put(out_, "\\pard\\plain");
-  put(out_, styles_.words(start.style, isRightToLeft));
-  put(out_, sections_.isAtTop() || sections_.breaksPage() ? "\\sb0" : "");
-  put(out_, sections_.takeBreak() ? "\\pagebb" : "");
-  sections_.addContent();
-  containers_.writeWords(isRightToLeft);
-  put(out_, isRightToLeft ? "\\rtlpar" : "");
-  put(out_, alignment(start.align, isRightToLeft));
-  put(out_, start.words);
-  const RunStyle style = styles_.run(start.style);
+std::string Paragraphs::contentsWords(int level, bool isRightToLeft) const {
+  constexpr int kIndent = 240;
+  const std::string indent = std::to_string((level - 1) * kIndent);
+  std::string words = "\\li" + indent;
   if (isRightToLeft) {
-    writeRightToLeftStyle(out_, style);
+    words.append("\\ri0\\rin0\\lin").append(indent);
   }
-  out_.put(' ');
-  containers_.writeMarker();
-  const PageTwips& paper = sections_.paper();
-  inlines_.setRoom({paper.textWidth() - containers_.indent(), paper.textHeight()});
-  inlines_.beginText(style, isRightToLeft);
-  inlines_.writeHeld();
-  isOpen_ = true;
-  isWaiting_ = false;
+  return words + "\\tqr\\tldot\\tx" + std::to_string(parts_.sections.paper().textWidth());
 }
 
-void Paragraphs::decide(Direction direction) {
-  begin(std::exchange(start_, {}), direction);
-  std::exchange(waiting_, {}).replay(inlines_);
+void Paragraphs::writeBegin(const ParagraphStart& start, bool isRightToLeft) {
+  OutputBuffer& out = parts_.out;
+  const Style style = styleOf(start);
+  put(out, "\\pard\\plain");
+  put(out, parts_.styles.words(style, isRightToLeft));
+  put(out, parts_.sections.isAtTop() || parts_.sections.breaksPage() ? "\\sb0" : "");
+  put(out, parts_.sections.takeBreak() ? "\\pagebb" : "");
+  parts_.containers.writeWords(isRightToLeft);
+  put(out, isRightToLeft ? "\\rtlpar" : "");
+  put(out, alignment(start.align, isRightToLeft));
+  if (start.kind == BlockKind::Rule) {
+    put(out, ruleWords());
+  } else if (start.kind == BlockKind::Contents) {
+    put(out, contentsWords(start.level, isRightToLeft));
+  }
+  const RunStyle run = parts_.styles.run(style);
+  if (isRightToLeft) {
+    writeRightToLeftStyle(out, run);
+  }
+  out.put(' ');
+  parts_.containers.writeMarker();
+  parts_.inlines.beginText(run, isRightToLeft);
+  parts_.inlines.writeHeld();
 }
 
-void Paragraphs::write(const Event& event) {
-  if (isWaiting_) {
-    const Direction direction = directionOf(event);
-    if (direction == Direction::Neutral && event.kind != EventKind::Image && waiting_.size() < kMostWaiting) {
-      return waiting_.write(event);
-    }
-    decide(direction);
-  }
-  inlines_.write(event);
-}
-
-void Paragraphs::close() {
-  if (isWaiting_) {
-    decide(Direction::Neutral);
-  }
-  if (std::exchange(isOpen_, false)) {
-    put(out_, "\\par\n");
-  }
-}
-
-void Paragraphs::write(const ParagraphStart& start, std::string_view text) {
-  begin(start, firstDirection(text));
-  if (!text.empty()) {
-    inlines_.write({.kind = EventKind::Text, .text = text});
-  }
-  close();
-}
-
-void Paragraphs::writeEmpty() { write({.style = containers_.style()}, {}); }
+void Paragraphs::writeEnd() { put(parts_.out, "\\par\n"); }
 
 }  // namespace scrivalen::document::rtf

@@ -1,17 +1,12 @@
 #pragma once
 
 #include "document/pictures/picture.h"
+#include "document/word/word_inlines.h"
 #include "output/output_buffer.h"
 
 #include <string_view>
 
 namespace scrivalen::document::rtf {
-
-/// The largest size that a picture may have, in twips.
-struct Room {
-  int width;
-  int height;
-};
 
 /// Whether a picture is stored turned or mirrored. Readers of RTF show it so.
 bool isTurned(const Picture& picture);

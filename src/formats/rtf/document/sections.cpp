@@ -2,85 +2,41 @@
 
 #include "formats/rtf/document/escape.h"
 
-#include <utility>
+#include <string_view>
 
 namespace scrivalen::document::rtf {
 namespace {
 
-// The margins keep their sides.
-PageTwips turned(PageTwips paper) {
-  std::swap(paper.width, paper.height);
-  return paper;
-}
+// A paragraph that takes hardly any space. It ends a section, or begins a page before a table.
+constexpr std::string_view kTinyParagraph = "\\pard\\plain\\sl-20\\slmult0\\fs2";
 
 }  // namespace
 
 Sections::Sections(const WriterContext& context, const StyleSheet& styles)
-    : out_(context.out),
-      paper_(pageOf(context.settings)),
-      turned_(turned(paper_)),
-      header_(context.settings, styles, paper_, context.warnings) {}
+    : WordSections(PageTwips(pageOf(context.settings))),
+      out_(context.out),
+      header_(context.settings, styles, paper(), context.warnings) {}
 
-void Sections::begin(std::string_view name) {
-  if (written_ && isPending_) {
-    write(Orientation::Upright);
-  }
-  name_ = name;
-  isPending_ = true;
-  isAfterSection_ = false;
-  isAtTop_ = true;
-  breaksPage_ = false;
+void Sections::writeBreak() {
+  put(out_, kTinyParagraph);
+  put(out_, "\\pagebb\\par\n");
 }
 
-void Sections::end() {
-  if (isPending_) {
-    write(Orientation::Upright);
-  }
-  isAfterSection_ = true;
-  isAtTop_ = true;
-  breaksPage_ = false;
-}
-
-void Sections::finish() {
-  if (isPending_) {
-    write(Orientation::Upright);
-  }
-  isAfterSection_ = false;
-}
-
-void Sections::prepare(Orientation orientation) {
-  if (isAfterSection_) {
-    begin({});
-  }
-  if (isPending_ || written_ != orientation) {
-    write(orientation);
-  }
-}
-
-void Sections::write(Orientation orientation) {
-  const PageTwips& page = orientation == Orientation::Turned ? turned_ : paper_;
-  if (written_) {
+void Sections::writeBegin(Orientation orientation, std::optional<Orientation> before) {
+  const PageTwips& section = page(orientation);
+  if (before) {
     put(out_, kTinyParagraph);
     put(out_, "\\sect");
   }
   put(out_, "\\sectd\\sbkpage");
   if (orientation == Orientation::Turned) {
-    put(out_, "\\pgwsxn", page.width);
-    put(out_, "\\pghsxn", page.height);
+    put(out_, "\\pgwsxn", section.width);
+    put(out_, "\\pghsxn", section.height);
   }
   put(out_, "\\headery", header_.fromTop());
-  put(out_, "\\footery", page.bottom / 2);
-  put(out_, page.width > page.height ? "\\lndscpsxn\n" : "\n");
-  header_.write(out_, name_, page.textWidth());
-  written_ = orientation;
-  isPending_ = false;
-  isAtTop_ = true;
-  breaksPage_ = false;
-}
-
-void Sections::addContent() {
-  isAtTop_ = false;
-  hasContent_ = true;
+  put(out_, "\\footery", section.bottom / 2);
+  put(out_, section.width > section.height ? "\\lndscpsxn\n" : "\n");
+  header_.write(out_, name(), section.textWidth());
 }
 
 }  // namespace scrivalen::document::rtf

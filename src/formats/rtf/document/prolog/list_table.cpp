@@ -1,5 +1,6 @@
 #include "formats/rtf/document/prolog/list_table.h"
 
+#include "document/word/word_containers.h"
 #include "formats/rtf/document/escape.h"
 
 namespace scrivalen::document::rtf {

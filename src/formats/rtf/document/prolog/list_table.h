@@ -12,7 +12,6 @@ inline constexpr int kBulletList = 1;
 inline constexpr int kFirstNumberedList = 2;
 inline constexpr int kNumberedLists = 60;
 inline constexpr int kBulletLevels = 9;
-inline constexpr int kListIndent = 440;  // twips
 /// The character before an item, by the list's depth.
 std::string_view bulletOf(int level);
 
