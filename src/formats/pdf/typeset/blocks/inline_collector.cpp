@@ -17,7 +17,6 @@ constexpr Rgb kLinkColor = 0x0B4F9E;
 constexpr Rgb kCodeSpanShade = 0xF0F0F0;
 
 // In thousandths of the size around them.
-constexpr int kCodeSpanSize = 900;
 constexpr int kSmallSize = 650;
 constexpr int kSuperscriptRise = 350;
 constexpr int kSubscriptDrop = 150;

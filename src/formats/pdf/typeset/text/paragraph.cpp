@@ -393,7 +393,9 @@ void LineSetter::measure(TextLine& line) {
   Length picture = 0;
   for (std::size_t i = line.firstPiece; i < line.endPiece; ++i) {
     const TextPiece& piece = result_.pieces[i];
-    size = std::max(size, styleOf(piece.span).size);
+    // Lines of code alone are as high as others.
+    const TextStyle& style = styleOf(piece.span);
+    size = std::max(size, style.isCode ? style.size * 1000 / kCodeSpanSize : style.size);
     picture = piece.picture < 0 ? picture : std::max(picture, sizeOf(piece.picture).height);
   }
   size = size == 0 ? rule_.usual.size : size;

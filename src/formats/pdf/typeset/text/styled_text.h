@@ -17,6 +17,9 @@ namespace scrivalen::typeset {
 /// U+FFFC
 inline constexpr std::string_view kPictureCharacter = "\xEF\xBF\xBC";
 
+/// Of code in a text, in thousandths of the size around it.
+inline constexpr int kCodeSpanSize = 900;
+
 /// How a piece of text is drawn.
 struct TextStyle {
   FontId font = 0;

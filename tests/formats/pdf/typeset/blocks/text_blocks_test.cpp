@@ -193,6 +193,23 @@ TEST(Spans, ChangeTheFont) {
   }
 }
 
+TEST(Spans, OfCodeLeaveTheLinesEquallyHigh) {
+  ShownDocument document;
+  for (const bool isCode : {false, true}) {
+    document.beginParagraph(Align::Auto);
+    document.beginSpan(isCode ? Span::Code : Span::Emphasis);
+    document.text(isCode ? "code" : "text");
+    document.lineBreak();
+    document.text(isCode ? "second" : "another");
+    document.end();
+    document.end();
+  }
+  const ShownPages pages = document.pages();
+  const auto y = [&](std::string_view text) { return pages.at(0).find(text).y; };
+  EXPECT_NEAR(y("code") - y("second"), y("text") - y("another"), 0.11);
+  EXPECT_NEAR(y("another") - y("code"), 19, 0.11);
+}
+
 TEST(Spans, AreStruckOutOrUnderlined) {
   const ShownPages deleted = pagesOf(Span::Deleted);
   const PdfText through = deleted.at(0).find("span");
