@@ -1,8 +1,8 @@
 # The libraries that the library and the command need. They are the system's or, where there are no packages, compiled
-# from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_xlsxwriter to write spreadsheets, scrivalen_zlib to
-# check them, scrivalen_deflate and scrivalen_zlib to compress PDF files, scrivalen_harfbuzz for fonts and
-# scrivalen_fribidi for the order of text; scrivalen_use_command_dependencies defines the libraries that the command
-# needs in addition.
+# from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_zlib for archives and pictures, scrivalen_deflate and
+# scrivalen_zlib to compress PDF files, scrivalen_harfbuzz for fonts and scrivalen_fribidi for the order of text;
+# scrivalen_use_command_dependencies defines the libraries that the command needs in addition, and
+# scrivalen_use_xlsxwriter the one that tests and benchmarks compare spreadsheets with.
 include_guard(GLOBAL)
 
 # Finds one file by a pattern below SCRIVALEN_SOURCES_DIR.
@@ -45,31 +45,6 @@ function(scrivalen_static_zlib)
   target_link_libraries(scrivalen_zlib INTERFACE "${scrivalen_zlib_LIBRARY}")
 endfunction()
 
-# Compiles libxlsxwriter without its checksums, which only pictures need, and with the parts of minizip that write. On
-# Windows our library opens the files for it: see src/formats/xlsx/xlsxwriter_files_win32.cpp.
-function(scrivalen_xlsxwriter_from_source)
-  scrivalen_find_source(workbook "libxlsxwriter-*/src/workbook.c")
-  get_filename_component(folder "${workbook}" DIRECTORY)
-  get_filename_component(folder "${folder}" DIRECTORY)
-  file(GLOB sources "${folder}/src/*.c")
-  set(others "${folder}/third_party")
-  list(APPEND sources "${others}/minizip/ioapi.c" "${others}/minizip/zip.c")
-  if(NOT WIN32)
-    list(APPEND sources "${others}/tmpfileplus/tmpfileplus.c")
-  elseif(MSVC)
-    list(APPEND sources "${others}/minizip/iowin32.c")
-  else()
-    set_source_files_properties("${folder}/src/packager.c" PROPERTIES COMPILE_DEFINITIONS zipOpen=scrivalenOpenArchive)
-  endif()
-  add_library(scrivalen_xlsxwriter STATIC ${sources})
-  # Some files request large file support before their first include, so each is compiled separately.
-  set_target_properties(scrivalen_xlsxwriter PROPERTIES
-    C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
-  target_compile_definitions(scrivalen_xlsxwriter PRIVATE NOCRYPT NOUNCRYPT USE_NO_MD5)
-  target_include_directories(scrivalen_xlsxwriter SYSTEM PUBLIC "${folder}/include")
-  target_link_libraries(scrivalen_xlsxwriter PUBLIC scrivalen_zlib)
-endfunction()
-
 # Compiles the parser of libyaml. Its version is defined by its build, which is not used.
 function(scrivalen_yaml_from_source)
   scrivalen_find_source(parser "libyaml-*/src/parser.c")
@@ -91,11 +66,6 @@ else()
   find_package(ZLIB REQUIRED)
   add_library(scrivalen_zlib INTERFACE)
   target_link_libraries(scrivalen_zlib INTERFACE ZLIB::ZLIB)
-endif()
-if(SCRIVALEN_SOURCES_DIR)
-  scrivalen_xlsxwriter_from_source()
-else()
-  scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
 endif()
 
 # HarfBuzz shapes text and makes subsets of fonts.
@@ -206,5 +176,12 @@ function(scrivalen_use_command_dependencies)
     target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${folder}")
   else()
     target_include_directories(scrivalen_cli11 SYSTEM INTERFACE "${scrivalen_cli11_INCLUDE_DIR}")
+  endif()
+endfunction()
+
+# The system's, because the tests and benchmarks that use it run on Linux only.
+function(scrivalen_use_xlsxwriter)
+  if(NOT TARGET scrivalen_xlsxwriter)
+    scrivalen_library_of_system(scrivalen_xlsxwriter xlsxwriter xlsxwriter.h)
   endif()
 endfunction()

@@ -55,10 +55,11 @@ includes | awk '
   # Help holds an HTML report, and help documents consist of pages of HTML documents. The HTML of documents knows what it
   # shares with their XML. The layout of a PDF file knows its fonts, and both its objects.
   # The parts of an RTF document know each other, and so do those of a Word document, of a typeset PDF document and of a
-  # workbook, which shares its style sheets with the spreadsheet report.
+  # workbook, which shares its style sheets with the spreadsheet report. Both know how a workbook is written.
   function mayKnow(from, to) {
     return from == to || (from ~ /^rtf\/document/ && to ~ /^rtf\/document/) ||
       (from ~ /^docx/ && to ~ /^docx/) || (from ~ /^xlsx\/document/ && to ~ /^xlsx/) ||
+      (from == "xlsx" && to == "xlsx/workbook") ||
       (from ~ /^pdf\/typeset/ && to ~ /^pdf\/typeset/) || (from == "help" && to == "markup") ||
       (from == "help/document" && to ~ /^(help|markup\/html)$/) || (from == "markup/html" && to == "markup") ||
       (from == "pdf/layout" && to == "pdf/fonts") || (from ~ /^pdf\/(layout|fonts)$/ && to == "pdf/objects")

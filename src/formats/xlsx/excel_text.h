@@ -9,8 +9,8 @@
 namespace scrivalen {
 
 /// A cell's text as a spreadsheet file has it: UTF-8, cut at the maximum length of a cell. U+FFFE, U+FFFF and lone
-/// surrogates, which XML forbids, become U+FFFD. Control characters are kept, and libxlsxwriter escapes them as
-/// `_x0001_` (ECMA-376, 22.9.2.19); text that looks like such an escape is escaped here, so that it is not read as one.
+/// surrogates, which XML forbids, become U+FFFD. Control characters are escaped as `_x0001_` (ECMA-376, 22.9.2.19), and
+/// so is text that looks like such an escape. Markup characters are not escaped.
 class ExcelText {
  public:
   void assign(const wchar_t* text);
@@ -20,17 +20,17 @@ class ExcelText {
   bool isCut() const { return isCut_; }
   /// The width of the longest line in characters; wide ones count twice.
   std::size_t width() const { return width_; }
-  const char* c_str() const { return utf8_.c_str(); }
+  const std::string& utf8() const { return utf8_; }
   /// The characters of all texts so far that were replaced.
   const LossCounter& loss() const { return loss_; }
 
  private:
   void appendRest(std::wstring_view rest);
-  void escapeEscapes();
 
   std::string utf8_;
   std::size_t width_ = 0;
   bool isCut_ = false;
+  bool hasControls_ = false;
   LossCounter loss_;
 };
 

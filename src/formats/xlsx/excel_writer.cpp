@@ -1,26 +1,28 @@
 #include "formats/xlsx/excel_writer.h"
 
+#include "formats/xlsx/excel_formats.h"
+#include "formats/xlsx/excel_sheet.h"
 #include "formats/xlsx/excel_style.h"
 #include "formats/xlsx/excel_text.h"
-#include "formats/xlsx/workbook.h"
+#include "formats/xlsx/workbook/cell_name.h"
+#include "formats/xlsx/workbook/package.h"
+#include "output/archive/zip_writer.h"
 #include "output/clog.h"
 #include "output/exception_barrier.h"
 #include "output/failure_reason.h"
 #include "output/host_handlers.h"
 #include "output/log_loss.h"
+#include "output/output_buffer.h"
 #include "output/target_file.h"
 #include "system/files/files.h"
 #include "system/messages.h"
 #include "text/fmt.h"
 #include "text/null_text.h"
+#include "text/utf.h"
 
-#include <algorithm>
 #include <cstdint>
-#include <cwchar>
 #include <exception>
-#include <map>
 #include <optional>
-#include <set>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -29,17 +31,6 @@ using namespace scrivalen;
 
 namespace {
 
-constexpr std::size_t kMaxWidth = 60;
-constexpr std::size_t kMinWidth = 9;  // a narrower column keeps the default width, which is about this
-
-std::wstring nameOfColumn(std::uint32_t column) {
-  std::wstring name;
-  for (std::uint32_t rest = column + 1; rest > 0; rest = (rest - 1) / 26) {
-    name.insert(name.begin(), static_cast<wchar_t>(L'A' + (rest - 1) % 26));
-  }
-  return name;
-}
-
 std::wstring cells(std::uint64_t count) { return FMT::Format(count == 1 ? L"%d cell" : L"%d cells", count); }
 
 // Counts cells that were changed or dropped, and keeps the position of the first.
@@ -47,7 +38,7 @@ class CellCounter {
  public:
   void note(std::size_t sheet, std::uint32_t row, std::uint32_t column) {
     if (count_++ == 0) {
-      first_ = FMT::Format(L"Sheet%d!%s%d", sheet, nameOfColumn(column), row + 1);
+      first_ = FMT::Format(L"Sheet%d!%s", sheet, toWide(xlsx::cellName(row, column)));
     }
   }
 
@@ -62,87 +53,9 @@ class CellCounter {
   std::wstring first_;
 };
 
-// The formats of coloured cells, one for each pair of colours.
-class ColorFormats {
- public:
-  /// @param plain  the format without the colours
-  /// @return null if the text yields no format
-  lxw_format* find(const std::wstring& text, const CellStyle& plain, Workbook& book);
-  /// How many texts were not understood, or exceeded the number of colours.
-  std::uint64_t refused() const { return refused_; }
-  const std::wstring& firstRefused() const { return firstRefused_; }
-
- private:
-  struct Entry {
-    lxw_format* format;
-    bool isUnderstood;
-  };
-
-  Entry make(const std::wstring& text, const CellStyle& plain, Workbook& book);
-  bool canAdd(const CellColors& colors) const;
-  void refuse(const std::wstring& text);
-
-  static constexpr std::size_t kMaxTexts = 100000;
-
-  std::map<std::wstring, Entry, std::less<>> byText_;
-  std::map<std::pair<std::optional<Rgb>, std::optional<Rgb>>, lxw_format*> byColors_;
-  std::set<std::optional<Rgb>> fontColors_;
-  std::uint64_t refused_ = 0;
-  std::wstring firstRefused_;
-};
-
-lxw_format* ColorFormats::find(const std::wstring& text, const CellStyle& plain, Workbook& book) {
-  const auto known = byText_.find(text);
-  const Entry entry = known != byText_.end() ? known->second : make(text, plain, book);
-  if (known == byText_.end() && byText_.size() < kMaxTexts) {
-    byText_.emplace(text, entry);
-  }
-  if (!entry.isUnderstood) {
-    refuse(text);
-  }
-  return entry.format;
-}
-
-ColorFormats::Entry ColorFormats::make(const std::wstring& text, const CellStyle& plain, Workbook& book) {
-  const CellColors colors = readColors(text);
-  if (!colors.color && !colors.background) {
-    return {nullptr, colors.isUnderstood};
-  }
-  const auto pair = std::make_pair(colors.color, colors.background);
-  const auto known = byColors_.find(pair);
-  if (known != byColors_.end()) {
-    return {known->second, colors.isUnderstood};
-  }
-  if (!canAdd(colors)) {
-    return {nullptr, false};
-  }
-  CellStyle style = plain;
-  style.color = colors.color ? colors.color : plain.color;
-  style.background = colors.background ? colors.background : plain.background;
-  lxw_format* const format = book.addFormat(style, false);
-  byColors_.emplace(pair, format);
-  fontColors_.insert(colors.color);
-  return {format, colors.isUnderstood};
-}
-
-bool ColorFormats::canAdd(const CellColors& colors) const {
-  return byColors_.size() < Workbook::kFormats &&
-         (fontColors_.size() < Workbook::kFonts || fontColors_.count(colors.color) > 0);
-}
-
-void ColorFormats::refuse(const std::wstring& text) {
-  if (refused_++ == 0) {
-    firstRefused_ = text;
-  }
-}
-
-bool isPlain(const CellStyle& style) {
-  return !style.fontFamily && !style.fontSize && !style.color && !style.background;
-}
-
 }  // namespace
 
-class ExcelWriter::Document {
+class ExcelWriter::Document : private ByteSink {
  public:
   explicit Document(const wchar_t* file) : name_(file) {}
 
@@ -160,39 +73,42 @@ class ExcelWriter::Document {
   /// Runs a step, unless an earlier one has failed; a failure is logged at once, so that the log shows when it
   /// happened.
   template <typename Step>
-  void take(Step step) noexcept {
+  void takeStep(Step step) noexcept {
     if (failure_.empty()) {
       containedIn(failure_, step);
       logFailure();
     }
   }
 
-  void readStyles(const wchar_t* styles);
-  bool beginSheet();
-  void endSheet();
+  bool take(const char* data, std::size_t size) override;
+  SheetStyle styleOf(const wchar_t* styles) const;
+  void beginSheet();
+  void endRow();
   bool takesCell();
-  void put(const wchar_t* value, lxw_format* format);
-  void widen(std::size_t width);
+  void put(const wchar_t* value, std::uint32_t format);
   void fail() { failure_.keep(systemErrorText(lastSystemError())); }
-  void assemble();
+  void complete();
+  void deliver();
   void logFailure() const noexcept;
   void logLosses() const noexcept;
   void logLostCells() const;
 
   const std::wstring name_;
+  const std::int64_t time_ = currentTime();
   TargetFile target_;
-  std::optional<Workbook> book_;
+  std::wstring newFile_;
+  File file_;
+  OutputBuffer buffer_{*this};
+  std::optional<ZipWriter> zip_;
   SheetStyle style_;
-  lxw_format* plain_ = nullptr;
-  lxw_format* bold_ = nullptr;
-  ColorFormats colors_;
+  std::optional<ExcelFormats> formats_;
   ExcelText text_;
 
-  std::size_t sheet_ = 0;
+  std::vector<xlsx::SheetFacts> sheets_;  // so far
+  std::optional<ExcelSheet> sheet_;       // the last of them
   std::uint32_t nextRow_ = 0;
   std::uint32_t nextColumn_ = 0;
   bool inRow_ = false;
-  std::vector<std::uint8_t> widths_;  // of the sheet's columns so far
 
   CellCounter cut_;
   CellCounter dropped_;
@@ -204,59 +120,61 @@ bool ExcelWriter::Document::open(const wchar_t* styles) {
   if (!target_.hold(name_)) {
     return false;
   }
-  book_.emplace(target_.folder(), currentTime());
-  readStyles(styles);
-  plain_ = isPlain(style_.cell) ? nullptr : book_->addFormat(style_.cell, false);
-  bold_ = book_->addFormat(style_.bold, true);
-  return beginSheet();
+  newFile_ = target_.newFile();
+  file_ = createNew(newFile_);
+  if (!file_) {
+    return false;
+  }
+  zip_.emplace(buffer_, time_);
+  style_ = styleOf(styles);
+  formats_.emplace(style_);
+  beginSheet();
+  return true;
 }
 
-void ExcelWriter::Document::readStyles(const wchar_t* styles) {
-  style_ = readStyle(orEmpty(styles), [this](const std::wstring& problem) {
+bool ExcelWriter::Document::take(const char* data, std::size_t size) {
+  if (!writeAll(file_, data, size)) {
+    fail();
+  }
+  return failure_.empty();
+}
+
+SheetStyle ExcelWriter::Document::styleOf(const wchar_t* styles) const {
+  return readStyle(orEmpty(styles), [this](const std::wstring& problem) {
     CLog::Bug2(FMT::Format(L"'%s': the style sheet is not understood: %s.", name_, problem));
   });
 }
 
-bool ExcelWriter::Document::beginSheet() {
+// Later sheets begin with rows of data: the header is on the first.
+void ExcelWriter::Document::beginSheet() {
+  xlsx::SheetFrame frame;
+  if (style_.columnWidth) {
+    frame.widths.assign(xlsx::kMostColumns, *style_.columnWidth);
+  }
+  if (sheets_.empty()) {
+    frame.frozenRows = style_.frozenRows;
+  }
+  sheets_.push_back({.name = "Sheet" + std::to_string(sheets_.size() + 1)});
+  sheet_.emplace(*zip_, sheets_.size(), std::move(frame));
   nextRow_ = 0;
-  widths_.clear();
-  if (!book_->addSheet()) {
-    return false;
-  }
-  ++sheet_;
-  // Later sheets begin with rows of data: the header is on the first.
-  if (sheet_ == 1 && style_.frozenRows > 0) {
-    book_->freeze(style_.frozenRows);
-  }
-  return true;
 }
 
-void ExcelWriter::Document::endSheet() {
-  if (style_.columnWidth) {
-    book_->setWidth(0, Workbook::kColumns - 1, *style_.columnWidth);
-    return;
+void ExcelWriter::Document::endRow() {
+  if (inRow_) {
+    sheet_->endRow(nextColumn_);
+    ++nextRow_;
   }
-  const std::size_t count = widths_.size();
-  for (std::size_t first = 0, next = 0; first < count; first = next) {
-    while (next < count && widths_[next] == widths_[first]) {
-      ++next;
-    }
-    if (widths_[first] >= kMinWidth) {
-      book_->setWidth(static_cast<std::uint16_t>(first), static_cast<std::uint16_t>(next - 1), widths_[first]);
-    }
-  }
+  inRow_ = false;
 }
 
 void ExcelWriter::Document::row(bool begin) noexcept {
-  take([&] {
-    nextRow_ += inRow_ ? 1 : 0;
+  takeStep([&] {
+    endRow();
     inRow_ = begin;
     nextColumn_ = 0;
-    if (begin && nextRow_ == Workbook::kRows) {
-      endSheet();
-      if (!beginSheet()) {
-        fail();
-      }
+    if (begin && (nextRow_ == xlsx::kMostRows || sheet_->isFull())) {
+      sheet_->end();
+      beginSheet();
     }
   });
 }
@@ -266,55 +184,42 @@ bool ExcelWriter::Document::takesCell() {
     ++strayed_;
     return false;
   }
-  if (nextColumn_ == Workbook::kColumns) {
-    dropped_.note(sheet_, nextRow_, nextColumn_);
+  if (nextColumn_ == xlsx::kMostColumns) {
+    dropped_.note(sheets_.size(), nextRow_, nextColumn_);
     return false;
   }
   return true;
 }
 
 void ExcelWriter::Document::cell(const wchar_t* value, bool bold) noexcept {
-  take([&] {
+  takeStep([&] {
     if (takesCell()) {
-      put(value, bold ? bold_ : plain_);
+      put(value, bold ? formats_->bold() : formats_->plain());
     }
   });
 }
 
 void ExcelWriter::Document::cell(const wchar_t* value, const wchar_t* color) noexcept {
-  take([&] {
+  takeStep([&] {
     if (takesCell()) {
-      lxw_format* const format = colors_.find(color, style_.cell, *book_);
-      put(value, format ? format : plain_);
+      put(value, formats_->colored(color));
     }
   });
 }
 
 void ExcelWriter::Document::fail(std::wstring_view reason) noexcept {
-  take([&] { failure_.keep(reason); });
+  takeStep([&] { failure_.keep(reason); });
 }
 
-void ExcelWriter::Document::put(const wchar_t* value, lxw_format* format) {
+void ExcelWriter::Document::put(const wchar_t* value, std::uint32_t format) {
   const std::uint32_t column = nextColumn_++;
   text_.assign(value);
   if (text_.isCut()) {
-    cut_.note(sheet_, nextRow_, column);
+    cut_.note(sheets_.size(), nextRow_, column);
   }
-  if (text_.isEmpty() && !format) {
-    return;
+  if (!text_.isEmpty() || format != ExcelFormats::kNone) {
+    sheet_->put(nextRow_, column, format, text_);
   }
-  widen(text_.width());
-  if (!book_->write(nextRow_, static_cast<std::uint16_t>(column), text_.c_str(), format)) {
-    fail();
-  }
-}
-
-void ExcelWriter::Document::widen(std::size_t width) {
-  const std::size_t column = nextColumn_ - 1;
-  if (column >= widths_.size()) {
-    widths_.resize(column + 1);
-  }
-  widths_[column] = std::max(widths_[column], static_cast<std::uint8_t>(std::min(width, kMaxWidth)));
 }
 
 void ExcelWriter::Document::logFailure() const noexcept {
@@ -324,22 +229,26 @@ void ExcelWriter::Document::logFailure() const noexcept {
 }
 
 const Reason& ExcelWriter::Document::finish() noexcept {
-  take([&] {
-    endSheet();
-    assemble();
+  takeStep([&] {
+    complete();
+    deliver();
   });
-  book_.reset();
+  file_.close();
   target_.release();
   logLosses();
   return failure_;
 }
 
-void ExcelWriter::Document::assemble() {
-  const std::wstring file = target_.newFile();
-  const std::wstring defect = book_->close(file);
-  if (!defect.empty()) {
-    failure_.keep(defect);
-  } else if (!target_.replaceBy(file)) {
+void ExcelWriter::Document::complete() {
+  endRow();
+  sheet_->end();
+  xlsx::writePackage(*zip_, {.sheets = sheets_, .styles = formats_->xml(), .places = {}}, {.created = time_});
+  zip_->finish();
+  buffer_.flush();
+}
+
+void ExcelWriter::Document::deliver() {
+  if (failure_.empty() && !(file_.close() && target_.replaceBy(newFile_))) {
     fail();
   }
 }
@@ -350,18 +259,18 @@ void ExcelWriter::Document::logLosses() const noexcept {
 }
 
 void ExcelWriter::Document::logLostCells() const {
-  if (sheet_ > 1) {
+  if (sheets_.size() > 1) {
     CLog::Bug2(FMT::Format(L"'%s': a sheet holds 1,048,576 rows, the others are on %s%s.", name_,
-                           sheet_ == 2 ? L"" : L"Sheet2 to ", FMT::Format(L"Sheet%d", sheet_)));
+                           sheets_.size() == 2 ? L"" : L"Sheet2 to ", toWide(sheets_.back().name)));
   }
   cut_.log(name_, L"cut at 32,767 characters");
   dropped_.log(name_, L"dropped beyond column 16,384");
   if (strayed_ > 0) {
     CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
   }
-  if (colors_.refused() > 0) {
+  if (formats_->refused() > 0) {
     CLog::Bug2(FMT::Format(L"'%s': %s without the colour, which is not known or one too many, the first is '%s'.",
-                           name_, cells(colors_.refused()), colors_.firstRefused()));
+                           name_, cells(formats_->refused()), formats_->firstRefused()));
   }
 }
 

@@ -13,8 +13,9 @@
 /// one step. A failure leaves neither half a workbook nor other files, even when memory runs out.
 ///
 /// A sheet has up to 1,048,576 rows; further rows go to another sheet, which is logged and has no frozen rows. Columns
-/// are as wide as their longest text, up to 60 characters. Whatever a spreadsheet cannot hold is dropped and logged at
-/// the end: text of a cell beyond 32,767 UTF-16 code units, cells beyond 16,384 columns, and cells outside rows.
+/// are as wide as their longest text in the first 500 rows of two cells or more, up to 60 characters. Whatever a
+/// spreadsheet cannot hold is dropped and logged at the end: text of a cell beyond 32,767 UTF-16 code units, cells
+/// beyond 16,384 columns, and cells outside rows.
 class ExcelWriter {
  public:
   ExcelWriter();

@@ -154,9 +154,6 @@ std::wstring temporaryFolder();
 std::wstring temporaryFolderName();
 bool deleteFolder(const std::wstring& path) noexcept;
 
-/// The free space on a folder's disk in bytes; nothing when it is unknown.
-std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept;
-
 /// Creates an empty file with a new, hidden name in the folder of @p path.
 /// @return its path; nothing on an error
 std::optional<std::wstring> createFileBeside(const std::wstring& path);

@@ -17,7 +17,6 @@
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
-#include <sys/statvfs.h>
 #include <unistd.h>
 
 namespace scrivalen {
@@ -306,14 +305,6 @@ std::optional<std::vector<std::wstring>> findFilesEndingWith(const std::wstring&
 std::wstring temporaryFolder() {
   const char* const folder = std::getenv("TMPDIR");
   return widePath(folder && *folder ? folder : "/tmp") + kPathSeparator;
-}
-
-std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept {
-  struct statvfs disk {};
-  if (::statvfs(NativePath(folder).c_str(), &disk) != 0) {
-    return std::nullopt;
-  }
-  return std::uint64_t{disk.f_bavail} * disk.f_frsize;
 }
 
 bool deleteFolder(const std::wstring& path) noexcept { return ::rmdir(NativePath(path).c_str()) == 0; }

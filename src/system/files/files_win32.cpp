@@ -225,12 +225,6 @@ std::wstring temporaryFolder() {
   return std::wstring(folder, length < std::size(folder) ? length : 0);
 }
 
-std::optional<std::uint64_t> freeSpaceIn(const std::wstring& folder) noexcept {
-  ULARGE_INTEGER room{};
-  return GetDiskFreeSpaceExW(folder.c_str(), &room, nullptr, nullptr) ? std::optional<std::uint64_t>(room.QuadPart)
-                                                                      : std::nullopt;
-}
-
 bool deleteFolder(const std::wstring& path) noexcept { return RemoveDirectoryW(path.c_str()) != 0; }
 
 std::wstring resolvedPath(const std::wstring& path) {

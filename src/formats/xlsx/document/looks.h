@@ -2,7 +2,7 @@
 
 #include "document/model/warnings.h"
 #include "document/settings/settings.h"
-#include "formats/xlsx/document/cells/cell_formats.h"
+#include "formats/xlsx/workbook/cell_formats.h"
 
 #include <cstdint>
 #include <optional>

@@ -2,10 +2,10 @@
 
 #include "document/language.h"
 #include "formats/xlsx/document/block_writer.h"
-#include "formats/xlsx/document/cells/cell_text.h"
-#include "formats/xlsx/document/package/package.h"
 #include "formats/xlsx/document/sheet/column_layout.h"
 #include "formats/xlsx/document/table_writer.h"
+#include "formats/xlsx/workbook/cell_text.h"
+#include "formats/xlsx/workbook/package.h"
 #include "output/archive/zip_writer.h"
 
 #include <algorithm>
@@ -58,6 +58,7 @@ class WorkbookWriter final : public document::DocumentWriter, private ProseTarge
   SheetLayout layoutOf(const document::Table& table) const;
   SheetLayout usualLayout() const;
   void finishSheet();
+  WorkbookProperties properties() const;
   void warn();
 
   const document::FormatSettings& settings_;
@@ -264,6 +265,16 @@ void WorkbookWriter::endTable() {
   isAfterHeading_ = false;
 }
 
+WorkbookProperties WorkbookWriter::properties() const {
+  return {.created = settings_.clock(),
+          .title = settings_.text("title"),
+          .subject = settings_.text("subject"),
+          .author = settings_.text("author"),
+          .keywords = settings_.text("keywords"),
+          .language = settings_.text("language"),
+          .own = settings_.properties()};
+}
+
 void WorkbookWriter::finish() {
   blocks_.endParagraph();
   finishSheet();
@@ -271,7 +282,7 @@ void WorkbookWriter::finish() {
     sheets_.begin({}, usualLayout());
     sheets_.end();
   }
-  writePackage(zip_, sheets_, sheets_.places(), formats_.xml(), settings_);
+  writePackage(zip_, {sheets_.written(), sheets_.drawings(), formats_.xml(), sheets_.places().xml()}, properties());
   zip_.finish();
   warn();
 }

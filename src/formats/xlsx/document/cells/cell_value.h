@@ -3,7 +3,7 @@
 #include "document/model/table.h"
 #include "document/model/values.h"
 #include "document/settings/settings.h"
-#include "formats/xlsx/document/cells/cell_formats.h"
+#include "formats/xlsx/workbook/cell_formats.h"
 
 #include <cstdint>
 #include <string>

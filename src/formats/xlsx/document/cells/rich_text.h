@@ -2,7 +2,7 @@
 
 #include "document/model/event.h"
 #include "document/pictures/picture.h"
-#include "formats/xlsx/document/cells/cell_formats.h"
+#include "formats/xlsx/workbook/cell_formats.h"
 
 #include <cstddef>
 #include <memory>

@@ -1,7 +1,7 @@
 #include "formats/xlsx/document/sheet/column_layout.h"
 
 #include "document/tables/column_widths.h"
-#include "formats/xlsx/document/cells/cell_name.h"
+#include "formats/xlsx/workbook/cell_name.h"
 #include "text/columns/line_breaks.h"
 
 #include <algorithm>

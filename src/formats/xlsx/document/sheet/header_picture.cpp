@@ -1,6 +1,6 @@
 #include "formats/xlsx/document/sheet/header_picture.h"
 
-#include "formats/xlsx/document/sheet/links.h"
+#include "formats/xlsx/workbook/relations.h"
 
 #include <cmath>
 

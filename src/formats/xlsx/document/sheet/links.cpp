@@ -1,6 +1,6 @@
 #include "formats/xlsx/document/sheet/links.h"
 
-#include "formats/xlsx/document/cells/cell_text.h"
+#include "formats/xlsx/workbook/cell_text.h"
 #include "text/address.h"
 #include "text/ascii.h"
 #include "text/utf.h"
@@ -39,32 +39,17 @@ void NamedPlaces::add(std::string_view id, std::string cell) {
   }
 }
 
-void NamedPlaces::appendXml(std::string& out) const {
+std::string NamedPlaces::xml() const {
+  std::string out;
   for (const auto& [id, name] : names_) {
     const auto cell = cells_.find(id);
     if (cell != cells_.end()) {
       out.append("<definedName name=\"").append(name).append("\">");
-      xlsx::appendXml(out, cell->second);
+      appendXml(out, cell->second);
       out.append("</definedName>");
     }
   }
-}
-
-std::string relationsXml(const std::vector<Relation>& relations) {
-  std::string out(
-      "<?xml version=\"1.0\" encoding=\"UTF-8\" standalone=\"yes\"?>\n"
-      "<Relationships xmlns=\"http://schemas.openxmlformats.org/package/2006/relationships\">");
-  std::size_t id = 0;
-  for (const Relation& relation : relations) {
-    out.append("<Relationship Id=\"rId").append(std::to_string(++id)).append("\" Type=\"http://schemas.");
-    const bool isCore = relation.type == "core-properties";
-    out.append(isCore ? "openxmlformats.org/package/2006/relationships/metadata/"
-                      : "openxmlformats.org/officeDocument/2006/relationships/");
-    out.append(relation.type).append("\" Target=\"");
-    appendXml(out, relation.target);
-    out.append(relation.isExternal ? "\" TargetMode=\"External\"/>" : "\"/>");
-  }
-  return out.append("</Relationships>");
+  return out;
 }
 
 // What follows a number sign in an address of elsewhere is an attribute of its own.

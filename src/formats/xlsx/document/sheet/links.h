@@ -1,5 +1,7 @@
 #pragma once
 
+#include "formats/xlsx/workbook/relations.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <map>
@@ -17,8 +19,8 @@ class NamedPlaces {
   const std::string& nameOf(std::string_view id);
   /// @param cell  as in "'Sheet1'!$A$1"
   void add(std::string_view id, std::string cell);
-  /// Appends the defined names of places that there are, as elements.
-  void appendXml(std::string& out) const;
+  /// The defined names of places that there are, as elements.
+  std::string xml() const;
 
  private:
   std::string newName(std::string_view id);
@@ -27,16 +29,6 @@ class NamedPlaces {
   std::map<std::string, std::string, std::less<>> cells_;  // of ids
   std::set<std::string, std::less<>> usedNames_;           // in lower case
 };
-
-/// A reference of one part of a package to another, or to an address.
-struct Relation {
-  std::string type;  ///< the last part of its URI
-  std::string target;
-  bool isExternal = false;
-};
-
-/// The part that holds the references of another; their ids are rId1, rId2, ...
-std::string relationsXml(const std::vector<Relation>& relations);
 
 /// The hyperlinks of a sheet.
 class SheetLinks {

@@ -2,7 +2,7 @@
 
 #include "document/settings/page.h"
 #include "document/settings/running_text.h"
-#include "formats/xlsx/document/cells/cell_text.h"
+#include "formats/xlsx/workbook/cell_text.h"
 
 #include <algorithm>
 #include <cstdio>

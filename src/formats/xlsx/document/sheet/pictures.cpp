@@ -1,7 +1,7 @@
 #include "formats/xlsx/document/sheet/pictures.h"
 
 #include "document/pictures/drawing_turn.h"
-#include "formats/xlsx/document/cells/cell_text.h"
+#include "formats/xlsx/workbook/cell_text.h"
 
 #include <cmath>
 #include <utility>

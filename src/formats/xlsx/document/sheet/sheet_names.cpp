@@ -1,6 +1,6 @@
 #include "formats/xlsx/document/sheet/sheet_names.h"
 
-#include "formats/xlsx/document/cells/cell_text.h"
+#include "formats/xlsx/workbook/cell_text.h"
 #include "text/letter_case.h"
 #include "text/utf.h"
 

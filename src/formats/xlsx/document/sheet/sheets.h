@@ -2,21 +2,13 @@
 
 #include "formats/xlsx/document/sheet/sheet_names.h"
 #include "formats/xlsx/document/sheet/sheet_writer.h"
+#include "formats/xlsx/workbook/package.h"
 
 #include <memory>
-#include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace scrivalen::xlsx {
-
-/// What the workbook says of a sheet that is written.
-struct SheetFacts {
-  std::string name;
-  std::optional<CellRange> filter;
-  std::optional<CellRange> titleRows;
-};
 
 /// The sheets of a workbook, one after another.
 class Sheets {

@@ -1,4 +1,4 @@
-#include "formats/xlsx/document/cells/cell_text.h"
+#include "formats/xlsx/workbook/cell_text.h"
 
 #include "text/ascii.h"
 #include "text/utf.h"
@@ -10,34 +10,7 @@ namespace {
 
 constexpr std::string_view kEscapeBegin = "_x";
 
-}  // namespace
-
-bool beginsWithEscape(std::string_view text) {
-  if (!text.starts_with(kEscapeBegin)) {
-    return false;
-  }
-  text.remove_prefix(kEscapeBegin.size());
-  const auto end = std::find_if(text.begin(), text.end(), [](char c) { return hexValue(c) < 0; });
-  return end != text.begin() && end != text.end() && *end == '_';
-}
-
-namespace {
-
-// The same text with the underscore escaped that begins each of them.
-std::string withoutEscapes(std::string_view text) {
-  std::string result;
-  while (!text.empty()) {
-    const std::size_t at = text.find(kEscapeBegin);
-    result.append(text.substr(0, at));
-    if (at == std::string_view::npos) {
-      break;
-    }
-    text.remove_prefix(at);
-    result.append(beginsWithEscape(text) ? "_x005F_" : "_");
-    text.remove_prefix(1);
-  }
-  return result;
-}
+bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n' && c != '\t'; }
 
 bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t'; }
 
@@ -51,6 +24,30 @@ constexpr std::string_view kEndTag = "</t>";
 constexpr std::string_view kLineBreak = "\n";
 
 }  // namespace
+
+// The escape of a control character begins with an underscore.
+bool beginsWithEscape(std::string_view text) {
+  if (!text.starts_with(kEscapeBegin)) {
+    return false;
+  }
+  text.remove_prefix(kEscapeBegin.size());
+  const auto end = std::find_if(text.begin(), text.end(), [](char c) { return hexValue(c) < 0; });
+  return end != text.begin() && end != text.end() && (*end == '_' || isControl(*end));
+}
+
+std::string escapedText(std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  std::string result;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    const char c = text[at];
+    if (isControl(c)) {
+      result.append(c < 0x10 ? "_x000" : "_x001").append(1, kDigits[c & 0xF]).append("_");
+    } else {
+      result.append(beginsWithEscape(text.substr(at)) ? "_x005F" : "").append(1, c);
+    }
+  }
+  return result;
+}
 
 std::string_view cutToUnits(std::string_view utf8, std::size_t units) {
   if (utf8.size() <= units) {
@@ -71,18 +68,22 @@ std::string_view cutToUnits(std::string_view utf8, std::size_t units) {
 }
 
 void writeTextElement(OutputBuffer& out, MarkupText& markup, std::string_view text) {
+  if (text.find(kEscapeBegin) == std::string_view::npos) {
+    writeEscapedTextElement(out, markup, text);
+  } else {
+    writeEscapedTextElement(out, markup, escapedText(text));
+  }
+}
+
+void writeEscapedTextElement(OutputBuffer& out, MarkupText& markup, std::string_view text) {
   const std::string_view start = startTag(text);
   out.write(start.data(), start.size());
-  if (text.find(kEscapeBegin) == std::string_view::npos) {
-    markup.content(out, text, kLineBreak);
-  } else {
-    markup.content(out, withoutEscapes(text), kLineBreak);
-  }
+  markup.content(out, text, kLineBreak);
   out.write(kEndTag.data(), kEndTag.size());
 }
 
 void appendTextElement(std::string& out, MarkupText& markup, std::string_view text) {
-  const std::string escaped = withoutEscapes(text);
+  const std::string escaped = escapedText(text);
   out.append(startTag(text));
   const std::size_t begin = out.size();
   out.resize(begin + MarkupText::spaceFor(escaped.size()));

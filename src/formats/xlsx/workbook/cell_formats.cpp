@@ -1,6 +1,6 @@
-#include "formats/xlsx/document/cells/cell_formats.h"
+#include "formats/xlsx/workbook/cell_formats.h"
 
-#include "formats/xlsx/document/cells/cell_text.h"
+#include "formats/xlsx/workbook/cell_text.h"
 
 #include <algorithm>
 #include <array>
@@ -99,7 +99,8 @@ std::uint64_t CellFormat::key() const {
          (isTop ? 2u : 0u) | (isRuled ? 1u : 0u);
 }
 
-CellFormats::CellFormats() : families_{"Calibri", "Calibri", "Courier New"} {
+CellFormats::CellFormats(std::size_t mostFonts)
+    : mostFonts_(mostFonts), families_{"Calibri", "Calibri", "Courier New", "Calibri"} {
   numbers_.emplace_back("General");
   setUsual({});
 }
@@ -140,9 +141,13 @@ std::uint32_t CellFormats::add(const CellFormat& format) {
   return other == indices_.end() ? 0 : other->second;
 }
 
+bool CellFormats::takes(const CellFormat& format) const {
+  return indices_.contains({format.font.key(), format.key()}) || canAdd(format);
+}
+
 bool CellFormats::canAdd(const CellFormat& format) const {
   return formats_.size() < kMost &&
-         (fonts_.size() + runFonts_.size() < kMostFonts || fontIndices_.contains(format.font.key()));
+         (fonts_.size() + runFonts_.size() < mostFonts_ || fontIndices_.contains(format.font.key()));
 }
 
 bool CellFormats::takesFont(const Font& font) {
@@ -150,7 +155,7 @@ bool CellFormats::takesFont(const Font& font) {
   if (fontIndices_.contains(key) || runFonts_.contains(key)) {
     return true;
   }
-  if (fonts_.size() + runFonts_.size() >= kMostFonts) {
+  if (fonts_.size() + runFonts_.size() >= mostFonts_) {
     ++refused_;
     return false;
   }

@@ -18,9 +18,15 @@ std::string_view cutToUnits(std::string_view utf8, std::size_t units);
 /// Whether a text begins as "_x0041_" does, which readers take for an escaped character (ECMA-376, 22.9.2.19). Some
 /// need no four digits.
 bool beginsWithEscape(std::string_view text);
+/// The same text with control characters escaped as "_x0001_", and with what readers take for such an escape escaped
+/// too. A tab and a line feed stay.
+std::string escapedText(std::string_view text);
 
 /// Writes the text of a cell as the element "t". What readers would take for escaped characters is escaped.
+/// @param text  without control characters but tabs and line feeds
 void writeTextElement(OutputBuffer& out, MarkupText& markup, std::string_view text);
+/// The same for a text that escapedText has made, or that needs no escapes.
+void writeEscapedTextElement(OutputBuffer& out, MarkupText& markup, std::string_view text);
 /// Appends it.
 void appendTextElement(std::string& out, MarkupText& markup, std::string_view text);
 

@@ -16,7 +16,8 @@ namespace scrivalen::xlsx {
 
 inline constexpr std::uint32_t kNoColor = 0xFFFFFFFF;
 
-enum class Family : std::uint8_t { Body, Header, Code };
+/// Usual is the family of cells without a format, where it is none of the others.
+enum class Family : std::uint8_t { Body, Header, Code, Usual };
 
 struct Font {
   enum Flag : std::uint8_t { Bold = 1, Italic = 2, Underlined = 4, Deleted = 8, Superscript = 16, Subscript = 32 };
@@ -54,7 +55,8 @@ class CellFormats {
   static constexpr std::size_t kMostFonts = 500;    ///< below their 512
   static constexpr std::size_t kMostNumbers = 200;  ///< the fewest that they promise
 
-  CellFormats();
+  /// @param mostFonts  at most 512, which is what spreadsheet programs accept
+  explicit CellFormats(std::size_t mostFonts = kMostFonts);
 
   void setFamily(Family family, std::string name) { families_[static_cast<std::size_t>(family)] = std::move(name); }
   /// Makes it the first of all, that of cells without a format.
@@ -62,6 +64,8 @@ class CellFormats {
 
   /// The index of a format. Beyond the limits, one without its colours.
   std::uint32_t add(const CellFormat& format);
+  /// Whether add returns the index of this very format.
+  bool takes(const CellFormat& format) const;
   /// The index of a number format; the general one beyond the limit.
   NumberFormat addNumber(std::string_view code);
   /// How many cells or texts did not get their colours.
@@ -91,8 +95,8 @@ class CellFormats {
     std::uint32_t fill;
   };
 
-  std::uint32_t insert(const CellFormat& format);
   bool canAdd(const CellFormat& format) const;
+  std::uint32_t insert(const CellFormat& format);
   std::uint32_t fontOf(const Font& font);
   std::uint32_t fillOf(std::uint32_t color);
   const std::string& nameOf(const Font& font) const { return families_[static_cast<std::size_t>(font.family)]; }
@@ -103,7 +107,8 @@ class CellFormats {
   void appendFills(std::string& out) const;
   void appendFormats(std::string& out) const;
 
-  std::string families_[3];
+  std::size_t mostFonts_;
+  std::string families_[4];
   std::vector<std::string> numbers_;  // codes
   std::vector<Font> fonts_;
   std::unordered_map<std::uint64_t, std::uint32_t> fontIndices_;

@@ -1,4 +1,4 @@
-#include "formats/xlsx/document/cells/cell_name.h"
+#include "formats/xlsx/workbook/cell_name.h"
 
 namespace scrivalen::xlsx {
 

@@ -1,0 +1,78 @@
+#pragma once
+
+#include "output/archive/zip_writer.h"
+#include "output/markup_text.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::xlsx {
+
+/// What of a sheet comes before its rows.
+struct SheetFrame {
+  std::vector<double> widths;  ///< of the first columns, in digits; those with 0, and the others, have the usual one
+  std::uint32_t frozenRows = 0;
+  bool isRightToLeft = false;
+  bool fitsPage = false;  ///< as wide as a page when it is printed
+};
+
+/// Writes the XML of a sheet, from its first row to its last, into an entry of an archive.
+class SheetRows {
+ public:
+  /// @param zip     not owned; must outlive this object
+  /// @param number  of the sheet, counted from 1
+  SheetRows(ZipWriter& zip, std::size_t number) : zip_(zip), number_(number) {}
+
+  void begin(const SheetFrame& frame);
+  std::size_t sheetNumber() const { return number_; }
+
+  /// The row that is open, or else the next one; counted from 0.
+  std::uint32_t row() const { return row_; }
+  /// Whether no further row has room.
+  bool isFull() const;
+  /// @param heightPt  0: the usual one; readers that measure their texts themselves do not change it
+  void beginRow(double heightPt = 0);
+  void endRow();
+  /// Leaves rows empty.
+  void skipRow() { ++row_; }
+  void skipTo(std::uint32_t row) { row_ = row; }
+
+  /// Each writes a cell of the open row, in ascending columns. Texts are as long as a cell may be.
+  void blank(std::uint32_t column, std::uint32_t format);
+  void number(std::uint32_t column, std::uint32_t format, std::string_view digits);
+  void boolean(std::uint32_t column, std::uint32_t format, std::string_view digit);
+  /// @param text  clean UTF-8
+  void plainText(std::uint32_t column, std::uint32_t format, std::string_view text);
+  /// @param text  as escapedText returns it
+  void escapedText(std::uint32_t column, std::uint32_t format, std::string_view text);
+  /// @param runs  elements
+  void richText(std::uint32_t column, std::uint32_t format, std::string_view runs);
+
+  /// The name of a cell of the open row.
+  std::string cellName(std::uint32_t column) { return std::string(nameOf(column)).append(rowDigits_); }
+  /// Where the texts of this sheet are escaped.
+  MarkupText& markup() { return markup_; }
+
+  /// @param settings  the elements after the rows, up to the page breaks (ECMA-376, 18.3.1.99)
+  /// @param drawings  the elements that refer to drawings
+  void end(std::string_view settings, std::string_view drawings);
+
+ private:
+  char* putCellStart(char* out, std::uint32_t column, std::uint32_t format);
+  void beginText(std::uint32_t column, std::uint32_t format);
+  void writeValue(std::uint32_t column, std::uint32_t format, std::string_view type, std::string_view value);
+  const std::string& nameOf(std::uint32_t column);
+  void put(std::string_view xml) { zip_.content().write(xml.data(), xml.size()); }
+
+  ZipWriter& zip_;
+  std::size_t number_;
+  MarkupText markup_;
+  std::uint32_t row_ = 0;
+  std::string rowDigits_;
+  std::vector<std::string> columnNames_;
+};
+
+}  // namespace scrivalen::xlsx
