@@ -5,7 +5,7 @@
 
 namespace scrivalen::document {
 
-/// Headings that wait for what comes after them. If that is a table on turned pages, they are on the first of these.
+/// Headings, and the document's title, that wait for what comes after them. If that is a table on turned pages, they are on the first of these.
 class HeldHeadings {
  public:
   /// @return whether the event belongs to a heading, and waits

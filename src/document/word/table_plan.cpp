@@ -29,6 +29,44 @@ constexpr double kMostSlack = 1.1;
 
 int paddingOf(int halfPoints) { return 4 * halfPoints; }
 
+// The width of a bold letter by the font's size, as far as Arial and fonts like it agree.
+double boldWidthOf(char c) {
+  constexpr std::string_view kNarrow = "!'()*,./:;I[\\]`fijlrt|";
+  constexpr std::string_view kWide = "%@MWmw";
+  constexpr double kNarrowLetter = 0.39;
+  constexpr double kWideLetter = 0.95;
+  constexpr double kCapital = 0.78;
+  if (kNarrow.find(c) != kNarrow.npos) {
+    return kNarrowLetter;
+  }
+  return kWide.find(c) != kWide.npos ? kWideLetter : c >= 'A' && c <= 'Z' ? kCapital : kWidthInWord;
+}
+
+// The width of the widest bold word, by the font's size. Words with other letters than those of ASCII are left out.
+double boldWordOf(std::string_view text) {
+  double widest = 0;
+  double word = 0;
+  for (const char c : text) {
+    const bool isBreak = c == ' ' || c == '-' || c == '\n' || static_cast<unsigned char>(c) > 127;
+    word = isBreak ? 0 : word + boldWidthOf(c);
+    widest = std::max(widest, word);
+  }
+  return widest;
+}
+
+// Headers are bold.
+void addHeader(const SampleRow& row, double size, double padding, std::vector<ColumnNeed>& needs) {
+  std::size_t column = 0;
+  for (const Cell& cell : row.cells) {
+    if (column < needs.size() && cell.span == 1 && (row.header || cell.header)) {
+      ColumnNeed& need = needs[column];
+      need.longestWord = std::max(need.longestWord, boldWordOf(cell.text) * size + padding);
+      need.longestLine = std::max(need.longestLine, need.longestWord);
+    }
+    column += static_cast<std::size_t>(cell.span);
+  }
+}
+
 std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
   const double size = halfPoints * kTwipsPerPoint / 2;
   const double padding = 2 * paddingOf(halfPoints);
@@ -38,6 +76,9 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
     const double line = std::max(column.widestLine * size * kWidthInLine, word);
     const double usual = column.usualWideLine * size * kWidthInLine;
     needs.push_back({word + padding, line + padding, column.width, usual + padding});
+  }
+  for (const SampleRow& row : table.sample) {
+    addHeader(row, size, padding, needs);
   }
   return needs;
 }

@@ -174,6 +174,34 @@ TEST(DocxTables, TurnThePageWhenThatGivesThemRoom) {
   EXPECT_LT(turned, body.find("after"));
 }
 
+TEST(DocxTables, AreBelowTheTitleOnTheTurnedPage) {
+  const std::string body = bodyOf(
+      [](Document& document) {
+        document.beginTable({}, "t");
+        document.beginRow(true);
+        for (int column = 0; column < 18; ++column) {
+          document.cell("Column" + std::to_string(column));
+        }
+        document.end();
+        document.end();
+      },
+      {{"title", "Wide"}});
+  EXPECT_NE(body.find("Wide"), std::string::npos);
+  EXPECT_EQ(body.find("<w:sectPr>"), std::string::npos) << "no page before that of the table";
+}
+
+// "Number" in bold Arial takes 3.78 times the font's size, beside the padding of 160 twips.
+TEST(DocxTables, HaveRoomForTheBoldWordsOfTheirHeader) {
+  const std::string table = tableOf([](Document& document) {
+    putRow(document, {"Number", "Text"}, true);
+    putRow(document, {"1", std::string(50, 'x').append(" ").append(std::string(300, 'x'))});
+  });
+  const std::string_view kFirstColumn = "<w:gridCol w:w=\"";
+  const std::size_t at = table.find(kFirstColumn);
+  ASSERT_NE(at, std::string::npos);
+  EXPECT_GE(std::stoi(table.substr(at + kFirstColumn.size())), 756 + 160);
+}
+
 TEST(DocxTables, GoFromRightToLeftInSuchALanguage) {
   const std::string table = tableOf(
       [](Document& document) {
