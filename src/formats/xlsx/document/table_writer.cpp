@@ -100,7 +100,7 @@ double TableWriter::heightOf(const document::Row& row) const {
   const std::size_t count = std::min(row.cells.size(), columns_.size());
   for (std::size_t i = 0; i < count; ++i) {
     if (!row.cells[i].isValue()) {
-      lines = std::max(lines, linesOf(row.cells[i].text, columns_[i].width));
+      lines = std::max(lines, shownLinesOf(row.cells[i].text, columns_[i].width));
     }
   }
   return lines > 1 ? std::min(lines * kLineHeight, kHighestRow) : 0;
@@ -199,7 +199,7 @@ double TableWriter::widthOf(const PreparedCell& cell) const {
 double TableWriter::heightOf(const PreparedRow& row) const {
   double height = 0;
   for (const PreparedCell& cell : row) {
-    double own = cell.text.text.empty() ? 0 : linesOf(cell.text.text, widthOf(cell)) * kLineHeight;
+    double own = cell.text.text.empty() ? 0 : shownLinesOf(cell.text.text, widthOf(cell)) * kLineHeight;
     for (const PlacedPicture& picture : cell.text.pictures) {
       own += picture.height + kPictureEdge;
     }
@@ -240,7 +240,7 @@ void TableWriter::writeCell(const PreparedCell& cell, const Cell* value) {
     case CellValue::Kind::Boolean: sheet.boolean(cell.column, formats_.add(format), typed.digits); break;
     case CellValue::Kind::Text: sheet.rich(cell.column, format, cell.text); break;
   }
-  double top = cell.text.text.empty() ? 0 : linesOf(cell.text.text, widthOf(cell)) * kLineHeight;
+  double top = cell.text.text.empty() ? 0 : shownLinesOf(cell.text.text, widthOf(cell)) * kLineHeight;
   for (const PlacedPicture& picture : cell.text.pictures) {
     sheet.addPicture(cell.column, top + kPictureEdge / 2, picture);
     top += picture.height + kPictureEdge;

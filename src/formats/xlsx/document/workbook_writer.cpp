@@ -159,7 +159,8 @@ void WorkbookWriter::writeText(SheetWriter& sheet, const ProseRow& row) {
   const double lines = linesOf(row.text.text, space);
   format.wraps = lines > 1;
   format.isTop = format.wraps;
-  sheet.beginRow(format.wraps || scale > 1 ? std::min(lines * kLineHeight * scale, kHighestRow) : 0);
+  const double height = shownLinesOf(row.text.text, space) * kLineHeight * scale;
+  sheet.beginRow(format.wraps || scale > 1 ? std::min(height, kHighestRow) : 0);
   sheet.rich(0, format, row.text);
   if (format.wraps && layout.proseColumns > 1) {
     sheet.merge(0, layout.proseColumns - 1);

@@ -148,6 +148,12 @@ TEST(WorkbookSheets, WrapLongTextsAndStateTheHeightOfTheirRows) {
   EXPECT_NE(workbook.part("xl/styles.xml").find("<alignment vertical=\"top\" wrapText=\"1\"/>"), std::string::npos);
 }
 
+TEST(WorkbookSheets, GiveNoHeightForLinesThatSmallLettersDoNotFill) {
+  MadeWorkbook workbook;
+  workbook.table({"a"}, {"a text of small letters that is just too long for sixty digits"});
+  EXPECT_TRUE(workbook.sheetHas("<row r=\"2\"><c r=\"A2\""));
+}
+
 TEST(WorkbookSheets, JoinColumnsForLongParagraphs) {
   MadeWorkbook workbook;
   workbook.paragraph(std::string(200, 'x').replace(50, 1, " ").replace(120, 1, " ").c_str());

@@ -53,6 +53,18 @@ std::vector<document::ColumnNeed> needsOf(const document::Table& table) {
   return needs;
 }
 
+// The width of a text's letters in digits, for each column that a monospaced font gives them.
+double letterWidthOf(std::string_view text) {
+  constexpr std::string_view kNarrow = " !'(),-./:;I[\\]`fijlrt|";
+  constexpr std::string_view kWide = "%@MWmw";
+  double width = 0;
+  for (const char c : text) {
+    const bool isNarrow = kNarrow.find(c) != kNarrow.npos;
+    width += isNarrow ? 0.65 : kWide.find(c) != kWide.npos ? 1.65 : c >= 'A' && c <= 'Z' ? 1.2 : 1;
+  }
+  return width / static_cast<double>(text.size());
+}
+
 double sumOfLines(const std::vector<document::ColumnNeed>& needs) {
   return std::accumulate(needs.begin(), needs.end(), 0.0,
                          [](double sum, const document::ColumnNeed& need) { return sum + need.longestLine; });
@@ -72,6 +84,11 @@ double linesOf(std::string_view text, double width) {
     ++lines;
   }
   return std::max(lines, 1.0);
+}
+
+double shownLinesOf(std::string_view text, double width) {
+  const double lines = linesOf(text, width);
+  return lines > 1 ? linesOf(text, width / letterWidthOf(text)) : lines;
 }
 
 std::vector<double> sheetWidths(const document::Table& table, const document::FormatSettings& settings) {

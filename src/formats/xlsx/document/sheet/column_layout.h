@@ -19,6 +19,9 @@ inline constexpr double kHighestPicture = 390;  ///< in points; the row has to h
 /// How many lines a text takes in cells of a width in digits; with a larger font there are fewer digits.
 double linesOf(std::string_view text, double width);
 
+/// The same as a reader is likely to show it: small letters are mostly narrower than digits, and capitals wider.
+double shownLinesOf(std::string_view text, double width);
+
 /// The widths of a table's columns in digits of the usual font, at most as many as a sheet has columns. A column is as
 /// wide as its longest line in the sample, but long texts are wrapped.
 std::vector<double> sheetWidths(const document::Table& table, const document::FormatSettings& settings);
