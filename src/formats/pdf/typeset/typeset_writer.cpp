@@ -138,8 +138,10 @@ class TypesetWriter final : public document::DocumentWriter {
   bool areTagsOn() const;
   void beginTag(std::string_view role, std::string texts = {});
   void endTag();
+  std::string_view fitting(std::string_view text) const;
   Metadata metadata() const;
   int writeCatalog();
+  void warnOfLimits();
   void warn();
 
   const document::FormatSettings& settings_;
@@ -472,13 +474,18 @@ void TypesetWriter::finish() {
   warn();
 }
 
+// As much of a text as the standard of the file has room for.
+std::string_view TypesetWriter::fitting(std::string_view text) const {
+  return fittingText(text, longestString(file_.standard()));
+}
+
 Metadata TypesetWriter::metadata() const {
-  const auto text = [this](std::string_view name) { return std::string(settings_.text(name)); };
+  const auto text = [this](std::string_view name) { return std::string(fitting(settings_.text(name))); };
   Metadata metadata{text("title"),    text("author"),   text("subject"),
                     text("keywords"), text("language"), settings_.clock()};
   for (const auto& [name, value] : settings_.properties()) {
     if (isPropertyName(name)) {
-      metadata.properties.emplace_back(name, value);
+      metadata.properties.emplace_back(name, fitting(value));
     }
   }
   return metadata;
@@ -520,7 +527,28 @@ int TypesetWriter::writeCatalog() {
   return catalog;
 }
 
+// What the standard of the file has no room for.
+void TypesetWriter::warnOfLimits() {
+  std::size_t cut = outline_.cutTexts();
+  for (const std::string_view name : {"title", "author", "subject", "keywords"}) {
+    const std::string_view text = settings_.text(name);
+    cut += fitting(text).size() < text.size() ? 1 : 0;
+  }
+  for (const auto& [name, value] : settings_.properties()) {
+    cut += isPropertyName(name) && fitting(value).size() < value.size() ? 1 : 0;
+  }
+  if (cut > 0) {
+    warnings_.add(WarningCode::SomethingLeftOut,
+                  "the ends of properties and outline entries that are too long for PDF/A", cut);
+  }
+  if (pages_.linksLeftOut() > 0) {
+    warnings_.add(WarningCode::SomethingLeftOut, "links that are too long, or too many on a page, for PDF/A",
+                  pages_.linksLeftOut());
+  }
+}
+
 void TypesetWriter::warn() {
+  warnOfLimits();
   if (settings_.flag("tagged") && !tagger_) {
     warnings_.add(WarningCode::SomethingLeftOut, "the tags, which a file for PDF/A-1b does not have");
   }

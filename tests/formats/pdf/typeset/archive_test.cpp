@@ -5,8 +5,10 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 using namespace scrivalen::test;
+using scrivalen::document::Align;
 
 namespace {
 
@@ -145,4 +147,109 @@ TEST(ArchivedPdf, DrawsABoxForCharactersThatNoFontHas) {
 TEST(ArchivedPdf, TakesNoOtherStandard) {
   ShownDocument document;
   EXPECT_NE(document.set("pdf.standard", "x-4"), scrivalen::document::Status::Ok);
+}
+
+namespace {
+
+std::string times(std::size_t count, std::string_view text) {
+  std::string all;
+  while (count-- > 0) {
+    all += text;
+  }
+  return all;
+}
+
+void addLinks(ShownDocument& document, int count, std::string_view address) {
+  document.beginParagraph(Align::Auto);
+  for (int i = 0; i < count; ++i) {
+    document.beginLink(std::string(address) + std::to_string(i), {});
+    document.text("i");
+    document.end();
+  }
+  document.end();
+}
+
+// The text of all objects, which a file of PDF 1.4 has as it is.
+std::string objectsOf(const std::string& file) {
+  if (file.starts_with("%PDF-1.4")) {
+    return file;
+  }
+  const PdfObjects objects(file);
+  std::string all;
+  for (std::size_t number = 1; number < objects.size(); ++number) {
+    all += objects.object(static_cast<int>(number));
+  }
+  return all;
+}
+
+int linksIn(const std::string& file) {
+  const std::string objects = objectsOf(file);
+  int count = 0;
+  for (std::size_t at = objects.find("/Subtype/Link"); at != objects.npos; at = objects.find("/Subtype/Link", at + 1)) {
+    ++count;
+  }
+  return count;
+}
+
+}  // namespace
+
+// PDF 1.4, Appendix C, allows 65,535 bytes, ISO 19005-2, 6.1.13, 32,767.
+TEST(ArchivedPdf, CutsPropertiesThatAreTooLong) {
+  for (const auto& [standard, longest] : {std::pair("a-1b", 65'535u), std::pair("a-2u", 32'767u)}) {
+    ArchivedDocument document(standard);
+    document.set("title", std::string(70'000, 'x'));
+    document.set("author", times(33'000, "\u4E41"));
+    document.set("show-title", "no");
+    document.paragraph("Text");
+    const std::string objects = objectsOf(document.bytes());
+    EXPECT_TRUE(has(objects, "/Title(" + std::string(longest, 'x') + ")"));
+    EXPECT_TRUE(has(objects, "/Author(\xFE\xFF" + times(longest / 2 - 1, "NA") + ")"));
+    EXPECT_TRUE(has(document.bytes(), "\"x-default\">" + std::string(longest, 'x') + "<"));
+    EXPECT_TRUE(has(document.warnings(), "the ends of properties and outline entries that are too long for PDF/A"));
+  }
+}
+
+TEST(ArchivedPdf, CutsEntriesOfTheOutlineThatAreTooLong) {
+  ArchivedDocument document("a-2u");
+  const std::string words = times(6'667, "words ");
+  document.heading(1, words);
+  const PdfObjects objects(document.bytes());
+  const std::string catalog = objects.object(numberAfter(objects.trailer(), "/Root "));
+  const std::string outline = objects.object(numberAfter(catalog, "/Outlines "));
+  const std::string entry = objects.object(numberAfter(outline, "/First "));
+  EXPECT_TRUE(has(entry, "/Title(" + words.substr(0, 32'767) + ")"));
+  EXPECT_TRUE(has(document.warnings(), "the ends of properties and outline entries that are too long for PDF/A"));
+}
+
+TEST(ArchivedPdf, KeepsLongTextsWithoutAStandard) {
+  ArchivedDocument document("none");
+  document.set("title", std::string(70'000, 'x'));
+  addLinks(document, 1, "https://example.com/" + std::string(70'000, 'x'));
+  EXPECT_EQ(linksIn(document.bytes()), 1);
+  EXPECT_EQ(document.warnings(), "");
+}
+
+TEST(ArchivedPdf, LeavesOutLinksWithAddressesThatAreTooLong) {
+  for (const char* standard : {"a-1b", "a-2u"}) {
+    ArchivedDocument document(standard);
+    document.set("tagged", "yes");
+    document.anchor(std::string(70'000, 'y') + "0");
+    addLinks(document, 1, "https://example.com/" + std::string(70'000, 'x'));
+    addLinks(document, 1, "#" + std::string(70'000, 'y'));
+    addLinks(document, 1, "https://example.com/");
+    EXPECT_EQ(linksIn(document.bytes()), 1);
+    EXPECT_FALSE(has(objectsOf(document.bytes()), std::string(100, 'y')));
+    EXPECT_TRUE(has(document.warnings(), "links that are too long, or too many on a page, for PDF/A"));
+  }
+}
+
+// An array of PDF 1.4 has 8,191 entries at most.
+TEST(ArchivedPdf, OfLevel1HasNoMoreLinksOnAPageThanItMay) {
+  for (const auto& [standard, count] : {std::pair("a-1b", 8'191), std::pair("a-2u", 8'200)}) {
+    ArchivedDocument document(standard);
+    document.set("paper", "1000x1000");
+    addLinks(document, 8'200, "https://example.com/");
+    EXPECT_EQ(linksIn(document.bytes()), count);
+    EXPECT_EQ(has(document.warnings(), "links that are too long, or too many on a page, for PDF/A"), count == 8'191);
+  }
 }

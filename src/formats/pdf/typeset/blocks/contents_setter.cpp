@@ -64,12 +64,11 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
         tags->beginForm();
       }
       const int form = drawForm(placeOf(right, 0), baseline);
-      const int link = pages_.link({placeOf(right - numberWidth, numberWidth), top, numberWidth, line.height}, entry,
-                                   own.link, tags ? tags->newLinkKey() : -1);
       if (tags) {
         tags->endForm();
-        tags->addLink(link);
       }
+      drawLinkOfNumber(entry, own.link, {placeOf(right - numberWidth, numberWidth), top, numberWidth, line.height},
+                       tags ? &*tags : nullptr);
       numbers_.push_back({form, leader, own, std::string(id), isMirrored_});
     }
   }
@@ -81,6 +80,15 @@ void ContentsSetter::add(int level, std::string_view id, std::string_view text, 
 // Where something is in an entry, which may be read from right to left.
 Length ContentsSetter::placeOf(Length left, Length width) const {
   return isMirrored_ ? flow_.mirrored(left, width) : left;
+}
+
+void ContentsSetter::drawLinkOfNumber(const StyledText& entry, int link, const Box& box, TextTags* tags) {
+  if (pages_.takesLink(entry.links[static_cast<std::size_t>(link)].address)) {
+    const int annotation = pages_.link(box, entry, link, tags != nullptr ? tags->newLinkKey() : -1);
+    if (tags != nullptr) {
+      tags->addLink(annotation);
+    }
+  }
 }
 
 // Draws a form that is written last. Returns its number.

@@ -33,6 +33,7 @@ class ContentsSetter {
   };
 
   Length placeOf(Length left, Length width) const;
+  void drawLinkOfNumber(const StyledText& entry, int link, const Box& box, TextTags* tags);
   int drawForm(Length x, Length baseline);
   Length widthOfNumber(const TextStyle& style);
   std::string dotsFor(Length width, const TextStyle& style);

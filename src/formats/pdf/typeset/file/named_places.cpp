@@ -71,13 +71,15 @@ const Place* NamedPlaces::find(std::string_view name) const {
 }
 
 int NamedPlaces::write(PdfFile& file) const {
-  if (places_.empty()) {
-    return 0;
-  }
   std::vector<const Entry*> sorted;
   sorted.reserve(places_.size());
   for (const Entry& entry : places_) {
-    sorted.push_back(&entry);
+    if (entry.first.size() <= longestString(file.standard())) {
+      sorted.push_back(&entry);
+    }
+  }
+  if (sorted.empty()) {
+    return 0;
   }
   std::sort(sorted.begin(), sorted.end(), [](const Entry* a, const Entry* b) { return a->first < b->first; });
   std::vector<Node> nodes;

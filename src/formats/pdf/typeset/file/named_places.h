@@ -18,6 +18,7 @@ class NamedPlaces {
   void add(std::string_view name, const Place& place);
   /// Null for an unknown name.
   const Place* find(std::string_view name) const;
+  /// Writes them without those whose names the file's standard has no room for, to which no link leads.
   /// @return the number of the tree's root; 0 without places
   int write(PdfFile& file) const;
 

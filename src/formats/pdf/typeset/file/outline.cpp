@@ -32,7 +32,8 @@ void Outline::add(int level, std::string_view text, const Place& place) {
   Entry entry;
   entry.level = level;
   entry.number = number;
-  entry.text = text;
+  entry.text = fittingText(text, longestString(file_.standard()));
+  cutTexts_ += entry.text.size() < text.size() ? 1 : 0;
   entry.place = place;
   int& first = open_.empty() ? firstOfRoot_ : open_.back().firstKid;
   int& last = open_.empty() ? lastOfRoot_ : open_.back().lastKid;

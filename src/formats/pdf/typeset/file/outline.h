@@ -2,6 +2,7 @@
 
 #include "formats/pdf/typeset/file/pdf_file.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -30,6 +31,8 @@ class Outline {
   bool isEmpty() const { return open_.empty() && root_ == 0; }
   /// @return the number of the outline's object
   int finish();
+  /// How many entries lack the end of their text, which the file's standard has no room for.
+  std::size_t cutTexts() const { return cutTexts_; }
 
  private:
   struct Entry {
@@ -52,6 +55,7 @@ class Outline {
   int firstOfRoot_ = 0;
   int lastOfRoot_ = 0;
   std::int64_t shown_ = 0;
+  std::size_t cutTexts_ = 0;
 };
 
 }  // namespace scrivalen::typeset

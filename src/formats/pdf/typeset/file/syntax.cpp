@@ -54,6 +54,10 @@ void appendTwoDigits(std::string& out, int value) {
   out += static_cast<char>('0' + value % 10);
 }
 
+bool isPrintable(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
 }  // namespace
 
 void appendInteger(std::string& out, std::int64_t value) {
@@ -98,8 +102,7 @@ void appendString(std::string& out, std::string_view bytes) {
 }
 
 void appendText(std::string& out, std::string_view utf8) {
-  const bool isAscii = std::all_of(utf8.begin(), utf8.end(), [](char c) { return c >= ' ' && c <= '~'; });
-  if (isAscii) {
+  if (isPrintable(utf8)) {
     return appendString(out, utf8);
   }
   out += "(\xFE\xFF";
@@ -116,6 +119,28 @@ void appendText(std::string& out, std::string_view utf8) {
     });
   }
   out += ')';
+}
+
+std::string_view fittingText(std::string_view utf8, std::size_t bytes) {
+  if (utf8.size() <= bytes / 2 - 1) {
+    return utf8;
+  }
+  if (isPrintable(utf8)) {
+    return utf8.substr(0, bytes);
+  }
+  std::size_t left = bytes / 2 - 1;  // units of UTF-16, after the mark
+  const char* at = utf8.data();
+  const char* const end = at + utf8.size();
+  for (const char* next = at; at != end; at = next) {
+    char32_t c = kReplacement;
+    nextUtf8(next, end, c);
+    const std::size_t units = c > 0xFFFF ? 2 : 1;
+    if (units > left) {
+      break;
+    }
+    left -= units;
+  }
+  return utf8.substr(0, static_cast<std::size_t>(at - utf8.data()));
 }
 
 void appendHex(std::string& out, std::uint64_t value, int digits) {

@@ -19,6 +19,8 @@ void appendEscaped(std::string& out, std::string_view bytes);
 void appendString(std::string& out, std::string_view bytes);
 /// A text for people: ASCII as it is, any other as UTF-16 with a mark (7.9.2.2).
 void appendText(std::string& out, std::string_view utf8);
+/// As much of a text as makes a string of so many bytes at most.
+std::string_view fittingText(std::string_view utf8, std::size_t bytes);
 /// The last digits of a number in hexadecimal.
 void appendHex(std::string& out, std::uint64_t value, int digits);
 /// A name, without its slash in @p name.

@@ -58,6 +58,7 @@ void PageMaker::end() {
   object += ">>";
   file_.writeObject(std::exchange(page_, 0), object);
   annotations_.clear();
+  links_ = 0;
   forms_.clear();
   if (run_ != nullptr && !run_->report()) {
     throw document::OutputFailure(document::Status::Cancelled, document::kCancelled);
@@ -80,6 +81,13 @@ std::string PageMaker::edgesOf(const Box& box) const {
   return edges;
 }
 
+bool PageMaker::takesLink(std::string_view address) {
+  const Standard standard = file_.standard();
+  const bool isTaken = links_ < longestArray(standard) && address.size() <= longestString(standard);
+  linksLeftOut_ += isTaken ? 0 : 1;
+  return isTaken;
+}
+
 int PageMaker::link(const Box& box, const StyledText& text, int link, std::int64_t key) {
   const std::string_view address = text.links[static_cast<std::size_t>(link)].address;
   std::string object = "<</Type/Annot/Subtype/Link/F 4/Border[0 0 0]/Rect[";
@@ -95,7 +103,7 @@ int PageMaker::link(const Box& box, const StyledText& text, int link, std::int64
   // ISO 14289-1, 7.18.5.
   if (tagger_ != nullptr) {
     object += "/Contents";
-    appendText(object, text.descriptionOf(link));
+    appendText(object, fittingText(text.descriptionOf(link), longestString(file_.standard())));
   }
   if (key >= 0) {
     object += "/StructParent ";
@@ -104,6 +112,7 @@ int PageMaker::link(const Box& box, const StyledText& text, int link, std::int64
   object += ">>";
   const int number = file_.newNumber();
   file_.writeObject(number, object);
+  ++links_;
   annotations_ += annotations_.empty() ? "" : " ";
   appendReference(annotations_, number);
   return number;

@@ -6,6 +6,7 @@
 #include "formats/pdf/typeset/pages/canvas.h"
 #include "formats/pdf/typeset/text/styled_text.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -72,6 +73,10 @@ class PageMaker {
   /// Of the page that is open; the first has number 1.
   std::int64_t number() const { return tree_.count() + 1; }
 
+  /// Whether the page may have one more link, to this address, by the file's standard. Counts those that it may not
+  /// have.
+  bool takesLink(std::string_view address);
+  std::size_t linksLeftOut() const { return linksLeftOut_; }
   /// Makes a box lead to where a link of a text does.
   /// @param key  of its structure element; none below 0
   /// @return the number of its annotation
@@ -104,6 +109,8 @@ class PageMaker {
   int page_ = 0;
   int fonts_ = 0;
   std::string annotations_;
+  std::size_t links_ = 0;  // of the page
+  std::size_t linksLeftOut_ = 0;
   std::string forms_;
 };
 

@@ -70,7 +70,7 @@ void TextDrawer::draw(const StyledText& text, const SetText& set, const TextLine
   Length linkBegin = x;
   const TextStyle* underlined = nullptr;
   const auto endLink = [&] {
-    if (link >= 0 && x > linkBegin) {
+    if (link >= 0 && x > linkBegin && pages_.takesLink(text.links[static_cast<std::size_t>(link)].address)) {
       const std::int64_t key = tags != nullptr ? tags->newLinkKey() : -1;
       const int annotation = pages_.link({linkBegin, space.top, x - linkBegin, line.height}, text, link, key);
       if (tags != nullptr) {

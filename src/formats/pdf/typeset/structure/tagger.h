@@ -19,6 +19,7 @@ class Tagger {
   explicit Tagger(PdfFile& file) : file_(file), tree_(file), parents_(file) {}
 
   StructureTree& tree() { return tree_; }
+  Standard standard() const { return file_.standard(); }
 
   /// @param page    the number of its object
   /// @param canvas  not owned; has to be there until the page ends

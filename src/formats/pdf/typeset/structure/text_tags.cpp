@@ -37,7 +37,7 @@ bool TextTags::beginPicture(const TextPicture& picture, const std::string& box) 
   }
   Element figure = tagger_.tree().addTo(current(), "Figure");
   figure.texts = "/Alt";
-  appendText(figure.texts, picture.text);
+  appendText(figure.texts, fittingText(picture.text, longestString(tagger_.standard())));
   figure.texts.append("/A<</O/Layout/BBox[").append(box).append("]>>");
   tagger_.beginImage(figure);
   tagger_.tree().write(figure);
