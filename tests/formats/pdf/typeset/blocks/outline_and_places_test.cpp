@@ -189,6 +189,20 @@ TEST(LinksOfADocument, ToAMissingPlaceAreAWarning) {
   EXPECT_NE(document.warnings().find("nowhere"), std::string::npos);
 }
 
+// Pages are written before it is known which places come, so the link stays, with a name that leads nowhere.
+TEST(LinksOfADocument, ToAMissingPlaceKeepTheirLookAndDoNothing) {
+  ShownDocument document;
+  document.anchor("somewhere");
+  addLink(document, "#somewhere");
+  addLink(document, "#nowhere");
+  const ShownPages pages = document.pages();
+  ASSERT_EQ(pages.at(0).links.size(), 2u);
+  EXPECT_EQ(pages.at(0).links[1].address, "#nowhere");
+  EXPECT_EQ(pages.place("nowhere"), "");
+  ASSERT_EQ(pages.at(0).texts().size(), 2u);
+  EXPECT_EQ(pages.at(0).texts()[1].color, pages.at(0).texts()[0].color);
+}
+
 TEST(LinksOfADocument, LeadToAddressesByActions) {
   ShownDocument document;
   addLink(document, "https://example.com/a(b)?c=\\d");
