@@ -32,6 +32,7 @@ struct Column {
   double widestWord = 0;
   double widestLine = 0;
   double usualWideLine = 0;
+  double usualWideWord = 0;  ///< longer words are rare
 };
 
 /// Whether a number may be a column's width. Sums and quotients of such numbers are finite.

@@ -120,6 +120,18 @@ void giveParts(Sharing& sharing) {
   }
 }
 
+// Words that are rare take no space that usual lines need.
+std::vector<ColumnNeed> breakRareWords(Needs columns, double space) {
+  std::vector<ColumnNeed> needs(columns.begin(), columns.end());
+  if (sumOf(columns, [&](const ColumnNeed& column) { return usualLineOf(column, space); }) > space) {
+    for (ColumnNeed& need : needs) {
+      const bool mayBreak = need.usualWord > 0 && need.share == 0;
+      need.longestWord = mayBreak ? std::min(need.longestWord, need.usualWord) : need.longestWord;
+    }
+  }
+  return needs;
+}
+
 ColumnWidths widthsOfContent(Needs columns, double space) {
   Sharing sharing(columns, space);
   giveShortLines(sharing, lineOf);
@@ -190,7 +202,7 @@ ColumnWidths columnWidths(Needs columns, double space) {
   if (sumOf(columns, longestWordOf) > space) {
     return widthsOfWords(columns);
   }
-  ColumnWidths result = widthsOfContent(columns, space);
+  ColumnWidths result = widthsOfContent(breakRareWords(columns, space), space);
   double left = space;
   bool hasShares = false;
   for (std::size_t i = 0; i < columns.size(); ++i) {

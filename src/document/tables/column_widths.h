@@ -12,6 +12,7 @@ struct ColumnNeed {
   double longestLine = 0;
   double share = 0;      ///< beside those of the other columns; 0: from the content
   double usualLine = 0;  ///< what a line of it usually takes, whatever the longest one does; 0: not known, the longest
+  double usualWord = 0;  ///< longer words may be broken where lines lack space; 0: never
 };
 
 template <typename Width>
@@ -30,7 +31,8 @@ using WholeColumnWidths = WidthsOf<std::size_t>;
 /// For the others their usual lines count rather than the longest ones, so that a single long cell takes no space from
 /// texts that are long in every row. If the usual lines fit, what is left above them goes to the longer lines. Else
 /// columns with a short usual line get it, the others at least their longest words and a part of what is left above
-/// those, in proportion to what their usual lines need beyond them. A line counts at most as long as the space.
+/// those, in proportion to what their usual lines need beyond them. A line counts at most as long as the space. Where
+/// the usual lines do not fit beside the longest words, longer words than the usual ones may be broken.
 ///
 /// Columns with a share divide what the others leave in proportion to their shares, and fill the space. One whose part
 /// is narrower than its longest word gets the word, at the cost of the others.

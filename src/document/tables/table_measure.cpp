@@ -83,7 +83,10 @@ void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   measured.widestLine = std::max(measured.widestLine, extent.widestLine);
   kinds.line.add(static_cast<double>(extent.longestLine), kLongestLineThatCounts);
   kinds.wideLine.add(extent.widestLine, kLongestLineThatCounts);
-  if (!header && !cell.header) {
+  if (header || cell.header) {
+    kinds.wideWord.addHeader(extent.widestWord);
+  } else {
+    kinds.wideWord.add(extent.widestWord);
     kinds.count(cell, extent.longestLine);
   }
 }
@@ -92,9 +95,10 @@ void TableMeasure::finish(bool isWhole) {
   addColumnsUpTo(1);
   for (std::size_t column = 0; column < table_.columns.size(); ++column) {
     Column& measured = table_.columns[column];
-    const Kinds& kinds = kinds_[column];
+    Kinds& kinds = kinds_[column];
     measured.usualLine = kinds.line.width();
     measured.usualWideLine = kinds.wideLine.width();
+    measured.usualWideWord = kinds.wideWord.width();
     if (measured.align == Align::Auto) {
       measured.align = kinds.align != Align::Auto ? kinds.align : alignmentOf(measured.type, kinds.areNumbers());
       if (measured.align == Align::Right && !isWhole) {
@@ -104,6 +108,7 @@ void TableMeasure::finish(bool isWhole) {
         measured.widestWord += kDigitsToCome;
         measured.widestLine += kDigitsToCome;
         measured.usualWideLine += kDigitsToCome;
+        measured.usualWideWord += kDigitsToCome;
       }
     }
   }

@@ -37,6 +37,7 @@ class TableMeasure {
     Align align = Align::Auto;  // of all cells; Auto if they differ
     UsualLine line;
     UsualLine wideLine;
+    UsualWord wideWord;
   };
 
   void addColumnsUpTo(std::size_t count);

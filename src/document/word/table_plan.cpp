@@ -75,7 +75,8 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
     const double word = std::max(column.widestWord, 1.0) * size * kWidthInWord;
     const double line = std::max(column.widestLine * size * kWidthInLine, word);
     const double usual = column.usualWideLine * size * kWidthInLine;
-    needs.push_back({word + padding, line + padding, column.width, usual + padding});
+    const double usualWord = std::max(column.usualWideWord, 1.0) * size * kWidthInWord;
+    needs.push_back({word + padding, line + padding, column.width, usual + padding, usualWord + padding});
   }
   for (const SampleRow& row : table.sample) {
     addHeader(row, size, padding, needs);

@@ -1,4 +1,5 @@
 #include "document/tables/column_widths.h"
+#include "document/tables/usual_line.h"
 
 #include <gtest/gtest.h>
 
@@ -51,7 +52,8 @@ TEST(ColumnWidths, KeepWordsWholeBesideShortLines) {
   EXPECT_EQ(columnWidths(Needs{{4, 24}, {50, 90}}, 60).widths, (Widths{8, 52}));
 }
 
-// One cell of the first column is long. Both usual lines fit, and the 10 that are left are enough for the second column.
+// One cell of the first column is long. Both usual lines fit, and the 10 that are left are enough for the second
+// column.
 TEST(ColumnWidths, KeepLinesWholeBesideASingleLongCell) {
   EXPECT_EQ(columnWidths(Needs{{5, 400, 0, 15}, {10, 80, 0, 75}}, 100).widths, (Widths{20, 80}));
 }
@@ -78,6 +80,34 @@ TEST(ColumnWidths, ShareWhatIsLeftAboveTheWordsByTheUsualLines) {
 TEST(ColumnWidths, KeepAWordWholeThatIsLongerThanTheUsualLine) {
   EXPECT_EQ(columnWidths(Needs{{30, 400, 0, 5}, {10, 100, 0, 95}}, 100).widths, (Widths{30, 70}));
   EXPECT_EQ(columnWidths(Needs{{3, 7, 0, 20}, {5, 50, 0, 60}}, 60).widths, (Widths{7, 50}));
+}
+
+// Beside the word of 60 the second column would have 40 for lines of 70.
+TEST(ColumnWidths, BreakRareWordsWhereUsualLinesDoNotFit) {
+  EXPECT_EQ(columnWidths(Needs{{60, 60, 0, 20, 25}, {10, 71, 0, 70}}, 100).widths, (Widths{29, 71}));
+  EXPECT_EQ(columnWidths(Needs{{60, 60, 0, 20, 0}, {10, 80, 0, 70}}, 100).widths, (Widths{60, 40}));
+}
+
+TEST(ColumnWidths, KeepRareWordsWholeWhereUsualLinesFit) {
+  EXPECT_EQ(columnWidths(Needs{{60, 60, 0, 20, 25}, {10, 80, 0, 40}}, 100).widths, (Widths{60, 40}));
+}
+
+TEST(ColumnWidths, KeepRareWordsWholeInAColumnWithAShare) {
+  EXPECT_EQ(columnWidths(Needs{{60, 60, 1, 20, 25}, {10, 80, 0, 70}}, 100).widths, (Widths{60, 40}));
+}
+
+TEST(UsualWord, IsTheLongestButForOneCellInTwenty) {
+  scrivalen::document::UsualWord word;
+  EXPECT_EQ(word.width(), 0);
+  for (int i = 0; i < 18; ++i) {
+    word.add(3);
+  }
+  word.add(50);
+  EXPECT_EQ(word.width(), 50);
+  word.add(5);
+  EXPECT_EQ(word.width(), 5);
+  word.addHeader(7);
+  EXPECT_EQ(word.width(), 7);
 }
 
 TEST(ColumnWidths, AreTheLongestWordsWhereNotEvenTheyFit) {

@@ -125,6 +125,20 @@ TEST(TableMeasure, FindsAUsualLineThatOneLongCellHardlyChanges) {
   EXPECT_NEAR(table.columns.front().usualWideLine, 20.21, 0.01);
 }
 
+TEST(TableMeasure, FindsAUsualWordThatOneLongCellDoesNotChange) {
+  Table table;
+  TableMeasure measure(table);
+  const Cell header{.text = "nnnnn"};
+  measure.add({&header, 1}, true);
+  for (int i = 0; i < 20; ++i) {
+    const Cell cell{.text = i == 7 ? "nnnnnnnnnnnnnnnnnnnn" : "nnn nnn"};
+    measure.add({&cell, 1}, false);
+  }
+  measure.finish(true);
+  EXPECT_EQ(table.columns.front().usualWideWord, 5);
+  EXPECT_EQ(table.columns.front().widestWord, 20);
+}
+
 // A line may be broken between two of them.
 TEST(TableMeasure, TakesAnIdeographForAWord) {
   const auto column = measured(u8"漢字漢字");

@@ -63,7 +63,7 @@ std::vector<ColumnNeed> needsOf(const TableColumns& columns, Length size) {
     };
     const ColumnText& text = columns.texts[column];
     needs.push_back({need(text.longestWord), need(text.longestLine), columns.table.columns[column].width,
-                     text.usualLine > 0 ? need(text.usualLine) : 0});
+                     text.usualLine > 0 ? need(text.usualLine) : 0, text.usualWord > 0 ? need(text.usualWord) : 0});
   }
   return needs;
 }
@@ -178,6 +178,7 @@ struct Kinds {
   bool isEmpty = true;
   bool hasLetters = false;
   document::UsualLine line;
+  document::UsualWord word;
 
   void add(const document::Cell& cell) {
     isEmpty = isEmpty && cell.text.empty();
@@ -188,24 +189,27 @@ struct Kinds {
 // Measures texts of the usual size.
 class Ruler {
  public:
+  struct CellText {
+    Length longestWord = 0;
+    Length longestLine = 0;
+  };
+
   Ruler(Shaper& shaper, Family family) : shaper_(shaper), family_(family) {}
 
-  // Returns the longest line of the cell.
-  Length measure(const document::Cell& cell, bool isBold, ColumnText& column) {
+  // Returns what the cell needs.
+  CellText measure(const document::Cell& cell, bool isBold) {
     TextStyle style;
     style.font = fontOf(family_, isBold, false);
     style.size = kUsualTableSize;
     collector_.begin(style);
     cell.replay(collector_);
     const StyledText text = collector_.take();
-    measureWords(text, column);
+    CellText needs{longestWordOf(text)};
     const SetText set = setText(text, {.width = kEndless, .leading = kAnyLeading, .usual = style}, shaper_);
-    Length longest = 0;
     for (const TextLine& line : set.lines) {
-      longest = std::max(longest, line.width);
+      needs.longestLine = std::max(needs.longestLine, line.width);
     }
-    column.longestLine = std::max(column.longestLine, longest);
-    return longest;
+    return needs;
   }
 
   Length widthOf(std::string_view text) {
@@ -221,17 +225,30 @@ class Ruler {
   static constexpr Length kEndless = Length{1} << 40;
 
   // In a space without any width each word has a line of its own.
-  void measureWords(const StyledText& text, ColumnText& column) {
+  Length longestWordOf(const StyledText& text) {
+    Length longest = 0;
     const SetText set = setText(text, {.leading = kAnyLeading, .keepsWords = true}, shaper_);
     for (const TextLine& line : set.lines) {
-      column.longestWord = std::max(column.longestWord, line.width);
+      longest = std::max(longest, line.width);
     }
+    return longest;
   }
 
   Shaper& shaper_;
   Family family_;
   InlineCollector collector_{nullptr, nullptr};
 };
+
+void addCell(const Ruler::CellText& needs, bool isHeader, ColumnText& column, Kinds& kinds) {
+  column.longestWord = std::max(column.longestWord, needs.longestWord);
+  column.longestLine = std::max(column.longestLine, needs.longestLine);
+  kinds.line.add(static_cast<double>(needs.longestLine), static_cast<double>(kLongestLineThatCounts));
+  if (isHeader) {
+    kinds.word.addHeader(static_cast<double>(needs.longestWord));
+  } else {
+    kinds.word.add(static_cast<double>(needs.longestWord));
+  }
+}
 
 }  // namespace
 
@@ -244,8 +261,7 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
     for (const document::Cell& cell : row.cells) {
       if (column < columns.size() && cell.span == 1) {
         const bool isHeader = row.header || cell.header;
-        const Length longest = ruler.measure(cell, isHeader, columns[column]);
-        kinds[column].line.add(static_cast<double>(longest), static_cast<double>(kLongestLineThatCounts));
+        addCell(ruler.measure(cell, isHeader), isHeader, columns[column], kinds[column]);
         if (!isHeader) {
           kinds[column].add(cell);
         }
@@ -255,6 +271,7 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
   }
   for (std::size_t column = 0; column < columns.size(); ++column) {
     columns[column].usualLine = std::llround(kinds[column].line.width());
+    columns[column].usualWord = std::llround(kinds[column].word.width());
   }
   if (!table.isSampleWhole) {
     const Length toCome = ruler.widthOf(kDigitsToCome);
@@ -265,6 +282,7 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
         text.longestWord = std::max(text.longestWord + toCome, millions);
         text.longestLine = std::max(text.longestLine + toCome, millions);
         text.usualLine += toCome;
+        text.usualWord = std::max(text.usualWord + toCome, millions);
       } else if (table.columns[column].type <= document::ValueType::Text) {
         text.mayGrow = kinds[column].hasLetters || kinds[column].isEmpty;
         if (kinds[column].isEmpty) {

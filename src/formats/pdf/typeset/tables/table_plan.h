@@ -57,6 +57,7 @@ struct ColumnText {
   Length longestWord = 0;
   Length longestLine = 0;
   Length usualLine = 0;  ///< whatever a single long cell needs
+  Length usualWord = 0;  ///< longer words are rare
   bool mayGrow = false;  ///< text, of which longer may come after the sample
 };
 

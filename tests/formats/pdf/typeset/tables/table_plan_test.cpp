@@ -243,6 +243,18 @@ TEST(MeasureColumns, FindsTheUsualLineOfTheSample) {
   EXPECT_EQ(measured({{.text = chapter}}).usualLine, 500 * kPoint);
 }
 
+// "n" is 611 thousandths wide in bold.
+TEST(MeasureColumns, FindsTheUsualWordOfTheSample) {
+  const document::Cell cell{.text = "n nn"};
+  const document::Cell rare{.text = "nnnnnnnnnn"};
+  EXPECT_EQ(measured({cell, cell, cell, rare}).usualWord, 10 * 556 * 9);
+  EXPECT_EQ(measured({cell, cell, cell, cell, cell, cell, cell, cell, cell, cell,
+                      cell, cell, cell, cell, cell, cell, cell, cell, cell, rare})
+                .usualWord,
+            2 * 556 * 9);
+  EXPECT_EQ(measured({{.text = "nnn", .header = true}, cell}).usualWord, 3 * 611 * 9);
+}
+
 TEST(MeasureColumns, MeasuresHeadersInBold) {
   // "n" is 611 thousandths wide in bold.
   EXPECT_EQ(measured({{.text = "n", .header = true}}).longestWord, 611 * 9);
