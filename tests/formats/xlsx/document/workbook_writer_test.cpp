@@ -164,6 +164,15 @@ TEST(WorkbookWriter, AnchorsAPictureOnItsSideWhereItIsShown) {
             std::string::npos);
 }
 
+TEST(WorkbookWriter, GivesAPictureAWidthAndHeightHoweverThinItIs) {
+  using scrivalen::test::bigEndian;
+  const std::string resolution = bigEndian(394, 4) + bigEndian(393'700, 4) + '\1';  // 10 by 10,000 pixels an inch
+  const std::string png = scrivalen::test::greyPng(60'000, 1, scrivalen::test::pngChunk("pHYs", resolution));
+  MadeWorkbook workbook;
+  scrivalen_image(workbook, png.data(), png.size(), "thin", 0);
+  EXPECT_NE(workbook.part("xl/drawings/drawing1.xml").find("\" cy=\"1\"/>"), std::string::npos);
+}
+
 // The picture is below its text, so the text is not at the bottom.
 TEST(WorkbookWriter, PutsTextAboveThePicturesOfItsRow) {
   MadeWorkbook workbook;

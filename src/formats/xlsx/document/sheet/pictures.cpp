@@ -3,6 +3,7 @@
 #include "document/pictures/drawing_turn.h"
 #include "formats/xlsx/workbook/cell_text.h"
 
+#include <algorithm>
 #include <cmath>
 #include <utility>
 #include <vector>
@@ -14,8 +15,14 @@ constexpr double kEmuPerPoint = 12700;
 
 std::string emu(double points) { return std::to_string(std::llround(points * kEmuPerPoint)); }
 
+// However thin it is, a picture is there.
 std::string extentXml(double width, double height) {
-  return std::string("cx=\"").append(emu(width)).append("\" cy=\"").append(emu(height)).append("\"");
+  constexpr double kLeast = 1 / kEmuPerPoint;
+  return std::string("cx=\"")
+      .append(emu(std::max(width, kLeast)))
+      .append("\" cy=\"")
+      .append(emu(std::max(height, kLeast)))
+      .append("\"");
 }
 
 void appendElement(std::string& out, std::string_view name, const std::string& content) {
