@@ -50,7 +50,7 @@ std::string withChecksums(std::string png) {
     return size;
   };
   std::size_t at = std::string_view(png).starts_with("\x89PNG") ? 8 : png.size();
-  while (png.size() - at >= 12 && png.size() - at - 12 >= sizeAt(at)) {
+  while (at + 12 <= png.size() && sizeAt(at) <= png.size() - at - 12) {
     const std::size_t size = sizeAt(at);
     const std::string chunk = pngChunk(png.substr(at + 4, 4), std::string_view(png).substr(at + 8, size));
     png.replace(at, chunk.size(), chunk);
