@@ -1,30 +1,14 @@
 #include "document/plain/office_content.h"
-#include "support/faults/out_of_memory.h"
-#include "support/files.h"
-#include "system/files/files.h"
+#include "support/faults/file_without_memory.h"
+#include "support/faults/stream_pieces.h"
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <iterator>
 #include <set>
 #include <tuple>
 
 namespace scrivalen::test {
 namespace {
-
-// Notes where each piece of the output ends.
-struct Pieces {
-  static int write(void* user, const void*, std::size_t size) {
-    Pieces& self = *static_cast<Pieces*>(user);
-    self.size += size;
-    self.ends.insert(self.size);
-    return 0;
-  }
-
-  std::size_t size = 0;
-  std::set<std::size_t> ends;
-};
 
 // Writes a document into a stream with so much room, beside one that has enough.
 void expectToFailAlone(const char* format, std::size_t room, scrivalen_status (*write)(scrivalen_document*)) {
@@ -106,11 +90,10 @@ TEST_P(OfficeOnAFailingStream, FailsAtEachByteOfAWord) {
   }
 }
 
-// A stream fails with the piece that has a byte, so the bytes at the edges of all pieces stand for every byte.
 TEST_P(OfficeOnAFailingStream, FailsAtEachOfItsPieces) {
-  Pieces pieces;
+  StreamPieces pieces;
   const Handle whole(scrivalen_new());
-  scrivalen_add_stream(whole.get(), GetParam(), Pieces::write, &pieces);
+  scrivalen_add_stream(whole.get(), GetParam(), StreamPieces::write, &pieces);
   ASSERT_EQ(writePieces(whole.get()), SCRIVALEN_OK);
   ASSERT_EQ(scrivalen_close(whole.get()), SCRIVALEN_OK);
   ASSERT_GT(pieces.ends.size(), 4u);
@@ -130,26 +113,7 @@ INSTANTIATE_TEST_SUITE_P(Each, OfficeOnAFailingStream, testing::Values("xlsx", "
 // Pictures, sections, a table in parts, a header and properties; a document of every kind of content has a test beside.
 TEST_P(OfficeWithoutMemory, IsCompleteOrReportsItAndLeavesTheEarlierFile) {
   const auto [format, extent] = GetParam();
-  const TemporaryFolder folder;
-  const std::wstring file = folder / L"made";
-  const std::string path = narrowPath(file);
-  ASSERT_EQ(writeFile(path, format), SCRIVALEN_OK);
-  const std::string good = bytesOf(file);
-  runOutOfMemory([&, format = format, extent = extent](std::size_t nth) {
-    SCOPED_TRACE(nth);
-    writeBytes(file, "earlier");
-    scrivalen_status result = SCRIVALEN_OK;
-    bool hasFailed = false;
-    {
-      const FailingAllocations memory(nth, extent);
-      result = writeFile(path, format);
-      hasFailed = memory.hasFailed();
-    }
-    EXPECT_TRUE(result == SCRIVALEN_OK || (hasFailed && result == SCRIVALEN_OUT_OF_MEMORY)) << result;
-    EXPECT_TRUE(bytesOf(file) == (result == SCRIVALEN_OK ? good : "earlier"));
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(asPath(folder.path())), {}), 1);
-    return hasFailed && !testing::Test::HasFailure();
-  });
+  expectTheFileOrTheEarlierOne(extent, [format = format](const std::string& path) { return writeFile(path, format); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, OfficeWithoutMemory,

@@ -1,7 +1,5 @@
 #include "support/documents/pictures.h"
-#include "support/faults/out_of_memory.h"
-#include "support/files.h"
-#include "system/files/files.h"
+#include "support/faults/file_without_memory.h"
 
 #include "scrivalen/document.h"
 
@@ -40,31 +38,8 @@ class HelpWithoutMemory : public testing::TestWithParam<Extent> {};
 }  // namespace
 
 TEST_P(HelpWithoutMemory, IsCompleteOrReportsItAndLeavesTheEarlierFile) {
-  const TemporaryFolder folder;
-  const std::wstring file = folder / L"a.chm";
-  const std::string path = scrivalen::narrowPath(file);
   const std::string picture = greyPng(2, 2);
-  ASSERT_EQ(write(path, picture), SCRIVALEN_OK);
-  const std::string good = bytesOf(file);
-  runOutOfMemory([&](std::size_t nth) {
-    SCOPED_TRACE(nth);
-    writeBytes(file, "earlier");
-    scrivalen_status result = SCRIVALEN_OK;
-    bool hasFailed = false;
-    {
-      const FailingAllocations memory(nth, GetParam());
-      result = write(path, picture);
-      hasFailed = memory.hasFailed();
-    }
-    if (result == SCRIVALEN_OK) {
-      EXPECT_EQ(bytesOf(file), good);
-    } else {
-      EXPECT_EQ(result, SCRIVALEN_OUT_OF_MEMORY);
-      EXPECT_EQ(bytesOf(file), "earlier");
-      EXPECT_TRUE(hasFailed);
-    }
-    return hasFailed && !testing::Test::HasFailure();
-  });
+  expectTheFileOrTheEarlierOne(GetParam(), [&picture](const std::string& path) { return write(path, picture); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, HelpWithoutMemory, testing::Values(Extent::One, Extent::AllFromThere));

@@ -1,6 +1,7 @@
 #include "api/api_support.h"
 #include "support/documents/pictures.h"
-#include "support/faults/out_of_memory.h"
+#include "support/faults/file_without_memory.h"
+#include "support/faults/stream_pieces.h"
 #include "support/files.h"
 #include "system/files/files.h"
 
@@ -69,54 +70,16 @@ scrivalen_status writeFile(const std::string& path, bool isShaped) {
 class PdfWithoutMemory : public testing::TestWithParam<Extent> {};
 
 TEST_P(PdfWithoutMemory, IsCompleteOrReportsItAndLeavesTheEarlierFile) {
-  const TemporaryFolder folder;
-  const std::wstring file = folder / L"a.pdf";
-  const std::string path = narrowPath(file);
-  ASSERT_EQ(writeFile(path, true), SCRIVALEN_OK);
-  const std::string good = bytesOf(file);
-  runOutOfMemory([&](std::size_t nth) {
-    SCOPED_TRACE(nth);
-    writeBytes(file, "earlier");
-    scrivalen_status result = SCRIVALEN_OK;
-    bool hasFailed = false;
-    {
-      const FailingAllocations memory(nth, GetParam());
-      result = writeFile(path, true);
-      hasFailed = memory.hasFailed();
-    }
-    if (result == SCRIVALEN_OK) {
-      EXPECT_EQ(bytesOf(file) == good, true);
-    } else {
-      EXPECT_EQ(result, SCRIVALEN_OUT_OF_MEMORY);
-      EXPECT_EQ(bytesOf(file), "earlier");
-      EXPECT_TRUE(hasFailed);
-    }
-    EXPECT_EQ(std::distance(std::filesystem::directory_iterator(asPath(folder.path())), {}), 1);
-    return hasFailed && !testing::Test::HasFailure();
-  });
+  expectTheFileOrTheEarlierOne(GetParam(), [](const std::string& path) { return writeFile(path, true); });
 }
 
 INSTANTIATE_TEST_SUITE_P(Each, PdfWithoutMemory, testing::Values(Extent::One, Extent::AllFromThere));
 
-// Notes where each piece of the output begins.
-struct Pieces {
-  static int write(void* user, const void*, std::size_t size) {
-    Pieces& self = *static_cast<Pieces*>(user);
-    self.size += size;
-    self.ends.insert(self.size);
-    return 0;
-  }
-
-  std::size_t size = 0;
-  std::set<std::size_t> ends;
-};
-
-// A stream fails with the piece that has a byte, so the bytes at the edges of all pieces, and some between them, stand
-// for every byte.
+// At the edges of all pieces, and at some bytes between them.
 TEST(PdfOnAFailingStream, FailsAtEachByteAndAlone) {
-  Pieces pieces;
+  StreamPieces pieces;
   const Handle whole(scrivalen_new());
-  scrivalen_add_stream(whole.get(), "pdf", Pieces::write, &pieces);
+  scrivalen_add_stream(whole.get(), "pdf", StreamPieces::write, &pieces);
   ASSERT_EQ(writeContent(whole.get(), false), SCRIVALEN_OK);
   ASSERT_EQ(scrivalen_close(whole.get()), SCRIVALEN_OK);
   std::set<std::size_t> rooms = {0, 1};
