@@ -226,9 +226,9 @@ compare_xlsx_documents() {
 compare_xlsx() {
   head_line "cpu seconds, xlsx" library libxlsxwriter ratio limit
   pairs "cpu xlsx library 10000" "cpu xlsx xlsxwriter 10000"
-  verdict "table of 10000 rows" "$seconds" "$other" "$ratio" 1.10
+  verdict "table of 10000 rows" "$seconds" "$other" "$ratio" 0.35
   pairs "cpu xlsx library 100000" "cpu xlsx xlsxwriter 100000"
-  verdict "table of 100000 rows" "$seconds" "$other" "$ratio" 1.10
+  verdict "table of 100000 rows" "$seconds" "$other" "$ratio" 0.35
   head_line "peak memory, KiB, xlsx" library libxlsxwriter "MiB more" limit
   peak_over_xlsxwriter 10000
   peak_over_xlsxwriter 100000
