@@ -28,16 +28,23 @@ constexpr Length kFewestLinesOfRowOfRow = 2;
 // Rows of a table with very many columns do not wait for a page's other rows.
 constexpr std::size_t kMostWaitingCells = 262144;
 
-// The first letter of the header says how a table is read, as that of a paragraph does.
-bool hasRightToLeftHeader(const document::Table& table) {
+// That of the first letter in the header rows of a sample, or in its other rows.
+Direction firstDirectionOf(const document::Table& table, bool inHeaders) {
   for (const document::SampleRow& row : table.sample) {
-    for (const document::Cell& cell : row.header ? row.cells : std::span<const document::Cell>()) {
+    for (const document::Cell& cell : row.header == inHeaders ? row.cells : std::span<const document::Cell>()) {
       if (const Direction direction = firstDirection(cell.text); direction != Direction::Neutral) {
-        return direction == Direction::RightToLeft;
+        return direction;
       }
     }
   }
-  return false;
+  return Direction::Neutral;
+}
+
+// The first letter of the header says how a table is read, as that of a paragraph does; that of the rows in a table
+// whose header has no letter.
+bool isReadFromRightToLeft(const document::Table& table) {
+  const Direction header = firstDirectionOf(table, true);
+  return (header != Direction::Neutral ? header : firstDirectionOf(table, false)) == Direction::RightToLeft;
 }
 
 }  // namespace
@@ -45,7 +52,7 @@ bool hasRightToLeftHeader(const document::Table& table) {
 void TableSetter::begin(const document::Table& table) {
   const Length turnedWidth =
       std::max(flow_.shape().height, flow_.shape().width) - flow_.shape().left - flow_.shape().right - flow_.indent();
-  isMirrored_ = document::isRightToLeft(settings_.text("language")) || hasRightToLeftHeader(table);
+  isMirrored_ = document::isRightToLeft(settings_.text("language")) || isReadFromRightToLeft(table);
   plan_ = planTable(table, measureColumns(table, shaper_, family_),
                     {flow_.width(), turnedWidth, settings_.text("widths") == "equal", isMirrored_});
   rows_.begin(plan_, table, std::min(flow_.shape().textHeight(), flow_.shape().turned().textHeight()), isMirrored_);

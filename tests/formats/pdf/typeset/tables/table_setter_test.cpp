@@ -428,12 +428,13 @@ TEST(TableSetter, MeasuresPicturesInPointsWhateverTheSizeOfTheText) {
 
 TEST(TableSetter, EndsRightToLeftTextsAtTheRightOfTheirColumn) {
   MadeTable table(aligned({Align::Left, Align::Left}), {{"widths", "equal"}});
+  table.addRow({"start", "end"});
   table.addRow({"\xD7\x90\xD7\x91", "end"});  // alef, bet
   const DrawnPage page = table.pages().front();
-  ASSERT_EQ(page.texts.size(), 2u);
-  EXPECT_EQ(page.texts[0].text, "\xD7\x91\xD7\x90") << "drawn from left to right";
-  EXPECT_GT(page.texts[0].x, 250);
-  EXPECT_LT(page.texts[0].x, 56.7 + 240.9 - 4);
+  ASSERT_EQ(page.texts.size(), 4u);
+  EXPECT_EQ(page.texts[2].text, "\xD7\x91\xD7\x90") << "drawn from left to right";
+  EXPECT_GT(page.texts[2].x, 250);
+  EXPECT_LT(page.texts[2].x, 56.7 + 240.9 - 4);
 }
 
 // Where a row of a table has its texts, from left to right, and what it colours.
@@ -467,6 +468,22 @@ TEST(TableSetter, PutsTheFirstColumnOnTheRightInTablesFromRightToLeft) {
   const DrawnPage page = pageOfDirection("en", "1");
   EXPECT_NEAR(textOn(page, "one").x, 60.7, kRounding);
   EXPECT_NEAR(page.areas.front().left, 56.7, kRounding);
+}
+
+// The header decides if it has a letter, whatever the rows have.
+TEST(TableSetter, SetsATableWithoutLettersInItsHeaderAsItsRowsAreRead) {
+  const auto isMirrored = [](bool hasHeader, std::string_view first, std::string_view second) {
+    MadeTable table;
+    table.addRow({"1", "2", first}, hasHeader);
+    table.addRow({"3", "4", second});
+    const DrawnPage page = table.pages().front();
+    return textOn(page, "1").x > textOn(page, "2").x;
+  };
+  constexpr std::string_view kHebrew = "\xD7\x90\xD7\x91";
+  EXPECT_TRUE(isMirrored(false, kHebrew, ""));
+  EXPECT_TRUE(isMirrored(true, "", kHebrew));
+  EXPECT_FALSE(isMirrored(true, "Name", kHebrew));
+  EXPECT_FALSE(isMirrored(false, "Name", kHebrew));
 }
 
 TEST(TableSetter, PutsTheMarkerOfATableFromRightToLeftOnTheRight) {
