@@ -51,8 +51,8 @@ mkdir -p "$work/code" "$work/command"
 compose sales.png 210 "$work/code/"sales.{html,pdf,rtf,xlsx}
 
 cd "$work/command"
-"$programs/scrivalen" "$root/examples/report.md" -o report.html -o report.pdf -o report.rtf
+"$programs/scrivalen" "$root/examples/report.md" -o report.html -o report.pdf -o report.docx
 "$programs/scrivalen" "$root/examples/sales.csv" --title "Sales 2026" -o sales.xlsx
 cd "$root"
-compose report.png 530 "$work/command/"report.{html,pdf,rtf} "$work/command/sales.xlsx"
+compose report.png 530 "$work/command/"report.{html,pdf,docx} "$work/command/sales.xlsx"
 ls -l docs/images
