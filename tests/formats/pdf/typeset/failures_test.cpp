@@ -15,6 +15,11 @@
 namespace scrivalen::test {
 namespace {
 
+// Letters of several scripts, some joined, some with marks that are drawn on their own.
+constexpr const char* kShaped =
+    "A link \u043F\u0440 \u0633\u0644\u0627\u0645 \u0645\u064F\u062D\u064E\u0645\u064E\u0651\u062F\u064C "
+    "q\u0303x\u0323\u0308yq\u0303 \U0001F600\u200D\U0001F601 \u0645\u06CC\u200C\u062E\u0648\u0627\u0647\u0645";
+
 // A document with whatever needs memory of its own. It has texts of several scripts if that is wished.
 scrivalen_status writeContent(scrivalen_document* document, bool isShaped) {
   scrivalen_status first = SCRIVALEN_OK;
@@ -33,8 +38,7 @@ scrivalen_status writeContent(scrivalen_document* document, bool isShaped) {
   note(scrivalen_end(document));
   note(scrivalen_begin_paragraph(document, nullptr));
   note(scrivalen_begin_link(document, "#a-place-with-a-long-name", nullptr));
-  note(
-      scrivalen_text(document, isShaped ? "A link \xD0\xBF\xD1\x80 \xD8\xB3\xD9\x84\xD8\xA7\xD9\x85" : "A link", kNul));
+  note(scrivalen_text(document, isShaped ? kShaped : "A link", kNul));
   note(scrivalen_end(document));
   note(scrivalen_image(document, picture.data(), picture.size(), "grey", 0));
   note(scrivalen_end(document));

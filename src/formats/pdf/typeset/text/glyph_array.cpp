@@ -14,18 +14,18 @@ void GlyphArray::add(std::string_view bytes) {
 
 void GlyphArray::move(std::int64_t distance) {
   if (distance != 0) {
-    endString();
+    end();
     appendInteger(out_, -distance);
     out_ += ' ';
   }
 }
 
 void GlyphArray::operators(std::string_view text) {
-  endString();
+  end();
   out_.append("]TJ").append(text).append("[");
 }
 
-void GlyphArray::endString() {
+void GlyphArray::end() {
   if (isInString_) {
     out_ += ')';
     isInString_ = false;

@@ -12,17 +12,16 @@ class GlyphArray {
   explicit GlyphArray(std::string& out) : out_(out) {}
   GlyphArray(const GlyphArray&) = delete;
   GlyphArray& operator=(const GlyphArray&) = delete;
-  ~GlyphArray() { endString(); }
 
   void add(std::string_view bytes);
   /// Moves what comes to the right, in thousandths of the size.
   void move(std::int64_t distance);
   /// Ends the array, writes operators, and begins another.
   void operators(std::string_view text);
+  /// Ends the last string. Without it the array is not complete.
+  void end();
 
  private:
-  void endString();
-
   std::string& out_;
   bool isInString_ = false;
 };

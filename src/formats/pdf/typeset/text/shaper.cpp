@@ -96,7 +96,7 @@ std::optional<unsigned char> winAnsiOf(std::string_view text) {
   return isWhole ? byte : std::nullopt;
 }
 
-// Writes glyphs of composite fonts.
+// Writes glyphs of composite fonts. What endRun has not ended is not complete.
 class CompositeRuns {
  public:
   CompositeRuns(FontSet& fonts, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs)
@@ -108,7 +108,6 @@ class CompositeRuns {
         runs_(runs) {}
   CompositeRuns(const CompositeRuns&) = delete;
   CompositeRuns& operator=(const CompositeRuns&) = delete;
-  ~CompositeRuns() { endRun(); }
 
   /// @param text    may begin with joiners, which belong to the text before it
   /// @param glyphs  that stand for the text together, in the order of the page. If they are several, the text is given
@@ -130,6 +129,16 @@ class CompositeRuns {
       }
     }
     addBlank(text.substr(text.size() - joiners));
+  }
+
+  void endRun() {
+    if (array_) {
+      array_->move(owed_);
+      array_->end();
+      array_.reset();
+      runs_.back().width = scaled(width_, size_);
+      width_ = owed_ = 0;
+    }
   }
 
  private:
@@ -263,15 +272,6 @@ class CompositeRuns {
     endRun();
     runs_.push_back({font, {}, 0});
     array_.emplace(runs_.back().content);
-  }
-
-  void endRun() {
-    if (array_) {
-      array_->move(owed_);
-      array_.reset();
-      runs_.back().width = scaled(width_, size_);
-      width_ = owed_ = 0;
-    }
   }
 
   void draw(const ShapedGlyph& glyph, std::uint16_t number) {
@@ -489,7 +489,9 @@ void Shaper::setCharacters(std::string_view text, FontId font, const ShapeStyle&
       flush();
       const std::uint32_t glyph = typeface.glyphOf(c);
       const ShapedGlyph shaped{glyph, 0, static_cast<std::int32_t>(typeface.advanceOf(glyph)), 0, 0};
-      CompositeRuns(fonts_, font, style, runs).add(ownText, std::span(&shaped, 1));
+      CompositeRuns composite(fonts_, font, style, runs);
+      composite.add(ownText, std::span(&shaped, 1));
+      composite.endRun();
       continue;
     }
     const CharacterCode& character = typeface.characterOf(c);
@@ -530,6 +532,7 @@ bool Shaper::setSimple(std::string_view text, FontId font, Length size, std::vec
     width += glyphs_[i].advance;
   }
   array.move(owed);
+  array.end();
   run.width = scaled(width, size);
   return true;
 }
@@ -572,6 +575,7 @@ void Shaper::setComposite(std::string_view text, FontId font, const ShapeStyle& 
     composite.add(text.substr(textBegin, textEnd - textBegin), std::span(glyphs_).subspan(begin, end - begin));
     done = textEnd;
   }
+  composite.endRun();
 }
 
 }  // namespace scrivalen::typeset

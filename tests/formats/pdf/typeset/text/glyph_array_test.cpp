@@ -8,10 +8,9 @@ namespace {
 template <typename Write>
 std::string written(Write write) {
   std::string out;
-  {
-    GlyphArray array(out);
-    write(array);
-  }
+  GlyphArray array(out);
+  write(array);
+  array.end();
   return out;
 }
 
