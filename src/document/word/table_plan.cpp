@@ -1,14 +1,12 @@
 #include "document/word/table_plan.h"
 
-#include "document/tables/column_widths.h"
+#include "document/tables/table_split.h"
 #include "document/word/page_twips.h"
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <numeric>
 #include <optional>
-#include <span>
 #include <utility>
 
 namespace scrivalen::document {
@@ -84,17 +82,6 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
   return needs;
 }
 
-// A word such as a long address is rather broken than that it makes all text small.
-void breakLongWords(std::vector<ColumnNeed>& needs, double space) {
-  for (ColumnNeed& need : needs) {
-    need.longestWord = std::min(need.longestWord, space / 2);
-  }
-}
-
-ColumnWidths widthsOf(std::span<const ColumnNeed> needs, double space, WidthRule rule) {
-  return rule.isEqual ? equalColumnWidths(needs, space) : columnWidths(needs, space);
-}
-
 double sumOf(const std::vector<double>& widths) { return std::accumulate(widths.begin(), widths.end(), 0.0); }
 
 // Widths that are too wide together lose in proportion: readers break their words.
@@ -117,37 +104,14 @@ std::vector<int> edgesOf(const std::vector<double>& widths) {
   return edges;
 }
 
-TablePart partOf(const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end, double space,
-                 WidthRule rule) {
-  std::vector<ColumnNeed> own(needs.begin() + static_cast<std::ptrdiff_t>(first),
-                              needs.begin() + static_cast<std::ptrdiff_t>(end));
-  if (first > 0) {
-    own.insert(own.begin(), needs.front());
-  }
-  ColumnWidths widths = widthsOf(own, space, rule);
+TablePart partOf(const std::vector<ColumnNeed>& needs, ColumnRange range, double space, WidthRule rule) {
+  const std::vector<ColumnNeed> own = needsOfRange(needs, range);
+  ColumnWidths widths = tableWidths(own, space, rule.isEqual);
   if (!widths.fit) {
     widths = columnWidths(own, space);
   }
   scale(widths, space, rule.isFilled);
-  return {first, end, edgesOf(widths.widths)};
-}
-
-std::vector<TablePart> split(const std::vector<ColumnNeed>& needs, double space, WidthRule rule) {
-  std::vector<TablePart> parts;
-  std::size_t first = 0;
-  while (first < needs.size()) {
-    double taken = first > 0 ? needs.front().longestWord : 0;
-    std::size_t columns = first > 0 ? 1 : 0;
-    std::size_t end = first;
-    while (end < needs.size() && columns < kMostColumnsOfAPart &&
-           (end == std::max<std::size_t>(first, 1) || taken + needs[end].longestWord <= space)) {
-      taken += needs[end++].longestWord;
-      ++columns;
-    }
-    parts.push_back(partOf(needs, first, std::max(end, first + 1), space, rule));
-    first = parts.back().end;
-  }
-  return parts;
+  return {range.first, range.end, edgesOf(widths.widths)};
 }
 
 // One part in the largest text that fits; none if not even the smallest does.
@@ -157,10 +121,10 @@ std::optional<TablePlan> inOnePart(const Table& table, double width, WidthRule r
     return std::nullopt;
   }
   int halfPoints = kUsualHalfPoints;
-  bool fits = widthsOf(needs, width, rule).fit;
+  bool fits = tableWidths(needs, width, rule.isEqual).fit;
   while (!fits) {
     breakLongWords(needs, width);
-    fits = widthsOf(needs, width, rule).fit;
+    fits = tableWidths(needs, width, rule.isEqual).fit;
     if (!fits) {
       if (halfPoints == kLeastHalfPoints) {
         return std::nullopt;
@@ -169,17 +133,16 @@ std::optional<TablePlan> inOnePart(const Table& table, double width, WidthRule r
     }
   }
   return TablePlan{
-      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, 0, needs.size(), width, rule)}};
+      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, {0, needs.size()}, width, rule)}};
 }
 
 TablePlan inParts(const Table& table, double width, WidthRule rule) {
   std::vector<ColumnNeed> needs = needsOf(table, kLeastHalfPoints);
   breakLongWords(needs, width);
-  return {Orientation::Upright, kLeastHalfPoints, paddingOf(kLeastHalfPoints), split(needs, width, rule)};
-}
-
-TablePlan turned(TablePlan plan) {
-  plan.orientation = Orientation::Turned;
+  TablePlan plan{Orientation::Upright, kLeastHalfPoints, paddingOf(kLeastHalfPoints), {}};
+  for (const ColumnRange range : splitColumns(needs, width, kMostColumnsOfAPart)) {
+    plan.parts.push_back(partOf(needs, range, width, rule));
+  }
   return plan;
 }
 
@@ -191,20 +154,12 @@ std::size_t TablePart::columnsBefore(std::size_t column) const {
 }
 
 TablePlan planTable(const Table& table, TableSpace space, WidthRule rule) {
-  const double width = std::min(space.upright, kWidestTable);
-  const double turnedWidth = std::min(space.turned, kWidestTable);
-  if (auto plan = inOnePart(table, width, rule)) {
-    return *std::move(plan);
-  }
-  TablePlan upright = inParts(table, width, rule);
-  if (turnedWidth <= width) {
-    return upright;
-  }
-  if (auto plan = inOnePart(table, turnedWidth, rule)) {
-    return turned(*std::move(plan));
-  }
-  TablePlan landscape = inParts(table, turnedWidth, rule);
-  return landscape.parts.size() < upright.parts.size() ? turned(std::move(landscape)) : upright;
+  auto [plan, isTurned] = choosePages(
+      std::min(space.upright, kWidestTable), std::min(space.turned, kWidestTable),
+      [&](double width) { return inOnePart(table, width, rule); },
+      [&](double width) { return inParts(table, width, rule); });
+  plan.orientation = isTurned ? Orientation::Turned : Orientation::Upright;
+  return std::move(plan);
 }
 
 }  // namespace scrivalen::document

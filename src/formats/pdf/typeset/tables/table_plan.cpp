@@ -1,6 +1,6 @@
 #include "formats/pdf/typeset/tables/table_plan.h"
 
-#include "document/tables/column_widths.h"
+#include "document/tables/table_split.h"
 #include "document/tables/usual_line.h"
 #include "formats/pdf/typeset/blocks/inline_collector.h"
 #include "formats/pdf/typeset/text/paragraph.h"
@@ -10,12 +10,12 @@
 #include <cmath>
 #include <numeric>
 #include <optional>
-#include <span>
 
 namespace scrivalen::typeset {
 namespace {
 
 using document::ColumnNeed;
+using document::ColumnRange;
 using document::ColumnWidths;
 
 constexpr Length kLeastSize = 6 * kPoint;
@@ -68,17 +68,6 @@ std::vector<ColumnNeed> needsOf(const TableColumns& columns, Length size) {
   return needs;
 }
 
-// A word such as a long address is rather broken than that it makes all text small.
-void breakLongWords(std::vector<ColumnNeed>& needs, double space) {
-  for (ColumnNeed& need : needs) {
-    need.longestWord = std::min(need.longestWord, space / 2);
-  }
-}
-
-ColumnWidths widthsOf(std::span<const ColumnNeed> needs, const double space, bool isEqual) {
-  return isEqual ? document::equalColumnWidths(needs, space) : document::columnWidths(needs, space);
-}
-
 double sumOf(const std::vector<double>& widths) { return std::accumulate(widths.begin(), widths.end(), 0.0); }
 
 // Gives what is left to the columns whose texts may get longer, in equal parts.
@@ -97,26 +86,21 @@ void fillSpace(std::vector<double>& widths, const std::vector<bool>& mayGrow, do
   }
 }
 
-TablePart partOf(const TableColumns& columns, const std::vector<ColumnNeed>& needs, std::size_t first, std::size_t end,
-                 double space) {
-  std::vector<ColumnNeed> own;
+TablePart partOf(const TableColumns& columns, const std::vector<ColumnNeed>& needs, ColumnRange range, double space) {
+  const std::vector<ColumnNeed> own = document::needsOfRange(needs, range);
   std::vector<bool> mayGrow;
-  const auto add = [&](std::size_t column) {
-    own.push_back(needs[column]);
+  if (range.first > 0) {
+    mayGrow.push_back(columns.texts.front().mayGrow);
+  }
+  for (std::size_t column = range.first; column < range.end; ++column) {
     mayGrow.push_back(columns.texts[column].mayGrow);
-  };
-  if (first > 0) {
-    add(0);
   }
-  for (std::size_t column = first; column < end; ++column) {
-    add(column);
-  }
-  ColumnWidths widths = widthsOf(own, space, columns.isEqual);
+  ColumnWidths widths = document::tableWidths(own, space, columns.isEqual);
   if (!widths.fit) {
     widths = document::columnWidths(own, space);
   }
   fillSpace(widths.widths, mayGrow, space);
-  TablePart part{first, end, {0}, columns.gaps};
+  TablePart part{range.first, range.end, {0}, columns.gaps};
   double edge = 0;
   for (const double width : widths.widths) {
     edge += width;
@@ -125,32 +109,17 @@ TablePart partOf(const TableColumns& columns, const std::vector<ColumnNeed>& nee
   return part;
 }
 
-std::vector<TablePart> split(const TableColumns& columns, const std::vector<ColumnNeed>& needs, double space) {
-  std::vector<TablePart> parts;
-  std::size_t first = 0;
-  while (first < needs.size()) {
-    double taken = first > 0 ? needs.front().longestWord : 0;
-    std::size_t end = first;
-    while (end < needs.size() && (end == std::max<std::size_t>(first, 1) || taken + needs[end].longestWord <= space)) {
-      taken += needs[end++].longestWord;
-    }
-    parts.push_back(partOf(columns, needs, first, std::max(end, first + 1), space));
-    first = parts.back().end;
-  }
-  return parts;
-}
-
 // One part in the largest text that fits; none if not even the smallest does.
 std::optional<TablePlan> inOnePart(const TableColumns& columns, double width) {
   for (Length size = kUsualTableSize; size >= kLeastSize; size -= kSizeStep) {
     std::vector<ColumnNeed> needs = needsOf(columns, size);
-    bool fits = widthsOf(needs, width, columns.isEqual).fit;
+    bool fits = document::tableWidths(needs, width, columns.isEqual).fit;
     if (!fits) {
-      breakLongWords(needs, width);
-      fits = widthsOf(needs, width, columns.isEqual).fit;
+      document::breakLongWords(needs, width);
+      fits = document::tableWidths(needs, width, columns.isEqual).fit;
     }
     if (fits) {
-      return TablePlan{false, size, {partOf(columns, needs, 0, needs.size(), width)}};
+      return TablePlan{false, size, {partOf(columns, needs, {0, needs.size()}, width)}};
     }
   }
   return std::nullopt;
@@ -158,12 +127,11 @@ std::optional<TablePlan> inOnePart(const TableColumns& columns, double width) {
 
 TablePlan inParts(const TableColumns& columns, double width) {
   std::vector<ColumnNeed> needs = needsOf(columns, kLeastSize);
-  breakLongWords(needs, width);
-  return {false, kLeastSize, split(columns, needs, width)};
-}
-
-TablePlan turned(TablePlan plan) {
-  plan.isTurned = true;
+  document::breakLongWords(needs, width);
+  TablePlan plan{false, kLeastSize, {}};
+  for (const ColumnRange range : document::splitColumns(needs, width)) {
+    plan.parts.push_back(partOf(columns, needs, range, width));
+  }
   return plan;
 }
 
@@ -297,27 +265,19 @@ std::vector<ColumnText> measureColumns(const document::Table& table, Shaper& sha
 
 TablePlan planTable(const document::Table& table, const std::vector<ColumnText>& texts, const TableSpace& space) {
   const auto width = static_cast<double>(space.upright);
-  const auto turnedWidth = static_cast<double>(space.turned);
   if (!space.isRightToLeft) {
     const TableColumns spaced{table, texts, space.isEqual, gapsOf(table)};
     const std::vector<ColumnNeed> needs = needsOf(spaced, kUsualTableSize);
-    if (widthsOf(needs, width, space.isEqual).fit) {
-      return {false, kUsualTableSize, {partOf(spaced, needs, 0, needs.size(), width)}};
+    if (document::tableWidths(needs, width, space.isEqual).fit) {
+      return {false, kUsualTableSize, {partOf(spaced, needs, {0, needs.size()}, width)}};
     }
   }
   const TableColumns columns{table, texts, space.isEqual};
-  if (auto plan = inOnePart(columns, width)) {
-    return *std::move(plan);
-  }
-  TablePlan upright = inParts(columns, width);
-  if (turnedWidth <= width) {
-    return upright;
-  }
-  if (auto plan = inOnePart(columns, turnedWidth)) {
-    return turned(*std::move(plan));
-  }
-  TablePlan landscape = inParts(columns, turnedWidth);
-  return landscape.parts.size() < upright.parts.size() ? turned(std::move(landscape)) : upright;
+  auto [plan, isTurned] = document::choosePages(
+      width, static_cast<double>(space.turned), [&](double each) { return inOnePart(columns, each); },
+      [&](double each) { return inParts(columns, each); });
+  plan.isTurned = isTurned;
+  return std::move(plan);
 }
 
 }  // namespace scrivalen::typeset
