@@ -35,6 +35,7 @@ using LineNeed = double (*)(const ColumnNeed& column, double space);
 
 ColumnWidths widthsOfWords(Needs columns) {
   ColumnWidths result;
+  result.widths.reserve(columns.size());
   std::transform(columns.begin(), columns.end(), std::back_inserter(result.widths), longestWordOf);
   result.fit = false;
   return result;

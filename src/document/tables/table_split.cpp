@@ -32,6 +32,7 @@ std::vector<ColumnRange> splitColumns(std::span<const ColumnNeed> needs, double 
 
 std::vector<ColumnNeed> needsOfRange(std::span<const ColumnNeed> needs, ColumnRange range) {
   std::vector<ColumnNeed> own;
+  own.reserve(range.end - range.first + 1);
   if (range.first > 0) {
     own.push_back(needs.front());
   }

@@ -69,6 +69,7 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
   const double size = halfPoints * kTwipsPerPoint / 2;
   const double padding = 2 * paddingOf(halfPoints);
   std::vector<ColumnNeed> needs;
+  needs.reserve(table.columns.size());
   for (const Column& column : table.columns) {
     const double word = std::max(column.widestWord, 1.0) * size * kWidthInWord;
     const double line = std::max(column.widestLine * size * kWidthInLine, word);

@@ -56,6 +56,7 @@ std::vector<Length> gapsOf(const document::Table& table) {
 
 std::vector<ColumnNeed> needsOf(const TableColumns& columns, Length size) {
   std::vector<ColumnNeed> needs;
+  needs.reserve(columns.texts.size());
   for (std::size_t column = 0; column < columns.texts.size(); ++column) {
     const Length gap = columns.gaps.empty() ? 0 : columns.gaps[column];
     const auto need = [size, gap](Length usual) {
