@@ -160,7 +160,7 @@ TEST(DocxText, LeadsToAddressesThroughFields) {
 }
 
 TEST(DocxText, LeavesOutAddressesThatRunPrograms) {
-  std::vector<std::string> warnings;
+  std::vector<scrivalen::document::Warning> warnings;
   const std::string docx = docxOf(
       [](Document& document) {
         document.beginParagraph(Align::Auto);
@@ -171,7 +171,8 @@ TEST(DocxText, LeavesOutAddressesThatRunPrograms) {
       },
       {}, &warnings);
   EXPECT_EQ(partOf(docx, "word/document.xml").find("javascript"), std::string::npos);
-  EXPECT_EQ(warnings, std::vector<std::string>{"the address of a link that may run a program"});
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].message, "the address of a link that may run a program");
 }
 
 TEST(DocxText, HasTheNumberOfThePageInContents) {

@@ -13,11 +13,6 @@ namespace {
 
 const document::Format kFormat{"docx", &document::createDocxDocumentWriter};
 
-int append(void* user, const void* data, std::size_t size) {
-  static_cast<std::string*>(user)->append(static_cast<const char*>(data), size);
-  return 0;
-}
-
 std::size_t numberAt(std::string_view bytes, std::size_t at, std::size_t size) {
   std::size_t value = 0;
   for (std::size_t i = size; i-- > 0;) {
@@ -42,24 +37,8 @@ constexpr std::string_view kLastSection = "<w:sectPr>";
 
 }  // namespace
 
-std::string docxOf(const Content& content, const SettingValues& settings, std::vector<std::string>* warnings) {
-  std::string bytes;
-  document::Document document;
-  document.addStream(kFormat, &append, &bytes);
-  document.set("clock", "2026-01-31 23:59:58");
-  for (const auto& [name, value] : settings) {
-    EXPECT_EQ(document.set(name, value), document::Status::Ok) << document.error();
-  }
-  content(document);
-  EXPECT_EQ(document.close(), document::Status::Ok) << document.error();
-  while (warnings != nullptr) {
-    const document::Warning* const warning = document.nextWarning();
-    if (warning == nullptr) {
-      break;
-    }
-    warnings->push_back(warning->message);
-  }
-  return bytes;
+std::string docxOf(const Content& content, const SettingValues& settings, std::vector<document::Warning>* warnings) {
+  return bytesOfDocument(kFormat, content, settings, warnings);
 }
 
 std::string partOf(const std::string& docx, std::string_view name) {

@@ -1,22 +1,17 @@
 #pragma once
 
-#include "document/document.h"
+#include "support/documents/made_document.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace scrivalen::test {
 
-using Content = std::function<void(document::Document&)>;
-using SettingValues = std::vector<std::pair<std::string_view, std::string_view>>;
-
-/// A Word document, with the time 2026-01-31 23:59:58. Fails the test when it cannot be written.
-/// @param warnings  gets their messages; may be null
+/// A Word document.
+/// @param warnings  gets those of the document; may be null
 std::string docxOf(const Content& content, const SettingValues& settings = {},
-                   std::vector<std::string>* warnings = nullptr);
+                   std::vector<document::Warning>* warnings = nullptr);
 
 /// A part of one, such as "word/styles.xml".
 std::string partOf(const std::string& docx, std::string_view name);

@@ -1,5 +1,7 @@
 #include "made_rtf.h"
 
+#include "formats/rtf/document/document_writer.h"
+
 #include <gtest/gtest.h>
 
 #include <cstddef>
@@ -9,30 +11,10 @@ namespace {
 
 const document::Format kFormat{"rtf", &document::createRtfDocumentWriter};
 
-int append(void* user, const void* data, std::size_t size) {
-  static_cast<std::string*>(user)->append(static_cast<const char*>(data), size);
-  return 0;
-}
-
 }  // namespace
 
 std::string rtfOf(const Content& content, const SettingValues& settings, std::vector<document::Warning>* warnings) {
-  std::string bytes;
-  document::Document document;
-  document.addStream(kFormat, &append, &bytes);
-  document.set("clock", "2026-01-31 23:59:58");
-  for (const auto& [name, value] : settings) {
-    EXPECT_EQ(document.set(name, value), document::Status::Ok) << document.error();
-  }
-  content(document);
-  EXPECT_EQ(document.close(), document::Status::Ok) << document.error();
-  if (warnings != nullptr) {
-    for (const document::Warning* warning = document.nextWarning(); warning != nullptr;) {
-      warnings->push_back(*warning);
-      warning = document.nextWarning();
-    }
-  }
-  return bytes;
+  return bytesOfDocument(kFormat, content, settings, warnings);
 }
 
 std::string rtfBodyOf(const Content& content, const SettingValues& settings) {

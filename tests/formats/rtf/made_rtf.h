@@ -1,18 +1,12 @@
 #pragma once
 
-#include "document/document.h"
-#include "formats/rtf/document/document_writer.h"
+#include "support/documents/made_document.h"
 
-#include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace scrivalen::test {
-
-using Content = std::function<void(document::Document&)>;
-using SettingValues = std::vector<std::pair<std::string_view, std::string_view>>;
 
 /// A document in RTF.
 /// @param warnings  gets those of the document; may be null

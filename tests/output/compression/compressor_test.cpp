@@ -1,15 +1,17 @@
 #include "output/compression/compressor.h"
+#include "output/compression/sample_texts.h"
 #include "support/inflated.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 
 using scrivalen::Compressor;
 using scrivalen::test::inflated;
+using scrivalen::test::lines;
+using scrivalen::test::noise;
 
 namespace {
 
@@ -17,25 +19,6 @@ std::string compressed(Compressor& compressor, std::string_view text) {
   std::string out;
   compressor.compress(text, out);
   return out;
-}
-
-// Bytes of a simple generator, which no compressor makes smaller.
-std::string noise(std::size_t size) {
-  std::string bytes;
-  std::uint32_t state = 1;
-  while (bytes.size() < size) {
-    state = state * 1664525 + 1013904223;
-    bytes += static_cast<char>(static_cast<unsigned char>(state >> 24));
-  }
-  return bytes;
-}
-
-std::string lines(std::size_t count) {
-  std::string text;
-  for (std::size_t i = 0; i < count; ++i) {
-    text += "line " + std::to_string(i * 7919 % 1000) + "\n";
-  }
-  return text;
 }
 
 }  // namespace

@@ -2,9 +2,21 @@
 
 #include "document/document.h"
 
+#include <functional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace scrivalen::test {
+
+using Content = std::function<void(document::Document&)>;
+using SettingValues = std::vector<std::pair<std::string_view, std::string_view>>;
+
+/// The bytes of a document of one format, with the time 2026-01-31 23:59:58. Fails the test when it cannot be written.
+/// @param warnings  gets those of the document; may be null
+std::string bytesOfDocument(const document::Format& format, const Content& content, const SettingValues& settings,
+                            std::vector<document::Warning>* warnings);
 
 /// A document with one output, in memory.
 class MadeDocument : public document::Document {
