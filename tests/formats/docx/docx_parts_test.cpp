@@ -198,8 +198,7 @@ TEST(DocxParts, HaveAPictureInTheHeader) {
 }
 
 TEST(DocxParts, ReduceATurnedPictureByWhatItShows) {
-  const std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x08\0\0\0\0\0\0\0", 36);
-  const auto picture = pictureOf(greyJpeg(10, 1000, jpegSegment(0xE1, exif)));  // shown 1,000 pixels wide
+  const auto picture = pictureOf(turnedJpeg(10, 1000, 8));  // shown 1,000 pixels wide
   const std::string text =
       partOf(docxOf([&](Document& document) { document.image(picture, "x", 0, {}); }), "word/document.xml");
   EXPECT_TRUE(has(text, "cy=\"6120130\"/><wp:effectExtent l=\"3029464\" t=\"0\"")) << text;
@@ -207,9 +206,8 @@ TEST(DocxParts, ReduceATurnedPictureByWhatItShows) {
 }
 
 TEST(DocxParts, TurnAPictureOnItsSide) {
-  const std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0", 36);
   std::vector<scrivalen::document::Warning> warnings;
-  const auto picture = pictureOf(greyJpeg(40, 20, jpegSegment(0xE1, exif)));
+  const auto picture = pictureOf(turnedJpeg(40, 20, 6));
   const std::string text = partOf(
       docxOf([&](Document& document) { document.image(picture, "x", 0, {}); }, {}, &warnings), "word/document.xml");
   EXPECT_TRUE(has(text,

@@ -89,4 +89,11 @@ std::string greyJpeg(std::uint32_t width, std::uint32_t height, std::string_view
          jpegSegment(0xDA, std::string("\x01\x01\x00\x00\x3F\x00", 6)) + scan + "\xFF\xD9";
 }
 
+// Least significant byte first.
+std::string turnedJpeg(std::uint32_t width, std::uint32_t height, int orientation) {
+  const std::string exif = std::string("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0", 24) +
+                           static_cast<char>(orientation) + std::string(7, '\0');
+  return greyJpeg(width, height, jpegSegment(0xE1, exif));
+}
+
 }  // namespace scrivalen::test

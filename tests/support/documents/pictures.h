@@ -25,5 +25,7 @@ std::string jpegSegment(int marker, std::string_view data);
 /// A JPEG in medium grey that every reader shows.
 /// @param segments  come before the frame
 std::string greyJpeg(std::uint32_t width, std::uint32_t height, std::string_view segments = {});
+/// The same with EXIF of one entry, the orientation.
+std::string turnedJpeg(std::uint32_t width, std::uint32_t height, int orientation);
 
 }  // namespace scrivalen::test

@@ -152,8 +152,7 @@ TEST(WorkbookWriter, PlacesPictures) {
 
 // Excel and LibreOffice exchange the sides of such an anchor before they turn the picture.
 TEST(WorkbookWriter, AnchorsAPictureOnItsSideWhereItIsShown) {
-  const std::string exif("Exif\0\0II*\0\x08\0\0\0\x01\0\x12\x01\x03\0\x01\0\0\0\x06\0\0\0\0\0\0\0", 36);
-  const std::string jpeg = scrivalen::test::greyJpeg(40, 20, scrivalen::test::jpegSegment(0xE1, exif));
+  const std::string jpeg = scrivalen::test::turnedJpeg(40, 20, 6);
   MadeWorkbook workbook;
   scrivalen_image(workbook, jpeg.data(), jpeg.size(), "turned", 0);
   const std::string drawing = workbook.part("xl/drawings/drawing1.xml");
