@@ -135,19 +135,26 @@ std::uint32_t CellFormats::add(const CellFormat& format) {
   }
   ++refused_;
   CellFormat plain = format;
-  plain.font = formats_.front().format.font;
   plain.fill = kNoColor;
+  plain.font.color = kNoColor;
+  if (!hasRoomFor(plain.font)) {
+    plain.font = formats_.front().format.font;
+  }
   const auto other = indices_.find({plain.font.key(), plain.key()});
-  return other == indices_.end() ? 0 : other->second;
+  if (other != indices_.end()) {
+    return other->second;
+  }
+  return formats_.size() < kMostPlain ? insert(plain) : 0;
 }
 
 bool CellFormats::takes(const CellFormat& format) const {
   return indices_.contains({format.font.key(), format.key()}) || canAdd(format);
 }
 
-bool CellFormats::canAdd(const CellFormat& format) const {
-  return formats_.size() < kMost &&
-         (fonts_.size() + runFonts_.size() < mostFonts_ || fontIndices_.contains(format.font.key()));
+bool CellFormats::canAdd(const CellFormat& format) const { return formats_.size() < kMost && hasRoomFor(format.font); }
+
+bool CellFormats::hasRoomFor(const Font& font) const {
+  return fonts_.size() + runFonts_.size() < mostFonts_ || fontIndices_.contains(font.key());
 }
 
 bool CellFormats::takesFont(const Font& font) {

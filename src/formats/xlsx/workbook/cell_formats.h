@@ -52,6 +52,7 @@ struct CellFormat {
 class CellFormats {
  public:
   static constexpr std::size_t kMost = 60000;       ///< below the 65,490 that spreadsheet programs accept
+  static constexpr std::size_t kMostPlain = 65000;  ///< with those that have no colours for lack of room
   static constexpr std::size_t kMostFonts = 500;    ///< below their 512
   static constexpr std::size_t kMostNumbers = 200;  ///< the fewest that they promise
 
@@ -62,7 +63,7 @@ class CellFormats {
   /// Makes it the first of all, that of cells without a format.
   void setUsual(const CellFormat& format);
 
-  /// The index of a format. Beyond the limits, one without its colours.
+  /// The index of a format. Beyond the limits, one without its colours, which still shows numbers and dates as such.
   std::uint32_t add(const CellFormat& format);
   /// Whether add returns the index of this very format.
   bool takes(const CellFormat& format) const;
@@ -96,6 +97,7 @@ class CellFormats {
   };
 
   bool canAdd(const CellFormat& format) const;
+  bool hasRoomFor(const Font& font) const;
   std::uint32_t insert(const CellFormat& format);
   std::uint32_t fontOf(const Font& font);
   std::uint32_t fillOf(std::uint32_t color);

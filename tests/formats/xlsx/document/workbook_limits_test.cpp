@@ -102,6 +102,17 @@ TEST(WorkbookLimits, WriteAddressesThatAreNoLinks) {
   EXPECT_EQ(warningsOf(workbook), "0 4 1 links that a sheet does not take, written as text\n");
 }
 
+TEST(WorkbookLimits, WriteTheAddressAfterTextOfSeveralFonts) {
+  MadeWorkbook workbook;
+  scrivalen_begin_paragraph(workbook, nullptr);
+  scrivalen_begin_link(workbook, ("https://x.org/" + std::string(2100, 'a')).c_str(), nullptr);
+  workbook.text("one ");
+  workbook.span(SCRIVALEN_STRONG, "two");
+  workbook.end(2);
+  EXPECT_TRUE(has(workbook.sheet(), " (https://x.org/aaaa"));
+  EXPECT_EQ(warningsOf(workbook), "0 4 1 links that a sheet does not take, written as text\n");
+}
+
 TEST(WorkbookLimits, HaveAsManyLinksAsASheetTakes) {
   MadeWorkbook workbook;
   for (int i = 0; i < 65'531; ++i) {
@@ -129,4 +140,21 @@ TEST(WorkbookLimits, KeepRowsWhoseColoursAreTooMany) {
   EXPECT_TRUE(has(workbook.cells(), "A600 \"a\"\n"));
   EXPECT_TRUE(has(workbook.part("xl/styles.xml"), "<fonts count=\"500\">"));
   EXPECT_EQ(warningsOf(workbook), "0 4 101 cells without their colours, beyond the formats of a workbook\n");
+}
+
+// Cells 1 to 499 have the colours that a workbook takes.
+TEST(WorkbookLimits, ShowDatesAsDatesBeyondTheirColours) {
+  MadeWorkbook workbook;
+  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+  for (int i = 0; i < 600; ++i) {
+    char color[16];
+    std::snprintf(color, sizeof color, "#%06X", i);
+    scrivalen_begin_row(workbook, 0);
+    const scrivalen_cell_style style{sizeof style, 0, 0, 1, color, nullptr};
+    scrivalen_begin_cell(workbook, &style);
+    workbook.text(i < 599 ? "a" : "2024-05-06");
+    workbook.end(2);
+  }
+  const std::string cells = workbook.cells();
+  EXPECT_TRUE(has(cells, "A600 45418 yyyy-mm-dd")) << cells.substr(cells.find("A599"));
 }

@@ -57,15 +57,16 @@ void SheetWriter::rich(std::uint32_t column, CellFormat format, const RichText& 
   }
   format.font = usual;
   const std::uint32_t index = formats_.add(format);
-  const std::string_view kept = cutToUnits(content.text, kLongestCellText);
-  losses_.cut += kept.size() < content.text.size() ? 1u : 0u;
+  const std::string whole = content.text + rest;
+  const std::string_view kept = cutToUnits(whole, kLongestCellText);
+  losses_.cut += kept.size() < whole.size() ? 1u : 0u;
   richText(column, index, runsXml(content, kept, usual));
 }
 
 std::string SheetWriter::runsXml(const RichText& text, std::string_view kept, const Font& font) {
   std::string out;
   for (std::size_t i = 0; i < text.runs.size() && text.runs[i].begin < kept.size(); ++i) {
-    const std::size_t end = i + 1 < text.runs.size() ? text.runs[i + 1].begin : text.text.size();
+    const std::size_t end = i + 1 < text.runs.size() ? text.runs[i + 1].begin : kept.size();
     const std::size_t begin = text.runs[i].begin;
     out.append("<r>");
     if (Font run = text.runs[i].font; !(run == font)) {
