@@ -17,9 +17,9 @@ constexpr std::string_view kUsage[] = {"scrivalen INPUT -o FILE [-o FILE ...] [O
                                        "scrivalen INPUT ... --output-dir FOLDER --to FORMAT[,FORMAT...] [OPTIONS]"};
 
 constexpr std::string_view kDescription =
-    "Turns Markdown, CSV and TSV files into text, HTML, XML, Markdown, RTF, PDF, spreadsheets and compiled help, "
-    "several at once. An output replaces an existing file once it is complete; one that fails leaves the file as it "
-    "was.";
+    "Turns Markdown, CSV and TSV files into text, HTML, XML, Markdown, RTF, PDF, spreadsheets, Word documents and "
+    "compiled help, several at once. An output replaces an existing file once it is complete; one that fails leaves "
+    "the file as it was.";
 
 constexpr Example kExamples[] = {
     {"scrivalen notes.md -o notes.html", "a web page"},
