@@ -14,7 +14,7 @@ bool isControl(char c) { return static_cast<unsigned char>(c) < 0x20 && c != '\n
 
 bool isSpace(char c) { return c == ' ' || c == '\n' || c == '\t'; }
 
-// Readers drop blanks at the ends unless they are told not to.
+// Without xml:space="preserve" readers drop blanks at the ends.
 std::string_view startTag(std::string_view text) {
   const bool hasOuterSpace = !text.empty() && (isSpace(text.front()) || isSpace(text.back()));
   return hasOuterSpace ? "<t xml:space=\"preserve\">" : "<t>";

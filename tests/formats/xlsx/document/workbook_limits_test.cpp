@@ -22,6 +22,20 @@ std::string onlyCell(const char* text) {
   return xml.substr(begin, xml.find("</row>") - begin);
 }
 
+// A table with a colour of its own in each row. All texts but the last are "a".
+void writeColoredRows(MadeWorkbook& workbook, int rows, const char* last) {
+  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+  for (int i = 0; i < rows; ++i) {
+    char color[16];
+    std::snprintf(color, sizeof color, "#%06X", i);
+    scrivalen_begin_row(workbook, 0);
+    const scrivalen_cell_style style{sizeof style, 0, 0, 1, color, nullptr};
+    scrivalen_begin_cell(workbook, &style);
+    workbook.text(i + 1 < rows ? "a" : last);
+    workbook.end(2);
+  }
+}
+
 }  // namespace
 
 TEST(WorkbookLimits, EscapeWhatReadersTakeForEscapes) {
@@ -127,16 +141,7 @@ TEST(WorkbookLimits, HaveAsManyLinksAsASheetTakes) {
 
 TEST(WorkbookLimits, KeepRowsWhoseColoursAreTooMany) {
   MadeWorkbook workbook;
-  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
-  for (int i = 0; i < 600; ++i) {
-    char color[16];
-    std::snprintf(color, sizeof color, "#%06X", i);
-    scrivalen_begin_row(workbook, 0);
-    const scrivalen_cell_style style{sizeof style, 0, 0, 1, color, nullptr};
-    scrivalen_begin_cell(workbook, &style);
-    workbook.text("a");
-    workbook.end(2);
-  }
+  writeColoredRows(workbook, 600, "a");
   EXPECT_TRUE(has(workbook.cells(), "A600 \"a\"\n"));
   EXPECT_TRUE(has(workbook.part("xl/styles.xml"), "<fonts count=\"500\">"));
   EXPECT_EQ(warningsOf(workbook), "0 4 101 cells without their colours, beyond the formats of a workbook\n");
@@ -145,16 +150,7 @@ TEST(WorkbookLimits, KeepRowsWhoseColoursAreTooMany) {
 // Cells 1 to 499 have the colours that a workbook takes.
 TEST(WorkbookLimits, ShowDatesAsDatesBeyondTheirColours) {
   MadeWorkbook workbook;
-  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
-  for (int i = 0; i < 600; ++i) {
-    char color[16];
-    std::snprintf(color, sizeof color, "#%06X", i);
-    scrivalen_begin_row(workbook, 0);
-    const scrivalen_cell_style style{sizeof style, 0, 0, 1, color, nullptr};
-    scrivalen_begin_cell(workbook, &style);
-    workbook.text(i < 599 ? "a" : "2024-05-06");
-    workbook.end(2);
-  }
+  writeColoredRows(workbook, 600, "2024-05-06");
   const std::string cells = workbook.cells();
   EXPECT_TRUE(has(cells, "A600 45418 yyyy-mm-dd")) << cells.substr(cells.find("A599"));
 }
