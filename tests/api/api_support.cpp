@@ -1,5 +1,7 @@
 #include "api/api_support.h"
 
+#include <gtest/gtest.h>
+
 #include <cstdint>
 
 namespace scrivalen::test {
@@ -113,6 +115,52 @@ std::vector<Step> makeSteps() {
 }
 
 }  // namespace
+
+void Written::setting(const char* name, const char* value) const {
+  EXPECT_EQ(scrivalen_set(get(), name, value), SCRIVALEN_OK) << error();
+}
+
+void Written::end(int count) const {
+  for (; count > 0; --count) {
+    EXPECT_EQ(scrivalen_end(get()), SCRIVALEN_OK) << error();
+  }
+}
+
+void Written::text(const char* text) const { EXPECT_EQ(scrivalen_text(get(), text, kNul), SCRIVALEN_OK) << error(); }
+
+void Written::paragraph(const char* text) const {
+  EXPECT_EQ(scrivalen_paragraph(get(), text, kNul), SCRIVALEN_OK) << error();
+}
+
+void Written::heading(int level, const char* text) const {
+  EXPECT_EQ(scrivalen_heading(get(), level, text, kNul), SCRIVALEN_OK) << error();
+}
+
+void Written::span(int kind, const char* content) const {
+  EXPECT_EQ(scrivalen_begin_span(get(), kind), SCRIVALEN_OK) << error();
+  text(content);
+  end();
+}
+
+void Written::link(const char* address, const char* content, const char* title) const {
+  EXPECT_EQ(scrivalen_begin_link(get(), address, title), SCRIVALEN_OK) << error();
+  text(content);
+  end();
+}
+
+void Written::item(const char* content, int task) const {
+  EXPECT_EQ(scrivalen_begin_item(get(), task), SCRIVALEN_OK) << error();
+  text(content);
+  end();
+}
+
+void Written::row(std::initializer_list<const char*> cells, int header) const {
+  EXPECT_EQ(scrivalen_begin_row(get(), header), SCRIVALEN_OK) << error();
+  for (const char* cell : cells) {
+    EXPECT_EQ(scrivalen_cell(get(), cell, kNul), SCRIVALEN_OK) << error();
+  }
+  end();
+}
 
 const std::vector<Step>& contentSteps() {
   static const std::vector<Step> steps = makeSteps();

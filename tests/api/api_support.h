@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <cstddef>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -52,6 +53,17 @@ struct Written {
     result = scrivalen_close(get());
     return stream.bytes;
   }
+
+  // Each of these expects that all its calls succeed.
+  void setting(const char* name, const char* value) const;
+  void end(int count = 1) const;
+  void text(const char* text) const;
+  void paragraph(const char* text) const;
+  void heading(int level, const char* text) const;
+  void span(int kind, const char* content) const;
+  void link(const char* address, const char* content, const char* title = nullptr) const;
+  void item(const char* content, int task = 0) const;
+  void row(std::initializer_list<const char*> cells, int header = 0) const;
 
   MemoryStream stream;
   Handle document{scrivalen_new()};

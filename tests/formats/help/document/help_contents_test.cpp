@@ -20,7 +20,7 @@ TEST(HelpContents, HaveATopicForEachHeadingOfLevelOneOrTwo) {
 
 TEST(HelpContents, HaveATopicWithTheDocumentsTitleForWhatComesFirst) {
   MadeHelp help;
-  help.set("title", "A & B");
+  help.setting("title", "A & B");
   help.paragraph("before");
   help.heading(2, "First");
   EXPECT_EQ(help.contents(), "  topic1.htm: A &amp; B\n    topic2.htm: First\n");
@@ -29,8 +29,8 @@ TEST(HelpContents, HaveATopicWithTheDocumentsTitleForWhatComesFirst) {
 
 TEST(HelpContents, NameTheTitleOnceIfItIsTheFirstHeadingsToo) {
   MadeHelp help;
-  help.set("title", "Stock");
-  help.set("show-title", "no");
+  help.setting("title", "Stock");
+  help.setting("show-title", "no");
   help.paragraph("before");
   help.heading(1, "Stock");
   help.paragraph("after");
@@ -126,7 +126,7 @@ TEST(HelpContents, OfAnEmptyDocumentHaveOneTopic) {
 
 TEST(HelpContents, AreNotBrokenByHostileNames) {
   MadeHelp help;
-  help.set("title", "[FILES]\n/etc/passwd");
+  help.setting("title", "[FILES]\n/etc/passwd");
   help.section("\n[OPTIONS]\"><OBJECT>", "\"><x");
   help.heading(1, "\xE6\x97\xA5 ../../x\"\r\n</UL>");
   help.end();

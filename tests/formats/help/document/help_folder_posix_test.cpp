@@ -43,7 +43,7 @@ TEST(HelpFolder, IsGoneWhenTheDocumentIsClosed) {
   const PrivateFolders folders(temporary.path());
   for (const char* title : {"stand-in: leaves nothing", "good"}) {
     MadeHelp help;
-    help.set("title", title);
+    help.setting("title", title);
     help.paragraph("text");
     EXPECT_EQ(folders.count(), 1);
     help.closed();
@@ -61,7 +61,7 @@ TEST(HelpFolder, IsGoneWhenADocumentIsFreedOrCancelled) {
   }
   EXPECT_EQ(folders.count(), 0);
   MadeHelp cancelled;
-  cancelled.set("title", "stand-in: waits");
+  cancelled.setting("title", "stand-in: waits");
   scrivalen_set_progress(
       cancelled, [](void*, std::uint64_t, std::uint64_t) { return 1; }, nullptr);
   cancelled.paragraph("text");

@@ -5,11 +5,11 @@ using namespace scrivalen::test;
 TEST(HelpLinks, LeadToOtherTopicsForwardsAndBackwards) {
   MadeHelp help;
   help.heading(1, "First");
-  help.link("#second");
-  help.link("#first");
+  help.linkParagraph("#second");
+  help.linkParagraph("#first");
   help.heading(1, "Second");
-  help.link("#first");
-  help.link("https://x.org/#first");
+  help.linkParagraph("#first");
+  help.linkParagraph("https://x.org/#first");
   EXPECT_EQ(help.body("topic1.htm"),
             "<h1 id=\"first\">First</h1>\n"
             "<p><a href=\"topic2.htm#second\">link</a></p>\n"
@@ -22,15 +22,15 @@ TEST(HelpLinks, LeadToOtherTopicsForwardsAndBackwards) {
 
 TEST(HelpLinks, ThatLeadNowhereStayOnTheirPage) {
   MadeHelp help;
-  help.link("#nowhere");
+  help.linkParagraph("#nowhere");
   help.heading(1, "Second");
   EXPECT_EQ(help.body("topic1.htm"), "<p><a href=\"#nowhere\">link</a></p>\n");
 }
 
 TEST(HelpLinks, LeadToSectionsAndAnchorsOfAnyName) {
   MadeHelp help;
-  help.link("#s");
-  help.link("#a \"&%41\xE6\x97\xA5");
+  help.linkParagraph("#s");
+  help.linkParagraph("#a \"&%41\xE6\x97\xA5");
   help.section("S", "s");
   EXPECT_EQ(scrivalen_anchor(help, "a \"&%41\xE6\x97\xA5"), SCRIVALEN_OK);
   help.heading(1, "In it");
@@ -56,7 +56,7 @@ TEST(HelpLinks, LeadFromAndToCellsOfTables) {
     help.end();
   }
   help.heading(1, "Second");
-  help.link("#cell");
+  help.linkParagraph("#cell");
   EXPECT_NE(help.body("topic1.htm").find("<td><span id=\"cell\"></span><a href=\"topic2.htm#second\">t</a></td>"),
             std::string::npos);
   EXPECT_NE(help.body("topic2.htm").find("<a href=\"topic1.htm#cell\">"), std::string::npos);
@@ -67,7 +67,7 @@ TEST(HelpLinks, LeadFromAndToMarkup) {
   EXPECT_EQ(scrivalen_raw(help, "html", "<p id=\"raw\"><a href=\"#second\">a</a>\x01</p>\n", kNul), SCRIVALEN_OK);
   EXPECT_EQ(scrivalen_raw(help, "xml", "<x/>", kNul), SCRIVALEN_OK);
   help.heading(1, "Second");
-  help.link("#raw");
+  help.linkParagraph("#raw");
   EXPECT_EQ(help.body("topic1.htm"), "<p id=\"raw\"><a href=\"topic2.htm#second\">a</a></p>\n");
   EXPECT_NE(help.body("topic2.htm").find("<a href=\"topic1.htm#raw\">"), std::string::npos);
 }

@@ -7,8 +7,8 @@ using namespace scrivalen::test;
 
 TEST(HelpPages, SayTheirLanguageCodePageAndTitle) {
   MadeHelp help;
-  help.set("language", "ru");
-  help.set("author", "A & B");
+  help.setting("language", "ru");
+  help.setting("author", "A & B");
   help.heading(1, "Увод <1> é");
   help.paragraph("Ёж é");
   const std::string page = help.file("topic1.htm");
@@ -28,9 +28,9 @@ TEST(HelpPages, SayTheirLanguageCodePageAndTitle) {
 
 TEST(HelpPages, HaveTheFontButNoPaperHeaderOrFooter) {
   MadeHelp help;
-  help.set("font", "Größe");
-  help.set("header", "{title}||{page}");
-  help.set("paper", "A5");
+  help.setting("font", "Größe");
+  help.setting("header", "{title}||{page}");
+  help.setting("paper", "A5");
   help.paragraph("text");
   const std::string page = help.file("topic1.htm");
   EXPECT_NE(page.find("body{font-family:\"Gr\\f6 \\df e\","), std::string::npos) << page;
@@ -39,7 +39,7 @@ TEST(HelpPages, HaveTheFontButNoPaperHeaderOrFooter) {
 
 TEST(HelpPages, HoldWholeTablesThatNoPaperNarrows) {
   MadeHelp help;
-  help.set("paper", "50x50");
+  help.setting("paper", "50x50");
   EXPECT_EQ(scrivalen_begin_table(help, nullptr, 0, nullptr), SCRIVALEN_OK);
   for (int i = 0; i < 600; ++i) {
     EXPECT_EQ(scrivalen_begin_row(help, i == 0 ? 1 : 0), SCRIVALEN_OK);
@@ -76,9 +76,9 @@ TEST(HelpPages, AreMadeFromATemplateInTheCodePage) {
       folder / L"t.htm",
       "<html><head><META Charset='UTF-8'><title>%TITLE%</title></head><body>%NAME% é 日 %BODY%<hr></body></html>");
   MadeHelp help;
-  help.set("template", scrivalen::narrowPath(folder / L"t.htm").c_str());
-  help.set("property:NAME", "v & w");
-  help.set("title", "The title");
+  help.setting("template", scrivalen::narrowPath(folder / L"t.htm").c_str());
+  help.setting("property:NAME", "v & w");
+  help.setting("title", "The title");
   help.heading(1, "One %TITLE%");
   help.heading(1, "Two");
   EXPECT_EQ(help.file("topic1.htm"),
@@ -91,7 +91,7 @@ TEST(HelpPages, SayTheirCodePageInATemplateThatSaysNone) {
   const TemporaryFolder folder;
   writeBytes(folder / L"t.htm", "<head><title>charset=x</title></head>%BODY%");
   MadeHelp help;
-  help.set("template", scrivalen::narrowPath(folder / L"t.htm").c_str());
+  help.setting("template", scrivalen::narrowPath(folder / L"t.htm").c_str());
   help.paragraph("text");
   EXPECT_EQ(help.file("topic1.htm"),
             "<head><meta charset=\"windows-1252\"><title>charset=x</title></head><p>text</p>\n");

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <initializer_list>
 #include <optional>
 
 using namespace scrivalen::test;
@@ -68,37 +67,6 @@ struct PdfDocument : Written {
   std::string warnings() {
     pdf();
     return warningsOf(get());
-  }
-
-  void end(int count = 1) {
-    for (; count > 0; --count) {
-      EXPECT_EQ(scrivalen_end(get()), SCRIVALEN_OK) << error();
-    }
-  }
-  void text(const char* text) { EXPECT_EQ(scrivalen_text(get(), text, kNul), SCRIVALEN_OK) << error(); }
-  void paragraph(const char* text) { EXPECT_EQ(scrivalen_paragraph(get(), text, kNul), SCRIVALEN_OK); }
-  void heading(int level, const char* text) { EXPECT_EQ(scrivalen_heading(get(), level, text, kNul), SCRIVALEN_OK); }
-  void span(int kind, const char* content) {
-    scrivalen_begin_span(get(), kind);
-    text(content);
-    end();
-  }
-  void link(const char* address, const char* content) {
-    scrivalen_begin_link(get(), address, nullptr);
-    text(content);
-    end();
-  }
-  void item(const char* content, int task = 0) {
-    scrivalen_begin_item(get(), task);
-    text(content);
-    end();
-  }
-  void row(std::initializer_list<const char*> cells, int header = 0) {
-    scrivalen_begin_row(get(), header);
-    for (const char* cell : cells) {
-      scrivalen_cell(get(), cell, kNul);
-    }
-    end();
   }
 
   std::optional<PdfPages> made;

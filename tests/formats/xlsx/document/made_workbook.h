@@ -22,18 +22,9 @@ struct MadeWorkbook : Written {
   std::string sheet(int number = 1);
   std::string part(std::string_view name);
   bool sheetHas(std::string_view xml, int number = 1) { return sheet(number).find(xml) != std::string::npos; }
-  void setting(const char* name, const char* value);
   /// Gives it a style sheet.
   void styles(std::string_view text);
 
-  void end(int count = 1);
-  void text(const char* text);
-  void paragraph(const char* text);
-  void heading(int level, const char* text);
-  void span(int kind, const char* content);
-  void link(const char* address, const char* content, const char* title = nullptr);
-  void item(const char* content, int task = 0);
-  void row(std::initializer_list<const char*> cells, int header = 0);
   void table(std::initializer_list<const char*> header, std::initializer_list<const char*> row1);
   /// Begins a table with this column only.
   void beginColumn(int type, int decimals = 0, const char* format = nullptr, int align = 0);
