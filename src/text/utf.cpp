@@ -116,6 +116,24 @@ std::size_t appendWide(std::wstring& wide, std::string_view utf8) {
   return replaced;
 }
 
+std::string_view cutToUnits(std::string_view utf8, std::size_t units) {
+  if (utf8.size() <= units) {
+    return utf8;
+  }
+  std::size_t used = 0;
+  std::size_t at = 0;
+  while (at < utf8.size()) {
+    constexpr std::size_t kAboveBmp = 4;  // bytes
+    const std::size_t size = std::max<std::size_t>(utf8Length(utf8[at]), 1);
+    used += size == kAboveBmp ? 2 : 1;
+    if (used > units) {
+      break;
+    }
+    at += size;
+  }
+  return utf8.substr(0, at);
+}
+
 void appendUtf8(std::string& utf8, std::wstring_view wide) {
   const wchar_t* at = wide.data();
   const wchar_t* const end = at + wide.size();

@@ -98,6 +98,10 @@ const char* endOfAscii(const char* at, const char* end);
 /// maximal ill-formed sequence.
 bool nextUtf8(const char*& at, const char* end, char32_t& c);
 
+/// The beginning of a text that has at most so many UTF-16 code units, in whole characters.
+/// @param utf8  well-formed
+std::string_view cutToUnits(std::string_view utf8, std::size_t units);
+
 /// Appends wide text to UTF-8; lone surrogates become U+FFFD.
 void appendUtf8(std::string& utf8, std::wstring_view wide);
 std::string toUtf8(std::wstring_view wide);

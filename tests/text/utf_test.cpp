@@ -79,6 +79,14 @@ TEST(ToUtf8, ReplacesALoneSurrogate) {
   EXPECT_EQ(ToUtf8(kLowSurrogate + kHighSurrogate), "\xEF\xBF\xBD\xEF\xBF\xBD");
 }
 
+TEST(CutToUnits, KeepsWholeCharacters) {
+  EXPECT_EQ(cutToUnits("abc", 3), "abc");
+  EXPECT_EQ(cutToUnits("abc", 2), "ab");
+  EXPECT_EQ(cutToUnits("\xC3\xA4\xE2\x82\xAC", 1), "\xC3\xA4");
+  EXPECT_EQ(cutToUnits("a\xF0\x9F\x98\x80", 3), "a\xF0\x9F\x98\x80");
+  EXPECT_EQ(cutToUnits("a\xF0\x9F\x98\x80", 2), "a");
+}
+
 TEST(EqualIgnoringCase, FoldsOnlyAsciiLetters) {
   EXPECT_TRUE(equalIgnoringCase(L"DarkBlue", L"darkblue"));
   EXPECT_FALSE(equalIgnoringCase(L"\u00C9", L"\u00E9"));
