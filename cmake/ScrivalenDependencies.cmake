@@ -128,12 +128,12 @@ function(scrivalen_fribidi_from_source)
   target_include_directories(scrivalen_fribidi SYSTEM PUBLIC "${folder}" "${config_folder}")
 endfunction()
 
-# Compiles the parts of libdeflate that compress in the zlib format.
+# Compiles the parts of libdeflate that compress in the zlib format or compute a CRC-32.
 function(scrivalen_deflate_from_source)
   scrivalen_find_source(header "libdeflate-*/libdeflate.h")
   get_filename_component(folder "${header}" DIRECTORY)
   add_library(scrivalen_deflate STATIC
-    "${folder}/lib/adler32.c" "${folder}/lib/deflate_compress.c" "${folder}/lib/utils.c"
+    "${folder}/lib/adler32.c" "${folder}/lib/crc32.c" "${folder}/lib/deflate_compress.c" "${folder}/lib/utils.c"
     "${folder}/lib/zlib_compress.c" "${folder}/lib/arm/cpu_features.c" "${folder}/lib/x86/cpu_features.c")
   # The files define macros of the same names, so each is compiled separately.
   set_target_properties(scrivalen_deflate PROPERTIES

@@ -70,6 +70,7 @@ need_test() {
   need_command cmark-gfm cmark-gfm
   need_command xmllint libxml2-utils
   need_command unzip unzip
+  need_command 7z p7zip-full
   need_command chromium chromium
   need_command java default-jre-headless
   need_command node nodejs

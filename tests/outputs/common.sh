@@ -18,6 +18,17 @@ expect_equal() {
   [ "$2" = "$3" ] || fail "$1: expected $2, found $3"
 }
 
+# test_archives FILE...: three programs find no fault in ZIP archives.
+test_archives() {
+  local file
+  for file in "$@"; do
+    unzip -tqq "$file" >&2 || fail "unzip finds $file broken"
+    7z t "$file" >"$work/7z.log" 2>&1 || fail "7-Zip finds $file broken: $(cat "$work/7z.log")"
+    /usr/bin/python3 -c 'import sys, zipfile; sys.exit(zipfile.ZipFile(sys.argv[1]).testzip())' "$file" ||
+      fail "Python finds $file broken"
+  done
+}
+
 # write_with_text FORMAT INPUT NAME [OPTION...]: writes the command's report, and as NAME.utf8 its text output, which
 # other code writes from the same input and which therefore holds the expected text. Names are plain, because Windows
 # programs take a path for an option.

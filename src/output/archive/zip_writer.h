@@ -24,7 +24,8 @@ class ZipWriter : private ByteSink {
   ZipWriter& operator=(const ZipWriter&) = delete;
   ~ZipWriter() override = default;
 
-  /// Begins an entry whose content comes in parts, and is compressed. The one before must have ended.
+  /// Begins an entry whose content comes in parts, and is compressed. The one before must have ended. More than
+  /// kLargestEntry raises std::length_error, at the latest in endEntry, and the archive is then of no use.
   /// @param name  its path, with slashes
   void beginEntry(std::string_view name);
   void write(std::string_view content) { content_.write(content.data(), content.size()); }
@@ -32,10 +33,10 @@ class ZipWriter : private ByteSink {
   OutputBuffer& content() { return content_; }
   /// How many bytes the entry has so far, unpacked.
   std::uint64_t entrySize() const { return content_.position(); }
-  /// Raises std::length_error when the entry is larger than kLargestEntry.
   void endEntry();
 
-  /// Writes an entry whose content is at hand, compressed. Raises what endEntry does.
+  /// Writes an entry whose content is at hand, compressed. Raises std::length_error when it is larger than
+  /// kLargestEntry.
   void addEntry(std::string_view name, std::string_view content);
   /// The same, as it is: for content that is compressed already, such as pictures.
   void addStored(std::string_view name, std::string_view content);

@@ -39,6 +39,14 @@ std::string archive(Write write, std::int64_t seconds = kNoon) {
   return tail.bytes;
 }
 
+std::string archiveOfEmptyEntries(int count) {
+  return archive([count](ZipWriter& zip) {
+    for (int i = 0; i < count; ++i) {
+      zip.addStored("a", "");
+    }
+  });
+}
+
 // Bytes as numbers, those of printing characters as such.
 std::string readable(std::string_view bytes) {
   std::string text;
@@ -142,12 +150,15 @@ TEST(ZipWriter, StoresOnlyTimesThatTheFormatHas) {
   EXPECT_EQ(timeAt(INT64_MIN), "[00][00]![00]");
 }
 
+TEST(ZipWriter, NeedsNoLargeNumbersFor65534Entries) {
+  const std::string bytes = archiveOfEmptyEntries(65'534);
+  EXPECT_EQ(readable(bytes, bytes.size() - kEndSize - 5, std::string::npos),
+            "[A3][FF][1E][00]a"  // the last entry's offset and name
+            "PK[05][06][00][00][00][00][FE][FF][FE][FF][A2][FF].[00][C2][FF][1E][00][00][00]");
+}
+
 TEST(ZipWriter, WritesLargeNumbersOfEntriesBesideTheEnd) {
-  const std::string bytes = archive([](ZipWriter& zip) {
-    for (int i = 0; i < 65'535; ++i) {
-      zip.addStored("a", "");
-    }
-  });
+  const std::string bytes = archiveOfEmptyEntries(65'535);
   const std::string_view end = std::string_view(bytes).substr(bytes.size() - kEndSize - 20 - 56);
   EXPECT_EQ(readable(end),
             "PK[06][06],[00][00][00][00][00][00][00]-[00]-[00][00][00][00][00][00][00][00][00]"
@@ -161,21 +172,31 @@ TEST(ZipWriter, WritesLargeNumbersOfEntriesBesideTheEnd) {
 TEST(ZipWriter, PointsBeyondFourGiB) {
   const std::string block(std::size_t{1} << 26, 'a');
   const std::string bytes = archive([&](ZipWriter& zip) {
-    for (int i = 0; i < 64; ++i) {
+    for (int i = 0; i < 63; ++i) {
       zip.addStored("a", block);
     }
+    zip.addStored("a", block.substr(64 * (kLocalSize + 1) + 1));
+    zip.addStored("near", "abc");
     zip.addStored("far", "abc");
   });
-  const std::string_view last = std::string_view(bytes).substr(bytes.size() - kEndSize - 20 - 56 - kEntrySize - 3 - 12);
-  EXPECT_EQ(readable(last, 0, kEntrySize + 3 + 12),
-            "PK[01][02]-[00]-[00][00][08][00][00][00]`}Y[C2]A$5[03][00][00][00][03][00][00][00]"
-            "[03][00][0C][00][00][00][00][00][00][00][00][00][00][00][FF][FF][FF][FF]far"
-            "[01][00][08][00][C0][07][00][00][01][00][00][00]");  // 4 GiB and 64 headers of 31 bytes
+  constexpr std::size_t kNearSize = kEntrySize + 4 + 12;
+  constexpr std::size_t kFarSize = kEntrySize + 3 + 12;
+  const std::string_view last =
+      std::string_view(bytes).substr(bytes.size() - kEndSize - 20 - 56 - kFarSize - kNearSize);
+  constexpr const char* kBegin = "PK[01][02]-[00]-[00][00][08][00][00][00]`}Y[C2]A$5[03][00][00][00][03][00][00][00]";
+  EXPECT_EQ(readable(last, 0, kNearSize),
+            std::string(kBegin) +
+                "[04][00][0C][00][00][00][00][00][00][00][00][00][00][00][FF][FF][FF][FF]near"
+                "[01][00][08][00][FF][FF][FF][FF][00][00][00][00]");  // the offset that says that another one follows
+  EXPECT_EQ(readable(last, kNearSize, kFarSize),
+            std::string(kBegin) +
+                "[03][00][0C][00][00][00][00][00][00][00][00][00][00][00][FF][FF][FF][FF]far"
+                "[01][00][08][00]$[00][00][00][01][00][00][00]");
   EXPECT_EQ(readable(last, last.size() - kEndSize, kEndSize),
-            "PK[05][06][00][00][00][00]A[00]A[00][FD][0B][00][00][FF][FF][FF][FF][00][00]");
+            "PK[05][06][00][00][00][00]B[00]B[00];[0C][00][00][FF][FF][FF][FF][00][00]");
 }
 
-TEST(ZipWriter, RefusesAnEntryOfFourGiB) {
+TEST(ZipWriter, RefusesMoreThanFourGiBInAnEntry) {
   const std::string block(std::size_t{1} << 26, 'a');
   Tail tail;
   OutputBuffer out(tail);
@@ -185,7 +206,7 @@ TEST(ZipWriter, RefusesAnEntryOfFourGiB) {
     zip.write(block);
   }
   EXPECT_EQ(zip.entrySize(), std::uint64_t{1} << 32);
-  EXPECT_THROW(zip.endEntry(), std::length_error);
+  EXPECT_THROW(zip.write("b"), std::length_error);
 }
 
 }  // namespace scrivalen
