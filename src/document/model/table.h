@@ -28,7 +28,7 @@ struct Column {
   std::size_t longestWord = 0;
   std::size_t longestLine = 0;
   double usualLine = 0;  ///< whatever a single long cell needs
-  // The same in a proportional font, where words in capitals need more.
+  // The same in a proportional font, where words in capitals need more, and without the texts of pictures.
   double widestWord = 0;
   double widestLine = 0;
   double usualWideLine = 0;

@@ -63,4 +63,9 @@ std::shared_ptr<const Picture> Picture::read(std::string_view bytes, std::string
   return picture;
 }
 
+Picture::Size Picture::shownSize(double widthPt) const {
+  const double scale = widthPt > 0 ? widthPt / widthPt_ : 1;
+  return {widthPt_ * scale, heightPt_ * scale};
+}
+
 }  // namespace scrivalen::document

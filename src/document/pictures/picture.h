@@ -30,6 +30,15 @@ class Picture : public std::enable_shared_from_this<Picture> {
   /// As shown, so turned: as the file states its resolution, or else with 96 pixels an inch.
   double widthPt() const { return widthPt_; }
   double heightPt() const { return heightPt_; }
+  struct Size {
+    double widthPt;
+    double heightPt;
+  };
+  /// As shown.
+  /// @param widthPt  that is asked for; 0: its own
+  Size shownSize(double widthPt) const;
+  /// How the name of a file with such a picture ends.
+  static std::string_view extensionOf(Format format) { return format == Format::Png ? ".png" : ".jpeg"; }
   std::string_view mediaType() const { return format_ == Format::Png ? "image/png" : "image/jpeg"; }
 
  private:

@@ -25,8 +25,9 @@ std::shared_ptr<const Picture> readPictureFile(std::string_view path, std::strin
     return nullptr;
   }
   std::string bytes;
-  bool isTooLong = false;
-  const bool isRead = readRest(file, [&](std::string_view piece) {
+  // A pipe that was put in place of the file has no size.
+  bool isTooLong = sizeOf(file).value_or(0) > kMostPictureBytes;
+  const bool isRead = !isTooLong && readRest(file, [&](std::string_view piece) {
     isTooLong = piece.size() > kMostPictureBytes - bytes.size();
     if (!isTooLong) {
       bytes += piece;

@@ -102,11 +102,11 @@ std::optional<Margins> marginsOf(std::string_view text) {
   return count == kSides ? std::optional(Margins{lengths[0], lengths[1], lengths[2], lengths[3]}) : std::nullopt;
 }
 
-Page pageOf(const FormatSettings& settings) {
+Page pageOf(const FormatSettings& settings, double longestSidePt) {
   const Paper paper = *paperOf(settings.text("paper"));
   const Margins margins = *marginsOf(settings.text("margins"));
-  double width = paper.widthMm * kPointsPerMm;
-  double height = paper.heightMm * kPointsPerMm;
+  double width = std::min(paper.widthMm * kPointsPerMm, longestSidePt);
+  double height = std::min(paper.heightMm * kPointsPerMm, longestSidePt);
   if (settings.flag("landscape") && width < height) {
     std::swap(width, height);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <optional>
 #include <string_view>
 
@@ -18,7 +19,8 @@ struct Page {
   double leftPt;
 };
 
-Page pageOf(const FormatSettings& settings);
+/// @param longestSidePt  a longer side is cut to it
+Page pageOf(const FormatSettings& settings, double longestSidePt = std::numeric_limits<double>::infinity());
 
 struct Paper {
   std::string_view name;  ///< "A4"; empty for a size that the host gave

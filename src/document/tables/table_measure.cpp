@@ -1,6 +1,7 @@
 #include "document/tables/table_measure.h"
 
 #include "document/tables/number_text.h"
+#include "document/tables/shown_cell.h"
 #include "text/columns/line_breaks.h"
 
 #include <algorithm>
@@ -77,16 +78,17 @@ void TableMeasure::addText(std::size_t column, const Cell& cell, bool header) {
   kinds.align = !kinds.hasCells || kinds.align == cell.align ? cell.align : Align::Auto;
   kinds.hasCells = true;
   const TextExtent extent = extentOf(cell.text);
+  const TextExtent wide = cell.content == nullptr ? extent : extentOf(shownCell(cell).text);
   measured.longestWord = std::max(measured.longestWord, extent.longestWord);
   measured.longestLine = std::max(measured.longestLine, extent.longestLine);
-  measured.widestWord = std::max(measured.widestWord, extent.widestWord);
-  measured.widestLine = std::max(measured.widestLine, extent.widestLine);
+  measured.widestWord = std::max(measured.widestWord, wide.widestWord);
+  measured.widestLine = std::max(measured.widestLine, wide.widestLine);
   kinds.line.add(static_cast<double>(extent.longestLine), kLongestLineThatCounts);
-  kinds.wideLine.add(extent.widestLine, kLongestLineThatCounts);
+  kinds.wideLine.add(wide.widestLine, kLongestLineThatCounts);
   if (header || cell.header) {
-    kinds.wideWord.addHeader(extent.widestWord);
+    kinds.wideWord.addHeader(wide.widestWord);
   } else {
-    kinds.wideWord.add(extent.widestWord);
+    kinds.wideWord.add(wide.widestWord);
     kinds.count(cell, extent.longestLine);
   }
 }

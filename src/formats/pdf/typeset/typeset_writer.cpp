@@ -1,5 +1,6 @@
 #include "formats/pdf/typeset/typeset_writer.h"
 
+#include "document/plain/tabs.h"
 #include "document/settings/page.h"
 #include "formats/pdf/typeset/blocks/contents_setter.h"
 #include "formats/pdf/typeset/blocks/inline_collector.h"
@@ -60,7 +61,6 @@ constexpr Length kCodeSize = 8500;
 constexpr Length kCodeLeading = 1250;
 constexpr Length kCodePadding = 6 * kPoint;
 constexpr Rgb kCodeShade = 0xF4F4F4;
-constexpr std::size_t kTabWidth = 4;
 constexpr Length kAroundCode = 8 * kPoint;
 
 constexpr Length kQuoteIndent = 14 * kPoint;
@@ -68,22 +68,6 @@ constexpr Length kQuoteBar = 2 * kPoint;
 constexpr Length kAroundQuote = 8 * kPoint;
 constexpr Rgb kQuoteColor = 0xC2CAD2;
 constexpr Rgb kQuoteText = 0x404850;
-
-// Tabs lead to the next of the columns that are a tab's width apart.
-std::string withoutTabs(std::string_view text, std::size_t& column) {
-  std::string plain;
-  for (const char c : text) {
-    if (c == '\t') {
-      const std::size_t blanks = kTabWidth - column % kTabWidth;
-      plain.append(blanks, ' ');
-      column += blanks;
-    } else {
-      plain += c;
-      column = c == '\n' ? 0 : column + ((static_cast<unsigned char>(c) & 0xC0) == 0x80 ? 0 : 1);
-    }
-  }
-  return plain;
-}
 
 Family chosenFamily(const FontSet& fonts, const document::WriterContext& context) {
   const std::string name(context.settings.text("font"));
@@ -199,7 +183,7 @@ void TypesetWriter::write(const Event& event) {
     return writeBlock(event);
   }
   if (isInCode_ && event.kind == EventKind::Text) {
-    return collector_.add(withoutTabs(event.text, codeColumn_));
+    return collector_.add(document::withoutTabs(event.text, codeColumn_));
   }
   if (!isInText_ && event.kind != EventKind::Anchor && event.kind != EventKind::Raw) {
     beginText(bodyStyle(), {.after = kAfterParagraph, .leading = kTextLeading});

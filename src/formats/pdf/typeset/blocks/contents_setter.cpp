@@ -21,60 +21,70 @@ TextStyle styleOfDots(TextStyle style) {
 }  // namespace
 
 void ContentsSetter::add(int level, std::string_view id, std::string_view text, const TextStyle& style) {
-  StyledText entry;
   outermost_ = outermost_ == 0 ? level : outermost_;
   const int depth = std::max(level - outermost_, 0);
   const bool isOuter = depth == 0;
-  TextStyle own = style;
-  own.font = static_cast<FontId>(isOuter ? own.font | fontOf(Family::Serif, true, false) : own.font);
-  entry.links.push_back({std::string(1, '#').append(id), 0});
-  own.link = 0;
-  entry.add(text, own);
-  const Length numberWidth = widthOfNumber(own);
-  const Length left = flow_.left() + kIndent * depth;
+  Entry entry{id, style, {}, flow_.left() + kIndent * depth, 0};
+  entry.style.font = static_cast<FontId>(isOuter ? style.font | fontOf(Family::Serif, true, false) : style.font);
+  entry.text.links.push_back({std::string(1, '#').append(id), 0});
+  entry.style.link = 0;
+  entry.text.add(text, entry.style);
   const Length right = flow_.left() + flow_.width();
-  const Length width = std::max(right - left - numberWidth, kPoint);
-  SetText set = setText(entry, {.width = width, .leading = kEntryLeading, .usual = own}, shaper_);
-  if (set.lines.size() > 1) {
-    set = setText(entry, {.width = std::max(width - kHang, kPoint), .leading = kEntryLeading, .usual = own}, shaper_);
-  }
+  entry.width = std::max(right - entry.left - widthOfNumber(entry.style), kPoint);
+  const SetText set = setLines(entry);
   isMirrored_ = set.isRightToLeft;
-  const std::vector<TextLine>& lines = set.lines;
-  texts_.setWaiting(lines.front().height);
+  texts_.setWaiting(set.lines.front().height);
   flow_.space(isOuter ? 4 * kPoint : 0);
   // An entry of the outermost level is not the last of a page.
-  flow_.keepTogether(set.height() + (isOuter ? lines.front().height : 0));
-  std::optional<TextTags> tags;
+  flow_.keepTogether(set.height() + (isOuter ? set.lines.front().height : 0));
   if (tagger_ != nullptr) {
-    tags.emplace(*tagger_, tagger_->tree().add("TOCI"));
+    TextTags tags(*tagger_, tagger_->tree().add("TOCI"));
+    drawEntry(entry, set, &tags);
+    tags.finish();
+  } else {
+    drawEntry(entry, set, nullptr);
   }
-  for (const TextLine& line : lines) {
+}
+
+SetText ContentsSetter::setLines(const Entry& entry) {
+  const auto set = [&](Length width) {
+    return setText(entry.text, {.width = width, .leading = kEntryLeading, .usual = entry.style}, shaper_);
+  };
+  SetText lines = set(entry.width);
+  return lines.lines.size() == 1 ? lines : set(std::max(entry.width - kHang, kPoint));
+}
+
+void ContentsSetter::drawEntry(const Entry& entry, const SetText& set, TextTags* tags) {
+  for (const TextLine& line : set.lines) {
     const Length top = flow_.take(line.height);
-    const Length begin = left + (&line == &lines.front() ? 0 : kHang);
-    drawer_.draw(entry, set, line, {placeOf(begin, width), top, width}, document::Align::Auto, tags ? &*tags : nullptr);
-    if (&line == &lines.back()) {
-      const Length baseline = top + line.baseline;
-      if (tags) {
-        tags->showArtifact();
-      }
-      drawLeader(begin + line.width, right - numberWidth, baseline, own);
-      // With tags the dots have a form of their own: they are no part of the text.
-      const int leader = tags ? drawForm(placeOf(right, 0), baseline) : 0;
-      if (tags) {
-        tags->beginForm();
-      }
-      const int form = drawForm(placeOf(right, 0), baseline);
-      if (tags) {
-        tags->endForm();
-      }
-      drawLinkOfNumber(entry, own.link, {placeOf(right - numberWidth, numberWidth), top, numberWidth, line.height},
-                       tags ? &*tags : nullptr);
-      numbers_.push_back({form, leader, own, std::string(id), isMirrored_});
+    const Length left = entry.left + (&line == &set.lines.front() ? 0 : kHang);
+    drawer_.draw(entry.text, set, line, {placeOf(left, entry.width), top, entry.width}, document::Align::Auto, tags);
+    if (&line == &set.lines.back()) {
+      drawNumber(entry, line, left + line.width, top, tags);
     }
   }
-  if (tags) {
-    tags->finish();
+}
+
+// With the dots before it.
+void ContentsSetter::drawNumber(const Entry& entry, const TextLine& line, Length end, Length top, TextTags* tags) {
+  const Length baseline = top + line.baseline;
+  const Length width = widthOfNumber(entry.style);
+  const Length right = flow_.left() + flow_.width();
+  if (tags != nullptr) {
+    tags->showArtifact();
   }
+  drawLeader(end, right - width, baseline, entry.style);
+  // With tags the dots have a form of their own: they are no part of the text.
+  const int leader = tags != nullptr ? drawForm(placeOf(right, 0), baseline) : 0;
+  if (tags != nullptr) {
+    tags->beginForm();
+  }
+  const int form = drawForm(placeOf(right, 0), baseline);
+  if (tags != nullptr) {
+    tags->endForm();
+  }
+  drawLinkOfNumber(entry.text, entry.style.link, {placeOf(right - width, width), top, width, line.height}, tags);
+  numbers_.push_back({form, leader, entry.style, std::string(entry.id), isMirrored_});
 }
 
 // Where something is in an entry, which may be read from right to left.

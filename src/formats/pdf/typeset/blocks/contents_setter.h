@@ -32,6 +32,17 @@ class ContentsSetter {
     bool isMirrored;
   };
 
+  struct Entry {
+    std::string_view id;
+    TextStyle style;
+    StyledText text;
+    Length left;
+    Length width;  // of its lines
+  };
+
+  SetText setLines(const Entry& entry);
+  void drawEntry(const Entry& entry, const SetText& set, TextTags* tags);
+  void drawNumber(const Entry& entry, const TextLine& line, Length end, Length top, TextTags* tags);
   Length placeOf(Length left, Length width) const;
   void drawLinkOfNumber(const StyledText& entry, int link, const Box& box, TextTags* tags);
   int drawForm(Length x, Length baseline);

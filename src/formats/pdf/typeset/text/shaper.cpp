@@ -303,6 +303,63 @@ class CompositeRuns {
   std::int64_t owed_ = 0;  // what the glyphs before are wider than their font has them
 };
 
+// Runs of characters that are drawn as their usual glyphs.
+class CharacterRuns {
+ public:
+  CharacterRuns(FontSet& fonts, FontId font, const ShapeStyle& style, std::vector<ShapedRun>& runs)
+      : fonts_(fonts), typeface_(fonts.at(font)), font_(font), style_(style), runs_(runs), use_{font, 0} {}
+  CharacterRuns(const CharacterRuns&) = delete;
+  CharacterRuns& operator=(const CharacterRuns&) = delete;
+
+  /// @param text  that the glyph of the character stands for
+  void add(char32_t c, std::string_view text) {
+    if (isOneCharacter(text)) {
+      addCode(typeface_.characterOf(c));
+    } else {
+      endRun();
+      addGlyph(typeface_.glyphOf(c), text);
+    }
+  }
+
+  void endRun() {
+    if (!bytes_.empty()) {
+      ShapedRun& run = runs_.emplace_back();
+      run.font = use_;
+      appendString(run.content, bytes_);
+      run.width = scaled(width_, style_.size);
+      bytes_.clear();
+      width_ = 0;
+    }
+  }
+
+ private:
+  void addCode(const CharacterCode& character) {
+    const FontUse own{font_, static_cast<std::uint16_t>(character.code.font + 1)};
+    if (!(own == use_)) {
+      endRun();
+      use_ = own;
+    }
+    bytes_ += CodeBytes(character.code.number).view();
+    width_ += character.advance;
+  }
+
+  void addGlyph(std::uint32_t glyph, std::string_view text) {
+    const ShapedGlyph shaped{glyph, 0, static_cast<std::int32_t>(typeface_.advanceOf(glyph)), 0, 0};
+    CompositeRuns composite(fonts_, font_, style_, runs_);
+    composite.add(text, std::span(&shaped, 1));
+    composite.endRun();
+  }
+
+  FontSet& fonts_;
+  Typeface& typeface_;
+  FontId font_;
+  const ShapeStyle& style_;
+  std::vector<ShapedRun>& runs_;
+  std::string bytes_;  // of the run that is open
+  std::int64_t width_ = 0;
+  FontUse use_;
+};
+
 }  // namespace
 
 const std::vector<ShapedRun>& Shaper::shape(std::string_view text, const ShapeStyle& style) {
@@ -457,21 +514,9 @@ void Shaper::setCharacters(std::string_view text, FontId font, const ShapeStyle&
     run.width = typeface.widthOf(bytes, style.size);
     return;
   }
-  bytes.clear();
+  CharacterRuns characters(fonts_, font, style, runs);
   const char* at = text.data();
   const char* const end = at + text.size();
-  std::int64_t width = 0;
-  FontUse use{font, 0};
-  const auto flush = [&] {
-    if (!bytes.empty()) {
-      ShapedRun& run = runs.emplace_back();
-      run.font = use;
-      appendString(run.content, bytes);
-      run.width = scaled(width, style.size);
-      bytes.clear();
-      width = 0;
-    }
-  };
   const char* begin = at;  // of the character's text, with the joiners before it
   while (at != end) {
     const char* const letter = at;
@@ -483,27 +528,10 @@ void Shaper::setCharacters(std::string_view text, FontId font, const ShapeStyle&
     }
     at += lengthOfSigns({at, end});
     at -= at == end || style.isRightToLeft ? 0 : lengthOfLastJoiners({letter, at});
-    const std::string_view ownText(begin, static_cast<std::size_t>(at - begin));
+    characters.add(c, {begin, at});
     begin = at;
-    if (!isOneCharacter(ownText)) {
-      flush();
-      const std::uint32_t glyph = typeface.glyphOf(c);
-      const ShapedGlyph shaped{glyph, 0, static_cast<std::int32_t>(typeface.advanceOf(glyph)), 0, 0};
-      CompositeRuns composite(fonts_, font, style, runs);
-      composite.add(ownText, std::span(&shaped, 1));
-      composite.endRun();
-      continue;
-    }
-    const CharacterCode& character = typeface.characterOf(c);
-    const FontUse own{font, static_cast<std::uint16_t>(character.code.font + 1)};
-    if (!(own == use)) {
-      flush();
-      use = own;
-    }
-    bytes += CodeBytes(character.code.number).view();
-    width += character.advance;
   }
-  flush();
+  characters.endRun();
 }
 
 // WinAnsi, if each glyph is the usual one of a character that it has.
