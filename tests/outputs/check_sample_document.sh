@@ -90,9 +90,10 @@ check_with_unrtf() {
 }
 
 check_parts() {
-  unzip -qq -d "$work/parts" "$work/sample.docx" || fail "unzip finds it broken"
+  test_archives "$work/sample.docx"
+  unzip -qq -d "$work/parts" "$work/sample.docx"
   find "$work/parts" -type f ! -path '*/media/*' -print0 | xargs -0 xmllint --noout || fail "a part is not well-formed"
-  /usr/bin/python3 "$root/tests/outputs/check_order.py" "$work/parts" || fail "properties are in the wrong order"
+  /usr/bin/python3 "$root/tests/outputs/check_order.py" "$work/sample.docx" || fail "elements are in the wrong order"
 }
 
 # The names of the styles are those that a person finds in a word processor.

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "document/model/warnings.h"
 #include "document/settings/page.h"
+#include "document/settings/settings.h"
 
 namespace scrivalen::document {
 
@@ -17,5 +19,9 @@ struct PageTwips {
 
   int width, height, top, right, bottom, left;
 };
+
+/// The page that the settings describe, no side of which is longer than Word's limit.
+/// @param warnings  gets one about paper that is cut
+PageTwips wordPageOf(const FormatSettings& settings, OutputWarnings& warnings);
 
 }  // namespace scrivalen::document

@@ -1,5 +1,6 @@
 #include "document/word/table_plan.h"
 
+#include "document/tables/shown_cell.h"
 #include "document/tables/table_split.h"
 #include "document/word/page_twips.h"
 
@@ -7,6 +8,7 @@
 #include <cmath>
 #include <numeric>
 #include <optional>
+#include <span>
 #include <utility>
 
 namespace scrivalen::document {
@@ -15,7 +17,6 @@ namespace {
 constexpr int kUsualHalfPoints = 20;
 constexpr int kLeastHalfPoints = 12;
 constexpr std::size_t kMostColumnsOfAPart = 63;  // of a table that Word opens
-constexpr int kWidestTable = 31680;              // twips; Word's limit of 22 inches
 
 // The width of a column of text in a proportional font, by the font's size. A digit has 0.56 of it, but words may be
 // bold; in a whole line wide letters and narrow ones make up for each other.
@@ -52,20 +53,86 @@ double boldWordOf(std::string_view text) {
   return widest;
 }
 
+// What cells of the sample need beside the texts that their columns are measured by.
+struct CellNeed {
+  std::size_t column;
+  std::size_t span;
+  double boldWord;       // by the font's size
+  double widestPicture;  // in twips
+  double pictures;       // of a line, in twips
+};
+
+// A table and what is measured in its sample.
+struct Measured {
+  const Table& table;
+  WidthRule rule;
+  std::vector<CellNeed> cells;
+};
+
 // Headers are bold.
-void addHeader(const SampleRow& row, double size, double padding, std::vector<ColumnNeed>& needs) {
-  std::size_t column = 0;
-  for (const Cell& cell : row.cells) {
-    if (column < needs.size() && cell.span == 1 && (row.header || cell.header)) {
-      ColumnNeed& need = needs[column];
-      need.longestWord = std::max(need.longestWord, boldWordOf(cell.text) * size + padding);
-      need.longestLine = std::max(need.longestLine, need.longestWord);
+CellNeed needOf(const Cell& cell, std::size_t column, bool isBold) {
+  CellNeed need{column, static_cast<std::size_t>(cell.span), 0, 0, 0};
+  if (cell.content == nullptr) {
+    need.boldWord = isBold ? boldWordOf(cell.text) : 0;
+  } else {
+    const ShownCell shown = shownCell(cell);
+    need.boldWord = isBold ? boldWordOf(shown.text) : 0;
+    need.widestPicture = shown.widestPicture * kTwipsPerPoint;
+    need.pictures = shown.widestPictures * kTwipsPerPoint;
+  }
+  return need;
+}
+
+Measured measured(const Table& table, WidthRule rule) {
+  Measured result{table, rule, {}};
+  for (const SampleRow& row : table.sample) {
+    std::size_t column = 0;
+    for (const Cell& cell : row.cells) {
+      const bool isBold = (row.header || cell.header) && cell.span == 1;
+      if (column < table.columns.size() && (isBold || cell.content != nullptr)) {
+        result.cells.push_back(needOf(cell, column, isBold));
+      }
+      column += static_cast<std::size_t>(cell.span);
     }
-    column += static_cast<std::size_t>(cell.span);
+  }
+  return result;
+}
+
+// The pictures of a cell are as lines: shown smaller, rather than that they make the text smaller or split the table,
+// but for those that are hardly larger than text.
+void addPictures(const CellNeed& cell, double size, double padding, double space, std::span<ColumnNeed> needs) {
+  constexpr double kLeastPicture = 4;  // by the font's size
+  const double line = std::min(cell.pictures + padding, space);
+  double lacking = line;
+  double lackingUsual = line;
+  for (const ColumnNeed& need : needs) {
+    lacking -= need.longestLine;
+    lackingUsual -= need.usualLine;
+  }
+  const auto columns = static_cast<double>(needs.size());
+  const double word = std::min(cell.widestPicture, kLeastPicture * size) / columns + padding;
+  for (ColumnNeed& need : needs) {
+    need.longestLine += std::max(lacking / columns, 0.0);
+    need.usualLine += std::max(lackingUsual / columns, 0.0);
+    need.longestWord = std::max(need.longestWord, word);
+    need.usualWord = std::max(need.usualWord, word);
   }
 }
 
-std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
+void addCell(const CellNeed& cell, double size, double padding, double space, std::vector<ColumnNeed>& needs) {
+  if (cell.boldWord > 0) {
+    ColumnNeed& need = needs[cell.column];
+    need.longestWord = std::max(need.longestWord, cell.boldWord * size + padding);
+    need.longestLine = std::max(need.longestLine, need.longestWord);
+  }
+  const std::size_t span = std::min(cell.span, needs.size() - cell.column);
+  if (cell.pictures > 0 && span <= kMostColumnsOfAPart) {
+    addPictures(cell, size, padding, space, std::span(needs).subspan(cell.column, span));
+  }
+}
+
+std::vector<ColumnNeed> needsOf(const Measured& measured, int halfPoints, double space) {
+  const Table& table = measured.table;
   const double size = halfPoints * kTwipsPerPoint / 2;
   const double padding = 2 * paddingOf(halfPoints);
   std::vector<ColumnNeed> needs;
@@ -77,8 +144,8 @@ std::vector<ColumnNeed> needsOf(const Table& table, int halfPoints) {
     const double usualWord = std::max(column.usualWideWord, 1.0) * size * kWidthInWord;
     needs.push_back({word + padding, line + padding, column.width, usual + padding, usualWord + padding});
   }
-  for (const SampleRow& row : table.sample) {
-    addHeader(row, size, padding, needs);
+  for (const CellNeed& cell : measured.cells) {
+    addCell(cell, size, padding, space, needs);
   }
   return needs;
 }
@@ -116,33 +183,33 @@ TablePart partOf(const std::vector<ColumnNeed>& needs, ColumnRange range, double
 }
 
 // One part in the largest text that fits; none if not even the smallest does.
-std::optional<TablePlan> inOnePart(const Table& table, double width, WidthRule rule) {
-  std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints);
+std::optional<TablePlan> inOnePart(const Measured& table, double width) {
+  std::vector<ColumnNeed> needs = needsOf(table, kUsualHalfPoints, width);
   if (needs.size() > kMostColumnsOfAPart) {
     return std::nullopt;
   }
   int halfPoints = kUsualHalfPoints;
-  bool fits = tableWidths(needs, width, rule.isEqual).fit;
+  bool fits = tableWidths(needs, width, table.rule.isEqual).fit;
   while (!fits) {
     breakLongWords(needs, width);
-    fits = tableWidths(needs, width, rule.isEqual).fit;
+    fits = tableWidths(needs, width, table.rule.isEqual).fit;
     if (!fits) {
       if (halfPoints == kLeastHalfPoints) {
         return std::nullopt;
       }
-      needs = needsOf(table, --halfPoints);
+      needs = needsOf(table, --halfPoints, width);
     }
   }
   return TablePlan{
-      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, {0, needs.size()}, width, rule)}};
+      Orientation::Upright, halfPoints, paddingOf(halfPoints), {partOf(needs, {0, needs.size()}, width, table.rule)}};
 }
 
-TablePlan inParts(const Table& table, double width, WidthRule rule) {
-  std::vector<ColumnNeed> needs = needsOf(table, kLeastHalfPoints);
+TablePlan inParts(const Measured& table, double width) {
+  std::vector<ColumnNeed> needs = needsOf(table, kLeastHalfPoints, width);
   breakLongWords(needs, width);
   TablePlan plan{Orientation::Upright, kLeastHalfPoints, paddingOf(kLeastHalfPoints), {}};
   for (const ColumnRange range : splitColumns(needs, width, kMostColumnsOfAPart)) {
-    plan.parts.push_back(partOf(needs, range, width, rule));
+    plan.parts.push_back(partOf(needs, range, width, table.rule));
   }
   return plan;
 }
@@ -155,10 +222,10 @@ std::size_t TablePart::columnsBefore(std::size_t column) const {
 }
 
 TablePlan planTable(const Table& table, TableSpace space, WidthRule rule) {
+  const Measured all = measured(table, rule);
   auto [plan, isTurned] = choosePages(
-      std::min(space.upright, kWidestTable), std::min(space.turned, kWidestTable),
-      [&](double width) { return inOnePart(table, width, rule); },
-      [&](double width) { return inParts(table, width, rule); });
+      space.upright, space.turned, [&](double width) { return inOnePart(all, width); },
+      [&](double width) { return inParts(all, width); });
   plan.orientation = isTurned ? Orientation::Turned : Orientation::Upright;
   return std::move(plan);
 }

@@ -7,8 +7,17 @@
 #include <utility>
 
 namespace scrivalen::document {
+namespace {
+
+// Of the page's height, for a picture in a table: above it are header rows, which each page repeats.
+constexpr double kPictureShare = 0.85;
+
+}  // namespace
 
 void WordBlocks::add(const Event& event) {
+  if (headings_.isFull()) {
+    writeHeadings(Orientation::Upright);
+  }
   if (headings_.hold(event)) {
     return;
   }
@@ -49,6 +58,7 @@ void WordBlocks::write(const Event& event) {
     case EventKind::Rule: return writeRule();
     case EventKind::PageBreak: return breakPage();
     case EventKind::ContentsItem: return contentsItem(event);
+    case EventKind::EndContents: return writeContentsItem(true);
     default: return;
   }
 }
@@ -95,7 +105,8 @@ void WordBlocks::beginTable(const Table& table) {
     parts_.sections.writeBreak();
   }
   const bool isTurned = plan.orientation == Orientation::Turned;
-  parts_.inlines.setRoom({isTurned ? space.turned : space.upright, (isTurned ? *turned : paper).textHeight()});
+  const int height = static_cast<int>((isTurned ? *turned : paper).textHeight() * kPictureShare);
+  parts_.inlines.setRoom({isTurned ? space.turned : space.upright, height});
   parts_.sections.addContent();
   parts_.tables.begin(table, std::move(plan), left);
 }
@@ -155,11 +166,22 @@ void WordBlocks::writeRule() {
 }
 
 void WordBlocks::contentsItem(const Event& item) {
-  parts_.paragraphs.begin({.kind = BlockKind::Contents, .level = item.number}, firstDirection(item.text));
-  if (item.id.empty()) {
-    parts_.inlines.writeText(item.text);
+  writeContentsItem(false);
+  entry_ = ContentsEntry{item.number, std::string(item.id), std::string(item.text)};
+}
+
+void WordBlocks::writeContentsItem(bool isLast) {
+  if (!entry_) {
+    return;
+  }
+  const ContentsEntry entry = *std::exchange(entry_, std::nullopt);
+  parts_.paragraphs.begin({.kind = BlockKind::Contents, .level = entry.level, .isLast = isLast},
+                          firstDirection(entry.text));
+  if (entry.id.empty()) {
+    parts_.inlines.writeText(entry.text);
   } else {
-    parts_.inlines.writePageLink(item);
+    parts_.inlines.writePageLink(
+        {.kind = EventKind::ContentsItem, .number = entry.level, .text = entry.text, .id = entry.id});
   }
   parts_.paragraphs.close();
 }

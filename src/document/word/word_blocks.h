@@ -10,6 +10,8 @@
 #include "document/word/word_tables.h"
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 namespace scrivalen::document {
@@ -50,11 +52,17 @@ class WordBlocks : private EventSink {
   void writeCode(std::string_view text);
   void writeRule();
   void contentsItem(const Event& item);
+  void writeContentsItem(bool isLast);
 
   const FormatSettings& settings_;
   const WordParts parts_;
   const bool isRightToLeft_;
   HeldHeadings headings_;
+  struct ContentsEntry {
+    int level = 1;
+    std::string id, text;
+  };
+  std::optional<ContentsEntry> entry_;  // whether it is the last is not known yet
   bool isInCode_ = false;
   std::size_t codeBreaks_ = 0;  // line breaks that more code may follow
 };

@@ -6,7 +6,6 @@
 namespace scrivalen::document {
 namespace {
 
-constexpr int kQuoteIndent = 360;       // twips
 constexpr int kLargestIndentShare = 2;  // deeper parts leave at least half of the width
 
 }  // namespace

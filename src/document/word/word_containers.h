@@ -8,7 +8,8 @@
 
 namespace scrivalen::document {
 
-inline constexpr int kListIndent = 440;  ///< of each level, in twips
+inline constexpr int kListIndent = 440;   ///< of each level, in twips
+inline constexpr int kQuoteIndent = 360;  ///< the same
 
 /// What a paragraph is, which decides its style.
 enum class BlockKind { Normal, Heading, Title, Quote, Code, List, Contents, Rule };

@@ -18,6 +18,7 @@ void WordInlines::writeHeld() {
 void WordInlines::anchor(std::string_view id) {
   if (hasPlaces_) {
     writePlace(id);
+    hasWrittenPlaces_ = true;
   }
 }
 

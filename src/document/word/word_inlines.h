@@ -27,6 +27,9 @@ class WordInlines : public EventSink {
   Room room() const { return room_; }
   /// Whether places are written; those in a repeated part of a table are not.
   void setPlaces(bool on) { hasPlaces_ = on; }
+  /// Whether a place has been written since they were forgotten.
+  bool hasWrittenPlaces() const { return hasWrittenPlaces_; }
+  void forgetPlaces() { hasWrittenPlaces_ = false; }
 
   /// Keeps a place between blocks for the next line of text.
   void hold(std::string_view id);
@@ -50,6 +53,7 @@ class WordInlines : public EventSink {
   OutputBuffer* out_;
   Room room_;
   bool hasPlaces_ = true;
+  bool hasWrittenPlaces_ = false;
   std::vector<std::string> held_;
 };
 

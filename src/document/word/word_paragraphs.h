@@ -16,6 +16,7 @@ struct ParagraphStart {
   BlockKind kind = BlockKind::Normal;
   int level = 1;  ///< of a heading, or of an entry in the contents
   Align align = Align::Auto;
+  bool isLast = false;  ///< of the contents, before the text after them
 };
 
 /// The paragraphs of a word processor's file. The first letter or language decides whether one is written from right to

@@ -71,7 +71,7 @@ void WordTables::findColumns(const Row& row) {
   }
 }
 
-const WordTables::Places& WordTables::findPlaces(const Row& row, const TablePart& part) {
+WordTables::Places& WordTables::findPlaces(const Row& row, const TablePart& part) {
   places_.clear();
   for (std::size_t i = 0; i < columns_.size() && columns_[i] < part.end; i = nextCell(i, part)) {
     addPlace(row, i, part);
@@ -127,9 +127,11 @@ void WordTables::writeCells(OutputBuffer& out, const Row& row, const Places& pla
 void WordTables::writeSplitRow(const Row& row) {
   inlines_.setOutput(scratch_);
   for (std::size_t i = 0; i < waiting_.size(); ++i) {
-    sink_.text = row.repeated ? &waiting_[i].headers : &waiting_[i].rows;
-    writeRow(scratch_, row, findPlaces(row, plan_.parts[i]));
-    scratch_.flush();
+    if (row.repeated) {
+      writeHeader(row, i);
+    } else {
+      writeTo(waiting_[i].rows, row, findPlaces(row, plan_.parts[i]));
+    }
   }
   inlines_.setOutput(out_);
   waitingRows_ += row.repeated ? 0 : 1;
@@ -138,12 +140,36 @@ void WordTables::writeSplitRow(const Row& row) {
   }
 }
 
+// No two places have one name.
+void WordTables::writeHeader(const Row& row, std::size_t part) {
+  Waiting& waiting = waiting_[part];
+  Places& places = findPlaces(row, plan_.parts[part]);
+  const std::size_t begin = waiting.headers.size();
+  inlines_.forgetPlaces();
+  writeTo(waiting.headers, row, places);
+  if (!inlines_.hasWrittenPlaces()) {
+    waiting.laterHeaders.append(waiting.headers, begin);
+    return;
+  }
+  for (Place& place : places) {
+    place.isRepeated = true;
+  }
+  writeTo(waiting.laterHeaders, row, places);
+}
+
+void WordTables::writeTo(std::string& text, const Row& row, const Places& places) {
+  sink_.text = &text;
+  writeRow(scratch_, row, places);
+  scratch_.flush();
+}
+
 void WordTables::writeWaiting() {
   for (std::size_t i = 0; i < waiting_.size(); ++i) {
     writeBegin(plan_.parts[i]);
     out_.write(waiting_[i].headers.data(), waiting_[i].headers.size());
     out_.write(waiting_[i].rows.data(), waiting_[i].rows.size());
     writeEnd();
+    waiting_[i].headers = waiting_[i].laterHeaders;
     waiting_[i].rows.clear();
   }
   waitingRows_ = 0;

@@ -74,6 +74,7 @@ class WordTables {
   // The rows of a part of a split table that wait.
   struct Waiting {
     std::string headers;
+    std::string laterHeaders;  // the same without places, for all but the first rows
     std::string rows;
   };
 
@@ -87,10 +88,12 @@ class WordTables {
 
   bool mayHaveDirections(const Row& row) const;
   void findColumns(const Row& row);
-  const Places& findPlaces(const Row& row, const TablePart& part);
+  Places& findPlaces(const Row& row, const TablePart& part);
   void addPlace(const Row& row, std::size_t cell, const TablePart& part);
   std::size_t nextCell(std::size_t cell, const TablePart& part) const;
   void writeSplitRow(const Row& row);
+  void writeHeader(const Row& row, std::size_t part);
+  void writeTo(std::string& text, const Row& row, const Places& places);
   void writeWaiting();
 
   OutputBuffer& out_;

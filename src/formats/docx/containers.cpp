@@ -1,6 +1,5 @@
 #include "formats/docx/containers.h"
 
-#include "formats/docx/parts/styles.h"
 #include "formats/docx/xml.h"
 
 #include <algorithm>
@@ -29,22 +28,49 @@ std::string quoteBorder(bool isRightToLeft) {
 }  // namespace
 
 int Containers::addList(const Event& list, int level) {
-  return list.ordered ? numbering_.addList(std::min(level, kListLevels - 1), list.number) : kBulletList;
+  return list.ordered ? numbering_.addList(level, list.number) : kBulletList;
 }
 
-ContainerProperties Containers::takeProperties(BlockKind kind, bool isRightToLeft) {
-  ContainerProperties properties;
+// What has no style of its own in a quote, or in one from right to left, gets the border itself.
+Containers::Look Containers::lookOf(const ParagraphStart& start, bool isRightToLeft) const {
+  const bool isQuoted = isInQuote();
+  switch (start.kind) {
+    case BlockKind::Quote:
+      if (isRightToLeft) {
+        return {Style::QuoteRightToLeft, kQuoteIndent};
+      }
+      return isOneQuoteInLists() ? Look{Style::ListQuote, kListIndent + kQuoteIndent}
+                                 : Look{Style::Quote, kQuoteIndent};
+    case BlockKind::Code: return isQuoted ? Look{Style::Code} : Look{Style::ListCode, kListIndent};
+    case BlockKind::List:
+      if (isQuoted) {
+        return {.style = Style::QuoteList, .hasBorder = isRightToLeft};
+      }
+      if (!hasMarker()) {
+        return {Style::ListItemText, kListIndent};
+      }
+      return {open().back().isTight ? Style::ListCompact : Style::List};
+    case BlockKind::Heading:
+      return isQuoted ? Look{styleOfLevel(Style::QuoteHeading1, start.level), kQuoteIndent, isRightToLeft} : Look{};
+    default: return {.hasBorder = isQuoted};
+  }
+}
+
+bool Containers::isOneQuoteInLists() const {
+  return open().size() > 1 &&
+         std::all_of(open().begin(), open().end() - 1, [](const Container& outer) { return outer.isList; });
+}
+
+ContainerProperties Containers::takeProperties(const ParagraphStart& start, bool isRightToLeft) {
   if (open().empty()) {
-    return properties;
+    return {};
   }
-  // The style of a quote has the border and the indent of one that is not in another.
-  const bool isQuote = kind == BlockKind::Quote;
-  const bool isOneQuote = isQuote && open().size() == 1;
-  if (isInQuote() && kind != BlockKind::Code && (isRightToLeft || !isQuote)) {
-    properties.border = quoteBorder(isRightToLeft);
-  }
-  properties.indent = isOneQuote ? std::string() : indentElement(indent());
-  properties.space = open().back().isTight ? "<w:contextualSpacing/>" : "";
+  const Look look = lookOf(start, isRightToLeft);
+  ContainerProperties properties;
+  properties.style = look.style;
+  properties.border = look.hasBorder ? quoteBorder(isRightToLeft) : std::string();
+  properties.indent = indent() == look.indent ? std::string() : indentElement(indent());
+  properties.space = open().back().isTight && look.style != Style::ListCompact ? "<w:contextualSpacing/>" : "";
   if (hasMarker()) {
     properties.marker = takeMarker(properties);
   }
@@ -53,7 +79,7 @@ ContainerProperties Containers::takeProperties(BlockKind kind, bool isRightToLef
 
 std::string Containers::takeMarker(ContainerProperties& properties) {
   Container& list = takeMarkedList();
-  const int level = std::min(list.level, kListLevels - 1);
+  const int level = levelOf(list.level);
   const std::string_view box = boxOf(task());
   const bool isBox = !list.isOrdered && !box.empty();
   const int number = isBox ? kTaskList : list.list;

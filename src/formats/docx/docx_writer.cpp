@@ -22,16 +22,16 @@ class DocxWriter : public DocumentWriter {
   explicit DocxWriter(const WriterContext& context)
       : settings_(context.settings),
         isRightToLeft_(isRightToLeft(settings_.text("language"))),
-        paper_(pageOf(settings_)),
+        paper_(wordPageOf(settings_, context.warnings)),
         archive_(context.out, settings_.clock()),
         out_(archive_.content()),
-        styles_(settings_, paper_.textWidth()),
+        styles_(settings_, paper_.textWidth(), context.warnings),
         header_(settings_, paper_, pictures_, context.warnings),
         sections_(out_, header_, paper_, isRightToLeft_),
         inlines_(out_, pictures_, context.warnings),
         tables_(out_, styles_, inlines_, isRightToLeft_),
         containers_(numbering_, paper_.textWidth()),
-        paragraphs_(out_, sections_, containers_, inlines_, isRightToLeft_),
+        paragraphs_(out_, styles_, sections_, containers_, inlines_, isRightToLeft_),
         blocks_(settings_, {sections_, inlines_, tables_, containers_, paragraphs_}, isRightToLeft_) {}
 
   void begin() override;

@@ -7,17 +7,15 @@
 namespace scrivalen::document::docx {
 namespace {
 
-Style numbered(Style first, int level) { return static_cast<Style>(static_cast<int>(first) + level - 1); }
-
 Style styleOf(const ParagraphStart& start) {
   switch (start.kind) {
     case BlockKind::Normal: return Style::Normal;
-    case BlockKind::Heading: return numbered(Style::Heading1, start.level);
+    case BlockKind::Heading: return styleOfLevel(Style::Heading1, start.level);
     case BlockKind::Title: return Style::Title;
     case BlockKind::Quote: return Style::Quote;
     case BlockKind::Code: return Style::Code;
     case BlockKind::List: return Style::List;
-    case BlockKind::Contents: return numbered(Style::Contents1, start.level);
+    case BlockKind::Contents: return styleOfLevel(Style::Contents1, start.level);
     case BlockKind::Rule: return Style::Rule;
   }
   return Style::Normal;
@@ -39,7 +37,7 @@ std::string_view alignmentElement(Align align, bool isRightToLeft) {
 }
 
 void Paragraphs::writeBegin(const ParagraphStart& start, bool isRightToLeft) {
-  const ContainerProperties around = containers_.takeProperties(start.kind, isRightToLeft);
+  const ContainerProperties around = containers_.takeProperties(start, isRightToLeft);
   put(out_, "<w:p>");
   writeProperties(start, isRightToLeft, around);
   inlines_.beginText({}, isRightToLeft);
@@ -51,10 +49,11 @@ void Paragraphs::writeBegin(const ParagraphStart& start, bool isRightToLeft) {
 
 // In the order of the schema (ECMA-376, 17.3.1.26).
 void Paragraphs::writeProperties(const ParagraphStart& start, bool isRightToLeft, const ContainerProperties& around) {
-  std::string xml(styleReference(styleOf(start)));
+  std::string xml(styles_.reference(around.style.value_or(styleOf(start))));
   xml += sections_.takeBreak() ? "<w:pageBreakBefore/>" : "";
   xml.append(around.list).append(around.border);
   xml += isRightToLeft ? "<w:bidi/>" : "";
+  xml += start.isLast ? "<w:spacing w:after=\"200\"/>" : "";
   xml.append(around.indent).append(around.space).append(alignmentElement(start.align, isRightToLeft));
   if (!xml.empty()) {
     put(out_, "<w:pPr>");

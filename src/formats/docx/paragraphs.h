@@ -16,9 +16,11 @@ class Paragraphs : public WordParagraphs {
  public:
   /// The parts are not owned; they must outlive this object.
   /// @param isRightToLeft  whether the document is
-  Paragraphs(OutputBuffer& out, Sections& sections, Containers& containers, InlineWriter& inlines, bool isRightToLeft)
+  Paragraphs(OutputBuffer& out, StyleSheet& styles, Sections& sections, Containers& containers, InlineWriter& inlines,
+             bool isRightToLeft)
       : WordParagraphs(sections, containers, inlines, isRightToLeft),
         out_(out),
+        styles_(styles),
         sections_(sections),
         containers_(containers),
         inlines_(inlines) {}
@@ -30,6 +32,7 @@ class Paragraphs : public WordParagraphs {
   void writeProperties(const ParagraphStart& start, bool isRightToLeft, const ContainerProperties& around);
 
   OutputBuffer& out_;
+  StyleSheet& styles_;
   Sections& sections_;
   Containers& containers_;
   InlineWriter& inlines_;

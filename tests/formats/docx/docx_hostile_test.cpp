@@ -1,7 +1,11 @@
 #include "../../../fuzz/markup_check.h"
 #include "document/pictures/picture.h"
+#include "formats/document_formats.h"
+#include "formats/document_report.h"
 #include "made_docx.h"
+#include "support/captured_log.h"
 #include "support/documents/pictures.h"
+#include "support/files.h"
 
 #include <gtest/gtest.h>
 
@@ -99,4 +103,30 @@ TEST(DocxHostile, DepthLeavesRoomForText) {
       body.find("<w:ilvl w:val=\"8\"/><w:numId w:val=\"1\"/></w:numPr><w:ind w:left=\"4819\" w:hanging=\"440\"/>"),
       std::string::npos)
       << body.substr(body.size() - 400);
+}
+
+// Wide texts may have halves of surrogate pairs, which UTF-8 cannot.
+TEST(DocxHostile, WideTextsOfAReportAreMended) {
+  const std::wstring half(1, static_cast<wchar_t>(0xD83D));
+  const std::wstring otherHalf(1, static_cast<wchar_t>(0xDE00));
+  const std::wstring text = L"a" + half + L"b" + otherHalf + half + L"\x1 { PAGE } _x0041_ <&>";
+  const std::wstring longText(100000, L'x');
+  const TemporaryFolder folder;
+  const CapturedLog log;
+  scrivalen::DocumentReport report(*scrivalen::documentFormatOf("docx"));
+  ASSERT_EQ(report.Open((folder / L"a").c_str()), REPORT_OK);
+  report.Text(text.c_str(), PARAGRAPH_HEADING1, L"", 0);
+  report.Text(longText.c_str(), PARAGRAPH_NORMAL, L"", 0);
+  report.BeginTable(L"t", nullptr);
+  report.BeginRow(L"r", nullptr, 2);
+  report.Cell(text.c_str(), 0, nullptr);
+  report.Cell(longText.c_str(), 0, nullptr);
+  report.EndRow(L"r");
+  report.EndTable(L"t");
+  ASSERT_EQ(report.Close(), REPORT_OK);
+  EXPECT_EQ(log.lines().size(), 1u) << "control characters";
+  const std::string xml = partOf(bytesOf(folder / L"a"), "word/document.xml");
+  EXPECT_EQ(scrivalen::fuzz::problemOfDocumentXml(xml), "");
+  EXPECT_NE(xml.find("a\uFFFDb\uFFFD\uFFFD\uFFFD { PAGE } _x0041_ &lt;&amp;&gt;"), xml.npos) << xml.substr(0, 1500);
+  EXPECT_NE(xml.find("<w:t>" + std::string(100000, 'x') + "</w:t></w:r></w:p></w:tc>"), xml.npos);
 }

@@ -7,6 +7,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <functional>
 
 using namespace scrivalen::document;
 using namespace scrivalen::test;
@@ -21,6 +23,25 @@ std::shared_ptr<const Picture> pictureOf(const std::string& bytes) {
 }
 
 bool has(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
+
+// The number of parts that are headers or footers.
+std::ptrdiff_t headersOf(const std::string& docx) {
+  const auto parts = partsOf(docx);
+  return std::count_if(parts.begin(), parts.end(), [](const std::string& name) { return has(name, "word/header"); });
+}
+
+// A document of sections, with a paragraph each, whose header names them.
+std::string docxOfSections(int count, const std::function<std::string(int)>& nameOf,
+                           std::vector<Warning>* warnings = nullptr) {
+  const auto content = [&](Document& document) {
+    for (int i = 0; i < count; ++i) {
+      document.beginSection(nameOf(i), {});
+      document.paragraph("x");
+      document.end();
+    }
+  };
+  return docxOf(content, {{"header", "{title}||{section}"}, {"footer", "{page}"}}, warnings);
+}
 
 }  // namespace
 
@@ -70,13 +91,53 @@ TEST(DocxParts, NameTheLanguageAndItsDirection) {
   EXPECT_TRUE(lastSectionOf([](Document&) {}, {{"language", "ar-EG"}}).ends_with("<w:bidi/></w:sectPr>"));
 }
 
+TEST(DocxParts, LeaveOutALanguageThatIsLongerThanWordTakes) {
+  std::string longest = "deu";
+  for (int i = 0; i < 9; ++i) {
+    longest += "-abcdefgh";
+  }
+  const auto settingsOf = [](const std::string& language) {
+    return partOf(docxOf([](Document&) {}, {{"language", language}}), "word/settings.xml");
+  };
+  EXPECT_TRUE(has(settingsOf(longest), "</w:compat><w:themeFontLang w:val=\"" + longest + "\"/></w:settings>"));
+  EXPECT_TRUE(has(settingsOf(longest + "-a"), "</w:compat></w:settings>"));
+}
+
 TEST(DocxParts, NameEveryStyleThatAPersonLooksFor) {
   const std::string docx = docxOf([](Document&) {});
-  for (const char* const id : {"Title", "Heading1", "Heading6", "Quote", "Code", "ListParagraph", "TableText"}) {
+  for (const char* const id : {"Title", "Heading1", "Heading6", "Quote", "Code", "ListParagraph", "ListCompact",
+                               "ListContinue", "QuoteList", "ListCode", "TableText"}) {
     EXPECT_TRUE(has(styleOf(docx, id), "<w:qFormat/>")) << id;
   }
   EXPECT_TRUE(has(styleOf(docx, "Heading3"), "<w:outlineLvl w:val=\"2\"/>"));
   EXPECT_TRUE(has(styleOf(docx, "Table"), "<w:tblStylePr w:type=\"firstRow\">"));
+}
+
+TEST(DocxParts, BaseHeadingsInQuotesOnHeadings) {
+  const std::string docx = docxOf([](Document&) {});
+  EXPECT_TRUE(has(styleOf(docx, "QuoteHeading1"), "<w:basedOn w:val=\"Heading1\"/>"));
+  EXPECT_TRUE(has(styleOf(docx, "QuoteHeading6"), "<w:basedOn w:val=\"Heading6\"/>"));
+}
+
+TEST(DocxParts, ListRareStylesOnceTheyAreUsed) {
+  const std::string used = docxOf([](Document& document) {
+    document.beginQuote();
+    document.heading(2, "x");
+    document.end();
+  });
+  for (const char* const id : {"QuoteRightToLeft", "QuoteList", "QuoteHeading1", "ListQuote", "ListCode"}) {
+    EXPECT_TRUE(has(styleOf(used, id), "<w:semiHidden/><w:unhideWhenUsed/><w:qFormat/>")) << id;
+  }
+  EXPECT_TRUE(has(styleOf(used, "QuoteHeading2"), "<w:unhideWhenUsed/><w:qFormat/>"));
+  EXPECT_FALSE(has(styleOf(used, "QuoteHeading2"), "<w:semiHidden/>"));
+}
+
+TEST(DocxParts, HideStylesThatOnlyConvertersKnow) {
+  const std::string docx = docxOf([](Document&) {});
+  for (const char* const id : {"SourceCode", "Compact", "ListItemText"}) {
+    EXPECT_TRUE(has(styleOf(docx, id), "<w:semiHidden/>")) << id;
+    EXPECT_FALSE(has(styleOf(docx, id), "<w:pPr>")) << id;
+  }
 }
 
 TEST(DocxParts, HaveTheFontOfTheSettings) {
@@ -89,6 +150,26 @@ TEST(DocxParts, HaveTheFontOfTheSettings) {
   EXPECT_EQ(fontsOf("Sans"), "Arial");
   EXPECT_EQ(fontsOf("mono"), "Courier New");
   EXPECT_EQ(fontsOf("A \"B\" & C"), "A &quot;B&quot; &amp; C");
+}
+
+TEST(DocxParts, CutTheNameOfAFontThatWordRefuses) {
+  std::vector<Warning> warnings;
+  const std::string docx = docxOf([](Document&) {}, {{"font", "The name of a font, 31 letters, and more"}}, &warnings);
+  const std::string styles = partOf(docx, "word/styles.xml");
+  EXPECT_TRUE(has(styles, "w:ascii=\"The name of a font, 31 letters,\" w:hAnsi=\"The name of a font, 31 letters,\""));
+  EXPECT_FALSE(has(styles, "and more"));
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].code, WarningCode::TextCut);
+  EXPECT_EQ(warnings[0].message, "the name of a font cut at 31 characters");
+}
+
+// In tables LibreOffice shows code in the document's font unless that is also the font of a style.
+TEST(DocxParts, HaveTheFontInTheStyleOfAllText) {
+  const std::string styles = partOf(docxOf([](Document&) {}, {{"font", "serif"}}), "word/styles.xml");
+  const std::string normal = styles.substr(styles.find("w:styleId=\"Normal\""));
+  EXPECT_TRUE(has(normal.substr(0, normal.find("</w:style>")),
+                  "<w:rPr><w:rFonts w:ascii=\"Times New Roman\" w:hAnsi=\"Times New Roman\" "
+                  "w:cs=\"Times New Roman\"/></w:rPr>"));
 }
 
 TEST(DocxParts, HaveAHeaderAndAFooterWithFields) {
@@ -110,6 +191,26 @@ TEST(DocxParts, HaveAHeaderAndAFooterWithFields) {
       has(partOf(docx, "word/_rels/document.xml.rels"),
           "Id=\"rIdHeader2\" Type=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships/footer\" "
           "Target=\"header2.xml\""));
+}
+
+TEST(DocxParts, HaveAHeaderFromRightToLeftInSuchALanguage) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"logo", greyPng(4, 2));
+  const std::string logo = scrivalen::narrowPath(folder / L"logo");
+  const std::string docx =
+      docxOf([](Document& document) { document.paragraph("x"); },
+             {{"language", "he"}, {"header", "\xD7\x90|b|c"}, {"header-image", logo}, {"footer", "d"}});
+  const std::string header = partOf(docx, "word/header1.xml");
+  EXPECT_TRUE(has(header,
+                  "<w:p><w:pPr><w:pStyle w:val=\"Header\"/><w:bidi/></w:pPr><w:r><w:t>c</w:t></w:r><w:r><w:tab/></w:r>"
+                  "<w:r><w:t>b</w:t></w:r><w:r><w:tab/></w:r>"
+                  "<w:r><w:rPr><w:rtl/></w:rPr><w:t>\xD7\x90</w:t></w:r>"
+                  "<w:r><w:t xml:space=\"preserve\"> </w:t><w:drawing>"))
+      << header;
+  EXPECT_TRUE(header.ends_with("</w:drawing></w:r></w:p></w:hdr>\n"));
+  EXPECT_TRUE(has(partOf(docx, "word/header2.xml"),
+                  "<w:pStyle w:val=\"Footer\"/><w:bidi/></w:pPr><w:r><w:tab/></w:r><w:r><w:tab/></w:r>"
+                  "<w:r><w:t>d</w:t></w:r></w:p>"));
 }
 
 TEST(DocxParts, NameTheSectionInItsHeader) {
@@ -137,8 +238,43 @@ TEST(DocxParts, ShareAHeaderThatNamesNoSection) {
         }
       },
       {{"header", "a"}, {"footer", "b"}});
-  const auto parts = partsOf(docx);
-  EXPECT_EQ(std::count_if(parts.begin(), parts.end(), [](const std::string& name) { return has(name, "header"); }), 2);
+  EXPECT_EQ(headersOf(docx), 2);
+}
+
+TEST(DocxParts, ShareTheHeaderOfSectionsOfOneName) {
+  const std::string docx = docxOfSections(60, [](int i) { return "Section " + std::to_string(i % 20); });
+  EXPECT_EQ(headersOf(docx), 20 + 1);
+  const std::string text = partOf(docx, "word/document.xml");
+  EXPECT_TRUE(has(text,
+                  "<w:headerReference w:type=\"default\" r:id=\"rIdHeader1\"/>"
+                  "<w:footerReference w:type=\"default\" r:id=\"rIdHeader2\"/>"));
+  EXPECT_EQ(text.find("rIdHeader22\""), std::string::npos);
+}
+
+// The headers wait until the text is written.
+TEST(DocxParts, HaveNoMoreThanAThousandHeadersWithNames) {
+  std::vector<Warning> warnings;
+  const std::string docx = docxOfSections(
+      1100, [](int i) { return i < 1099 ? "Section " + std::to_string(i) : "Section 7"; }, &warnings);
+  EXPECT_EQ(headersOf(docx), 1001) << "999 that name a section, one that names none, and the footer";
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].message, "the name of a section in its header or footer, as too many differ");
+  EXPECT_EQ(warnings[0].count, 100u);
+  EXPECT_TRUE(has(partOf(docx, "word/header1000.xml"), "<w:t>Section 998</w:t>"));
+  EXPECT_FALSE(has(partOf(docx, "word/header1001.xml"), "<w:t>"));
+  EXPECT_TRUE(partOf(docx, "word/document.xml").ends_with("w:gutter=\"0\"/></w:sectPr>\n</w:body></w:document>\n"));
+  EXPECT_TRUE(has(partOf(docx, "word/document.xml").substr(partOf(docx, "word/document.xml").rfind("<w:sectPr>")),
+                  "r:id=\"rIdHeader9\""))
+      << "a name that is known is still shown";
+}
+
+TEST(DocxParts, HaveNoMoreThanAMegabyteOfNamesInHeaders) {
+  std::vector<Warning> warnings;
+  const std::string docx = docxOfSections(
+      12, [](int i) { return std::string(100000, static_cast<char>('a' + i)); }, &warnings);
+  EXPECT_EQ(headersOf(docx), 10 + 1 + 1);
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].count, 2u);
 }
 
 TEST(DocxParts, BeginAPageBeforeATable) {
@@ -215,4 +351,26 @@ TEST(DocxParts, TurnAPictureOnItsSide) {
                   "<wp:effectExtent l=\"0\" t=\"95250\" r=\"0\" b=\"95250\"/>"));
   EXPECT_TRUE(has(text, "<a:xfrm rot=\"5400000\"><a:off x=\"0\" y=\"0\"/><a:ext cx=\"381000\" cy=\"190500\"/>"));
   EXPECT_TRUE(warnings.empty());
+}
+
+// Word's limit is 22 inches, 558.8 millimetres.
+TEST(DocxParts, HaveNoPaperThatWordRefuses) {
+  const auto sizeOf = [](std::string_view paper, std::vector<Warning>& warnings) {
+    const std::string text = partOf(docxOf([](Document& document) { document.paragraph("x"); },
+                                           {{"paper", paper}, {"margins", "200mm"}}, &warnings),
+                                    "word/document.xml");
+    const std::size_t at = text.find("<w:pgSz");
+    return text.substr(at, text.find(" w:header=", at) - at);
+  };
+  std::vector<Warning> warnings;
+  EXPECT_EQ(sizeOf("558.8x558.8", warnings),
+            "<w:pgSz w:w=\"31680\" w:h=\"31680\"/>"
+            "<w:pgMar w:top=\"10560\" w:right=\"10560\" w:bottom=\"10560\" w:left=\"10560\"");
+  EXPECT_TRUE(warnings.empty());
+  EXPECT_EQ(sizeOf("1200x558.9", warnings), sizeOf("558.8x558.8", warnings));
+  warnings.clear();
+  sizeOf("1200x558.9", warnings);
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].message, "paper longer than 22 inches, Word's limit, is cut to that");
+  EXPECT_EQ(warnings[0].count, 1u);
 }

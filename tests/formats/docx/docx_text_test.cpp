@@ -23,10 +23,25 @@ void putItem(Document& document, std::string_view text, Task task = Task::None) 
   document.end();
 }
 
+void putCode(Document& document, std::string_view text) {
+  document.beginCode({});
+  document.text(text);
+  document.end();
+}
+
 std::string numbered(int level, int list, std::string_view text) {
-  return "<w:p><w:pPr><w:pStyle w:val=\"ListParagraph\"/><w:numPr><w:ilvl w:val=\"" + std::to_string(level) +
-         "\"/><w:numId w:val=\"" + std::to_string(list) + "\"/></w:numPr><w:contextualSpacing/></w:pPr><w:r><w:t>" +
-         std::string(text) + "</w:t></w:r></w:p>\n";
+  return "<w:p><w:pPr><w:pStyle w:val=\"ListCompact\"/><w:numPr><w:ilvl w:val=\"" + std::to_string(level) +
+         "\"/><w:numId w:val=\"" + std::to_string(list) + "\"/></w:numPr></w:pPr><w:r><w:t>" + std::string(text) +
+         "</w:t></w:r></w:p>\n";
+}
+
+std::string styled(std::string_view style, std::string_view properties, std::string_view text) {
+  return "<w:p><w:pPr><w:pStyle w:val=\"" + std::string(style) + "\"/>" + std::string(properties) +
+         "</w:pPr><w:r><w:t>" + std::string(text) + "</w:t></w:r></w:p>\n";
+}
+
+std::string inList(std::string_view properties, std::string_view text) {
+  return styled("ListParagraph", properties, text);
 }
 
 }  // namespace
@@ -130,10 +145,11 @@ TEST(DocxText, HasNoLanguageThatIsNoTag) {
 
 TEST(DocxText, MarksThePlaceOfAHeading) {
   EXPECT_EQ(bodyOf([](Document& document) { document.heading(2, "Prices per year"); }),
-            "<w:p><w:pPr><w:pStyle w:val=\"Heading2\"/></w:pPr><w:bookmarkStart w:id=\"0\" w:name=\"prices-per-year\"/>"
+            "<w:p><w:pPr><w:pStyle w:val=\"Heading2\"/></w:pPr><w:bookmarkStart w:id=\"0\" w:name=\"prices_per_year\"/>"
             "<w:bookmarkEnd w:id=\"0\"/><w:r><w:t>Prices per year</w:t></w:r></w:p>\n");
 }
 
+// A quotation mark would end the title for LibreOffice, which makes a field of it.
 TEST(DocxText, LeadsToPlacesOfTheDocument) {
   EXPECT_EQ(paragraphOf([](Document& document) {
               document.anchor("a");
@@ -142,7 +158,7 @@ TEST(DocxText, LeadsToPlacesOfTheDocument) {
               document.end();
             }),
             "<w:p><w:bookmarkStart w:id=\"0\" w:name=\"a\"/><w:bookmarkEnd w:id=\"0\"/>"
-            "<w:hyperlink w:anchor=\"a\" w:tooltip=\"a &quot;tip&quot;\" w:history=\"1\">"
+            "<w:hyperlink w:anchor=\"a\" w:tooltip=\"a 'tip'\" w:history=\"1\">"
             "<w:r><w:rPr><w:rStyle w:val=\"Hyperlink\"/></w:rPr><w:t>x</w:t></w:r></w:hyperlink></w:p>\n");
 }
 
@@ -153,7 +169,8 @@ TEST(DocxText, LeadsToAddressesThroughFields) {
               document.end();
             }),
             "<w:p><w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText xml:space=\"preserve\"> HYPERLINK "
-            "\"https://e.org/?a=%22b%22&amp;c=\\\\d\" \\o \"a 'tip'\" </w:instrText></w:r>"
+            "\"https://e.org/?a=%22b%22&amp;c=\\\\d\" </w:instrText></w:r>"
+            "<w:r><w:instrText xml:space=\"preserve\"> \\o \"a 'tip'\" \\t \"_self\" </w:instrText></w:r>"
             "<w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>"
             "<w:r><w:rPr><w:rStyle w:val=\"Hyperlink\"/></w:rPr><w:t>x</w:t></w:r>"
             "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r></w:p>\n");
@@ -179,6 +196,7 @@ TEST(DocxText, HasTheNumberOfThePageInContents) {
   EXPECT_EQ(bodyOf([](Document& document) {
               document.beginContents();
               document.contentsItem(2, "a", "Part A");
+              document.contentsItem(1, "", "B");
               document.end();
               document.anchor("a");
             }),
@@ -188,6 +206,7 @@ TEST(DocxText, HasTheNumberOfThePageInContents) {
             "<w:r><w:instrText xml:space=\"preserve\"> PAGEREF a \\h </w:instrText></w:r>"
             "<w:r><w:fldChar w:fldCharType=\"separate\"/></w:r><w:r><w:fldChar w:fldCharType=\"end\"/></w:r>"
             "</w:hyperlink></w:p>\n"
+            "<w:p><w:pPr><w:pStyle w:val=\"TOC1\"/><w:spacing w:after=\"200\"/></w:pPr><w:r><w:t>B</w:t></w:r></w:p>\n"
             "<w:p><w:bookmarkStart w:id=\"0\" w:name=\"a\"/><w:bookmarkEnd w:id=\"0\"/></w:p>\n");
 }
 
@@ -254,6 +273,30 @@ TEST(DocxText, BeginsEachNumberedListAtItsNumber) {
   EXPECT_TRUE(numbering.ends_with(list(3, 1) + list(4, 1) + list(5, 7) + "</w:numbering>\n")) << numbering;
 }
 
+TEST(DocxText, CountsListsBelowTheNinthLevelByThemselves) {
+  const std::string numbering = partOf(docxOf([](Document& document) {
+                                         for (int depth = 0; depth < 11; ++depth) {
+                                           document.beginList(true, depth + 1, true);
+                                           document.beginItem(Task::None);
+                                         }
+                                         for (int depth = 0; depth < 11; ++depth) {
+                                           document.end();
+                                           document.end();
+                                         }
+                                       }),
+                                       "word/numbering.xml");
+  const auto list = [](int number, int kind, int level) {
+    return "<w:num w:numId=\"" + std::to_string(number) + "\"><w:abstractNumId w:val=\"" + std::to_string(kind) +
+           "\"/><w:lvlOverride w:ilvl=\"" + std::to_string(level) + "\"><w:startOverride w:val=\"" +
+           std::to_string(number - 2) + "\"/></w:lvlOverride></w:num>\n";
+  };
+  EXPECT_TRUE(
+      numbering.ends_with(list(10, 2, 7) + list(11, 2, 8) + list(12, 3, 8) + list(13, 4, 8) + "</w:numbering>\n"))
+      << numbering;
+  EXPECT_NE(numbering.find("<w:abstractNum w:abstractNumId=\"4\">"), std::string::npos);
+  EXPECT_EQ(numbering.find("<w:abstractNum w:abstractNumId=\"5\">"), std::string::npos);
+}
+
 TEST(DocxText, NumbersByTextWhenThereAreTooManyLists) {
   const std::string body = bodyOf([](Document& document) {
     for (std::size_t i = 0; i <= docx::Numbering::kMostLists; ++i) {
@@ -262,11 +305,26 @@ TEST(DocxText, NumbersByTextWhenThereAreTooManyLists) {
       document.end();
     }
   });
-  EXPECT_TRUE(
-      body.ends_with(numbered(0, 2002, "x") +
-                     "<w:p><w:pPr><w:pStyle w:val=\"ListParagraph\"/><w:ind w:left=\"440\" w:hanging=\"440\"/>"
-                     "<w:contextualSpacing/></w:pPr><w:r><w:t>5.</w:t><w:tab/></w:r><w:r><w:t>x</w:t></w:r></w:p>\n"))
+  EXPECT_TRUE(body.ends_with(numbered(0, 2002, "x") +
+                             "<w:p><w:pPr><w:pStyle w:val=\"ListCompact\"/><w:ind w:left=\"440\" w:hanging=\"440\"/>"
+                             "</w:pPr><w:r><w:t>5.</w:t><w:tab/></w:r><w:r><w:t>x</w:t></w:r></w:p>\n"))
       << body.substr(body.size() - 600);
+}
+
+TEST(DocxText, NumbersByTextFromWhereWordProcessorsBeginNoList) {
+  const std::string body = bodyOf([](Document& document) {
+    for (const int first : {32767, 32768}) {
+      document.beginList(true, first, true);
+      putItem(document, "x");
+      putItem(document, "y");
+      document.end();
+    }
+  });
+  const auto byText = [](const std::string& number, const std::string& text) {
+    return "<w:p><w:pPr><w:pStyle w:val=\"ListCompact\"/><w:ind w:left=\"440\" w:hanging=\"440\"/></w:pPr><w:r><w:t>" +
+           number + "</w:t><w:tab/></w:r><w:r><w:t>" + text + "</w:t></w:r></w:p>\n";
+  };
+  EXPECT_EQ(body, numbered(0, 3, "x") + numbered(0, 3, "y") + byText("32768.", "x") + byText("32769.", "y"));
 }
 
 TEST(DocxText, MarksTasksWithBoxes) {
@@ -277,25 +335,96 @@ TEST(DocxText, MarksTasksWithBoxes) {
     document.end();
   });
   const std::string start =
-      "<w:p><w:pPr><w:pStyle w:val=\"ListParagraph\"/><w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"2\"/></w:numPr>"
-      "<w:contextualSpacing/></w:pPr><w:r><w:t>";
+      "<w:p><w:pPr><w:pStyle w:val=\"ListCompact\"/><w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"2\"/></w:numPr>"
+      "</w:pPr><w:r><w:t>";
   EXPECT_EQ(body, start + "\xE2\x98\x90</w:t><w:tab/></w:r><w:r><w:t>x</w:t></w:r></w:p>\n" + start +
                       "\xE2\x98\x92</w:t><w:tab/></w:r><w:r><w:t>y</w:t></w:r></w:p>\n");
 }
 
-TEST(DocxText, IndentsFurtherParagraphsOfAnItem) {
+TEST(DocxText, HasAStyleForFurtherParagraphsOfAnItem) {
+  EXPECT_EQ(bodyOf([](Document& document) {
+              document.beginList(false, 0, false);
+              document.beginItem(Task::None);
+              document.paragraph("a");
+              document.paragraph("b");
+              document.beginList(false, 0, false);
+              document.beginItem(Task::None);
+              document.paragraph("c");
+              document.paragraph("d");
+              document.end();
+              document.end();
+              document.end();
+              document.end();
+            }),
+            inList("<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/></w:numPr>", "a") +
+                styled("ListItemText", "", "b") +
+                inList("<w:numPr><w:ilvl w:val=\"1\"/><w:numId w:val=\"1\"/></w:numPr>", "c") +
+                styled("ListItemText", "<w:ind w:left=\"880\"/>", "d"));
+}
+
+TEST(DocxText, HasAStyleForCodeAndQuotesInAnItem) {
+  EXPECT_EQ(bodyOf([](Document& document) {
+              document.beginList(false, 0, false);
+              document.beginItem(Task::None);
+              document.paragraph("a");
+              putCode(document, "b");
+              document.beginQuote();
+              document.paragraph("c");
+              document.paragraph("\xD7\x90");
+              document.end();
+              document.end();
+              document.end();
+            }),
+            inList("<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/></w:numPr>", "a") +
+                styled("ListCode", "", "b") + styled("ListQuote", "", "c") +
+                "<w:p><w:pPr><w:pStyle w:val=\"QuoteRightToLeft\"/><w:bidi/><w:ind w:left=\"800\"/></w:pPr>"
+                "<w:r><w:rPr><w:rtl/></w:rPr><w:t>\xD7\x90</w:t></w:r></w:p>\n");
+}
+
+TEST(DocxText, HasStylesForListsAndCodeInAQuote) {
+  EXPECT_EQ(bodyOf([](Document& document) {
+              document.beginQuote();
+              putCode(document, "a");
+              document.beginList(false, 0, false);
+              document.beginItem(Task::None);
+              document.paragraph("b");
+              document.paragraph("c");
+              document.end();
+              document.end();
+              document.end();
+            }),
+            styled("Code", "<w:ind w:left=\"360\"/>", "a") +
+                styled("QuoteList",
+                       "<w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/></w:numPr>"
+                       "<w:ind w:left=\"800\" w:hanging=\"440\"/>",
+                       "b") +
+                styled("QuoteList", "<w:ind w:left=\"800\"/>", "c"));
+}
+
+TEST(DocxText, HasStylesForHeadingsInAQuote) {
   const std::string body = bodyOf([](Document& document) {
-    document.beginList(false, 0, false);
-    document.beginItem(Task::None);
-    document.paragraph("a");
-    document.paragraph("b");
+    document.beginQuote();
+    document.heading(3, "a");
+    document.beginQuote();
+    document.heading(6, "\xD7\x90");
     document.end();
     document.end();
   });
-  EXPECT_TRUE(
-      body.ends_with("<w:p><w:pPr><w:pStyle w:val=\"ListParagraph\"/><w:ind w:left=\"440\"/></w:pPr>"
-                     "<w:r><w:t>b</w:t></w:r></w:p>\n"))
+  EXPECT_NE(body.find("<w:p><w:pPr><w:pStyle w:val=\"QuoteHeading3\"/></w:pPr>"), std::string::npos) << body;
+  EXPECT_NE(body.find("<w:pStyle w:val=\"QuoteHeading6\"/><w:pBdr><w:left w:val=\"nil\"/><w:right w:val=\"single\""
+                      " w:sz=\"16\" w:space=\"9\" w:color=\"B8C0C8\"/></w:pBdr><w:bidi/><w:ind w:left=\"720\"/>"),
+            std::string::npos)
       << body;
+}
+
+TEST(DocxText, HasTheBorderOfAQuoteFromRightToLeftInItsStyle) {
+  EXPECT_EQ(bodyOf([](Document& document) {
+              document.beginQuote();
+              document.paragraph("\xD7\x90");
+              document.end();
+            }),
+            "<w:p><w:pPr><w:pStyle w:val=\"QuoteRightToLeft\"/><w:bidi/></w:pPr>"
+            "<w:r><w:rPr><w:rtl/></w:rPr><w:t>\xD7\x90</w:t></w:r></w:p>\n");
 }
 
 TEST(DocxText, MarksAnItemWithoutText) {
@@ -305,8 +434,8 @@ TEST(DocxText, MarksAnItemWithoutText) {
               document.end();
               document.end();
             }),
-            "<w:p><w:pPr><w:pStyle w:val=\"ListParagraph\"/><w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/>"
-            "</w:numPr><w:contextualSpacing/></w:pPr></w:p>\n");
+            "<w:p><w:pPr><w:pStyle w:val=\"ListCompact\"/><w:numPr><w:ilvl w:val=\"0\"/><w:numId w:val=\"1\"/>"
+            "</w:numPr></w:pPr></w:p>\n");
 }
 
 TEST(DocxText, IsWrittenFromRightToLeftAfterSuchALetter) {

@@ -149,6 +149,7 @@ TEST(RtfDirection, OfHeadingsAndContentsIsThatOfTheirText) {
   const std::string body = bodyOf([](Document& document) {
     document.beginContents();
     document.contentsItem(2, "here", kShalom);
+    document.contentsItem(1, "", "last");
     document.end();
     document.heading(1, kShalom);
   });
@@ -194,6 +195,6 @@ TEST(RtfDirection, IsStatedByTheDocumentAndItsHeader) {
   const std::string rtf = rtfOf([](Document&) {}, {{"language", "ar"}, {"header", kShalom}});
   EXPECT_NE(rtf.find("\\deflang1025\\adeflang1025\n"), std::string::npos);
   EXPECT_NE(rtf.find("\n\\rtldoc\n"), std::string::npos);
-  EXPECT_NE(linesWith("{\\header", rtf).find("\\tx9638 {\\ltrch\\rtlch\\f1\\fs18 \\u1513?"), std::string::npos);
+  EXPECT_NE(linesWith("{\\header", rtf).find("\\tab \\tab {\\ltrch\\rtlch\\f1\\fs18 \\u1513?"), std::string::npos);
   EXPECT_EQ(rtfOf([](Document&) {}).find("rtl"), std::string::npos);
 }

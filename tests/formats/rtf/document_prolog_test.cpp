@@ -40,6 +40,23 @@ TEST(RtfProlog, StatesThePaper) {
             "\\paperw16838\\paperh11906\\margl2268\\margr1134\\margt567\\margb1701\\landscape\\widowctrl\n");
 }
 
+// Word's limit is 22 inches, 558.8 millimetres.
+TEST(RtfProlog, HasNoPaperThatWordRefuses) {
+  std::vector<Warning> warnings;
+  const auto paperOf = [&warnings](std::string_view paper) {
+    warnings.clear();
+    return linesWith("\\paperw",
+                     rtfOf([](Document& document) { document.paragraph("x"); }, {{"paper", paper}}, &warnings));
+  };
+  EXPECT_EQ(paperOf("558.8x558.8"),
+            "\\paperw31680\\paperh31680\\margl1134\\margr1134\\margt1134\\margb1134\\widowctrl\n");
+  EXPECT_TRUE(warnings.empty());
+  EXPECT_EQ(paperOf("558.9x500"),
+            "\\paperw31680\\paperh28346\\margl1134\\margr1134\\margt1134\\margb1134\\landscape\\widowctrl\n");
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].message, "paper longer than 22 inches, Word's limit, is cut to that");
+}
+
 TEST(RtfProlog, StatesTheLanguage) {
   EXPECT_TRUE(has(prologOf({{"language", "de"}}), "\\deflang1031\n"));
   EXPECT_TRUE(has(prologOf({{"language", "pt-BR"}}), "\\deflang1046\n"));
@@ -73,6 +90,21 @@ TEST(RtfProlog, HasHeadersWithFieldsAndTabStops) {
   EXPECT_EQ(linesWith("{\\footer", rtf),
             "{\\footer\\pard\\plain\\s13\\widctlpar\\fs18\\tqc\\tx4819\\tqr\\tx9638 \\tab \\tab "
             "{\\field{\\*\\fldinst PAGE}{\\fldrslt 1}}/{\\field{\\*\\fldinst NUMPAGES}{\\fldrslt 1}}\\par}\n");
+}
+
+TEST(RtfProlog, HasAHeaderFromRightToLeftInSuchALanguage) {
+  const TemporaryFolder folder;
+  writeBytes(folder / L"logo", greyPng(4, 2));
+  const std::string rtf = prologOf({{"language", "he"},
+                                    {"header", "\xD7\x90|b|c"},
+                                    {"header-image", narrowPath(folder / L"logo")},
+                                    {"footer", "d"}});
+  const std::string looks = "\\widctlpar\\fs18\\rtlpar\\qr\\tqc\\tx4819\\tqr\\tx9638\\rtlch\\af1\\afs18\\ltrch ";
+  const std::string left = "{\\rtlch\\af1\\afs18\\ltrch ";
+  EXPECT_EQ(linesWith("{\\header", rtf),
+            "{\\header\\pard\\plain\\s12" + looks + left + "c}\\tab " + left + "b}\\tab " +
+                "{\\ltrch\\rtlch\\f1\\fs18 \\u1488?} {\\pict\\pngblip\\picw4\\pich2\\picwgoal60\\pichgoal30\n");
+  EXPECT_EQ(linesWith("{\\footer", rtf), "{\\footer\\pard\\plain\\s13" + looks + "\\tab \\tab " + left + "d}\\par}\n");
 }
 
 TEST(RtfProlog, HasAPictureBeforeTheLeftPartOfTheHeader) {

@@ -176,6 +176,24 @@ TEST(RtfTable, MakesPicturesFitTheirCells) {
   EXPECT_NE(rtf.find("\\picwgoal7068\\pichgoal3534\n"), std::string::npos);
 }
 
+// 300 pixels of a 96th of an inch are 225 points; the padding of a cell is 160 twips.
+TEST(RtfTable, IsWideEnoughForItsPictures) {
+  std::string reason;
+  const auto picture = Picture::read(greyPng(300, 200), reason);
+  const std::string rtf = tableOf([&](Document& document) {
+    document.beginTable({}, {});
+    document.beginRow(false);
+    document.cell("x");
+    document.beginCell({});
+    document.image(picture, "a long text for readers who do not see it", 0, reason);
+    document.end();
+    document.end();
+    document.end();
+  });
+  EXPECT_NE(rtf.find("\\picwgoal4500\\pichgoal3000\n"), std::string::npos) << rtf;
+  EXPECT_NE(rtf.find("ROW\\cellx312\\cellx5438 "), std::string::npos) << rtf;
+}
+
 TEST(RtfTable, HoldsAPlaceBeforeItForItsFirstCell) {
   const std::string rtf = tableOf([](Document& document) {
     document.anchor("here");
@@ -296,6 +314,23 @@ TEST(RtfTable, TakesTheHeadingsBeforeItToTurnedPages) {
   EXPECT_EQ(rtf.find("\\pagebb"), std::string::npos);
   EXPECT_LT(rtf.rfind("\\sectd"), rtf.find("Last\\par"));
   EXPECT_EQ(countOf(rtf, "\\sectd"), 2u);
+}
+
+TEST(RtfTable, TakesOnlyTheLastOfManyHeadingsToTurnedPages) {
+  const std::string rtf = rtfBodyOf([](Document& document) {
+    for (int i = 1; i <= 2000; ++i) {
+      document.heading(1, "Heading " + std::to_string(i));
+      document.anchor("place" + std::to_string(i));
+    }
+    document.beginTable({}, {});
+    putRow(document, cellsOf("Column", 20), true);
+    document.end();
+  });
+  const std::size_t turned = rtf.find("\\lndscpsxn\n");
+  EXPECT_LT(rtf.find("Heading 1800\\par"), turned);
+  EXPECT_LT(turned, rtf.find("Heading 2000\\par"));
+  EXPECT_NE(rtf.find("{\\*\\bkmkend place2000}"), std::string::npos);
+  EXPECT_EQ(countOf(rtf, "\\sectd"), 1u) << "beyond the first";
 }
 
 TEST(RtfTable, BeginsItsSectionOnATurnedPage) {

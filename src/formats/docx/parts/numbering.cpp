@@ -3,16 +3,20 @@
 #include "document/word/word_containers.h"
 #include "formats/docx/xml.h"
 
+#include <algorithm>
 #include <string>
 #include <string_view>
 
 namespace scrivalen::document::docx {
 namespace {
 
-// The kinds of lists, which the lists of a document refer to.
+// The kinds of lists, which the lists of a document refer to. Lists of one kind have one counter for each level, so
+// numbered lists that are deeper than levels go have a kind of their own for each further depth.
 constexpr int kBullets = 0;
 constexpr int kTasks = 1;
 constexpr int kNumbers = 2;
+
+int numberedKind(int depth) { return kNumbers + std::max(depth - (kListLevels - 1), 0); }
 
 constexpr std::string_view kBulletCharacters[] = {"\xE2\x80\xA2", "\xE2\x97\xA6", "\xE2\x96\xAA"};
 
@@ -34,7 +38,7 @@ void endLevel(OutputBuffer& out, int level, std::string_view text) {
 // The box of a task is text, which a person can tick. The marker of the item itself cannot be seen; without one,
 // converters take the item for a part of the one before it.
 void writeLevel(OutputBuffer& out, int kind, int level) {
-  beginLevel(out, level, kind == kNumbers ? "decimal" : "bullet");
+  beginLevel(out, level, kind >= kNumbers ? "decimal" : "bullet");
   if (kind == kTasks) {
     put(out, "<w:suff w:val=\"nothing\"/>");
     endLevel(out, level, kZeroWidthSpace);
@@ -60,11 +64,12 @@ void beginList(OutputBuffer& out, std::int64_t list, int kind) {
 
 }  // namespace
 
-int Numbering::addList(int level, std::int64_t first) {
-  if (lists_.size() == kMostLists) {
+int Numbering::addList(int depth, std::int64_t first) {
+  if (lists_.size() == kMostLists || first > kLargestFirst) {
     return 0;
   }
-  lists_.push_back({level, first});
+  deepest_ = std::max(deepest_, depth);
+  lists_.push_back({depth, first});
   return kTaskList + static_cast<int>(lists_.size());
 }
 
@@ -73,7 +78,7 @@ void Numbering::write(OutputBuffer& out) const {
   put(out, "<w:numbering");
   put(out, kNamespaces);
   put(out, "\n");
-  for (const int kind : {kBullets, kTasks, kNumbers}) {
+  for (int kind = kBullets; kind <= numberedKind(deepest_); ++kind) {
     writeKind(out, kind);
   }
   beginList(out, kBulletList, kBullets);
@@ -82,8 +87,8 @@ void Numbering::write(OutputBuffer& out) const {
   put(out, "</w:num>\n");
   int number = kTaskList;
   for (const List& list : lists_) {
-    beginList(out, ++number, kNumbers);
-    put(out, "<w:lvlOverride w:ilvl=\"", list.level, "\">");
+    beginList(out, ++number, numberedKind(list.depth));
+    put(out, "<w:lvlOverride w:ilvl=\"", levelOf(list.depth), "\">");
     put(out, "<w:startOverride w:val=\"", list.first, "\"/></w:lvlOverride></w:num>\n");
   }
   put(out, "</w:numbering>\n");

@@ -173,9 +173,11 @@ void writeSettings(ZipWriter& archive, const FormatSettings& settings) {
   put(out,
       "<w:defaultTabStop w:val=\"720\"/><w:characterSpacingControl w:val=\"doNotCompress\"/><w:compat>"
       "<w:compatSetting w:name=\"compatibilityMode\" w:uri=\"http://schemas.microsoft.com/office/word\" w:val=\"15\"/>"
-      "</w:compat><w:themeFontLang w:val=\"");
-  putValue(out, languageValue(settings.text("language")));
-  put(out, "\"/></w:settings>\n");
+      "</w:compat>");
+  if (const std::string_view language = languageValue(settings.text("language")); !language.empty()) {
+    put(out, joined({"<w:themeFontLang w:val=\"", language, "\"/>"}));
+  }
+  put(out, "</w:settings>\n");
   archive.endEntry();
 }
 

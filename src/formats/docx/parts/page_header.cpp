@@ -1,5 +1,6 @@
 #include "formats/docx/parts/page_header.h"
 
+#include "document/language.h"
 #include "document/settings/running_text.h"
 #include "formats/docx/parts/relations.h"
 #include "formats/docx/parts/styles.h"
@@ -12,9 +13,6 @@
 
 namespace scrivalen::document::docx {
 namespace {
-
-// A part that the latest sections have is used again.
-constexpr std::size_t kCompared = 4;
 
 bool namesSection(std::string_view setting) {
   const RunningText parts = runningTextOf(setting);
@@ -30,11 +28,11 @@ void writeField(OutputBuffer& out, std::string_view instruction) {
   put(out, "\"><w:r><w:t>1</w:t></w:r></w:fldSimple>");
 }
 
-void writePiece(OutputBuffer& out, const RunningPiece& piece, const FormatSettings& settings,
-                std::string_view section) {
+void writePiece(OutputBuffer& out, const RunningPiece& piece, const FormatSettings& settings, std::string_view section,
+                bool isRightToLeft) {
   const auto write = [&](std::string_view text) {
     if (!text.empty()) {
-      RunWriter().write(out, text, false);
+      RunWriter().write(out, text, isRightToLeft);
     }
   };
   switch (piece.field) {
@@ -56,11 +54,13 @@ std::size_t numberOf(const HeaderImage& image, WaitingPictures& pictures) {
 PageHeader::PageHeader(const FormatSettings& settings, const PageTwips& paper, WaitingPictures& pictures,
                        OutputWarnings& warnings)
     : settings_(settings),
+      isRightToLeft_(isRightToLeft(settings.text("language"))),
       image_(headerImageOf(settings, warnings)),
       picture_(numberOf(image_, pictures)),
       paperTextWidth_(paper.textWidth()),
       imageHeight_(static_cast<int>(paper.top * kHeaderImageShare)),
-      fromTop_(image_.picture ? (paper.top - imageHeight_) / 2 : paper.top / 2) {}
+      fromTop_(image_.picture ? (paper.top - imageHeight_) / 2 : paper.top / 2),
+      warnings_(warnings) {}
 
 std::string PageHeader::references(std::string_view section, int textWidth) {
   const std::string_view header = settings_.text("header");
@@ -76,22 +76,31 @@ std::string PageHeader::references(std::string_view section, int textWidth) {
 }
 
 std::string PageHeader::reference(Part part) {
-  const auto compared = static_cast<std::ptrdiff_t>(std::min(kCompared, parts_.size()));
-  const auto known = std::find(parts_.end() - compared, parts_.end(), part);
-  const std::string id = headerRelation(static_cast<std::size_t>(known - parts_.begin()));
-  const std::string_view element = part.isFooter ? "<w:footerReference" : "<w:headerReference";
-  if (known == parts_.end()) {
-    parts_.push_back(std::move(part));
+  if (!numbers_.contains(part) && !hasRoomFor(part)) {
+    warnings_.add(WarningCode::SomethingLeftOut, "the name of a section in its header or footer, as too many differ");
+    part.section.clear();
   }
+  const auto [known, isNew] = numbers_.try_emplace(std::move(part), parts_.size());
+  if (isNew) {
+    parts_.push_back(&known->first);
+    nameBytes_ += known->first.section.size();
+  }
+  const std::string id = headerRelation(known->second);
+  const std::string_view element = known->first.isFooter ? "<w:footerReference" : "<w:headerReference";
   return joined({element, " w:type=\"default\" r:id=\"", id, "\"/>"});
+}
+
+// A part that names no section always has room: there are few of them.
+bool PageHeader::hasRoomFor(const Part& part) const {
+  return part.section.empty() || (parts_.size() < kMostParts && nameBytes_ + part.section.size() <= kMostNameBytes);
 }
 
 void PageHeader::write(ZipWriter& archive) const {
   for (std::size_t i = 0; i < parts_.size(); ++i) {
     archive.beginEntry(joined({"word/", headerPart(i)}));
-    writePart(archive.content(), parts_[i]);
+    writePart(archive.content(), *parts_[i]);
     archive.endEntry();
-    if (image_.picture && !parts_[i].isFooter) {
+    if (image_.picture && !parts_[i]->isFooter) {
       std::string relations(kXmlStart);
       relations.append(kRelationsStart)
           .append(relation(pictureRelation(picture_), "image", picturePart(picture_, image_.picture->format())))
@@ -113,26 +122,39 @@ void PageHeader::writePart(OutputBuffer& out, const Part& part) const {
     put(out, "<w:tab w:val=\"center\" w:pos=\"", part.textWidth / 2, "\"/>");
     put(out, "<w:tab w:val=\"right\" w:pos=\"", part.textWidth, "\"/></w:tabs>");
   }
-  put(out, "</w:pPr>");
-  const std::string_view setting = settings_.text(part.isFooter ? "footer" : "header");
-  if (image_.picture && !part.isFooter) {
-    writeImage(out, part);
-  }
-  const RunningText pieces = runningTextOf(setting);
-  for (std::size_t i = 0; i < pieces.size() && !setting.empty(); ++i) {
+  put(out, isRightToLeft_ ? "<w:bidi/></w:pPr>" : "</w:pPr>");
+  writeLine(out, part, settings_.text(part.isFooter ? "footer" : "header"));
+  put(out, part.isFooter ? "</w:p></w:ftr>\n" : "</w:p></w:hdr>\n");
+}
+
+// What is on the left comes last in a line from right to left. The picture is on the left of it.
+void PageHeader::writeLine(OutputBuffer& out, const Part& part, std::string_view setting) const {
+  const RunningText places = runningTextOf(setting);
+  const std::size_t count = setting.empty() && !isRightToLeft_ ? 1 : places.size();
+  const bool hasImage = image_.picture && !part.isFooter;
+  for (std::size_t i = 0; i < count; ++i) {
     put(out, i > 0 ? "<w:r><w:tab/></w:r>" : "");
-    for (const RunningPiece& piece : pieces[i]) {
-      writePiece(out, piece, settings_, part.section);
+    const std::size_t place = isRightToLeft_ ? places.size() - 1 - i : i;
+    if (hasImage && !isRightToLeft_ && place == 0) {
+      writeImage(out, part);
+    }
+    for (const RunningPiece& piece : places[place]) {
+      writePiece(out, piece, settings_, part.section, isRightToLeft_);
+    }
+    if (hasImage && isRightToLeft_ && place == 0) {
+      writeImage(out, part);
     }
   }
-  put(out, part.isFooter ? "</w:p></w:ftr>\n" : "</w:p></w:hdr>\n");
 }
 
 void PageHeader::writeImage(OutputBuffer& out, const Part& part) const {
   const std::string id = pictureRelation(picture_);
+  const std::string_view blank = settings_.text("header").empty() ? "" : "<w:t xml:space=\"preserve\"> </w:t>";
   put(out, "<w:r>");
+  put(out, isRightToLeft_ ? blank : "");
   writeDrawing(out, *image_.picture, {id, 1, {}, image_.widthPt}, {part.textWidth / 2, imageHeight_});
-  put(out, settings_.text("header").empty() ? "</w:r>" : "<w:t xml:space=\"preserve\"> </w:t></w:r>");
+  put(out, isRightToLeft_ ? "" : blank);
+  put(out, "</w:r>");
 }
 
 }  // namespace scrivalen::document::docx

@@ -7,7 +7,7 @@ namespace scrivalen::document::docx {
 std::string pictureRelation(std::size_t picture) { return joined({"rIdPicture", std::to_string(picture + 1)}); }
 
 std::string picturePart(std::size_t picture, Picture::Format format) {
-  return joined({"media/image", std::to_string(picture + 1), format == Picture::Format::Png ? ".png" : ".jpeg"});
+  return joined({"media/image", std::to_string(picture + 1), Picture::extensionOf(format)});
 }
 
 std::string headerRelation(std::size_t header) { return joined({"rIdHeader", std::to_string(header + 1)}); }

@@ -3,19 +3,31 @@
 #include "formats/docx/text/run_style.h"
 #include "formats/docx/xml.h"
 #include "text/ascii.h"
+#include "text/utf.h"
+
+#include <cstddef>
 
 namespace scrivalen::document::docx {
 namespace {
 
+enum class Visibility {
+  Listed,  // among the styles that a person chooses from
+  IfUsed,  // the same once a paragraph has it
+  Hidden
+};
+
 struct StyleDefinition {
   std::string_view id;
   std::string_view name;
-  std::string_view paragraph;  // its properties
-  int halfPoints = 0;          // 0: the document's
+  std::string_view paragraph = {};  // its properties
+  std::string_view basedOn = "Normal";
+  std::string_view next = {};  // of the paragraph after it; empty: the same
+  int priority = 0;            // Word's place of it in lists of styles; 0: none
+  Visibility visibility = Visibility::Listed;
+  Style style = Style::Normal;  // of one that is listed if it is used
+  bool isOwn = false;           // unknown to Word
+  int halfPoints = 0;           // 0: those of the style below
   bool bold = false;
-  bool italic = false;
-  bool isListed = true;  // among the styles that a person chooses from
-  bool isOwn = false;    // unknown to Word
 };
 
 constexpr std::string_view kHeadingStart = "<w:keepNext/><w:keepLines/>";
@@ -29,11 +41,76 @@ struct HeadingDefinition {
 constexpr HeadingDefinition kHeadings[] = {{360, 120, 36}, {300, 100, 30}, {240, 80, 26},
                                            {200, 80, 23},  {200, 60, 22},  {200, 60, 22}};
 
-constexpr StyleDefinition kTitle{"Title", "Title", "<w:keepNext/><w:keepLines/><w:spacing w:after=\"280\"/>", 48, true};
-constexpr StyleDefinition kQuote{
-    "Quote", "Quote",
-    "<w:pBdr><w:left w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"B8C0C8\"/></w:pBdr><w:ind w:left=\"360\"/>"};
-constexpr StyleDefinition kList{"ListParagraph", "List Paragraph", ""};
+constexpr StyleDefinition kTitle{.id = "Title",
+                                 .name = "Title",
+                                 .paragraph = "<w:keepNext/><w:keepLines/><w:spacing w:after=\"280\"/>",
+                                 .next = "Normal",
+                                 .priority = 10,
+                                 .halfPoints = 48,
+                                 .bold = true};
+
+constexpr std::string_view kQuoteLook =
+    "<w:pBdr><w:left w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"B8C0C8\"/></w:pBdr><w:ind w:left=\"360\"/>";
+
+constexpr StyleDefinition kQuotes[] = {
+    {.id = "Quote", .name = "Quote", .paragraph = kQuoteLook, .priority = 29},
+    {.id = "QuoteRightToLeft",
+     .name = "Quote Right to Left",
+     .paragraph = "<w:pBdr><w:left w:val=\"nil\"/>"
+                  "<w:right w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"B8C0C8\"/></w:pBdr>",
+     .basedOn = "Quote",
+     .priority = 29,
+     .visibility = Visibility::IfUsed,
+     .style = Style::QuoteRightToLeft,
+     .isOwn = true},
+    {.id = "ListQuote",
+     .name = "List Quote",
+     .paragraph = "<w:ind w:left=\"800\"/>",
+     .basedOn = "Quote",
+     .priority = 29,
+     .visibility = Visibility::IfUsed,
+     .style = Style::ListQuote,
+     .isOwn = true},
+};
+
+// Converters know the items of a list without space between them, and further paragraphs of an item, by the names of
+// the hidden styles.
+constexpr StyleDefinition kLists[] = {
+    {.id = "ListParagraph", .name = "List Paragraph", .priority = 34},
+    {.id = "Compact", .name = "Compact", .basedOn = "ListParagraph", .visibility = Visibility::Hidden, .isOwn = true},
+    {.id = "ListCompact",
+     .name = "List Compact",
+     .paragraph = "<w:contextualSpacing/>",
+     .basedOn = "Compact",
+     .priority = 34,
+     .isOwn = true},
+    {.id = "ListContinue",
+     .name = "List Continue",
+     .paragraph = "<w:ind w:left=\"440\"/>",
+     .basedOn = "ListParagraph",
+     .priority = 34},
+    {.id = "ListItemText",
+     .name = "list-paragraph",
+     .basedOn = "ListContinue",
+     .visibility = Visibility::Hidden,
+     .isOwn = true},
+    {.id = "QuoteList",
+     .name = "Quote List",
+     .paragraph = "<w:pBdr><w:left w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"B8C0C8\"/></w:pBdr>",
+     .basedOn = "ListParagraph",
+     .priority = 34,
+     .visibility = Visibility::IfUsed,
+     .style = Style::QuoteList,
+     .isOwn = true},
+    {.id = "ListCode",
+     .name = "List Code",
+     .paragraph = "<w:ind w:left=\"440\"/>",
+     .basedOn = "Code",
+     .priority = 35,
+     .visibility = Visibility::IfUsed,
+     .style = Style::ListCode,
+     .isOwn = true},
+};
 
 // A border of the code's own colour leaves space around it.
 constexpr std::string_view kCodeBox =
@@ -45,21 +122,25 @@ constexpr std::string_view kCodeBox =
     "<w:spacing w:after=\"160\" w:line=\"240\" w:lineRule=\"auto\"/><w:ind w:left=\"80\" w:right=\"80\"/>";
 
 constexpr StyleDefinition kRule{
-    "HorizontalLine",
-    "Horizontal Line",
-    "<w:pBdr><w:bottom w:val=\"single\" w:sz=\"4\" w:space=\"1\" w:color=\"B8C0C8\"/></w:pBdr>",
-    8,
-    false,
-    false,
-    true,
-    true};
-constexpr StyleDefinition kTableSpace{
-    "TableSpace", "Table Space", "<w:spacing w:after=\"0\" w:line=\"160\" w:lineRule=\"exact\"/>", 12, false, false,
-    false,        true};
+    .id = "HorizontalLine",
+    .name = "Horizontal Line",
+    .paragraph = "<w:pBdr><w:bottom w:val=\"single\" w:sz=\"4\" w:space=\"1\" w:color=\"B8C0C8\"/></w:pBdr>",
+    .next = "Normal",
+    .isOwn = true,
+    .halfPoints = 8};
+constexpr StyleDefinition kTableSpace{.id = "TableSpace",
+                                      .name = "Table Space",
+                                      .paragraph = "<w:spacing w:after=\"0\" w:line=\"160\" w:lineRule=\"exact\"/>",
+                                      .visibility = Visibility::Hidden,
+                                      .isOwn = true,
+                                      .halfPoints = 12};
 // It takes hardly any space.
-constexpr StyleDefinition kSectionEnd{
-    "SectionEnd", "Section End", "<w:spacing w:after=\"0\" w:line=\"20\" w:lineRule=\"exact\"/>", 2, false, false,
-    false,        true};
+constexpr StyleDefinition kSectionEnd{.id = "SectionEnd",
+                                      .name = "Section End",
+                                      .paragraph = "<w:spacing w:after=\"0\" w:line=\"20\" w:lineRule=\"exact\"/>",
+                                      .visibility = Visibility::Hidden,
+                                      .isOwn = true,
+                                      .halfPoints = 2};
 
 constexpr std::string_view kParagraph = "paragraph";
 constexpr std::string_view kOwnParagraph = "paragraph\" w:customStyle=\"1";  // unknown to Word
@@ -79,16 +160,32 @@ void writeRunProperties(OutputBuffer& out, int halfPoints, bool bold, bool itali
   put(out, runProperties({.bold = bold, .italic = italic, .halfPoints = halfPoints}, false));
 }
 
-void writeStyle(OutputBuffer& out, const StyleDefinition& style) {
-  beginStyle(out, style.isOwn ? kOwnParagraph : kParagraph, style.id, style.name);
-  put(out, "<w:basedOn w:val=\"Normal\"/>");
-  put(out, style.isListed ? "<w:qFormat/>" : "<w:semiHidden/>");
-  if (!style.paragraph.empty()) {
-    put(out, "<w:pPr>");
-    put(out, style.paragraph);
-    put(out, "</w:pPr>");
+std::string_view visibilityElements(const StyleDefinition& style, const StyleSet& used) {
+  switch (style.visibility) {
+    case Visibility::Listed: return "<w:qFormat/>";
+    case Visibility::IfUsed:
+      return used.test(static_cast<std::size_t>(style.style)) ? "<w:unhideWhenUsed/><w:qFormat/>"
+                                                              : "<w:semiHidden/><w:unhideWhenUsed/><w:qFormat/>";
+    case Visibility::Hidden: return "<w:semiHidden/>";
   }
-  writeRunProperties(out, style.halfPoints, style.bold, style.italic);
+  return "";
+}
+
+// In the order of the schema (ECMA-376, 17.7.4.17).
+void writeStyle(OutputBuffer& out, const StyleDefinition& style, const StyleSet& used) {
+  beginStyle(out, style.isOwn ? kOwnParagraph : kParagraph, style.id, style.name);
+  put(out, joined({"<w:basedOn w:val=\"", style.basedOn, "\"/>"}));
+  if (!style.next.empty()) {
+    put(out, joined({"<w:next w:val=\"", style.next, "\"/>"}));
+  }
+  if (style.priority > 0) {
+    put(out, "<w:uiPriority w:val=\"", style.priority, "\"/>");
+  }
+  put(out, visibilityElements(style, used));
+  if (!style.paragraph.empty()) {
+    put(out, joined({"<w:pPr>", style.paragraph, "</w:pPr>"}));
+  }
+  writeRunProperties(out, style.halfPoints, style.bold, false);
   put(out, "</w:style>\n");
 }
 
@@ -103,6 +200,25 @@ void writeHeading(OutputBuffer& out, int level) {
   put(out, "<w:outlineLvl w:val=\"", level - 1, "\"/></w:pPr>");
   writeRunProperties(out, heading.halfPoints, true, level == 6);
   put(out, "</w:style>\n");
+}
+
+// A heading in a quote.
+void writeQuoteHeading(OutputBuffer& out, int level, const StyleSet& used) {
+  const std::string number = std::to_string(level);
+  const std::string id = joined({"QuoteHeading", number});
+  const std::string name = joined({"Quote Heading ", number});
+  const std::string heading = joined({"Heading", number});
+  writeStyle(out,
+             {.id = id,
+              .name = name,
+              .paragraph = kQuoteLook,
+              .basedOn = heading,
+              .next = "Quote",
+              .priority = 29,
+              .visibility = Visibility::IfUsed,
+              .style = styleOfLevel(Style::QuoteHeading1, level),
+              .isOwn = true},
+             used);
 }
 
 void writeContentsStyle(OutputBuffer& out, int level, int textWidth) {
@@ -143,6 +259,16 @@ void writeCodeStyles(OutputBuffer& out) {
   put(out, "<w:basedOn w:val=\"VerbatimChar\"/><w:qFormat/><w:rPr>");
   put(out, fontsElement(kMonoFont));
   put(out, "<w:noProof/></w:rPr></w:style>\n");
+}
+
+void writeFonts(OutputBuffer& out, std::string_view font) {
+  put(out, "<w:rFonts w:ascii=\"");
+  putValue(out, font);
+  put(out, "\" w:hAnsi=\"");
+  putValue(out, font);
+  put(out, "\" w:cs=\"");
+  putValue(out, font);
+  put(out, "\"/>");
 }
 
 void writeLinkStyle(OutputBuffer& out) {
@@ -210,17 +336,26 @@ struct KnownFont {
 constexpr KnownFont kKnownFonts[] = {{"serif", "Times New Roman"}, {"", "Arial"},       {"sans", "Arial"},
                                      {"sans-serif", "Arial"},      {"mono", kMonoFont}, {"monospace", kMonoFont}};
 
-}  // namespace
-
-std::string_view fontName(std::string_view setting) {
+// The name of the font that a setting stands for. Word takes none that is longer than those of Windows.
+std::string_view fontName(std::string_view setting, OutputWarnings& warnings) {
+  constexpr std::size_t kLongest = 31;  // UTF-16 code units
   const std::string name = asciiLowered(setting);
   for (const KnownFont& known : kKnownFonts) {
     if (known.setting == name) {
       return known.name;
     }
   }
-  return setting;
+  const std::string_view kept = cutToUnits(setting, kLongest);
+  if (kept.size() < setting.size()) {
+    warnings.add(WarningCode::TextCut, "the name of a font cut at 31 characters");
+  }
+  return kept;
 }
+
+}  // namespace
+
+StyleSheet::StyleSheet(const FormatSettings& settings, int textWidth, OutputWarnings& warnings)
+    : settings_(settings), textWidth_(textWidth), font_(fontName(settings.text("font"), warnings)) {}
 
 std::string_view styleReference(Style style) {
   constexpr std::string_view kReferences[] = {"",
@@ -232,8 +367,20 @@ std::string_view styleReference(Style style) {
                                               "<w:pStyle w:val=\"Heading6\"/>",
                                               "<w:pStyle w:val=\"Title\"/>",
                                               "<w:pStyle w:val=\"Quote\"/>",
+                                              "<w:pStyle w:val=\"QuoteRightToLeft\"/>",
+                                              "<w:pStyle w:val=\"QuoteList\"/>",
+                                              "<w:pStyle w:val=\"QuoteHeading1\"/>",
+                                              "<w:pStyle w:val=\"QuoteHeading2\"/>",
+                                              "<w:pStyle w:val=\"QuoteHeading3\"/>",
+                                              "<w:pStyle w:val=\"QuoteHeading4\"/>",
+                                              "<w:pStyle w:val=\"QuoteHeading5\"/>",
+                                              "<w:pStyle w:val=\"QuoteHeading6\"/>",
                                               "<w:pStyle w:val=\"Code\"/>",
                                               "<w:pStyle w:val=\"ListParagraph\"/>",
+                                              "<w:pStyle w:val=\"ListCompact\"/>",
+                                              "<w:pStyle w:val=\"ListItemText\"/>",
+                                              "<w:pStyle w:val=\"ListQuote\"/>",
+                                              "<w:pStyle w:val=\"ListCode\"/>",
                                               "<w:pStyle w:val=\"TOC1\"/>",
                                               "<w:pStyle w:val=\"TOC2\"/>",
                                               "<w:pStyle w:val=\"TOC3\"/>",
@@ -253,21 +400,25 @@ std::string StyleSheet::tableReference(int halfPoints, bool isHeading) {
   return joined({"<w:pStyle w:val=\"", tableStyleId(halfPoints, isHeading), "\"/>"});
 }
 
+// In a table LibreOffice puts a font that is only the document's over those of character styles, so Normal has it, too.
+std::string_view StyleSheet::reference(Style style) {
+  used_.set(static_cast<std::size_t>(style));
+  return styleReference(style);
+}
+
 void StyleSheet::writeDefaults(OutputBuffer& out) const {
   OutputBuffer& o = out;
-  put(o, "<w:docDefaults><w:rPrDefault><w:rPr><w:rFonts w:ascii=\"");
-  const std::string_view font = fontName(settings_.text("font"));
-  putValue(o, font);
-  put(o, "\" w:hAnsi=\"");
-  putValue(o, font);
-  put(o, "\" w:cs=\"");
-  putValue(o, font);
-  put(o, "\"/><w:sz w:val=\"22\"/><w:szCs w:val=\"22\"/>");
+  put(o, "<w:docDefaults><w:rPrDefault><w:rPr>");
+  writeFonts(o, font_);
+  put(o, "<w:sz w:val=\"22\"/><w:szCs w:val=\"22\"/>");
   put(o, languageElement(settings_.text("language")));
   put(o,
       "</w:rPr></w:rPrDefault><w:pPrDefault/></w:docDefaults>\n"
       "<w:style w:type=\"paragraph\" w:default=\"1\" w:styleId=\"Normal\"><w:name w:val=\"Normal\"/><w:qFormat/>"
-      "<w:pPr><w:spacing w:after=\"120\" w:line=\"264\" w:lineRule=\"auto\"/></w:pPr></w:style>\n"
+      "<w:pPr><w:spacing w:after=\"120\" w:line=\"264\" w:lineRule=\"auto\"/></w:pPr><w:rPr>");
+  writeFonts(o, font_);
+  put(o,
+      "</w:rPr></w:style>\n"
       "<w:style w:type=\"character\" w:default=\"1\" w:styleId=\"DefaultParagraphFont\">"
       "<w:name w:val=\"Default Paragraph Font\"/><w:uiPriority w:val=\"1\"/><w:semiHidden/></w:style>\n");
 }
@@ -287,25 +438,32 @@ void StyleSheet::write(OutputBuffer& out) const {
   put(out, kNamespaces);
   put(out, "\n");
   writeDefaults(out);
-  writeStyle(out, kTitle);
+  writeStyle(out, kTitle, used_);
   for (int level = 1; level <= 6; ++level) {
     writeHeading(out, level);
   }
-  writeStyle(out, kQuote);
+  for (const StyleDefinition& quote : kQuotes) {
+    writeStyle(out, quote, used_);
+  }
+  for (int level = 1; level <= 6; ++level) {
+    writeQuoteHeading(out, level, used_);
+  }
   writeCodeStyles(out);
-  writeStyle(out, kList);
+  for (const StyleDefinition& list : kLists) {
+    writeStyle(out, list, used_);
+  }
   for (int level = 1; level <= 6; ++level) {
     writeContentsStyle(out, level, textWidth_);
   }
   writeRunningStyle(out, "Header", "header", textWidth_);
   writeRunningStyle(out, "Footer", "footer", textWidth_);
-  writeStyle(out, kRule);
+  writeStyle(out, kRule, used_);
   writeLinkStyle(out);
   put(out, kNormalTable);
   put(out, kTable);
   writeTableTexts(out);
-  writeStyle(out, kTableSpace);
-  writeStyle(out, kSectionEnd);
+  writeStyle(out, kTableSpace, used_);
+  writeStyle(out, kSectionEnd, used_);
   put(out, "</w:styles>\n");
 }
 

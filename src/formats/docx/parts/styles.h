@@ -1,9 +1,11 @@
 #pragma once
 
+#include "document/model/warnings.h"
 #include "document/settings/settings.h"
 #include "output/output_buffer.h"
 
 #include <bitset>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -20,8 +22,20 @@ enum class Style : std::uint8_t {
   Heading6,
   Title,
   Quote,
+  QuoteRightToLeft,
+  QuoteList,
+  QuoteHeading1,
+  QuoteHeading2,
+  QuoteHeading3,
+  QuoteHeading4,
+  QuoteHeading5,
+  QuoteHeading6,
   Code,
   List,
+  ListCompact,
+  ListItemText,
+  ListQuote,
+  ListCode,
   Contents1,
   Contents2,
   Contents3,
@@ -34,6 +48,11 @@ enum class Style : std::uint8_t {
   TableSpace,
   SectionEnd
 };
+
+using StyleSet = std::bitset<static_cast<std::size_t>(Style::SectionEnd) + 1>;
+
+/// @param first  the style of level 1
+constexpr Style styleOfLevel(Style first, int level) { return static_cast<Style>(static_cast<int>(first) + level - 1); }
 
 // What the library itself colours.
 inline constexpr std::string_view kLineColor = "B8C0C8";
@@ -49,8 +68,12 @@ class StyleSheet {
  public:
   /// @param settings   not owned; must outlive this object
   /// @param textWidth  in twips
-  StyleSheet(const FormatSettings& settings, int textWidth) : settings_(settings), textWidth_(textWidth) {}
+  /// @param warnings   gets one about a font whose name is cut
+  StyleSheet(const FormatSettings& settings, int textWidth, OutputWarnings& warnings);
 
+  /// The element that refers to a style; empty for Normal, which needs none. Some styles are hidden unless a paragraph
+  /// refers to them.
+  std::string_view reference(Style style);
   /// The element that refers to the style of the text of tables of a size. The style is then written, too.
   /// @param halfPoints  at most kUsualTableHalfPoints
   std::string tableReference(int halfPoints, bool isHeading);
@@ -63,10 +86,9 @@ class StyleSheet {
 
   const FormatSettings& settings_;
   const int textWidth_;
+  const std::string_view font_;
+  StyleSet used_;
   std::bitset<kUsualTableHalfPoints + 1> tableSizes_;  // that are used, in half points
 };
-
-/// The name of the font that a setting stands for.
-std::string_view fontName(std::string_view setting);
 
 }  // namespace scrivalen::document::docx

@@ -96,8 +96,9 @@ void TableWriter::writeCell(OutputBuffer& out, const Row& row, const Place& plac
   if (place.columns > 1) {
     put(out, "<w:gridSpan w:val=\"", static_cast<std::int64_t>(place.columns), "\"/>");
   }
-  // The table's style has the colour of the first row if that is a header.
-  const bool isShaded = row.header && !(isFirstRow() && hasHeader());
+  // The table's style has the colour of a first row that is a header, and of those after it that are repeated
+  // (ECMA-376, 17.18.89).
+  const bool isShaded = row.header && !((isFirstRow() || row.repeated) && hasHeader());
   if (place.background || isShaded) {
     put(out, "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"");
     put(out, place.background ? colorValue(*place.background) : std::string(kHeaderColor));

@@ -20,10 +20,9 @@ struct Extent {
 
 // As shown.
 Extent extentOf(const Picture& picture, double widthPt, Room room) {
-  const double width = picture.widthPt();
-  const double height = picture.heightPt();
-  const double scale = kEmusPerPoint * (widthPt > 0 ? widthPt / width : 1);
-  const double fitting = std::min({scale, room.width * kEmusPerTwip / width, room.height * kEmusPerTwip / height});
+  const auto [width, height] = picture.shownSize(widthPt);
+  const double fitting =
+      std::min({kEmusPerPoint, room.width * kEmusPerTwip / width, room.height * kEmusPerTwip / height});
   return {std::max(1LL, std::llround(width * fitting)), std::max(1LL, std::llround(height * fitting))};
 }
 

@@ -23,6 +23,14 @@ void writeArgument(OutputBuffer& out, std::string_view text, std::string_view qu
   }
 }
 
+// The title is in a run of its own: converters read the address up to the end of the first. It is followed by the frame
+// in which addresses open anyway, for which a reader takes the last argument, whatever that is.
+void writeTitle(OutputBuffer& out, std::string_view title) {
+  put(out, "</w:instrText></w:r><w:r><w:instrText xml:space=\"preserve\"> \\o \"");
+  writeArgument(out, title, "'");
+  put(out, "\" \\t \"_self\" ");
+}
+
 constexpr std::string_view kFieldEnd = "<w:r><w:fldChar w:fldCharType=\"end\"/></w:r>";
 constexpr std::string_view kResult = "</w:instrText></w:r><w:r><w:fldChar w:fldCharType=\"separate\"/></w:r>";
 
@@ -31,20 +39,22 @@ constexpr std::string_view kResult = "</w:instrText></w:r><w:r><w:fldChar w:fldC
 void beginAddressField(OutputBuffer& out, std::string_view address, std::string_view title) {
   put(out, "<w:r><w:fldChar w:fldCharType=\"begin\"/></w:r><w:r><w:instrText xml:space=\"preserve\"> HYPERLINK \"");
   writeArgument(out, address, "%22");
-  if (!title.empty()) {
-    put(out, "\" \\o \"");
-    writeArgument(out, title, "'");
-  }
   put(out, "\" ");
+  if (!title.empty()) {
+    writeTitle(out, title);
+  }
   put(out, kResult);
 }
 
+// Some readers make a field of it, in which a quotation mark would end the title, and the rest would be an address.
 void beginPlaceLink(OutputBuffer& out, std::string_view id, std::string_view title) {
   put(out, "<w:hyperlink w:anchor=\"");
   putValue(out, bookmarkName(id));
   if (!title.empty()) {
+    std::string tip(title);
+    std::replace(tip.begin(), tip.end(), '"', '\'');
     put(out, "\" w:tooltip=\"");
-    putValue(out, title);
+    putValue(out, tip);
   }
   put(out, "\" w:history=\"1\">");
 }

@@ -45,13 +45,15 @@ std::string colorValue(Rgb color) {
   return digits;
 }
 
-std::string_view languageValue(std::string_view tag) { return asciiLowered(tag) == "en" ? "en-US" : tag; }
+std::string_view languageValue(std::string_view tag) {
+  return !isTag(tag) ? std::string_view() : asciiLowered(tag) == "en" ? "en-US" : tag;
+}
 
 std::string languageElement(std::string_view tag) {
-  if (!isTag(tag)) {
+  const std::string_view value = languageValue(tag);
+  if (value.empty()) {
     return {};
   }
-  const std::string_view value = languageValue(tag);
   return joined({"<w:lang w:val=\"", value, "\" w:eastAsia=\"", value, "\" w:bidi=\"", value, "\"/>"});
 }
 

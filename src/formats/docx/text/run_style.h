@@ -38,10 +38,11 @@ std::string fontsElement(std::string_view font);
 /// A colour as the attributes have it: "0B5CAD".
 std::string colorValue(Rgb color);
 
-/// A language as word processors know it: one without a region has its usual one where they need it.
+/// A language as word processors know it: one without a region has its usual one where they need it. Empty for what
+/// is no tag (BCP 47), or longer than they take.
 std::string_view languageValue(std::string_view tag);
 
-/// The element of the language of a text in any script; empty for what is no tag (BCP 47).
+/// The element of the language of a text in any script; empty where the language's value is.
 std::string languageElement(std::string_view tag);
 
 }  // namespace scrivalen::document::docx

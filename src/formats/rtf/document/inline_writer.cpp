@@ -41,7 +41,8 @@ void beginLinkField(OutputBuffer& out, std::string_view address, std::string_vie
   if (!title.empty()) {
     put(out, " \\\\o \"");
     writeArgument(out, title);
-    out.put('"');
+    // The frame in which addresses open anyway; a reader takes the last argument for it, whatever that is.
+    put(out, "\" \\\\t \"_self\"");
   }
   put(out, "}}{\\fldrslt{");
 }
@@ -164,9 +165,7 @@ void InlineWriter::image(const Event& event) {
   if (event.picture == nullptr) {
     return writeText(event.text);
   }
-  if (isTurned(*event.picture)) {
-    warnings_.add(WarningCode::SomethingLeftOut, kTurnedWarning);
-  }
+  warnOfTurn(*event.picture, warnings_);
   writePicture(out(), *event.picture, event.text, event.points, room());
 }
 

@@ -15,7 +15,7 @@ namespace scrivalen::document::rtf {
 class PageHeader {
  public:
   /// @param settings, styles  not owned; must outlive this object
-  /// @param warnings          gets one when the picture cannot be used or lies on its side
+  /// @param warnings          gets one when the picture cannot be used
   PageHeader(const FormatSettings& settings, const StyleSheet& styles, const PageTwips& paper,
              OutputWarnings& warnings);
 
@@ -26,9 +26,12 @@ class PageHeader {
 
  private:
   void writePart(OutputBuffer& out, Style style, std::string_view section, std::string_view setting) const;
+  void writeLine(OutputBuffer& out, Style style, std::string_view section, std::string_view setting) const;
+  void writeImage(OutputBuffer& out, bool isAlone) const;
 
   const FormatSettings& settings_;
   const StyleSheet& styles_;
+  const bool isRightToLeft_;
   const HeaderImage image_;
   const int imageHeight_;  // the most that it may have, in twips
   const int fromTop_;

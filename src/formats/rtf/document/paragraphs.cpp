@@ -63,6 +63,7 @@ void Paragraphs::writeBegin(const ParagraphStart& start, bool isRightToLeft) {
     put(out, ruleWords());
   } else if (start.kind == BlockKind::Contents) {
     put(out, contentsWords(start.level, isRightToLeft));
+    put(out, start.isLast ? "\\sa200" : "");
   }
   const RunStyle run = parts_.styles.run(style);
   if (isRightToLeft) {

@@ -1,10 +1,12 @@
 #include "formats/rtf/document/picture.h"
 
+#include "document/pictures/drawing_turn.h"
 #include "formats/rtf/document/escape.h"
 #include "text/ascii.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace scrivalen::document::rtf {
 namespace {
@@ -25,44 +27,59 @@ void writeHex(OutputBuffer& out, std::string_view bytes) {
   }
 }
 
-// \picprop is how Word keeps a picture's description.
-void writeDescription(OutputBuffer& out, std::string_view alternative) {
-  if (!alternative.empty()) {
-    put(out, "{\\*\\picprop{\\sp{\\sn wzDescription}{\\sv ");
-    writeText(out, alternative);
-    put(out, "}}}");
-  }
+// How a shape is mirrored and then turned; a degree is 65,536.
+std::string_view turnOf(int orientation) {
+  constexpr std::string_view kTurns[] = {"",
+                                         "{\\sp{\\sn fFlipH}{\\sv 1}}",
+                                         "{\\sp{\\sn rotation}{\\sv 11796480}}",
+                                         "{\\sp{\\sn fFlipV}{\\sv 1}}",
+                                         "{\\sp{\\sn rotation}{\\sv 5898240}}{\\sp{\\sn fFlipV}{\\sv 1}}",
+                                         "{\\sp{\\sn rotation}{\\sv 5898240}}",
+                                         "{\\sp{\\sn rotation}{\\sv 17694720}}{\\sp{\\sn fFlipV}{\\sv 1}}",
+                                         "{\\sp{\\sn rotation}{\\sv 17694720}}"};
+  return kTurns[std::clamp(orientation, 1, 8) - 1];
 }
 
-constexpr int kFirstOnItsSide = 5;  // of the orientations; the ones before are only mirrored or upside down
-
-// The size as the picture is stored: readers of RTF do not turn it.
-struct Size {
-  double widthPt;
-  double heightPt;
-};
-
-Size sizeOf(const Picture& picture, double widthPt) {
-  const double scale = widthPt > 0 ? widthPt / picture.widthPt() : 1;
-  const Size size{picture.widthPt() * scale, picture.heightPt() * scale};
-  return picture.orientation() >= kFirstOnItsSide ? Size{size.heightPt, size.widthPt} : size;
+// \picprop is how Word keeps the properties that a picture in the text shares with shapes. Readers that do not know it
+// show the picture as it is stored.
+void writeProperties(OutputBuffer& out, int orientation, std::string_view alternative) {
+  const std::string_view turn = turnOf(orientation);
+  if (turn.empty() && alternative.empty()) {
+    return;
+  }
+  put(out, "{\\*\\picprop");
+  put(out, turn);
+  if (!alternative.empty()) {
+    put(out, "{\\sp{\\sn wzDescription}{\\sv ");
+    writeText(out, alternative);
+    put(out, "}}");
+  }
+  out.put('}');
 }
 
 }  // namespace
 
-bool isTurned(const Picture& picture) { return picture.orientation() != 1; }
+void warnOfTurn(const Picture& picture, OutputWarnings& warnings) {
+  const int orientation = picture.orientation();
+  if (orientation == 4 || orientation == 5 || orientation == 7) {
+    warnings.add(WarningCode::SomethingLeftOut, "the turn of pictures that are mirrored, in some programs");
+  }
+}
 
 void writePicture(OutputBuffer& out, const Picture& picture, std::string_view alternative, double widthPt, Room room) {
   constexpr double kTwips = 20;  // of a point
-  const Size size = sizeOf(picture, widthPt);
-  const double scale = std::min({kTwips, room.width / size.widthPt, room.height / size.heightPt});
+  auto [width, height] = picture.shownSize(widthPt);
+  const double scale = std::min({kTwips, room.width / width, room.height / height});
+  if (isOnItsSide(picture.orientation())) {
+    std::swap(width, height);
+  }
   put(out, "{\\pict");
-  writeDescription(out, alternative);
+  writeProperties(out, picture.orientation(), alternative);
   put(out, picture.format() == Picture::Format::Png ? "\\pngblip" : "\\jpegblip");
   put(out, "\\picw", picture.width());
   put(out, "\\pich", picture.height());
-  put(out, "\\picwgoal", std::max(1L, std::lround(size.widthPt * scale)));
-  put(out, "\\pichgoal", std::max(1L, std::lround(size.heightPt * scale)));
+  put(out, "\\picwgoal", std::max(1L, std::lround(width * scale)));
+  put(out, "\\pichgoal", std::max(1L, std::lround(height * scale)));
   out.put('\n');
   writeHex(out, picture.bytes());
   out.put('}');

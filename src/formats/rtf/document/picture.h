@@ -1,5 +1,6 @@
 #pragma once
 
+#include "document/model/warnings.h"
 #include "document/pictures/picture.h"
 #include "document/word/word_inlines.h"
 #include "output/output_buffer.h"
@@ -8,12 +9,10 @@
 
 namespace scrivalen::document::rtf {
 
-/// Whether a picture is stored turned or mirrored. Readers of RTF show it so.
-bool isTurned(const Picture& picture);
+/// Gives a warning about a picture that is mirrored and turned, or mirrored upside down: LibreOffice does not show it so.
+void warnOfTurn(const Picture& picture, OutputWarnings& warnings);
 
-inline constexpr std::string_view kTurnedWarning = "pictures are shown as they are stored, turned or mirrored";
-
-/// Writes a picture, unchanged but for its size.
+/// Writes a picture, unchanged but for its size. Readers mirror and turn it.
 /// @param alternative  its text for readers who do not see it
 /// @param widthPt      0: its own
 void writePicture(OutputBuffer& out, const Picture& picture, std::string_view alternative, double widthPt, Room room);

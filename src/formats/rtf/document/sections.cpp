@@ -13,7 +13,7 @@ constexpr std::string_view kTinyParagraph = "\\pard\\plain\\sl-20\\slmult0\\fs2"
 }  // namespace
 
 Sections::Sections(const WriterContext& context, const StyleSheet& styles)
-    : WordSections(PageTwips(pageOf(context.settings))),
+    : WordSections(wordPageOf(context.settings, context.warnings)),
       out_(context.out),
       header_(context.settings, styles, paper(), context.warnings) {}
 
