@@ -48,5 +48,19 @@ check_table() {
   cmp "$work/table.rows" "$work/table.office" || fail "LibreOffice does not show the content of table.csv"
 }
 
+# What the demo writes. openpyxl finds each word of the guide's headings.
+check_demo() {
+  (cd "$work" && "${command[@]}" "$root/docs/classic.md" --toc -q -o guide.xlsx -o guide.docx) ||
+    fail "the command failed on the guide"
+  (cd "$work" && "${command[@]}" table.csv --title "A table" -q -o demo.xlsx -o demo.docx) ||
+    fail "the command failed on the table"
+  read_xlsx "$work/guide.xlsx" >"$work/guide.cells"
+  grep -E '^#{1,6} ' "$root/docs/classic.md" | sed 's/^#* //; s/`//g' | while IFS= read -r heading; do
+    grep -qF -- "$heading" "$work/guide.cells" || fail "guide.xlsx has no heading '$heading'"
+  done
+}
+
 check_document
 check_table
+check_demo
+test_archives "$work"/*.xlsx "$work"/*.docx

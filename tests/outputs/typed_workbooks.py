@@ -3,7 +3,8 @@
   typed_workbooks.py FOLDER WORKBOOKS SHEETS
 
 The types that are expected follow from a description of the rule in this file's own words. LibreOffice exports what it
-shows, in an English locale, so the text that a person sees is compared with the text that was given.
+shows, in an English locale, so the text that a person sees is compared with the text that was given. A PDF of numbers
+that grow after the columns got their widths shows that no cell has "###" instead.
 """
 
 import csv
@@ -136,12 +137,16 @@ def check_with_openpyxl(path, content):
     return cells
 
 
-def check_with_libreoffice(path, content):
+def convert(path, target):
     folder = os.path.dirname(path)
-    csv_filter = "csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true,true,false,false,-1"
     subprocess.run(["soffice", "-env:UserInstallation=file://" + os.path.join(folder, "settings"), "--headless",
-                    "--convert-to", csv_filter, "--outdir", folder, path], check=True, stdout=subprocess.DEVNULL,
+                    "--convert-to", target, "--outdir", folder, path], check=True, stdout=subprocess.DEVNULL,
                    stderr=subprocess.DEVNULL)
+
+
+def check_with_libreoffice(path, content):
+    csv_filter = "csv:Text - txt - csv (StarCalc):44,34,76,1,,1033,false,true,true,false,false,-1"
+    convert(path, csv_filter)
     cells = 0
     for index, rows in enumerate(content):
         name = "%s-S%d.csv" % (os.path.splitext(path)[0], index)
@@ -157,6 +162,34 @@ def check_with_libreoffice(path, content):
     return cells
 
 
+def check_growing(folder):
+    """Values in columns that are as narrow as the 500 rows before them."""
+    path = os.path.join(folder, "growing.xlsx")
+    sizes = (1, 12345, 1234567890, 123456789012344)
+    texts = [[str(size), str(-size), "%.2f" % (size / 100), "2024-02-29"] for size in sizes]
+    values = [[size, -size / 2, datetime.datetime(2024, 2, 29, 23, 59, 59), size < 9] for size in sizes]
+    formatted = [[size, size / 4, size / 4] for size in sizes]
+    formats = [scrivalen.Column("a", "integer", format="#,##0"), scrivalen.Column("b", "number", format="#,##0.00"),
+               scrivalen.Column("c", "number", format="0.0%")]
+    with scrivalen.Document(path) as document:
+        for columns, first, rows in ((4, ["1", "1", "1", "a"], texts), (4, [1, 1.5, None, None], values),
+                                     (formats, [1, 1, 1], formatted)):
+            with document.section() as section, section.table(columns) as table:
+                table.rows([first] * 500 + rows)
+    convert(path, "pdf")
+    seen = subprocess.run(["pdftotext", "-layout", os.path.join(folder, "growing.pdf"), "-"], check=True,
+                           stdout=subprocess.PIPE).stdout.decode()
+    words = set(seen.split())
+    wanted = [text for row in texts for text in row] + ["2024-02-29", "23:59:59", "TRUE", "FALSE"]
+    for row, values_row in zip(formatted, values):
+        wanted += ["%d" % row[0], shown(values_row[1])]
+        wanted += ["{:,}".format(row[0]), "{:,.2f}".format(row[1]), "{:.1%}".format(row[2])]
+    missing = [text for text in wanted if text not in words]
+    if "#" in seen or missing:
+        sys.exit("%s: %d cells of ###; not shown: %s" % (path, seen.count("###"), missing))
+    return len(wanted)
+
+
 def main():
     folder, workbooks, sheets = sys.argv[1], int(sys.argv[2]), int(sys.argv[3])
     read = seen = 0
@@ -165,7 +198,9 @@ def main():
         content = write(path, random.Random(number), sheets)
         read += check_with_openpyxl(path, content)
         seen += check_with_libreoffice(path, content)
-    print("%d cells read by openpyxl, %d shown by LibreOffice" % (read, seen))
+    grown = check_growing(folder)
+    print("%d cells read by openpyxl, %d shown by LibreOffice, %d of them in narrow columns" %
+          (read, seen + grown, grown))
 
 
 main()

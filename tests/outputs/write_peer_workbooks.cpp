@@ -53,7 +53,7 @@ class Peers {
   }
   void boolean(int value) {
     scrivalen_cell_boolean(document_, value);
-    worksheet_write_boolean(sheet_, row_, column_++, value, nullptr);
+    worksheet_write_boolean(sheet_, row_, column_++, value, formatOf("\"TRUE\";\"TRUE\";\"FALSE\""));
   }
   void text(const std::string& text) {
     scrivalen_cell(document_, text.c_str(), kNul);
@@ -67,9 +67,12 @@ class Peers {
 
  private:
   void number(double value, const char* code) {
+    worksheet_write_number(sheet_, row_, column_++, value, formatOf(code));
+  }
+  lxw_format* formatOf(const char* code) {
     lxw_format* const format = workbook_add_format(book_);
     format_set_num_format(format, code);
-    worksheet_write_number(sheet_, row_, column_++, value, format);
+    return format;
   }
 
   scrivalen_document* document_;

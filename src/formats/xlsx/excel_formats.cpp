@@ -3,6 +3,7 @@
 #include "text/utf.h"
 
 #include <cmath>
+#include <limits>
 
 namespace scrivalen {
 namespace {
@@ -12,6 +13,7 @@ using xlsx::Family;
 using xlsx::Font;
 
 constexpr double kHundredths = 100;
+constexpr std::size_t kAnyFills = std::numeric_limits<std::size_t>::max();
 
 /// @param family  of the font, if the style names one
 CellFormat formatOf(const CellStyle& style, Family family) {
@@ -27,7 +29,7 @@ CellFormat formatOf(const CellStyle& style, Family family) {
 
 CellFormat usualFormat() { return formatOf({}, Family::Usual); }
 
-// Those of the font colours, of cells without a format, of bold and of plain ones.
+// The fonts of cells without a format, of bold and of plain cells, and one for each font colour.
 std::size_t mostFontsBeside(const CellFormat& plain) {
   constexpr std::size_t kMostColors = 500;
   return kMostColors + (plain.font == usualFormat().font ? 2 : 3);
@@ -36,7 +38,7 @@ std::size_t mostFontsBeside(const CellFormat& plain) {
 }  // namespace
 
 ExcelFormats::ExcelFormats(const SheetStyle& style)
-    : plainFormat_(formatOf(style.cell, Family::Body)), formats_(mostFontsBeside(plainFormat_)) {
+    : plainFormat_(formatOf(style.cell, Family::Body)), formats_(mostFontsBeside(plainFormat_), kAnyFills) {
   formats_.setFamily(Family::Body, toUtf8(style.cell.fontFamily.value_or(L"")));
   formats_.setFamily(Family::Header, toUtf8(style.bold.fontFamily.value_or(L"")));
   formats_.setUsual(usualFormat());

@@ -1,5 +1,7 @@
 #include "formats/xlsx/excel_sheet.h"
 
+#include "formats/xlsx/workbook/cell_text.h"
+
 #include <algorithm>
 #include <string_view>
 #include <utility>
@@ -20,16 +22,19 @@ constexpr std::string_view kMargins =
 
 }  // namespace
 
-ExcelSheet::ExcelSheet(ZipWriter& zip, std::size_t number, xlsx::SheetFrame frame)
-    : rows_(zip, number), frame_(std::move(frame)), hasWidths_(!frame_.widths.empty()) {
+ExcelSheet::ExcelSheet(ZipWriter& zip, std::size_t number, xlsx::SheetFrame frame, const xlsx::SheetLimits& limits)
+    : rows_(zip, number, limits), frame_(std::move(frame)), hasWidths_(!frame_.widths.empty()) {
   if (hasWidths_) {
     begin();
   }
 }
 
-void ExcelSheet::put(std::uint32_t row, std::uint32_t column, std::uint32_t format, const ExcelText& text) {
+bool ExcelSheet::put(std::uint32_t row, std::uint32_t column, std::uint32_t format, const ExcelText& text) {
   if (hasBegun_) {
-    return write(row, column, format, text.utf8());
+    const bool hasRoom =
+        text.utf8().size() <= xlsx::kShortText || rows_.hasRoomFor(text.utf8().size() * xlsx::kMostOfAUnit);
+    write(row, column, format, hasRoom ? text.utf8() : std::string_view());
+    return hasRoom;
   }
   hold(row, column, format, text);
   if (isSampled()) {
@@ -38,6 +43,7 @@ void ExcelSheet::put(std::uint32_t row, std::uint32_t column, std::uint32_t form
     }
     begin();
   }
+  return true;
 }
 
 void ExcelSheet::hold(std::uint32_t row, std::uint32_t column, std::uint32_t format, const ExcelText& text) {

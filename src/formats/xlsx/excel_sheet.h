@@ -17,13 +17,14 @@ class ExcelSheet {
   /// @param zip     not owned; must outlive this object
   /// @param number  of the sheet, counted from 1
   /// @param frame   its widths, if it has any, are those of the columns
-  ExcelSheet(ZipWriter& zip, std::size_t number, xlsx::SheetFrame frame);
+  ExcelSheet(ZipWriter& zip, std::size_t number, xlsx::SheetFrame frame, const xlsx::SheetLimits& limits);
 
   /// Whether the archive has no room for further rows.
   bool isFull() const { return hasBegun_ && rows_.isFull(); }
 
-  /// Writes a cell behind those before, in their row or below; both count from 0.
-  void put(std::uint32_t row, std::uint32_t column, std::uint32_t format, const ExcelText& text);
+  /// Writes a cell after the earlier ones, in their row or below. Rows and columns count from 0.
+  /// @return whether there was room for the text; if not, the cell is empty
+  bool put(std::uint32_t row, std::uint32_t column, std::uint32_t format, const ExcelText& text);
   /// Ends a row.
   /// @param cells  how many it has, with those that were not written
   void endRow(std::uint32_t cells);

@@ -57,7 +57,7 @@ class CellCounter {
 
 class ExcelWriter::Document : private ByteSink {
  public:
-  explicit Document(const wchar_t* file) : name_(file) {}
+  Document(const wchar_t* file, const xlsx::SheetLimits& limits) : name_(file), limits_(limits) {}
 
   /// @return false, with the reason in lastSystemError
   bool open(const wchar_t* styles);
@@ -94,6 +94,7 @@ class ExcelWriter::Document : private ByteSink {
   void logLostCells() const;
 
   const std::wstring name_;
+  const xlsx::SheetLimits limits_;
   const std::int64_t time_ = currentTime();
   TargetFile target_;
   std::wstring newFile_;
@@ -106,12 +107,14 @@ class ExcelWriter::Document : private ByteSink {
 
   std::vector<xlsx::SheetFacts> sheets_;  // so far
   std::optional<ExcelSheet> sheet_;       // the last of them
+  bool hasLargeSheet_ = false;            // one that was full before its last row
   std::uint32_t nextRow_ = 0;
   std::uint32_t nextColumn_ = 0;
   bool inRow_ = false;
 
   CellCounter cut_;
   CellCounter dropped_;
+  CellCounter tooLarge_;
   std::uint64_t strayed_ = 0;
   Reason failure_;  // the first one; nothing is written after it
 };
@@ -155,7 +158,7 @@ void ExcelWriter::Document::beginSheet() {
     frame.frozenRows = style_.frozenRows;
   }
   sheets_.push_back({.name = "Sheet" + std::to_string(sheets_.size() + 1)});
-  sheet_.emplace(*zip_, sheets_.size(), std::move(frame));
+  sheet_.emplace(*zip_, sheets_.size(), std::move(frame), limits_);
   nextRow_ = 0;
 }
 
@@ -173,6 +176,7 @@ void ExcelWriter::Document::row(bool begin) noexcept {
     inRow_ = begin;
     nextColumn_ = 0;
     if (begin && (nextRow_ == xlsx::kMostRows || sheet_->isFull())) {
+      hasLargeSheet_ = hasLargeSheet_ || nextRow_ < xlsx::kMostRows;
       sheet_->end();
       beginSheet();
     }
@@ -217,8 +221,11 @@ void ExcelWriter::Document::put(const wchar_t* value, std::uint32_t format) {
   if (text_.isCut()) {
     cut_.note(sheets_.size(), nextRow_, column);
   }
-  if (!text_.isEmpty() || format != ExcelFormats::kNone) {
-    sheet_->put(nextRow_, column, format, text_);
+  if (text_.isEmpty() && format == ExcelFormats::kNone) {
+    return;
+  }
+  if (!sheet_->put(nextRow_, column, format, text_)) {
+    tooLarge_.note(sheets_.size(), nextRow_, column);
   }
 }
 
@@ -260,11 +267,13 @@ void ExcelWriter::Document::logLosses() const noexcept {
 
 void ExcelWriter::Document::logLostCells() const {
   if (sheets_.size() > 1) {
-    CLog::Bug2(FMT::Format(L"'%s': a sheet holds 1,048,576 rows, the others are on %s%s.", name_,
-                           sheets_.size() == 2 ? L"" : L"Sheet2 to ", toWide(sheets_.back().name)));
+    CLog::Bug2(FMT::Format(L"'%s': a sheet holds 1,048,576 rows%s, the others are on %s%s.", name_,
+                           hasLargeSheet_ ? L" and 4 GB" : L"", sheets_.size() == 2 ? L"" : L"Sheet2 to ",
+                           toWide(sheets_.back().name)));
   }
   cut_.log(name_, L"cut at 32,767 characters");
   dropped_.log(name_, L"dropped beyond column 16,384");
+  tooLarge_.log(name_, L"left empty beyond the 4 GB of a sheet");
   if (strayed_ > 0) {
     CLog::Bug2(FMT::Format(L"'%s': %s dropped outside of any row.", name_, cells(strayed_)));
   }
@@ -274,7 +283,7 @@ void ExcelWriter::Document::logLostCells() const {
   }
 }
 
-ExcelWriter::ExcelWriter() = default;
+ExcelWriter::ExcelWriter(const xlsx::SheetLimits& limits) : limits_(limits) {}
 ExcelWriter::~ExcelWriter() = default;
 
 bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) noexcept {
@@ -283,7 +292,7 @@ bool ExcelWriter::Begin(const wchar_t* file, const wchar_t* styles) noexcept {
     reason.keep(kStillOpen);
   } else {
     containedIn(reason, [&] {
-      auto document = std::make_unique<Document>(orEmpty(file));
+      auto document = std::make_unique<Document>(orEmpty(file), limits_);
       if (document->open(styles)) {
         document_ = std::move(document);
       } else {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/xlsx/workbook/sheet_rows.h"
 #include "output/failure_reason.h"
 #include "output/file_error.h"
 
@@ -12,13 +13,15 @@
 /// The file is locked from the beginning, and keeps its content until the workbook is complete: then it is replaced in
 /// one step. A failure leaves neither half a workbook nor other files, even when memory runs out.
 ///
-/// A sheet has up to 1,048,576 rows; further rows go to another sheet, which is logged and has no frozen rows. Columns
-/// are as wide as their longest text in the first 500 rows of two cells or more, up to 60 characters. Whatever a
-/// spreadsheet cannot hold is dropped and logged at the end: text of a cell beyond 32,767 UTF-16 code units, cells
-/// beyond 16,384 columns, and cells outside rows.
+/// A sheet has up to 1,048,576 rows and 4 GB of XML; further rows go to another sheet, which is logged and has no
+/// frozen rows. Columns are as wide as their longest text in the first 500 rows of two cells or more, up to 60
+/// characters. Whatever a spreadsheet cannot hold is dropped and logged at the end: text of a cell beyond 32,767 UTF-16
+/// code units, long texts of a row that begins at the end of those 4 GB, cells beyond 16,384 columns, and cells outside
+/// rows.
 class ExcelWriter {
  public:
-  ExcelWriter();
+  /// @param limits  of each sheet, smaller ones for tests
+  explicit ExcelWriter(const scrivalen::xlsx::SheetLimits& limits = {});
   ExcelWriter(const ExcelWriter&) = delete;
   ExcelWriter& operator=(const ExcelWriter&) = delete;
   /// A spreadsheet that was not ended is discarded.
@@ -57,6 +60,7 @@ class ExcelWriter {
 
   bool keep(const scrivalen::Reason& reason, scrivalen::FileError error, std::wstring_view file) noexcept;
 
+  const scrivalen::xlsx::SheetLimits limits_;
   std::unique_ptr<Document> document_;
   std::wstring error_;
 };

@@ -132,12 +132,12 @@ TEST(ExcelWriterOnAFullDisk, LogsTheReasonAtTheRowThatDoesNotFit) {
               writeDifferentRows(writer);
               const bool isLoggedBeforeEnd = log.lines() == Lines{expected};
               const bool isWhole = writer.End();
-              return std::string(isBegun ? "begun" : "not begun") + (isLoggedBeforeEnd ? ", told" : ", not told") +
+              return std::string(isBegun ? "begun" : "not begun") + (isLoggedBeforeEnd ? ", logged" : ", not logged") +
                      (isWhole ? ", whole" : ", not whole") + (writer.Error() == expected ? ", with the reason" : "") +
                      (log.lines().size() == 1 ? ", in one line, " : ", in more lines, ") +
                      std::to_string(filesIn(disk.folder()).size()) + " files left";
             }),
-            "begun, told, not whole, with the reason, in one line, 0 files left");
+            "begun, logged, not whole, with the reason, in one line, 0 files left");
 }
 
 TEST(ExcelWriterOnAFullDisk, LeavesACompleteWorkbookOrNone) {

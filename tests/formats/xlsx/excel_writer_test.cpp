@@ -1,5 +1,6 @@
 #include "formats/xlsx/excel_writer.h"
 
+#include "formats/xlsx/workbook/cell_text.h"
 #include "support/bytes.h"
 #include "support/captured_log.h"
 #include "support/decimal_comma.h"
@@ -23,9 +24,9 @@ constexpr const wchar_t* kType = L"String";
 class Written {
  public:
   template <typename Action>
-  explicit Written(Action action, const wchar_t* styles = nullptr) {
+  explicit Written(Action action, const wchar_t* styles = nullptr, const scrivalen::xlsx::SheetLimits& limits = {}) {
     const CapturedLog log;
-    ExcelWriter writer;
+    ExcelWriter writer(limits);
     EXPECT_TRUE(writer.Begin(path().c_str(), styles));
     action(writer);
     EXPECT_TRUE(writer.End());
@@ -244,6 +245,37 @@ TEST(ExcelWriter, DropsCellsBeyondTheLastColumnAndLogsIt) {
   });
   EXPECT_EQ(written.cells(), "XFD1 \"x\"\nXFD2 \"x\"\n");
   EXPECT_EQ(written.log(), Lines{L"'a': 1 cell dropped beyond column 16,384, the first at Sheet1!XFE2."});
+}
+
+// With widths from the style sheet, a sheet begins at once. It has 400 bytes before its rows, which have 261 each.
+TEST(ExcelWriterSheets, EndBeforeARowThatHasNoRoom) {
+  const Written written(
+      [](ExcelWriter& writer) {
+        for (int row = 0; row < 3; ++row) {
+          writeRow(writer, {longText(200).c_str()});
+        }
+      },
+      L"sheet { column-width: 9 }", {.bytes = 400 + 400});
+  const std::string text(200, 'x');
+  EXPECT_EQ(written.all(), "[Sheet1]\nA:XFD 9.7\nA1 \"" + text + "\"\nA2 \"" + text + "\"\n[Sheet2]\nA:XFD 9.7\nA1 \"" +
+                               text + "\"\n");
+  EXPECT_EQ(written.log(), Lines{L"'a': a sheet holds 1,048,576 rows and 4 GB, the others are on Sheet2."});
+}
+
+TEST(ExcelWriterSheets, LeaveLongTextsOutThatHaveNoRoom) {
+  const Written written(
+      [](ExcelWriter& writer) {
+        writeRow(writer, {longText(1500).c_str(), longText(1500).c_str(), L"short", longText(2000).c_str()});
+      },
+      L"sheet { column-width: 9 }", {.bytes = 10000});
+  EXPECT_EQ(written.cells(), "A1 \"" + std::string(1500, 'x') + "\"\nB1 \"\"\nC1 \"short\"\nD1 \"\"\n");
+  EXPECT_EQ(written.log(), Lines{L"'a': 2 cells left empty beyond the 4 GB of a sheet, the first at Sheet1!B1."});
+}
+
+TEST(ExcelWriterSheets, HaveRoomForARowOfShortTextsAtTheirEnd) {
+  constexpr std::uint64_t kMostOfACell = scrivalen::xlsx::kShortText * scrivalen::xlsx::kMostOfAUnit + 100;
+  EXPECT_LE(scrivalen::xlsx::SheetLimits().bytes + scrivalen::xlsx::kMostColumns * kMostOfACell,
+            scrivalen::ZipWriter::kLargestEntry);
 }
 
 TEST(ExcelWriter, HidesTheWarningsForNumbersStoredAsText) {

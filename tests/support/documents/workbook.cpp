@@ -228,6 +228,8 @@ std::vector<std::string> looksOf(const std::wstring& path) {
     } else if (inside == "cellXfs" && token.name == "xf" && token.kind != Token::Kind::End) {
       looks.push_back(fonts.at(std::stoul(token.attribute("fontId"))) +
                       fills.at(std::stoul(token.attribute("fillId"))) + numbers[token.attribute("numFmtId")]);
+    } else if (inside == "cellXfs" && token.attribute("shrinkToFit") == "1") {
+      looks.back() += " shrunk";
     }
   }
   return looks;

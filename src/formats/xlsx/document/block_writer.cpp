@@ -1,5 +1,7 @@
 #include "formats/xlsx/document/block_writer.h"
 
+#include "document/plain/tabs.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -55,7 +57,7 @@ void BlockWriter::write(const Event& event) {
 
 void BlockWriter::writeBlock(const Event& event) {
   switch (event.kind) {
-    case EventKind::EndHeading: return endHeading(level_);
+    case EventKind::EndHeading: return endHeading();
     case EventKind::EndCode: return endCode();
     default: endParagraph();
   }
@@ -97,6 +99,12 @@ CellFormat BlockWriter::bodyFormat() const {
   return format;
 }
 
+Font BlockWriter::headingFont() const {
+  Font font = looks_.header.font;
+  font.size = looks_.isHeadingSized ? kHeadingSizes[level_ - 1] : font.size;
+  return font;
+}
+
 void BlockWriter::beginText(const Event& event) {
   isText_ = true;
   isCode_ = event.kind == EventKind::BeginCode;
@@ -106,8 +114,7 @@ void BlockWriter::beginText(const Event& event) {
     format.font.family = Family::Code;
   } else if (event.kind == EventKind::BeginHeading) {
     level_ = std::clamp(event.number, 1, 6);
-    format.font = looks_.header.font;
-    format.font.size = looks_.isHeadingSized ? kHeadingSizes[level_ - 1] : format.font.size;
+    format.font = headingFont();
   }
   collector_.begin(format.font);
   if (event.kind == EventKind::BeginHeading && !event.id.empty()) {
@@ -135,7 +142,9 @@ void BlockWriter::endItem() {
   }
 }
 
-void BlockWriter::endHeading(int level) {
+bool BlockWriter::takeBreak() { return std::exchange(isBreakNext_, false); }
+
+void BlockWriter::endHeading() {
   isText_ = false;
   RichText text = collector_.take();
   removeEnd(text);
@@ -143,16 +152,16 @@ void BlockWriter::endHeading(int level) {
     return;
   }
   CellFormat format = bodyFormat();
-  format.font = looks_.header.font;
-  format.font.size = looks_.isHeadingSized ? kHeadingSizes[level - 1] : format.font.size;
+  format.font = headingFont();
   put(std::move(text), format, true);
   align_ = document::Align::Auto;
 }
 
 void BlockWriter::endCode() {
   isText_ = false;
-  const RichText code = collector_.take();
-  std::string_view text = code.text;
+  std::size_t column = 0;
+  const std::string code = document::withoutTabs(collector_.take().text, column);
+  std::string_view text = code;
   CellFormat format = bodyFormat();
   format.font.family = Family::Code;
   if (text.ends_with('\n')) {
@@ -168,6 +177,7 @@ void BlockWriter::endCode() {
     put(std::move(line), format);
     start = end + 1;
   }
+  isCode_ = false;
 }
 
 void BlockWriter::contentsItem(const Event& item) {
@@ -178,13 +188,17 @@ void BlockWriter::contentsItem(const Event& item) {
   collector_.write({.kind = EventKind::BeginLink, .address = address});
   collector_.write({.kind = EventKind::Text, .text = item.text});
   collector_.write({.kind = EventKind::EndLink});
+  isAfterContents_ = false;
   put(collector_.take(), format);
+  isAfterContents_ = true;
 }
 
 void BlockWriter::put(RichText text, CellFormat format, bool isHeading) {
+  const Direction direction = isCode_ ? Direction::LeftToRight : firstDirection(text.text);
   insert(text, std::exchange(marker_, {}), format.font);
   format.fill = text.fill == kNoColor ? format.fill : text.fill;
-  target_.put({std::move(text), format, isHeading, std::exchange(isBreakNext_, false), isHeading});
+  const bool hasBlankBefore = std::exchange(isAfterContents_, false) || isHeading;
+  target_.put({std::move(text), format, hasBlankBefore, takeBreak(), isHeading, direction});
 }
 
 }  // namespace scrivalen::xlsx

@@ -4,6 +4,7 @@
 #include "document/plain/list_markers.h"
 #include "formats/xlsx/document/cells/rich_text.h"
 #include "formats/xlsx/document/looks.h"
+#include "text/direction.h"
 
 #include <cstddef>
 #include <string>
@@ -18,6 +19,10 @@ struct ProseRow {
   bool hasBlankBefore = false;
   bool hasBreakBefore = false;  ///< of the page
   bool isHeading = false;
+  Direction direction = Direction::Neutral;  ///< of its text, without a marker
+
+  /// Whether it takes a row beside those of its pictures.
+  bool hasText() const { return !text.text.empty() || text.pictures.empty(); }
 };
 
 class ProseTarget {
@@ -37,15 +42,18 @@ class BlockWriter {
   void endParagraph();
   /// Writes the marker of an item whose first block is no text.
   void endItem();
+  /// Whether a page break comes before the next block. It is taken for that one, so that it is not before another.
+  bool takeBreak();
 
  private:
   void writeBlock(const document::Event& event);
   void beginText(const document::Event& event);
-  void endHeading(int level);
+  void endHeading();
   void endCode();
   void contentsItem(const document::Event& item);
   void put(RichText text, CellFormat format, bool isHeading = false);
   CellFormat bodyFormat() const;
+  Font headingFont() const;
 
   const Looks& looks_;
   ProseTarget& target_;
@@ -59,6 +67,7 @@ class BlockWriter {
   bool isText_ = false;  // whether text has begun
   bool isBreakNext_ = false;
   bool isCode_ = false;
+  bool isAfterContents_ = false;
 };
 
 }  // namespace scrivalen::xlsx

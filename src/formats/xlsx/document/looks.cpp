@@ -2,6 +2,7 @@
 
 #include "document/model/writer.h"
 #include "formats/xlsx/excel_style.h"
+#include "formats/xlsx/workbook/cell_text.h"
 #include "system/files/files.h"
 #include "system/messages.h"
 #include "text/utf.h"
@@ -13,6 +14,7 @@ namespace scrivalen::xlsx {
 namespace {
 
 constexpr std::uint32_t kHeaderFill = 0xF2F2F2;
+constexpr double kWidestDigit = 1.3;  // of all common fonts, in digits of the usual one
 
 // The style sheet, whose bytes are UTF-8. Its byte-order mark stays, because it is reported as no part of a style
 // sheet.
@@ -30,6 +32,15 @@ std::wstring readStyleSheet(std::string_view setting) {
                                   "cannot read the style sheet '" + toUtf8(path) + "': " + reason);
   }
   return toWide(bytes);
+}
+
+std::string familyOf(std::string_view name, document::OutputWarnings& warnings) {
+  constexpr std::size_t kLongest = 31;  // UTF-16 code units
+  const std::string_view kept = cutToUnits(name, kLongest);
+  if (kept.size() < name.size()) {
+    warnings.add(document::WarningCode::TextCut, "the name of a font cut at 31 characters");
+  }
+  return escapedText(kept);
 }
 
 void apply(const CellStyle& style, CellFormat& format) {
@@ -52,9 +63,11 @@ Looks Looks::of(const document::FormatSettings& settings, document::OutputWarnin
   looks.header.font.family = Family::Header;
   looks.header.fill = kHeaderFill;
   looks.header.isRuled = true;
-  if (const std::string font(settings.text("font")); !font.empty()) {
-    formats.setFamily(Family::Body, font);
-    formats.setFamily(Family::Header, font);
+  if (const std::string_view font = settings.text("font"); !font.empty()) {
+    const std::string family = familyOf(font, warnings);
+    formats.setFamily(Family::Body, family);
+    formats.setFamily(Family::Header, family);
+    looks.digitWidth = kWidestDigit;
   }
   if (const std::string_view path = settings.text("styles"); !path.empty()) {
     const std::wstring text = readStyleSheet(path);
@@ -65,10 +78,11 @@ Looks Looks::of(const document::FormatSettings& settings, document::OutputWarnin
     apply(style.bold, looks.header);
     looks.isHeadingSized = !style.bold.fontSize;
     if (style.cell.fontFamily) {
-      formats.setFamily(Family::Body, toUtf8(*style.cell.fontFamily));
+      formats.setFamily(Family::Body, familyOf(toUtf8(*style.cell.fontFamily), warnings));
+      looks.digitWidth = kWidestDigit;
     }
     if (style.bold.fontFamily) {
-      formats.setFamily(Family::Header, toUtf8(*style.bold.fontFamily));
+      formats.setFamily(Family::Header, familyOf(toUtf8(*style.bold.fontFamily), warnings));
     }
     looks.columnWidth = style.columnWidth;
     looks.frozenRows = style.frozenRows == kNoRule ? std::nullopt : std::optional(style.frozenRows);

@@ -13,6 +13,7 @@ namespace scrivalen::xlsx {
 struct Looks {
   CellFormat body;
   CellFormat header;                        ///< of a table; its font is also that of headings
+  double digitWidth = 1;                    ///< of the cells' font, at most, in digits of the usual one
   bool isHeadingSized = true;               ///< whether headings are larger than text
   std::optional<double> columnWidth;        ///< of all columns, in digits
   std::optional<std::uint32_t> frozenRows;  ///< of each sheet that begins with a table

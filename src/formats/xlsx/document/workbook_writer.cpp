@@ -1,19 +1,16 @@
 #include "formats/xlsx/document/workbook_writer.h"
 
-#include "document/language.h"
 #include "formats/xlsx/document/block_writer.h"
+#include "formats/xlsx/document/prose_layout.h"
 #include "formats/xlsx/document/sheet/column_layout.h"
+#include "formats/xlsx/document/sheet_plan.h"
 #include "formats/xlsx/document/table_writer.h"
 #include "formats/xlsx/workbook/cell_text.h"
 #include "formats/xlsx/workbook/package.h"
 #include "output/archive/zip_writer.h"
 
-#include <algorithm>
-#include <cmath>
-#include <numeric>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace scrivalen::xlsx {
 namespace {
@@ -22,41 +19,41 @@ using document::Event;
 using document::EventKind;
 using document::WarningCode;
 
-constexpr std::size_t kMostHeld = 1048576;  // bytes of rows before a sheet's first table
-constexpr std::uint32_t kMostFrozen = 12;   // rows: more would leave no room for those that scroll
-constexpr double kDigitsPerIndent = 1.3;
-
-class WorkbookWriter final : public document::DocumentWriter, private ProseTarget {
+class WorkbookWriter final : public document::DocumentWriter, private ProseTarget, private SheetTarget {
  public:
-  explicit WorkbookWriter(const document::WriterContext& context)
+  WorkbookWriter(const document::WriterContext& context, const SheetLimits& limits)
       : settings_(context.settings),
         warnings_(context.warnings),
         zip_(context.out, context.settings.clock()),
         page_(context.settings, context.warnings),
-        sheets_(zip_, formats_, page_),
+        sheets_(zip_, formats_, page_, limits),
         looks_(Looks::of(context.settings, context.warnings, formats_)),
         numbers_(context.settings, formats_),
         tables_(sheets_, formats_, numbers_, looks_),
-        blocks_(looks_, *this) {}
+        blocks_(looks_, *this),
+        plan_(context.settings, looks_) {}
 
   void begin() override {}
   void write(const Event& event) override;
   void beginTable(const document::Table& table) override;
-  void row(const document::Row& row) override { tables_.row(row); }
+  void row(const document::Row& row) override;
   void endTable() override;
   void finish() override;
 
  private:
   void beginSection(const Event& section);
   void put(ProseRow row) override;
-  void hold(ProseRow row);
-  void writeProse(const ProseRow& row);
+  void writeProse(const ProseRow& row) override;
+  void beginHeldTable(const document::Table& table, const TableHead& head) override { startTable(table, head); }
+  void writeHeldRow(const document::Row& row) override { tables_.row(row); }
+  void endHeldTable() override { finishTable(); }
   void writeText(SheetWriter& sheet, const ProseRow& row);
   void writePictures(SheetWriter& sheet, const ProseRow& row);
-  SheetWriter& sheetWithSpace();
-  void startSheet(const SheetLayout& layout);
-  SheetLayout layoutOf(const document::Table& table) const;
-  SheetLayout usualLayout() const;
+  SheetWriter& sheetWithSpace(std::uint32_t frozenRows = 0);
+  void startSheet(bool isWhole);
+  void startSheetIfFull();
+  void startTable(const document::Table& table, const TableHead& head);
+  void finishTable();
   void finishSheet();
   WorkbookProperties properties() const;
   void warn();
@@ -72,14 +69,14 @@ class WorkbookWriter final : public document::DocumentWriter, private ProseTarge
   TableWriter tables_;
   BlockWriter blocks_;
 
-  std::string wish_;        // the name of the sheet that comes
-  std::string sectionId_;   // of that sheet
-  bool isAwaited_ = false;  // whether a sheet comes even without rows
-  bool hasTable_ = false;   // the sheet that is open
+  std::string wish_;            // the name of the sheet that comes
+  std::string sectionId_;       // of that sheet
+  bool isAwaited_ = false;      // whether a sheet comes even without rows
+  bool hasTable_ = false;       // the sheet that is open
+  bool isOfFirstTable_ = true;  // whether the sheet is about it
   bool isAfterHeading_ = false;
   bool isAfterTable_ = false;
-  std::vector<ProseRow> held_;  // rows of a sheet that has not begun
-  std::size_t heldBytes_ = 0;
+  SheetPlan plan_;  // of a sheet that has not begun
 };
 
 void WorkbookWriter::write(const Event& event) {
@@ -105,28 +102,20 @@ void WorkbookWriter::put(ProseRow row) {
   if (sheets_.isOpen()) {
     writeProse(row);
   } else {
-    hold(std::move(row));
+    plan_.add(std::move(row));
+    startSheetIfFull();
   }
 }
 
-void WorkbookWriter::hold(ProseRow row) {
-  constexpr std::size_t kBytesOfARow = 256;
-  heldBytes_ += kBytesOfARow + row.text.text.size();
-  for (const PlacedPicture& picture : row.text.pictures) {
-    heldBytes_ += picture.picture->bytes().size();
-  }
-  held_.push_back(std::move(row));
-  if (heldBytes_ > kMostHeld) {
-    startSheet(usualLayout());
-  }
-}
-
-SheetWriter& WorkbookWriter::sheetWithSpace() {
+// Another sheet continues one that is full.
+SheetWriter& WorkbookWriter::sheetWithSpace(std::uint32_t frozenRows) {
   if (sheets_.current().isFull()) {
-    const SheetLayout layout = sheets_.current().layout();
+    SheetLayout layout = sheets_.current().layout();
+    layout.frozenRows = frozenRows;
     const std::string name = sheets_.current().name();
     sheets_.begin(name, layout);
     hasTable_ = false;
+    isOfFirstTable_ = true;
   }
   return sheets_.current();
 }
@@ -142,42 +131,30 @@ void WorkbookWriter::writeProse(const ProseRow& row) {
   if (row.hasBreakBefore) {
     sheet->breakPage();
   }
-  if (!row.text.text.empty() || row.text.pictures.empty()) {
+  if (row.hasText()) {
     writeText(*sheet, row);
   }
   writePictures(sheetWithSpace(), row);
 }
 
-// A text that is too long for the columns it may cover is wrapped in them. No reader gives joined cells the height of
-// their text, and not every one gives it to other cells, so it is stated.
+// No reader gives joined cells the height of their text, and not every one gives it to other cells, so it is stated.
 void WorkbookWriter::writeText(SheetWriter& sheet, const ProseRow& row) {
-  constexpr double kUsualSize = 1100;
   const SheetLayout& layout = sheet.layout();
-  CellFormat format = row.format;
-  const double scale = format.font.size / kUsualSize;
-  const double space = (layout.proseWidth - format.indent * kDigitsPerIndent) / scale;
-  const double lines = linesOf(row.text.text, space);
-  format.wraps = lines > 1;
-  format.isTop = format.wraps;
-  const double height = shownLinesOf(row.text.text, space) * kLineHeight * scale;
-  sheet.beginRow(format.wraps || scale > 1 ? std::min(height, kHighestRow) : 0);
-  sheet.rich(0, format, row.text);
-  if (format.wraps && layout.proseColumns > 1) {
+  const ProseText text = proseTextOf(row, layout);
+  sheet.beginRow(text.format.wraps || text.heightPt > kLineHeight ? text.heightPt : 0);
+  sheet.rich(0, text.format, row.text);
+  if (text.isJoined) {
     sheet.merge(0, layout.proseColumns - 1);
   }
   sheet.endRow();
 }
 
 void WorkbookWriter::writePictures(SheetWriter& sheet, const ProseRow& row) {
-  constexpr double kEdge = 2;
   SheetWriter* target = &sheet;
-  for (PlacedPicture picture : row.text.pictures) {
-    const double width = target->layout().proseWidth * kPointsPerDigit;
-    const double scale = std::min({1.0, width / picture.width, kHighestPicture / picture.height});
-    picture.width *= scale;
-    picture.height *= scale;
-    target->beginRow(picture.height + kEdge);
-    target->addPicture(0, kEdge / 2, picture);
+  for (const PlacedPicture& placed : row.text.pictures) {
+    const PlacedPicture picture = fittedPicture(placed, target->layout());
+    target->beginRow(picture.height + kProsePictureEdge);
+    target->addPicture(0, kProsePictureEdge / 2, picture);
     if (row.text.text.empty()) {
       RichText places;
       places.anchors = row.text.anchors;
@@ -191,76 +168,79 @@ void WorkbookWriter::writePictures(SheetWriter& sheet, const ProseRow& row) {
 
 // ---- Sheets
 
-SheetLayout WorkbookWriter::usualLayout() const {
-  SheetLayout layout;
-  layout.widths = {looks_.columnWidth.value_or(kProseWidth)};
-  layout.proseWidth = layout.widths.front();
-  layout.isRightToLeft = document::isRightToLeft(settings_.text("language"));
-  return layout;
-}
-
-SheetLayout WorkbookWriter::layoutOf(const document::Table& table) const {
-  SheetLayout layout;
-  layout.widths = sheetWidths(table, settings_);
-  if (looks_.columnWidth) {
-    layout.widths.assign(layout.widths.size(), *looks_.columnWidth);
-  }
-  layout.isRightToLeft = document::isRightToLeft(settings_.text("language"));
-  layout.proseColumns = 0;
-  while (layout.proseWidth < kProseWidth && layout.proseColumns < kMostColumns) {
-    layout.proseWidth += layout.widthOf(layout.proseColumns++);
-  }
-  return layout;
-}
-
-void WorkbookWriter::startSheet(const SheetLayout& layout) {
-  SheetWriter& sheet = sheets_.begin(std::exchange(wish_, {}), layout);
+void WorkbookWriter::startSheet(bool isWhole) {
+  SheetWriter& sheet = sheets_.begin(std::exchange(wish_, {}), plan_.layout(isWhole));
   isAwaited_ = false;
   hasTable_ = false;
+  isOfFirstTable_ = plan_.isOfFirstTable();
   isAfterTable_ = false;
   isAfterHeading_ = false;
   sheet.addAnchor(std::exchange(sectionId_, {}));
-  heldBytes_ = 0;
-  for (const ProseRow& row : std::exchange(held_, {})) {
-    writeProse(row);
+  plan_.writeTo(*this);
+}
+
+void WorkbookWriter::startSheetIfFull() {
+  if (plan_.isFull()) {
+    startSheet(false);
   }
 }
 
 void WorkbookWriter::finishSheet() {
-  if (!sheets_.isOpen() && (isAwaited_ || !held_.empty())) {
-    startSheet(usualLayout());
+  if (!sheets_.isOpen() && (isAwaited_ || !plan_.isEmpty())) {
+    startSheet(true);
   }
   sheets_.end();
 }
 
+// ---- Tables
+
 void WorkbookWriter::beginTable(const document::Table& table) {
   blocks_.endItem();
-  const std::uint32_t header = TableWriter::headerRowsOf(table);
-  if (!sheets_.isOpen()) {
-    SheetLayout layout = layoutOf(table);
-    // The rows before the table: each, the blank ones before headings, and one before the table.
-    std::uint32_t before = 0;
-    bool isHeading = true;
-    for (const ProseRow& row : held_) {
-      before += row.hasBlankBefore && before > 0 ? 1u : 0u;
-      before += static_cast<std::uint32_t>(row.text.pictures.size());
-      before += !row.text.text.empty() || row.text.pictures.empty() ? 1u : 0u;
-      isHeading = row.isHeading;
-    }
-    before += isHeading ? 0u : 1u;
-    layout.frozenRows = header > 0 && before + header <= kMostFrozen ? before + header : 0;
-    layout.frozenRows = looks_.frozenRows.value_or(layout.frozenRows);
-    startSheet(layout);
+  const TableHead head{TableWriter::headerRowsOf(table), blocks_.takeBreak()};
+  if (sheets_.isOpen()) {
+    return startTable(table, head);
   }
-  SheetWriter& sheet = sheetWithSpace();
-  if (sheet.row() > 0 && !isAfterHeading_) {
-    sheet.skipRow();
+  plan_.measure(table, tables_);
+  if (table.isSampleWhole) {
+    return plan_.beginTable(table, head);
   }
-  sheetWithSpace();
-  tables_.begin(table, !std::exchange(hasTable_, true));
+  startSheet(false);
+  startTable(table, head);
+}
+
+void WorkbookWriter::row(const document::Row& row) {
+  if (plan_.isInTable()) {
+    plan_.add(row);
+    startSheetIfFull();
+  } else {
+    tables_.row(row);
+  }
 }
 
 void WorkbookWriter::endTable() {
+  if (plan_.isInTable()) {
+    plan_.endTable();
+  } else {
+    finishTable();
+  }
+}
+
+// A header is not repeated above the rows of other tables.
+void WorkbookWriter::startTable(const document::Table& table, const TableHead& head) {
+  const bool isFrozen = canFreeze(head.headerRows, head.headerRows * kLineHeight);
+  const std::uint32_t frozenRows = looks_.frozenRows.value_or(isFrozen ? head.headerRows : 0);
+  SheetWriter& sheet = sheetWithSpace(frozenRows);
+  if (sheet.row() > 0 && !isAfterHeading_) {
+    sheet.skipRow();
+  }
+  if (SheetWriter& begun = sheetWithSpace(frozenRows); head.hasBreakBefore) {
+    begun.breakPage();
+  }
+  const bool isFirst = !std::exchange(hasTable_, true);
+  tables_.begin(table, {isFirst, isFirst && isOfFirstTable_});
+}
+
+void WorkbookWriter::finishTable() {
   tables_.end();
   isAfterTable_ = true;
   isAfterHeading_ = false;
@@ -280,7 +260,7 @@ void WorkbookWriter::finish() {
   blocks_.endParagraph();
   finishSheet();
   if (sheets_.written().empty()) {
-    sheets_.begin({}, usualLayout());
+    sheets_.begin({}, plan_.layout(true));
     sheets_.end();
   }
   writePackage(zip_, {sheets_.written(), sheets_.drawings(), formats_.xml(), sheets_.places().xml()}, properties());
@@ -297,16 +277,27 @@ void WorkbookWriter::warn() {
   };
   add(WarningCode::CharactersReplaced, losses.replaced, "characters that XML cannot contain, written as U+FFFD");
   add(WarningCode::TextCut, losses.cut, "cells cut at 32,767 characters");
+  add(WarningCode::TextCut, losses.cutTitles, "descriptions of links cut at 255 characters");
   add(WarningCode::CellsDropped, losses.dropped, "cells dropped beyond column 16,384");
+  add(WarningCode::CellsDropped, losses.tooLarge, "cells without their text, beyond the 4 GiB of a sheet");
   add(WarningCode::SomethingLeftOut, losses.plainLinks, "links that a sheet does not take, written as text");
+  add(WarningCode::SomethingLeftOut, losses.innerLinks, "links within the text of a cell, written as text");
+  add(WarningCode::SomethingLeftOut, losses.breaks, "page breaks beyond those that a sheet takes");
+  add(WarningCode::SomethingLeftOut, losses.plainParts, "backgrounds of parts of a text, which only whole cells have");
   add(WarningCode::SomethingLeftOut, formats_.refused(),
       "cells without their colours, beyond the formats of a workbook");
+  add(WarningCode::SomethingLeftOut, numbers_.refused(), "columns without their format, beyond those of a workbook");
 }
 
 }  // namespace
 
 std::unique_ptr<document::DocumentWriter> createXlsxDocumentWriter(const document::WriterContext& context) {
-  return std::make_unique<WorkbookWriter>(context);
+  return createXlsxDocumentWriter(context, {});
+}
+
+std::unique_ptr<document::DocumentWriter> createXlsxDocumentWriter(const document::WriterContext& context,
+                                                                   const SheetLimits& limits) {
+  return std::make_unique<WorkbookWriter>(context, limits);
 }
 
 }  // namespace scrivalen::xlsx

@@ -1,6 +1,7 @@
 #include "formats/xlsx/workbook/cell_formats.h"
 
 #include "formats/xlsx/workbook/cell_text.h"
+#include "formats/xlsx/workbook/decimal_text.h"
 
 #include <algorithm>
 #include <array>
@@ -41,15 +42,7 @@ std::string hexColor(std::uint32_t color) {
   return text;
 }
 
-std::string pointsOf(std::uint16_t hundredths) {
-  constexpr int kPerPoint = 100;
-  std::string text = std::to_string(hundredths / kPerPoint);
-  if (const int rest = hundredths % kPerPoint; rest != 0) {
-    text += std::string(rest < 10 ? ".0" : ".").append(std::to_string(rest));
-    text.erase(text.find_last_not_of('0') + 1);
-  }
-  return text;
-}
+std::string pointsOf(std::uint16_t hundredths) { return shortDecimalText(hundredths / 100.0, 2); }
 
 std::string_view alignmentOf(Align align) {
   switch (align) {
@@ -68,14 +61,19 @@ std::string alignmentElement(const CellFormat& format) {
   element.append(alignmentOf(format.indent > 0 && format.align == Align::Auto ? Align::Left : format.align));
   element.append(format.isTop ? " vertical=\"top\"" : "");
   element.append(format.wraps ? " wrapText=\"1\"" : "");
+  element.append(format.isShrunk ? " shrinkToFit=\"1\"" : "");
   if (format.indent > 0) {
     element.append(" indent=\"").append(std::to_string(format.indent)).append("\"");
+  }
+  if (format.direction != Direction::Neutral) {
+    element.append(format.direction == Direction::LeftToRight ? " readingOrder=\"1\"" : " readingOrder=\"2\"");
   }
   return element.append("/>");
 }
 
 bool isAligned(const CellFormat& format) {
-  return format.align != Align::Auto || format.isTop || format.wraps || format.indent > 0;
+  return format.align != Align::Auto || format.isTop || format.wraps || format.isShrunk || format.indent > 0 ||
+         format.direction != Direction::Neutral;
 }
 
 void appendCount(std::string& out, std::string_view element, std::size_t count) {
@@ -95,12 +93,13 @@ std::uint64_t Font::key() const {
 
 std::uint64_t CellFormat::key() const {
   return static_cast<std::uint64_t>(fill) << 32 | static_cast<std::uint64_t>(number) << 24 |
-         static_cast<std::uint64_t>(indent) << 16 | static_cast<std::uint64_t>(align) << 8 | (wraps ? 4u : 0u) |
-         (isTop ? 2u : 0u) | (isRuled ? 1u : 0u);
+         static_cast<std::uint64_t>(indent) << 16 | static_cast<std::uint64_t>(align) << 8 |
+         static_cast<std::uint64_t>(direction) << 4 | (isShrunk ? 8u : 0u) | (wraps ? 4u : 0u) | (isTop ? 2u : 0u) |
+         (isRuled ? 1u : 0u);
 }
 
-CellFormats::CellFormats(std::size_t mostFonts)
-    : mostFonts_(mostFonts), families_{"Calibri", "Calibri", "Courier New", "Calibri"} {
+CellFormats::CellFormats(std::size_t mostFonts, std::size_t mostFills)
+    : mostFonts_(mostFonts), mostFills_(mostFills), families_{"Calibri", "Calibri", "Courier New", "Calibri"} {
   numbers_.emplace_back("General");
   setUsual({});
 }
@@ -113,13 +112,13 @@ void CellFormats::setUsual(const CellFormat& format) {
   insert(format);
 }
 
-NumberFormat CellFormats::addNumber(std::string_view code) {
+std::optional<NumberFormat> CellFormats::addNumber(std::string_view code, std::size_t kept) {
   const auto found = std::find(numbers_.begin(), numbers_.end(), code);
   if (found != numbers_.end()) {
     return static_cast<NumberFormat>(found - numbers_.begin());
   }
-  if (numbers_.size() >= kMostNumbers) {
-    return kGeneral;
+  if (numbers_.size() + kept >= kMostNumbers) {
+    return std::nullopt;
   }
   numbers_.emplace_back(code);
   return static_cast<NumberFormat>(numbers_.size() - 1);
@@ -134,24 +133,37 @@ std::uint32_t CellFormats::add(const CellFormat& format) {
     return insert(format);
   }
   ++refused_;
+  const CellFormat plain = withoutColors(format);
+  const auto other = indices_.find({plain.font.key(), plain.key()});
+  return other != indices_.end() ? other->second : insert(plain);
+}
+
+// After very many of them only the number format stays, of which there are few.
+CellFormat CellFormats::withoutColors(const CellFormat& format) const {
   CellFormat plain = format;
   plain.fill = kNoColor;
   plain.font.color = kNoColor;
   if (!hasRoomFor(plain.font)) {
     plain.font = formats_.front().format.font;
   }
-  const auto other = indices_.find({plain.font.key(), plain.key()});
-  if (other != indices_.end()) {
-    return other->second;
+  if (formats_.size() >= kMostPlain && !indices_.contains({plain.font.key(), plain.key()})) {
+    plain = formats_.front().format;
+    plain.number = format.number;
   }
-  return formats_.size() < kMostPlain ? insert(plain) : 0;
+  return plain;
 }
 
 bool CellFormats::takes(const CellFormat& format) const {
   return indices_.contains({format.font.key(), format.key()}) || canAdd(format);
 }
 
-bool CellFormats::canAdd(const CellFormat& format) const { return formats_.size() < kMost && hasRoomFor(format.font); }
+bool CellFormats::canAdd(const CellFormat& format) const {
+  return formats_.size() < kMost && hasRoomFor(format.font) && hasRoomForFill(format.fill);
+}
+
+bool CellFormats::hasRoomForFill(std::uint32_t color) const {
+  return color == kNoColor || kFixedFills + fills_.size() < mostFills_ || fillIndices_.contains(color);
+}
 
 bool CellFormats::hasRoomFor(const Font& font) const {
   return fonts_.size() + runFonts_.size() < mostFonts_ || fontIndices_.contains(font.key());

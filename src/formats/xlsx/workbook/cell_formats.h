@@ -2,6 +2,7 @@
 
 #include "document/model/event.h"
 #include "text/colors.h"
+#include "text/direction.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -41,9 +42,11 @@ struct CellFormat {
   NumberFormat number = kGeneral;
   document::Align align = document::Align::Auto;
   std::uint8_t indent = 0;
+  Direction direction = Direction::Neutral;  ///< of its text; Neutral: as readers think
   bool wraps = false;
-  bool isTop = false;    ///< at the top of its row; else at the bottom
-  bool isRuled = false;  ///< a line is below it
+  bool isTop = false;     ///< at the top of its row; else at the bottom
+  bool isRuled = false;   ///< a line is below it
+  bool isShrunk = false;  ///< smaller where its column is too narrow
 
   std::uint64_t key() const;  ///< of all but the font
 };
@@ -54,10 +57,11 @@ class CellFormats {
   static constexpr std::size_t kMost = 60000;       ///< below the 65,490 that spreadsheet programs accept
   static constexpr std::size_t kMostPlain = 65000;  ///< with those that have no colours for lack of room
   static constexpr std::size_t kMostFonts = 500;    ///< below their 512
+  static constexpr std::size_t kMostFills = 256;    ///< the documented limit
   static constexpr std::size_t kMostNumbers = 200;  ///< the fewest that they promise
 
   /// @param mostFonts  at most 512, which is what spreadsheet programs accept
-  explicit CellFormats(std::size_t mostFonts = kMostFonts);
+  explicit CellFormats(std::size_t mostFonts = kMostFonts, std::size_t mostFills = kMostFills);
 
   void setFamily(Family family, std::string name) { families_[static_cast<std::size_t>(family)] = std::move(name); }
   /// Makes it the first of all, that of cells without a format.
@@ -67,8 +71,9 @@ class CellFormats {
   std::uint32_t add(const CellFormat& format);
   /// Whether add returns the index of this very format.
   bool takes(const CellFormat& format) const;
-  /// The index of a number format; the general one beyond the limit.
-  NumberFormat addNumber(std::string_view code);
+  /// The index of a number format; nothing beyond the limit.
+  /// @param kept  how many others must have room afterwards
+  std::optional<NumberFormat> addNumber(std::string_view code, std::size_t kept = 0);
   /// How many cells or texts did not get their colours.
   std::uint64_t refused() const { return refused_; }
   /// Whether text can have this font still. If so, it is one of the workbook's from now on.
@@ -98,6 +103,8 @@ class CellFormats {
 
   bool canAdd(const CellFormat& format) const;
   bool hasRoomFor(const Font& font) const;
+  bool hasRoomForFill(std::uint32_t color) const;
+  CellFormat withoutColors(const CellFormat& format) const;
   std::uint32_t insert(const CellFormat& format);
   std::uint32_t fontOf(const Font& font);
   std::uint32_t fillOf(std::uint32_t color);
@@ -110,6 +117,7 @@ class CellFormats {
   void appendFormats(std::string& out) const;
 
   std::size_t mostFonts_;
+  std::size_t mostFills_;
   std::string families_[4];
   std::vector<std::string> numbers_;  // codes
   std::vector<Font> fonts_;

@@ -49,24 +49,6 @@ std::string escapedText(std::string_view text) {
   return result;
 }
 
-std::string_view cutToUnits(std::string_view utf8, std::size_t units) {
-  if (utf8.size() <= units) {
-    return utf8;
-  }
-  std::size_t used = 0;
-  std::size_t at = 0;
-  while (at < utf8.size()) {
-    constexpr std::size_t kAboveBmp = 4;  // bytes
-    const std::size_t size = std::max<std::size_t>(utf8Length(utf8[at]), 1);
-    used += size == kAboveBmp ? 2 : 1;
-    if (used > units) {
-      break;
-    }
-    at += size;
-  }
-  return utf8.substr(0, at);
-}
-
 void writeTextElement(OutputBuffer& out, MarkupText& markup, std::string_view text) {
   if (text.find(kEscapeBegin) == std::string_view::npos) {
     writeEscapedTextElement(out, markup, text);
@@ -98,6 +80,14 @@ void appendXml(std::string& out, std::string_view text) {
   out.resize(begin + MarkupText::spaceFor(text.size()));
   char* const end = markup.value(out.data() + begin, text);
   out.resize(static_cast<std::size_t>(end - out.data()));
+}
+
+void appendXstring(std::string& out, std::string_view text) {
+  std::string escaped;
+  for (std::size_t at = 0; at < text.size(); ++at) {
+    escaped.append(beginsWithEscape(text.substr(at)) ? "_x005F" : "").append(1, text[at]);
+  }
+  appendXml(out, escaped);
 }
 
 }  // namespace scrivalen::xlsx

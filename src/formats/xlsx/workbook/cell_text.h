@@ -11,9 +11,7 @@ namespace scrivalen::xlsx {
 
 inline constexpr std::size_t kLongestCellText = 32767;  ///< in UTF-16 code units
 
-/// The beginning of a text that has at most so many UTF-16 code units, in whole characters.
-/// @param utf8  well-formed
-std::string_view cutToUnits(std::string_view utf8, std::size_t units);
+inline constexpr std::size_t kMostOfAUnit = 6;  ///< bytes of XML for a UTF-16 code unit, or for a byte of UTF-8
 
 /// Whether a text begins as "_x0041_" does, which readers take for an escaped character (ECMA-376, 22.9.2.19). Some
 /// need no four digits.
@@ -32,5 +30,7 @@ void appendTextElement(std::string& out, MarkupText& markup, std::string_view te
 
 /// Appends the value of an attribute, or the text of an element in which line breaks do not matter.
 void appendXml(std::string& out, std::string_view text);
+/// The same where the type is ST_Xstring: what readers would take for escaped characters is escaped.
+void appendXstring(std::string& out, std::string_view text);
 
 }  // namespace scrivalen::xlsx

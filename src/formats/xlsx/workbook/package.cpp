@@ -137,7 +137,7 @@ std::string customProperties(const WorkbookProperties& properties) {
     out.append("\" name=\"");
     appendXml(out, name);
     out.append("\"><vt:lpwstr>");
-    appendXml(out, value);
+    appendXstring(out, value);
     out.append("</vt:lpwstr></property>");
   }
   return out.append("</Properties>");

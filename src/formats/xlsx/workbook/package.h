@@ -13,14 +13,14 @@
 
 namespace scrivalen::xlsx {
 
-/// What the workbook says of a sheet that is written.
+/// What the workbook says about a sheet that is written.
 struct SheetFacts {
   std::string name;
   std::optional<CellRange> filter = {};
   std::optional<CellRange> titleRows = {};
 };
 
-/// What the parts after the sheets tell of them.
+/// What the parts after the sheets say about them.
 struct WorkbookContent {
   const std::vector<SheetFacts>& sheets;  ///< not owned
   std::size_t drawings = 0;
@@ -28,7 +28,7 @@ struct WorkbookContent {
   std::string places;  ///< elements: the defined names
 };
 
-/// What the workbook tells of itself. The texts are not owned, and an empty one is left out.
+/// What the workbook says about itself. The texts are not owned, and an empty one is left out.
 struct WorkbookProperties {
   std::int64_t created = 0;  ///< in seconds since 1970-01-01 UTC; a year without four digits becomes 1970
   std::string_view title = {};

@@ -2,15 +2,14 @@
 
 #include "formats/xlsx/workbook/cell_name.h"
 #include "formats/xlsx/workbook/cell_text.h"
+#include "formats/xlsx/workbook/decimal_text.h"
 
 #include <charconv>
-#include <cstdio>
 #include <cstring>
 
 namespace scrivalen::xlsx {
 namespace {
 
-constexpr std::uint64_t kLargestSheet = 0xF0000000;  // bytes; an entry of the archive has less than 4 GiB
 constexpr std::size_t kLongestCellStart = 128;
 
 char* putAt(char* out, std::string_view text) {
@@ -18,15 +17,10 @@ char* putAt(char* out, std::string_view text) {
   return out + text.size();
 }
 
-std::string decimalText(double value) {
-  const long hundredths = static_cast<long>(value * 100 + 0.5);
-  char text[48];
-  std::snprintf(text, sizeof text, "%ld.%02ld", hundredths / 100, hundredths % 100);
-  return text;
-}
-
 // A column's width counts the space beside its digits, 5 of 7 pixels.
 constexpr double kSpaceBesideDigits = 5.0 / 7;
+
+std::string widthText(double width) { return decimalText(width + kSpaceBesideDigits, 2); }
 
 std::string columnElements(const std::vector<double>& widths) {
   std::string out;
@@ -38,7 +32,7 @@ std::string columnElements(const std::vector<double>& widths) {
       continue;
     }
     out.append("<col min=\"").append(std::to_string(i + 1)).append("\" max=\"").append(std::to_string(end));
-    out.append("\" width=\"").append(decimalText(widths[i] + kSpaceBesideDigits)).append("\" customWidth=\"1\"/>");
+    out.append("\" width=\"").append(widthText(widths[i])).append("\" customWidth=\"1\"/>");
   }
   return out.empty() ? out : "<cols>" + out + "</cols>";
 }
@@ -65,12 +59,14 @@ void SheetRows::begin(const SheetFrame& frame) {
       "xmlns:r=\"http://schemas.openxmlformats.org/officeDocument/2006/relationships\">");
   put(frame.fitsPage ? "<sheetPr><pageSetUpPr fitToPage=\"1\"/></sheetPr>" : "");
   put(viewElement(frame, number_ == 1));
-  put("<sheetFormatPr defaultRowHeight=\"15\"/>");
+  put("<sheetFormatPr ");
+  if (frame.otherWidth > 0) {
+    put(std::string("defaultColWidth=\"").append(widthText(frame.otherWidth)).append("\" "));
+  }
+  put("defaultRowHeight=\"15\"/>");
   put(columnElements(frame.widths));
   put("<sheetData>");
 }
-
-bool SheetRows::isFull() const { return row_ >= kMostRows || zip_.entrySize() >= kLargestSheet; }
 
 void SheetRows::beginRow(double heightPt) {
   rowDigits_ = std::to_string(row_ + 1);
@@ -80,7 +76,7 @@ void SheetRows::beginRow(double heightPt) {
   out.advance(at);
   if (heightPt > 0) {
     put(" ht=\"");
-    put(decimalText(heightPt));
+    put(decimalText(heightPt, 2));
     put("\"");
   }
   out.put('>');

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/xlsx/workbook/cell_name.h"
 #include "output/archive/zip_writer.h"
 #include "output/markup_text.h"
 
@@ -11,28 +12,42 @@
 
 namespace scrivalen::xlsx {
 
-/// What of a sheet comes before its rows.
+/// The part of a sheet before its rows.
 struct SheetFrame {
-  std::vector<double> widths;  ///< of the first columns, in digits; those with 0, and the others, have the usual one
+  std::vector<double> widths;  ///< of the first columns, in digits; those with 0 have the usual one
+  double otherWidth = 0;       ///< of the others, in digits; 0: the usual one
   std::uint32_t frozenRows = 0;
   bool isRightToLeft = false;
   bool fitsPage = false;  ///< as wide as a page when it is printed
 };
+
+/// How much a sheet takes before another has to continue it.
+struct SheetLimits {
+  std::uint32_t rows = kMostRows;
+  std::uint64_t bytes = 0xF0000000;  ///< of XML; an entry of the archive has less than 4 GiB
+};
+
+/// In bytes: a row of such texts has room even at the end of a sheet, where longer ones may have none.
+inline constexpr std::size_t kShortText = 256;
 
 /// Writes the XML of a sheet, from its first row to its last, into an entry of an archive.
 class SheetRows {
  public:
   /// @param zip     not owned; must outlive this object
   /// @param number  of the sheet, counted from 1
-  SheetRows(ZipWriter& zip, std::size_t number) : zip_(zip), number_(number) {}
+  explicit SheetRows(ZipWriter& zip, std::size_t number, const SheetLimits& limits = {})
+      : zip_(zip), number_(number), limits_(limits) {}
 
   void begin(const SheetFrame& frame);
   std::size_t sheetNumber() const { return number_; }
 
   /// The row that is open, or else the next one; counted from 0.
   std::uint32_t row() const { return row_; }
-  /// Whether no further row has room.
-  bool isFull() const;
+  /// Whether no further row has room. One that begins may be a little longer than what is left: by numbers, and by
+  /// texts of some hundred characters.
+  bool isFull() const { return row_ >= limits_.rows || !hasRoomFor(0); }
+  /// Whether so many bytes of XML have room.
+  bool hasRoomFor(std::uint64_t bytes) const { return zip_.entrySize() + bytes < limits_.bytes; }
   /// @param heightPt  0: the usual one; readers that measure their texts themselves do not change it
   void beginRow(double heightPt = 0);
   void endRow();
@@ -69,6 +84,7 @@ class SheetRows {
 
   ZipWriter& zip_;
   std::size_t number_;
+  SheetLimits limits_;
   MarkupText markup_;
   std::uint32_t row_ = 0;
   std::string rowDigits_;

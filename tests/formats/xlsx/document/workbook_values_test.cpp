@@ -62,7 +62,7 @@ TEST(WorkbookValues, AreOfTheColumnsType) {
   EXPECT_EQ(cellOf("1.5", SCRIVALEN_INTEGER), "\"1.5\"\n");
   EXPECT_EQ(cellOf("15", SCRIVALEN_INTEGER), "15 0\n");
   EXPECT_EQ(cellOf("15", SCRIVALEN_DATE), "\"15\"\n");
-  EXPECT_EQ(cellOf("TRUE", SCRIVALEN_BOOLEAN), "TRUE\n");
+  EXPECT_EQ(cellOf("TRUE", SCRIVALEN_BOOLEAN), "TRUE \"TRUE\";\"TRUE\";\"FALSE\"\n");
   EXPECT_EQ(cellOf("true", SCRIVALEN_BOOLEAN), "\"true\"\n");
 }
 
@@ -81,6 +81,29 @@ TEST(WorkbookValues, ShowNumbersWithTheirDecimals) {
   EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_decimal(book, -5, 3); }), "-0.005 0.000\n");
   EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_decimal(book, 0, 15); }),
             "0.000000000000000 0.000000000000000\n");
+}
+
+TEST(WorkbookValues, ShowLargeWholeNumbersWhole) {
+  EXPECT_EQ(numberOf(1e15), "1000000000000000 0\n");
+  EXPECT_EQ(numberOf(-1234567890123000), "-1234567890123000 0\n");
+  EXPECT_EQ(numberOf(9007199254740992), "9007199254740992\n");
+}
+
+// A spreadsheet shows 15 digits, and groups none in the general format.
+TEST(WorkbookValues, GroupNumbersOfTooManyDigits) {
+  const auto groupedOf = [](double value) {
+    MadeWorkbook workbook;
+    workbook.setting("numbers", "1,234.5");
+    scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+    scrivalen_begin_row(workbook, 0);
+    scrivalen_cell_number(workbook, value);
+    return workbook.cells().substr(3);
+  };
+  EXPECT_EQ(groupedOf(1e6 / 3), "333333.3333333333 #,##0.000000000\n");
+  EXPECT_EQ(groupedOf(123456789.12345679), "123456789.12345679 #,##0.000000 shrunk\n");
+  EXPECT_EQ(groupedOf(9007199254740992), "9007199254740992 #,##0 shrunk\n");
+  EXPECT_EQ(groupedOf(1e20), "100000000000000000000 #,##0 shrunk\n");
+  EXPECT_EQ(groupedOf(1e21), "1e+21\n");
 }
 
 TEST(WorkbookValues, ShowIntegersWhole) {
@@ -109,7 +132,7 @@ TEST(WorkbookValues, AreDatesTimesAndBooleans) {
   EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_date(book, 1); }, 0, "yyyy-mm"), "25570 yyyy-mm\n");
   EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_time(book, 3600); }, 0, "hh:mm"),
             "25569.041666666668 hh:mm\n");
-  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_boolean(book, 7); }), "TRUE\n");
+  EXPECT_EQ(valueOf([](MadeWorkbook& book) { scrivalen_cell_boolean(book, 7); }), "TRUE \"TRUE\";\"TRUE\";\"FALSE\"\n");
 }
 
 // 25932.15568287037, the nearest number, is less than that time.

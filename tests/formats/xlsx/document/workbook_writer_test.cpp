@@ -45,6 +45,27 @@ TEST(WorkbookWriter, GivesEachPartOfATextItsFont) {
       "</rPr><t>d</t></r></is>"));
 }
 
+// White text would be lost without its background.
+TEST(WorkbookWriter, GivesPartsOfATextNeitherBackgroundsNorTheirColours) {
+  MadeWorkbook workbook;
+  scrivalen_begin_paragraph(workbook, nullptr);
+  scrivalen_begin_colored(workbook, "white", "navy");
+  workbook.text("a");
+  workbook.end();
+  workbook.text(" b ");
+  scrivalen_begin_colored(workbook, "red", nullptr);
+  workbook.text("c");
+  workbook.end(2);
+  scrivalen_begin_paragraph(workbook, nullptr);
+  scrivalen_begin_colored(workbook, "white", "navy");
+  workbook.text("whole");
+  workbook.end(2);
+  EXPECT_EQ(workbook.cells(), "A1 \"a b c\"\nA2 \"whole\" color=FFFFFF fill=000080\n");
+  EXPECT_FALSE(workbook.sheetHas("FFFFFFFF"));
+  EXPECT_TRUE(workbook.sheetHas("<color rgb=\"FFFF0000\"/><rFont val=\"Calibri\"/></rPr><t>c</t></r>"));
+  EXPECT_EQ(warningsOf(workbook), "0 4 1 backgrounds of parts of a text, which only whole cells have\n");
+}
+
 TEST(WorkbookWriter, IndentsListsAndQuotesByTheirDepth) {
   MadeWorkbook workbook;
   scrivalen_begin_list(workbook, 0, 0, 1);
@@ -92,6 +113,15 @@ TEST(WorkbookWriter, HasARowForEachLineOfCode) {
   workbook.end();
   workbook.paragraph("c");
   EXPECT_EQ(workbook.cells(), "A1 \"a\" Courier New\nA2 \"\" Courier New\nA3 \"  12\" Courier New\nA4 \"c\"\n");
+}
+
+// Spreadsheets show no tabs.
+TEST(WorkbookWriter, IndentsCodeByBlanks) {
+  MadeWorkbook workbook;
+  scrivalen_begin_code(workbook, nullptr);
+  workbook.text("if\n\ta\tb\n\t\tc\n");
+  workbook.end();
+  EXPECT_EQ(workbook.cells(), "A1 \"if\" Courier New\nA2 \"    a   b\" Courier New\nA3 \"        c\" Courier New\n");
 }
 
 TEST(WorkbookWriter, LinksTheLinesOfContentsAndShowsNoTitle) {
@@ -148,6 +178,18 @@ TEST(WorkbookWriter, PlacesPictures) {
   EXPECT_NE(drawing.find("<xdr:row>3</xdr:row>"), std::string::npos);
   EXPECT_EQ(workbook.part("xl/media/image1.png"), png);
   EXPECT_EQ(workbook.part("xl/drawings/_rels/drawing1.xml.rels").find("rId2"), std::string::npos);
+}
+
+TEST(WorkbookWriter, MakesAColumnAsWideAsItsPicture) {
+  MadeWorkbook workbook;
+  const std::string png = scrivalen::test::greyPng(4, 4);
+  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+  scrivalen_begin_row(workbook, 0);
+  scrivalen_begin_cell(workbook, nullptr);
+  scrivalen_image(workbook, png.data(), png.size(), "no width is for this text, which nobody sees here", 105);
+  workbook.end(3);
+  EXPECT_TRUE(workbook.sheetHas("<col min=\"1\" max=\"1\" width=\"20"));
+  EXPECT_NE(workbook.part("xl/drawings/drawing1.xml").find("<xdr:ext cx=\"1333500\""), std::string::npos);
 }
 
 // Excel and LibreOffice exchange the sides of such an anchor before they turn the picture.

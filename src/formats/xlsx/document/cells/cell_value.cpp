@@ -18,6 +18,7 @@ constexpr std::int64_t kFirstLong = 1'000'000'000'000'000;  // of 16 digits
 constexpr std::int64_t kSerialOfEpoch = 25569;
 constexpr std::int64_t kFirstDay = daysOf({1900, 3, 1});
 constexpr std::int64_t kLastDay = daysOf({9999, 12, 31});
+constexpr std::size_t kMostDigits = 15;  // that are significant
 constexpr double kGreatest = 9.99999999999999e307;
 constexpr double kLeast = 2.2250738585072014e-308;  // the smallest normal number
 
@@ -39,15 +40,16 @@ std::string_view digitsFrom(const char* begin, const char* end) {
 }
 
 struct Digits {
-  std::size_t length;  // as shown, with point and minus
-  std::size_t significant;
+  std::size_t length;       // as shown, with point and minus
+  std::size_t significant;  // without the zeros at the end of a whole number
   std::size_t decimals;
 };
 
 Digits digitsOf(std::string_view number) {
   const std::size_t point = number.find('.');
   const std::size_t first = number.find_first_of("123456789");
-  std::size_t significant = first == number.npos ? 0 : number.size() - first;
+  const std::size_t end = point == number.npos ? number.find_last_not_of('0') + 1 : number.size();
+  std::size_t significant = first == number.npos ? 0 : end - first;
   if (point != number.npos && first < point) {
     --significant;
   }
@@ -76,9 +78,12 @@ std::string_view decimalDigits(std::int64_t digits, int decimals, char* buffer) 
 NumberFormats::NumberFormats(const document::FormatSettings& settings, CellFormats& formats)
     : formats_(formats),
       isGrouped_(!document::NumberStyle::of(settings.text("numbers")).value_or(document::NumberStyle()).group.empty()),
-      isoDate_(formats.addNumber("yyyy-mm-dd")),
-      date_(formats.addNumber(dateCode(settings.text("dates")))),
-      time_(formats.addNumber(dateCode(settings.text("dates")).append(" hh:mm:ss"))) {}
+      isoDate_(own("yyyy-mm-dd")),
+      date_(own(dateCode(settings.text("dates")))),
+      time_(own(dateCode(settings.text("dates")).append(" hh:mm:ss"))) {}
+
+// These few have room before and after those of columns.
+NumberFormat NumberFormats::own(std::string_view code) { return formats_.addNumber(code).value_or(kGeneral); }
 
 NumberFormat NumberFormats::decimals(int count, bool isGrouped) {
   NumberFormat& known = decimals_[isGrouped ? 1 : 0][std::clamp(count, 0, kMostDecimals)];
@@ -87,21 +92,41 @@ NumberFormat NumberFormats::decimals(int count, bool isGrouped) {
     if (count > 0) {
       code.append(".").append(static_cast<std::size_t>(count), '0');
     }
-    known = formats_.addNumber(code);
+    known = own(code);
   }
   return known;
 }
 
-NumberFormat NumberFormats::pattern(std::string_view pattern) {
-  return formats_.addNumber(isDatePattern(pattern) ? dateCode(pattern) : std::string(pattern));
+NumberFormat NumberFormats::allOf(std::string_view digits) {
+  const Digits shown = digitsOf(digits);
+  const bool isPlain = digits.find('e') == digits.npos;
+  return isPlain && shown.significant <= kMostDigits && shown.decimals <= kMostDecimals
+             ? decimals(static_cast<int>(shown.decimals), false)
+             : kGeneral;
+}
+
+// Excel needs none, but LibreOffice shows the 1 or 0 of a boolean that is aligned.
+NumberFormat NumberFormats::boolean() {
+  if (boolean_ == kGeneral) {
+    boolean_ = own("\"TRUE\";\"TRUE\";\"FALSE\"");
+  }
+  return boolean_;
+}
+
+std::optional<NumberFormat> NumberFormats::pattern(std::string_view pattern) {
+  constexpr std::size_t kOwn = std::size_t{2} * (kMostDecimals + 1) + 1;  // of decimals and booleans
+  const auto known = formats_.addNumber(isDatePattern(pattern) ? dateCode(pattern) : std::string(pattern), kOwn);
+  refused_ += known ? 0u : 1u;
+  return known;
 }
 
 ColumnValues::ColumnValues(const document::Column& column, NumberFormats& formats)
     : formats_(formats), type_(column.type), isGrouped_(formats.isGrouped()), decimals_(column.format.decimals()) {
-  if (const std::string_view pattern = column.format.pattern(); !pattern.empty()) {
+  const std::string_view pattern = column.format.pattern();
+  if (const auto known = pattern.empty() ? std::nullopt : formats.pattern(pattern)) {
     hasDatePattern_ = isDatePattern(pattern);
     hasNumberPattern_ = !hasDatePattern_;
-    pattern_ = formats.pattern(pattern);
+    pattern_ = *known;
   }
 }
 
@@ -113,7 +138,7 @@ CellValue ColumnValues::of(const Cell& cell, char* buffer) {
     case ValueType::Integer: return ofInteger(cell.integer, buffer);
     case ValueType::Date: return ofDate(cell.integer, hasDatePattern_ ? pattern_ : formats_.date(), buffer);
     case ValueType::Time: return ofTime(cell.integer, hasDatePattern_ ? pattern_ : formats_.time(), buffer);
-    case ValueType::Boolean: return {CellValue::Kind::Boolean, kGeneral, cell.integer != 0 ? "1" : "0"};
+    case ValueType::Boolean: return {CellValue::Kind::Boolean, formats_.boolean(), cell.integer != 0 ? "1" : "0"};
   }
   return {};
 }
@@ -132,15 +157,26 @@ CellValue ColumnValues::ofText(std::string_view text, char* buffer) {
     }
   }
   if (type_ == ValueType::Boolean && (text == "TRUE" || text == "FALSE")) {
-    return {CellValue::Kind::Boolean, kGeneral, text == "TRUE" ? "1" : "0"};
+    return {CellValue::Kind::Boolean, formats_.boolean(), text == "TRUE" ? "1" : "0"};
   }
   return {};
 }
 
-// Without a format of its column, a number is shown with all of its decimals. The general format shows ten characters.
-CellValue ColumnValues::ofNumber(const Cell& cell, char* buffer) {
-  constexpr std::size_t kMostDigits = 15;
+// Without a format of its column, a number is shown with all of its decimals, as far as a sheet shows them. The general
+// format shows ten characters, and has no groups.
+NumberFormat ColumnValues::formatOf(std::string_view digits) {
   constexpr std::size_t kShownInGeneral = 10;
+  Digits shown = digitsOf(digits);
+  if (isGrouped_ && shown.significant > kMostDigits) {
+    shown.decimals -= std::min(shown.significant - kMostDigits, shown.decimals);
+    shown.significant = kMostDigits;
+  }
+  const bool isGeneral = shown.significant > kMostDigits || shown.decimals > kMostDigits ||
+                         (shown.length <= kShownInGeneral && !isGrouped_);
+  return isGeneral ? kGeneral : formats_.decimals(static_cast<int>(shown.decimals), isGrouped_);
+}
+
+CellValue ColumnValues::ofNumber(const Cell& cell, char* buffer) {
   constexpr double kPlainFrom = 1e-7;
   constexpr double kPlainBelow = 1e21;
   if (cell.decimals > 0 && (cell.integer >= kFirstLong || cell.integer <= -kFirstLong)) {
@@ -164,12 +200,7 @@ CellValue ColumnValues::ofNumber(const Cell& cell, char* buffer) {
   if (decimals_ != 0) {
     return number(formats_.decimals(decimals_, isGrouped_));
   }
-  const Digits shown = digitsOf(digits);
-  if (!isPlain || shown.significant > kMostDigits || shown.decimals > kMostDigits ||
-      (shown.length <= kShownInGeneral && !isGrouped_)) {
-    return number(kGeneral);
-  }
-  return number(formats_.decimals(static_cast<int>(shown.decimals), isGrouped_));
+  return number(isPlain ? formatOf(digits) : kGeneral);
 }
 
 CellValue ColumnValues::ofInteger(std::int64_t value, char* buffer) {

@@ -6,6 +6,7 @@
 #include "formats/xlsx/workbook/cell_formats.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -34,11 +35,18 @@ class NumberFormats {
   NumberFormat isoDate() const { return isoDate_; }
   NumberFormat date() const { return date_; }
   NumberFormat time() const { return time_; }
-  /// That of a column; of a date or a time, if its pattern is one.
-  NumberFormat pattern(std::string_view pattern);
+  NumberFormat boolean();
+  /// The one that shows all digits of a number as they are, if there is one; else the general one.
+  NumberFormat allOf(std::string_view digits);
+  /// That of a column; of a date or a time, if its pattern is one. Nothing if it is one too many for the workbook.
+  std::optional<NumberFormat> pattern(std::string_view pattern);
+  /// How many columns have not got theirs.
+  std::uint64_t refused() const { return refused_; }
 
  private:
   static constexpr int kMostDecimals = 15;
+
+  NumberFormat own(std::string_view code);
 
   CellFormats& formats_;
   document::Values plain_{{}, {}};
@@ -48,6 +56,8 @@ class NumberFormats {
   NumberFormat isoDate_;
   NumberFormat date_;
   NumberFormat time_;
+  std::uint64_t refused_ = 0;
+  NumberFormat boolean_ = kGeneral;  // not asked for yet
 };
 
 /// Makes the values of a column. A text becomes one only if the sheet, in an English locale, shows exactly the text;
@@ -67,6 +77,7 @@ class ColumnValues {
 
  private:
   CellValue ofNumber(const document::Cell& cell, char* buffer);
+  NumberFormat formatOf(std::string_view digits);
   CellValue ofInteger(std::int64_t value, char* buffer);
   CellValue ofDate(std::int64_t days, NumberFormat format, char* buffer) const;
   CellValue ofTime(std::int64_t seconds, NumberFormat format, char* buffer) const;

@@ -41,6 +41,9 @@ std::uint16_t sizeOf(double points) {
 void RichTextCollector::begin(const Font& font) { fonts_.assign(1, font); }
 
 RichText RichTextCollector::take() {
+  if (!colored_.empty()) {
+    settleBackgrounds();
+  }
   if (!links_.empty()) {
     settleLinks();
   }
@@ -66,16 +69,13 @@ void RichTextCollector::write(const Event& event) {
     case EventKind::Image: return addPicture(event);
     case EventKind::Anchor: text_.anchors.emplace_back(event.id); return;
     case EventKind::BeginSpan: return beginSpan(event.span);
-    case EventKind::BeginColored:
-      font.color = event.color.value_or(font.color);
-      text_.fill = event.background && text_.text.empty() ? *event.background : text_.fill;
-      return fonts_.push_back(font);
+    case EventKind::BeginColored: return beginColored(event);
+    case EventKind::EndColored: return endColored();
     case EventKind::BeginSized: font.size = sizeOf(event.points); return fonts_.push_back(font);
     case EventKind::BeginLink: return beginLink(event);
     case EventKind::EndLink: return endLink();
     case EventKind::BeginLanguage: return fonts_.push_back(font);
     case EventKind::EndSpan:
-    case EventKind::EndColored:
     case EventKind::EndSized:
     case EventKind::EndLanguage: return fonts_.pop_back();
     default: return;
@@ -87,6 +87,45 @@ void RichTextCollector::beginSpan(Span span) {
   font.flags |= flagOf(span);
   font.family = span == Span::Code ? Family::Code : font.family;
   fonts_.push_back(font);
+}
+
+void RichTextCollector::beginColored(const Event& event) {
+  Font font = fonts_.back();
+  const std::uint32_t outerColor = font.color;
+  font.color = event.color.value_or(font.color);
+  const std::size_t at = text_.text.size();
+  colored_.push_back({at, at, event.background.value_or(kNoColor), font.color, outerColor});
+  fonts_.push_back(font);
+}
+
+void RichTextCollector::endColored() {
+  fonts_.pop_back();
+  const auto part =
+      std::find_if(colored_.rbegin(), colored_.rend(), [](const ColoredPart& known) { return known.isOpen; });
+  if (part != colored_.rend()) {
+    part->isOpen = false;
+    part->end = text_.text.size();
+  }
+}
+
+// Of parts that have the whole text the innermost counts.
+void RichTextCollector::settleBackgrounds() {
+  const std::size_t size = text_.text.size();
+  for (const ColoredPart& part : std::exchange(colored_, {})) {
+    const std::size_t end = part.isOpen ? size : part.end;
+    if (part.background == kNoColor || part.begin == end) {
+      continue;
+    }
+    if (part.begin == 0 && end == size) {
+      text_.fill = part.background;
+      continue;
+    }
+    ++text_.plainParts;
+    for (TextRun& run : text_.runs) {
+      const bool isInPart = run.begin >= part.begin && run.begin < end;
+      run.font.color = isInPart && run.font.color == part.color ? part.outerColor : run.font.color;
+    }
+  }
 }
 
 void RichTextCollector::beginLink(const Event& link) {
@@ -127,6 +166,7 @@ void RichTextCollector::settleLinks() {
     text_.links.push_back(part.link);
     return;
   }
+  text_.plainLinks = links.size();
   for (auto part = links.rbegin(); part != links.rend(); ++part) {
     const std::string shown = text_.text.substr(part->begin, part->end - part->begin);
     addAddress(part->end, std::string_view(document::withAddress(shown, part->link.address)).substr(shown.size()));
@@ -147,9 +187,8 @@ void RichTextCollector::addPicture(const Event& event) {
   if (event.picture == nullptr) {
     return add(event.text);
   }
-  const double scale = event.points > 0 ? event.points / event.picture->widthPt() : 1;
-  text_.pictures.push_back({event.picture->shared_from_this(), event.picture->widthPt() * scale,
-                            event.picture->heightPt() * scale, std::string(event.text)});
+  const auto [width, height] = event.picture->shownSize(event.points);
+  text_.pictures.push_back({event.picture->shared_from_this(), width, height, std::string(event.text)});
 }
 
 }  // namespace scrivalen::xlsx

@@ -39,12 +39,15 @@ struct RichText {
   std::vector<std::string> anchors;
   std::vector<PlacedPicture> pictures;
   std::uint32_t fill = kNoColor;  ///< the background of the whole text, if it has one
+  std::size_t plainLinks = 0;     ///< that are texts with addresses, as a cell is a link as a whole or not at all
+  std::size_t plainParts = 0;     ///< how many lost their backgrounds
 
   bool isEmpty() const { return text.empty() && pictures.empty(); }
 };
 
 /// Collects the text of a block or cell. The only link of a short text is that of its cell. In other texts a link is
-/// followed by its address, because a cell is a link as a whole or not at all.
+/// followed by its address, because a cell is a link as a whole or not at all. So it is with backgrounds: a part of a
+/// text has none, and then the text's usual colour too, which can be read without it.
 class RichTextCollector : public document::EventSink {
  public:
   /// Begins a text whose usual font this is.
@@ -57,6 +60,9 @@ class RichTextCollector : public document::EventSink {
 
  private:
   void addPicture(const document::Event& event);
+  void beginColored(const document::Event& event);
+  void endColored();
+  void settleBackgrounds();
   void beginSpan(document::Span span);
   void beginLink(const document::Event& link);
   void endLink();
@@ -71,6 +77,15 @@ class RichTextCollector : public document::EventSink {
     std::size_t end;
   };
   std::vector<LinkedPart> links_;
+  struct ColoredPart {
+    std::size_t begin;
+    std::size_t end;
+    std::uint32_t background;  // kNoColor: none
+    std::uint32_t color;
+    std::uint32_t outerColor;
+    bool isOpen = true;
+  };
+  std::vector<ColoredPart> colored_;
   bool isInLink_ = false;
 };
 

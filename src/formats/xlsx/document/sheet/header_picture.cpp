@@ -1,35 +1,36 @@
 #include "formats/xlsx/document/sheet/header_picture.h"
 
+#include "document/pictures/drawing_turn.h"
+#include "formats/xlsx/workbook/decimal_text.h"
 #include "formats/xlsx/workbook/relations.h"
 
-#include <cmath>
+#include <algorithm>
+#include <utility>
 
 namespace scrivalen::xlsx {
 namespace {
 
-constexpr int kPerPoint = 100;
-
-std::string pointText(double points) {
-  const long hundredths = std::lround(points * kPerPoint);
-  const long rest = hundredths % kPerPoint;
-  return std::to_string(hundredths / kPerPoint)
-      .append(rest < 10 ? ".0" : ".")
-      .append(std::to_string(rest))
-      .append("pt");
+// The pictures of headers cannot be turned. One on its side gets its stored proportions in the room that it has.
+void setStoredSize(document::HeaderImage& image) {
+  const double scale = std::min(1.0, image.heightPt / image.widthPt);
+  std::swap(image.widthPt, image.heightPt);
+  image.widthPt *= scale;
+  image.heightPt *= scale;
 }
 
 }  // namespace
 
 HeaderPicture::HeaderPicture(const document::FormatSettings& settings, document::OutputWarnings& warnings)
     : image_(document::headerImageOf(settings, warnings)) {
+  if (image_.picture && document::isOnItsSide(image_.picture->orientation())) {
+    setStoredSize(image_);
+  }
   if (image_.picture && image_.picture->orientation() != 1) {
     warnings.add(document::WarningCode::SomethingLeftOut, "the turn of the header's picture, which is shown as stored");
   }
 }
 
-std::string_view HeaderPicture::extension() const {
-  return image_.picture->format() == document::Picture::Format::Png ? ".png" : ".jpeg";
-}
+std::string_view HeaderPicture::extension() const { return document::Picture::extensionOf(image_.picture->format()); }
 
 void HeaderPicture::writeImage(ZipWriter& zip, const std::string& file) const {
   zip.addStored("xl/media/" + file, image_.picture->bytes());
@@ -50,9 +51,9 @@ void HeaderPicture::writeDrawing(ZipWriter& zip, std::size_t sheet, const std::s
       "<o:lock v:ext=\"edit\" aspectratio=\"t\"/></v:shapetype><v:shape id=\"LH\" o:spid=\"_x0000_s");
   vml.append(std::to_string(sheet * 1024 + 1));
   vml.append("\" type=\"#_x0000_t75\" style=\"position:absolute;margin-left:0;margin-top:0;width:");
-  vml.append(pointText(image_.widthPt)).append(";height:").append(pointText(image_.heightPt));
+  vml.append(decimalText(image_.widthPt, 2)).append("pt;height:").append(decimalText(image_.heightPt, 2));
   vml.append(
-      ";z-index:1\"><v:imagedata o:relid=\"rId1\" o:title=\"\"/><o:lock v:ext=\"edit\" "
+      "pt;z-index:1\"><v:imagedata o:relid=\"rId1\" o:title=\"\"/><o:lock v:ext=\"edit\" "
       "rotation=\"t\"/></v:shape></xml>");
   zip.addEntry("xl/drawings/" + name, vml);
   zip.addEntry(std::string("xl/drawings/_rels/").append(name).append(".rels"),

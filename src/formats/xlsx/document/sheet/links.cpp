@@ -6,12 +6,42 @@
 #include "text/utf.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace scrivalen::xlsx {
 namespace {
 
 constexpr std::size_t kLongestPlaceName = 200;  // below the 255 that spreadsheet programs accept
-constexpr std::size_t kLongestTitle = 255;      // UTF-16 code units
+
+struct SplitAddress {
+  std::string target;      // as a URL has it
+  std::string_view place;  // after a number sign
+};
+
+constexpr std::string_view kFileScheme = "file:///";
+
+bool isWindowsPath(std::string_view address) {
+  return address.starts_with("\\\\") || (address.size() > 2 && isAsciiLetter(address[0]) &&
+                                         (address.substr(1, 2) == ":\\" || address.substr(1, 2) == ":/"));
+}
+
+// Spreadsheet programs write the path of a file in Windows with its backslashes, and follow no escaped ones.
+std::string targetOf(std::string_view address) {
+  if (!isWindowsPath(address)) {
+    return asciiAddress(toWide(address));
+  }
+  std::string target(kFileScheme);
+  for (std::size_t end = address.find('\\'); end != address.npos; end = address.find('\\')) {
+    target.append(asciiAddress(toWide(address.substr(0, end)))).push_back('\\');
+    address.remove_prefix(end + 1);
+  }
+  return target.append(asciiAddress(toWide(address)));
+}
+
+SplitAddress split(std::string_view address) {
+  const std::size_t sign = std::min(address.find('#'), address.size());
+  return {targetOf(address.substr(0, sign)), address.substr(std::min(sign + 1, address.size()))};
+}
 
 }  // namespace
 
@@ -20,17 +50,28 @@ const std::string& NamedPlaces::nameOf(std::string_view id) {
   return known != names_.end() ? known->second : names_.emplace(std::string(id), newName(id)).first->second;
 }
 
-// It begins with an underscore, so that it is not the name of a cell.
+// It begins with an underscore, so that it is not the name of a cell, and readers take no part of it for an escaped
+// character.
 std::string NamedPlaces::newName(std::string_view id) {
   std::string base("_");
   for (const char c : id.substr(0, kLongestPlaceName)) {
     base.push_back(isAsciiLetter(c) || isAsciiDigit(c) ? c : '_');
   }
-  std::string name = base;
-  for (std::size_t number = 2; !usedNames_.insert(asciiLowered(std::string_view(name))).second; ++number) {
-    name = std::string(base).append("_").append(std::to_string(number));
+  for (std::size_t at = 0; at < base.size(); ++at) {
+    if (beginsWithEscape(std::string_view(base).substr(at))) {
+      base[at + 1] = 'X';
+    }
   }
-  return name;
+  const std::string lowered = asciiLowered(std::string_view(base));
+  if (usedNames_.insert(lowered).second) {
+    return base;
+  }
+  for (std::size_t& number = numbers_.try_emplace(lowered, 1).first->second;;) {
+    const std::string suffix = std::string("_").append(std::to_string(++number));
+    if (usedNames_.insert(lowered + suffix).second) {
+      return base + suffix;
+    }
+  }
 }
 
 void NamedPlaces::add(std::string_view id, std::string cell) {
@@ -52,6 +93,18 @@ std::string NamedPlaces::xml() const {
   return out;
 }
 
+bool SheetLinks::takes(std::string_view address) const {
+  constexpr std::size_t kLongestEscape = 3;  // of a byte, as in "%C3"
+  if (count_ >= kMost || address.size() > kLongestAddress) {
+    return false;
+  }
+  if (address.starts_with('#') || address.size() * kLongestEscape + kFileScheme.size() <= kLongestAddress) {
+    return true;
+  }
+  const SplitAddress parts = split(address);
+  return parts.target.size() + parts.place.size() < kLongestAddress;
+}
+
 // What follows a number sign in an address of elsewhere is an attribute of its own.
 void SheetLinks::add(const std::string& cell, std::string_view address, std::string_view title) {
   ++count_;
@@ -59,17 +112,17 @@ void SheetLinks::add(const std::string& cell, std::string_view address, std::str
   if (address.starts_with('#')) {
     links_.append(" location=\"").append(places_.nameOf(address.substr(1)));
   } else {
-    const std::size_t sign = std::min(address.find('#'), address.size());
-    relations_.push_back({"hyperlink", asciiAddress(toWide(address.substr(0, sign))), true});
+    SplitAddress parts = split(address);
+    relations_.push_back({"hyperlink", std::move(parts.target), true});
     links_.append(" r:id=\"rId").append(std::to_string(relations_.size()));
-    if (sign + 1 < address.size()) {
+    if (!parts.place.empty()) {
       links_.append("\" location=\"");
-      appendXml(links_, address.substr(sign + 1));
+      appendXstring(links_, parts.place);
     }
   }
   if (!title.empty()) {
     links_.append("\" tooltip=\"");
-    appendXml(links_, cutToUnits(title, kLongestTitle));
+    appendXstring(links_, title);
   }
   links_.append("\"/>");
 }

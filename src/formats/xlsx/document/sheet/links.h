@@ -28,22 +28,26 @@ class NamedPlaces {
   std::map<std::string, std::string, std::less<>> names_;  // of ids that links name
   std::map<std::string, std::string, std::less<>> cells_;  // of ids
   std::set<std::string, std::less<>> usedNames_;           // in lower case
+  std::map<std::string, std::size_t> numbers_;             // the last ones of names that several places wish, likewise
 };
 
 /// The hyperlinks of a sheet.
 class SheetLinks {
  public:
   static constexpr std::size_t kMost = 65530;           ///< on a sheet
-  static constexpr std::size_t kLongestAddress = 2079;  ///< in bytes
+  static constexpr std::size_t kLongestAddress = 2079;  ///< in bytes, as the file has it
 
   /// @param places  not owned; must outlive this object
   explicit SheetLinks(NamedPlaces& places) : places_(places) {}
 
   /// Whether the sheet takes a link to this address.
-  bool takes(std::string_view address) const { return count_ < kMost && address.size() <= kLongestAddress; }
-  /// @param cell  its name
+  bool takes(std::string_view address) const;
+  /// @param cell   its name
+  /// @param title  at most 255 UTF-16 code units
   void add(const std::string& cell, std::string_view address, std::string_view title);
 
+  /// How many bytes the links have so far.
+  std::size_t size() const { return links_.size(); }
   /// The element "hyperlinks"; empty without any.
   std::string xml() const;
   const std::vector<Relation>& relations() const { return relations_; }

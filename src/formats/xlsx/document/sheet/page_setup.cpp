@@ -3,9 +3,10 @@
 #include "document/settings/page.h"
 #include "document/settings/running_text.h"
 #include "formats/xlsx/workbook/cell_text.h"
+#include "formats/xlsx/workbook/decimal_text.h"
+#include "text/utf.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <iterator>
 #include <utility>
 
@@ -25,14 +26,7 @@ struct PaperCode {
 
 constexpr PaperCode kPaperCodes[] = {{"Letter", 1}, {"Legal", 5}, {"A3", 8}, {"A4", 9}, {"A5", 11}};
 
-std::string numberText(double value) {
-  char text[32];
-  const int hundredths = static_cast<int>(value * 10000 + 0.5);
-  std::snprintf(text, sizeof text, "%d.%04d", hundredths / 10000, hundredths % 10000);
-  std::string number(text);
-  number.erase(number.find_last_not_of('0') + 1);
-  return number.ends_with('.') ? number.substr(0, number.size() - 1) : number;
-}
+std::string numberText(double value) { return shortDecimalText(value, 4); }
 
 std::string marginsXml(const document::Page& page) {
   constexpr double kEdgeShare = 0.4;  // of a margin, from the paper's edge to the header or footer
@@ -66,23 +60,65 @@ std::string paperAttributes(const document::FormatSettings& settings) {
       .append("mm\"");
 }
 
-std::string codeOf(const RunningPiece& piece, const document::FormatSettings& settings) {
-  const auto quoted = [](std::string_view text) {
-    std::string result;
-    for (const char c : text) {
-      result.append(c == '&' ? "&" : "").push_back(c);
+// The codes of a header or footer, up to the longest. Each code and each character is there as a whole or not at all.
+class RunningCodes {
+ public:
+  void addCode(std::string_view code) { add(code, code.size()); }
+  /// A code that stands for a number, to which readers add what follows with a sign.
+  void addNumber(std::string_view code);
+  void addText(std::string_view text);
+
+  const std::string& codes() const { return codes_; }
+  bool isCut() const { return isCut_; }
+
+ private:
+  void add(std::string_view part, std::size_t units);
+
+  std::string codes_;
+  std::size_t units_ = 0;
+  bool isCut_ = false;
+  bool isAfterNumber_ = false;
+};
+
+void RunningCodes::addNumber(std::string_view code) {
+  addCode(code);
+  isAfterNumber_ = true;
+}
+
+void RunningCodes::addText(std::string_view text) {
+  addCode(isAfterNumber_ && (text.starts_with('-') || text.starts_with('+')) ? " " : "");
+  const char* at = text.data();
+  const char* const end = at + text.size();
+  while (at != end) {
+    const char* const begin = at;
+    char32_t c = kReplacement;
+    nextUtf8(at, end, c);
+    if (c == U'&') {
+      addCode("&&");
+    } else {
+      add({begin, static_cast<std::size_t>(at - begin)}, unitsOf(c));
     }
-    return result;
-  };
-  switch (piece.field) {
-    case RunningField::Page: return "&P";
-    case RunningField::Pages: return "&N";
-    case RunningField::Title: return quoted(settings.text("title"));
-    case RunningField::Date: return quoted(document::shownDate(settings));
-    case RunningField::Section: return "&A";
-    case RunningField::None: break;
   }
-  return quoted(piece.text);
+}
+
+void RunningCodes::add(std::string_view part, std::size_t units) {
+  isAfterNumber_ = isAfterNumber_ && part.empty();
+  isCut_ = isCut_ || units_ + units > kLongestRunningText;
+  if (!isCut_) {
+    codes_.append(part);
+    units_ += units;
+  }
+}
+
+void addPiece(RunningCodes& codes, const RunningPiece& piece, const document::FormatSettings& settings) {
+  switch (piece.field) {
+    case RunningField::Page: return codes.addNumber("&P");
+    case RunningField::Pages: return codes.addNumber("&N");
+    case RunningField::Title: return codes.addText(settings.text("title"));
+    case RunningField::Date: return codes.addText(document::shownDate(settings));
+    case RunningField::Section: return codes.addCode("&A");
+    case RunningField::None: return codes.addText(piece.text);
+  }
 }
 
 // ECMA-376, 18.3.1.46.
@@ -90,21 +126,20 @@ std::string runningCodes(const document::FormatSettings& settings, std::string_v
                          document::OutputWarnings& warnings) {
   constexpr std::string_view kPlaces[] = {"&L", "&C", "&R"};
   const document::RunningText pieces = document::runningTextOf(settings.text(name));
-  std::string codes;
+  RunningCodes codes;
   for (std::size_t i = 0; i < pieces.size(); ++i) {
     const bool isAtPicture = hasPicture && i == 0;
-    codes.append(pieces[i].empty() && !isAtPicture ? "" : kPlaces[i]).append(isAtPicture ? "&G" : "");
-    codes.append(isAtPicture && !pieces[i].empty() ? " " : "");
+    codes.addCode(pieces[i].empty() && !isAtPicture ? "" : kPlaces[i]);
+    codes.addCode(isAtPicture ? "&G" : "");
+    codes.addCode(isAtPicture && !pieces[i].empty() ? " " : "");
     for (const RunningPiece& piece : pieces[i]) {
-      codes.append(codeOf(piece, settings));
+      addPiece(codes, piece, settings);
     }
   }
-  const std::string_view kept = cutToUnits(codes, kLongestRunningText);
-  if (kept.size() < codes.size()) {
+  if (codes.isCut()) {
     warnings.add(document::WarningCode::TextCut, std::string("a ").append(name).append(" cut at 255 characters"));
   }
-  codes.resize(kept.size());
-  return codes;
+  return codes.codes();
 }
 
 }  // namespace
@@ -123,7 +158,7 @@ PageSetup::PageSetup(const document::FormatSettings& settings, document::OutputW
   const auto append = [this](std::string_view element, const std::string& codes) {
     if (!codes.empty()) {
       running_.append("<").append(element).append(">");
-      appendXml(running_, codes);
+      appendXstring(running_, codes);
       running_.append("</").append(element).append(">");
     }
   };

@@ -29,10 +29,6 @@ void appendElement(std::string& out, std::string_view name, const std::string& c
   out.append("<xdr:").append(name).append(">").append(content).append("</xdr:").append(name).append(">");
 }
 
-std::string_view extensionOf(document::Picture::Format format) {
-  return format == document::Picture::Format::Png ? ".png" : ".jpeg";
-}
-
 }  // namespace
 
 // Excel and LibreOffice take the anchor of a picture on its side for the box that it is shown in.
@@ -73,8 +69,9 @@ void SheetPictures::write(ZipWriter& zip, std::size_t drawing, std::size_t& imag
   zip.addEntry("xl/drawings/" + name, xml.append(anchors_).append("</xdr:wsDr>"));
   std::vector<Relation> relations;
   for (std::size_t i = 0; i < waiting_.size(); ++i) {
-    const std::string file =
-        std::string("image").append(std::to_string(++images)).append(extensionOf(waiting_.format(i)));
+    const std::string file = std::string("image")
+                                 .append(std::to_string(++images))
+                                 .append(document::Picture::extensionOf(waiting_.format(i)));
     zip.addStored("xl/media/" + file, waiting_.read(i));
     relations.push_back({"image", "../media/" + file});
   }

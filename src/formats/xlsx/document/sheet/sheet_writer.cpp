@@ -3,6 +3,7 @@
 #include "document/plain/link_text.h"
 #include "formats/xlsx/document/sheet/column_layout.h"
 #include "formats/xlsx/workbook/cell_text.h"
+#include "text/utf.h"
 
 #include <algorithm>
 #include <utility>
@@ -10,17 +11,36 @@
 namespace scrivalen::xlsx {
 namespace {
 
-constexpr std::size_t kMostBreaks = 1023;  // below the 1,026 that spreadsheet programs accept
+constexpr std::size_t kMostOfACharacter = 3;  // bytes of UTF-8 for a UTF-16 code unit
+constexpr std::size_t kLongestTitle = 255;    // of a link, in UTF-16 code units
+constexpr std::size_t kMostBreaks = 1023;     // below the 1,026 that spreadsheet programs accept
 
 }  // namespace
 
 double SheetLayout::widthOf(std::uint32_t column) const {
-  return column < widths.size() ? widths[column] : kUsualWidth;
+  const double other = otherWidth > 0 ? otherWidth : kUsualWidth;
+  return column < widths.size() ? widths[column] : other;
+}
+
+bool canFreeze(std::uint32_t rows, double heightPt) {
+  constexpr std::uint32_t kMostFrozen = 12;
+  constexpr double kHighest = 15 * kLineHeight;
+  return rows <= kMostFrozen && heightPt <= kHighest;
+}
+
+std::uint64_t mostBytesOf(std::string_view text) {
+  constexpr std::uint64_t kMostOfACell = 512;  // beside its text: a number, or tags
+  return kMostOfACell + std::min(text.size(), kLongestCellText * kMostOfACharacter) * kMostOfAUnit;
+}
+
+std::uint64_t mostBytesOf(const RichText& text) {
+  constexpr std::uint64_t kMostOfARun = 512;  // its font and tags
+  return mostBytesOf(std::string_view(text.text)) + text.runs.size() * kMostOfARun;
 }
 
 SheetWriter::SheetWriter(ZipWriter& zip, CellFormats& formats, NamedPlaces& places, CellLosses& losses,
-                         std::string name, std::size_t number)
-    : SheetRows(zip, number),
+                         std::string name, std::size_t number, const SheetLimits& limits)
+    : SheetRows(zip, number, limits),
       zip_(zip),
       formats_(formats),
       losses_(losses),
@@ -35,7 +55,19 @@ void SheetWriter::begin(const SheetLayout& layout) {
 }
 
 void SheetWriter::text(std::uint32_t column, std::uint32_t format, std::string_view text) {
+  if (text.size() <= kShortText) {
+    plainText(column, format, text);
+  } else {
+    longText(column, format, text);
+  }
+}
+
+void SheetWriter::longText(std::uint32_t column, std::uint32_t format, std::string_view text) {
   const std::string_view kept = cutToUnits(text, kLongestCellText);
+  if (!hasRoomFor(kept.size() * kMostOfAUnit)) {
+    ++losses_.tooLarge;
+    return blank(column, format);
+  }
   losses_.cut += kept.size() < text.size() ? 1u : 0u;
   plainText(column, format, kept);
 }
@@ -44,6 +76,8 @@ void SheetWriter::rich(std::uint32_t column, CellFormat format, const RichText& 
   for (const std::string& id : content.anchors) {
     addAnchor(id);
   }
+  losses_.innerLinks += content.plainLinks;
+  losses_.plainParts += content.plainParts;
   const std::string rest = addLink(column, content);
   const Font usual = format.font;
   if (!content.runs.empty()) {
@@ -59,6 +93,10 @@ void SheetWriter::rich(std::uint32_t column, CellFormat format, const RichText& 
   const std::uint32_t index = formats_.add(format);
   const std::string whole = content.text + rest;
   const std::string_view kept = cutToUnits(whole, kLongestCellText);
+  if (!hasRoomFor(mostBytesOf(content) + rest.size() * kMostOfAUnit)) {
+    ++losses_.tooLarge;
+    return blank(column, index);
+  }
   losses_.cut += kept.size() < whole.size() ? 1u : 0u;
   richText(column, index, runsXml(content, kept, usual));
 }
@@ -86,7 +124,9 @@ std::string SheetWriter::addLink(std::uint32_t column, const RichText& text) {
   }
   const TextLink& link = text.links.front();
   if (links_.takes(link.address)) {
-    links_.add(cellName(column), link.address, link.title);
+    const std::string_view title = cutToUnits(link.title, kLongestTitle);
+    losses_.cutTitles += title.size() < link.title.size() ? 1u : 0u;
+    links_.add(cellName(column), link.address, title);
     return {};
   }
   ++losses_.plainLinks;
@@ -103,8 +143,13 @@ void SheetWriter::merge(std::uint32_t firstColumn, std::uint32_t lastColumn) {
 }
 
 void SheetWriter::breakPage() {
-  if (row() > 0 && breaks_.size() < kMostBreaks && (breaks_.empty() || breaks_.back() != row())) {
+  if (row() == 0 || (!breaks_.empty() && breaks_.back() == row())) {
+    return;
+  }
+  if (breaks_.size() < kMostBreaks) {
     breaks_.push_back(row());
+  } else {
+    ++losses_.breaks;
   }
 }
 

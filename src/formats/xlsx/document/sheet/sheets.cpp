@@ -8,7 +8,8 @@ namespace scrivalen::xlsx {
 
 SheetWriter& Sheets::begin(std::string_view wish, const SheetLayout& layout) {
   end();
-  current_ = std::make_unique<SheetWriter>(zip_, formats_, places_, losses_, names_.next(wish), written_.size() + 1);
+  current_ =
+      std::make_unique<SheetWriter>(zip_, formats_, places_, losses_, names_.next(wish), written_.size() + 1, limits_);
   current_->begin(layout);
   return *current_;
 }

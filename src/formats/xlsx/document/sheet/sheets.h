@@ -14,7 +14,8 @@ namespace scrivalen::xlsx {
 class Sheets {
  public:
   /// @param zip, formats, page  not owned; must outlive this object
-  Sheets(ZipWriter& zip, CellFormats& formats, const PageSetup& page) : zip_(zip), formats_(formats), page_(page) {}
+  Sheets(ZipWriter& zip, CellFormats& formats, const PageSetup& page, const SheetLimits& limits)
+      : zip_(zip), formats_(formats), page_(page), limits_(limits) {}
 
   /// Begins a sheet; the one before ends.
   /// @param wish  its name, if it is a legal one and no other sheet's; empty: any
@@ -32,6 +33,7 @@ class Sheets {
   ZipWriter& zip_;
   CellFormats& formats_;
   const PageSetup& page_;
+  SheetLimits limits_;
   SheetNames names_;
   NamedPlaces places_;
   CellLosses losses_;
