@@ -47,6 +47,21 @@ inline std::span<const OfficeSection> officeSections(std::size_t count) {
   return std::span(all).first(count);
 }
 
+/// Writes a small document with every kind of content: two sections, which the header names, a picture, a numbered
+/// page.
+inline scrivalen_status writeEveryKind(scrivalen_document* document) {
+  scrivalen_status first = SCRIVALEN_OK;
+  const auto note = [&first](scrivalen_status status) { first = first == SCRIVALEN_OK ? status : first; };
+  note(scrivalen_set(document, "title", "A title that is longer than what a string holds in itself"));
+  note(scrivalen_set(document, "header", "{title}||{section}"));
+  note(scrivalen_set(document, "footer", "Page {page} of {pages}"));
+  note(writeContent(document));
+  note(scrivalen_begin_section(document, "Second", nullptr));
+  note(scrivalen_paragraph(document, "The last words.", kNul));
+  note(scrivalen_end(document));
+  return first;
+}
+
 /// Writes what makes the archive of a spreadsheet or Word document long: sections, rows and pictures.
 /// @param sections  at most 100; each takes about 12 KiB
 inline scrivalen_status writeMuch(scrivalen_document* document, std::size_t sections) {

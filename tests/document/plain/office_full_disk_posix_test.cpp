@@ -1,4 +1,5 @@
 #include "document/plain/office_content.h"
+#include "support/faults/file_size_limit.h"
 #include "support/faults/small_disk.h"
 #include "support/files.h"
 #include "system/files/files.h"
@@ -16,7 +17,8 @@ namespace scrivalen::test {
 namespace {
 
 constexpr std::size_t kSections = 12;
-constexpr std::size_t kPage = 4;     // of the disk, in KiB
+constexpr std::size_t kPage = 4;  // of the disk, in KiB
+constexpr const char* kSameTime = "2026-01-31 23:59:59";
 constexpr int kFewestFailures = 24;  // the archive has at least as many pages
 
 class OfficeOnAFullDisk : public testing::TestWithParam<const char*> {
@@ -58,6 +60,7 @@ std::string writeFile(const std::wstring& file, const char* format, scrivalen_st
   writeBytes(file, "earlier");
   const Handle document(scrivalen_new());
   scrivalen_add_file(document.get(), narrowPath(file).c_str(), format);
+  writeEveryKind(document.get());
   writeMuch(document.get(), kSections);
   status = scrivalen_close(document.get());
   const std::string error = scrivalen_error(document.get());
@@ -89,6 +92,8 @@ std::string writeStream(const std::wstring& file, const char* format, scrivalen_
   MemoryStream other;
   scrivalen_add_stream(document.get(), format, writeToDescriptor, &descriptor);
   scrivalen_add_stream(document.get(), format, MemoryStream::write, &other);
+  scrivalen_set(document.get(), "clock", kSameTime);  // each output asks for the time by itself
+  writeEveryKind(document.get());
   writeMuch(document.get(), kSections);
   status = scrivalen_close(document.get());
   const std::string error = scrivalen_error(document.get());
@@ -105,11 +110,41 @@ std::string writeStream(const std::wstring& file, const char* format, scrivalen_
              : "error: " + error;
 }
 
+// Writes a file that may not have more bytes than there is room for.
+void expectTheEarlierFile(const TemporaryFolder& folder, const char* format, std::size_t room) {
+  SCOPED_TRACE(room);
+  const std::wstring file = folder / L"made";
+  writeBytes(file, "earlier");
+  const FileSizeLimit limit(room);
+  const Handle document(scrivalen_new());
+  scrivalen_add_file(document.get(), narrowPath(file).c_str(), format);
+  scrivalen_set(document.get(), "clock", kSameTime);  // as in the document whose size is known
+  writeEveryKind(document.get());
+  ASSERT_EQ(scrivalen_close(document.get()), SCRIVALEN_FILE_ERROR);
+  const std::string error = scrivalen_error(document.get());
+  ASSERT_TRUE(error.find("made") != error.npos && error.find("File too large") != error.npos) << error;
+  ASSERT_EQ(bytesOf(file), "earlier");
+  ASSERT_EQ(filesIn(folder.path()), 1);
+}
+
 }  // namespace
 
 TEST_P(OfficeOnAFullDisk, LeavesTheEarlierFileAtEachPage) { EXPECT_EQ(onDisksOfEachSize(writeFile), ""); }
 
 TEST_P(OfficeOnAFullDisk, FailsWithItsStreamAtEachPage) { EXPECT_EQ(onDisksOfEachSize(writeStream), ""); }
+
+// Steps of a prime number meet each place of the archive's records.
+TEST_P(OfficeOnAFullDisk, LeavesTheEarlierFileAtEveryFewBytes) {
+  constexpr std::size_t kStep = 13;
+  Written whole(GetParam());
+  ASSERT_EQ(writeEveryKind(whole), SCRIVALEN_OK);
+  const std::size_t size = whole.closed().size();
+  const TemporaryFolder folder;
+  for (std::size_t room = 0; room < size && !HasFatalFailure(); room += kStep) {
+    expectTheEarlierFile(folder, GetParam(), room);
+  }
+  expectTheEarlierFile(folder, GetParam(), size - 1);
+}
 
 INSTANTIATE_TEST_SUITE_P(Each, OfficeOnAFullDisk, testing::Values("xlsx", "docx"),
                          [](const auto& tested) { return std::string(tested.param); });
