@@ -2,6 +2,7 @@
 // KiB.
 #include "document_ledger.h"
 #include "process_usage.h"
+#include "writers.h"
 
 #include <scrivalen/document.h>
 
@@ -31,8 +32,10 @@ constexpr const char* kUsage =
     "          typed: as cells, with numbers and dates as such\n"
     "          typedrows: as rows, with numbers and dates as such\n"
     "          handwritten (html, xml, rtf, text): buffered stdio\n"
+    "          report (xlsx): a report of the classic interface\n"
     "          empty: ROWS documents without content, into memory; prints the microseconds of one instead\n"
-    "          letter: as empty, with a letter of one page\n";
+    "          letter: as empty, with a letter of one page\n"
+    "          page: as empty, with a page of prose of 500 words\n";
 
 constexpr std::size_t kRowsAtOnce = 1000;
 constexpr std::size_t kSampleRows = 500;  // from which the library takes the widths of columns
@@ -407,6 +410,26 @@ void writeLetter(scrivalen_document* document) {
   scrivalen_end(document);
 }
 
+void writePage(scrivalen_document* document) {
+  constexpr std::string_view kHeading = "The warehouse in the north";
+  constexpr std::string_view kBegin =
+      "In the second quarter the branch took in more than it sent out, so that by the end of June every shelf of the "
+      "upper floor was full. ";
+  constexpr std::string_view kStress = "No order was late. ";
+  constexpr std::string_view kEnd =
+      "We propose to rent the hall beside the yard until the spring, and to move the paper there first.";
+  scrivalen_heading(document, 1, kHeading.data(), kHeading.size());
+  for (int i = 0; i < 10; ++i) {
+    scrivalen_begin_paragraph(document, nullptr);
+    scrivalen_text(document, kBegin.data(), kBegin.size());
+    scrivalen_begin_span(document, SCRIVALEN_EMPHASIS);
+    scrivalen_text(document, kStress.data(), kStress.size());
+    scrivalen_end(document);
+    scrivalen_text(document, kEnd.data(), kEnd.size());
+    scrivalen_end(document);
+  }
+}
+
 int measureDocuments(const std::string& format, long documents, void (*write)(scrivalen_document*)) {
   std::string bytes;
   const auto begin = std::chrono::steady_clock::now();
@@ -443,13 +466,27 @@ std::vector<std::string> split(std::string_view list) {
   return parts;
 }
 
+int wrongUsage() {
+  std::fputs(kUsage, stderr);
+  return 2;
+}
+
+int report(const std::string& failure) {
+  if (!failure.empty()) {
+    std::fprintf(stderr, "scrivalen_document_ledger: %s\n", failure.c_str());
+    return 1;
+  }
+  const ProcessUsage usage = processUsage();
+  std::printf("%.6f %ld\n", usage.cpuSeconds, usage.peakMemoryKiB);
+  return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   long rows = 0;
   if (argc != 5 || std::from_chars(argv[3], argv[3] + std::strlen(argv[3]), rows).ec != std::errc() || rows < 0) {
-    std::fputs(kUsage, stderr);
-    return 2;
+    return wrongUsage();
   }
   const std::vector<std::string> formats = split(argv[1]);
   const std::string_view writer = argv[2];
@@ -459,18 +496,17 @@ int main(int argc, char** argv) {
   if (writer == "letter") {
     return measureDocuments(formats.front(), rows, &writeLetter);
   }
-  const WriteContent write = writerOf(writer);
-  if (!write && writer != "handwritten") {
-    std::fputs(kUsage, stderr);
-    return 2;
+  if (writer == "page") {
+    return measureDocuments(formats.front(), rows, &writePage);
   }
-  const std::string failure =
-      write ? writeDocument(write, formats, rows, argv[4]) : writeByHand(formats.front(), rows, argv[4]);
-  if (!failure.empty()) {
-    std::fprintf(stderr, "scrivalen_document_ledger: %s\n", failure.c_str());
-    return 1;
+  if (writer == "handwritten") {
+    return report(writeByHand(formats.front(), rows, argv[4]));
   }
-  const ProcessUsage usage = processUsage();
-  std::printf("%.6f %ld\n", usage.cpuSeconds, usage.peakMemoryKiB);
-  return 0;
+  if (writer == "report") {
+    return report(writeWithLibrary(Format::Xlsx, rows, argv[4]));
+  }
+  if (const WriteContent write = writerOf(writer)) {
+    return report(writeDocument(write, formats, rows, argv[4]));
+  }
+  return wrongUsage();
 }
