@@ -1,6 +1,7 @@
 #include "formats/pdf/layout/document.h"
 #include "formats/pdf/layout/made_pdf.h"
 #include "scrivalen/output_file.h"
+#include "support/captured_log.h"
 #include "support/faults/allocation_counter.h"
 #include "support/files.h"
 
@@ -96,6 +97,7 @@ TEST(PdfDocWithoutMemory, DoesNothingAfterTheFirstFailure) {
 }
 
 TEST(PdfDocWithoutMemory, IsReadyForTheNextDocument) {
+  const FixedClock clock(0);  // each page has the time at which it was written
   OpenDocument open;
   {
     const FailingAllocations memory(1, Extent::AllFromThere);
