@@ -38,7 +38,7 @@ std::size_t mostFontsBeside(const CellFormat& plain) {
 }  // namespace
 
 ExcelFormats::ExcelFormats(const SheetStyle& style)
-    : plainFormat_(formatOf(style.cell, Family::Body)), formats_(mostFontsBeside(plainFormat_), kAnyFills) {
+    : plainFormat_(formatOf(style.cell, Family::Body)), formats_(mostFontsBeside(plainFormat_), 0, kAnyFills) {
   formats_.setFamily(Family::Body, toUtf8(style.cell.fontFamily.value_or(L"")));
   formats_.setFamily(Family::Header, toUtf8(style.bold.fontFamily.value_or(L"")));
   formats_.setUsual(usualFormat());

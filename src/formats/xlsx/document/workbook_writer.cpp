@@ -286,6 +286,8 @@ void WorkbookWriter::warn() {
   add(WarningCode::SomethingLeftOut, losses.plainParts, "backgrounds of parts of a text, which only whole cells have");
   add(WarningCode::SomethingLeftOut, formats_.refused(),
       "cells without their colours, beyond the formats of a workbook");
+  add(WarningCode::SomethingLeftOut, formats_.refusedFonts(),
+      "cells without their font, beyond the formats of a workbook");
   add(WarningCode::SomethingLeftOut, numbers_.refused(), "columns without their format, beyond those of a workbook");
 }
 

@@ -98,8 +98,11 @@ std::uint64_t CellFormat::key() const {
          (isRuled ? 1u : 0u);
 }
 
-CellFormats::CellFormats(std::size_t mostFonts, std::size_t mostFills)
-    : mostFonts_(mostFonts), mostFills_(mostFills), families_{"Calibri", "Calibri", "Courier New", "Calibri"} {
+CellFormats::CellFormats(std::size_t mostFonts, std::size_t keptFonts, std::size_t mostFills)
+    : mostFonts_(mostFonts),
+      keptFonts_(keptFonts),
+      mostFills_(mostFills),
+      families_{"Calibri", "Calibri", "Courier New", "Calibri"} {
   numbers_.emplace_back("General");
   setUsual({});
 }
@@ -132,8 +135,8 @@ std::uint32_t CellFormats::add(const CellFormat& format) {
   if (canAdd(format)) {
     return insert(format);
   }
-  ++refused_;
   const CellFormat plain = withoutColors(format);
+  countRefused(format.font, plain.font);
   const auto other = indices_.find({plain.font.key(), plain.key()});
   return other != indices_.end() ? other->second : insert(plain);
 }
@@ -142,10 +145,7 @@ std::uint32_t CellFormats::add(const CellFormat& format) {
 CellFormat CellFormats::withoutColors(const CellFormat& format) const {
   CellFormat plain = format;
   plain.fill = kNoColor;
-  plain.font.color = kNoColor;
-  if (!hasRoomFor(plain.font)) {
-    plain.font = formats_.front().format.font;
-  }
+  plain.font = plainerFont(format.font);
   if (formats_.size() >= kMostPlain && !indices_.contains({plain.font.key(), plain.key()})) {
     plain = formats_.front().format;
     plain.number = format.number;
@@ -165,21 +165,46 @@ bool CellFormats::hasRoomForFill(std::uint32_t color) const {
   return color == kNoColor || kFixedFills + fills_.size() < mostFills_ || fillIndices_.contains(color);
 }
 
-bool CellFormats::hasRoomFor(const Font& font) const {
-  return fonts_.size() + runFonts_.size() < mostFonts_ || fontIndices_.contains(font.key());
+// The last fonts are kept for text without a colour of its own, because bold means more than a colour, and the very
+// last for such text of the usual size.
+std::size_t CellFormats::mostFontsWith(const Font& font) const {
+  if (font.color != kNoColor && font.color != kLinkColor) {
+    return mostFonts_ - keptFonts_;
+  }
+  return font.size == formats_.front().format.font.size ? mostFonts_ : mostFonts_ - keptFonts_ / 2;
 }
 
-bool CellFormats::takesFont(const Font& font) {
+bool CellFormats::hasRoomFor(const Font& font) const {
   const std::uint64_t key = font.key();
-  if (fontIndices_.contains(key) || runFonts_.contains(key)) {
-    return true;
+  return fonts_.size() + runFonts_.size() < mostFontsWith(font) || fontIndices_.contains(key) ||
+         runFonts_.contains(key);
+}
+
+Font CellFormats::plainerFont(Font font) const {
+  const Font& usual = formats_.front().format.font;
+  font.color = kNoColor;
+  if (hasRoomFor(font)) {
+    return font;
   }
-  if (fonts_.size() + runFonts_.size() >= mostFonts_) {
-    ++refused_;
-    return false;
+  font.size = usual.size;
+  return hasRoomFor(font) ? font : usual;
+}
+
+void CellFormats::countRefused(const Font& wanted, const Font& given) {
+  Font expected = wanted;
+  expected.color = given.color;
+  ++(given == expected ? refused_ : refusedFonts_);
+}
+
+Font CellFormats::addRunFont(const Font& font) {
+  const Font given = hasRoomFor(font) ? font : plainerFont(font);
+  if (!(given == font)) {
+    countRefused(font, given);
   }
-  runFonts_.insert(key);
-  return true;
+  if (!fontIndices_.contains(given.key())) {
+    runFonts_.insert(given.key());
+  }
+  return given;
 }
 
 std::uint32_t CellFormats::insert(const CellFormat& format) {
@@ -193,6 +218,7 @@ std::uint32_t CellFormats::fontOf(const Font& font) {
   const auto [entry, isNew] = fontIndices_.emplace(font.key(), static_cast<std::uint32_t>(fonts_.size()));
   if (isNew) {
     fonts_.push_back(font);
+    runFonts_.erase(font.key());
   }
   return entry->second;
 }

@@ -16,6 +16,7 @@
 namespace scrivalen::xlsx {
 
 inline constexpr std::uint32_t kNoColor = 0xFFFFFFFF;
+inline constexpr std::uint32_t kLinkColor = 0x0563C1;
 
 /// Usual is the family of cells without a format, where it is none of the others.
 enum class Family : std::uint8_t { Body, Header, Code, Usual };
@@ -57,27 +58,34 @@ class CellFormats {
   static constexpr std::size_t kMost = 60000;       ///< below the 65,490 that spreadsheet programs accept
   static constexpr std::size_t kMostPlain = 65000;  ///< with those that have no colours for lack of room
   static constexpr std::size_t kMostFonts = 500;    ///< below their 512
+  static constexpr std::size_t kKeptFonts = 60;     ///< of these, for text without a colour of its own
   static constexpr std::size_t kMostFills = 256;    ///< the documented limit
   static constexpr std::size_t kMostNumbers = 200;  ///< the fewest that they promise
 
   /// @param mostFonts  at most 512, which is what spreadsheet programs accept
-  explicit CellFormats(std::size_t mostFonts = kMostFonts, std::size_t mostFills = kMostFills);
+  /// @param keptFonts  of these, for text without a colour of its own; half of them for text of the usual size
+  explicit CellFormats(std::size_t mostFonts = kMostFonts, std::size_t keptFonts = kKeptFonts,
+                       std::size_t mostFills = kMostFills);
 
   void setFamily(Family family, std::string name) { families_[static_cast<std::size_t>(family)] = std::move(name); }
   /// Makes it the first of all, that of cells without a format.
   void setUsual(const CellFormat& format);
 
-  /// The index of a format. Beyond the limits, one without its colours, which still shows numbers and dates as such.
+  /// The index of a format. Beyond the limits, one without its colours, which is still bold and still shows numbers and
+  /// dates as such.
   std::uint32_t add(const CellFormat& format);
   /// Whether add returns the index of this very format.
   bool takes(const CellFormat& format) const;
   /// The index of a number format; nothing beyond the limit.
   /// @param kept  how many others must have room afterwards
   std::optional<NumberFormat> addNumber(std::string_view code, std::size_t kept = 0);
-  /// How many cells or texts did not get their colours.
+  /// How many cells or texts did not get their colours, but their font.
   std::uint64_t refused() const { return refused_; }
-  /// Whether text can have this font still. If so, it is one of the workbook's from now on.
-  bool takesFont(const Font& font);
+  /// How many did not get their font either.
+  std::uint64_t refusedFonts() const { return refusedFonts_; }
+  /// The font that text gets instead of this one: the same, or beyond the limit one without its colour. It is one of
+  /// the workbook's from now on.
+  Font addRunFont(const Font& font);
 
   /// The part xl/styles.xml.
   std::string xml() const;
@@ -103,8 +111,11 @@ class CellFormats {
 
   bool canAdd(const CellFormat& format) const;
   bool hasRoomFor(const Font& font) const;
+  std::size_t mostFontsWith(const Font& font) const;
+  Font plainerFont(Font font) const;
   bool hasRoomForFill(std::uint32_t color) const;
   CellFormat withoutColors(const CellFormat& format) const;
+  void countRefused(const Font& wanted, const Font& given);
   std::uint32_t insert(const CellFormat& format);
   std::uint32_t fontOf(const Font& font);
   std::uint32_t fillOf(std::uint32_t color);
@@ -117,6 +128,7 @@ class CellFormats {
   void appendFormats(std::string& out) const;
 
   std::size_t mostFonts_;
+  std::size_t keptFonts_;
   std::size_t mostFills_;
   std::string families_[4];
   std::vector<std::string> numbers_;  // codes
@@ -128,6 +140,7 @@ class CellFormats {
   std::vector<Entry> formats_;
   std::unordered_map<Key, std::uint32_t, Hash> indices_;
   std::uint64_t refused_ = 0;
+  std::uint64_t refusedFonts_ = 0;
 };
 
 }  // namespace scrivalen::xlsx

@@ -268,8 +268,62 @@ TEST(WorkbookLimits, KeepRowsWhoseColoursAreTooMany) {
   MadeWorkbook workbook;
   writeColoredRows(workbook, 600, "a");
   EXPECT_TRUE(has(workbook.cells(), "A600 \"a\"\n"));
-  EXPECT_TRUE(has(workbook.part("xl/styles.xml"), "<fonts count=\"500\">"));
-  EXPECT_EQ(warningsOf(workbook), "0 4 101 cells without their colours, beyond the formats of a workbook\n");
+  EXPECT_TRUE(has(workbook.part("xl/styles.xml"), "<fonts count=\"440\">"));
+  EXPECT_EQ(warningsOf(workbook), "0 4 161 cells without their colours, beyond the formats of a workbook\n");
+}
+
+// A row of a cell in this colour with a word in bold.
+void writeColoredBold(MadeWorkbook& workbook, const char* color, const char* before = "") {
+  const scrivalen_cell_style style{sizeof style, 0, 0, 1, color, nullptr};
+  scrivalen_begin_row(workbook, 0);
+  scrivalen_begin_cell(workbook, &style);
+  workbook.text(before);
+  workbook.span(SCRIVALEN_STRONG, "bold");
+  workbook.end(2);
+}
+
+TEST(WorkbookLimits, KeepBoldBeyondTheirColours) {
+  MadeWorkbook workbook;
+  writeColoredRows(workbook, 600, "a");
+  writeColoredBold(workbook, "#123456");
+  EXPECT_TRUE(has(workbook.cells(), "A601 \"bold\" bold\n"));
+  EXPECT_EQ(warningsOf(workbook), "0 4 162 cells without their colours, beyond the formats of a workbook\n");
+}
+
+TEST(WorkbookLimits, KeepBoldWithinACellBeyondTheirColours) {
+  MadeWorkbook workbook;
+  writeColoredRows(workbook, 600, "a");
+  writeColoredBold(workbook, "#123456", "plain ");
+  EXPECT_TRUE(workbook.sheetHas("<r><rPr><b/><sz val=\"11\"/><rFont val=\"Calibri\"/></rPr><t>bold</t></r>"));
+}
+
+TEST(WorkbookLimits, KeepTheLooksOfLinksBeyondOtherColours) {
+  MadeWorkbook workbook;
+  writeColoredRows(workbook, 600, "a");
+  scrivalen_begin_row(workbook, 0);
+  scrivalen_begin_cell(workbook, nullptr);
+  workbook.link("https://x.org", "link");
+  workbook.end(2);
+  EXPECT_TRUE(has(workbook.cells(), "A601 \"link\" color=0563C1\n"));
+}
+
+// Every size is a font of its own.
+TEST(WorkbookLimits, KeepBoldBeyondTheirSizes) {
+  MadeWorkbook workbook;
+  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+  for (int i = 0; i < 600; ++i) {
+    scrivalen_begin_row(workbook, 0);
+    scrivalen_begin_cell(workbook, nullptr);
+    scrivalen_begin_sized(workbook, 12 + i / 100.0);
+    workbook.span(SCRIVALEN_EMPHASIS, "a");
+    workbook.end(3);
+  }
+  writeColoredBold(workbook, "#123456");
+  EXPECT_TRUE(has(workbook.cells(), "A601 \"bold\" bold\n"));
+  EXPECT_TRUE(has(workbook.part("xl/styles.xml"), "<fonts count=\"472\">"));
+  EXPECT_EQ(warningsOf(workbook),
+            "0 4 1 cells without their colours, beyond the formats of a workbook\n"
+            "0 4 131 cells without their font, beyond the formats of a workbook\n");
 }
 
 // Two of a workbook's 256 fills are fixed.

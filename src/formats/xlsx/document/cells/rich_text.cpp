@@ -14,8 +14,6 @@ using document::Event;
 using document::EventKind;
 using document::Span;
 
-constexpr std::uint32_t kLinkColor = 0x0563C1;
-
 std::uint8_t flagOf(Span span) {
   switch (span) {
     case Span::Strong: return Font::Bold;

@@ -107,9 +107,8 @@ std::string SheetWriter::runsXml(const RichText& text, std::string_view kept, co
     const std::size_t end = i + 1 < text.runs.size() ? text.runs[i + 1].begin : kept.size();
     const std::size_t begin = text.runs[i].begin;
     out.append("<r>");
-    if (Font run = text.runs[i].font; !(run == font)) {
-      run.color = formats_.takesFont(run) ? run.color : kNoColor;
-      formats_.appendRunFont(out, run);
+    if (const Font& run = text.runs[i].font; !(run == font)) {
+      formats_.appendRunFont(out, formats_.addRunFont(run));
     }
     appendTextElement(out, markup(), kept.substr(begin, end - begin));
     out.append("</r>");
