@@ -170,6 +170,7 @@ void WordTables::writeWaiting() {
     out_.write(waiting_[i].rows.data(), waiting_[i].rows.size());
     writeEnd();
     waiting_[i].headers = waiting_[i].laterHeaders;
+    renumber(waiting_[i].headers);
     waiting_[i].rows.clear();
   }
   waitingRows_ = 0;

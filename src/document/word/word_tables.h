@@ -85,6 +85,8 @@ class WordTables {
   virtual void writePlainRow(const Row& row) = 0;
   virtual void writeRow(OutputBuffer& out, const Row& row, const Places& places) = 0;
   virtual void writeCell(OutputBuffer& out, const Row& row, const Place& place) = 0;
+  /// Gives whatever has a number in a copy of rows one of its own.
+  virtual void renumber(std::string&) {}
 
   bool mayHaveDirections(const Row& row) const;
   void findColumns(const Row& row);

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 using namespace scrivalen::document;
 using namespace scrivalen::test;
@@ -423,4 +424,31 @@ TEST(DocxTables, HavePicturesInTheirParts) {
   });
   EXPECT_EQ(countOf("<w:tbl>", table), 2u);
   EXPECT_EQ(picturesOf(table), std::vector<int>{225});
+}
+
+TEST(DocxTables, NumberThePicturesOfARepeatedHeaderAnew) {
+  const std::string table = tableOf([](Document& document) {
+    for (int row = 0; row < 125; ++row) {
+      document.beginRow(row == 0);
+      for (int column = 0; column < 70; ++column) {
+        if (row == 0 && column < 2) {
+          putPicture(document, 8, 8);
+        } else {
+          document.cell("v");
+        }
+      }
+      document.end();
+    }
+  });
+  ASSERT_GE(countOf("<w:tbl>", table), 8u) << "four times in two parts or more";
+  const std::vector<int> ids = numbersAfter("<wp:docPr id=\"", table);
+  EXPECT_GE(ids.size(), 12u) << "two pictures in the first part of each 40 rows, one in the others";
+  EXPECT_EQ(std::set<int>(ids.begin(), ids.end()).size(), ids.size());
+  EXPECT_EQ(numbersAfter("<pic:cNvPr id=\"", table), ids);
+  EXPECT_EQ(numbersAfter(" name=\"Picture ", table).size(), 2 * ids.size());
+  for (const int id : ids) {
+    const std::string number = std::to_string(id);
+    std::string identity = std::string(" id=\"").append(number).append("\" name=\"Picture ").append(number);
+    EXPECT_EQ(countOf(identity.append("\""), table), 2u);
+  }
 }

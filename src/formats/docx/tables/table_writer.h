@@ -26,6 +26,7 @@ class TableWriter : public WordTables {
   void writePlainRow(const Row& row) override;
   void writeRow(OutputBuffer& out, const Row& row, const Places& places) override;
   void writeCell(OutputBuffer& out, const Row& row, const Place& place) override;
+  void renumber(std::string& rows) override { inlines_.renumberPictures(rows); }
   void writeContent(const Place& place);
 
   StyleSheet& styles_;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <string>
 #include <utility>
 
 namespace scrivalen::document::docx {
@@ -12,6 +13,31 @@ namespace {
 
 constexpr double kEmusPerPoint = 12700;
 constexpr double kEmusPerTwip = 635;
+
+// What identifies a drawing, and in it the picture.
+constexpr std::string_view kDrawingStart = "<wp:docPr id=\"";
+constexpr std::string_view kPictureStart = "<pic:cNvPr id=\"";
+constexpr std::string_view kNameStart = "\" name=\"Picture ";
+
+void writeIdentity(OutputBuffer& out, std::string_view start, std::int64_t number) {
+  put(out, start, number, kNameStart);
+  put(out, {}, number, "\"");
+}
+
+// Appends a text up to a start tag and its identity, which gets this number. Returns what is after that.
+std::string_view appendIdentity(std::string& out, std::string_view text, std::string_view start, std::int64_t number) {
+  const auto dropNumber = [&text] {
+    const std::size_t end = text.find_first_not_of("0123456789");
+    text.remove_prefix(std::min(end, text.size()));
+  };
+  const std::size_t before = text.find(start) + start.size();
+  out.append(text.substr(0, before)).append(std::to_string(number)).append(kNameStart).append(std::to_string(number));
+  text.remove_prefix(before);
+  dropNumber();
+  text.remove_prefix(kNameStart.size());
+  dropNumber();
+  return text;
+}
 
 struct Extent {
   std::int64_t width;
@@ -55,8 +81,7 @@ void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& draw
   if (isOnItsSide(picture.orientation())) {
     writeEffectExtent(out, extent);
   }
-  put(out, "<wp:docPr id=\"", drawing.number, "\" name=\"Picture ");
-  put(out, {}, drawing.number, "\"");
+  writeIdentity(out, kDrawingStart, drawing.number);
   if (!drawing.alternative.empty()) {
     put(out, " descr=\"");
     putValue(out, drawing.alternative);
@@ -66,8 +91,8 @@ void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& draw
       "/><wp:cNvGraphicFramePr><a:graphicFrameLocks noChangeAspect=\"1\"/></wp:cNvGraphicFramePr>"
       "<a:graphic><a:graphicData uri=\"http://schemas.openxmlformats.org/drawingml/2006/picture\"><pic:pic>"
       "<pic:nvPicPr>");
-  put(out, "<pic:cNvPr id=\"", drawing.number, "\" name=\"Picture ");
-  put(out, {}, drawing.number, "\"/><pic:cNvPicPr/></pic:nvPicPr><pic:blipFill><a:blip r:embed=\"");
+  writeIdentity(out, kPictureStart, drawing.number);
+  put(out, "/><pic:cNvPicPr/></pic:nvPicPr><pic:blipFill><a:blip r:embed=\"");
   put(out, drawing.relation);
   put(out, "\"/><a:stretch><a:fillRect/></a:stretch></pic:blipFill><pic:spPr><a:xfrm");
   put(out, drawingTurn(picture.orientation()));
@@ -76,6 +101,19 @@ void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& draw
   put(out,
       "</a:xfrm><a:prstGeom prst=\"rect\"><a:avLst/></a:prstGeom></pic:spPr></pic:pic></a:graphicData></a:graphic>"
       "</wp:inline></w:drawing>");
+}
+
+void renumberDrawings(std::string& markup, std::int64_t& last) {
+  if (markup.find(kDrawingStart) == std::string::npos) {
+    return;
+  }
+  std::string renumbered;
+  std::string_view rest = markup;
+  while (rest.find(kDrawingStart) != std::string_view::npos) {
+    rest = appendIdentity(renumbered, rest, kDrawingStart, ++last);
+    rest = appendIdentity(renumbered, rest, kPictureStart, last);
+  }
+  markup = renumbered.append(rest);
 }
 
 }  // namespace scrivalen::document::docx

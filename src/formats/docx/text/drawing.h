@@ -5,6 +5,7 @@
 #include "output/output_buffer.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace scrivalen::document::docx {
@@ -18,5 +19,7 @@ struct Drawing {
 
 /// Writes a picture as a character of a run (ECMA-376, 20.4.2.8).
 void writeDrawing(OutputBuffer& out, const Picture& picture, const Drawing& drawing, Room room);
+/// Gives the drawings in a copy of markup the numbers after @p last, which becomes the last of them.
+void renumberDrawings(std::string& markup, std::int64_t& last);
 
 }  // namespace scrivalen::document::docx

@@ -43,6 +43,8 @@ void InlineWriter::beginText(const RunStyle& style, bool isRightToLeft) {
   isRightToLeft_ = isRightToLeft;
 }
 
+void InlineWriter::renumberPictures(std::string& markup) { renumberDrawings(markup, drawings_); }
+
 void InlineWriter::write(const Event& event) {
   switch (event.kind) {
     case EventKind::Text: return writeText(event.text);

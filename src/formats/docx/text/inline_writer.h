@@ -7,6 +7,7 @@
 #include "output/output_buffer.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -26,6 +27,9 @@ class InlineWriter : public WordInlines {
 
   /// Begins the text of a paragraph or cell.
   void beginText(const RunStyle& style, bool isRightToLeft);
+
+  /// Gives the pictures in a copy of markup numbers of their own.
+  void renumberPictures(std::string& markup);
 
  private:
   enum class OpenLink { None, Address, Place };
