@@ -74,6 +74,15 @@ TEST(RtfProlog, TakesAFontOrAKindOfFont) {
   EXPECT_TRUE(has(own, "{\\f3\\fnil\\fcharset0\\fprq2 Gill \\{Sans\\} ;}}\n"));
 }
 
+TEST(RtfProlog, CutsTheNameOfAFontThatWordRefuses) {
+  std::vector<Warning> warnings;
+  const std::string rtf = rtfOf([](Document&) {}, {{"font", "The name of a font, 31 letters, and more"}}, &warnings);
+  EXPECT_TRUE(has(rtf, "{\\f3\\fnil\\fcharset0\\fprq2 The name of a font, 31 letters,;}}\n"));
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].code, WarningCode::TextCut);
+  EXPECT_EQ(warnings[0].message, "the name of a font cut at 31 characters");
+}
+
 TEST(RtfProlog, HasStylesWithOutlineLevels) {
   const std::string rtf = prologOf({});
   EXPECT_EQ(linesWith(" heading 1;", rtf),

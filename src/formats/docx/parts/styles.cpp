@@ -1,9 +1,8 @@
 #include "formats/docx/parts/styles.h"
 
+#include "document/word/document_font.h"
 #include "formats/docx/text/run_style.h"
 #include "formats/docx/xml.h"
-#include "text/ascii.h"
-#include "text/utf.h"
 
 #include <cstddef>
 
@@ -328,34 +327,10 @@ void writeTableText(OutputBuffer& out, int halfPoints, bool isHeading) {
   put(out, "</w:style>\n");
 }
 
-struct KnownFont {
-  std::string_view setting;
-  std::string_view name;
-};
-
-constexpr KnownFont kKnownFonts[] = {{"serif", "Times New Roman"}, {"", "Arial"},       {"sans", "Arial"},
-                                     {"sans-serif", "Arial"},      {"mono", kMonoFont}, {"monospace", kMonoFont}};
-
-// The name of the font that a setting stands for. Word takes none that is longer than those of Windows.
-std::string_view fontName(std::string_view setting, OutputWarnings& warnings) {
-  constexpr std::size_t kLongest = 31;  // UTF-16 code units
-  const std::string name = asciiLowered(setting);
-  for (const KnownFont& known : kKnownFonts) {
-    if (known.setting == name) {
-      return known.name;
-    }
-  }
-  const std::string_view kept = cutToUnits(setting, kLongest);
-  if (kept.size() < setting.size()) {
-    warnings.add(WarningCode::TextCut, "the name of a font cut at 31 characters");
-  }
-  return kept;
-}
-
 }  // namespace
 
 StyleSheet::StyleSheet(const FormatSettings& settings, int textWidth, OutputWarnings& warnings)
-    : settings_(settings), textWidth_(textWidth), font_(fontName(settings.text("font"), warnings)) {}
+    : settings_(settings), textWidth_(textWidth), font_(DocumentFont::of(settings.text("font"), warnings).name) {}
 
 std::string_view styleReference(Style style) {
   constexpr std::string_view kReferences[] = {"",

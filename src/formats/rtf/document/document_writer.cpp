@@ -1,6 +1,7 @@
 #include "formats/rtf/document/document_writer.h"
 
 #include "document/language.h"
+#include "document/word/document_font.h"
 #include "document/word/word_blocks.h"
 #include "formats/rtf/document/containers.h"
 #include "formats/rtf/document/escape.h"
@@ -20,16 +21,16 @@ class RtfDocumentWriter : public DocumentWriter {
       : out_(context.out),
         settings_(context.settings),
         isRightToLeft_(isRightToLeft(settings_.text("language"))),
-        font_(fontOf(settings_.text("font"))),
-        styles_(colors_, font_),
+        font_(DocumentFont::of(settings_.text("font"), context.warnings)),
+        styles_(colors_, fontNumber(font_)),
         sections_(context, styles_),
         inlines_(out_, colors_, context.warnings),
-        tables_(out_, colors_, inlines_, font_, isRightToLeft_),
+        tables_(out_, colors_, inlines_, fontNumber(font_), isRightToLeft_),
         containers_(out_, styles_, sections_.paper().textWidth()),
         paragraphs_({out_, colors_, styles_, sections_, containers_, inlines_}, isRightToLeft_),
         blocks_(settings_, {sections_, inlines_, tables_, containers_, paragraphs_}, isRightToLeft_) {}
 
-  void begin() override { writeProlog(out_, settings_, colors_, styles_, sections_.paper()); }
+  void begin() override { writeProlog(out_, settings_, font_, colors_, styles_, sections_.paper()); }
   void write(const Event& event) override { blocks_.add(event); }
   void beginTable(const Table& table) override { blocks_.beginTable(table); }
   void row(const Row& row) override { tables_.row(row); }
@@ -41,7 +42,7 @@ class RtfDocumentWriter : public DocumentWriter {
   const FormatSettings& settings_;
   const ColorTable colors_;
   const bool isRightToLeft_;
-  const int font_;
+  const DocumentFont font_;
   const StyleSheet styles_;
   Sections sections_;
   InlineWriter inlines_;

@@ -3,7 +3,6 @@
 #include "document/language.h"
 #include "formats/rtf/document/escape.h"
 #include "formats/rtf/document/prolog/list_table.h"
-#include "text/ascii.h"
 #include "text/calendar.h"
 #include "text/languages/windows_language.h"
 
@@ -13,30 +12,22 @@
 namespace scrivalen::document::rtf {
 namespace {
 
-struct KnownFont {
-  std::string_view setting;
-  int number;
-};
-
 constexpr int kEnglish = 1033;
-constexpr int kHostsFont = 3;
-constexpr KnownFont kKnownFonts[] = {{"serif", 0},      {"", 1},     {"sans", 1},
-                                     {"sans-serif", 1}, {"mono", 2}, {"monospace", 2}};
 
 // A semicolon would end the name.
-std::string fontName(std::string_view setting) {
-  std::string name(setting);
+std::string fontEntry(std::string_view font) {
+  std::string name(font);
   std::replace(name.begin(), name.end(), ';', ' ');
   return name;
 }
 
-void writeFonts(OutputBuffer& out, std::string_view setting) {
+void writeFonts(OutputBuffer& out, const DocumentFont& font) {
   put(out,
       "{\\fonttbl{\\f0\\froman\\fcharset0\\fprq2 Times New Roman;}{\\f1\\fswiss\\fcharset0\\fprq2 Arial;}"
       "{\\f2\\fmodern\\fcharset0\\fprq1 Courier New;}");
-  if (fontOf(setting) == kHostsFont) {
+  if (font.kind == DocumentFont::Kind::Own) {
     put(out, "{\\f3\\fnil\\fcharset0\\fprq2 ");
-    writeText(out, fontName(setting));
+    writeText(out, fontEntry(font.name));
     put(out, ";}");
   }
   put(out, "}\n");
@@ -97,19 +88,12 @@ void writePaper(OutputBuffer& out, const PageTwips& paper) {
 
 }  // namespace
 
-int fontOf(std::string_view setting) {
-  const std::string name = asciiLowered(setting);
-  for (const KnownFont& known : kKnownFonts) {
-    if (known.setting == name) {
-      return known.number;
-    }
-  }
-  return kHostsFont;
-}
+// The kinds are in the order of the table.
+int fontNumber(const DocumentFont& font) { return static_cast<int>(font.kind); }
 
-void writeProlog(OutputBuffer& out, const FormatSettings& settings, const ColorTable& colors, const StyleSheet& styles,
-                 const PageTwips& paper) {
-  put(out, "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff", fontOf(settings.text("font")));
+void writeProlog(OutputBuffer& out, const FormatSettings& settings, const DocumentFont& font, const ColorTable& colors,
+                 const StyleSheet& styles, const PageTwips& paper) {
+  put(out, "{\\rtf1\\ansi\\ansicpg1252\\uc1\\deff", fontNumber(font));
   const std::string_view language = settings.text("language");
   const WindowsLanguage* const known = windowsLanguageOf(language);
   const int number = known ? known->identifier : kEnglish;
@@ -118,7 +102,7 @@ void writeProlog(OutputBuffer& out, const FormatSettings& settings, const ColorT
     put(out, "\\adeflang", number);
   }
   out.put('\n');
-  writeFonts(out, settings.text("font"));
+  writeFonts(out, font);
   colors.write(out);
   styles.write(out);
   writeLists(out);
