@@ -40,6 +40,7 @@ EXPLAINED = {
         (r"word/document.xml (drawing/inline|nvPicPr/cNvP\w+|pic/spPr) -\S+", "optional: what a picture lacks anyway"),
         (r"word/document.xml \w+/(bidi|keepNext|cantSplit|tblHeader) -@val", "optional: on"),
         (r"word/document.xml pPr/spacing -@before", "optional: that of the style"),
+        (r"word/styles.xml pPr/numPr -ilvl", "optional: some styles have the number of no list"),
         (r"word/document.xml pPr/sectPr -(docGrid|formProt|pgNumType|textDirection)", "optional: the default"),
         (r"word/document.xml rPr/shd \+@color", "no pattern is drawn over the background"),
         (r"word/document.xml tblPr/tblCellMar -(top|bottom)", "optional: zero"),

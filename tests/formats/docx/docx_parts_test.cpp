@@ -132,6 +132,14 @@ TEST(DocxParts, ListRareStylesOnceTheyAreUsed) {
   EXPECT_FALSE(has(styleOf(used, "QuoteHeading2"), "<w:semiHidden/>"));
 }
 
+// The number 0 is that of no list (ECMA-376, 17.9.18).
+TEST(DocxParts, HaveNoMarkerInTheStylesOfQuotesAndCodeInAnItem) {
+  const std::string docx = docxOf([](Document&) {});
+  for (const char* const id : {"ListQuote", "ListCode"}) {
+    EXPECT_TRUE(has(styleOf(docx, id), "<w:pPr><w:numPr><w:numId w:val=\"0\"/></w:numPr><w:ind ")) << id;
+  }
+}
+
 TEST(DocxParts, HideStylesThatOnlyConvertersKnow) {
   const std::string docx = docxOf([](Document&) {});
   for (const char* const id : {"SourceCode", "Compact", "ListItemText"}) {

@@ -51,6 +51,7 @@ constexpr StyleDefinition kTitle{.id = "Title",
 constexpr std::string_view kQuoteLook =
     "<w:pBdr><w:left w:val=\"single\" w:sz=\"16\" w:space=\"9\" w:color=\"B8C0C8\"/></w:pBdr><w:ind w:left=\"360\"/>";
 
+// Quotes and code in an item have the number of no list, by which converters know that they belong to the item.
 constexpr StyleDefinition kQuotes[] = {
     {.id = "Quote", .name = "Quote", .paragraph = kQuoteLook, .priority = 29},
     {.id = "QuoteRightToLeft",
@@ -64,7 +65,7 @@ constexpr StyleDefinition kQuotes[] = {
      .isOwn = true},
     {.id = "ListQuote",
      .name = "List Quote",
-     .paragraph = "<w:ind w:left=\"800\"/>",
+     .paragraph = "<w:numPr><w:numId w:val=\"0\"/></w:numPr><w:ind w:left=\"800\"/>",
      .basedOn = "Quote",
      .priority = 29,
      .visibility = Visibility::IfUsed,
@@ -103,7 +104,7 @@ constexpr StyleDefinition kLists[] = {
      .isOwn = true},
     {.id = "ListCode",
      .name = "List Code",
-     .paragraph = "<w:ind w:left=\"440\"/>",
+     .paragraph = "<w:numPr><w:numId w:val=\"0\"/></w:numPr><w:ind w:left=\"440\"/>",
      .basedOn = "Code",
      .priority = 35,
      .visibility = Visibility::IfUsed,
