@@ -10,7 +10,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 for name in README docs/architecture docs/classic docs/documents docs/python tests/outputs/every_kind; do
   made="$work/$(basename "$name").docx"
   "$@" -q "$root/$name.md" -o "$made" || fail "the command failed on $name.md"
-  test_archives "$made"
+  test_office_documents "$made"
   /usr/bin/python3 "$root/tests/outputs/compare_round_trip.py" "$root/$name.md" "$made" ||
     fail "pandoc does not find the content of $name.md"
 done

@@ -9,4 +9,4 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 # Debian's own Python has Debian's modules, whichever Python comes first on the path.
 SCRIVALEN_LIBRARY="$1" PYTHONPATH="$root/python" PYTHONDONTWRITEBYTECODE=1 \
   /usr/bin/python3 -W ignore "$root/tests/outputs/hostile_office.py" "$work"
-test_archives "$work"/*.xlsx "$work"/*.docx
+test_office_documents "$work"/*.xlsx "$work"/*.docx

@@ -8,10 +8,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 "$1" "$work/own.xlsx" "$work/peer.xlsx" "$root/docs/images/sales.png" || fail "no workbooks were written"
 "$2" "$work/own.docx" || fail "no Word document was written"
-test_archives "$work/own.xlsx" "$work/own.docx"
+test_office_documents "$work/own.xlsx" "$work/own.docx"
 pandoc -f docx -t docx -o "$work/pandoc.docx" "$work/own.docx" || fail "pandoc did not write the document again"
-/usr/bin/python3 "$root/tests/outputs/check_order.py" "$work/own.xlsx" "$work/own.docx" ||
-  fail "elements are in the wrong order"
 
 # compare FORMAT PEER
 compare() {

@@ -6,7 +6,7 @@
 source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 
 "$@" "$work/own.xlsx" "$work/peer.xlsx" || fail "the program failed"
-test_archives "$work/own.xlsx"
+test_office_documents "$work/own.xlsx"
 /usr/bin/python3 - "$work/own.xlsx" "$work/peer.xlsx" <<'PYTHON' || fail "openpyxl finds other cells in the two files"
 import datetime
 import itertools

@@ -8,4 +8,4 @@ source "$(dirname "${BASH_SOURCE[0]}")/common.sh"
 # Debian's own Python has Debian's modules, whichever Python comes first on the path.
 SCRIVALEN_LIBRARY="$1" PYTHONPATH="$root/python" PYTHONDONTWRITEBYTECODE=1 \
   /usr/bin/python3 "$root/tests/outputs/typed_workbooks.py" "$work" "${2:-3}" "${3:-30}"
-test_archives "$work"/*.xlsx
+test_office_documents "$work"/*.xlsx

@@ -62,6 +62,6 @@ CSV
 }
 
 write_workbook
-test_archives "$work/odd.xlsx"
+test_office_documents "$work/odd.xlsx"
 check_with_openpyxl
 check_with_libreoffice

@@ -63,4 +63,4 @@ check_demo() {
 check_document
 check_table
 check_demo
-test_archives "$work"/*.xlsx "$work"/*.docx
+test_office_documents "$work"/*.xlsx "$work"/*.docx

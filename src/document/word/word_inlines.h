@@ -1,6 +1,7 @@
 #pragma once
 
 #include "document/model/event.h"
+#include "document/model/warnings.h"
 #include "output/output_buffer.h"
 
 #include <string>
@@ -14,6 +15,10 @@ struct Room {
   int width = 1;
   int height = 1;
 };
+
+/// The title of a link, cut to the length that Word takes.
+/// @param warnings  gets one about a title that is cut
+std::string_view linkTitle(std::string_view title, OutputWarnings& warnings);
 
 /// What is inside a paragraph or cell of a word processor's file: text, spans, links, places and pictures.
 class WordInlines : public EventSink {

@@ -171,6 +171,33 @@ TEST(DocxParts, CutTheNameOfAFontThatWordRefuses) {
   EXPECT_EQ(warnings[0].message, "the name of a font cut at 31 characters");
 }
 
+TEST(DocxParts, CutTheDescriptionOfALinkThatWordRefuses) {
+  const std::string longest = std::string(258, 'd') + "\U0001F600";
+  for (const char* address : {"#place", "https://e.org/"}) {
+    std::vector<Warning> warnings;
+    const auto documentWith = [&](const std::string& title) {
+      return partOf(docxOf(
+                        [&](Document& document) {
+                          document.anchor("place");
+                          document.beginParagraph(Align::Auto);
+                          document.beginLink(address, title);
+                          document.text("x");
+                          document.end();
+                          document.end();
+                        },
+                        {}, &warnings),
+                    "word/document.xml");
+    };
+    const std::string whole = documentWith(longest);
+    EXPECT_TRUE(has(whole, longest + "\""));
+    EXPECT_TRUE(warnings.empty());
+    EXPECT_EQ(documentWith(longest + "d"), whole);
+    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_EQ(warnings[0].code, WarningCode::TextCut);
+    EXPECT_EQ(warnings[0].message, "descriptions of links cut at 260 characters");
+  }
+}
+
 // In tables LibreOffice shows code in the document's font unless that is also the font of a style.
 TEST(DocxParts, HaveTheFontInTheStyleOfAllText) {
   const std::string styles = partOf(docxOf([](Document&) {}, {{"font", "serif"}}), "word/styles.xml");

@@ -157,6 +157,22 @@ TEST(RtfDocument, LinksToAddressesAndPlaces) {
             "{\\*\\bkmkstart there}{\\*\\bkmkend there}\\par\n");
 }
 
+TEST(RtfDocument, CutsTheDescriptionOfALinkThatWordRefuses) {
+  std::vector<Warning> warnings;
+  const std::string rtf = rtfOf(
+      [](Document& document) {
+        document.beginParagraph(Align::Auto);
+        document.beginLink("https://example.org/", std::string(261, 'd'));
+        document.text("x");
+        document.end();
+        document.end();
+      },
+      {}, &warnings);
+  EXPECT_NE(rtf.find("\\\\o \"" + std::string(260, 'd') + "\""), std::string::npos);
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_EQ(warnings[0].message, "descriptions of links cut at 260 characters");
+}
+
 TEST(RtfDocument, HasNoAddressThatMayRunAProgram) {
   for (const char* address : {"javascript:alert(1)", " JavaScript:x", "ms-msdt:/id", "macro:x", "data:text/html,x"}) {
     std::vector<Warning> warnings;

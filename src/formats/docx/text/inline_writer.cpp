@@ -91,10 +91,10 @@ void InlineWriter::beginLink(const Event& event) {
     link_ = OpenLink::None;
   } else if (event.address.starts_with('#')) {
     link_ = OpenLink::Place;
-    beginPlaceLink(out(), event.address.substr(1), event.title);
+    beginPlaceLink(out(), event.address.substr(1), linkTitle(event.title, warnings_));
   } else {
     link_ = OpenLink::Address;
-    beginAddressField(out(), event.address, event.title);
+    beginAddressField(out(), event.address, linkTitle(event.title, warnings_));
   }
   beginStyle(event);
 }

@@ -131,7 +131,7 @@ void InlineWriter::beginLink(const Event& event) {
     warnings_.add(WarningCode::SomethingLeftOut, "the address of a link that may run a program");
   }
   const std::string_view address = isSafe ? event.address : std::string_view();
-  beginLinkField(out(), address, event.title);
+  beginLinkField(out(), address, linkTitle(event.title, warnings_));
   if (!address.empty()) {
     put(out(), "\\ul\\cf", colors_.indexOf(kLinkColor));
     out().put(' ');

@@ -36,11 +36,13 @@ std::wstring readStyleSheet(std::string_view setting) {
 
 std::string familyOf(std::string_view name, document::OutputWarnings& warnings) {
   constexpr std::size_t kLongest = 31;  // UTF-16 code units
-  const std::string_view kept = cutToUnits(name, kLongest);
-  if (kept.size() < name.size()) {
+  std::string family = escapedText(name);
+  const std::size_t kept = cutToUnits(family, kLongest).size();
+  if (kept < family.size()) {
     warnings.add(document::WarningCode::TextCut, "the name of a font cut at 31 characters");
+    family.resize(kept);
   }
-  return escapedText(kept);
+  return family;
 }
 
 void apply(const CellStyle& style, CellFormat& format) {

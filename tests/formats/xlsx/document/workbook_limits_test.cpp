@@ -85,6 +85,14 @@ TEST(WorkbookLimits, CutCellsOfSeveralFontsBetweenCharacters) {
   EXPECT_EQ(warningsOf(workbook), "0 2 1 cells cut at 32,767 characters\n");
 }
 
+TEST(WorkbookLimits, CutTheNameOfAFontAsItIsWritten) {
+  MadeWorkbook workbook;
+  workbook.setting("font", ("_x0041_" + std::string(20, 'f')).c_str());
+  workbook.paragraph("a");
+  EXPECT_TRUE(has(workbook.part("xl/styles.xml"), "<name val=\"_x005F_x0041_" + std::string(18, 'f') + "\"/>"));
+  EXPECT_EQ(warningsOf(workbook), "0 2 1 the name of a font cut at 31 characters\n");
+}
+
 TEST(WorkbookLimits, CutTheNameOfAFont) {
   MadeWorkbook workbook;
   workbook.setting("font", (std::string(30, 'f') + "\U0001F600").c_str());
