@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::size_t kMostOfACharacter = 3;  // bytes of UTF-8 for a UTF-16 code unit
 constexpr std::size_t kLongestTitle = 255;    // of a link, in UTF-16 code units
-constexpr std::size_t kMostBreaks = 1023;     // below the 1,026 that spreadsheet programs accept
+constexpr std::size_t kMostBreaks = 1022;     // what the Open XML SDK allows, below the 1,026 of spreadsheet programs
 
 }  // namespace
 
