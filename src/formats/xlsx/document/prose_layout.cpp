@@ -1,6 +1,7 @@
 #include "formats/xlsx/document/prose_layout.h"
 
 #include "formats/xlsx/document/sheet/column_layout.h"
+#include "formats/xlsx/document/sheet/text_height.h"
 
 #include <algorithm>
 

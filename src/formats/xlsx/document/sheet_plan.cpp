@@ -1,6 +1,7 @@
 #include "formats/xlsx/document/sheet_plan.h"
 
 #include "document/language.h"
+#include "formats/xlsx/document/sheet/text_height.h"
 #include "formats/xlsx/workbook/cell_name.h"
 
 #include <algorithm>

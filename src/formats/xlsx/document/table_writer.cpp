@@ -1,6 +1,7 @@
 #include "formats/xlsx/document/table_writer.h"
 
 #include "formats/xlsx/document/sheet/column_layout.h"
+#include "formats/xlsx/document/sheet/text_height.h"
 #include "formats/xlsx/workbook/cell_text.h"
 
 #include <algorithm>

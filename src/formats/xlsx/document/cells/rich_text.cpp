@@ -36,6 +36,12 @@ std::uint16_t sizeOf(double points) {
 
 }  // namespace
 
+std::string_view partOf(const RichText& text, std::size_t run) {
+  const std::size_t begin = text.runs[run].begin;
+  const std::size_t end = run + 1 < text.runs.size() ? text.runs[run + 1].begin : text.text.size();
+  return std::string_view(text.text).substr(begin, end - begin);
+}
+
 void RichTextCollector::begin(const Font& font) { fonts_.assign(1, font); }
 
 RichText RichTextCollector::take() {

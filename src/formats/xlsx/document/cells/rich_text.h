@@ -45,6 +45,9 @@ struct RichText {
   bool isEmpty() const { return text.empty() && pictures.empty(); }
 };
 
+/// The text of a run.
+std::string_view partOf(const RichText& text, std::size_t run);
+
 /// Collects the text of a block or cell. The only link of a short text is that of its cell. In other texts a link is
 /// followed by its address, because a cell is a link as a whole or not at all. So it is with backgrounds: a part of a
 /// text has none, and then the text's usual colour too, which can be read without it.

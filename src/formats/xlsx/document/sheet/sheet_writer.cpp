@@ -2,6 +2,7 @@
 
 #include "document/plain/link_text.h"
 #include "formats/xlsx/document/sheet/column_layout.h"
+#include "formats/xlsx/document/sheet/text_height.h"
 #include "formats/xlsx/workbook/cell_text.h"
 #include "text/utf.h"
 
