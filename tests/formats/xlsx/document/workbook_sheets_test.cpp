@@ -320,6 +320,22 @@ TEST(WorkbookSheets, StateTheHeightOfLargeText) {
   EXPECT_TRUE(workbook.sheetHas("<row r=\"3\" ht=\"30.00\">"));
 }
 
+// A line has room for 16 digits. LibreOffice shows "as of every report:", "File", "open/create", "error for",
+// "'...'. ...,", "File write", "error for" and "'...'. ...".
+TEST(WorkbookSheets, StateTheHeightOfTextWithCodeInANarrowColumn) {
+  MadeWorkbook workbook;
+  workbook.styles("sheet { column-width: 16 }");
+  scrivalen_begin_table(workbook, nullptr, 0, nullptr);
+  scrivalen_begin_row(workbook, 0);
+  scrivalen_begin_cell(workbook, nullptr);
+  workbook.text("as of every report: ");
+  workbook.span(SCRIVALEN_CODE, "File open/create error for '...'. ...");
+  workbook.text(", ");
+  workbook.span(SCRIVALEN_CODE, "File write error for '...'. ...");
+  workbook.end(3);
+  EXPECT_TRUE(workbook.sheetHas("<row r=\"1\" ht=\"120.00\">")) << workbook.sheet();
+}
+
 // Its characters are wider than digits, however narrow they are in other fonts.
 TEST(WorkbookSheets, StateTheHeightOfLongLinesOfCode) {
   MadeWorkbook workbook;
