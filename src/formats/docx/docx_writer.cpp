@@ -17,13 +17,16 @@
 namespace scrivalen::document::docx {
 namespace {
 
+// With zlib's usual 8 a table takes 20 % more time to compress, for 0.5 % fewer bytes.
+constexpr int kArchiveMemory = 6;
+
 class DocxWriter : public DocumentWriter {
  public:
   explicit DocxWriter(const WriterContext& context)
       : settings_(context.settings),
         isRightToLeft_(isRightToLeft(settings_.text("language"))),
         paper_(wordPageOf(settings_, context.warnings)),
-        archive_(context.out, settings_.clock()),
+        archive_(context.out, settings_.clock(), kArchiveMemory),
         out_(archive_.content()),
         styles_(settings_, paper_.textWidth(), context.warnings),
         header_(settings_, paper_, pictures_, context.warnings),

@@ -55,10 +55,10 @@ void requireUsualSize(std::uint64_t size, std::uint64_t packedSize) {
 
 }  // namespace
 
-ZipWriter::ZipWriter(OutputBuffer& out, std::int64_t seconds)
+ZipWriter::ZipWriter(OutputBuffer& out, std::int64_t seconds, int memory)
     : out_(out),
       content_(*this),
-      deflater_(kLevel, DeflateFormat::Raw),
+      deflater_(kLevel, DeflateFormat::Raw, memory),
       start_(out.position()),
       time_(dosTime(seconds)) {}
 

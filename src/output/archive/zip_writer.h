@@ -19,7 +19,8 @@ class ZipWriter : private ByteSink {
   /// @param out      not owned; must outlive the archive
   /// @param seconds  the time of all entries, since 1970-01-01 UTC; stored in UTC, to two seconds, in the years 1980 to
   ///                 2107
-  ZipWriter(OutputBuffer& out, std::int64_t seconds);
+  /// @param memory   of the compression, as a Deflater has it
+  ZipWriter(OutputBuffer& out, std::int64_t seconds, int memory = Deflater::kUsualMemory);
   ZipWriter(const ZipWriter&) = delete;
   ZipWriter& operator=(const ZipWriter&) = delete;
   ~ZipWriter() override = default;

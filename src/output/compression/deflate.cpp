@@ -24,10 +24,9 @@ struct Deflater::State {
   std::unique_ptr<char[]> output;  // what the stream's pointer is past
 };
 
-Deflater::Deflater(int level, DeflateFormat format) : state_(std::make_unique<State>()) {
-  constexpr int kUsualMemory = 8;
+Deflater::Deflater(int level, DeflateFormat format, int memory) : state_(std::make_unique<State>()) {
   const int window = format == DeflateFormat::Raw ? -MAX_WBITS : MAX_WBITS;
-  if (deflateInit2(&state_->stream, level, Z_DEFLATED, window, kUsualMemory, Z_DEFAULT_STRATEGY) != Z_OK) {
+  if (deflateInit2(&state_->stream, level, Z_DEFLATED, window, memory, Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::bad_alloc();
   }
 }

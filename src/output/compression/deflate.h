@@ -17,8 +17,11 @@ enum class DeflateFormat {
 /// bytes with the same zlib.
 class Deflater {
  public:
-  /// @param level  1 (fast) to 9 (small)
-  explicit Deflater(int level, DeflateFormat format = DeflateFormat::Zlib);
+  static constexpr int kUsualMemory = 8;
+
+  /// @param level   1 (fast) to 9 (small)
+  /// @param memory  1 to 9, zlib's memLevel. With less the tables are smaller that zlib goes through after every 32 KiB
+  explicit Deflater(int level, DeflateFormat format = DeflateFormat::Zlib, int memory = kUsualMemory);
   Deflater(const Deflater&) = delete;
   Deflater& operator=(const Deflater&) = delete;
   ~Deflater();

@@ -70,7 +70,7 @@ TEST(OfficeBytes, OfAWordDocumentAreTheSameOnEverySystem) {
             "docProps/core.xml 521 8630d855\n"
             "docProps/custom.xml 346 7c3a91d1\n"
             "[Content_Types].xml 1914 6365276b\n"
-            "all 55257 4164d109\n");
+            "all 55334 76eedb5a\n");
 }
 
 }  // namespace scrivalen::test

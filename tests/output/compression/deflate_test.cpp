@@ -48,6 +48,16 @@ TEST(Deflater, TakesATextWithoutParts) {
   EXPECT_EQ(inflated(out), "");
 }
 
+TEST(Deflater, MakesTextsHardlyLongerWithLessMemory) {
+  Deflater usual(3);
+  Deflater small(3, scrivalen::DeflateFormat::Zlib, 6);
+  const std::string text = lines(30'000);
+  const std::string bytes = compressed(small, text);
+  EXPECT_NE(bytes, compressed(usual, text));
+  EXPECT_LT(bytes.size(), compressed(usual, text).size() * 105 / 100);
+  EXPECT_TRUE(inflated(bytes) == text);
+}
+
 TEST(Deflater, WritesNothingAroundRawBytes) {
   Deflater zlib(6);
   Deflater raw(6, scrivalen::DeflateFormat::Raw);
