@@ -1,8 +1,8 @@
 # The libraries that the library and the command need. They are the system's or, where there are no packages, compiled
 # from sources in SCRIVALEN_SOURCES_DIR. The library uses scrivalen_zlib for archives and pictures, scrivalen_deflate and
-# scrivalen_zlib to compress PDF files, scrivalen_harfbuzz for fonts and scrivalen_fribidi for the order of text;
-# scrivalen_use_command_dependencies defines the libraries that the command needs in addition, and
-# scrivalen_use_xlsxwriter the one that tests and benchmarks compare spreadsheets with.
+# scrivalen_zlib to compress PDF files, scrivalen_harfbuzz for fonts, scrivalen_fribidi for the order of text and
+# scrivalen_expat to read the styles of Word documents; scrivalen_use_command_dependencies defines the libraries that the
+# command needs in addition, and scrivalen_use_xlsxwriter the one that tests and benchmarks compare spreadsheets with.
 include_guard(GLOBAL)
 
 # Finds one file by a pattern below SCRIVALEN_SOURCES_DIR.
@@ -141,14 +141,36 @@ function(scrivalen_deflate_from_source)
   target_include_directories(scrivalen_deflate SYSTEM PUBLIC "${folder}")
 endfunction()
 
+# Compiles Expat without external entities. Its build makes a header of settings, which are definitions here.
+function(scrivalen_expat_from_source)
+  scrivalen_find_source(source "expat-*/expat/lib/xmlparse.c")
+  get_filename_component(folder "${source}" DIRECTORY)
+  set(config_folder "${CMAKE_CURRENT_BINARY_DIR}/expat")
+  file(CONFIGURE OUTPUT "${config_folder}/expat_config.h" CONTENT "")
+
+  add_library(scrivalen_expat STATIC "${folder}/xmlparse.c" "${folder}/xmlrole.c" "${folder}/xmltok.c")
+  # The files define macros of the same names, so each is compiled separately.
+  set_target_properties(scrivalen_expat PROPERTIES
+    C_VISIBILITY_PRESET hidden POSITION_INDEPENDENT_CODE ON UNITY_BUILD OFF)
+  target_compile_definitions(scrivalen_expat
+    PUBLIC XML_STATIC
+    PRIVATE BYTEORDER=1234 XML_CONTEXT_BYTES=1024 XML_NS $<$<NOT:$<PLATFORM_ID:Windows>>:XML_DEV_URANDOM>)
+  if(NOT MSVC)
+    target_compile_options(scrivalen_expat PRIVATE -w)
+  endif()
+  target_include_directories(scrivalen_expat SYSTEM PUBLIC "${folder}" PRIVATE "${config_folder}")
+endfunction()
+
 if(SCRIVALEN_SOURCES_DIR)
   scrivalen_harfbuzz_from_source()
   scrivalen_fribidi_from_source()
   scrivalen_deflate_from_source()
+  scrivalen_expat_from_source()
 else()
   scrivalen_harfbuzz_of_system()
   scrivalen_library_of_system(scrivalen_fribidi fribidi fribidi.h fribidi)
   scrivalen_library_of_system(scrivalen_deflate deflate libdeflate.h)
+  scrivalen_library_of_system(scrivalen_expat expat expat.h)
 endif()
 
 # scrivalen_md4c for Markdown, scrivalen_yaml for its front matter, scrivalen_csv for CSV, scrivalen_cli11 for the

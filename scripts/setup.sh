@@ -49,7 +49,8 @@ need_build() {
   need_command g++ g++
   need_command cmake cmake
   need_command ninja ninja-build
-  need_packages libmd4c-dev libyaml-dev libcsv-dev libcli11-dev libharfbuzz-dev libfribidi-dev libdeflate-dev zlib1g-dev
+  need_packages libmd4c-dev libyaml-dev libcsv-dev libcli11-dev
+  need_packages libharfbuzz-dev libfribidi-dev libdeflate-dev libexpat1-dev zlib1g-dev
   need_packages libgtest-dev libbenchmark-dev libhpdf-dev libxlsxwriter-dev libpango1.0-dev fonts-lohit-deva
   need_packages fonts-liberation2 fonts-dejavu-core fonts-dejavu-extra
   need_command chmcmd fp-utils
@@ -213,7 +214,7 @@ case "$1" in
     need_build
     need_test
     install_missing
-    fetch_sources md4c libcsv libyaml harfbuzz fribidi libdeflate
+    fetch_sources md4c libcsv libyaml harfbuzz fribidi libdeflate expat
     fetch_documents gdal-data golang-github-gomarkdown-markdown-dev libjs-bootstrap4 librust-bat-dev librust-regex-dev \
       node-marked python3-arabic-reshaper r-cran-data.table ruby-grape ruby-sinatra
     install_node_modules

@@ -21,7 +21,8 @@ is_known() {
     "linux "libc.so.* | "linux "libm.so.* | "linux "libdl.so.* | "linux "ld-linux-*) ;;
     "linux "libgcc_s.so.* | "linux "libstdc++.so.* | "linux "libscrivalen.so.*) ;;
     "linux "libz.so.* | "linux "libdeflate.so.* | "linux "libharfbuzz.so.* | "linux "libharfbuzz-subset.so.*) ;;
-    "linux "libfribidi.so.* | "linux "libmd4c.so.* | "linux "libyaml-0.so.* | "linux "libcsv.so.*) ;;
+    "linux "libexpat.so.* | "linux "libfribidi.so.*) ;;
+    "linux "libmd4c.so.* | "linux "libyaml-0.so.* | "linux "libcsv.so.*) ;;
     *) return 1 ;;
   esac
 }
