@@ -17,6 +17,8 @@ constexpr std::size_t kPartStep = 16384;  // of a text in parts
 // zlib takes its input as not const, but does not change it.
 Bytef* inputOf(std::string_view bytes) { return reinterpret_cast<Bytef*>(const_cast<char*>(bytes.data())); }
 
+int windowOf(DeflateFormat format) { return format == DeflateFormat::Raw ? -MAX_WBITS : MAX_WBITS; }
+
 }  // namespace
 
 struct Deflater::State {
@@ -25,8 +27,7 @@ struct Deflater::State {
 };
 
 Deflater::Deflater(int level, DeflateFormat format, int memory) : state_(std::make_unique<State>()) {
-  const int window = format == DeflateFormat::Raw ? -MAX_WBITS : MAX_WBITS;
-  if (deflateInit2(&state_->stream, level, Z_DEFLATED, window, memory, Z_DEFAULT_STRATEGY) != Z_OK) {
+  if (deflateInit2(&state_->stream, level, Z_DEFLATED, windowOf(format), memory, Z_DEFAULT_STRATEGY) != Z_OK) {
     throw std::bad_alloc();
   }
 }
@@ -74,9 +75,9 @@ struct Inflater::State {
   int result = Z_OK;
 };
 
-Inflater::Inflater(std::string_view compressed) : state_(std::make_unique<State>()) {
+Inflater::Inflater(std::string_view compressed, DeflateFormat format) : state_(std::make_unique<State>()) {
   state_->compressed = compressed;
-  if (inflateInit(&state_->stream) != Z_OK) {
+  if (inflateInit2(&state_->stream, windowOf(format)) != Z_OK) {
     throw std::bad_alloc();
   }
 }

@@ -42,11 +42,11 @@ class Deflater {
   std::unique_ptr<State> state_;
 };
 
-/// Decompresses one text in the zlib format.
+/// Decompresses one text.
 class Inflater {
  public:
   /// @param compressed  not owned; bytes after the end of the text are ignored
-  explicit Inflater(std::string_view compressed);
+  explicit Inflater(std::string_view compressed, DeflateFormat format = DeflateFormat::Zlib);
   Inflater(const Inflater&) = delete;
   Inflater& operator=(const Inflater&) = delete;
   ~Inflater();
@@ -54,7 +54,7 @@ class Inflater {
   /// Stores the next bytes of the text.
   /// @return their number: fewer than @p size only at the end of the text or where it is broken or cut off
   std::size_t read(char* out, std::size_t size);
-  /// Whether the text was read to its end, and its checksum is right.
+  /// Whether the text was read to its end, and its checksum, if the format has one, is right.
   bool isAtEnd() const;
   /// How many compressed bytes have been used.
   std::size_t used() const;
