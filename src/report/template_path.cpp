@@ -1,6 +1,7 @@
 #include "report/template_path.h"
 
 #include "system/files/files.h"
+#include "system/module_path.h"
 
 namespace scrivalen {
 
@@ -13,6 +14,17 @@ std::optional<std::wstring> templatePath(std::wstring_view module, std::wstring_
   path += L"tmpl";
   path += scrivalen::kPathSeparator;
   return path.append(name);
+}
+
+std::wstring templateFile(std::string_view setting) {
+  std::wstring path = widePath(setting);
+  if (folderOf(path).empty() && !pathExists(path)) {
+    const auto installed = templatePath(modulePath(), path);
+    if (installed && pathExists(*installed)) {
+      return *installed;
+    }
+  }
+  return path;
 }
 
 }  // namespace scrivalen

@@ -8,7 +8,6 @@
 #include "report/template_path.h"
 #include "system/files/files.h"
 #include "system/messages.h"
-#include "system/module_path.h"
 #include "text/ascii.h"
 #include "text/utf.h"
 
@@ -55,18 +54,6 @@ std::string ownHead(const FormatSettings& settings, std::string_view title, std:
   appendMeta(head, "keywords", settings.text("keywords"));
   appendMeta(head, "dcterms.date", settings.text("date"));
   return head.append("<style>\n").append(style).append("</style>\n</head>\n<body>\n<main>\n");
-}
-
-// The path as it is; a name without a folder may also be that of a template that is installed with the library.
-std::wstring templateFile(std::string_view setting) {
-  std::wstring path = widePath(setting);
-  if (folderOf(path).empty() && !pathExists(path)) {
-    const auto installed = templatePath(modulePath(), path);
-    if (installed && pathExists(*installed)) {
-      return *installed;
-    }
-  }
-  return path;
 }
 
 std::string readTemplate(std::string_view setting) {
