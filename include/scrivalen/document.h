@@ -90,10 +90,11 @@ SCRIVALEN_API scrivalen_status scrivalen_add_stream(scrivalen_document*, const c
                                                     void* user);
 /// Sets a setting by name, for all formats or, with a format's name in front, for that one alone, as in
 /// "text.encoding": "title", "author", "subject", "keywords", "language", "date", "clock", "paper", "margins",
-/// "landscape", "header", "footer", "header-image", "font", "font-file", "template", "property:NAME", "encoding",
-/// "widths", "numbers", "dates" and those that one format has. "numbers" says how numbers are shown: "1234.5" (the
-/// default), "1,234.5", "1.234,5" or "1 234,5"; "dates" how dates are: "yyyy-mm-dd" (the default) or another order and
-/// separator. A spreadsheet keeps the values and takes both as formats. "header-image" is the path of a picture.
+/// "landscape", "header", "footer", "header-image", "font", "font-file", "template", "reference", "property:NAME",
+/// "encoding", "widths", "numbers", "dates" and those that one format has. "numbers" says how numbers are shown:
+/// "1234.5" (the default), "1,234.5", "1.234,5" or "1 234,5"; "dates" how dates are: "yyyy-mm-dd" (the default) or
+/// another order and separator. A spreadsheet keeps the values and takes both as formats. "header-image" is the path of
+/// a picture, "reference" that of a Word document whose styles a Word document takes over.
 ///
 /// A setting given again replaces the earlier value; "font-file" and "property:NAME" add to it.
 /// SCRIVALEN_UNKNOWN_SETTING for an unknown name, or a value that the setting does not take; SCRIVALEN_MISUSE after the

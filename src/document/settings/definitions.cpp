@@ -168,6 +168,7 @@ constexpr SettingDefinition kDefinitions[] = {
     {"font", kForPages | kForChm, "", "the name of a font", &takeName},
     {"font-file", kForPdf, "", "the path of a font file", &takePresentPath, true},
     {"template", kForHtml | kForChm, "", "the path of a template", &takePath},
+    {"reference", kForDocx, "", "the path of a Word document or template", &takePath},
     {"styles", kForXlsx, "", "the path of a style sheet", &takePath},
     {kProperty, kForProperties, "", kLine, &takeLine},
     {"encoding", kForText, "utf-8", "utf-8, utf-16 or latin-1", &takeEncoding},

@@ -133,7 +133,7 @@ void addCell(const CellNeed& cell, double size, double padding, double space, st
 
 std::vector<ColumnNeed> needsOf(const Measured& measured, int halfPoints, double space) {
   const Table& table = measured.table;
-  const double size = halfPoints * kTwipsPerPoint / 2;
+  const double size = halfPoints * kTwipsPerPoint / 2 * measured.rule.letters;
   const double padding = 2 * paddingOf(halfPoints);
   std::vector<ColumnNeed> needs;
   needs.reserve(table.columns.size());

@@ -36,6 +36,7 @@ struct TableSpace {
 struct WidthRule {
   bool isEqual = false;   ///< columns of equal widths rather than widths from their content
   bool isFilled = false;  ///< the table is as wide as the space
+  double letters = 1;     ///< how wide letters are, by those of Arial in the size of the plan
 };
 
 /// A table that does not fit is set smaller, then on turned pages, then split; in parts it is on turned pages only if

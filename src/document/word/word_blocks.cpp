@@ -96,7 +96,9 @@ void WordBlocks::beginTable(const Table& table) {
   const int left = parts_.containers.indent();
   const TableSpace space{paper.textWidth() - left, turned == nullptr ? 0 : turned->textWidth() - left};
   // Readers do not agree on where a narrow table from right to left is.
-  const WidthRule rule{.isEqual = settings_.text("widths") == "equal", .isFilled = isRightToLeft_};
+  const WidthRule rule{.isEqual = settings_.text("widths") == "equal",
+                       .isFilled = isRightToLeft_,
+                       .letters = parts_.tables.letterWidth()};
   TablePlan plan = planTable(table, space, rule);
   writeHeadings(plan.orientation);
   flushMarker();

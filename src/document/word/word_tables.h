@@ -30,6 +30,8 @@ class WordTables {
   void begin(const Table& table, TablePlan plan, int indent);
   void row(const Row& row);
   void end();
+  /// How wide letters may be, by those of Arial.
+  virtual double letterWidth() const { return 1; }
 
  protected:
   /// A cell of a row in a part of the table.

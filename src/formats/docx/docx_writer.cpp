@@ -9,6 +9,7 @@
 #include "formats/docx/parts/package_parts.h"
 #include "formats/docx/parts/page_header.h"
 #include "formats/docx/parts/styles.h"
+#include "formats/docx/reference/reference.h"
 #include "formats/docx/sections.h"
 #include "formats/docx/tables/table_writer.h"
 #include "formats/docx/xml.h"
@@ -24,6 +25,8 @@ class DocxWriter : public DocumentWriter {
  public:
   explicit DocxWriter(const WriterContext& context)
       : settings_(context.settings),
+        warnings_(context.warnings),
+        reference_(referenceOf(settings_)),
         isRightToLeft_(isRightToLeft(settings_.text("language"))),
         paper_(wordPageOf(settings_, context.warnings)),
         archive_(context.out, settings_.clock(), kArchiveMemory),
@@ -32,7 +35,8 @@ class DocxWriter : public DocumentWriter {
         header_(settings_, paper_, pictures_, context.warnings),
         sections_(out_, header_, paper_, isRightToLeft_),
         inlines_(out_, pictures_, context.warnings),
-        tables_(out_, styles_, inlines_, isRightToLeft_),
+        tables_(out_, styles_, inlines_, isRightToLeft_,
+                reference_ ? std::optional(reference_->tableLook()) : std::nullopt),
         containers_(numbering_, paper_.textWidth()),
         paragraphs_(out_, styles_, sections_, containers_, inlines_, isRightToLeft_),
         blocks_(settings_, {sections_, inlines_, tables_, containers_, paragraphs_}, isRightToLeft_) {}
@@ -45,7 +49,12 @@ class DocxWriter : public DocumentWriter {
   void finish() override;
 
  private:
+  void writeStyles();
+  void addPart(std::string_view name, std::string_view content);
+
   const FormatSettings& settings_;
+  OutputWarnings& warnings_;
+  const std::unique_ptr<const Reference> reference_;  // null without one
   const bool isRightToLeft_;
   const PageTwips paper_;
   ZipWriter archive_;
@@ -80,15 +89,34 @@ void DocxWriter::finish() {
   put(out_, "\n</w:body></w:document>\n");
   archive_.endEntry();
   header_.write(archive_);
-  archive_.beginEntry("word/styles.xml");
-  styles_.write(out_);
-  archive_.endEntry();
+  writeStyles();
   archive_.beginEntry("word/numbering.xml");
   numbering_.write(out_);
   archive_.endEntry();
-  writeSettings(archive_, settings_);
-  writeLists(archive_, settings_, header_, pictures_);
+  const LookPartNames lookParts{reference_ && !reference_->theme().empty(), reference_ && !reference_->fonts().empty()};
+  writeSettings(archive_, settings_, lookParts);
+  writeLists(archive_, settings_, header_, pictures_, lookParts);
   archive_.finish();
+}
+
+void DocxWriter::writeStyles() {
+  archive_.beginEntry("word/styles.xml");
+  if (reference_) {
+    reference_->writeStyles(out_, styles_.text(), settings_.text("language"), warnings_);
+  } else {
+    styles_.write(out_);
+  }
+  archive_.endEntry();
+  if (reference_) {
+    addPart(kThemePart, reference_->theme());
+    addPart(kFontsPart, reference_->fonts());
+  }
+}
+
+void DocxWriter::addPart(std::string_view name, std::string_view content) {
+  if (!content.empty()) {
+    archive_.addEntry(joined({"word/", name}), content);
+  }
 }
 
 std::unique_ptr<DocumentWriter> makeWriter(const WriterContext& context) {

@@ -32,6 +32,15 @@ inline void putContent(OutputBuffer& out, std::string_view text) { MarkupText().
 /// Writes an attribute's value, without its quotation marks.
 inline void putValue(OutputBuffer& out, std::string_view text) { MarkupText().value(out, text); }
 
+/// Collects what is written.
+struct TextSink : ByteSink {
+  bool take(const char* data, std::size_t size) override {
+    text.append(data, size);
+    return true;
+  }
+  std::string text;
+};
+
 /// The texts one after another.
 inline std::string joined(std::initializer_list<std::string_view> texts) {
   std::string result;

@@ -1,6 +1,8 @@
 #include "document/plain/office_content.h"
+#include "formats/docx/reference/made_reference.h"
 #include "support/faults/file_without_memory.h"
 #include "support/faults/stream_pieces.h"
+#include "system/files/files.h"
 
 #include <gtest/gtest.h>
 
@@ -78,6 +80,33 @@ scrivalen_status writeFile(const std::string& path, const char* format, WriteOff
   return added != SCRIVALEN_OK ? added : content != SCRIVALEN_OK ? content : closed;
 }
 
+// A template with a theme, a list of fonts, and styles of which some are ours.
+const std::string& referencePath() {
+  static const TemporaryFolder folder;
+  static const std::string path = [] {
+    const std::string styles =
+        "<w:docDefaults/><w:style w:type='paragraph' w:default='1' w:styleId='Standard'><w:name "
+        "w:val='Normal'/></w:style>"
+        "<w:style w:styleId='of a heading of the first level'><w:name w:val='heading 1'/>"
+        "<w:basedOn w:val='Standard'/><w:pPr><w:numPr><w:numId w:val='1'/></w:numPr></w:pPr></w:style>"
+        "<w:style w:styleId='q'><w:name w:val='Quote'/><w:pPr><w:pBdr><w:left "
+        "w:val='single'/></w:pBdr></w:pPr></w:style>"
+        "<w:style w:type='table' w:styleId='t'><w:name w:val='Table'/><w:tblStylePr w:type='firstRow'><w:tcPr>"
+        "<w:shd w:val='clear' w:fill='FF0000'/></w:tcPr></w:tblStylePr></w:style>"
+        "<w:style w:styleId='toc'><w:name w:val='toc 1'/><w:pPr><w:tabs><w:tab w:val='right' w:pos='9000'/></w:tabs>"
+        "</w:pPr></w:style>";
+    writeBytes(folder / L"look.dotx", referenceOfParts(partsWithStyles(styles)));
+    return narrowPath(folder / L"look.dotx");
+  }();
+  return path;
+}
+
+scrivalen_status writeWithReference(scrivalen_document* document) {
+  const scrivalen_status set = scrivalen_set(document, "reference", referencePath().c_str());
+  const scrivalen_status written = writeEveryKind(document);
+  return set != SCRIVALEN_OK ? set : written;
+}
+
 class OfficeOnAFailingStream : public testing::TestWithParam<const char*> {};
 
 class OfficeWithoutMemory : public testing::TestWithParam<std::tuple<const char*, FailingAllocations::Extent>> {};
@@ -128,5 +157,23 @@ TEST_P(OfficeWithoutMemory, IsCompleteOrReportsItAndLeavesTheEarlierFile) {
 INSTANTIATE_TEST_SUITE_P(Each, OfficeWithoutMemory,
                          testing::Combine(testing::Values("xlsx", "docx"),
                                           testing::Values(Extent::One, Extent::AllFromThere)));
+
+TEST(ReferenceWithoutMemory, GivesACompleteDocumentOrReportsItAndLeavesTheEarlierFile) {
+  contentSteps();
+  referencePath();
+  for (const Extent extent : {Extent::One, Extent::AllFromThere}) {
+    expectTheFileOrTheEarlierOne(extent,
+                                 [](const std::string& path) { return writeFile(path, "docx", writeWithReference); });
+  }
+}
+
+TEST(ReferenceOnAFailingStream, FailsAtEachOfManyBytes) {
+  Written whole("docx");
+  ASSERT_EQ(writeWithReference(whole), SCRIVALEN_OK);
+  const std::size_t size = whole.closed().size();
+  for (std::size_t room = 0; room < size && !testing::Test::HasFatalFailure(); room += 97) {
+    expectToFailAlone("docx", room, writeWithReference);
+  }
+}
 
 }  // namespace scrivalen::test

@@ -103,12 +103,15 @@ void writePictures(ZipWriter& archive, WaitingPictures& pictures) {
   }
 }
 
-void writeRelations(OutputBuffer& out, const PageHeader& header, const WaitingPictures& pictures) {
+void writeRelations(OutputBuffer& out, const PageHeader& header, const WaitingPictures& pictures,
+                    const LookPartNames& lookParts) {
   put(out, kXmlStart);
   put(out, kRelationsStart);
   put(out, relation("rId1", "styles", "styles.xml"));
   put(out, relation("rId2", "numbering", "numbering.xml"));
   put(out, relation("rId3", "settings", "settings.xml"));
+  put(out, lookParts.theme ? relation("rId4", "theme", kThemePart) : std::string());
+  put(out, lookParts.fonts ? relation("rId5", "fontTable", kFontsPart) : std::string());
   for (std::size_t i = 0; i < header.size(); ++i) {
     put(out, relation(headerRelation(i), header.isFooter(i) ? "footer" : "header", headerPart(i)));
   }
@@ -118,6 +121,12 @@ void writeRelations(OutputBuffer& out, const PageHeader& header, const WaitingPi
   put(out, kRelationsEnd);
 }
 
+// The colours of a theme that text, backgrounds and links have.
+constexpr std::string_view kColorMapping =
+    "<w:clrSchemeMapping w:bg1=\"light1\" w:t1=\"dark1\" w:bg2=\"light2\" w:t2=\"dark2\" w:accent1=\"accent1\""
+    " w:accent2=\"accent2\" w:accent3=\"accent3\" w:accent4=\"accent4\" w:accent5=\"accent5\" w:accent6=\"accent6\""
+    " w:hyperlink=\"hyperlink\" w:followedHyperlink=\"followedHyperlink\"/>";
+
 void writeType(OutputBuffer& out, std::string_view part, std::string_view type) {
   put(out, "<Override PartName=\"/");
   put(out, part);
@@ -126,7 +135,7 @@ void writeType(OutputBuffer& out, std::string_view part, std::string_view type) 
   put(out, "+xml\"/>");
 }
 
-void writeTypes(OutputBuffer& out, const PageHeader& header, bool hasCustomProperties) {
+void writeTypes(OutputBuffer& out, const PageHeader& header, bool hasCustomProperties, const LookPartNames& lookParts) {
   put(out, kXmlStart);
   put(out,
       "<Types xmlns=\"http://schemas.openxmlformats.org/package/2006/content-types\">"
@@ -141,6 +150,12 @@ void writeTypes(OutputBuffer& out, const PageHeader& header, bool hasCustomPrope
   writeType(out, "word/styles.xml", "officedocument.wordprocessingml.styles");
   writeType(out, "word/numbering.xml", "officedocument.wordprocessingml.numbering");
   writeType(out, "word/settings.xml", "officedocument.wordprocessingml.settings");
+  if (lookParts.theme) {
+    writeType(out, joined({"word/", kThemePart}), "officedocument.theme");
+  }
+  if (lookParts.fonts) {
+    writeType(out, joined({"word/", kFontsPart}), "officedocument.wordprocessingml.fontTable");
+  }
   for (std::size_t i = 0; i < header.size(); ++i) {
     const std::string_view kind = header.isFooter(i) ? "footer" : "header";
     writeType(out, joined({"word/", headerPart(i)}), joined({"officedocument.wordprocessingml.", kind}));
@@ -164,7 +179,7 @@ void writeProperties(ZipWriter& archive, const FormatSettings& settings) {
 }
 
 // The mode of compatibility is that of Word 2013 and later; without it Word lays out as Word 2007 did.
-void writeSettings(ZipWriter& archive, const FormatSettings& settings) {
+void writeSettings(ZipWriter& archive, const FormatSettings& settings, const LookPartNames& lookParts) {
   archive.beginEntry("word/settings.xml");
   OutputBuffer& out = archive.content();
   put(out, kXmlStart);
@@ -177,18 +192,19 @@ void writeSettings(ZipWriter& archive, const FormatSettings& settings) {
   if (const std::string_view language = languageValue(settings.text("language")); !language.empty()) {
     put(out, joined({"<w:themeFontLang w:val=\"", language, "\"/>"}));
   }
+  put(out, lookParts.theme ? kColorMapping : "");
   put(out, "</w:settings>\n");
   archive.endEntry();
 }
 
-void writeLists(ZipWriter& archive, const FormatSettings& settings, const PageHeader& header,
-                WaitingPictures& pictures) {
+void writeLists(ZipWriter& archive, const FormatSettings& settings, const PageHeader& header, WaitingPictures& pictures,
+                const LookPartNames& lookParts) {
   writePictures(archive, pictures);
   archive.beginEntry("word/_rels/document.xml.rels");
-  writeRelations(archive.content(), header, pictures);
+  writeRelations(archive.content(), header, pictures, lookParts);
   archive.endEntry();
   archive.beginEntry("[Content_Types].xml");
-  writeTypes(archive.content(), header, !settings.properties().empty());
+  writeTypes(archive.content(), header, !settings.properties().empty(), lookParts);
   archive.endEntry();
 }
 

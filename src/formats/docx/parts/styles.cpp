@@ -443,4 +443,12 @@ void StyleSheet::write(OutputBuffer& out) const {
   put(out, "</w:styles>\n");
 }
 
+std::string StyleSheet::text() const {
+  TextSink sink;
+  OutputBuffer out(sink);
+  write(out);
+  out.flush();
+  return sink.text;
+}
+
 }  // namespace scrivalen::document::docx

@@ -79,6 +79,8 @@ class StyleSheet {
   std::string tableReference(int halfPoints, bool isHeading);
   /// Writes the part of all styles that may be used.
   void write(OutputBuffer& out) const;
+  /// The same as a text.
+  std::string text() const;
 
  private:
   void writeDefaults(OutputBuffer& out) const;

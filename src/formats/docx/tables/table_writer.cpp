@@ -51,19 +51,27 @@ void TableWriter::writeBegin(const TablePart& part) {
   put(out(), isRightToLeft() ? "<w:bidiVisual/>" : "");
   put(out(), "<w:tblW w:w=\"", part.edges.back(), "\" w:type=\"dxa\"/>");
   put(out(), "<w:tblInd w:w=\"", indent(), "\" w:type=\"dxa\"/><w:tblLayout w:type=\"fixed\"/>");
-  if (plan().padding != kUsualPadding) {
+  // The widths of the columns are made for this space, which the style of a reference may not have.
+  if (look_ || plan().padding != kUsualPadding) {
     put(out(), "<w:tblCellMar><w:left w:w=\"", plan().padding, "\" w:type=\"dxa\"/>");
     put(out(), "<w:right w:w=\"", plan().padding, "\" w:type=\"dxa\"/></w:tblCellMar>");
   }
-  put(out(), hasHeader() ? "<w:tblLook w:val=\"0620\" w:firstRow=\"1\"" : "<w:tblLook w:val=\"0600\" w:firstRow=\"0\"");
-  put(out(),
-      " w:lastRow=\"0\" w:firstColumn=\"0\" w:lastColumn=\"0\" w:noHBand=\"1\" w:noVBand=\"1\"/></w:tblPr><w:tblGrid>");
+  writeLook();
   int edge = 0;
   for (const int next : part.edges) {
     put(out(), "<w:gridCol w:w=\"", next - edge, "\"/>");
     edge = next;
   }
   put(out(), "</w:tblGrid>\n");
+}
+
+// Which parts of the table's style apply.
+void TableWriter::writeLook() {
+  const bool hasBands = look_ && look_->hasBands;
+  put(out(), joined({"<w:tblLook w:val=\"0", hasBands ? "4" : "6",
+                     hasHeader() ? "20\" w:firstRow=\"1\"" : "00\" w:firstRow=\"0\"",
+                     " w:lastRow=\"0\" w:firstColumn=\"0\" w:lastColumn=\"0\" w:noHBand=\"", hasBands ? "0" : "1",
+                     "\" w:noVBand=\"1\"/></w:tblPr><w:tblGrid>"}));
 }
 
 // Readers join tables that have nothing between them.
@@ -96,14 +104,7 @@ void TableWriter::writeCell(OutputBuffer& out, const Row& row, const Place& plac
   if (place.columns > 1) {
     put(out, "<w:gridSpan w:val=\"", static_cast<std::int64_t>(place.columns), "\"/>");
   }
-  // The table's style has the colour of a first row that is a header, and of those after it that are repeated
-  // (ECMA-376, 17.18.89).
-  const bool isShaded = row.header && !((isFirstRow() || row.repeated) && hasHeader());
-  if (place.background || isShaded) {
-    put(out, "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"");
-    put(out, place.background ? colorValue(*place.background) : std::string(kHeaderColor));
-    put(out, "\"/>");
-  }
+  writeShade(out, row, place);
   put(out, "</w:tcPr><w:p><w:pPr>");
   put(out, place.cell->header || row.header ? headingStyle_ : textStyle_);
   put(out, row.repeated ? "<w:keepNext/>" : "");
@@ -112,6 +113,19 @@ void TableWriter::writeCell(OutputBuffer& out, const Row& row, const Place& plac
   put(out, "</w:pPr>");
   writeContent(place);
   put(out, "</w:p></w:tc>");
+}
+
+// The table's style has the colour of a first row that is a header, and of those after it that are repeated
+// (ECMA-376, 17.18.89).
+void TableWriter::writeShade(OutputBuffer& out, const Row& row, const Place& place) {
+  const bool isShaded = row.header && !((isFirstRow() || row.repeated) && hasHeader());
+  if (look_ && isShaded && !place.background) {
+    put(out, look_->headerShade);
+  } else if (place.background || isShaded) {
+    put(out, "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"");
+    put(out, place.background ? colorValue(*place.background) : std::string(kHeaderColor));
+    put(out, "\"/>");
+  }
 }
 
 void TableWriter::writeContent(const Place& place) {

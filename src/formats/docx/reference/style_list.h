@@ -1,0 +1,57 @@
+#pragma once
+
+#include "formats/docx/reference/xml_element.h"
+
+#include <cstddef>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace scrivalen::document::docx {
+
+/// The styles of a part "w:styles". Each has an id that no other has, a name that no other of its type has, and a type;
+/// those that it refers to are there. Languages are removed, and numbering, unless it says that there is none.
+class StyleList {
+ public:
+  /// Raises ArchiveError when there are more than 10,000 styles.
+  /// @param root  "w:styles"
+  explicit StyleList(XmlElement root);
+
+  /// The elements before the styles: defaults, and what a word processor shows of styles that are not there.
+  const std::vector<XmlElement>& before() const { return before_; }
+  std::vector<XmlElement>& before() { return before_; }
+  const std::vector<XmlElement>& styles() const { return styles_; }
+  std::vector<XmlElement>& styles() { return styles_; }
+
+  /// The style of a type whose name, or else one of whose aliases, is this one whatever its case; null without one. The
+  /// default style of the type is none of these, unless it is of tables.
+  const XmlElement* findNamed(std::string_view type, std::string_view name) const;
+  /// The style of an id; null for an empty one.
+  const XmlElement* find(std::string_view id) const;
+  XmlElement* find(std::string_view id);
+  /// A style, that which it is based on, and so on, at most 100 together.
+  std::vector<const XmlElement*> basesOf(const XmlElement& style) const;
+  /// The first element of a path, as in {"w:pPr", "w:pBdr"}, in a style or those that it is based on; null without one.
+  const XmlElement* inherited(const XmlElement& style, const std::vector<std::string_view>& path) const;
+  /// Whether paragraphs of a style had a number or bullet before numbering was removed, for what the style itself says.
+  bool wasNumbered(const XmlElement& style) const;
+
+ private:
+  void takeStyle(XmlElement style);
+  void removeDuplicates();
+  void keepOneDefault();
+  void mendReferences();
+  void breakCircles();
+
+  std::vector<XmlElement> before_;
+  std::vector<XmlElement> styles_;
+  std::set<std::string, std::less<>> numbered_;  // ids
+};
+
+std::string_view idOf(const XmlElement& style);
+std::string_view typeOf(const XmlElement& style);
+std::string_view nameOf(const XmlElement& style);
+bool isDefault(const XmlElement& style);
+
+}  // namespace scrivalen::document::docx

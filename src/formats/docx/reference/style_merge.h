@@ -1,0 +1,21 @@
+#pragma once
+
+#include "formats/docx/reference/style_list.h"
+
+#include <string>
+#include <vector>
+
+namespace scrivalen::document::docx {
+
+/// What is merged.
+struct StyleMerge {
+  StyleList styles;                   ///< those of the reference, with the ids that the library has for their names
+  std::vector<std::string> numbered;  ///< names of those whose numbering is missed
+};
+
+/// Brings the styles of a reference and those that the library writes together. The former have the look; those that
+/// the reference lacks come after them. Ours stay the ids of styles, the tabs that the width of the page decides, and
+/// the levels of headings.
+StyleMerge mergedStyles(StyleList reference, const StyleList& own);
+
+}  // namespace scrivalen::document::docx
