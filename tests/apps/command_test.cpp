@@ -321,6 +321,14 @@ TEST(Command, ExitsWithStatusOneWhenTheStyleSheetCannotBeRead) {
   EXPECT_TRUE(result.error.starts_with("scrivalen: cannot read the style sheet '@/no.css': ")) << result.error;
 }
 
+TEST(Command, ExitsWithStatusOneWhenTheReferenceCannotBeUsed) {
+  CommandRun run;
+  const Result result = run.with("in.md", "x").run({"@/in.md", "--reference", "@/in.md", "-o", "@/a.docx"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.error, "scrivalen: The reference '@/in.md' cannot be used: it is not an archive (ZIP).\n");
+  EXPECT_EQ(run.names(), std::vector<std::string>{"in.md"});
+}
+
 TEST(Command, ReportsTheLineOfAMalformedTableAndWritesNoOutput) {
   CommandRun run;
   const Result result = run.with("in.csv", "a\n\"b\n").run({"@/in.csv", "-o", "@/a.html", "-o", "@/a.txt"});

@@ -65,6 +65,7 @@ TEST(Delivery, RefusesToOverwriteAFileThatItReadsBesidesTheInput) {
        {Case{{"--template", "@/f.html"}, "template"}, Case{{"--styles", "@/f.html"}, "style sheet"},
         Case{{"--set", "template=@/f.html"}, "template"}, Case{{"--set", "html.template=@/f.html"}, "template"},
         Case{{"--set", "styles=@/f.html"}, "style sheet"}, Case{{"--set", "xlsx.styles=@/f.html"}, "style sheet"},
+        Case{{"--reference", "@/f.html"}, "reference"}, Case{{"--set", "docx.reference=@/f.html"}, "reference"},
         Case{{"--set", "header-image=@/f.html"}, "header image"},
         Case{{"--set", "pdf.header-image=@/f.html"}, "header image"},
         Case{{"--set", "font-file=@/f.html", "--set", "font-file=@/g"}, "font file"},

@@ -227,9 +227,11 @@ TEST(Options, AcceptATypedEscapeForATabAsSeparator) {
 TEST(Options, AcceptFlags) {
   const Options none = parsed({"a", "-o", "a.txt"});
   EXPECT_FALSE(none.landscape || none.singleByte || none.contents || none.quiet);
-  const Options all = parsed({"a", "-o", "a.txt", "--landscape", "--single-byte", "--toc", "--quiet", "--styles", "s"});
+  const Options all = parsed(
+      {"a", "-o", "a.txt", "--landscape", "--single-byte", "--toc", "--quiet", "--styles", "s", "--reference", "r"});
   EXPECT_TRUE(all.landscape && all.singleByte && all.contents && all.quiet);
   EXPECT_EQ(all.stylesFile, "s");
+  EXPECT_EQ(all.referenceFile, "r");
 }
 
 TEST(Options, FindATemplateInAnyCaseWithOrWithoutItsExtension) {
@@ -325,6 +327,8 @@ TEST(Options, RejectEmptyValues) {
             "--template has an empty value; see scrivalen --list-templates");
   EXPECT_EQ(complaint({"a", "-o", "a.xlsx", "--styles", ""}),
             "--styles has an empty value; give the path of a style sheet");
+  EXPECT_EQ(complaint({"a", "-o", "a.docx", "--reference", ""}),
+            "--reference has an empty value; give the path of a Word document");
   EXPECT_EQ(complaint({"a", "--output-dir", "", "--to", "html"}),
             "--output-dir has an empty value; give the path of a folder");
   EXPECT_EQ(complaint({"a.csv", "-o", "a.txt", "--align", ""}),
@@ -347,6 +351,9 @@ TEST(Options, AreWarnedOfWithoutEffectOnAnyOutput) {
       (Warnings{"--template has no effect: no output is html or chm", "--styles has no effect: no output is xlsx",
                 "--landscape has no effect: no output is html, rtf, pdf, xlsx or docx",
                 "--property has no effect: no output is html, xml, rtf, chm, pdf, xlsx or docx"}));
+  EXPECT_EQ(parsed({"a.md", "-o", "a.rtf", "--reference", "r.docx"}).warnings,
+            Warnings{"--reference has no effect: no output is docx"});
+  EXPECT_EQ(parsed({"a.md", "-o", "a.docx", "--reference", "r.docx"}).warnings, Warnings());
   EXPECT_EQ(parsed({"a.md", "-o", "a.html", "--separator", ";", "--single-byte", "--set", "text.width=90", "--set",
                     "html.font=a.b"})
                 .warnings,
@@ -427,7 +434,7 @@ TEST(Options, NeedNoInputForHelpVersionAndTemplates) {
        {"INPUT",    "--output",    "--from",        "--title",     "--property", "--template",  "--list-templates",
         "--styles", "--landscape", "--single-byte", "--separator", "--set",      "--delimiter", "--strict",
         "--toc",    "--columns",   "--align",       "--width",     "--text",     "--quiet",     "--version",
-        "--help",   "Examples:"}) {
+        "--help",   "Examples:",   "--reference"}) {
     EXPECT_NE(help.find(word), std::string::npos) << word;
   }
 }

@@ -144,8 +144,11 @@ const char* fileOfSetting(std::string_view name) {
     std::string_view name;
     const char* what;
   };
-  static constexpr Setting kSettings[] = {
-      {"template", "template"}, {"styles", "style sheet"}, {"header-image", "header image"}, {"font-file", kFontFile}};
+  static constexpr Setting kSettings[] = {{"template", "template"},
+                                          {"styles", "style sheet"},
+                                          {"reference", "reference"},
+                                          {"header-image", "header image"},
+                                          {"font-file", kFontFile}};
   const std::string_view plain = name.substr(name.find('.') + 1);
   const auto* const found =
       std::find_if(std::begin(kSettings), std::end(kSettings), [&](const Setting& s) { return s.name == plain; });
@@ -166,6 +169,7 @@ FileUses filesRead(const Options& options, std::list<std::string>& fontFiles) {
   }
   addRead(files, {nullptr, &options.templateFile, "template"});
   addRead(files, {nullptr, &options.stylesFile, "style sheet"});
+  addRead(files, {nullptr, &options.referenceFile, "reference"});
   for (const auto& [name, value] : options.settings) {
     const char* const what = fileOfSetting(name);
     const auto font = fontPathOf(value);

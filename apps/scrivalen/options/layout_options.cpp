@@ -84,6 +84,8 @@ class LayoutOptions : public OptionGroup {
          Offer::Templates},
         {&properties_, "--property", "NAME=VALUE", "The text for the placeholder %NAME% of a template"},
         {&styles_, "--styles", "FILE", "A style sheet for spreadsheets", Offer::Files},
+        {&reference_, "--reference", "FILE", "A Word document or template whose styles Word documents take over",
+         Offer::Files},
         {&separator_, "--separator", "TEXT",
          "What is between the cells of tables in text, instead of aligned columns; \\t is a tab"},
     };
@@ -95,10 +97,12 @@ class LayoutOptions : public OptionGroup {
                    [](const std::string& argument) { return nameAndValue("--set", argument); });
     requireText("--template", template_, "see scrivalen --list-templates");
     requireText("--styles", styles_, "give the path of a style sheet");
+    requireText("--reference", reference_, "give the path of a Word document");
     if (template_) {
       options_.templateFile = chosenTemplate(*template_);
     }
     options_.stylesFile = styles_.value_or("");
+    options_.referenceFile = reference_.value_or("");
     options_.separator = replacedAll<char>(separator_.value_or(""), "\\t", "\t");
     warnWithoutEffect();
   }
@@ -113,6 +117,9 @@ class LayoutOptions : public OptionGroup {
     }
     if (styles_) {
       warnWithoutOutput(options_, "--styles", "xlsx");
+    }
+    if (reference_) {
+      warnWithoutOutput(options_, "--reference", "docx");
     }
     if (separator_) {
       warnWithoutOutput(options_, "--separator", "text");
@@ -138,6 +145,7 @@ class LayoutOptions : public OptionGroup {
   std::vector<std::string> settings_;
   std::optional<std::string> template_;
   std::optional<std::string> styles_;
+  std::optional<std::string> reference_;
   std::optional<std::string> separator_;
 };
 

@@ -33,6 +33,7 @@ struct Options {
   std::vector<std::pair<std::string, std::string>> properties;  ///< names, without percent signs, and values
   std::string templateFile;                                     ///< its path; empty: none
   std::string stylesFile;                                       ///< empty: none
+  std::string referenceFile;                                    ///< the same
   std::vector<std::pair<std::string, std::string>> settings;    ///< of the document, as given
   std::string separator;                                        ///< empty: aligned columns
   InputEncoding encoding = InputEncoding::Default;

@@ -106,6 +106,9 @@ void DocumentRun::applySettings() {
   if (!options_.stylesFile.empty()) {
     set("xlsx.styles", options_.stylesFile);
   }
+  if (!options_.referenceFile.empty()) {
+    set("docx.reference", options_.referenceFile);
+  }
   if (!options_.separator.empty()) {
     set("text.separator", options_.separator);
   }
