@@ -102,7 +102,7 @@ void DocxWriter::finish() {
 void DocxWriter::writeStyles() {
   archive_.beginEntry("word/styles.xml");
   if (reference_) {
-    reference_->writeStyles(out_, styles_.text(), settings_.text("language"), warnings_);
+    reference_->writeStyles(out_, styles_, settings_.text("language"), warnings_);
   } else {
     styles_.write(out_);
   }

@@ -310,6 +310,12 @@ std::string tableStyleName(int halfPoints, bool isHeading) {
   return joined({isHeading ? "Table Heading" : "Table Text", sizeSuffix(halfPoints)});
 }
 
+// The id in an element that refers to a style.
+std::string referredId(std::string_view reference) {
+  const std::size_t begin = reference.find('"') + 1;
+  return reference.empty() ? "Normal" : std::string(reference.substr(begin, reference.rfind('"') - begin));
+}
+
 void writeTableText(OutputBuffer& out, int halfPoints, bool isHeading) {
   beginStyle(out, kOwnParagraph, tableStyleId(halfPoints, isHeading), tableStyleName(halfPoints, isHeading));
   put(out, "<w:basedOn w:val=\"");
@@ -449,6 +455,25 @@ std::string StyleSheet::text() const {
   write(out);
   out.flush();
   return sink.text;
+}
+
+std::set<std::string> StyleSheet::usedIds() const {
+  StyleSet styles = used_;
+  styles[static_cast<std::size_t>(Style::Header)] =
+      !settings_.text("header").empty() || !settings_.text("header-image").empty();
+  styles[static_cast<std::size_t>(Style::Footer)] = !settings_.text("footer").empty();
+  std::set<std::string> ids;
+  for (std::size_t i = 0; i < styles.size(); ++i) {
+    if (styles.test(i)) {
+      ids.insert(referredId(styleReference(static_cast<Style>(i))));
+    }
+  }
+  for (int halfPoints = 1; halfPoints <= kUsualTableHalfPoints; ++halfPoints) {
+    if (tableSizes_.test(static_cast<std::size_t>(halfPoints))) {
+      ids.insert({"Table", tableStyleId(halfPoints, false), tableStyleId(halfPoints, true)});
+    }
+  }
+  return ids;
 }
 
 }  // namespace scrivalen::document::docx

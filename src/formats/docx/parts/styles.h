@@ -7,6 +7,7 @@
 #include <bitset>
 #include <cstddef>
 #include <cstdint>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -81,6 +82,8 @@ class StyleSheet {
   void write(OutputBuffer& out) const;
   /// The same as a text.
   std::string text() const;
+  /// The ids of the styles of paragraphs and tables that the document has.
+  std::set<std::string> usedIds() const;
 
  private:
   void writeDefaults(OutputBuffer& out) const;

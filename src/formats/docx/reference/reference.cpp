@@ -1,7 +1,6 @@
 #include "formats/docx/reference/reference.h"
 
 #include "document/model/writer.h"
-#include "formats/docx/parts/styles.h"
 #include "formats/docx/reference/other_parts.h"
 #include "formats/docx/reference/package_reader.h"
 #include "formats/docx/reference/schema.h"
@@ -18,7 +17,9 @@
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
+#include <cstdint>
 #include <new>
+#include <set>
 #include <utility>
 
 namespace scrivalen::document::docx {
@@ -91,6 +92,18 @@ XmlElement defaultNumbering() {
            {"w:unhideWhenUsed"}}};
 }
 
+// Each style of the reference once.
+void warnOfMissedNumbers(const std::vector<MissedNumber>& missed, const std::set<std::string>& usedIds,
+                         OutputWarnings& warnings) {
+  std::set<std::string_view> named;
+  for (const MissedNumber& one : missed) {
+    if (usedIds.contains(one.id) && named.insert(one.source).second) {
+      warnings.add(WarningCode::SomethingLeftOut,
+                   joined({"the numbering of the style '", shownText(one.source), "' of the reference, left out"}));
+    }
+  }
+}
+
 const XmlElement* firstRowShade(const StyleList& styles, const XmlElement& table) {
   for (const XmlElement* const base : styles.basesOf(table)) {
     for (const XmlElement& part : base->children) {
@@ -157,15 +170,12 @@ double Reference::letterWidth() const {
   return kWidestFont * halfPoints / kUsualTableHalfPoints;
 }
 
-void Reference::writeStyles(OutputBuffer& out, std::string_view own, std::string_view language,
+void Reference::writeStyles(OutputBuffer& out, const StyleSheet& own, std::string_view language,
                             OutputWarnings& warnings) const {
-  StyleList ownStyles(readXml(own));
+  StyleList ownStyles(readXml(own.text()));
   ownStyles.styles().push_back(defaultNumbering());
   StyleMerge merge = mergedStyles(styles_, ownStyles);
-  for (const std::string& name : merge.numbered) {
-    warnings.add(WarningCode::SomethingLeftOut,
-                 joined({"the numbering of the style '", shownText(name), "' of the reference"}));
-  }
+  warnOfMissedNumbers(merge.missed, own.usedIds(), warnings);
   setLanguage(merge.styles, language);
   put(out, kXmlStart);
   put(out, "<w:styles");

@@ -2,6 +2,7 @@
 
 #include "document/model/warnings.h"
 #include "document/settings/settings.h"
+#include "formats/docx/parts/styles.h"
 #include "formats/docx/reference/style_list.h"
 #include "formats/docx/tables/table_look.h"
 #include "output/output_buffer.h"
@@ -27,10 +28,10 @@ class Reference {
   const std::string& theme() const { return theme_; }
   const std::string& fonts() const { return fonts_; }
   /// Writes the part of the styles of both.
-  /// @param own       the part of the styles that a document without a reference has
+  /// @param own       the styles that a document without a reference has
   /// @param language  the document's
-  /// @param warnings  gets one for each style whose numbering is left out
-  void writeStyles(OutputBuffer& out, std::string_view own, std::string_view language, OutputWarnings& warnings) const;
+  /// @param warnings  gets one for each style of the reference whose numbering the document's text misses
+  void writeStyles(OutputBuffer& out, const StyleSheet& own, std::string_view language, OutputWarnings& warnings) const;
 
  private:
   struct Content;

@@ -19,11 +19,15 @@ constexpr std::string_view kStyleTypes[] = {"paragraph", "character", "table", "
 
 bool isTrue(std::string_view value) { return value == "1" || value == "true" || value == "on"; }
 
-// Number 0 is none (ECMA-376, 17.9.18).
-bool hasNumber(const XmlElement& style) {
+std::string_view numberOf(const XmlElement& style) {
   const XmlElement* const paragraph = style.child("w:pPr");
   const XmlElement* const numbering = paragraph == nullptr ? nullptr : paragraph->child("w:numPr");
-  const std::string_view number = numbering == nullptr ? std::string_view() : numbering->childValue("w:numId");
+  return numbering == nullptr ? std::string_view() : numbering->childValue("w:numId");
+}
+
+// Number 0 is none (ECMA-376, 17.9.18).
+bool hasNumber(const XmlElement& style) {
+  const std::string_view number = numberOf(style);
   return !number.empty() && number != "0";
 }
 
@@ -220,5 +224,7 @@ const XmlElement* StyleList::inherited(const XmlElement& style, const std::vecto
 }
 
 bool StyleList::wasNumbered(const XmlElement& style) const { return numbered_.count(idOf(style)) > 0; }
+
+bool StyleList::saysNoNumber(const XmlElement& style) { return numberOf(style) == "0"; }
 
 }  // namespace scrivalen::document::docx

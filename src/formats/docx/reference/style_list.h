@@ -36,6 +36,8 @@ class StyleList {
   const XmlElement* inherited(const XmlElement& style, const std::vector<std::string_view>& path) const;
   /// Whether paragraphs of a style had a number or bullet before numbering was removed, for what the style itself says.
   bool wasNumbered(const XmlElement& style) const;
+  /// Whether a style itself says that its paragraphs have none, whatever those that it is based on say.
+  static bool saysNoNumber(const XmlElement& style);
 
  private:
   void takeStyle(XmlElement style);

@@ -31,13 +31,13 @@ class Merger {
  public:
   Merger(StyleList& reference, const StyleList& own) : reference_(reference), own_(own) {}
 
-  std::vector<std::string> run() {
+  std::vector<MissedNumber> run() {
     match();
-    std::vector<std::string> numbered = numberedNames();
+    std::vector<MissedNumber> missed = missedNumbers();
     rename();
     adapt();
     addMissing();
-    return numbered;
+    return missed;
   }
 
  private:
@@ -46,7 +46,8 @@ class Merger {
   void match();
   bool isOursByName(const XmlElement& style) const;
   void pair(const XmlElement& own, const XmlElement* other);
-  std::vector<std::string> numberedNames() const;
+  std::vector<MissedNumber> missedNumbers() const;
+  const XmlElement* missedNumber(const XmlElement& own) const;
   void rename();
   void adapt();
   void setTabs(XmlElement& style, const XmlElement& ownTabs);
@@ -101,16 +102,34 @@ bool Merger::isPaired(std::string_view ownId) const {
   return std::any_of(pairs_.begin(), pairs_.end(), [&](const Pair& one) { return idOf(*one.first) == ownId; });
 }
 
-std::vector<std::string> Merger::numberedNames() const {
-  std::vector<std::string> names;
-  for (const Pair& one : pairs_) {
-    for (const XmlElement* base : reference_.basesOf(reference_.styles()[one.second])) {
-      if (reference_.wasNumbered(*base) && std::find(names.begin(), names.end(), nameOf(*base)) == names.end()) {
-        names.emplace_back(nameOf(*base));
-      }
+std::vector<MissedNumber> Merger::missedNumbers() const {
+  std::vector<MissedNumber> missed;
+  for (const XmlElement& own : own_.styles()) {
+    if (const XmlElement* const source = missedNumber(own)) {
+      missed.push_back({std::string(idOf(own)), std::string(nameOf(*source))});
     }
   }
-  return names;
+  return missed;
+}
+
+// The style of the reference that gave a number to paragraphs of one of ours, which is based on it or is taken from it.
+const XmlElement* Merger::missedNumber(const XmlElement& own) const {
+  for (const XmlElement* const ownBase : own_.basesOf(own)) {
+    const auto paired =
+        std::find_if(pairs_.begin(), pairs_.end(), [&](const Pair& one) { return one.first == ownBase; });
+    if (paired != pairs_.end()) {
+      for (const XmlElement* const base : reference_.basesOf(reference_.styles()[paired->second])) {
+        if (reference_.wasNumbered(*base) || StyleList::saysNoNumber(*base)) {
+          return StyleList::saysNoNumber(*base) ? nullptr : base;
+        }
+      }
+      return nullptr;
+    }
+    if (StyleList::saysNoNumber(*ownBase)) {
+      return nullptr;
+    }
+  }
+  return nullptr;
 }
 
 // Ids that differ only in the case of letters are different, but not to every reader.
@@ -298,7 +317,7 @@ std::string Merger::freeName(std::string_view name) const {
 
 StyleMerge mergedStyles(StyleList reference, const StyleList& own) {
   StyleMerge result{std::move(reference), {}};
-  result.numbered = Merger(result.styles, own).run();
+  result.missed = Merger(result.styles, own).run();
   return result;
 }
 

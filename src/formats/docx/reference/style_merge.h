@@ -7,10 +7,16 @@
 
 namespace scrivalen::document::docx {
 
+/// A style of ours whose paragraphs miss a number or bullet.
+struct MissedNumber {
+  std::string id;      ///< of ours
+  std::string source;  ///< the name of the reference's style that says it
+};
+
 /// What is merged.
 struct StyleMerge {
-  StyleList styles;                   ///< those of the reference, with the ids that the library has for their names
-  std::vector<std::string> numbered;  ///< names of those whose numbering is missed
+  StyleList styles;  ///< those of the reference, with the ids that the library has for their names
+  std::vector<MissedNumber> missed;
 };
 
 /// Brings the styles of a reference and those that the library writes together. The former have the look; those that

@@ -35,9 +35,9 @@ std::size_t countOf(const std::string& text, std::string_view part) {
   return count;
 }
 
-std::string messagesOf(const std::string& reference) {
+std::string messagesOf(const std::string& reference, const Content& content, const SettingValues& settings = {}) {
   std::vector<document::Warning> warnings;
-  docxWithReference(reference, {}, {}, &warnings);
+  docxWithReference(reference, content, settings, &warnings);
   std::string messages;
   for (const document::Warning& warning : warnings) {
     messages += warning.message + "\n";
@@ -45,6 +45,8 @@ std::string messagesOf(const std::string& reference) {
   return messages;
 }
 
+constexpr std::string_view kNumbered = "<w:pPr><w:numPr><w:numId w:val='3'/></w:numPr></w:pPr>";
+constexpr std::string_view kNumberless = "<w:pPr><w:numPr><w:numId w:val='0'/></w:numPr></w:pPr>";
 constexpr std::string_view kRed = "<w:rPr><w:color w:val='FF0000'/></w:rPr>";
 
 }  // namespace
@@ -147,16 +149,51 @@ TEST(ReferenceStyles, KeepDefaultsAndLatentStylesBeforeAllStyles) {
       << styles;
 }
 
-TEST(ReferenceStyles, LoseNumberingWithAWarningWhereADocumentHasThem) {
-  constexpr std::string_view kNumbered = "<w:pPr><w:numPr><w:numId w:val='3'/></w:numPr></w:pPr>";
-  const std::string reference =
-      referenceWithStyles(paragraphStyle("a", "Heading 1", "<w:basedOn w:val='b'/>") +
-                          paragraphStyle("b", "Base", kNumbered) + paragraphStyle("c", "List Bullet", kNumbered) +
-                          paragraphStyle("d", "Quote", "<w:pPr><w:numPr><w:numId w:val='0'/></w:numPr></w:pPr>"));
-  EXPECT_EQ(messagesOf(reference), "the numbering of the style 'Base' of the reference\n");
-  const std::string styles = partWithReference(reference);
+TEST(ReferenceStyles, LoseNumbersButKeepThatThereIsNone) {
+  const std::string styles =
+      stylesWith(paragraphStyle("a", "Heading 1", kNumbered) + paragraphStyle("b", "Quote", kNumberless));
   EXPECT_FALSE(contains(styles, "w:numId w:val=\"3\""));
   EXPECT_TRUE(contains(styleIn(styles, "Quote"), "<w:numPr><w:numId w:val=\"0\"/></w:numPr>"));
+}
+
+TEST(ReferenceStyles, LoseNumberingWithAWarningWhereTheTextHasThem) {
+  const std::string reference = referenceWithStyles(
+      paragraphStyle("a", "Heading 1", "<w:basedOn w:val='b'/>") + paragraphStyle("b", "Base", kNumbered) +
+      paragraphStyle("c", "heading 2", "<w:basedOn w:val='b'/>") + paragraphStyle("d", "header", kNumbered) +
+      paragraphStyle("e", "Table Text", kNumbered));
+  const auto headings = [](Document& document) {
+    document.heading(1, "one");
+    document.heading(2, "two");
+  };
+  EXPECT_EQ(messagesOf(reference, [](Document& document) { document.paragraph("text"); }), "");
+  EXPECT_EQ(messagesOf(reference, headings), "the numbering of the style 'Base' of the reference, left out\n");
+  EXPECT_EQ(messagesOf(reference, {}, {{"header", "x"}}),
+            "the numbering of the style 'header' of the reference, left out\n");
+  const auto table = [](Document& document) {
+    document.beginTable({}, {});
+    document.beginRow(false);
+    document.cell("x");
+    document.end();
+    document.end();
+  };
+  EXPECT_EQ(messagesOf(reference, table), "the numbering of the style 'Table Text' of the reference, left out\n");
+}
+
+TEST(ReferenceStyles, GiveTheirLostNumberingToOursThatAreBasedOnThem) {
+  const std::string reference = referenceWithStyles(paragraphStyle("a", "heading 3", kNumbered));
+  const auto quoted = [](Document& document) {
+    document.beginQuote();
+    document.heading(3, "x");
+    document.end();
+  };
+  EXPECT_EQ(messagesOf(reference, quoted), "the numbering of the style 'heading 3' of the reference, left out\n");
+}
+
+TEST(ReferenceStyles, ThatSayThatThereIsNoNumberLoseNone) {
+  const std::string reference =
+      referenceWithStyles(paragraphStyle("a", "heading 1", "<w:basedOn w:val='b'/>" + std::string(kNumberless)) +
+                          paragraphStyle("b", "Base", kNumbered));
+  EXPECT_EQ(messagesOf(reference, [](Document& document) { document.heading(1, "x"); }), "");
 }
 
 TEST(ReferenceStyles, LoseWhatRefersElsewhereOrIsUnknown) {
