@@ -49,7 +49,12 @@ std::string shownText(std::string_view text) {
 }
 
 std::string readFile(std::string_view setting) {
-  const File file = openForReading(templateFile(setting));
+  const std::wstring path = templateFile(setting);
+  // Opening a pipe may wait without end.
+  if (isSpecialFile(path)) {
+    failToUse(setting, "used: ", "the file is a device or a pipe.");
+  }
+  const File file = openForReading(path);
   std::string bytes;
   bool isTooLong = false;
   const bool isRead = file && readRest(file, [&](std::string_view piece) {
