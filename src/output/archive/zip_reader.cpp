@@ -4,7 +4,7 @@
 #include "output/compression/deflate.h"
 #include "text/ascii.h"
 
-#include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace scrivalen {
@@ -33,6 +33,12 @@ constexpr std::uint64_t kEncryptedFlags = 1u << 0 | 1u << 6 | 1u << 13;
 
 [[noreturn]] void failDamaged(std::string_view name) { failEntry(name, "is damaged"); }
 
+std::string sizeText(std::size_t bytes) {
+  constexpr std::size_t kMebibyte = std::size_t{1} << 20;
+  const bool isWhole = bytes > 0 && bytes % kMebibyte == 0;
+  return std::to_string(isWhole ? bytes / kMebibyte : bytes).append(isWhole ? " MiB" : " bytes");
+}
+
 // Inflates exactly the stated bytes, so that a text that goes on is not unpacked.
 std::string inflatedEntry(std::string_view name, std::string_view packed, std::size_t size) {
   std::string content(size, '\0');
@@ -49,16 +55,25 @@ std::string inflatedEntry(std::string_view name, std::string_view packed, std::s
 
 ZipReader::ZipReader(std::string_view bytes) : bytes_(bytes) { readDirectory(endRecord()); }
 
-// It is followed by a comment of up to 64 KiB, which may look like it (APPNOTE 4.3.16).
+// It is followed by a comment of up to 64 KiB, which may look like it (APPNOTE 4.3.16). Programs that send a file may
+// have added bytes to it: the last record whose comment is whole counts when none ends the file.
 std::uint64_t ZipReader::endRecord() const {
-  if (bytes_.size() >= kEndSize) {
-    const std::uint64_t last = bytes_.size() - kEndSize;
-    for (std::uint64_t comment = 0; comment <= std::min(last, kMost16); ++comment) {
-      const std::uint64_t at = last - comment;
-      if (number(at, 4) == kEndOfDirectoryMark && number(at + 20, 2) == comment) {
-        return at;
-      }
+  std::optional<std::uint64_t> last;
+  for (std::uint64_t rest = 0; rest <= kMost16 && rest + kEndSize <= bytes_.size(); ++rest) {
+    const std::uint64_t at = bytes_.size() - kEndSize - rest;
+    if (number(at, 4) != kEndOfDirectoryMark) {
+      continue;
     }
+    const std::uint64_t comment = number(at + 20, 2);
+    if (comment == rest) {
+      return at;
+    }
+    if (comment < rest && !last) {
+      last = at;
+    }
+  }
+  if (last) {
+    return *last;
   }
   throw ArchiveError(bytes_.starts_with("PK\x03\x04") ? "the archive is cut off" : "it is not an archive (ZIP)");
 }
@@ -70,10 +85,10 @@ void ZipReader::readDirectory(std::uint64_t end) {
   if (count == kMost16 || size == kMost32 || directory_ == kMost32) {
     throw ArchiveError("the archive needs ZIP64");
   }
-  if (number(end + 4, 2) != 0 || number(end + 6, 2) != 0 || number(end + 8, 2) != count) {
+  if (number(end + 4, 2) != 0 || number(end + 6, 2) != 0) {
     throw ArchiveError("it is one of several parts of an archive");
   }
-  if (directory_ + size != end) {
+  if (number(end + 8, 2) != count || directory_ + size != end) {
     failDirectory();
   }
   std::uint64_t at = directory_;
@@ -119,7 +134,7 @@ std::string ZipReader::read(std::string_view name, std::size_t most) const {
     failEntry(name, "is compressed in another way than with deflate");
   }
   if (entry.size > most) {
-    failEntry(name, "has more than " + std::to_string(most) + " bytes");
+    failEntry(name, "has more than " + sizeText(most));
   }
   const std::string_view packed = packedBytes(entry);
   if (entry.method == kStoredMethod && packed.size() != entry.size) {

@@ -95,6 +95,21 @@ TEST(ZipReader, FindsTheDirectoryBeforeAComment) {
   EXPECT_EQ(problemOf(bytes), "");
 }
 
+TEST(ZipReader, ReadsAnArchiveWithBytesAfterIt) {
+  EXPECT_EQ(problemOf(archiveOfThree() + "x"), "");
+  EXPECT_EQ(problemOf(archiveOfThree() + std::string(60'000, '\0')), "");
+  EXPECT_EQ(problemOf(archiveOfThree() + std::string(70'000, '\0')), "the archive is cut off");
+}
+
+TEST(ZipReader, PrefersAnEndRecordThatEndsTheFile) {
+  std::string bytes = withEndByte(20, 30);
+  bytes += "PK\x05\x06 and what looks like an end";
+  bytes.resize(bytes.rfind("PK\x05\x06") + 30);
+  bytes[bytes.size() - 10] = 0;  // the other's comment would be whole
+  bytes[bytes.size() - 9] = 0;
+  EXPECT_EQ(problemOf(bytes), "");
+}
+
 TEST(ZipReader, TellsWhatIsNoArchive) {
   EXPECT_EQ(problemOf(""), "it is not an archive (ZIP)");
   EXPECT_EQ(problemOf("PK"), "it is not an archive (ZIP)");
@@ -106,6 +121,11 @@ TEST(ZipReader, NamesAnEntryThatIsMissing) { EXPECT_EQ(problemOf(archiveOfThree(
 
 TEST(ZipReader, RefusesAnEntryBeyondTheLimitWithoutUnpackingIt) {
   EXPECT_EQ(problemOf(archiveOfThree(), "deflated", 999), "its part 'deflated' has more than 999 bytes");
+}
+
+TEST(ZipReader, NamesALimitOfWholeMebibytesInThem) {
+  const std::string large = archiveOfThree(std::string((1 << 20) + 1, 'x'));
+  EXPECT_EQ(problemOf(large, "stored", 1 << 20), "its part 'stored' has more than 1 MiB");
 }
 
 TEST(ZipReader, RefusesWhatIsEncryptedOrCompressedInAnotherWay) {
@@ -147,7 +167,7 @@ TEST(ZipReader, FindsAnEntryThatIsElsewhere) {
 
 TEST(ZipReader, RefusesDirectoriesThatAreNotWhole) {
   EXPECT_EQ(problemOf(withEndByte(4, 1)), "it is one of several parts of an archive");
-  EXPECT_EQ(problemOf(withEndByte(8, 2)), "it is one of several parts of an archive");
+  EXPECT_EQ(problemOf(withEndByte(8, 2)), "the directory of the archive is damaged");
   EXPECT_EQ(problemOf(withEndByte(12, 1)), "the directory of the archive is damaged");
   EXPECT_EQ(problemOf(withEndByte(16, 1)), "the directory of the archive is damaged");
   EXPECT_EQ(problemOf(withDirectoryByte(1, 0, 'X')), "the directory of the archive is damaged");

@@ -100,7 +100,7 @@ TEST(BrokenReference, IsToldByItsPart) {
   EXPECT_EQ(errorWithPart(0, "<a>"),
             "The reference '@' cannot be used: its part '_rels/.rels' is not well-formed XML.");
   EXPECT_EQ(errorWithPart(3, std::string((4 << 20) + 1, ' ')),
-            "The reference '@' cannot be used: its part 'looks.xml' has more than 4194304 bytes.");
+            "The reference '@' cannot be used: its part 'looks.xml' has more than 4 MiB.");
 }
 
 TEST(BrokenReference, IsNotFollowedOutOfItsArchive) {
