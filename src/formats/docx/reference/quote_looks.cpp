@@ -39,8 +39,8 @@ void replaceIn(XmlElement& properties, std::string_view name, const std::optiona
 
 QuoteLook::QuoteLook(const StyleList& styles, const XmlElement& quote)
     : isKnown_(true),
-      border_(copyOf(styles.inherited(quote, {"w:pPr", "w:pBdr"}))),
-      background_(copyOf(styles.inherited(quote, {"w:pPr", "w:shd"}))) {}
+      border_(copyOf(styles.inherited(quote, "w:pPr", "w:pBdr"))),
+      background_(copyOf(styles.inherited(quote, "w:pPr", "w:shd"))) {}
 
 // What is based on the quote has its background.
 void QuoteLook::apply(XmlElement& style) const {

@@ -149,7 +149,7 @@ Reference::Reference(Content content)
 TableLook Reference::tableLook() const {
   TableLook look{joined({"<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"", kHeaderColor, "\"/>"}), false,
                  letterWidth()};
-  const XmlElement* const table = styles_.findNamed("table", "Table");
+  const XmlElement* const table = matchingStyle(styles_, "table", "Table");
   if (table == nullptr) {
     return look;
   }
@@ -165,8 +165,8 @@ double Reference::letterWidth() const {
   constexpr int kMostHalfPoints = 3276;
   int halfPoints = kUsualTableHalfPoints;
   for (const std::string_view name : {"Table Text", "Table Heading"}) {
-    const XmlElement* const style = styles_.findNamed("paragraph", name);
-    const XmlElement* const size = style == nullptr ? nullptr : styles_.inherited(*style, {"w:rPr", "w:sz"});
+    const XmlElement* const style = matchingStyle(styles_, "paragraph", name);
+    const XmlElement* const size = style == nullptr ? nullptr : styles_.inherited(*style, "w:rPr", "w:sz");
     const std::string_view digits = size == nullptr ? std::string_view() : size->attribute("w:val");
     int value = 0;
     std::from_chars(digits.data(), digits.data() + digits.size(), value);
@@ -178,7 +178,7 @@ double Reference::letterWidth() const {
 void Reference::writeStyles(OutputBuffer& out, const StyleSheet& own, std::string_view language,
                             OutputWarnings& warnings) const {
   StyleList ownStyles(readXml(own.text()));
-  ownStyles.styles().push_back(defaultNumbering());
+  ownStyles.add(defaultNumbering());
   StyleMerge merge = mergedStyles(styles_, ownStyles);
   warnOfMissedNumbers(merge.missed, own.usedIds(), warnings);
   setLanguage(merge.styles, language);

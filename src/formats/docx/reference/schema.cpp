@@ -13,7 +13,7 @@ struct ElementOrder {
   std::string_view children;  // in their order, each with a blank before and after it
 };
 
-// Elements that are not here keep their children.
+// Elements that are not here keep their children. Not here are directions, which the text decides.
 constexpr ElementOrder kOrders[] = {
     {"w:style",
      " w:name w:aliases w:basedOn w:next w:link w:autoRedefine w:hidden w:uiPriority w:semiHidden w:unhideWhenUsed "
@@ -21,13 +21,13 @@ constexpr ElementOrder kOrders[] = {
     {"w:pPr",
      " w:keepNext w:keepLines w:pageBreakBefore w:framePr w:widowControl w:numPr w:suppressLineNumbers w:pBdr w:shd "
      "w:tabs "
-     "w:suppressAutoHyphens w:kinsoku w:wordWrap w:overflowPunct w:topLinePunct w:autoSpaceDE w:autoSpaceDN w:bidi "
+     "w:suppressAutoHyphens w:kinsoku w:wordWrap w:overflowPunct w:topLinePunct w:autoSpaceDE w:autoSpaceDN "
      "w:adjustRightInd w:snapToGrid w:spacing w:ind w:contextualSpacing w:mirrorIndents w:suppressOverlap w:jc "
      "w:textDirection w:textAlignment w:textboxTightWrap w:outlineLvl "},
     {"w:rPr",
      " w:rFonts w:b w:bCs w:i w:iCs w:caps w:smallCaps w:strike w:dstrike w:outline w:shadow w:emboss w:imprint "
      "w:noProof w:snapToGrid w:vanish w:webHidden w:color w:spacing w:w w:kern w:position w:sz w:szCs w:highlight w:u "
-     "w:effect w:bdr w:shd w:fitText w:vertAlign w:rtl w:cs w:em w:lang w:eastAsianLayout w:specVanish w:oMath "},
+     "w:effect w:bdr w:shd w:fitText w:vertAlign w:cs w:em w:lang w:eastAsianLayout w:specVanish w:oMath "},
     {"w:tblPr",
      " w:tblStyleRowBandSize w:tblStyleColBandSize w:jc w:tblCellSpacing w:tblInd w:tblBorders w:shd w:tblCellMar "},
     {"w:trPr", " w:cantSplit w:trHeight w:tblHeader w:tblCellSpacing w:jc "},

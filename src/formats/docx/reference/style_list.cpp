@@ -47,17 +47,18 @@ void mendReference(XmlElement& style, std::string_view child, const XmlElement* 
   }
 }
 
-// @param names  with commas between them
-bool hasName(std::string_view names, std::string_view name) {
-  while (!names.empty()) {
-    std::string_view one = names.substr(0, names.find(','));
-    names.remove_prefix(std::min(one.size() + 1, names.size()));
+// The names of a text with commas between them, in lower case.
+std::vector<std::string> namesIn(std::string_view text) {
+  std::vector<std::string> names;
+  while (!text.empty()) {
+    std::string_view one = text.substr(0, text.find(','));
+    text.remove_prefix(std::min(one.size() + 1, text.size()));
     one.remove_prefix(std::min(one.find_first_not_of(' '), one.size()));
-    if (equalIgnoringCase(one, name)) {
-      return true;
+    if (!one.empty()) {
+      names.push_back(asciiLowered(one));
     }
   }
-  return false;
+  return names;
 }
 
 }  // namespace
@@ -90,6 +91,10 @@ StyleList::StyleList(XmlElement root) {
   keepOneDefault();
   mendReferences();
   breakCircles();
+  for (std::size_t i = 0; i < styles_.size(); ++i) {
+    ids_.emplace(idOf(styles_[i]), i);
+  }
+  addNames();
 }
 
 // A style of numbering says nothing without it, unless it is the default. One without a type is a paragraph's
@@ -177,25 +182,49 @@ void StyleList::breakCircles() {
   }
 }
 
-const XmlElement* StyleList::findNamed(std::string_view type, std::string_view name) const {
-  const auto isOther = [&](const XmlElement& style) {
-    return typeOf(style) != type || (isDefault(style) && type != "table");
-  };
-  for (const XmlElement& style : styles_) {
-    if (!isOther(style) && equalIgnoringCase(nameOf(style), name)) {
-      return &style;
+void StyleList::addNames() {
+  for (std::size_t i = 0; i < styles_.size(); ++i) {
+    const XmlElement& style = styles_[i];
+    const std::string type(typeOf(style));
+    if (isDefault(style) && type != "table") {
+      continue;
+    }
+    names_.emplace(std::pair(type, asciiLowered(nameOf(style))), i);
+    for (std::string& alias : namesIn(style.childValue("w:aliases"))) {
+      aliases_.emplace(std::pair(type, std::move(alias)), i);
     }
   }
-  const auto found = std::find_if(styles_.begin(), styles_.end(), [&](const XmlElement& style) {
-    return !isOther(style) && hasName(style.childValue("w:aliases"), name);
-  });
-  return found == styles_.end() ? nullptr : &*found;
+}
+
+void StyleList::setIds(const std::vector<std::string>& ids) {
+  ids_.clear();
+  for (std::size_t i = 0; i < styles_.size(); ++i) {
+    styles_[i].setAttribute("w:styleId", ids[i]);
+    ids_.emplace(ids[i], i);
+  }
+}
+
+void StyleList::add(XmlElement style) {
+  ids_.emplace(idOf(style), styles_.size());
+  styles_.push_back(std::move(style));
+}
+
+const XmlElement* StyleList::findIn(const Names& names, std::string_view type, std::string_view name) const {
+  const auto found = names.find({std::string(type), asciiLowered(name)});
+  return found == names.end() ? nullptr : &styles_[found->second];
+}
+
+const XmlElement* StyleList::findNamed(std::string_view type, std::string_view name) const {
+  return findIn(names_, type, name);
+}
+
+const XmlElement* StyleList::findAlias(std::string_view type, std::string_view name) const {
+  return findIn(aliases_, type, name);
 }
 
 const XmlElement* StyleList::find(std::string_view id) const {
-  const auto found =
-      std::find_if(styles_.begin(), styles_.end(), [id](const XmlElement& one) { return idOf(one) == id; });
-  return id.empty() || found == styles_.end() ? nullptr : &*found;
+  const auto found = ids_.find(id);
+  return found == ids_.end() ? nullptr : &styles_[found->second];
 }
 
 XmlElement* StyleList::find(std::string_view id) {
@@ -211,12 +240,30 @@ std::vector<const XmlElement*> StyleList::basesOf(const XmlElement& style) const
   return bases;
 }
 
-const XmlElement* StyleList::inherited(const XmlElement& style, const std::vector<std::string_view>& path) const {
-  for (const XmlElement* element : basesOf(style)) {
-    for (const std::string_view name : path) {
-      element = element == nullptr ? nullptr : element->child(name);
+const XmlElement* StyleList::defaults(std::string_view properties) const {
+  for (const XmlElement& element : before_) {
+    if (element.name == "w:docDefaults") {
+      const XmlElement* const all = element.child(properties == "w:pPr" ? "w:pPrDefault" : "w:rPrDefault");
+      return all == nullptr ? nullptr : all->child(properties);
     }
-    if (element != nullptr) {
+  }
+  return nullptr;
+}
+
+std::vector<const XmlElement*> StyleList::propertiesOf(const XmlElement& style, std::string_view properties) const {
+  std::vector<const XmlElement*> found;
+  for (const XmlElement* const base : basesOf(style)) {
+    found.push_back(base->child(properties));
+  }
+  found.push_back(defaults(properties));
+  std::erase(found, nullptr);
+  return found;
+}
+
+const XmlElement* StyleList::inherited(const XmlElement& style, std::string_view properties,
+                                       std::string_view name) const {
+  for (const XmlElement* const one : propertiesOf(style, properties)) {
+    if (const XmlElement* const element = one->child(name)) {
       return element;
     }
   }

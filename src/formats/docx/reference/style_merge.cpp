@@ -6,8 +6,10 @@
 #include "text/ascii.h"
 
 #include <algorithm>
+#include <initializer_list>
 #include <map>
 #include <set>
+#include <span>
 #include <utility>
 
 namespace scrivalen::document::docx {
@@ -23,13 +25,43 @@ struct NamedBase {
 constexpr NamedBase kNamedBases[] = {
     {"Code", "SourceCode", true}, {"InlineCode", "VerbatimChar", true}, {"ListCompact", "Compact", false}};
 
-// What styles of ours that have space of their own must not get from a default style with an indent or space.
-constexpr std::string_view kBareStyles[] = {"TableText",      "TableSpace", "SectionEnd", "Header",
-                                            "HorizontalLine", "Footer",     "SourceCode"};
+// What styles of ours that have space of their own must not get from a default style.
+constexpr std::string_view kBareStyles[] = {"TableText",  "TableSpace", "SectionEnd", "HorizontalLine",
+                                            "SourceCode", "Header",     "Footer",     "TOC1",
+                                            "TOC2",       "TOC3",       "TOC4",       "TOC5",
+                                            "TOC6"};
+
+constexpr std::string_view kSides[] = {"w:top", "w:left", "w:bottom", "w:right", "w:between", "w:bar"};
+
+bool isOneOf(std::span<const std::string_view> names, std::string_view name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+void setMissing(XmlElement& element, std::initializer_list<std::string_view> attributes) {
+  for (const std::string_view name : attributes) {
+    if (element.attribute(name).empty()) {
+      element.setAttribute(name, "0");
+    }
+  }
+}
+
+// Without borders on the sides that it does not name.
+void closeBorder(XmlElement& border) {
+  XmlElement closed{border.name};
+  for (const std::string_view side : kSides) {
+    const XmlElement* const line = border.child(side);
+    closed.children.push_back(line != nullptr ? *line : XmlElement{std::string(side), {{"w:val", "nil"}}});
+  }
+  border = std::move(closed);
+}
 
 class Merger {
  public:
-  Merger(StyleList& reference, const StyleList& own) : reference_(reference), own_(own) {}
+  Merger(StyleList& reference, const StyleList& own) : reference_(reference), own_(own) {
+    for (const XmlElement& style : std::as_const(reference_).styles()) {
+      names_.insert(asciiLowered(nameOf(style)));
+    }
+  }
 
   std::vector<MissedNumber> run() {
     match();
@@ -37,6 +69,7 @@ class Merger {
     rename();
     adapt();
     addMissing();
+    finish();
     return missed;
   }
 
@@ -50,12 +83,15 @@ class Merger {
   const XmlElement* missedNumber(const XmlElement& own) const;
   void rename();
   void adapt();
-  void setTabs(XmlElement& style, const XmlElement& ownTabs);
+  void takeName(XmlElement& style, const XmlElement& own);
   void addMissing();
+  void finish();
+  void setTabs(XmlElement& style, const XmlElement& ownTabs);
+  void removeRightIndents(XmlElement& style) const;
   void takeLookOfBase(XmlElement& style) const;
   bool putBelow(XmlElement& base);
   void makeBare(XmlElement& style) const;
-  std::string freeName(std::string_view name) const;
+  std::string freeName(std::string_view name);
   bool isPaired(const XmlElement& own) const;
   bool isPaired(std::string_view ownId) const;
 
@@ -63,6 +99,7 @@ class Merger {
   const StyleList& own_;
   std::vector<Pair> pairs_;
   std::set<const XmlElement*> taken_;  // of the reference
+  std::set<std::string> names_;        // of all its styles, in lower case
 };
 
 void Merger::pair(const XmlElement& own, const XmlElement* other) {
@@ -90,6 +127,11 @@ void Merger::match() {
   for (const XmlElement& own : own_.styles()) {
     if (!isPaired(own)) {
       pair(own, reference_.findNamed(typeOf(own), nameOf(own)));
+    }
+  }
+  for (const XmlElement& own : own_.styles()) {
+    if (!isPaired(own)) {
+      pair(own, matchingStyle(reference_, typeOf(own), nameOf(own)));
     }
   }
 }
@@ -138,7 +180,7 @@ void Merger::rename() {
   for (const XmlElement& own : own_.styles()) {
     ids.insert(asciiLowered(idOf(own)));
   }
-  auto& styles = reference_.styles();
+  const auto& styles = reference_.styles();
   std::vector<std::string> renamed(styles.size());
   for (const auto& [own, number] : pairs_) {
     renamed[number] = idOf(*own);
@@ -155,23 +197,20 @@ void Merger::rename() {
     }
     newIds.emplace(id, renamed[i]);
   }
+  reference_.setIds(renamed);
   for (std::size_t i = 0; i < styles.size(); ++i) {
-    styles[i].setAttribute("w:styleId", renamed[i]);
     for (const std::string_view name : {"w:basedOn", "w:next", "w:link"}) {
-      if (XmlElement* const child = styles[i].child(name)) {
+      if (XmlElement* const child = reference_.style(i).child(name)) {
         child->setAttribute("w:val", newIds.find(child->attribute("w:val"))->second);
       }
     }
   }
 }
 
-// Names that Word knows have the case that it writes, because not every reader ignores it.
 void Merger::adapt() {
   for (const auto& [own, number] : pairs_) {
-    XmlElement& style = reference_.styles()[number];
-    if (equalIgnoringCase(nameOf(style), nameOf(*own))) {
-      style.child("w:name")->setAttribute("w:val", nameOf(*own));
-    }
+    XmlElement& style = reference_.style(number);
+    takeName(style, *own);
     if (isDefault(*own)) {
       style.setAttribute("w:default", "1");
     } else {
@@ -181,9 +220,6 @@ void Merger::adapt() {
     if (properties == nullptr) {
       continue;
     }
-    if (const XmlElement* const tabs = properties->child("w:tabs")) {
-      setTabs(style, *tabs);
-    }
     for (const std::string_view name : {"w:numPr", "w:outlineLvl"}) {
       if (const XmlElement* const property = properties->child(name)) {
         childInOrder(childInOrder(style, "w:pPr"), name) = *property;
@@ -192,20 +228,36 @@ void Merger::adapt() {
   }
 }
 
+// Names that Word knows have the case that it writes, because not every reader ignores it. Converters know styles by
+// their names, so one that was found by an alias changes places with it. A default style keeps its name.
+void Merger::takeName(XmlElement& style, const XmlElement& own) {
+  const std::string name(nameOf(style));
+  const std::string ownName(nameOf(own));
+  if (equalIgnoringCase(std::string_view(name), std::string_view(ownName))) {
+    return style.child("w:name")->setAttribute("w:val", ownName);
+  }
+  if ((isDefault(own) && typeOf(own) != "table") || names_.count(asciiLowered(nameOf(own))) > 0) {
+    return;
+  }
+  names_.insert(asciiLowered(nameOf(own)));
+  style.child("w:name")->setAttribute("w:val", ownName);
+  childInOrder(style, "w:aliases").setAttribute("w:val", name);
+}
+
 // The reference keeps what leads to a tab on the right, such as dots. Tabs of the styles below it do not apply.
 void Merger::setTabs(XmlElement& style, const XmlElement& ownTabs) {
   XmlElement tabs = ownTabs;
   const XmlElement* right = nullptr;
-  std::vector<XmlElement> cleared;
-  for (const XmlElement* base : reference_.basesOf(style)) {
-    const XmlElement* const properties = base->child("w:pPr");
-    const XmlElement* const theirs = properties == nullptr ? nullptr : properties->child("w:tabs");
+  std::set<std::string, std::less<>> cleared{""};  // positions
+  const XmlElement* const own = style.child("w:pPr");
+  for (const XmlElement* const properties : reference_.propertiesOf(style, "w:pPr")) {
+    const XmlElement* const theirs = properties->child("w:tabs");
     for (std::size_t i = 0; theirs != nullptr && i < theirs->children.size(); ++i) {
       const XmlElement& tab = theirs->children[i];
       const std::string_view kind = tab.attribute("w:val");
       right = right == nullptr && (kind == "right" || kind == "end") ? &tab : right;
-      if (base != &style && kind != "clear" && !tab.attribute("w:pos").empty()) {
-        cleared.push_back({"w:tab", {{"w:val", "clear"}, {"w:pos", std::string(tab.attribute("w:pos"))}}});
+      if (properties != own && kind != "clear") {
+        cleared.emplace(tab.attribute("w:pos"));
       }
     }
   }
@@ -214,9 +266,12 @@ void Merger::setTabs(XmlElement& style, const XmlElement& ownTabs) {
       const std::string_view leader = right->attribute("w:leader");
       tab.setAttribute("w:leader", leader.empty() ? "none" : leader);
     }
-    std::erase_if(cleared, [&](const XmlElement& one) { return one.attribute("w:pos") == tab.attribute("w:pos"); });
+    cleared.erase(std::string(tab.attribute("w:pos")));
   }
-  tabs.children.insert(tabs.children.begin(), cleared.begin(), cleared.end());
+  cleared.erase("");
+  for (const std::string& position : cleared) {
+    tabs.children.insert(tabs.children.begin(), {"w:tab", {{"w:val", "clear"}, {"w:pos", position}}});
+  }
   childInOrder(childInOrder(style, "w:pPr"), "w:tabs") = std::move(tabs);
 }
 
@@ -225,6 +280,7 @@ void Merger::addMissing() {
   const XmlElement* const quote = isPaired("Quote") ? reference_.find("Quote") : nullptr;
   const QuoteLook look = quote == nullptr ? QuoteLook() : QuoteLook(reference_, *quote);
   std::vector<XmlElement> added;
+  std::vector<std::string_view> bare;
   for (const XmlElement& own : own_.styles()) {
     if (isPaired(own)) {
       continue;
@@ -235,14 +291,60 @@ void Merger::addMissing() {
       style.removeChildren("w:rPr");
     }
     takeLookOfBase(style);
-    if (!putBelow(style)) {
-      makeBare(style);
+    if (!putBelow(style) && isOneOf(kBareStyles, idOf(own))) {
+      bare.push_back(idOf(own));
     }
     look.apply(style);
     added.push_back(std::move(style));
   }
-  auto& styles = reference_.styles();
-  styles.insert(styles.end(), std::make_move_iterator(added.begin()), std::make_move_iterator(added.end()));
+  for (XmlElement& style : added) {
+    reference_.add(std::move(style));
+  }
+  for (const std::string_view id : bare) {
+    makeBare(*reference_.find(id));
+  }
+}
+
+// What the page decides, and that only headings are in the outline: level 9 is text (ECMA-376, 17.3.1.20).
+void Merger::finish() {
+  for (const XmlElement& own : own_.styles()) {
+    XmlElement* const style = reference_.find(idOf(own));
+    if (style == nullptr || typeOf(own) != "paragraph") {
+      continue;
+    }
+    if (const XmlElement* const tabs = own_.inherited(own, "w:pPr", "w:tabs")) {
+      setTabs(*style, *tabs);
+      removeRightIndents(*style);
+    }
+    if (own_.inherited(own, "w:pPr", "w:outlineLvl") != nullptr) {
+      continue;
+    }
+    if (XmlElement* const properties = style->child("w:pPr")) {
+      properties->removeChildren("w:outlineLvl");
+    }
+    if (reference_.inherited(*style, "w:pPr", "w:outlineLvl") != nullptr) {
+      childInOrder(childInOrder(*style, "w:pPr"), "w:outlineLvl").setAttribute("w:val", "9");
+    }
+  }
+}
+
+// A number at the margin on the right is not seen beyond an indent there.
+void Merger::removeRightIndents(XmlElement& style) const {
+  constexpr std::string_view kOnTheRight[] = {"w:right", "w:end", "w:rightChars", "w:endChars"};
+  const auto layers = std::as_const(reference_).propertiesOf(style, "w:pPr");
+  const bool isIndented = std::any_of(layers.begin(), layers.end(), [&](const XmlElement* layer) {
+    const XmlElement* const indent = layer->child("w:ind");
+    return indent != nullptr && std::any_of(std::begin(kOnTheRight), std::end(kOnTheRight), [&](std::string_view side) {
+             return !indent->attribute(side).empty();
+           });
+  });
+  if (isIndented) {
+    XmlElement& indent = childInOrder(childInOrder(style, "w:pPr"), "w:ind");
+    indent.setAttribute("w:right", "0");
+    for (const std::string_view other : {"w:end", "w:rightChars", "w:endChars"}) {
+      indent.removeAttribute(other);
+    }
+  }
 }
 
 // pandoc follows styles of characters only through those with properties.
@@ -279,41 +381,62 @@ bool Merger::putBelow(XmlElement& base) {
 }
 
 void Merger::makeBare(XmlElement& style) const {
-  const bool isBare = std::find(std::begin(kBareStyles), std::end(kBareStyles), idOf(style)) != std::end(kBareStyles);
-  const XmlElement* const below = isBare ? std::as_const(reference_).find(style.childValue("w:basedOn")) : nullptr;
+  const XmlElement* const below = std::as_const(reference_).find(style.childValue("w:basedOn"));
   if (below == nullptr) {
     return;
   }
-  const XmlElement* const spacing = reference_.inherited(*below, {"w:pPr", "w:spacing"});
-  if (spacing != nullptr && !spacing->attribute("w:before").empty()) {
-    XmlElement& own = childInOrder(childInOrder(style, "w:pPr"), "w:spacing");
-    own.setAttribute("w:before", own.attribute("w:before").empty() ? "0" : own.attribute("w:before"));
+  const auto inherits = [&](std::string_view name) {
+    const XmlElement* const own = style.child("w:pPr");
+    return (own == nullptr || own->child(name) == nullptr) && reference_.inherited(*below, "w:pPr", name) != nullptr;
+  };
+  const auto add = [&style](std::string_view name) -> XmlElement& {
+    return childInOrder(childInOrder(style, "w:pPr"), name);
+  };
+  for (const std::string_view name : {"w:keepNext", "w:pageBreakBefore"}) {
+    if (inherits(name)) {
+      add(name).setAttribute("w:val", "0");
+    }
   }
-  XmlElement* const properties = style.child("w:pPr");
-  const bool hasIndent = properties != nullptr && properties->child("w:ind") != nullptr;
-  if (!hasIndent && reference_.inherited(*below, {"w:pPr", "w:ind"}) != nullptr) {
-    childInOrder(childInOrder(style, "w:pPr"), "w:ind").attributes = {
-        {"w:left", "0"}, {"w:right", "0"}, {"w:firstLine", "0"}};
+  if (inherits("w:shd")) {
+    add("w:shd").attributes = {{"w:val", "clear"}, {"w:color", "auto"}, {"w:fill", "auto"}};
   }
-  if (idOf(style) == "TableText" && reference_.inherited(*below, {"w:pPr", "w:jc"}) != nullptr) {
-    childInOrder(childInOrder(style, "w:pPr"), "w:jc").setAttribute("w:val", "left");
+  if (inherits("w:jc")) {
+    add("w:jc").setAttribute("w:val", "left");
+  }
+  if (reference_.inherited(*below, "w:pPr", "w:pBdr") != nullptr) {
+    closeBorder(add("w:pBdr"));
+  }
+  for (const XmlElement* const layer : std::as_const(reference_).propertiesOf(*below, "w:pPr")) {
+    const XmlElement* const spacing = layer->child("w:spacing");
+    for (const std::string_view name : {"w:before", "w:beforeAutospacing", "w:afterAutospacing"}) {
+      if (spacing != nullptr && !spacing->attribute(name).empty()) {
+        setMissing(add("w:spacing"), {name});
+      }
+    }
+  }
+  if (reference_.inherited(*below, "w:pPr", "w:ind") != nullptr) {
+    setMissing(add("w:ind"), {"w:left", "w:right", "w:firstLine"});
   }
 }
 
 // A style of another type may have the name.
-std::string Merger::freeName(std::string_view name) const {
+std::string Merger::freeName(std::string_view name) {
   std::string result(name);
-  const auto& styles = std::as_const(reference_).styles();
-  for (int number = 2;
-       std::any_of(styles.begin(), styles.end(),
-                   [&](const XmlElement& style) { return equalIgnoringCase(nameOf(style), std::string_view(result)); });
-       ++number) {
+  for (int number = 2; !names_.insert(asciiLowered(std::string_view(result))).second; ++number) {
     result.assign(name).append(" ").append(std::to_string(number));
   }
   return result;
 }
 
 }  // namespace
+
+const XmlElement* matchingStyle(const StyleList& reference, std::string_view type, std::string_view name) {
+  const XmlElement* found = reference.findNamed(type, name);
+  if (found == nullptr && name == "Table Text") {
+    found = reference.findNamed(type, "Table Contents");  // LibreOffice's
+  }
+  return found == nullptr ? reference.findAlias(type, name) : found;
+}
 
 StyleMerge mergedStyles(StyleList reference, const StyleList& own) {
   StyleMerge result{std::move(reference), {}};

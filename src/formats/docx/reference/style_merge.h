@@ -3,6 +3,7 @@
 #include "formats/docx/reference/style_list.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace scrivalen::document::docx {
@@ -18,6 +19,10 @@ struct StyleMerge {
   StyleList styles;  ///< those of the reference, with the ids that the library has for their names
   std::vector<MissedNumber> missed;
 };
+
+/// The style of a reference whose look one of ours with this name has: that of the same name, or else one that has the
+/// name as an alias. Null without one.
+const XmlElement* matchingStyle(const StyleList& reference, std::string_view type, std::string_view name);
 
 /// Brings the styles of a reference and those that the library writes together. The former have the look; those that
 /// the reference lacks come after them. Ours stay the ids of styles, the tabs that the width of the page decides, and

@@ -64,7 +64,39 @@ TEST(ReferenceStyles, AreFoundByTheirNamesInAnyCaseAndGetOurIds) {
 
 TEST(ReferenceStyles, AreFoundByAliases) {
   const std::string styles = stylesWith(paragraphStyle("a", "Our Quotes", "<w:aliases w:val='Cite, quote'/>"));
-  EXPECT_TRUE(contains(styleIn(styles, "Quote"), "<w:name w:val=\"Our Quotes\"/>"));
+  EXPECT_TRUE(contains(styleIn(styles, "Quote"), "<w:name w:val=\"Quote\"/><w:aliases w:val=\"Our Quotes\"/>"));
+}
+
+TEST(ReferenceStyles, AreFoundByNamesBeforeAliases) {
+  const std::string styles = stylesWith(paragraphStyle("a", "heading 2", "<w:aliases w:val='heading 1'/>"));
+  EXPECT_TRUE(contains(styleIn(styles, "Heading2"), "<w:name w:val=\"heading 2\"/>"));
+  EXPECT_TRUE(contains(styleIn(styles, "Heading1"), "<w:name w:val=\"heading 1\"/>"));
+}
+
+TEST(ReferenceStyles, OfTheContentsOfTablesInLibreOfficeAreThoseOfCells) {
+  const std::string styles = stylesWith(paragraphStyle("a", "Table Contents", kRed));
+  EXPECT_TRUE(contains(styleIn(styles, "TableText"), "<w:name w:val=\"Table Text\"/><w:aliases"));
+  EXPECT_TRUE(contains(styleIn(styles, "TableText"), "FF0000"));
+}
+
+TEST(ReferenceStyles, LeaveDirectionsToTheText) {
+  const std::string styles = stylesWith(
+      "<w:docDefaults><w:rPrDefault><w:rPr><w:rtl/></w:rPr></w:rPrDefault><w:pPrDefault><w:pPr><w:bidi/></w:pPr>"
+      "</w:pPrDefault></w:docDefaults>" +
+      paragraphStyle("a", "heading 1", "<w:pPr><w:bidi/></w:pPr><w:rPr><w:rtl/></w:rPr>"));
+  EXPECT_FALSE(contains(styles, "w:bidi/"));
+  EXPECT_FALSE(contains(styles, "w:rtl"));
+}
+
+TEST(ReferenceStyles, AreInTheOutlineOnlyIfTheyAreOfHeadings) {
+  const std::string styles = stylesWith(paragraphStyle("a", "Base", "<w:pPr><w:outlineLvl w:val='0'/></w:pPr>") +
+                                        paragraphStyle("b", "Quote", "<w:basedOn w:val='a'/>") +
+                                        paragraphStyle("c", "Title", "<w:pPr><w:outlineLvl w:val='0'/></w:pPr>") +
+                                        paragraphStyle("d", "heading 3", "<w:pPr><w:outlineLvl w:val='8'/></w:pPr>"));
+  EXPECT_TRUE(contains(styleIn(styles, "Quote"), "<w:outlineLvl w:val=\"9\"/>"));
+  EXPECT_FALSE(contains(styleIn(styles, "Title"), "outlineLvl"));
+  EXPECT_TRUE(contains(styleIn(styles, "Heading3"), "<w:outlineLvl w:val=\"2\"/>"));
+  EXPECT_FALSE(contains(styleIn(styles, "QuoteHeading3"), "outlineLvl"));
 }
 
 TEST(ReferenceStyles, AreOfTheSameType) {
@@ -230,6 +262,20 @@ TEST(ReferenceStyles, HaveTheTabsOfOurPageAndTheirOwnLeaders) {
       << styleIn(styles, "TOC1");
 }
 
+TEST(ReferenceStyles, HaveTheTabsOfOurPageWhereTheReferenceHasNoneForThem) {
+  const std::string styles = stylesWith(
+      "<w:docDefaults><w:pPrDefault><w:pPr><w:tabs><w:tab w:val='left' w:pos='500'/></w:tabs></w:pPr></w:pPrDefault>"
+      "</w:docDefaults><w:style w:type='paragraph' w:default='1' w:styleId='a'><w:name w:val='Normal'/><w:pPr>"
+      "<w:tabs><w:tab w:val='left' w:pos='3000'/></w:tabs><w:ind w:right='700' w:hanging='100'/></w:pPr></w:style>");
+  const std::string contents = styleIn(styles, "TOC1");
+  EXPECT_TRUE(contains(contents, "<w:tabs><w:tab w:val=\"clear\" w:pos=\"500\"/>"
+                                 "<w:tab w:val=\"clear\" w:pos=\"3000\"/>"
+                                 "<w:tab w:val=\"right\" w:leader=\"dot\" w:pos=\"9638\"/></w:tabs>"))
+      << contents;
+  EXPECT_TRUE(contains(contents, "<w:ind w:left=\"0\" w:right=\"0\" w:firstLine=\"0\"/>"));
+  EXPECT_TRUE(contains(styleIn(styles, "Footer"), "<w:tab w:val=\"clear\" w:pos=\"3000\"/>"));
+}
+
 TEST(ReferenceStyles, OfCodeAreEnoughForThoseAboveThem) {
   const std::string styles =
       stylesWith(paragraphStyle("x", "Source Code", kRed) +
@@ -257,6 +303,24 @@ TEST(ReferenceStyles, LeaveTheIndentOfTheDefaultOutOfTables) {
                        "<w:spacing w:before=\"30\" w:after=\"30\" w:line=\"240\" w:lineRule=\"auto\"/>"
                        "<w:ind w:left=\"0\" w:right=\"0\" w:firstLine=\"0\"/><w:jc w:val=\"left\"/></w:pPr>"));
   EXPECT_TRUE(contains(styleIn(styles, "SectionEnd"), "w:before=\"0\"/><w:ind w:left=\"0\""));
+}
+
+TEST(ReferenceStyles, LeaveWhatAllTextHasOutOfTables) {
+  const std::string styles = stylesWith(
+      "<w:docDefaults><w:pPrDefault><w:pPr><w:keepNext/><w:pageBreakBefore/><w:pBdr><w:top w:val='single'/></w:pBdr>"
+      "<w:shd w:val='clear' w:fill='FF0000'/><w:spacing w:before='99' w:beforeAutospacing='1'/><w:ind w:left='900'/>"
+      "<w:jc w:val='center'/></w:pPr></w:pPrDefault></w:docDefaults>");
+  EXPECT_TRUE(contains(styleIn(styles, "TableText"),
+                       "<w:pPr><w:keepNext w:val=\"0\"/><w:pageBreakBefore w:val=\"0\"/><w:pBdr><w:top w:val=\"nil\"/>"
+                       "<w:left w:val=\"nil\"/><w:bottom w:val=\"nil\"/><w:right w:val=\"nil\"/>"
+                       "<w:between w:val=\"nil\"/><w:bar w:val=\"nil\"/></w:pBdr>"
+                       "<w:shd w:val=\"clear\" w:color=\"auto\" w:fill=\"auto\"/>"
+                       "<w:spacing w:before=\"30\" w:after=\"30\" w:line=\"240\" w:lineRule=\"auto\" "
+                       "w:beforeAutospacing=\"0\"/><w:ind w:left=\"0\" w:right=\"0\" w:firstLine=\"0\"/>"
+                       "<w:jc w:val=\"left\"/></w:pPr>"))
+      << styleIn(styles, "TableText");
+  EXPECT_TRUE(contains(styleIn(styles, "HorizontalLine"),
+                       "<w:top w:val=\"nil\"/><w:left w:val=\"nil\"/><w:bottom w:val=\"single\""));
 }
 
 TEST(ReferenceStyles, OfTablesMayBeTheDefault) {
