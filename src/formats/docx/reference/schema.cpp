@@ -20,8 +20,7 @@ constexpr ElementOrder kOrders[] = {
      "w:qFormat w:locked w:pPr w:rPr w:tblPr w:trPr w:tcPr w:tblStylePr "},
     {"w:pPr",
      " w:keepNext w:keepLines w:pageBreakBefore w:framePr w:widowControl w:numPr w:suppressLineNumbers w:pBdr w:shd "
-     "w:tabs "
-     "w:suppressAutoHyphens w:kinsoku w:wordWrap w:overflowPunct w:topLinePunct w:autoSpaceDE w:autoSpaceDN "
+     "w:tabs w:suppressAutoHyphens w:kinsoku w:wordWrap w:overflowPunct w:topLinePunct w:autoSpaceDE w:autoSpaceDN "
      "w:adjustRightInd w:snapToGrid w:spacing w:ind w:contextualSpacing w:mirrorIndents w:suppressOverlap w:jc "
      "w:textDirection w:textAlignment w:textboxTightWrap w:outlineLvl "},
     {"w:rPr",

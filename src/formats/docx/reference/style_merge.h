@@ -24,9 +24,9 @@ struct StyleMerge {
 /// name as an alias. Null without one.
 const XmlElement* matchingStyle(const StyleList& reference, std::string_view type, std::string_view name);
 
-/// Brings the styles of a reference and those that the library writes together. The former have the look; those that
-/// the reference lacks come after them. Ours stay the ids of styles, the tabs that the width of the page decides, and
-/// the levels of headings.
+/// Merges the styles of a reference with those that the library writes. A style that both have looks as in the
+/// reference, but keeps the library's id, its tabs, which depend on the width of the page, and its level of a heading.
+/// The library's other styles come after those of the reference.
 StyleMerge mergedStyles(StyleList reference, const StyleList& own);
 
 }  // namespace scrivalen::document::docx

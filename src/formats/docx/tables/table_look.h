@@ -8,7 +8,7 @@ namespace scrivalen::document::docx {
 struct TableLook {
   std::string headerShade;  ///< the element of the shade of header rows that are not the first; may be empty
   bool hasBands = false;    ///< whether every second row may look different
-  double letterWidth = 1;   ///< how wide letters may be, by those of Arial in the usual size
+  double letterWidth = 1;   ///< how wide letters may be, relative to Arial in the usual size
 };
 
 }  // namespace scrivalen::document::docx

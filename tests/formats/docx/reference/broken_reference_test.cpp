@@ -81,7 +81,7 @@ TEST(BrokenReference, IsNamedWhereThereIsNone) {
   EXPECT_EQ(document.bytes(), "");
 }
 
-TEST(BrokenReference, IsToldFromAWordDocument) {
+TEST(BrokenReference, IsRefusedWhereItIsNoWordDocument) {
   EXPECT_EQ(errorWithReference(""), "The reference '@' cannot be used: it is not an archive (ZIP).");
   EXPECT_EQ(errorWithReference("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1 and more"),
             "The reference '@' cannot be used: it is a Word document of the form before 2007, or protected by a "
@@ -90,7 +90,7 @@ TEST(BrokenReference, IsToldFromAWordDocument) {
             "The reference '@' cannot be used: it is not a Word document (.docx or .dotx).");
 }
 
-TEST(BrokenReference, IsToldByItsPart) {
+TEST(BrokenReference, IsReportedWithTheNameOfItsPart) {
   EXPECT_EQ(errorWithoutPart(1), "The reference '@' cannot be used: its part 'a/doc.xml' is missing.");
   EXPECT_EQ(errorWithoutPart(2), "The reference '@' cannot be used: it has no styles.");
   EXPECT_EQ(errorWithoutPart(3), "The reference '@' cannot be used: its part 'looks.xml' is missing.");
