@@ -1,8 +1,8 @@
 #include "formats/docx/reference/other_parts.h"
 
+#include "formats/docx/reference/schema.h"
 #include "formats/docx/xml.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -42,10 +42,7 @@ std::string themePart(XmlElement theme) {
 }
 
 std::string fontsPart(XmlElement fonts) {
-  std::erase_if(fonts.children, [](const XmlElement& child) { return child.name != "w:font"; });
-  for (XmlElement& font : fonts.children) {
-    std::erase_if(font.children, [](const XmlElement& child) { return child.name.starts_with("w:embed"); });
-  }
+  putInSchemaOrder(fonts);
   return partText(std::move(fonts), "w", "http://schemas.openxmlformats.org/wordprocessingml/2006/main");
 }
 

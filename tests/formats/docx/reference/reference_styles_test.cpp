@@ -250,6 +250,30 @@ TEST(ReferenceStyles, LoseWhatRefersElsewhereOrIsUnknown) {
             "</w:style>");
 }
 
+TEST(ReferenceStyles, LoseAttributesAndChildrenThatTheSchemaDoesNotKnow) {
+  const std::string styles = stylesWith(
+      "<w:style w:type='paragraph' w:styleId='a' w:rubbish='1'><w:name w:val='a' w:q='1'/><w:pPr w:q='1'>"
+      "<w:pBdr><w:foo/><w:left w:val='single' w:bar='3'><w:top/></w:left><w:top w:val='single' w:w='1'/></w:pBdr>"
+      "<w:tabs><w:zz/></w:tabs><w:spacing w:val='1' w:before='2'/></w:pPr>"
+      "<w:rPr><w:rFonts w:q='1' w:ascii='A'/><w:b w:x='1' w:val='0'><w:i/></w:b><w:spacing w:val='1' w:before='2'/>"
+      "</w:rPr></w:style>");
+  EXPECT_EQ(styleIn(styles, "a"),
+            "<w:style w:type=\"paragraph\" w:styleId=\"a\"><w:name w:val=\"a\"/><w:pPr><w:pBdr>"
+            "<w:top w:val=\"single\"/><w:left w:val=\"single\"/></w:pBdr><w:spacing w:before=\"2\"/></w:pPr>"
+            "<w:rPr><w:rFonts w:ascii=\"A\"/><w:b w:val=\"0\"/><w:spacing w:val=\"1\"/></w:rPr></w:style>");
+}
+
+TEST(ReferenceStyles, OfTablesLoseAttributesAndChildrenThatTheSchemaDoesNotKnow) {
+  const std::string styles = stylesWith(
+      "<w:style w:type='table' w:styleId='t'><w:name w:val='t'/><w:tblPr><w:tblCellMar>"
+      "<w:right w:w='80' w:type='dxa' w:val='single'/><w:insideH/><w:left w:w='80' w:type='dxa'/></w:tblCellMar>"
+      "<w:tblBorders><w:insideH w:val='single' w:w='1'/><w:bar/></w:tblBorders></w:tblPr></w:style>");
+  EXPECT_EQ(styleIn(styles, "t"),
+            "<w:style w:type=\"table\" w:styleId=\"t\"><w:name w:val=\"t\"/><w:tblPr><w:tblBorders>"
+            "<w:insideH w:val=\"single\"/></w:tblBorders><w:tblCellMar><w:left w:w=\"80\" w:type=\"dxa\"/>"
+            "<w:right w:w=\"80\" w:type=\"dxa\"/></w:tblCellMar></w:tblPr></w:style>");
+}
+
 TEST(ReferenceStyles, ComeInTheOrderOfTheSchema) {
   const std::string styles = stylesWith(
       paragraphStyle(
