@@ -49,7 +49,7 @@ void Paragraphs::writeBegin(const ParagraphStart& start, bool isRightToLeft) {
 
 // In the order of the schema (ECMA-376, 17.3.1.26).
 void Paragraphs::writeProperties(const ParagraphStart& start, bool isRightToLeft, const ContainerProperties& around) {
-  std::string xml(styles_.reference(around.style.value_or(styleOf(start))));
+  std::string xml(styles_.reference(around.style.value_or(styleOf(start)), !around.list.empty()));
   xml += sections_.takeBreak() ? "<w:pageBreakBefore/>" : "";
   xml.append(around.list).append(around.border);
   xml += isRightToLeft ? "<w:bidi/>" : "";

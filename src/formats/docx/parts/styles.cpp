@@ -383,8 +383,11 @@ std::string StyleSheet::tableReference(int halfPoints, bool isHeading) {
 }
 
 // In a table LibreOffice puts a font that is only the document's over those of character styles, so Normal has it, too.
-std::string_view StyleSheet::reference(Style style) {
+std::string_view StyleSheet::reference(Style style, bool hasNumber) {
   used_.set(static_cast<std::size_t>(style));
+  if (!hasNumber) {
+    unnumbered_.set(static_cast<std::size_t>(style));
+  }
   return styleReference(style);
 }
 
@@ -457,8 +460,8 @@ std::string StyleSheet::text() const {
   return sink.text;
 }
 
-std::set<std::string> StyleSheet::usedIds() const {
-  StyleSet styles = used_;
+std::set<std::string> StyleSheet::unnumberedIds() const {
+  StyleSet styles = unnumbered_;
   styles[static_cast<std::size_t>(Style::Header)] =
       !settings_.text("header").empty() || !settings_.text("header-image").empty();
   styles[static_cast<std::size_t>(Style::Footer)] = !settings_.text("footer").empty();

@@ -74,7 +74,8 @@ class StyleSheet {
 
   /// The element that refers to a style; empty for Normal, which needs none. Some styles are hidden unless a paragraph
   /// refers to them.
-  std::string_view reference(Style style);
+  /// @param hasNumber  whether the paragraph itself has a number or bullet
+  std::string_view reference(Style style, bool hasNumber);
   /// The element that refers to the style of the text of tables of a size. The style is then written, too.
   /// @param halfPoints  at most kUsualTableHalfPoints
   std::string tableReference(int halfPoints, bool isHeading);
@@ -82,8 +83,8 @@ class StyleSheet {
   void write(OutputBuffer& out) const;
   /// The same as a text.
   std::string text() const;
-  /// The ids of the styles of paragraphs and tables that the document has.
-  std::set<std::string> usedIds() const;
+  /// The ids of the styles of tables in the document, and of its paragraphs without a number or bullet of their own.
+  std::set<std::string> unnumberedIds() const;
 
  private:
   void writeDefaults(OutputBuffer& out) const;
@@ -93,6 +94,7 @@ class StyleSheet {
   const int textWidth_;
   const std::string_view font_;
   StyleSet used_;
+  StyleSet unnumbered_;                                // of paragraphs without a number or bullet
   std::bitset<kUsualTableHalfPoints + 1> tableSizes_;  // that are used, in half points
 };
 

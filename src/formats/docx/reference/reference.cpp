@@ -98,11 +98,11 @@ XmlElement defaultNumbering() {
 }
 
 // Each style of the reference once.
-void warnOfMissedNumbers(const std::vector<MissedNumber>& missed, const std::set<std::string>& usedIds,
+void warnOfMissedNumbers(const std::vector<MissedNumber>& missed, const std::set<std::string>& unnumberedIds,
                          OutputWarnings& warnings) {
   std::set<std::string_view> named;
   for (const MissedNumber& one : missed) {
-    if (usedIds.contains(one.id) && named.insert(one.source).second) {
+    if (unnumberedIds.contains(one.id) && named.insert(one.source).second) {
       warnings.add(WarningCode::SomethingLeftOut,
                    joined({"the numbering of the style '", shownText(one.source), "' of the reference, left out"}));
     }
@@ -180,7 +180,7 @@ void Reference::writeStyles(OutputBuffer& out, const StyleSheet& own, std::strin
   StyleList ownStyles(readXml(own.text()));
   ownStyles.add(defaultNumbering());
   StyleMerge merge = mergedStyles(styles_, ownStyles);
-  warnOfMissedNumbers(merge.missed, own.usedIds(), warnings);
+  warnOfMissedNumbers(merge.missed, own.unnumberedIds(), warnings);
   setLanguage(merge.styles, language);
   put(out, kXmlStart);
   put(out, "<w:styles");

@@ -29,7 +29,8 @@ TEST(ReferenceFile, IsNoPipeOrDevice) {
   const std::string pipe = narrowPath(folder / L"reference.docx");
   ASSERT_EQ(::mkfifo(pipe.c_str(), 0600), 0);
   for (const std::string& path : {pipe, std::string("/dev/zero")}) {
-    EXPECT_EQ(errorWithPath(path), "The reference '" + path + "' cannot be used: the file is a device or a pipe.");
+    EXPECT_EQ(errorWithPath(path),
+              std::string("The reference '").append(path).append("' cannot be used: the file is a device or a pipe."));
   }
 }
 

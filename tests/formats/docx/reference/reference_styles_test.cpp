@@ -233,9 +233,26 @@ TEST(ReferenceStyles, GiveTheirLostNumberingToOursThatAreBasedOnThem) {
   EXPECT_EQ(messagesOf(reference, quoted), "the numbering of the style 'heading 3' of the reference, left out\n");
 }
 
+TEST(ReferenceStyles, LoseNoNumberingInItemsWithTheirOwnBullets) {
+  const std::string reference = referenceWithStyles(paragraphStyle("a", "List Paragraph", kNumbered));
+  const auto list = [](Document& document, bool hasFurtherText) {
+    document.beginList(false, 0, false);
+    document.beginItem(document::Task::None);
+    document.paragraph("x");
+    if (hasFurtherText) {
+      document.paragraph("y");
+    }
+    document.end();
+    document.end();
+  };
+  EXPECT_EQ(messagesOf(reference, [&](Document& document) { list(document, false); }), "");
+  EXPECT_EQ(messagesOf(reference, [&](Document& document) { list(document, true); }),
+            "the numbering of the style 'List Paragraph' of the reference, left out\n");
+}
+
 TEST(ReferenceStyles, ThatSayThatThereIsNoNumberLoseNone) {
   const std::string reference =
-      referenceWithStyles(paragraphStyle("a", "heading 1", "<w:basedOn w:val='b'/>" + std::string(kNumberless)) +
+      referenceWithStyles(paragraphStyle("a", "heading 1", std::string("<w:basedOn w:val='b'/>").append(kNumberless)) +
                           paragraphStyle("b", "Base", kNumbered));
   EXPECT_EQ(messagesOf(reference, [](Document& document) { document.heading(1, "x"); }), "");
 }
@@ -304,9 +321,10 @@ TEST(ReferenceStyles, HaveTheTabsOfOurPageWhereTheReferenceHasNoneForThem) {
       "</w:docDefaults><w:style w:type='paragraph' w:default='1' w:styleId='a'><w:name w:val='Normal'/><w:pPr>"
       "<w:tabs><w:tab w:val='left' w:pos='3000'/></w:tabs><w:ind w:right='700' w:hanging='100'/></w:pPr></w:style>");
   const std::string contents = styleIn(styles, "TOC1");
-  EXPECT_TRUE(contains(contents, "<w:tabs><w:tab w:val=\"clear\" w:pos=\"500\"/>"
-                                 "<w:tab w:val=\"clear\" w:pos=\"3000\"/>"
-                                 "<w:tab w:val=\"right\" w:leader=\"dot\" w:pos=\"9638\"/></w:tabs>"))
+  EXPECT_TRUE(contains(contents,
+                       "<w:tabs><w:tab w:val=\"clear\" w:pos=\"500\"/>"
+                       "<w:tab w:val=\"clear\" w:pos=\"3000\"/>"
+                       "<w:tab w:val=\"right\" w:leader=\"dot\" w:pos=\"9638\"/></w:tabs>"))
       << contents;
   EXPECT_TRUE(contains(contents, "<w:ind w:left=\"0\" w:right=\"0\" w:firstLine=\"0\"/>"));
   EXPECT_TRUE(contains(styleIn(styles, "Footer"), "<w:tab w:val=\"clear\" w:pos=\"3000\"/>"));
