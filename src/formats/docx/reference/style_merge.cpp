@@ -1,15 +1,14 @@
 #include "formats/docx/reference/style_merge.h"
 
+#include "formats/docx/reference/bare_style.h"
 #include "formats/docx/reference/quote_looks.h"
 #include "formats/docx/reference/schema.h"
 #include "formats/docx/xml.h"
 #include "text/ascii.h"
 
 #include <algorithm>
-#include <initializer_list>
 #include <map>
 #include <set>
-#include <span>
 #include <utility>
 
 namespace scrivalen::document::docx {
@@ -24,36 +23,6 @@ struct NamedBase {
 
 constexpr NamedBase kNamedBases[] = {
     {"Code", "SourceCode", true}, {"InlineCode", "VerbatimChar", true}, {"ListCompact", "Compact", false}};
-
-// What styles of ours that have space of their own must not get from a default style.
-constexpr std::string_view kBareStyles[] = {"TableText",  "TableSpace", "SectionEnd", "HorizontalLine",
-                                            "SourceCode", "Header",     "Footer",     "TOC1",
-                                            "TOC2",       "TOC3",       "TOC4",       "TOC5",
-                                            "TOC6"};
-
-constexpr std::string_view kSides[] = {"w:top", "w:left", "w:bottom", "w:right", "w:between", "w:bar"};
-
-bool isOneOf(std::span<const std::string_view> names, std::string_view name) {
-  return std::find(names.begin(), names.end(), name) != names.end();
-}
-
-void setMissing(XmlElement& element, std::initializer_list<std::string_view> attributes) {
-  for (const std::string_view name : attributes) {
-    if (element.attribute(name).empty()) {
-      element.setAttribute(name, "0");
-    }
-  }
-}
-
-// Without borders on the sides that it does not name.
-void closeBorder(XmlElement& border) {
-  XmlElement closed{border.name};
-  for (const std::string_view side : kSides) {
-    const XmlElement* const line = border.child(side);
-    closed.children.push_back(line != nullptr ? *line : XmlElement{std::string(side), {{"w:val", "nil"}}});
-  }
-  border = std::move(closed);
-}
 
 class Merger {
  public:
@@ -90,7 +59,6 @@ class Merger {
   void removeRightIndents(XmlElement& style) const;
   void takeLookOfBase(XmlElement& style) const;
   bool putBelow(XmlElement& base);
-  void makeBare(XmlElement& style) const;
   std::string freeName(std::string_view name);
   bool isPaired(const XmlElement& own) const;
   bool isPaired(std::string_view ownId) const;
@@ -291,7 +259,7 @@ void Merger::addMissing() {
       style.removeChildren("w:rPr");
     }
     takeLookOfBase(style);
-    if (!putBelow(style) && isOneOf(kBareStyles, idOf(own))) {
+    if (!putBelow(style) && isBare(idOf(own))) {
       bare.push_back(idOf(own));
     }
     look.apply(style);
@@ -301,7 +269,7 @@ void Merger::addMissing() {
     reference_.add(std::move(style));
   }
   for (const std::string_view id : bare) {
-    makeBare(*reference_.find(id));
+    makeBare(*reference_.find(id), reference_);
   }
 }
 
@@ -378,45 +346,6 @@ bool Merger::putBelow(XmlElement& base) {
     return true;
   }
   return false;
-}
-
-void Merger::makeBare(XmlElement& style) const {
-  const XmlElement* const below = std::as_const(reference_).find(style.childValue("w:basedOn"));
-  if (below == nullptr) {
-    return;
-  }
-  const auto inherits = [&](std::string_view name) {
-    const XmlElement* const own = style.child("w:pPr");
-    return (own == nullptr || own->child(name) == nullptr) && reference_.inherited(*below, "w:pPr", name) != nullptr;
-  };
-  const auto add = [&style](std::string_view name) -> XmlElement& {
-    return childInOrder(childInOrder(style, "w:pPr"), name);
-  };
-  for (const std::string_view name : {"w:keepNext", "w:pageBreakBefore"}) {
-    if (inherits(name)) {
-      add(name).setAttribute("w:val", "0");
-    }
-  }
-  if (inherits("w:shd")) {
-    add("w:shd").attributes = {{"w:val", "clear"}, {"w:color", "auto"}, {"w:fill", "auto"}};
-  }
-  if (inherits("w:jc")) {
-    add("w:jc").setAttribute("w:val", "left");
-  }
-  if (reference_.inherited(*below, "w:pPr", "w:pBdr") != nullptr) {
-    closeBorder(add("w:pBdr"));
-  }
-  for (const XmlElement* const layer : std::as_const(reference_).propertiesOf(*below, "w:pPr")) {
-    const XmlElement* const spacing = layer->child("w:spacing");
-    for (const std::string_view name : {"w:before", "w:beforeAutospacing", "w:afterAutospacing"}) {
-      if (spacing != nullptr && !spacing->attribute(name).empty()) {
-        setMissing(add("w:spacing"), {name});
-      }
-    }
-  }
-  if (reference_.inherited(*below, "w:pPr", "w:ind") != nullptr) {
-    setMissing(add("w:ind"), {"w:left", "w:right", "w:firstLine"});
-  }
 }
 
 // A style of another type may have the name.
