@@ -1,6 +1,7 @@
 #include "document/pictures/picture_file.h"
 
 #include "system/files/files.h"
+#include "system/files/whole_file.h"
 #include "system/messages.h"
 #include "text/utf.h"
 
@@ -13,32 +14,14 @@ constexpr std::size_t kMostPictureBytes = std::size_t{1} << 30;
 }  // namespace
 
 std::shared_ptr<const Picture> readPictureFile(std::string_view path, std::string& reason) {
-  const std::wstring wide = widePath(path);
-  // Opening a pipe may wait without end.
-  if (isSpecialFile(wide)) {
-    reason = "the file is a device or a pipe";
-    return nullptr;
+  const WholeFile file = readWholeFile(widePath(path), kMostPictureBytes);
+  switch (file.problem) {
+    case WholeFile::Problem::None: return Picture::read(file.bytes, reason);
+    case WholeFile::Problem::SpecialFile: reason = "the file is a device or a pipe"; break;
+    case WholeFile::Problem::TooLarge: reason = "the file is larger than 1 GiB"; break;
+    case WholeFile::Problem::System: reason = toUtf8(systemErrorText(file.error)); break;
   }
-  const File file = openForReading(wide);
-  if (!file) {
-    reason = toUtf8(systemErrorText(lastSystemError()));
-    return nullptr;
-  }
-  std::string bytes;
-  // A pipe that was put in place of the file has no size.
-  bool isTooLong = sizeOf(file).value_or(0) > kMostPictureBytes;
-  const bool isRead = !isTooLong && readRest(file, [&](std::string_view piece) {
-    isTooLong = piece.size() > kMostPictureBytes - bytes.size();
-    if (!isTooLong) {
-      bytes += piece;
-    }
-    return !isTooLong;
-  });
-  if (!isRead) {
-    reason = isTooLong ? "the file is larger than 1 GiB" : toUtf8(systemErrorText(lastSystemError()));
-    return nullptr;
-  }
-  return Picture::read(bytes, reason);
+  return nullptr;
 }
 
 }  // namespace scrivalen::document

@@ -11,13 +11,13 @@
 #include "output/archive/zip_reader.h"
 #include "report/template_path.h"
 #include "system/files/files.h"
+#include "system/files/whole_file.h"
 #include "system/messages.h"
 #include "text/utf.h"
 
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
-#include <cstdint>
 #include <new>
 #include <set>
 #include <utility>
@@ -40,35 +40,19 @@ std::string shownText(std::string_view text) {
                       joined({"The reference '", toUtf8(widePath(setting)), "' cannot be ", verb, shownText(reason)}));
 }
 
-[[noreturn]] void failToRead(std::string_view setting) {
-  const std::uint32_t error = lastSystemError();
-  if (isOutOfMemoryError(error)) {
-    throw std::bad_alloc();
-  }
-  failToUse(setting, "read. ", toUtf8(systemErrorText(error)));
-}
-
 std::string readFile(std::string_view setting) {
-  const std::wstring path = templateFile(setting);
-  // Opening a pipe may wait without end.
-  if (isSpecialFile(path)) {
-    failToUse(setting, "used: ", "the file is a device or a pipe.");
+  WholeFile file = readWholeFile(templateFile(setting), Reference::kMostBytes);
+  switch (file.problem) {
+    case WholeFile::Problem::None: break;
+    case WholeFile::Problem::SpecialFile: failToUse(setting, "used: ", "the file is a device or a pipe.");
+    case WholeFile::Problem::TooLarge: failToUse(setting, "used: ", "the file is larger than 16 MiB.");
+    case WholeFile::Problem::System:
+      if (isOutOfMemoryError(file.error)) {
+        throw std::bad_alloc();
+      }
+      failToUse(setting, "read. ", toUtf8(systemErrorText(file.error)));
   }
-  const File file = openForReading(path);
-  std::string bytes;
-  bool isTooLong = false;
-  const bool isRead = file && readRest(file, [&](std::string_view piece) {
-                        isTooLong = piece.size() > Reference::kMostBytes - bytes.size();
-                        bytes.append(isTooLong ? std::string_view() : piece);
-                        return !isTooLong;
-                      });
-  if (isTooLong) {
-    failToUse(setting, "used: ", "the file is larger than 16 MiB.");
-  }
-  if (!isRead) {
-    failToRead(setting);
-  }
-  return bytes;
+  return std::move(file.bytes);
 }
 
 // The language is that of the document.

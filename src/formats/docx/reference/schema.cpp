@@ -124,14 +124,14 @@ std::string_view attributesOf(std::string_view parent, std::string_view element)
   return orderOf(element) == nullptr ? kValue : std::string_view();
 }
 
-bool hasWord(std::string_view words, std::string_view word) {
-  return words.find(std::string(" ").append(word).append(" ")) != std::string_view::npos;
+// npos for a word that is not among them.
+std::size_t placeOf(std::string_view words, std::string_view word) {
+  return words.find(std::string(" ").append(word).append(" "));
 }
 
-// npos for one that is not in the order.
-std::size_t rankOf(const ElementOrder& order, std::string_view child) {
-  return order.children.find(std::string(" ").append(child).append(" "));
-}
+bool hasWord(std::string_view words, std::string_view word) { return placeOf(words, word) != words.npos; }
+
+std::size_t rankOf(const ElementOrder& order, std::string_view child) { return placeOf(order.children, child); }
 
 bool mayRepeat(std::string_view name) {
   return std::find(std::begin(kRepeated), std::end(kRepeated), name) != std::end(kRepeated);
@@ -140,7 +140,7 @@ bool mayRepeat(std::string_view name) {
 void sortChildren(XmlElement& element, const ElementOrder& order) {
   auto& children = element.children;
   std::erase_if(children, [&](const XmlElement& child) {
-    return rankOf(order, child.name) == std::string_view::npos || child.name == "w:lang";
+    return !hasWord(order.children, child.name) || child.name == "w:lang";
   });
   std::stable_sort(children.begin(), children.end(), [&](const XmlElement& a, const XmlElement& b) {
     return rankOf(order, a.name) < rankOf(order, b.name);

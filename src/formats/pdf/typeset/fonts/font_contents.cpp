@@ -1,13 +1,12 @@
 #include "formats/pdf/typeset/fonts/font_contents.h"
 
-#include "system/files/files.h"
+#include "system/files/whole_file.h"
 #include "system/messages.h"
 #include "text/utf.h"
 
 #include <cstddef>
-#include <cstdint>
 #include <new>
-#include <string_view>
+#include <utility>
 
 namespace scrivalen::typeset {
 namespace {
@@ -19,30 +18,19 @@ constexpr std::size_t kMostFontBytes = std::size_t{1} << 28;
 
 std::string readFontFile(const std::wstring& path, std::string& reason) {
   reason.clear();
-  // Opening a pipe may wait without end.
-  if (isSpecialFile(path)) {
-    reason = "it is a device or a pipe";
-    return {};
+  WholeFile file = readWholeFile(path, kMostFontBytes);
+  switch (file.problem) {
+    case WholeFile::Problem::None: break;
+    case WholeFile::Problem::SpecialFile: reason = "it is a device or a pipe"; break;
+    case WholeFile::Problem::TooLarge: reason = "it is larger than 256 MiB"; break;
+    case WholeFile::Problem::System:
+      if (isOutOfMemoryError(file.error)) {
+        throw std::bad_alloc();
+      }
+      reason = toUtf8(systemErrorText(file.error));
+      break;
   }
-  std::string contents;
-  const File file = openForReading(path);
-  bool isTooLong = false;
-  const bool isRead = file && readRest(file, [&](std::string_view part) {
-                        isTooLong = part.size() > kMostFontBytes - contents.size();
-                        if (!isTooLong) {
-                          contents += part;
-                        }
-                        return !isTooLong;
-                      });
-  if (!isRead) {
-    const std::uint32_t error = lastSystemError();
-    if (!isTooLong && isOutOfMemoryError(error)) {
-      throw std::bad_alloc();
-    }
-    reason = isTooLong ? "it is larger than 256 MiB" : toUtf8(systemErrorText(error));
-    contents.clear();
-  }
-  return contents;
+  return std::move(file.bytes);
 }
 
 }  // namespace scrivalen::typeset
